@@ -1,0 +1,50 @@
+/// Lets another process step a simulation.
+#pragma once
+
+#include "platform/hyx/referenced.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace hyxNet {
+
+/// Answers the requests of another process, one at a time, on the thread that calls `update`.
+///
+/// A request is one text of JSON, `{"token": ..., "do": NAME, ...}`, over a ZeroMQ REQ socket; the answer is one text
+/// of JSON with `ok` and, when that is false, `error`. What the names do is given by a handler; a request with another
+/// token is refused. Listens on the loopback address unless told otherwise.
+class CoSimulationServer : public hyx::Referenced {
+public:
+  /// Answers a request (a text of JSON) with a text of JSON; an exception becomes the answer's `error`.
+  using Handler = std::function<std::string(const std::string& request)>;
+
+  /// Listens on `port` (0 for any free one) of `address` (empty for loopback). Requests must carry `token`, unless it is
+  /// empty. Throws std::runtime_error when the port is in use.
+  explicit CoSimulationServer(int port = 0, const std::string& token = "", const std::string& address = "");
+
+  /// The port listened on.
+  int getPort() const;
+
+  /// Sets who answers the requests that the server does not know itself.
+  void setHandler(Handler handler);
+
+  /// Answers the requests that have arrived; waits at most `waitMilliseconds` for the first. Returns how many.
+  int update(int waitMilliseconds = 0);
+
+  /// Name of the script's function that the request being answered calls; empty for none.
+  std::string getCalledFunction() const;
+  /// Argument of that call, a text of JSON.
+  std::string getCallArgument() const;
+  /// Sets the result of that call, a text of JSON.
+  void setCallResult(const std::string& result);
+
+protected:
+  ~CoSimulationServer() override;
+
+private:
+  struct State;
+  std::unique_ptr<State> m_state;
+};
+
+}  // namespace hyxNet
