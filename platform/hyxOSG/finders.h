@@ -1,0 +1,40 @@
+#pragma once
+#include <cstddef>
+
+namespace osg {
+class Group;
+}
+
+namespace osgText {
+class Text;
+}
+
+namespace hyxCollide {
+class Geometry;
+}
+
+namespace hyxOSG {
+class FrameTrajectoryDrawable;
+class GeometryNode;
+class ParticleSystemDrawable;
+class RigidBodySystemDrawable;
+
+// Searches in the tree under `root`, first match in depth-first order. Results are borrowed; null when nothing is found
+// or an argument is null.
+
+/// The visual of `geometry`.
+GeometryNode * findGeometryNode(hyxCollide::Geometry const * geometry, osg::Group * root);
+
+/// The first drawable of a particle system.
+ParticleSystemDrawable * findParticleSystemDrawable(osg::Group * root);
+
+/// The first drawable of a system of bodies.
+RigidBodySystemDrawable * findRigidBodySystemDrawable(osg::Group * root);
+
+/// The first drawable of frame trajectories.
+FrameTrajectoryDrawable * findFrameTrajectoryDrawable(osg::Group * root);
+
+/// The text number `index` (from 0) that addText attached to the visual of `geometry`.
+osgText::Text * findText(hyxCollide::Geometry const * geometry, osg::Group * root, std::size_t index = 0);
+
+} // namespace hyxOSG

@@ -1,0 +1,22 @@
+#pragma once
+#include "platform/hyx/vec4.h"
+
+namespace osg {
+class Group;
+}
+
+namespace hyxModel {
+class FractureGenerator;
+}
+
+namespace hyxOSG {
+
+/// Makes visuals under `root` for the pieces that `generator` makes, in the colour of the body that broke; the visual of
+/// that body goes. Nothing for null arguments.
+void addRenderCallbackToFracture(hyxModel::FractureGenerator * generator, osg::Group * root);
+
+/// The same with pieces in `color`.
+void addRenderColorCallbackToFracture(hyxModel::FractureGenerator * generator, osg::Group * root,
+                                      hyx::Vec4f const & color);
+
+} // namespace hyxOSG

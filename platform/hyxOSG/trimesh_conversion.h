@@ -1,0 +1,17 @@
+#pragma once
+
+namespace osg {
+class Node;
+}
+
+namespace hyxCollide {
+class Trimesh;
+}
+
+namespace hyxOSG {
+
+/// A collision mesh of all triangles under `node`, in the node's coordinates with the transforms below it applied.
+/// Nothing holds the result until it becomes part of a geometry. Null for null and when there is no triangle.
+hyxCollide::Trimesh * createTrimesh(osg::Node * node);
+
+} // namespace hyxOSG
