@@ -1,0 +1,34 @@
+#pragma once
+/// A sky of six images around the scene.
+
+#include <osg/Group>
+
+#include <string>
+
+namespace hyxOSG {
+
+/// A box that shows a cube map and always surrounds the camera, so that it seems endlessly far away. It is drawn behind
+/// everything, does not count in the scene's bounds and takes no part in lights and shadows. The Z axis of the scene
+/// points to the map's upper side.
+class SkyBox : public osg::Group {
+public:
+    /// \param name the node's name
+    /// \param imagePath what the names of the six images begin with, folder included
+    /// \param imageExtension what they end with, as ".png"
+    /// \param size length of an edge in metres; positive. It shows only where something else is drawn behind the sky.
+    /// \param brightness factor on the images' colours, 0 (black) and up
+    /// \throws std::runtime_error when an image cannot be read
+    /// \throws std::invalid_argument for a size or brightness out of range
+    SkyBox(std::string const & name, std::string const & imagePath, std::string const & imageExtension,
+           double size = 1000.0, float brightness = 1.0f);
+
+    char const * libraryName() const override { return "hyxOSG"; }
+    char const * className() const override { return "SkyBox"; }
+
+    osg::BoundingSphere computeBound() const override { return osg::BoundingSphere(); }
+
+protected:
+    ~SkyBox() override;
+};
+
+} // namespace hyxOSG
