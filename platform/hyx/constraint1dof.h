@@ -1,0 +1,32 @@
+#pragma once
+
+#include "platform/hyx/constraint.h"
+#include "platform/hyx/lock1d.h"
+#include "platform/hyx/motor1d.h"
+#include "platform/hyx/range1d.h"
+
+namespace hyx {
+
+/// A joint with one free direction, which a motor, a range and a lock can act on.
+class Constraint1DOF : public Constraint {
+public:
+  /// The angle in radians, counted over full turns, or the distance in metres; 0 where the attachment frames agree.
+  Real getAngle() const;
+  /// rad/s or m/s.
+  Real getCurrentSpeed() const;
+
+  Motor1D * getMotor1D() const { return m_motor.get(); }
+  Range1D * getRange1D() const { return m_range.get(); }
+  Lock1D * getLock1D() const { return m_lock.get(); }
+
+protected:
+  Constraint1DOF(RigidBody * body1, Frame * frame1, RigidBody * body2, Frame * frame2, bool rotational);
+  ~Constraint1DOF() override;
+
+private:
+  ref_ptr<Motor1D> m_motor;
+  ref_ptr<Range1D> m_range;
+  ref_ptr<Lock1D> m_lock;
+};
+
+}

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "platform/hyx/referenced.h"
+#include "platform/hyx/types.h"
+
+namespace hyx {
+
+/// A shared object with a name.
+class Object : public Referenced {
+public:
+  Object() = default;
+  explicit Object(Name const & name) : m_name(name) {}
+
+  void setName(Name const & name) { m_name = name; }
+  Name const & getName() const { return m_name; }
+
+protected:
+  ~Object() override = default;
+
+private:
+  Name m_name;
+};
+
+}
