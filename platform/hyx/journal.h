@@ -1,7 +1,7 @@
 /// Recording and playback of the states of bodies.
 #pragma once
 
-#include "platform/hyx/hyx_types.h"
+#include "platform/hyx/types.h"
 #include "platform/hyx/referenced.h"
 
 #include <memory>

@@ -92,7 +92,7 @@ public:
   };
 
   /// Carries whether automatic stepping was switched on or off.
-  using AutoStepEvent = hyx::Event1<bool>;
+  class AutoStepEvent : public hyx::TypedEvent<bool> {};
 
   /// An application that makes its own simulation when one is first needed.
   ExampleApplication();
