@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/hyx/ref_ptr.h"
 #include "platform/hyx/referenced.h"
 #include "platform/hyx/types.h"
 

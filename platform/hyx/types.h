@@ -1,15 +1,10 @@
 #pragma once
 
+#include "platform/hyx/real.h"
 #include "platform/hyx/string.h"
+#include "platform/hyx/time_stamp.h"
 
 namespace hyx {
-
-using Real = double;
-using UInt = unsigned long;
-using Index = unsigned long;
-
-/// Simulated time in seconds since the start of the simulation.
-using TimeStamp = double;
 
 /// The name by which a named object is found.
 using Name = String;

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "platform/hyx/types.h"
-#include "platform/hyx/vec3.h"
+#include "platform/hyx/real.h"
 
 #include <vector>
 
@@ -14,16 +13,6 @@ public:
   using std::vector<T>::vector;
 };
 
-/// A growing array of plain values in one block of memory.
-template <class T>
-class VectorPOD : public std::vector<T> {
-public:
-  using std::vector<T>::vector;
-  T * ptr() { return this->data(); }
-  T const * ptr() const { return this->data(); }
-};
-
-using Vec3Vector = Vector<Vec3>;
 using RealVector = Vector<Real>;
 using UInt32Vector = Vector<unsigned int>;
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/hyx/object.h"
-#include "platform/hyxCollide/contact.h"
+#include "platform/hyxCollide/local_geometry_contact.h"
 #include "platform/hyxCollide/geometry.h"
 
 namespace hyxSDK {

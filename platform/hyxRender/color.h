@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/hyx/components.h"
+#include "platform/hyx/string.h"
 #include "platform/hyx/vec4.h"
 #include "platform/hyx/vec4f.h"
 #include "platform/hyx/vector.h"

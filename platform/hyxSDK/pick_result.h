@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/hyxCollide/contact.h"
+#include "platform/hyxCollide/local_geometry_contact.h"
 
 namespace hyxSDK {
 

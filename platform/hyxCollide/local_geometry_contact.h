@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/hyx/vec3.h"
 #include "platform/hyx/vector.h"
 #include "platform/hyxCollide/geometry.h"
 

@@ -1,0 +1,9 @@
+#pragma once
+
+namespace hyx {
+
+using Real = double;
+using UInt = unsigned long;
+using Index = unsigned long;
+
+}

@@ -1,0 +1,8 @@
+#pragma once
+
+namespace hyx {
+
+/// Simulated time in seconds since the start of the simulation.
+using TimeStamp = double;
+
+}
