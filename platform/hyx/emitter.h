@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/hyx/object.h"
+#include "platform/hyx/process.h"
 #include "platform/hyx/particle_system.h"
 #include "platform/hyx/referenced.h"
 #include "platform/hyx/types.h"
@@ -12,7 +12,7 @@ namespace hyx {
 
 /// Makes grains at a rate, at random places inside a box.
 /// The places come from the emitter's own generator, so a run repeats exactly.
-class Emitter : public Object {
+class Emitter : public Process {
 public:
   /// An emitter that fills `target`; null is allowed and emits nothing until `setParticleSystem`.
   explicit Emitter(ParticleSystem * target = nullptr);
@@ -46,6 +46,8 @@ public:
 
   /// Makes what is due after `timeStep` more seconds. Throws `std::invalid_argument` unless it is above 0.
   void step(Real timeStep);
+  /// Advances by the simulation's time step.
+  void postStep(TimeStamp time, Real timeStep) override;
 
 protected:
   ~Emitter() override = default;

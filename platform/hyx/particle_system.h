@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/hyx/object.h"
+#include "platform/hyx/process.h"
 #include "platform/hyx/quat.h"
 #include "platform/hyx/types.h"
 #include "platform/hyx/vec3.h"
@@ -53,7 +53,7 @@ protected:
 
 /// Grains that collide with each other and with obstacles, with dry friction, under gravity.
 /// Contacts are solved on positions, so a step is stable for any time step; results depend on the order of grains only and are the same run to run.
-class ParticleSystem : public Object {
+class ParticleSystem : public Process {
 public:
   ParticleSystem();
 
@@ -89,7 +89,7 @@ public:
   /// Coefficient of dry friction in all contacts, 0.6 at first. Throws `std::invalid_argument` below 0.
   void setFriction(Real friction);
   Real getFriction() const;
-  /// Acceleration in m/s2 of all grains, (0, 0, -9.81) at first; a simulation sets its own.
+  /// Acceleration in m/s2 of all grains, (0, 0, -9.81) at first; joining a simulation takes the simulation's.
   void setGravity(Vec3 const & gravity);
   Vec3 getGravity() const;
   /// Seconds after which a grain is removed; infinite at first.
@@ -109,6 +109,10 @@ public:
 
   /// Advances all grains by `timeStep` seconds. Throws `std::invalid_argument` unless it is above 0.
   void step(Real timeStep);
+
+  void setSimulation(hyxSDK::Simulation * simulation) override;
+  /// Advances by the simulation's time step.
+  void postStep(TimeStamp time, Real timeStep) override;
 
 protected:
   ~ParticleSystem() override;

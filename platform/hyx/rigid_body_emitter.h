@@ -6,17 +6,9 @@
 #include <functional>
 #include <vector>
 
-namespace hyxCollide {
-class Geometry;
-}
-
-namespace hyxSDK {
-class Simulation;
-}
-
 namespace hyx {
 
-/// Makes rigid bodies at a rate and adds them to a simulation.
+/// Makes rigid bodies at a rate and adds them to the simulation that the emitter is in; elsewhere it makes nothing.
 class RigidBodyEmitter : public Emitter {
 public:
   /// Makes the body of one emission; the result is taken over.
@@ -24,12 +16,8 @@ public:
   /// Told of each new body after it was added to the simulation.
   using EmitCallback = std::function<void(RigidBody *)>;
 
-  /// An emitter into `simulation`, which must outlive it; null emits nothing.
-  explicit RigidBodyEmitter(hyxSDK::Simulation * simulation = nullptr);
-
-  /// The simulation that receives the bodies.
-  void setSimulation(hyxSDK::Simulation * simulation);
-  hyxSDK::Simulation * getSimulation() const;
+  /// An emitter of spheres with a radius of 0.1 metres.
+  RigidBodyEmitter();
 
   /// Bodies to come are spheres of this radius in metres. Throws `std::invalid_argument` unless above 0.
   void setSphereTemplate(Real radius);
@@ -49,7 +37,6 @@ protected:
   bool emit(Vec3 const & position, Vec3 const & velocity) override;
 
 private:
-  hyxSDK::Simulation * m_simulation;
   Template m_make;
   std::vector<EmitCallback> m_callbacks;
   std::vector<ref_ptr<RigidBody>> m_bodies;

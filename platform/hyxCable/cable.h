@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/hyx/object.h"
+#include "platform/hyx/process.h"
 #include "platform/hyx/types.h"
 #include "platform/hyx/vec3.h"
 
@@ -29,8 +29,8 @@ struct SegmentLoad {
 };
 
 /// A cable with stiffness against stretch, bending and twist.
-/// Its ends are fixed, or clamped to bodies: a body's turn about the cable twists it evenly along its length.
-class Cable : public hyx::Object {
+/// Its ends are hinged in space or on bodies: a body's turn about the cable twists it evenly along its length.
+class Cable : public hyx::Process {
 public:
   /// A cable of `radius` metres with about `segmentsPerMetre` segments. Throws `std::invalid_argument` unless both are above 0.
   Cable(hyx::Real radius, hyx::Real segmentsPerMetre, CableProperties const & properties = CableProperties());
@@ -62,6 +62,10 @@ public:
 
   /// Advances the cable by `timeStep` seconds. Throws `std::invalid_argument` unless it is above 0.
   void step(hyx::Real timeStep);
+
+  /// Takes the simulation's gravity.
+  void setSimulation(hyxSDK::Simulation * simulation) override;
+  void preStep(hyx::TimeStamp time, hyx::Real timeStep) override;
 
 protected:
   ~Cable() override;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/hyx/object.h"
+#include "platform/hyx/process.h"
 #include "platform/hyx/referenced.h"
 #include "platform/hyx/types.h"
 #include "platform/hyxCable/cable.h"
@@ -20,7 +20,7 @@ struct DamageProperties {
 };
 
 /// Wear of a cable: stress cycles of each segment, counted by the rain-flow rule and summed by Miner's.
-class CableDamage : public hyx::Object {
+class CableDamage : public hyx::Process {
 public:
   /// The wear of `cable`. Throws `std::invalid_argument` for null or properties that are not above 0.
   explicit CableDamage(Cable * cable, DamageProperties const & properties = DamageProperties());
@@ -30,6 +30,7 @@ public:
 
   /// Takes the cable's loads as they are; to be called once a step.
   void update();
+  void postStep(hyx::TimeStamp time, hyx::Real timeStep) override;
   /// Forgets all wear.
   void reset();
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/hyx/object.h"
+#include "platform/hyx/process.h"
 #include "platform/hyx/referenced.h"
 #include "platform/hyx/rigid_body.h"
 #include "platform/hyx/types.h"
@@ -8,10 +8,6 @@
 
 #include <functional>
 #include <vector>
-
-namespace hyxSDK {
-class Simulation;
-}
 
 namespace hyxModel {
 
@@ -26,16 +22,13 @@ struct FractureCell {
   std::vector<hyx::UInt> getTriangles() const;
 };
 
-/// Breaks convex bodies into Voronoi cells, which together have the body's volume and mass.
-class FractureGenerator : public hyx::Object {
+/// Breaks boxes into Voronoi cells, which together have the body's volume and mass.
+class FractureGenerator : public hyx::Process {
 public:
   /// Told of the body that broke and of each new piece, after the piece was added to the simulation.
   using FragmentCallback = std::function<void(hyx::RigidBody * whole, hyx::RigidBody * fragment)>;
 
-  /// A generator for the bodies of `simulation`, which must outlive it.
-  explicit FractureGenerator(hyxSDK::Simulation * simulation);
-
-  hyxSDK::Simulation * getSimulation() const;
+  FractureGenerator();
 
   /// The number of pieces a body breaks into, 12 at first. Throws `std::invalid_argument` below 2.
   void setNumFragments(hyx::UInt count);
@@ -54,11 +47,12 @@ public:
   void add(hyx::RigidBody * body);
   /// Stops watching; false when the body was not watched.
   bool remove(hyx::RigidBody * body);
-  /// Breaks `body` now, with the pieces smaller near `point` (metres, world). The body leaves the simulation and the pieces take its
+  /// Breaks `body` now, with the pieces smaller near `point` (metres, world). The body leaves its simulation and the pieces take its
   /// place, with its velocity and material. Returns the pieces; throws as `add` does.
   std::vector<hyx::ref_ptr<hyx::RigidBody>> fracture(hyx::RigidBody * body, hyx::Vec3 const & point);
-  /// Looks for watched bodies that broke in the last step of the simulation.
+  /// Breaks the watched bodies whose contacts were too strong in the last step.
   void step();
+  void postStep(hyx::TimeStamp time, hyx::Real timeStep) override;
 
   /// All pieces made so far.
   std::vector<hyx::ref_ptr<hyx::RigidBody>> const & getFragments() const;
@@ -71,7 +65,6 @@ protected:
 private:
   std::vector<hyx::Vec3> seedsAround(hyx::Vec3 const & halfExtents, hyx::Vec3 const & point);
 
-  hyxSDK::Simulation * m_simulation;
   hyx::UInt m_count = 12;
   hyx::UInt m_seed = 1;
   hyx::Real m_breakingForce;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/hyx/object.h"
+#include "platform/hyx/process.h"
 #include "platform/hyx/referenced.h"
 #include "platform/hyx/types.h"
 #include "platform/hyx/vec3.h"
@@ -9,15 +9,11 @@
 
 #include <vector>
 
-namespace hyxSDK {
-class Simulation;
-}
-
 namespace hyxModel {
 
 /// Lets a height field give way under what rolls or stands on it, as wet ground does.
 /// A point sinks until the ground carries the load: sinkage = load / (stiffness x area), once for each load; the track stays.
-class HeightFieldDeformer : public hyx::Object {
+class HeightFieldDeformer : public hyx::Process {
 public:
   /// A deformer of the height field that `geometry` shows. Throws `std::invalid_argument` for null or another shape.
   explicit HeightFieldDeformer(hyxCollide::Geometry * geometry);
@@ -37,8 +33,9 @@ public:
 
   /// Presses with `force` newtons at `point` (metres, world). Returns the deepest sinkage in metres that this added.
   hyx::Real press(hyx::Vec3 const & point, hyx::Real force);
-  /// Presses with the contacts of the last step.
-  void update(hyxSDK::Simulation * simulation);
+  /// Presses with the contacts of the last step of the geometry's simulation.
+  void update();
+  void postStep(hyx::TimeStamp time, hyx::Real timeStep) override;
   /// Takes the heights back to their first values.
   void reset();
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/hyx/object.h"
+#include "platform/hyx/process.h"
 #include "platform/hyx/referenced.h"
 #include "platform/hyx/types.h"
 #include "platform/hyxCollide/geometry.h"
@@ -12,16 +12,12 @@ namespace hyx {
 class RigidBody;
 }
 
-namespace hyxSDK {
-class Simulation;
-}
-
 namespace hyxModel {
 
 /// How the force between one body and what it touches is spread over the body's surface.
 /// The surface behaves as an elastic foundation: pressure grows with the penetration of each point, and the whole is scaled so that
 /// its resultant is the contact force that the simulation found.
-class PressureField : public hyx::Object {
+class PressureField : public hyx::Process {
 public:
   /// The field on the boxes of `body`, whose faces are cut into squares of about `resolution` metres.
   /// Throws `std::invalid_argument` for null, a body without a box, or a resolution that is not above 0.
@@ -32,8 +28,10 @@ public:
   void setFoundationDepth(hyx::Real depth);
   hyx::Real getFoundationDepth() const;
 
-  /// Takes the contacts of the last step; without any the field is empty.
-  void update(hyxSDK::Simulation * simulation);
+  /// Takes the contacts of the last step of the body's simulation; without any the field is empty.
+  void update();
+  /// Updates the field.
+  void postStep(hyx::TimeStamp time, hyx::Real timeStep) override;
   /// The triangles under pressure, in the body's frame.
   std::vector<TriangleData> const & getTriangles() const;
   /// The resultant of all pressures in newtons.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/hyx/object.h"
+#include "platform/hyx/process.h"
 #include "platform/hyx/referenced.h"
 #include "platform/hyx/rigid_body.h"
 #include "platform/hyxCollide/geometry.h"
@@ -8,10 +8,8 @@
 
 namespace hyxSDK {
 
-class Simulation;
-
 /// A terrain in a simulation: bodies stand on it, compact it and dig in it.
-class TerrainInstance : public hyx::Object {
+class TerrainInstance : public hyx::Process {
 public:
   /// Puts `terrain` into the world; the collision surface follows its heights. Throws `std::invalid_argument` for null.
   explicit TerrainInstance(hyxTerrain::Terrain * terrain);
@@ -20,8 +18,6 @@ public:
   /// The geometry that bodies collide with, and the static body that carries it.
   hyxCollide::Geometry * getGeometry() const;
   hyx::RigidBody * getRigidBody() const;
-  /// The simulation that the instance was added to, null before.
-  Simulation * getSimulation() const;
 
   /// Whether contacts compact the soil, true at first.
   void setEnableCompaction(bool enable);
@@ -29,6 +25,10 @@ public:
 
   /// Takes the contacts of the last step of the simulation, advances the soil and moves the collision surface after it.
   void step(hyx::Real timeStep);
+
+  /// Takes the body that carries the surface along into the simulation, and out of it.
+  void setSimulation(Simulation * simulation) override;
+  void postStep(hyx::TimeStamp time, hyx::Real timeStep) override;
 
 protected:
   ~TerrainInstance() override;
@@ -40,7 +40,6 @@ private:
   hyx::ref_ptr<hyxTerrain::Terrain> m_terrain;
   hyx::ref_ptr<hyxCollide::Geometry> m_geometry;
   hyx::ref_ptr<hyx::RigidBody> m_body;
-  Simulation * m_simulation = nullptr;
   hyx::UInt m_shownRevision = 0;
   bool m_enableCompaction = true;
 };

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/hyx/object.h"
+#include "platform/hyx/process.h"
 #include "platform/hyx/range_real.h"
 #include "platform/hyx/referenced.h"
 #include "platform/hyx/types.h"
@@ -13,10 +13,6 @@
 namespace hyx {
 class Frame;
 class RigidBody;
-}
-
-namespace hyxSDK {
-class Simulation;
 }
 
 namespace hyxSensor {
@@ -32,13 +28,11 @@ struct LidarHit {
 /// A laser scanner: rings of rays into the simulated world.
 /// It looks along the X axis of its frame, with Z up; a scan is one full fan at one moment.
 /// The intensity is that of a dull surface: the cosine between ray and surface normal, weakened with the distance.
-class Lidar : public hyx::Object {
+class Lidar : public hyx::Process {
 public:
-  /// A scanner in `simulation`, which must outlive it, that rides on `frame`. Without a simulation there are no hits but those given
-  /// to `setHits`; without a frame the scanner stands at the world's origin.
-  explicit Lidar(hyxSDK::Simulation * simulation = nullptr, hyx::Frame * frame = nullptr);
+  /// A scanner that rides on `frame`; null stands at the world's origin. It sees the simulation that it was added to.
+  explicit Lidar(hyx::Frame * frame = nullptr);
 
-  hyxSDK::Simulation * getSimulation() const;
   void setFrame(hyx::Frame * frame);
   hyx::Frame * getFrame() const;
   /// A body that the rays pass through, as a rule the one that carries the scanner; null for none.
@@ -68,10 +62,12 @@ public:
   void setEnable(bool enable);
   bool getEnable() const;
 
-  /// Scans now and returns the number of hits.
+  /// Scans now and returns the number of hits. Outside of a simulation nothing is hit.
   hyx::UInt scan();
   /// Scans when one is due after `timeStep` more seconds.
   void step(hyx::Real timeStep);
+  /// Advances by the simulation's time step.
+  void postStep(hyx::TimeStamp time, hyx::Real timeStep) override;
   /// Takes points measured elsewhere in place of a scan; the hits' values are kept as they are.
   void setHits(std::vector<LidarHit> hits);
   /// The hits of the last scan.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/hyx/object.h"
+#include "platform/hyx/process.h"
 #include "platform/hyx/types.h"
 #include "platform/hyx/vec3.h"
 #include "platform/hyx/vector.h"
@@ -17,7 +17,7 @@ namespace hyxWire {
 /// A rope or steel wire: points joined by stiff segments that carry tension only, under gravity.
 /// A route of attachments is given first; the points between them are made by the first step.
 /// The force of the wire acts on the attached bodies.
-class Wire : public hyx::Object {
+class Wire : public hyx::Process {
 public:
   /// A wire of `radius` metres with about `segmentsPerMetre` segments. Throws `std::invalid_argument` unless both are above 0.
   Wire(hyx::Real radius, hyx::Real segmentsPerMetre);
@@ -69,6 +69,10 @@ public:
 
   /// Advances the wire by `timeStep` seconds and pulls at the bodies. Throws `std::invalid_argument` unless it is above 0.
   void step(hyx::Real timeStep);
+
+  /// Takes the simulation's gravity.
+  void setSimulation(hyxSDK::Simulation * simulation) override;
+  void preStep(hyx::TimeStamp time, hyx::Real timeStep) override;
 
 protected:
   ~Wire() override;
