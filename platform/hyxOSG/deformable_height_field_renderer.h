@@ -1,8 +1,7 @@
 #pragma once
 /// Draws a height field that is being deformed.
 
-#include "platform/hyx/time_stamp.h"
-#include "platform/hyxSDK/step_event_listener.h"
+#include "platform/hyxSDK/event_listener.h"
 
 #include <osg/Group>
 
@@ -18,7 +17,7 @@ class GeometryNode;
 
 /// Draws the height field of a deformer as tiles; after each step only the tiles that changed are rebuilt, in place.
 /// Add the renderer to the simulation, or call last() yourself.
-class DeformableHeightFieldRenderer : public hyxSDK::StepEventListener {
+class DeformableHeightFieldRenderer : public hyxSDK::EventListener {
 public:
     /// \param deformer the deformer whose height field is drawn; kept alive. Null: not valid, nothing is drawn.
     /// \param root the group that the field is put under. Null: the node is made and can be put anywhere.

@@ -1,10 +1,9 @@
 #pragma once
 /// Arrows that show the forces on bodies and in constraints.
 
-#include "platform/hyx/real.h"
 #include "platform/hyx/vec3.h"
 #include "platform/hyxRender/color.h"
-#include "platform/hyxSDK/step_event_listener.h"
+#include "platform/hyxSDK/event_listener.h"
 
 #include <memory>
 
@@ -19,12 +18,12 @@ class Group;
 
 namespace hyxOSG {
 
-/// Draws one arrow for every body and constraint that was added. Add the renderer to the simulation: after each step
-/// the arrows follow, and they appear in the scene that the application shows for that simulation.
+/// Draws one arrow for every body and constraint that was added. Add the renderer to the simulation as a listener: after
+/// each step the arrows follow, and they appear in the scene that the application shows for that simulation.
 ///
 /// An arrow starts at its attachment point, points along the force and is `scale` metres long per newton (per newton
 /// metre, for the torque of a constraint that turns). Bodies and constraints are kept alive while they have arrows.
-class ForceArrowRenderer : public hyxSDK::StepEventListener {
+class ForceArrowRenderer : public hyxSDK::EventListener {
 public:
     /// Which of a constraint's forces are summed; a bit mask.
     enum ConstraintForceStatistics {
@@ -38,16 +37,17 @@ public:
     /// No arrows yet.
     ForceArrowRenderer();
 
-    /// Shows the resultant force on a body during the last step, gravity and contacts included.
+    /// Shows the force that acted on a body during the last step, its weight left out: contacts, constraints and what
+    /// was added. A body at rest shows what carries it, a falling one nothing.
     /// \param body the body
     /// \param attachment where the arrow starts, in the body's frame, metres
     /// \param color of the arrow; default red
     /// \return false when the body is null or has an arrow already
     bool add(hyx::RigidBody * body, hyx::Vec3 const & attachment, hyxRender::Color const & color = hyxRender::Color::Red());
 
-    /// Shows the forces of a constraint along its free axis.
+    /// Shows the forces of a constraint on its second body, along its free axis.
     /// \param constraint the constraint
-    /// \param attachment where the arrow starts, relative to the constraint's attachment frame, metres
+    /// \param attachment where the arrow starts, in the constraint's first attachment frame, metres
     /// \param color of the arrow
     /// \param statistics which forces are summed; bits of ConstraintForceStatistics
     /// \return false when the constraint is null or has an arrow already

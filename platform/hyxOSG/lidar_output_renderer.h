@@ -86,7 +86,7 @@ public:
     void setIntensityColorFunctionFromInterpolation(osg::Vec4 low, osg::Vec4 high, float maxIntensity);
 
     /// Colours by a legend: linearly between neighbouring points, with the end colours beyond the first and the last.
-    /// Points are sorted by intensity first; those whose intensity is not a number are ignored; of several with one
+    /// Points are sorted by intensity first; those whose intensity is not finite are ignored; of several with one
     /// intensity the first and the last make a sharp edge. An empty legend draws everything white.
     /// \param legend the points; their intensities are fractions of `maxIntensity`
     /// \param maxIntensity the intensity that a legend point of intensity 1 stands for

@@ -2,8 +2,8 @@
 /// Shows the pressure in a contact as coloured triangles.
 
 #include "platform/hyx/affine_matrix4x4.h"
-#include "platform/hyx/real.h"
-#include "platform/hyxModel/pressure_field_renderer.h"
+#include "platform/hyx/referenced.h"
+#include "platform/hyx/types.h"
 #include "platform/hyxModel/triangle_data.h"
 
 #include <osg/Group>
@@ -14,7 +14,7 @@ namespace hyxOSG {
 
 /// Collects the triangles of a pressure field and draws them, coloured from blue at no pressure to red at the highest.
 /// One round is clear(), addTriangle() for each triangle, done(); what is on screen changes at done() only.
-class PressureFieldRenderer : public hyxModel::PressureFieldRenderer {
+class PressureFieldRenderer : public hyx::Referenced {
 public:
     /// \param root the group that the field is put under. Null: nothing is drawn.
     /// \param maxPressure pascal at the highest colour. Default 0: the largest pressure of the round.
@@ -24,17 +24,17 @@ public:
     /// Adds one triangle to the round.
     /// \param triangle corners and the pressure at each; not finite: left out
     /// \param transform from the triangle's frame to the frame of the field
-    void addTriangle(hyxModel::TriangleData const & triangle, hyx::AffineMatrix4x4 const & transform) override;
+    virtual void addTriangle(hyxModel::TriangleData const & triangle, hyx::AffineMatrix4x4 const & transform);
 
     /// Forgets the triangles added so far.
-    void clear() override;
+    virtual void clear();
 
     /// Ends the round: the triangles added since clear() are shown.
-    void done() override;
+    virtual void done();
 
     /// Moves the whole field.
     /// \param transform from the frame of the field to the world
-    void updateTransform(hyx::AffineMatrix4x4 const & transform) override;
+    virtual void updateTransform(hyx::AffineMatrix4x4 const & transform);
 
 protected:
     ~PressureFieldRenderer() override;

@@ -1,8 +1,8 @@
 #pragma once
 /// Colours for scalar values.
 
-#include "platform/hyx/real.h"
 #include "platform/hyx/referenced.h"
+#include "platform/hyx/types.h"
 #include "platform/hyx/vec4f.h"
 #include "platform/hyxRender/color.h"
 

@@ -1,0 +1,18 @@
+#pragma once
+// Where the things of a simulation are drawn, for renderers that are given no group.
+
+#include <osg/Group>
+
+namespace hyxSDK {
+class Simulation;
+}
+
+namespace hyxOSG {
+
+// The application that shows a simulation says where; null ends it. The root is not kept alive.
+void set_simulation_scene(hyxSDK::Simulation const * simulation, osg::Group * root);
+
+// The root for a simulation, or null.
+osg::Group * find_simulation_scene(hyxSDK::Simulation const * simulation);
+
+}
