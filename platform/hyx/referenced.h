@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/hyx/ref_ptr.h"
+
 #include <atomic>
 
 namespace hyx {

@@ -3,7 +3,7 @@
 #include "platform/hyx/object.h"
 #include "platform/hyx/types.h"
 #include "platform/hyx/vec3.h"
-#include "platform/hyx/vector.h"
+#include "platform/hyx/vec3_vector.h"
 
 #include <vector>
 
