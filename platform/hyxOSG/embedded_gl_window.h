@@ -34,17 +34,18 @@ public:
     };
 
     EmbeddedGLWindow();
-    /// Releases what the window holds in the host's context.
+    /// Releases what the window holds in the host's context, if that is current; else it ends with the context.
     ~EmbeddedGLWindow();
     EmbeddedGLWindow(EmbeddedGLWindow const &) = delete;
     EmbeddedGLWindow & operator=(EmbeddedGLWindow const &) = delete;
 
     /// Sets up the viewer for a rectangle of the host's window, in pixels. False when a size is not positive, or it is already set up.
-    /// Call it once with the host's context current.
+    /// Throws `std::runtime_error` when no OpenGL context is current.
     bool init(int x, int y, int width, int height);
     /// Follows a change of the host's window; sizes below one pixel are ignored, as when it is minimised.
     void resize(int x, int y, int width, int height);
-    /// Handles the forwarded input and draws one frame. Throws `std::runtime_error` before `init`.
+    /// Handles the forwarded input and draws one frame. Throws `std::runtime_error` before `init` and while another
+    /// context is current.
     void frame();
     /// Removes the content of the scene (not the decoration) and the simulation.
     void clear();
@@ -54,7 +55,7 @@ public:
     /// Height in pixels, 0 before `init`.
     int getHeight() const;
 
-    /// The mouse is at these pixels.
+    /// The mouse is at these pixels. This and the other events throw `std::runtime_error` before `init`.
     void mouseMoveEvent(int x, int y);
     /// A mouse button went down. @param button 1 left, 2 middle, 3 right.
     void mousePressEvent(int x, int y, int button);
@@ -64,12 +65,12 @@ public:
     void keyPressEvent(int key, int modifiers);
     /// A key went up. @param key a character code or a key symbol of osgGA. @param modifiers mask of osgGA modifier keys held.
     void keyReleaseEvent(int key, int modifiers);
-    /// The wheel was turned: up when `delta` is above zero, down when below.
+    /// The wheel was turned: up when `delta` is above zero, down when below, one step for each 120 and at least one.
     void wheelEvent(int delta);
     /// The queue that takes the forwarded input, or null before `init`.
     osgGA::EventQueue * getEventQueue() const;
 
-    /// Shows a simulation: visuals of its bodies are put under `getRoot()`. Not owned; null removes it. Replaces the one before.
+    /// Shows a simulation: visuals of its bodies are put under `getRoot()`. Kept alive; null removes it. Replaces the one before.
     void setSimulation(hyxSDK::Simulation * simulation);
     /// The simulation that is shown, or null.
     hyxSDK::Simulation * getSimulation() const;

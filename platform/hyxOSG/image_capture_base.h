@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/hyx/ref_ptr.h"
 #include "platform/hyx/referenced.h"
 #include "platform/hyx/types.h"
 #include "platform/hyx/vec2u.h"
@@ -8,6 +7,7 @@
 #include <osg/Camera>
 #include <osg/Image>
 
+#include <exception>
 #include <memory>
 
 namespace hyxSDK {
@@ -56,7 +56,7 @@ public:
     /// Whether a capture is running.
     bool getCaptureStarted() const;
 
-    /// Sets the simulation whose time stamp is the clock; null means the wall clock. Not owned: the simulation must outlive its use.
+    /// Sets the simulation whose time stamp is the clock; kept alive. Null means the wall clock.
     void setSimulation(hyxSDK::Simulation * simulation);
     /// The simulation of the clock, or null.
     hyxSDK::Simulation * getSimulation() const;
@@ -97,6 +97,9 @@ protected:
     ~ImageCaptureBase() override;
 
 private:
+    void takeImages(osg::Viewport const & viewport, long count);
+    void endAfterFailure(std::exception_ptr failure);
+
     struct Impl;
     std::unique_ptr<Impl> m_impl;
 };

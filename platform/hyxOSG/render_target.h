@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/hyx/ref_ptr.h"
 #include "platform/hyx/referenced.h"
 #include "platform/hyx/types.h"
 #include "platform/hyx/vec2.h"
@@ -46,11 +45,12 @@ public:
     /// A colour target of this size in pixels, 1 to 16384. Throws `std::invalid_argument` for a size out of range.
     RenderTarget(hyx::UInt width, hyx::UInt height);
 
-    /// Lets view and projection follow another camera from frame to frame; null ends that and keeps the last ones. The reference camera is
-    /// observed, not kept alive.
+    /// Lets view and projection follow another camera from frame to frame, whatever is set here meanwhile; null ends that and keeps
+    /// the last ones. The reference camera is observed, not kept alive.
     void setReferenceCamera(osg::Camera const * camera);
 
-    /// Sets the capture that takes images of this target; kept alive. Null removes it.
+    /// Sets the capture that takes images of this target; kept alive. Null removes it. Throws `std::invalid_argument` for a depth
+    /// target, which has no colours.
     void setImageCapture(ImageCaptureBase * imageCapture);
     /// The capture that takes images of this target, or null.
     ImageCaptureBase * getImageCapture() const;
@@ -99,21 +99,20 @@ public:
     int getCameraCullMask() const;
 
 protected:
-    /// A target whose result is `texture`; its format must be set.
+    /// See `RenderToImage` for the parameters.
     RenderTarget(hyx::UInt width, hyx::UInt height, BufferComponent component, hyx::UInt samples, TextureFormat format);
     ~RenderTarget() override;
 
     /// Called in the draw of each frame when the target is complete and bound for reading.
     virtual void finishFrame(osg::RenderInfo & renderInfo);
-    /// Called when the size has changed.
-    virtual void resized();
 
     /// The texture that receives the result.
     osg::Texture2D * resultTexture() const;
     BufferComponent bufferComponent() const;
 
 private:
-    friend class RenderTargetDrawCallback;
+    void readFrame(osg::RenderInfo & renderInfo);
+
     struct Impl;
     std::unique_ptr<Impl> m_impl;
 };

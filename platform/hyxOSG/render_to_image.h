@@ -28,7 +28,7 @@ public:
     /// @param buffer where to; null gives false.
     /// @param size its size in bytes; false when it is less than the image needs, nothing is copied then.
     bool extractImageData(unsigned char * buffer, int size) const;
-    /// The pixels themselves; owned by the target, valid until its size changes.
+    /// The pixels themselves; owned by the target, valid until the frame after its size was changed.
     unsigned char * getImageData() const;
 
     /// Writes the image to a file whose extension chooses the format; false when that fails (the reason is notified). A depth image is written as
@@ -38,7 +38,6 @@ public:
 protected:
     ~RenderToImage() override;
     void finishFrame(osg::RenderInfo & renderInfo) override;
-    void resized() override;
 
 private:
     osg::ref_ptr<osg::Image> m_image;

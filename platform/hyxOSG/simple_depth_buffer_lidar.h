@@ -26,6 +26,7 @@ protected:
 
 private:
     bool m_worldCoordinates;
+    /// From pixel centre and depth, -1 to 1, to the point; of the last drawn frame.
     osg::Matrixd m_imageToPoint;
     bool m_scanOutdated = false;
     hyx::VectorPOD<hyx::Vec3f> m_scan;

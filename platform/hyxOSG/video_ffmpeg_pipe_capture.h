@@ -26,13 +26,13 @@ public:
     static CodecStringConversionMap OutputCodecStrings;
 
     /// @param width,height size of the video in pixels, 1 to 16384; odd sizes are padded by a black row or column.
-    /// @param fps both the images a second of the clock and those of the video; above zero.
+    /// @param fps both the images a second of the clock and those of the video; 0.001 to 100000.
     /// @param simulation the clock of the capture; null means the wall clock.
     /// Throws `std::invalid_argument` for a size or rate out of range.
     VideoFFMPEGPipeCapture(hyx::UInt width, hyx::UInt height, double fps, hyxSDK::Simulation * simulation = nullptr);
 
     /// Starts the encoder; `startCapture` and the first `writeImage` do it too. Throws `std::runtime_error` with the reason when it cannot be
-    /// started or the codec has no name in `OutputCodecStrings`. A running encoder is finished first.
+    /// started or the codec has no name in `OutputCodecStrings`. A running encoder is finished first; its failure is notified only.
     void init();
 
     /// Sets the name of the video file without its postfix; used by the next `init`. Default "video".
@@ -46,7 +46,7 @@ public:
     hyx::String getVideoPostFix() const;
 
     /// Sets the frames a second of the video file; where it differs from the rate of the images, frames are repeated or left out so that
-    /// time passes as captured. Throws `std::invalid_argument` unless finite and above zero.
+    /// time passes as captured. Throws `std::invalid_argument` outside 0.001 to 100000.
     void setVideoFPS(double fps);
     /// The frames a second of the video file.
     double getVideoFPS() const;
@@ -57,7 +57,7 @@ public:
     /// The constant rate factor.
     hyx::UInt getVideoCRF() const;
 
-    /// Sets the images a second of the clock, the same value as `setFps`; above zero.
+    /// Sets the images a second of the clock, the same value as `setFps`; 0.001 to 100000.
     void setImageCaptureFPS(double fps);
     /// The images a second of the clock.
     double getImageCaptureFPS() const;

@@ -1,0 +1,57 @@
+/// Putting the encoder's arguments together.
+
+#include "reference/osg/capture/encoder_command.h"
+
+#include <cstdio>
+
+namespace hyxOSG {
+namespace {
+
+constexpr unsigned long largestRateFactor = 51;
+constexpr unsigned long largestQuantiser = 31;
+
+/// All digits, independent of the locale's decimal sign.
+std::string rateText(double rate) {
+    char text[64];
+    std::snprintf(text, sizeof text, "%.0f/1000000", rate * 1e6);
+    return text;
+}
+
+void addQuality(EncoderSettings const & settings, std::vector<std::string> & command) {
+    if (settings.quantiser) {
+        unsigned long const value = 1 + settings.rateFactor * (largestQuantiser - 1) / largestRateFactor;
+        command.insert(command.end(), {"-q:v", std::to_string(value)});
+        return;
+    }
+    command.insert(command.end(), {"-preset", "veryfast"});
+    if (settings.lossless) {
+        command.insert(command.end(), {"-qp", "0"});
+    } else {
+        command.insert(command.end(), {"-crf", std::to_string(settings.rateFactor)});
+    }
+}
+
+} // namespace
+
+std::vector<std::string> encoderCommand(EncoderSettings const & settings) {
+    std::vector<std::string> command{
+        "ffmpeg", "-nostdin", "-hide_banner", "-nostats", "-loglevel", "error", "-y",
+        "-f", "rawvideo", "-pixel_format", "rgb24",
+        "-video_size", std::to_string(settings.width) + "x" + std::to_string(settings.height),
+        "-framerate", rateText(settings.imageRate), "-i", "pipe:0",
+        "-an", "-c:v", settings.encoderName, "-r", rateText(settings.videoRate)};
+    addQuality(settings, command);
+    if (settings.rgb) {
+        command.insert(command.end(), {"-pix_fmt", "rgb24"});
+    } else {
+        command.insert(command.end(), {"-pix_fmt", "yuv420p"});
+        if (settings.width % 2 != 0 || settings.height % 2 != 0) {
+            command.insert(command.end(), {"-vf", "pad=ceil(iw/2)*2:ceil(ih/2)*2"});
+        }
+    }
+    // A name that begins with a dash or holds a colon would be taken for an option or a protocol.
+    command.push_back("file:" + settings.file);
+    return command;
+}
+
+} // namespace hyxOSG

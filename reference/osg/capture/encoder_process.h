@@ -1,0 +1,52 @@
+#pragma once
+/// A child process that is fed through its standard input and says on its standard error what goes wrong.
+
+#include <cstddef>
+#include <string>
+#include <sys/types.h>
+#include <vector>
+
+namespace hyxOSG {
+
+/// Starts the program at construction; `finish` or the destructor ends it. No call waits for ever: a child that takes no data, or
+/// does not end, within the patience given is killed. Not for use by several threads at once.
+///
+/// The child runs in its own process group with default signal handling, so that an interrupt typed at the terminal does not
+/// cut its file. It reads from a socket and not from a pipe, because a write to a socket can be told not to raise SIGPIPE.
+class EncoderProcess {
+public:
+    /// \param command the program, looked up in the PATH, and its arguments.
+    /// \throws std::runtime_error with the reason when it cannot be started
+    explicit EncoderProcess(std::vector<std::string> const & command);
+    /// Kills a child that still runs.
+    ~EncoderProcess();
+    EncoderProcess(EncoderProcess const &) = delete;
+    EncoderProcess & operator=(EncoderProcess const &) = delete;
+
+    /// Hands over all the bytes.
+    /// \throws std::runtime_error with the child's words when it has ended or takes nothing more
+    void write(unsigned char const * data, std::size_t size);
+
+    /// Whether the child has not ended yet.
+    bool isRunning() const;
+
+    /// Ends the input and waits for the child to end; returns its words, "" for none.
+    /// \throws std::runtime_error with the child's words when it reports failure or had to be killed
+    void finish();
+
+private:
+    void drainMessages();
+    bool waitForEnd(double seconds);
+    void endChild();
+    [[noreturn]] void fail(std::string const & what);
+    std::string failureText(std::string const & what) const;
+
+    std::string m_program;
+    std::string m_messages;
+    pid_t m_child = -1;
+    int m_input = -1;
+    int m_errors = -1;
+    int m_status = 0;
+};
+
+} // namespace hyxOSG

@@ -1,0 +1,68 @@
+/// Numbered image files.
+
+#include "platform/hyxOSG/image_capture.h"
+
+#include "reference/osg/capture/image_pixels.h"
+#include "reference/osg/capture/output_folder.h"
+
+#include <osgDB/FileNameUtils>
+#include <osgDB/Registry>
+
+#include <cstdio>
+#include <filesystem>
+#include <stdexcept>
+
+namespace hyxOSG {
+
+ImageCapture::ImageCapture(hyxSDK::Simulation * simulation)
+    : ImageCaptureBase(simulation)
+    , m_prefix("image")
+    , m_postfix(".png") {}
+
+ImageCapture::~ImageCapture() = default;
+
+std::string ImageCapture::getPrefix() const {
+    return m_prefix;
+}
+
+std::string ImageCapture::getPostfix() const {
+    return m_postfix;
+}
+
+std::string ImageCapture::getDirectoryPath() const {
+    return m_directoryPath;
+}
+
+void ImageCapture::setPrefix(std::string const & prefix) {
+    m_prefix = prefix;
+}
+
+void ImageCapture::setPostfix(std::string const & postfix) {
+    m_postfix = postfix;
+}
+
+void ImageCapture::setDirectoryPath(std::string const & directoryPath) {
+    m_directoryPath = directoryPath;
+}
+
+void ImageCapture::startCapture(int maxImages) {
+    prepareOutputFolder(m_directoryPath);
+    ImageCaptureBase::startCapture(maxImages);
+}
+
+void ImageCapture::writeImage(osg::Image * image, hyx::Index index) {
+    requirePixels(image);
+    char number[24];
+    std::snprintf(number, sizeof number, "%05lu", index);
+    std::filesystem::path const file = std::filesystem::path(m_directoryPath) / (m_prefix + number + m_postfix);
+    // Fast compression: the default level takes twice the time for little.
+    osg::ref_ptr<osgDB::Options> const options = new osgDB::Options("PNG_COMPRESSION 1");
+    auto const result = osgDB::Registry::instance()->writeImage(*image, file.string(), options);
+    if (!result.success()) {
+        std::string const reason = result.notHandled() ? "no writer for the extension \"" + osgDB::getFileExtension(file.string()) + "\""
+                                                       : "is the folder there, and the disk not full?";
+        throw std::runtime_error("cannot write the image \"" + file.string() + "\": " + reason);
+    }
+}
+
+} // namespace hyxOSG

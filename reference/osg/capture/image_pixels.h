@@ -1,0 +1,23 @@
+#pragma once
+/// Images as rows of plain RGB bytes, in the size that a file or an encoder wants.
+
+#include <osg/Image>
+
+#include <vector>
+
+namespace hyxOSG {
+
+/// Three bytes a pixel, no padding, upper row first. Memory is kept when it is large enough.
+/// \param image RGB, RGBA, BGR, BGRA or grey bytes are copied; other pixels go through osg's colours.
+/// \param width,height the size wanted; where the image has another one, it is scaled: each pixel is a weighted mean of what
+/// it covers when shrunk, and interpolated between its neighbours when enlarged.
+/// \throws std::invalid_argument for a null or empty image
+void copyPixels(osg::Image const * image, unsigned width, unsigned height, std::vector<unsigned char> & pixels);
+
+/// The image in another size, as RGB bytes.
+osg::ref_ptr<osg::Image> scaledImage(osg::Image const * image, unsigned width, unsigned height);
+
+/// \throws std::invalid_argument that says what to do when the image is null or has no pixels
+void requirePixels(osg::Image const * image);
+
+} // namespace hyxOSG
