@@ -12,6 +12,7 @@ public:
   /// At the place `local` relative to `parent`; null stands for the world.
   explicit Frame(AffineMatrix4x4 const & local, Frame * parent = nullptr);
 
+  /// Null stands for the world. Throws std::invalid_argument when this frame would come to be above itself.
   void setParent(Frame * parent);
   Frame * getParent() const { return m_parent.get(); }
 

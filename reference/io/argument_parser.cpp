@@ -1,0 +1,200 @@
+#include "platform/hyxIO/argument_parser.h"
+
+#include <CLI/CLI.hpp>
+
+#include <charconv>
+#include <iostream>
+#include <map>
+#include <stdexcept>
+
+namespace hyxIO {
+
+namespace {
+
+enum class Value { none, text, number, positiveNumber, wholeNumber, size };
+
+struct KnownOption {
+  char const * name;
+  char const * description;
+  Value value;
+};
+
+constexpr KnownOption knownOptions[] = {
+    {"--window-size", "Size of the window in pixels, such as 1280x720", Value::size},
+    {"--window-position", "Place of the window's upper left corner in pixels, such as 10x10", Value::size},
+    {"--full-screen", "Cover the whole screen", Value::none},
+    {"--offscreen", "Draw without a window", Value::none},
+    {"--no-graphics", "Simulate without drawing", Value::none},
+    {"--time-step", "Length of a simulation step in seconds", Value::positiveNumber},
+    {"--stop-after", "End when this many seconds were simulated", Value::positiveNumber},
+    {"--target-fps", "Draw at most this many frames a second", Value::positiveNumber},
+    {"--real-time", "Keep the simulation to the clock on the wall", Value::none},
+    {"--start-paused", "Wait for the user before the first step", Value::none},
+    {"--solver", "Solver of the simulation: multi, iterative or direct", Value::text},
+    {"--scene", "Number of the scene to start with", Value::wholeNumber},
+    {"--capture", "Write every frame as an image, the names starting with this text", Value::text},
+    {"--capture-rate", "Images for each simulated second", Value::positiveNumber},
+    {"--capture-video", "Write a video to this file", Value::text},
+    {"--journal-record", "Record the simulation into this file", Value::text},
+    {"--journal-append", "Keep the sessions that the recorded file has already", Value::none},
+    {"--journal-play", "Play a recorded file back", Value::text},
+    {"--journal-session", "Name of the session to record or play", Value::text},
+    {"--journal-frequency", "States recorded for each simulated second", Value::positiveNumber},
+    {"--rpc-port", "Serve remote control on this port of the local machine", Value::wholeNumber},
+    {"--rpc-token", "Word that remote callers must know", Value::text},
+    {"--profile", "Write a trace of the run to this file", Value::text},
+};
+
+bool readNumber(std::string const & text, double & number) {
+  auto const result = std::from_chars(text.data(), text.data() + text.size(), number);
+  return result.ec == std::errc() && result.ptr == text.data() + text.size();
+}
+
+bool readInteger(std::string const & text, long & number) {
+  auto const result = std::from_chars(text.data(), text.data() + text.size(), number);
+  return result.ec == std::errc() && result.ptr == text.data() + text.size();
+}
+
+bool readSize(std::string const & text, long & width, long & height) {
+  std::size_t const gap = text.find_first_of("x,");
+  return gap != std::string::npos && readInteger(text.substr(0, gap), width) && readInteger(text.substr(gap + 1), height);
+}
+
+/// What is wrong with the text as such a value; empty when nothing is.
+std::string fault(std::string const & text, Value value) {
+  double number = 0;
+  long width = 0;
+  long height = 0;
+  if ((value == Value::number || value == Value::positiveNumber) && !readNumber(text, number))
+    return "'" + text + "' is not a number";
+  if (value == Value::positiveNumber && !(number > 0))
+    return "'" + text + "' is not above zero";
+  if (value == Value::wholeNumber && !readInteger(text, width))
+    return "'" + text + "' is not a whole number";
+  if (value == Value::size && !readSize(text, width, height))
+    return "'" + text + "' is not a size such as 640x480";
+  return {};
+}
+
+}
+
+struct ArgumentParser::Implementation {
+  struct Entry {
+    CLI::Option * option;
+    std::string text;
+  };
+
+  Implementation() {
+    commandLine.add_option("arguments", texts, "Further arguments, such as files to load")->type_name("TEXT");
+    for (KnownOption const & option : knownOptions)
+      declare(option.name, option.description, option.value, "");
+  }
+
+  void declare(std::string const & name, std::string const & description, Value value, std::string const & preset) {
+    if (entries.contains(name))
+      throw std::invalid_argument("the option " + name + " is declared already");
+    Entry & entry = entries[name];
+    entry.text = preset;
+    try {
+      if (value == Value::none)
+        entry.option = commandLine.add_flag(name, description);
+      else
+        entry.option = commandLine.add_option(name, entry.text, description)
+                           ->check([value](std::string const & text) { return fault(text, value); });
+    } catch (CLI::Error const & error) {
+      entries.erase(name);
+      throw std::invalid_argument(name + " is no name for an option: " + error.what());
+    }
+  }
+
+  Entry const & entry(hyx::String const & name) const {
+    auto const found = entries.find(name);
+    if (found == entries.end())
+      throw std::invalid_argument("there is no option " + name);
+    return found->second;
+  }
+
+  CLI::App commandLine{"Simulates and draws a scene", "application"};
+  std::map<std::string, Entry> entries;
+  std::vector<std::string> texts;
+  hyx::Vector<hyx::String> positional;
+  hyx::Vector<hyx::String> arguments;
+  bool helpRequested = false;
+};
+
+ArgumentParser::ArgumentParser() : m_implementation(std::make_unique<Implementation>()) {}
+
+ArgumentParser::ArgumentParser(hyx::Vector<hyx::String> const & arguments) : ArgumentParser() {
+  parse(arguments);
+}
+
+ArgumentParser::~ArgumentParser() = default;
+
+void ArgumentParser::addOption(hyx::String const & name, hyx::String const & description, hyx::String const & preset) {
+  m_implementation->declare(name, description, Value::text, preset);
+}
+
+void ArgumentParser::addFlag(hyx::String const & name, hyx::String const & description) {
+  m_implementation->declare(name, description, Value::none, "");
+}
+
+void ArgumentParser::parse(hyx::Vector<hyx::String> const & arguments) {
+  Implementation & self = *m_implementation;
+  self.arguments = arguments;
+  // The library takes the arguments from the back.
+  std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
+  try {
+    self.commandLine.parse(std::move(reversed));
+  } catch (CLI::CallForHelp const &) {
+    self.helpRequested = true;
+    std::cout << getHelp() << std::flush;
+  } catch (CLI::ParseError const & error) {
+    throw std::invalid_argument(error.what());
+  }
+  self.positional.assign(self.texts.begin(), self.texts.end());
+}
+
+bool ArgumentParser::isHelpRequested() const {
+  return m_implementation->helpRequested;
+}
+
+hyx::String ArgumentParser::getHelp() const {
+  return m_implementation->commandLine.help();
+}
+
+bool ArgumentParser::has(hyx::String const & name) const {
+  return m_implementation->entry(name).option->count() > 0;
+}
+
+hyx::String ArgumentParser::getString(hyx::String const & name) const {
+  return m_implementation->entry(name).text;
+}
+
+hyx::Real ArgumentParser::getReal(hyx::String const & name) const {
+  double number = 0;
+  if (!readNumber(getString(name), number))
+    throw std::invalid_argument("the option " + name + " has no number for its value");
+  return number;
+}
+
+long ArgumentParser::getInteger(hyx::String const & name) const {
+  long number = 0;
+  if (!readInteger(getString(name), number))
+    throw std::invalid_argument("the option " + name + " has no whole number for its value");
+  return number;
+}
+
+void ArgumentParser::getSize(hyx::String const & name, long & width, long & height) const {
+  if (!readSize(getString(name), width, height))
+    throw std::invalid_argument("the option " + name + " has no size such as 640x480 for its value");
+}
+
+hyx::Vector<hyx::String> const & ArgumentParser::getPositional() const {
+  return m_implementation->positional;
+}
+
+hyx::Vector<hyx::String> const & ArgumentParser::getArguments() const {
+  return m_implementation->arguments;
+}
+
+}
