@@ -1,0 +1,73 @@
+// What every director shares: the Python object it forwards to, who owns it, and the exceptions of failed forwarding.
+//
+// A director is a native object whose virtual functions call the Python method of the same name on `swig_self`. The
+// override always calls by name. Where Python does not override the method, the look-up finds the proxy's own method,
+// whose wrapper sees that it was called by the director's own Python object and runs the native implementation (the
+// upcall rule): that is what ends the recursion.
+//
+// Life: at first the Python object owns the native one and the director only borrows `swig_self`. After disowning,
+// the director holds one reference to `swig_self` until it is destroyed. Every call must come on the thread that
+// holds the interpreter.
+#pragma once
+
+#include <Python.h>
+
+#include <exception>
+#include <map>
+#include <memory>
+#include <string>
+
+namespace Swig {
+
+// Any failure of a call into Python. Sets the Python error unless one is already set.
+class DirectorException : public std::exception {
+  public:
+    DirectorException(PyObject *error, const char *hdr, const char *msg);
+    const char *what() const noexcept override { return swig_msg.c_str(); }
+    // Throws one with RuntimeError and exactly this text.
+    [[noreturn]] static void raise(const char *msg);
+
+  private:
+    std::string swig_msg;
+};
+
+// A Python override raised.
+class DirectorMethodException : public DirectorException {
+  public:
+    using DirectorException::DirectorException;
+    [[noreturn]] static void raise(const char *msg);
+};
+
+// A Python override returned a value of the wrong type.
+class DirectorTypeMismatchException : public DirectorException {
+  public:
+    using DirectorException::DirectorException;
+    [[noreturn]] static void raise(PyObject *error, const char *msg);
+};
+
+// A native object that a director keeps alive.
+struct GCItem {
+    virtual ~GCItem() = default;
+};
+using GCItem_var = std::unique_ptr<GCItem>;
+
+class Director {
+  public:
+    explicit Director(PyObject *self) noexcept : swig_self(self) {}
+    Director(Director const &) = delete;
+    Director &operator=(Director const &) = delete;
+    virtual ~Director();
+    virtual bool swig_get_inner(const char *name) const;
+    virtual void swig_set_inner(const char *name, bool value) const;
+
+    PyObject *swig_get_self() const noexcept { return swig_self; }
+    // Takes one reference to the Python object, once.
+    void swig_disown() noexcept;
+
+  private:
+    PyObject *swig_self; // borrowed until disowned
+    bool swig_disown_flag = false;
+    std::map<void *, GCItem_var> swig_owner;
+};
+
+} // namespace Swig

@@ -1,0 +1,41 @@
+#include "wrappers/capture/codec_strings.h"
+
+#include "platform/hyxOSG/video_ffmpeg_pipe_capture.h"
+#include "runtime/errors.h"
+#include "wrappers/vocabulary/results.h"
+
+using hyxOSG::VideoFFMPEGPipeCapture;
+
+namespace {
+
+// The message of a null reference; that of a wrong type starts after its first words.
+constexpr char null_message[] =
+    "invalid null reference in variable 'hyxOSG::VideoFFMPEGPipeCapture::OutputCodecStrings' of type "
+    "'hyxOSG::VideoFFMPEGPipeCapture::CodecStringConversionMap'";
+constexpr const char *type_message = null_message + sizeof "invalid null reference " - 1;
+
+} // namespace
+
+PyObject *wrappers::get_codec_strings()
+{
+    return from_pointer(&VideoFFMPEGPipeCapture::OutputCodecStrings, PointerResult::borrowed_proxied);
+}
+
+int wrappers::set_codec_strings(PyObject *value)
+{
+    using Map = VideoFFMPEGPipeCapture::CodecStringConversionMap;
+    void *pointer = nullptr;
+    int const status = SWIG_Python_ConvertPtrAndOwn(value, &pointer, descriptor<Map>());
+    if (status != SWIG_OK) {
+        runtime::raise_argument_error(status, type_message);
+        return 1;
+    }
+    if (!pointer) {
+        PyErr_SetString(PyExc_TypeError, null_message);
+        return 1;
+    }
+    auto const *map = static_cast<Map const *>(pointer);
+    if (map != &VideoFFMPEGPipeCapture::OutputCodecStrings)
+        VideoFFMPEGPipeCapture::OutputCodecStrings = *map;
+    return 0;
+}
