@@ -48,6 +48,8 @@ protected:
   ~HeightFieldDeformer() override = default;
 
 private:
+  hyx::Real pressLocal(hyx::Vec3 const & local, hyx::Real force);
+
   hyx::ref_ptr<hyxCollide::Geometry> m_geometry;
   hyx::ref_ptr<hyxCollide::HeightField> m_field;
   std::vector<hyx::Real> m_firstHeights;

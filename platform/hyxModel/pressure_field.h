@@ -3,6 +3,7 @@
 #include "platform/hyx/process.h"
 #include "platform/hyx/referenced.h"
 #include "platform/hyx/types.h"
+#include "platform/hyxCollide/contact.h"
 #include "platform/hyxCollide/geometry.h"
 #include "platform/hyxModel/triangle_data.h"
 
@@ -41,7 +42,8 @@ protected:
   ~PressureField() override = default;
 
 private:
-  void addFaces(hyx::Vec3 const & halfExtents, hyx::Real resolution);
+  void addFaces(hyxCollide::Geometry const & box, hyx::Real resolution);
+  void addContact(hyxCollide::LocalGeometryContact const & contact);
 
   hyx::ref_ptr<hyx::RigidBody> m_body;
   hyx::Real m_depth = 0.01;

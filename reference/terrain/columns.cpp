@@ -1,0 +1,198 @@
+#include "reference/terrain/columns.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace hyxTerrain {
+
+using hyx::Real;
+
+Columns::Columns(hyx::UInt nx, hyx::UInt ny, Real elementSize, Real depth)
+    : nx(nx), ny(ny), elementSize(elementSize), area(elementSize * elementSize), rock(-depth), materials(1),
+      m_columns(nx * ny), m_exactHeights(nx * ny, 0), m_heights(nx * ny, 0), m_changedMarks(nx * ny, 0), m_rowRevisions(ny, 1) {
+  Layer const ground{materials[0].density * depth * area, 1, 0};
+  for (Column & column : m_columns)
+    push(column, ground);
+}
+
+Real Columns::fluidThickness(std::size_t c) const {
+  Column const & column = m_columns[c];
+  return column.fluidMass / (materials[column.fluidMaterial].density * loose * area);
+}
+
+Real Columns::mass() const {
+  Real sum = 0;
+  for (Column const & column : m_columns) {
+    sum += column.fluidMass;
+    for (int i = 0; i < column.count; ++i)
+      sum += column.layers[i].mass;
+  }
+  return sum;
+}
+
+void Columns::addSolid(std::size_t c, Soil const & soil, Real compaction) {
+  if (soil.mass > 0)
+    push(m_columns[c], {soil.mass, static_cast<float>(compaction), static_cast<unsigned int>(soil.material)});
+  refresh(c);
+}
+
+void Columns::addFluid(std::size_t c, Soil const & soil, hyx::Vec3f const & velocity) {
+  Column & column = m_columns[c];
+  if (column.fluidMass > 0 && column.fluidMaterial != soil.material)
+    settle(c, 1);
+  Real const total = column.fluidMass + soil.mass;
+  if (total > 0)
+    column.velocity = column.velocity * static_cast<float>(column.fluidMass / total) + velocity * static_cast<float>(soil.mass / total);
+  column.fluidMass = total;
+  column.fluidMaterial = static_cast<unsigned int>(soil.material);
+  refresh(c);
+}
+
+Soil Columns::take(std::size_t c, Real wanted) {
+  Column & column = m_columns[c];
+  Soil taken;
+  if (column.fluidMass > 0) {
+    Real const part = std::min(1.0, wanted / fluidThickness(c));
+    taken = {column.fluidMass * part, column.fluidMaterial};
+    column.fluidMass -= taken.mass;
+  } else if (column.count > 0) {
+    Layer & top = column.layers[column.count - 1];
+    Real const part = std::min(1.0, wanted / thickness(top));
+    taken = {top.mass * part, top.material};
+    top.mass -= taken.mass;
+    if (part == 1)
+      --column.count;
+  }
+  refresh(c);
+  return taken;
+}
+
+void Columns::settle(std::size_t c, Real part) {
+  Column & column = m_columns[c];
+  Real const mass = column.fluidMass * part;
+  column.fluidMass -= mass;
+  column.velocity *= static_cast<float>(1 - part);
+  if (mass > 0)
+    push(column, {mass, static_cast<float>(loose), column.fluidMaterial});
+  refresh(c);
+}
+
+void Columns::compact(std::size_t c, Real pressure) {
+  Column & column = m_columns[c];
+  settle(c, 1);
+  splitAt(column, 2 * elementSize);
+  Real depth = 0;
+  for (int i = column.count - 1; i >= 0; --i) {
+    Layer & layer = column.layers[i];
+    SoilMaterial const & material = materials[layer.material];
+    Real const middle = depth + 0.5 * thickness(layer);
+    depth += thickness(layer);
+    Real const spread = 1 + middle / elementSize;
+    Real const ratio = pressure / (spread * spread) / material.firstPressure;
+    if (ratio > 1) {
+      Real const reached = std::min(1 + material.compressibility * std::log10(ratio), densest);
+      layer.compaction = std::max(layer.compaction, static_cast<float>(reached));
+    }
+  }
+  refresh(c);
+}
+
+void Columns::changeMaterial(std::size_t c, unsigned int material, Real depth) {
+  Column & column = m_columns[c];
+  settle(c, 1);
+  splitAt(column, depth);
+  Real reached = 0;
+  for (int i = column.count - 1; i >= 0 && reached < depth * (1 - 1e-9); --i) {
+    Layer & layer = column.layers[i];
+    reached += thickness(layer);
+    layer.mass *= materials[material].density / materials[layer.material].density;
+    layer.material = material;
+  }
+  refresh(c);
+}
+
+void Columns::replaceMaterial(hyx::UInt material, SoilMaterial const & value) {
+  materials[material] = value;
+  for (std::size_t c = 0; c < size(); ++c)
+    refresh(c);
+}
+
+// Puts a layer on top; one that is like the top layer becomes part of it.
+void Columns::push(Column & column, Layer const & layer) {
+  if (column.count > 0) {
+    Layer & top = column.layers[column.count - 1];
+    if (top.material == layer.material && std::abs(top.compaction - layer.compaction) < 1e-3f) {
+      top.mass += layer.mass;
+      return;
+    }
+  }
+  if (column.count == maximumLayers)
+    mergeMostAlike(column);
+  column.layers[column.count++] = layer;
+}
+
+// Joins two neighbouring layers, of one kind where there are such; mass and volume stay.
+void Columns::mergeMostAlike(Column & column) {
+  int best = 0;
+  Real bestDifference = 1e300;
+  for (int i = 0; i + 1 < column.count; ++i) {
+    Layer const & low = column.layers[i];
+    Layer const & high = column.layers[i + 1];
+    Real const difference = std::abs(low.compaction - high.compaction) + (low.material == high.material ? 0 : 1000);
+    if (difference < bestDifference) {
+      bestDifference = difference;
+      best = i;
+    }
+  }
+  Layer & low = column.layers[best];
+  Layer const & high = column.layers[best + 1];
+  Real const volume = thickness(low) + thickness(high);
+  unsigned int const material = high.mass > low.mass ? high.material : low.material;
+  Real const mass = low.mass + high.mass;
+  low = {mass, static_cast<float>(mass / (materials[material].density * volume * area)), material};
+  std::copy(column.layers.begin() + best + 2, column.layers.begin() + column.count, column.layers.begin() + best + 1);
+  --column.count;
+}
+
+// Cuts the layer that reaches across `depth` metres below the top of the layers.
+void Columns::splitAt(Column & column, Real depth) {
+  Real top = 0;
+  for (int i = column.count - 1; i >= 0; --i) {
+    Real const bottom = top + thickness(column.layers[i]);
+    if (bottom > depth * (1 + 1e-9) && top < depth * (1 - 1e-9)) {
+      if (column.count == maximumLayers) {
+        mergeMostAlike(column);
+        return splitAt(column, depth);
+      }
+      std::copy_backward(column.layers.begin() + i, column.layers.begin() + column.count, column.layers.begin() + column.count + 1);
+      ++column.count;
+      Real const upper = column.layers[i].mass * (depth - top) / (bottom - top);
+      column.layers[i].mass -= upper;
+      column.layers[i + 1].mass = upper;
+      return;
+    }
+    top = bottom;
+  }
+}
+
+void Columns::refresh(std::size_t c) {
+  Column const & column = m_columns[c];
+  Real height = rock + fluidThickness(c);
+  for (int i = 0; i < column.count; ++i)
+    height += thickness(column.layers[i]);
+  m_exactHeights[c] = height;
+  m_heights[c] = static_cast<float>(height);
+  m_rowRevisions[c / nx] = ++m_revision;
+  if (!m_changedMarks[c]) {
+    m_changedMarks[c] = 1;
+    m_changed.push_back(c);
+  }
+}
+
+std::vector<std::size_t> Columns::takeChanged() {
+  for (std::size_t c : m_changed)
+    m_changedMarks[c] = 0;
+  return std::exchange(m_changed, {});
+}
+
+}
