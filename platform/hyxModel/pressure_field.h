@@ -3,7 +3,7 @@
 #include "platform/hyx/process.h"
 #include "platform/hyx/referenced.h"
 #include "platform/hyx/types.h"
-#include "platform/hyxCollide/contact.h"
+#include "platform/hyxCollide/local_geometry_contact.h"
 #include "platform/hyxCollide/geometry.h"
 #include "platform/hyxModel/triangle_data.h"
 

@@ -2,11 +2,11 @@
 
 #include "platform/hyx/rigid_body.h"
 #include "platform/hyxSDK/simulation.h"
+#include "reference/core/number_checks.h"
 #include "reference/wire/chain_route.h"
 
-#include <cmath>
+#include <algorithm>
 #include <numbers>
-#include <stdexcept>
 
 namespace hyxCable {
 
@@ -16,11 +16,6 @@ using hyx::Vec3;
 namespace {
 
 constexpr hyx::UInt substeps = 20;
-
-void requireAbove0(Real value, char const * text) {
-  if (!(value > 0) || std::isinf(value))
-    throw std::invalid_argument(text);
-}
 
 }
 
@@ -40,11 +35,11 @@ struct Cable::Impl {
 };
 
 Cable::Cable(Real radius, Real segmentsPerMetre, CableProperties const & properties) : m_impl(std::make_unique<Impl>()) {
-  requireAbove0(radius, "the radius of a cable must be above 0");
-  requireAbove0(segmentsPerMetre, "a cable needs more than 0 segments per metre");
-  requireAbove0(properties.youngModulus, "the Young modulus of a cable must be above 0");
-  requireAbove0(properties.shearModulus, "the shear modulus of a cable must be above 0");
-  requireAbove0(properties.density, "the density of a cable must be above 0");
+  hyx::requirePositive(radius, "the radius of a cable");
+  hyx::requirePositive(segmentsPerMetre, "the number of segments per metre of a cable");
+  hyx::requirePositive(properties.youngModulus, "the Young modulus of a cable");
+  hyx::requirePositive(properties.shearModulus, "the shear modulus of a cable");
+  hyx::requirePositive(properties.density, "the density of a cable");
   Real const section = std::numbers::pi * radius * radius;
   m_impl->radius = radius;
   m_impl->segmentLength = 1 / segmentsPerMetre;
@@ -74,9 +69,7 @@ void Cable::setGravity(Vec3 const & gravity) { m_impl->chain.gravity = gravity; 
 Vec3 Cable::getGravity() const { return m_impl->chain.gravity; }
 void Cable::setEndPoint(bool first, Vec3 const & point) { m_impl->route.moveEnd(m_impl->chain, first, point); }
 void Cable::setEndTwist(Real angle) {
-  if (!std::isfinite(angle))
-    throw std::invalid_argument("the twist of a cable must be finite");
-  m_impl->endTwist = angle;
+  m_impl->endTwist = hyx::requireFinite(angle, "the twist of a cable");
 }
 Real Cable::getEndTwist() const { return m_impl->endTwist; }
 
@@ -98,7 +91,7 @@ SegmentLoad Cable::getLoad(hyx::Index segment) const {
 }
 
 void Cable::step(Real timeStep) {
-  requireAbove0(timeStep, "the time step of a cable must be above 0");
+  hyx::requirePositive(timeStep, "the time step of a cable");
   initialize();
   m_impl->route.takeBodies(m_impl->chain);
   m_impl->bodyTwist += (m_impl->turnRate(true) - m_impl->turnRate(false)) * timeStep;

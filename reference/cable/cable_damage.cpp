@@ -1,4 +1,5 @@
 #include "platform/hyxCable/cable_damage.h"
+#include "reference/core/number_checks.h"
 
 #include <algorithm>
 #include <cmath>
@@ -21,10 +22,10 @@ void requireSegment(hyx::Index segment, hyx::UInt count) {
 CableDamage::CableDamage(Cable * cable, DamageProperties const & properties) : m_cable(cable), m_properties(properties) {
   if (!cable)
     throw std::invalid_argument("cable damage needs a cable");
-  if (!(properties.tensionWeight >= 0 && properties.bendWeight >= 0 && properties.twistWeight >= 0))
-    throw std::invalid_argument("the weights of cable damage must not be below 0");
-  if (!(properties.referenceStress > 0 && properties.exponent > 0))
-    throw std::invalid_argument("the reference stress and the exponent of cable damage must be above 0");
+  for (Real weight : {properties.tensionWeight, properties.bendWeight, properties.twistWeight})
+    hyx::requireNonNegative(weight, "a weight of cable damage");
+  hyx::requirePositive(properties.referenceStress, "the reference stress of cable damage");
+  hyx::requirePositive(properties.exponent, "the exponent of cable damage");
 }
 
 Cable * CableDamage::getCable() const { return m_cable.get(); }

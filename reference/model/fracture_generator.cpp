@@ -5,6 +5,7 @@
 #include "platform/hyxCollide/space.h"
 #include "platform/hyxCollide/trimesh.h"
 #include "platform/hyxSDK/simulation.h"
+#include "reference/core/number_checks.h"
 #include "reference/model/convex_cell.h"
 
 #include <algorithm>
@@ -58,8 +59,7 @@ void FractureGenerator::setBreakingForce(Real force) {
 Real FractureGenerator::getBreakingForce() const { return m_breakingForce; }
 
 std::vector<FractureCell> FractureGenerator::createCells(Vec3 const & half, std::vector<Vec3> const & seeds) {
-  if (!(half.x > 0 && half.y > 0 && half.z > 0))
-    throw std::invalid_argument("only a box with half extents above 0 can be cut into cells");
+  hyx::requirePositive(half, "the half extents of a box to be cut");
   std::vector<FractureCell> cells;
   for (std::size_t i = 0; i < seeds.size(); ++i) {
     ConvexCell cell(half);

@@ -2,6 +2,7 @@
 
 #include "platform/hyxCollide/space.h"
 #include "platform/hyxSDK/simulation.h"
+#include "reference/core/number_checks.h"
 
 #include <algorithm>
 #include <cmath>
@@ -14,16 +15,6 @@ using hyx::Real;
 using hyx::UInt;
 using hyx::Vec3;
 
-namespace {
-
-Real requireAbove0(Real value, char const * text) {
-  if (!(value > 0) || std::isinf(value))
-    throw std::invalid_argument(text);
-  return value;
-}
-
-}
-
 HeightFieldDeformer::HeightFieldDeformer(hyxCollide::Geometry * geometry) : m_geometry(geometry) {
   if (!geometry || geometry->getShape()->getType() != hyxCollide::Shape::HEIGHT_FIELD)
     throw std::invalid_argument("a height field deformer needs a geometry with a height field");
@@ -34,17 +25,15 @@ HeightFieldDeformer::HeightFieldDeformer(hyxCollide::Geometry * geometry) : m_ge
 hyxCollide::Geometry * HeightFieldDeformer::getGeometry() const { return m_geometry.get(); }
 hyxCollide::HeightField * HeightFieldDeformer::getHeightField() const { return m_field.get(); }
 void HeightFieldDeformer::setStiffness(Real stiffness) {
-  m_stiffness = requireAbove0(stiffness, "the stiffness of a height field must be above 0");
+  m_stiffness = hyx::requirePositive(stiffness, "the stiffness of a height field");
 }
 Real HeightFieldDeformer::getStiffness() const { return m_stiffness; }
 void HeightFieldDeformer::setMaximumSinkage(Real depth) {
-  if (!(depth >= 0))
-    throw std::invalid_argument("the sinkage of a height field must not be below 0");
-  m_maximumSinkage = depth;
+  m_maximumSinkage = hyx::requireNonNegative(depth, "the sinkage of a height field");
 }
 Real HeightFieldDeformer::getMaximumSinkage() const { return m_maximumSinkage; }
 void HeightFieldDeformer::setContactRadius(Real radius) {
-  m_radius = requireAbove0(radius, "the contact radius of a height field must be above 0");
+  m_radius = hyx::requirePositive(radius, "the contact radius of a height field");
 }
 Real HeightFieldDeformer::getContactRadius() const { return m_radius; }
 UInt HeightFieldDeformer::getRevision() const { return m_revision; }

@@ -4,6 +4,7 @@
 #include "platform/hyxCollide/box.h"
 #include "platform/hyxCollide/space.h"
 #include "platform/hyxSDK/simulation.h"
+#include "reference/core/number_checks.h"
 
 #include <algorithm>
 #include <cmath>
@@ -28,8 +29,7 @@ hyx::UInt pieces(Real length, Real resolution) {
 PressureField::PressureField(hyx::RigidBody * body, Real resolution) : m_body(body) {
   if (!body)
     throw std::invalid_argument("a pressure field needs a body");
-  if (!(resolution > 0))
-    throw std::invalid_argument("the resolution of a pressure field must be above 0");
+  hyx::requirePositive(resolution, "the resolution of a pressure field");
   for (auto const & geometry : body->getGeometries())
     if (geometry->getShape()->getType() == hyxCollide::Shape::BOX)
       addFaces(*geometry, resolution);
@@ -40,9 +40,7 @@ PressureField::PressureField(hyx::RigidBody * body, Real resolution) : m_body(bo
 hyx::RigidBody * PressureField::getRigidBody() const { return m_body.get(); }
 
 void PressureField::setFoundationDepth(Real depth) {
-  if (!(depth > 0))
-    throw std::invalid_argument("the depth of a foundation must be above 0");
-  m_depth = depth;
+  m_depth = hyx::requirePositive(depth, "the depth of a foundation");
 }
 Real PressureField::getFoundationDepth() const { return m_depth; }
 

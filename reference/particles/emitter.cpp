@@ -1,7 +1,5 @@
 #include "platform/hyx/emitter.h"
-
-#include <cmath>
-#include <stdexcept>
+#include "reference/core/number_checks.h"
 
 namespace hyx {
 
@@ -14,8 +12,8 @@ void Emitter::setPosition(Vec3 const & position) { m_position = position; }
 Vec3 Emitter::getPosition() const { return m_position; }
 
 void Emitter::setHalfExtents(Vec3 const & halfExtents) {
-  if (!(halfExtents.x >= 0 && halfExtents.y >= 0 && halfExtents.z >= 0))
-    throw std::invalid_argument("the half extents of an emitter must not be below 0");
+  for (std::size_t i = 0; i < 3; ++i)
+    requireNonNegative(halfExtents[i], "a half extent of an emitter");
   m_halfExtents = halfExtents;
 }
 Vec3 Emitter::getHalfExtents() const { return m_halfExtents; }
@@ -24,9 +22,7 @@ void Emitter::setVelocity(Vec3 const & velocity) { m_velocity = velocity; }
 Vec3 Emitter::getVelocity() const { return m_velocity; }
 
 void Emitter::setRate(Real perSecond) {
-  if (!(perSecond >= 0) || std::isinf(perSecond))
-    throw std::invalid_argument("the rate of an emitter must be finite and not below 0");
-  m_rate = perSecond;
+  m_rate = requireNonNegative(perSecond, "the rate of an emitter");
 }
 Real Emitter::getRate() const { return m_rate; }
 
@@ -38,8 +34,7 @@ void Emitter::setEnable(bool enable) { m_enable = enable; }
 bool Emitter::getEnable() const { return m_enable; }
 
 void Emitter::step(Real timeStep) {
-  if (!(timeStep > 0))
-    throw std::invalid_argument("the time step of an emitter must be above 0");
+  requirePositive(timeStep, "the time step of an emitter");
   if (!m_enable)
     return;
   // The slack keeps ten steps of a tenth from summing up to just less than one.

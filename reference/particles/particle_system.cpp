@@ -2,6 +2,7 @@
 
 #include "platform/hyx/rigid_body.h"
 #include "platform/hyxSDK/simulation.h"
+#include "reference/core/number_checks.h"
 #include "reference/particles/body_obstacle.h"
 #include "reference/particles/neighbour_grid.h"
 
@@ -17,13 +18,6 @@ namespace {
 
 constexpr int substepsPerStep = 2;
 constexpr int sweepsPerSubstep = 4;
-
-bool isFinite(Vec3 const & value) { return std::isfinite(value.x) && std::isfinite(value.y) && std::isfinite(value.z); }
-
-void requireAbove(Real value, Real limit, char const * text) {
-  if (!(value > limit) || std::isinf(value))
-    throw std::invalid_argument(text);
-}
 
 Real sphereVolume(Real radius) { return 4.0 / 3.0 * std::numbers::pi * radius * radius * radius; }
 
@@ -74,10 +68,10 @@ Index ParticleSystem::createParticle(Vec3 const & position, Vec3 const & velocit
 }
 
 Index ParticleSystem::createParticle(Vec3 const & position, Vec3 const & velocity, Real radius, Real mass) {
-  if (!isFinite(position) || !isFinite(velocity))
-    throw std::invalid_argument("a particle needs a finite position and velocity");
-  requireAbove(radius, 0, "the radius of a particle must be above 0");
-  requireAbove(mass, 0, "the mass of a particle must be above 0");
+  requireFinite(position, "the position of a particle");
+  requireFinite(velocity, "the velocity of a particle");
+  requirePositive(radius, "the radius of a particle");
+  requirePositive(mass, "the mass of a particle");
   Particle particle;
   particle.id = m_impl->nextId++;
   particle.position = position;
@@ -117,21 +111,17 @@ Real ParticleSystem::getMass() const {
 }
 
 void ParticleSystem::setParticleRadius(Real radius) {
-  requireAbove(radius, 0, "the radius of particles must be above 0");
-  m_impl->radius = radius;
+  m_impl->radius = requirePositive(radius, "the radius of particles");
 }
 Real ParticleSystem::getParticleRadius() const { return m_impl->radius; }
 
 void ParticleSystem::setDensity(Real density) {
-  requireAbove(density, 0, "the density of particles must be above 0");
-  m_impl->density = density;
+  m_impl->density = requirePositive(density, "the density of particles");
 }
 Real ParticleSystem::getDensity() const { return m_impl->density; }
 
 void ParticleSystem::setFriction(Real friction) {
-  if (!(friction >= 0))
-    throw std::invalid_argument("the friction of particles must not be below 0");
-  m_impl->friction = friction;
+  m_impl->friction = requireNonNegative(friction, "the friction of particles");
 }
 Real ParticleSystem::getFriction() const { return m_impl->friction; }
 
@@ -169,7 +159,7 @@ bool ParticleSystem::removeObstacle(RigidBody * body) {
 }
 
 void ParticleSystem::step(Real timeStep) {
-  requireAbove(timeStep, 0, "the time step of particles must be above 0");
+  requirePositive(timeStep, "the time step of particles");
   if (!m_impl->enable)
     return;
   for (int i = 0; i < substepsPerStep; ++i)

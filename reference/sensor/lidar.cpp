@@ -4,6 +4,7 @@
 #include "platform/hyx/rigid_body.h"
 #include "platform/hyxCollide/space.h"
 #include "platform/hyxSDK/simulation.h"
+#include "reference/core/number_checks.h"
 
 #include <cmath>
 #include <numbers>
@@ -70,17 +71,13 @@ void Lidar::setRange(hyx::RangeReal range) {
 hyx::RangeReal Lidar::getRange() const { return m_impl->range; }
 
 void Lidar::setDistanceNoise(Real standardDeviation) {
-  if (!(standardDeviation >= 0))
-    throw std::invalid_argument("the noise of a lidar must not be below 0");
-  m_impl->noise = standardDeviation;
+  m_impl->noise = hyx::requireNonNegative(standardDeviation, "the noise of a lidar");
 }
 Real Lidar::getDistanceNoise() const { return m_impl->noise; }
 void Lidar::setSeed(hyx::UInt seed) { m_impl->generator.seed(seed); }
 
 void Lidar::setScanRate(Real perSecond) {
-  if (!(perSecond >= 0))
-    throw std::invalid_argument("the scan rate of a lidar must not be below 0");
-  m_impl->rate = perSecond;
+  m_impl->rate = hyx::requireNonNegative(perSecond, "the scan rate of a lidar");
 }
 Real Lidar::getScanRate() const { return m_impl->rate; }
 void Lidar::setEnable(bool enable) { m_impl->enable = enable; }
@@ -100,8 +97,7 @@ hyx::UInt Lidar::scan() {
 }
 
 void Lidar::step(Real timeStep) {
-  if (!(timeStep > 0))
-    throw std::invalid_argument("the time step of a lidar must be above 0");
+  hyx::requirePositive(timeStep, "the time step of a lidar");
   if (!m_impl->enable)
     return;
   m_impl->due += timeStep * m_impl->rate;

@@ -1,5 +1,6 @@
 #include "platform/hyxTerrain/terrain.h"
 
+#include "reference/core/number_checks.h"
 #include "reference/terrain/avalanche.h"
 #include "reference/terrain/blade_cut.h"
 #include "reference/terrain/columns.h"
@@ -17,16 +18,6 @@ using hyx::UInt;
 using hyx::Vec3;
 
 namespace {
-
-void requireAbove0(Real value, char const * text) {
-  if (!(value > 0) || std::isinf(value))
-    throw std::invalid_argument(text);
-}
-
-void requireFinite(Real value) {
-  if (!std::isfinite(value))
-    throw std::invalid_argument("heights, masses and pressures of a terrain must be finite");
-}
 
 UInt requireSide(UInt columns) {
   if (columns < 2 || columns > 4096)
@@ -77,8 +68,8 @@ struct Terrain::Impl {
 };
 
 Terrain::Terrain(UInt columnsX, UInt columnsY, Real elementSize, Real depth) {
-  requireAbove0(elementSize, "the element size of a terrain must be above 0");
-  requireAbove0(depth, "the depth of a terrain must be above 0");
+  hyx::requirePositive(elementSize, "the element size of a terrain");
+  hyx::requirePositive(depth, "the depth of a terrain");
   m_impl = std::make_unique<Impl>(requireSide(columnsX), requireSide(columnsY), elementSize, depth);
   m_impl->surface = new TerrainObstacle(*this);
   m_impl->grains->addObstacle(m_impl->surface.get());
@@ -100,7 +91,7 @@ Vec3 Terrain::getPosition() const { return m_impl->position; }
 Real Terrain::getHeight(UInt x, UInt y) const { return m_impl->columns.height(m_impl->at(x, y)); }
 
 void Terrain::setHeight(UInt x, UInt y, Real height) {
-  requireFinite(height);
+  hyx::requireFinite(height, "the height of a terrain");
   std::size_t const c = m_impl->at(x, y);
   Columns & columns = m_impl->columns;
   height = std::max(height, columns.rock);
@@ -146,16 +137,15 @@ UInt Terrain::getNumMaterials() const { return m_impl->columns.materials.size();
 SoilMaterial Terrain::getMaterial(UInt index) const { return m_impl->columns.materials[m_impl->material(index)]; }
 
 void Terrain::setMaterial(UInt index, SoilMaterial const & material) {
-  requireAbove0(material.density, "the density of soil must be above 0");
-  requireAbove0(material.reposeAngle, "the angle of repose of soil must be above 0");
-  requireAbove0(material.firstPressure, "the first pressure of soil must be above 0");
-  if (!(material.compressibility >= 0))
-    throw std::invalid_argument("the compressibility of soil must not be below 0");
+  hyx::requirePositive(material.density, "the density of soil");
+  hyx::requirePositive(material.reposeAngle, "the angle of repose of soil");
+  hyx::requirePositive(material.firstPressure, "the first pressure of soil");
+  hyx::requireNonNegative(material.compressibility, "the compressibility of soil");
   m_impl->columns.replaceMaterial(m_impl->material(index), material);
 }
 
 void Terrain::setColumnMaterial(UInt x, UInt y, UInt index, Real depth) {
-  requireAbove0(depth, "the depth of a change of soil must be above 0");
+  hyx::requirePositive(depth, "the depth of a change of soil");
   m_impl->columns.changeMaterial(m_impl->at(x, y), static_cast<unsigned int>(m_impl->material(index)), depth);
 }
 
@@ -197,25 +187,23 @@ Vec3 Terrain::getFluidVelocity(UInt x, UInt y) const {
 Real Terrain::getMass() const { return m_impl->columns.mass() + m_impl->loose.mass(); }
 
 void Terrain::addMass(UInt x, UInt y, Real mass, UInt material) {
-  requireFinite(mass);
-  if (mass < 0)
-    throw std::invalid_argument("the mass added to a terrain must not be below 0");
+  hyx::requireNonNegative(mass, "the mass added to a terrain");
   m_impl->columns.addSolid(m_impl->at(x, y), {mass, m_impl->material(material)}, Columns::loose);
 }
 
 Real Terrain::removeAbove(UInt x, UInt y, Real height) {
-  requireFinite(height);
+  hyx::requireFinite(height, "the height of a terrain");
   return m_impl->takeAbove(m_impl->at(x, y), height, [](Soil const &) {});
 }
 
 Real Terrain::dig(UInt x, UInt y, Real height, Vec3 const & velocity) {
-  requireFinite(height);
+  hyx::requireFinite(height, "the height of a terrain");
   std::size_t const c = m_impl->at(x, y);
   return m_impl->takeAbove(c, height, [&](Soil const & soil) { m_impl->loose.free(c, soil, velocity, m_impl->position); });
 }
 
 Real Terrain::compact(UInt x, UInt y, Real pressure) {
-  requireFinite(pressure);
+  hyx::requireFinite(pressure, "the pressure on a terrain");
   std::size_t const c = m_impl->at(x, y);
   Real const before = m_impl->columns.height(c);
   if (pressure > 0)
@@ -238,7 +226,7 @@ void Terrain::setEnableSoilParticles(bool enable) { m_impl->soilParticles = enab
 bool Terrain::getEnableSoilParticles() const { return m_impl->soilParticles; }
 
 void Terrain::step(Real timeStep) {
-  requireAbove0(timeStep, "the time step of a terrain must be above 0");
+  hyx::requirePositive(timeStep, "the time step of a terrain");
   std::vector<Vec3> blades;
   for (auto const & tool : m_impl->tools)
     if (tool->getEnable()) {

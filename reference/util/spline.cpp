@@ -1,36 +1,28 @@
 #include "platform/hyxUtil/spline.h"
+#include "reference/core/number_checks.h"
 
 #include <algorithm>
 #include <cmath>
-#include <stdexcept>
 
 namespace hyxUtil {
-
-namespace {
-
-void requireFinite(hyx::Vec3 const & point) {
-  if (!std::isfinite(point.x) || !std::isfinite(point.y) || !std::isfinite(point.z))
-    throw std::invalid_argument("a control point of a spline must be finite");
-}
-
-}
 
 void Spline::change() { ++m_revision; }
 
 void Spline::add(hyx::Vec3 const & point) {
-  requireFinite(point);
+  hyx::requireFinite(point, "a control point of a spline");
   m_points.push_back(point);
   change();
 }
 
 void Spline::setPoint(hyx::Index index, hyx::Vec3 const & point) {
-  requireFinite(point);
+  hyx::requireFinite(point, "a control point of a spline");
   m_points.at(index) = point;
   change();
 }
 
 void Spline::setPoints(hyx::Vec3Vector const & points) {
-  std::for_each(points.begin(), points.end(), requireFinite);
+  for (hyx::Vec3 const & point : points)
+    hyx::requireFinite(point, "a control point of a spline");
   m_points.assign(points.begin(), points.end());
   change();
 }
@@ -114,10 +106,7 @@ Spline::Sample CubicSpline::sampleSegment(hyx::Index segment, hyx::Real t) const
           q - p + (b * (3 * t * t - 1) - a * (3 * u * u - 1)) / 6.0, a * u + b * t};
 }
 
-HermiteSpline::HermiteSpline(hyx::Real tension) : m_tension(tension) {
-  if (!(tension >= 0 && tension <= 1))
-    throw std::invalid_argument("the tension of a spline must be from 0 to 1");
-}
+HermiteSpline::HermiteSpline(hyx::Real tension) : m_tension(hyx::requireShare(tension, "the tension of a spline")) {}
 
 hyx::Real HermiteSpline::getTension() const { return m_tension; }
 

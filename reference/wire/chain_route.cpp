@@ -1,3 +1,4 @@
+#include "reference/core/number_checks.h"
 #include "reference/wire/chain_route.h"
 
 #include <algorithm>
@@ -11,24 +12,19 @@ using hyx::Vec3;
 
 namespace {
 
-void requireFinite(Vec3 const & point) {
-  if (!std::isfinite(point.x) || !std::isfinite(point.y) || !std::isfinite(point.z))
-    throw std::invalid_argument("a place on a route must be finite");
-}
-
 bool moves(hyx::RigidBody const & body) { return body.getMotionControl() == hyx::RigidBody::DYNAMICS && body.isEnabled(); }
 
 }
 
 void ChainRoute::add(Vec3 const & point) {
-  requireFinite(point);
+  hyx::requireFinite(point, "a place on a route");
   m_places.push_back({point, nullptr});
 }
 
 void ChainRoute::add(hyx::RigidBody * body, Vec3 const & localPoint) {
   if (!body)
     throw std::invalid_argument("a place on a body needs a body");
-  requireFinite(localPoint);
+  hyx::requireFinite(localPoint, "a place on a route");
   m_places.push_back({localPoint, body});
 }
 
@@ -81,7 +77,7 @@ void ChainRoute::pullBodies(ChainSolver const & chain) const {
 }
 
 bool ChainRoute::moveEnd(ChainSolver & chain, bool first, Vec3 const & point) {
-  requireFinite(point);
+  hyx::requireFinite(point, "a place on a route");
   if (m_places.empty() || getEndBody(first))
     return false;
   Place & place = first ? m_places.front() : m_places.back();

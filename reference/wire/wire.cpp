@@ -1,10 +1,10 @@
 #include "platform/hyxWire/wire.h"
 
 #include "platform/hyxSDK/simulation.h"
+#include "reference/core/number_checks.h"
 #include "reference/wire/chain_route.h"
 
 #include <algorithm>
-#include <cmath>
 #include <numbers>
 #include <stdexcept>
 
@@ -17,12 +17,6 @@ namespace {
 
 constexpr Real steelDensity = 7800;
 constexpr Real ropeModulus = 1e11;
-
-Real requireAbove0(Real value, char const * text) {
-  if (!(value > 0) || std::isinf(value))
-    throw std::invalid_argument(text);
-  return value;
-}
 
 }
 
@@ -42,8 +36,8 @@ struct Wire::Impl {
 };
 
 Wire::Wire(Real radius, Real segmentsPerMetre) : m_impl(std::make_unique<Impl>()) {
-  m_impl->radius = requireAbove0(radius, "the radius of a wire must be above 0");
-  m_impl->segmentLength = 1 / requireAbove0(segmentsPerMetre, "a wire needs more than 0 segments per metre");
+  m_impl->radius = hyx::requirePositive(radius, "the radius of a wire");
+  m_impl->segmentLength = 1 / hyx::requirePositive(segmentsPerMetre, "the number of segments per metre of a wire");
   Real const section = std::numbers::pi * radius * radius;
   m_impl->massPerLength = steelDensity * section;
   m_impl->chain.axialStiffness = ropeModulus * section;
@@ -75,20 +69,18 @@ bool Wire::isInitialized() const { return !m_impl->chain.restLengths.empty(); }
 
 Real Wire::getRadius() const { return m_impl->radius; }
 void Wire::setMassPerLength(Real mass) {
-  requireAbove0(mass, "the mass per length of a wire must be above 0");
+  hyx::requirePositive(mass, "the mass per length of a wire");
   for (ChainSolver::Point & point : m_impl->chain.points)
     point.inverseMass *= m_impl->massPerLength / mass;
   m_impl->massPerLength = mass;
 }
 Real Wire::getMassPerLength() const { return m_impl->massPerLength; }
 void Wire::setAxialStiffness(Real stiffness) {
-  m_impl->chain.axialStiffness = requireAbove0(stiffness, "the stiffness of a wire must be above 0");
+  m_impl->chain.axialStiffness = hyx::requirePositive(stiffness, "the stiffness of a wire");
 }
 Real Wire::getAxialStiffness() const { return m_impl->chain.axialStiffness; }
 void Wire::setDamping(Real damping) {
-  if (!(damping >= 0))
-    throw std::invalid_argument("the damping of a wire must not be below 0");
-  m_impl->chain.damping = damping;
+  m_impl->chain.damping = hyx::requireNonNegative(damping, "the damping of a wire");
 }
 Real Wire::getDamping() const { return m_impl->chain.damping; }
 void Wire::setGravity(Vec3 const & gravity) { m_impl->chain.gravity = gravity; }
@@ -97,9 +89,7 @@ void Wire::setNumSubsteps(hyx::UInt count) { m_impl->substeps = std::max<hyx::UI
 hyx::UInt Wire::getNumSubsteps() const { return m_impl->substeps; }
 
 void Wire::setWinchSpeed(Real speed) {
-  if (!std::isfinite(speed))
-    throw std::invalid_argument("the speed of a winch must be finite");
-  m_impl->winchSpeed = speed;
+  m_impl->winchSpeed = hyx::requireFinite(speed, "the speed of a winch");
 }
 Real Wire::getWinchSpeed() const { return m_impl->winchSpeed; }
 
@@ -123,7 +113,7 @@ Real Wire::getMaximumTension() const {
 hyx::UInt Wire::getRevision() const { return m_impl->revision; }
 
 void Wire::step(Real timeStep) {
-  requireAbove0(timeStep, "the time step of a wire must be above 0");
+  hyx::requirePositive(timeStep, "the time step of a wire");
   initialize();
   m_impl->route.takeBodies(m_impl->chain);
   if (m_impl->winchSpeed != 0)
