@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/hyx/ref_ptr.h"
 #include "platform/hyxOSG/render_target.h"
 
 namespace hyxOSG {

@@ -41,6 +41,7 @@ public:
     hyx::String getFilename() const;
 
     /// Sets the postfix of the video file, which chooses the container: ".mp4" (default), ".mkv", ".avi", ".mov"; used by the next `init`.
+    /// An ".mkv" can be played up to where it came even if the encoder was killed.
     void setVideoPostFix(hyx::String const & postFix);
     /// The postfix of the video file.
     hyx::String getVideoPostFix() const;

@@ -49,6 +49,11 @@ std::vector<std::string> encoderCommand(EncoderSettings const & settings) {
             command.insert(command.end(), {"-vf", "pad=ceil(iw/2)*2:ceil(ih/2)*2"});
         }
     }
+    // What is encoded is in the file at once, and not lost with the encoder.
+    command.insert(command.end(), {"-flush_packets", "1"});
+    if (settings.file.ends_with(".mkv")) {
+        command.insert(command.end(), {"-cluster_time_limit", "500"});
+    }
     // A name that begins with a dash or holds a colon would be taken for an option or a protocol.
     command.push_back("file:" + settings.file);
     return command;

@@ -139,7 +139,8 @@ void EncoderProcess::finish() {
     }
     closeDescriptor(m_input);
     closeDescriptor(m_errors);
-    bool const success = WIFEXITED(m_status) && WEXITSTATUS(m_status) == 0;
+    // ffmpeg calls it a success when only the end of the file did not fit on the disk.
+    bool const success = WIFEXITED(m_status) && WEXITSTATUS(m_status) == 0 && m_messages.find("Error ") == std::string::npos;
     if (!success) {
         throw std::runtime_error(failureText("failed"));
     }

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstring>
 #include <stdexcept>
+#include <type_traits>
 
 namespace hyxOSG {
 namespace {
@@ -109,11 +110,30 @@ void scaleLines(From const * from, To * to, std::vector<Share> const & plan, std
     }
 }
 
-void scale(std::vector<unsigned char> & pixels, unsigned fromWidth, unsigned fromHeight, unsigned width, unsigned height) {
-    std::vector<float> wide(3 * std::size_t(width) * fromHeight);
-    scaleLines(pixels.data(), wide.data(), shares(fromWidth, width), fromHeight, 3, 3 * std::size_t(fromWidth), 3, 3 * std::size_t(width));
-    pixels.resize(3 * std::size_t(width) * height);
-    scaleLines(wide.data(), pixels.data(), shares(fromHeight, height), width, 3 * std::size_t(width), 3, 3 * std::size_t(width), 3);
+/// Rows of RGB bytes in the size of the image.
+void copyRows(osg::Image const & image, bool upperFirst, unsigned char * to) {
+    ByteOrder const order = byteOrder(image);
+    bool const reverse = upperFirst != (image.getOrigin() == osg::Image::TOP_LEFT);
+    unsigned const height = unsigned(image.t());
+    for (unsigned row = 0; row < height; ++row, to += 3 * std::size_t(image.s())) {
+        copyRow(image, reverse ? height - 1 - row : row, order, to);
+    }
+}
+
+void copyScaled(osg::Image const * image, unsigned width, unsigned height, bool upperFirst, unsigned char * to) {
+    unsigned const fromWidth = unsigned(image->s());
+    unsigned const fromHeight = unsigned(image->t());
+    if (fromWidth == width && fromHeight == height) {
+        copyRows(*image, upperFirst, to);
+        return;
+    }
+    std::vector<unsigned char> rows(3 * std::size_t(fromWidth) * fromHeight);
+    copyRows(*image, upperFirst, rows.data());
+    std::size_t const fromLine = 3 * std::size_t(fromWidth);
+    std::size_t const line = 3 * std::size_t(width);
+    std::vector<float> wide(line * fromHeight);
+    scaleLines(rows.data(), wide.data(), shares(fromWidth, width), fromHeight, 3, fromLine, 3, line);
+    scaleLines(wide.data(), to, shares(fromHeight, height), width, line, 3, line, 3);
 }
 
 } // namespace
@@ -126,30 +146,14 @@ void requirePixels(osg::Image const * image) {
 
 void copyPixels(osg::Image const * image, unsigned width, unsigned height, std::vector<unsigned char> & pixels) {
     requirePixels(image);
-    unsigned const fromWidth = static_cast<unsigned>(image->s());
-    unsigned const fromHeight = static_cast<unsigned>(image->t());
-    pixels.resize(3 * std::size_t(fromWidth) * fromHeight);
-    ByteOrder const order = byteOrder(*image);
-    bool const upperFirst = image->getOrigin() == osg::Image::TOP_LEFT;
-    for (unsigned row = 0; row < fromHeight; ++row) {
-        unsigned const target = upperFirst ? row : fromHeight - 1 - row;
-        copyRow(*image, row, order, pixels.data() + 3 * std::size_t(fromWidth) * target);
-    }
-    if (width != fromWidth || height != fromHeight) {
-        scale(pixels, fromWidth, fromHeight, width, height);
-    }
+    pixels.resize(3 * std::size_t(width) * height);
+    copyScaled(image, width, height, true, pixels.data());
 }
 
-osg::ref_ptr<osg::Image> scaledImage(osg::Image const * image, unsigned width, unsigned height) {
-    std::vector<unsigned char> pixels;
-    copyPixels(image, width, height, pixels);
-    osg::ref_ptr<osg::Image> scaled = new osg::Image;
-    scaled->allocateImage(int(width), int(height), 1, GL_RGB, GL_UNSIGNED_BYTE, 1);
-    std::size_t const row = 3 * std::size_t(width);
-    for (unsigned y = 0; y < height; ++y) {
-        std::memcpy(scaled->data(0, height - 1 - y), pixels.data() + row * y, row);
-    }
-    return scaled;
+void copyImage(osg::Image const * image, unsigned width, unsigned height, osg::Image & copy) {
+    requirePixels(image);
+    copy.allocateImage(int(width), int(height), 1, GL_RGB, GL_UNSIGNED_BYTE, 1);
+    copyScaled(image, width, height, false, copy.data());
 }
 
 } // namespace hyxOSG

@@ -14,8 +14,8 @@ namespace hyxOSG {
 /// \throws std::invalid_argument for a null or empty image
 void copyPixels(osg::Image const * image, unsigned width, unsigned height, std::vector<unsigned char> & pixels);
 
-/// The image in another size, as RGB bytes.
-osg::ref_ptr<osg::Image> scaledImage(osg::Image const * image, unsigned width, unsigned height);
+/// The same into an image of RGB bytes, lower row first.
+void copyImage(osg::Image const * image, unsigned width, unsigned height, osg::Image & copy);
 
 /// \throws std::invalid_argument that says what to do when the image is null or has no pixels
 void requirePixels(osg::Image const * image);

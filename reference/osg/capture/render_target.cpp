@@ -104,10 +104,26 @@ osg::ref_ptr<osg::Texture2D> createTexture(RenderTarget::BufferComponent compone
 
 struct RenderTarget::Impl {
     void attachResult() {
+        camera->detach(osg::Camera::BufferComponent(component));
         camera->attach(osg::Camera::BufferComponent(component), result, 0, 0, false, samples, samples);
         // The camera's own frame buffer is out of reach when its callbacks run; this one sees the same texture.
         reading = new osg::FrameBufferObject;
         reading->setAttachment(osg::Camera::BufferComponent(component), osg::FrameBufferAttachment(result));
+    }
+
+    /// Takes no more samples than the driver has, and its own way to make them.
+    void prepareSamples(osg::State & state) {
+        auto * const extensions = state.get<osg::GLExtensions>();
+        // The GL library hands out this function whether or not the driver has it, so osg would always choose it.
+        if (!osg::isGLExtensionSupported(state.getContextID(), "GL_NV_framebuffer_multisample_coverage")) {
+            extensions->glRenderbufferStorageMultisampleCoverageNV = nullptr;
+        }
+        GLint most = 0;
+        glGetIntegerv(GL_MAX_SAMPLES, &most);
+        if (samples > unsigned(most)) {
+            samples = unsigned(most);
+            attachResult();
+        }
     }
 
     BufferComponent component = COLOR_BUFFER;
@@ -116,6 +132,7 @@ struct RenderTarget::Impl {
     osg::ref_ptr<FollowingCamera> camera = new FollowingCamera;
     osg::ref_ptr<osg::Texture2D> result;
     osg::ref_ptr<osg::FrameBufferObject> reading;
+    osg::ref_ptr<FunctionCallback> first = new FunctionCallback;
     osg::ref_ptr<CallbackList> before = new CallbackList;
     osg::ref_ptr<FunctionCallback> after = new FunctionCallback;
     hyx::ref_ptr<ImageCaptureBase> capture;
@@ -142,6 +159,9 @@ RenderTarget::RenderTarget(hyx::UInt width, hyx::UInt height, BufferComponent co
     m_impl->component = component;
     m_impl->samples = samples > 1 ? unsigned(samples) : 0;
     m_impl->result = createTexture(component, samples, format);
+    if (m_impl->samples > 0) {
+        m_impl->first->function = [this](osg::RenderInfo & renderInfo) { m_impl->prepareSamples(*renderInfo.getState()); };
+    }
     m_impl->after->function = [this](osg::RenderInfo & renderInfo) { readFrame(renderInfo); };
 
     osg::Camera & camera = *m_impl->camera;
@@ -153,6 +173,7 @@ RenderTarget::RenderTarget(hyx::UInt width, hyx::UInt height, BufferComponent co
     camera.setClearColor(osg::Vec4(0, 0, 0, 1));
     camera.setCullMask(~0u);
     camera.setProjectionMatrixAsPerspective(60, double(width) / double(height), 0.1, 100);
+    camera.setInitialDrawCallback(m_impl->first);
     camera.setPreDrawCallback(m_impl->before);
     camera.setFinalDrawCallback(m_impl->after);
     setComputeNearFarMode(component == DEPTH_BUFFER ? DO_NOT_COMPUTE_NEAR_FAR : COMPUTE_NEAR_FAR_USING_BOUNDING_VOLUMES);
@@ -161,6 +182,7 @@ RenderTarget::RenderTarget(hyx::UInt width, hyx::UInt height, BufferComponent co
 
 RenderTarget::~RenderTarget() {
     // The scene may keep the camera for longer.
+    m_impl->first->function = nullptr;
     m_impl->after->function = nullptr;
 }
 
