@@ -1,0 +1,24 @@
+#pragma once
+/// The coloured background behind everything.
+
+#include <osg/Camera>
+#include <osg/Geometry>
+
+namespace hyxOSG::decorator {
+
+/// A rectangle over the whole view, drawn first and without depth, with a colour in each corner.
+class Background {
+public:
+    Background();
+
+    osg::Node * node() { return m_camera; }
+
+    void setColors(osg::Vec4 const & upperLeft, osg::Vec4 const & upperRight, osg::Vec4 const & lowerLeft,
+                   osg::Vec4 const & lowerRight);
+
+private:
+    osg::ref_ptr<osg::Camera> m_camera;
+    osg::ref_ptr<osg::Geometry> m_rectangle;
+};
+
+} // namespace hyxOSG::decorator

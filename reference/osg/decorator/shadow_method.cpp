@@ -1,0 +1,56 @@
+#include "reference/osg/decorator/shadow_method.h"
+
+#include "platform/hyx/notify.h"
+#include "reference/osg/decorator/shadow_map.h"
+
+#include <osgShadow/ShadowTexture>
+
+#include <stdexcept>
+#include <string>
+
+namespace hyxOSG::decorator {
+namespace {
+
+void warnAboutVolumes() {
+    static bool const once = [] {
+        hyx::Notify::instance().notify(hyx::Notify::NOTIFY_WARNING,
+                                       "Shadow volumes are not available; shadow maps with hard edges stand in for them.");
+        return true;
+    }();
+    static_cast<void>(once);
+}
+
+ShadowMap::Settings mapSettings(SceneDecorator::ShadowMethod method, ShadingOptions const & shading,
+                                unsigned int mapSize) {
+    ShadowMap::Settings settings{shading, mapSize, method == SceneDecorator::LIGHTSPACEPERSPECTIVE_SHADOWMAP};
+    settings.shading.shadowMaps = method == SceneDecorator::PARALLELLSPLIT_SHADOWMAP ? MAX_SHADOW_MAPS : 1;
+    settings.shading.softShadows = method != SceneDecorator::SHADOWMAP && method != SceneDecorator::SHADOWVOLUME;
+    return settings;
+}
+
+} // namespace
+
+void requireShadowMethod(SceneDecorator::ShadowMethod method) {
+    if (method < SceneDecorator::SOFT_SHADOWMAP || method > SceneDecorator::NO_SHADOWS)
+        throw std::invalid_argument("no shadow method has the value " + std::to_string(static_cast<int>(method)) +
+                                    "; use one of 0 to 6");
+}
+
+osg::ref_ptr<osgShadow::ShadowTechnique> createShadowTechnique(SceneDecorator::ShadowMethod method,
+                                                               ShadingOptions shading, unsigned int mapSize,
+                                                               osg::LightSource * light) {
+    switch (method) {
+    case SceneDecorator::NO_SHADOWS:
+        return nullptr;
+    case SceneDecorator::SHADOWTEXTURE:
+        return new osgShadow::ShadowTexture;
+    case SceneDecorator::SHADOWVOLUME:
+        warnAboutVolumes();
+        break;
+    default:
+        break;
+    }
+    return new ShadowMap(mapSettings(method, shading, mapSize), light);
+}
+
+} // namespace hyxOSG::decorator
