@@ -1,17 +1,15 @@
 #pragma once
 /// A plane that cuts away part of the scene.
 
+#include "platform/hyx/particle_system.h"
 #include "platform/hyx/plane.h"
-#include "platform/hyx/referenced.h"
 #include "platform/hyx/vec3.h"
 
 #include <osg/ClipNode>
 #include <osg/ClipPlane>
 #include <osg/ref_ptr>
 
-namespace hyx {
-class ParticleSystem;
-}
+#include <map>
 
 namespace hyxOSG {
 
@@ -53,22 +51,27 @@ public:
     /// The unit normal, towards the side that stays.
     hyx::Vec3 getNormal() const;
 
-    /// Chooses the particles that clipAgainstParticleSystem sorts; kept alive by the plane. Null: none.
+    /// Chooses the particles that clipAgainstParticleSystem sorts; kept alive by the plane. Those hidden before are
+    /// shown again. Null: none.
     void setParticleSystemToClip(hyx::ParticleSystem * particles);
-    /// Hides the particles that lie on the cut side and shows the others again. The simulation still moves all of
-    /// them. Call it after a step; without particles, or with the cut turned off, all are shown.
+    /// Makes the particles whose centres lie on the cut side wholly transparent and gives the others their opacity back;
+    /// the simulation still moves all of them. Here the plane is taken in world coordinates. Call it after a step; with
+    /// the cut turned off all are shown.
     void clipAgainstParticleSystem();
 
 protected:
     ~ClipPlane() override;
 
 private:
-    void apply();
+    void place(hyx::Vec3 const & position, hyx::Vec3 const & normal);
+    void showParticles();
 
     osg::ref_ptr<osg::ClipPlane> m_clip;
     hyx::Vec3 m_position;
     hyx::Vec3 m_normal;
+    bool m_enabled = true;
     hyx::ref_ptr<hyx::ParticleSystem> m_particles;
+    std::map<hyx::Index, float> m_hidden; ///< opacity before hiding, by particle
 };
 
 } // namespace hyxOSG

@@ -15,12 +15,12 @@ public:
     /// \param name the node's name
     /// \param imagePath what the names of the six images begin with, folder included
     /// \param imageExtension what they end with, as ".png"
-    /// \param size length of an edge in metres; positive. It shows only where something else is drawn behind the sky.
+    /// \param heading turn of the sky about the Z axis in radians, counter-clockwise seen from above
     /// \param brightness factor on the images' colours, 0 (black) and up
     /// \throws std::runtime_error when an image cannot be read
-    /// \throws std::invalid_argument for a size or brightness out of range
+    /// \throws std::invalid_argument for a heading or brightness out of range
     SkyBox(std::string const & name, std::string const & imagePath, std::string const & imageExtension,
-           double size = 1000.0, float brightness = 1.0f);
+           double heading = 0.0, float brightness = 1.0f);
 
     char const * libraryName() const override { return "hyxOSG"; }
     char const * className() const override { return "SkyBox"; }

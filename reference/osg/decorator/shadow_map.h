@@ -24,6 +24,8 @@ public:
 
     ShadowMap(Settings const & settings, osg::LightSource * light);
 
+    osg::Object * cloneType() const override { return new ShadowMap(m_settings, nullptr); }
+    osg::Object * clone(osg::CopyOp const &) const override { return new ShadowMap(m_settings, m_light.get()); }
     char const * className() const override { return "ShadowMap"; }
 
     void init() override;
