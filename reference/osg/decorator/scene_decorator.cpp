@@ -167,9 +167,10 @@ SceneDecorator::SceneDecorator(int width, int height, int shadowMapSize) {
         throw std::invalid_argument("the shadow map size must be 16 to 8192");
     m_impl = std::make_unique<Impl>(width, height, shadowMapSize);
     setName("SceneDecorator");
-    osg::Group::insertChild(0, m_impl->background.node());
-    osg::Group::insertChild(1, m_impl->scene);
-    osg::Group::insertChild(2, m_impl->overlay);
+    // By pointer: the forms for holders would call this class's own addChild.
+    osg::Group::addChild(m_impl->background.node());
+    osg::Group::addChild(m_impl->scene.get());
+    osg::Group::addChild(m_impl->overlay.get());
     // Layout is done in the update traversal, which passes by groups without need for it.
     setNumChildrenRequiringUpdateTraversal(getNumChildrenRequiringUpdateTraversal() + 1);
     setBackgroundColor(hyx::Vec3(0.55, 0.66, 0.80), hyx::Vec3(0.87, 0.89, 0.92));
@@ -391,7 +392,7 @@ void SceneDecorator::traverse(osg::NodeVisitor & visitor) {
     if (visitor.getVisitorType() == osg::NodeVisitor::UPDATE_VISITOR) {
         m_impl->layOut();
         if (m_impl->shaderState)
-            decorator::markShading(*m_impl->unshadowed);
+            decorator::markShading(*m_impl->scene);
     }
     osg::Group::traverse(visitor);
 }

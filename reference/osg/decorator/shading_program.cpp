@@ -120,8 +120,8 @@ char const * const lightSource = R"(
 #endif
 #if PIXEL_HIGHLIGHTS
             if (facing > 0.0) {
-                vec3 half = normalize(way.xyz - normalize(eyePosition()));
-                float shine = pow(max(dot(normal, half), 0.0), max(gl_FrontMaterial.shininess, 1e-3)) * way.w;
+                vec3 middle = normalize(way.xyz - normalize(eyePosition()));
+                float shine = pow(max(dot(normal, middle), 0.0), max(gl_FrontMaterial.shininess, 1e-3)) * way.w;
                 highlight += gl_FrontLightProduct[INDEX].specular.rgb * shine * (THROWS_SHADOW ? visible : 1.0);
             }
 #endif
