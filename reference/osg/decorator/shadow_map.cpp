@@ -206,6 +206,7 @@ void ShadowMap::drawMap(osgUtil::CullVisitor & visitor, Map & map, osg::Matrixd 
     if (!map.camera) {
         map.texture = createDepthTexture(m_settings.mapSize, m_settings.shading.softShadows);
         map.camera = new osg::Camera;
+        map.camera->setStateSet(createCasterState()); // first: the camera keeps its viewport in it
         map.camera->setReferenceFrame(osg::Camera::ABSOLUTE_RF_INHERIT_VIEWPOINT);
         map.camera->setCullCallback(new CameraCullCallback(this));
         map.camera->setClearMask(GL_DEPTH_BUFFER_BIT);
@@ -216,7 +217,6 @@ void ShadowMap::drawMap(osgUtil::CullVisitor & visitor, Map & map, osg::Matrixd 
         map.camera->setRenderOrder(osg::Camera::PRE_RENDER, 100);
         map.camera->setRenderTargetImplementation(osg::Camera::FRAME_BUFFER_OBJECT);
         map.camera->attach(osg::Camera::DEPTH_BUFFER, map.texture);
-        map.camera->setStateSet(createCasterState());
         map.camera->setCullMask(CASTS_SHADOWS);
     }
     map.camera->setViewMatrix(view);
