@@ -1,0 +1,164 @@
+"""Gives classes and operations the texts, parameter names and defaults of the public headers."""
+
+from __future__ import annotations
+
+import re
+from pathlib import Path
+
+from .catalogue import plain_name
+from .header import Declaration, plain_type, read_header
+from .interface import Form, Interface, Member, Operation, Parameter, ProxyClass
+
+RAISED = re.compile(r"`?std::(invalid_argument|runtime_error|logic_error|domain_error|length_error)`?")
+RAISED_RANGE = re.compile(r"`?std::out_of_range`?")
+PARAMETER_LINE = re.compile(r"^[\\@]param(?:\[\w+\])?\s+(\w+)\s*", re.MULTILINE)
+THROWS_LINE = re.compile(r"^[\\@](?:throws?|exception)\s+(\S+)\s*", re.MULTILINE)
+RETURN_LINE = re.compile(r"^[\\@]returns?\s+", re.MULTILINE)
+KEYWORDS = {"from", "in", "is", "lambda", "None", "True", "False", "import", "class", "def", "pass", "with", "as",
+            "global", "not", "and", "or", "async", "await", "del", "raise", "print", "self"}
+
+
+class Documentation:
+    """The declarations of many headers, by qualified name."""
+
+    def __init__(self, headers: list[Path]) -> None:
+        self.by_name: dict[str, list[Declaration]] = {}
+        for header in headers:
+            for declaration in read_header(header.read_text(errors="replace")):
+                self.by_name.setdefault(declaration.qualified, []).append(declaration)
+
+    def lineage(self, native: str) -> list[str]:
+        """A class and its bases as the headers have them, also those that have no proxy."""
+        found = [native]
+        for declaration in self.find(native, "class"):
+            for base in declaration.bases:
+                scopes = ["::".join(declaration.scope[:depth]) for depth in range(len(declaration.scope), -1, -1)]
+                names = [f"{scope}::{base}".removeprefix("::") for scope in scopes]
+                known = next((name for name in names if self.find(name, "class")), None)
+                found += [name for name in (self.lineage(known) if known else ()) if name not in found]
+        return found
+
+    def find(self, qualified: str, kind: str) -> list[Declaration]:
+        return [d for d in self.by_name.get(qualified, ()) if d.kind == kind]
+
+    def class_text(self, native: str) -> str:
+        found = [d.doc for d in self.find(native, "class") if d.doc]
+        return readable(found[0]) if found else ""
+
+    def enumerator_text(self, native: str, name: str) -> str:
+        found = [d.doc for d in self.find(f"{native}::{name}", "enumerator") if d.doc]
+        return readable(found[0]) if found else ""
+
+
+def document(interface: Interface, documentation: Documentation) -> None:
+    for package in interface.packages.values():
+        for operation in package.functions.values():
+            _document_operation(operation, [], documentation)
+        for proxy in package.classes:
+            _document_class(proxy, documentation)
+
+
+def _document_class(proxy: ProxyClass, documentation: Documentation) -> None:
+    proxy.doc = documentation.class_text(proxy.native)
+    lineage = list(dict.fromkeys(name for native in _lineage(proxy) for name in documentation.lineage(native)))
+    for kind, operation in proxy.machinery.items():
+        if kind == "constructor":
+            _document_operation(operation, [f"{proxy.native}::{_last_name(proxy.native)}"], documentation)
+    for operation in proxy.methods.values():
+        names = [f"{native}::{operation.name}" for native in lineage]
+        _document_operation(operation, names, documentation)
+    for member in proxy.members.values():
+        _document_member(member, lineage, documentation)
+
+
+def _last_name(native: str) -> str:
+    return plain_name(native).split("<")[0].split("::")[-1]
+
+
+def _lineage(proxy: ProxyClass) -> list[str]:
+    natives = [proxy.native]
+    for base in proxy.bases:
+        natives += [native for native in _lineage(base) if native not in natives]
+    return natives
+
+
+def _document_member(member: Member, lineage: list[str], documentation: Documentation) -> None:
+    for native in lineage:
+        for declaration in documentation.find(f"{native}::{member.name}", "variable"):
+            if declaration.doc:
+                member.doc = readable(declaration.doc)
+                return
+
+
+def _document_operation(operation: Operation, names: list[str], documentation: Documentation) -> None:
+    for form in operation.forms:
+        declarations: list[Declaration] = []
+        for name in dict.fromkeys([form.native, *names]):
+            declarations += documentation.find(name, "function")
+        best = _match(form, declarations)
+        _name_parameters(form, best)
+        # An override without a comment of its own has its base's.
+        inherited = [d for d in declarations if best and d.scope != best.scope and _types(d) == _types(best)]
+        texts = [d.doc for d in (best, *inherited) if d and d.doc]
+        form.doc = readable(texts[0]) if texts else ""
+
+
+def _types(declaration: Declaration) -> list[str]:
+    return [plain_type(p.type) for p in declaration.parameters]
+
+
+def _match(form: Form, declarations: list[Declaration]) -> Declaration | None:
+    wanted = [plain_type(p.type) for p in form.parameters]
+
+    def score(declaration: Declaration) -> tuple[int, int]:
+        types = _types(declaration)
+        return sum(a == b for a, b in zip(wanted, types)), -len(types)
+
+    # A form that leaves defaults out is shorter than its declaration.
+    fitting = [d for d in declarations if len(d.parameters) >= len(wanted)]
+    exact = [d for d in fitting if score(d)[0] == len(wanted)]
+    return max(exact or fitting, key=score, default=None)
+
+
+def _name_parameters(form: Form, declaration: Declaration | None) -> None:
+    taken: set[str] = set()
+    for index, parameter in enumerate(form.parameters):
+        declared = declaration.parameters[index] if declaration and index < len(declaration.parameters) else None
+        parameter.name = _free_name(declared.name if declared and declared.name else _name_from_type(parameter), taken)
+        if parameter.default is None and declared and declared.default:
+            parameter.default = _default_when_omissible(form, index, declared.default)
+
+
+def _default_when_omissible(form: Form, index: int, default: str) -> str | None:
+    """Rows decide whether an argument may be left out; the header only knows the value."""
+    return default if form.parameters[index].default is not None else None
+
+
+def _name_from_type(parameter: Parameter) -> str:
+    word = re.sub(r"<.*>", "", plain_type(parameter.type)).strip("*& ")
+    word = re.sub(r"\W+", "_", word).strip("_") or "value"
+    simple = {"bool": "flag", "int": "number", "unsigned_int": "number", "unsigned_long": "number", "long": "number",
+              "float": "value", "double": "value", "Real": "value", "UInt": "number", "string": "text",
+              "String": "text", "char": "text", "void": "object", "PyObject": "object"}
+    return simple.get(word, word[0].lower() + word[1:])
+
+
+def _free_name(name: str, taken: set[str]) -> str:
+    name = name + "_" if name in KEYWORDS else name
+    candidate, number = name, 2
+    while candidate in taken:
+        candidate, number = f"{name}{number}", number + 1
+    taken.add(candidate)
+    return candidate
+
+
+def readable(comment: str) -> str:
+    """A header comment as a docstring: no markup commands, and the exceptions that Python sees."""
+    text = PARAMETER_LINE.sub(r"\1: ", comment)
+    text = THROWS_LINE.sub(r"Raises \1 ", text)
+    text = RETURN_LINE.sub("Returns ", text)
+    text = RAISED.sub("RuntimeError", text)
+    text = RAISED_RANGE.sub("IndexError", text)
+    text = re.sub(r"\bnullptr\b|\b[Nn]ull\b", "None", text)
+    text = re.sub(r"[\\@](?:brief|ref|c|p|a|e|b|note|see|sa|deprecated)\s+", "", text)
+    return text.replace("::", ".").replace("\\", "").strip()

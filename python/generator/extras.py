@@ -1,0 +1,50 @@
+"""What is written by hand for a package: python/extras/<package>.py.
+
+A class there named like a proxy class lends it its attributes and its bases; everything else that is public
+becomes part of the package. The files become the package `_hyx_extras`; names are taken over one by one in
+the generated text, so that a reader sees where each comes from.
+"""
+
+from __future__ import annotations
+
+import ast
+from dataclasses import dataclass, field
+from pathlib import Path
+
+from .interface import Package
+
+
+@dataclass
+class Extras:
+    present: bool = False
+    class_bases: dict[str, list[str]] = field(default_factory=dict)
+    class_attributes: dict[str, dict[str, ast.stmt]] = field(default_factory=dict)
+    package_names: dict[str, ast.stmt] = field(default_factory=dict)
+    imports: list[ast.stmt] = field(default_factory=list)
+
+
+def read_extras(folder: Path, package: Package) -> Extras:
+    path = folder / f"{package.name}.py"
+    if not path.exists():
+        return Extras()
+    extras = Extras(present=True)
+    proxies = {proxy.name for proxy in package.classes}
+    for statement in ast.parse(path.read_text()).body:
+        if isinstance(statement, ast.ClassDef) and statement.name in proxies:
+            extras.class_attributes[statement.name] = dict(_attributes(statement))
+            extras.class_bases[statement.name] = [ast.unparse(base) for base in statement.bases]
+        elif isinstance(statement, (ast.ClassDef, ast.FunctionDef)) and not statement.name.startswith("_"):
+            extras.package_names[statement.name] = statement
+        elif isinstance(statement, (ast.Import, ast.ImportFrom)):
+            extras.imports.append(statement)
+    return extras
+
+
+def _attributes(statement: ast.ClassDef):
+    for item in statement.body:
+        if isinstance(item, ast.FunctionDef):
+            yield item.name, item
+        elif isinstance(item, ast.Assign) and isinstance(item.targets[0], ast.Name):
+            yield item.targets[0].id, item
+        elif isinstance(item, ast.AnnAssign) and isinstance(item.target, ast.Name):
+            yield item.target.id, item

@@ -1,0 +1,110 @@
+"""The text of a package's `__init__.py`."""
+
+from __future__ import annotations
+
+import textwrap
+
+from .extras import Extras
+from .interface import DEFAULT_PACKAGES, Operation, Package, ProxyClass
+from .python_types import TypeHints
+from .signature import docstring, text_signature
+
+SUMMARIES = {
+    "hyx": "Rigid-body dynamics: values, bodies, constraints, particles. SI units, Z up.",
+    "hyxCollide": "Collision geometries and shapes.",
+    "hyxSDK": "Simulations, assemblies and the listeners of their steps.",
+    "hyxRender": "Colours.",
+    "hyxIO": "Command lines and files.",
+    "hyxUtil": "Splines and other tools.",
+    "hyxNet": "Co-simulation with other processes.",
+    "hyxModel": "Models of fracture and deformation.",
+    "hyxSensor": "Sensors.",
+    "hyxTerrain": "Deformable terrain.",
+    "hyxWire": "Wires.",
+    "hyxCable": "Cables and their damage.",
+    "hyxtavlang": "Models described as text.",
+    "osg": "The nodes of the scene graph.",
+    "osgViewer": "The viewer of the scene graph.",
+    "osgGA": "The scene graph's events and camera manipulators.",
+    "osgText": "The scene graph's text.",
+    "osgDB": "The scene graph's files.",
+    "hyxOSG": "The visualization library: windows, visuals, decoration, capture and input for simulations.",
+}
+
+
+def package_text(package: Package, order: list[ProxyClass], imports: list[str], extras: Extras, hints: TypeHints) -> str:
+    modules = sorted({c.module for c in order} | {f.module for f in package.functions.values()}
+                     | {module for module, _ in package.constants.values()})
+    lines = [f'"""{SUMMARIES[package.name]}"""', ""]
+    if order or package.functions:
+        lines.append("from _hyx_proxy import Handle, constructor, function, keep, member, method")
+    lines += [f"import {module}" for module in modules]
+    lines += [f"import {name}" for name in imports]
+    if extras.present:
+        lines.append(f"from _hyx_extras import {package.name} as _extras")
+    for proxy in order:
+        lines += ["", "", *_class_lines(proxy, extras, hints)]
+    lines += ["", ""]
+    lines += [f"{alias} = {target.removeprefix(package.name + '.')}" for alias, target in package.aliases.items()]
+    for operation in package.functions.values():
+        lines += _function_lines(operation, hints)
+    if package.functions:
+        names = ", ".join(package.functions)
+        lines += [f"for _function in ({names},):", "    _function.__set_name__(__name__, _function.__name__)"]
+    lines += [f"{name} = {value}" for name, (_, value) in package.constants.items()]
+    if DEFAULT_PACKAGES.get(f"_{package.name}") and package.name == "hyxOSG":
+        lines.append("cvar = _hyxOSG.cvar")
+    lines += [f"{name} = _extras.{name}" for name in extras.package_names]
+    return "\n".join(lines) + "\n"
+
+
+def _class_lines(proxy: ProxyClass, extras: Extras, hints: TypeHints) -> list[str]:
+    bases = [f"_extras.{base}" for base in extras.class_bases.get(proxy.name, ())]
+    bases += [base.name if base.package == proxy.package else base.qualified for base in proxy.bases] or ["Handle"]
+    body = [_literal(proxy.doc or f"The native class {proxy.native}.", 4), "    __slots__ = ()"]
+    body += [f"    {name} = {value}" for name, value in proxy.constants.items()]
+    body += _machinery_lines(proxy, hints, "Components" in extras.class_bases.get(proxy.name, ()))
+    for name, member in proxy.members.items():
+        setter = member.setter.flat if member.setter else "None"
+        doc = _literal(member.doc, 0) if member.doc else "None"
+        of_class = ", True" if member.of_class else ""
+        body.append(f"    {name} = member({member.getter.flat}, {setter}, {doc}{of_class})")
+    for name, operation in proxy.methods.items():
+        kind = "function" if operation.static else "method"
+        text = _literal(docstring(operation, hints), 0)
+        body.append(f"    {name} = {kind}({operation.flat}, {text_signature(operation, not operation.static)!r}, {text})")
+    body += [f"    {name} = _extras.{proxy.name}.{name}" for name in extras.class_attributes.get(proxy.name, ())]
+    register = proxy.machinery["swigregister"].flat
+    return [f"class {proxy.name}({', '.join(bases)}):", *body, "", "", f"{register}({proxy.name})"]
+
+
+def _machinery_lines(proxy: ProxyClass, hints: TypeHints, is_value: bool) -> list[str]:
+    lines = []
+    made, attached = proxy.machinery.get("constructor"), proxy.machinery.get("swiginit")
+    destructor, disown = proxy.machinery.get("destructor"), proxy.machinery.get("disown")
+    if made and attached:
+        text = _literal(docstring(made, hints, proxy.name, ""), 0)
+        options = ", sequence=True" if is_value else ", director=True" if disown else ""
+        # Without a destructor the native object outlives the proxy, and its director's Python object must too.
+        options += f", disown={disown.flat}" if disown and not destructor else ""
+        signature = text_signature(made, True)
+        lines.append(f"    __init__ = constructor({made.flat}, {attached.flat}, {signature!r}, {text}{options})")
+    if destructor:
+        lines.append(f"    __swig_destroy__ = {destructor.flat}")
+    elif proxy.module == "_hyxOSG":
+        # The object lives until the process ends: what a base class would do must not run.
+        lines.append("    __swig_destroy__ = keep")
+    return lines
+
+
+def _function_lines(operation: Operation, hints: TypeHints) -> list[str]:
+    text = _literal(docstring(operation, hints), 0)
+    return [f"{operation.name} = function({operation.flat}, {text_signature(operation, False)!r}, {text})"]
+
+
+def _literal(text: str, indent: int) -> str:
+    """`text` as a docstring that a reader of the generated file can read."""
+    text = text.strip()
+    if '"""' in text or "\\" in text or text.endswith('"'):
+        return " " * indent + repr(text)
+    return textwrap.indent(f'"""{text}"""', " " * indent) if indent else f'"""{text}"""'

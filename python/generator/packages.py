@@ -1,0 +1,88 @@
+"""Puts the packages together: reads everything, orders classes and packages, writes the files."""
+
+from __future__ import annotations
+
+import shutil
+import types
+from pathlib import Path
+
+from .catalogue import Catalogue, read_catalogue
+from .documentation import Documentation, document
+from .extras import read_extras
+from .interface import Interface, Package, ProxyClass, read_interface
+from .package_text import package_text
+from .python_types import TypeHints
+from .stub_text import stub_text
+
+
+def write_packages(modules: dict[str, types.ModuleType], source: Path, root: Path, header_root: Path) -> None:
+    catalogue = read_catalogue(source / "catalogue")
+    interface = read_interface(modules, catalogue)
+    headers = sorted((source / "platform").rglob("*.h")) + _library_headers(catalogue, header_root)
+    documentation = Documentation(headers)
+    document(interface, documentation)
+    hints = TypeHints(interface)
+    extras_folder = source / "python" / "extras"
+    order = package_order(interface)
+    for position, package in enumerate(order):
+        # The last package, the library itself, makes the whole family known.
+        imports = [p.name for p in order[:position]] if package.name == "hyxOSG" else _imports(package)
+        extras = read_extras(extras_folder, package)
+        classes = class_order(package)
+        folder = root / package.name
+        folder.mkdir(exist_ok=True)
+        _write(folder / "__init__.py", package_text(package, classes, imports, extras, hints))
+        _write(folder / "__init__.pyi", stub_text(package, classes, extras, hints, documentation))
+        _write(folder / "py.typed", "")
+    shutil.copytree(extras_folder, root / "_hyx_extras", dirs_exist_ok=True, ignore=shutil.ignore_patterns("__pycache__"))
+    _write(root / "_hyx_extras" / "py.typed", "")
+    _write(root / "_hyx_proxy.pyi", (source / "python" / "support" / "_hyx_proxy.pyi").read_text())
+    _write(root / "hyx_describe.py", (source / "python" / "hyx_describe.py").read_text())
+
+
+def _library_headers(catalogue: Catalogue, root: Path) -> list[Path]:
+    """The scene-graph library's headers of the classes that cross: most are named after the class."""
+    names = [name for name in catalogue.bases if name.startswith("osg")]
+    places = {catalogue.headers.get(name, "/".join(name.split("::")[:2])) for name in names}
+    return sorted(root / place for place in places if (root / place).is_file())
+
+
+def _write(path: Path, text: str) -> None:
+    """Leaves an unchanged file alone, and with it its byte code."""
+    if not path.exists() or path.read_text() != text:
+        path.write_text(text)
+
+
+def _imports(package: Package) -> list[str]:
+    return sorted({base.package for proxy in package.classes for base in proxy.bases if base.package != package.name})
+
+
+def package_order(interface: Interface) -> list[Package]:
+    """The packages, each after those that its classes derive from."""
+    done: list[Package] = []
+    waiting = list(interface.packages.values())
+    while waiting:
+        ready = [p for p in waiting if all(interface.packages[name] in done for name in _imports(p))]
+        if not ready:
+            names = ", ".join(f"{p.name} (needs {', '.join(_imports(p))})" for p in waiting)
+            raise SystemExit(f"packages whose classes derive from each other in a circle: {names}")
+        done += ready
+        waiting = [p for p in waiting if p not in ready]
+    library = interface.packages["hyxOSG"]
+    return [p for p in done if p is not library] + [library]
+
+
+def class_order(package: Package) -> list[ProxyClass]:
+    """The classes of a package, each after its bases."""
+    order: list[ProxyClass] = []
+
+    def add(proxy: ProxyClass) -> None:
+        for base in proxy.bases:
+            if base.package == package.name and base not in order:
+                add(base)
+        if proxy not in order:
+            order.append(proxy)
+
+    for proxy in package.classes:
+        add(proxy)
+    return order

@@ -1,0 +1,81 @@
+"""Native types as Python type hints."""
+
+from __future__ import annotations
+
+import re
+
+from .catalogue import plain_name
+from .interface import Interface, ProxyClass
+
+INTEGERS = {"int", "unsigned int", "unsigned", "long", "unsigned long", "long long", "unsigned long long", "short",
+            "unsigned short", "size_t", "std::size_t", "char", "unsigned char", "signed char", "hyx::UInt", "UInt",
+            "hyx::Index", "hyx::Int", "ptrdiff_t", "std::ptrdiff_t", "uint32_t", "int32_t", "std::uint32_t",
+            "std::int32_t", "std::uint64_t", "std::int64_t", "hyx::UInt32", "hyx::Int32", "GLenum", "GLint", "GLuint"}
+FLOATS = {"float", "double", "hyx::Real", "Real", "hyx::TimeStamp", "GLfloat"}
+STRINGS = {"std::string", "hyx::String", "hyx::Name", "std::string_view"}
+NUMBERS = re.compile(r"^std::vector<\s*(.+?)\s*(?:,\s*std::allocator<.*>\s*)?>$")
+
+
+class TypeHints:
+    def __init__(self, interface: Interface) -> None:
+        self.interface = interface
+
+    def parameter(self, native: str) -> str:
+        kind, marks = _core(native)
+        simple = self._simple(kind, marks)
+        if simple:
+            return simple
+        if vector := NUMBERS.match(kind):
+            element = self.parameter(vector.group(1))
+            proxy = self.find(kind)
+            return f"{proxy.qualified} | Iterable[{element}]" if proxy else f"Iterable[{element}]"
+        proxy = self.find(kind)
+        if proxy:
+            return f"{proxy.qualified} | None" if "*" in marks else proxy.qualified
+        if kind in ("void", "PyObject", "SWIGPY_SLICEOBJECT"):
+            return {"void": "Handle | None", "PyObject": "object", "SWIGPY_SLICEOBJECT": "slice"}[kind]
+        return self._unknown(kind, marks)
+
+    def result(self, native: str) -> str:
+        kind, marks = _core(native)
+        if kind == "void" and not marks:
+            return "None"
+        simple = self._simple(kind, marks)
+        if simple:
+            return simple
+        proxy = self.find(kind)
+        if proxy:
+            return f"{proxy.qualified} | None" if "*" in marks else proxy.qualified
+        if vector := NUMBERS.match(kind):
+            return f"tuple[{self.result(vector.group(1))}, ...]"
+        return self._unknown(kind, marks)
+
+    def find(self, kind: str) -> ProxyClass | None:
+        return self.interface.classes.get(plain_name(kind))
+
+    def _simple(self, kind: str, marks: str) -> str | None:
+        if "*" in marks and not (kind == "char" and marks == "*"):
+            return None
+        if kind == "char" and marks == "*":
+            return "str"
+        if kind in STRINGS:
+            return "str"
+        if marks and "const" not in marks:
+            return None  # a number that the call writes crosses as a wrapped pointer
+        if kind == "bool":
+            return "bool"
+        return "int" if kind in INTEGERS else "float" if kind in FLOATS else None
+
+    def _unknown(self, kind: str, marks: str) -> str:
+        # A class without a proxy crosses as a bare handle; by value and unknown is an enumeration.
+        return "Any" if marks or "<" in kind else "int"
+
+
+def _core(native: str) -> tuple[str, str]:
+    """The type without its marks, and the marks: `*`, `&`, and `const` when it stands beside a reference."""
+    text = native.strip()
+    constant = bool(re.search(r"\bconst\b", re.sub(r"<.*>", "", text)))
+    text = re.sub(r"\bconst\b(?![^<]*>)", " ", text)
+    marks = "".join(re.findall(r"[*&]", re.sub(r"<.*>", "", text)))
+    kind = re.sub(r"[*&\s]+$", "", text).strip()
+    return re.sub(r"\s+", " ", kind), marks + ("const" if constant and marks == "&" else "")

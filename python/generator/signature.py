@@ -1,0 +1,55 @@
+"""Signatures and docstrings of operations."""
+
+from __future__ import annotations
+
+import re
+import textwrap
+
+from .interface import Form, Operation
+from .python_types import TypeHints
+
+LITERALS = {"true": "True", "false": "False", "nullptr": "None", "NULL": "None"}
+
+
+def python_default(default: str) -> str:
+    """A native default value as Python text; `...` for what has no literal."""
+    text = default.strip()
+    if text in LITERALS:
+        return LITERALS[text]
+    if re.fullmatch(r'"[^"\\]*"', text):
+        return text
+    if re.fullmatch(r"(?:hyx::|std::)[Ss]tring(?:\(\)|\{\})", text):
+        return '""'
+    number = re.fullmatch(r"([+-]?(?:\d+\.?\d*|\.\d+)(?:[eE][+-]?\d+)?)[fFuUlL]*", text)
+    return number.group(1) if number else "..."
+
+
+def text_signature(operation: Operation, bound: bool) -> str:
+    """What `inspect.signature` reads: exact for one form, `*args` for several."""
+    names = ["$self"] if bound else []
+    if len(operation.forms) != 1:
+        return f"({', '.join([*names, '/', '*args'] if names else ['*args'])})"
+    form = operation.forms[0]
+    names += [p.name if p.default is None else f"{p.name}={python_default(p.default)}" for p in form.parameters]
+    return f"({', '.join([*names, '/'])})" if names else "()"
+
+
+def call_text(name: str, form: Form, hints: TypeHints, result: str | None = None) -> str:
+    """A form as Python would write it, for the head of a docstring."""
+    parameters = []
+    for parameter in form.parameters:
+        text = f"{parameter.name}: {hints.parameter(parameter.type)}"
+        parameters.append(text if parameter.default is None else f"{text} = {python_default(parameter.default)}")
+    result = hints.result(form.result) if result is None else result
+    return f"{name}({', '.join(parameters)})" + (f" -> {result}" if result else "")
+
+
+def docstring(operation: Operation, hints: TypeHints, name: str | None = None, result: str | None = None) -> str:
+    """Each form and its text; a text that several forms share stands once, after the last of them."""
+    paragraphs: list[str] = []
+    for index, form in enumerate(operation.forms):
+        paragraphs.append(call_text(name or operation.name, form, hints, result))
+        following = operation.forms[index + 1] if index + 1 < len(operation.forms) else None
+        if form.doc and (following is None or following.doc != form.doc):
+            paragraphs[-1] += "\n" + textwrap.indent(form.doc, "    ") + "\n"
+    return "\n".join(paragraphs).strip()

@@ -1,0 +1,132 @@
+"""The text of a package's stub: types for checkers and editors."""
+
+from __future__ import annotations
+
+import ast
+import textwrap
+
+from .documentation import Documentation
+from .extras import Extras
+from .interface import PACKAGES, Form, Member, Operation, Package, ProxyClass
+from .python_types import TypeHints
+from .signature import docstring, python_default
+
+# What native classes may do and Python's typing rules refuse: overrides with other parameters, overloads
+# that a number could match twice, operators of one side only.
+HEAD = "# mypy: disable-error-code=\"override, misc, overload-overlap, overload-cannot-match, assignment\""
+
+
+def stub_text(package: Package, order: list[ProxyClass], extras: Extras, hints: TypeHints, texts: Documentation) -> str:
+    body: list[str] = []
+    for proxy in order:
+        body += ["", *_class_lines(proxy, extras, hints, texts)]
+    body += [f"{alias} = {target.removeprefix(package.name + '.')}" for alias, target in package.aliases.items()]
+    for operation in package.functions.values():
+        body += _operation_lines(operation, hints, bound=False)
+    body += [f"{name}: int" for name in package.constants]
+    if package.name == "hyxOSG":
+        body.append("cvar: Any")
+    for statement in extras.package_names.values():
+        body += _extra_lines(statement, 0)
+    text = "\n".join(body)
+    head = [HEAD, "from collections.abc import Callable, Iterable, Iterator, Sequence", "from typing import Any, overload", ""]
+    head += [ast.unparse(statement) for statement in extras.imports if _wanted(statement)]
+    head.append("from _hyx_proxy import Handle")
+    head += [f"import {name}" for name in PACKAGES if f"{name}." in text]
+    return "\n".join(head) + "\n" + text + "\n"
+
+
+def _wanted(statement: ast.stmt) -> bool:
+    names = {alias.name.split(".")[0] for alias in getattr(statement, "names", ())}
+    module = getattr(statement, "module", None)
+    return not names & set(PACKAGES) and module not in ("__future__", "typing", "collections.abc", "_hyx_proxy")
+
+
+def _class_lines(proxy: ProxyClass, extras: Extras, hints: TypeHints, texts: Documentation) -> list[str]:
+    bases = extras.class_bases.get(proxy.name, []) + ([base.qualified for base in proxy.bases] or ["Handle"])
+    lines = [f"class {proxy.name}({', '.join(bases)}):"]
+    if proxy.doc:
+        lines.append(_text(proxy.doc, 4))
+    own = extras.class_attributes.get(proxy.name, {})
+    for name in proxy.constants:
+        lines.append(f"    {name}: int")
+        text = texts.enumerator_text(proxy.native, name)
+        lines += [_text(text, 4)] if text else []
+    made = proxy.machinery.get("constructor")
+    if made and "swiginit" in proxy.machinery and "__init__" not in own:
+        forms = [Form(f.native, f.parameters, "void", f.doc) for f in made.forms]
+        lines += _operation_lines(Operation(made.module, made.flat_name, "__init__", False, forms), hints, True)
+    for member in proxy.members.values():
+        lines += _member_lines(member, hints)
+    for name, operation in proxy.methods.items():
+        if name not in own and name.isidentifier():
+            lines += _operation_lines(operation, hints, bound=not operation.static)
+    for statement in own.values():
+        lines += _extra_lines(statement, 4)
+    return lines if len(lines) > 1 else [lines[0] + " ..."]
+
+
+def _member_lines(member: Member, hints: TypeHints) -> list[str]:
+    kind = hints.result(member.type)
+    lines = ["    @property", f"    def {member.name}(self) -> {kind}:"]
+    lines += [_text(member.doc, 8) if member.doc else "        ..."]
+    if member.setter:
+        parameters = member.setter.forms[0].parameters if member.setter.forms else []
+        given = hints.parameter(parameters[-1].type) if parameters else kind
+        lines += [f"    @{member.name}.setter", f"    def {member.name}(self, value: {given}) -> None: ..."]
+    return lines
+
+
+def _operation_lines(operation: Operation, hints: TypeHints, bound: bool) -> list[str]:
+    indent = 4 if bound or operation.static else 0
+    blanks = " " * indent
+    lines = []
+    several = len(operation.forms) > 1
+    for form in operation.forms:
+        lines += [f"{blanks}@overload"] if several else []
+        lines += [f"{blanks}@staticmethod"] if operation.static and indent else []
+        parameters = [*(["self"] if bound else []), *_parameters(form, hints)]
+        names = ", ".join([*parameters, "/"]) if parameters and form.parameters else ", ".join(parameters)
+        head = f"{blanks}def {operation.name}({names}) -> {hints.result(form.result)}:"
+        text = form.doc if several else docstring(operation, hints) if form.doc else ""
+        lines += [head, _text(form.doc, indent + 4)] if text and form.doc else [f"{head} ..."]
+    return lines
+
+
+def _parameters(form: Form, hints: TypeHints) -> list[str]:
+    listed = []
+    for parameter in form.parameters:
+        text = f"{parameter.name}: {hints.parameter(parameter.type)}"
+        listed.append(text if parameter.default is None else f"{text} = {python_default(parameter.default)}")
+    return listed
+
+
+def _extra_lines(statement: ast.stmt, indent: int) -> list[str]:
+    """A hand-written function, class or assignment with its body left out."""
+    blanks = " " * indent
+    if isinstance(statement, ast.FunctionDef):
+        result = f" -> {ast.unparse(statement.returns)}" if statement.returns else ""
+        lines = [f"{blanks}@{ast.unparse(decorator)}" for decorator in statement.decorator_list]
+        text = ast.get_docstring(statement)
+        head = f"{blanks}def {statement.name}({ast.unparse(statement.args)}){result}:"
+        return [*lines, head, _text(text, indent + 4)] if text else [*lines, f"{head} ..."]
+    if isinstance(statement, ast.ClassDef):
+        lines = [f"{blanks}class {statement.name}({', '.join(ast.unparse(b) for b in statement.bases)}):"]
+        for item in statement.body:
+            if isinstance(item, (ast.FunctionDef, ast.Assign, ast.AnnAssign)):
+                lines += _extra_lines(item, indent + 4)
+        return lines if len(lines) > 1 else [lines[0] + " ..."]
+    if isinstance(statement, ast.AnnAssign):
+        return [f"{blanks}{ast.unparse(statement.target)}: {ast.unparse(statement.annotation)}"]
+    if isinstance(statement, ast.Assign) and isinstance(statement.targets[0], ast.Name):
+        value = ast.unparse(statement.value)
+        return [f"{blanks}{statement.targets[0].id} = {value}" if value.isidentifier() and value != "None"
+                else f"{blanks}{statement.targets[0].id}: Any"]
+    return []
+
+
+def _text(text: str, indent: int) -> str:
+    escaped = text.replace("\\", "\\\\").replace('"""', "'''")
+    if escaped.endswith('"'):
+        escaped += " "
+    return textwrap.indent(f'"""{escaped}"""', " " * indent)

@@ -1,0 +1,39 @@
+"""What proxy classes are made of."""
+
+from types import ModuleType
+from typing import Any
+
+class Handle:
+    """The base of every proxy class: holds one native object."""
+
+    this: Any
+    thisown: bool
+
+class method:
+    def __init__(self, function: Any, signature: str | None = None, doc: str | None = None) -> None: ...
+
+class function:
+    def __init__(self, function: Any, signature: str | None = None, doc: str | None = None) -> None: ...
+    def __call__(self, *args: Any) -> Any: ...
+
+class constructor:
+    def __init__(
+        self,
+        new: Any,
+        attach: Any,
+        signature: str | None = None,
+        doc: str | None = None,
+        *,
+        director: bool = False,
+        disown: Any = None,
+        sequence: bool = False,
+    ) -> None: ...
+
+class member:
+    def __init__(self, get: Any, set: Any = None, doc: str | None = None, of_class: bool = False) -> None: ...
+
+def keep(object: Any, /) -> None:
+    """The destroy function of a class whose objects live until the process ends: does nothing."""
+
+def describe(module: ModuleType, /) -> list[dict[str, Any]]:
+    """The functions of an extension module of the family, with their forms."""

@@ -1,0 +1,180 @@
+// The `__init__` of a proxy class: makes the native object with its `new_` row and attaches it with its
+// `_swiginit` row. A class with a director is told whom its virtual functions call: nobody (None) for the
+// proxy class itself, the Python object for an instance of a class derived from it. Where the native object
+// lives until the process ends, the Python object has to live as long, or the library would call a dead one:
+// `disown` then gives it into the director's keeping.
+//
+// A value class also takes its components as one sequence: a list, a tuple, an array.
+#include "python/support/operation.h"
+
+#include <structmember.h>
+
+#include <cstddef>
+#include <vector>
+
+namespace proxy {
+namespace {
+
+struct Constructor {
+    Operation operation;  // its row is `new_`
+    Row attach;
+    Row disown;           // `disown.flat` is null where nothing is to be disowned
+    PyTypeObject *owner;  // borrowed: the class holds its constructor; null until the class is made
+    bool with_director;
+    bool takes_sequence;
+};
+
+// One component as the strict conversions of the rows want it: a Python int or float.
+PyObject *plain_number(PyObject *item) {
+    if (PyFloat_CheckExact(item) || PyLong_CheckExact(item))
+        return Py_NewRef(item);
+    return PyIndex_Check(item) ? PyNumber_Index(item) : PyNumber_Float(item);
+}
+
+bool is_component_sequence(PyObject *object) {
+    return PyTuple_Check(object) || PyList_Check(object) ||
+           (PySequence_Check(object) && !PyUnicode_Check(object) && !PyBytes_Check(object) && !PyNumber_Check(object));
+}
+
+// An array is a number to the number protocol too; its dimensions tell it from one.
+bool is_array(PyObject *object) {
+    PyObject *dimensions = PyNumber_Check(object) ? PyObject_GetAttrString(object, "ndim") : nullptr;
+    if (!dimensions) {
+        PyErr_Clear();
+        return false;
+    }
+    bool const answer = PyLong_Check(dimensions) && PyLong_AsLong(dimensions) > 0;
+    Py_DECREF(dimensions);
+    return answer;
+}
+
+PyObject *make_from_sequence(Constructor const *self, PyObject *sequence) {
+    PyObject *items = PySequence_List(sequence);
+    if (!items)
+        return nullptr;
+    Py_ssize_t const count = PyList_GET_SIZE(items);
+    PyObject *native = nullptr;
+    bool ready = true;
+    for (Py_ssize_t i = 0; ready && i < count; ++i) {
+        PyObject *number = plain_number(PyList_GET_ITEM(items, i));
+        ready = number && PyList_SetItem(items, i, number) == 0;
+    }
+    if (ready)
+        native = self->operation.row.call(reinterpret_cast<PyListObject *>(items)->ob_item, count);
+    Py_DECREF(items);
+    return native;
+}
+
+PyObject *make_native(Constructor const *self, PyObject *const *arguments, Py_ssize_t count) {
+    if (self->takes_sequence && count == 2 && (is_component_sequence(arguments[1]) || is_array(arguments[1])))
+        return make_from_sequence(self, arguments[1]);
+    if (!self->with_director)
+        return self->operation.row.call(arguments + 1, count - 1);
+    constexpr Py_ssize_t usual_count = 8;
+    PyObject *usual[usual_count];
+    std::vector<PyObject *> many;
+    PyObject **forwarded = usual;
+    if (count > usual_count) {
+        many.resize(static_cast<std::size_t>(count));
+        forwarded = many.data();
+    }
+    std::copy(arguments, arguments + count, forwarded);
+    if (Py_TYPE(arguments[0]) == self->owner)
+        forwarded[0] = Py_None;
+    return self->operation.row.call(forwarded, count);
+}
+
+PyObject *call_constructor(PyObject *callable, PyObject *const *arguments, size_t flags, PyObject *keyword_names) {
+    auto const *self = reinterpret_cast<Constructor *>(callable);
+    Py_ssize_t const count = PyVectorcall_NARGS(flags);
+    if (count < 1 || (self->owner && !PyObject_TypeCheck(arguments[0], self->owner))) {
+        PyErr_Format(PyExc_TypeError, "%U.__init__ needs an object of its class first", self->operation.owner_name);
+        return nullptr;
+    }
+    if (keyword_names) [[unlikely]]
+        return self->operation.row.call_flat(arguments + 1, count - 1, keyword_names);
+    PyObject *native = make_native(self, arguments, count);
+    if (!native)
+        return nullptr;
+    PyObject *const attached[] = {arguments[0], native};
+    PyObject *result = self->attach.call(attached, 2);
+    Py_DECREF(native);
+    if (!result || !self->disown.flat || Py_TYPE(arguments[0]) == self->owner)
+        return result;
+    Py_DECREF(result);
+    return self->disown.call(arguments, 1);
+}
+
+PyObject *make_constructor(PyTypeObject *type, PyObject *arguments, PyObject *keywords) {
+    static char const *const names[] = {"new", "attach", "signature", "doc", "director", "disown", "sequence", nullptr};
+    PyObject *flat = nullptr, *attach = nullptr, *signature = Py_None, *doc = Py_None, *disown = Py_None;
+    int with_director = 0, takes_sequence = 0;
+    if (!PyArg_ParseTupleAndKeywords(arguments, keywords, "OO|OO$pOp", const_cast<char **>(names), &flat, &attach,
+                                     &signature, &doc, &with_director, &disown, &takes_sequence))
+        return nullptr;
+    auto *self = reinterpret_cast<Constructor *>(type->tp_alloc(type, 0));
+    if (!self)
+        return nullptr;
+    self->operation.vectorcall = call_constructor;
+    self->with_director = with_director;
+    self->takes_sequence = takes_sequence;
+    if (!find_row(flat, self->operation.row) || !find_row(attach, self->attach) ||
+        (disown != Py_None && !find_row(disown, self->disown)) ||
+        !set_texts(&self->operation, flat, signature, doc)) {
+        Py_DECREF(self);
+        return nullptr;
+    }
+    return reinterpret_cast<PyObject *>(self);
+}
+
+void dealloc(PyObject *object) {
+    auto *self = reinterpret_cast<Constructor *>(object);
+    Py_XDECREF(self->attach.flat);
+    Py_XDECREF(self->disown.flat);
+    operation_dealloc(object);
+}
+
+PyObject *bind(PyObject *descriptor, PyObject *object, PyObject *) {
+    if (!object || object == Py_None)
+        return Py_NewRef(descriptor);
+    return PyMethod_New(descriptor, object);
+}
+
+PyObject *set_name(PyObject *object, PyObject *arguments) {
+    PyObject *owner = PyTuple_Size(arguments) > 0 ? PyTuple_GET_ITEM(arguments, 0) : nullptr;
+    if (owner && PyType_Check(owner))
+        reinterpret_cast<Constructor *>(object)->owner = reinterpret_cast<PyTypeObject *>(owner);
+    return operation_set_name(object, arguments);
+}
+
+PyMethodDef methods[] = {
+    {"__set_name__", set_name, METH_VARARGS, nullptr},
+    {},
+};
+
+PyTypeObject make_type() {
+    PyTypeObject type = {PyVarObject_HEAD_INIT(nullptr, 0)};
+    type.tp_name = "_hyx_proxy.constructor";
+    type.tp_doc = "The constructor of a native class.";
+    type.tp_basicsize = sizeof(Constructor);
+    type.tp_flags = Py_TPFLAGS_DEFAULT | Py_TPFLAGS_HAVE_VECTORCALL | Py_TPFLAGS_METHOD_DESCRIPTOR;
+    type.tp_vectorcall_offset = offsetof(Operation, vectorcall);
+    type.tp_call = PyVectorcall_Call;
+    type.tp_dealloc = dealloc;
+    type.tp_new = make_constructor;
+    type.tp_descr_get = bind;
+    type.tp_members = operation_members;
+    type.tp_getset = operation_getset;
+    type.tp_methods = methods;
+    return type;
+}
+
+PyTypeObject constructor_type = make_type();
+
+}  // namespace
+
+bool add_constructor(PyObject *module) {
+    return PyModule_AddType(module, &constructor_type) == 0;
+}
+
+}  // namespace proxy

@@ -1,0 +1,38 @@
+// The support module of the proxy packages: the types that proxy classes are made of, and `describe`.
+#include "python/support/operation.h"
+
+namespace {
+
+PyObject *describe(PyObject *, PyObject *module) {
+    wrappers::ModuleDefinition const *definition = proxy::find_definition(module);
+    return definition ? definition->records->describe() : nullptr;
+}
+
+// The destroy function of a class that has none of its own: its objects live until the process ends.
+PyObject *keep(PyObject *, PyObject *) {
+    Py_RETURN_NONE;
+}
+
+PyMethodDef methods[] = {
+    {"keep", keep, METH_O,
+     "keep(object, /)\n--\n\nThe destroy function of a class whose objects live until the process ends: does nothing."},
+    {"describe", describe, METH_O,
+     "describe(module, /)\n--\n\nThe functions of an extension module of the family, with their forms, as a list of dicts."},
+    {},
+};
+
+PyModuleDef definition = {
+    PyModuleDef_HEAD_INIT, "_hyx_proxy", "What proxy classes are made of.", -1, methods, nullptr, nullptr, nullptr, nullptr,
+};
+
+}  // namespace
+
+PyMODINIT_FUNC PyInit__hyx_proxy() {
+    PyObject *module = PyModule_Create(&definition);
+    if (module && !(proxy::add_operations(module) && proxy::add_members(module) && proxy::add_constructor(module) &&
+                    proxy::add_handle(module))) {
+        Py_DECREF(module);
+        return nullptr;
+    }
+    return module;
+}

@@ -1,0 +1,38 @@
+// Finding the record that belongs to a flat function: it has the same index as its method-table row.
+#include "python/support/row.h"
+
+namespace proxy {
+
+ModuleDefinition const *find_definition(PyObject *module) {
+    if (PyModule_Check(module)) {
+        auto const *definition = reinterpret_cast<ModuleDefinition const *>(PyModule_GetDef(module));
+        if (definition && definition->magic == wrappers::record_table_magic && definition->records)
+            return definition;
+        PyErr_Clear();
+    }
+    PyErr_Format(PyExc_TypeError, "%R is no extension module of the hyx family", module);
+    return nullptr;
+}
+
+bool find_row(PyObject *flat, Row &row) {
+    if (!PyCFunction_Check(flat) || !PyCFunction_GET_SELF(flat)) {
+        PyErr_Format(PyExc_TypeError, "%R is no function of an extension module", flat);
+        return false;
+    }
+    ModuleDefinition const *definition = find_definition(PyCFunction_GET_SELF(flat));
+    if (!definition)
+        return false;
+    PyMethodDef const *method = reinterpret_cast<PyCFunctionObject *>(flat)->m_ml;
+    std::ptrdiff_t const index = method - definition->def.m_methods;
+    if (index < 0 || static_cast<std::size_t>(index) >= definition->records->count) {
+        PyErr_Format(PyExc_TypeError, "%R is not in its module's method table", flat);
+        return false;
+    }
+    row.function = definition->records->functions[index];
+    row.run = definition->records->call;
+    row.exact_count = (method->ml_flags & METH_O) ? 1 : (method->ml_flags & METH_NOARGS) ? 0 : -1;
+    row.flat = Py_NewRef(flat);
+    return true;
+}
+
+}  // namespace proxy
