@@ -5,8 +5,8 @@
 #include "runtime/type_chain.h"
 #include "runtime/values.h"
 
-#include <memory>
 #include <string>
+#include <vector>
 
 namespace swig {
 
@@ -15,6 +15,10 @@ template <class Type> struct traits;
 
 template <> struct traits<std::string> {
     static constexpr char type_name[] = "std::string";
+};
+
+template <> struct traits<std::vector<std::string>> {
+    static constexpr char type_name[] = "std::vector<std::string,std::allocator< std::string > >";
 };
 
 // The descriptor of pointers to Type; looked up once.

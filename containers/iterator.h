@@ -1,7 +1,7 @@
 // Python's view of a position in a native sequence.
 //
-// Life: an iterator made by `iterator()` (closed, it knows both ends) holds its sequence's Python object; those made by
-// `begin` and `end` (open) do not know where the sequence ends. Neither notices that the sequence's storage has moved.
+// Life: an iterator keeps its sequence's Python object alive, but does not notice that the sequence's storage has moved.
+// A closed iterator knows both ends of the sequence; an open one, as `begin` and `end` make it, does not.
 // Failure: running past an end throws stop_iteration, operands that do not fit std::invalid_argument.
 #pragma once
 
@@ -32,8 +32,10 @@ public:
     // The number of steps from here to the other.
     virtual std::ptrdiff_t distance(SwigPyIterator const & other) const;
     virtual bool equal(SwigPyIterator const & other) const;
-    // A new iterator at the same position.
+    // A new iterator at the same position, of the same sequence.
     virtual SwigPyIterator * copy() const = 0;
+    // Keeps the Python object of the sequence alive as long as this iterator.
+    void hold(PyObject * sequence) { _seq = SwigPtr_PyObject::share(sequence); }
 
     PyObject * next();
     PyObject * __next__() { return next(); }
@@ -51,16 +53,16 @@ public:
     static swig_type_info * descriptor();
 
 protected:
-    explicit SwigPyIterator(PyObject * seq) : _seq(SwigPtr_PyObject::share(seq)) {}
+    SwigPyIterator() = default;
     SwigPyIterator(SwigPyIterator const &) = default;
 
 private:
-    SwigPtr_PyObject _seq; // keeps the sequence alive
+    SwigPtr_PyObject _seq; // empty for an iterator that native code has made
 };
 
 template <class OutIter> class SwigPyIterator_T : public SwigPyIterator {
 public:
-    SwigPyIterator_T(OutIter current, PyObject * seq) : SwigPyIterator(seq), current(current) {}
+    explicit SwigPyIterator_T(OutIter current) : current(current) {}
 
     OutIter const & get_current() const { return current; }
 
@@ -115,8 +117,8 @@ template <class OutIter, class Value = typename std::iterator_traits<OutIter>::v
           class FromOper = from_oper<Value>>
 class SwigPyForwardIteratorClosed_T : public SwigPyIterator_T<OutIter> {
 public:
-    SwigPyForwardIteratorClosed_T(OutIter current, OutIter first, OutIter last, PyObject * seq)
-        : SwigPyIterator_T<OutIter>(current, seq), begin(first), end(last)
+    SwigPyForwardIteratorClosed_T(OutIter current, OutIter first, OutIter last)
+        : SwigPyIterator_T<OutIter>(current), begin(first), end(last)
     {
     }
 
@@ -160,16 +162,16 @@ public:
     }
 };
 
-// An iterator without bounds, for a position that the native sequence handed out.
+// An iterator without bounds, for a position in a native sequence.
 template <class OutIter> SwigPyIterator * make_output_iterator(OutIter current)
 {
-    return new SwigPyIteratorOpen_T<OutIter>(current, nullptr);
+    return new SwigPyIteratorOpen_T<OutIter>(current);
 }
 
-// An iterator between two ends that keeps the sequence's Python object alive.
-template <class OutIter> SwigPyIterator * make_output_iterator(OutIter current, OutIter begin, OutIter end, PyObject * seq)
+// An iterator between two ends.
+template <class OutIter> SwigPyIterator * make_output_iterator(OutIter current, OutIter begin, OutIter end)
 {
-    return new SwigPyIteratorClosed_T<OutIter>(current, begin, end, seq);
+    return new SwigPyIteratorClosed_T<OutIter>(current, begin, end);
 }
 
 }

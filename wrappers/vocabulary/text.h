@@ -99,19 +99,12 @@ constexpr std::string_view list_item(std::string_view text, std::size_t index)
     return {};
 }
 
-// The name after the last "::" outside template brackets: a class's own name.
+// A class's own name, as its constructors have it: after the last "::", without template arguments.
 constexpr std::string_view last_name(std::string_view name)
 {
-    int depth = 0;
-    for (std::size_t i = name.size(); i-- > 1;) {
-        if (name[i] == '>')
-            ++depth;
-        if (name[i] == '<')
-            --depth;
-        if (depth == 0 && name[i] == ':' && name[i - 1] == ':')
-            return name.substr(i + 1);
-    }
-    return name;
+    name = name.substr(0, name.find('<'));
+    std::size_t const separator = name.rfind("::");
+    return separator == std::string_view::npos ? name : name.substr(separator + 2);
 }
 
 } // namespace wrappers

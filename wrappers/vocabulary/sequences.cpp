@@ -1,0 +1,64 @@
+#include "wrappers/vocabulary/sequences.h"
+
+#include "containers/container_key.h"
+#include "runtime/client_data.h"
+#include "runtime/errors.h"
+#include "runtime/pointers.h"
+#include "wrappers/vocabulary/guards.h"
+#include "wrappers/vocabulary/native_types.h"
+
+#include <stdexcept>
+
+namespace wrappers {
+
+namespace {
+
+// The class registered for a type, where it can be raised; RuntimeError otherwise.
+PyObject *exception_class(swig_type_info const *type) noexcept
+{
+    auto const *data = static_cast<SwigPyClientData const *>(type->clientdata);
+    return data && PyExceptionClass_Check(data->klass) ? data->klass : PyExc_RuntimeError;
+}
+
+} // namespace
+
+PyObject *keep_container(PyObject *result, Call const &call) noexcept
+{
+    SwigPyObject *const handle = SWIG_Python_GetSwigThis(result);
+    PyObject *const container = call.arguments[0];
+    if (!handle || handle->own == 1 || PyObject_SetAttr(result, containers::container_key(), container) == 0)
+        return result;
+    // A bare pointer object has no attributes, but a chain of further views, each of which it owns.
+    PyErr_Clear();
+    PyObject *const view = reinterpret_cast<PyObject *>(SWIG_Python_GetSwigThis(container));
+    Py_XDECREF(SwigPyObject_append(reinterpret_cast<PyObject *>(handle), view));
+    PyErr_Clear();
+    return result;
+}
+
+PyObject *hold_sequence(PyObject *result, Call const &call) noexcept
+{
+    void *iterator = nullptr;
+    if (SWIG_Python_ConvertPtrAndOwn(result, &iterator, swig::SwigPyIterator::descriptor()) == SWIG_OK && iterator)
+        static_cast<swig::SwigPyIterator *>(iterator)->hold(call.arguments[0]);
+    return result;
+}
+
+void translate_iterator_exception()
+{
+    try {
+        throw;
+    } catch (swig::stop_iteration const &) {
+        SWIG_Python_SetErrorObj(PyExc_StopIteration, Py_NewRef(Py_None));
+    } catch (std::invalid_argument const &error) {
+        swig_type_info *const type = descriptor<std::invalid_argument>();
+        PyObject *const value =
+            SWIG_Python_NewPointerObj(new std::invalid_argument(error), type, PointerResult::owned_proxied);
+        if (value)
+            SWIG_Python_SetErrorObj(exception_class(type), value);
+    } catch (...) {
+        translate_native_exception();
+    }
+}
+
+} // namespace wrappers
