@@ -39,10 +39,10 @@ class TerrainVoxelRenderer;
 // or a null root gives null. `detailRatio` multiplies the number of facets of round shapes (1 = 24 around, at least 6);
 // it must be positive and finite, else std::invalid_argument.
 
-/// The visual of one geometry, following it at every update. `evenIfSensor`: draw the geometry even when it is a sensor
-/// (else a sensor gets an empty node). `useRenderData`: prefer the render mesh that came with the shape, if any.
+/// The visual of one geometry, following it at every update. `evenIfSensor`: draw the shape even when the geometry is a
+/// sensor (else a sensor gets an empty node). `autoRemove`: the visual leaves the scene together with its geometry.
 GeometryNode * createVisual(hyxCollide::Geometry const * geometry, osg::Group * root, float detailRatio = 1.0f,
-                            bool evenIfSensor = false, bool useRenderData = true);
+                            bool evenIfSensor = false, bool autoRemove = true);
 
 /// One group with a visual for each geometry of `body`.
 osg::Group * createVisual(hyx::RigidBody * body, osg::Group * root, float detailRatio = 1.0f,
@@ -52,8 +52,8 @@ osg::Group * createVisual(hyx::RigidBody * body, osg::Group * root, float detail
 osg::Group * createVisual(hyxSDK::Assembly * assembly, osg::Group * root, float detailRatio = 1.0f,
                           bool evenIfSensor = false);
 
-/// One group with the visuals of everything in `simulation`. Bodies that are added later get theirs at the next step,
-/// as long as the group is in a scene.
+/// One group with the visuals of everything in `simulation`. Bodies and geometries that are added later get theirs, and
+/// bodies that leave lose theirs, as long as the group exists.
 osg::Group * createVisual(hyxSDK::Simulation * simulation, osg::Group * root, float detailRatio = 1.0f,
                           bool evenIfSensor = false);
 
@@ -69,11 +69,12 @@ osg::Group * createVisual(hyx::RigidBodyEmitter * emitter, osg::Group * root);
 /// One group with the emitter's volume, see-through.
 osg::Group * createVisual(hyx::Emitter * emitter, osg::Group * root);
 
-/// The renderer of a terrain, made on first use. The renderer belongs to the terrain's simulation.
+/// The renderer of a terrain, made on first use. It belongs to the terrain's simulation, or to `root` where there is
+/// none yet.
 TerrainVoxelRenderer * createVisual(hyxSDK::TerrainInstance * terrain, osg::Group * root);
 
-/// Red, green and blue axes of length `detailRatio` metres at the frame, following it.
-osg::MatrixTransform * createVisual(hyx::ObserverFrame * observerFrame, osg::Group * root, float detailRatio = 1.0f);
+/// Red, green and blue axes of `length` metres at the frame, following it.
+osg::MatrixTransform * createVisual(hyx::ObserverFrame * observerFrame, osg::Group * root, float length = 1.0f);
 
 /// Like createVisual for a body, with the place of each geometry's node: element i of the vector is the child index,
 /// in the group, of the visual of the body's i-th geometry. The group is null when `body` or `root` is.
@@ -88,9 +89,10 @@ osg::Group * createVisualTemplateCaching(hyxSDK::Assembly * assembly, osg::Group
                                          RigidBodyRenderCache * cache = nullptr, float detailRatio = 1.0f,
                                          bool evenIfSensor = false);
 
-/// A listener that keeps the visuals under `root` in step with the simulation that `listener` belongs to: bodies added
-/// later get visuals, those that leave lose theirs. `listener` is the one whose simulation is followed and is returned
-/// when it has no simulation yet; null arguments give null. The result is owned by the simulation.
+/// A listener that gives visuals under `root` to the bodies that enter the simulation from now on, `listener`'s doing or
+/// not, and takes them away when they leave. It joins the simulation of `listener`, which then owns it. A `listener` in no
+/// simulation is wrapped instead: add the result in its place, and it calls `listener` in each step. Null arguments give
+/// null.
 hyxSDK::EventListener * createVisualUpdater(hyxSDK::EventListener * listener, osg::Group * root);
 
 } // namespace hyxOSG

@@ -14,7 +14,8 @@ class TextureCubeMap;
 
 namespace hyxOSG {
 
-/// Six pictures of the surroundings, in the order +x, -x, +y, -y, +z, -z.
+/// Six pictures of the surroundings as seen from inside, in the order posx, negx, posy, negy, posz, negz: posx is the view
+/// along the world's +x, posy the one upwards (+z), negz the one along +y.
 using ImageList = hyx::Vector<osg::ref_ptr<osg::Image>>;
 
 /// Reads the six files `prefix` + posx, negx, posy, negy, posz, negz + `extension` (with or without its dot) into
@@ -39,7 +40,7 @@ osg::Geode * createSkySphere(std::string const & name, hyx::Vector<osg::ref_ptr<
 /// setEnvMapReflectionCoefficient, 0.5 at first. False, and nothing changed, for null or files that cannot be read.
 bool setCubeMapTexture(osg::Node * node, std::string const & prefix, std::string const & extension = ".png");
 
-/// How much of the mirrored surroundings shows, from 0 (none) to 1 (a mirror); values outside are clamped, nothing for a
+/// How much of the mirrored surroundings (cube map or sphere map texture) shows, from 0 (none) to 1 (a mirror); values outside are clamped, nothing for a
 /// null node. NaN raises std::invalid_argument.
 void setEnvMapReflectionCoefficient(osg::Node * node, float coefficient);
 

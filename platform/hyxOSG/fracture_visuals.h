@@ -1,5 +1,4 @@
 #pragma once
-#include "platform/hyx/vec4.h"
 #include "platform/hyx/vec4f.h"
 
 namespace osg {
@@ -12,8 +11,8 @@ class FractureGenerator;
 
 namespace hyxOSG {
 
-/// Makes visuals under `root` for the pieces that `generator` makes, in the colour of the body that broke; the visual of
-/// that body goes. Nothing for null arguments.
+/// Makes visuals under `root` for the pieces that `generator` makes. The visual of the body that broke goes by itself.
+/// Nothing for null arguments.
 void addRenderCallbackToFracture(hyxModel::FractureGenerator * generator, osg::Group * root);
 
 /// The same with pieces in `color`.

@@ -85,14 +85,15 @@ public:
     /// Visits the shown children; an update visitor first moves the node to its geometry.
     void traverse(osg::NodeVisitor & visitor) override;
 
-    /// Called when the shape of the geometry changes, so that the visual can be rebuilt. Installed on the geometry by
-    /// setGeometry.
+    /// Called when the shape of the geometry changes. createVisual installs one that rebuilds the shape's picture.
     hyxCollide::Geometry::ShapeChangeEvent::CallbackType shapeCallback;
 
 protected:
     ~GeometryNode() override;
 
 private:
+    void listen();
+
     struct Impl;
     std::unique_ptr<Impl> m_impl;
 };

@@ -24,7 +24,8 @@ class Geometry;
 namespace hyxOSG {
 
 // Grids: `corner` is one corner, the further vectors are the edges from it, metres; the counts are the cells along each
-// edge (at least 1, at most 10000 in the plane and 500 in space, else std::invalid_argument).
+// edge (at least 1, at most 10000 in the plane, 1000 when filled and 500 in space, else
+// std::invalid_argument).
 
 /// Grey lines, or with `filled` a checkered surface of quads, in the plane of the two edges. Nothing holds the result.
 osg::Geometry * createGrid(unsigned int numCellsU, unsigned int numCellsV, osg::Vec3 const & corner,

@@ -1,5 +1,4 @@
 #pragma once
-#include "platform/hyx/vec4.h"
 #include "platform/hyx/vec4f.h"
 
 namespace osg {

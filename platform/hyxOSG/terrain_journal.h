@@ -6,8 +6,8 @@ class Simulation;
 
 namespace hyxOSG {
 
-/// Makes the terrains of `simulation` follow a journal that is played back: their renderers rebuild the surface from the
-/// recorded heights at every step and their own dynamics rest. Nothing for null.
+/// Prepares the terrains of `simulation` for a journal that moves the bodies: bodies that are played back no longer change
+/// the soil, which means no compaction, no digging tools and no grains. What was there stays. Nothing for null.
 void setupTerrainJournalPlaybackSettings(hyxSDK::Simulation * simulation);
 
 } // namespace hyxOSG

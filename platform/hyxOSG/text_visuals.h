@@ -1,6 +1,5 @@
 #pragma once
 #include "platform/hyx/vec3.h"
-#include "platform/hyx/vec4.h"
 #include "platform/hyx/vec4f.h"
 
 #include <cstddef>

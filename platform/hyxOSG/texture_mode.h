@@ -10,7 +10,7 @@ enum TextureMode {
     NORMALMAP_TEXTURE = 3,     ///< tangent-space normals, coded as 0.5 + 0.5 n
     HEIGHTMAP_TEXTURE = 4,     ///< heights (red), seen as bumps and parallax
     SPECULARMAP_TEXTURE = 5,   ///< specular colour, multiplied with the material's
-    SPHEREMAP_TEXTURE = 6      ///< mirror ball picture of the surroundings, added as a reflection
+    SPHEREMAP_TEXTURE = 6      ///< mirror ball picture of the surroundings that the surface reflects
 };
 
 } // namespace hyxOSG

@@ -1,0 +1,24 @@
+/// State sets of nodes that may share them with other nodes.
+#pragma once
+#include <osg/Material>
+#include <osg/Node>
+#include <osg/StateSet>
+#include <osg/ref_ptr>
+
+namespace hyxOSG {
+
+/// What a script sets on a node beats what loaded models and the nodes above say: the nearest setting wins.
+inline constexpr osg::StateAttribute::GLModeValue setByScript =
+    osg::StateAttribute::ON | osg::StateAttribute::OVERRIDE | osg::StateAttribute::PROTECTED;
+
+/// The state set of `node` to be written: made when there is none, copied first when other nodes use it too.
+osg::StateSet & writableStateSet(osg::Node & node);
+
+/// The material of `node` to be written. A node without one starts with a copy of the first material below it, so that
+/// changing one colour keeps the rest of the look.
+osg::Material & writableMaterial(osg::Node & node);
+
+/// Blends `state` with what lies behind, far to near; or, with 1, makes it opaque again.
+void setOpacity(osg::StateSet & state, float alpha);
+
+}
