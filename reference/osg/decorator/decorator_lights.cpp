@@ -12,9 +12,9 @@ struct LightSetup {
 
 // A key light from above the viewer's left shoulder, a fill light from the right and a rim light from behind.
 std::array<LightSetup, DecoratorLights::count> const setups = {{
-    {{-0.45f, -0.6f, 1.0f}, 0.8f},
-    {{0.9f, -0.5f, 0.6f}, 0.4f},
-    {{0.2f, 1.0f, 0.7f}, 0.3f},
+    {{-0.45f, -0.6f, 1.0f}, 0.75f},
+    {{0.9f, -0.5f, 0.6f}, 0.25f},
+    {{0.2f, 1.0f, 0.7f}, 0.2f},
 }};
 
 // Shadows of a light this far away hardly spread.

@@ -75,6 +75,7 @@ void Text::setBackdropType(BackdropType backdrop) {
 void Text::setDrawMode(DrawModeMask mask) {
     requireEnumerator(mask, TEXT | BOUNDINGBOX | FILLEDBOUNDINGBOX | ALIGNMENT, "sum of draw modes");
     m_text->setDrawMode(static_cast<unsigned int>(mask));
+    m_text->update(); // frame and cross are made with the glyphs
 }
 
 void Text::setText(hyx::String const & text) { m_text->setText(text, osgText::String::ENCODING_UTF8); }
