@@ -6,7 +6,7 @@
 #include "platform/hyxOSG/geometry_node.h"
 #include "platform/hyxOSG/scene_decorator.h"
 #include "platform/hyxSDK/simulation.h"
-#include "reference/osg/capture/current_context.h"
+#include "reference/osg/capture/host_context.h"
 
 #include <osg/GLObjects>
 #include <osg/PolygonMode>
@@ -35,6 +35,8 @@ osg::ref_ptr<osgGA::OrbitManipulator> createFreeCamera() {
     osg::ref_ptr<osgGA::OrbitManipulator> manipulator = new osgGA::OrbitManipulator;
     manipulator->setAllowThrow(false);
     manipulator->setVerticalAxisFixed(true);
+    // Turning the wheel up comes nearer.
+    manipulator->setWheelZoomFactor(-0.1);
     manipulator->setAutoComputeHomePosition(false);
     manipulator->setHomePosition(osg::Vec3d(6, -9, 5), osg::Vec3d(0, 0, 0), osg::Z_AXIS);
     return manipulator;
@@ -148,11 +150,10 @@ void EmbeddedGLWindow::frame() {
     if (currentContext() != m_impl->context) {
         throw std::runtime_error("another OpenGL context than the one of init is current: make the host's current before frame");
     }
-    // The host draws with the same context: nothing that was set in the last frame holds, not even the frame buffer.
     GLint frameBuffer = 0;
     glGetIntegerv(GL_FRAMEBUFFER_BINDING, &frameBuffer);
     m_impl->window->setDefaultFboId(GLuint(frameBuffer));
-    m_impl->window->getState()->reset();
+    ContextStay const stay(*m_impl->window->getState());
     m_impl->viewer->frame();
 }
 
