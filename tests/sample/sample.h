@@ -12,6 +12,7 @@ struct Base {
     virtual ~Base() { --alive; }
     Base() { ++alive; }
     Base(Base const &other) : value(other.value) { ++alive; }
+    Base &operator=(Base const &other) = default;
     virtual std::string name() const { return "Base"; }
     Base *self() { return this; }
     Base copy() const { return *this; }

@@ -1,6 +1,7 @@
 /* A member of the family written against the shared records alone, as a module built elsewhere would be.
    It knows sample::Base and hyx::Vec3 by name, and adds a type of its own that converts to sample::Base. */
 #include <Python.h>
+#include <stddef.h>
 #include <stdint.h>
 #include <string.h>
 
