@@ -17,7 +17,7 @@ def test_repr_names_the_last_spelling_and_the_object():
 
 
 def test_appended_views_follow_directly():
-    first, second, third = (_sample.wrap_address(n, "sample::Base *") for n in (8, 16, 24))
+    first, second, third = (_sample.wrap_address(n, "sample::Other *") for n in (8, 16, 24))
     assert first.next() is None
     first.append(second)
     first.append(third)
@@ -28,7 +28,7 @@ def test_appended_views_follow_directly():
 
 
 def test_ownership_flag():
-    handle = _sample.wrap_address(8, "sample::Base *")
+    handle = _sample.wrap_address(8, "sample::Other *")
     assert handle.own() is False and handle.own(True) is False and handle.own() is True
     assert handle.own(False) is True
     assert handle.acquire() is None and handle.own() is True
@@ -38,8 +38,8 @@ def test_ownership_flag():
 
 
 def test_equality_is_that_of_the_native_pointers():
-    a, b = _sample.wrap_address(8, "sample::Base *"), _sample.wrap_address(8, "sample::Other *")
-    assert a == b and not a != b and a != _sample.wrap_address(16, "sample::Base *")
+    a, b = _sample.wrap_address(8, "sample::Other *"), _sample.wrap_address(8, "sample::RootBase *")
+    assert a == b and not a != b and a != _sample.wrap_address(16, "sample::Other *")
     assert (a == 8) is False and (a != "text") is True
     with pytest.raises(TypeError):
         a < b
