@@ -6,7 +6,8 @@
 namespace hyxOSG {
 
 /// Its colour function calls its own virtual getLidarPointColor. Give it to
-/// LidarOutputRenderer::setIntensityColorFunctionReplacement and keep it alive as long as it is used there.
+/// LidarOutputRenderer::setIntensityColorFunctionReplacement and keep it alive as long as it is used there; a renderer
+/// whose callback is gone draws shades of gray.
 class LidarOutputRendererColorFunctionCallback {
 public:
     /// Makes the colour function, which refers to this object.

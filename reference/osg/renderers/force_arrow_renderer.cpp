@@ -3,6 +3,7 @@
 #include "platform/hyx/constraint1dof.h"
 #include "platform/hyx/rigid_body.h"
 #include "platform/hyxSDK/simulation.h"
+#include "reference/osg/decorator/shading_marks.h"
 #include "reference/osg/renderers/arrow_mesh.h"
 #include "reference/osg/renderers/simulation_scene.h"
 
@@ -141,6 +142,7 @@ void ForceArrowRenderer::Impl::draw()
 ForceArrowRenderer::ForceArrowRenderer() : m_impl(std::make_unique<Impl>())
 {
     m_impl->node->setName("ForceArrowRenderer");
+    m_impl->node->setNodeMask(~(decorator::CASTS_SHADOWS | decorator::RECEIVES_SHADOWS));
     m_impl->node->addChild(m_impl->mesh.node());
 }
 

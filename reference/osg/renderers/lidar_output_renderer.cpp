@@ -3,6 +3,7 @@
 #include "platform/hyxOSG/lidar_output_renderer_color_function_callback.h"
 #include "platform/hyxSDK/simulation.h"
 #include "platform/hyxSensor/lidar.h"
+#include "reference/osg/decorator/shading_marks.h"
 #include "reference/osg/renderers/color_presets.h"
 #include "reference/osg/renderers/lidar_color_table.h"
 #include "reference/osg/renderers/lidar_point_cloud.h"
@@ -110,6 +111,7 @@ LidarOutputRenderer::LidarOutputRenderer(hyxSensor::Lidar const * lidar, bool al
     m_impl->set_up_state(*getOrCreateStateSet());
     setName("LidarOutputRenderer");
     addChild(m_impl->cloud.node());
+    m_impl->cloud.node()->setNodeMask(~(decorator::CASTS_SHADOWS | decorator::RECEIVES_SHADOWS));
     setNumChildrenRequiringUpdateTraversal(1);
     setHitPointsAlwaysOnTop(alwaysOnTop);
 }

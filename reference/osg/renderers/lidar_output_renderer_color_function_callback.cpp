@@ -2,23 +2,39 @@
 
 namespace hyxOSG {
 
-LidarOutputRendererLegendPoint::LidarOutputRendererLegendPoint() : intensity(0), color(1, 1, 1, 1) {}
+namespace {
 
-LidarOutputRendererLegendPoint::LidarOutputRendererLegendPoint(float intensity, osg::Vec4 color)
-    : intensity(intensity), color(color)
+osg::Vec4f shade_of_gray(float intensity)
 {
+    return {intensity, intensity, intensity, 1};
+}
+
+// Copies of the function outlive a callback that was deleted too early: they then find null here.
+struct CallOverride {
+    std::shared_ptr<LidarOutputRendererColorFunctionCallback *> callback;
+
+    osg::Vec4f operator()(float intensity) const
+    {
+        return *callback ? (*callback)->getLidarPointColor(intensity) : shade_of_gray(intensity);
+    }
+};
+
 }
 
 LidarOutputRendererColorFunctionCallback::LidarOutputRendererColorFunctionCallback()
-    : m_colorFunction([this](float intensity) { return getLidarPointColor(intensity); })
+    : m_colorFunction(CallOverride{std::make_shared<LidarOutputRendererColorFunctionCallback *>(this)})
 {
 }
 
-LidarOutputRendererColorFunctionCallback::~LidarOutputRendererColorFunctionCallback() = default;
+LidarOutputRendererColorFunctionCallback::~LidarOutputRendererColorFunctionCallback()
+{
+    if (auto * const function = m_colorFunction.target<CallOverride>())
+        *function->callback = nullptr;
+}
 
 osg::Vec4f LidarOutputRendererColorFunctionCallback::getLidarPointColor(float intensity)
 {
-    return {intensity, intensity, intensity, 1};
+    return shade_of_gray(intensity);
 }
 
 LidarOutputRenderer::IntensityState::ColorFunc * LidarOutputRendererColorFunctionCallback::getColorFunction()

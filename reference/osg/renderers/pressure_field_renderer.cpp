@@ -1,5 +1,6 @@
 #include "platform/hyxOSG/pressure_field_renderer.h"
 
+#include "reference/osg/decorator/shading_marks.h"
 #include "reference/osg/renderers/color_presets.h"
 
 #include <osg/Geometry>
@@ -56,6 +57,7 @@ void PressureFieldRenderer::Impl::set_up()
     geometry->setColorArray(colors, osg::Array::BIND_PER_VERTEX);
     geometry->addPrimitiveSet(range);
     node->addChild(geometry);
+    node->setNodeMask(~(decorator::CASTS_SHADOWS | decorator::RECEIVES_SHADOWS));
     constexpr auto on = osg::StateAttribute::ON | osg::StateAttribute::PROTECTED;
     constexpr auto off = osg::StateAttribute::OFF | osg::StateAttribute::PROTECTED;
     auto * const state = geometry->getOrCreateStateSet();
