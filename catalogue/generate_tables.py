@@ -5,7 +5,7 @@ Input lines (`#` starts a comment):
     hyxOSG::Text : osg::Geode                 a class and its direct bases
     osg::Vec4f = osg::Vec4                    further spellings of a class
     hyx::Foo::Bar : hyx::Foo @ platform/hyx/foo.h    the header that defines it, where it is not the default one
-    type _p_char | char * | char              mangled name | readable name | the compiler's spelling
+    type _p_char | char * | char              mangled name | readable name | the compiler's spelling [: bases @ header]
     shared tavlang::Core::Object : ...        shared pointers to a class, by value and by pointer
 
 The compiler checks every base (`static_cast`) and chooses how a pointer is adjusted; this program checks that every
@@ -58,6 +58,14 @@ def parse_class(line: str, place: str) -> Type:
                 header=f'"{header.strip()}"' if header else default_header(name), place=place)
 
 
+def parse_type(line: str, place: str) -> Type:
+    line, _, header = line.partition(" @ ")
+    mangled, readable, native = (part.strip() for part in line.split(" | "))
+    native, _, bases = native.partition(" : ")
+    return Type(native=native, mangled=mangled, readable=readable, bases=[b.strip() for b in bases.split(", ") if b.strip()],
+                header=f"<{header.strip()}>" if header else "", place=place)
+
+
 def parse_shared(line: str, place: str) -> list[Type]:
     name, _, bases = line.partition(" : ")
     base_names = [b.strip() for b in bases.split(", ") if b.strip()]
@@ -77,8 +85,7 @@ def parse(path: pathlib.Path) -> list[Type]:
         if not line:
             continue
         if line.startswith("type "):
-            mangled, readable, native = (part.strip() for part in line[5:].split(" | "))
-            types.append(Type(native=native, mangled=mangled, readable=readable, place=place))
+            types.append(parse_type(line[5:], place))
         elif line.startswith("shared "):
             types += parse_shared(line[7:], place)
         else:
