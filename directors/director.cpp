@@ -24,10 +24,28 @@ void DirectorTypeMismatchException::raise(PyObject *error, const char *msg)
     throw DirectorTypeMismatchException(error, "SWIG director type mismatch", msg);
 }
 
+Director::Director(PyObject *self) noexcept : swig_self(self)
+{
+    if (!self)
+        return;
+    swig_watch = runtime::Reference::take(PyWeakref_NewRef(self, nullptr));
+    if (!swig_watch)
+        PyErr_Clear();
+}
+
 Director::~Director()
 {
+    if (!Py_IsInitialized()) {
+        static_cast<void>(swig_watch.release());
+        return;
+    }
     if (swig_disown_flag)
         Py_DECREF(swig_self);
+}
+
+bool Director::swig_is_gone() const noexcept
+{
+    return !Py_IsInitialized() || (swig_watch && PyWeakref_GET_OBJECT(swig_watch.get()) == Py_None);
 }
 
 bool Director::swig_get_inner(const char *) const { return true; }

@@ -6,9 +6,12 @@
 // upcall rule): that is what ends the recursion.
 //
 // Life: at first the Python object owns the native one and the director only borrows `swig_self`. After disowning,
-// the director holds one reference to `swig_self` until it is destroyed. Every call must come on the thread that
-// holds the interpreter.
+// the director holds one reference to `swig_self` until it is destroyed. A Python object that goes although the native
+// library still holds the director leaves a plain native object behind, and so does the end of the interpreter. Every
+// call must come on the thread that holds the interpreter.
 #pragma once
+
+#include "runtime/reference.h"
 
 #include <Python.h>
 
@@ -53,14 +56,17 @@ using GCItem_var = std::unique_ptr<GCItem>;
 
 class Director {
   public:
-    explicit Director(PyObject *self) noexcept : swig_self(self) {}
+    explicit Director(PyObject *self) noexcept;
     Director(Director const &) = delete;
     Director &operator=(Director const &) = delete;
     virtual ~Director();
     virtual bool swig_get_inner(const char *name) const;
     virtual void swig_set_inner(const char *name, bool value) const;
 
-    PyObject *swig_get_self() const noexcept { return swig_self; }
+    // Borrowed. NULL when there never was one, and when it is gone.
+    PyObject *swig_get_self() const noexcept { return swig_is_gone() ? nullptr : swig_self; }
+    // Whether the Python object has died or the interpreter has ended: then only the native implementation is left.
+    bool swig_is_gone() const noexcept;
     // Takes one reference to the Python object, once.
     void swig_disown() noexcept;
 
@@ -68,6 +74,7 @@ class Director {
     PyObject *swig_self; // borrowed until disowned
     bool swig_disown_flag = false;
     std::map<void *, GCItem_var> swig_owner;
+    runtime::Reference swig_watch; // weak reference to swig_self; empty where it does not support them
 };
 
 } // namespace Swig

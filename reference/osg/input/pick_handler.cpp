@@ -74,7 +74,7 @@ struct PickHandler::Impl {
         if (!camera.valid() || !camera->getViewport())
             return;
         hyx::Vec3 nearPoint, farPoint, target;
-        getNearFarPoints(camera.get(), x, y, nearPoint, farPoint);
+        hyxOSG::getNearFarPoints(camera.get(), x, y, nearPoint, farPoint);
         osg::Matrixd const toWorld = camera->getInverseViewMatrix();
         hyx::Vec3 const view = toHyx(osg::Matrixd::transform3x3(osg::Vec3d(0, 0, -1), toWorld));
         if (meetPlane(nearPoint, farPoint, spring.target(), view, target))

@@ -1,0 +1,55 @@
+#include "directors/lidar_color_director.h"
+
+#include "directors/python_call.h"
+#include "runtime/errors.h"
+#include "runtime/pointers.h"
+#include "runtime/type_chain.h"
+
+using Base = hyxOSG::LidarOutputRendererColorFunctionCallback;
+
+namespace {
+
+Swig::DirectorMethod get_lidar_point_color{"LidarOutputRendererColorFunctionCallback", "getLidarPointColor", nullptr};
+
+// Throws DirectorTypeMismatchException for anything but a colour; None is no colour.
+osg::Vec4f to_color(runtime::Reference const &result)
+{
+    void *pointer = nullptr;
+    int own = 0;
+    int const status = SWIG_Python_ConvertPtrAndOwn(result.get(), &pointer, SWIG_Python_TypeQuery("osg::Vec4 *"),
+                                                    PointerConversion::general, &own);
+    if (status < 0 || !pointer)
+        Swig::DirectorTypeMismatchException::raise(
+            SWIG_Python_ErrorType(argument_error(status < 0 ? status : int(SWIG_TypeError))),
+            "in output value of type 'osg::Vec4'");
+    auto *color = static_cast<osg::Vec4f *>(pointer);
+    osg::Vec4f const copy = *color;
+    if (own & SWIG_CAST_NEW_MEMORY)
+        delete color;
+    return copy;
+}
+
+} // namespace
+
+SwigDirector_LidarOutputRendererColorFunctionCallback::SwigDirector_LidarOutputRendererColorFunctionCallback(PyObject *self)
+    : Swig::Director(self)
+{
+}
+
+bool SwigDirector_LidarOutputRendererColorFunctionCallback::swig_get_inner(const char *name) const
+{
+    auto const found = swig_inner.find(name);
+    return found != swig_inner.end() && found->second;
+}
+
+void SwigDirector_LidarOutputRendererColorFunctionCallback::swig_set_inner(const char *name, bool value) const
+{
+    swig_inner[name] = value;
+}
+
+osg::Vec4f SwigDirector_LidarOutputRendererColorFunctionCallback::getLidarPointColor(float intensity)
+{
+    if (swig_is_gone())
+        return Base::getLidarPointColor(intensity);
+    return to_color(Swig::call_python(*this, get_lidar_point_color, Swig::to_python(intensity)));
+}

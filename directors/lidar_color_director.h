@@ -1,0 +1,19 @@
+// Lets Python compute the colours of lidar hit points.
+#pragma once
+
+#include "directors/director.h"
+#include "platform/hyxOSG/lidar_output_renderer_color_function_callback.h"
+
+class SwigDirector_LidarOutputRendererColorFunctionCallback : public hyxOSG::LidarOutputRendererColorFunctionCallback,
+                                                              public Swig::Director {
+  public:
+    explicit SwigDirector_LidarOutputRendererColorFunctionCallback(PyObject *self);
+
+    bool swig_get_inner(const char *name) const override;
+    void swig_set_inner(const char *name, bool value) const override;
+
+    osg::Vec4f getLidarPointColor(float intensity) override;
+
+  private:
+    mutable std::map<std::string, bool> swig_inner;
+};
