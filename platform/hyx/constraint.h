@@ -59,7 +59,7 @@ public:
   Implementation & implementation() const { return *m_implementation; }
 
 protected:
-  /// `frame1` and `frame2` are relative to the bodies (to the world for a null body); null frames are the bodies' own. Throws std::invalid_argument when the first body is null or both are the same.
+  /// `frame1` and `frame2` are relative to the bodies (to the world for a null body); null frames are the bodies' own, and beside a null second body where the first frame is now. Throws std::invalid_argument when the first body is null or both are the same.
   Constraint(RigidBody * body1, Frame * frame1, RigidBody * body2, Frame * frame2);
   ~Constraint() override;
 

@@ -20,7 +20,7 @@ public:
   Lock1D * getLock1D() const { return m_lock.get(); }
 
 protected:
-  Constraint1DOF(RigidBody * body1, Frame * frame1, RigidBody * body2, Frame * frame2, bool rotational);
+  Constraint1DOF(RigidBody * body1, Frame * frame1, RigidBody * body2, Frame * frame2);
   ~Constraint1DOF() override;
 
 private:

@@ -24,7 +24,7 @@ public:
   /// Metres: rolling torque over normal force.
   void setRollingResistance(Real length);
   Real getRollingResistance() const { return m_rollingResistance; }
-  /// Newtons per metre of penetration; infinite (the start) for hard contacts.
+  /// Newtons per metre of penetration; infinite (the start) for hard contacts. Throws std::invalid_argument unless positive.
   void setStiffness(Real stiffness);
   Real getStiffness() const { return m_stiffness; }
   /// Newton seconds per metre, used with a finite stiffness.

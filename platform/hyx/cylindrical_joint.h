@@ -33,6 +33,8 @@ private:
     ref_ptr<Range1D> range;
     ref_ptr<Lock1D> lock;
   };
+  FreeDirection const & direction(UInt dof) const;
+
   FreeDirection m_free[2];
 };
 

@@ -24,7 +24,7 @@ public:
   void getBound(hyx::Vec3 & lower, hyx::Vec3 & upper) const override;
 
 protected:
-  ~Compound() override = default;
+  ~Compound() override;
 
 private:
   struct Part {

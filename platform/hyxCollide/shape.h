@@ -27,8 +27,8 @@ public:
 protected:
   Shape();
   ~Shape() override;
-  /// Tells every geometry that uses this shape that it changed.
-  void changed();
+  /// Tells every geometry and compound that uses this shape that it changed; `rebuild` is false when what was built from it may stay.
+  void changed(bool rebuild = true);
 
 private:
   hyx::UInt m_revision = 0;

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <vector>
+
+namespace hyx {
+class PhysicsWorld;
+class RigidBody;
+}
+
+namespace hyxCollide {
+
+class Geometry;
+
+/// What a bullet collision object stands for: a body with its geometries, or one geometry alone. The object's user pointer leads here.
+struct CollisionCarrier {
+  hyx::RigidBody * body = nullptr;
+  std::vector<Geometry *> geometries;
+  hyx::PhysicsWorld * world = nullptr;
+};
+
+}

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "platform/hyxCollide/geometry.h"
+
+#include <BulletCollision/CollisionDispatch/btCollisionDispatcher.h>
+#include <BulletCollision/NarrowPhaseCollision/btManifoldPoint.h>
+
+namespace hyx {
+
+/// Keeps pairs apart whose switches forbid contact, and gives every contact point the behaviour of its two materials. Bullet's hooks are process-wide; the first dispatcher sets them.
+class ContactDispatcher : public btCollisionDispatcher {
+public:
+  explicit ContactDispatcher(btCollisionConfiguration * configuration);
+
+  bool needsCollision(btCollisionObject const * first, btCollisionObject const * second) override;
+};
+
+/// The geometry on one side of a contact point, which the contact hook wrote into it; null where it did not.
+hyxCollide::Geometry * geometryAt(btCollisionObject const * object, int index);
+
+}
