@@ -16,7 +16,7 @@ namespace hyx {
 class RigidBody;
 
 /// Holds two bodies (or one body and the world) together in some directions and leaves the others free. Each direction is one row, whose force can be read.
-/// Both bodies have an attachment frame; in joints with an axis it is the frames' Z axis.
+/// Both bodies have an attachment frame; in joints with an axis it is the frames' Z axis. Angles, distances, speeds and forces are those of the first body relative to the second: a motor with a positive speed turns the first body about the axis in the sense of the right hand.
 class Constraint : public Object {
 public:
   /// What one row holds.
@@ -36,7 +36,7 @@ public:
   /// Metres per newton (radians per newton metre) of all rows; 0, the start, is rigid. Throws std::invalid_argument when negative or not finite.
   void setCompliance(Real compliance);
   Real getCompliance() const;
-  /// The time in seconds in which an error of a compliant row dies out; 2 time steps where never set.
+  /// The time in seconds in which an error of a compliant row dies out; 1 time step where never set.
   void setDamping(Real time);
   Real getDamping() const;
   /// The bounds of the force of one row, in newtons or newton metres; infinite at the start. Throws std::out_of_range for a row that is not there.
@@ -45,9 +45,9 @@ public:
   /// The rows at work: those of the joint itself, then those of its active motor, range and lock.
   UInt getNumRows() const;
   RowType getRowType(UInt row) const;
-  /// The world direction along or about which a row acts, from the first body's side.
+  /// The world direction along or about which a row acts.
   Vec3 getRowAxis(UInt row) const;
-  /// The force (newtons) or torque (newton metres) of a row in the last step, positive when it moves the second body along the row's axis away from the first.
+  /// The force (newtons) or torque (newton metres) of a row in the last step, positive when it moves the first body, or turns it, in the direction of the row's axis.
   Real getRowForce(UInt row) const;
 
   /// The whole force and torque that this constraint put on the body of side `index` in the last step, in world coordinates, the torque about the attachment point. Zero where not in a simulation.

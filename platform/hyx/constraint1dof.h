@@ -10,7 +10,7 @@ namespace hyx {
 /// A joint with one free direction, which a motor, a range and a lock can act on.
 class Constraint1DOF : public Constraint {
 public:
-  /// The angle in radians, counted over full turns, or the distance in metres; 0 where the attachment frames agree.
+  /// The angle in radians, counted over full turns, or the distance in metres, of the first body relative to the second; 0 where the attachment frames agree.
   Real getAngle() const;
   /// rad/s or m/s.
   Real getCurrentSpeed() const;

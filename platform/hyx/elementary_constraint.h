@@ -18,7 +18,7 @@ public:
   /// Metres per newton, or radians per newton metre; 0 is rigid. Throws std::invalid_argument when negative or not finite.
   void setCompliance(Real compliance);
   Real getCompliance() const { return m_compliance; }
-  /// The time in seconds in which an error of a compliant row dies out; 0 stands for 2 time steps.
+  /// The time in seconds in which an error of a compliant row dies out; 0 stands for 1 time step.
   void setDamping(Real time);
   Real getDamping() const { return m_damping; }
 

@@ -98,7 +98,7 @@ std::unique_ptr<btCollisionShape> buildPlain(Shape const & shape, bool moving) {
   case Shape::CONE: {
     auto const & cone = static_cast<Cone const &>(shape);
     auto result = std::make_unique<btConeShape>(cone.getRadius(), cone.getHeight());
-    result->setMargin(std::min({0.04, cone.getRadius() / 10, cone.getHeight() / 10}));
+    result->setMargin(surfaceSkin);
     return result;
   }
   case Shape::PLANE: {

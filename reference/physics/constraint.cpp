@@ -94,7 +94,7 @@ bool Constraint::getLastForce(UInt index, Vec3 & force, Vec3 & torque) const {
   if (index > 1 || !m_implementation->world)
     return false;
   btVector3 const point = toBullet(getAttachmentTransform(index).getTranslate());
-  double const side = index == 0 ? -1 : 1;
+  double const side = index == 0 ? 1 : -1;
   for (ConstraintRow const * row : m_implementation->activeRows()) {
     btVector3 const push = row->axis * (row->force * side);
     if (row->type == TRANSLATIONAL) {

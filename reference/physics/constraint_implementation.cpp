@@ -39,7 +39,7 @@ struct Give {
   double softness;
 
   Give(double compliance, double damping, double timeStep) {
-    double const time = (damping > 0 ? damping : 2 * timeStep) + timeStep;
+    double const time = (damping > 0 ? damping : timeStep) + timeStep;
     errorSpeed = 1 / time;
     softness = compliance / (timeStep * time);
   }
@@ -53,8 +53,8 @@ struct Constraint::Implementation::Pose {
   btTransform second;
 
   btVector3 axis(int index) const { return first.getBasis().getColumn(index); }
-  btVector3 gap() const { return second.getOrigin() - first.getOrigin(); }
-  /// The direction and length of the line between both origins; the Z axis where they coincide.
+  btVector3 gap() const { return first.getOrigin() - second.getOrigin(); }
+  /// The direction of the line from the second origin to the first; the Z axis where they coincide.
   btVector3 line() const { return gap().length2() > 1e-24 ? gap().normalized() : axis(2); }
 };
 
@@ -106,7 +106,7 @@ Real Constraint::Implementation::position(FreeDirection & direction) {
   if (direction.kind == ALONG_LINE)
     return now.gap().length();
   btVector3 const x = now.second.getBasis().getColumn(0);
-  double const angle = std::atan2(x.dot(now.axis(1)), x.dot(now.axis(0)));
+  double const angle = std::atan2(-x.dot(now.axis(1)), x.dot(now.axis(0)));
   if (angle - direction.lastAngle > std::numbers::pi)
     --direction.turns;
   else if (angle - direction.lastAngle < -std::numbers::pi)
@@ -119,14 +119,14 @@ Real Constraint::Implementation::speed(FreeDirection const & direction) const {
   Pose const now = pose();
   auto const spin = [this](int index) { return bodies[index] ? bodies[index]->implementation().spin() : btVector3(0, 0, 0); };
   if (direction.kind == ABOUT_Z)
-    return (spin(1) - spin(0)).dot(now.axis(2));
+    return (spin(0) - spin(1)).dot(now.axis(2));
   auto const velocityAt = [this](int index, btVector3 const & point) {
     return bodies[index] ? toBullet(bodies[index]->getPointVelocity(fromBullet(point))) : btVector3(0, 0, 0);
   };
   btVector3 const end = now.second.getOrigin();
   if (direction.kind == ALONG_Z)
-    return (velocityAt(1, end) - velocityAt(0, end)).dot(now.axis(2));
-  return (velocityAt(1, end) - velocityAt(0, now.first.getOrigin())).dot(now.line());
+    return (velocityAt(0, end) - velocityAt(1, end)).dot(now.axis(2));
+  return (velocityAt(0, now.first.getOrigin()) - velocityAt(1, end)).dot(now.line());
 }
 
 bool Constraint::Implementation::canWork() const {
@@ -166,8 +166,8 @@ void Constraint::Implementation::prepareHeld(Pose const & pose, Real timeStep) {
   Give const give(compliance, damping, timeStep);
   auto const numRotations = std::count_if(rows.begin(), rows.end(), [](auto const & row) { return row->type == ROTATIONAL; });
   // A joint that turns about Z only sees how far the two Z axes are apart.
-  btVector3 const turn = numRotations == 3 ? rotationBetween(pose.first.getBasis(), pose.second.getBasis())
-                                           : pose.axis(2).cross(pose.second.getBasis().getColumn(2));
+  btVector3 const turn = numRotations == 3 ? rotationBetween(pose.second.getBasis(), pose.first.getBasis())
+                                           : pose.second.getBasis().getColumn(2).cross(pose.axis(2));
   for (std::size_t i = 0; i < rows.size(); ++i) {
     ConstraintRow & row = *rows[i];
     row.axis = pose.axis(rowAxes[i]);

@@ -7,7 +7,7 @@
 namespace hyx {
 
 /// One row of a constraint, as a bullet constraint of its own, because bullet tells the impulse of a constraint's last row only.
-/// The row drives the velocity of the second body relative to the first, along or about `axis`, to `targetSpeed`.
+/// The row drives the velocity of the first body relative to the second, along or about `axis`, to `targetSpeed`.
 class ConstraintRow : public btTypedConstraint {
 public:
   ConstraintRow(btRigidBody & first, btRigidBody & second, Constraint::RowType type);

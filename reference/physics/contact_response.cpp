@@ -6,6 +6,7 @@
 #include <BulletCollision/CollisionDispatch/btCollisionObjectWrapper.h>
 #include <BulletCollision/CollisionDispatch/btCompoundCollisionAlgorithm.h>
 #include <BulletCollision/CollisionDispatch/btManifoldResult.h>
+#include <BulletDynamics/Dynamics/btRigidBody.h>
 
 #include <cmath>
 
@@ -15,6 +16,9 @@ using hyxCollide::CollisionCarrier;
 using hyxCollide::Geometry;
 
 namespace {
+
+/// m/s; slower contacts come to rest.
+constexpr double bounceSpeed = 0.3;
 
 CollisionCarrier const & carrierOf(btCollisionObject const * object) {
   return *static_cast<CollisionCarrier const *>(object->getUserPointer());
@@ -28,6 +32,22 @@ Geometry * geometryOf(btCollisionObjectWrapper const * wrapper) {
   return nullptr;
 }
 
+btVector3 velocityAt(btCollisionObject const * object, btVector3 const & point) {
+  btRigidBody const * body = btRigidBody::upcast(object);
+  return body ? body->getVelocityInLocalPoint(point - body->getCenterOfMassPosition()) : btVector3(0, 0, 0);
+}
+
+/// A bounce must not gain speed from the penetration that one step has brought, which bullet would take back by a velocity.
+void keepBounceExact(btManifoldPoint & point, btCollisionObject const * first, btCollisionObject const * second) {
+  btVector3 const approach = velocityAt(first, point.getPositionWorldOnA()) - velocityAt(second, point.getPositionWorldOnB());
+  if (point.m_combinedRestitution > 0 && approach.dot(point.m_normalWorldOnB) < -bounceSpeed) {
+    point.m_contactERP = 0;
+    point.m_contactPointFlags |= BT_CONTACT_FLAG_HAS_CONTACT_ERP;
+  } else {
+    point.m_contactPointFlags &= ~BT_CONTACT_FLAG_HAS_CONTACT_ERP;
+  }
+}
+
 void makeForceless(btManifoldPoint & point) {
   point.m_combinedFriction = point.m_combinedRestitution = point.m_combinedRollingFriction = point.m_combinedSpinningFriction = 0;
   point.m_contactCFM = 1e20;
@@ -38,6 +58,7 @@ void respond(btManifoldPoint & point, ContactMaterial const & material) {
   point.m_combinedFriction = material.getFriction();
   point.m_combinedRestitution = material.getRestitution();
   point.m_combinedRollingFriction = material.getRollingResistance();
+  point.m_contactPointFlags &= ~BT_CONTACT_FLAG_CONTACT_STIFFNESS_DAMPING;
   if (std::isfinite(material.getStiffness())) {
     point.m_combinedContactStiffness1 = material.getStiffness();
     point.m_combinedContactDamping1 = material.getDamping();
@@ -68,6 +89,8 @@ bool contactAdded(btManifoldPoint & point, btCollisionObjectWrapper const * wrap
     respond(point, *material);
   else
     respond(point, first->getMaterial(), second->getMaterial());
+  if (!(point.m_contactPointFlags & BT_CONTACT_FLAG_CONTACT_STIFFNESS_DAMPING))
+    keepBounceExact(point, wrapper0->getCollisionObject(), wrapper1->getCollisionObject());
   return true;
 }
 

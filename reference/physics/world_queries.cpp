@@ -122,9 +122,10 @@ Vector<RayHit> PhysicsWorld::castRay(Vec3 const & fromPoint, Vec3 const & toPoin
       return;
     NearestHit nearer(from, to);
     nearer.m_closestHitFraction = all ? 1 : nearest;
-    btTransform const place = toBullet(geometry.getTransform());
+    btCollisionShape const * shape = geometry.implementation().bullet.shape.get();
+    btTransform const place = object.getCollisionShape() == shape ? object.getWorldTransform() : toBullet(geometry.getTransform());
     btCollisionWorld::rayTestSingle(btTransform(btQuaternion::getIdentity(), from), btTransform(btQuaternion::getIdentity(), to), &object,
-                                    geometry.implementation().bullet.shape.get(), place, nearer);
+                                    shape, place, nearer);
     if (!nearer.hasHit())
       return;
     nearest = nearer.m_closestHitFraction;
