@@ -44,11 +44,13 @@ void Avalanche::wakeAll() {
 void Avalanche::step(Real timeStep) {
   for (std::size_t c : m_columns.takeChanged())
     wake(c);
-  std::fill(m_slid.begin(), m_slid.end(), 0);
+  if (m_active.empty())
+    return;
+  m_standing.clear();
+  for (SoilMaterial const & material : m_columns.materials)
+    m_standing.push_back(std::tan(std::min(material.reposeAngle, 1.5)));
   for (int sweep = 0; sweep < sweeps; ++sweep) {
-    // In the order of places and not of changes, so that a pile stays as symmetric as the sweeps allow.
-    std::vector<std::size_t> const looked = m_active;
-    for (std::size_t c : looked)
+    for (std::size_t const c : std::vector<std::size_t>(m_active))
       slide(c, timeStep);
     for (std::size_t c : m_columns.takeChanged())
       wake(c);
@@ -56,12 +58,13 @@ void Avalanche::step(Real timeStep) {
   std::vector<std::size_t> const looked = std::exchange(m_active, {});
   for (std::size_t c : looked) {
     m_marks[c] = 0;
+    bool const slid = std::exchange(m_slid[c], 0);
     Real const moving = m_columns.column(c).fluidMass;
-    if (moving > 0 && !m_slid[c]) {
+    if (moving > 0 && !slid) {
       bool const last = m_columns.fluidThickness(c) < 1e-4 * m_columns.elementSize;
       m_columns.settle(c, last ? 1 : 1 - std::exp(-timeStep / settlingTime));
     }
-    if (m_slid[c] || m_columns.column(c).fluidMass > 0)
+    if (slid || m_columns.column(c).fluidMass > 0)
       activate(c);
   }
   // Settling leaves all heights as they are.
@@ -73,7 +76,7 @@ Real Avalanche::standingSlope(std::size_t c) const {
   unsigned int const material = column.fluidMass > 0 ? column.fluidMaterial
                                 : column.count > 0   ? column.layers[column.count - 1].material
                                                      : 0;
-  return std::tan(std::min(m_columns.materials[material].reposeAngle, 1.5));
+  return m_standing[material];
 }
 
 void Avalanche::slide(std::size_t c, Real timeStep) {

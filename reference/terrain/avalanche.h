@@ -29,6 +29,7 @@ private:
   std::vector<std::size_t> m_active;
   std::vector<char> m_marks;
   std::vector<char> m_slid;
+  std::vector<hyx::Real> m_standing;  ///< slope that each kind of soil stands at
 };
 
 }

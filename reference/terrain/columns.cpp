@@ -10,7 +10,7 @@ using hyx::Real;
 Columns::Columns(hyx::UInt nx, hyx::UInt ny, Real elementSize, Real depth)
     : nx(nx), ny(ny), elementSize(elementSize), area(elementSize * elementSize), rock(-depth), materials(1),
       m_columns(nx * ny), m_exactHeights(nx * ny, 0), m_heights(nx * ny, 0), m_changedMarks(nx * ny, 0), m_rowRevisions(ny, 1) {
-  Layer const ground{materials[0].density * depth * area, 1, 0};
+  Layer const ground{materials[0].density * depth * area, depth, 0};
   for (Column & column : m_columns)
     push(column, ground);
 }
@@ -32,7 +32,7 @@ Real Columns::mass() const {
 
 void Columns::addSolid(std::size_t c, Soil const & soil, Real compaction) {
   if (soil.mass > 0)
-    push(m_columns[c], {soil.mass, static_cast<float>(compaction), static_cast<unsigned int>(soil.material)});
+    push(m_columns[c], layerOf(soil, compaction));
   refresh(c);
 }
 
@@ -57,9 +57,10 @@ Soil Columns::take(std::size_t c, Real wanted) {
     column.fluidMass -= taken.mass;
   } else if (column.count > 0) {
     Layer & top = column.layers[column.count - 1];
-    Real const part = std::min(1.0, wanted / thickness(top));
+    Real const part = std::min(1.0, wanted / top.thickness);
     taken = {top.mass * part, top.material};
     top.mass -= taken.mass;
+    top.thickness -= top.thickness * part;
     if (part == 1)
       --column.count;
   }
@@ -73,7 +74,7 @@ void Columns::settle(std::size_t c, Real part) {
   column.fluidMass -= mass;
   column.velocity *= static_cast<float>(1 - part);
   if (mass > 0)
-    push(column, {mass, static_cast<float>(loose), column.fluidMaterial});
+    push(column, layerOf({mass, column.fluidMaterial}, loose));
   refresh(c);
 }
 
@@ -85,13 +86,14 @@ void Columns::compact(std::size_t c, Real pressure) {
   for (int i = column.count - 1; i >= 0; --i) {
     Layer & layer = column.layers[i];
     SoilMaterial const & material = materials[layer.material];
-    Real const middle = depth + 0.5 * thickness(layer);
-    depth += thickness(layer);
+    Real const middle = depth + 0.5 * layer.thickness;
+    depth += layer.thickness;
     Real const spread = 1 + middle / elementSize;
     Real const ratio = pressure / (spread * spread) / material.firstPressure;
     if (ratio > 1) {
       Real const reached = std::min(1 + material.compressibility * std::log10(ratio), densest);
-      layer.compaction = std::max(layer.compaction, static_cast<float>(reached));
+      if (Real const now = compaction(layer); reached > now)
+        layer.thickness *= now / reached;
     }
   }
   refresh(c);
@@ -104,7 +106,7 @@ void Columns::changeMaterial(std::size_t c, unsigned int material, Real depth) {
   Real reached = 0;
   for (int i = column.count - 1; i >= 0 && reached < depth * (1 - 1e-9); --i) {
     Layer & layer = column.layers[i];
-    reached += thickness(layer);
+    reached += layer.thickness;
     layer.mass *= materials[material].density / materials[layer.material].density;
     layer.material = material;
   }
@@ -112,17 +114,23 @@ void Columns::changeMaterial(std::size_t c, unsigned int material, Real depth) {
 }
 
 void Columns::replaceMaterial(hyx::UInt material, SoilMaterial const & value) {
+  Real const swelling = materials[material].density / value.density;
   materials[material] = value;
-  for (std::size_t c = 0; c < size(); ++c)
+  for (std::size_t c = 0; c < size(); ++c) {
+    for (int i = 0; i < m_columns[c].count; ++i)
+      if (m_columns[c].layers[i].material == material)
+        m_columns[c].layers[i].thickness *= swelling;
     refresh(c);
+  }
 }
 
 // Puts a layer on top; one that is like the top layer becomes part of it.
 void Columns::push(Column & column, Layer const & layer) {
   if (column.count > 0) {
     Layer & top = column.layers[column.count - 1];
-    if (top.material == layer.material && std::abs(top.compaction - layer.compaction) < 1e-3f) {
+    if (top.material == layer.material && std::abs(compaction(top) - compaction(layer)) < 1e-3) {
       top.mass += layer.mass;
+      top.thickness += layer.thickness;
       return;
     }
   }
@@ -138,7 +146,7 @@ void Columns::mergeMostAlike(Column & column) {
   for (int i = 0; i + 1 < column.count; ++i) {
     Layer const & low = column.layers[i];
     Layer const & high = column.layers[i + 1];
-    Real const difference = std::abs(low.compaction - high.compaction) + (low.material == high.material ? 0 : 1000);
+    Real const difference = std::abs(compaction(low) - compaction(high)) + (low.material == high.material ? 0 : 1000);
     if (difference < bestDifference) {
       bestDifference = difference;
       best = i;
@@ -146,10 +154,7 @@ void Columns::mergeMostAlike(Column & column) {
   }
   Layer & low = column.layers[best];
   Layer const & high = column.layers[best + 1];
-  Real const volume = thickness(low) + thickness(high);
-  unsigned int const material = high.mass > low.mass ? high.material : low.material;
-  Real const mass = low.mass + high.mass;
-  low = {mass, static_cast<float>(mass / (materials[material].density * volume * area)), material};
+  low = {low.mass + high.mass, low.thickness + high.thickness, high.mass > low.mass ? high.material : low.material};
   std::copy(column.layers.begin() + best + 2, column.layers.begin() + column.count, column.layers.begin() + best + 1);
   --column.count;
 }
@@ -158,7 +163,7 @@ void Columns::mergeMostAlike(Column & column) {
 void Columns::splitAt(Column & column, Real depth) {
   Real top = 0;
   for (int i = column.count - 1; i >= 0; --i) {
-    Real const bottom = top + thickness(column.layers[i]);
+    Real const bottom = top + column.layers[i].thickness;
     if (bottom > depth * (1 + 1e-9) && top < depth * (1 - 1e-9)) {
       if (column.count == maximumLayers) {
         mergeMostAlike(column);
@@ -166,20 +171,26 @@ void Columns::splitAt(Column & column, Real depth) {
       }
       std::copy_backward(column.layers.begin() + i, column.layers.begin() + column.count, column.layers.begin() + column.count + 1);
       ++column.count;
-      Real const upper = column.layers[i].mass * (depth - top) / (bottom - top);
-      column.layers[i].mass -= upper;
-      column.layers[i + 1].mass = upper;
+      Real const part = (depth - top) / (bottom - top);
+      Layer const whole = column.layers[i];
+      column.layers[i + 1] = {whole.mass * part, whole.thickness * part, whole.material};
+      column.layers[i].mass -= column.layers[i + 1].mass;
+      column.layers[i].thickness -= column.layers[i + 1].thickness;
       return;
     }
     top = bottom;
   }
 }
 
+Columns::Layer Columns::layerOf(Soil const & soil, Real compaction) const {
+  return {soil.mass, soil.mass / (materials[soil.material].density * compaction * area), static_cast<unsigned int>(soil.material)};
+}
+
 void Columns::refresh(std::size_t c) {
   Column const & column = m_columns[c];
   Real height = rock + fluidThickness(c);
   for (int i = 0; i < column.count; ++i)
-    height += thickness(column.layers[i]);
+    height += column.layers[i].thickness;
   m_exactHeights[c] = height;
   m_heights[c] = static_cast<float>(height);
   m_rowRevisions[c / nx] = ++m_revision;

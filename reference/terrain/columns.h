@@ -26,7 +26,7 @@ public:
 
   struct Layer {
     hyx::Real mass = 0;
-    float compaction = 1;
+    hyx::Real thickness = 0;  ///< metres
     unsigned int material = 0;
   };
   struct Column {
@@ -48,7 +48,8 @@ public:
   Column const & column(std::size_t c) const { return m_columns[c]; }
   hyx::Real height(std::size_t c) const { return m_exactHeights[c]; }
   std::vector<float> const & heights() const { return m_heights; }
-  hyx::Real thickness(Layer const & layer) const { return layer.mass / (materials[layer.material].density * layer.compaction * area); }
+  /// Density relative to the material's.
+  hyx::Real compaction(Layer const & layer) const { return layer.mass / (materials[layer.material].density * layer.thickness * area); }
   hyx::Real fluidThickness(std::size_t c) const;
   hyx::Real mass() const;
 
@@ -75,6 +76,7 @@ private:
   void push(Column & column, Layer const & layer);
   void mergeMostAlike(Column & column);
   void splitAt(Column & column, hyx::Real depth);
+  Layer layerOf(Soil const & soil, hyx::Real compaction) const;
   void refresh(std::size_t c);
 
   std::vector<Column> m_columns;

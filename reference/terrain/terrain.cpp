@@ -157,8 +157,8 @@ std::vector<Voxel> Terrain::getVoxels(UInt x, UInt y) const {
   Real bottom = columns.rock;
   for (int i = 0; i < column.count; ++i) {
     Columns::Layer const & layer = column.layers[i];
-    voxels.push_back({bottom, columns.thickness(layer), layer.mass, 0, layer.compaction, Vec3(), layer.material});
-    bottom += voxels.back().thickness;
+    voxels.push_back({bottom, layer.thickness, layer.mass, 0, columns.compaction(layer), Vec3(), layer.material});
+    bottom += layer.thickness;
   }
   if (column.fluidMass > 0)
     voxels.push_back({bottom, columns.fluidThickness(c), 0, column.fluidMass, Columns::loose, column.velocity.toVec3(), column.fluidMaterial});
@@ -173,10 +173,11 @@ UInt Terrain::getSurfaceMaterial(UInt x, UInt y) const {
 }
 
 Real Terrain::getSurfaceCompaction(UInt x, UInt y) const {
-  Columns::Column const & column = m_impl->columns.column(m_impl->at(x, y));
+  Columns const & columns = m_impl->columns;
+  Columns::Column const & column = columns.column(m_impl->at(x, y));
   if (column.fluidMass > 0)
     return Columns::loose;
-  return column.count > 0 ? column.layers[column.count - 1].compaction : 1;
+  return column.count > 0 ? columns.compaction(column.layers[column.count - 1]) : 1;
 }
 
 Real Terrain::getFluidMass(UInt x, UInt y) const { return m_impl->columns.column(m_impl->at(x, y)).fluidMass; }

@@ -8,6 +8,13 @@ namespace hyxWire {
 using hyx::Real;
 using hyx::Vec3;
 
+namespace {
+
+/// Part of the axial stiffness that a segment has against a push.
+constexpr Real slackStiffness = 1e-3;
+
+}
+
 void ChainSolver::step(Real timeStep, hyx::UInt substeps) {
   Real const h = timeStep / substeps;
   Real const kept = std::exp(-damping * h);
@@ -30,6 +37,11 @@ void ChainSolver::step(Real timeStep, hyx::UInt substeps) {
     for (std::size_t i = 0; i < count; ++i)
       if (points[i].inverseMass > 0)
         points[i].velocity = (points[i].position - before[i]) / h;
+  }
+  for (Real & tension : tensions) {
+    tension /= static_cast<Real>(substeps);
+    if (tensionOnly)
+      tension = std::max(tension, 0.0);
   }
   for (std::size_t i = 0; i < count; ++i)
     points[i].force = m_impulse[i] / timeStep;
@@ -98,34 +110,33 @@ void ChainSolver::solveStretch(Real h) {
     m_directions[i] = size > 0 ? span / size : Vec3(0, 0, 1);
     m_stretch[i] = size - restLengths[i];
   }
-  // Segments that would push go slack; letting go of one can make a neighbour push, so ask again a few times.
-  for (int round = 0; round < 4 && !solveRows(h); ++round) {
+  solveRows(h);
+  if (tensionOnly) {
+    // What would push buckles: a second solve leaves those segments next to no stiffness.
+    for (std::size_t i = 0; i < segments; ++i)
+      m_slack[i] = m_multiplier[i] < 0;
+    solveRows(h);
   }
   for (std::size_t i = 0; i < segments; ++i) {
-    if (m_slack[i])
-      m_multiplier[i] = 0;
     Vec3 const push = m_directions[i] * m_multiplier[i];
     points[i].position += push * points[i].inverseMass;
     points[i + 1].position -= push * points[i + 1].inverseMass;
     m_impulse[i] += push / h;
     m_impulse[i + 1] -= push / h;
-    tensions[i] = m_multiplier[i] / (h * h);
+    tensions[i] += m_multiplier[i] / (h * h);
   }
 }
 
-// One solve for the multipliers of the segments that are not slack; false when it found more slack ones.
-bool ChainSolver::solveRows(Real h) {
+// One solve for the multipliers of all segments.
+void ChainSolver::solveRows(Real h) {
   std::size_t const segments = restLengths.size();
-  m_diagonal.assign(segments, 1);
+  m_diagonal.resize(segments);
   m_upper.assign(segments, 0);
-  m_right.assign(segments, 0);
+  m_right = m_stretch;
   for (std::size_t i = 0; i < segments; ++i) {
-    if (m_slack[i])
-      continue;
-    Real const compliance = restLengths[i] / (axialStiffness * h * h);
-    m_diagonal[i] = points[i].inverseMass + points[i + 1].inverseMass + compliance;
-    m_right[i] = m_stretch[i];
-    if (i + 1 < segments && !m_slack[i + 1])
+    Real const stiffness = axialStiffness * (m_slack[i] ? slackStiffness : 1);
+    m_diagonal[i] = points[i].inverseMass + points[i + 1].inverseMass + restLengths[i] / (stiffness * h * h);
+    if (i + 1 < segments)
       m_upper[i] = -points[i + 1].inverseMass * m_directions[i].dot(m_directions[i + 1]);
   }
   for (std::size_t i = 1; i < segments; ++i) {
@@ -133,20 +144,11 @@ bool ChainSolver::solveRows(Real h) {
     m_diagonal[i] -= factor * m_upper[i - 1];
     m_right[i] -= factor * m_right[i - 1];
   }
-  m_multiplier.assign(segments, 0);
+  m_multiplier.resize(segments);
   for (std::size_t i = segments; i-- > 0;) {
     Real const next = i + 1 < segments ? m_upper[i] * m_multiplier[i + 1] : 0;
     m_multiplier[i] = (m_right[i] - next) / m_diagonal[i];
   }
-  if (!tensionOnly)
-    return true;
-  bool settled = true;
-  for (std::size_t i = 0; i < segments; ++i)
-    if (!m_slack[i] && m_multiplier[i] < 0) {
-      m_slack[i] = 1;
-      settled = false;
-    }
-  return settled;
 }
 
 Real ChainSolver::length() const {

@@ -22,10 +22,10 @@ public:
 
   std::vector<Point> points;
   std::vector<hyx::Real> restLengths;  ///< metres, one fewer than points
-  std::vector<hyx::Real> tensions;     ///< out: newtons, at the end of the last step
+  std::vector<hyx::Real> tensions;     ///< out: newtons, mean over the last step
   hyx::Real axialStiffness = 1e6;      ///< newtons for a strain of 1
   hyx::Real bendStiffness = 0;         ///< N m2
-  bool tensionOnly = true;             ///< segments go slack instead of pushing
+  bool tensionOnly = true;             ///< segments buckle instead of pushing
   hyx::Real damping = 0;               ///< part of the velocity lost in a second
   hyx::Vec3 gravity = hyx::Vec3(0, 0, -9.81);
 
@@ -39,7 +39,7 @@ public:
 private:
   void resistBending(hyx::Real h);
   void solveStretch(hyx::Real h);
-  bool solveRows(hyx::Real h);
+  void solveRows(hyx::Real h);
 
   std::vector<hyx::Vec3> m_directions;
   std::vector<hyx::Real> m_diagonal, m_upper, m_right, m_multiplier, m_stretch;
