@@ -55,15 +55,16 @@ protected:
   ~SplineShader() override = default;
 
 private:
-  void addStation(hyx::Vec3 const & position, hyx::Quat const & rotation, double radius, double value);
-  void createStateSet();
-
   struct Station {
     osg::Vec3 position;
     osg::Vec4 rotation;
     float radius = 0;
     float value = 0;
   };
+
+  void addElement(Station const & from, Station const & to);
+  void write(std::size_t place, Station const & station);
+  void createState();
 
   osg::ref_ptr<osg::Geometry> m_geometry;
   osg::ref_ptr<osg::DrawArrays> m_lines;
@@ -76,8 +77,9 @@ private:
   osg::ref_ptr<osg::Uniform> m_cylinderColor;
   osg::ref_ptr<osg::Uniform> m_circleNormal;
   osg::ref_ptr<osg::Uniform> m_useRedShift;
-  Station m_lastStation;
-  bool m_hasLastStation = false;
+  std::size_t m_added = 0;  ///< elements since the last reset
+  Station m_last;
+  bool m_joins = false;  ///< whether the next station is joined to `m_last`
 };
 
 }

@@ -109,6 +109,9 @@ protected:
   ~TerrainVoxelRenderer() override;
 
 private:
+  template <class T>
+  void restyle(T & setting, T const & value);
+
   struct Impl;
   std::unique_ptr<Impl> m_impl;
 };

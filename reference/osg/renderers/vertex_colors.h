@@ -1,0 +1,15 @@
+#pragma once
+/// State for meshes that carry their colours in their vertices.
+
+#include <osg/Geometry>
+
+namespace hyxOSG {
+
+/// Adds a colour for each vertex; light falls on these colours as on a material's.
+void useVertexColors(osg::Geometry & geometry, osg::Vec4Array * colors);
+void useVertexColors(osg::Geometry & geometry, osg::Vec4ubArray * colors);
+
+/// Colours are shown as they are: no light falls on the geometry.
+void useNoLight(osg::Geometry & geometry);
+
+}
