@@ -5,6 +5,8 @@
 
 #include <osg/Image>
 
+#include <vector>
+
 namespace hyxOSG {
 
 /// A render target whose pixels are read back into memory after each draw.
@@ -28,7 +30,8 @@ public:
     /// @param buffer where to; null gives false.
     /// @param size its size in bytes; false when it is less than the image needs, nothing is copied then.
     bool extractImageData(unsigned char * buffer, int size) const;
-    /// The pixels themselves; owned by the target, valid until the frame after its size was changed.
+    /// The pixels themselves; owned by the target. The memory lives as long as the target; after a change of the size a larger
+    /// image may lie elsewhere from the next frame on.
     unsigned char * getImageData() const;
 
     /// Writes the image to a file whose extension chooses the format; false when that fails (the reason is notified). A depth image is written as
@@ -40,7 +43,12 @@ protected:
     void finishFrame(osg::RenderInfo & renderInfo) override;
 
 private:
+    void allocatePixels(hyx::Vec2u size);
+
     osg::ref_ptr<osg::Image> m_image;
+    /// The last block holds the pixels. Earlier, smaller ones are kept for those who still look at them; each is at least double
+    /// its predecessor, so that together they are no larger than the last.
+    std::vector<std::vector<unsigned char>> m_blocks;
 };
 
 }

@@ -7,6 +7,7 @@
 #include <osg/RenderInfo>
 #include <osgDB/WriteFile>
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 
@@ -31,9 +32,7 @@ RenderToImage::RenderToImage(hyx::UInt width, hyx::UInt height, BufferComponent 
                              TextureFormat textureFormat)
     : RenderTarget(width, height, bufferComponent, samples, textureFormat)
     , m_image(new osg::Image) {
-    osg::Texture2D const & result = *resultTexture();
-    m_image->allocateImage(int(width), int(height), 1, result.getSourceFormat(), result.getSourceType(), 1);
-    std::memset(m_image->data(), 0, m_image->getTotalSizeInBytes());
+    allocatePixels(hyx::Vec2u(width, height));
 }
 
 RenderToImage::~RenderToImage() = default;
@@ -65,10 +64,26 @@ bool RenderToImage::saveImage(hyx::String const & file) const {
     return false;
 }
 
-void RenderToImage::finishFrame(osg::RenderInfo & renderInfo) {
+void RenderToImage::allocatePixels(hyx::Vec2u size) {
     osg::Texture2D const & result = *resultTexture();
-    // Keeps its memory while the size stays.
-    m_image->readPixels(0, 0, int(getSize().x), int(getSize().y), result.getSourceFormat(), result.getSourceType(), 1);
+    GLenum const format = result.getSourceFormat();
+    GLenum const type = result.getSourceType();
+    std::size_t const needed = osg::Image::computeImageSizeInBytes(int(size.x), int(size.y), 1, format, type);
+    if (m_blocks.empty()) {
+        m_blocks.emplace_back(needed);
+    } else if (needed > m_blocks.back().size()) {
+        m_blocks.emplace_back(std::max(needed, 2 * m_blocks.back().size()));
+    }
+    m_image->setImage(int(size.x), int(size.y), 1, GLint(format), format, type, m_blocks.back().data(), osg::Image::NO_DELETE, 1);
+}
+
+void RenderToImage::finishFrame(osg::RenderInfo & renderInfo) {
+    hyx::Vec2u const size = getSize();
+    if (int(size.x) != m_image->s() || int(size.y) != m_image->t()) {
+        allocatePixels(size);
+    }
+    // The image keeps its memory, for it has the size already.
+    m_image->readPixels(0, 0, m_image->s(), m_image->t(), m_image->getPixelFormat(), m_image->getDataType(), 1);
     RenderTarget::finishFrame(renderInfo);
 }
 
