@@ -1,13 +1,14 @@
 #include "platform/hyxOSG/light_source.h"
 
+#include "reference/osg/visual/conversions.h"
+
 #include <cmath>
 #include <stdexcept>
 
 namespace hyxOSG {
 namespace {
 
-osg::Vec4 toOsg(hyx::Vec4f const & color) { return osg::Vec4(color.x, color.y, color.z, color.w); }
-hyx::Vec4f toHyx(osg::Vec4 const & color) { return hyx::Vec4f(color.r(), color.g(), color.b(), color.a()); }
+hyx::Vec4f toColor(osg::Vec4 const & color) { return hyx::Vec4f(color.r(), color.g(), color.b(), color.a()); }
 
 // Negated, so that NaN fails, too.
 void requireRange(float value, float low, float high, char const * message) {
@@ -53,14 +54,14 @@ void LightSource::setSpecular(hyx::Vec4f const & color) {
     if (osg::Light * target = light())
         target->setSpecular(toOsg(color));
 }
-hyx::Vec4f LightSource::getAmbient() const { return toHyx(readable().getAmbient()); }
-hyx::Vec4f LightSource::getDiffuse() const { return toHyx(readable().getDiffuse()); }
-hyx::Vec4f LightSource::getSpecular() const { return toHyx(readable().getSpecular()); }
+hyx::Vec4f LightSource::getAmbient() const { return toColor(readable().getAmbient()); }
+hyx::Vec4f LightSource::getDiffuse() const { return toColor(readable().getDiffuse()); }
+hyx::Vec4f LightSource::getSpecular() const { return toColor(readable().getSpecular()); }
 
 void LightSource::setPosition(hyx::Vec4 const & position) {
     requireDirected(position.x, position.y, position.z, position.w, "the light's position");
     if (osg::Light * target = light()) {
-        target->setPosition(osg::Vec4(osg::Vec4d(position.x, position.y, position.z, position.w)));
+        target->setPosition(toOsg(position));
         m_lightSource->dirtyBound();
     }
 }
@@ -72,12 +73,9 @@ hyx::Vec4 LightSource::getPosition() const {
 void LightSource::setDirection(hyx::Vec3 const & direction) {
     requireDirected(direction.x, direction.y, direction.z, 0, "the light's direction");
     if (osg::Light * target = light())
-        target->setDirection(osg::Vec3(osg::Vec3d(direction.x, direction.y, direction.z)));
+        target->setDirection(toOsg(direction));
 }
-hyx::Vec3 LightSource::getDirection() const {
-    osg::Vec3 const & direction = readable().getDirection();
-    return hyx::Vec3(direction.x(), direction.y(), direction.z());
-}
+hyx::Vec3 LightSource::getDirection() const { return toHyx(readable().getDirection()); }
 
 void LightSource::setConstantAttenuation(float factor) {
     requireFactor(factor);

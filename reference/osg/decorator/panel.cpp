@@ -1,5 +1,7 @@
 #include "platform/hyxOSG/panel.h"
 
+#include "reference/osg/visual/conversions.h"
+
 #include <osg/Geometry>
 #include <osg/MatrixTransform>
 #include <osg/observer_ptr>
@@ -87,7 +89,7 @@ void Panel::update() {
     m_impl->transform->setMatrix(osg::Matrix::scale(m_impl->size.x, m_impl->size.y, 1) *
                                  osg::Matrix::translate(m_impl->position.x, m_impl->position.y, 0));
     auto & color = static_cast<osg::Vec4Array &>(*m_impl->square->getColorArray());
-    color[0] = osg::Vec4(osg::Vec4d(m_impl->color.x, m_impl->color.y, m_impl->color.z, m_impl->color.w));
+    color[0] = toOsg(m_impl->color);
     color.dirty();
 }
 

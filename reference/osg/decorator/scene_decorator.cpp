@@ -8,6 +8,7 @@
 #include "reference/osg/decorator/shading_marks.h"
 #include "reference/osg/decorator/shadow_method.h"
 #include "reference/osg/decorator/text_rows.h"
+#include "reference/osg/visual/conversions.h"
 
 #include <osg/LightModel>
 #include <osg/NodeVisitor>
@@ -28,10 +29,7 @@ constexpr int overlayBin = 1000;
 constexpr osg::Node::NodeMask headUpDisplayMask = 0x10;
 constexpr osg::Node::NodeMask decorationMask = 0x20;
 
-osg::Vec4 toOsg(hyx::Vec4f const & color) { return osg::Vec4(color.x, color.y, color.z, color.w); }
-osg::Vec4 toOsg(hyx::Vec3 const & color) {
-    return osg::Vec4(static_cast<float>(color.x), static_cast<float>(color.y), static_cast<float>(color.z), 1.0f);
-}
+osg::Vec4 opaque(hyx::Vec3 const & color) { return osg::Vec4(osg::Vec3(toOsg(color)), 1); }
 
 void requirePositive(float value, char const * what) {
     if (!(value > 0) || !std::isfinite(value))
@@ -112,7 +110,6 @@ struct SceneDecorator::Impl {
     void updateParts() {
         background.node()->setNodeMask(enabled ? decorationMask : 0u);
         overlay->setNodeMask(enabled ? headUpDisplayMask : 0u);
-        osg::StateSet * state = scene->getStateSet();
         // The program's state lies on both parts, so that it can be swapped without touching what a script set.
         osg::ref_ptr<osg::StateSet> program = shaderState ? decorator::createShadingState(shading()) : nullptr;
         shadowed->setStateSet(program);
@@ -122,7 +119,6 @@ struct SceneDecorator::Impl {
             shadows ? decorator::createShadowTechnique(method, shading(), shadowMapSize,
                                                        lights.light(lights.shadowLight()))
                     : osg::ref_ptr<osgShadow::ShadowTechnique>());
-        state->setDataVariance(osg::Object::DYNAMIC);
     }
 
     void updateLights() { lights.applyModes(*scene->getOrCreateStateSet()); }
@@ -132,11 +128,6 @@ struct SceneDecorator::Impl {
         logo.layOut(window, pixelScale);
         rows.layOut(window, pixelScale);
         cursor.layOut(pixelScale);
-    }
-
-    void setBackground(osg::Vec4 const & upperLeft, osg::Vec4 const & upperRight, osg::Vec4 const & lowerLeft,
-                       osg::Vec4 const & lowerRight) {
-        background.setColors(upperLeft, upperRight, lowerLeft, lowerRight);
     }
 
     osg::Vec2f window;
@@ -267,11 +258,11 @@ void SceneDecorator::setBackgroundColor(hyx::Vec3 upper, hyx::Vec3 lower) {
 }
 void SceneDecorator::setBackgroundColor(hyx::Vec4f const & upperLeft, hyx::Vec4f const & upperRight,
                                         hyx::Vec4f const & lowerLeft, hyx::Vec4f const & lowerRight) {
-    m_impl->setBackground(toOsg(upperLeft), toOsg(upperRight), toOsg(lowerLeft), toOsg(lowerRight));
+    m_impl->background.setColors(toOsg(upperLeft), toOsg(upperRight), toOsg(lowerLeft), toOsg(lowerRight));
 }
 void SceneDecorator::setBackgroundColor(hyx::Vec3 upperLeft, hyx::Vec3 upperRight, hyx::Vec3 lowerLeft,
                                         hyx::Vec3 lowerRight) {
-    m_impl->setBackground(toOsg(upperLeft), toOsg(upperRight), toOsg(lowerLeft), toOsg(lowerRight));
+    m_impl->background.setColors(opaque(upperLeft), opaque(upperRight), opaque(lowerLeft), opaque(lowerRight));
 }
 
 bool SceneDecorator::setBaseTexture(std::string const & file) {

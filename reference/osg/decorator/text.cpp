@@ -1,6 +1,7 @@
 #include "platform/hyxOSG/text.h"
 
 #include "reference/osg/decorator/fonts.h"
+#include "reference/osg/visual/conversions.h"
 
 #include <osgText/Text>
 
@@ -37,7 +38,7 @@ Text::Text() : m_text(createDrawable()) {
 Text::Text(hyx::String const & text, hyx::Vec3 const & position, hyx::Vec4 const & color) : Text() {
     setText(text);
     setPosition(position);
-    m_text->setColor(osg::Vec4(osg::Vec4d(color.x, color.y, color.z, color.w)));
+    m_text->setColor(toOsg(color));
 }
 
 Text::~Text() = default;
@@ -53,12 +54,12 @@ void Text::setCharacterSize(float size) {
     m_text->setCharacterSize(size);
 }
 
-void Text::setColor(hyx::Vec4f const & color) { m_text->setColor(osg::Vec4(color.x, color.y, color.z, color.w)); }
+void Text::setColor(hyx::Vec4f const & color) { m_text->setColor(toOsg(color)); }
 
 void Text::setPosition(hyx::Vec3 const & position) {
     if (!std::isfinite(position.x + position.y + position.z))
         throw std::invalid_argument("the text's position must be finite");
-    m_text->setPosition(osg::Vec3(osg::Vec3d(position.x, position.y, position.z)));
+    m_text->setPosition(toOsg(position));
     dirtyBound();
 }
 
