@@ -7,6 +7,7 @@
 #include "reference/osg/decorator/screen_layer.h"
 #include "reference/osg/decorator/shading_marks.h"
 #include "reference/osg/decorator/shadow_method.h"
+#include "reference/osg/decorator/shadow_volume.h"
 #include "reference/osg/decorator/text_rows.h"
 #include "reference/osg/visual/conversions.h"
 
@@ -88,8 +89,10 @@ struct SceneDecorator::Impl {
         shadowed->setCastsShadowTraversalMask(decorator::CASTS_SHADOWS);
         scene->addChild(lights.node());
         scene->addChild(decorator::createEyePositionGenerator());
-        scene->addChild(shadowed);
-        scene->addChild(unshadowed);
+        scene->addChild(lit);
+        lit->addChild(shadowed);
+        lit->addChild(aside);
+        aside->addChild(unshadowed);
         overlay->getOrCreateStateSet()->setMode(GL_BLEND, osg::StateAttribute::ON);
         for (osg::Node * node : {logo.node(), rows.node(), static_cast<osg::Node *>(hud.get()), cursor.node()})
             overlay->addChild(node);
@@ -110,11 +113,10 @@ struct SceneDecorator::Impl {
     void updateParts() {
         background.node()->setNodeMask(enabled ? decorationMask : 0u);
         overlay->setNodeMask(enabled ? headUpDisplayMask : 0u);
-        // The program's state lies on both parts, so that it can be swapped without touching what a script set.
-        osg::ref_ptr<osg::StateSet> program = shaderState ? decorator::createShadingState(shading()) : nullptr;
-        shadowed->setStateSet(program);
-        unshadowed->setStateSet(program);
+        lit->setStateSet(shaderState ? decorator::createShadingState(shading()) : osg::ref_ptr<osg::StateSet>());
         bool const shadows = enabled && shadowsEnabled;
+        aside->setStateSet(shadows && method == SHADOWVOLUME ? decorator::ShadowVolume::leaveOutState()
+                                                                : osg::ref_ptr<osg::StateSet>());
         shadowed->setShadowTechnique(
             shadows ? decorator::createShadowTechnique(method, shading(), shadowMapSize,
                                                        lights.light(lights.shadowLight()))
@@ -146,6 +148,9 @@ struct SceneDecorator::Impl {
     decorator::DrawnCursor cursor;
     osg::ref_ptr<osg::Group> scene = new osg::Group;
     osg::ref_ptr<osgShadow::ShadowedScene> shadowed = new osgShadow::ShadowedScene;
+    // State that comes and goes lies on groups of its own, out of the way of what a script sets.
+    osg::ref_ptr<osg::Group> lit = new osg::Group;
+    osg::ref_ptr<osg::Group> aside = new osg::Group;
     osg::ref_ptr<osg::Group> unshadowed = new osg::Group;
     osg::ref_ptr<osg::Camera> overlay = decorator::createScreenLayer(overlayBin);
     osg::ref_ptr<osg::MatrixTransform> hud = new osg::MatrixTransform;

@@ -1,7 +1,7 @@
 #include "reference/osg/decorator/shadow_method.h"
 
-#include "platform/hyx/notify.h"
 #include "reference/osg/decorator/shadow_map.h"
+#include "reference/osg/decorator/shadow_volume.h"
 
 #include <osgShadow/ShadowTexture>
 
@@ -11,20 +11,11 @@
 namespace hyxOSG::decorator {
 namespace {
 
-void warnAboutVolumes() {
-    static bool const once = [] {
-        hyx::Notify::instance().notify(hyx::Notify::NOTIFY_WARNING,
-                                       "Shadow volumes are not available; shadow maps with hard edges stand in for them.");
-        return true;
-    }();
-    static_cast<void>(once);
-}
-
 ShadowMap::Settings mapSettings(SceneDecorator::ShadowMethod method, ShadingOptions const & shading,
                                 unsigned int mapSize) {
     ShadowMap::Settings settings{shading, mapSize, method == SceneDecorator::LIGHTSPACEPERSPECTIVE_SHADOWMAP};
     settings.shading.shadowMaps = method == SceneDecorator::PARALLELLSPLIT_SHADOWMAP ? MAX_SHADOW_MAPS : 1;
-    settings.shading.softShadows = method != SceneDecorator::SHADOWMAP && method != SceneDecorator::SHADOWVOLUME;
+    settings.shading.softShadows = method != SceneDecorator::SHADOWMAP;
     return settings;
 }
 
@@ -45,12 +36,10 @@ osg::ref_ptr<osgShadow::ShadowTechnique> createShadowTechnique(SceneDecorator::S
     case SceneDecorator::SHADOWTEXTURE:
         return new osgShadow::ShadowTexture;
     case SceneDecorator::SHADOWVOLUME:
-        warnAboutVolumes();
-        break;
+        return new ShadowVolume(light);
     default:
-        break;
+        return new ShadowMap(mapSettings(method, shading, mapSize), light);
     }
-    return new ShadowMap(mapSettings(method, shading, mapSize), light);
 }
 
 } // namespace hyxOSG::decorator
