@@ -73,7 +73,8 @@ class TypeHints:
 
 def _core(native: str) -> tuple[str, str]:
     """The type without its marks, and the marks: `*`, `&`, and `const` when it stands beside a reference."""
-    text = native.strip()
+    text = native.strip().replace("std::__cxx11::", "std::")
+    text = re.sub(r"std::basic_string<char(?:, std::char_traits<char>, std::allocator<char> ?)?>", "std::string", text)
     constant = bool(re.search(r"\bconst\b", re.sub(r"<.*>", "", text)))
     text = re.sub(r"\bconst\b(?![^<]*>)", " ", text)
     marks = "".join(re.findall(r"[*&]", re.sub(r"<.*>", "", text)))
