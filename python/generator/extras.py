@@ -36,6 +36,8 @@ def read_extras(folder: Path, package: Package) -> Extras:
         elif isinstance(statement, (ast.ClassDef, ast.FunctionDef)) and not statement.name.startswith("_"):
             extras.package_names[statement.name] = statement
         elif isinstance(statement, (ast.Import, ast.ImportFrom)):
+            if isinstance(statement, ast.ImportFrom) and statement.level == 1:
+                statement.module, statement.level = f"_hyx_extras.{statement.module}", 0
             extras.imports.append(statement)
     return extras
 

@@ -128,16 +128,14 @@ def _add_classes(interface: Interface, module: str, functions: list[dict]) -> No
         interface.classes[plain_name(native)] = proxy
 
 
-def _form(row: dict, form: dict) -> Form:
+def _form(form: dict) -> Form:
     native = f"{form['class']}::{form['method']}" if form["class"] else form["method"]
     parameters = [Parameter(p["type"], default=p["default"]) for p in form["parameters"]]
-    if row["role"] == "constructor" and parameters and parameters[0].type.replace(" ", "") == "PyObject*":
-        del parameters[0]  # the object that a director forwards to: the proxy class passes it
     return Form(native, parameters, form["result"]["type"])
 
 
 def _operation(module: str, row: dict, name: str) -> Operation:
-    return Operation(module, row["name"], name, row["static"], [_form(row, form) for form in row["forms"]])
+    return Operation(module, row["name"], name, row["static"], [_form(form) for form in row["forms"]])
 
 
 def _owner(interface: Interface, module: str, row: dict) -> ProxyClass | None:

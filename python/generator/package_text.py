@@ -63,7 +63,7 @@ def _class_lines(proxy: ProxyClass, extras: Extras, hints: TypeHints) -> list[st
     bases += [base.name if base.package == proxy.package else base.qualified for base in proxy.bases] or ["Handle"]
     body = [_literal(proxy.doc or f"The native class {proxy.native}.", 4), "    __slots__ = ()"]
     body += [f"    {name} = {value}" for name, value in proxy.constants.items()]
-    body += _machinery_lines(proxy, hints, "Components" in extras.class_bases.get(proxy.name, ()))
+    body += _machinery_lines(proxy, hints)
     for name, member in proxy.members.items():
         setter = member.setter.flat if member.setter else "None"
         doc = _literal(member.doc, 0) if member.doc else "None"
@@ -78,13 +78,13 @@ def _class_lines(proxy: ProxyClass, extras: Extras, hints: TypeHints) -> list[st
     return [f"class {proxy.name}({', '.join(bases)}):", *body, "", "", f"{register}({proxy.name})"]
 
 
-def _machinery_lines(proxy: ProxyClass, hints: TypeHints, is_value: bool) -> list[str]:
+def _machinery_lines(proxy: ProxyClass, hints: TypeHints) -> list[str]:
     lines = []
     made, attached = proxy.machinery.get("constructor"), proxy.machinery.get("swiginit")
     destructor, disown = proxy.machinery.get("destructor"), proxy.machinery.get("disown")
     if made and attached:
         text = _literal(docstring(made, hints, proxy.name, ""), 0)
-        options = ", sequence=True" if is_value else ", director=True" if disown else ""
+        options = ", director=True" if disown else ""
         # Without a destructor the native object outlives the proxy, and its director's Python object must too.
         options += f", disown={disown.flat}" if disown and not destructor else ""
         signature = text_signature(made, True)

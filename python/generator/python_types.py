@@ -33,7 +33,7 @@ class TypeHints:
         if proxy:
             return f"{proxy.qualified} | None" if "*" in marks else proxy.qualified
         if kind in ("void", "PyObject", "SWIGPY_SLICEOBJECT"):
-            return {"void": "Handle | None", "PyObject": "object", "SWIGPY_SLICEOBJECT": "slice"}[kind]
+            return {"void": "Handle | None", "PyObject": "Any", "SWIGPY_SLICEOBJECT": "slice"}[kind]
         return self._unknown(kind, marks)
 
     def result(self, native: str) -> str:

@@ -26,7 +26,6 @@ class constructor:
         *,
         director: bool = False,
         disown: Any = None,
-        sequence: bool = False,
     ) -> None: ...
 
 class member:

@@ -3,8 +3,6 @@
 // proxy class itself, the Python object for an instance of a class derived from it. Where the native object
 // lives until the process ends, the Python object has to live as long, or the library would call a dead one:
 // `disown` then gives it into the director's keeping.
-//
-// A value class also takes its components as one sequence: a list, a tuple, an array.
 #include "python/support/operation.h"
 
 #include <structmember.h>
@@ -21,53 +19,9 @@ struct Constructor {
     Row disown;           // `disown.flat` is null where nothing is to be disowned
     PyTypeObject *owner;  // borrowed: the class holds its constructor; null until the class is made
     bool with_director;
-    bool takes_sequence;
 };
 
-// One component as the strict conversions of the rows want it: a Python int or float.
-PyObject *plain_number(PyObject *item) {
-    if (PyFloat_CheckExact(item) || PyLong_CheckExact(item))
-        return Py_NewRef(item);
-    return PyIndex_Check(item) ? PyNumber_Index(item) : PyNumber_Float(item);
-}
-
-bool is_component_sequence(PyObject *object) {
-    return PyTuple_Check(object) || PyList_Check(object) ||
-           (PySequence_Check(object) && !PyUnicode_Check(object) && !PyBytes_Check(object) && !PyNumber_Check(object));
-}
-
-// An array is a number to the number protocol too; its dimensions tell it from one.
-bool is_array(PyObject *object) {
-    PyObject *dimensions = PyNumber_Check(object) ? PyObject_GetAttrString(object, "ndim") : nullptr;
-    if (!dimensions) {
-        PyErr_Clear();
-        return false;
-    }
-    bool const answer = PyLong_Check(dimensions) && PyLong_AsLong(dimensions) > 0;
-    Py_DECREF(dimensions);
-    return answer;
-}
-
-PyObject *make_from_sequence(Constructor const *self, PyObject *sequence) {
-    PyObject *items = PySequence_List(sequence);
-    if (!items)
-        return nullptr;
-    Py_ssize_t const count = PyList_GET_SIZE(items);
-    PyObject *native = nullptr;
-    bool ready = true;
-    for (Py_ssize_t i = 0; ready && i < count; ++i) {
-        PyObject *number = plain_number(PyList_GET_ITEM(items, i));
-        ready = number && PyList_SetItem(items, i, number) == 0;
-    }
-    if (ready)
-        native = self->operation.row.call(reinterpret_cast<PyListObject *>(items)->ob_item, count);
-    Py_DECREF(items);
-    return native;
-}
-
 PyObject *make_native(Constructor const *self, PyObject *const *arguments, Py_ssize_t count) {
-    if (self->takes_sequence && count == 2 && (is_component_sequence(arguments[1]) || is_array(arguments[1])))
-        return make_from_sequence(self, arguments[1]);
     if (!self->with_director)
         return self->operation.row.call(arguments + 1, count - 1);
     constexpr Py_ssize_t usual_count = 8;
@@ -106,18 +60,17 @@ PyObject *call_constructor(PyObject *callable, PyObject *const *arguments, size_
 }
 
 PyObject *make_constructor(PyTypeObject *type, PyObject *arguments, PyObject *keywords) {
-    static char const *const names[] = {"new", "attach", "signature", "doc", "director", "disown", "sequence", nullptr};
+    static char const *const names[] = {"new", "attach", "signature", "doc", "director", "disown", nullptr};
     PyObject *flat = nullptr, *attach = nullptr, *signature = Py_None, *doc = Py_None, *disown = Py_None;
-    int with_director = 0, takes_sequence = 0;
-    if (!PyArg_ParseTupleAndKeywords(arguments, keywords, "OO|OO$pOp", const_cast<char **>(names), &flat, &attach,
-                                     &signature, &doc, &with_director, &disown, &takes_sequence))
+    int with_director = 0;
+    if (!PyArg_ParseTupleAndKeywords(arguments, keywords, "OO|OO$pO", const_cast<char **>(names), &flat, &attach,
+                                     &signature, &doc, &with_director, &disown))
         return nullptr;
     auto *self = reinterpret_cast<Constructor *>(type->tp_alloc(type, 0));
     if (!self)
         return nullptr;
     self->operation.vectorcall = call_constructor;
     self->with_director = with_director;
-    self->takes_sequence = takes_sequence;
     if (!find_row(flat, self->operation.row) || !find_row(attach, self->attach) ||
         (disown != Py_None && !find_row(disown, self->disown)) ||
         !set_texts(&self->operation, flat, signature, doc)) {

@@ -1,0 +1,39 @@
+"""Values and lists of values: iteration, copies, pickling and NumPy."""
+
+from .numbers import Numbers
+
+
+class Vec2(Numbers): ...
+
+
+class Vec2u(Numbers): ...
+
+
+class Vec3(Numbers): ...
+
+
+class Vec3f(Numbers): ...
+
+
+class Vec4(Numbers): ...
+
+
+class Vec4f(Numbers): ...
+
+
+class Quat(Numbers): ...
+
+
+class AffineMatrix4x4(Numbers): ...
+
+
+class RealVector(Numbers): ...
+
+
+class UInt32Vector(Numbers): ...
+
+
+class Vec3Vector(Numbers): ...
+
+
+class Vec3fVector(Numbers): ...

@@ -1,0 +1,9 @@
+"""Colours: iteration, copies, pickling and NumPy."""
+
+from .numbers import Numbers
+
+
+class Color(Numbers): ...
+
+
+class ColorVector(Numbers): ...
