@@ -36,6 +36,8 @@ public:
   std::string getCalledFunction() const;
   /// Argument of that call, a text of JSON.
   std::string getCallArgument() const;
+  /// Result of that call, a text of JSON; `null` until it is set.
+  std::string getCallResult() const;
   /// Sets the result of that call, a text of JSON.
   void setCallResult(const std::string& result);
 

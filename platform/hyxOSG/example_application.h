@@ -102,10 +102,10 @@ public:
 
   // ---- Creation and initialisation
 
-  /// Reads the options from `parser` (`--help` lists them); null means no options. With `strict` an option that is
-  /// not known here throws std::invalid_argument; otherwise it is left to the script. Returns false when the program
-  /// has nothing left to do (`--help` was given).
-  bool init(hyxIO::ArgumentParser* parser, bool strict = false);
+  /// Follows the options of `parser` (`--help` lists them); null means none. With `withGraphics` simulation, window and
+  /// scene are made at once instead of when they are needed. Returns false when the program has nothing left to do
+  /// (`--help` was given). Throws std::invalid_argument for a malformed value.
+  bool init(hyxIO::ArgumentParser* parser, bool withGraphics = false);
 
   /// Takes `simulation` over, or makes a new one for null; the one before is let go with its visuals. With
   /// `applyOptions` the time step and solver asked for by options are applied to it.
@@ -124,8 +124,9 @@ public:
   /// Makes the viewer with the size of the options, or 1024 x 768, when there is none yet.
   void initGraphics();
 
-  /// Opens the remote control when options or `setEnableControlChannelTickSignals` ask for it: on the loopback
-  /// address, guarded by a token. Throws std::runtime_error when the port is in use.
+  /// Opens the remote control and the co-simulation server that the options `--rpc-port` and `--co-simulation-port` ask
+  /// for: on the loopback address unless `m_hostName` names another, guarded by the token of `--rpc-token` or one that
+  /// is made. Does nothing more the second time. Throws std::runtime_error when a port is in use.
   void initRpc();
 
   /// Builds the first scene that was added, or an empty one.
@@ -143,12 +144,12 @@ public:
   /// The factory of visuals for simulations, made on first use.
   hyxOSG::RenderProxyFactory* getRenderProxyFactory();
 
-  /// Makes visuals for all bodies of `simulation` under the library's own group. `detailRatio` scales the
-  /// tessellation; with `createAxes` each body shows its axes. Does nothing for null.
-  void createVisual(hyxSDK::Simulation* simulation, float detailRatio = 1.0f, bool createAxes = false);
+  /// Makes visuals for all bodies of `simulation` under the library's own group. `detailRatio` scales the number of
+  /// facets of round shapes; with `evenIfSensor` sensors are drawn too. Does nothing for null.
+  void createVisual(hyxSDK::Simulation* simulation, float detailRatio = 1.0f, bool evenIfSensor = false);
 
   /// Makes visuals for all bodies of `assembly`; as for a simulation.
-  void createVisual(hyxSDK::Assembly* assembly, float detailRatio = 1.0f, bool createAxes = false);
+  void createVisual(hyxSDK::Assembly* assembly, float detailRatio = 1.0f, bool evenIfSensor = false);
 
   /// Chooses which messages of the scene-graph library are printed: `severity` and worse.
   void setOsgNotifyLevel(osg::NotifySeverity severity) const;
@@ -335,7 +336,7 @@ public:
   osg::Group* getSceneRoot();
   /// The group for visuals that the library itself makes, emptied with the scene.
   osg::Group* getSceneHyxOSGRoot();
-  /// The switch above scene and debug rendering (`osg::Switch`).
+  /// The switch (`osg::Switch`) that shows or hides the scene.
   osg::Group* getSceneSwitch();
   /// The root of all that is drawn.
   osg::Group* getRoot();

@@ -42,6 +42,11 @@ constexpr KnownOption knownOptions[] = {
     {"--journal-frequency", "States recorded for each simulated second", Value::positiveNumber},
     {"--rpc-port", "Serve remote control on this port of the local machine", Value::wholeNumber},
     {"--rpc-token", "Word that remote callers must know", Value::text},
+    {"--co-simulation-port", "Let another process step the simulation, through this port of the local machine", Value::wholeNumber},
+    {"--script", "Script whose function buildScene builds the first scene", Value::text},
+    {"--model", "Name of the model to load from a file of several", Value::text},
+    {"--bundle-path", "Folders to look for models in, with colons between them", Value::text},
+    {"--debug-frames", "Show the frames of the links of loaded models", Value::none},
     {"--profile", "Write a trace of the run to this file", Value::text},
 };
 

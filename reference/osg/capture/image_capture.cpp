@@ -2,15 +2,12 @@
 
 #include "platform/hyxOSG/image_capture.h"
 
+#include "reference/osg/capture/image_file.h"
 #include "reference/osg/capture/image_pixels.h"
 #include "reference/osg/capture/output_folder.h"
 
-#include <osgDB/FileNameUtils>
-#include <osgDB/Registry>
-
 #include <cstdio>
 #include <filesystem>
-#include <stdexcept>
 
 namespace hyxOSG {
 
@@ -55,14 +52,7 @@ void ImageCapture::writeImage(osg::Image * image, hyx::Index index) {
     char number[24];
     std::snprintf(number, sizeof number, "%05lu", index);
     std::filesystem::path const file = std::filesystem::path(m_directoryPath) / (m_prefix + number + m_postfix);
-    // Fast compression: the default level takes twice the time for little.
-    osg::ref_ptr<osgDB::Options> const options = new osgDB::Options("PNG_COMPRESSION 1");
-    auto const result = osgDB::Registry::instance()->writeImage(*image, file.string(), options);
-    if (!result.success()) {
-        std::string const reason = result.notHandled() ? "no writer for the extension \"" + osgDB::getFileExtension(file.string()) + "\""
-                                                       : "is the folder there, and the disk not full?";
-        throw std::runtime_error("cannot write the image \"" + file.string() + "\": " + reason);
-    }
+    writeImageFile(*image, file.string());
 }
 
 } // namespace hyxOSG

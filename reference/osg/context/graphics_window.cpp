@@ -23,6 +23,17 @@ WindowKind kindOfEnvironment(WindowKind kind) {
   throw std::invalid_argument("HYX_DISPLAY is '" + word + "'; it must be 'window', 'offscreen' or 'auto'");
 }
 
+void coverScreen(osg::GraphicsContext::Traits& traits) {
+  osg::GraphicsContext::WindowingSystemInterface* system = osg::GraphicsContext::getWindowingSystemInterface();
+  unsigned int width = 0, height = 0;
+  if (system) system->getScreenResolution(traits, width, height);
+  if (width == 0 || height == 0) return;
+  traits.x = traits.y = 0;
+  traits.width = width;
+  traits.height = height;
+  traits.windowDecoration = false;
+}
+
 osg::ref_ptr<osg::GraphicsContext::Traits> makeTraits(const WindowRequest& request, bool onDisplay) {
   osg::ref_ptr<osg::GraphicsContext::Traits> traits = new osg::GraphicsContext::Traits;
   if (onDisplay) traits->readDISPLAY();
@@ -42,6 +53,7 @@ osg::ref_ptr<osg::GraphicsContext::Traits> makeTraits(const WindowRequest& reque
   traits->samples = request.samples;
   traits->sampleBuffers = request.samples > 0 ? 1 : 0;
   traits->sharedContext = request.shared;
+  if (onDisplay && request.fullScreen) coverScreen(*traits);
   return traits;
 }
 

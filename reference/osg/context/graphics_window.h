@@ -24,6 +24,7 @@ struct WindowRequest {
   WindowKind kind = WindowKind::AUTOMATIC;
   int samples = 0;  ///< for multisampling; 0 for none, fewer are taken when the driver has not so many
   bool resizable = true;
+  bool fullScreen = false;  ///< on a display: covers the screen, whatever the size
   bool vsync = false;
   osg::GraphicsContext* shared = nullptr;  ///< context to share textures with, or null
 };

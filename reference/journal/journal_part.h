@@ -1,0 +1,64 @@
+/// A span of a session in which the bodies are the same.
+#pragma once
+
+#include "platform/hyx/rigid_body.h"
+#include "reference/journal/hdf5_file.h"
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace hyx {
+
+/// The keys by which bodies are found again: the name, or for those without one, or with that of an earlier body, `#` and a
+/// number: its place among the simulation's bodies, when all are there at the start.
+class JournalKeys {
+public:
+  /// The keys of these bodies. A body keeps its key as long as each call has it.
+  std::vector<std::string> of(const RigidBodyPtrVector& bodies);
+
+private:
+  std::map<const RigidBody*, std::string> m_keys;
+  size_t m_nextNumber = 0;
+};
+
+/// Writes states of the same bodies, in blocks.
+class JournalPartWriter {
+public:
+  JournalPartWriter(hid_t session, const std::string& name, const RigidBodyPtrVector& bodies,
+                    const std::vector<std::string>& keys, bool single, bool velocities);
+
+  void store(double time);
+  /// Writes the block that is not full yet.
+  void flush();
+
+private:
+  RigidBodyPtrVector m_bodies;
+  Hdf5Handle m_group;
+  Hdf5Rows m_time, m_position, m_rotation, m_velocity, m_angularVelocity;
+  std::vector<double> m_times, m_positions, m_rotations, m_velocities, m_angularVelocities;
+};
+
+/// Reads states of the same bodies.
+class JournalPartReader {
+public:
+  JournalPartReader(hid_t session, const std::string& name);
+
+  const std::vector<std::string>& keys() const { return m_keys; }
+  size_t numStates() const { return m_time.numRows(); }
+  /// A body as it was recorded, without a place: its shapes, its motion control.
+  ref_ptr<RigidBody> makeBody(size_t body) const;
+
+  struct State {
+    double time;
+    std::vector<double> positions, rotations, velocities, angularVelocities;  ///< velocities may be empty
+  };
+  State read(size_t row) const;
+
+private:
+  std::vector<std::string> m_keys;
+  std::vector<std::string> m_shapes;
+  Hdf5Rows m_time, m_position, m_rotation, m_velocity, m_angularVelocity;
+};
+
+}  // namespace hyx

@@ -1,0 +1,87 @@
+/// Answers requests over a ZeroMQ socket.
+#include "platform/hyxNet/co_simulation_server.h"
+
+#include "reference/net/access_token.h"
+
+#include <nlohmann/json.hpp>
+#include <zmq.hpp>
+
+#include <stdexcept>
+
+namespace hyxNet {
+
+using nlohmann::json;
+
+struct CoSimulationServer::State {
+  zmq::context_t context;
+  zmq::socket_t socket{context, zmq::socket_type::rep};
+  int port = 0;
+  std::string token;
+  Handler handler;
+  std::string calledFunction;
+  std::string callArgument;
+  std::string callResult;
+
+  std::string answer(const std::string& text);
+};
+
+CoSimulationServer::CoSimulationServer(int port, const std::string& token, const std::string& address)
+    : m_state(std::make_unique<State>()) {
+  if (port < 0 || port > 65535) throw std::invalid_argument("a port must be 0 to 65535");
+  m_state->token = token;
+  m_state->socket.set(zmq::sockopt::linger, 0);
+  const std::string host = address.empty() ? "127.0.0.1" : address;
+  const std::string endpoint = "tcp://" + host + ":" + (port ? std::to_string(port) : "*");
+  try {
+    m_state->socket.bind(endpoint);
+  } catch (const zmq::error_t& error) {
+    throw std::runtime_error("the co-simulation server cannot listen on " + endpoint + ": " + error.what());
+  }
+  const std::string bound = m_state->socket.get(zmq::sockopt::last_endpoint);
+  m_state->port = std::stoi(bound.substr(bound.rfind(':') + 1));
+}
+
+CoSimulationServer::~CoSimulationServer() = default;
+
+int CoSimulationServer::getPort() const { return m_state->port; }
+void CoSimulationServer::setHandler(Handler handler) { m_state->handler = std::move(handler); }
+
+std::string CoSimulationServer::State::answer(const std::string& text) {
+  try {
+    const json request = json::parse(text);
+    if (!request.is_object()) throw std::invalid_argument("a request must be a JSON object");
+    if (!token.empty() && !sameToken(token, request.value("token", "")))
+      throw std::invalid_argument("the token is missing or wrong");
+    calledFunction = request.value("do", "") == "call" ? request.value("function", "") : "";
+    callArgument = request.contains("argument") ? request["argument"].dump() : "null";
+    callResult = "null";
+    if (!handler) throw std::runtime_error("nobody answers requests");
+    return handler(text);
+  } catch (const std::exception& error) {
+    return json{{"ok", false}, {"error", error.what()}}.dump(-1, ' ', false, json::error_handler_t::replace);
+  }
+}
+
+int CoSimulationServer::update(int waitMilliseconds) {
+  int answered = 0;
+  for (;; ++answered) {
+    zmq::pollitem_t item{m_state->socket, 0, ZMQ_POLLIN, 0};
+    zmq::message_t request;
+    try {
+      if (zmq::poll(&item, 1, std::chrono::milliseconds(answered ? 0 : waitMilliseconds)) == 0) return answered;
+      if (!m_state->socket.recv(request, zmq::recv_flags::dontwait)) return answered;
+    } catch (const zmq::error_t& error) {
+      if (error.num() == EINTR) return answered;  // a signal: the caller looks after it
+      throw;
+    }
+    m_state->socket.send(zmq::buffer(m_state->answer(request.to_string())), zmq::send_flags::none);
+    m_state->calledFunction.clear();
+  }
+}
+
+std::string CoSimulationServer::getCalledFunction() const { return m_state->calledFunction; }
+std::string CoSimulationServer::getCallArgument() const { return m_state->callArgument; }
+void CoSimulationServer::setCallResult(const std::string& result) { m_state->callResult = result; }
+std::string CoSimulationServer::getCallResult() const { return m_state->callResult; }
+
+}  // namespace hyxNet

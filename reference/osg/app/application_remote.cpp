@@ -1,0 +1,51 @@
+/// The application's remote control and co-simulation.
+#include "reference/osg/app/application_state.h"
+
+#include "platform/hyxPython/script_manager.h"
+#include "reference/net/access_token.h"
+#include "reference/osg/app/co_simulation_answers.h"
+
+namespace hyxOSG {
+
+void ExampleApplication::initRpc() {
+  if (m_state->remotePort && !m_state->controller)
+    m_state->controller = new ExampleApplicationController(this, *m_state->remotePort, m_state->remoteToken, m_hostName);
+  if (m_state->coSimulationPort && !m_state->coSimulation) {
+    const std::string token = m_state->remoteToken.empty() ? hyxNet::makeAccessToken() : m_state->remoteToken;
+    m_state->coSimulation = new hyxNet::CoSimulationServer(*m_state->coSimulationPort, token, m_hostName);
+    hyxNet::CoSimulationServer* server = m_state->coSimulation.get();
+    server->setHandler([this, server](const std::string& request) { return answerCoSimulation(*this, *server, request); });
+  }
+}
+
+bool ExampleApplication::useCoSimulation() const { return m_state->coSimulation.valid(); }
+
+void ExampleApplication::updateCoSimulationServer() {
+  if (!m_state->coSimulation) return;
+  constexpr int waitMilliseconds = 5;  // the other process sets the pace: its requests are answered at once
+  m_state->coSimulation->update(waitMilliseconds);
+}
+
+void ExampleApplication::updateRemoteDebugger() {
+  if (m_state->controller) m_state->controller->update();
+}
+
+void ExampleApplication::pushFrameToRemoteViewer() {
+  if (!m_state->controller || m_state->controller->getNumClients() == 0 || !m_state->window || !m_state->window->open())
+    return;
+  m_state->controller->pushFrame(*m_state->window->grab(getTimeStamp()));
+}
+
+ExampleApplicationController* ExampleApplication::getController() { return m_state->controller.get(); }
+
+int ExampleApplication::getControlChannelPort() const {
+  return m_state->controller ? m_state->controller->getPort() : 0;
+}
+
+void ExampleApplication::pushParametersToControlChannel() {
+  if (m_state->controller) m_state->controller->pushParameters();
+}
+
+void ExampleApplication::setEnableControlChannelTickSignals(bool enable) { m_state->tickSignals = enable; }
+
+}  // namespace hyxOSG

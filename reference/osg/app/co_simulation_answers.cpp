@@ -1,0 +1,75 @@
+/// Follows requests of co-simulation.
+#include "reference/osg/app/co_simulation_answers.h"
+
+#include "platform/hyxNet/co_simulation_server.h"
+#include "platform/hyxOSG/example_application.h"
+#include "platform/hyxPython/script_manager.h"
+#include "platform/hyxSDK/simulation.h"
+#include "reference/osg/app/body_state_json.h"
+
+#include <stdexcept>
+
+namespace hyxOSG {
+namespace {
+
+using nlohmann::json;
+
+hyx::RigidBody& findBody(ExampleApplication& application, const json& request) {
+  const std::string name = request.value("body", "");
+  hyx::RigidBody* body = application.getSimulation()->getRigidBody(name);
+  if (!body) throw std::invalid_argument("there is no body '" + name + "'");
+  return *body;
+}
+
+json listBodies(ExampleApplication& application) {
+  json names = json::array();
+  for (const auto& body : application.getSimulation()->getRigidBodies()) names.push_back(std::string(body->getName()));
+  return {{"time", application.getTimeStamp()}, {"timeStep", application.getTimeStep()}, {"bodies", names}};
+}
+
+json step(ExampleApplication& application, const json& request) {
+  const long count = request.value("count", 1L);
+  constexpr long most = 100000;
+  if (count < 1 || count > most) throw std::invalid_argument("'count' must be 1 to 100000");
+  for (long i = 0; i < count && !application.breakRequested(); ++i) application.stepSimulation();
+  return {{"time", application.getTimeStamp()}};
+}
+
+json call(ExampleApplication& application, hyxNet::CoSimulationServer& server) {
+  const std::string name = server.getCalledFunction();
+  if (!application.coSimulationCallPython(&server)) {
+    // The caller learns of the failure; the script's traceback is for who runs this process.
+    if (auto* manager = hyxPython::ScriptManager::instance("", "", "", false)) manager->registerError("co-simulation call");
+    throw std::runtime_error("the function '" + name + "' is missing in the main script, or failed");
+  }
+  const std::string result = server.getCallResult();
+  const json parsed = json::parse(result, nullptr, false);
+  return {{"result", parsed.is_discarded() ? json(result) : parsed}};
+}
+
+}  // namespace
+
+std::string answerCoSimulation(ExampleApplication& application, hyxNet::CoSimulationServer& server,
+                               const std::string& request) {
+  const json wanted = json::parse(request);
+  const std::string what = wanted.value("do", "");
+  json answer = json::object();
+  if (what == "list")
+    answer = listBodies(application);
+  else if (what == "get")
+    answer = bodyState(findBody(application, wanted));
+  else if (what == "set")
+    setBodyState(findBody(application, wanted), wanted);
+  else if (what == "step")
+    answer = step(application, wanted);
+  else if (what == "call")
+    answer = call(application, server);
+  else if (what == "stop")
+    application.stop();
+  else
+    throw std::invalid_argument("'do' must be list, get, set, step, call or stop, not '" + what + "'");
+  answer["ok"] = true;
+  return answer.dump(-1, ' ', false, json::error_handler_t::replace);
+}
+
+}  // namespace hyxOSG

@@ -1,0 +1,32 @@
+/// Tells the library's own listeners of the events of a window.
+#pragma once
+
+#include "platform/hyxSDK/gui_event_listener.h"
+
+#include <osg/Matrixd>
+#include <osgGA/GUIEventAdapter>
+
+namespace osg {
+class Camera;
+}
+
+namespace hyxOSG {
+
+/// Translates the events of the scene-graph library; positions become pixels from the lower left corner.
+class ListenerBridge {
+public:
+  using Listeners = hyx::Vector<hyx::ref_ptr<hyxSDK::GuiEventListener>>;
+
+  /// Gives the event to the listeners, in order, until one uses it up. Returns whether one did.
+  bool dispatch(const osgGA::GUIEventAdapter& event, const osg::Camera& camera, const Listeners& listeners);
+
+private:
+  bool give(const osgGA::GUIEventAdapter& event, hyxSDK::GuiEventListener& listener) const;
+  void frame(const osg::Camera& camera, const Listeners& listeners);
+
+  float m_x = 0;  ///< of the pointer, pixels
+  float m_y = 0;
+  osg::Matrixd m_view;  ///< that listeners know
+};
+
+}  // namespace hyxOSG

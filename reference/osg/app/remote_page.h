@@ -1,0 +1,9 @@
+/// The page of the remote control.
+#pragma once
+
+namespace hyxOSG {
+
+/// One file of HTML with its script; takes the token from its own address.
+extern const char remotePage[];
+
+}  // namespace hyxOSG

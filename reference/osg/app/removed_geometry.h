@@ -1,0 +1,15 @@
+/// Visuals whose geometry has left its simulation.
+#pragma once
+
+namespace hyxOSG {
+
+class GeometryNode;
+
+/// The visuals are taken out of their scenes before the next frame, not while a scene may be traversed.
+class RemovedGeometry {
+public:
+  static void add(GeometryNode* node);
+  static void sweep();
+};
+
+}  // namespace hyxOSG
