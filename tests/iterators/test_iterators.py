@@ -105,6 +105,7 @@ def test_an_iterator_moved_in_place_outlives_the_proxy_that_owns_it():
         iterator += 1
         gc.collect()
     assert iterator.value().intensity == 4
+    assert iterator.__swig_container.this.own()  # the owner, not the proxy before
     bare = _hyxOSG.SwigPyIterator_incr(_hyxOSG.SwigPyIterator_copy(iterator).this)
     gc.collect()
     with pytest.raises(StopIteration):

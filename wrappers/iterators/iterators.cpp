@@ -4,8 +4,7 @@
 namespace {
 
 #define ITERATING(...) GUARDED(::wrappers::translate_iterator_exception, __VA_ARGS__)
-// The same iterator under a new proxy, which keeps the one that owns it.
-#define ITSELF(...) FINISHED(::wrappers::keep_container, ITERATING(__VA_ARGS__))
+#define ITSELF(...) FINISHED(::wrappers::keep_owner, ITERATING(__VA_ARGS__))
 
 constexpr Declared functions[] = {
     FUNCTION(delete_SwigPyIterator, DELETE(swig::SwigPyIterator)),

@@ -4,6 +4,7 @@
 #include "runtime/client_data.h"
 #include "runtime/errors.h"
 #include "runtime/pointers.h"
+#include "runtime/reference.h"
 #include "wrappers/vocabulary/guards.h"
 #include "wrappers/vocabulary/native_types.h"
 
@@ -20,19 +21,41 @@ PyObject *exception_class(swig_type_info const *type) noexcept
     return data && PyExceptionClass_Check(data->klass) ? data->klass : PyExc_RuntimeError;
 }
 
-} // namespace
-
-PyObject *keep_container(PyObject *result, Call const &call) noexcept
+// Has an unowned result keep an object alive.
+void keep(PyObject *result, PyObject *container) noexcept
 {
     SwigPyObject *const handle = SWIG_Python_GetSwigThis(result);
-    PyObject *const container = call.arguments[0];
     if (!handle || handle->own == 1 || PyObject_SetAttr(result, containers::container_key(), container) == 0)
-        return result;
+        return;
     // A bare pointer object has no attributes, but a chain of further views, each of which it owns.
     PyErr_Clear();
     PyObject *const view = reinterpret_cast<PyObject *>(SWIG_Python_GetSwigThis(container));
     Py_XDECREF(SwigPyObject_append(reinterpret_cast<PyObject *>(handle), view));
     PyErr_Clear();
+}
+
+// What an object keeps alive, or the object itself where it owns its pointer or keeps nothing.
+runtime::Reference owner_of(PyObject *object) noexcept
+{
+    SwigPyObject *const handle = SWIG_Python_GetSwigThis(object);
+    if (!handle || handle->own == 1)
+        return runtime::Reference::share(object);
+    runtime::Reference kept = runtime::Reference::take(PyObject_GetAttr(object, containers::container_key()));
+    PyErr_Clear();
+    return kept ? kept : runtime::Reference::share(handle->next ? handle->next : object);
+}
+
+} // namespace
+
+PyObject *keep_container(PyObject *result, Call const &call) noexcept
+{
+    keep(result, call.arguments[0]);
+    return result;
+}
+
+PyObject *keep_owner(PyObject *result, Call const &call) noexcept
+{
+    keep(result, owner_of(call.arguments[0]).get());
     return result;
 }
 

@@ -40,8 +40,11 @@ template <class NativeIterator> int convert_iterator(PyObject *object, void **re
 template <class NativeIterator>
 inline constexpr Conversion iterator_argument = {convert_iterator<NativeIterator>, release_converted<NativeIterator>};
 
-// For FINISHED: a result that points into self, or is self under another proxy, keeps self's Python object alive.
+// For FINISHED: a result that points into self keeps self's Python object alive.
 PyObject *keep_container(PyObject *result, Call const &call) noexcept;
+
+// For FINISHED: a result that is self under another proxy keeps the object that owns it alive.
+PyObject *keep_owner(PyObject *result, Call const &call) noexcept;
 
 // For FINISHED: an iterator keeps its sequence's Python object, the first argument, alive.
 PyObject *hold_sequence(PyObject *result, Call const &call) noexcept;

@@ -1,6 +1,8 @@
 /// Construction and initialisation of the application.
 #include "reference/osg/app/application_state.h"
 
+#include "reference/osg/renderers/simulation_scene.h"
+
 #include <osg/Notify>
 
 #include <stdexcept>
@@ -13,7 +15,7 @@ void ExampleApplicationListener::postFrame(ExampleApplication*) {}
 ExampleApplication::ExampleApplication() : ExampleApplication(nullptr) {}
 
 ExampleApplication::ExampleApplication(hyxSDK::Simulation* simulation) : m_state(std::make_unique<State>()) {
-  m_state->simulation = simulation;
+  m_state->showSimulation(simulation);
 }
 
 ExampleApplication::~ExampleApplication() = default;
@@ -23,7 +25,7 @@ void ExampleApplication::initSimulation(hyxSDK::Simulation* simulation, bool app
     m_state->proxies->clear();
     m_state->journal->close();
   }
-  m_state->simulation = simulation ? simulation : new hyxSDK::Simulation;
+  m_state->showSimulation(simulation ? simulation : new hyxSDK::Simulation);
   if (applyOptions) m_state->configureSimulation();
   if (m_state->pickHandler) m_state->pickHandler->setSimulation(m_state->simulation.get());
   if (m_state->imageCapture) m_state->imageCapture->setSimulation(m_state->simulation.get());
@@ -33,10 +35,16 @@ void ExampleApplication::initSimulation(hyxSDK::Simulation* simulation, bool app
 
 hyxSDK::Simulation& ExampleApplication::State::ensureSimulation() {
   if (!simulation) {
-    simulation = new hyxSDK::Simulation;
+    showSimulation(new hyxSDK::Simulation);
     configureSimulation();
   }
   return *simulation;
+}
+
+void ExampleApplication::State::showSimulation(hyxSDK::Simulation* next) {
+  if (simulation) set_simulation_scene(simulation, nullptr);
+  simulation = next;
+  if (simulation) set_simulation_scene(simulation, graph.libraryRoot());
 }
 
 void ExampleApplication::State::configureSimulation() {

@@ -117,6 +117,8 @@ struct ExampleApplication::State {
   void openWindow(const WindowRequest& request);
   void startRecording(bool append);
   void configureSimulation();
+  /// Takes `next` over as the simulation that is shown; null for none.
+  void showSimulation(hyxSDK::Simulation* next);
   void applyOptions(ExampleApplication& application, const hyxIO::ArgumentParser& options);
   void applyWindowOptions(const hyxIO::ArgumentParser& options);
   void applyLoopOptions(ExampleApplication& application, const hyxIO::ArgumentParser& options);
