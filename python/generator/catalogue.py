@@ -31,21 +31,21 @@ def read_catalogue(folder: Path) -> Catalogue:
 
 
 def _add_line(catalogue: Catalogue, line: str) -> None:
-    """`class : base, base = spelling | spelling @ header`, or `type mangled | readable|readable | native`"""
+    """`class : base, base = spelling | spelling @ header`, or `type mangled | readable|readable | native : base @ header`"""
+    if not line or line.startswith("shared "):
+        return
+    line, _, header = line.partition(" @ ")
     if line.startswith("type "):
         _, readable, native = (part.strip() for part in line[5:].split(" | "))
-        _add_spellings(catalogue, [native, *(name.removesuffix("*").strip() for name in readable.split("|"))])
-    elif line and not line.startswith("shared "):
-        line, _, header = line.partition(" @ ")
-        line, _, spellings = line.partition(" = ")
-        name, _, bases = line.partition(" : ")
-        plain = plain_name(name)
-        catalogue.bases[plain] = [base.strip() for base in bases.split(", ") if base.strip()]
-        _add_spellings(catalogue, [plain, *(text.strip() for text in spellings.split(" | ") if text.strip())])
-        if header:
-            catalogue.headers[plain] = header.strip()
-
-
-def _add_spellings(catalogue: Catalogue, names: list[str]) -> None:
+        native, _, bases = native.partition(" : ")
+        spellings = [name.removesuffix("*").strip() for name in readable.split("|")]
+    else:
+        line, _, spelled = line.partition(" = ")
+        native, _, bases = line.partition(" : ")
+        spellings = [text.strip() for text in spelled.split(" | ") if text.strip()]
+    names = list(dict.fromkeys(plain_name(name) for name in (native, *spellings)))
     for name in names:
-        catalogue.spellings.setdefault(plain_name(name), []).extend(other for other in names if other != name)
+        catalogue.bases[name] = [base.strip() for base in bases.split(", ") if base.strip()]
+        catalogue.spellings[name] = [other for other in names if other != name]
+    if header:
+        catalogue.headers[names[0]] = header.strip()
