@@ -91,7 +91,7 @@ int convert_text(PyObject *object, Slot &slot) noexcept
     return status;
 }
 
-// Every kind but class pointers.
+// A status code; the slot holds the value on success.
 int convert_value(Parameter const &parameter, PyObject *object, Slot &slot)
 {
     switch (parameter.kind) {
@@ -130,17 +130,11 @@ bool holds_pointer(Kind kind) noexcept { return kind == Kind::pointer || kind ==
 bool convert_argument(Parameter const &parameter, PyObject *object, Slots &slots, std::size_t index)
 {
     Slot &slot = slots.slots[index];
-    int status = SWIG_OK;
-    if (parameter.kind == Kind::pointer)
-        status = convert_pointer(object, swig_types[parameter.type], &slot.pointer);
-    else
-        status = convert_value(parameter, object, slot);
+    int const status = convert_value(parameter, object, slot);
     if (status == SWIG_NEWOBJ)
         slots.mark_made(index);
     if (status < 0) {
-        // A conversion that has run Python code has said what is wrong already.
-        if (!(parameter.kind == Kind::converted && PyErr_Occurred() && PyErr_ExceptionMatches(PyExc_TypeError)))
-            runtime::raise_argument_error(status, parameter.message());
+        runtime::raise_argument_error(status, parameter.message());
         return false;
     }
     return !holds_pointer(parameter.kind) || !refuse_null(parameter, slot);
