@@ -18,12 +18,12 @@ class Simulation;
 namespace hyxOSG {
 class RigidBodyRenderCache;
 
-/// Reads a scene file (JSON scene, URDF) into `simulation` and makes the visuals of what was read under `root`.
-/// `parent`: what was read is also put into this assembly (null: into the simulation itself). `detailRatio` as in
-/// createVisual. `evenIfSensor`: sensors get visuals too. `selection`: what to read, a mask of 1 = bodies,
-/// 2 = constraints, 4 = materials. `cache`: shares nodes between copies of one body, may be null. False, with the reason
-/// in the notification stream, when the file is missing, damaged or of an unknown kind, or `simulation` is null.
-/// `root` may be null: no visuals.
+/// Reads a scene file (.json, see docs/scene_files.md, or a .urdf robot) into `simulation` and makes the visuals of what was
+/// read under `root` (null: no visuals). `parent`: what was read goes into this assembly instead of straight into the
+/// simulation; null: none. `detailRatio` and `evenIfSensor` as in createVisual. `selection`: what to take from a .json scene,
+/// a mask of 1 = bodies, 2 = constraints, 4 = materials. `cache`: shares nodes between bodies of one shape, may be null.
+/// False, with the reason in the notification stream and nothing added, when the file is missing, damaged or of an unknown
+/// kind, or `simulation` is null.
 bool readFile(std::string const & file, hyxSDK::Simulation * simulation, osg::Group * root,
               hyxSDK::Assembly * parent = nullptr, double detailRatio = 1.0, bool evenIfSensor = false,
               hyx::UInt selection = 7, RigidBodyRenderCache * cache = nullptr);

@@ -13,6 +13,7 @@
 #include "platform/hyxOSG/terrain_voxel_renderer.h"
 #include "platform/hyxSDK/simulation.h"
 #include "platform/hyxSDK/terrain_instance.h"
+#include "reference/osg/visual/body_visual.h"
 #include "reference/osg/visual/conversions.h"
 #include "reference/osg/visual/follow_callback.h"
 #include "reference/osg/visual/shape_meshes.h"
@@ -130,6 +131,13 @@ private:
     hyx::ref_ptr<TerrainVoxelRenderer> m_renderer;
 };
 
+}
+
+osg::Group * createBodyVisual(hyx::RigidBody const & body, osg::Group & root, float detailRatio, bool evenIfSensor,
+                              RigidBodyRenderCache * cache) {
+    Look look(detailRatio, evenIfSensor);
+    look.cache = cache;
+    return addBody(body, root, look);
 }
 
 GeometryNode * createVisual(hyxCollide::Geometry const * geometry, osg::Group * root, float detailRatio,
