@@ -6,6 +6,8 @@ from collections.abc import Iterator
 from types import TracebackType
 from typing import Any
 
+_DEPTH_COMPONENT, _RGB = 0x1902, 0x1907  # pixel formats of OpenGL
+
 
 class SwigPyIterator:
     def __iter__(self) -> SwigPyIterator:
@@ -36,6 +38,39 @@ class ImageCaptureBase:
         self, kind: type[BaseException] | None, error: BaseException | None, trace: TracebackType | None
     ) -> None:
         self.stopCapture()  # type: ignore[attr-defined]
+
+
+class RenderToImage:
+    @property
+    def pixels(self) -> Any:
+        """The image as a NumPy array over its own memory, no copy: each drawn frame shows in it.
+
+        Colour is uint8 of shape (height, width, channels), depth float32 of shape (height, width) from 0 at the near to 1
+        at the far plane. Row 0 is the lowest: `pixels[::-1]` is the way files have it. After a change of the size ask anew.
+        """
+        import ctypes
+
+        import numpy
+
+        image = self.getImage()  # type: ignore[attr-defined]
+        height, width, pixel_format = image.t(), image.s(), image.getPixelFormat()
+        if pixel_format == _DEPTH_COMPONENT:
+            shape, kind = (height, width), numpy.float32
+        else:
+            shape, kind = (height, width, 3 if pixel_format == _RGB else 4), numpy.uint8
+        size = int(numpy.prod(shape)) * numpy.dtype(kind).itemsize
+        memory = (ctypes.c_ubyte * size).from_address(int(self.getImageData()))  # type: ignore[attr-defined]
+        memory.target = self  # type: ignore[attr-defined]  # whose memory it is
+        return numpy.frombuffer(memory, kind).reshape(shape)
+
+
+class SimpleDepthBufferLidar:
+    @property
+    def points(self) -> Any:
+        """The points of the last drawn frame as a NumPy array of its own: float32, shape (n, 3), metres."""
+        import numpy
+
+        return numpy.array(self.getScan(), dtype=numpy.float32).reshape(-1, 3)
 
 
 class ExampleApplicationListener:
