@@ -1,4 +1,8 @@
-"""Values and lists of values: iteration, copies, pickling and NumPy."""
+"""Values, lists of values, and texts by number: iteration, copies, pickling and NumPy."""
+
+from __future__ import annotations
+
+from collections.abc import Iterator
 
 from .numbers import Numbers
 
@@ -37,3 +41,14 @@ class Vec3Vector(Numbers): ...
 
 
 class Vec3fVector(Numbers): ...
+
+
+class StringTable:
+    def __iter__(self) -> Iterator[int]:
+        return iter(self.keys())  # type: ignore[attr-defined]
+
+    def items(self) -> list[tuple[int, str]]:
+        return [(key, self[key]) for key in self]  # type: ignore[index]
+
+    def __repr__(self) -> str:
+        return f"hyx.StringTable({dict(self.items())})"

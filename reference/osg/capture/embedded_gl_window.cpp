@@ -6,6 +6,7 @@
 #include "platform/hyxOSG/geometry_node.h"
 #include "platform/hyxOSG/scene_decorator.h"
 #include "platform/hyxSDK/simulation.h"
+#include "reference/osg/capture/embedded_events.h"
 #include "reference/osg/capture/host_context.h"
 
 #include <osg/GLObjects>
@@ -58,7 +59,7 @@ struct EmbeddedGLWindow::Impl {
     osg::ref_ptr<SceneDecorator> decorator;
     osg::ref_ptr<osg::Group> content = new osg::Group;
     osg::ref_ptr<osg::Group> visuals = new osg::Group;
-    hyx::ref_ptr<hyxSDK::Simulation> simulation;
+    osg::ref_ptr<EmbeddedEvents> events;
     osg::ref_ptr<osgGA::OrbitManipulator> freeCamera = createFreeCamera();
     osg::ref_ptr<osg::PolygonMode> polygonMode = new osg::PolygonMode;
     int width = 0;
@@ -66,7 +67,8 @@ struct EmbeddedGLWindow::Impl {
 };
 
 EmbeddedGLWindow::Impl::Impl()
-    : decorator(new SceneDecorator(640, 480)) {
+    : decorator(new SceneDecorator(640, 480))
+    , events(new EmbeddedEvents(viewer, decorator->getNonShadowedScene())) {
     content->setName("EmbeddedGLWindow root");
     content->setNodeMask(MAIN_SCENE_MASK | shadowMasks);
     content->addChild(visuals);
@@ -79,6 +81,7 @@ EmbeddedGLWindow::Impl::Impl()
     viewer->getCamera()->setClearMask(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_STENCIL_BUFFER_BIT);
     viewer->setSceneData(decorator);
     viewer->setCameraManipulator(freeCamera);
+    viewer->addEventHandler(events);
 }
 
 /// Deletes what lies in the host's context if that is the current one. Otherwise its names may mean other objects, so they
@@ -207,17 +210,17 @@ osgGA::EventQueue * EmbeddedGLWindow::getEventQueue() const {
 
 void EmbeddedGLWindow::setSimulation(hyxSDK::Simulation * simulation) {
     removeSimulation();
-    m_impl->simulation = simulation;
+    m_impl->events->setSimulation(simulation);
     createVisual(simulation, m_impl->visuals);
 }
 
 hyxSDK::Simulation * EmbeddedGLWindow::getSimulation() const {
-    return m_impl->simulation.get();
+    return m_impl->events->simulation();
 }
 
 void EmbeddedGLWindow::removeSimulation() {
     m_impl->visuals->removeChildren(0, m_impl->visuals->getNumChildren());
-    m_impl->simulation = nullptr;
+    m_impl->events->setSimulation(nullptr);
 }
 
 osg::Group const * EmbeddedGLWindow::getRoot() const {

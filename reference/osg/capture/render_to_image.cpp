@@ -3,13 +3,14 @@
 #include "platform/hyxOSG/render_to_image.h"
 
 #include "platform/hyx/notify.h"
+#include "reference/osg/capture/image_file.h"
 
 #include <osg/RenderInfo>
-#include <osgDB/WriteFile>
 
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <stdexcept>
 
 namespace hyxOSG {
 namespace {
@@ -56,12 +57,13 @@ unsigned char * RenderToImage::getImageData() const {
 
 bool RenderToImage::saveImage(hyx::String const & file) const {
     osg::ref_ptr<osg::Image> const image = bufferComponent() == DEPTH_BUFFER ? greyImage(*m_image) : m_image;
-    if (osgDB::writeImageFile(*image, file)) {
+    try {
+        writeImageFile(*image, file);
         return true;
+    } catch (std::runtime_error const & failure) {
+        hyx::Notify::instance().notify(hyx::Notify::NOTIFY_WARNING, failure.what());
+        return false;
     }
-    hyx::Notify::instance().notify(hyx::Notify::NOTIFY_WARNING,
-                                   "cannot write the image \"" + file + "\": is its folder there, and its extension one of an image format?");
-    return false;
 }
 
 void RenderToImage::allocatePixels(hyx::Vec2u size) {
