@@ -6,10 +6,9 @@ import _hyxOSG
 import hyx
 import hyxCollide
 import hyxOSG
-import hyxSDK
 import osg
 
-from conftest import BLUE, GREEN, RED
+from capture_stage import BLUE, GREEN, RED
 from egl_host import BLEND, CULL_FACE, DEPTH_TEST, GL, SCISSOR_TEST, Host
 
 Window = hyxOSG.EmbeddedGLWindow
@@ -184,11 +183,11 @@ def test_the_wheel_moves_nearer_and_away(host, scene):
     assert lit() == far
 
 
-class Recorder(hyxSDK.GuiEventListener):
+class Recorder(hyxOSG.GuiEventListener):
     """Remembers the input that a simulation's listener gets."""
 
     def __init__(self):
-        super().__init__(hyxSDK.GuiEventListener.ALL)
+        super().__init__(hyxOSG.GuiEventListener.ALL)
         self.events = []
 
     def keyboard(self, key, modifiers, x, y, down):

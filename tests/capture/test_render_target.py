@@ -10,7 +10,7 @@ import hyx
 import hyxOSG
 import osg
 
-from conftest import BLUE, GREEN, RED
+from capture_stage import BLUE, GREEN, RED
 
 Target = hyxOSG.RenderTarget
 DEPTH, COLOR = Target.DEPTH_BUFFER, Target.COLOR_BUFFER

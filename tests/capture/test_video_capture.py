@@ -11,7 +11,7 @@ from PIL import Image
 import hyx
 import hyxOSG
 
-from conftest import BLUE, GREEN, RED
+from capture_stage import BLUE, GREEN, RED
 from video_file import frame_count, frames, probe
 
 Video = hyxOSG.VideoFFMPEGPipeCapture
