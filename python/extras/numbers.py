@@ -29,5 +29,17 @@ class Numbers:
         return type(self), (tuple(self),)
 
 
+def component(index: int) -> property:
+    """A component of a value, by its name."""
+
+    def read(self: Any) -> float:
+        return self[index]
+
+    def write(self: Any, number: float) -> None:
+        self[index] = number
+
+    return property(read, write)
+
+
 def _plain(item: Any) -> Any:
     return tuple(item) if isinstance(item, Numbers) else item
