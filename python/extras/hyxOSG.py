@@ -2,9 +2,11 @@
 
 from __future__ import annotations
 
-from collections.abc import Iterator
-from types import TracebackType
-from typing import Any
+TYPE_CHECKING = False
+if TYPE_CHECKING:
+    from collections.abc import Iterator
+    from types import TracebackType
+    from typing import Any
 
 _DEPTH_COMPONENT, _RGB = 0x1902, 0x1907  # pixel formats of OpenGL
 

@@ -2,8 +2,10 @@
 
 from __future__ import annotations
 
-from collections.abc import Iterator
-from typing import Any
+TYPE_CHECKING = False  # for checkers only: importing `typing` would cost more than the whole package
+if TYPE_CHECKING:
+    from collections.abc import Iterator
+    from typing import Any
 
 
 class Numbers:

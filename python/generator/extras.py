@@ -29,7 +29,7 @@ def read_extras(folder: Path, package: Package) -> Extras:
         return Extras()
     extras = Extras(present=True)
     proxies = {proxy.name for proxy in package.classes}
-    for statement in ast.parse(path.read_text()).body:
+    for statement in _statements(ast.parse(path.read_text()).body):
         if isinstance(statement, ast.ClassDef) and statement.name in proxies:
             extras.class_attributes[statement.name] = dict(_attributes(statement))
             extras.class_bases[statement.name] = [ast.unparse(base) for base in statement.bases]
@@ -40,6 +40,15 @@ def read_extras(folder: Path, package: Package) -> Extras:
                 statement.module, statement.level = f"_hyx_extras.{statement.module}", 0
             extras.imports.append(statement)
     return extras
+
+
+def _statements(body: list[ast.stmt]):
+    """The statements of a file, those in `if TYPE_CHECKING` too."""
+    for statement in body:
+        if isinstance(statement, ast.If):
+            yield from _statements(statement.body)
+        else:
+            yield statement
 
 
 def _attributes(statement: ast.ClassDef):

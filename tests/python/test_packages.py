@@ -122,9 +122,10 @@ def test_the_stubs_are_sound_and_know_the_interface(tmp_path):
     command = [sys.executable, "-m", "mypy", "--no-error-summary", "--hide-error-context", "-p", "hyxOSG", "-p", "hyx"]
     environment = {"MYPYPATH": str(ROOT / "build" / "python"), "PATH": "/usr/bin:/bin", "MYPY_CACHE_DIR": str(tmp_path / "cache")}
     packages = subprocess.run(command, capture_output=True, text=True, env=environment, cwd=tmp_path)
-    assert packages.stdout == ""
-    checked = subprocess.run([*command[:5], str(script)], capture_output=True, text=True, env=environment, cwd=tmp_path).stdout
-    plain = checked.replace("hyxOSG.", "").replace("hyx.", "")
+    assert (packages.stdout, packages.stderr, packages.returncode) == ("", "", 0)
+    checked = subprocess.run([*command[:5], str(script)], capture_output=True, text=True, env=environment, cwd=tmp_path)
+    assert checked.stderr == ""
+    plain = checked.stdout.replace("hyxOSG.", "").replace("hyx.", "")
     assert "SceneDecorator" in plain and "None" in plain.splitlines()[0]
     assert 'has incompatible type "str"; expected "float"' in plain
     assert 'has incompatible type "Vec4f"; expected "Vec4"' in plain
