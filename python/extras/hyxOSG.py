@@ -73,28 +73,3 @@ class SimpleDepthBufferLidar:
         import numpy
 
         return numpy.array(self.getScan(), dtype=numpy.float32).reshape(-1, 3)
-
-
-class ExampleApplicationListener:
-    def __disown__(self) -> None:
-        """Lets the native listener keep this object alive."""
-        import _hyxOSG
-
-        _hyxOSG.disown_ExampleApplicationListener(self)
-
-
-class GuiEventListener:
-    def __disown__(self) -> None:
-        """Lets the native listener keep this object alive."""
-        import _hyxOSG
-
-        _hyxOSG.disown_GuiEventListener(self)
-
-
-class LidarOutputRendererColorFunctionCallback:
-    def __disown__(self) -> None:
-        """Lets the native callback keep this object alive; Python no longer deletes it."""
-        import _hyxOSG
-
-        self.this.disown()  # type: ignore[attr-defined]
-        _hyxOSG.disown_LidarOutputRendererColorFunctionCallback(self)

@@ -84,9 +84,7 @@ def _machinery_lines(proxy: ProxyClass, hints: TypeHints) -> list[str]:
     destructor, disown = proxy.machinery.get("destructor"), proxy.machinery.get("disown")
     if made and attached:
         text = _literal(docstring(made, hints, proxy.name, ""), 0)
-        options = ", director=True" if disown else ""
-        # Without a destructor the native object outlives the proxy, and its director's Python object must too.
-        options += f", disown={disown.flat}" if disown and not destructor else ""
+        options = f", disown={disown.flat}" if disown else ""
         signature = text_signature(made, True)
         lines.append(f"    __init__ = constructor({made.flat}, {attached.flat}, {signature!r}, {text}{options})")
     if destructor:

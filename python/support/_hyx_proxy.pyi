@@ -23,8 +23,6 @@ class constructor:
         attach: Any,
         signature: str | None = None,
         doc: str | None = None,
-        *,
-        director: bool = False,
         disown: Any = None,
     ) -> None: ...
 
