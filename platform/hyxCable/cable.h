@@ -46,7 +46,7 @@ public:
   CableProperties const & getProperties() const;
   void setGravity(hyx::Vec3 const & gravity);
   hyx::Vec3 getGravity() const;
-  /// Moves a fixed end (`first` or the last) to a point in metres, world; no effect on an end that rides on a body.
+  /// Lets a fixed end (`first` or the last) travel to a point in metres, world, within the next step; no effect on an end that rides on a body.
   void setEndPoint(bool first, hyx::Vec3 const & point);
   /// Turns the first end about the cable's axis, in radians against the last end, on top of what the bodies do.
   void setEndTwist(hyx::Real angle);

@@ -67,7 +67,7 @@ Real Cable::getRadius() const { return m_impl->radius; }
 CableProperties const & Cable::getProperties() const { return m_impl->properties; }
 void Cable::setGravity(Vec3 const & gravity) { m_impl->chain.gravity = gravity; }
 Vec3 Cable::getGravity() const { return m_impl->chain.gravity; }
-void Cable::setEndPoint(bool first, Vec3 const & point) { m_impl->route.moveEnd(m_impl->chain, first, point); }
+void Cable::setEndPoint(bool first, Vec3 const & point) { m_impl->route.moveEnd(first, point); }
 void Cable::setEndTwist(Real angle) {
   m_impl->endTwist = hyx::requireFinite(angle, "the twist of a cable");
 }
@@ -93,7 +93,7 @@ SegmentLoad Cable::getLoad(hyx::Index segment) const {
 void Cable::step(Real timeStep) {
   hyx::requirePositive(timeStep, "the time step of a cable");
   initialize();
-  m_impl->route.takeBodies(m_impl->chain);
+  m_impl->route.takePlaces(m_impl->chain, timeStep);
   m_impl->bodyTwist += (m_impl->turnRate(true) - m_impl->turnRate(false)) * timeStep;
   m_impl->chain.step(timeStep, substeps);
   m_impl->route.pullBodies(m_impl->chain);

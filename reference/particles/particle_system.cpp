@@ -54,6 +54,8 @@ struct ParticleSystem::Impl {
 
   void substep(Real h);
   void findPairs();
+  void partOverlaps();
+  void leaveObstacles(Real h);
   void separatePairs();
   void pushOutOfObstacles(Real h);
   void recordContacts(Real h);
@@ -187,6 +189,8 @@ void ParticleSystem::Impl::substep(Real h) {
     predicted.push_back(particle.position + particle.velocity * h);
   }
   findPairs();
+  partOverlaps();
+  leaveObstacles(h);
   for (int sweep = 0; sweep < sweepsPerSubstep; ++sweep) {
     separatePairs();
     pushOutOfObstacles(h);
@@ -216,6 +220,40 @@ void ParticleSystem::Impl::findPairs() {
   });
 }
 
+// Grains that were put into each other are parted without gaining speed: place and prediction move together.
+void ParticleSystem::Impl::partOverlaps() {
+  for (Pair const & pair : pairs) {
+    Particle & a = particles[pair.first];
+    Particle & b = particles[pair.second];
+    Vec3 const apart = a.position - b.position;
+    Real const distance = apart.length(), overlap = a.radius + b.radius - distance;
+    if (overlap <= 0)
+      continue;
+    // Grains in one and the same place are parted upwards.
+    Vec3 const shift = (distance > 0 ? apart / distance : Vec3(0, 0, 1)) * (overlap / (a.mass + b.mass));
+    a.position += shift * b.mass;
+    predicted[pair.first] += shift * b.mass;
+    b.position -= shift * a.mass;
+    predicted[pair.second] -= shift * a.mass;
+  }
+}
+
+// The same for grains that were put into an obstacle; what the obstacle's own motion did since the last step still drives them.
+void ParticleSystem::Impl::leaveObstacles(Real h) {
+  for (ref_ptr<ParticleObstacle> const & obstacle : obstacles)
+    for (std::size_t i = 0; i < particles.size(); ++i) {
+      ParticleObstacle::Surface surface;
+      if (!obstacle->find(particles[i].position, particles[i].radius, surface))
+        continue;
+      Real const driven = std::max(0.0, surface.velocity.dot(surface.normal)) * h * substepsPerStep;
+      Real const excess = particles[i].radius - surface.distance - driven;
+      if (excess <= 0)
+        continue;
+      particles[i].position += surface.normal * excess;
+      predicted[i] += surface.normal * excess;
+    }
+}
+
 // Takes the part of a sliding displacement away that dry friction holds back under a push.
 void ParticleSystem::Impl::rub(Vec3 & relative, Vec3 const & normal, Real push) const {
   Vec3 const sliding = relative - normal * relative.dot(normal);
@@ -233,7 +271,6 @@ void ParticleSystem::Impl::separatePairs() {
     Real const overlap = a.radius + b.radius - distance;
     if (overlap <= 0)
       continue;
-    // Grains in one and the same place are parted upwards.
     pair.normal = distance > 0 ? apart / distance : Vec3(0, 0, 1);
     pair.push += overlap;
     Real const shareA = b.mass / (a.mass + b.mass), shareB = 1 - shareA;

@@ -56,17 +56,19 @@ void ChainRoute::build(ChainSolver & chain, Real segmentLength, Real massPerLeng
   }
   chain.points.front().inverseMass = chain.points.back().inverseMass = 0;
   chain.tensions.assign(chain.restLengths.size(), 0);
-  takeBodies(chain);
 }
 
-void ChainRoute::takeBodies(ChainSolver & chain) const {
+void ChainRoute::takePlaces(ChainSolver & chain, Real timeStep) const {
   for (Place const & place : m_places) {
-    if (!place.body)
-      continue;
     ChainSolver::Point & point = chain.points[place.index];
-    point.position = place.getWorldPoint();
-    point.velocity = place.body->getPointVelocity(point.position);
-    point.inverseMass = moves(*place.body) ? 1 / place.body->getMass() : 0;
+    if (place.body) {
+      point.position = place.getWorldPoint();
+      point.velocity = place.body->getPointVelocity(point.position);
+      point.inverseMass = moves(*place.body) ? 1 / place.body->getMass() : 0;
+    } else if (place.isEnd(chain)) {
+      // A jump would be a blow that no cable bears.
+      point.velocity = (place.point - point.position) / timeStep;
+    }
   }
 }
 
@@ -76,15 +78,10 @@ void ChainRoute::pullBodies(ChainSolver const & chain) const {
       place.body->addForceAtPosition(chain.points[place.index].force, place.getWorldPoint());
 }
 
-bool ChainRoute::moveEnd(ChainSolver & chain, bool first, Vec3 const & point) {
+void ChainRoute::moveEnd(bool first, Vec3 const & point) {
   hyx::requireFinite(point, "a place on a route");
-  if (m_places.empty() || getEndBody(first))
-    return false;
-  Place & place = first ? m_places.front() : m_places.back();
-  place.point = point;
-  if (!chain.points.empty())
-    chain.points[place.index].position = point;
-  return true;
+  if (!m_places.empty() && !getEndBody(first))
+    (first ? m_places.front() : m_places.back()).point = point;
 }
 
 hyx::RigidBody * ChainRoute::getEndBody(bool first) const {

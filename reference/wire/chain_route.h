@@ -22,12 +22,12 @@ public:
   /// Lays points along the route, with segments of about `segmentLength` metres and `massPerLength` kg/m.
   /// Throws std::runtime_error for a route of fewer than two different places.
   void build(ChainSolver & chain, hyx::Real segmentLength, hyx::Real massPerLength);
-  /// Moves the attached points of the chain to their bodies.
-  void takeBodies(ChainSolver & chain) const;
+  /// Moves the attached points of the chain to their bodies, and lets the ends travel to their places within the next `timeStep` seconds.
+  void takePlaces(ChainSolver & chain, hyx::Real timeStep) const;
   /// Pulls at the bodies with what the chain did in its last step.
   void pullBodies(ChainSolver const & chain) const;
-  /// Moves the first or last place when it is a fixed one; false when it rides on a body.
-  bool moveEnd(ChainSolver & chain, bool first, hyx::Vec3 const & point);
+  /// Moves the first or last place, unless it rides on a body.
+  void moveEnd(bool first, hyx::Vec3 const & point);
   /// The body at the first or last place, null for a fixed one.
   hyx::RigidBody * getEndBody(bool first) const;
 
@@ -37,6 +37,7 @@ private:
     hyx::ref_ptr<hyx::RigidBody> body;
     std::size_t index = 0;  ///< of the chain's point
 
+    bool isEnd(ChainSolver const & chain) const { return index == 0 || index + 1 == chain.points.size(); }
     hyx::Vec3 getWorldPoint() const { return body ? body->getTransform().transformPoint(point) : point; }
   };
 

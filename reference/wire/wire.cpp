@@ -115,7 +115,7 @@ hyx::UInt Wire::getRevision() const { return m_impl->revision; }
 void Wire::step(Real timeStep) {
   hyx::requirePositive(timeStep, "the time step of a wire");
   initialize();
-  m_impl->route.takeBodies(m_impl->chain);
+  m_impl->route.takePlaces(m_impl->chain, timeStep);
   if (m_impl->winchSpeed != 0)
     m_impl->wind(m_impl->winchSpeed * timeStep);
   m_impl->chain.step(timeStep, m_impl->substeps);

@@ -57,44 +57,44 @@ void TerrainVoxels::update(VoxelLook const & look) {
   m_lines->dirtyBound();
 }
 
-// Boxes for the voxels with a value, coloured by its part of the largest one.
+// Boxes for the voxels with a value, coloured by its part of the largest one. Boxes that stand on the rock in one pile hide the sides
+// of those beside them.
 void TerrainVoxels::addBoxes(Value const & value, osg::Vec4 const & maximumColor) {
-  struct Box {
-    UInt x, y;
-    Voxel voxel;
-    double value;
-  };
+  UInt const nx = m_terrain.getNumColumnsX(), ny = m_terrain.getNumColumnsY();
   std::vector<Box> boxes;
+  std::vector<double> covered(nx * ny, -m_terrain.getDepth());
   double largest = 0;
-  for (UInt y = 0; y < m_terrain.getNumColumnsY(); ++y)
-    for (UInt x = 0; x < m_terrain.getNumColumnsX(); ++x)
-      for (Voxel const & voxel : m_terrain.getVoxels(x, y))
-        if (double const part = value(voxel); part > 0) {
-          boxes.push_back({x, y, voxel, part});
-          largest = std::max(largest, part);
-        }
+  for (UInt y = 0; y < ny; ++y)
+    for (UInt x = 0; x < nx; ++x)
+      for (Voxel const & voxel : m_terrain.getVoxels(x, y)) {
+        double const part = value(voxel), top = voxel.bottom + voxel.thickness;
+        if (part <= 0)
+          continue;
+        boxes.push_back({x, y, voxel.bottom, top, part});
+        largest = std::max(largest, part);
+        if (double & pile = covered[y * nx + x]; voxel.bottom <= pile)
+          pile = top;
+      }
   for (Box const & box : boxes) {
     auto const share = static_cast<float>(box.value / largest);
-    addBox(box.x, box.y, box.voxel, smallestColor * (1 - share) + maximumColor * share);
+    addBox(box, covered, smallestColor * (1 - share) + maximumColor * share);
   }
 }
 
-// Faces that lie against soil in the next column are left out; the lowest one, on the rock, too.
-void TerrainVoxels::addBox(UInt x, UInt y, Voxel const & voxel, osg::Vec4 const & color) {
+// Faces that lie against another box are left out; the lowest one, on the rock, too.
+void TerrainVoxels::addBox(Box const & box, std::vector<double> const & covered, osg::Vec4 const & color) {
+  UInt const nx = m_terrain.getNumColumnsX(), ny = m_terrain.getNumColumnsY();
   auto const size = static_cast<float>(m_terrain.getElementSize());
-  double const top = voxel.bottom + voxel.thickness;
-  osg::Vec3 const corner((static_cast<float>(x) - 0.5f) * size, (static_cast<float>(y) - 0.5f) * size, 0);
+  osg::Vec3 const corner((static_cast<float>(box.x) - 0.5f) * size, (static_cast<float>(box.y) - 0.5f) * size, 0);
   osg::Vec3 const alongX(size, 0, 0), alongY(0, size, 0);
-  osg::Vec3 const up(0, 0, static_cast<float>(top));
-  if (top >= m_terrain.getHeight(x, y) - 1e-6)
-    addFace(corner + up, alongX, alongY, color);
+  if (box.top >= covered[box.y * nx + box.x])
+    addFace(corner + osg::Vec3(0, 0, static_cast<float>(box.top)), alongX, alongY, color);
   auto const side = [&](long dx, long dy, osg::Vec3 const & from, osg::Vec3 const & along) {
-    long const nextX = static_cast<long>(x) + dx, nextY = static_cast<long>(y) + dy;
-    bool const outside = nextX < 0 || nextY < 0 || nextX >= static_cast<long>(m_terrain.getNumColumnsX()) ||
-                         nextY >= static_cast<long>(m_terrain.getNumColumnsY());
-    double const bottom = outside ? voxel.bottom : std::max(voxel.bottom, m_terrain.getHeight(nextX, nextY));
-    if (bottom < top - 1e-9)
-      addFace(from + osg::Vec3(0, 0, static_cast<float>(bottom)), along, osg::Vec3(0, 0, static_cast<float>(top - bottom)), color);
+    long const nextX = static_cast<long>(box.x) + dx, nextY = static_cast<long>(box.y) + dy;
+    bool const outside = nextX < 0 || nextY < 0 || nextX >= static_cast<long>(nx) || nextY >= static_cast<long>(ny);
+    double const bottom = outside ? box.bottom : std::max(box.bottom, covered[nextY * nx + nextX]);
+    if (bottom < box.top - 1e-9)
+      addFace(from + osg::Vec3(0, 0, static_cast<float>(bottom)), along, osg::Vec3(0, 0, static_cast<float>(box.top - bottom)), color);
   };
   side(0, -1, corner, alongX);
   side(1, 0, corner + alongX, alongY);

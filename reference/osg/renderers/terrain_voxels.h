@@ -8,6 +8,7 @@
 #include <osg/Group>
 
 #include <functional>
+#include <vector>
 
 namespace hyxOSG {
 
@@ -35,8 +36,14 @@ public:
 private:
   using Value = std::function<double(hyxTerrain::Voxel const &)>;
 
+  struct Box {
+    hyx::UInt x, y;
+    double bottom, top;
+    double value;
+  };
+
   void addBoxes(Value const & value, osg::Vec4 const & maximumColor);
-  void addBox(hyx::UInt x, hyx::UInt y, hyxTerrain::Voxel const & voxel, osg::Vec4 const & color);
+  void addBox(Box const & box, std::vector<double> const & covered, osg::Vec4 const & color);
   void addFace(osg::Vec3 const & a, osg::Vec3 const & u, osg::Vec3 const & v, osg::Vec4 const & color);
   void addEdges();
   void addVelocities(osg::Vec4 const & color);
