@@ -18,6 +18,9 @@ namespace {
 
 constexpr int substepsPerStep = 2;
 constexpr int sweepsPerSubstep = 4;
+constexpr int mostPartings = 10;
+/// Overlap in radii that is left to the contacts.
+constexpr Real toleratedOverlap = 0.01;
 
 Real sphereVolume(Real radius) { return 4.0 / 3.0 * std::numbers::pi * radius * radius * radius; }
 
@@ -54,8 +57,8 @@ struct ParticleSystem::Impl {
 
   void substep(Real h);
   void findPairs();
-  void partOverlaps();
-  void leaveObstacles(Real h);
+  bool partOverlaps();
+  bool leaveObstacles(Real h);
   void separatePairs();
   void pushOutOfObstacles(Real h);
   void recordContacts(Real h);
@@ -189,8 +192,11 @@ void ParticleSystem::Impl::substep(Real h) {
     predicted.push_back(particle.position + particle.velocity * h);
   }
   findPairs();
-  partOverlaps();
-  leaveObstacles(h);
+  bool apart = false;
+  for (int round = 0; round < mostPartings && !apart; ++round) {
+    bool const parted = partOverlaps(), left = leaveObstacles(h);
+    apart = !parted && !left;
+  }
   for (int sweep = 0; sweep < sweepsPerSubstep; ++sweep) {
     separatePairs();
     pushOutOfObstacles(h);
@@ -220,15 +226,17 @@ void ParticleSystem::Impl::findPairs() {
   });
 }
 
-// Grains that were put into each other are parted without gaining speed: place and prediction move together.
-void ParticleSystem::Impl::partOverlaps() {
+// Grains that were put into each other are parted without gaining speed: place and prediction move together. Whether there were any.
+bool ParticleSystem::Impl::partOverlaps() {
+  bool parted = false;
   for (Pair const & pair : pairs) {
     Particle & a = particles[pair.first];
     Particle & b = particles[pair.second];
     Vec3 const apart = a.position - b.position;
     Real const distance = apart.length(), overlap = a.radius + b.radius - distance;
-    if (overlap <= 0)
+    if (overlap <= toleratedOverlap * a.radius)
       continue;
+    parted = true;
     // Grains in one and the same place are parted upwards.
     Vec3 const shift = (distance > 0 ? apart / distance : Vec3(0, 0, 1)) * (overlap / (a.mass + b.mass));
     a.position += shift * b.mass;
@@ -236,10 +244,12 @@ void ParticleSystem::Impl::partOverlaps() {
     b.position -= shift * a.mass;
     predicted[pair.second] -= shift * a.mass;
   }
+  return parted;
 }
 
 // The same for grains that were put into an obstacle; what the obstacle's own motion did since the last step still drives them.
-void ParticleSystem::Impl::leaveObstacles(Real h) {
+bool ParticleSystem::Impl::leaveObstacles(Real h) {
+  bool left = false;
   for (ref_ptr<ParticleObstacle> const & obstacle : obstacles)
     for (std::size_t i = 0; i < particles.size(); ++i) {
       ParticleObstacle::Surface surface;
@@ -247,11 +257,13 @@ void ParticleSystem::Impl::leaveObstacles(Real h) {
         continue;
       Real const driven = std::max(0.0, surface.velocity.dot(surface.normal)) * h * substepsPerStep;
       Real const excess = particles[i].radius - surface.distance - driven;
-      if (excess <= 0)
+      if (excess <= toleratedOverlap * particles[i].radius)
         continue;
+      left = true;
       particles[i].position += surface.normal * excess;
       predicted[i] += surface.normal * excess;
     }
+  return left;
 }
 
 // Takes the part of a sliding displacement away that dry friction holds back under a push.

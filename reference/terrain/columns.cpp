@@ -81,18 +81,22 @@ void Columns::settle(std::size_t c, Real part) {
 void Columns::compact(std::size_t c, Real pressure) {
   Column & column = m_columns[c];
   settle(c, 1);
-  splitAt(column, 2 * elementSize);
+  // What was pressed before has a boundary there already, a little higher than it was.
+  if (!hasBoundary(column, 2 * elementSize / densest, 2 * elementSize))
+    splitAt(column, 2 * elementSize);
+  // Depths are those of the soil as it was laid, so that the same load presses no further a second time.
   Real depth = 0;
   for (int i = column.count - 1; i >= 0; --i) {
     Layer & layer = column.layers[i];
     SoilMaterial const & material = materials[layer.material];
-    Real const middle = depth + 0.5 * layer.thickness;
-    depth += layer.thickness;
+    Real const laid = layer.mass / (material.density * area);
+    Real const middle = depth + 0.5 * laid;
+    depth += laid;
     Real const spread = 1 + middle / elementSize;
     Real const ratio = pressure / (spread * spread) / material.firstPressure;
     if (ratio > 1) {
       Real const reached = std::min(1 + material.compressibility * std::log10(ratio), densest);
-      if (Real const now = compaction(layer); reached > now)
+      if (Real const now = compaction(layer); reached > now * (1 + 1e-12))
         layer.thickness *= now / reached;
     }
   }
@@ -157,6 +161,13 @@ void Columns::mergeMostAlike(Column & column) {
   low = {low.mass + high.mass, low.thickness + high.thickness, high.mass > low.mass ? high.material : low.material};
   std::copy(column.layers.begin() + best + 2, column.layers.begin() + column.count, column.layers.begin() + best + 1);
   --column.count;
+}
+
+bool Columns::hasBoundary(Column const & column, Real from, Real to) const {
+  Real depth = 0;
+  for (int i = column.count - 1; i >= 0 && depth < from; --i)
+    depth += column.layers[i].thickness;
+  return depth >= from && depth <= to * (1 + 1e-9);
 }
 
 // Cuts the layer that reaches across `depth` metres below the top of the layers.

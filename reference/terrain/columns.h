@@ -76,6 +76,7 @@ private:
   void push(Column & column, Layer const & layer);
   void mergeMostAlike(Column & column);
   void splitAt(Column & column, hyx::Real depth);
+  bool hasBoundary(Column const & column, hyx::Real from, hyx::Real to) const;
   Layer layerOf(Soil const & soil, hyx::Real compaction) const;
   void refresh(std::size_t c);
 

@@ -12,6 +12,9 @@ using hyx::Vec3;
 
 namespace {
 
+/// Part of the distance between a body and the chain's point on it that is made up for in a step.
+constexpr Real bodyCorrection = 0.2;
+
 bool moves(hyx::RigidBody const & body) { return body.getMotionControl() == hyx::RigidBody::DYNAMICS && body.isEnabled(); }
 
 }
@@ -58,16 +61,21 @@ void ChainRoute::build(ChainSolver & chain, Real segmentLength, Real massPerLeng
   chain.tensions.assign(chain.restLengths.size(), 0);
 }
 
+// The chain keeps its own idea of where a body is and makes up for the difference through the velocity. Taking the body's place as it is would
+// strain a stiff chain by what the two ways of integrating differ, which is enough to shake the body.
 void ChainRoute::takePlaces(ChainSolver & chain, Real timeStep) const {
   for (Place const & place : m_places) {
     ChainSolver::Point & point = chain.points[place.index];
-    if (place.body) {
-      point.position = place.getWorldPoint();
-      point.velocity = place.body->getPointVelocity(point.position);
-      point.inverseMass = moves(*place.body) ? 1 / place.body->getMass() : 0;
+    Vec3 const target = place.getWorldPoint();
+    if (place.body && moves(*place.body)) {
+      point.inverseMass = 1 / place.body->getMass();
+      point.velocity = place.body->getPointVelocity(target) + (target - point.position) * (bodyCorrection / timeStep);
+    } else if (place.body) {
+      point.inverseMass = 0;
+      point.velocity = place.body->getPointVelocity(target) + (target - point.position) / timeStep;
     } else if (place.isEnd(chain)) {
       // A jump would be a blow that no cable bears.
-      point.velocity = (place.point - point.position) / timeStep;
+      point.velocity = (target - point.position) / timeStep;
     }
   }
 }

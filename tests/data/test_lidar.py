@@ -11,8 +11,9 @@ import hyxSDK
 import hyxSensor
 
 
+@pytest.fixture
 def world():
-    """A wall at x = 5 and the ground one metre below the scanner."""
+    """A wall at x = 5 and the ground one metre below the origin."""
     simulation = hyxSDK.Simulation()
     wall = hyxCollide.Geometry(hyxCollide.Box(0.5, 10, 10))
     wall.setLocalPosition(hyx.Vec3(5.5, 0, 0))
@@ -30,32 +31,34 @@ def scanner(simulation, rings=1, rays=1, across=0.0, up=0.0, frame=None):
     return lidar
 
 
-def test_one_ray_measures_the_wall():
-    lidar = scanner(world())
+def test_one_ray_measures_the_wall(world):
+    lidar = scanner(world)
     assert lidar.scan() == 1
     (hit,) = lidar.getHits()
     assert hit.distance == pytest.approx(5) and hit.position.x == pytest.approx(5) and hit.ring == 0
     assert 0 < hit.intensity <= 1
 
 
-def test_a_fan_measures_every_angle():
-    lidar = scanner(world(), rays=31, across=1.0)
+def test_a_fan_measures_every_angle(world):
+    lidar = scanner(world, rays=31, across=1.0)
     lidar.scan()
-    for i, (x, y, z) in enumerate(lidar.getPoints().tolist()):
+    points = lidar.getPoints().tolist()
+    assert len(points) == 31
+    for i, (x, y, z) in enumerate(points):
         angle = i / 30 - 0.5
         assert x == pytest.approx(5, abs=1e-4) and y == pytest.approx(5 * math.tan(angle), abs=1e-4)
         assert lidar.getDistances()[i] == pytest.approx(5 / math.cos(angle), rel=1e-4)
 
 
-def test_slanting_light_comes_back_weaker():
-    lidar = scanner(world(), rays=3, across=1.6)
+def test_slanting_light_comes_back_weaker(world):
+    lidar = scanner(world, rays=3, across=1.6)
     lidar.scan()
     left, middle, right = lidar.getIntensities().tolist()
     assert left == pytest.approx(right) and left < 0.75 * middle
 
 
-def test_rings_count_from_the_lowest():
-    lidar = scanner(world(), rings=5, rays=8, across=0.2, up=1.2)
+def test_rings_count_from_the_lowest(world):
+    lidar = scanner(world, rings=5, rays=8, across=0.2, up=1.2)
     lidar.scan()
     hits = lidar.getHits()
     low, high = (statistics.mean(hit.position.z for hit in hits if hit.ring == ring) for ring in (0, 4))
@@ -64,8 +67,8 @@ def test_rings_count_from_the_lowest():
     assert sorted(set(lidar.getRings().tolist())) == [0, 1, 2, 3, 4]
 
 
-def test_out_of_range_is_no_hit():
-    lidar = scanner(world())
+def test_out_of_range_is_no_hit(world):
+    lidar = scanner(world)
     lidar.setRange(hyx.RangeReal(0.1, 4))
     assert lidar.scan() == 0
     lidar.setRange(hyx.RangeReal(6, 20))
@@ -74,8 +77,8 @@ def test_out_of_range_is_no_hit():
     assert lidar.scan() == 1
 
 
-def test_noise_has_the_stated_size_and_repeats_with_the_seed():
-    lidar = scanner(world(), rays=800, across=0.01)
+def test_noise_has_the_stated_size_and_repeats_with_the_seed(world):
+    lidar = scanner(world, rays=800, across=0.01)
     lidar.setDistanceNoise(0.05)
     lidar.setSeed(7)
     lidar.scan()
@@ -87,13 +90,12 @@ def test_noise_has_the_stated_size_and_repeats_with_the_seed():
     assert lidar.getDistances().tolist() == first
 
 
-def test_the_scanner_rides_on_its_frame_and_ignores_its_body():
-    simulation = world()
+def test_the_scanner_rides_on_its_frame_and_ignores_its_body(world):
     mount = hyx.RigidBody(hyxCollide.Geometry(hyxCollide.Sphere(0.5)))
     mount.setMotionControl(hyx.RigidBody.KINEMATICS)
     mount.setPosition(hyx.Vec3(2, 0, 0))
-    simulation.add(mount)
-    lidar = scanner(simulation, frame=mount.getFrame())
+    world.add(mount)
+    lidar = scanner(world, frame=mount.getFrame())
     lidar.setIgnoredBody(mount)
     lidar.scan()
     assert lidar.getHits()[0].distance == pytest.approx(3)
@@ -102,17 +104,16 @@ def test_the_scanner_rides_on_its_frame_and_ignores_its_body():
     assert lidar.getHits()[0].distance == pytest.approx(1)
 
 
-def test_a_scan_is_made_at_its_rate():
-    simulation = world()
-    lidar = scanner(simulation)
+def test_a_scan_is_made_at_its_rate(world):
+    lidar = scanner(world)
     lidar.setScanRate(10.0)
     revisions = []
     for _ in range(60):
-        simulation.step()
+        world.step()
         revisions.append(lidar.getRevision())
     assert len(set(revisions)) == pytest.approx(10, abs=1)
     lidar.setEnable(False)
-    simulation.step()
+    world.step()
     assert lidar.getRevision() == revisions[-1]
 
 
