@@ -21,7 +21,7 @@ class SceneDecorator;
 ///
 /// The host owns the OpenGL context and makes it current before `init`, `resize`, `frame` and the destruction of the window; the
 /// window draws into the frame buffer that is bound then. The host also steps the simulation, forwards its input and swaps its
-/// buffers. Positions of the mouse are pixels from the upper left corner. Several windows may live beside each other.
+/// buffers. Positions of the mouse are pixels from the upper left corner of the rectangle drawn. Several windows may live beside each other.
 class EmbeddedGLWindow {
 public:
     /// Node mask bits of the parts of the scene.
@@ -39,7 +39,7 @@ public:
     EmbeddedGLWindow(EmbeddedGLWindow const &) = delete;
     EmbeddedGLWindow & operator=(EmbeddedGLWindow const &) = delete;
 
-    /// Sets up the viewer for a rectangle of the host's window, in pixels. False when a size is not positive, or it is already set up.
+    /// Sets up the viewer for a rectangle of the host's frame buffer, in pixels from its lower left corner. False when a size is not positive, or it is already set up.
     /// Throws `std::runtime_error` when no OpenGL context is current.
     bool init(int x, int y, int width, int height);
     /// Follows a change of the host's window; sizes below one pixel are ignored, as when it is minimised.
@@ -90,9 +90,9 @@ public:
 
     /// Moves the camera so that the whole scene is seen.
     void fitSceneIntoView();
-    /// The radius in metres of the sphere around what a group holds; null means the whole scene, an empty one gives 0.
+    /// The radius in metres of a sphere around what a group holds (of its bounding boxes, so up to 1.74 times the smallest); null means the whole scene, an empty one gives 0.
     float getSceneRadius(osg::Group * group) const;
-    /// Lets the camera follow a node, seen from `eye` metres away from its middle; null returns to the free camera.
+    /// Lets the camera follow the origin of a node, seen from `eye` metres away from it; null returns to the free camera.
     void setOrbitCamera(GeometryNode * node, hyx::Vec3 const & eye);
 
     /// Draws polygons as 0x1B00 points, 0x1B01 lines or 0x1B02 filled (the numbers of OpenGL); throws `std::invalid_argument` for others.

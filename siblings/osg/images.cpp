@@ -68,6 +68,8 @@ osg::Image *cube_side(osg::TextureCubeMap &self, unsigned int side)
 }
 osg::Image *texture_image(osg::Texture2D &self) { return self.getImage(); }
 void set_texture_image(osg::Texture2D &self, osg::Image *image) { self.setImage(image); }
+int texture_width(osg::Texture2D const &self) { return self.getTextureWidth(); }
+int texture_height(osg::Texture2D const &self) { return self.getTextureHeight(); }
 bool repeats(osg::Texture2D const &self) { return self.getWrap(osg::Texture::WRAP_S) == osg::Texture::REPEAT; }
 
 unsigned long count(osg::ImageVector const &self) { return self.size(); }
@@ -99,6 +101,8 @@ constexpr Declared functions[] = {
     FUNCTION(new_Texture2D, NEW(osg::Texture2D, ()), NEW(osg::Texture2D, (osg::Image *))),
     FUNCTION(Texture2D_getImage, SHARED_NODE(osg::Image, ADAPTER(osg::Texture2D, getImage, texture_image, ()))),
     FUNCTION(Texture2D_setImage, ADAPTER(osg::Texture2D, setImage, set_texture_image, (osg::Image *))),
+    FUNCTION(Texture2D_getTextureWidth, ADAPTER(osg::Texture2D, getTextureWidth, texture_width, () const)),
+    FUNCTION(Texture2D_getTextureHeight, ADAPTER(osg::Texture2D, getTextureHeight, texture_height, () const)),
     FUNCTION(Texture2D_isRepeating, ADAPTER(osg::Texture2D, isRepeating, repeats, () const)),
     SHARED_CLASS_ROWS(osg::Texture2D, Texture2D),
     FUNCTION(new_TextureCubeMap, NEW(osg::TextureCubeMap, ())),

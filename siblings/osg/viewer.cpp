@@ -15,6 +15,9 @@ osg::Matrixd view_matrix(osg::Camera const &self) { return self.getViewMatrix();
 osg::Matrixd projection_matrix(osg::Camera const &self) { return self.getProjectionMatrix(); }
 void set_view_matrix(osg::Camera &self, osg::Matrixd const &matrix) { self.setViewMatrix(matrix); }
 void set_projection_matrix(osg::Camera &self, osg::Matrixd const &matrix) { self.setProjectionMatrix(matrix); }
+void set_final_draw_callback(osg::Camera &self, osg::Camera::DrawCallback *callback) { self.setFinalDrawCallback(callback); }
+unsigned int cull_mask(osg::Camera const &self) { return self.getCullMask(); }
+void set_cull_mask(osg::Camera &self, unsigned int mask) { self.setCullMask(mask); }
 osg::Vec4f clear_color(osg::Camera const &self) { return self.getClearColor(); }
 unsigned int width(osg::Viewport const &self) { return static_cast<unsigned int>(self.width()); }
 unsigned int height(osg::Viewport const &self) { return static_cast<unsigned int>(self.height()); }
@@ -42,6 +45,10 @@ constexpr Declared functions[] = {
     FUNCTION(Camera_setProjectionMatrixAsOrtho,
              METHOD(osg::Camera, setProjectionMatrixAsOrtho, (double, double, double, double, double, double))),
     FUNCTION(Camera_setClearColor, METHOD(osg::Camera, setClearColor, (osg::Vec4f const &))),
+    FUNCTION(Camera_setFinalDrawCallback,
+             ADAPTER(osg::Camera, setFinalDrawCallback, set_final_draw_callback, (osg::Camera::DrawCallback *))),
+    FUNCTION(Camera_getCullMask, ADAPTER(osg::Camera, getCullMask, cull_mask, () const)),
+    FUNCTION(Camera_setCullMask, ADAPTER(osg::Camera, setCullMask, set_cull_mask, (unsigned int))),
     FUNCTION(Camera_getClearColor, ADAPTER(osg::Camera, getClearColor, clear_color, () const)),
     FUNCTION(Camera_setViewport, METHOD(osg::Camera, setViewport, (int, int, int, int))),
     FUNCTION(Camera_getViewport, SHARED_NODE(osg::Viewport, METHOD(osg::Camera, getViewport, ()))),

@@ -6,12 +6,12 @@
 #include "platform/hyxOSG/geometry_node.h"
 #include "platform/hyxOSG/scene_decorator.h"
 #include "platform/hyxSDK/simulation.h"
+#include "reference/osg/app/follow_manipulator.h"
 #include "reference/osg/capture/embedded_events.h"
 #include "reference/osg/capture/host_context.h"
 
 #include <osg/GLObjects>
 #include <osg/PolygonMode>
-#include <osgGA/NodeTrackerManipulator>
 #include <osgGA/OrbitManipulator>
 #include <osgViewer/Viewer>
 
@@ -25,6 +25,8 @@ namespace {
 
 constexpr unsigned shadowMasks = 64 | 128;
 constexpr double fieldOfView = 45;
+/// Turning the wheel up comes nearer.
+constexpr double wheelZoom = -0.1;
 /// What a wheel reports for one notch, in the toolkits that count eighths of a degree.
 constexpr int wheelNotch = 120;
 
@@ -36,8 +38,7 @@ osg::ref_ptr<osgGA::OrbitManipulator> createFreeCamera() {
     osg::ref_ptr<osgGA::OrbitManipulator> manipulator = new osgGA::OrbitManipulator;
     manipulator->setAllowThrow(false);
     manipulator->setVerticalAxisFixed(true);
-    // Turning the wheel up comes nearer.
-    manipulator->setWheelZoomFactor(-0.1);
+    manipulator->setWheelZoomFactor(wheelZoom);
     manipulator->setAutoComputeHomePosition(false);
     manipulator->setHomePosition(osg::Vec3d(6, -9, 5), osg::Vec3d(0, 0, 0), osg::Z_AXIS);
     return manipulator;
@@ -49,7 +50,7 @@ struct EmbeddedGLWindow::Impl {
     Impl();
     ~Impl();
 
-    void setRectangle(int width, int height);
+    void setRectangle(int x, int y, int width, int height);
     void requireWindow() const;
     osgGA::EventQueue & queue() const;
 
@@ -100,9 +101,12 @@ EmbeddedGLWindow::Impl::~Impl() {
     }
 }
 
-void EmbeddedGLWindow::Impl::setRectangle(int newWidth, int newHeight) {
+/// osg takes the corner for the window's place on the screen and draws from (0, 0).
+void EmbeddedGLWindow::Impl::setRectangle(int x, int y, int newWidth, int newHeight) {
     width = newWidth;
     height = newHeight;
+    viewer->getCamera()->setViewport(x, y, width, height);
+    window->getEventQueue()->getCurrentEventState()->setWindowRectangle(x, y, width, height);
     decorator->updateWindowSize(width, height);
 }
 
@@ -132,7 +136,7 @@ bool EmbeddedGLWindow::init(int x, int y, int width, int height) {
     }
     m_impl->window = m_impl->viewer->setUpViewerAsEmbeddedInWindow(x, y, width, height);
     m_impl->viewer->getCamera()->setProjectionMatrixAsPerspective(fieldOfView, double(width) / height, 0.1, 1000);
-    m_impl->setRectangle(width, height);
+    m_impl->setRectangle(x, y, width, height);
     m_impl->viewer->realize();
     m_impl->viewer->home();
     return true;
@@ -145,7 +149,7 @@ void EmbeddedGLWindow::resize(int x, int y, int width, int height) {
     }
     m_impl->queue().windowResize(x, y, width, height);
     m_impl->window->resized(x, y, width, height);
-    m_impl->setRectangle(width, height);
+    m_impl->setRectangle(x, y, width, height);
 }
 
 void EmbeddedGLWindow::frame() {
@@ -276,14 +280,14 @@ void EmbeddedGLWindow::setOrbitCamera(GeometryNode * node, hyx::Vec3 const & eye
         throw std::invalid_argument("the camera needs a place away from the middle of what it follows");
     }
     bool const vertical = (offset ^ osg::Z_AXIS).length() < 1e-6 * offset.length();
-    osg::ref_ptr<osgGA::NodeTrackerManipulator> const tracker = new osgGA::NodeTrackerManipulator;
-    tracker->setTrackNode(node);
-    tracker->setTrackerMode(osgGA::NodeTrackerManipulator::NODE_CENTER);
-    tracker->setAllowThrow(false);
-    tracker->setAutoComputeHomePosition(false);
-    tracker->setHomePosition(offset, osg::Vec3d(0, 0, 0), vertical ? osg::Y_AXIS : osg::Z_AXIS);
-    m_impl->viewer->setCameraManipulator(tracker, false);
-    tracker->setTransformation(offset, osg::Vec3d(0, 0, 0), vertical ? osg::Y_AXIS : osg::Z_AXIS);
+    osg::Vec3d const up = vertical ? osg::Y_AXIS : osg::Z_AXIS;
+    osg::ref_ptr<FollowManipulator> const follower = new FollowManipulator(node, FollowManipulator::POSITION);
+    follower->setAllowThrow(false);
+    follower->setWheelZoomFactor(wheelZoom);
+    follower->setAutoComputeHomePosition(false);
+    follower->setHomePosition(offset, osg::Vec3d(0, 0, 0), up);
+    follower->setTransformation(offset, osg::Vec3d(0, 0, 0), up);
+    m_impl->viewer->setCameraManipulator(follower, false);
 }
 
 void EmbeddedGLWindow::setPolygonMode(int mode) {

@@ -39,16 +39,10 @@ std::vector<std::string> encoderCommand(EncoderSettings const & settings) {
         "-f", "rawvideo", "-pixel_format", "rgb24",
         "-video_size", std::to_string(settings.width) + "x" + std::to_string(settings.height),
         "-framerate", rateText(settings.imageRate), "-i", "pipe:0",
-        "-an", "-c:v", settings.encoderName, "-r", rateText(settings.videoRate)};
+        "-an", "-c:v", settings.encoderName, "-pix_fmt", settings.rgb ? "rgb24" : "yuv420p",
+        // The filter repeats and leaves out frames evenly; the option "-r" would add some at the end.
+        "-vf", "fps=" + rateText(settings.videoRate) + (settings.rgb ? "" : ",pad=ceil(iw/2)*2:ceil(ih/2)*2")};
     addQuality(settings, command);
-    if (settings.rgb) {
-        command.insert(command.end(), {"-pix_fmt", "rgb24"});
-    } else {
-        command.insert(command.end(), {"-pix_fmt", "yuv420p"});
-        if (settings.width % 2 != 0 || settings.height % 2 != 0) {
-            command.insert(command.end(), {"-vf", "pad=ceil(iw/2)*2:ceil(ih/2)*2"});
-        }
-    }
     // What is encoded is in the file at once, and not lost with the encoder.
     command.insert(command.end(), {"-flush_packets", "1"});
     if (settings.file.ends_with(".mkv")) {
