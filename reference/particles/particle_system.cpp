@@ -52,6 +52,7 @@ struct ParticleSystem::Impl {
   NeighbourGrid grid;
   std::vector<Vec3> predicted;
   std::vector<Vec3> spin;
+  Real fastest = 0;  ///< m/s of grains and surfaces in this substep
   std::vector<Pair> pairs;
   std::vector<Touch> touches;
 
@@ -185,11 +186,13 @@ void ParticleSystem::postStep(TimeStamp, Real timeStep) { step(timeStep); }
 
 void ParticleSystem::Impl::substep(Real h) {
   predicted.clear();
+  fastest = 0;
   spin.assign(particles.size(), Vec3());
   touches.clear();
   for (Particle & particle : particles) {
     particle.velocity += gravity * h;
     predicted.push_back(particle.position + particle.velocity * h);
+    fastest = std::max(fastest, particle.velocity.length());
   }
   findPairs();
   bool apart = false;
@@ -204,6 +207,9 @@ void ParticleSystem::Impl::substep(Real h) {
   for (std::size_t i = 0; i < particles.size(); ++i) {
     Particle & particle = particles[i];
     particle.velocity = (predicted[i] - particle.position) / h;
+    // Dull contacts make nothing faster than the fastest was; what is, was pressed out of an overlap.
+    if (Real const speed = particle.velocity.length(); speed > fastest)
+      particle.velocity *= fastest / speed;
     particle.position = predicted[i];
     if (Real const angle = spin[i].length(); angle > 0)
       particle.rotation = (particle.rotation * Quat(angle, spin[i])).normal();
@@ -303,6 +309,7 @@ void ParticleSystem::Impl::pushOutOfObstacles(Real h) {
       if (!obstacle->find(predicted[i], radius, surface) || surface.distance >= radius)
         continue;
       Real const push = radius - surface.distance;
+      fastest = std::max(fastest, surface.velocity.length());
       Vec3 slide = predicted[i] - particles[i].position - surface.velocity * h;
       Vec3 const rolled = slide - surface.normal * slide.dot(surface.normal);
       rub(slide, surface.normal, push);

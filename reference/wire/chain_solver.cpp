@@ -15,14 +15,17 @@ constexpr Real slackStiffness = 1e-3;
 
 }
 
-void ChainSolver::step(Real timeStep, hyx::UInt substeps) {
+void ChainSolver::step(Real timeStep, hyx::UInt substeps, Real growth) {
   Real const h = timeStep / substeps;
   Real const kept = std::exp(-damping * h);
   std::size_t const count = points.size();
   tensions.assign(count - 1, 0);
   m_impulse.assign(count, Vec3());
   std::vector<Vec3> before(count);
+  Real const partGrowth = std::pow(growth, 1.0 / static_cast<Real>(substeps));
   for (hyx::UInt k = 0; k < substeps; ++k) {
+    for (Real & rest : restLengths)
+      rest *= partGrowth;
     for (std::size_t i = 0; i < count; ++i) {
       Point & point = points[i];
       before[i] = point.position;

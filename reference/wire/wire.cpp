@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <numbers>
+#include <numeric>
 #include <stdexcept>
 
 namespace hyxWire {
@@ -31,7 +32,7 @@ struct Wire::Impl {
   hyx::UInt revision = 0;
   std::vector<Vec3> positions;
 
-  void wind(Real length);
+  Real growth(Real timeStep) const;
   void publish();
 };
 
@@ -94,10 +95,7 @@ void Wire::setWinchSpeed(Real speed) {
 Real Wire::getWinchSpeed() const { return m_impl->winchSpeed; }
 
 Real Wire::getRestLength() const {
-  Real length = 0;
-  for (Real rest : m_impl->chain.restLengths)
-    length += rest;
-  return length;
+  return std::accumulate(m_impl->chain.restLengths.begin(), m_impl->chain.restLengths.end(), 0.0);
 }
 Real Wire::getCurrentLength() const { return m_impl->chain.length(); }
 
@@ -116,9 +114,7 @@ void Wire::step(Real timeStep) {
   hyx::requirePositive(timeStep, "the time step of a wire");
   initialize();
   m_impl->route.takePlaces(m_impl->chain, timeStep);
-  if (m_impl->winchSpeed != 0)
-    m_impl->wind(m_impl->winchSpeed * timeStep);
-  m_impl->chain.step(timeStep, m_impl->substeps);
+  m_impl->chain.step(timeStep, m_impl->substeps, m_impl->growth(timeStep));
   m_impl->route.pullBodies(m_impl->chain);
   m_impl->publish();
 }
@@ -132,14 +128,10 @@ void Wire::setSimulation(hyxSDK::Simulation * simulation) {
 void Wire::preStep(hyx::TimeStamp, Real timeStep) { step(timeStep); }
 
 // The winch lengthens or shortens all segments alike, so that the number of points stays; a tenth of the laid length is left on the way in.
-void Wire::Impl::wind(Real length) {
-  Real total = 0;
-  for (Real rest : chain.restLengths)
-    total += rest;
-  Real const shortest = 0.1 * segmentLength * chain.restLengths.size();
-  Real const factor = std::max(total + length, shortest) / total;
-  for (Real & rest : chain.restLengths)
-    rest *= factor;
+Real Wire::Impl::growth(Real timeStep) const {
+  Real const total = std::accumulate(chain.restLengths.begin(), chain.restLengths.end(), 0.0);
+  Real const shortest = std::min(total, 0.1 * segmentLength * static_cast<Real>(chain.restLengths.size()));
+  return std::max(total + winchSpeed * timeStep, shortest) / total;
 }
 
 void Wire::Impl::publish() {
