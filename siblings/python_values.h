@@ -102,15 +102,16 @@ template <class Value, class List> void read_values(PyObject *iterable, List &li
     }
 }
 
-// For FINISHED: the object behind a pointer result lives as long as its Python object.
+// For FINISHED: the object behind a pointer result lives as long as its Python object. Only an object that was made as an
+// owner may own, so the borrowing one is replaced.
 template <class T> PyObject *share(PyObject *result, wrappers::Call const &)
 {
     SwigPyObject *const handle = SWIG_Python_GetSwigThis(result);
-    if (handle && !handle->own) {
-        static_cast<T *>(handle->ptr)->reference();
-        handle->own = 1;
-    }
-    return result;
+    if (!handle || handle->own)
+        return result;
+    auto *object = static_cast<T *>(handle->ptr);
+    Py_DECREF(result);
+    return to_shared(object);
 }
 
 } // namespace siblings

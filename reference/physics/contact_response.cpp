@@ -57,7 +57,7 @@ void makeForceless(btManifoldPoint & point) {
 void respond(btManifoldPoint & point, ContactMaterial const & material) {
   point.m_combinedFriction = material.getFriction();
   point.m_combinedRestitution = material.getRestitution();
-  point.m_combinedRollingFriction = material.getRollingResistance();
+  point.m_combinedSpinningFriction = material.getRollingResistance();
   point.m_contactPointFlags &= ~BT_CONTACT_FLAG_CONTACT_STIFFNESS_DAMPING;
   if (std::isfinite(material.getStiffness())) {
     point.m_combinedContactStiffness1 = material.getStiffness();
@@ -69,7 +69,7 @@ void respond(btManifoldPoint & point, ContactMaterial const & material) {
 void respond(btManifoldPoint & point, Material const * first, Material const * second) {
   point.m_combinedFriction = ContactMaterial::combinedFriction(first, second);
   point.m_combinedRestitution = ContactMaterial::combinedRestitution(first, second);
-  point.m_combinedRollingFriction = ContactMaterial::combinedRollingResistance(first, second);
+  point.m_combinedSpinningFriction = ContactMaterial::combinedRollingResistance(first, second);
 }
 
 bool contactAdded(btManifoldPoint & point, btCollisionObjectWrapper const * wrapper0, int, int, btCollisionObjectWrapper const * wrapper1, int, int) {

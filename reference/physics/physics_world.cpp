@@ -6,6 +6,7 @@
 #include "reference/physics/constraint_implementation.h"
 #include "reference/physics/contact_response.h"
 #include "reference/physics/rigid_body_implementation.h"
+#include "reference/physics/rolling_resistance.h"
 #include "reference/physics/soft_row_solver.h"
 
 #include <BulletCollision/BroadphaseCollision/btDbvtBroadphase.h>
@@ -14,6 +15,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <stdexcept>
 
 namespace hyx {
@@ -214,6 +216,11 @@ StepTimes PhysicsWorld::step(Real timeStep) {
     constraint->inWorld = works;
     constraint->prepare(timeStep);
   }
+  // Bullet takes deep penetration back without a force, which would let bodies sink through soft contacts.
+  bool const soft = std::any_of(contactMaterials.begin(), contactMaterials.end(),
+                                [](auto const & entry) { return std::isfinite(entry.second->getStiffness()); });
+  m_world->getSolverInfo().m_splitImpulse = !soft;
+  applyRollingResistance(*m_dispatcher, timeStep);
   m_world->times = {};
   m_world->stepSimulation(timeStep, 0);
   for (Constraint::Implementation * constraint : m_constraints)

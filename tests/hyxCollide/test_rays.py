@@ -1,0 +1,90 @@
+"""Rays find what is in their way."""
+
+import math
+
+import hyx
+import hyxCollide
+import pytest
+from physics_scene import body, box, ground, simulation
+
+UP, DOWN = hyx.Vec3(0, 0, 10), hyx.Vec3(0, 0, -10)
+
+
+def test_a_ray_meets_the_nearest_geometry():
+    near, far = box(0.5, (0, 0, 3), name="near"), box(0.5, (0, 0, 1), name="far")
+    world = simulation(ground(), far, near)
+    space = world.getSpace()
+    hit = space.castRay(UP, DOWN)
+    assert hit.isValid() and hit.getGeometry().getRigidBody().getName() == "near"
+    assert tuple(hit.point) == pytest.approx((0, 0, 3.5))
+    assert tuple(hit.normal) == pytest.approx((0, 0, 1))
+    assert hit.distance == pytest.approx(6.5)
+    assert [round(h.distance, 6) for h in space.castRayAll(UP, DOWN)] == [6.5, 8.5, 10]
+    assert space.castRay(UP, DOWN, near).distance == pytest.approx(8.5)
+
+
+def test_a_ray_that_meets_nothing_is_not_valid():
+    world = simulation(box(0.5))
+    space = world.getSpace()
+    for start, end in ((hyx.Vec3(5, 0, 5), hyx.Vec3(5, 0, -5)), (UP, hyx.Vec3(0, 0, 1)), (UP, UP)):
+        hit = space.castRay(start, end)
+        assert not hit.isValid() and hit.getGeometry() is None
+
+
+@pytest.mark.parametrize("shape, top", [
+    (hyxCollide.Sphere(0.5), 0.5), (hyxCollide.Cylinder(0.5, 1), 0.5), (hyxCollide.Capsule(0.5, 1), 0.5),
+    (hyxCollide.Trimesh([(-1, -1, 0.2), (1, -1, 0.2), (0, 1, 0.2)], [0, 1, 2]), 0.2),
+    (hyxCollide.HeightField(5, 5, 2, 2, [0.3] * 25), 0.3), (hyxCollide.Plane(0.0, 0.0, 1.0, -0.4), 0.4),
+])
+def test_a_ray_meets_the_surface_of_every_shape(shape, top):
+    world = simulation(body(shape, control=hyx.RigidBody.STATIC))
+    hit = world.getSpace().castRay(UP, DOWN)
+    assert hit.point.z == pytest.approx(top, abs=2e-3)
+
+
+def test_rays_tell_apart_the_geometries_of_one_body():
+    both = hyx.RigidBody()
+    for name, x in (("left", -2), ("right", 2)):
+        both.add(hyxCollide.Geometry(hyxCollide.Sphere(0.5), name), hyx.AffineMatrix4x4(hyx.Vec3(x, 0, 0)))
+    both.setPosition(hyx.Vec3(0, 0, 1))
+    world = simulation(both)
+    space = world.getSpace()
+    for name, x in (("left", -2), ("right", 2)):
+        hit = space.castRay(hyx.Vec3(x, 0, 5), hyx.Vec3(x, 0, -5))
+        assert hit.getGeometry().getName() == name and hit.point.z == pytest.approx(1.5)
+
+
+def test_rays_follow_moved_turned_and_removed_bodies_at_once():
+    plate = body(hyxCollide.Box(2, 0.1, 0.5), (0, 0, 0))
+    world = simulation(plate)
+    start, end = hyx.Vec3(0, 1.5, 5), hyx.Vec3(0, 1.5, -5)
+    assert not world.getSpace().castRay(start, end).isValid()
+    plate.setRotation(hyx.Quat(math.pi / 2, hyx.Vec3(0, 0, 1)))
+    assert world.getSpace().castRay(start, end).isValid()
+    plate.setPosition(hyx.Vec3(0, 0, 2))
+    assert world.getSpace().castRay(start, end).point.z == pytest.approx(2.5)
+    plate.getGeometries()[0].setEnableCollisions(False)
+    assert not world.getSpace().castRay(start, end).isValid()
+    plate.getGeometries()[0].setEnableCollisions(True)
+    world.remove(plate)
+    assert not world.getSpace().castRay(start, end).isValid()
+
+
+def test_rays_see_changed_heights_as_the_field_computes_them():
+    field = hyxCollide.HeightField(21, 21, 10, 20)
+    world = simulation(hyxCollide.Geometry(field))
+    space = world.getSpace()
+    field.setHeights([math.sin(0.7 * i) * math.cos(0.9 * j) for j in range(21) for i in range(21)])
+    for x, y in ((-4.9, -9.8), (0.1, 0.2), (1.31, -7.77), (4.4, 9.1)):
+        hit = space.castRay(hyx.Vec3(x, y, 5), hyx.Vec3(x, y, -5))
+        assert hit.point.z == pytest.approx(field.getHeightAt(x, y), abs=1e-9)
+
+
+def test_geometries_are_found_by_the_space_they_take():
+    near, far = box(0.5, name="near"), box(0.5, (5, 0, 0), name="far")
+    world = simulation(near, far)
+    space = world.getSpace()
+    found = space.findGeometries(hyx.Vec3(-1, -1, -1), hyx.Vec3(1, 1, 1))
+    assert [g.getRigidBody().getName() for g in found] == ["near"]
+    assert len(space.findGeometries(hyx.Vec3(-1, -1, -1), hyx.Vec3(5, 1, 1))) == 2
+    assert len(space.getGeometries()) == 2

@@ -1,0 +1,35 @@
+"""Short words for the scenes of the physics tests."""
+
+import hyx
+import hyxCollide
+import hyxSDK
+
+GRAVITY = 9.80665
+
+
+def body(shape, position=(0, 0, 0), mass=None, control=hyx.RigidBody.DYNAMICS, name=""):
+    made = hyx.RigidBody(hyxCollide.Geometry(shape), name)
+    made.setMotionControl(control)
+    made.setPosition(hyx.Vec3(position))
+    if mass is not None:
+        made.setMass(mass)
+    return made
+
+
+def box(half, position=(0, 0, 0), **options):
+    return body(hyxCollide.Box(half, half, half), position, **options)
+
+
+def ground():
+    return body(hyxCollide.Plane(), control=hyx.RigidBody.STATIC, name="ground")
+
+
+def simulation(*objects):
+    made = hyxSDK.Simulation()
+    for one in objects:
+        made.add(one)
+    return made
+
+
+def run(simulation, seconds):
+    simulation.stepTo(simulation.getTimeStamp() + seconds)
