@@ -1,6 +1,7 @@
 #include "reference/osg/decorator/decorator_lights.h"
 
 #include <algorithm>
+#include <string>
 
 namespace hyxOSG::decorator {
 namespace {
@@ -44,8 +45,12 @@ DecoratorLights::DecoratorLights() : m_group(new osg::Group) {
 }
 
 void DecoratorLights::applyModes(osg::StateSet & state) const {
-    for (int i = 0; i < count; ++i)
-        state.setMode(GL_LIGHT0 + i, m_enabled & (1u << i) ? osg::StateAttribute::ON : osg::StateAttribute::OFF);
+    for (int i = 0; i < count; ++i) {
+        bool const on = m_enabled & (1u << i);
+        state.setMode(GL_LIGHT0 + i, on ? osg::StateAttribute::ON : osg::StateAttribute::OFF);
+        // Programs cannot read modes.
+        state.getOrCreateUniform("hyx_lightOff" + std::to_string(i), osg::Uniform::BOOL)->set(!on);
+    }
 }
 
 void DecoratorLights::setComputed(unsigned int mask, bool computed) {

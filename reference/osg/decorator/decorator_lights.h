@@ -23,7 +23,7 @@ public:
 
     void setEnabled(unsigned int mask) { m_enabled = mask & 7u; }
     unsigned int enabled() const { return m_enabled; }
-    /// Writes the modes of all lights into the state that the lit scene inherits.
+    /// Writes the modes of all lights, and the uniforms that tell programs of them, into the state that the lit scene inherits.
     void applyModes(osg::StateSet & state) const;
 
     void setComputed(unsigned int mask, bool computed);

@@ -14,6 +14,7 @@ char const * const fragmentSource = R"(
 uniform sampler2D hyx_baseTexture;
 uniform bool hyx_lit;
 uniform bool hyx_receivesShadow;
+uniform bool hyx_lightOff0, hyx_lightOff1, hyx_lightOff2; // a node's own switches
 
 vec3 eyePosition() { return gl_TexCoord[EYE_POSITION].xyz; }
 vec3 eyeNormal() { return normalize(gl_TexCoord[EYE_NORMAL].xyz); }
@@ -110,7 +111,7 @@ void main()
 )";
 
 char const * const lightSource = R"(
-        {
+        if (!hyx_lightOffINDEX) {
             vec4 way = incidence(gl_LightSource[INDEX]);
             float facing = max(dot(normal, way.xyz), 0.0);
             vec3 matt = gl_LightSource[INDEX].diffuse.rgb * (way.w * facing);

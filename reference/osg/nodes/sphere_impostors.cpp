@@ -69,6 +69,8 @@ vec3 light(gl_LightSourceParameters source, vec3 n) {
 }
 
 void main() {
+    if (tint.a == 0.0) // hidden by a clip plane
+        discard;
     vec3 n = across;
     if (form != 2) {
         if (form == 0)
