@@ -1,0 +1,75 @@
+"""A box hanging in front of a camera without gravity, and the events of its off-screen window."""
+import numpy
+from PIL import Image
+
+import hyx
+import hyxCollide
+import hyxOSG
+import hyxSDK
+
+WIDTH, HEIGHT = 320, 240
+CENTER = (WIDTH / 2, HEIGHT / 2)
+CONTROL_LEFT = 0xFFE3
+
+
+class Playground:
+    def __init__(self, folder):
+        self.file = str(folder / "picture.png")
+        self.app = hyxOSG.ExampleApplication()
+        self.app.init(None)
+        self.simulation = hyxSDK.Simulation()
+        self.simulation.setGravity(hyx.Vec3(0, 0, 0))
+        self.app.initSimulation(self.simulation)
+        self.app.initViewer(WIDTH, HEIGHT, True)
+        self.geometry = hyxCollide.Geometry(hyxCollide.Box(0.5, 0.5, 0.5))
+        self.body = hyx.RigidBody(self.geometry)
+        self.simulation.add(self.body)
+        hyxOSG.createVisual(self.body, self.app.getSceneRoot())
+        self.app.setCameraHome(hyx.Vec3(0, -10, 0), hyx.Vec3(0, 0, 0))
+        self.listeners = []
+        self.frame()
+
+    def reset(self):
+        for listener in self.listeners:
+            self.simulation.remove(listener)
+        self.listeners.clear()
+        self.body.setMotionControl(hyx.RigidBody.DYNAMICS)
+        self.body.setPosition(hyx.Vec3(0, 0, 0))
+        self.body.setRotation(hyx.Quat())
+        self.body.setVelocity(hyx.Vec3(0, 0, 0))
+        self.body.setAngularVelocity(hyx.Vec3(0, 0, 0))
+        handler = self.app.getPickHandler()
+        handler.reset()
+        handler.setSimulation(self.simulation)
+        handler.setCamera(self.app.getCamera())
+        handler.setActivateModKeyMask(12)
+        handler.setActivateMouseButton(1)
+        self.frame()
+
+    def listen(self, listener):
+        self.simulation.add(listener)
+        self.listeners.append(listener)
+        return listener
+
+    @property
+    def events(self):
+        """The window's own queue: what is put here takes the road of every real event. Its Y runs upwards."""
+        return self.app.getViewer().getEventQueue()
+
+    def frame(self, count=1):
+        timer = hyx.HighAccuracyTimer()
+        for _ in range(count):
+            self.app.executeOneStepWithGraphics(timer)
+
+    def picture(self):
+        self.app.takeScreenShot(self.file)
+        return numpy.asarray(Image.open(self.file).convert("RGB")).astype(int)
+
+    def new_handler(self):
+        handler = hyxOSG.PickHandler(self.app.getViewer(), self.app.getSceneRoot())
+        handler.setSimulation(self.simulation)
+        return handler
+
+
+def numbers(vector):
+    return numpy.array([vector.x, vector.y, vector.z])

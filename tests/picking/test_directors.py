@@ -1,0 +1,345 @@
+"""Python subclasses stand in for native virtual functions: what they get, what they may return, and how they may fail.
+
+`native(listener)` is another proxy of the same native object. A call through it is a virtual call, as the library makes
+it; a call through the listener itself runs the native implementation.
+"""
+import gc
+import sys
+import weakref
+
+import pytest
+
+import _hyxOSG
+import hyx
+import hyxOSG
+import osg
+
+ARGUMENTS = {
+    "printSubtree": (), "setContext": (None,), "rebind": (), "addObject": (None, True), "removeObject": (None,), "setMask": (3,),
+    "addNotification": (), "removeNotification": (), "mouseDragged": (1, 2.0, 3.0), "mouseMoved": (2.0, 3.0),
+    "mouse": (1, 0, 2.0, 3.0), "keyboard": (65, 4, 2.0, 3.0, True), "update": (2.0, 3.0),
+    "setInverseTransform": (hyx.AffineMatrix4x4(),),
+}
+RAISING = ("printSubtree", "setContext", "rebind", "addObject", "removeObject", "setMask", "setInverseTransform")
+BOOL = ("mouseDragged", "mouseMoved", "mouse", "keyboard")
+SIGNATURES = {
+    "mouseDragged": "mouseDragged(hyxSDK::GuiEventListener::MouseButtonMask, float, float)",
+    "mouseMoved": "mouseMoved(float, float)",
+    "mouse": "mouse(hyxSDK::GuiEventListener::MouseButtonMask, hyxSDK::GuiEventListener::MouseState, float, float)",
+    "keyboard": "keyboard(int, unsigned int, float, float, bool)",
+}
+
+
+def native(listener):
+    base = next(cls for cls in type(listener).__mro__ if cls.__module__ == "hyxOSG")
+    alias = base.__new__(base)
+    alias.this = listener.this
+    return alias
+
+
+def overriding(*names, answer=None, base=hyxOSG.GuiEventListener):
+    """A class that overrides these methods, which write their arguments down."""
+
+    def make(name):
+        def method(self, *arguments):
+            self.calls.append((name, arguments))
+            return answer(self, *arguments) if callable(answer) else answer
+
+        return method
+
+    return type("Overriding", (base,), {"calls": [], **{name: make(name) for name in names}})
+
+
+@pytest.mark.parametrize("name", ARGUMENTS)
+def test_each_virtual_function_reaches_its_override(name):
+    listener = overriding(name, answer=True)()
+    listener.calls.clear()
+    result = getattr(native(listener), name)(*ARGUMENTS[name])
+    assert [call[0] for call in listener.calls] == [name]
+    given = listener.calls[0][1]
+    if name == "setInverseTransform":
+        assert given[0] == ARGUMENTS[name][0]
+    else:
+        assert given == ARGUMENTS[name]
+        assert [type(value) for value in given] == [type(value) for value in ARGUMENTS[name]]
+    assert result is (True if name in BOOL else None)
+
+
+@pytest.mark.parametrize("name", ARGUMENTS)
+def test_what_is_not_overridden_runs_the_native_function_once(name, capfd):
+    class Plain(hyxOSG.GuiEventListener):
+        pass
+
+    listener = Plain()
+    result = getattr(native(listener), name)(*ARGUMENTS[name])
+    assert result is (False if name in BOOL else None)
+    if name == "setMask":
+        assert listener.getMask() == 3
+
+
+def test_an_override_can_call_the_native_function():
+    class Doubling(hyxOSG.GuiEventListener):
+        def setMask(self, mask):
+            super().setMask(2 * mask)
+
+    listener = Doubling()
+    native(listener).setMask(4)
+    assert listener.getMask() == 8
+
+
+def test_objects_are_handed_on_as_proxies():
+    seen = []
+
+    class Keeper(hyxOSG.GuiEventListener):
+        def addObject(self, thing, replace):
+            seen.append((thing, replace))
+
+        def setInverseTransform(self, matrix):
+            seen.append(matrix.getTranslate())
+
+    listener = Keeper()
+    body = hyx.RigidBody("carried")
+    native(listener).addObject(body, False)
+    assert seen[0][0] == body and seen[0][1] is False
+    native(listener).setInverseTransform(hyx.AffineMatrix4x4.translate(1, 2, 3) if hasattr(hyx.AffineMatrix4x4, "translate")
+                                         else hyx.AffineMatrix4x4(hyx.Vec3(1, 2, 3)))
+    assert tuple(seen[1]) == (1, 2, 3)
+
+
+@pytest.mark.parametrize("name", RAISING)
+def test_an_error_in_a_raising_method_reaches_the_caller(name):
+    def fail(self, *arguments):
+        raise KeyError(name)
+
+    with pytest.raises(KeyError, match=name):
+        getattr(native(overriding(name, answer=fail)()), name)(*ARGUMENTS[name])
+
+
+@pytest.mark.parametrize("name", [name for name in ARGUMENTS if name not in RAISING])
+def test_an_error_in_a_reporting_method_is_printed_once_and_goes_no_further(name, capfd):
+    def fail(self, *arguments):
+        raise ValueError("this one " + name)
+
+    result = getattr(native(overriding(name, answer=fail)()), name)(*ARGUMENTS[name])
+    assert result is (False if name in BOOL else None)
+    assert capfd.readouterr().err.count("ValueError: this one " + name) == 1
+
+
+@pytest.mark.parametrize("answer", [1, 0, None, "yes"])
+@pytest.mark.parametrize("name", BOOL)
+def test_only_a_bool_is_a_bool(name, answer):
+    with pytest.raises(TypeError) as refused:
+        getattr(native(overriding(name, answer=answer)()), name)(*ARGUMENTS[name])
+    assert str(refused.value) == (
+        "SWIG director type mismatch : Python code called by 'virtual bool SwigDirector_GuiEventListener::"
+        f"{SIGNATURES[name]}' has wrong output value type. Expected bool.")
+
+
+@pytest.mark.parametrize("name", ["update", "rebind"])
+def test_other_results_are_dropped(name):
+    listener = overriding(name, answer=object())()
+    assert getattr(native(listener), name)(*ARGUMENTS[name]) is None
+
+
+def test_none_makes_a_plain_listener():
+    plain = _hyxOSG.new_GuiEventListener(None)
+    assert _hyxOSG.disown_GuiEventListener(plain) is None
+
+
+@pytest.mark.parametrize("cls", [hyxOSG.GuiEventListener, hyxOSG.ExampleApplicationListener,
+                                 hyxOSG.LidarOutputRendererColorFunctionCallback])
+def test_disowning_keeps_the_python_object_once(cls):
+    disown = getattr(_hyxOSG, "disown_" + cls.__name__)
+    new = getattr(_hyxOSG, "new_" + cls.__name__)
+
+    class Target:
+        pass
+
+    target = Target()
+    bare = new(target)
+    count = sys.getrefcount(target)
+    assert disown(bare) is None
+    assert sys.getrefcount(target) == count + 1
+    disown(bare)
+    assert sys.getrefcount(target) == count + 1
+    assert disown(None) is None
+    with pytest.raises(TypeError, match=f"in method 'disown_{cls.__name__}', argument 1 of type 'hyxOSG::{cls.__name__} \\*'"):
+        disown(target)
+
+
+def test_an_object_without_its_method_is_an_error_of_the_call():
+    class Bare:
+        pass
+
+    target = Bare()
+    bare = _hyxOSG.new_GuiEventListener(target)
+    alias = hyxOSG.GuiEventListener.__new__(hyxOSG.GuiEventListener)
+    alias.this = bare
+    with pytest.raises(AttributeError, match="rebind"):
+        alias.rebind()
+
+
+def test_a_director_whose_python_object_died_is_plain():
+    class Bare:
+        def mouseMoved(self, x, y):
+            return True
+
+    target = Bare()
+    alias = hyxOSG.GuiEventListener.__new__(hyxOSG.GuiEventListener)
+    alias.this = _hyxOSG.new_GuiEventListener(target)
+    assert alias.mouseMoved(1.0, 2.0) is True
+    del target
+    gc.collect()
+    assert alias.mouseMoved(1.0, 2.0) is False
+    alias.update(1.0, 2.0)
+    alias.printSubtree()
+
+
+def test_a_listener_may_leave_its_simulation_in_a_callback(playground):
+    class Leaving(hyxOSG.GuiEventListener):
+        def update(self, x, y):
+            playground.simulation.remove(self)
+            left.append(True)
+
+    left = []
+    playground.simulation.add(Leaving(31))
+    gc.collect()
+    playground.frame(3)
+    assert left == [True]
+
+
+def test_joining_and_leaving_are_told(playground):
+    listener = overriding("addNotification", "removeNotification")()
+    playground.simulation.add(listener)
+    playground.simulation.remove(listener)
+    assert [call[0] for call in listener.calls] == ["addNotification", "removeNotification"]
+
+
+def test_application_listener_is_told_of_frames(playground, capfd):
+    class Frames(hyxOSG.ExampleApplicationListener):
+        def __init__(self):
+            super().__init__()
+            self.calls = []
+
+        def preFrame(self, app):
+            self.calls.append(("pre", app == playground.app))
+            if len(self.calls) > 20:
+                raise ValueError("enough frames")
+
+        def postFrame(self, app):
+            self.calls.append(("post", app == playground.app))
+
+    frames = Frames()
+    playground.app.addListener(frames)
+    playground.frame(2)
+    assert frames.calls[:4] == [("pre", True), ("post", True)] * 2
+    playground.frame(12)
+    assert "ValueError: enough frames" in capfd.readouterr().err
+    assert frames.calls[-1] == ("post", True), "the frame went on"
+    frames.preFrame = lambda app: None
+
+
+def colors(answer):
+    class Colors(hyxOSG.LidarOutputRendererColorFunctionCallback):
+        def getLidarPointColor(self, intensity):
+            return answer(intensity)
+
+    return Colors()
+
+
+def ask(callback, intensity):
+    return native(callback).getLidarPointColor(intensity)
+
+
+def test_lidar_colors_come_from_python():
+    callback = colors(lambda x: osg.Vec4(x, 0.25, 0.5, 1))
+    color = ask(callback, 0.75)
+    assert [color[i] for i in range(4)] == [0.75, 0.25, 0.5, 1]
+    assert callback.getColorFunction() is not None
+
+
+@pytest.mark.parametrize("answer", [(1, 0, 0, 1), None, 3])
+def test_what_is_no_color_is_refused(answer):
+    with pytest.raises(TypeError) as refused:
+        ask(colors(lambda x: answer), 0.5)
+    assert str(refused.value) == "SWIG director type mismatch in output value of type 'osg::Vec4'"
+
+
+def test_an_error_in_the_color_reaches_the_caller():
+    with pytest.raises(ZeroDivisionError):
+        ask(colors(lambda x: 1 / 0), 0.5)
+
+
+def test_not_overriding_the_color_gives_the_native_one():
+    class Plain(hyxOSG.LidarOutputRendererColorFunctionCallback):
+        pass
+
+    color = ask(Plain(), 0.5)
+    assert [color[i] for i in range(3)] == [0.5, 0.5, 0.5]
+
+
+def test_a_color_callback_may_delete_itself():
+    class Deleting(hyxOSG.LidarOutputRendererColorFunctionCallback):
+        def getLidarPointColor(self, intensity):
+            _hyxOSG.delete_LidarOutputRendererColorFunctionCallback(self)
+            return osg.Vec4(1, 2, 3, 4)
+
+    color = ask(Deleting(), 0.5)
+    assert [color[i] for i in range(4)] == [1, 2, 3, 4]
+
+
+def test_deleted_color_callbacks_free_their_python_object():
+    callback = colors(lambda x: None)
+    seen = weakref.ref(callback)
+    del callback
+    gc.collect()
+    assert seen() is None
+
+
+def resident_pages():
+    with open("/proc/self/statm") as numbers:
+        return int(numbers.read().split()[1])
+
+
+@pytest.mark.parametrize("name", ["update", "mouse", "setMask", "addObject"])
+def test_ten_thousand_rounds_leave_nothing_behind(name):
+    listener = overriding(name, answer=True)()
+    alias = native(listener)
+    thing = hyx.RigidBody("thing")
+    arguments = (thing, False) if name == "addObject" else ARGUMENTS[name]
+
+    def rounds(count):
+        for _ in range(count):
+            getattr(alias, name)(*arguments)
+            listener.calls.clear()
+
+    rounds(1000)
+    gc.collect()
+    counts = [sys.getrefcount(value) for value in (listener, alias, thing, True, None)]
+    pages = resident_pages()
+    rounds(10000)
+    gc.collect()
+    assert [sys.getrefcount(value) for value in (listener, alias, thing)] == counts[:3]
+    assert resident_pages() - pages < 100
+
+
+def test_ten_thousand_failures_leave_nothing_behind():
+    def fail(self, *arguments):
+        raise KeyError("setMask")
+
+    listener = overriding("setMask", answer=fail)()
+    alias = native(listener)
+
+    def rounds(count):
+        for _ in range(count):
+            with pytest.raises(KeyError):
+                alias.setMask(3)
+            listener.calls.clear()
+
+    rounds(500)
+    gc.collect()
+    count, pages = sys.getrefcount(listener), resident_pages()
+    rounds(10000)
+    gc.collect()
+    assert sys.getrefcount(listener) == count
+    assert resident_pages() - pages < 200
