@@ -24,7 +24,7 @@ constexpr unsigned int leftOutBit = 0x80;
 constexpr float shadowBrightness = 0.45f;
 
 // After the scene's own bins, in this order.
-enum Bin { COUNTING_BIN = 60, LEAVING_OUT_BIN = 61, DARKENING_BIN = 62 };
+enum Bin { STARTING_BIN = 59, COUNTING_BIN = 60, LEAVING_OUT_BIN = 61, DARKENING_BIN = 62 };
 
 constexpr auto forced = osg::StateAttribute::ON | osg::StateAttribute::OVERRIDE;
 
@@ -100,10 +100,12 @@ osg::ref_ptr<osg::Geometry> createCover(osg::Stencil * stencil, bool darkens, in
     return cover;
 }
 
-osg::Stencil * clearingStencil(unsigned int bits) {
+// Passes where one of the bits is set, and clears the written ones.
+osg::Stencil * clearingStencil(unsigned int bits, unsigned int written) {
     auto * stencil = new osg::Stencil;
     stencil->setFunction(osg::Stencil::NOTEQUAL, 0, bits);
     stencil->setOperation(osg::Stencil::KEEP, osg::Stencil::ZERO, osg::Stencil::ZERO);
+    stencil->setWriteMask(written);
     return stencil;
 }
 
@@ -143,8 +145,9 @@ private:
 
 ShadowVolume::ShadowVolume(osg::LightSource * light)
     : m_light(light), m_counting(createCountingState()),
-      m_darkening(createCover(clearingStencil(countBits), true, DARKENING_BIN)),
-      m_leavingOut(createCover(clearingStencil(leftOutBit), false, LEAVING_OUT_BIN)) {}
+      m_starting(createCover(clearingStencil(countBits, countBits), false, STARTING_BIN)),
+      m_leavingOut(createCover(clearingStencil(leftOutBit, ~0u), false, LEAVING_OUT_BIN)),
+      m_darkening(createCover(clearingStencil(countBits, ~0u), true, DARKENING_BIN)) {}
 
 ShadowVolume::~ShadowVolume() = default;
 
@@ -182,8 +185,8 @@ void ShadowVolume::cull(osgUtil::CullVisitor & visitor) {
         _shadowedScene->getChild(i)->accept(casters);
     visitor.popStateSet();
     visitor.popStateSet();
-    m_leavingOut->accept(visitor);
-    m_darkening->accept(visitor);
+    for (osg::Geometry * cover : {m_starting.get(), m_leavingOut.get(), m_darkening.get()})
+        cover->accept(visitor);
 }
 
 osg::Geometry * ShadowVolume::meshOf(osg::Drawable & drawable) {
@@ -207,7 +210,7 @@ void ShadowVolume::resizeGLObjectBuffers(unsigned int maxSize) {
     for (auto const & [drawable, entry] : m_meshes)
         if (entry.mesh)
             entry.mesh->resizeGLObjectBuffers(maxSize);
-    for (osg::Geometry * cover : {m_darkening.get(), m_leavingOut.get()})
+    for (osg::Geometry * cover : {m_starting.get(), m_leavingOut.get(), m_darkening.get()})
         cover->resizeGLObjectBuffers(maxSize);
     m_counting->resizeGLObjectBuffers(maxSize);
 }
@@ -216,7 +219,7 @@ void ShadowVolume::releaseGLObjects(osg::State * state) const {
     for (auto const & [drawable, entry] : m_meshes)
         if (entry.mesh)
             entry.mesh->releaseGLObjects(state);
-    for (osg::Geometry const * cover : {m_darkening.get(), m_leavingOut.get()})
+    for (osg::Geometry const * cover : {m_starting.get(), m_leavingOut.get(), m_darkening.get()})
         cover->releaseGLObjects(state);
     m_counting->releaseGLObjects(state);
 }

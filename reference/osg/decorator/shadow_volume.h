@@ -48,8 +48,9 @@ private:
 
     osg::observer_ptr<osg::LightSource> m_light;
     osg::ref_ptr<osg::StateSet> m_counting;
-    osg::ref_ptr<osg::Geometry> m_darkening;
+    osg::ref_ptr<osg::Geometry> m_starting; ///< clears what the scene itself left in the counting bits
     osg::ref_ptr<osg::Geometry> m_leavingOut;
+    osg::ref_ptr<osg::Geometry> m_darkening;
     std::map<osg::Drawable const *, Mesh> m_meshes;
 };
 

@@ -112,7 +112,10 @@ void setEnableLight(bool enable, int light, osg::Node * node) {
     if (!node)
         return;
     auto const value = enable ? setByScript : setByScript & ~osg::StateAttribute::ON;
-    writableStateSet(*node).setMode(GL_LIGHT0 + static_cast<GLenum>(light), value);
+    osg::StateSet & state = writableStateSet(*node);
+    state.setMode(GL_LIGHT0 + static_cast<GLenum>(light), value);
+    // Programs cannot read modes.
+    state.addUniform(new osg::Uniform(("hyx_lightOff" + std::to_string(light)).c_str(), !enable), setByScript);
 }
 
 }
