@@ -9,7 +9,7 @@ import _hyxOSG
 import hyx
 import hyxOSG
 from hyxOSG import ClipPlane, SkyBox
-from stage import changed, frame, near, write_image
+from decorated_stage import changed, decorator, frame, near, stage, write_image
 
 
 @pytest.fixture

@@ -7,7 +7,7 @@ import pytest
 import _hyxOSG
 import hyx
 from hyxOSG import LightSource, SceneDecorator
-from stage import changed
+from decorated_stage import changed, decorator, stage
 
 
 @pytest.fixture

@@ -8,7 +8,7 @@ import hyx
 import hyxOSG
 import osg
 from hyxOSG import SceneDecorator
-from stage import CASTS, RECEIVES, changed, frame
+from decorated_stage import CASTS, RECEIVES, changed, decorator, frame, stage
 
 METHODS = [SceneDecorator.SOFT_SHADOWMAP, SceneDecorator.SHADOWMAP, SceneDecorator.SHADOWVOLUME,
            SceneDecorator.PARALLELLSPLIT_SHADOWMAP, SceneDecorator.LIGHTSPACEPERSPECTIVE_SHADOWMAP,

@@ -5,7 +5,7 @@ import pytest
 
 import hyx
 from _probe import deletePanel, makePanel
-from stage import HEIGHT, changed, frame, near
+from decorated_stage import HEIGHT, changed, decorator, frame, near, stage
 
 
 @pytest.fixture

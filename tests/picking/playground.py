@@ -1,5 +1,10 @@
 """A box hanging in front of a camera without gravity, and the events of its off-screen window."""
+import functools
+import pathlib
+import tempfile
+
 import numpy
+import pytest
 from PIL import Image
 
 import hyx
@@ -73,3 +78,17 @@ class Playground:
 
 def numbers(vector):
     return numpy.array([vector.x, vector.y, vector.z])
+
+
+@functools.cache
+def the_only_playground():
+    return Playground(pathlib.Path(tempfile.mkdtemp()))
+
+
+@pytest.fixture
+def playground():
+    """The playground with the box at rest in its middle."""
+    one = the_only_playground()
+    one.reset()
+    yield one
+    one.reset()

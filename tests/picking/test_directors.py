@@ -13,6 +13,7 @@ import _hyxOSG
 import hyx
 import hyxOSG
 import osg
+from playground import playground
 
 ARGUMENTS = {
     "printSubtree": (), "setContext": (None,), "rebind": (), "addObject": (None, True), "removeObject": (None,), "setMask": (3,),

@@ -8,7 +8,7 @@ import _hyxOSG
 import hyx
 import hyxCollide
 import hyxOSG
-from playground import CENTER, numbers
+from playground import CENTER, numbers, playground
 
 DEFAULT_MASK, ALL = 25, 31
 

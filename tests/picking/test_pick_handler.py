@@ -9,7 +9,7 @@ import hyx
 import hyxCollide
 import hyxOSG
 import hyxSDK
-from playground import CENTER, CONTROL_LEFT, HEIGHT, WIDTH, numbers
+from playground import CENTER, CONTROL_LEFT, HEIGHT, WIDTH, numbers, playground
 
 LEFT, MIDDLE, RIGHT = 1, 2, 4
 DOWN, UP = 0, 1

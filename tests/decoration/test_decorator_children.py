@@ -2,6 +2,7 @@
 import pytest
 
 import hyxOSG
+from decorated_stage import decorator, stage
 
 
 @pytest.fixture
@@ -80,7 +81,7 @@ def test_a_negative_index_is_refused(decorator):
 
 def test_what_is_added_is_drawn(stage):
     import hyx
-    from stage import changed
+    from decorated_stage import changed
 
     plain = stage.picture()
     sphere = hyxOSG.createSphere(hyx.Vec3(1.5, 0, 1), hyx.Vec4(0, 1, 0, 1), 0.4)

@@ -4,7 +4,7 @@ import pytest
 import hyx
 import hyxOSG
 from hyxOSG import SceneDecorator
-from stage import HEIGHT, WIDTH, changed, frame, near, write_image
+from decorated_stage import HEIGHT, WIDTH, changed, decorator, frame, near, stage, write_image
 
 MAGENTA, CYAN = (1, 0, 1), (0, 1, 1)
 

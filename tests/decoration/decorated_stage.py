@@ -1,5 +1,10 @@
 """A small scene to decorate: a ground, a box floating over it and a camera, drawn off-screen."""
+import functools
+import pathlib
+import tempfile
+
 import numpy
+import pytest
 from PIL import Image
 
 import hyx
@@ -91,3 +96,22 @@ def frame(mask):
 def write_image(path, color, size=(40, 20)):
     Image.new("RGB", size, tuple(int(c * 255) for c in color)).save(path)
     return str(path)
+
+
+@functools.cache
+def the_only_stage():
+    return Stage(pathlib.Path(tempfile.mkdtemp()))
+
+
+@pytest.fixture
+def stage():
+    """The stage in its plain look."""
+    one = the_only_stage()
+    one.reset()
+    yield one
+    one.reset()
+
+
+@pytest.fixture
+def decorator(stage):
+    return stage.decorator

@@ -10,7 +10,7 @@ import hyx
 import hyxOSG
 from _probe import nodeReferenceCount
 from hyxOSG import Text
-from stage import changed, frame, near
+from decorated_stage import changed, decorator, frame, near, stage
 
 MAGENTA = (1, 0, 1)
 
