@@ -5,7 +5,7 @@ import pytest
 import _hyxOSG
 import hyx
 import hyxOSG
-from decorated_stage import HEIGHT, WIDTH, changed, decorator, near, stage
+from decorated_stage import HEIGHT, WIDTH, changed, decorator, near, stage, write_image
 
 CORNERS = [(2, 2), (2, WIDTH - 3), (HEIGHT - 3, 2), (HEIGHT - 3, WIDTH - 3)]
 RED, GREEN, BLUE, YELLOW = (1, 0, 0), (0, 1, 0), (0, 0, 1), (1, 1, 0)
@@ -74,8 +74,6 @@ def test_disabled_decoration_leaves_only_the_scene(stage):
 
 
 def test_base_texture_colors_what_has_none(stage, tmp_path):
-    from decorated_stage import write_image
-
     plain = stage.picture()
     assert stage.decorator.setBaseTexture(write_image(tmp_path / "blue.png", (0.2, 0.2, 1))) is True
     textured = stage.picture()

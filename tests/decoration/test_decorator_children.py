@@ -1,8 +1,9 @@
 """The decorator's children are those of the shadowed scene."""
 import pytest
 
+import hyx
 import hyxOSG
-from decorated_stage import decorator, stage
+from decorated_stage import changed, stage
 
 
 @pytest.fixture
@@ -80,9 +81,6 @@ def test_a_negative_index_is_refused(decorator):
 
 
 def test_what_is_added_is_drawn(stage):
-    import hyx
-    from decorated_stage import changed
-
     plain = stage.picture()
     sphere = hyxOSG.createSphere(hyx.Vec3(1.5, 0, 1), hyx.Vec4(0, 1, 0, 1), 0.4)
     stage.decorator.addChild(sphere)
