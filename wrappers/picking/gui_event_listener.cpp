@@ -2,6 +2,23 @@
 #include "wrappers/vocabulary/rows.h"
 
 #include "directors/gui_event_listener_director.h"
+#include "wrappers/vocabulary/sequences.h"
+
+namespace swig {
+template <> struct traits<hyxCollide::LocalGeometryContact> {
+    static constexpr char type_name[] = "hyxCollide::LocalGeometryContact";
+};
+template <> struct traits<hyxCollide::LocalGeometryContactVector> {
+    static constexpr char type_name[] = "hyxCollide::LocalGeometryContactVector";
+};
+} // namespace swig
+
+namespace wrappers {
+// Scripts have contacts in lists.
+template <>
+inline constexpr Conversion const *sequence_conversion<hyxCollide::LocalGeometryContactVector> =
+    &sequence_argument<hyxCollide::LocalGeometryContactVector>;
+} // namespace wrappers
 
 namespace {
 
