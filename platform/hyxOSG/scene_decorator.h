@@ -56,7 +56,7 @@ public:
         SHADOWVOLUME = 2,                     ///< exact edges of closed meshes
         PARALLELLSPLIT_SHADOWMAP = 3,         ///< three maps, finer near the camera
         LIGHTSPACEPERSPECTIVE_SHADOWMAP = 4,  ///< one map, fitted to what the camera sees
-        SHADOWTEXTURE = 5,                    ///< black spots in the shape of the casters, no self-shadows; the ground must not cast
+        SHADOWTEXTURE = 5,                    ///< black spots in the shape of the casters; what casts receives none
         NO_SHADOWS = 6,
     };
 

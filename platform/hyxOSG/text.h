@@ -68,9 +68,9 @@ public:
     /// What is drawn, a bit each.
     enum DrawModeMask {
         TEXT = 1,
-        BOUNDINGBOX = 2,       ///< the frame of the text
-        FILLEDBOUNDINGBOX = 4, ///< the frame, filled
-        ALIGNMENT = 8,         ///< a cross at the position
+        BOUNDINGBOX = 2,       ///< a white frame around the text
+        FILLEDBOUNDINGBOX = 4, ///< a dark, half transparent field behind the text
+        ALIGNMENT = 8,         ///< a white cross at the position
     };
 
     /// An empty text at the origin, white, one metre high, in the XZ plane.

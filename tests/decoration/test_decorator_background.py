@@ -88,7 +88,7 @@ def test_base_texture_colors_what_has_none(stage, tmp_path):
 def test_default_material_is_one_for_all():
     material = hyxOSG.SceneDecorator.getDefaultDecoratorMaterial()
     assert material is not None
-    assert _hyxOSG.SceneDecorator_getDefaultDecoratorMaterial() == material.this
+    assert _hyxOSG.SceneDecorator_getDefaultDecoratorMaterial().this == material.this
 
 
 @pytest.mark.parametrize("sizes", [(0, 10), (10, -1), (10, 10, 15), (10, 10, 8193)])

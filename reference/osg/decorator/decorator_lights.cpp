@@ -39,9 +39,10 @@ osg::ref_ptr<osg::LightSource> createLight(int index) {
 
 DecoratorLights::DecoratorLights() : m_group(new osg::Group) {
     m_group->setName("SceneDecorator lights");
-    for (int i = 0; i < count; ++i)
+    for (int i = 0; i < count; ++i) {
         m_sources[i] = createLight(i);
-    setShadowLight(0);
+        m_group->addChild(m_sources[i]);
+    }
 }
 
 void DecoratorLights::applyModes(osg::StateSet & state) const {
@@ -55,16 +56,6 @@ void DecoratorLights::applyModes(osg::StateSet & state) const {
 
 void DecoratorLights::setComputed(unsigned int mask, bool computed) {
     m_computed = computed ? m_computed | mask : m_computed & ~mask;
-}
-
-// The shadow light is the last child: a technique that looks for its light by itself takes the last one it meets.
-void DecoratorLights::setShadowLight(int index) {
-    m_shadowLight = index;
-    m_group->removeChildren(0, m_group->getNumChildren());
-    for (int i = 0; i < count; ++i)
-        if (i != index)
-            m_group->addChild(m_sources[i]);
-    m_group->addChild(m_sources[index]);
 }
 
 void DecoratorLights::place(osg::BoundingSphere const & around) {

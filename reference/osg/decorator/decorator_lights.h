@@ -29,7 +29,7 @@ public:
     void setComputed(unsigned int mask, bool computed);
     bool isComputed(int index) const { return m_computed & (1u << index); }
 
-    void setShadowLight(int index);
+    void setShadowLight(int index) { m_shadowLight = index; }
     int shadowLight() const { return m_shadowLight; }
 
     /// Places the computed lights around a sphere; an invalid one changes nothing.

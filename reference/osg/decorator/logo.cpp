@@ -2,6 +2,7 @@
 
 
 #include <algorithm>
+#include <cmath>
 
 namespace hyxOSG::decorator {
 namespace {
@@ -64,8 +65,9 @@ osg::Vec2f Logo::lowerLeft(osg::Vec2f const & window, osg::Vec2f const & size) c
     osg::Vec2f const margin(m_position.x() * window.x(), m_position.y() * window.y());
     bool const right = m_location == SceneDecorator::UPPER_RIGHT || m_location == SceneDecorator::LOWER_RIGHT;
     bool const upper = m_location == SceneDecorator::UPPER_LEFT || m_location == SceneDecorator::UPPER_RIGHT;
-    return osg::Vec2f(right ? window.x() - margin.x() - size.x() : margin.x(),
-                      upper ? window.y() - margin.y() - size.y() : margin.y());
+    // On whole pixels, so that a picture in its own size stays sharp.
+    return osg::Vec2f(std::round(right ? window.x() - margin.x() - size.x() : margin.x()),
+                      std::round(upper ? window.y() - margin.y() - size.y() : margin.y()));
 }
 
 void Logo::layOut(osg::Vec2f const & window, float scale) {

@@ -86,7 +86,6 @@ struct SceneDecorator::Impl {
         state->setAttribute(SceneDecorator::getDefaultDecoratorMaterial());
         state->setAttribute(createLightModel());
         state->setTextureAttributeAndModes(decorator::BASE_TEXTURE_UNIT, whiteTexture);
-        shadowed->setCastsShadowTraversalMask(decorator::CASTS_SHADOWS);
         scene->addChild(lights.node());
         scene->addChild(decorator::createEyePositionGenerator());
         scene->addChild(lit);

@@ -28,22 +28,30 @@ void removeMark(osg::StateSet & state, char const * name) {
 
 class Marker : public osg::NodeVisitor {
 public:
-    Marker() : osg::NodeVisitor(osg::NodeVisitor::TRAVERSE_ALL_CHILDREN) {}
+    explicit Marker(bool castersReceive)
+        : osg::NodeVisitor(osg::NodeVisitor::TRAVERSE_ALL_CHILDREN), m_castersReceive(castersReceive) {}
 
     void apply(osg::Node & node) override {
-        markReceiving(node);
+        Inherited const above = m_inherited;
+        m_inherited.mask &= node.getNodeMask();
+        m_inherited.receives = (m_inherited.mask & RECEIVES_SHADOWS) &&
+                               (m_castersReceive || !(m_inherited.mask & CASTS_SHADOWS));
+        if (m_inherited.receives != above.receives)
+            setMark(*node.getOrCreateStateSet(), receivesName, m_inherited.receives, osg::StateAttribute::ON);
+        else if (osg::StateSet * state = node.getStateSet())
+            removeMark(*state, receivesName);
         if (osg::StateSet * state = node.getStateSet())
             markLit(*state);
         traverse(node);
+        m_inherited = above;
     }
 
 private:
-    static void markReceiving(osg::Node & node) {
-        if (!(node.getNodeMask() & RECEIVES_SHADOWS))
-            setMark(*node.getOrCreateStateSet(), receivesName, false, osg::StateAttribute::OVERRIDE | osg::StateAttribute::ON);
-        else if (osg::StateSet * state = node.getStateSet())
-            removeMark(*state, receivesName);
-    }
+    /// What holds for everything below the present node. A node has a bit only when all above have it.
+    struct Inherited {
+        osg::Node::NodeMask mask = ~0u;
+        bool receives = true; ///< as the program's own uniform
+    };
 
     static void markLit(osg::StateSet & state) {
         osg::StateSet::ModeList const & modes = state.getModeList();
@@ -53,12 +61,15 @@ private:
         else
             setMark(state, litName, lighting->second & osg::StateAttribute::ON, lighting->second);
     }
+
+    bool m_castersReceive;
+    Inherited m_inherited;
 };
 
 } // namespace
 
-void markShading(osg::Node & node) {
-    Marker marker;
+void markShading(osg::Node & node, bool castersReceive) {
+    Marker marker(castersReceive);
     node.accept(marker);
 }
 

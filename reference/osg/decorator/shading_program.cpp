@@ -99,7 +99,11 @@ void main()
         vec3 highlight = vec3(0.0);
         float visible = visibility();
         ALL_LIGHTS
+#if BLACK_SHADOWS
+        color.rgb *= visible;
+#else
         color.rgb *= 1.0 - (1.0 - visible) * blockable / max(all, vec3(1e-4));
+#endif
 #if PIXEL_HIGHLIGHTS
         color.rgb += highlight;
 #else
@@ -154,6 +158,7 @@ std::string fragmentText(ShadingOptions const & options) {
             lights += lightText(index, options);
     std::string text = "#version 120\n" + define("SHADOW_MAPS", options.shadowMaps) +
                        define("SOFT_SHADOWS", options.softShadows) +
+                       define("BLACK_SHADOWS", options.blackShadows) +
                        define("PIXEL_HIGHLIGHTS", options.perPixelHighlights) +
                        define("EYE_POSITION", EYE_POSITION_UNIT) + define("EYE_NORMAL", EYE_NORMAL_UNIT) + fragmentSource;
     replaceAll(text, "ALL_LIGHTS", lights);

@@ -25,6 +25,7 @@ struct ShadingOptions {
     int shadowLight = 0;               ///< index of the light that throws the shadows
     unsigned int shadowMaps = 0;       ///< 0, 1 or MAX_SHADOW_MAPS
     bool softShadows = false;
+    bool blackShadows = false;         ///< shadows take all light, and casters receive none
     bool perPixelHighlights = false;
 
     bool operator==(ShadingOptions const &) const = default;

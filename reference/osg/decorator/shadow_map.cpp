@@ -113,6 +113,7 @@ ShadowMap::ShadowMap(Settings const & settings, osg::LightSource * light)
     : m_settings(settings), m_light(light), m_shadowed(createShadingState(settings.shading)) {
     ShadingOptions plain = settings.shading;
     plain.shadowMaps = 0;
+    plain.blackShadows = false;
     m_unshadowed = createShadingState(plain);
 }
 
@@ -122,7 +123,7 @@ void ShadowMap::init() { _dirty = false; }
 
 void ShadowMap::update(osg::NodeVisitor & visitor) {
     for (unsigned int i = 0; i < _shadowedScene->getNumChildren(); ++i)
-        markShading(*_shadowedScene->getChild(i));
+        markShading(*_shadowedScene->getChild(i), !m_settings.shading.blackShadows);
     _shadowedScene->osg::Group::traverse(visitor);
 }
 

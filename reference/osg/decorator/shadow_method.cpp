@@ -3,8 +3,6 @@
 #include "reference/osg/decorator/shadow_map.h"
 #include "reference/osg/decorator/shadow_volume.h"
 
-#include <osgShadow/ShadowTexture>
-
 #include <stdexcept>
 #include <string>
 
@@ -15,7 +13,8 @@ ShadowMap::Settings mapSettings(SceneDecorator::ShadowMethod method, ShadingOpti
                                 unsigned int mapSize) {
     ShadowMap::Settings settings{shading, mapSize, method == SceneDecorator::LIGHTSPACEPERSPECTIVE_SHADOWMAP};
     settings.shading.shadowMaps = method == SceneDecorator::PARALLELLSPLIT_SHADOWMAP ? MAX_SHADOW_MAPS : 1;
-    settings.shading.softShadows = method != SceneDecorator::SHADOWMAP;
+    settings.shading.blackShadows = method == SceneDecorator::SHADOWTEXTURE;
+    settings.shading.softShadows = method != SceneDecorator::SHADOWMAP && method != SceneDecorator::SHADOWTEXTURE;
     return settings;
 }
 
@@ -33,8 +32,6 @@ osg::ref_ptr<osgShadow::ShadowTechnique> createShadowTechnique(SceneDecorator::S
     switch (method) {
     case SceneDecorator::NO_SHADOWS:
         return nullptr;
-    case SceneDecorator::SHADOWTEXTURE:
-        return new osgShadow::ShadowTexture;
     case SceneDecorator::SHADOWVOLUME:
         return new ShadowVolume(light);
     default:
