@@ -92,7 +92,8 @@ class Progress(hyxOSG.ExampleApplicationListener):
 
     def __init__(self, seconds):
         super().__init__()
-        self.bar = tqdm(total=seconds, unit="s", bar_format="{l_bar}{bar}| {n:.1f}/{total:.1f} s")
+        # Without a terminal there is no bar.
+        self.bar = tqdm(total=seconds, disable=None, bar_format="{l_bar}{bar}| {n:.1f}/{total:.1f} s")
 
     def postFrame(self, app):
         time = app.getTimeStamp()
