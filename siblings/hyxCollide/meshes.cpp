@@ -32,7 +32,7 @@ void read_indices(PyObject *iterable, hyx::UInt32Vector &indices, bool grouped =
         throw PythonError();
     for (Py_ssize_t i = 0; i < PySequence_Fast_GET_SIZE(fast.get()); ++i) {
         PyObject *item = PySequence_Fast_GET_ITEM(fast.get(), i);
-        if (grouped && !PyIndex_Check(item)) {
+        if (grouped && PySequence_Check(item)) {
             read_indices(item, indices, false);
             continue;
         }

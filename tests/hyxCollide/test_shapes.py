@@ -35,7 +35,7 @@ def test_impossible_shapes_are_refused(make):
         make()
 
 
-@pytest.mark.parametrize("points, indices", [("abc", [0, 1, 2]), ([(0, 0, 0)] * 3, "abc"), (None, None), ([(0, 0, 0)] * 3, [0, 1, 2.5])])
+@pytest.mark.parametrize("points, indices", [(["abc"], [0, 1, 2]), ([(0, 0, 0)] * 3, "abc"), (None, None), ([(0, 0, 0)] * 3, [0, 1, 2.5])])
 def test_a_mesh_is_made_of_numbers_only(points, indices):
     with pytest.raises(TypeError):
         hyxCollide.Trimesh(points, indices)
