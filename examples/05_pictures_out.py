@@ -62,8 +62,7 @@ def main():
     lidar = hyxOSG.SimpleDepthBufferLidar(120, 80)
     for target in (eye, lidar):
         place(target, 60.0)
-    app.addRenderTarget(eye)  # with light and background
-    app.addRenderTarget(lidar, app.getSceneRoot())  # what has a shape
+        app.addRenderTarget(target, app.getSceneRoot())
 
     images = app.getImageCapture()  # of the main view, five for each simulated second
     images.setFps(5)

@@ -120,7 +120,7 @@ def main():
     sim = create_simulation()
     window = QWidget(windowTitle="One simulation, two views")
     layout = QHBoxLayout(window)
-    views = [SimulationView(sim, eye) for eye in ((4, -12, 5), (0, -1, 14))]
+    views = [SimulationView(sim, eye) for eye in ((3, -9, 4), (0, -1, 12))]
     for view in views:
         layout.addWidget(view)
     window.resize(960, 480)

@@ -1,0 +1,8 @@
+import pytest
+
+from stage import Stage
+
+
+@pytest.fixture
+def stage(tmp_path):
+    return Stage(tmp_path)
