@@ -1,3 +1,4 @@
+#include "reference/collide/exact_ray.h"
 #include "reference/collide/geometry_implementation.h"
 #include "reference/physics/bullet_values.h"
 #include "reference/physics/contact_response.h"
@@ -8,6 +9,7 @@
 #include <LinearMath/btAabbUtil2.h>
 
 #include <algorithm>
+#include <optional>
 
 namespace hyx {
 
@@ -37,10 +39,10 @@ bool counts(btManifoldPoint const & point) {
   return point.getDistance() <= 0 || point.m_appliedImpulse > 0;
 }
 
-/// Gives every geometry that a ray may meet to `cast`, by way of bullet's tree of boxes.
+/// Gives every geometry that a ray may meet before `end` (a share of its way) to `cast`, by way of bullet's tree of boxes.
 template <class Cast>
 struct RayWalk : btBroadphaseRayCallback {
-  RayWalk(btVector3 const & from, btVector3 const & to, Cast cast) : from(from), cast(cast) {
+  RayWalk(btVector3 const & from, btVector3 const & to, Real const & end, Cast cast) : from(from), to(to), end(end), cast(cast) {
     btVector3 const way = to - from;
     btVector3 const direction = way.normalized();
     for (int i = 0; i < 3; ++i) {
@@ -51,6 +53,10 @@ struct RayWalk : btBroadphaseRayCallback {
   }
 
   bool process(btBroadphaseProxy const * proxy) override {
+    btScalar reach = end;
+    btVector3 side;
+    if (!btRayAabb(from, to, proxy->m_aabbMin, proxy->m_aabbMax, reach, side))
+      return true;
     auto * object = static_cast<btCollisionObject *>(proxy->m_clientObject);
     for (Geometry * geometry : static_cast<hyxCollide::CollisionCarrier *>(object->getUserPointer())->geometries)
       if (geometry->getEnableCollisions())
@@ -59,6 +65,8 @@ struct RayWalk : btBroadphaseRayCallback {
   }
 
   btVector3 from;
+  btVector3 to;
+  Real const & end;
   Cast cast;
 };
 
@@ -72,6 +80,31 @@ struct NearestHit : btCollisionWorld::ClosestRayResultCallback {
 
   UInt triangle = ~UInt(0);
 };
+
+struct Meeting {
+  Real fraction;
+  btVector3 normal;
+  UInt triangle = ~UInt(0);
+};
+
+/// Where a ray meets one geometry, before `end`.
+std::optional<Meeting> meet(btCollisionObject & object, Geometry const & geometry, btVector3 const & from, btVector3 const & to, Real end) {
+  btCollisionShape const * shape = geometry.implementation().bullet.shape.get();
+  btTransform const place = object.getCollisionShape() == shape ? object.getWorldTransform() : toBullet(geometry.getTransform());
+  if (hyxCollide::hasExactRay(*geometry.getShape())) {
+    auto const entry = hyxCollide::castExactRay(*geometry.getShape(), place.invXform(from), place.invXform(to));
+    if (!entry || entry->fraction >= end)
+      return std::nullopt;
+    return Meeting{entry->fraction, place.getBasis() * entry->normal};
+  }
+  NearestHit nearest(from, to);
+  nearest.m_closestHitFraction = end;
+  btCollisionWorld::rayTestSingle(btTransform(btQuaternion::getIdentity(), from), btTransform(btQuaternion::getIdentity(), to), &object, shape,
+                                  place, nearest);
+  if (!nearest.hasHit())
+    return std::nullopt;
+  return Meeting{nearest.m_closestHitFraction, nearest.m_hitNormalWorld.normalized(), nearest.triangle};
+}
 
 }
 
@@ -116,24 +149,20 @@ Vector<RayHit> PhysicsWorld::castRay(Vec3 const & fromPoint, Vec3 const & toPoin
   Real const length = (toPoint - fromPoint).length();
   if (!(length > 0))
     return hits;
-  Real nearest = 1;
+  Real end = 1;
   auto const cast = [&](btCollisionObject & object, Geometry & geometry) {
     if (ignored && geometry.getRigidBody() == ignored)
       return;
-    NearestHit nearer(from, to);
-    nearer.m_closestHitFraction = all ? 1 : nearest;
-    btCollisionShape const * shape = geometry.implementation().bullet.shape.get();
-    btTransform const place = object.getCollisionShape() == shape ? object.getWorldTransform() : toBullet(geometry.getTransform());
-    btCollisionWorld::rayTestSingle(btTransform(btQuaternion::getIdentity(), from), btTransform(btQuaternion::getIdentity(), to), &object,
-                                    shape, place, nearer);
-    if (!nearer.hasHit())
+    auto const found = meet(object, geometry, from, to, end);
+    if (!found)
       return;
-    nearest = nearer.m_closestHitFraction;
-    if (!all)
+    if (!all) {
       hits.clear();
-    hits.push_back({&geometry, fromBullet(nearer.m_hitPointWorld), fromBullet(nearer.m_hitNormalWorld.normalized()), nearest * length, nearer.triangle});
+      end = found->fraction;
+    }
+    hits.push_back({&geometry, fromBullet(from.lerp(to, found->fraction)), fromBullet(found->normal), found->fraction * length, found->triangle});
   };
-  RayWalk walk(from, to, cast);
+  RayWalk walk(from, to, end, cast);
   m_broadphase->rayTest(from, to, walk);
   std::stable_sort(hits.begin(), hits.end(), [](RayHit const & a, RayHit const & b) { return a.distance < b.distance; });
   return hits;
