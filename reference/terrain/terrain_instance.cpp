@@ -4,9 +4,11 @@
 #include "platform/hyxCollide/space.h"
 #include "platform/hyxSDK/simulation.h"
 
+#include <algorithm>
 #include <cmath>
+#include <map>
 #include <stdexcept>
-#include <unordered_map>
+#include <utility>
 
 namespace hyxSDK {
 
@@ -52,22 +54,26 @@ void TerrainInstance::setSimulation(Simulation * simulation) {
   simulation->add(m_body.get());
 }
 
-// All contact forces on one column make its pressure.
+// All contact forces on one column make its pressure. A contact point stands for a patch: its force goes to three by three columns, a quarter of
+// it to the middle one.
 void TerrainInstance::takeContacts() {
   if (!getSimulation())
     return;
+  static constexpr Real shares[] = {0.25, 0.5, 0.25};
   Vec3 const origin = m_terrain->getPosition();
   Real const size = m_terrain->getElementSize();
-  hyx::UInt const nx = m_terrain->getNumColumnsX(), ny = m_terrain->getNumColumnsY();
-  std::unordered_map<hyx::UInt, Real> loads;
+  auto const nx = static_cast<long>(m_terrain->getNumColumnsX()), ny = static_cast<long>(m_terrain->getNumColumnsY());
+  std::map<std::pair<long, long>, Real> loads;
   for (auto const & contact : getSimulation()->getSpace()->getGeometryContacts(m_geometry.get()))
     for (auto const & point : contact.points()) {
-      Real const x = std::round((point.point.x - origin.x) / size), y = std::round((point.point.y - origin.y) / size);
-      if (x >= 0 && y >= 0 && x < nx && y < ny)
-        loads[static_cast<hyx::UInt>(y) * nx + static_cast<hyx::UInt>(x)] += point.normalForce;
+      long const x = std::lround((point.point.x - origin.x) / size), y = std::lround((point.point.y - origin.y) / size);
+      for (long dy = -1; dy <= 1; ++dy)
+        for (long dx = -1; dx <= 1; ++dx)
+          if (x + dx >= 0 && y + dy >= 0 && x + dx < nx && y + dy < ny)
+            loads[{y + dy, x + dx}] += point.normalForce * shares[dx + 1] * shares[dy + 1];
     }
-  for (auto const & [column, force] : loads)
-    m_terrain->compact(column % nx, column / nx, force / (size * size));
+  for (auto const & [place, force] : loads)
+    m_terrain->compact(place.second, place.first, force / (size * size));
 }
 
 void TerrainInstance::moveSurface() {
