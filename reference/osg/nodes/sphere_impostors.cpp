@@ -158,7 +158,7 @@ SphereImpostors::SphereImpostors() {
     m_points->addPrimitiveSet(new osg::DrawArrays(GL_POINTS, 0, 0));
     useVertexBuffers(*m_points);
     m_quads = instanced(quadForm());
-    osg::ref_ptr<osg::Geometry> const ball = unitSphereMesh(8);
+    osg::ref_ptr<osg::Geometry> const ball = unitSphereMesh(12);
     ball->setNormalArray(nullptr);
     ball->setTexCoordArray(0, nullptr);
     m_meshes = instanced(ball);

@@ -43,7 +43,8 @@ void MeshBuilder::addRevolution(std::span<ProfilePoint const> profile, unsigned 
         bool const flat = point.normalRadial == 0.0f; // an end face takes its texture from above
         for (unsigned int column = 0; column < columns; ++column) {
             float const u = static_cast<float>(column) / static_cast<float>(segments);
-            float const angle = 2 * static_cast<float>(osg::PI) * u;
+            // The last column repeats the first one exactly, which keeps closed meshes closed.
+            float const angle = 2 * static_cast<float>(osg::PI) * static_cast<float>(column % segments) / static_cast<float>(segments);
             float const x = std::cos(angle), z = -std::sin(angle);
             float const v = 1 - static_cast<float>(row) / static_cast<float>(profile.size() - 1);
             osg::Vec2 const fromAbove(0.5f + 0.5f * x * point.radius / widest, 0.5f - 0.5f * z * point.radius / widest);
