@@ -1,5 +1,6 @@
 /// Model files that the scene-graph library has no reader for, or no good one, through the asset importer.
 
+#include "reference/osg/model_io/only_reader.h"
 #include "reference/osg/visual/mesh_builder.h"
 
 #include <assimp/Importer.hpp>
@@ -173,6 +174,7 @@ public:
     AssetReader() {
         for (char const * const extension : extensions)
             supportsExtension(extension, "through the asset importer");
+        keepOnlyReader("obj");
     }
     char const * className() const override { return "Asset importer"; }
 

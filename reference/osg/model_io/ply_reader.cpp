@@ -1,6 +1,7 @@
 /// Polygon files (PLY, text and both binary orders). Made for damaged files: every count is checked against what the file
 /// can hold before anything is allocated.
 
+#include "reference/osg/model_io/only_reader.h"
 #include "reference/osg/visual/mesh_builder.h"
 
 #include <osg/Geode>
@@ -265,7 +266,10 @@ osg::ref_ptr<osg::Node> readPly(std::string const & content) {
 
 class PlyReader : public osgDB::ReaderWriter {
 public:
-    PlyReader() { supportsExtension("ply", "Polygon file format"); }
+    PlyReader() {
+        supportsExtension("ply", "Polygon file format");
+        keepOnlyReader("ply");
+    }
     char const * className() const override { return "Polygon file reader"; }
 
     ReadResult readNode(std::string const & file, Options const * options) const override {
