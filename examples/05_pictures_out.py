@@ -11,6 +11,7 @@ from pathlib import Path
 
 import numpy
 from PIL import Image
+from tqdm import tqdm
 
 import hyx
 import hyxCollide
@@ -43,6 +44,18 @@ def place(target, opening):
     target.setProjectionMatrixAsPerspective(opening, target.getSize()[0] / target.getSize()[1], 0.2, 40.0)
 
 
+class Progress(hyxOSG.ExampleApplicationListener):
+    """Shows how far a capture is."""
+
+    def __init__(self, capture, expected):
+        super().__init__()
+        self.capture = capture
+        self.bar = tqdm(total=expected, unit="frame")
+
+    def postFrame(self, app):
+        self.bar.update(self.capture.getImageNum() - self.bar.n)
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("--output", type=Path, default=Path("output"), help="folder of the pictures and the video")
@@ -72,9 +85,12 @@ def main():
     video.setFilename(str(options.output / "robot"))
     eye.setImageCapture(video)
 
+    progress = Progress(video, round(video.getFps() * options.seconds))
+    app.addListener(progress)
     with images, video:
         app.stopAfter(options.seconds)
         app.run()
+    progress.bar.close()
     print(f"{images.getImageNum()} pictures of the main view, {video.getImageNum()} frames of the robot's")
 
     Image.fromarray(numpy.ascontiguousarray(eye.pixels[::-1])).save(options.output / "robot.png")

@@ -36,18 +36,26 @@ class SimulationView(QOpenGLWidget):
     def initializeGL(self):
         self.view.init(0, 0, *self.pixels(self.width(), self.height()))
         self.view.setSimulation(self.sim)
-        self.view.getSceneDecorator().setBackgroundColor(hyx.Vec3(0.36, 0.52, 0.7), hyx.Vec3(0.86, 0.89, 0.92))
-        self.view.getSceneDecorator().setText(0, f"seen from {self.eye}")
+        self.decorate(self.view.getSceneDecorator())
         self.color_bodies()
         ground = hyxOSG.findGeometryNode(self.sim.getRigidBodies()[0].getGeometries()[0], self.view.getRoot())
         self.view.setOrbitCamera(ground, hyx.Vec3(*self.eye))
         self.context().aboutToBeDestroyed.connect(self.release)
+
+    def decorate(self, decorator):
+        decorator.setBackgroundColor(hyx.Vec3(0.36, 0.52, 0.7), hyx.Vec3(0.86, 0.89, 0.92))
+        decorator.getLightSource(decorator.LIGHT0).setPosition(hyx.Vec4(4, -8, 12, 1))
+        decorator.setEnableCalculateLightPositions(decorator.LIGHT0, False)
+        decorator.setEnableShadows(True)
+        decorator.setText(0, f"seen from {self.eye}")
 
     def color_bodies(self):
         for number, body in enumerate(self.sim.getRigidBodies()):
             node = hyxOSG.findGeometryNode(body.getGeometries()[0], self.view.getRoot())
             color = COLORS[number % len(COLORS)] if number else (0.62, 0.62, 0.58)
             hyxOSG.setDiffuseColor(node, hyx.Vec4f(*color, 1))
+            if number:
+                node.setNodeMask(node.getNodeMask() | hyxOSG.ExampleApplication.CASTS_SHADOWS_MASK)
 
     def resizeGL(self, width, height):
         self.view.resize(0, 0, *self.pixels(width, height))
@@ -103,10 +111,15 @@ def create_simulation():
     ground.setMotionControl(hyx.RigidBody.STATIC)
     ground.setPosition(hyx.Vec3(0, 0, -0.25))
     sim.add(ground)
-    for level in range(8):
-        box = hyx.RigidBody(hyxCollide.Geometry(hyxCollide.Box(0.4, 0.4, 0.25)))
-        box.setPosition(hyx.Vec3(0.25 * (level % 2), 0, 0.3 + 0.6 * level))
-        sim.add(box)
+    for level in range(5):
+        for column in range(5 - level):
+            box = hyx.RigidBody(hyxCollide.Geometry(hyxCollide.Box(0.45, 0.4, 0.25)))
+            box.setPosition(hyx.Vec3(column - (4 - level) / 2, 0, 0.3 + 0.6 * level))
+            sim.add(box)
+    ball = hyx.RigidBody(hyxCollide.Geometry(hyxCollide.Sphere(0.5)))
+    ball.setPosition(hyx.Vec3(0.3, -4, 1.5))
+    ball.setVelocity(hyx.Vec3(0, 6, 1))
+    sim.add(ball)
     return sim
 
 
@@ -120,7 +133,7 @@ def main():
     sim = create_simulation()
     window = QWidget(windowTitle="One simulation, two views")
     layout = QHBoxLayout(window)
-    views = [SimulationView(sim, eye) for eye in ((3, -9, 4), (0, -1, 12))]
+    views = [SimulationView(sim, eye) for eye in ((4, -9, 4), (-2, -1, 12))]
     for view in views:
         layout.addWidget(view)
     window.resize(960, 480)
