@@ -74,6 +74,8 @@ Geometry::Geometry(Shape * shape, hyx::Name const & name)
     : hyx::Object(name), m_implementation(std::make_unique<Implementation>(*this, shape)) {}
 
 Geometry::~Geometry() {
+  // Callbacks that hold a reference for a while must not end this a second time.
+  reference();
   m_implementation->removeEvent.trigger(this);
 }
 

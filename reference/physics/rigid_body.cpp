@@ -20,6 +20,8 @@ RigidBody::RigidBody(Geometry * geometry, Name const & name) : RigidBody(name) {
 }
 
 RigidBody::~RigidBody() {
+  // Callbacks that hold a reference for a while must not end this a second time.
+  reference();
   for (auto const & geometry : m_implementation->geometries)
     geometry->getRemoveEvent().trigger(geometry.get());
   m_implementation->removeEvent.trigger(this);

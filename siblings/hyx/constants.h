@@ -13,6 +13,10 @@ struct Constant {
 };
 
 constexpr Constant constants[] = {
+    {"Notify_NOTIFY_DEBUG", hyx::Notify::NOTIFY_DEBUG},
+    {"Notify_NOTIFY_INFO", hyx::Notify::NOTIFY_INFO},
+    {"Notify_NOTIFY_WARNING", hyx::Notify::NOTIFY_WARNING},
+    {"Notify_NOTIFY_ERROR", hyx::Notify::NOTIFY_ERROR},
     {"RigidBody_DYNAMICS", hyx::RigidBody::DYNAMICS},
     {"RigidBody_KINEMATICS", hyx::RigidBody::KINEMATICS},
     {"RigidBody_STATIC", hyx::RigidBody::STATIC},

@@ -170,3 +170,22 @@ def test_components_find_what_they_contain_by_name(capfd):
     assert [o.getName() for o in tree.getObjects()] == ["bough"] and branch.getContext() is None
     branch.printSubtree()
     assert capfd.readouterr().out == "bough\n  leaf\n"
+
+
+def test_notices_go_to_the_sink_from_their_level_on(capfd):
+    stream, heard = hyx.Notify.instance(), []
+    before = stream.getLevel()
+    try:
+        stream.setSink(lambda level, text: heard.append((level, text)))
+        stream.setLevel(hyx.Notify.NOTIFY_WARNING)
+        stream.notify(hyx.Notify.NOTIFY_INFO, "quiet")
+        stream.notify(hyx.Notify.NOTIFY_ERROR, "loud \u00e5")
+        assert heard == [(4, "loud \u00e5")]
+        stream.setSink(None)
+        stream.notify(hyx.Notify.NOTIFY_WARNING, "to the console")
+        assert capfd.readouterr().err == "to the console\n"
+        with pytest.raises(TypeError):
+            stream.setSink(3)
+    finally:
+        stream.setSink(None)
+        stream.setLevel(before)
