@@ -17,7 +17,7 @@ import hyxOSG
 import hyxSDK
 import osg
 
-MODEL = Path("/usr/share/assimp/models/glTF2/2CylinderEngine-glTF-Binary/2CylinderEngine.glb")
+MODEL = Path("/usr/share/assimp/models/OBJ/WusonOBJ.obj")
 PALETTE = [(0.86, 0.32, 0.23), (0.95, 0.66, 0.22), (0.27, 0.55, 0.62), (0.36, 0.66, 0.42), (0.55, 0.42, 0.66)]
 WIDTH, HEIGHT = 960, 540
 
@@ -53,7 +53,7 @@ def add_bodies(sim, root, count, numbers):
         colored(hyxOSG.createVisual(body, root, 1.0), PALETTE[index % len(PALETTE)])
 
 
-def add_model(sim, root, file, size=2.2):
+def add_model(sim, root, file, size=3.2):
     """A model file as a body: its triangles collide, its own materials are drawn."""
     node = hyxOSG.readNodeFile(str(file))
     if node is None:
@@ -65,7 +65,7 @@ def add_model(sim, root, file, size=2.2):
     geometry = hyxCollide.Geometry(hyxOSG.createTrimesh(model))
     body = hyx.RigidBody(geometry)
     body.setMass(60)  # kilograms
-    body.setPosition(hyx.Vec3(0, 0, 4))
+    body.setPosition(hyx.Vec3(0.8, -1.2, 2))
     sim.add(body)
     visual = hyxOSG.GeometryNode(geometry)
     visual.setRenderChild(hyxOSG.GeometryNode.RENDER_DATA, model)
@@ -78,11 +78,13 @@ def decorate(app):
     decorator = app.getSceneDecorator()
     decorator.setBackgroundColor(hyx.Vec3(0.36, 0.52, 0.7), hyx.Vec3(0.86, 0.89, 0.92))
     light = decorator.getLightSource(hyxOSG.SceneDecorator.LIGHT0)
-    light.setPosition(hyx.Vec4(6, -8, 14, 1))
+    light.setPosition(hyx.Vec4(-9, -6, 14, 1))
+    light.setDiffuse(hyx.Vec4f(1, 1, 0.95, 1))
+    light.setAmbient(hyx.Vec4f(0.3, 0.3, 0.33, 1))
     decorator.setEnableCalculateLightPositions(hyxOSG.SceneDecorator.LIGHT0, False)
     decorator.setEnableShadows(True)
     decorator.setFontSize(18)
-    app.setCameraHome(hyx.Vec3(6.5, -8, 4.2), hyx.Vec3(0, 0, 0.9))
+    app.setCameraHome(hyx.Vec3(5, -7.5, 3.6), hyx.Vec3(0, 0, 0.7))
 
 
 class Progress(hyxOSG.ExampleApplicationListener):
@@ -90,11 +92,12 @@ class Progress(hyxOSG.ExampleApplicationListener):
 
     def __init__(self, seconds):
         super().__init__()
-        self.bar = tqdm(total=seconds, unit="s", bar_format="{l_bar}{bar}| {n:.1f}/{total:.1f} s")
+        # Without a terminal there is no bar.
+        self.bar = tqdm(total=seconds, disable=None, bar_format="{l_bar}{bar}| {n:.1f}/{total:.1f} s")
 
     def postFrame(self, app):
         time = app.getTimeStamp()
-        app.getSceneDecorator().setText(0, f"{app.getSimulation().getRigidBodies().size()} bodies   {time:4.1f} s")
+        app.getSceneDecorator().setText(0, f"{len(app.getSimulation().getRigidBodies())} bodies   {time:4.1f} s")
         self.bar.update(min(time, self.bar.total) - self.bar.n)
 
 

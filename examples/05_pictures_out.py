@@ -75,7 +75,8 @@ def main():
     lidar = hyxOSG.SimpleDepthBufferLidar(120, 80)
     for target in (eye, lidar):
         place(target, 60.0)
-        app.addRenderTarget(target, app.getSceneRoot())
+    app.addRenderTarget(eye)  # with light and background
+    app.addRenderTarget(lidar, app.getSceneRoot())  # what has a shape
 
     images = app.getImageCapture()  # of the main view, five for each simulated second
     images.setFps(5)

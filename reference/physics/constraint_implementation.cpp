@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <limits>
 #include <numbers>
 #include <stdexcept>
@@ -77,8 +78,10 @@ btRigidBody & Constraint::Implementation::side(int index) const {
   return bodies[index] ? bodies[index]->implementation().bullet : btTypedConstraint::getFixedBody();
 }
 
-std::unique_ptr<ConstraintRow> Constraint::Implementation::makeRow(RowType type) const {
-  return std::make_unique<ConstraintRow>(side(0), side(1), type);
+std::unique_ptr<ConstraintRow> Constraint::Implementation::makeRow(RowType type) {
+  auto row = std::make_unique<ConstraintRow>(side(0), side(1), type);
+  allRows.push_back(row.get());
+  return row;
 }
 
 void Constraint::Implementation::hold(std::vector<int> const & translations, std::vector<int> const & rotations) {
@@ -143,7 +146,7 @@ bool Constraint::Implementation::canWork() const {
 }
 
 void Constraint::Implementation::rest() {
-  for (ConstraintRow * row : allRows()) {
+  for (ConstraintRow * row : allRows) {
     row->active = false;
     row->force = 0;
     row->setEnabled(false);
@@ -158,7 +161,7 @@ void Constraint::Implementation::prepare(Real timeStep) {
   prepareHeld(now, timeStep);
   for (FreeDirection & direction : free)
     prepareFree(direction, now, timeStep);
-  for (ConstraintRow * row : allRows())
+  for (ConstraintRow * row : allRows)
     row->setEnabled(row->active);
 }
 
@@ -223,7 +226,7 @@ void Constraint::Implementation::prepareFree(FreeDirection & direction, Pose con
 }
 
 void Constraint::Implementation::collect(Real timeStep) {
-  for (ConstraintRow * row : allRows())
+  for (ConstraintRow * row : allRows)
     row->force = row->active && inWorld ? row->internalGetAppliedImpulse() / timeStep : 0;
   for (FreeDirection & direction : free) {
     direction.motor->setCurrentForce(direction.rows[0]->force);
@@ -234,19 +237,9 @@ void Constraint::Implementation::collect(Real timeStep) {
   }
 }
 
-std::vector<ConstraintRow *> Constraint::Implementation::allRows() const {
-  std::vector<ConstraintRow *> all;
-  for (auto const & row : rows)
-    all.push_back(row.get());
-  for (FreeDirection const & direction : free)
-    for (auto const & row : direction.rows)
-      all.push_back(row.get());
-  return all;
-}
-
 std::vector<ConstraintRow *> Constraint::Implementation::activeRows() const {
-  std::vector<ConstraintRow *> active = allRows();
-  std::erase_if(active, [](ConstraintRow const * row) { return !row->active; });
+  std::vector<ConstraintRow *> active;
+  std::copy_if(allRows.begin(), allRows.end(), std::back_inserter(active), [](ConstraintRow const * row) { return row->active; });
   return active;
 }
 

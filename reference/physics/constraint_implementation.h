@@ -47,11 +47,12 @@ struct Constraint::Implementation {
   Real position(FreeDirection & direction);
   Real speed(FreeDirection const & direction) const;
   std::vector<ConstraintRow *> activeRows() const;
-  std::vector<ConstraintRow *> allRows() const;
 
   ref_ptr<RigidBody> bodies[2];
   ref_ptr<Frame> frames[2];
   std::vector<std::unique_ptr<ConstraintRow>> rows;
+  /// Those of `rows` and of the free directions.
+  std::vector<ConstraintRow *> allRows;
   /// The axis of the first frame that each of `rows` holds.
   std::vector<int> rowAxes;
   std::vector<FreeDirection> free;
@@ -67,7 +68,7 @@ private:
   struct Pose;
   Pose pose() const;
   btRigidBody & side(int index) const;
-  std::unique_ptr<ConstraintRow> makeRow(RowType type) const;
+  std::unique_ptr<ConstraintRow> makeRow(RowType type);
   void aim(ConstraintRow & row, FreeDirection const & direction, Pose const & pose) const;
   void prepareHeld(Pose const & pose, Real timeStep);
   void prepareFree(FreeDirection & direction, Pose const & pose, Real timeStep);

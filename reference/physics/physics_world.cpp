@@ -128,7 +128,7 @@ void PhysicsWorld::add(Constraint::Implementation & constraint) {
 void PhysicsWorld::remove(Constraint::Implementation & constraint) {
   std::erase(m_constraints, &constraint);
   if (constraint.inWorld)
-    for (ConstraintRow * row : constraint.allRows())
+    for (ConstraintRow * row : constraint.allRows)
       m_world->removeConstraint(row);
   constraint.inWorld = false;
   constraint.rest();
@@ -211,7 +211,7 @@ StepTimes PhysicsWorld::step(Real timeStep) {
   for (Constraint::Implementation * constraint : m_constraints) {
     bool const works = constraint->canWork();
     if (works != constraint->inWorld)
-      for (ConstraintRow * row : constraint->allRows())
+      for (ConstraintRow * row : constraint->allRows)
         works ? m_world->addConstraint(row) : m_world->removeConstraint(row);
     constraint->inWorld = works;
     constraint->prepare(timeStep);

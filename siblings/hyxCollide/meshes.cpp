@@ -1,5 +1,5 @@
 // The shapes that are given by many points.
-#include "siblings/python_values.h"
+#include "siblings/python_buffers.h"
 #include "wrappers/vocabulary/rows.h"
 
 #include "platform/hyxCollide/height_field.h"
@@ -12,20 +12,28 @@ using siblings::PythonError;
 hyx::Vec3Vector read_points(PyObject *points)
 {
     hyx::Vec3Vector list;
-    siblings::read_values<hyx::Vec3>(points, list);
+    if (!PyObject_CheckBuffer(points)) {
+        siblings::read_values<hyx::Vec3>(points, list);
+        return list;
+    }
+    std::vector<double> const numbers = siblings::read_buffer(points);
+    if (numbers.size() % 3 != 0)
+        throw std::invalid_argument("an array of points needs three numbers for each");
+    for (std::size_t i = 0; i < numbers.size(); i += 3)
+        list.emplace_back(numbers[i], numbers[i + 1], numbers[i + 2]);
     return list;
 }
 
-// Whole numbers out of any iterable, as they are or in threes.
-void read_indices(PyObject *iterable, hyx::UInt32Vector &indices)
+// Whole numbers out of any iterable, as they are or in groups.
+void read_indices(PyObject *iterable, hyx::UInt32Vector &indices, bool grouped = true)
 {
     runtime::Reference const fast = runtime::Reference::take(PySequence_Fast(iterable, "expected a sequence of indices"));
     if (!fast.get())
         throw PythonError();
     for (Py_ssize_t i = 0; i < PySequence_Fast_GET_SIZE(fast.get()); ++i) {
         PyObject *item = PySequence_Fast_GET_ITEM(fast.get(), i);
-        if (!PyIndex_Check(item)) {
-            read_indices(item, indices);
+        if (grouped && PySequence_Check(item)) {
+            read_indices(item, indices, false);
             continue;
         }
         Py_ssize_t const index = PyNumber_AsSsize_t(item, PyExc_OverflowError);
@@ -39,6 +47,10 @@ void read_indices(PyObject *iterable, hyx::UInt32Vector &indices)
 
 hyx::RealVector read_heights(PyObject *iterable)
 {
+    if (PyObject_CheckBuffer(iterable)) {
+        std::vector<double> const numbers = siblings::read_buffer(iterable);
+        return hyx::RealVector(numbers.begin(), numbers.end());
+    }
     runtime::Reference const fast = runtime::Reference::take(PySequence_Fast(iterable, "expected a sequence of heights"));
     if (!fast.get())
         throw PythonError();

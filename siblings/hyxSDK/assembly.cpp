@@ -1,5 +1,5 @@
 // Assemblies.
-#include "siblings/python_values.h"
+#include "siblings/derived_constraint.h"
 #include "wrappers/vocabulary/rows.h"
 
 #include "platform/hyxSDK/simulation.h"
@@ -10,8 +10,10 @@ using hyxSDK::Assembly;
 
 PyObject *bodies(Assembly const &self) { return siblings::to_shared_list(self.getRigidBodies()); }
 PyObject *geometries(Assembly const &self) { return siblings::to_shared_list(self.getGeometries()); }
-PyObject *constraints(Assembly const &self) { return siblings::to_shared_list(self.getConstraints()); }
+PyObject *constraints(Assembly const &self) { return siblings::to_derived_list(self.getConstraints()); }
 PyObject *assemblies(Assembly const &self) { return siblings::to_shared_list(self.getAssemblies()); }
+
+PyObject *constraint(Assembly const &self, hyx::Name const &name) { return siblings::to_derived(self.getConstraint(name)); }
 
 constexpr Declared functions[] = {
     FUNCTION(new_Assembly, NEW(hyxSDK::Assembly, (hyx::Name const &), hyx::Name())),
@@ -29,7 +31,7 @@ constexpr Declared functions[] = {
     FUNCTION(Assembly_getConstraints, ADAPTER(hyxSDK::Assembly, getConstraints, constraints, () const)),
     FUNCTION(Assembly_getAssemblies, ADAPTER(hyxSDK::Assembly, getAssemblies, assemblies, () const)),
     FUNCTION(Assembly_getRigidBody, SHARED(hyx::RigidBody, METHOD(hyxSDK::Assembly, getRigidBody, (hyx::Name const &) const))),
-    FUNCTION(Assembly_getConstraint, SHARED(hyx::Constraint, METHOD(hyxSDK::Assembly, getConstraint, (hyx::Name const &) const))),
+    FUNCTION(Assembly_getConstraint, ADAPTER(hyxSDK::Assembly, getConstraint, constraint, (hyx::Name const &) const)),
     FUNCTION(Assembly_getAssembly, SHARED(hyxSDK::Assembly, METHOD(hyxSDK::Assembly, getAssembly, (hyx::Name const &) const))),
     FUNCTION(Assembly_transform, METHOD(hyxSDK::Assembly, transform, (hyx::AffineMatrix4x4 const &))),
     FUNCTION(Assembly_getSimulation, SHARED(hyxSDK::Simulation, METHOD(hyxSDK::Assembly, getSimulation, () const))),

@@ -2,30 +2,16 @@
 #pragma once
 
 #include "directors/director.h"
-#include "runtime/reference.h"
 
 #include "platform/hyxPython/script_manager.h"
 #include "platform/hyxSDK/event_listener.h"
 
-// While it is in a simulation the native listener keeps its Python object, so that a script may add a listener and
-// forget it; otherwise the Python object owns the native one.
 class SwigDirector_EventListener : public hyxSDK::EventListener, public Swig::Director {
   public:
     SwigDirector_EventListener(PyObject *self, hyx::Name const &name) : EventListener(name), Director(self) {}
 
-    void addNotification() override
-    {
-        m_kept = runtime::Reference::take(Py_XNewRef(swig_get_self()));
-        call("addNotification", nullptr);
-    }
-    void removeNotification() override
-    {
-        call("removeNotification", nullptr);
-        if (Py_IsInitialized())
-            m_kept = runtime::Reference();
-        else
-            m_kept.release();
-    }
+    void addNotification() override { call("addNotification", nullptr); }
+    void removeNotification() override { call("removeNotification", nullptr); }
     void preCollide(hyx::TimeStamp time) override { call("preCollide", &time); }
     void pre(hyx::TimeStamp time) override { call("pre", &time); }
     void post(hyx::TimeStamp time) override { call("post", &time); }
@@ -44,6 +30,4 @@ class SwigDirector_EventListener : public hyxSDK::EventListener, public Swig::Di
         else if (auto *manager = hyxPython::ScriptManager::instance("", "", "", false))
             manager->registerError(std::string("hyxSDK::EventListener::") + method);
     }
-
-    runtime::Reference m_kept;
 };

@@ -1,5 +1,6 @@
 // Simulations.
-#include "siblings/python_values.h"
+#include "siblings/derived_constraint.h"
+#include "siblings/python_buffers.h"
 #include "wrappers/vocabulary/rows.h"
 
 #include "platform/hyxSDK/simulation.h"
@@ -9,12 +10,28 @@ namespace {
 using hyxSDK::Simulation;
 
 PyObject *bodies(Simulation const &self) { return siblings::to_shared_list(self.getRigidBodies()); }
-PyObject *constraints(Simulation const &self) { return siblings::to_shared_list(self.getConstraints()); }
+PyObject *constraints(Simulation const &self) { return siblings::to_derived_list(self.getConstraints()); }
 PyObject *processes(Simulation const &self) { return siblings::to_shared_list(self.getProcesses()); }
 PyObject *frames(Simulation const &self) { return siblings::to_shared_list(self.getFrames()); }
 PyObject *listeners(Simulation const &self) { return siblings::to_shared_list(self.getEventListeners()); }
 PyObject *assemblies(Simulation const &self) { return siblings::to_shared_list(self.getAssemblies()); }
 PyObject *materials(Simulation const &self) { return siblings::to_shared_list(self.getMaterials()); }
+
+PyObject *constraint(Simulation const &self, hyx::Name const &name) { return siblings::to_derived(self.getConstraint(name)); }
+
+// A row of position and rotation (x y z, x y z w) for each body, in the order of getRigidBodies.
+PyObject *poses(Simulation const &self)
+{
+    std::vector<double> numbers;
+    numbers.reserve(7 * self.getRigidBodies().size());
+    for (auto const &body : self.getRigidBodies()) {
+        hyx::Vec3 const position = body->getPosition();
+        hyx::Quat const rotation = body->getRotation();
+        numbers.insert(numbers.end(), position.ptr(), position.ptr() + 3);
+        numbers.insert(numbers.end(), rotation.ptr(), rotation.ptr() + 4);
+    }
+    return siblings::to_buffer(numbers, 7);
+}
 
 PyObject *save_state(Simulation const &self)
 {
@@ -62,7 +79,8 @@ constexpr Declared functions[] = {
     FUNCTION(Simulation_getAssemblies, ADAPTER(hyxSDK::Simulation, getAssemblies, assemblies, () const)),
     FUNCTION(Simulation_getMaterials, ADAPTER(hyxSDK::Simulation, getMaterials, materials, () const)),
     FUNCTION(Simulation_getRigidBody, SHARED(hyx::RigidBody, METHOD(hyxSDK::Simulation, getRigidBody, (hyx::Name const &) const))),
-    FUNCTION(Simulation_getConstraint, SHARED(hyx::Constraint, METHOD(hyxSDK::Simulation, getConstraint, (hyx::Name const &) const))),
+    FUNCTION(Simulation_getConstraint, ADAPTER(hyxSDK::Simulation, getConstraint, constraint, (hyx::Name const &) const)),
+    FUNCTION(Simulation_getPoses, ADAPTER(hyxSDK::Simulation, getPoses, poses, () const)),
     FUNCTION(Simulation_getAssembly, SHARED(hyxSDK::Assembly, METHOD(hyxSDK::Simulation, getAssembly, (hyx::Name const &) const))),
     FUNCTION(Simulation_getMaterial, SHARED(hyx::Material, METHOD(hyxSDK::Simulation, getMaterial, (hyx::Name const &) const))),
     FUNCTION(Simulation_getContactMaterial,

@@ -41,13 +41,18 @@ class Host:
     def release(self):
         assert EGL.eglMakeCurrent(self.display, None, None, None)
 
+    def read(self, width, height, channels, pixel_format):
+        read = numpy.empty((height, width, channels), numpy.uint8)
+        GL.glPixelStorei(PACK_ALIGNMENT, 1)
+        GL.glReadPixels(0, 0, width, height, pixel_format, UNSIGNED_BYTE, read.ctypes.data_as(ctypes.c_void_p))
+        return read
+
     def pixels(self, width=None, height=None):
         """What is drawn, rows from the lowest, RGB."""
-        width, height = width or self.size[0], height or self.size[1]
-        read = numpy.empty((height, width, 3), numpy.uint8)
-        GL.glPixelStorei(PACK_ALIGNMENT, 1)
-        GL.glReadPixels(0, 0, width, height, RGB, UNSIGNED_BYTE, read.ctypes.data_as(ctypes.c_void_p))
-        return read
+        return self.read(width or self.size[0], height or self.size[1], 3, RGB)
+
+    def alpha(self):
+        return self.read(*self.size, 4, RGBA)[..., 3]
 
     def fill(self, red, green, blue):
         GL.glClearColor(ctypes.c_float(red), ctypes.c_float(green), ctypes.c_float(blue), ctypes.c_float(1))

@@ -311,6 +311,13 @@ def test_what_the_host_draws_between_frames_does_no_harm(host, window):
     assert host.error() == 0
 
 
+def test_the_picture_is_opaque_for_hosts_that_compose_windows(host, window):
+    window.getSceneDecorator().setText(0, "smooth edges")
+    window.frame()
+    window.frame()
+    assert (host.alpha() == 255).all()
+
+
 def test_several_windows_draw_beside_each_other(host, window):
     other_host = Host(200, 100)
     other = Window()

@@ -35,6 +35,12 @@ def test_impossible_shapes_are_refused(make):
         make()
 
 
+@pytest.mark.parametrize("points, indices", [(["abc"], [0, 1, 2]), ([(0, 0, 0)] * 3, "abc"), (None, None), ([(0, 0, 0)] * 3, [0, 1, 2.5])])
+def test_a_mesh_is_made_of_numbers_only(points, indices):
+    with pytest.raises(TypeError):
+        hyxCollide.Trimesh(points, indices)
+
+
 def test_a_mesh_knows_whether_it_is_closed():
     points, triangles = TETRAHEDRON
     closed, open_ = hyxCollide.Trimesh(points, triangles), hyxCollide.Trimesh(points, triangles[:3])
@@ -77,6 +83,17 @@ def test_a_height_field_answers_between_its_knots():
         field.setHeight(3, 0, 1.0)
     with pytest.raises(ValueError):
         field.setHeight(0, 0, math.nan)
+
+
+def test_meshes_and_heights_are_taken_from_arrays():
+    numpy = pytest.importorskip("numpy")
+    points, triangles = TETRAHEDRON
+    mesh = hyxCollide.Trimesh(numpy.array(points, dtype=numpy.float32), numpy.array(triangles))
+    assert mesh.getVolume() == pytest.approx(1 / 6)
+    field = hyxCollide.HeightField(3, 2, 1, 1, numpy.arange(6.0).reshape(2, 3))
+    assert [field.getHeight(i, j) for j in (0, 1) for i in (0, 1, 2)] == [0, 1, 2, 3, 4, 5]
+    with pytest.raises(ValueError, match="three numbers"):
+        hyxCollide.Trimesh(numpy.zeros(4), [0, 1, 2])
 
 
 def test_a_shape_serves_several_geometries_and_changes_in_all():

@@ -213,6 +213,28 @@ def test_sleeping_bodies_wake_when_their_support_goes():
     assert upper.getPosition().z == pytest.approx(0.5, abs=2e-2)
 
 
+def test_poses_of_all_bodies_come_as_one_array():
+    numpy = pytest.importorskip("numpy")
+    world = simulation(box(0.5, (1, 2, 3)), box(0.5, (4, 5, 6)))
+    world.getRigidBodies()[1].setRotation(hyx.Quat(0, 0, 0.6, 0.8))
+    poses = numpy.asarray(world.getPoses())
+    assert poses.shape == (2, 7)
+    assert poses[0].tolist() == [1, 2, 3, 0, 0, 0, 1]
+    assert poses[1] == pytest.approx([4, 5, 6, 0, 0, 0.6, 0.8])
+    assert numpy.asarray(simulation().getPoses()).size == 0
+
+
+def test_joints_come_back_as_what_they_are():
+    hung = box(0.5)
+    hinge, ball = hyx.Hinge(hyx.Vec3(), hyx.Vec3(0, 0, 1), hung), hyx.BallJoint(hyx.Vec3(), hung)
+    hinge.setName("hinge")
+    world = simulation(hung, hinge, ball)
+    assert [type(joint) for joint in world.getConstraints()] == [hyx.Hinge, hyx.BallJoint]
+    world.getConstraint("hinge").getMotor1D().setSpeed(3.0)
+    assert hinge.getMotor1D().getSpeed() == 3
+    assert world.getConstraint("other") is None
+
+
 def test_statistics_tell_of_the_last_step():
     world = pile()
     world.step()

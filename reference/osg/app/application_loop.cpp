@@ -250,11 +250,15 @@ void ExampleApplication::addListener(ExampleApplicationListener* listener) {
 }
 
 void ExampleApplication::handleReactiveScriptErrors(bool pause) {
-  const hyxPython::ScriptManager* manager = hyxPython::ScriptManager::instance("", "", "", false);
-  const size_t errors = manager ? manager->getNumErrors() : 0;
+  const size_t errors = State::countScriptErrors();
   const bool anyNew = errors > m_state->errorsSeen;
   m_state->errorsSeen = errors;
   if (anyNew && pause) setAutoStepping(false);
+}
+
+size_t ExampleApplication::State::countScriptErrors() {
+  const hyxPython::ScriptManager* manager = hyxPython::ScriptManager::instance("", "", "", false);
+  return manager ? manager->getNumErrors() : 0;
 }
 
 }  // namespace hyxOSG

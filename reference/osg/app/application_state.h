@@ -53,7 +53,7 @@ struct ExampleApplication::State {
   bool quitEventSetsDone = true;
   int exitCode = 0;
   double stopTime = -1;      ///< simulated seconds; negative for never
-  size_t errorsSeen = 0;     ///< script errors that were handled
+  size_t errorsSeen = countScriptErrors();  ///< script errors that were handled
   bool realTimeSyncSet = false;  ///< by the user: the kind of window no longer decides
 
   // What is drawn
@@ -111,6 +111,7 @@ struct ExampleApplication::State {
   bool useClick = false;
   std::string clickAddress = "tcp://localhost:5555";
 
+  static size_t countScriptErrors();
   hyxSDK::Simulation& ensureSimulation();
   static osg::ref_ptr<osgGA::OrbitManipulator> makeOrbit();
   ViewerWindow& ensureWindow(ExampleApplication& application);

@@ -4,6 +4,7 @@
 #include "platform/hyxOSG/example_application.h"
 
 #include <osg/ComputeBoundsVisitor>
+#include <osg/Depth>
 
 namespace hyxOSG {
 namespace {
@@ -32,6 +33,8 @@ SceneGraph::SceneGraph(int width, int height)
   m_markers->setNodeMask(App::OSG_RENDER_MASK);
   m_debugTransform->setNodeMask(App::DEBUG_RENDER_MASK);
   m_markers->getOrCreateStateSet()->setMode(GL_LIGHTING, osg::StateAttribute::OFF | osg::StateAttribute::PROTECTED);
+  // A little nearer than they are, so that a ground in their plane does not hide them.
+  m_markers->getStateSet()->setAttributeAndModes(new osg::Depth(osg::Depth::LEQUAL, 0, 0.9999));
   m_debugTransform->getOrCreateStateSet()->setMode(GL_LIGHTING, osg::StateAttribute::OFF | osg::StateAttribute::PROTECTED);
 
   m_transform->addChild(m_sceneRoot);

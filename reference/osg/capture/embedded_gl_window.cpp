@@ -44,6 +44,17 @@ osg::ref_ptr<osgGA::OrbitManipulator> createFreeCamera() {
     return manipulator;
 }
 
+/// A host that composes its windows takes the alpha of their buffers for transparency, and smooth edges leave less than one there.
+void makeOpaque(osg::Viewport const & viewport) {
+    glEnable(GL_SCISSOR_TEST);
+    glScissor(int(viewport.x()), int(viewport.y()), int(viewport.width()), int(viewport.height()));
+    glColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_TRUE);
+    glClearColor(0, 0, 0, 1);
+    glClear(GL_COLOR_BUFFER_BIT);
+    glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
+    glDisable(GL_SCISSOR_TEST);
+}
+
 } // namespace
 
 struct EmbeddedGLWindow::Impl {
@@ -160,8 +171,11 @@ void EmbeddedGLWindow::frame() {
     GLint frameBuffer = 0;
     glGetIntegerv(GL_FRAMEBUFFER_BINDING, &frameBuffer);
     m_impl->window->setDefaultFboId(GLuint(frameBuffer));
-    ContextStay const stay(*m_impl->window->getState());
-    m_impl->viewer->frame();
+    {
+        ContextStay const stay(*m_impl->window->getState());
+        m_impl->viewer->frame();
+    }
+    makeOpaque(*m_impl->viewer->getCamera()->getViewport());
 }
 
 void EmbeddedGLWindow::clear() {

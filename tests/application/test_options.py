@@ -1,0 +1,86 @@
+"""What the options of the command line do."""
+import pytest
+
+import hyxIO
+import hyxOSG
+
+
+@pytest.fixture
+def started():
+    def start(*arguments):
+        app = hyxOSG.ExampleApplication()
+        app.parser = hyxIO.ArgumentParser(list(arguments))
+        assert app.init(app.parser)
+        return app
+
+    return start
+
+
+def test_options_set_up_the_application(started):
+    app = started("--time-step", "0.02", "--stop-after", "0.1", "--target-fps", "500", "--solver", "multi", "--start-paused",
+                  "--real-time")
+    assert app.getTimeStep() == 0.02 and app.getTargetFPS() == 500 and app.getRealTimeSync()
+    assert app.getSolverType() == hyxOSG.ExampleApplication.MULTI and not app.getAutoStepping()
+    app.setRealTimeSync(False)
+    app.setAutoStepping(True)
+    app.initViewer(32, 32)
+    app.run()
+    assert app.getTimeStamp() == pytest.approx(0.1)
+
+
+def test_the_arguments_are_kept(started):
+    app = started("--time-step", "0.02")
+    assert app.getArguments() == app.parser
+    assert hyxOSG.ExampleApplication().getArguments() is None
+
+
+def test_the_window_has_the_size_of_the_options(started, shoot):
+    app = started("--window-size", "80x60", "--offscreen")
+    app.initGraphics()
+    assert shoot(app).shape == (60, 80, 3) and app.hasOffscreenWindow()
+
+
+def test_without_graphics_the_loop_opens_no_window(started):
+    app = started("--no-graphics", "--stop-after", "0.2")
+    assert app.run() == 0 and app.getViewer() is None and app.getTimeStamp() == pytest.approx(0.2)
+
+
+def test_help_leaves_nothing_to_do(capfd):
+    parser = hyxIO.ArgumentParser(["--help"])
+    assert hyxOSG.ExampleApplication().init(parser) is False
+    assert "--window-size" in capfd.readouterr().out
+
+
+def test_a_solver_that_there_is_not_is_refused():
+    with pytest.raises(RuntimeError, match="multi or iterative"):
+        hyxOSG.ExampleApplication().init(hyxIO.ArgumentParser(["--solver", "magic"]))
+
+
+def test_everything_can_be_made_at_once():
+    app = hyxOSG.ExampleApplication()
+    assert not app.initialized()
+    assert app.init(hyxIO.ArgumentParser(["--window-size", "40x30"]), True)
+    assert app.initialized()
+
+
+def test_a_recording_and_a_capture_are_started(started, tmp_path):
+    app = started("--journal-record", str(tmp_path / "run.h5"), "--journal-session", "named", "--journal-frequency", "30",
+                  "--capture", str(tmp_path / "frame"), "--capture-rate", "20", "--stop-after", "0.5", "--window-size", "40x30")
+    assert app.getJournal().isRecording() and app.getJournal().getSessionName() == "named"
+    app.run()
+    assert not app.getJournal().isRecording()
+    assert len(list(tmp_path.glob("frame*.png"))) == 10
+
+
+def test_members_are_read_and_written(started):
+    app = started()
+    for name in ("m_loadedSceneFile", "m_isLoadingScene", "m_isFMU"):
+        assert getattr(app, name) is False
+        setattr(app, name, True)
+        assert getattr(app, name) is True
+    app.m_hostName = "127.0.0.1"
+    assert app.m_hostName == "127.0.0.1"
+
+
+def test_saved_scenes_have_a_file_name(started):
+    assert started().getSaveSceneFilename() == "hyx_saved_scene.state"

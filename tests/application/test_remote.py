@@ -1,0 +1,132 @@
+"""The remote control: its page, its guard, what it shows and what it steers."""
+import socket
+
+import pytest
+
+import hyx
+import hyxIO
+import hyxOSG
+
+from conftest import add_box
+from web_client import Connection, Page
+
+
+@pytest.fixture
+def served(window):
+    window.init(hyxIO.ArgumentParser(["--rpc-port", "0", "--rpc-token", "secret"]))
+    window.initRpc()
+    assert window.getController() is not None and window.getControlChannelPort() > 0
+    return window
+
+
+@pytest.fixture
+def page(served):
+    made = Page(served, served.getControlChannelPort(), "secret")
+    assert made.open
+    yield made
+    made.close()
+
+
+def test_the_page_is_given_to_who_brings_the_token(served):
+    port = served.getControlChannelPort()
+    status, body = Connection(served, port).get("/?token=secret")
+    assert status == 200 and "<canvas" in body and "WebSocket" in body
+    assert Connection(served, port).get("/?token=wrong")[0] == 403
+    assert Connection(served, port).get("/")[0] == 403
+    assert Connection(served, port).get("/other?token=secret")[0] == 404
+    assert not Page(served, port, "wrong").open
+
+
+def test_it_listens_on_loopback_only(served):
+    addresses = {info[4][0] for info in socket.getaddrinfo(socket.gethostname(), None, socket.AF_INET)} - {"127.0.0.1"}
+    for address in (a for a in addresses if not a.startswith("127.")):
+        with pytest.raises(OSError):
+            socket.create_connection((address, served.getControlChannelPort()), timeout=1)
+
+
+def test_a_page_gets_a_picture_for_each_time_it_asks(served, page):
+    is_picture = lambda message: isinstance(message, bytes)
+    served.step()
+    page.send(do="ready")
+    for _ in range(50):
+        served.step()
+    first = page.receive(is_picture)
+    assert first[:2] == b"\xff\xd8" and first[-2:] == b"\xff\xd9"
+    for _ in range(5):
+        served.step()
+    assert page.receive(is_picture) is None
+    page.send(do="ready")
+    for _ in range(50):
+        served.pushFrameToRemoteViewer()
+        served.updateRemoteDebugger()
+    assert page.receive(is_picture) is not None
+
+
+def test_a_page_is_told_the_parameters(served, page):
+    add_box(served)
+    served.setTimeStep(0.01)
+    served.pushParametersToControlChannel()
+    found = page.receive(lambda message: "parameters" in message and message["parameters"]["bodies"] == 1)["parameters"]
+    assert found["time step"] == 0.01 and found["paused"] is False and found["solver"] == "ITERATIVE"
+
+
+def test_ticks_are_sent_when_they_are_wanted(served, page):
+    served.stepSimulation()
+    served.setEnableControlChannelTickSignals(True)
+    served.stepSimulation()
+    tick = page.receive(lambda message: "tick" in message)["tick"]
+    assert tick["number"] == 1 and tick["time"] == pytest.approx(2 * served.getTimeStep())
+
+
+def follow(app, page, message, done):
+    page.send(**message)
+    for _ in range(2000):
+        app.updateRemoteDebugger()
+        if done():
+            return True
+    return False
+
+
+def test_the_page_pauses_steps_and_sets_parameters(served, page):
+    assert follow(served, page, {"do": "pause"}, lambda: not served.getAutoStepping())
+    assert follow(served, page, {"do": "step"}, lambda: served.getTimeStamp() > 0)
+    assert follow(served, page, {"do": "timeStep", "value": 0.02}, lambda: served.getTimeStep() == 0.02)
+    page.send(do="timeStep", value=-1)
+    assert "error" in page.receive(lambda message: "error" in message)
+    page.send(do="dance")
+    assert "dance" in page.receive(lambda message: "error" in message)["error"]
+    assert served.getTimeStep() == 0.02
+
+
+def test_the_page_moves_the_camera(served, page):
+    before = served.getViewDirection()
+    for message in ({"do": "press", "x": 80, "y": 60, "button": 1}, {"do": "move", "x": 40, "y": 60},
+                    {"do": "move", "x": 20, "y": 60}, {"do": "release", "x": 20, "y": 60, "button": 1}):
+        page.send(**message)
+    for _ in range(200):
+        served.updateRemoteDebugger()
+    for _ in range(3):
+        served.step()
+    after = served.getViewDirection()
+    assert abs(after.x - before.x) > 0.05
+    assert follow(served, page, {"do": "home"}, lambda: abs(served.getViewDirection().x - before.x) < 1e-6)
+
+
+def test_keys_of_the_page_reach_the_application(served, page):
+    served.step()
+    for down in (True, False):
+        page.send(do="key", key=ord("e"), down=down)
+    for _ in range(200):
+        served.updateRemoteDebugger()
+    served.step()
+    assert not served.getAutoStepping()
+
+
+def test_a_port_in_use_is_an_exception(app):
+    with socket.socket() as taken:
+        taken.bind(("127.0.0.1", 0))
+        taken.listen()
+        app.init(hyxIO.ArgumentParser(["--rpc-port", str(taken.getsockname()[1])]))
+        with pytest.raises(RuntimeError, match="in use"):
+            app.initRpc()
+    assert app.getController() is None

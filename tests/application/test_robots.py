@@ -1,0 +1,137 @@
+"""Robot models loaded from their descriptions."""
+import os
+import textwrap
+
+import pytest
+
+import hyx
+import hyxOSG
+import hyxtavlang
+
+ARM = """<robot name="arm">
+  <link name="base">
+    <visual><geometry><box size="0.4 0.4 0.2"/></geometry><material name="red"><color rgba="1 0 0 1"/></material></visual>
+    <collision><geometry><box size="0.4 0.4 0.2"/></geometry></collision>
+  </link>
+  <link name="upper">
+    <inertial><origin xyz="0 0 0.5"/><mass value="2"/><inertia ixx="0.2" iyy="0.2" izz="0.01" ixy="0" ixz="0" iyz="0"/></inertial>
+    <visual><origin xyz="0 0 0.5"/><geometry><cylinder radius="0.05" length="1"/></geometry></visual>
+    <collision><origin xyz="0 0 0.5"/><geometry><cylinder radius="0.05" length="1"/></geometry></collision>
+  </link>
+  <link name="tip"><collision><geometry><sphere radius="0.1"/></geometry></collision></link>
+  <link name="slide"><inertial><mass value="1"/><inertia ixx="1" iyy="1" izz="1" ixy="0" ixz="0" iyz="0"/></inertial></link>
+  <joint name="shoulder" type="revolute">
+    <parent link="base"/><child link="upper"/><origin xyz="0 0 0.2"/><axis xyz="0 1 0"/>
+    <limit lower="-1" upper="1.5" effort="500" velocity="3"/>
+  </joint>
+  <joint name="grip" type="fixed"><parent link="upper"/><child link="tip"/><origin xyz="0 0 1"/></joint>
+  <joint name="rail" type="prismatic">
+    <parent link="base"/><child link="slide"/><origin xyz="1 0 0"/><axis xyz="1 0 0"/>
+    <limit lower="0" upper="2" effort="10" velocity="1"/>
+  </joint>
+</robot>"""
+
+
+@pytest.fixture
+def description(tmp_path):
+    def write(text=ARM, name="arm.urdf"):
+        (tmp_path / name).write_text(textwrap.dedent(text))
+        return str(tmp_path / name)
+
+    return write
+
+
+def test_links_become_bodies_and_joints_constraints(app, description):
+    result = app.loadTavLangFile(description(), app.getSceneRoot())
+    assert result.isSuccess() and result.getErrors() == () and result.getModelName() == "arm"
+    bodies = {body.getName(): body for body in result.getAssembly().getRigidBodies()}
+    assert set(bodies) == {"base", "upper", "slide"}  # the massless tip is a part of the upper arm
+    assert bodies["upper"].getMass() == 2 and bodies["upper"].getCenterOfMass().z == pytest.approx(0.5)
+    assert bodies["upper"].getPosition().z == pytest.approx(0.2) and len(bodies["upper"].getGeometries()) == 2
+    assert bodies["base"].getMotionControl() == hyx.RigidBody.STATIC
+    assert {joint.getName() for joint in app.getSimulation().getConstraints()} == {"shoulder", "rail"}
+    assert app.getSceneRoot().getNumChildren() == 1
+
+
+def test_a_joint_moves_about_its_axis_within_its_limits(app, description):
+    app.loadTavLangFile(description(), None)
+    upper = app.getSimulation().getRigidBody("upper")
+    upper.setAngularVelocity(hyx.Vec3(0, 0.5, 0))
+    for _ in range(240):
+        app.step()
+    direction = upper.getRotation() * hyx.Vec3(0, 0, 1)
+    import math
+    assert math.atan2(direction.x, direction.z) == pytest.approx(1.5, abs=0.05)
+    assert direction.y == pytest.approx(0, abs=1e-2)
+
+
+def test_options_choose_base_prefix_and_folders(app, description):
+    params = hyxtavlang.OptParams()
+    params.setNamePrefix("left_")
+    params.setFixedBase(True)
+    result = app.loadTavLangFile(description(), None, params)
+    assert sorted(body.getName() for body in result.getAssembly().getRigidBodies()) == ["left_base", "left_slide", "left_upper"]
+
+
+MESH = ARM.replace('<box size="0.4 0.4 0.2"/></geometry></collision>', '<mesh filename="package://arm_parts/base.obj"/></geometry></collision>')
+OBJ = "v 0 0 0\nv 1 0 0\nv 0 1 0\nv 0 0 1\nf 1 3 2\nf 1 2 4\nf 2 3 4\nf 1 4 3\n"
+
+
+def test_meshes_are_looked_for_in_the_bundle_paths(app, description, tmp_path, monkeypatch):
+    path = description(MESH)
+    result = app.loadTavLangFile(path, app.getSceneRoot())
+    assert not result.isSuccess() and "base.obj" in result.getErrors()[0] and result.getAssembly() is None
+    assert app.getSimulation().getRigidBodies() == [] and app.getSceneRoot().getNumChildren() == 0
+    (tmp_path / "bundles" / "arm_parts").mkdir(parents=True)
+    (tmp_path / "bundles" / "arm_parts" / "base.obj").write_text(OBJ)
+    monkeypatch.setenv("HYX_BUNDLE_PATH", str(tmp_path / "bundles"))
+    assert app.loadTavLangFile(path, None).isSuccess()
+
+
+@pytest.mark.parametrize("text, name, error", [
+    ("<robot", "broken.urdf", ""), ("<robot name='x'></robot>", "empty.urdf", ""), (ARM, "arm.closed", "closed format"),
+    (ARM.replace('type="prismatic"', 'type="planar"'), "planar.urdf", "planar")])
+def test_what_cannot_be_loaded_is_listed_and_nothing_changes(app, description, text, name, error, capfd):
+    result = app.loadTavLangFile(description(text, name), app.getSceneRoot())
+    assert not result.isSuccess() and any(error in line for line in result.getErrors())
+    assert app.getSimulation().getRigidBodies() == [] and app.getSceneRoot().getNumChildren() == 0
+    assert capfd.readouterr() == ("", "")
+
+
+def test_a_missing_file_is_listed(app):
+    assert "nowhere" in app.loadTavLangFile("/nowhere/arm.urdf", None).getErrors()[0]
+
+
+def test_the_name_of_the_model_is_checked(app, description):
+    assert app.getTavLangModelName() == ""
+    app.setTavLangModelName("leg")
+    assert app.getTavLangModelName() == "leg"
+    result = app.loadTavLangFile(description(), None)
+    assert not result.isSuccess() and "leg" in result.getErrors()[0]
+    app.setTavLangModelName("arm")
+    assert app.loadTavLangFile(description(), None).isSuccess()
+
+
+def test_bundle_paths_come_from_options_environment_and_argument(app, monkeypatch):
+    import hyxIO
+    monkeypatch.delenv("HYX_BUNDLE_PATH", raising=False)
+    assert app.getTavLangBundlePaths() == ()
+    assert app.getTavLangBundlePaths(["c"]) == ("c",)
+    monkeypatch.setenv("HYX_BUNDLE_PATH", "a:b")
+    app.init(hyxIO.ArgumentParser(["--bundle-path", "x:y", "--model", "arm", "--debug-frames"]))
+    assert app.getTavLangBundlePaths(["c"]) == ("x", "y", "a", "b", "c")
+    assert app.getTavLangModelName() == "arm" and app.getTavLangDebugRenderFrames()
+
+
+def test_the_control_protocol_is_off(app):
+    assert not app.getTavLangUseClick() and app.getTavLangClickServerAddr().startswith("tcp://localhost")
+
+
+def test_frames_of_links_are_shown_on_demand(app, description):
+    import hyxIO
+    app.loadTavLangFile(description(), app.getSceneRoot())
+    plain = app.getSceneRoot().getChild(0).getNumChildren()
+    app.clearScene()
+    app.init(hyxIO.ArgumentParser(["--debug-frames"]))
+    app.loadTavLangFile(description(), app.getSceneRoot())
+    assert app.getSceneRoot().getChild(0).getNumChildren() == plain + 3

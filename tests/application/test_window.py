@@ -1,0 +1,130 @@
+"""The window and what is switched on in it."""
+import pytest
+
+import hyx
+import hyxOSG
+from subprocesses import run_python
+
+from conftest import add_box, difference
+
+
+def test_the_window_has_its_size_and_changes_it(window, shoot):
+    assert shoot(window).shape == (120, 160, 3)
+    assert window.setWindowRectangle(0, 0, 200, 100)
+    assert shoot(window).shape == (100, 200, 3)
+    assert window.getCameraData().aspectRatio == pytest.approx(2)
+    for wrong in ((0, 0, 0, 100), (0, 0, 100, 20000)):
+        assert not window.setWindowRectangle(*wrong)
+    window.setAllowWindowResizing(False)
+    assert not window.getAllowWindowResizing()
+    assert not window.setWindowRectangle(0, 0, 160, 120) and window.setWindowRectangle(5, 5, 200, 100)
+    assert shoot(window).shape == (100, 200, 3)
+
+
+def test_before_there_is_a_window_nothing_is_changed(app):
+    assert not app.setWindowRectangle(0, 0, 100, 100) and not app.setWindowTitle("early")
+    assert not app.hasOffscreenWindow() and app.getHWND() == 0
+
+
+def test_an_offscreen_window_has_a_title_and_no_number(window):
+    assert window.setWindowTitle("title")
+    assert window.hasOffscreenWindow() and window.getHWND() == 0
+    assert not window.getEnableVSync()
+    window.setEnableVSync(True)
+    assert window.getEnableVSync()
+    window.setEnableVSync(False, False)
+    assert not window.getEnableVSync()
+
+
+@pytest.mark.parametrize("size", [(0, 10), (10, 0), (-1, 10), (10, 20000)])
+def test_a_size_that_cannot_be_is_refused(app, size):
+    with pytest.raises(RuntimeError, match="1 to 16384"):
+        app.initViewer(*size)
+
+
+def test_a_second_window_takes_the_place_of_the_first(window, shoot):
+    add_box(window, static=True)
+    window.createVisual(window.getSimulation())
+    first = shoot(window)
+    window.initViewer(160, 120, True)
+    assert difference(first, shoot(window)) < 20
+
+
+def test_debug_rendering_draws_lines_and_names(window, shoot):
+    empty = shoot(window)
+    add_box(window, "box", static=True)
+    assert window.setEnableDebugRenderer(True) and window.getEnableDebugRenderer()
+    lines = shoot(window)
+    green = lines[abs(lines - empty).max(axis=2) > 24]
+    assert 30 < len(green) < 3000 and (green[:, 1] >= green[:, 0]).mean() > 0.9
+    assert not window.getEnableTextDebugRendering()
+    window.setEnableTextDebugRendering(True)
+    assert window.getEnableTextDebugRendering() and difference(lines, shoot(window)) > 10
+    assert not window.setEnableDebugRenderer(False)
+    assert difference(empty, shoot(window)) == 0
+
+
+def test_the_scene_can_be_switched_off(window, shoot):
+    empty = shoot(window)
+    add_box(window, static=True)
+    window.createVisual(window.getSimulation())
+    assert window.getEnableOSGRenderer() and difference(empty, shoot(window)) > 100
+    window.setEnableOSGRenderer(False)
+    assert not window.getEnableOSGRenderer() and difference(empty, shoot(window)) == 0
+    assert window.getSceneSwitch().getNumChildren() == 1
+    window.setEnableOSGRenderer(True)
+    assert difference(empty, shoot(window)) > 100
+
+
+def test_visuals_of_a_simulation_and_an_assembly_are_made_once(app):
+    import hyxSDK
+    assembly = hyxSDK.Assembly()
+    app.getSimulation().add(assembly)
+    app.createVisual(app.getSimulation())
+    app.createVisual(app.getSimulation(), 2.0)
+    app.createVisual(assembly, 1.0, True)
+    assert app.getSceneHyxOSGRoot().getNumChildren() == 2
+    app.journalRenderLoader(assembly, True)
+    assert app.getSceneHyxOSGRoot().getNumChildren() == 1
+    app.journalRenderLoader(assembly, False)
+    assert app.getSceneHyxOSGRoot().getNumChildren() == 2
+    assert app.getRenderProxyFactory() is not None
+    with pytest.raises(RuntimeError):
+        app.createVisual(app.getSimulation(), -1.0)
+
+
+def test_the_messages_of_the_scene_graph_library_can_be_chosen(app):
+    app.setOsgNotifyLevel(2)
+    for wrong in (-1, 99):
+        with pytest.raises(RuntimeError):
+            app.setOsgNotifyLevel(wrong)
+
+
+SILENT = """
+import hyxOSG, hyx
+app = hyxOSG.ExampleApplication()
+app.initViewer(64, 48)
+app.stopAfter(0.1)
+app.run()
+app.initViewer(32, 32)
+"""
+
+
+def without_display(monkeypatch, **environment):
+    monkeypatch.delenv("DISPLAY", raising=False)
+    monkeypatch.delenv("HYX_DISPLAY", raising=False)
+    for name, value in environment.items():
+        monkeypatch.setenv(name, value)
+
+
+def test_without_a_display_nothing_is_printed_and_the_end_is_silent(monkeypatch):
+    without_display(monkeypatch)
+    done = run_python(SILENT)
+    assert (done.returncode, done.stdout, done.stderr) == (0, "", "")
+
+
+@pytest.mark.parametrize("value, message", [("window", "no display answers"), ("somewhere", "must be 'window'")])
+def test_a_window_that_cannot_be_is_an_exception(monkeypatch, value, message):
+    without_display(monkeypatch, HYX_DISPLAY=value)
+    done = run_python(SILENT)
+    assert done.returncode == 1 and "RuntimeError" in done.stderr and message in done.stderr
