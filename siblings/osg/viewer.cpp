@@ -60,6 +60,7 @@ constexpr Declared functions[] = {
 
     FUNCTION(new_Viewer, NEW(osgViewer::Viewer, ())),
     FUNCTION(Viewer_frame, ADAPTER(osgViewer::Viewer, frame, frame, ())),
+    FUNCTION(Viewer_updateTraversal, METHOD(osgViewer::Viewer, updateTraversal, ())),
     FUNCTION(Viewer_home, ADAPTER(osgViewer::Viewer, home, home, ())),
     FUNCTION(Viewer_done, METHOD(osgViewer::Viewer, done, () const)),
     FUNCTION(Viewer_setSceneData, ADAPTER(osgViewer::Viewer, setSceneData, set_scene, (osg::Node *))),
