@@ -13,6 +13,13 @@ namespace {
 
 using Queue = osgGA::EventQueue;
 
+unsigned long waiting(Queue &self)
+{
+    Queue::Events events;
+    self.copyEvents(events);
+    return events.size();
+}
+
 // Times are left to the queue: a viewer keeps back events that are later than its own clock.
 void mouse_motion(Queue &self, float x, float y) { self.mouseMotion(x, y); }
 void mouse_press(Queue &self, float x, float y, unsigned int button) { self.mouseButtonPress(x, y, button); }
@@ -44,6 +51,7 @@ constexpr Declared functions[] = {
     FUNCTION(EventQueue_keyRelease, ADAPTER(osgGA::EventQueue, keyRelease, key_release, (int))),
     FUNCTION(EventQueue_windowResize, ADAPTER(osgGA::EventQueue, windowResize, resize, (int, int, int, int))),
     FUNCTION(EventQueue_closeWindow, ADAPTER(osgGA::EventQueue, closeWindow, close_window, ())),
+    FUNCTION(EventQueue_getNumEvents, ADAPTER(osgGA::EventQueue, getNumEvents, waiting, ())),
     FUNCTION(EventQueue_setModKeyMask, ADAPTER(osgGA::EventQueue, setModKeyMask, set_modifiers, (unsigned int))),
     FUNCTION(EventQueue_setMouseInputRange,
              ADAPTER(osgGA::EventQueue, setMouseInputRange, set_mouse_range, (float, float, float, float))),

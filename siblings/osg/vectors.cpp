@@ -8,6 +8,9 @@
 #include <osg/Vec3f>
 #include <osg/Vec4f>
 
+#include <algorithm>
+#include <cmath>
+
 namespace {
 
 template <class Value> std::string text(Value const &self, char const *name)
@@ -48,7 +51,8 @@ osg::Matrixd product(osg::Matrixd const &self, osg::Matrixd const &other) { retu
 osg::Matrixd inverse(osg::Matrixd const &self)
 {
     osg::Matrixd result;
-    if (!result.invert(self))
+    bool const inverted = result.invert(self);
+    if (!inverted || !std::all_of(result.ptr(), result.ptr() + 16, [](double part) { return std::isfinite(part); }))
         throw std::invalid_argument("the matrix has no inverse");
     return result;
 }
