@@ -1,9 +1,11 @@
-"""Runs Python code in a fresh interpreter that sees the built modules."""
+"""Where the built modules are, and how to run Python code in a fresh interpreter that sees them."""
 import os
+import pathlib
 import subprocess
 import sys
 
-from conftest import BUILD
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+BUILD = pathlib.Path(os.environ.get("HYX_BUILD", ROOT / "build"))
 
 
 def run_python(code: str, **environment: str) -> subprocess.CompletedProcess:

@@ -129,10 +129,10 @@ private:
   hyx::ref_ptr<hyx::Constraint> makeJoint(const urdf::Joint& joint, hyx::RigidBody* parent, hyx::RigidBody* child) {
     const hyx::AffineMatrix4x4 frame = child->getTransform();
     const hyx::Vec3 axis = frame.transformVector(hyx::Vec3(joint.axis.x, joint.axis.y, joint.axis.z));
-    switch (joint.type) {
+    switch (joint.type) {  // the child comes first: positions count its motion against the parent
       case urdf::Joint::REVOLUTE:
-      case urdf::Joint::CONTINUOUS: return limited(new hyx::Hinge(frame.getTranslate(), axis, parent, child), joint);
-      case urdf::Joint::PRISMATIC: return limited(new hyx::Prismatic(frame.getTranslate(), axis, parent, child), joint);
+      case urdf::Joint::CONTINUOUS: return limited(new hyx::Hinge(frame.getTranslate(), axis, child, parent), joint);
+      case urdf::Joint::PRISMATIC: return limited(new hyx::Prismatic(frame.getTranslate(), axis, child, parent), joint);
       case urdf::Joint::FIXED: return new hyx::LockJoint(parent, child);
       case urdf::Joint::FLOATING: return nullptr;
       default: throw std::runtime_error("the joint '" + joint.name + "' is planar, which is not supported");
@@ -204,7 +204,7 @@ void UrdfModel::createVisuals(osg::Group& root, bool frames) const {
     following->addUpdateCallback(new BodyCallback(visual.body.get()));
     group->addChild(following);
   }
-  constexpr float thickness = 0.1f, length = 0.1f;
+  constexpr float thickness = 0.5f, length = 0.25f;
   if (frames)
     for (const auto& body : result.assembly->getRigidBodies())
       hyxOSG::createAxes(body.get(), static_cast<hyx::Frame*>(nullptr), group.get(), thickness, length);

@@ -6,7 +6,7 @@ import pytest
 import hyx
 import hyxOSG
 
-from conftest import add_box, difference
+from application_stage import add_box, difference
 
 
 def xyz(vector):

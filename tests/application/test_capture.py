@@ -7,7 +7,7 @@ import pytest
 import hyx
 import hyxOSG
 
-from conftest import add_box, difference, read_picture
+from application_stage import add_box, difference, read_picture
 
 
 def test_a_screenshot_without_a_name_takes_the_next_number(window, tmp_path, monkeypatch):
@@ -56,7 +56,7 @@ def test_pictures_follow_simulated_time(window, tmp_path):
 @pytest.mark.parametrize("through_texture", [False, True])
 def test_a_film_has_its_frames(window, tmp_path, through_texture):
     capture = window.getVideoServerCapture()
-    capture.setFilename(str(tmp_path / "film.mp4"))
+    capture.setFilename(str(tmp_path / "film"))
     assert window.getVideoCaptureRendertoTexture() is None and window.getTextureCamera() is None
     if through_texture:
         window.setupVideoCaptureRenderTotexture()

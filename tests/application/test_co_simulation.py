@@ -6,7 +6,7 @@ import hyxIO
 import hyxNet
 import hyxOSG
 
-from conftest import add_box
+from application_stage import add_box
 from zmq_client import Client
 
 

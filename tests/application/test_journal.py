@@ -11,20 +11,24 @@ import hyx
 import hyxOSG
 import hyxSDK
 
-from conftest import add_box, difference
+from application_stage import add_box, difference
 
 
 @pytest.fixture
-def falling(app, tmp_path):
+def path(tmp_path):
+    return str(tmp_path / "run.h5")
+
+
+@pytest.fixture
+def falling(app, path):
     """An application with a ground and a falling box, and a file to record to."""
     add_box(app, "ground", (0, 0, -5), static=True)
     add_box(app, "box", (0, 0, 0))
-    app.path = str(tmp_path / "run.h5")
-    app.setJournalRecordPath(app.path)
+    app.setJournalRecordPath(path)
     return app
 
 
-def test_a_recorded_session_is_played_back_exactly(falling):
+def test_a_recorded_session_is_played_back_exactly(falling, path):
     falling.setEnableJournalRecord(True)
     assert falling.getJournal().isRecording()
     falling.storeInitialJournalState()
@@ -37,7 +41,7 @@ def test_a_recorded_session_is_played_back_exactly(falling):
 
     falling.getSimulation().getRigidBody("box").setPosition(hyx.Vec3(9, 9, 9))
     falling.journalPlayback()
-    assert falling.getJournalPlaybackPath() == falling.path and falling.getJournal().getNumStates() == 41
+    assert falling.getJournalPlaybackPath() == path and falling.getJournal().getNumStates() == 41
     played = []
     while falling.getAutoStepping():
         falling.step()
@@ -68,20 +72,20 @@ def sessions(path, capfd, app):
     return capfd.readouterr().out.split()
 
 
-def test_sessions_are_appended_and_listed(falling, capfd):
+def test_sessions_are_appended_and_listed(falling, path, capfd):
     falling.initRecordJournal()
     falling.step()
-    falling.setJournalRecordPath(falling.path + "#named")
+    falling.setJournalRecordPath(path + "#named")
     falling.initAppendJournal()
     falling.step()
     falling.setEnableJournalRecord(False)
-    assert sessions(falling.path, capfd, falling) == ["session_1", "named"]
+    assert sessions(path, capfd, falling) == ["session_1", "named"]
     with pytest.raises(RuntimeError, match="already"):
         falling.initAppendJournal()
     falling.initRecordJournal()
     falling.setEnableJournalRecord(False)
-    assert sessions(falling.path, capfd, falling) == ["named"]
-    falling.setJournalRecordPath(falling.path + "#missing")
+    assert sessions(path, capfd, falling) == ["named"]
+    falling.setJournalRecordPath(path + "#missing")
     with pytest.raises(RuntimeError, match="missing"):
         falling.journalPlayback()
 
@@ -96,19 +100,19 @@ def test_the_frequency_thins_the_states(falling):
         falling.setRequestedJournalFrequency(-1)
 
 
-def size_of(app, single):
+def size_of(app, path, single):
     app.setEnableJournal32bitMode(single)
     app.initRecordJournal()
     for _ in range(2000):
         app.getJournal().store(app.getSimulation(), True)
     app.setEnableJournalRecord(False)
-    return os.path.getsize(app.path)
+    return os.path.getsize(path)
 
 
-def test_single_precision_takes_about_half_the_room(falling):
+def test_single_precision_takes_about_half_the_room(falling, path):
     for i in range(20):
         add_box(falling, f"box{i}")
-    assert size_of(falling, True) < 0.6 * size_of(falling, False)
+    assert size_of(falling, path, True) < 0.6 * size_of(falling, path, False)
 
 
 @pytest.mark.parametrize("incremental, played", [(True, [2, 3, 2]), (False, [2, 2, 2])])
@@ -147,14 +151,14 @@ def test_the_configuration_file_has_the_last_word(falling, tmp_path):
         falling.initRecordJournal()
 
 
-def test_the_only_format_is_hdf5(falling):
+def test_the_only_format_is_hdf5(falling, path):
     assert falling.getJournalFormat() == 0
     falling.setJournalFormat(0)
     with pytest.raises(RuntimeError, match="HDF5"):
         falling.setJournalFormat(1)
     falling.initRecordJournal()
     falling.setEnableJournalRecord(False)
-    assert open(falling.path, "rb").read(8) == b"\x89HDF\r\n\x1a\n"
+    assert open(path, "rb").read(8) == b"\x89HDF\r\n\x1a\n"
 
 
 def test_what_cannot_be_written_or_read_is_an_exception(app, tmp_path):
@@ -189,8 +193,7 @@ os.kill(os.getpid(), 9)
 """
 
 
-def test_a_crash_loses_the_last_block_at_most(app, tmp_path):
-    path = str(tmp_path / "crash.h5")
+def test_a_crash_loses_the_last_block_at_most(app, path):
     done = subprocess.run([sys.executable, "-c", CRASH, path], env={**os.environ, "PYTHONPATH": os.pathsep.join(sys.path)})
     assert done.returncode == -signal.SIGKILL
     app.setJournalRecordPath(path)

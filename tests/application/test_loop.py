@@ -9,7 +9,7 @@ import hyx
 import hyxOSG
 import hyxSDK
 
-from conftest import add_box
+from application_stage import add_box
 
 
 class Recorder(hyxOSG.ExampleApplicationListener):

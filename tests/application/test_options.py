@@ -9,8 +9,7 @@ import hyxOSG
 def started():
     def start(*arguments):
         app = hyxOSG.ExampleApplication()
-        app.parser = hyxIO.ArgumentParser(list(arguments))
-        assert app.init(app.parser)
+        assert app.init(hyxIO.ArgumentParser(list(arguments)))
         return app
 
     return start
@@ -29,8 +28,7 @@ def test_options_set_up_the_application(started):
 
 
 def test_the_arguments_are_kept(started):
-    app = started("--time-step", "0.02")
-    assert app.getArguments() == app.parser
+    assert started("--time-step", "0.02").getArguments().getReal("--time-step") == 0.02
     assert hyxOSG.ExampleApplication().getArguments() is None
 
 

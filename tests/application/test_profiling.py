@@ -7,7 +7,7 @@ import hyx
 import hyxOSG
 import hyxSDK
 
-from conftest import add_box
+from application_stage import add_box
 
 
 @pytest.fixture

@@ -1,12 +1,14 @@
 """Robot models loaded from their descriptions."""
-import os
+import math
 import textwrap
 
 import pytest
 
 import hyx
-import hyxOSG
+import hyxIO
 import hyxtavlang
+
+from application_stage import difference
 
 ARM = """<robot name="arm">
   <link name="base">
@@ -60,7 +62,6 @@ def test_a_joint_moves_about_its_axis_within_its_limits(app, description):
     for _ in range(240):
         app.step()
     direction = upper.getRotation() * hyx.Vec3(0, 0, 1)
-    import math
     assert math.atan2(direction.x, direction.z) == pytest.approx(1.5, abs=0.05)
     assert direction.y == pytest.approx(0, abs=1e-2)
 
@@ -113,7 +114,6 @@ def test_the_name_of_the_model_is_checked(app, description):
 
 
 def test_bundle_paths_come_from_options_environment_and_argument(app, monkeypatch):
-    import hyxIO
     monkeypatch.delenv("HYX_BUNDLE_PATH", raising=False)
     assert app.getTavLangBundlePaths() == ()
     assert app.getTavLangBundlePaths(["c"]) == ("c",)
@@ -127,11 +127,24 @@ def test_the_control_protocol_is_off(app):
     assert not app.getTavLangUseClick() and app.getTavLangClickServerAddr().startswith("tcp://localhost")
 
 
-def test_frames_of_links_are_shown_on_demand(app, description):
-    import hyxIO
-    app.loadTavLangFile(description(), app.getSceneRoot())
-    plain = app.getSceneRoot().getChild(0).getNumChildren()
-    app.clearScene()
-    app.init(hyxIO.ArgumentParser(["--debug-frames"]))
-    app.loadTavLangFile(description(), app.getSceneRoot())
-    assert app.getSceneRoot().getChild(0).getNumChildren() == plain + 3
+def test_frames_of_links_are_shown_on_demand(window, description, shoot):
+    window.setCameraHome(hyx.Vec3(2, -2, 2), hyx.Vec3(0, 0, 0.5))
+    path = description()
+    window.loadTavLangFile(path, window.getSceneRoot())
+    plain = shoot(window)
+    window.clearScene()
+    window.init(hyxIO.ArgumentParser(["--debug-frames"]))
+    window.loadTavLangFile(path, window.getSceneRoot())
+    assert difference(plain, shoot(window)) > 5
+
+
+def test_visuals_have_their_colours_and_follow_their_bodies(window, description, shoot):
+    window.setCameraHome(hyx.Vec3(0, -4, 0.5), hyx.Vec3(0, 0, 0.5))
+    empty = shoot(window)
+    window.loadTavLangFile(description(), window.getSceneRoot())
+    standing = shoot(window)
+    changed = abs(standing - empty).max(axis=2) > 24
+    red = (standing[..., 0] > standing[..., 1] + 60) & changed
+    assert red.sum() > 50 and (changed & ~red).sum() > 50
+    window.getSimulation().getRigidBody("upper").setRotation(hyx.Quat(math.pi / 4, hyx.Vec3(0, 1, 0)))
+    assert difference(standing, shoot(window)) > 50

@@ -7,7 +7,7 @@ import pytest
 import hyx
 import hyxOSG
 
-from conftest import add_box
+from application_stage import add_box
 
 SCENE = """
 import hyx, hyxCollide

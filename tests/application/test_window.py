@@ -5,7 +5,7 @@ import hyx
 import hyxOSG
 from subprocesses import run_python
 
-from conftest import add_box, difference
+from application_stage import add_box, difference
 
 
 def test_the_window_has_its_size_and_changes_it(window, shoot):

@@ -5,6 +5,7 @@ import os
 import select
 import socket
 import struct
+import time
 
 
 class Connection:
@@ -15,8 +16,9 @@ class Connection:
         self.socket = socket.create_connection(("127.0.0.1", port))
         self.data = b""
 
-    def wait(self, enough):
-        for _ in range(4000):
+    def wait(self, enough, seconds=5):
+        end = time.monotonic() + seconds
+        while time.monotonic() < end:
             if enough(self.data):
                 return True
             self.app.updateRemoteDebugger()
@@ -29,7 +31,7 @@ class Connection:
 
     def get(self, path):
         self.socket.sendall(f"GET {path} HTTP/1.1\r\nHost: localhost\r\nConnection: close\r\n\r\n".encode())
-        self.wait(lambda data: False)
+        self.wait(lambda data: False)  # until the other side closes
         head, _, body = self.data.partition(b"\r\n\r\n")
         return int(head.split()[1]), body.decode()
 
@@ -52,9 +54,10 @@ class Page(Connection):
         length = bytes([0x80 | len(text)]) if len(text) < 126 else bytes([0x80 | 126]) + struct.pack(">H", len(text))
         self.socket.sendall(b"\x81" + length + mask + bytes(b ^ mask[i % 4] for i, b in enumerate(text)))
 
-    def receive(self, wanted=lambda message: True):
-        """The next message (a dict, or the bytes of a picture) that is wanted; None when none comes."""
-        while self.wait(lambda data: self.frame(data) is not None):
+    def receive(self, wanted=lambda message: True, seconds=5):
+        """The next message (a dict, or the bytes of a picture) that is wanted; None when none comes in time."""
+        end = time.monotonic() + seconds
+        while self.wait(lambda data: self.frame(data) is not None, end - time.monotonic()):
             kind, payload, rest = self.frame(self.data)
             self.data = rest
             message = json.loads(payload) if kind == 1 else payload

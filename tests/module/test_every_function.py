@@ -5,7 +5,7 @@ import subprocess
 import sys
 
 import pytest
-from conftest import BUILD
+from subprocesses import BUILD
 
 AREAS = ["application", "visuals", "decoration", "nodes", "renderers", "legend", "iterators", "capture", "picking"]
 

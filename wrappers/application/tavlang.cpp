@@ -1,6 +1,12 @@
 #include "wrappers/vocabulary/rows.h"
 
 #include "platform/hyxOSG/example_application.h"
+#include "wrappers/vocabulary/sequences.h"
+
+namespace wrappers {
+template <>
+inline constexpr Conversion const *sequence_conversion<std::vector<std::string>> = &sequence_argument<std::vector<std::string>>;
+} // namespace wrappers
 
 namespace {
 

@@ -1,6 +1,7 @@
 /// What each command-line option does.
 #include "reference/osg/app/application_state.h"
 
+#include <filesystem>
 #include <sstream>
 #include <stdexcept>
 
@@ -91,7 +92,9 @@ void ExampleApplication::State::applyRecordingOptions(ExampleApplication& applic
   }
   if (options.has("--capture-video")) {
     VideoFFMPEGPipeCapture* capture = application.getVideoServerCapture();
-    capture->setFilename(options.getString("--capture-video"));
+    const std::filesystem::path film(std::string(options.getString("--capture-video")));
+    capture->setFilename((film.parent_path() / film.stem()).string());
+    if (film.has_extension()) capture->setVideoPostFix(film.extension().string());
     if (options.has("--capture-rate")) capture->setFps(options.getReal("--capture-rate"));
     capture->startCapture();
   }
