@@ -44,8 +44,6 @@ public:
 
   /// Takes the tube out of the scene; `update` then draws nothing any more.
   void removeNotification() override;
-  /// Follows the spline at the end of a step.
-  void last(hyx::TimeStamp time) override;
 
 protected:
   ~SplineRendererOld() override;

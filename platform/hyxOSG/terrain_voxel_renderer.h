@@ -100,8 +100,6 @@ public:
 
   /// Brings what is drawn up to date now.
   void update();
-  /// Follows the terrain at the end of a step.
-  void last(hyx::TimeStamp time) override;
   /// Takes the terrain out of the scene.
   void removeNotification() override;
 

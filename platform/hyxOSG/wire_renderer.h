@@ -28,8 +28,6 @@ public:
 
   /// Takes the wire out of the scene.
   void removeNotification() override;
-  /// Follows the wire at the end of a step.
-  void last(hyx::TimeStamp time) override;
 
 protected:
   ~WireRenderer() override;

@@ -26,6 +26,5 @@ double SplineRenderer::getNumSegmentsPerUnitLength() const { return m_impl->disp
 void SplineRenderer::setColor(hyx::Vec4f const & color) { m_impl->display.setColor(color); }
 hyx::Vec4f SplineRenderer::getColor() const { return m_impl->display.color(); }
 void SplineRenderer::removeNotification() { m_impl->display.remove(); }
-void SplineRenderer::last(hyx::TimeStamp) { m_impl->display.follow(); }
 
 }

@@ -26,6 +26,5 @@ double SplineRendererOld::getNumSegmentsPerUnitLength() const { return m_impl->d
 void SplineRendererOld::setColor(hyx::Vec4f const & color) { m_impl->display.setColor(color); }
 hyx::Vec4f SplineRendererOld::getColor() const { return m_impl->display.color(); }
 void SplineRendererOld::removeNotification() { m_impl->display.remove(); }
-void SplineRendererOld::last(hyx::TimeStamp) { m_impl->display.follow(); }
 
 }

@@ -201,7 +201,6 @@ hyx::String TerrainVoxelRenderer::getSoilParticleMeshModelFilename() const { ret
 hyx::String TerrainVoxelRenderer::getSoilParticleMeshTextureFilename() const { return m_impl->textureFile; }
 
 void TerrainVoxelRenderer::update() { m_impl->update(); }
-void TerrainVoxelRenderer::last(hyx::TimeStamp) { m_impl->update(); }
 void TerrainVoxelRenderer::removeNotification() { m_impl->shown.remove(); }
 
 }

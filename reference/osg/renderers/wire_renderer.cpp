@@ -49,7 +49,6 @@ void WireRenderer::removeNotification() {
   m_impl->shown.remove();
 }
 
-void WireRenderer::last(hyx::TimeStamp) { m_impl->follow(); }
 
 void WireRenderer::Impl::follow() {
   if (drawnRevision == wire->getRevision())

@@ -36,7 +36,6 @@ WireRendererOld::WireRendererOld(hyxWire::Wire * wire, osg::Group * parent) {
 WireRendererOld::~WireRendererOld() = default;
 
 void WireRendererOld::removeNotification() { m_impl->shown.remove(); }
-void WireRendererOld::last(hyx::TimeStamp) { m_impl->follow(); }
 
 void WireRendererOld::Impl::setUp() {
   geometry->setName("wire");
