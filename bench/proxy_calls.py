@@ -14,7 +14,7 @@ import hyxOSG
 import nanobind_contender as contender
 import osg
 
-ROUNDS, CALLS = 60, 20_000
+ROUNDS, CALLS = 400, 4_000
 
 
 def cases():

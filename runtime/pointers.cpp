@@ -1,4 +1,4 @@
-#include "runtime/pointers.h"
+#include "runtime/this_lookup.h"
 
 #include "runtime/client_data.h"
 #include "runtime/reference.h"
@@ -37,7 +37,7 @@ int SWIG_Python_ConvertPtrAndOwn(PyObject *obj, void **ptr, swig_type_info *ty, 
             *ptr = nullptr;
         return how == PointerConversion::reference ? SWIG_NullReferenceError : SWIG_OK;
     }
-    SwigPyObject *handle = SWIG_Python_GetSwigThis(obj);
+    SwigPyObject *handle = runtime::find_this(obj);
     if (own)
         *own = 0;
     int newmemory = 0;

@@ -3,7 +3,8 @@
 // What counts is an ordinary look-up of the attribute "this". Where that look-up has one fixed outcome for all
 // instances of a type (a slot, or on 3.10 a key of the instance's dict), the road is remembered under the type's
 // version tag, which the interpreter changes whenever the type or one of its bases does.
-#include "runtime/pointers.h"
+#include "runtime/this_lookup.h"
+
 #include "runtime/reference.h"
 #include "runtime/state.h"
 
@@ -14,28 +15,7 @@
 
 namespace {
 
-enum class Road : int {
-    general,        // ask the object
-    pointer_object, // the object is a sibling's pointer object
-    slot,           // at a fixed offset of the instance
-    dict,           // in the instance's dict
-};
-
-struct Route {
-    PyTypeObject *type;
-    unsigned int version;
-    Road road;
-    Py_ssize_t offset;
-};
-
-bool has_version(PyTypeObject *type) noexcept
-{
-#if PY_VERSION_HEX >= 0x030D0000
-    return type->tp_version_tag != 0;
-#else
-    return PyType_HasFeature(type, Py_TPFLAGS_VALID_VERSION_TAG);
-#endif
-}
+using namespace runtime;
 
 Route find_route(PyTypeObject *type) noexcept
 {
@@ -64,16 +44,10 @@ Route find_route(PyTypeObject *type) noexcept
 
 Route const &route_of(PyTypeObject *type) noexcept
 {
-    static Route routes[256];
-    Route &route = routes[(reinterpret_cast<std::uintptr_t>(type) >> 5) % std::size(routes)];
-    if (route.type != type || route.version == 0 || route.version != type->tp_version_tag || !has_version(type))
+    Route &route = route_place(type);
+    if (!is_valid(route, type))
         route = find_route(type);
     return route;
-}
-
-PyObject *field(PyObject *object, Py_ssize_t offset) noexcept
-{
-    return *reinterpret_cast<PyObject **>(reinterpret_cast<char *>(object) + offset);
 }
 
 // Borrowed: the instance keeps its attribute alive.
@@ -101,12 +75,8 @@ PyObject *from_dict(PyObject *object, Py_ssize_t offset) noexcept
 
 SwigPyObject *SWIG_Python_GetSwigThis(PyObject *object) noexcept
 {
-    PyTypeObject *const own_type = SwigPyObject_type();
     while (object) {
-        PyTypeObject *type = Py_TYPE(object);
-        if (type == own_type)
-            break;
-        Route const &route = route_of(type);
+        Route const &route = route_of(Py_TYPE(object));
         if (route.road == Road::pointer_object)
             break;
         switch (route.road) {

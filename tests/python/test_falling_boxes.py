@@ -11,13 +11,15 @@ import numpy
 import pytest
 from PIL import Image
 
+from conftest import BUILD
+
 ROOT = Path(__file__).resolve().parents[2]
 SCRIPT = ROOT / "examples" / "01_falling_boxes.py"
 SECONDS = 1.5
 
 
 def run(*arguments, folder, **variables):
-    environment = os.environ | variables
+    environment = os.environ | {"PYTHONPATH": str(BUILD / "python")} | variables
     return subprocess.run([sys.executable, SCRIPT, *map(str, arguments)], capture_output=True, text=True,
                           env=environment, cwd=folder, timeout=300)
 

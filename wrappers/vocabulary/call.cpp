@@ -3,8 +3,10 @@
 #include "runtime/errors.h"
 #include "runtime/pointers.h"
 #include "runtime/state.h"
+#include "runtime/this_lookup.h"
 #include "runtime/values.h"
 
+#include <algorithm>
 #include <climits>
 #include <cstring>
 
@@ -33,22 +35,6 @@ class Slots {
     std::uint32_t made_ = 0; // bit i: slot i holds a temporary
 };
 
-// The arguments of a dispatched call with their pointer objects, each looked up at most once.
-struct Candidates {
-    PyObject *const *arguments;
-    SwigPyObject *handles[most_arguments];
-    std::uint32_t known = 0;
-
-    SwigPyObject *handle(std::size_t index) noexcept
-    {
-        if (!(known & 1u << index)) {
-            handles[index] = SWIG_Python_GetSwigThis(arguments[index]);
-            known |= 1u << index;
-        }
-        return handles[index];
-    }
-};
-
 int convert_handles(SwigPyObject *handle, swig_type_info *type, void **result) noexcept
 {
     for (; handle; handle = reinterpret_cast<SwigPyObject *>(handle->next))
@@ -57,13 +43,44 @@ int convert_handles(SwigPyObject *handle, swig_type_info *type, void **result) n
     return SWIG_ERROR;
 }
 
+// The arguments of a dispatched call with their pointer objects, each looked up at most once.
+struct Candidates {
+    PyObject *const *arguments;
+    SwigPyObject *handles[most_arguments];
+    std::uint32_t known = 0;
+    // The last type that an argument converted to, for those in `converted`: several forms often want the same.
+    std::uint32_t converted = 0;
+    swig_type_info *types[most_arguments];
+    void *pointers[most_arguments];
+
+    SwigPyObject *handle(std::size_t index) noexcept
+    {
+        if (!(known & 1u << index)) {
+            handles[index] = runtime::find_this(arguments[index]);
+            known |= 1u << index;
+        }
+        return handles[index];
+    }
+    bool convert(std::size_t index, swig_type_info *type, Slot &slot) noexcept
+    {
+        if (!(converted & 1u << index) || types[index] != type) {
+            if (convert_handles(handle(index), type, &pointers[index]) != SWIG_OK)
+                return false;
+            types[index] = type;
+            converted |= 1u << index;
+        }
+        slot.pointer = pointers[index];
+        return true;
+    }
+};
+
 int convert_pointer(PyObject *object, swig_type_info *type, void **result) noexcept
 {
     if (object == Py_None) {
         *result = nullptr;
         return SWIG_OK;
     }
-    SwigPyObject *handle = SWIG_Python_GetSwigThis(object);
+    SwigPyObject *handle = runtime::find_this(object);
     if (handle && handle->ty == type) {
         *result = handle->ptr;
         return SWIG_OK;
@@ -94,6 +111,10 @@ int convert_text(PyObject *object, Slot &slot) noexcept
 // A status code; the slot holds the value on success.
 int convert_value(Parameter const &parameter, PyObject *object, Slot &slot)
 {
+    if (parameter.kind == Kind::boolean && PyBool_Check(object)) {
+        slot.flag = object == Py_True;
+        return SWIG_OK;
+    }
     switch (parameter.kind) {
     case Kind::boolean: return SWIG_AsVal_bool(object, &slot.flag);
     case Kind::int32: return convert_int32(object, slot);
@@ -172,10 +193,8 @@ bool accepts(Parameter const &parameter, Candidates &candidates, Slots &slots, s
     Slot &slot = slots.slots[index];
     PyObject *object = candidates.arguments[index];
     if (parameter.kind == Kind::pointer) {
-        if (object != Py_None)
-            return convert_handles(candidates.handle(index), swig_types[parameter.type], &slot.pointer) == SWIG_OK;
         slot.pointer = nullptr;
-        return true;
+        return object == Py_None || candidates.convert(index, swig_types[parameter.type], slot);
     }
     int const status = convert_value(parameter, object, slot);
     if (status == SWIG_NEWOBJ)
@@ -204,13 +223,13 @@ PyObject *call_chosen(Form const &form, Slots const &slots, PyObject *const *arg
 
 PyObject *dispatch(Function const &function, PyObject *const *arguments, std::size_t count)
 {
-    Candidates candidates{arguments, {}};
-    for (std::size_t t = 0; t < function.trial_count; ++t) {
-        Trial const &trial = function.trials[t];
-        if (trial.count < count)
-            continue;
-        if (trial.count > count)
-            break;
+    Candidates candidates;
+    candidates.arguments = arguments;
+    // Trials are grouped by count, smaller counts first.
+    Trial const *const end = function.trials + function.trial_count;
+    Trial const *place = std::partition_point(function.trials, end, [count](Trial const &t) { return t.count < count; });
+    for (; place != end && place->count == count; ++place) {
+        Trial const &trial = *place;
         if (function.by_count)
             return call_form(*trial.form, arguments, count);
         Slots slots(*trial.form);
@@ -265,8 +284,10 @@ PyObject *call_tuple(Function const &function, PyObject *arguments)
     return call_counted(function, items, std::size_t(PyTuple_GET_SIZE(arguments)));
 }
 
-PyObject *call_array(Function const *function, PyObject *const *arguments, Py_ssize_t count)
+[[gnu::flatten]] PyObject *call_array(Function const *function, PyObject *const *arguments, Py_ssize_t count)
 {
+    if (function->form_count == 1 && !function->trials && std::size_t(count) == function->maximum && !function->binary_operator) [[likely]]
+        return call_form(*function->forms, arguments, std::size_t(count));
     if (function->form_count != 0)
         return call_counted(*function, arguments, std::size_t(count));
     // Registration has no forms: it takes its arguments as the interpreter gives them.
