@@ -1,14 +1,12 @@
-// The command line; the errors of scripts.
+// The command line.
 #include "siblings/python_values.h"
 #include "wrappers/vocabulary/rows.h"
 
 #include "platform/hyxIO/argument_parser.h"
-#include "platform/hyxPython/script_manager.h"
 
 namespace {
 
 using hyxIO::ArgumentParser;
-using hyxPython::ScriptManager;
 
 hyx::Vector<hyx::String> read_texts(PyObject *iterable)
 {
@@ -38,21 +36,6 @@ PyObject *size_of(ArgumentParser const &self, hyx::String const &name)
     return Py_BuildValue("(ll)", width, height);
 }
 
-ScriptManager *script_manager() { return ScriptManager::instance("", "", "", false); }
-
-// (where, message, traceback) of each.
-PyObject *errors(ScriptManager const &self)
-{
-    runtime::Reference const list = runtime::Reference::take(PyList_New(0));
-    for (ScriptManager::Error const &error : self.getErrors()) {
-        runtime::Reference const item =
-            runtime::Reference::take(Py_BuildValue("(sss)", error.where.c_str(), error.message.c_str(), error.traceback.c_str()));
-        if (!list.get() || !item.get() || PyList_Append(list.get(), item.get()) < 0)
-            throw siblings::PythonError();
-    }
-    return Py_NewRef(list.get());
-}
-
 constexpr Declared functions[] = {
     FUNCTION(new_ArgumentParser, NEW(hyxIO::ArgumentParser, ()), CONTAINER(MAKE(hyxIO::ArgumentParser, from_arguments, (PyObject *)))),
     FUNCTION(delete_ArgumentParser, DELETE(hyxIO::ArgumentParser)),
@@ -71,13 +54,6 @@ constexpr Declared functions[] = {
     FUNCTION(ArgumentParser_getArguments, ADAPTER(hyxIO::ArgumentParser, getArguments, arguments, () const)),
     REGISTER(hyxIO::ArgumentParser, ArgumentParser),
     INIT(ArgumentParser),
-    FUNCTION(script_manager, FREE(script_manager, ())),
-    FUNCTION(ScriptManager_hasErrors, METHOD(hyxPython::ScriptManager, hasErrors, () const)),
-    FUNCTION(ScriptManager_getNumErrors, METHOD(hyxPython::ScriptManager, getNumErrors, () const)),
-    FUNCTION(ScriptManager_getErrors, ADAPTER(hyxPython::ScriptManager, getErrors, errors, () const)),
-    FUNCTION(ScriptManager_clearErrors, METHOD(hyxPython::ScriptManager, clearErrors, ())),
-    REGISTER(hyxPython::ScriptManager, ScriptManager),
-    INIT(ScriptManager),
 };
 
 } // namespace

@@ -85,11 +85,18 @@ def test_an_error_in_a_listener_is_reported_and_the_step_goes_on(capfd):
         def pre(self, time):
             raise ValueError("no such gear")
 
+    errors = hyxSDK.ScriptManager.instance()
+    errors.clearErrors()
     falling = box(0.5)
     world = simulation(falling, Failing())
     world.step()
     assert falling.getVelocity().z < 0
-    assert "ValueError: no such gear" in capfd.readouterr().err
+    assert capfd.readouterr().err.count("ValueError: no such gear") == 1
+    ((where, message, traceback),) = errors.getErrors()
+    assert (where, message) == ("hyxSDK::EventListener::pre", "ValueError: no such gear")
+    assert "test_event_listener.py" in traceback
+    errors.clearErrors()
+    assert not errors.hasErrors()
 
 
 def test_a_listener_may_remove_itself_and_others_during_a_step():
