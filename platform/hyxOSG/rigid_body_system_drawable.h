@@ -9,8 +9,7 @@ class RigidBody;
 
 namespace hyxOSG {
 
-/// Draws many small bodies as one drawable instead of a node each: the spheres of the added bodies become impostors.
-/// Bodies are referenced while they are drawn.
+/// Draws many bodies made of spheres as one drawable instead of a node each. Bodies are referenced while they are drawn.
 class RigidBodySystemDrawable : public osg::Drawable {
 public:
     RigidBodySystemDrawable();
@@ -19,7 +18,7 @@ public:
 
     META_Node(hyxOSG, RigidBodySystemDrawable)
 
-    /// Draw `body` too. False for null and for a body that is drawn already or has no sphere geometry.
+    /// Draw `body` too. False for null, for a body that is drawn already and for one with other geometries than spheres.
     bool add(hyx::RigidBody * body);
 
     /// Stop drawing `body`. False when it is not drawn.

@@ -76,6 +76,22 @@ def test_a_node_forgets_a_geometry_that_ends():
     update(node)
 
 
+@pytest.mark.parametrize("in_simulation", [True, False])
+def test_a_node_forgets_a_geometry_that_ends_with_its_body(in_simulation):
+    simulation = hyxSDK.Simulation()
+    body = hyx.RigidBody(hyxCollide.Geometry(hyxCollide.Sphere(1)))
+    node = hyxOSG.GeometryNode(body.getGeometries()[0])
+    node.setAutoRemove(False)
+    if in_simulation:
+        simulation.add(body)
+        simulation.remove(body)
+        assert node.getGeometry() == body.getGeometries()[0]  # out of the simulation, but alive
+    del body
+    gc.collect()
+    assert node.getGeometry() is None
+    update(node)
+
+
 @pytest.mark.parametrize("auto", [True, False])
 def test_a_node_leaves_the_scene_with_its_geometry_when_told_to(geometry, auto):
     root, simulation = osg.Group(), hyxSDK.Simulation()

@@ -149,9 +149,20 @@ def test_a_cache_shares_the_nodes_of_one_shape():
         assembly.add(body_of(shape))
     def shape_nodes(group):
         return [group.getChild(i).asGroup().getChild(0).asGroup().getChild(0) for i in range(3)]
-    root = osg.Group()
+    root, cache = osg.Group(), hyxOSG.RigidBodyRenderCache()
     plain = shape_nodes(hyxOSG.createVisualTemplateCaching(assembly, root))
-    assert plain[0] != plain[1]
+    assert plain[0] != plain[1] and cache.size() == 0
+    shared = shape_nodes(hyxOSG.createVisualTemplateCaching(assembly, root, cache))
+    assert shared[0] == shared[1] == shared[2] and cache.size() == 1
+    again = shape_nodes(hyxOSG.createVisualTemplateCaching(assembly, root, cache, 1.0, True))
+    assert again[0] == shared[0]
+    finer = shape_nodes(hyxOSG.createVisualTemplateCaching(assembly, root, cache, 2.0))
+    assert finer[0] != shared[0] and cache.size() == 2
+    shape.setRadius(0.7)
+    changed = shape_nodes(hyxOSG.createVisualTemplateCaching(assembly, root, cache))
+    assert changed[0] != shared[0]
+    cache.clear()
+    assert cache.size() == 0
 
 
 def test_bodies_of_a_simulation_come_and_go_with_their_visuals(studio):

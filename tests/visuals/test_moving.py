@@ -93,6 +93,40 @@ def test_the_drawable_follows_its_system_and_can_be_switched_off(studio):
     assert studio.picture().lit() == 0
 
 
+def test_many_bodies_of_spheres_are_one_drawable(studio):
+    geode, drawable = osg.Geode(), hyxOSG.RigidBodySystemDrawable()
+    geode.addDrawable(drawable)
+    studio.root.addChild(geode)
+    assert hyxOSG.findRigidBodySystemDrawable(studio.root) == drawable
+    ball, box = body_of(hyxCollide.Sphere(0.4)), body_of(hyxCollide.Box(1, 1, 1))
+    assert drawable.add(ball) and not drawable.add(ball) and not drawable.add(box) and not drawable.add(None)
+    assert drawable.getNumBodies() == 1 and max(studio.picture().center()) > 12
+    ball.setPosition(hyx.Vec3(0.7, 0, 0))
+    picture = studio.picture()
+    assert max(picture.center()) < 12 < picture.lit()
+    assert drawable.remove(ball) and not drawable.remove(ball)
+    assert studio.picture().lit() == 0
+
+
+def test_a_frame_drawable_draws_the_ways_of_its_frames(studio):
+    drawable, frame = hyxOSG.FrameTrajectoryDrawable(3, hyx.Vec4f(1, 0, 0, 1)), hyx.Frame()
+    geode = osg.Geode()
+    geode.addDrawable(drawable)
+    studio.root.addChild(geode)
+    assert hyxOSG.findFrameTrajectoryDrawable(studio.root) == drawable
+    assert drawable.add(frame) and not drawable.add(frame) and not drawable.add(None) and drawable.getNumFrames() == 1
+    for x in (-0.9, -0.5, 0.0, 0.5):
+        frame.setLocalTranslate(hyx.Vec3(x, 0, 0))
+        drawable.update()
+    assert drawable.getNumPoints() == 3
+    assert studio.picture().count(red) > 40
+    drawable.clear()
+    assert drawable.getNumPoints() == 0 and studio.picture().lit() == 0
+    assert drawable.remove(frame) and not drawable.remove(frame)
+    with pytest.raises(RuntimeError, match="at least 2"):
+        hyxOSG.FrameTrajectoryDrawable(1)
+
+
 def test_an_emitter_shows_its_volume_where_it_is(studio):
     emitter = hyx.Emitter()
     emitter.setHalfExtents(hyx.Vec3(0.5, 0.5, 0.5))

@@ -77,8 +77,10 @@ void GeometryNode::listen() {
     setNumChildrenRequiringUpdateTraversal(getNumChildrenRequiringUpdateTraversal() + 1);
     m_impl->shapeChange = {[this](hyxCollide::Geometry const * geometry) { shapeCallback(geometry); }};
     m_impl->removal = {[this](hyxCollide::Geometry const * geometry) {
-        if (geometry->getReferenceCount() <= 0)
-            setGeometry(nullptr); // the geometry ends
+        // The one reference is that of who tells of the end; a geometry without a body and another holder lives on.
+        bool const ends = geometry->getReferenceCount() <= 1 && !geometry->getRigidBody();
+        if (ends)
+            setGeometry(nullptr);
         if (m_impl->autoRemove)
             removeFromParents();
     }};

@@ -56,7 +56,8 @@ bool RigidBodySystemDrawable::add(hyx::RigidBody * body) {
     if (!body || std::ranges::find(m_impl->bodies, body, &hyx::ref_ptr<hyx::RigidBody>::get) != m_impl->bodies.end())
         return false;
     auto const & geometries = body->getGeometries();
-    if (std::none_of(geometries.begin(), geometries.end(), [](auto const & geometry) { return sphereOf(*geometry); }))
+    bool const onlySpheres = std::all_of(geometries.begin(), geometries.end(), [](auto const & geometry) { return sphereOf(*geometry); });
+    if (geometries.empty() || !onlySpheres)
         return false;
     m_impl->bodies.emplace_back(body);
     update();
