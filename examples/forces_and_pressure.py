@@ -27,7 +27,7 @@ def add_floor(sim):
 def add_box(sim):
     box = hyx.RigidBody(hyxCollide.Geometry(hyxCollide.Box(0.4, 0.4, 0.6)))
     box.setPosition(hyx.Vec3(-1.2, 0, 0.6))
-    box.setMass(100)  # kilograms
+    box.setMass(60)  # kilograms
     sim.add(box)
     return box
 
@@ -35,7 +35,7 @@ def add_box(sim):
 def add_held_rod(sim):
     """A rod that the motor of a hinge holds against its weight."""
     rod = hyx.RigidBody(hyxCollide.Geometry(hyxCollide.Box(0.6, 0.06, 0.06)))
-    rod.setMass(20)
+    rod.setMass(40)
     rod.setPosition(hyx.Vec3(1.2, 0, 1))
     sim.add(rod)
     frame = hyx.Frame()
@@ -58,21 +58,22 @@ def main():
     sim = hyxSDK.Simulation()
     app.initSimulation(sim)
     app.initViewer(960, 540)
-    app.setCameraHome(hyx.Vec3(2.5, -5.5, 3), hyx.Vec3(0, 0, 0.7))
+    app.setCameraHome(hyx.Vec3(3.5, -3.5, 2.2), hyx.Vec3(0, 0, 0.6))
     root = app.getSceneRoot()
 
     floor, box, (rod, hinge) = add_floor(sim), add_box(sim), add_held_rod(sim)
     visuals = [hyxOSG.createVisual(thing, root) for thing in (floor, box, rod)]
     arrows = hyxOSG.ForceArrowRenderer()
-    arrows.setScale(0.001)  # metres per newton
+    arrows.setScale(0.0015)  # metres per newton
     arrows.add(box, hyx.Vec3(0, 0, 0.6), hyxRender.Color(0.9, 0.2, 0.1, 1.0))
     arrows.add(hinge, hyx.Vec3(0, 0, 0), hyxRender.Color(0.1, 0.6, 0.2, 1.0), hyxOSG.ForceArrowRenderer_ALL)
     sim.add(arrows)
     pressure = hyxModel.PressureField(box, 0.04)
+    pressure.setFoundationDepth(0.0001)  # metres: stiff ground, so the edge carries most
     sim.add(pressure)
 
     for _ in range(120):
-        box.addForceAtPosition(hyx.Vec3(150, 0, 0), box.getPosition() + hyx.Vec3(0, 0, 0.3))  # lean on it
+        box.addForceAtPosition(hyx.Vec3(100, 0, 0), box.getPosition() + hyx.Vec3(0, 0, 0.3))  # lean on it
         sim.step()
     app.takeScreenShot(str(options.output / "force_arrows.png"))
 
@@ -81,8 +82,9 @@ def main():
         field.addTriangle(triangle, hyx.AffineMatrix4x4())
     field.updateTransform(box.getTransform())
     field.done()
-    for visual in visuals[:2]:
+    for visual in visuals:
         root.removeChild(visual)
+    sim.remove(arrows)
     app.setCameraHome(hyx.Vec3(-1.2, -1.6, -1.6), hyx.Vec3(-1.2, 0, 0))
     app.takeScreenShot(str(options.output / "pressure.png"))
     print(options.output / "force_arrows.png", options.output / "pressure.png", sep="\n")

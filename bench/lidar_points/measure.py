@@ -18,7 +18,7 @@ LEAST_SHARE = 0.8
 def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("--points", type=int, default=1_000_000)
-    parser.add_argument("--rounds", type=int, default=10)
+    parser.add_argument("--rounds", type=int, default=5)
     options = parser.parse_args()
     best = (ctypes.c_double * len(CASES))()
     ctypes.PyDLL(str(LIBRARY)).measure(options.points, options.rounds, best)
