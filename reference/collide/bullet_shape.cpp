@@ -15,6 +15,7 @@
 #include <BulletCollision/CollisionShapes/btCapsuleShape.h>
 #include <BulletCollision/CollisionShapes/btCompoundShape.h>
 #include <BulletCollision/CollisionShapes/btConeShape.h>
+#include <BulletCollision/CollisionShapes/btConvexHullShape.h>
 #include <BulletCollision/CollisionShapes/btCylinderShape.h>
 #include <BulletCollision/CollisionShapes/btHeightfieldTerrainShape.h>
 #include <BulletCollision/CollisionShapes/btSphereShape.h>
@@ -31,6 +32,25 @@ namespace {
 /// Bullet surrounds surfaces with a skin; its usual 4 cm would let bodies hover.
 constexpr double surfaceSkin = 0.001;
 
+/// Whether no vertex lies outside of a triangle's plane. Meshes too large to try count as not convex.
+bool isConvex(Trimesh const & mesh) {
+  auto const & vertices = mesh.getVertices();
+  if (!mesh.isClosed() || mesh.getNumTriangles() * vertices.size() > 20'000'000)
+    return false;
+  hyx::Vec3 lower;
+  hyx::Vec3 upper;
+  mesh.getBound(lower, upper);
+  double const tolerance = 1e-6 * (upper - lower).length();
+  for (hyx::UInt i = 0; i < mesh.getNumTriangles(); ++i) {
+    hyx::Vec3 const normal = mesh.getTriangleNormal(i);
+    hyx::Vec3 const & corner = vertices[mesh.getIndices()[3 * i]];
+    for (hyx::Vec3 const & vertex : vertices)
+      if (normal.dot(vertex - corner) > tolerance)
+        return false;
+  }
+  return true;
+}
+
 std::unique_ptr<btCollisionShape> buildMesh(Trimesh const & mesh, bool moving) {
   Shape::Implementation & shared = mesh.implementation();
   if (!shared.triangles) {
@@ -39,6 +59,15 @@ std::unique_ptr<btCollisionShape> buildMesh(Trimesh const & mesh, bool moving) {
         static_cast<int>(mesh.getNumTriangles()), const_cast<int *>(indices), static_cast<int>(3 * sizeof(int)),
         static_cast<int>(mesh.getVertices().size()), const_cast<double *>(mesh.getVertices().data()->ptr()),
         static_cast<int>(sizeof(hyx::Vec3)));
+  }
+  if (moving && isConvex(mesh)) {
+    auto shape = std::make_unique<btConvexHullShape>();
+    for (hyx::Vec3 const & vertex : mesh.getVertices())
+      shape->addPoint(hyx::toBullet(vertex), false);
+    shape->setMargin(surfaceSkin);
+    shape->optimizeConvexHull();
+    shape->recalcLocalAabb();
+    return shape;
   }
   if (moving) {
     auto shape = std::make_unique<btGImpactMeshShape>(shared.triangles.get());

@@ -6,6 +6,8 @@
 #include <BulletCollision/CollisionDispatch/btCollisionObjectWrapper.h>
 #include <BulletCollision/CollisionDispatch/btCompoundCollisionAlgorithm.h>
 #include <BulletCollision/CollisionDispatch/btManifoldResult.h>
+#include <BulletCollision/CollisionShapes/btSphereShape.h>
+#include <BulletCollision/CollisionShapes/btTriangleShape.h>
 #include <BulletDynamics/Dynamics/btRigidBody.h>
 
 #include <cmath>
@@ -19,6 +21,9 @@ namespace {
 
 /// m/s; slower contacts come to rest.
 constexpr double bounceSpeed = 0.3;
+
+/// Of 45 degrees.
+constexpr double straightCosine = 0.7071;
 
 CollisionCarrier const & carrierOf(btCollisionObject const * object) {
   return *static_cast<CollisionCarrier const *>(object->getUserPointer());
@@ -46,6 +51,38 @@ void keepBounceExact(btManifoldPoint & point, btCollisionObject const * first, b
   } else {
     point.m_contactPointFlags &= ~BT_CONTACT_FLAG_HAS_CONTACT_ERP;
   }
+}
+
+bool isShape(btCollisionObjectWrapper const * wrapper, int type) {
+  return wrapper->getCollisionShape()->getShapeType() == type;
+}
+
+/// The edges between the triangles of a smooth surface must not be felt: near one, a ball finds the edge beside it rather than the face below it,
+/// and the normal that leans over the edge would push it along. Such a contact becomes one with the triangle's plane; normals that lean more are
+/// those of true edges and stay.
+void rollOverEdges(btManifoldPoint & point, btCollisionObjectWrapper const * wrapper0, btCollisionObjectWrapper const * wrapper1) {
+  bool const ballFirst = isShape(wrapper0, SPHERE_SHAPE_PROXYTYPE) && isShape(wrapper1, TRIANGLE_SHAPE_PROXYTYPE);
+  if (!ballFirst && !(isShape(wrapper1, SPHERE_SHAPE_PROXYTYPE) && isShape(wrapper0, TRIANGLE_SHAPE_PROXYTYPE)))
+    return;
+  btCollisionObjectWrapper const & ball = ballFirst ? *wrapper0 : *wrapper1;
+  btCollisionObjectWrapper const & surface = ballFirst ? *wrapper1 : *wrapper0;
+  auto const & triangle = static_cast<btTriangleShape const &>(*surface.getCollisionShape());
+  btVector3 const leaning = ballFirst ? point.m_normalWorldOnB : -point.m_normalWorldOnB;
+  btVector3 normal;
+  triangle.calcNormal(normal);
+  normal = surface.getWorldTransform().getBasis() * normal;
+  if (normal.dot(leaning) < 0)
+    normal = -normal;
+  if (normal.dot(leaning) < straightCosine)
+    return;
+  btVector3 const lowest = ball.getWorldTransform().getOrigin() - normal * static_cast<btSphereShape const *>(ball.getCollisionShape())->getRadius();
+  point.m_distance1 = (lowest - surface.getWorldTransform() * triangle.m_vertices1[0]).dot(normal);
+  btVector3 const below = lowest - normal * point.m_distance1;
+  point.m_normalWorldOnB = ballFirst ? normal : -normal;
+  point.m_positionWorldOnA = ballFirst ? lowest : below;
+  point.m_positionWorldOnB = ballFirst ? below : lowest;
+  point.m_localPointA = wrapper0->getCollisionObject()->getWorldTransform().invXform(point.m_positionWorldOnA);
+  point.m_localPointB = wrapper1->getCollisionObject()->getWorldTransform().invXform(point.m_positionWorldOnB);
 }
 
 void makeForceless(btManifoldPoint & point) {
@@ -77,6 +114,7 @@ bool contactAdded(btManifoldPoint & point, btCollisionObjectWrapper const * wrap
   Geometry const * second = geometryOf(wrapper1);
   if (!first || !second)
     return false;
+  rollOverEdges(point, wrapper0, wrapper1);
   point.m_index0 = first->implementation().index;
   point.m_index1 = second->implementation().index;
   if (first->isSensor() || second->isSensor()) {

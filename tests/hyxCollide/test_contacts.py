@@ -202,6 +202,39 @@ def test_bodies_rest_on_a_static_mesh_and_on_a_height_field():
     assert on_hill.getPosition().z == pytest.approx(0.55, abs=5e-3)
 
 
+@pytest.mark.parametrize("resolution", [2, 41, 161])
+def test_a_ball_on_flat_ground_of_triangles_lies_still_and_rolls_straight(resolution):
+    lying, rolling = body(hyxCollide.Sphere(0.5), (0.01, 0.02, 0.6)), body(hyxCollide.Sphere(0.3), (-1, 1.5, 0.3))
+    rolling.setVelocity(hyx.Vec3(1, 0, 0))
+    rolling.setAngularVelocity(hyx.Vec3(0, 1 / 0.3, 0))
+    run(simulation(hyxCollide.Geometry(hyxCollide.HeightField(resolution, resolution, 8, 8)), lying, rolling), 2)
+    assert tuple(lying.getPosition()) == pytest.approx((0.01, 0.02, 0.5), abs=2e-3)
+    assert tuple(rolling.getPosition()) == pytest.approx((1, 1.5, 0.3), abs=2e-2)
+
+
+def test_a_convex_mesh_moves_like_the_solid_that_it_is():
+    lower, upper = body(cube_mesh(), (0, 0, 0.5)), body(cube_mesh(), (0, 0, 1.55))
+    run(simulation(ground(), lower, upper), 4)
+    assert tuple(lower.getPosition()) == pytest.approx((0, 0, 0.5), abs=5e-3)
+    assert tuple(upper.getPosition()) == pytest.approx((0, 0, 1.5), abs=1e-2)
+
+
+def test_a_hollow_mesh_takes_in_what_fits():
+    """An open-topped cup: a mesh that is not convex keeps its hollow while it moves."""
+    outer, inner = 0.5, 0.4
+    corners = [(x, y, 0) for y in (-outer, outer) for x in (-outer, outer)] + [(x, y, 1) for y in (-outer, outer) for x in (-outer, outer)]
+    corners += [(x, y, 0.1) for y in (-inner, inner) for x in (-inner, inner)] + [(x, y, 1) for y in (-inner, inner) for x in (-inner, inner)]
+    quads = [(0, 2, 3, 1), (0, 1, 5, 4), (1, 3, 7, 5), (3, 2, 6, 7), (2, 0, 4, 6),
+             (8, 9, 11, 10), (8, 12, 13, 9), (9, 13, 15, 11), (11, 15, 14, 10), (10, 14, 12, 8),
+             (4, 5, 13, 12), (5, 7, 15, 13), (7, 6, 14, 15), (6, 4, 12, 14)]
+    cup = body(hyxCollide.Trimesh(corners, [t for a, b, c, d in quads for t in ((a, b, c), (a, c, d))]))
+    assert cup.getMass() == pytest.approx(1000 * (1 - 0.8 * 0.8 * 0.9))
+    ball = body(hyxCollide.Sphere(0.2), (0, 0, 1.5), mass=5)
+    run(simulation(ground(), cup, ball), 3)
+    assert cup.getPosition().z == pytest.approx(0, abs=1e-2)
+    assert ball.getPosition().z == pytest.approx(0.3, abs=2e-2)
+
+
 def test_a_changed_shape_collides_with_its_new_size():
     solid = box(0.5, (0, 0, 0.5))
     world = simulation(ground(), solid)
