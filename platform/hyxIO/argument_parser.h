@@ -8,6 +8,7 @@
 namespace hyxIO {
 
 /// The options of a program's command line. It starts with those that an application knows; a program adds its own before `parse`.
+/// Those are about the window, the time step and pace, scenes, capture, journals and remote control; `getHelp` lists them.
 /// Every getter throws std::invalid_argument for an option that was never declared.
 class ArgumentParser : public hyx::Object {
 public:
