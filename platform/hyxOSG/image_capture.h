@@ -8,11 +8,11 @@ namespace hyxOSG {
 
 /// Writes the captured images as numbered files: directory/prefix, the number in five digits, postfix.
 ///
-/// The postfix chooses the format: ".png", ".jpg", ".bmp", ".tga", ".rgb", ".ppm" and what else the scene-graph library writes.
-/// A missing directory is created when the capture starts.
+/// The postfix chooses the format: ".png", ".jpg", ".bmp", ".tga", ".rgb", ".ppm" and what else the scene-graph library
+/// writes. A missing directory is created when the capture starts.
 class ImageCapture : public ImageCaptureBase {
 public:
-    /// @param simulation the clock of the capture; null means the wall clock.
+    /// \param simulation the clock of the capture; null means the wall clock.
     explicit ImageCapture(hyxSDK::Simulation * simulation = nullptr);
 
     /// What the file names begin with. Default "image".

@@ -8,16 +8,18 @@ namespace hyxOSG {
 
 /// A lidar that takes its distances from the depth buffer: one beam through the middle of each pixel.
 ///
-/// View and projection are those of the target; a perspective of 60 degrees from 0.1 to 100 m unless set. Beams that hit nothing before
-/// the far plane give no point.
+/// View and projection are those of the target; a perspective of 60 degrees from 0.1 to 100 m unless set. Beams that
+/// hit nothing before the far plane give no point.
 class SimpleDepthBufferLidar : public RenderToImage {
 public:
-    /// @param horizontalBeams,verticalBeams beams in a row and rows, 1 to 16384.
-    /// @param worldCoordinates points in the world's frame (default), else in the sensor's: x to the right, y up, z backwards.
+    /// \param horizontalBeams beams in a row, 1 to 16384.
+    /// \param verticalBeams rows, 1 to 16384.
+    /// \param worldCoordinates points in the world's frame (default), else in the sensor's: x to the right, y up, z
+    /// backwards.
     SimpleDepthBufferLidar(hyx::UInt horizontalBeams, hyx::UInt verticalBeams, bool worldCoordinates = true);
 
-    /// The points of the last drawn frame, in metres, row by row from the lowest, each from the left. Owned by the lidar and
-    /// overwritten by the next call.
+    /// The points of the last drawn frame, in metres, row by row from the lowest, each from the left. Owned by the
+    /// lidar and overwritten by the next call.
     hyx::VectorPOD<hyx::Vec3f> const & getScan();
 
 protected:
