@@ -202,6 +202,7 @@ def test_smoothing_one_visual_leaves_others_of_its_shape_alone():
     meshes = [n.getChild(0).asGroup().getChild(0).asGeode().getDrawable(0).asGeometry() for n in nodes]
     assert sorted(map(abs, meshes[1].getNormal(0))) == pytest.approx([0, 0, 1])
     assert meshes[0] != meshes[1]
+    assert sorted(map(abs, meshes[0].getNormal(0))) == pytest.approx([3**-0.5] * 3, abs=0.01), "the corner's faces are joined"
 
 
 def test_uniforms_are_added_and_replaced():

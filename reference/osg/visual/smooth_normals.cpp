@@ -8,7 +8,10 @@
 #include <osg/Group>
 #include <osgUtil/SmoothingVisitor>
 
+#include <cmath>
+#include <map>
 #include <stdexcept>
+#include <vector>
 
 namespace hyxOSG {
 namespace {
@@ -35,12 +38,36 @@ bool hasTriangles(osg::Geometry const & mesh) {
     return false;
 }
 
+/// Averages the normals of vertices that stand at one place for the sake of their texture, unless the edge is sharp.
+void joinDuplicates(osg::Geometry & mesh, double creaseAngle) {
+    auto const & positions = static_cast<osg::Vec3Array const &>(*mesh.getVertexArray());
+    auto * const normals = dynamic_cast<osg::Vec3Array *>(mesh.getNormalArray());
+    if (!normals || normals->size() != positions.size())
+        return;
+    std::map<osg::Vec3, std::vector<std::size_t>> places;
+    for (std::size_t i = 0; i < positions.size(); ++i)
+        places[positions[i]].push_back(i);
+    std::vector<osg::Vec3> const before(normals->begin(), normals->end());
+    float const leastCosine = static_cast<float>(std::cos(creaseAngle)) - 1e-5f;
+    for (auto const & [place, vertices] : places)
+        for (std::size_t const vertex : vertices) {
+            osg::Vec3 sum;
+            for (std::size_t const other : vertices)
+                if (before[vertex] * before[other] >= leastCosine)
+                    sum += before[other];
+            if (sum.normalize() > 0)
+                (*normals)[vertex] = sum;
+        }
+    normals->dirty();
+}
+
 std::size_t smooth(osg::Node & node, double creaseAngle) {
     if (osg::Geometry * const mesh = node.asGeometry()) {
         if (!hasTriangles(*mesh))
             return 0;
         mesh->setNormalArray(nullptr);
         osgUtil::SmoothingVisitor::smooth(*mesh, creaseAngle);
+        joinDuplicates(*mesh, creaseAngle);
         useVertexBuffers(*mesh);
         return 1;
     }
