@@ -1,30 +1,51 @@
-"""Values of the scene graph: components by name, iteration, copies, pickling and NumPy."""
+"""Values of the scene graph: iteration, copies, pickling and NumPy; images as arrays."""
 
-from .numbers import Numbers, component
+from __future__ import annotations
 
+from .numbers import Numbers
 
-class Vec2f(Numbers):
-    x = component(0)
-    y = component(1)
-
-
-class Vec3f(Numbers):
-    x = component(0)
-    y = component(1)
-    z = component(2)
+TYPE_CHECKING = False
+if TYPE_CHECKING:
+    from typing import Any
 
 
-class Vec3d(Numbers):
-    x = component(0)
-    y = component(1)
-    z = component(2)
+class Vec2f(Numbers): ...
 
 
-class Vec4f(Numbers):
-    x = component(0)
-    y = component(1)
-    z = component(2)
-    w = component(3)
+class Vec2d(Numbers): ...
+
+
+class Vec3f(Numbers): ...
+
+
+class Vec3d(Numbers): ...
+
+
+class Vec4f(Numbers): ...
+
+
+class Vec4d(Numbers): ...
 
 
 class Quat(Numbers): ...
+
+
+class Image:
+    def __array__(self, dtype: Any = None, copy: Any = None) -> Any:
+        """A copy of the pixels: (height, width) or (height, width, channels), bytes or floats. Row 0 is the lowest."""
+        import numpy
+
+        width, height = self.s(), self.t()  # type: ignore[attr-defined]
+        channels = _CHANNELS.get(self.getPixelFormat())  # type: ignore[attr-defined]
+        data = self.getData()  # type: ignore[attr-defined]
+        if channels is None or not data:
+            raise ValueError("the image has no pixels, or a format that is no array")
+        rows = numpy.frombuffer(data, numpy.uint8).reshape(height, -1)  # rows may be padded at their ends
+        kind = numpy.float32 if rows.shape[1] >= 4 * width * channels else numpy.uint8
+        used = width * channels * numpy.dtype(kind).itemsize
+        pixels = numpy.ascontiguousarray(rows[:, :used]).view(kind).reshape(height, width, channels)
+        return numpy.array(pixels[:, :, 0] if channels == 1 else pixels, dtype=dtype or kind)
+
+
+# By pixel format: depth, alpha, RGB, RGBA, luminance, luminance with alpha, BGR, BGRA.
+_CHANNELS = {6402: 1, 6406: 1, 6407: 3, 6408: 4, 6409: 1, 6410: 2, 32992: 3, 32993: 4}

@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 import ast
+import re
 import textwrap
 
 from .documentation import Documentation
@@ -29,7 +30,7 @@ def stub_text(package: Package, order: list[ProxyClass], extras: Extras, hints: 
     for statement in extras.package_names.values():
         body += _extra_lines(statement, 0)
     text = "\n".join(body)
-    head = [HEAD, "from collections.abc import Callable, Iterable, Iterator, Sequence", "from typing import Any, overload", ""]
+    head = [HEAD, "import builtins", "from collections.abc import Callable, Iterable, Iterator, Sequence", "from typing import Any, overload", ""]
     head += [ast.unparse(statement) for statement in extras.imports if _wanted(statement)]
     head.append("from _hyx_proxy import Handle")
     head += [f"import {name}" for name in PACKAGES if f"{name}." in text]
@@ -63,7 +64,16 @@ def _class_lines(proxy: ProxyClass, extras: Extras, hints: TypeHints, texts: Doc
             lines += _operation_lines(operation, hints, bound=not operation.static)
     for statement in own.values():
         lines += _extra_lines(statement, 4)
+    hidden = {"str", "int", "float", "bool", "object", "slice", "tuple"} & {*proxy.methods, *proxy.members}
+    lines = [_unhidden(line, hidden) if line.lstrip().startswith("def ") else line for line in lines]
     return lines if len(lines) > 1 else [lines[0] + " ..."]
+
+
+def _unhidden(line: str, hidden: set[str]) -> str:
+    """A method's head with the types spelled out that the class hides behind members of the same names."""
+    for name in hidden:
+        line = re.sub(rf"(?<=[:>|\[] ){name}\b|(?<=\[){name}\b", f"builtins.{name}", line)
+    return line
 
 
 def _member_lines(member: Member, hints: TypeHints) -> list[str]:

@@ -114,7 +114,7 @@ def test_the_stubs_are_sound_and_know_the_interface(tmp_path):
         "app.setTimeStep('soon')\n"
         "hyxOSG.createSphere(hyx.Vec3(), hyx.Vec4f(), 1.0)\n"
     )
-    command = [sys.executable, "-m", "mypy", "--no-error-summary", "--hide-error-context", "-p", "hyxOSG", "-p", "hyx"]
+    command = [sys.executable, "-m", "mypy", "--no-error-summary", "--hide-error-context", *(argument for name in PACKAGES for argument in ("-p", name))]
     environment = {"MYPYPATH": str(BUILD / "python"), "PATH": "/usr/bin:/bin", "MYPY_CACHE_DIR": str(tmp_path / "cache")}
     packages = subprocess.run(command, capture_output=True, text=True, env=environment, cwd=tmp_path)
     assert (packages.stdout, packages.stderr, packages.returncode) == ("", "", 0)
