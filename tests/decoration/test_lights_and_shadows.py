@@ -77,7 +77,7 @@ def test_soft_edges_have_steps_between_light_and_shadow(shadowed):
         loss = (plain - shadowed.picture()).sum(axis=2)[BESIDE_THE_BOX]
         return ((loss > 0.15 * loss.max()) & (loss < 0.85 * loss.max())).sum()
 
-    assert half_dark(SceneDecorator.SOFT_SHADOWMAP) > half_dark(SceneDecorator.SHADOWMAP) + 20
+    assert half_dark(SceneDecorator.SOFT_SHADOWMAP) > half_dark(SceneDecorator.SHADOWMAP) + 4
 
 
 def test_a_light_from_far_away_throws_shadows(shadowed):

@@ -49,6 +49,7 @@ class Playground:
         handler.setCamera(self.app.getCamera())
         handler.setActivateModKeyMask(12)
         handler.setActivateMouseButton(1)
+        self.app.setCameraHome(hyx.Vec3(0, -10, 0), hyx.Vec3(0, 0, 0))  # events may have moved the camera
         self.frame()
 
     def listen(self, listener):
@@ -58,8 +59,13 @@ class Playground:
 
     @property
     def events(self):
-        """The window's own queue: what is put here takes the road of every real event. Its Y runs upwards."""
-        return self.app.getViewer().getEventQueue()
+        """The queue of the window: what is put here takes the road of every real event. Its Y runs downwards, `up` turns
+        a height into it."""
+        return self.app.getCamera().getGraphicsWindow().getEventQueue()
+
+    @staticmethod
+    def up(y):
+        return HEIGHT - 1 - y
 
     def frame(self, count=1):
         timer = hyx.HighAccuracyTimer()

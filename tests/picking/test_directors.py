@@ -102,8 +102,7 @@ def test_objects_are_handed_on_as_proxies():
     body = hyx.RigidBody("carried")
     native(listener).addObject(body, False)
     assert seen[0][0] == body and seen[0][1] is False
-    native(listener).setInverseTransform(hyx.AffineMatrix4x4.translate(1, 2, 3) if hasattr(hyx.AffineMatrix4x4, "translate")
-                                         else hyx.AffineMatrix4x4(hyx.Vec3(1, 2, 3)))
+    native(listener).setInverseTransform(hyx.AffineMatrix4x4.translate(hyx.Vec3(1, 2, 3)))
     assert tuple(seen[1]) == (1, 2, 3)
 
 
@@ -292,6 +291,7 @@ def test_a_color_callback_may_delete_itself():
 def test_deleted_color_callbacks_free_their_python_object():
     callback = colors(lambda x: None)
     seen = weakref.ref(callback)
+    _hyxOSG.delete_LidarOutputRendererColorFunctionCallback(callback)
     del callback
     gc.collect()
     assert seen() is None

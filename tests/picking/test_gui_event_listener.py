@@ -66,11 +66,11 @@ def test_wrong_counts_list_the_prototypes(arguments):
 
 def test_events_reach_the_methods_with_places_and_masks(playground):
     recorder = playground.listen(Recorder())
-    events = playground.events
-    events.mouseMotion(100, 50)
-    events.mouseButtonPress(101, 51, 1)
-    events.mouseMotion(110, 60)
-    events.mouseButtonRelease(111, 61, 1)
+    events, up = playground.events, playground.up
+    events.mouseMotion(100, up(50))
+    events.mouseButtonPress(101, up(51), 1)
+    events.mouseMotion(110, up(60))
+    events.mouseButtonRelease(111, up(61), 1)
     events.keyPress(ord("k"))
     events.keyRelease(ord("k"))
     playground.frame(2)

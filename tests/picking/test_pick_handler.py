@@ -17,7 +17,9 @@ DOWN, UP = 0, 1
 
 @pytest.fixture
 def handler(playground):
-    return playground.new_handler()
+    made = playground.new_handler()
+    yield made
+    made.reset()
 
 
 def test_ray_meets_the_body_exactly(playground, handler):

@@ -102,10 +102,12 @@ template <class... P, class Defaults> struct Arguments<Types<P...>, Defaults> {
 template <class Name, class Text, bool HasSelf, bool ConstSelf, std::size_t Count> struct Messages {
     template <class Sink> static constexpr void put_parameter_type(Sink &sink, std::size_t index)
     {
+        // In front of what the row spells out stands a method's self, or the Python object of a director.
+        constexpr std::size_t in_front = Count - list_size(Text::parameters);
+        if (index >= in_front)
+            return put_type(sink, list_item(Text::parameters, index - in_front));
         if (!HasSelf)
-            return put_type(sink, list_item(Text::parameters, index));
-        if (index > 0)
-            return put_type(sink, list_item(Text::parameters, index - 1));
+            return sink.put("PyObject *");
         put_type(sink, Text::class_name);
         sink.put(ConstSelf ? std::string_view(" const *") : std::string_view(" *"));
     }

@@ -86,7 +86,10 @@ template <class Name, class F> class FormOf {
         }
         sink.put(F::Text::native_name);
         sink.put('(');
-        std::size_t const native = given - (count - native_count);
+        std::size_t const native = given - (count - list_size(F::Text::parameters));
+        // The native default arguments of a director's constructor make the form that takes the Python object alone.
+        if (native == 0 && given > 0 && !F::has_self)
+            sink.put("PyObject *");
         for (std::size_t i = 0; i < native; ++i) {
             if (i > 0)
                 sink.put(',');
@@ -97,13 +100,6 @@ template <class Name, class F> class FormOf {
             sink.put(" const");
         sink.put('\n');
     }
-    // Number of parameters that the row spells out.
-    static constexpr std::size_t native_count = [] {
-        std::size_t items = 0;
-        while (!list_item(F::Text::parameters, items).empty())
-            ++items;
-        return items;
-    }();
 };
 
 // A candidate of a dispatcher while the trial order is made.

@@ -99,6 +99,15 @@ constexpr std::string_view list_item(std::string_view text, std::size_t index)
     return {};
 }
 
+// Number of items in a parenthesised list.
+constexpr std::size_t list_size(std::string_view text)
+{
+    std::size_t items = 0;
+    while (!list_item(text, items).empty())
+        ++items;
+    return items;
+}
+
 // A class's own name, as its constructors have it: after the last "::", without template arguments.
 constexpr std::string_view last_name(std::string_view name)
 {

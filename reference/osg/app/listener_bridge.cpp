@@ -13,8 +13,9 @@ bool ListenerBridge::dispatch(const Event& event, const osg::Camera& camera, con
     frame(camera, listeners);
     return false;
   }
-  m_x = (event.getXnormalized() + 1) * 0.5f * event.getWindowWidth();
-  m_y = (event.getYnormalized() + 1) * 0.5f * event.getWindowHeight();
+  m_x = event.getX() - event.getXmin();
+  m_y = event.getMouseYOrientation() == Event::Y_INCREASING_UPWARDS ? event.getY() - event.getYmin()
+                                                                    : event.getYmax() - event.getY();
   for (const auto& listener : listeners)
     if (listener->isEnabled() && give(event, *listener)) return true;
   return false;

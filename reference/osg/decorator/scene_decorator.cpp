@@ -49,6 +49,8 @@ osg::ref_ptr<osg::Texture2D> loadTexture(std::string const & file) {
         return nullptr;
     osg::ref_ptr<osg::Texture2D> texture = new osg::Texture2D(image);
     texture->setResizeNonPowerOfTwoHint(false);
+    texture->setWrap(osg::Texture2D::WRAP_S, osg::Texture2D::CLAMP_TO_EDGE);
+    texture->setWrap(osg::Texture2D::WRAP_T, osg::Texture2D::CLAMP_TO_EDGE);
     return texture;
 }
 
