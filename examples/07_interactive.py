@@ -42,7 +42,7 @@ class Steering(hyxOSG.GuiEventListener):
         return True  # used up: the application's own keys do not act
 
     def update(self, x, y):
-        force = 60 * self.body.getMass() ** 0.5
+        force = 9 * self.body.getMass()  # newtons, enough to overcome friction
         for key in self.down:
             self.body.addForce(hyx.Vec3(*(force * part for part in PUSHES[key])))
         place = self.body.getPosition()
@@ -118,11 +118,10 @@ def main():
         add_box(sim, root, (0.3, 0.3, 0.3), (number % 3 - 1, 1.2, 0.35 + 0.62 * (number // 3)), (0.25, 0.5, 0.65))
     app.getSceneDecorator().setEnableShadows(True)
     app.setCameraHome(hyx.Vec3(0, -9, 5), hyx.Vec3(0, 0, 0.5))
-    sim.add(Steering(cart, app.getSceneDecorator()))
-
     recorder = Recorder(app) if options.record else None
     if recorder:
-        sim.add(recorder)
+        sim.add(recorder)  # before the steering, which uses events up
+    sim.add(Steering(cart, app.getSceneDecorator()))
     if not played:
         app.run()
     else:
