@@ -30,7 +30,7 @@ public:
   /// The velocity in m/s that things start with.
   void setVelocity(Vec3 const & velocity);
   Vec3 getVelocity() const;
-  /// How many things are made a second, 10 at first. Throws `std::invalid_argument` below 0.
+  /// How many things are made a second, 10 at first; one step makes 100 000 at most. Throws `std::invalid_argument` below 0.
   void setRate(Real perSecond);
   Real getRate() const;
   /// How many things are made in all; without limit at first.

@@ -1,7 +1,15 @@
 #include "platform/hyx/emitter.h"
 #include "reference/core/number_checks.h"
 
+#include <algorithm>
+
 namespace hyx {
+
+namespace {
+
+constexpr Real mostAtOnce = 100000;
+
+}
 
 Emitter::Emitter(ParticleSystem * target) : m_target(target) {}
 
@@ -37,8 +45,9 @@ void Emitter::step(Real timeStep) {
   requirePositive(timeStep, "the time step of an emitter");
   if (!m_enable)
     return;
+  m_due = std::min(m_due + timeStep * m_rate, mostAtOnce);
   // The slack keeps ten steps of a tenth from summing up to just less than one.
-  for (m_due += timeStep * m_rate; m_due >= 1 - 1e-9 && m_emitted < m_maximum; --m_due) {
+  for (; m_due >= 1 - 1e-9 && m_emitted < m_maximum; --m_due) {
     Vec3 const position = randomPosition();
     if (emit(position, m_velocity))
       ++m_emitted;

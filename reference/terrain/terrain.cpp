@@ -77,8 +77,7 @@ Terrain::Terrain(UInt columnsX, UInt columnsY, Real elementSize, Real depth) {
 
 // Others may still hold the grains: those left then fall through.
 Terrain::~Terrain() {
-  if (m_impl)
-    m_impl->grains->removeObstacle(m_impl->surface.get());
+  m_impl->grains->removeObstacle(m_impl->surface.get());
 }
 
 UInt Terrain::getNumColumnsX() const { return m_impl->columns.nx; }

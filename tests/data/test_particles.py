@@ -159,6 +159,16 @@ def test_an_emitter_keeps_its_rate_its_box_and_its_limit():
     assert emitter.getNumEmitted() == 40
 
 
+def test_an_absurd_rate_makes_no_more_than_a_step_can_bear():
+    grains = hyx.ParticleSystem()
+    emitter = hyx.Emitter(grains)
+    emitter.setRate(1e15)
+    emitter.step(1.0)
+    assert emitter.getNumEmitted() == 100_000
+    with pytest.raises(RuntimeError, match="rate of an emitter"):
+        emitter.setRate(math.inf)
+
+
 def test_emitters_with_one_seed_repeat_each_other():
     def places(seed):
         grains = hyx.ParticleSystem()
