@@ -33,14 +33,6 @@ template <class Name, class F> class FormOf {
     }
     static PyObject *thunk(Call const &call) { return F::finish(F::template invoke<F::result_owned>(call), call); }
 
-    template <class View> struct Copy {
-        template <class Sink> static constexpr void write(Sink &sink) { sink.put(View{}()); }
-    };
-    template <auto Member> struct View {
-        constexpr std::string_view operator()() const { return *Member; }
-    };
-    template <auto Member> static constexpr const char *text_of = Literal<Copy<View<Member>>>::text.data();
-
   public:
     static constexpr std::array<Parameter, count + 1> parameters = make_parameters(Parameters{});
     static constexpr Form form = {
@@ -50,10 +42,10 @@ template <class Name, class F> class FormOf {
         F::may_call_back,
         thunk,
         F::template translate<Name>,
-        F::Text::class_name.empty() ? nullptr : text_of<&F::Text::class_name>,
-        text_of<&F::Text::native_name>,
-        text_of<&F::Text::parameters>,
-        text_of<&F::Text::defaults>,
+        F::Text::class_name.empty() ? nullptr : F::Text::class_name.data(),
+        F::Text::native_name.data(),
+        F::Text::parameters.data(),
+        F::Text::defaults.data(),
         TypeName<typename F::Result>::text.data(),
         F::is_static,
         F::self_is_const,
@@ -154,10 +146,6 @@ template <class Name, Choice How, class... F> class FunctionOf {
         }
     };
 
-    struct NameText {
-        template <class Sink> static constexpr void write(Sink &sink) { sink.put(Name{}()); }
-    };
-
     static constexpr int flags = dispatches || maximum > 1 ? METH_VARARGS : maximum == 1 ? METH_O : METH_NOARGS;
     static constexpr Role role = std::array{F::role...}[0];
 
@@ -173,7 +161,7 @@ template <class Name, Choice How, class... F> class FunctionOf {
 
   public:
     static constexpr Function function = {
-        Literal<NameText>::text.data(),
+        Name{}().data(),
         role,
         flags,
         entry,
@@ -192,25 +180,16 @@ template <class Name, Choice How, class... F> class FunctionOf {
 // CLASS_swigregister and CLASS_swiginit.
 template <class Class, class Name, class ClassName> struct RegisterOf {
     static PyObject *entry(PyObject *, PyObject *cls) { return register_class(cls, type_index<Class>); }
-    struct NameText {
-        template <class Sink> static constexpr void write(Sink &sink) { sink.put(Name{}()); }
-    };
-    struct ClassText {
-        template <class Sink> static constexpr void write(Sink &sink) { sink.put(ClassName{}()); }
-    };
     static constexpr Function function = {
-        Literal<NameText>::text.data(), Role::swigregister, METH_O, entry, nullptr, 0, 1, false, false, nullptr, 0, nullptr,
-        Literal<ClassText>::text.data(),
+        Name{}().data(), Role::swigregister, METH_O, entry, nullptr, 0, 1, false, false, nullptr, 0, nullptr,
+        ClassName{}().data(),
     };
 };
 
 template <class Name> struct InitOf {
     static PyObject *entry(PyObject *, PyObject *args) { return initialise_instance(args); }
-    struct NameText {
-        template <class Sink> static constexpr void write(Sink &sink) { sink.put(Name{}()); }
-    };
     static constexpr Function function = {
-        Literal<NameText>::text.data(), Role::swiginit, METH_VARARGS, entry, nullptr, 0, 2, false, false, nullptr, 0, nullptr,
+        Name{}().data(), Role::swiginit, METH_VARARGS, entry, nullptr, 0, 2, false, false, nullptr, 0, nullptr,
         nullptr,
     };
 };
@@ -218,11 +197,8 @@ template <class Name> struct InitOf {
 // The flat access functions of a linked variable: the getter takes nothing through a tuple, the setter one object.
 template <class Name, PyObject *(*Get)()> struct StaticGetOf {
     static PyObject *entry(PyObject *, PyObject *arguments);
-    struct NameText {
-        template <class Sink> static constexpr void write(Sink &sink) { sink.put(Name{}()); }
-    };
     static constexpr Function function = {
-        Literal<NameText>::text.data(), Role::static_get, METH_VARARGS, entry, nullptr, 0, 0, false, false, nullptr, 0, nullptr,
+        Name{}().data(), Role::static_get, METH_VARARGS, entry, nullptr, 0, 0, false, false, nullptr, 0, nullptr,
         nullptr,
     };
 };
@@ -238,11 +214,8 @@ template <class Name, int (*Set)(PyObject *)> struct StaticSetOf {
             return nullptr;
         Py_RETURN_NONE;
     }
-    struct NameText {
-        template <class Sink> static constexpr void write(Sink &sink) { sink.put(Name{}()); }
-    };
     static constexpr Function function = {
-        Literal<NameText>::text.data(), Role::static_set, METH_O, entry, nullptr, 0, 1, false, false, nullptr, 0, nullptr,
+        Name{}().data(), Role::static_set, METH_O, entry, nullptr, 0, 1, false, false, nullptr, 0, nullptr,
         nullptr,
     };
 };
