@@ -6,6 +6,7 @@ import hyxSDK
 import osg
 import osgViewer
 import pytest
+from studio import studio, whole_studio  # noqa: F401
 
 
 def camera():
@@ -55,3 +56,32 @@ def test_the_orbit_camera_starts_at_its_home():
     for wrong in ((None, scene, eye, center, up), (viewer, None, eye, center, up), (viewer, scene, eye, eye, up),
                   (viewer, scene, eye, center, hyx.Vec3(1, 0, 0)), (viewer, scene, eye, center, up, 4)):
         assert hyxOSG.setOrbitCamera(*wrong) is False
+
+
+@pytest.mark.parametrize("button", [1, 3])
+def test_the_chosen_button_turns_the_orbit_camera(studio, button):
+    app = studio.app
+    viewer = app.getViewer()
+    usual = viewer.getCameraManipulator()
+    try:
+        assert hyxOSG.setOrbitCamera(viewer, studio.root, hyx.Vec3(0, -8, 0), hyx.Vec3(), hyx.Vec3(0, 0, 1), button)
+        manipulator = viewer.getCameraManipulator()
+        queue = viewer.getCamera().getGraphicsWindow().getEventQueue()
+
+        def drag(with_button):
+            queue.mouseMotion(64.0, 64.0)
+            queue.mouseButtonPress(64.0, 64.0, with_button)
+            for x in (70.0, 80.0, 90.0):
+                queue.mouseMotion(x, x)
+                studio.picture()
+            queue.mouseButtonRelease(90.0, 90.0, with_button)
+            studio.picture()
+            return osg.Vec3d(manipulator.getMatrix().getTrans())
+
+        turned = drag(button)
+        assert turned.length() == pytest.approx(8, abs=0.05) and abs(turned.x) > 0.5
+        other = drag(4 - button)
+        assert abs(other.length() - 8) > 0.2
+    finally:
+        viewer.setCameraManipulator(usual)
+        studio.look_from(hyx.Vec3(0, -4, 0))
