@@ -575,9 +575,9 @@ public:
   void setTavLangModelName(std::string name);
   /// Whether loaded models show the frames of their links.
   bool getTavLangDebugRenderFrames() const;
-  /// Whether loaded models are steered through the control protocol.
+  /// Whether loaded models are steered through a control protocol: false where the implementation has none.
   bool getTavLangUseClick() const;
-  /// The address that the control protocol is served at.
+  /// The address that the control protocol is served at; empty where there is none.
   std::string getTavLangClickServerAddr() const;
 
   AutoStepEvent autoStepEvent;     ///< raised when automatic stepping is switched

@@ -1,9 +1,14 @@
 """The window and what is switched on in it."""
+import os
+import shutil
+import subprocess
+import sys
+
 import pytest
 
 import hyx
 import hyxOSG
-from subprocesses import run_python
+from subprocesses import BUILD, run_python
 
 from application_stage import add_box, difference
 
@@ -128,3 +133,37 @@ def test_a_window_that_cannot_be_is_an_exception(monkeypatch, value, message):
     without_display(monkeypatch, HYX_DISPLAY=value)
     done = run_python(SILENT)
     assert done.returncode == 1 and "RuntimeError" in done.stderr and message in done.stderr
+
+
+ON_DISPLAY = """
+import hyxOSG
+app = hyxOSG.ExampleApplication()
+app.initViewer(120, 90)
+app.setWindowTitle("on display")
+app.setEnableVSync(True)
+for _ in range(3):
+    app.step()
+assert app.getHWND() > 0 and not app.hasOffscreenWindow() and app.getRealTimeSync()
+assert app.setWindowRectangle(10, 20, 200, 100)
+import subprocess
+found = subprocess.run(["xdotool", "search", "--name", "^on display$"], capture_output=True, text=True).stdout.split()
+assert int(found[0]) == app.getHWND(), found
+geometry = subprocess.run(["xdotool", "getwindowgeometry", found[0]], capture_output=True, text=True).stdout
+assert "200x100" in geometry, geometry
+app.setRealTimeSync(False)
+subprocess.run(["xdotool", "windowfocus", found[0], "key", "--window", found[0], "e"])
+for _ in range(200):
+    app.step()
+    if not app.getAutoStepping():
+        break
+assert not app.getAutoStepping()
+print("good")
+"""
+
+
+@pytest.mark.skipif(not (shutil.which("xvfb-run") and shutil.which("xdotool")), reason="xvfb or xdotool is not installed")
+def test_a_window_on_a_display_has_title_size_and_keys():
+    environment = {**os.environ, "HYX_DISPLAY": "window", "PYTHONPATH": str(BUILD / "python")}
+    done = subprocess.run(["xvfb-run", "-a", "-s", "-screen 0 800x600x24", sys.executable, "-c", ON_DISPLAY],
+                          capture_output=True, text=True, timeout=120, env=environment)
+    assert done.stdout == "good\n", done.stderr

@@ -153,6 +153,7 @@ void ExampleApplication::clearScene() {
   m_state->graph.decorator()->clearText();
   m_state->scriptGroup = nullptr;
   if (m_state->follow) setOrbitCamera(nullptr, 1, 0, 0);
+  if (m_state->pickHandler) m_state->pickHandler->reset();
   if (m_state->simulation) m_state->simulation->cleanup();
   m_loadedSceneFile = false;
 }

@@ -108,8 +108,6 @@ struct ExampleApplication::State {
   std::string modelName;  ///< the one to load from a file; empty for its only one
   std::vector<std::string> bundlePaths;
   bool debugFrames = false;
-  bool useClick = false;
-  std::string clickAddress = "tcp://localhost:5555";
 
   static size_t countScriptErrors();
   hyxSDK::Simulation& ensureSimulation();

@@ -10,7 +10,7 @@
 #include <nlohmann/json.hpp>
 #include <osgDB/Registry>
 #include <osgGA/CameraManipulator>
-#include <osgViewer/Viewer>
+#include <osgViewer/GraphicsWindow>
 
 #include <chrono>
 #include <sstream>
@@ -122,11 +122,12 @@ void ExampleApplicationController::State::followCommand(const json& message) {
     input(message);
 }
 
-/// Input goes the way of the window's own: through its event queue.
+/// Input goes the way of the window's own: through its event queue, in pixels from the upper left corner.
 void ExampleApplicationController::State::input(const json& message) {
-  osgViewer::Viewer* viewer = application->getViewer();
-  if (!viewer) return;
-  osgGA::EventQueue* queue = viewer->getEventQueue();
+  osg::Camera* camera = application->getCamera();
+  auto* window = camera ? dynamic_cast<osgViewer::GraphicsWindow*>(camera->getGraphicsContext()) : nullptr;
+  if (!window) return;
+  osgGA::EventQueue* queue = window->getEventQueue();
   const std::string what = message.value("do", "");
   const float x = message.value("x", 0.0f), y = message.value("y", 0.0f);
   const unsigned int button = message.value("button", 1u);

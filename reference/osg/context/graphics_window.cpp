@@ -4,6 +4,7 @@
 #include "reference/osg/context/egl_window.h"
 #include "reference/osg/context/x_display.h"
 
+#include <osg/GLExtensions>
 #include <osgViewer/api/X11/GraphicsWindowX11>
 
 #include <cstdlib>
@@ -57,11 +58,23 @@ osg::ref_ptr<osg::GraphicsContext::Traits> makeTraits(const WindowRequest& reque
   return traits;
 }
 
-/// A viewer realizes its windows again, which the base class answers with a message.
+/// Adds to the library's window what it lacks.
 class DisplayWindow : public osgViewer::GraphicsWindowX11 {
 public:
   using GraphicsWindowX11::GraphicsWindowX11;
+
+  /// A viewer realizes its windows again, which the base class answers with a message.
   bool realizeImplementation() override { return isRealizedImplementation() || GraphicsWindowX11::realizeImplementation(); }
+
+  /// Kept without effect where the driver cannot wait for the display.
+  void setSyncToVBlank(bool on) override {
+    _traits->vsync = on;
+    using SwapInterval = int (*)(unsigned int);
+    const auto swapInterval = reinterpret_cast<SwapInterval>(osg::getGLExtensionFuncPtr("glXSwapIntervalMESA"));
+    if (!swapInterval || !makeCurrent()) return;
+    swapInterval(on ? 1 : 0);
+    releaseContext();
+  }
 };
 
 /// Silences the scene-graph library while a display is tried that may not be able to draw.
@@ -79,6 +92,7 @@ osg::ref_ptr<osgViewer::GraphicsWindow> makeDisplayWindow(const WindowRequest& r
   const QuietNotify quiet;
   osg::ref_ptr<osgViewer::GraphicsWindow> window = new DisplayWindow(makeTraits(request, true).get());
   if (!window->valid() || !window->realize()) return nullptr;
+  window->setSyncToVBlank(request.vsync);
   return window;
 }
 
