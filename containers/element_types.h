@@ -3,7 +3,6 @@
 
 #include "runtime/pointers.h"
 #include "runtime/type_chain.h"
-#include "runtime/values.h"
 
 #include <string>
 #include <vector>
@@ -33,13 +32,6 @@ template <class Type> struct from_oper {
     PyObject * operator()(Type const & value) const
     {
         return SWIG_Python_NewPointerObj(new Type(value), type_info<Type>(), PointerResult::owned_proxied);
-    }
-};
-
-template <> struct from_oper<std::string> {
-    PyObject * operator()(std::string const & value) const
-    {
-        return SWIG_FromCharPtrAndSize(value.data(), value.size());
     }
 };
 

@@ -5,13 +5,14 @@
 #include "runtime/errors.h"
 #include "runtime/reference.h"
 #include "runtime/status.h"
+#include "runtime/values.h"
 
 #include <memory>
 #include <stdexcept>
 
 namespace swig {
 
-// Stores a copy of an element in *value (NULL: only asks). A status code; no error is left pending.
+// Stores a copy of an element in *value. A status code; no error is left pending.
 template <class Type> struct as_val {
     int operator()(PyObject * object, Type * value) const
     {
@@ -19,8 +20,7 @@ template <class Type> struct as_val {
         auto const status = SWIG_Python_ConvertPtrAndOwn(object, &pointer, type_info<Type>());
         if (status < 0 || !pointer)
             return SWIG_ERROR;
-        if (value)
-            *value = *static_cast<Type *>(pointer);
+        *value = *static_cast<Type *>(pointer);
         return SWIG_OK;
     }
 };
@@ -33,8 +33,7 @@ template <> struct as_val<std::string> {
         std::unique_ptr<std::string> const owned(status == SWIG_NEWOBJ ? text : nullptr);
         if (status < 0 || !text)
             return SWIG_ERROR;
-        if (value)
-            *value = *text;
+        *value = *text;
         return SWIG_OK;
     }
 };
@@ -45,14 +44,13 @@ template <class Sequence> struct traits_asptr_stdseq {
     // Stores in *seq the native sequence of a Python object.
     // SWIG_OK: it is the one that the object wraps, or NULL for None. SWIG_NEWOBJ: it is a new one, filled from an
     // iterable, that the caller deletes. An item that is no element leaves a TypeError pending beneath the failure.
-    // seq NULL: only asks, which uses up a one-shot iterable; nothing is left pending.
+    // There is no way only to ask: that would use up a one-shot iterable. Dispatchers keep what their test converted.
     static int asptr(PyObject * object, Sequence ** seq)
     {
         if (object == Py_None || SWIG_Python_GetSwigThis(object)) {
             void * pointer = nullptr;
             if (SWIG_Python_ConvertPtrAndOwn(object, &pointer, type_info<Sequence>()) == SWIG_OK) {
-                if (seq)
-                    *seq = static_cast<Sequence *>(pointer);
+                *seq = static_cast<Sequence *>(pointer);
                 return SWIG_OK;
             }
         }
@@ -61,7 +59,7 @@ template <class Sequence> struct traits_asptr_stdseq {
             PyErr_Clear();
             return SWIG_ERROR;
         }
-        return seq ? collect(iterator.get(), seq) : check(iterator.get());
+        return collect(iterator.get(), seq);
     }
 
 private:
@@ -90,16 +88,6 @@ private:
         if (!PyErr_Occurred())
             PyErr_SetString(PyExc_TypeError, traits<value_type>::type_name);
         throw std::invalid_argument("bad type");
-    }
-
-    static int check(PyObject * iterator)
-    {
-        while (auto const item = runtime::Reference::take(PyIter_Next(iterator)))
-            if (as_val<value_type>()(item.get(), nullptr) < 0)
-                return SWIG_ERROR;
-        auto const failed = PyErr_Occurred() != nullptr;
-        PyErr_Clear();
-        return failed ? SWIG_ERROR : SWIG_OK;
     }
 };
 

@@ -27,6 +27,8 @@ namespace {
 
 using Methods = swig::SequenceMethods<hyxRender::ColorVector>;
 
+void clear(hyxRender::ColorVector &self) { self.clear(); }
+
 #define ELEMENT(...) FINISHED(::wrappers::keep_container, CONTAINER(__VA_ARGS__))
 
 constexpr Declared functions[] = {
@@ -48,7 +50,7 @@ constexpr Declared functions[] = {
              CONTAINER(ADAPTER(hyxRender::ColorVector, __delitem__, Methods::delete_slice, (SWIGPY_SLICEOBJECT *)))),
     FUNCTION(ColorVector_append, ADAPTER(hyxRender::ColorVector, append, Methods::append, (hyxRender::Color const &))),
     FUNCTION(ColorVector_pop, CONTAINER(ADAPTER(hyxRender::ColorVector, pop, Methods::pop, ()))),
-    FUNCTION(ColorVector_clear, METHOD(hyxRender::ColorVector, clear, ())),
+    FUNCTION(ColorVector_clear, ADAPTER(hyxRender::ColorVector, clear, clear, ())),
     REGISTER(hyxRender::ColorVector, ColorVector),
     INIT(ColorVector),
 };
