@@ -11,7 +11,7 @@ import numpy
 import pytest
 from PIL import Image
 
-from conftest import BUILD
+from subprocesses import BUILD
 
 ROOT = Path(__file__).resolve().parents[2]
 SCRIPT = ROOT / "examples" / "01_falling_boxes.py"

@@ -12,7 +12,7 @@ import pytest
 import _hyx_proxy
 import hyxOSG
 from _hyx_proxy import Handle
-from conftest import BUILD
+from subprocesses import BUILD
 
 MODULES = [name for name in ("_hyx", "_hyxCollide", "_hyxSDK", "_hyxModel", "_osg", "_hyxOSG") if importlib.util.find_spec(name)]
 PACKAGES = sorted(name for name in sys.modules if name in vars(hyxOSG) and name.startswith(("hyx", "osg"))) + ["hyxOSG"]
