@@ -1,30 +1,48 @@
-"""Values of the scene graph: iteration, copies, pickling and NumPy; images as arrays."""
+"""Values of the scene graph: components by name, iteration, copies, pickling and NumPy; images as arrays."""
 
 from __future__ import annotations
 
-from .numbers import Numbers
+from .numbers import Numbers, component
 
 TYPE_CHECKING = False
 if TYPE_CHECKING:
     from typing import Any
 
 
-class Vec2f(Numbers): ...
+class Vec2f(Numbers):
+    x = component(0)
+    y = component(1)
 
 
-class Vec2d(Numbers): ...
+class Vec2d(Numbers):
+    x = component(0)
+    y = component(1)
 
 
-class Vec3f(Numbers): ...
+class Vec3f(Numbers):
+    x = component(0)
+    y = component(1)
+    z = component(2)
 
 
-class Vec3d(Numbers): ...
+class Vec3d(Numbers):
+    x = component(0)
+    y = component(1)
+    z = component(2)
 
 
-class Vec4f(Numbers): ...
+class Vec4f(Numbers):
+    x = component(0)
+    y = component(1)
+    z = component(2)
+    w = component(3)
 
 
-class Vec4d(Numbers): ...
+class Vec4d(Numbers):
+    x = component(0)
+    y = component(1)
+    z = component(2)
+    w = component(3)
 
 
 class Quat(Numbers): ...

@@ -1,5 +1,6 @@
 #include "reference/physics/contact_response.h"
 
+#include "platform/hyxCollide/height_field.h"
 #include "reference/collide/geometry_implementation.h"
 #include "reference/physics/physics_world.h"
 
@@ -24,6 +25,8 @@ constexpr double bounceSpeed = 0.3;
 
 /// Of 45 degrees.
 constexpr double straightCosine = 0.7071;
+/// How far a height field may lie from the plane of one of its triangles, in radii of the ball over it, and still continue that triangle.
+constexpr double smoothStep = 0.01;
 
 CollisionCarrier const & carrierOf(btCollisionObject const * object) {
   return *static_cast<CollisionCarrier const *>(object->getUserPointer());
@@ -57,10 +60,17 @@ bool isShape(btCollisionObjectWrapper const * wrapper, int type) {
   return wrapper->getCollisionShape()->getShapeType() == type;
 }
 
+/// Whether a surface goes on in a triangle's plane at a point of that plane. Height fields tell; of other surfaces it is assumed.
+bool continuesAt(Geometry const & geometry, btVector3 const & point, double tolerance) {
+  auto const * field = dynamic_cast<hyxCollide::HeightField const *>(geometry.getShape());
+  return !field || std::abs(field->getHeightAt(point.x(), point.y()) - point.z()) < tolerance;
+}
+
 /// The edges between the triangles of a smooth surface must not be felt: near one, a ball finds the edge beside it rather than the face below it,
 /// and the normal that leans over the edge would push it along. Such a contact becomes one with the triangle's plane; normals that lean more are
 /// those of true edges and stay.
-void rollOverEdges(btManifoldPoint & point, btCollisionObjectWrapper const * wrapper0, btCollisionObjectWrapper const * wrapper1) {
+void rollOverEdges(btManifoldPoint & point, btCollisionObjectWrapper const * wrapper0, btCollisionObjectWrapper const * wrapper1, Geometry const & first,
+                   Geometry const & second) {
   bool const ballFirst = isShape(wrapper0, SPHERE_SHAPE_PROXYTYPE) && isShape(wrapper1, TRIANGLE_SHAPE_PROXYTYPE);
   if (!ballFirst && !(isShape(wrapper1, SPHERE_SHAPE_PROXYTYPE) && isShape(wrapper0, TRIANGLE_SHAPE_PROXYTYPE)))
     return;
@@ -75,9 +85,13 @@ void rollOverEdges(btManifoldPoint & point, btCollisionObjectWrapper const * wra
     normal = -normal;
   if (normal.dot(leaning) < straightCosine)
     return;
-  btVector3 const lowest = ball.getWorldTransform().getOrigin() - normal * static_cast<btSphereShape const *>(ball.getCollisionShape())->getRadius();
-  point.m_distance1 = (lowest - surface.getWorldTransform() * triangle.m_vertices1[0]).dot(normal);
-  btVector3 const below = lowest - normal * point.m_distance1;
+  double const radius = static_cast<btSphereShape const *>(ball.getCollisionShape())->getRadius();
+  btVector3 const lowest = ball.getWorldTransform().getOrigin() - normal * radius;
+  double const distance = (lowest - surface.getWorldTransform() * triangle.m_vertices1[0]).dot(normal);
+  btVector3 const below = lowest - normal * distance;
+  if (!continuesAt(ballFirst ? second : first, surface.getWorldTransform().invXform(below), smoothStep * radius))
+    return;
+  point.m_distance1 = distance;
   point.m_normalWorldOnB = ballFirst ? normal : -normal;
   point.m_positionWorldOnA = ballFirst ? lowest : below;
   point.m_positionWorldOnB = ballFirst ? below : lowest;
@@ -114,7 +128,7 @@ bool contactAdded(btManifoldPoint & point, btCollisionObjectWrapper const * wrap
   Geometry const * second = geometryOf(wrapper1);
   if (!first || !second)
     return false;
-  rollOverEdges(point, wrapper0, wrapper1);
+  rollOverEdges(point, wrapper0, wrapper1, *first, *second);
   point.m_index0 = first->implementation().index;
   point.m_index1 = second->implementation().index;
   if (first->isSensor() || second->isSensor()) {
