@@ -88,6 +88,9 @@ void destroy_native(PyObject *self) noexcept
 {
     SwigPyObject *object = as_pointer_object(self);
     auto *data = object->ty ? static_cast<SwigPyClientData *>(object->ty->clientdata) : nullptr;
+    // The class had data, and the tear-down of the table has released them: the interpreter is ending, which is no leak.
+    if (!data && object->ty && object->ty->owndata)
+        return;
     if (!data || !data->destroy) {
         std::printf("swig/python detected a memory leak of type '%s', no destructor found.\n",
                     SWIG_Python_PrettyTypeName(object->ty));

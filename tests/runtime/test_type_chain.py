@@ -120,3 +120,18 @@ gc.collect()
 assert proxy() is None
 """)
     assert (result.stdout, result.stderr, result.returncode) == ("", "", 0)
+
+
+def test_objects_that_outlive_the_table_end_silently():
+    result = run_python("""
+import gc, sys, _sample
+class Base:
+    __swig_destroy__ = _sample.delete_Base
+_sample.Base_swigregister(Base)
+outliving = _sample.wrap_address(64, "sample::Base *")
+outliving.this.acquire()
+del sys.modules["swig_runtime_data4"].type_pointer_capsule
+gc.collect()
+del outliving
+""")
+    assert (result.stdout, result.stderr, result.returncode) == ("", "", 0)
