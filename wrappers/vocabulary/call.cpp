@@ -4,7 +4,9 @@
 #include "runtime/pointers.h"
 #include "runtime/state.h"
 #include "runtime/this_lookup.h"
+#include "runtime/type_chain.h"
 #include "runtime/values.h"
+#include "wrappers/vocabulary/conversions.h"
 
 #include <algorithm>
 #include <climits>
@@ -187,6 +189,22 @@ PyObject *call_form(Form const &form, PyObject *const *arguments, std::size_t co
     return invoke(form, slots, arguments, count);
 }
 
+// Whether an argument that is no str may hold text. Asking spares all other objects the full conversion.
+bool may_wrap_text(PyObject *object, SwigPyObject *handle) noexcept
+{
+    static swig_type_info *const types[] = {SWIG_Python_TypeQuery("_p_char"), SWIG_Python_TypeQuery("std::string *")};
+    if (!handle || handle->next)
+        return handle || object == Py_None;
+    return std::any_of(std::begin(types), std::end(types), [handle](swig_type_info *type) {
+        return type && handle->ty && runtime::find_cast(handle->ty, type);
+    });
+}
+
+bool is_text(Parameter const &parameter) noexcept
+{
+    return parameter.conversion == &std_string_conversion || parameter.conversion == &hyx_string_conversion;
+}
+
 // Tests one argument of a candidate form and keeps what it converted.
 bool accepts(Parameter const &parameter, Candidates &candidates, Slots &slots, std::size_t index)
 {
@@ -196,6 +214,8 @@ bool accepts(Parameter const &parameter, Candidates &candidates, Slots &slots, s
         slot.pointer = nullptr;
         return object == Py_None || candidates.convert(index, swig_types[parameter.type], slot);
     }
+    if (is_text(parameter) && !PyUnicode_Check(object) && !may_wrap_text(object, candidates.handle(index)))
+        return false;
     int const status = convert_value(parameter, object, slot);
     if (status == SWIG_NEWOBJ)
         slots.mark_made(index);
