@@ -17,7 +17,8 @@ constexpr Declared functions[] = {
     FUNCTION(CableDamageRenderer_setColorRangeMax, METHOD(hyxOSG::CableDamageRenderer, setColorRangeMax, (double))),
     FUNCTION(CableDamageRenderer_getColorRangeMax, METHOD(hyxOSG::CableDamageRenderer, getColorRangeMax, () const)),
     FUNCTION(CableDamageRenderer_getOsgNode, METHOD(hyxOSG::CableDamageRenderer, getOsgNode, (std::size_t))),
-    FUNCTION(CableDamageRenderer_last, METHOD(hyxOSG::CableDamageRenderer, last, (double))),
+    FUNCTION(CableDamageRenderer_last,
+        LISTENER(METHOD(hyxOSG::CableDamageRenderer, last, (double)), 88, "swig/configuration/hyxPython/hyxSDK")),
     REGISTER(hyxOSG::CableDamageRenderer, CableDamageRenderer),
     INIT(CableDamageRenderer),
 };

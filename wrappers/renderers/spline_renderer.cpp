@@ -20,7 +20,8 @@ constexpr Declared functions[] = {
         METHOD(hyxOSG::SplineRenderer, getNumSegmentsPerUnitLength, () const)),
     FUNCTION(SplineRenderer_setColor, METHOD(hyxOSG::SplineRenderer, setColor, (hyx::Vec4f const &))),
     FUNCTION(SplineRenderer_getColor, METHOD(hyxOSG::SplineRenderer, getColor, () const)),
-    FUNCTION(SplineRenderer_removeNotification, METHOD(hyxOSG::SplineRenderer, removeNotification, ())),
+    FUNCTION(SplineRenderer_removeNotification,
+        LISTENER(METHOD(hyxOSG::SplineRenderer, removeNotification, ()), 75, "swig/configuration/hyxPython/hyxSDK")),
     REGISTER(hyxOSG::SplineRenderer, SplineRenderer),
     INIT(SplineRenderer),
 };

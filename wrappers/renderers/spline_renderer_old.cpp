@@ -20,7 +20,8 @@ constexpr Declared functions[] = {
         METHOD(hyxOSG::SplineRendererOld, getNumSegmentsPerUnitLength, () const)),
     FUNCTION(SplineRendererOld_setColor, METHOD(hyxOSG::SplineRendererOld, setColor, (hyx::Vec4f const &))),
     FUNCTION(SplineRendererOld_getColor, METHOD(hyxOSG::SplineRendererOld, getColor, () const)),
-    FUNCTION(SplineRendererOld_removeNotification, METHOD(hyxOSG::SplineRendererOld, removeNotification, ())),
+    FUNCTION(SplineRendererOld_removeNotification,
+        LISTENER(METHOD(hyxOSG::SplineRendererOld, removeNotification, ()), 75, "swig/configuration/hyxPython/hyxSDK")),
     REGISTER(hyxOSG::SplineRendererOld, SplineRendererOld),
     INIT(SplineRendererOld),
 };
