@@ -52,18 +52,31 @@ inline PyObject *field(PyObject *object, Py_ssize_t offset) noexcept
     return *reinterpret_cast<PyObject **>(reinterpret_cast<char *>(object) + offset);
 }
 
-// SWIG_Python_GetSwigThis, with the usual road of a proxy instance taken on the spot.
+inline bool is_known_pointer_object(PyObject *object) noexcept
+{
+    Route const &route = route_place(Py_TYPE(object));
+    return route.road == Road::pointer_object && route.type == Py_TYPE(object);
+}
+
+// The pointer object when it is at one of the two usual places: the object itself, or a slot of a proxy instance whose
+// type has been met before. NULL otherwise; that says nothing about the object.
+inline SwigPyObject *find_this_at_once(PyObject *object) noexcept
+{
+    Route const &route = route_place(Py_TYPE(object));
+    if (!is_valid(route, Py_TYPE(object)))
+        return nullptr;
+    if (route.road == Road::slot) [[likely]]
+        object = field(object, route.offset);
+    else if (route.road != Road::pointer_object)
+        return nullptr;
+    return object && is_known_pointer_object(object) ? reinterpret_cast<SwigPyObject *>(object) : nullptr;
+}
+
+// SWIG_Python_GetSwigThis, with the usual roads taken on the spot.
 inline SwigPyObject *find_this(PyObject *object) noexcept
 {
-    PyTypeObject *type = Py_TYPE(object);
-    Route const &route = route_place(type);
-    if (route.road == Road::slot && is_valid(route, type)) [[likely]] {
-        PyObject *held = field(object, route.offset);
-        Route const &end = held ? route_place(Py_TYPE(held)) : route;
-        if (end.road == Road::pointer_object && end.type == Py_TYPE(held)) [[likely]]
-            return reinterpret_cast<SwigPyObject *>(held);
-    }
-    return SWIG_Python_GetSwigThis(object);
+    SwigPyObject *const handle = find_this_at_once(object);
+    return handle ? handle : SWIG_Python_GetSwigThis(object);
 }
 
 } // namespace runtime

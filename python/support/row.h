@@ -26,7 +26,7 @@ struct Row {
         return run(function, arguments, count);
     }
 
-    PyObject *call_flat(PyObject *const *arguments, Py_ssize_t count, PyObject *keyword_names) const {
+    [[gnu::noinline]] PyObject *call_flat(PyObject *const *arguments, Py_ssize_t count, PyObject *keyword_names) const {
         return PyObject_Vectorcall(flat, arguments, static_cast<std::size_t>(count), keyword_names);
     }
 };

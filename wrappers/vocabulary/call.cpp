@@ -149,26 +149,38 @@ bool refuse_null(Parameter const &parameter, Slot slot) noexcept
 
 bool holds_pointer(Kind kind) noexcept { return kind == Kind::pointer || kind == Kind::converted; }
 
-// Converts one argument or raises its message.
-bool convert_argument(Parameter const &parameter, PyObject *object, Slots &slots, std::size_t index)
+// Converts one argument. A negative status has been raised with the argument's message.
+int convert_argument(Parameter const &parameter, PyObject *object, Slot &slot)
 {
-    Slot &slot = slots.slots[index];
     int const status = convert_value(parameter, object, slot);
-    if (status == SWIG_NEWOBJ)
-        slots.mark_made(index);
-    if (status < 0) {
+    if (status < 0)
         runtime::raise_argument_error(status, parameter.message());
-        return false;
+    else if (holds_pointer(parameter.kind) && refuse_null(parameter, slot))
+        return SWIG_NullReferenceError;
+    return status;
+}
+
+// The commonest conversions: an object of just the parameter's class, True and False. False for anything else, which
+// convert_argument then decides.
+inline bool convert_at_once(Parameter const &parameter, PyObject *object, Slot &slot) noexcept
+{
+    if (parameter.kind == Kind::pointer) {
+        SwigPyObject const *handle = runtime::find_this_at_once(object);
+        if (!handle || handle->ty != swig_types[parameter.type] || !handle->ptr)
+            return false;
+        slot.pointer = handle->ptr;
+        return true;
     }
-    return !holds_pointer(parameter.kind) || !refuse_null(parameter, slot);
+    slot.flag = object == Py_True;
+    return parameter.kind == Kind::boolean && PyBool_Check(object);
 }
 
 // Makes the native call with converted arguments.
-PyObject *invoke(Form const &form, Slots const &slots, PyObject *const *arguments, std::size_t count)
+inline PyObject *invoke(Form const &form, Slot const *slots, PyObject *const *arguments, std::size_t count)
 {
     PyObject *result = nullptr;
     try {
-        result = form.thunk(Call{slots.slots, arguments, count});
+        result = form.thunk(Call{slots, arguments, count});
     } catch (...) {
         form.translate();
         return nullptr;
@@ -183,9 +195,25 @@ PyObject *invoke(Form const &form, Slots const &slots, PyObject *const *argument
 PyObject *call_form(Form const &form, PyObject *const *arguments, std::size_t count)
 {
     Slots slots(form);
-    for (std::size_t i = 0; i < count; ++i)
-        if (!convert_argument(form.parameters[i], arguments[i], slots, i))
+    for (std::size_t i = 0; i < count; ++i) {
+        int const status = convert_argument(form.parameters[i], arguments[i], slots.slots[i]);
+        if (status == SWIG_NEWOBJ)
+            slots.mark_made(i);
+        if (status < 0)
             return nullptr;
+    }
+    return invoke(form, slots.slots, arguments, count);
+}
+
+// The same for a form without temporaries.
+PyObject *call_direct(Form const &form, PyObject *const *arguments, std::size_t count)
+{
+    Slot slots[most_arguments];
+    for (std::size_t i = 0; i < count; ++i) {
+        Parameter const &parameter = form.parameters[i];
+        if (!convert_at_once(parameter, arguments[i], slots[i]) && convert_argument(parameter, arguments[i], slots[i]) < 0)
+            return nullptr;
+    }
     return invoke(form, slots, arguments, count);
 }
 
@@ -238,7 +266,7 @@ PyObject *call_chosen(Form const &form, Slots const &slots, PyObject *const *arg
     for (std::size_t i = 0; i < count; ++i)
         if (holds_pointer(form.parameters[i].kind) && refuse_null(form.parameters[i], slots.slots[i]))
             return nullptr;
-    return invoke(form, slots, arguments, count);
+    return invoke(form, slots.slots, arguments, count);
 }
 
 PyObject *dispatch(Function const &function, PyObject *const *arguments, std::size_t count)
@@ -277,7 +305,8 @@ void raise_count(Function const &function, std::size_t count)
         SWIG_Python_RaiseOrModifyTypeError(function.failure);
 }
 
-PyObject *call_counted(Function const &function, PyObject *const *arguments, std::size_t count)
+// Apart from call_counted, as is call_registration, so that a direct call saves no registers for them.
+[[gnu::noinline]] PyObject *call_chosen_form(Function const &function, PyObject *const *arguments, std::size_t count)
 {
     PyObject *result = nullptr;
     if (function.dispatches() ? count > function.maximum : count != function.maximum)
@@ -289,14 +318,31 @@ PyObject *call_counted(Function const &function, PyObject *const *arguments, std
     return function.binary_operator ? not_implemented(result) : result;
 }
 
+inline PyObject *call_counted(Function const &function, PyObject *const *arguments, std::size_t count)
+{
+    if (function.direct && count == function.maximum) [[likely]]
+        return call_direct(*function.direct, arguments, count);
+    return call_chosen_form(function, arguments, count);
+}
+
+// Registration has no forms: it takes its arguments as the interpreter gives them.
+[[gnu::noinline]] PyObject *call_registration(Function const &function, PyObject *const *arguments, Py_ssize_t count)
+{
+    if ((function.flags & METH_O) && count == 1)
+        return function.entry(nullptr, arguments[0]);
+    PyObject *tuple = PyTuple_New(count);
+    for (Py_ssize_t i = 0; tuple && i < count; ++i)
+        PyTuple_SET_ITEM(tuple, i, Py_NewRef(arguments[i]));
+    PyObject *result = tuple ? function.entry(nullptr, tuple) : nullptr;
+    Py_XDECREF(tuple);
+    return result;
+}
+
 } // namespace
 
-PyObject *call_no_argument(Function const &function) { return call_form(function.forms[0], nullptr, 0); }
+PyObject *call_no_argument(Function const &function) { return call_counted(function, nullptr, 0); }
 
-PyObject *call_one_argument(Function const &function, PyObject *argument)
-{
-    return call_form(function.forms[0], &argument, 1);
-}
+PyObject *call_one_argument(Function const &function, PyObject *argument) { return call_counted(function, &argument, 1); }
 
 PyObject *call_tuple(Function const &function, PyObject *arguments)
 {
@@ -304,21 +350,11 @@ PyObject *call_tuple(Function const &function, PyObject *arguments)
     return call_counted(function, items, std::size_t(PyTuple_GET_SIZE(arguments)));
 }
 
-[[gnu::flatten]] PyObject *call_array(Function const *function, PyObject *const *arguments, Py_ssize_t count)
+PyObject *call_array(Function const *function, PyObject *const *arguments, Py_ssize_t count)
 {
-    if (function->form_count == 1 && !function->trials && std::size_t(count) == function->maximum && !function->binary_operator) [[likely]]
-        return call_form(*function->forms, arguments, std::size_t(count));
-    if (function->form_count != 0)
-        return call_counted(*function, arguments, std::size_t(count));
-    // Registration has no forms: it takes its arguments as the interpreter gives them.
-    if ((function->flags & METH_O) && count == 1)
-        return function->entry(nullptr, arguments[0]);
-    PyObject *tuple = PyTuple_New(count);
-    for (Py_ssize_t i = 0; tuple && i < count; ++i)
-        PyTuple_SET_ITEM(tuple, i, Py_NewRef(arguments[i]));
-    PyObject *result = tuple ? function->entry(nullptr, tuple) : nullptr;
-    Py_XDECREF(tuple);
-    return result;
+    if (function->form_count == 0) [[unlikely]]
+        return call_registration(*function, arguments, count);
+    return call_counted(*function, arguments, std::size_t(count));
 }
 
 } // namespace wrappers

@@ -31,6 +31,10 @@ template <class Name, class F> class FormOf {
             list[0].reference = F::role != Role::disown; // a method cannot run without an object
         return list;
     }
+    template <class... P> static constexpr bool makes_temporaries(Types<P...>)
+    {
+        return ((ParameterOf<P>::kind == Kind::converted) || ...);
+    }
     static PyObject *thunk(Call const &call) { return F::finish(F::template invoke<F::result_owned>(call), call); }
 
   public:
@@ -40,6 +44,7 @@ template <class Name, class F> class FormOf {
         count,
         F::required,
         F::may_call_back,
+        makes_temporaries(Parameters{}),
         thunk,
         F::template translate<Name>,
         F::Text::class_name.empty() ? nullptr : F::Text::class_name.data(),
@@ -170,6 +175,7 @@ template <class Name, Choice How, class... F> class FunctionOf {
         maximum,
         How == Choice::by_count,
         How == Choice::binary_operator,
+        !dispatches && How != Choice::binary_operator && !forms[0].makes_temporaries ? forms.data() : nullptr,
         dispatches ? trials.data() : nullptr,
         dispatches ? trial_count : 0,
         dispatches ? Literal<Failure>::text.data() : nullptr,
@@ -181,7 +187,7 @@ template <class Name, Choice How, class... F> class FunctionOf {
 template <class Class, class Name, class ClassName> struct RegisterOf {
     static PyObject *entry(PyObject *, PyObject *cls) { return register_class(cls, type_index<Class>); }
     static constexpr Function function = {
-        Name{}().data(), Role::swigregister, METH_O, entry, nullptr, 0, 1, false, false, nullptr, 0, nullptr,
+        Name{}().data(), Role::swigregister, METH_O, entry, nullptr, 0, 1, false, false, nullptr, nullptr, 0, nullptr,
         ClassName{}().data(),
     };
 };
@@ -189,7 +195,7 @@ template <class Class, class Name, class ClassName> struct RegisterOf {
 template <class Name> struct InitOf {
     static PyObject *entry(PyObject *, PyObject *args) { return initialise_instance(args); }
     static constexpr Function function = {
-        Name{}().data(), Role::swiginit, METH_VARARGS, entry, nullptr, 0, 2, false, false, nullptr, 0, nullptr,
+        Name{}().data(), Role::swiginit, METH_VARARGS, entry, nullptr, 0, 2, false, false, nullptr, nullptr, 0, nullptr,
         nullptr,
     };
 };
@@ -198,7 +204,7 @@ template <class Name> struct InitOf {
 template <class Name, PyObject *(*Get)()> struct StaticGetOf {
     static PyObject *entry(PyObject *, PyObject *arguments);
     static constexpr Function function = {
-        Name{}().data(), Role::static_get, METH_VARARGS, entry, nullptr, 0, 0, false, false, nullptr, 0, nullptr,
+        Name{}().data(), Role::static_get, METH_VARARGS, entry, nullptr, 0, 0, false, false, nullptr, nullptr, 0, nullptr,
         nullptr,
     };
 };
@@ -215,7 +221,7 @@ template <class Name, int (*Set)(PyObject *)> struct StaticSetOf {
         Py_RETURN_NONE;
     }
     static constexpr Function function = {
-        Name{}().data(), Role::static_set, METH_O, entry, nullptr, 0, 1, false, false, nullptr, 0, nullptr,
+        Name{}().data(), Role::static_set, METH_O, entry, nullptr, 0, 1, false, false, nullptr, nullptr, 0, nullptr,
         nullptr,
     };
 };

@@ -72,6 +72,7 @@ struct Form {
     std::uint8_t maximum;     // number of parameters
     std::uint8_t minimum;     // without those that have defaults
     bool may_call_back;       // the native call can run Python code, which can leave an error pending
+    bool makes_temporaries;   // some argument's conversion can make an object that is released after the call
     PyObject *(*thunk)(Call const &call);      // makes the native call; may throw
     void (*translate)();                       // called in a handler: turns the native exception into a Python one
     // For descriptions:
@@ -114,6 +115,7 @@ struct Function {
     std::uint8_t maximum; // largest number of arguments
     bool by_count;        // the number of arguments alone chooses the form
     bool binary_operator; // arguments that do not convert give NotImplemented
+    Form const *direct;   // the only form, where it makes no temporaries and nothing but the count is to be checked
     Trial const *trials;  // NULL for functions with one fixed form
     std::size_t trial_count;
     const char *failure;  // the complete message when no form fits; NULL without trials

@@ -31,7 +31,7 @@ template <class T> PyObject *from_pointer(T *pointer, PointerResult how) noexcep
 template <class T> PyObject *from_scalar(T value) noexcept
 {
     if constexpr (std::is_same_v<T, bool>)
-        return PyBool_FromLong(value);
+        return Py_NewRef(value ? Py_True : Py_False);
     else if constexpr (std::is_floating_point_v<T>)
         return PyFloat_FromDouble(value);
     else if constexpr (std::is_enum_v<T> || std::is_signed_v<T>)
