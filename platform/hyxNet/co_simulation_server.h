@@ -25,6 +25,8 @@ public:
 
   /// The port listened on.
   int getPort() const;
+  /// The address listened on: `tcp://HOST:PORT`.
+  std::string getAddress() const;
 
   /// Sets who answers the requests that the server does not know itself.
   void setHandler(Handler handler);

@@ -126,7 +126,8 @@ public:
 
   /// Opens the remote control and the co-simulation server that the options `--rpc-port` and `--co-simulation-port` ask
   /// for: on the loopback address unless `m_hostName` names another, guarded by the token of `--rpc-token` or one that
-  /// is made. Does nothing more the second time. Throws std::runtime_error when a port is in use.
+  /// is made; prints the addresses with the token. Does nothing more the second time. Throws std::runtime_error when a
+  /// port is in use.
   void initRpc();
 
   /// Builds the first scene that was added, or an empty one.

@@ -15,7 +15,7 @@ using nlohmann::json;
 struct CoSimulationServer::State {
   zmq::context_t context;
   zmq::socket_t socket{context, zmq::socket_type::rep};
-  int port = 0;
+  std::string address;
   std::string token;
   Handler handler;
   std::string calledFunction;
@@ -37,13 +37,13 @@ CoSimulationServer::CoSimulationServer(int port, const std::string& token, const
   } catch (const zmq::error_t& error) {
     throw std::runtime_error("the co-simulation server cannot listen on " + endpoint + ": " + error.what());
   }
-  const std::string bound = m_state->socket.get(zmq::sockopt::last_endpoint);
-  m_state->port = std::stoi(bound.substr(bound.rfind(':') + 1));
+  m_state->address = m_state->socket.get(zmq::sockopt::last_endpoint);
 }
 
 CoSimulationServer::~CoSimulationServer() = default;
 
-int CoSimulationServer::getPort() const { return m_state->port; }
+int CoSimulationServer::getPort() const { return std::stoi(m_state->address.substr(m_state->address.rfind(':') + 1)); }
+std::string CoSimulationServer::getAddress() const { return m_state->address; }
 void CoSimulationServer::setHandler(Handler handler) { m_state->handler = std::move(handler); }
 
 std::string CoSimulationServer::State::answer(const std::string& text) {

@@ -10,6 +10,7 @@ constexpr Declared functions[] = {
         NEW(hyxNet::CoSimulationServer, (int, std::string const &, std::string const &), 0, std::string(), std::string())),
     FUNCTION(delete_CoSimulationServer, DELETE(hyxNet::CoSimulationServer)),
     FUNCTION(CoSimulationServer_getPort, METHOD(hyxNet::CoSimulationServer, getPort, () const)),
+    FUNCTION(CoSimulationServer_getAddress, METHOD(hyxNet::CoSimulationServer, getAddress, () const)),
     FUNCTION(CoSimulationServer_update, METHOD(hyxNet::CoSimulationServer, update, (int), 0)),
     FUNCTION(CoSimulationServer_getCalledFunction, METHOD(hyxNet::CoSimulationServer, getCalledFunction, () const)),
     FUNCTION(CoSimulationServer_getCallArgument, METHOD(hyxNet::CoSimulationServer, getCallArgument, () const)),

@@ -9,7 +9,7 @@ import hyxIO
 import hyxOSG
 
 from application_stage import add_box
-from web_client import Connection, Page
+from web_client import Connection, open_page
 
 
 @pytest.fixture
@@ -22,7 +22,7 @@ def served(window):
 
 @pytest.fixture
 def page(served):
-    made = Page(served, served.getControlChannelPort(), "secret")
+    made = open_page(served, served.getControlChannelPort(), "secret")
     assert made.open
     yield made
     made.close()
@@ -30,12 +30,12 @@ def page(served):
 
 def test_the_page_is_given_to_who_brings_the_token(served):
     port = served.getControlChannelPort()
-    status, body = Connection(served, port).get("/?token=secret")
+    status, body = Connection(served.updateRemoteDebugger, port).get("/?token=secret")
     assert status == 200 and "<canvas" in body and "WebSocket" in body
-    assert Connection(served, port).get("/?token=wrong")[0] == 403
-    assert Connection(served, port).get("/")[0] == 403
-    assert Connection(served, port).get("/other?token=secret")[0] == 404
-    assert not Page(served, port, "wrong").open
+    assert Connection(served.updateRemoteDebugger, port).get("/?token=wrong")[0] == 403
+    assert Connection(served.updateRemoteDebugger, port).get("/")[0] == 403
+    assert Connection(served.updateRemoteDebugger, port).get("/other?token=secret")[0] == 404
+    assert not open_page(served, port, "wrong").open
 
 
 def test_it_listens_on_loopback_only(served):
@@ -122,6 +122,36 @@ def test_keys_of_the_page_reach_the_application(served, page):
         return not served.getAutoStepping()
 
     assert follow(served, page, {"do": "key", "key": ord("e"), "down": False}, paused)
+
+
+@pytest.mark.parametrize("do", ["next", "previous"])
+def test_the_page_goes_through_the_scenes(served, page, tmp_path, do):
+    script = tmp_path / "scenes.py"
+    script.write_text("def one(sim, app, root): pass\ndef two(sim, app, root): app.setTimeStep(0.002)\n")
+    served.addScene(str(script), "one")
+    served.addScene(str(script), "two")
+    served.createSceneFromIndex(0)
+    assert follow(served, page, {"do": do}, lambda: served.getTimeStep() == 0.002)
+
+
+def test_the_page_saves_and_restores_the_state(served, page, tmp_path, monkeypatch):
+    monkeypatch.chdir(tmp_path)
+    page.send(do="restore")
+    assert "no state was saved" in page.receive(lambda message: "error" in message)["error"]
+    box = add_box(served, "box", (0, 0, 7))
+    assert follow(served, page, {"do": "save"}, lambda: (tmp_path / served.getSaveSceneFilename()).exists())
+    box.setPosition(hyx.Vec3(0, 0, 1))
+    assert follow(served, page, {"do": "restore"}, lambda: box.getPosition().z == 7)
+
+
+def test_the_address_is_printed_with_its_token(app, capfd):
+    app.init(hyxIO.ArgumentParser(["--rpc-port", "0", "--co-simulation-port", "0"]))
+    app.initRpc()
+    address, co_simulation = capfd.readouterr().out.splitlines()
+    token = address.rpartition("=")[2]
+    assert len(token) == 32 and address == f"Remote control: http://127.0.0.1:{app.getControlChannelPort()}/?token={token}"
+    assert open_page(app, app.getControlChannelPort(), token).open
+    assert co_simulation.startswith("Co-simulation: tcp://127.0.0.1:")
 
 
 def test_a_port_in_use_is_an_exception(app):

@@ -1,7 +1,8 @@
-"""A page of the remote control, as a browser would open it: HTTP and WebSocket over one socket."""
+"""HTTP and WebSocket over one socket, for both sides of the remote control: its page, and a browser's debugging port."""
 import base64
 import json
 import os
+import re
 import select
 import socket
 import struct
@@ -9,10 +10,10 @@ import time
 
 
 class Connection:
-    """Serves the application while it waits."""
+    """Calls `serve` while it waits: the other side may live in the same thread, or need the application."""
 
-    def __init__(self, app, port):
-        self.app = app
+    def __init__(self, serve, port):
+        self.serve = serve
         self.socket = socket.create_connection(("127.0.0.1", port))
         self.data = b""
 
@@ -21,7 +22,7 @@ class Connection:
         while time.monotonic() < end:
             if enough(self.data):
                 return True
-            self.app.updateRemoteDebugger()
+            self.serve()
             if select.select([self.socket], [], [], 0.001)[0]:
                 got = self.socket.recv(65536)
                 if not got:
@@ -31,19 +32,27 @@ class Connection:
 
     def get(self, path):
         self.socket.sendall(f"GET {path} HTTP/1.1\r\nHost: localhost\r\nConnection: close\r\n\r\n".encode())
-        self.wait(lambda data: False)  # until the other side closes
+        assert self.wait(self.whole_answer)
         head, _, body = self.data.partition(b"\r\n\r\n")
         return int(head.split()[1]), body.decode()
+
+    @staticmethod
+    def whole_answer(data):
+        head, _, body = data.partition(b"\r\n\r\n")
+        length = re.search(rb"(?i)content-length: *(\d+)", head)
+        return length and len(body) >= int(length[1])
 
     def close(self):
         self.socket.close()
 
 
-class Page(Connection):
-    def __init__(self, app, port, token):
-        super().__init__(app, port)
+class WebSocket(Connection):
+    """Messages are JSON objects, or the bytes of pictures."""
+
+    def __init__(self, serve, port, path):
+        super().__init__(serve, port)
         key = base64.b64encode(os.urandom(16)).decode()
-        self.socket.sendall((f"GET /control?token={token} HTTP/1.1\r\nHost: localhost\r\nUpgrade: websocket\r\n"
+        self.socket.sendall((f"GET {path} HTTP/1.1\r\nHost: localhost\r\nUpgrade: websocket\r\n"
                              f"Connection: Upgrade\r\nSec-WebSocket-Key: {key}\r\nSec-WebSocket-Version: 13\r\n\r\n").encode())
         self.open = self.wait(lambda data: b"\r\n\r\n" in data) and b" 101 " in self.data.split(b"\r\n")[0]
         self.data = self.data.partition(b"\r\n\r\n")[2]
@@ -76,3 +85,8 @@ class Page(Connection):
                 return None
             size, at = int.from_bytes(data[2:2 + width], "big"), 2 + width
         return (data[0] & 15, data[at:at + size], data[at + size:]) if len(data) >= at + size else None
+
+
+def open_page(app, port, token):
+    """The remote page of the application, as a browser would open it."""
+    return WebSocket(app.updateRemoteDebugger, port, f"/control?token={token}")

@@ -5,15 +5,29 @@
 #include "reference/net/access_token.h"
 #include "reference/osg/app/co_simulation_answers.h"
 
+#include <cstdio>
+
 namespace hyxOSG {
+namespace {
+
+/// Ports and tokens may be made up here, so whoever started the program must be told.
+void announce(const char* service, const std::string& address) {
+  std::printf("%s: %s\n", service, address.c_str());
+  std::fflush(stdout);
+}
+
+}  // namespace
 
 void ExampleApplication::initRpc() {
-  if (m_state->remotePort && !m_state->controller)
+  if (m_state->remotePort && !m_state->controller) {
     m_state->controller = new ExampleApplicationController(this, *m_state->remotePort, m_state->remoteToken, m_hostName);
+    announce("Remote control", m_state->controller->getUrl());
+  }
   if (m_state->coSimulationPort && !m_state->coSimulation) {
     const std::string token = m_state->remoteToken.empty() ? hyxNet::makeAccessToken() : m_state->remoteToken;
     m_state->coSimulation = new hyxNet::CoSimulationServer(*m_state->coSimulationPort, token, m_hostName);
     hyxNet::CoSimulationServer* server = m_state->coSimulation.get();
+    announce("Co-simulation", server->getAddress() + " token " + token);
     server->setHandler([this, server](const std::string& request) { return answerCoSimulation(*this, *server, request); });
   }
 }

@@ -30,6 +30,7 @@ struct ExampleApplicationController::State {
 
   std::string follow(const std::string& message);
   void followCommand(const json& message);
+  void restore();
   void input(const json& message);
 };
 
@@ -114,12 +115,25 @@ void ExampleApplicationController::State::followCommand(const json& message) {
     application->stepSimulation();
   else if (what == "reload")
     application->reloadScene();
+  else if (what == "previous")
+    application->createPreviousScene();
+  else if (what == "next")
+    application->createNextScene();
+  else if (what == "save")
+    application->getSimulation()->save(application->getSaveSceneFilename());
+  else if (what == "restore")
+    restore();
   else if (what == "home" && application->getCameraManipulator())
     application->getCameraManipulator()->home(0);
   else if (what == "timeStep")
     application->setTimeStep(message.at("value").get<double>());
   else
     input(message);
+}
+
+void ExampleApplicationController::State::restore() {
+  const std::string file = application->getSaveSceneFilename();
+  if (!application->restoreFromFile(file)) throw std::runtime_error("no state was saved: there is no " + file);
 }
 
 /// Input goes the way of the window's own: through its event queue, in pixels from the upper left corner.
