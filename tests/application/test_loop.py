@@ -1,6 +1,7 @@
 """The loop: how it runs, how it ends, how fast it goes, and who is told."""
 import gc
 import os
+import signal
 import subprocess
 import time
 
@@ -225,7 +226,15 @@ def test_the_step_callback_follows_each_step(app):
     assert len(times) == 3
 
 
-def test_an_interrupt_ends_the_loop_at_the_next_frame(app):
+@pytest.fixture
+def interrupts():
+    """Python's own answer to interrupts, which a shell's background jobs start without."""
+    before = signal.signal(signal.SIGINT, signal.default_int_handler)
+    yield
+    signal.signal(signal.SIGINT, before)
+
+
+def test_an_interrupt_ends_the_loop_at_the_next_frame(app, interrupts):
     app.initViewer(32, 32)
     app.setTargetFPS(100)
     subprocess.Popen(["sh", "-c", f"sleep 0.3; kill -INT {os.getpid()}"])  # a thread would not run: the loop keeps the interpreter
