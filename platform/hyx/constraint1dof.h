@@ -15,6 +15,13 @@ public:
   /// rad/s or m/s.
   Real getCurrentSpeed() const;
 
+  /// Resists motion along or about the free direction with up to this force, in newtons or newton metres; 0, the start, is none. Throws std::invalid_argument when negative or not finite.
+  void setFriction(Real force);
+  Real getFriction() const;
+  /// Resists motion with a force proportional to its speed, in N s/m or Nm s/rad; 0, the start, is none. Throws std::invalid_argument when negative or not finite.
+  void setViscosity(Real viscosity);
+  Real getViscosity() const;
+
   Motor1D * getMotor1D() const { return m_motor.get(); }
   Range1D * getRange1D() const { return m_range.get(); }
   Lock1D * getLock1D() const { return m_lock.get(); }

@@ -20,6 +20,11 @@ struct OptParams {
   /// The folders that meshes and packages are looked for in, besides the model's own.
   std::vector<std::string> getSearchPaths() const { return searchPaths; }
 
+  /// Lets the links of the model collide with each other. Links that a joint connects never do.
+  void setSelfCollision(bool collide) { selfCollision = collide; }
+  /// Whether the links of the model collide with each other; true at first.
+  bool getSelfCollision() const { return selfCollision; }
+
   /// Puts `prefix` in front of the names of bodies and joints.
   void setNamePrefix(const std::string& prefix) { namePrefix = prefix; }
   /// What is put in front of the names of bodies and joints; empty at first.
@@ -27,6 +32,7 @@ struct OptParams {
 
   bool fixedBase = false;                ///< whether the root link is static
   std::vector<std::string> searchPaths;  ///< folders for meshes and packages
+  bool selfCollision = true;             ///< whether links that no joint connects collide with each other
   std::string namePrefix;                ///< in front of all names
 };
 

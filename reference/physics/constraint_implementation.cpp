@@ -93,9 +93,23 @@ void Constraint::Implementation::hold(std::vector<int> const & translations, std
 
 void Constraint::Implementation::leave(Free kind, Motor1D * motor, Range1D * range, Lock1D * lock) {
   FreeDirection & direction = free.emplace_back(FreeDirection{kind, motor, range, lock, {}});
-  for (auto & row : direction.rows)
-    row = makeRow(kind == ABOUT_Z ? ROTATIONAL : TRANSLATIONAL);
+  for (Part part : {MOTOR, RANGE, LOCK})
+    direction.rows[part] = makeRow(kind == ABOUT_Z ? ROTATIONAL : TRANSLATIONAL);
   direction.lastAngle = kind == ABOUT_Z ? position(direction) : 0;
+}
+
+void Constraint::Implementation::resist(Part part, Real amount) {
+  FreeDirection & direction = free.front();
+  direction.resistance[part - FRICTION] = amount;
+  if (amount == 0 || direction.rows[part])
+    return;
+  // All rows of a constraint enter the world together.
+  PhysicsWorld * const former = world;
+  if (former)
+    former->remove(*this);
+  direction.rows[part] = makeRow(direction.kind == ABOUT_Z ? ROTATIONAL : TRANSLATIONAL);
+  if (former)
+    former->add(*this);
 }
 
 Constraint::Implementation::Pose Constraint::Implementation::pose() const {
@@ -193,8 +207,8 @@ void Constraint::Implementation::aim(ConstraintRow & row, FreeDirection const & 
 
 void Constraint::Implementation::prepareFree(FreeDirection & direction, Pose const & pose, Real timeStep) {
   Real const now = position(direction);
-  auto const start = [&](int index, ElementaryConstraint const & element) -> ConstraintRow & {
-    ConstraintRow & row = *direction.rows[index];
+  auto const start = [&](Part part, ElementaryConstraint const & element) -> ConstraintRow & {
+    ConstraintRow & row = *direction.rows[part];
     aim(row, direction, pose);
     row.softness = Give(element.getCompliance(), element.getDamping(), timeStep).softness;
     row.lowerImpulse = impulseLimit(element.getForceRange().lower(), timeStep);
@@ -203,19 +217,23 @@ void Constraint::Implementation::prepareFree(FreeDirection & direction, Pose con
     return row;
   };
   if (direction.motor->isEnabled())
-    start(0, *direction.motor).targetSpeed = direction.motor->getSpeed();
+    start(MOTOR, *direction.motor).targetSpeed = direction.motor->getSpeed();
   if (direction.lock->isEnabled()) {
     Give const give(direction.lock->getCompliance(), direction.lock->getDamping(), timeStep);
-    start(2, *direction.lock).targetSpeed = (direction.lock->getPosition() - now) * give.errorSpeed;
+    start(LOCK, *direction.lock).targetSpeed = (direction.lock->getPosition() - now) * give.errorSpeed;
   }
-  if (!direction.range->isEnabled())
-    return;
+  if (direction.range->isEnabled())
+    prepareRange(direction, now, start(RANGE, *direction.range), timeStep);
+  prepareResistance(direction, pose, timeStep);
+}
+
+void Constraint::Implementation::prepareRange(FreeDirection & direction, Real now, ConstraintRow & row, Real timeStep) {
   RangeReal const range = direction.range->getRange();
   bool const atLower = now - range.lower() <= range.upper() - now;
   double const left = (atLower ? range.lower() : range.upper()) - now;
-  if (!std::isfinite(left))
+  row.active = std::isfinite(left);
+  if (!row.active)
     return;
-  ConstraintRow & row = start(1, *direction.range);
   // Within the range the row only keeps the step from passing the bound; beyond it, it leads back.
   bool const beyond = atLower ? left > 0 : left < 0;
   row.targetSpeed = left * (beyond ? Give(direction.range->getCompliance(), direction.range->getDamping(), timeStep).errorSpeed : 1 / timeStep);
@@ -225,13 +243,30 @@ void Constraint::Implementation::prepareFree(FreeDirection & direction, Pose con
     (atLower ? row.lowerImpulse : row.upperImpulse) = 0;
 }
 
+void Constraint::Implementation::prepareResistance(FreeDirection & direction, Pose const & pose, Real timeStep) {
+  auto const start = [&](Part part, Real greatestForce, Real softness) {
+    ConstraintRow & row = *direction.rows[part];
+    aim(row, direction, pose);
+    row.targetSpeed = 0;
+    row.softness = softness;
+    row.upperImpulse = impulseLimit(greatestForce, timeStep);
+    row.lowerImpulse = -row.upperImpulse;
+    row.active = true;
+  };
+  auto const [friction, viscosity] = direction.resistance;
+  if (friction > 0)
+    start(FRICTION, friction, 0);
+  if (viscosity > 0)
+    start(VISCOSITY, infinity, 1 / (viscosity * timeStep));
+}
+
 void Constraint::Implementation::collect(Real timeStep) {
   for (ConstraintRow * row : allRows)
     row->force = row->active && inWorld ? row->internalGetAppliedImpulse() / timeStep : 0;
   for (FreeDirection & direction : free) {
-    direction.motor->setCurrentForce(direction.rows[0]->force);
-    direction.range->setCurrentForce(direction.rows[1]->force);
-    direction.lock->setCurrentForce(direction.rows[2]->force);
+    direction.motor->setCurrentForce(direction.rows[MOTOR]->force);
+    direction.range->setCurrentForce(direction.rows[RANGE]->force);
+    direction.lock->setCurrentForce(direction.rows[LOCK]->force);
     // Seen every step, no turn is missed.
     position(direction);
   }

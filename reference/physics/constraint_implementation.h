@@ -17,13 +17,18 @@ class PhysicsWorld;
 struct Constraint::Implementation {
   enum Free { ALONG_Z, ABOUT_Z, ALONG_LINE };
 
-  /// A free direction, its three optional rows, and how far it has gone.
+  /// What can act on a free direction, a row each. The last two are made when they are first asked for.
+  enum Part { MOTOR, RANGE, LOCK, FRICTION, VISCOSITY, NUM_PARTS };
+
+  /// A free direction, its optional rows, and how far it has gone.
   struct FreeDirection {
     Free kind;
     Motor1D * motor;
     Range1D * range;
     Lock1D * lock;
-    std::unique_ptr<ConstraintRow> rows[3];
+    std::unique_ptr<ConstraintRow> rows[NUM_PARTS];
+    /// Of FRICTION, the greatest force; of VISCOSITY, the force per speed.
+    Real resistance[2] = {0, 0};
     /// Full turns so far and the angle seen last, for counting on.
     Real turns = 0;
     Real lastAngle = 0;
@@ -35,6 +40,10 @@ struct Constraint::Implementation {
   /// Called once, by the joint's constructor.
   void hold(std::vector<int> const & translations, std::vector<int> const & rotations);
   void leave(Free kind, Motor1D * motor, Range1D * range, Lock1D * lock);
+
+  /// Gives the only free direction a greatest force of dry friction, or a force per speed.
+  void resist(Part part, Real amount);
+  Real resistance(Part part) const { return free.front().resistance[part - FRICTION]; }
 
   /// Works out all rows from where the bodies are now.
   void prepare(Real timeStep);
@@ -72,6 +81,8 @@ private:
   void aim(ConstraintRow & row, FreeDirection const & direction, Pose const & pose) const;
   void prepareHeld(Pose const & pose, Real timeStep);
   void prepareFree(FreeDirection & direction, Pose const & pose, Real timeStep);
+  void prepareRange(FreeDirection & direction, Real now, ConstraintRow & row, Real timeStep);
+  void prepareResistance(FreeDirection & direction, Pose const & pose, Real timeStep);
 };
 
 }

@@ -4,6 +4,7 @@
 #include "platform/hyx/hinge.h"
 #include "platform/hyx/lock_joint.h"
 #include "platform/hyx/prismatic.h"
+#include "reference/core/number_checks.h"
 #include "reference/physics/constraint_implementation.h"
 #include "reference/physics/joint_place.h"
 
@@ -35,6 +36,22 @@ Real Constraint1DOF::getAngle() const {
 
 Real Constraint1DOF::getCurrentSpeed() const {
   return implementation().speed(implementation().free.front());
+}
+
+void Constraint1DOF::setFriction(Real force) {
+  implementation().resist(Implementation::FRICTION, requireNonNegative(force, "the friction of a joint"));
+}
+
+Real Constraint1DOF::getFriction() const {
+  return implementation().resistance(Implementation::FRICTION);
+}
+
+void Constraint1DOF::setViscosity(Real viscosity) {
+  implementation().resist(Implementation::VISCOSITY, requireNonNegative(viscosity, "the viscosity of a joint"));
+}
+
+Real Constraint1DOF::getViscosity() const {
+  return implementation().resistance(Implementation::VISCOSITY);
 }
 
 Hinge::Hinge(RigidBody * body1, Frame * frame1, RigidBody * body2, Frame * frame2) : Constraint1DOF(body1, frame1, body2, frame2) {

@@ -171,12 +171,7 @@ Real RigidBody::getMass() const {
 }
 
 void RigidBody::setInertia(Vec3 const & inertia) {
-  Implementation & self = *m_implementation;
-  self.inertia = toBullet(requirePositive(inertia, "the moments of inertia of a body"));
-  self.inertiaFixed = true;
-  self.setMassFrame(btTransform(btMatrix3x3::getIdentity(), self.massFrame.getOrigin()));
-  self.applyControl();
-  self.rebuildShape();
+  m_implementation->setInertiaTensor(btMatrix3x3(inertia.x, 0, 0, 0, inertia.y, 0, 0, 0, inertia.z));
 }
 
 Vec3 RigidBody::getInertia() const {

@@ -2,6 +2,7 @@
 
 #include "reference/collide/geometry_implementation.h"
 #include "reference/collide/shape_mass.h"
+#include "reference/core/number_checks.h"
 #include "reference/physics/bullet_values.h"
 #include "reference/physics/physics_world.h"
 
@@ -82,13 +83,24 @@ void RigidBody::Implementation::setMassFrame(btTransform const & frame) {
   setModelTransform(model);
 }
 
+void RigidBody::Implementation::setInertiaTensor(btMatrix3x3 tensor) {
+  btMatrix3x3 axes = btMatrix3x3::getIdentity();
+  if (!isDiagonal(tensor))
+    tensor.diagonalize(axes, 1e-12, 60);
+  Vec3 const moments(tensor[0][0], tensor[1][1], tensor[2][2]);
+  inertia = requireMoments(toBullet(requirePositive(moments, "the principal moments of inertia of a body")));
+  inertiaFixed = true;
+  setMassFrame(btTransform(axes, massFrame.getOrigin()));
+  rebuildShape();
+}
+
 void RigidBody::Implementation::updateMass() {
   ShapeMass const spread = massOf(geometries);
   bool const solid = spread.volume > 0;
   if (!massFixed)
     mass = solid ? spread.volume : 1;
   btVector3 const center = centerFixed ? massFrame.getOrigin() : spread.center;
-  btTransform frame(btMatrix3x3::getIdentity(), center);
+  btTransform frame(inertiaFixed ? massFrame.getBasis() : btMatrix3x3::getIdentity(), center);
   if (!inertiaFixed && solid) {
     btMatrix3x3 tensor = spread.inertia * (mass / spread.volume);
     btVector3 const offset = center - spread.center;

@@ -32,6 +32,8 @@ struct RigidBody::Implementation {
   btTransform modelTransform() const { return bullet.getWorldTransform() * massFrameInverse; }
   void setModelTransform(btTransform const & transform);
   void setMassFrame(btTransform const & frame);
+  /// Fixes the inertia about the centre of mass, along the axes of the model frame. Throws std::invalid_argument for a tensor that no body has.
+  void setInertiaTensor(btMatrix3x3 tensor);
 
   /// Computes what of mass, inertia and centre is not fixed.
   void updateMass();

@@ -12,6 +12,7 @@
 #include <osg/Geode>
 #include <osg/Material>
 #include <osg/MatrixTransform>
+#include <osg/NodeVisitor>
 #include <osg/ShapeDrawable>
 
 #include <stdexcept>
@@ -56,12 +57,26 @@ osg::ref_ptr<osg::Node> makeNode(const urdf::Geometry& geometry, const UrdfFiles
   }
 }
 
+/// Takes away the look that a mesh brings: its textures, materials and blending.
+class LookRemover : public osg::NodeVisitor {
+public:
+  LookRemover() : osg::NodeVisitor(TRAVERSE_ALL_CHILDREN) {}
+  void apply(osg::Node& node) override {
+    node.setStateSet(nullptr);
+    traverse(node);
+  }
+};
+
+/// The description's colour takes the place of the mesh's own look.
 void paint(osg::Node& node, const urdf::Color& color) {
+  LookRemover remover;
+  node.accept(remover);
   osg::ref_ptr<osg::Material> material = new osg::Material;
   const osg::Vec4 value(color.r, color.g, color.b, color.a);
   material->setAmbient(osg::Material::FRONT_AND_BACK, value);
   material->setDiffuse(osg::Material::FRONT_AND_BACK, value);
-  node.getOrCreateStateSet()->setAttributeAndModes(material, osg::StateAttribute::ON | osg::StateAttribute::OVERRIDE);
+  node.getOrCreateStateSet()->setAttributeAndModes(material);
+  node.getStateSet()->setMode(GL_NORMALIZE, osg::StateAttribute::ON);
   if (color.a < 1) {
     node.getStateSet()->setMode(GL_BLEND, osg::StateAttribute::ON);
     node.getStateSet()->setRenderingHint(osg::StateSet::TRANSPARENT_BIN);

@@ -1,24 +1,22 @@
 /// Builds bodies and joints from a parsed robot description.
 #include "reference/tavlang/urdf_model.h"
 
-#include "platform/hyx/hinge.h"
-#include "platform/hyx/lock_joint.h"
-#include "platform/hyx/motor1d.h"
-#include "platform/hyx/prismatic.h"
-#include "platform/hyx/range1d.h"
-#include "platform/hyx/rigid_body.h"
 #include "platform/hyxOSG/grid_axes.h"
+#include "reference/physics/bullet_values.h"
+#include "reference/physics/rigid_body_implementation.h"
+#include "reference/tavlang/mimic.h"
 #include "reference/tavlang/urdf_geometry.h"
+#include "reference/tavlang/urdf_joint.h"
 
 #include <console_bridge/console.h>
 #include <osg/MatrixTransform>
 #include <osg/NodeCallback>
 #include <urdf_parser/urdf_parser.h>
 
-#include <algorithm>
 #include <filesystem>
-#include <limits>
+#include <set>
 #include <stdexcept>
+#include <utility>
 
 namespace hyxtavlang {
 namespace {
@@ -46,7 +44,7 @@ private:
   hyx::ref_ptr<hyx::RigidBody> m_body;
 };
 
-/// Walks from the root link to the tips. A link without mass that is fixed to its parent becomes a part of the parent's body.
+/// Walks from the root link to the tips. Links that are fixed to each other become one body when at most one of them has mass.
 class Builder {
 public:
   Builder(const urdf::ModelInterface& robot, const UrdfFiles& files, const OptParams& params, UrdfModel& model)
@@ -55,8 +53,10 @@ public:
   hyx::ref_ptr<hyxSDK::Assembly> build() {
     const urdf::LinkConstSharedPtr root = m_robot.getRoot();
     hyx::RigidBody* body = makeBody(*root, hyx::AffineMatrix4x4());
-    if (m_params.fixedBase || !root->inertial) body->setMotionControl(hyx::RigidBody::STATIC);
     addChildren(*root, {body, hyx::AffineMatrix4x4()});
+    if (m_params.fixedBase || !m_massive.count(body)) body->setMotionControl(hyx::RigidBody::STATIC);
+    addMimics();
+    keepApart();
     return m_assembly;
   }
 
@@ -71,8 +71,7 @@ private:
     for (const urdf::JointSharedPtr& joint : link.child_joints) {
       const urdf::LinkConstSharedPtr child = m_robot.getLink(joint->child_link_name);
       const hyx::AffineMatrix4x4 local = toMatrix(joint->parent_to_joint_origin_transform) * place.local;
-      const bool merged = joint->type == urdf::Joint::FIXED && !child->inertial;
-      if (merged) {
+      if (joint->type == urdf::Joint::FIXED && !(child->inertial && m_massive.count(place.body))) {
         fill(*child, {place.body, local});
         addChildren(*child, {place.body, local});
       } else {
@@ -87,7 +86,6 @@ private:
     hyx::ref_ptr<hyx::RigidBody> body = new hyx::RigidBody(hyx::Name(m_params.namePrefix + link.name));
     body->setTransform(transform);
     fill(link, {body.get(), hyx::AffineMatrix4x4()});
-    if (link.inertial) setMass(*body, *link.inertial);
     m_assembly->add(body.get());
     return body.get();
   }
@@ -99,55 +97,62 @@ private:
     for (const urdf::VisualSharedPtr& visual : link.visual_array)
       if (visual->geometry)
         m_model.visuals.push_back({place.body, makeVisual(*visual, toMatrix(visual->origin) * place.local, m_files)});
+    if (link.inertial) setMass(*link.inertial, place);
   }
 
-  static void setMass(hyx::RigidBody& body, const urdf::Inertial& inertial) {
+  void setMass(const urdf::Inertial& inertial, const Place& place) {
     if (!(inertial.mass > 0)) return;
+    hyx::RigidBody& body = *place.body;
+    m_massive.insert(&body);
     body.setMass(inertial.mass);
-    const hyx::AffineMatrix4x4 frame = toMatrix(inertial.origin);
+    const hyx::AffineMatrix4x4 frame = toMatrix(inertial.origin) * place.local;
     body.setCenterOfMass(frame.getTranslate());
-    // The diagonal in the link's axes: the sum over the tensor, turned by the inertial frame's rotation.
-    const double tensor[3][3] = {{inertial.ixx, inertial.ixy, inertial.ixz},
-                                 {inertial.ixy, inertial.iyy, inertial.iyz},
-                                 {inertial.ixz, inertial.iyz, inertial.izz}};
-    hyx::Vec3 diagonal;
-    for (int axis = 0; axis < 3; ++axis)
-      for (int i = 0; i < 3; ++i)
-        for (int j = 0; j < 3; ++j) diagonal[axis] += frame(i, axis) * tensor[i][j] * frame(j, axis);
-    if (diagonal.x > 0 && diagonal.y > 0 && diagonal.z > 0) body.setInertia(diagonal);
+    const btMatrix3x3 tensor(inertial.ixx, inertial.ixy, inertial.ixz, inertial.ixy, inertial.iyy, inertial.iyz, inertial.ixz,
+                             inertial.iyz, inertial.izz);
+    const btMatrix3x3 axes = hyx::toBullet(frame).getBasis();
+    if (isPositive(tensor)) body.implementation().setInertiaTensor(axes * tensor * axes.transpose());
+  }
+
+  /// Many descriptions leave zeros: such links keep the inertia of their shapes.
+  static bool isPositive(const btMatrix3x3& tensor) {
+    return tensor[0][0] > 0 && tensor[0][0] * tensor[1][1] > tensor[0][1] * tensor[0][1] && tensor.determinant() > 0;
   }
 
   void join(const urdf::Joint& joint, hyx::RigidBody* parent, hyx::RigidBody* child) {
-    for (const auto& one : parent->getGeometries())
-      for (const auto& other : child->getGeometries()) one->setEnableCollisions(other.get(), false);
+    m_joined.emplace_back(parent, child);
     if (hyx::ref_ptr<hyx::Constraint> constraint = makeJoint(joint, parent, child)) {
       constraint->setName(hyx::Name(m_params.namePrefix + joint.name));
       m_assembly->add(constraint.get());
     }
   }
 
-  hyx::ref_ptr<hyx::Constraint> makeJoint(const urdf::Joint& joint, hyx::RigidBody* parent, hyx::RigidBody* child) {
-    const hyx::AffineMatrix4x4 frame = child->getTransform();
-    const hyx::Vec3 axis = frame.transformVector(hyx::Vec3(joint.axis.x, joint.axis.y, joint.axis.z));
-    switch (joint.type) {  // the child comes first: positions count its motion against the parent
-      case urdf::Joint::REVOLUTE:
-      case urdf::Joint::CONTINUOUS: return limited(new hyx::Hinge(frame.getTranslate(), axis, child, parent), joint);
-      case urdf::Joint::PRISMATIC: return limited(new hyx::Prismatic(frame.getTranslate(), axis, child, parent), joint);
-      case urdf::Joint::FIXED: return new hyx::LockJoint(parent, child);
-      case urdf::Joint::FLOATING: return nullptr;
-      default: throw std::runtime_error("the joint '" + joint.name + "' is planar, which is not supported");
+  /// Bodies that a joint connects never collide, and no two do without self collision.
+  void keepApart() const {
+    const auto separate = [](const hyx::RigidBody& one, const hyx::RigidBody& other) {
+      for (const auto& geometry : one.getGeometries())
+        for (const auto& opposite : other.getGeometries()) geometry->setEnableCollisions(opposite.get(), false);
+    };
+    for (const auto& [parent, child] : m_joined) separate(*parent, *child);
+    if (m_params.selfCollision) return;
+    const hyx::RigidBodyPtrVector& bodies = m_assembly->getRigidBodies();
+    for (size_t i = 0; i < bodies.size(); ++i)
+      for (size_t j = 0; j < i; ++j) separate(*bodies[i], *bodies[j]);
+  }
+
+  void addMimics() {
+    for (const auto& [name, joint] : m_robot.joints_) {
+      if (!joint->mimic) continue;
+      hyx::Constraint1DOF* follower = findJoint(name);
+      hyx::Constraint1DOF* leader = findJoint(joint->mimic->joint_name);
+      if (!follower || !leader)
+        throw std::runtime_error("the joint '" + name + "' cannot follow '" + joint->mimic->joint_name +
+                                 "': both must be there, and turn or slide");
+      m_assembly->add(hyx::ref_ptr<Mimic>(new Mimic(follower, leader, joint->mimic->multiplier, joint->mimic->offset)).get());
     }
   }
 
-  /// The range keeps to the limits; the motor, off at first, has the joint's effort.
-  static hyx::ref_ptr<hyx::Constraint> limited(hyx::ref_ptr<hyx::Constraint1DOF> constraint, const urdf::Joint& joint) {
-    if (!joint.limits) return constraint;
-    if (joint.type != urdf::Joint::CONTINUOUS && joint.limits->lower <= joint.limits->upper) {
-      constraint->getRange1D()->setRange(hyx::RangeReal(joint.limits->lower, joint.limits->upper));
-      constraint->getRange1D()->setEnable(true);
-    }
-    if (joint.limits->effort > 0) constraint->getMotor1D()->setForceRange(hyx::RangeReal(joint.limits->effort));
-    return constraint;
+  hyx::Constraint1DOF* findJoint(const std::string& name) const {
+    return dynamic_cast<hyx::Constraint1DOF*>(m_assembly->getConstraint(hyx::Name(m_params.namePrefix + name)));
   }
 
   const urdf::ModelInterface& m_robot;
@@ -155,6 +160,8 @@ private:
   const OptParams& m_params;
   UrdfModel& m_model;
   hyx::ref_ptr<hyxSDK::Assembly> m_assembly;
+  std::set<const hyx::RigidBody*> m_massive;  ///< those that a link has given its mass
+  std::vector<std::pair<const hyx::RigidBody*, const hyx::RigidBody*>> m_joined;
 };
 
 urdf::ModelInterfaceSharedPtr parse(const std::string& path, std::vector<std::string>& errors) {

@@ -16,6 +16,8 @@ constexpr Declared functions[] = {
     FUNCTION(OptParams_getFixedBase, METHOD(hyxtavlang::OptParams, getFixedBase, () const)),
     FUNCTION(OptParams_addSearchPath, METHOD(hyxtavlang::OptParams, addSearchPath, (std::string const &))),
     FUNCTION(OptParams_getSearchPaths, METHOD(hyxtavlang::OptParams, getSearchPaths, () const)),
+    FUNCTION(OptParams_setSelfCollision, METHOD(hyxtavlang::OptParams, setSelfCollision, (bool))),
+    FUNCTION(OptParams_getSelfCollision, METHOD(hyxtavlang::OptParams, getSelfCollision, () const)),
     FUNCTION(OptParams_setNamePrefix, METHOD(hyxtavlang::OptParams, setNamePrefix, (std::string const &))),
     FUNCTION(OptParams_getNamePrefix, METHOD(hyxtavlang::OptParams, getNamePrefix, () const)),
     REGISTER(hyxtavlang::OptParams, OptParams),
