@@ -1,5 +1,7 @@
 #include "reference/osg/decorator/shading_program.h"
 
+#include "reference/osg/decorator/shadow_lookup.h"
+
 #include <osg/TexGen>
 #include <osg/Uniform>
 
@@ -13,63 +15,12 @@ namespace {
 char const * const fragmentSource = R"(
 uniform sampler2D hyx_baseTexture;
 uniform bool hyx_lit;
-uniform bool hyx_receivesShadow;
 uniform bool hyx_lightOff0, hyx_lightOff1, hyx_lightOff2; // a node's own switches
 
 vec3 eyePosition() { return gl_TexCoord[EYE_POSITION].xyz; }
 vec3 eyeNormal() { return normalize(gl_TexCoord[EYE_NORMAL].xyz); }
 
-#if SHADOW_MAPS > 0
-uniform sampler2DShadow hyx_shadowMap0;
-uniform mat4 hyx_shadowMatrix[SHADOW_MAPS];
-uniform float hyx_shadowTexel[SHADOW_MAPS];
-uniform float hyx_shadowMapSize;
-#if SHADOW_MAPS > 1
-uniform sampler2DShadow hyx_shadowMap1;
-uniform sampler2DShadow hyx_shadowMap2;
-uniform float hyx_splitDepth[SHADOW_MAPS];
-#endif
-
-float lookUp(sampler2DShadow map, vec4 place)
-{
-    vec3 p = place.xyz / place.w;
-#if SOFT_SHADOWS
-    float d = 0.75 / hyx_shadowMapSize;
-    return 0.25 * (shadow2D(map, p + vec3(-d, -d, 0.0)).r + shadow2D(map, p + vec3(d, -d, 0.0)).r +
-                   shadow2D(map, p + vec3(-d, d, 0.0)).r + shadow2D(map, p + vec3(d, d, 0.0)).r);
-#else
-    return shadow2D(map, p).r;
-#endif
-}
-
-vec4 shadowPlace(int map)
-{
-    // Half way out of the surface, by the size of a texel: a surface must not shade itself.
-    vec3 lifted = eyePosition() + eyeNormal() * (1.5 * hyx_shadowTexel[map]);
-    return hyx_shadowMatrix[map] * vec4(lifted, 1.0);
-}
-
-float visibility()
-{
-    if (!hyx_receivesShadow)
-        return 1.0;
-    vec4 place = shadowPlace(0);
-#if SHADOW_MAPS > 1
-    float depth = -eyePosition().z;
-    if (depth > hyx_splitDepth[1]) {
-        place = shadowPlace(2);
-        return place.w <= 0.0 ? 1.0 : lookUp(hyx_shadowMap2, place);
-    }
-    if (depth > hyx_splitDepth[0]) {
-        place = shadowPlace(1);
-        return place.w <= 0.0 ? 1.0 : lookUp(hyx_shadowMap1, place);
-    }
-#endif
-    return place.w <= 0.0 ? 1.0 : lookUp(hyx_shadowMap0, place);
-}
-#else
-float visibility() { return 1.0; }
-#endif
+float shadowVisibility(vec3 eyePosition, vec3 eyeNormal);
 
 // Direction to the light and, in w, what distance and spot leave of its brightness.
 vec4 incidence(gl_LightSourceParameters light)
@@ -97,9 +48,9 @@ void main()
         vec3 all = gl_LightModel.ambient.rgb;
         vec3 blockable = vec3(0.0);
         vec3 highlight = vec3(0.0);
-        float visible = visibility();
+        float visible = shadowVisibility(eyePosition(), normal);
         ALL_LIGHTS
-#if BLACK_SHADOWS
+#ifdef BLACK_SHADOWS
         color.rgb *= visible;
 #else
         color.rgb *= 1.0 - (1.0 - visible) * blockable / max(all, vec3(1e-4));
@@ -156,9 +107,7 @@ std::string fragmentText(ShadingOptions const & options) {
     for (int index = 0; index < 3; ++index)
         if (options.lights & (1u << index))
             lights += lightText(index, options);
-    std::string text = "#version 120\n" + define("SHADOW_MAPS", options.shadowMaps) +
-                       define("SOFT_SHADOWS", options.softShadows) +
-                       define("BLACK_SHADOWS", options.blackShadows) +
+    std::string text = "#version 120\n#pragma import_defines(BLACK_SHADOWS)\n" +
                        define("PIXEL_HIGHLIGHTS", options.perPixelHighlights) +
                        define("EYE_POSITION", EYE_POSITION_UNIT) + define("EYE_NORMAL", EYE_NORMAL_UNIT) + fragmentSource;
     replaceAll(text, "ALL_LIGHTS", lights);
@@ -183,13 +132,12 @@ osg::ref_ptr<osg::StateSet> createShadingState(ShadingOptions const & options) {
     auto * program = new osg::Program;
     program->setName("hyxOSG::SceneDecorator");
     program->addShader(new osg::Shader(osg::Shader::FRAGMENT, fragmentText(options)));
+    program->addShader(shadowLookupShader());
     state->setAttributeAndModes(program);
     state->addUniform(new osg::Uniform("hyx_baseTexture", static_cast<int>(BASE_TEXTURE_UNIT)));
     state->addUniform(new osg::Uniform("hyx_lit", true));
     state->addUniform(new osg::Uniform("hyx_receivesShadow", true));
-    for (unsigned int map = 0; map < options.shadowMaps; ++map)
-        state->addUniform(new osg::Uniform(("hyx_shadowMap" + std::to_string(map)).c_str(),
-                                           static_cast<int>(SHADOW_MAP_UNIT + map)));
+    declareShadowMaps(*state, options);
     addCoordinateGenerators(*state);
     return state;
 }

@@ -1,5 +1,6 @@
 #include "reference/osg/nodes/sphere_impostors.h"
 
+#include "reference/osg/decorator/shadow_lookup.h"
 #include "reference/osg/visual/mesh_builder.h"
 #include "reference/osg/visual/shape_meshes.h"
 
@@ -19,7 +20,8 @@ namespace {
 
 // Generic vertex attributes that do not share a place with the fixed ones.
 constexpr unsigned int placeAttribute = 6, colorAttribute = 7, rotationAttribute = 8;
-constexpr float largestPoint = 32; // pixels; a larger point vanishes visibly when its centre leaves the picture
+// Pixels. A larger point vanishes visibly when its centre leaves the picture; drivers draw none that are larger still.
+constexpr float largestPoint = 32, largestPossiblePoint = 255;
 
 char const * const vertexSource = R"(#version 120
 attribute vec4 place;
@@ -28,33 +30,45 @@ attribute vec4 rotation;
 uniform int form; // 0 points, 1 quads, 2 meshes
 uniform float viewportHeight;
 varying vec4 ball;
-varying vec3 across;
+varying vec3 across; // from the centre to the form's surface; of a point half its width in x
 varying vec4 tint;
 varying vec4 turn;
+
+// A square around the ball's outline as it is seen, upright to the way to its centre.
+vec3 squareCorner(vec3 center, float radius) {
+    vec3 way = vec3(0.0, 0.0, -1.0);
+    if (gl_ProjectionMatrix[2][3] != 0.0) {
+        float distance = length(center);
+        way = center / distance;
+        radius *= distance / sqrt(max(distance * distance - radius * radius, 0.01 * distance * distance));
+    }
+    vec3 right = normalize(cross(way, abs(way.y) < 0.9 ? vec3(0.0, 1.0, 0.0) : vec3(1.0, 0.0, 0.0)));
+    return radius * (gl_Vertex.x * right + gl_Vertex.y * cross(right, way));
+}
 
 void main() {
     vec4 sphere = form == 0 ? gl_Vertex : place;
     vec3 center = vec3(gl_ModelViewMatrix * vec4(sphere.xyz, 1.0));
     vec3 surface = center;
-    across = vec3(0.0);
-    if (form == 1) {
-        across = gl_Vertex.xyz;
-        surface += sphere.w * across;
-    } else if (form == 2) {
-        across = gl_NormalMatrix * gl_Vertex.xyz;
-        surface += sphere.w * across;
+    // A point's outline is no circle beside the middle of the picture, and not around its centre.
+    float cover = sphere.w * (gl_ProjectionMatrix[2][3] != 0.0 ? 1.0 + 2.0 * sphere.w / abs(center.z) : 1.0);
+    if (form == 0) {
+        across = vec3(cover, 0.0, 0.0);
+    } else {
+        across = form == 1 ? squareCorner(center, sphere.w) : sphere.w * (gl_NormalMatrix * gl_Vertex.xyz);
+        surface += across;
     }
     ball = vec4(center, sphere.w);
     tint = color;
     turn = rotation;
     gl_ClipVertex = vec4(surface, 1.0);
     gl_Position = gl_ProjectionMatrix * vec4(surface, 1.0);
-    gl_PointSize = sphere.w * gl_ProjectionMatrix[1][1] * viewportHeight / gl_Position.w;
+    gl_PointSize = cover * gl_ProjectionMatrix[1][1] * viewportHeight / gl_Position.w;
 }
 )";
 
 char const * const fragmentSource = R"(#version 120
-#pragma import_defines(BANDS, SOFT)
+#pragma import_defines(BANDS, SOFT, SHADOW_LIGHT, BLACK_SHADOWS)
 uniform int form;
 uniform mat4 osg_ViewMatrixInverse;
 uniform bool hyx_lightOff0, hyx_lightOff1, hyx_lightOff2;
@@ -63,9 +77,25 @@ varying vec3 across;
 varying vec4 tint;
 varying vec4 turn;
 
-vec3 light(gl_LightSourceParameters source, vec3 n) {
+float shadowVisibility(vec3 eyePosition, vec3 eyeNormal);
+
+vec3 light(gl_LightSourceParameters source, vec3 n, float lit) {
     vec3 way = normalize(source.position.xyz - ball.xyz * source.position.w);
-    return source.ambient.rgb + max(dot(n, way), 0.0) * source.diffuse.rgb;
+    return source.ambient.rgb + lit * max(dot(n, way), 0.0) * source.diffuse.rgb;
+}
+
+vec3 wayTo(vec3 point) {
+    return gl_ProjectionMatrix[2][3] != 0.0 ? normalize(point) : vec3(0.0, 0.0, -1.0);
+}
+
+// From the ball's centre to where the ray through a point beside it enters the ball.
+vec3 whereTheRayEnters(vec3 beside) {
+    vec3 way = wayTo(ball.xyz + beside);
+    vec3 nearest = beside - dot(beside, way) * way;
+    float rest = ball.w * ball.w - dot(nearest, nearest);
+    if (rest < 0.0)
+        discard;
+    return nearest - sqrt(rest) * way;
 }
 
 void main() {
@@ -74,11 +104,8 @@ void main() {
     vec3 n = across;
     if (form != 2) {
         if (form == 0)
-            n = vec3(2.0 * gl_PointCoord.x - 1.0, 1.0 - 2.0 * gl_PointCoord.y, 0.0);
-        float rest = 1.0 - dot(n.xy, n.xy);
-        if (rest < 0.0)
-            discard;
-        n.z = sqrt(rest);
+            n = across.x * vec3(2.0 * gl_PointCoord.x - 1.0, 1.0 - 2.0 * gl_PointCoord.y, 0.0);
+        n = whereTheRayEnters(n);
     }
     n = normalize(n);
     vec4 color = tint;
@@ -88,16 +115,25 @@ void main() {
     if (onBall.x * onBall.y * onBall.z < 0.0)
         color.rgb *= 0.55;
 #endif
+    vec3 litBy = vec3(1.0);
+    float visible = shadowVisibility(ball.xyz + ball.w * n, n);
+#ifdef SHADOW_LIGHT
+    litBy[SHADOW_LIGHT] = visible;
+#endif
     vec3 shade = gl_LightModel.ambient.rgb;
     if (!hyx_lightOff0)
-        shade += light(gl_LightSource[0], n);
+        shade += light(gl_LightSource[0], n, litBy[0]);
     if (!hyx_lightOff1)
-        shade += light(gl_LightSource[1], n);
+        shade += light(gl_LightSource[1], n, litBy[1]);
     if (!hyx_lightOff2)
-        shade += light(gl_LightSource[2], n);
+        shade += light(gl_LightSource[2], n, litBy[2]);
     color.rgb *= shade;
+#ifdef BLACK_SHADOWS
+    color.rgb *= visible;
+#endif
 #ifdef SOFT
-    color.a *= n.z * n.z;
+    float facing = max(-dot(n, wayTo(ball.xyz + ball.w * n)), 0.0);
+    color.a *= facing * facing;
     gl_FragDepth = gl_FragCoord.z;
 #else
     vec4 surface = gl_ProjectionMatrix * vec4(ball.xyz + ball.w * n, 1.0);
@@ -113,6 +149,7 @@ osg::Program & impostorProgram() {
         made->setName("sphere impostors");
         made->addShader(new osg::Shader(osg::Shader::VERTEX, vertexSource));
         made->addShader(new osg::Shader(osg::Shader::FRAGMENT, fragmentSource));
+        made->addShader(decorator::shadowLookupShader());
         made->addBindAttribLocation("place", placeAttribute);
         made->addBindAttribLocation("color", colorAttribute);
         made->addBindAttribLocation("rotation", rotationAttribute);
@@ -223,14 +260,16 @@ void SphereImpostors::end() {
         form->getPrimitiveSet(0)->setNumInstances(static_cast<int>(size()));
 }
 
-SphereImpostors::RenderingMode SphereImpostors::cheapest(osg::State const & state, float viewportHeight,
-                                                         RenderingMode mode) const {
+SphereImpostors::RenderingMode SphereImpostors::formFor(osg::State const & state, float viewportHeight,
+                                                        RenderingMode mode) const {
     osg::BoundingSphere const around(m_bounds);
     double const nearest = -(osg::Vec3d(around.center()) * state.getModelViewMatrix()).z() - around.radius();
     bool const perspective = state.getProjectionMatrix()(2, 3) != 0;
+    if (mode == ParticleSystemDrawable::TRIANGLES || (perspective && nearest <= 0))
+        return mode;
     double const size = m_largest * state.getProjectionMatrix()(1, 1) * viewportHeight / (perspective ? nearest : 1);
-    bool const small = (!perspective || nearest > 0) && size < largestPoint;
-    return mode == ParticleSystemDrawable::QUAD_SPRITES && small ? ParticleSystemDrawable::SPRITES : mode;
+    double const limit = mode == ParticleSystemDrawable::SPRITES ? largestPossiblePoint : largestPoint;
+    return size < limit ? ParticleSystemDrawable::SPRITES : ParticleSystemDrawable::QUAD_SPRITES;
 }
 
 void SphereImpostors::draw(osg::RenderInfo & renderInfo, RenderingMode mode) const {
@@ -239,7 +278,7 @@ void SphereImpostors::draw(osg::RenderInfo & renderInfo, RenderingMode mode) con
     if (!viewport || !state->getLastAppliedProgramObject() || size() == 0)
         return;
     auto const height = static_cast<float>(viewport->height());
-    RenderingMode const form = cheapest(*state, height, mode);
+    RenderingMode const form = formFor(*state, height, mode);
     setUniform(*state, "viewportHeight", height);
     setUniform(*state, "form", static_cast<int>(form));
     if (form == ParticleSystemDrawable::SPRITES) {

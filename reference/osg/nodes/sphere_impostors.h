@@ -32,13 +32,13 @@ public:
     osg::BoundingBox const & bounds() const { return m_bounds; }
 
     /// Draws into the current context. Quads that are small in the picture are drawn as points, which looks the same and
-    /// is cheaper.
+    /// is cheaper; points that are too large for the graphics driver as quads.
     void draw(osg::RenderInfo & renderInfo, RenderingMode mode) const;
     void releaseGLObjects(osg::State * state) const;
 
 private:
     osg::ref_ptr<osg::Geometry> instanced(osg::Geometry * form) const;
-    RenderingMode cheapest(osg::State const & state, float viewportHeight, RenderingMode mode) const;
+    RenderingMode formFor(osg::State const & state, float viewportHeight, RenderingMode mode) const;
 
     osg::ref_ptr<osg::Vec4Array> m_places = new osg::Vec4Array; ///< centre and radius
     osg::ref_ptr<osg::Vec4ubArray> m_colors = new osg::Vec4ubArray;

@@ -1,5 +1,6 @@
 #include "reference/osg/visual/surface_program.h"
 
+#include "reference/osg/decorator/shadow_lookup.h"
 #include "reference/osg/visual/node_state.h"
 
 #include <osg/NodeVisitor>
@@ -29,6 +30,7 @@ void main() {
 // Tangents come from screen-space derivatives, so that meshes need none of their own.
 char const * const fragmentSource = R"(#version 120
 #pragma import_defines(DIFFUSE_MAP, SHADOW_MAP, SHADOW_JITTER_MAP, NORMAL_MAP, HEIGHT_MAP, SPECULAR_MAP, SPHERE_MAP, CUBE_MAP)
+#pragma import_defines(SHADOW_LIGHT, BLACK_SHADOWS)
 varying vec3 position;
 varying vec3 normal;
 varying vec2 texcoord;
@@ -37,6 +39,8 @@ uniform samplerCube cubeMap;
 uniform float hyx_reflection;
 uniform bool hyx_lightOff0, hyx_lightOff1, hyx_lightOff2;
 uniform mat4 osg_ViewMatrixInverse;
+
+float shadowVisibility(vec3 eyePosition, vec3 eyeNormal);
 
 vec2 scaled(mat4 scale, vec2 place) { return (scale * vec4(place, 0.0, 1.0)).xy; }
 
@@ -74,6 +78,7 @@ void main() {
     vec3 n = normalize(normal);
     if (!gl_FrontFacing)
         n = -n;
+    float visible = shadowVisibility(position, n);
     vec2 place = texcoord;
 #ifdef HEIGHT_MAP
     vec2 heightPlace = scaled(gl_TextureMatrix[4], texcoord);
@@ -98,13 +103,17 @@ void main() {
 #endif
     lit = texture2D(map1, shadowPlace).r;
 #endif
+    vec3 litBy = vec3(lit);
+#ifdef SHADOW_LIGHT
+    litBy[SHADOW_LIGHT] *= visible;
+#endif
     vec3 diffuse = gl_FrontLightModelProduct.sceneColor.rgb, specular = vec3(0.0);
     if (!hyx_lightOff0)
-        addLight(gl_LightSource[0], gl_FrontLightProduct[0], n, toEye, lit, diffuse, specular);
+        addLight(gl_LightSource[0], gl_FrontLightProduct[0], n, toEye, litBy[0], diffuse, specular);
     if (!hyx_lightOff1)
-        addLight(gl_LightSource[1], gl_FrontLightProduct[1], n, toEye, lit, diffuse, specular);
+        addLight(gl_LightSource[1], gl_FrontLightProduct[1], n, toEye, litBy[1], diffuse, specular);
     if (!hyx_lightOff2)
-        addLight(gl_LightSource[2], gl_FrontLightProduct[2], n, toEye, lit, diffuse, specular);
+        addLight(gl_LightSource[2], gl_FrontLightProduct[2], n, toEye, litBy[2], diffuse, specular);
     float alpha = gl_FrontMaterial.diffuse.a;
 #ifdef DIFFUSE_MAP
     vec4 texel0 = texture2D(map0, scaled(gl_TextureMatrix[0], place));
@@ -124,6 +133,9 @@ void main() {
     vec3 inWorld = mat3(osg_ViewMatrixInverse[0].xyz, osg_ViewMatrixInverse[1].xyz, osg_ViewMatrixInverse[2].xyz) * mirrored;
     color = mix(color, textureCube(cubeMap, vec3(inWorld.x, inWorld.z, -inWorld.y)).rgb, hyx_reflection);
 #endif
+#ifdef BLACK_SHADOWS
+    color *= visible;
+#endif
     gl_FragColor = vec4(color, alpha);
 }
 )";
@@ -137,6 +149,7 @@ osg::Program & surfaceProgram() {
         made->setName("surface");
         made->addShader(new osg::Shader(osg::Shader::VERTEX, vertexSource));
         made->addShader(new osg::Shader(osg::Shader::FRAGMENT, fragmentSource));
+        made->addShader(decorator::shadowLookupShader());
         return made;
     }();
     return *program;
