@@ -9,7 +9,7 @@ using Swig::to_python;
 
 namespace {
 
-constexpr char application_type[] = "hyxOSG::ExampleApplication *";
+Swig::DirectorType application_type{"hyxOSG::ExampleApplication *"};
 
 DirectorMethod pre_frame{"ExampleApplicationListener", "preFrame", "hyxOSG::ExampleApplicationListener::preFrame"};
 DirectorMethod post_frame{"ExampleApplicationListener", "postFrame", "hyxOSG::ExampleApplicationListener::postFrame"};
@@ -29,18 +29,23 @@ void SwigDirector_ExampleApplicationListener::swig_set_inner(const char *name, b
     swig_inner[name] = value;
 }
 
+void SwigDirector_ExampleApplicationListener::swig_enter_application()
+{
+    swig_native_owners.enter(Swig::NativeOwners::application, swig_get_self());
+}
+
 void SwigDirector_ExampleApplicationListener::preFrame(hyxOSG::ExampleApplication *application)
 {
-    if (swig_is_gone())
+    Swig::Callee const callee(*this);
+    if (callee.is_gone())
         return Base::preFrame(application);
-    hyx::ref_ptr<Base> const keep(this);
-    call_python(*this, pre_frame, to_python(application, application_type));
+    call_python(callee, pre_frame, to_python(application, application_type));
 }
 
 void SwigDirector_ExampleApplicationListener::postFrame(hyxOSG::ExampleApplication *application)
 {
-    if (swig_is_gone())
+    Swig::Callee const callee(*this);
+    if (callee.is_gone())
         return Base::postFrame(application);
-    hyx::ref_ptr<Base> const keep(this);
-    call_python(*this, post_frame, to_python(application, application_type));
+    call_python(callee, post_frame, to_python(application, application_type));
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "directors/director.h"
+#include "directors/native_owners.h"
 #include "platform/hyxOSG/example_application_listener.h"
 
 class SwigDirector_ExampleApplicationListener : public hyxOSG::ExampleApplicationListener, public Swig::Director {
@@ -11,9 +12,13 @@ class SwigDirector_ExampleApplicationListener : public hyxOSG::ExampleApplicatio
     bool swig_get_inner(const char *name) const override;
     void swig_set_inner(const char *name, bool value) const override;
 
+    // An application has taken the listener, and never lets it go.
+    void swig_enter_application();
+
     void preFrame(hyxOSG::ExampleApplication *application) override;
     void postFrame(hyxOSG::ExampleApplication *application) override;
 
   private:
     mutable std::map<std::string, bool> swig_inner;
+    Swig::NativeOwners swig_native_owners;
 };

@@ -4,16 +4,16 @@
 
 using Base = hyxOSG::GuiEventListener;
 using Swig::call_python;
+using Swig::Callee;
 using Swig::DirectorMethod;
+using Swig::DirectorType;
+using Swig::NativeOwners;
 using Swig::to_python;
 
 namespace {
 
-// A handler may give its listener up: the native object lives until the call is over.
-using Keep = hyx::ref_ptr<Base const>;
-
-constexpr char object_type[] = "hyx::Object *";
-constexpr char matrix_type[] = "hyx::AffineMatrix4x4 *";
+DirectorType object_type{"hyx::Object *"};
+DirectorType matrix_type{"hyx::AffineMatrix4x4 *"};
 
 // The raising methods.
 DirectorMethod print_subtree{"GuiEventListener", "printSubtree", nullptr};
@@ -50,120 +50,127 @@ void SwigDirector_GuiEventListener::swig_set_inner(const char *name, bool value)
 
 void SwigDirector_GuiEventListener::printSubtree() const
 {
-    if (swig_is_gone())
+    Callee const callee(*this);
+    if (callee.is_gone())
         return Base::printSubtree();
-    Keep const keep(this);
-    call_python(*this, print_subtree);
+    call_python(callee, print_subtree);
 }
 
 void SwigDirector_GuiEventListener::setContext(hyx::Object *context)
 {
-    if (swig_is_gone())
+    Callee const callee(*this);
+    if (callee.is_gone())
         return Base::setContext(context);
-    Keep const keep(this);
-    call_python(*this, set_context, to_python(context, object_type));
+    if (context)
+        swig_native_owners.enter(NativeOwners::component, callee.self());
+    else
+        swig_native_owners.leave(NativeOwners::component);
+    call_python(callee, set_context, to_python(context, object_type));
 }
 
 void SwigDirector_GuiEventListener::rebind()
 {
-    if (swig_is_gone())
+    Callee const callee(*this);
+    if (callee.is_gone())
         return Base::rebind();
-    Keep const keep(this);
-    call_python(*this, rebind_names);
+    call_python(callee, rebind_names);
 }
 
 void SwigDirector_GuiEventListener::addObject(hyx::Object *object, bool replace)
 {
-    if (swig_is_gone())
+    Callee const callee(*this);
+    if (callee.is_gone())
         return Base::addObject(object, replace);
-    Keep const keep(this);
-    call_python(*this, add_object, to_python(object, object_type), to_python(replace));
+    call_python(callee, add_object, to_python(object, object_type), to_python(replace));
 }
 
 void SwigDirector_GuiEventListener::removeObject(hyx::Object *object)
 {
-    if (swig_is_gone())
+    Callee const callee(*this);
+    if (callee.is_gone())
         return Base::removeObject(object);
-    Keep const keep(this);
-    call_python(*this, remove_object, to_python(object, object_type));
+    call_python(callee, remove_object, to_python(object, object_type));
 }
 
 void SwigDirector_GuiEventListener::setMask(int mask)
 {
-    if (swig_is_gone())
+    Callee const callee(*this);
+    if (callee.is_gone())
         return Base::setMask(mask);
-    Keep const keep(this);
-    call_python(*this, set_mask, to_python(mask));
+    call_python(callee, set_mask, to_python(mask));
 }
 
 void SwigDirector_GuiEventListener::addNotification()
 {
-    if (swig_is_gone())
+    Callee const callee(*this);
+    if (callee.is_gone())
         return Base::addNotification();
-    Keep const keep(this);
-    call_python(*this, add_notification);
+    if (getSimulation())
+        swig_native_owners.enter(NativeOwners::simulation, callee.self());
+    call_python(callee, add_notification);
 }
 
 void SwigDirector_GuiEventListener::removeNotification()
 {
-    if (swig_is_gone())
+    Callee const callee(*this);
+    if (callee.is_gone())
         return Base::removeNotification();
-    Keep const keep(this);
-    call_python(*this, remove_notification);
+    swig_native_owners.leave(NativeOwners::simulation);
+    call_python(callee, remove_notification);
 }
 
 bool SwigDirector_GuiEventListener::mouseDragged(MouseButtonMask buttons, float x, float y)
 {
-    if (swig_is_gone())
+    Callee const callee(*this);
+    if (callee.is_gone())
         return Base::mouseDragged(buttons, x, y);
-    Keep const keep(this);
-    return Swig::to_bool(call_python(*this, mouse_dragged, to_python(buttons), to_python(x), to_python(y)),
+    return Swig::to_bool(call_python(callee, mouse_dragged, to_python(buttons), to_python(x), to_python(y)),
                          "virtual bool SwigDirector_GuiEventListener::mouseDragged("
                          "hyxSDK::GuiEventListener::MouseButtonMask, float, float)");
 }
 
 bool SwigDirector_GuiEventListener::mouseMoved(float x, float y)
 {
-    if (swig_is_gone())
+    Callee const callee(*this);
+    if (callee.is_gone())
         return Base::mouseMoved(x, y);
-    Keep const keep(this);
-    return Swig::to_bool(call_python(*this, mouse_moved, to_python(x), to_python(y)),
+    return Swig::to_bool(call_python(callee, mouse_moved, to_python(x), to_python(y)),
                          "virtual bool SwigDirector_GuiEventListener::mouseMoved(float, float)");
 }
 
 bool SwigDirector_GuiEventListener::mouse(MouseButtonMask buttons, MouseState state, float x, float y)
 {
-    if (swig_is_gone())
+    Callee const callee(*this);
+    if (callee.is_gone())
         return Base::mouse(buttons, state, x, y);
-    Keep const keep(this);
     return Swig::to_bool(
-        call_python(*this, mouse_button, to_python(buttons), to_python(state), to_python(x), to_python(y)),
+        call_python(callee, mouse_button, to_python(buttons), to_python(state), to_python(x), to_python(y)),
         "virtual bool SwigDirector_GuiEventListener::mouse("
         "hyxSDK::GuiEventListener::MouseButtonMask, hyxSDK::GuiEventListener::MouseState, float, float)");
 }
 
 bool SwigDirector_GuiEventListener::keyboard(int key, unsigned int modKeyMask, float x, float y, bool keydown)
 {
-    if (swig_is_gone())
+    Callee const callee(*this);
+    if (callee.is_gone())
         return Base::keyboard(key, modKeyMask, x, y, keydown);
-    Keep const keep(this);
-    return Swig::to_bool(call_python(*this, keyboard_key, to_python(key), to_python(modKeyMask), to_python(x),
+    return Swig::to_bool(call_python(callee, keyboard_key, to_python(key), to_python(modKeyMask), to_python(x),
                                      to_python(y), to_python(keydown)),
                          "virtual bool SwigDirector_GuiEventListener::keyboard(int, unsigned int, float, float, bool)");
 }
 
 void SwigDirector_GuiEventListener::update(float x, float y)
 {
-    if (swig_is_gone())
+    Callee const callee(*this);
+    if (callee.is_gone())
         return Base::update(x, y);
-    Keep const keep(this);
-    call_python(*this, update_frame, to_python(x), to_python(y));
+    call_python(callee, update_frame, to_python(x), to_python(y));
 }
 
 void SwigDirector_GuiEventListener::setInverseTransform(hyx::AffineMatrix4x4 const &matrix)
 {
-    if (swig_is_gone())
+    Callee const callee(*this);
+    if (callee.is_gone())
         return Base::setInverseTransform(matrix);
-    Keep const keep(this);
-    call_python(*this, set_inverse_transform, to_python(const_cast<hyx::AffineMatrix4x4 *>(&matrix), matrix_type));
+    call_python(callee, set_inverse_transform, to_python(const_cast<hyx::AffineMatrix4x4 *>(&matrix), matrix_type));
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "directors/director.h"
+#include "directors/native_owners.h"
 #include "platform/hyxOSG/gui_event_listener.h"
 
 class SwigDirector_GuiEventListener : public hyxOSG::GuiEventListener, public Swig::Director {
@@ -28,4 +29,5 @@ class SwigDirector_GuiEventListener : public hyxOSG::GuiEventListener, public Sw
 
   private:
     mutable std::map<std::string, bool> swig_inner;
+    Swig::NativeOwners swig_native_owners;
 };

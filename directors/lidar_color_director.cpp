@@ -3,12 +3,14 @@
 #include "directors/python_call.h"
 #include "runtime/errors.h"
 #include "runtime/pointers.h"
-#include "runtime/type_chain.h"
+
+#include <memory>
 
 using Base = hyxOSG::LidarOutputRendererColorFunctionCallback;
 
 namespace {
 
+Swig::DirectorType color_type{"osg::Vec4 *"};
 Swig::DirectorMethod get_lidar_point_color{"LidarOutputRendererColorFunctionCallback", "getLidarPointColor", nullptr};
 
 // Throws DirectorTypeMismatchException for anything but a colour; None is no colour.
@@ -16,8 +18,8 @@ osg::Vec4f to_color(runtime::Reference const &result)
 {
     void *pointer = nullptr;
     int own = 0;
-    int const status = SWIG_Python_ConvertPtrAndOwn(result.get(), &pointer, SWIG_Python_TypeQuery("osg::Vec4 *"),
-                                                    PointerConversion::general, &own);
+    int const status =
+        SWIG_Python_ConvertPtrAndOwn(result.get(), &pointer, color_type.find(), PointerConversion::general, &own);
     if (status < 0 || !pointer)
         Swig::DirectorTypeMismatchException::raise(
             SWIG_Python_ErrorType(argument_error(status < 0 ? status : int(SWIG_TypeError))),
@@ -47,9 +49,24 @@ void SwigDirector_LidarOutputRendererColorFunctionCallback::swig_set_inner(const
     swig_inner[name] = value;
 }
 
+hyxOSG::LidarOutputRenderer::IntensityState::ColorFunc
+SwigDirector_LidarOutputRendererColorFunctionCallback::swig_keeping_color_function()
+{
+    auto const release = [](PyObject *object) {
+        if (Py_IsInitialized())
+            Py_XDECREF(object);
+    };
+    PyObject *const self = swig_get_self();
+    Py_XINCREF(self);
+    return [kept = std::shared_ptr<PyObject>(self, release), function = *getColorFunction()](float intensity) {
+        return function(intensity);
+    };
+}
+
 osg::Vec4f SwigDirector_LidarOutputRendererColorFunctionCallback::getLidarPointColor(float intensity)
 {
-    if (swig_is_gone())
+    Swig::Callee const callee(*this);
+    if (callee.is_gone())
         return Base::getLidarPointColor(intensity);
-    return to_color(Swig::call_python(*this, get_lidar_point_color, Swig::to_python(intensity)));
+    return to_color(Swig::call_python(callee, get_lidar_point_color, Swig::to_python(intensity)));
 }

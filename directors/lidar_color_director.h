@@ -12,6 +12,9 @@ class SwigDirector_LidarOutputRendererColorFunctionCallback : public hyxOSG::Lid
     bool swig_get_inner(const char *name) const override;
     void swig_set_inner(const char *name, bool value) const override;
 
+    // The colour function for someone who shall keep the Python object alive as long as there is a copy of it.
+    hyxOSG::LidarOutputRenderer::IntensityState::ColorFunc swig_keeping_color_function();
+
     osg::Vec4f getLidarPointColor(float intensity) override;
 
   private:

@@ -56,25 +56,27 @@ bool all_converted(PyObject *const *arguments, std::size_t count)
 
 } // namespace
 
-runtime::Reference to_python(void *object, const char *type)
+swig_type_info *DirectorType::find()
 {
-    return runtime::Reference::take(
-        SWIG_Python_NewPointerObj(object, SWIG_Python_TypeQuery(type), PointerResult::borrowed_proxied));
+    if (!descriptor)
+        descriptor = SWIG_Python_TypeQuery(name);
+    return descriptor;
 }
 
-runtime::Reference call_python(Director const &director, DirectorMethod &method, PyObject **arguments,
-                               std::size_t count)
+runtime::Reference to_python(void *object, DirectorType &type)
 {
-    // The call may drop the last other reference to its own object.
-    runtime::Reference const self = runtime::Reference::share(director.swig_get_self());
-    if (!self)
+    return runtime::Reference::take(SWIG_Python_NewPointerObj(object, type.find(), PointerResult::borrowed_proxied));
+}
+
+runtime::Reference call_python(Callee const &callee, DirectorMethod &method, PyObject **arguments, std::size_t count)
+{
+    if (!callee.self())
         raise_uninitialized(method);
     std::optional<runtime::SavedError> earlier;
     if (PyErr_Occurred())
         earlier.emplace();
     if (!method.text)
         method.text = PyUnicode_InternFromString(method.name);
-    arguments[0] = self.get();
     runtime::Reference result;
     if (method.text && all_converted(arguments, count))
         result = runtime::Reference::take(PyObject_VectorcallMethod(method.text, arguments, count + 1, nullptr));
@@ -86,16 +88,11 @@ runtime::Reference call_python(Director const &director, DirectorMethod &method,
     return result;
 }
 
-bool to_bool(runtime::Reference const &result, const char *signature)
+void raise_no_bool(const char *signature)
 {
-    if (!result)
-        return false;
-    if (!PyBool_Check(result.get())) {
-        std::string const text =
-            std::string(": Python code called by '") + signature + "' has wrong output value type. Expected bool.";
-        DirectorTypeMismatchException::raise(PyExc_TypeError, text.c_str());
-    }
-    return result.get() == Py_True;
+    std::string const text =
+        std::string(": Python code called by '") + signature + "' has wrong output value type. Expected bool.";
+    DirectorTypeMismatchException::raise(PyExc_TypeError, text.c_str());
 }
 
 } // namespace Swig

@@ -100,8 +100,8 @@ public:
     /// \throws std::invalid_argument for an empty function
     void setIntensityColorFunction(IntensityState::ColorFunc function);
 
-    /// Colours by a copy of the callback's colour function, under the rule of setIntensityColorFunction. The callback
-    /// must outlive its use here.
+    /// Colours by a copy of the callback's colour function, under the rule of setIntensityColorFunction. Shades
+    /// of gray take over when the callback ends.
     /// \throws std::invalid_argument for null
     void setIntensityColorFunctionReplacement(LidarOutputRendererColorFunctionCallback * callback);
 

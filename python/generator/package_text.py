@@ -84,12 +84,12 @@ def _machinery_lines(proxy: ProxyClass, hints: TypeHints) -> list[str]:
     destructor, disown = proxy.machinery.get("destructor"), proxy.machinery.get("disown")
     if made and attached:
         text = _literal(docstring(made, hints, proxy.name, ""), 0)
-        options = f", disown={disown.flat}" if disown else ""
+        options = ", with_director=True" if disown else ""
         signature = text_signature(made, True)
         lines.append(f"    __init__ = constructor({made.flat}, {attached.flat}, {signature!r}, {text}{options})")
     if destructor:
         lines.append(f"    __swig_destroy__ = {destructor.flat}")
-    elif proxy.module == "_hyxOSG":
+    elif proxy.module == "_hyxOSG" and not disown:
         # The object lives until the process ends: what a base class would do must not run.
         lines.append("    __swig_destroy__ = keep")
     return lines

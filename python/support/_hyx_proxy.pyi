@@ -23,7 +23,7 @@ class constructor:
         attach: Any,
         signature: str | None = None,
         doc: str | None = None,
-        disown: Any = None,
+        with_director: bool = False,
     ) -> None: ...
 
 class member:

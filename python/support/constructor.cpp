@@ -1,7 +1,6 @@
 // The `__init__` of a proxy class: makes the native object with its `new_` row and attaches it with its
 // `_swiginit` row. A class with a director is told whom its virtual functions call: nobody (None) for the
-// proxy class itself, the Python object for an instance of a class derived from it. `disown` then gives that
-// object into the director's keeping, so that a listener lives on when only the library still knows it.
+// proxy class itself, the Python object for an instance of a class derived from it.
 #include "python/support/operation.h"
 
 #include <structmember.h>
@@ -15,14 +14,12 @@ namespace {
 struct Constructor {
     Operation operation;  // its row is `new_`
     Row attach;
-    Row disown;           // `disown.flat` is null for a class without a director
+    int with_director;    // truth
     PyTypeObject *owner;  // borrowed: the class holds its constructor; null until the class is made
-
-    bool with_director() const { return disown.flat != nullptr; }
 };
 
 PyObject *make_native(Constructor const *self, PyObject *const *arguments, Py_ssize_t count) {
-    if (!self->with_director())
+    if (!self->with_director)
         return self->operation.row.call(arguments + 1, count - 1);
     constexpr Py_ssize_t usual_count = 8;
     PyObject *usual[usual_count];
@@ -53,24 +50,22 @@ PyObject *call_constructor(PyObject *callable, PyObject *const *arguments, size_
     PyObject *const attached[] = {arguments[0], native};
     PyObject *result = self->attach.call(attached, 2);
     Py_DECREF(native);
-    if (!result || !self->with_director() || Py_TYPE(arguments[0]) == self->owner)
-        return result;
-    Py_DECREF(result);
-    return self->disown.call(arguments, 1);
+    return result;
 }
 
 PyObject *make_constructor(PyTypeObject *type, PyObject *arguments, PyObject *keywords) {
-    static char const *const names[] = {"new", "attach", "signature", "doc", "disown", nullptr};
-    PyObject *flat = nullptr, *attach = nullptr, *signature = Py_None, *doc = Py_None, *disown = Py_None;
-    if (!PyArg_ParseTupleAndKeywords(arguments, keywords, "OO|OOO", const_cast<char **>(names), &flat, &attach,
-                                     &signature, &doc, &disown))
+    static char const *const names[] = {"new", "attach", "signature", "doc", "with_director", nullptr};
+    PyObject *flat = nullptr, *attach = nullptr, *signature = Py_None, *doc = Py_None;
+    int with_director = 0;
+    if (!PyArg_ParseTupleAndKeywords(arguments, keywords, "OO|OOp", const_cast<char **>(names), &flat, &attach,
+                                     &signature, &doc, &with_director))
         return nullptr;
     auto *self = reinterpret_cast<Constructor *>(type->tp_alloc(type, 0));
     if (!self)
         return nullptr;
     self->operation.vectorcall = call_constructor;
+    self->with_director = with_director;
     if (!find_row(flat, self->operation.row) || !find_row(attach, self->attach) ||
-        (disown != Py_None && !find_row(disown, self->disown)) ||
         !set_texts(&self->operation, flat, signature, doc)) {
         Py_DECREF(self);
         return nullptr;
@@ -81,7 +76,6 @@ PyObject *make_constructor(PyTypeObject *type, PyObject *arguments, PyObject *ke
 void dealloc(PyObject *object) {
     auto *self = reinterpret_cast<Constructor *>(object);
     Py_XDECREF(self->attach.flat);
-    Py_XDECREF(self->disown.flat);
     operation_dealloc(object);
 }
 

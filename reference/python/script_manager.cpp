@@ -52,7 +52,7 @@ void ScriptManager::registerError(hyx::String const& where) {
   if (m_errors.size() >= mostErrorsKept) m_errors.erase(m_errors.begin());
   m_errors.push_back(error);
   PyErr_Restore(type, value, traceback);
-  PyErr_Print();
+  PyErr_PrintEx(0);  // what it printed must not keep the objects of the script alive
 }
 
 void setScriptConversions(const ScriptConversions* conversions) { installedConversions = conversions; }

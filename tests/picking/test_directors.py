@@ -1,54 +1,19 @@
-"""Python subclasses stand in for native virtual functions: what they get, what they may return, and how they may fail.
-
-`native(listener)` is another proxy of the same native object. A call through it is a virtual call, as the library makes
-it; a call through the listener itself runs the native implementation.
-"""
-import gc
-import sys
-import weakref
-
+"""Python subclasses stand in for native virtual functions: what they get, what they may return, and how they may fail."""
 import pytest
 
 import _hyxOSG
 import hyx
 import hyxOSG
 import osg
+from overrides import ARGUMENTS, BOOL, RAISING, native, overriding
 from playground import playground
 
-ARGUMENTS = {
-    "printSubtree": (), "setContext": (None,), "rebind": (), "addObject": (None, True), "removeObject": (None,), "setMask": (3,),
-    "addNotification": (), "removeNotification": (), "mouseDragged": (1, 2.0, 3.0), "mouseMoved": (2.0, 3.0),
-    "mouse": (1, 0, 2.0, 3.0), "keyboard": (65, 4, 2.0, 3.0, True), "update": (2.0, 3.0),
-    "setInverseTransform": (hyx.AffineMatrix4x4(),),
-}
-RAISING = ("printSubtree", "setContext", "rebind", "addObject", "removeObject", "setMask", "setInverseTransform")
-BOOL = ("mouseDragged", "mouseMoved", "mouse", "keyboard")
 SIGNATURES = {
     "mouseDragged": "mouseDragged(hyxSDK::GuiEventListener::MouseButtonMask, float, float)",
     "mouseMoved": "mouseMoved(float, float)",
     "mouse": "mouse(hyxSDK::GuiEventListener::MouseButtonMask, hyxSDK::GuiEventListener::MouseState, float, float)",
     "keyboard": "keyboard(int, unsigned int, float, float, bool)",
 }
-
-
-def native(listener):
-    base = next(cls for cls in type(listener).__mro__ if cls.__module__ == "hyxOSG")
-    alias = base.__new__(base)
-    alias.this = listener.this
-    return alias
-
-
-def overriding(*names, answer=None, base=hyxOSG.GuiEventListener):
-    """A class that overrides these methods, which write their arguments down."""
-
-    def make(name):
-        def method(self, *arguments):
-            self.calls.append((name, arguments))
-            return answer(self, *arguments) if callable(answer) else answer
-
-        return method
-
-    return type("Overriding", (base,), {"calls": [], **{name: make(name) for name in names}})
 
 
 @pytest.mark.parametrize("name", ARGUMENTS)
@@ -111,8 +76,9 @@ def test_an_error_in_a_raising_method_reaches_the_caller(name):
     def fail(self, *arguments):
         raise KeyError(name)
 
+    failing = overriding(name, answer=fail)()
     with pytest.raises(KeyError, match=name):
-        getattr(native(overriding(name, answer=fail)()), name)(*ARGUMENTS[name])
+        getattr(native(failing), name)(*ARGUMENTS[name])
 
 
 @pytest.mark.parametrize("name", [name for name in ARGUMENTS if name not in RAISING])
@@ -120,7 +86,8 @@ def test_an_error_in_a_reporting_method_is_printed_once_and_goes_no_further(name
     def fail(self, *arguments):
         raise ValueError("this one " + name)
 
-    result = getattr(native(overriding(name, answer=fail)()), name)(*ARGUMENTS[name])
+    failing = overriding(name, answer=fail)()
+    result = getattr(native(failing), name)(*ARGUMENTS[name])
     assert result is (False if name in BOOL else None)
     assert capfd.readouterr().err.count("ValueError: this one " + name) == 1
 
@@ -128,8 +95,9 @@ def test_an_error_in_a_reporting_method_is_printed_once_and_goes_no_further(name
 @pytest.mark.parametrize("answer", [1, 0, None, "yes"])
 @pytest.mark.parametrize("name", BOOL)
 def test_only_a_bool_is_a_bool(name, answer):
+    listener = overriding(name, answer=answer)()
     with pytest.raises(TypeError) as refused:
-        getattr(native(overriding(name, answer=answer)()), name)(*ARGUMENTS[name])
+        getattr(native(listener), name)(*ARGUMENTS[name])
     assert str(refused.value) == (
         "SWIG director type mismatch : Python code called by 'virtual bool SwigDirector_GuiEventListener::"
         f"{SIGNATURES[name]}' has wrong output value type. Expected bool.")
@@ -146,27 +114,6 @@ def test_none_makes_a_plain_listener():
     assert _hyxOSG.disown_GuiEventListener(plain) is None
 
 
-@pytest.mark.parametrize("cls", [hyxOSG.GuiEventListener, hyxOSG.ExampleApplicationListener,
-                                 hyxOSG.LidarOutputRendererColorFunctionCallback])
-def test_disowning_keeps_the_python_object_once(cls):
-    disown = getattr(_hyxOSG, "disown_" + cls.__name__)
-    new = getattr(_hyxOSG, "new_" + cls.__name__)
-
-    class Target:
-        pass
-
-    target = Target()
-    bare = new(target)
-    count = sys.getrefcount(target)
-    assert disown(bare) is None
-    assert sys.getrefcount(target) == count + 1
-    disown(bare)
-    assert sys.getrefcount(target) == count + 1
-    assert disown(None) is None
-    with pytest.raises(TypeError, match=f"in method 'disown_{cls.__name__}', argument 1 of type 'hyxOSG::{cls.__name__} \\*'"):
-        disown(target)
-
-
 def test_an_object_without_its_method_is_an_error_of_the_call():
     class Bare:
         pass
@@ -177,35 +124,6 @@ def test_an_object_without_its_method_is_an_error_of_the_call():
     alias.this = bare
     with pytest.raises(AttributeError, match="rebind"):
         alias.rebind()
-
-
-def test_a_director_whose_python_object_died_is_plain():
-    class Bare:
-        def mouseMoved(self, x, y):
-            return True
-
-    target = Bare()
-    alias = hyxOSG.GuiEventListener.__new__(hyxOSG.GuiEventListener)
-    alias.this = _hyxOSG.new_GuiEventListener(target)
-    assert alias.mouseMoved(1.0, 2.0) is True
-    del target
-    gc.collect()
-    assert alias.mouseMoved(1.0, 2.0) is False
-    alias.update(1.0, 2.0)
-    alias.printSubtree()
-
-
-def test_a_listener_may_leave_its_simulation_in_a_callback(playground):
-    class Leaving(hyxOSG.GuiEventListener):
-        def update(self, x, y):
-            playground.simulation.remove(self)
-            left.append(True)
-
-    left = []
-    playground.simulation.add(Leaving(31))
-    gc.collect()
-    playground.frame(3)
-    assert left == [True]
 
 
 def test_joining_and_leaving_are_told(playground):
@@ -276,71 +194,3 @@ def test_not_overriding_the_color_gives_the_native_one():
 
     color = ask(Plain(), 0.5)
     assert [color[i] for i in range(3)] == [0.5, 0.5, 0.5]
-
-
-def test_a_color_callback_may_delete_itself():
-    class Deleting(hyxOSG.LidarOutputRendererColorFunctionCallback):
-        def getLidarPointColor(self, intensity):
-            _hyxOSG.delete_LidarOutputRendererColorFunctionCallback(self)
-            return osg.Vec4(1, 2, 3, 4)
-
-    color = ask(Deleting(), 0.5)
-    assert [color[i] for i in range(4)] == [1, 2, 3, 4]
-
-
-def test_deleted_color_callbacks_free_their_python_object():
-    callback = colors(lambda x: None)
-    seen = weakref.ref(callback)
-    _hyxOSG.delete_LidarOutputRendererColorFunctionCallback(callback)
-    del callback
-    gc.collect()
-    assert seen() is None
-
-
-def resident_pages():
-    with open("/proc/self/statm") as numbers:
-        return int(numbers.read().split()[1])
-
-
-@pytest.mark.parametrize("name", ["update", "mouse", "setMask", "addObject"])
-def test_ten_thousand_rounds_leave_nothing_behind(name):
-    listener = overriding(name, answer=True)()
-    alias = native(listener)
-    thing = hyx.RigidBody("thing")
-    arguments = (thing, False) if name == "addObject" else ARGUMENTS[name]
-
-    def rounds(count):
-        for _ in range(count):
-            getattr(alias, name)(*arguments)
-            listener.calls.clear()
-
-    rounds(1000)
-    gc.collect()
-    counts = [sys.getrefcount(value) for value in (listener, alias, thing, True, None)]
-    pages = resident_pages()
-    rounds(10000)
-    gc.collect()
-    assert [sys.getrefcount(value) for value in (listener, alias, thing)] == counts[:3]
-    assert resident_pages() - pages < 100
-
-
-def test_ten_thousand_failures_leave_nothing_behind():
-    def fail(self, *arguments):
-        raise KeyError("setMask")
-
-    listener = overriding("setMask", answer=fail)()
-    alias = native(listener)
-
-    def rounds(count):
-        for _ in range(count):
-            with pytest.raises(KeyError):
-                alias.setMask(3)
-            listener.calls.clear()
-
-    rounds(500)
-    gc.collect()
-    count, pages = sys.getrefcount(listener), resident_pages()
-    rounds(10000)
-    gc.collect()
-    assert sys.getrefcount(listener) == count
-    assert resident_pages() - pages < 200

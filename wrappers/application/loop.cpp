@@ -1,8 +1,17 @@
 #include "wrappers/vocabulary/rows.h"
 
+#include "directors/application_listener_director.h"
 #include "platform/hyxOSG/example_application.h"
 
 namespace {
+
+// The application keeps the Python object of a derived listener alive.
+void add_listener(hyxOSG::ExampleApplication &application, hyxOSG::ExampleApplicationListener *listener)
+{
+    application.addListener(listener);
+    if (auto *director = dynamic_cast<SwigDirector_ExampleApplicationListener *>(listener))
+        director->swig_enter_application();
+}
 
 constexpr Declared functions[] = {
     FUNCTION(ExampleApplication_run, METHOD(hyxOSG::ExampleApplication, run, ())),
@@ -58,7 +67,7 @@ constexpr Declared functions[] = {
     FUNCTION(ExampleApplication_getSimulation, METHOD(hyxOSG::ExampleApplication, getSimulation, ())),
     FUNCTION(ExampleApplication_getGravity, METHOD(hyxOSG::ExampleApplication, getGravity, ())),
     FUNCTION(ExampleApplication_addListener,
-        METHOD(hyxOSG::ExampleApplication, addListener, (hyxOSG::ExampleApplicationListener *))),
+        ADAPTER(hyxOSG::ExampleApplication, addListener, add_listener, (hyxOSG::ExampleApplicationListener *))),
 };
 
 } // namespace

@@ -1,10 +1,19 @@
+#include "directors/lidar_color_director.h"
 #include "platform/hyxOSG/lidar_output_renderer.h"
-#include "platform/hyxOSG/lidar_output_renderer_color_function_callback.h"
 #include "platform/hyxSensor/lidar.h"
 #include "wrappers/legend/legend_arguments.h"
 #include "wrappers/vocabulary/rows.h"
 
 namespace {
+
+// The renderer keeps the Python object of a derived callback alive.
+void color_by(hyxOSG::LidarOutputRenderer &renderer, hyxOSG::LidarOutputRendererColorFunctionCallback *callback)
+{
+    if (auto *director = dynamic_cast<SwigDirector_LidarOutputRendererColorFunctionCallback *>(callback))
+        renderer.setIntensityColorFunction(director->swig_keeping_color_function());
+    else
+        renderer.setIntensityColorFunctionReplacement(callback);
+}
 
 constexpr Declared functions[] = {
     FUNCTION(new_LidarOutputRenderer,
@@ -33,8 +42,8 @@ constexpr Declared functions[] = {
     FUNCTION(LidarOutputRenderer_setIntensityColorFunction,
         METHOD(hyxOSG::LidarOutputRenderer, setIntensityColorFunction,
                (hyxOSG::LidarOutputRenderer::IntensityState::ColorFunc)),
-        METHOD(hyxOSG::LidarOutputRenderer, setIntensityColorFunctionReplacement,
-               (hyxOSG::LidarOutputRendererColorFunctionCallback *))),
+        ADAPTER(hyxOSG::LidarOutputRenderer, setIntensityColorFunctionReplacement, color_by,
+                (hyxOSG::LidarOutputRendererColorFunctionCallback *))),
     REGISTER(hyxOSG::LidarOutputRenderer, LidarOutputRenderer),
     INIT(LidarOutputRenderer),
 };

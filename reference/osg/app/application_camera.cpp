@@ -38,11 +38,11 @@ osg::ref_ptr<osgGA::OrbitManipulator> ExampleApplication::State::makeOrbit() {
 }
 
 CameraData ExampleApplication::getCameraData() {
-  return CameraData(static_cast<const osgViewer::Viewer*>(m_state->ensureWindow(*this).viewer()));
+  return CameraData(static_cast<const osgViewer::Viewer*>(m_state->ensureWindow(*this)->viewer()));
 }
 
 void ExampleApplication::applyCameraData(const CameraData& cameraData) {
-  cameraData.applyTo(m_state->ensureWindow(*this).viewer());
+  cameraData.applyTo(m_state->ensureWindow(*this)->viewer());
 }
 
 void ExampleApplication::getCameraHome(hyx::Vec3& eye, hyx::Vec3& center, hyx::Vec3& up) const {

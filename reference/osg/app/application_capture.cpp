@@ -21,9 +21,10 @@ std::string nextScreenshotName() {
 }  // namespace
 
 void ExampleApplication::takeScreenShot(const hyx::String& fileName) {
-  ViewerWindow& window = m_state->ensureWindow(*this);
+  const auto kept = State::keep(*this);
+  const auto window = m_state->ensureWindow(*this);
   if (m_state->debug.enabled()) m_state->debug.update(m_state->ensureSimulation());
-  const osg::ref_ptr<osg::Image> image = window.grab(getTimeStamp());
+  const osg::ref_ptr<osg::Image> image = window->grab(getTimeStamp());
   writeImageFile(*image, fileName.empty() ? nextScreenshotName() : std::string(fileName));
 }
 
@@ -54,12 +55,12 @@ VideoFFMPEGPipeCapture* ExampleApplication::getVideoServerCapture() {
 
 void ExampleApplication::setupVideoCaptureRenderTotexture() {
   if (m_state->renderToTexture) return;
-  ViewerWindow& window = m_state->ensureWindow(*this);
+  const auto window = m_state->ensureWindow(*this);
   const hyx::Vec2u size = getVideoServerCapture()->getImageResolution();
   m_state->renderToTexture = new RenderToTexture(size.x, size.y);
-  m_state->renderToTexture->setReferenceCamera(window.camera());
+  m_state->renderToTexture->setReferenceCamera(window->camera());
   // The film now holds the texture's pictures, not those of the window.
-  window.camera()->removeFinalDrawCallback(m_state->videoCapture->getDrawCallback());
+  window->camera()->removeFinalDrawCallback(m_state->videoCapture->getDrawCallback());
   m_state->renderToTexture->setImageCapture(m_state->videoCapture.get());
   addRenderTarget(m_state->renderToTexture.get(), nullptr);
 }

@@ -30,6 +30,7 @@ private:
 }  // namespace
 
 int ExampleApplication::run() {
+  const auto kept = State::keep(*this);
   m_state->ensureSimulation();
   if (!m_state->noGraphics) m_state->ensureWindow(*this);
   initRpc();
@@ -65,14 +66,19 @@ bool ExampleApplication::done() const {
 
 int ExampleApplication::getExitCode() const { return m_state->exitCode; }
 
-void ExampleApplication::step() { m_state->turn(*this, true); }
+void ExampleApplication::step() {
+  const auto kept = State::keep(*this);
+  m_state->turn(*this, true);
+}
 
 void ExampleApplication::stepWrapper() {
+  const auto kept = State::keep(*this);
   step();
   handleReactiveScriptErrors(false);
 }
 
 bool ExampleApplication::executeOneStepWithGraphics(hyx::HighAccuracyTimer& timer) {
+  const auto kept = State::keep(*this);
   timer.reset();
   timer.start();
   m_state->ensureWindow(*this);
@@ -82,6 +88,7 @@ bool ExampleApplication::executeOneStepWithGraphics(hyx::HighAccuracyTimer& time
 }
 
 bool ExampleApplication::executeOneStepWithoutGraphics() {
+  const auto kept = State::keep(*this);
   m_state->turn(*this, false);
   return !done();
 }
@@ -106,7 +113,8 @@ void ExampleApplication::State::makeFrame(ExampleApplication& application, bool 
     for (const auto& listener : called) listener->preFrame(&application);
   if (draws) {
     const Profiler::Task task(profiler, "events");
-    window->handleEvents(simulation->getTimeStamp());
+    const auto shown = window;
+    shown->handleEvents(simulation->getTimeStamp());
   }
   if (updates) application.updateServices();
   if (autoStepping && !application.useCoSimulation()) application.synchronizedStep();
@@ -124,10 +132,12 @@ void ExampleApplication::State::draw() {
   RemovedGeometry::sweep();
   if (debug.enabled()) debug.update(*simulation);
   const Profiler::Task task(profiler, "draw");
-  window->draw();
+  const auto shown = window;
+  shown->draw();
 }
 
 void ExampleApplication::stepSimulation() {
+  const auto kept = State::keep(*this);
   hyxSDK::Simulation& simulation = m_state->ensureSimulation();
   if (m_state->journal->isPlaying()) {
     const Profiler::Task task(m_state->profiler, "journal");
@@ -159,6 +169,7 @@ void ExampleApplication::State::followStep(ExampleApplication& application) {
 }
 
 void ExampleApplication::synchronizedStep(bool force) {
+  const auto kept = State::keep(*this);
   int due = m_state->pacer.realTimeSync() ? m_state->pacer.stepsDue(getTimeStep()) : 1;
   if (force) due = std::max(due, 1);
   for (; due > 0 && !shouldStop(); --due) {

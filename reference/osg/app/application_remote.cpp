@@ -47,7 +47,8 @@ void ExampleApplication::updateRemoteDebugger() {
 void ExampleApplication::pushFrameToRemoteViewer() {
   if (!m_state->controller || m_state->controller->getNumClients() == 0 || !m_state->window || !m_state->window->open())
     return;
-  m_state->controller->pushFrame(*m_state->window->grab(getTimeStamp()));
+  const auto window = m_state->window;
+  m_state->controller->pushFrame(*window->grab(getTimeStamp()));
 }
 
 ExampleApplicationController* ExampleApplication::getController() { return m_state->controller.get(); }

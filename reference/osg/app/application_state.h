@@ -63,7 +63,7 @@ struct ExampleApplication::State {
   hyx::ref_ptr<RenderProxyFactory> proxies = new RenderProxyFactory(graph.libraryRoot());
 
   // Window and camera; the viewer is null until it is made
-  std::unique_ptr<ViewerWindow> window;
+  std::shared_ptr<ViewerWindow> window;  ///< shared with the call that a listener may replace it in
   WindowRequest windowRequest{.width = 1024, .height = 768, .title = "hyxOSG"};
   bool noGraphics = false;  ///< `run` opens no window
   osg::ref_ptr<osgGA::OrbitManipulator> orbit = makeOrbit();  ///< the camera's home is here
@@ -109,10 +109,14 @@ struct ExampleApplication::State {
   std::vector<std::string> bundlePaths;
   bool debugFrames = false;
 
+  /// For the time of a call that reaches listeners: one of them may drop the last outside reference.
+  static hyx::ref_ptr<ExampleApplication> keep(ExampleApplication& application) {
+    return application.getReferenceCount() > 0 ? &application : nullptr;
+  }
   static size_t countScriptErrors();
   hyxSDK::Simulation& ensureSimulation();
   static osg::ref_ptr<osgGA::OrbitManipulator> makeOrbit();
-  ViewerWindow& ensureWindow(ExampleApplication& application);
+  std::shared_ptr<ViewerWindow> ensureWindow(ExampleApplication& application);
   void openWindow(const WindowRequest& request);
   void startRecording(bool append);
   void configureSimulation();

@@ -3,6 +3,7 @@
 
 #include "reference/osg/app/window_events.h"
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace hyxOSG {
@@ -18,7 +19,7 @@ void ExampleApplication::initViewer(int width, int height, bool offscreen) {
 
 void ExampleApplication::State::openWindow(const WindowRequest& request) {
   // The new window is made first: when that fails the old one stays.
-  auto next = std::make_unique<ViewerWindow>(request, graph.root());
+  auto next = std::make_shared<ViewerWindow>(request, graph.root());
   graph.root()->releaseGLObjects();
   window = std::move(next);
   windowRequest = request;
@@ -33,9 +34,11 @@ void ExampleApplication::setupViewer(bool manipulator, bool pickHandler) {
   osgViewer::Viewer* viewer = m_state->window->viewer();
   osgGA::CameraManipulator* chosen = m_state->follow ? m_state->follow.get() : m_state->orbit.get();
   m_state->useManipulator(manipulator ? chosen : nullptr);
-  m_state->eventHandler = new WindowEvents(this);
-  viewer->getEventHandlers().clear();
-  viewer->addEventHandler(m_state->eventHandler);
+  // A listener may ask for this while the viewer goes through its handlers.
+  if (const auto& handlers = viewer->getEventHandlers(); std::find(handlers.begin(), handlers.end(), m_state->eventHandler) == handlers.end()) {
+    m_state->eventHandler = new WindowEvents(this);
+    viewer->addEventHandler(m_state->eventHandler);
+  }
   m_state->pickHandler = pickHandler ? new PickHandler(viewer, m_state->graph.root()) : nullptr;
   if (pickHandler) m_state->pickHandler->setSimulation(&m_state->ensureSimulation());
 }
@@ -44,9 +47,9 @@ void ExampleApplication::initGraphics() {
   if (!m_state->window) initViewer(m_state->windowRequest.width, m_state->windowRequest.height);
 }
 
-ViewerWindow& ExampleApplication::State::ensureWindow(ExampleApplication& application) {
+std::shared_ptr<ViewerWindow> ExampleApplication::State::ensureWindow(ExampleApplication& application) {
   application.initGraphics();
-  return *window;
+  return window;
 }
 
 PickHandler* ExampleApplication::getPickHandler() { return m_state->pickHandler.get(); }
