@@ -1,11 +1,13 @@
 // The `__init__` of a proxy class: makes the native object with its `new_` row and attaches it with its
 // `_swiginit` row. A class with a director is told whom its virtual functions call: nobody (None) for the
 // proxy class itself, the Python object for an instance of a class derived from it.
+#include "python/support/handle.h"
 #include "python/support/operation.h"
 
 #include <structmember.h>
 
 #include <cstddef>
+#include <utility>
 #include <vector>
 
 namespace proxy {
@@ -16,6 +18,7 @@ struct Constructor {
     Row attach;
     int with_director;    // truth
     PyTypeObject *owner;  // borrowed: the class holds its constructor; null until the class is made
+    bool makes_handles;   // the owner's instances are handles
 };
 
 PyObject *make_native(Constructor const *self, PyObject *const *arguments, Py_ssize_t count) {
@@ -35,6 +38,18 @@ PyObject *make_native(Constructor const *self, PyObject *const *arguments, Py_ss
     return self->operation.row.call(forwarded, count);
 }
 
+// Gives the object its native object, which it takes over. A first one goes where `_swiginit` would put it.
+PyObject *attach_native(Constructor const *self, PyObject *object, PyObject *native) {
+    if (auto *handle = reinterpret_cast<Handle *>(object); self->makes_handles && !handle->pointer) {
+        handle->pointer = native;
+        Py_RETURN_NONE;
+    }
+    PyObject *const attached[] = {object, native};
+    PyObject *result = self->attach.call(attached, 2);
+    Py_DECREF(native);
+    return result;
+}
+
 PyObject *call_constructor(PyObject *callable, PyObject *const *arguments, size_t flags, PyObject *keyword_names) {
     auto const *self = reinterpret_cast<Constructor *>(callable);
     Py_ssize_t const count = PyVectorcall_NARGS(flags);
@@ -47,10 +62,53 @@ PyObject *call_constructor(PyObject *callable, PyObject *const *arguments, size_
     PyObject *native = make_native(self, arguments, count);
     if (!native)
         return nullptr;
-    PyObject *const attached[] = {arguments[0], native};
-    PyObject *result = self->attach.call(attached, 2);
-    Py_DECREF(native);
+    return attach_native(self, arguments[0], native);
+}
+
+extern PyTypeObject constructor_type;
+
+// The constructor of a class, as long as no script has replaced it or the allocation.
+Constructor *own_constructor(PyTypeObject *type) {
+    static PyObject *const name = PyUnicode_InternFromString("__init__");
+    PyObject *found = _PyType_Lookup(type, name);  // borrowed
+    auto *self = reinterpret_cast<Constructor *>(found);
+    bool const own = found && Py_IS_TYPE(found, &constructor_type) && self->owner == type && type->tp_new == handle_type.tp_new;
+    return own ? self : nullptr;
+}
+
+PyObject *call_through_type(PyObject *type, PyObject *const *arguments, Py_ssize_t count, PyObject *keyword_names) {
+    PyObject *positional = PyTuple_New(count);
+    PyObject *keywords = keyword_names ? PyDict_New() : nullptr;
+    bool ready = positional && (keywords || !keyword_names);
+    for (Py_ssize_t i = 0; ready && i < count; ++i)
+        PyTuple_SET_ITEM(positional, i, Py_NewRef(arguments[i]));
+    for (Py_ssize_t i = 0; ready && keywords && i < PyTuple_GET_SIZE(keyword_names); ++i)
+        ready = PyDict_SetItem(keywords, PyTuple_GET_ITEM(keyword_names, i), arguments[count + i]) == 0;
+    PyObject *result = ready ? PyType_Type.tp_call(type, positional, keywords) : nullptr;
+    Py_XDECREF(positional);
+    Py_XDECREF(keywords);
     return result;
+}
+
+// Calls a proxy class as `type.__call__` does, without its argument tuple: values are made all the time.
+PyObject *make_instance(PyObject *callable, PyObject *const *arguments, size_t flags, PyObject *keyword_names) {
+    auto *type = reinterpret_cast<PyTypeObject *>(callable);
+    Py_ssize_t const count = PyVectorcall_NARGS(flags);
+    Constructor *constructor = own_constructor(type);
+    if (keyword_names || !constructor || !(flags & PY_VECTORCALL_ARGUMENTS_OFFSET)) [[unlikely]]
+        return call_through_type(callable, arguments, count, keyword_names);
+    PyObject *object = type->tp_alloc(type, 0);
+    if (!object)
+        return nullptr;
+    // The caller lends the place in front of the arguments.
+    PyObject **with_self = const_cast<PyObject **>(arguments) - 1;
+    PyObject *const lent = std::exchange(with_self[0], object);
+    PyObject *result = call_constructor(reinterpret_cast<PyObject *>(constructor), with_self, static_cast<size_t>(count) + 1, nullptr);
+    with_self[0] = lent;
+    Py_XDECREF(result);
+    if (!result)
+        Py_CLEAR(object);
+    return object;
 }
 
 PyObject *make_constructor(PyTypeObject *type, PyObject *arguments, PyObject *keywords) {
@@ -87,8 +145,13 @@ PyObject *bind(PyObject *descriptor, PyObject *object, PyObject *) {
 
 PyObject *set_name(PyObject *object, PyObject *arguments) {
     PyObject *owner = PyTuple_Size(arguments) > 0 ? PyTuple_GET_ITEM(arguments, 0) : nullptr;
-    if (owner && PyType_Check(owner))
-        reinterpret_cast<Constructor *>(object)->owner = reinterpret_cast<PyTypeObject *>(owner);
+    if (owner && PyType_Check(owner)) {
+        auto *self = reinterpret_cast<Constructor *>(object);
+        self->owner = reinterpret_cast<PyTypeObject *>(owner);
+        self->makes_handles = PyType_IsSubtype(self->owner, &handle_type);
+        if (self->makes_handles && PyType_CheckExact(owner))
+            self->owner->tp_vectorcall = make_instance;
+    }
     return operation_set_name(object, arguments);
 }
 

@@ -4,6 +4,8 @@
 // references: a pointer object holds no Python object, and a container does not know its elements' proxies.
 //
 // All proxy classes share this one layout, so that a class may derive from several.
+#include "python/support/handle.h"
+
 #include "python/support/operation.h"
 
 #include <structmember.h>
@@ -12,15 +14,6 @@
 
 namespace proxy {
 namespace {
-
-extern PyTypeObject handle_type;
-
-struct Handle {
-    PyObject_HEAD
-    PyObject *pointer;    // "this"; null before the constructor ran
-    PyObject *container;  // "__swig_container"; usually null
-    PyObject *weak_references;
-};
 
 PyObject *new_handle(PyTypeObject *type, PyObject *, PyObject *) {
     return type->tp_alloc(type, 0);
@@ -150,9 +143,9 @@ PyTypeObject make_type() {
     return type;
 }
 
-PyTypeObject handle_type = make_type();
-
 }  // namespace
+
+PyTypeObject handle_type = make_type();
 
 bool add_handle(PyObject *module) {
     return PyModule_AddType(module, &handle_type) == 0;

@@ -1,8 +1,10 @@
 """The types that proxy classes are made of, over the rows of the sample module."""
 
+import functools
 import gc
 import inspect
 import pydoc
+import sys
 import weakref
 
 import pytest
@@ -97,6 +99,30 @@ def test_a_member_without_a_setter_is_read_only_and_none_can_be_deleted():
 def test_a_constructor_needs_an_object_of_its_class():
     assert "Base.__init__ needs an object of its class" in message(Base.__init__)
     assert "Base.__init__ needs an object of its class" in message(Base.__init__, Settings())
+
+
+def test_all_ways_of_making_an_object_run_its_constructor(monkeypatch):
+    class Derived(Base):
+        def __init__(self, name):
+            super().__init__()
+            self.label = name
+
+    made = [Base(), Base(*[]), functools.partial(Base)(), type.__call__(Base), Derived("mine"), Base.__new__(Base)]
+    made[-1].__init__()
+    assert {one.name() for one in made} == {"Base"} and made[4].label == "mine"
+    first = made[0].this
+    made[0].__init__()
+    assert made[0].this is first and first.next() is not None
+    assert message(Base, size=1) == message(_sample.new_Base, size=1)
+    references = sys.getrefcount(Base)
+    for _ in range(100):
+        Base()
+        with pytest.raises(TypeError):
+            Base(1)
+    assert sys.getrefcount(Base) == references
+    monkeypatch.setattr(Base, "__init__", lambda self, *numbers: setattr(Base, "given", numbers))
+    Base(1, 2)
+    assert Base.given == (1, 2)
 
 
 def test_a_class_without_a_constructor_says_so():
