@@ -1,4 +1,4 @@
-/// Recording and playback of the states of bodies.
+/// Recording and playback of the states of bodies and grains.
 #pragma once
 
 #include "platform/hyx/types.h"
@@ -17,13 +17,14 @@ namespace hyx {
 /// A file (HDF5) of sessions, each a row of states of the bodies of one simulation.
 ///
 /// A session is a group with the names and shapes of its bodies, the times, and for each span of time with the same
-/// bodies their positions, rotations and velocities as extendable arrays. Blocks are written out as they fill, so that
+/// bodies their positions, rotations and velocities as extendable arrays, and those of the grains of particle systems. Blocks are written out as they fill, so that
 /// a crash loses the last block at most.
 class Journal : public hyx::Referenced {
 public:
   /// How a session is recorded.
   struct Settings {
     bool single = false;       ///< single precision: half the size
+    bool compressed = false;   ///< deflated: smaller still, slower
     bool incremental = false;  ///< follow bodies that come and go
     bool velocities = true;    ///< record velocities too
     double frequency = 0;      ///< states per simulated second; 0 for every step
@@ -57,8 +58,8 @@ public:
   /// Records the state of `simulation` when one is due; with `force` in any case.
   void store(hyxSDK::Simulation* simulation, bool force = false);
 
-  /// Puts the next state into `simulation`: bodies are found by name, and made from their recorded shapes when they are
-  /// missing. Returns false at the end.
+  /// Puts the next state into `simulation`: bodies are found by name, particle systems by their order, and made as they
+  /// were recorded when they are missing. Returns false at the end.
   bool playNext(hyxSDK::Simulation* simulation);
 
   /// Names of the sessions in the file `path`, in the order recorded. Throws std::runtime_error for a missing or damaged file.

@@ -472,9 +472,10 @@ public:
   void setEnableJournalIncrementalStructure(bool enable);
   /// Whether bodies that come or go are recorded.
   bool getEnableJournalIncrementalStructure() const;
-  /// The format of new journals: 0 is HDF5, the only one.
+  /// The format of new journals: 0, at first, is plain HDF5, 1 is compressed HDF5.
   hyx::UInt getJournalFormat() const;
-  /// Chooses the format of new journals. Throws std::invalid_argument for all but 0.
+  /// Chooses the format of new journals. Both are read by any program that reads HDF5; the compressed one takes less room and
+  /// more time. Throws std::invalid_argument for others.
   void setJournalFormat(hyx::UInt format);
   /// Records in single precision: half the size.
   void setEnableJournal32bitMode(bool enable);

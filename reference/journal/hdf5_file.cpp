@@ -100,7 +100,7 @@ std::vector<std::string> readHdf5Texts(hid_t parent, const std::string& name) {
   return texts;
 }
 
-Hdf5Rows Hdf5Rows::create(hid_t parent, const std::string& name, size_t items, size_t components, bool single) {
+Hdf5Rows Hdf5Rows::create(hid_t parent, const std::string& name, size_t items, size_t components, Hdf5Storage storage) {
   Hdf5Rows rows;
   rows.m_items = items;
   rows.m_components = components;
@@ -111,8 +111,13 @@ Hdf5Rows Hdf5Rows::create(hid_t parent, const std::string& name, size_t items, s
                            std::max<size_t>(items, 1), components};
   const Hdf5Handle creation = property(H5P_DATASET_CREATE);
   H5Pset_chunk(creation, 3, chunk);
+  if (storage.compressed) {
+    constexpr unsigned level = 4;
+    H5Pset_shuffle(creation);
+    require(H5Pset_deflate(creation, level) >= 0, "this HDF5 library cannot compress: choose the journal format 0");
+  }
   const Hdf5Handle space(H5Screate_simple(3, none, most), H5Sclose, "HDF5 has no memory left");
-  rows.m_data = Hdf5Handle(H5Dcreate2(parent, name.c_str(), single ? H5T_IEEE_F32LE : H5T_IEEE_F64LE, space, H5P_DEFAULT,
+  rows.m_data = Hdf5Handle(H5Dcreate2(parent, name.c_str(), storage.single ? H5T_IEEE_F32LE : H5T_IEEE_F64LE, space, H5P_DEFAULT,
                                       creation, H5P_DEFAULT),
                            H5Dclose, "the journal cannot be written");
   return rows;
@@ -145,11 +150,11 @@ void Hdf5Rows::append(const std::vector<double>& numbers) {
   m_rows = size[0];
 }
 
-std::vector<double> Hdf5Rows::read(size_t row) const {
-  std::vector<double> numbers(width());
+std::vector<double> Hdf5Rows::read(size_t row, size_t rows) const {
+  std::vector<double> numbers(rows * width());
   if (numbers.empty()) return numbers;
   const hsize_t start[] = {row, 0, 0};
-  const hsize_t count[] = {1, m_items, m_components};
+  const hsize_t count[] = {rows, m_items, m_components};
   const Hdf5Handle file(H5Dget_space(m_data), H5Sclose, "the journal is damaged");
   const Hdf5Handle memory(H5Screate_simple(3, count, nullptr), H5Sclose, "HDF5 has no memory left");
   H5Sselect_hyperslab(file, H5S_SELECT_SET, start, nullptr, count, nullptr);

@@ -44,18 +44,26 @@ bool hasHdf5Link(hid_t parent, const std::string& name);
 void writeHdf5Texts(hid_t parent, const std::string& name, const std::vector<std::string>& texts);
 std::vector<std::string> readHdf5Texts(hid_t parent, const std::string& name);
 
-/// An array of rows that grows: [rows][items][components] numbers, in chunks, stored single or double.
+/// How numbers are stored.
+struct Hdf5Storage {
+  bool single = false;      ///< in single precision
+  bool compressed = false;  ///< deflated
+};
+
+/// An array of rows that grows: [rows][items][components] numbers, in chunks.
 class Hdf5Rows {
 public:
   Hdf5Rows() = default;
-  static Hdf5Rows create(hid_t parent, const std::string& name, size_t items, size_t components, bool single);
+  static Hdf5Rows create(hid_t parent, const std::string& name, size_t items, size_t components, Hdf5Storage storage);
   static Hdf5Rows open(hid_t parent, const std::string& name);
 
   size_t numRows() const { return m_rows; }
   size_t numItems() const { return m_items; }
+  size_t numComponents() const { return m_components; }
   /// Appends whole rows; flushing is the file's work.
   void append(const std::vector<double>& numbers);
-  std::vector<double> read(size_t row) const;
+  /// The numbers of `count` rows.
+  std::vector<double> read(size_t row, size_t count = 1) const;
   explicit operator bool() const { return static_cast<bool>(m_data); }
 
 private:

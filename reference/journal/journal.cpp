@@ -26,12 +26,6 @@ std::string nextSessionName(hid_t file) {
   }
 }
 
-bool sameBodies(const RigidBodyPtrVector& one, const RigidBodyPtrVector& other) {
-  return one.size() == other.size() && std::equal(one.begin(), one.end(), other.begin(), [](const auto& a, const auto& b) {
-           return a.get() == b.get();
-         });
-}
-
 }  // namespace
 
 struct Journal::State {
@@ -44,7 +38,6 @@ struct Journal::State {
   // Recording
   Settings settings;
   std::unique_ptr<JournalPartWriter> writer;  ///< null before the first state
-  RigidBodyPtrVector bodies;                  ///< of the writer
   JournalKeys keys;
   size_t numParts = 0;
   double nextTime = 0;
@@ -55,6 +48,7 @@ struct Journal::State {
   size_t row = 0;
   std::unique_ptr<JournalPartReader> reader;
   RigidBodyPtrVector shown;                              ///< by the place in the reader's part
+  ParticleSystems shownSystems;                          ///< the same
   std::map<std::string, ref_ptr<RigidBody>> made;        ///< bodies that playback brought, by key
   bool playing = false;
 
@@ -62,6 +56,7 @@ struct Journal::State {
   void beginPart(hyxSDK::Simulation& simulation);
   void show(hyxSDK::Simulation& simulation);
   void findBodies(hyxSDK::Simulation& simulation);
+  void findParticleSystems(hyxSDK::Simulation& simulation);
 };
 
 Journal::Journal() : m_state(std::make_unique<State>()) {}
@@ -120,7 +115,8 @@ void Journal::store(hyxSDK::Simulation* simulation, bool force) {
   const double time = simulation->getTimeStamp();
   const double slack = 1e-6 * simulation->getTimeStep();  // the sum of many steps is never exact
   if (!force && m_state->settings.frequency > 0 && m_state->writer && time < m_state->nextTime - slack) return;
-  const bool changed = m_state->settings.incremental && !sameBodies(m_state->bodies, simulation->getRigidBodies());
+  const bool changed = m_state->settings.incremental && m_state->writer &&
+                       !m_state->writer->covers(simulation->getRigidBodies(), particleSystemsOf(*simulation));
   if (!m_state->writer || changed) m_state->beginPart(*simulation);
   m_state->writer->store(time);
   ++m_state->numStates;
@@ -131,9 +127,10 @@ void Journal::store(hyxSDK::Simulation* simulation, bool force) {
 void Journal::State::beginPart(hyxSDK::Simulation& simulation) {
   if (writer) writer->flush();
   else nextTime = simulation.getTimeStamp();
-  bodies = simulation.getRigidBodies();
-  writer = std::make_unique<JournalPartWriter>(session, partName(numParts++), bodies, keys.of(bodies), settings.single,
-                                               settings.velocities);
+  const RigidBodyPtrVector bodies = simulation.getRigidBodies();
+  const Hdf5Storage storage{.single = settings.single, .compressed = settings.compressed};
+  writer = std::make_unique<JournalPartWriter>(session, partName(numParts++), bodies, keys.of(bodies),
+                                               particleSystemsOf(simulation), storage, settings.velocities);
 }
 
 bool Journal::playNext(hyxSDK::Simulation* simulation) {
@@ -142,7 +139,9 @@ bool Journal::playNext(hyxSDK::Simulation* simulation) {
     if (m_state->part >= m_state->parts.size()) return false;
     m_state->reader = std::make_unique<JournalPartReader>(m_state->session, m_state->parts[m_state->part++]);
     m_state->row = 0;
-    if (m_state->reader->numStates() > 0) m_state->findBodies(*simulation);
+    if (m_state->reader->numStates() == 0) continue;
+    m_state->findBodies(*simulation);
+    m_state->findParticleSystems(*simulation);
   }
   m_state->show(*simulation);
   ++m_state->row;
@@ -171,6 +170,16 @@ void Journal::State::findBodies(hyxSDK::Simulation& simulation) {
   made = std::move(needed);
 }
 
+/// They have no names: the first is the first. Those that are missing are made, and stay when the journal ends.
+void Journal::State::findParticleSystems(hyxSDK::Simulation& simulation) {
+  shownSystems = particleSystemsOf(simulation);
+  while (shownSystems.size() < reader->particles().numSystems()) {
+    shownSystems.push_back(new ParticleSystem);
+    simulation.add(shownSystems.back().get());
+  }
+  shownSystems.resize(reader->particles().numSystems());
+}
+
 void Journal::State::show(hyxSDK::Simulation& simulation) {
   const JournalPartReader::State state = reader->read(row);
   for (size_t i = 0; i < shown.size(); ++i) {
@@ -184,6 +193,7 @@ void Journal::State::show(hyxSDK::Simulation& simulation) {
     shown[i]->setVelocity(vector(state.velocities));
     shown[i]->setAngularVelocity(vector(state.angularVelocities));
   }
+  reader->particles().show(row, shownSystems);
   simulation.setTimeStamp(state.time);
 }
 

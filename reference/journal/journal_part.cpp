@@ -22,7 +22,7 @@ std::string describeBody(const RigidBody& body) {
     geometries.push_back({{"shape", describeShape(*geometry->getShape())},
                           {"local", std::vector<double>(local.ptr(), local.ptr() + 16)}});
   }
-  return json{{"geometries", geometries}, {"motion", int(body.getMotionControl())}}.dump();
+  return json{{"geometries", geometries}, {"motion", int(body.getMotionControl())}, {"mass", body.getMass()}}.dump();
 }
 
 void add(std::vector<double>& list, const Vec3& v) { list.insert(list.end(), {v.x, v.y, v.z}); }
@@ -52,22 +52,30 @@ std::vector<std::string> JournalKeys::of(const RigidBodyPtrVector& bodies) {
 }
 
 JournalPartWriter::JournalPartWriter(hid_t session, const std::string& name, const RigidBodyPtrVector& bodies,
-                                     const std::vector<std::string>& keys, bool single, bool velocities)
-    : m_bodies(bodies), m_group(createHdf5Group(session, name)) {
+                                     const std::vector<std::string>& keys, const ParticleSystems& systems,
+                                     Hdf5Storage storage, bool velocities)
+    : m_bodies(bodies), m_group(createHdf5Group(session, name)), m_particles(m_group, systems, storage) {
   std::vector<std::string> shapes;
   for (const auto& body : bodies) shapes.push_back(describeBody(*body));
   writeHdf5Texts(m_group, "bodies", keys);
   writeHdf5Texts(m_group, "shapes", shapes);
-  m_time = Hdf5Rows::create(m_group, "time", 1, 1, false);
-  m_position = Hdf5Rows::create(m_group, "position", bodies.size(), 3, single);
-  m_rotation = Hdf5Rows::create(m_group, "rotation", bodies.size(), 4, single);
+  m_time = Hdf5Rows::create(m_group, "time", 1, 1, {.compressed = storage.compressed});
+  m_position = Hdf5Rows::create(m_group, "position", bodies.size(), 3, storage);
+  m_rotation = Hdf5Rows::create(m_group, "rotation", bodies.size(), 4, storage);
   if (!velocities) return;
-  m_velocity = Hdf5Rows::create(m_group, "velocity", bodies.size(), 3, single);
-  m_angularVelocity = Hdf5Rows::create(m_group, "angularVelocity", bodies.size(), 3, single);
+  m_velocity = Hdf5Rows::create(m_group, "velocity", bodies.size(), 3, storage);
+  m_angularVelocity = Hdf5Rows::create(m_group, "angularVelocity", bodies.size(), 3, storage);
+}
+
+bool JournalPartWriter::covers(const RigidBodyPtrVector& bodies, const ParticleSystems& systems) const {
+  const auto same = [](const auto& a, const auto& b) { return a.get() == b.get(); };
+  return std::equal(m_bodies.begin(), m_bodies.end(), bodies.begin(), bodies.end(), same) &&
+         std::equal(m_particles.systems().begin(), m_particles.systems().end(), systems.begin(), systems.end(), same);
 }
 
 void JournalPartWriter::store(double time) {
   m_times.push_back(time);
+  m_particles.store();
   for (const auto& body : m_bodies) {
     const Quat rotation = body->getRotation();
     add(m_positions, body->getPosition());
@@ -84,12 +92,12 @@ void JournalPartWriter::flush() {
   writeBlock(m_rotation, m_rotations);
   writeBlock(m_velocity, m_velocities);
   writeBlock(m_angularVelocity, m_angularVelocities);
+  m_particles.flush();
   writeBlock(m_time, m_times);  // last: a state counts when its time is there
   if (H5Fflush(m_group, H5F_SCOPE_GLOBAL) < 0) throw std::runtime_error("the journal cannot be written: is the disk full?");
 }
 
-JournalPartReader::JournalPartReader(hid_t session, const std::string& name) {
-  const Hdf5Handle group = openHdf5Group(session, name);
+JournalPartReader::JournalPartReader(const Hdf5Handle& group) : m_particles(group) {
   m_keys = readHdf5Texts(group, "bodies");
   m_shapes = readHdf5Texts(group, "shapes");
   m_time = Hdf5Rows::open(group, "time");
@@ -99,7 +107,8 @@ JournalPartReader::JournalPartReader(hid_t session, const std::string& name) {
   if (hasHdf5Link(group, "angularVelocity")) m_angularVelocity = Hdf5Rows::open(group, "angularVelocity");
   const bool fits = m_shapes.size() == m_keys.size() && m_position.numItems() == m_keys.size() &&
                     m_rotation.numItems() == m_keys.size() && (m_keys.empty() || (m_position.numRows() >= m_time.numRows() &&
-                    m_rotation.numRows() >= m_time.numRows()));
+                    m_rotation.numRows() >= m_time.numRows())) &&
+                    (m_particles.numSystems() == 0 || m_particles.numStates() >= m_time.numRows());
   if (!fits) throw std::runtime_error("the journal is damaged: the sizes of its parts do not agree");
 }
 
@@ -115,6 +124,7 @@ ref_ptr<RigidBody> JournalPartReader::makeBody(size_t body) const {
       const ref_ptr<hyxCollide::Geometry> part = new hyxCollide::Geometry(shape.get());
       made->add(part.get(), AffineMatrix4x4(local.data()));
     }
+    if (description.contains("mass")) made->setMass(description["mass"].get<double>());
     made->setMotionControl(RigidBody::MotionControl(description.at("motion").get<int>()));
   } catch (const std::exception& error) {
     throw std::runtime_error("the journal is damaged: the body '" + key + "': " + error.what());

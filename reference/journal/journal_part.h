@@ -3,6 +3,7 @@
 
 #include "platform/hyx/rigid_body.h"
 #include "reference/journal/hdf5_file.h"
+#include "reference/journal/particle_rows.h"
 
 #include <map>
 #include <string>
@@ -26,7 +27,10 @@ private:
 class JournalPartWriter {
 public:
   JournalPartWriter(hid_t session, const std::string& name, const RigidBodyPtrVector& bodies,
-                    const std::vector<std::string>& keys, bool single, bool velocities);
+                    const std::vector<std::string>& keys, const ParticleSystems& systems, Hdf5Storage storage, bool velocities);
+
+  /// Whether these are the bodies and particle systems that are written.
+  bool covers(const RigidBodyPtrVector& bodies, const ParticleSystems& systems) const;
 
   void store(double time);
   /// Writes the block that is not full yet.
@@ -35,6 +39,7 @@ public:
 private:
   RigidBodyPtrVector m_bodies;
   Hdf5Handle m_group;
+  ParticleWriter m_particles;
   Hdf5Rows m_time, m_position, m_rotation, m_velocity, m_angularVelocity;
   std::vector<double> m_times, m_positions, m_rotations, m_velocities, m_angularVelocities;
 };
@@ -42,11 +47,12 @@ private:
 /// Reads states of the same bodies.
 class JournalPartReader {
 public:
-  JournalPartReader(hid_t session, const std::string& name);
+  JournalPartReader(hid_t session, const std::string& name) : JournalPartReader(openHdf5Group(session, name)) {}
 
   const std::vector<std::string>& keys() const { return m_keys; }
   size_t numStates() const { return m_time.numRows(); }
-  /// A body as it was recorded, without a place: its shapes, its motion control.
+  const ParticleReader& particles() const { return m_particles; }
+  /// A body as it was recorded, without a place: its shapes, its mass, its motion control.
   ref_ptr<RigidBody> makeBody(size_t body) const;
 
   struct State {
@@ -56,8 +62,11 @@ public:
   State read(size_t row) const;
 
 private:
+  explicit JournalPartReader(const Hdf5Handle& group);
+
   std::vector<std::string> m_keys;
   std::vector<std::string> m_shapes;
+  ParticleReader m_particles;
   Hdf5Rows m_time, m_position, m_rotation, m_velocity, m_angularVelocity;
 };
 

@@ -1,5 +1,6 @@
 // Simulations.
 #include "siblings/derived_constraint.h"
+#include "siblings/derived_process.h"
 #include "siblings/python_buffers.h"
 #include "wrappers/vocabulary/rows.h"
 
@@ -11,7 +12,7 @@ using hyxSDK::Simulation;
 
 PyObject *bodies(Simulation const &self) { return siblings::to_shared_list(self.getRigidBodies()); }
 PyObject *constraints(Simulation const &self) { return siblings::to_derived_list(self.getConstraints()); }
-PyObject *processes(Simulation const &self) { return siblings::to_shared_list(self.getProcesses()); }
+PyObject *processes(Simulation const &self) { return siblings::to_derived_list(self.getProcesses()); }
 PyObject *frames(Simulation const &self) { return siblings::to_shared_list(self.getFrames()); }
 PyObject *listeners(Simulation const &self) { return siblings::to_shared_list(self.getEventListeners()); }
 PyObject *assemblies(Simulation const &self) { return siblings::to_shared_list(self.getAssemblies()); }

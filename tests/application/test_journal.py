@@ -100,8 +100,7 @@ def test_the_frequency_thins_the_states(falling):
         falling.setRequestedJournalFrequency(-1)
 
 
-def size_of(app, path, single):
-    app.setEnableJournal32bitMode(single)
+def size_of(app, path):
     app.initRecordJournal()
     for _ in range(2000):
         app.getJournal().store(app.getSimulation(), True)
@@ -112,7 +111,9 @@ def size_of(app, path, single):
 def test_single_precision_takes_about_half_the_room(falling, path):
     for i in range(20):
         add_box(falling, f"box{i}")
-    assert size_of(falling, path, True) < 0.6 * size_of(falling, path, False)
+    double = size_of(falling, path)
+    falling.setEnableJournal32bitMode(True)
+    assert size_of(falling, path) < 0.6 * double
 
 
 @pytest.mark.parametrize("incremental, played", [(True, [2, 3, 2]), (False, [2, 2, 2])])
@@ -151,14 +152,105 @@ def test_the_configuration_file_has_the_last_word(falling, tmp_path):
         falling.initRecordJournal()
 
 
-def test_the_only_format_is_hdf5(falling, path):
+def test_the_compressed_format_takes_less_room_and_plays_the_same(falling, path):
     assert falling.getJournalFormat() == 0
-    falling.setJournalFormat(0)
-    with pytest.raises(RuntimeError, match="HDF5"):
-        falling.setJournalFormat(1)
-    falling.initRecordJournal()
-    falling.setEnableJournalRecord(False)
+    plain = size_of(falling, path)
+    falling.setJournalFormat(1)
+    assert falling.getJournalFormat() == 1 and size_of(falling, path) < 0.3 * plain
     assert open(path, "rb").read(8) == b"\x89HDF\r\n\x1a\n"
+    falling.initRecordJournal()
+    for _ in range(5):
+        falling.step()
+    falling.setEnableJournalRecord(False)
+    height = falling.getSimulation().getRigidBody("box").getPosition().z
+    falling.clearScene()
+    falling.journalPlayback()
+    for _ in range(5):
+        falling.step()
+    assert falling.getSimulation().getRigidBody("box").getPosition().z == height
+
+
+@pytest.mark.parametrize("format", [2, 7, 2**63])
+def test_other_formats_are_refused(falling, format):
+    falling.setJournalFormat(1)
+    with pytest.raises(RuntimeError, match="0 .HDF5. or 1"):
+        falling.setJournalFormat(format)
+    assert falling.getJournalFormat() == 1
+
+
+READ = """
+import h5py, json, sys
+with h5py.File(sys.argv[1]) as file:
+    part = file["session_1"]["part_000000"]
+    names = [name.decode() for name in part["bodies"]]
+    print(json.dumps({
+        "names": names,
+        "shapes": {name: json.loads(text) for name, text in zip(names, part["shapes"])},
+        "times": len(part["time"]),
+        "heights": part["position"][:, names.index("box"), 2].tolist(),
+        "columns": [name.decode() for name in part["particleColumns"]],
+        "counts": part["particleCount"][:, 0, 0].tolist(),
+        "grains": part["particles"].shape}))
+"""
+
+
+def test_another_program_reads_what_was_recorded(falling, path):
+    grains = hyx.ParticleSystem()
+    falling.getSimulation().add(grains)
+    falling.initRecordJournal()
+    heights = []
+    for _ in range(3):
+        grains.createParticle(hyx.Vec3(0, 0, 5))
+        falling.step()
+        heights.append(falling.getSimulation().getRigidBody("box").getPosition().z)
+    falling.setEnableJournalRecord(False)
+    done = subprocess.run([sys.executable, "-c", READ, path], capture_output=True, text=True, timeout=60)
+    assert done.stderr == ""
+    found = json.loads(done.stdout)
+    assert found["names"] == ["ground", "box"] and found["times"] == 3 and found["heights"] == heights
+    box = found["shapes"]["box"]
+    assert box["geometries"][0]["shape"] == {"kind": "box", "halfExtents": [0.5, 0.5, 0.5]}
+    assert box["mass"] == pytest.approx(1000) and box["motion"] == hyx.RigidBody.DYNAMICS
+    assert found["counts"] == [1, 2, 3] and found["grains"] == [6, 1, len(found["columns"])]
+
+
+def grains_of(system):
+    return [(grain.id, tuple(grain.position), tuple(grain.velocity), grain.radius, grain.mass) for grain in system.getParticles()]
+
+
+@pytest.mark.parametrize("fresh", [False, True])
+def test_grains_are_played_back(app, path, fresh):
+    systems = [hyx.ParticleSystem(), hyx.ParticleSystem()]
+    for system in systems:
+        app.getSimulation().add(system)
+    app.setJournalRecordPath(path)
+    app.initRecordJournal()
+    recorded = []
+    for step in range(40):
+        systems[step % 2].createParticle(hyx.Vec3(step, 0, 5), hyx.Vec3(0, 1, 0), 0.1 + 0.01 * step, 2.0)
+        if step == 20:
+            systems[0].clear()
+        app.step()
+        recorded.append([grains_of(system) for system in systems])
+    app.setEnableJournalRecord(False)
+    if fresh:
+        app.clearScene()
+    app.journalPlayback()
+    for expected in recorded:
+        app.step()
+        played = [process for process in app.getSimulation().getProcesses()]
+        assert [grains_of(system) for system in played] == expected
+
+
+def test_played_bodies_have_their_masses(falling, path):
+    falling.getSimulation().getRigidBody("box").setMass(3.5)
+    falling.initRecordJournal()
+    falling.step()
+    falling.setEnableJournalRecord(False)
+    falling.clearScene()
+    falling.journalPlayback()
+    falling.step()
+    assert falling.getSimulation().getRigidBody("box").getMass() == 3.5
 
 
 def test_what_cannot_be_written_or_read_is_an_exception(app, tmp_path):

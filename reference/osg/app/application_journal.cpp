@@ -11,6 +11,8 @@
 namespace hyxOSG {
 namespace {
 
+enum JournalFormat : hyx::UInt { PLAIN = 0, COMPRESSED = 1 };
+
 /// `run.h5#first` is the session `first` of the file `run.h5`.
 struct JournalPath {
   explicit JournalPath(const std::string& path)
@@ -52,10 +54,12 @@ void ExampleApplication::setEnableJournalIncrementalStructure(bool enable) {
 }
 bool ExampleApplication::getEnableJournalIncrementalStructure() const { return m_state->journalSettings.incremental; }
 
-hyx::UInt ExampleApplication::getJournalFormat() const { return 0; }
+hyx::UInt ExampleApplication::getJournalFormat() const { return m_state->journalSettings.compressed ? COMPRESSED : PLAIN; }
 
 void ExampleApplication::setJournalFormat(hyx::UInt format) {
-  if (format != 0) throw std::invalid_argument("the only journal format is 0 (HDF5)");
+  if (format != PLAIN && format != COMPRESSED)
+    throw std::invalid_argument("a journal's format is 0 (HDF5) or 1 (compressed HDF5); formats of other programs are not written");
+  m_state->journalSettings.compressed = format == COMPRESSED;
 }
 
 void ExampleApplication::setEnableJournal32bitMode(bool enable) { m_state->journalSettings.single = enable; }
