@@ -124,8 +124,8 @@ public:
   /// Makes the viewer with the size of the options, or 1024 x 768, when there is none yet.
   void initGraphics();
 
-  /// Opens the remote control and the co-simulation server that the options `--rpc-port` and `--co-simulation-port` ask
-  /// for: on the loopback address unless `m_hostName` names another, guarded by the token of `--rpc-token` or one that
+  /// Opens what the options `--rpc-port` (remote control), `--co-simulation-port` (another process steps the simulation) and
+  /// `--click-port` (another process drives joints) ask for: on the loopback address unless `m_hostName` names another, guarded by the token of `--rpc-token` or one that
   /// is made; prints the addresses with the token. Does nothing more the second time. Throws std::runtime_error when a
   /// port is in use.
   void initRpc();
@@ -577,9 +577,9 @@ public:
   void setTavLangModelName(std::string name);
   /// Whether loaded models show the frames of their links.
   bool getTavLangDebugRenderFrames() const;
-  /// Whether loaded models are steered through a control protocol: false where the implementation has none.
+  /// Whether another process can drive the joints of loaded models: `initRpc` has opened what the option `--click-port` asks for.
   bool getTavLangUseClick() const;
-  /// The address that the control protocol is served at; empty where there is none.
+  /// The address at which the joints of loaded models are served; empty while they are not.
   std::string getTavLangClickServerAddr() const;
 
   AutoStepEvent autoStepEvent;     ///< raised when automatic stepping is switched

@@ -43,6 +43,7 @@ constexpr KnownOption knownOptions[] = {
     {"--rpc-port", "Serve remote control on this port of the local machine", Value::wholeNumber},
     {"--rpc-token", "Word that remote callers must know", Value::text},
     {"--co-simulation-port", "Let another process step the simulation, through this port of the local machine", Value::wholeNumber},
+    {"--click-port", "Let another process drive the joints, through this port of the local machine", Value::wholeNumber},
     {"--script", "Script whose function buildScene builds the first scene", Value::text},
     {"--model", "Name of the model to load from a file of several", Value::text},
     {"--bundle-path", "Folders to look for models in, with colons between them", Value::text},

@@ -9,6 +9,7 @@ import hyxIO
 import hyxtavlang
 
 from application_stage import difference
+from zmq_client import Client
 
 ARM = """<robot name="arm">
   <link name="base">
@@ -122,8 +123,35 @@ def test_bundle_paths_come_from_options_environment_and_argument(app, monkeypatc
     assert app.getTavLangModelName() == "arm" and app.getTavLangDebugRenderFrames()
 
 
-def test_there_is_no_control_protocol(app):
+def test_another_process_drives_the_joints(app, description):
     assert app.getTavLangUseClick() is False and app.getTavLangClickServerAddr() == ""
+    app.init(hyxIO.ArgumentParser(["--click-port", "0", "--rpc-token", "secret"]))
+    app.initRpc()
+    assert app.getTavLangUseClick() and not app.useCoSimulation()
+    host, _, port = app.getTavLangClickServerAddr().rpartition(":")
+    assert host == "tcp://127.0.0.1"
+    app.loadTavLangFile(description(), None)
+    client = Client(int(port), "secret")
+    try:
+        assert client.ask(app, do="drive", joint="shoulder", speed=0.5)["ok"]
+        for _ in range(60):
+            app.step()  # the loop steps on its own
+        joints = client.ask(app, do="joints")["joints"]
+        assert set(joints) == {"shoulder", "rail"}
+        assert joints["shoulder"]["position"] == pytest.approx(0.5, rel=1e-2) and joints["shoulder"]["motor"] == 0.5
+        assert joints["shoulder"]["speed"] == pytest.approx(0.5, rel=1e-2) and joints["rail"]["motor"] is None
+        assert client.ask(app, do="drive", joint="shoulder", speed=-2, force=1e-6)["ok"]
+        for _ in range(10):
+            app.step()
+        shoulder = client.ask(app, do="joints")["joints"]["shoulder"]
+        assert abs(shoulder["force"]) == pytest.approx(1e-6) and shoulder["speed"] > 0.5  # falls, as if there were no motor
+        assert client.ask(app, do="drive", joint="shoulder", speed=None)["ok"]
+        assert client.ask(app, do="joints")["joints"]["shoulder"]["motor"] is None
+        for wrong in (dict(joint="grip", speed=1), dict(joint="rail", speed="fast"), dict(joint="rail", force=-1)):
+            answer = client.ask(app, do="drive", **wrong)
+            assert not answer["ok"] and answer["error"]
+    finally:
+        client.close()
 
 
 def test_frames_of_links_are_shown_on_demand(window, description, shoot):

@@ -34,7 +34,7 @@ std::vector<std::string> ExampleApplication::getTavLangBundlePaths(std::vector<s
 std::string ExampleApplication::getTavLangModelName() const { return m_state->modelName; }
 void ExampleApplication::setTavLangModelName(std::string name) { m_state->modelName = name; }
 bool ExampleApplication::getTavLangDebugRenderFrames() const { return m_state->debugFrames; }
-bool ExampleApplication::getTavLangUseClick() const { return false; }
-std::string ExampleApplication::getTavLangClickServerAddr() const { return ""; }
+bool ExampleApplication::getTavLangUseClick() const { return m_state->click.valid(); }
+std::string ExampleApplication::getTavLangClickServerAddr() const { return m_state->click ? m_state->click->getAddress() : ""; }
 
 }  // namespace hyxOSG

@@ -23,21 +23,28 @@ void ExampleApplication::initRpc() {
     m_state->controller = new ExampleApplicationController(this, *m_state->remotePort, m_state->remoteToken, m_hostName);
     announce("Remote control", m_state->controller->getUrl());
   }
-  if (m_state->coSimulationPort && !m_state->coSimulation) {
-    const std::string token = m_state->remoteToken.empty() ? hyxNet::makeAccessToken() : m_state->remoteToken;
-    m_state->coSimulation = new hyxNet::CoSimulationServer(*m_state->coSimulationPort, token, m_hostName);
-    hyxNet::CoSimulationServer* server = m_state->coSimulation.get();
-    announce("Co-simulation", server->getAddress() + " token " + token);
-    server->setHandler([this, server](const std::string& request) { return answerCoSimulation(*this, *server, request); });
-  }
+  if (m_state->coSimulationPort && !m_state->coSimulation)
+    m_state->coSimulation = m_state->serve(*this, "Co-simulation", *m_state->coSimulationPort);
+  if (m_state->clickPort && !m_state->click) m_state->click = m_state->serve(*this, "Joint control", *m_state->clickPort);
+}
+
+hyx::ref_ptr<hyxNet::CoSimulationServer> ExampleApplication::State::serve(ExampleApplication& application, const char* service,
+                                                                          int port) const {
+  const std::string token = remoteToken.empty() ? hyxNet::makeAccessToken() : remoteToken;
+  const hyx::ref_ptr<hyxNet::CoSimulationServer> made = new hyxNet::CoSimulationServer(port, token, application.m_hostName);
+  announce(service, made->getAddress() + " token " + token);
+  made->setHandler([&application, server = made.get()](const std::string& request) {
+    return answerCoSimulation(application, *server, request);
+  });
+  return made;
 }
 
 bool ExampleApplication::useCoSimulation() const { return m_state->coSimulation.valid(); }
 
 void ExampleApplication::updateCoSimulationServer() {
-  if (!m_state->coSimulation) return;
   constexpr int waitMilliseconds = 5;  // the other process sets the pace: its requests are answered at once
-  m_state->coSimulation->update(waitMilliseconds);
+  if (m_state->coSimulation) m_state->coSimulation->update(waitMilliseconds);
+  if (m_state->click) m_state->click->update();
 }
 
 void ExampleApplication::updateRemoteDebugger() {

@@ -99,8 +99,10 @@ struct ExampleApplication::State {
   // Remote control and co-simulation; null while not asked for
   hyx::ref_ptr<ExampleApplicationController> controller;
   hyx::ref_ptr<hyxNet::CoSimulationServer> coSimulation;
+  hyx::ref_ptr<hyxNet::CoSimulationServer> click;  ///< answers the same, while the loop steps on its own
   std::optional<int> remotePort;         ///< asked for by options; 0 for any free one
   std::optional<int> coSimulationPort;
+  std::optional<int> clickPort;
   std::string remoteToken;               ///< empty: one is made
   bool tickSignals = false;
 
@@ -119,6 +121,7 @@ struct ExampleApplication::State {
   std::shared_ptr<ViewerWindow> ensureWindow(ExampleApplication& application);
   void openWindow(const WindowRequest& request);
   void startRecording(bool append);
+  hyx::ref_ptr<hyxNet::CoSimulationServer> serve(ExampleApplication& application, const char* service, int port) const;
   void configureSimulation();
   /// Takes `next` over as the simulation that is shown; null for none.
   void showSimulation(hyxSDK::Simulation* next);

@@ -1,6 +1,7 @@
 /// Follows requests of co-simulation.
 #include "reference/osg/app/co_simulation_answers.h"
 
+#include "platform/hyx/constraint1dof.h"
 #include "platform/hyxNet/co_simulation_server.h"
 #include "platform/hyxOSG/example_application.h"
 #include "platform/hyxPython/script_manager.h"
@@ -25,6 +26,33 @@ json listBodies(ExampleApplication& application) {
   json names = json::array();
   for (const auto& body : application.getSimulation()->getRigidBodies()) names.push_back(std::string(body->getName()));
   return {{"time", application.getTimeStamp()}, {"timeStep", application.getTimeStep()}, {"bodies", names}};
+}
+
+json listJoints(ExampleApplication& application) {
+  json joints = json::object();
+  for (const auto& constraint : application.getSimulation()->getConstraints()) {
+    const auto* joint = dynamic_cast<const hyx::Constraint1DOF*>(constraint.get());
+    if (!joint || joint->getName().empty()) continue;
+    const hyx::Motor1D& motor = *joint->getMotor1D();
+    joints[std::string(joint->getName())] = {{"position", joint->getAngle()},
+                                             {"speed", joint->getCurrentSpeed()},
+                                             {"force", motor.getCurrentForce()},
+                                             {"motor", motor.isEnabled() ? json(motor.getSpeed()) : json()}};
+  }
+  return {{"joints", joints}};
+}
+
+void drive(ExampleApplication& application, const json& request) {
+  const std::string name = request.value("joint", "");
+  auto* joint = dynamic_cast<hyx::Constraint1DOF*>(application.getSimulation()->getConstraint(name));
+  if (!joint) throw std::invalid_argument("there is no joint '" + name + "' that turns or slides");
+  const json speed = request.value("speed", json());
+  const json force = request.value("force", json());
+  if (!(speed.is_null() || speed.is_number()) || !(force.is_null() || (force.is_number() && force.get<double>() >= 0)))
+    throw std::invalid_argument("'speed' must be a number or null, and 'force' a number of at least 0");
+  if (speed.is_number()) joint->getMotor1D()->setSpeed(speed.get<double>());
+  if (force.is_number()) joint->getMotor1D()->setForceRange(hyx::RangeReal(force.get<double>()));
+  joint->getMotor1D()->setEnable(speed.is_number());
 }
 
 json step(ExampleApplication& application, const json& request) {
@@ -60,6 +88,10 @@ std::string answerCoSimulation(ExampleApplication& application, hyxNet::CoSimula
     answer = bodyState(findBody(application, wanted));
   else if (what == "set")
     setBodyState(findBody(application, wanted), wanted);
+  else if (what == "joints")
+    answer = listJoints(application);
+  else if (what == "drive")
+    drive(application, wanted);
   else if (what == "step")
     answer = step(application, wanted);
   else if (what == "call")
@@ -67,7 +99,7 @@ std::string answerCoSimulation(ExampleApplication& application, hyxNet::CoSimula
   else if (what == "stop")
     application.stop();
   else
-    throw std::invalid_argument("'do' must be list, get, set, step, call or stop, not '" + what + "'");
+    throw std::invalid_argument("'do' must be list, get, set, joints, drive, step, call or stop, not '" + what + "'");
   answer["ok"] = true;
   return answer.dump(-1, ' ', false, json::error_handler_t::replace);
 }

@@ -33,6 +33,7 @@ void ExampleApplication::State::applyOptions(ExampleApplication& application, co
   if (options.has("--script")) application.addScene(options.getString("--script"), "buildScene");
   if (options.has("--rpc-port")) remotePort = int(options.getInteger("--rpc-port"));
   if (options.has("--co-simulation-port")) coSimulationPort = int(options.getInteger("--co-simulation-port"));
+  if (options.has("--click-port")) clickPort = int(options.getInteger("--click-port"));
   if (options.has("--rpc-token")) remoteToken = options.getString("--rpc-token");
   if (options.has("--profile")) {
     profiler.setPath(options.getString("--profile"));
