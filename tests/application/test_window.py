@@ -1,14 +1,9 @@
 """The window and what is switched on in it."""
-import os
-import shutil
-import subprocess
-import sys
-
 import pytest
 
 import hyx
 import hyxOSG
-from subprocesses import BUILD, run_python
+from subprocesses import has_display, run_python
 
 from application_stage import add_box, difference
 
@@ -161,9 +156,7 @@ print("good")
 """
 
 
-@pytest.mark.skipif(not (shutil.which("xvfb-run") and shutil.which("xdotool")), reason="xvfb or xdotool is not installed")
+@pytest.mark.skipif(not has_display, reason="xvfb or xdotool is not installed")
 def test_a_window_on_a_display_has_title_size_and_keys():
-    environment = {**os.environ, "HYX_DISPLAY": "window", "PYTHONPATH": str(BUILD / "python")}
-    done = subprocess.run(["xvfb-run", "-a", "-s", "-screen 0 800x600x24", sys.executable, "-c", ON_DISPLAY],
-                          capture_output=True, text=True, timeout=120, env=environment)
+    done = run_python(ON_DISPLAY, on_display=True)
     assert done.stdout == "good\n", done.stderr

@@ -14,8 +14,7 @@ PROGRAM = pathlib.Path(__file__).parent / "destructive_callbacks.py"
 
 @pytest.mark.parametrize("act", [act.__name__ for act in ACTS])
 def test_every_callback_may_do_it(act):
-    code = f"import runpy, sys; sys.argv[1:] = [{act!r}]; runpy.run_path({str(PROGRAM)!r}, run_name='__main__')"
-    done = run_python(code, HYX_DISPLAY="offscreen")
+    done = run_python(str(PROGRAM), act, HYX_DISPLAY="offscreen")
     assert (done.returncode, done.stderr) == (0, "")
     assert collections.Counter(done.stdout.split()) == {"end": 1, **dict.fromkeys((*FRAMES, *INPUT), 3)}
 

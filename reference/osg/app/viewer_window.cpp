@@ -98,7 +98,11 @@ bool ViewerWindow::setRectangle(int x, int y, int width, int height) {
   const auto* traits = m_window->getTraits();
   const int oldWidth = traits->width, oldHeight = traits->height;
   m_window->setWindowRectangle(x, y, width, height);
-  return (traits->width == width && traits->height == height) || (oldWidth == width && oldHeight == height);
+  const bool followed = traits->width == width && traits->height == height;
+  // The display's own notice comes too late: the library takes it for old news, and would go on measuring the pointer
+  // in the old window.
+  if (followed && !offscreen()) m_window->getEventQueue()->windowResize(x, y, width, height);
+  return followed || (oldWidth == width && oldHeight == height);
 }
 
 }  // namespace hyxOSG
