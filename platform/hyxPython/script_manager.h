@@ -25,9 +25,12 @@ public:
   /// Takes over the pending error of the interpreter: records it, prints it once to the interpreter's standard error, clears it. Without one it does nothing.
   void registerError(hyx::String const & where);
 
+  /// Those on record: the last thousand, without those that were cleared.
   bool hasErrors() const { return !m_errors.empty(); }
   hyx::Vector<Error> const & getErrors() const { return m_errors; }
   hyx::UInt getNumErrors() const { return m_errors.size(); }
+  /// How many there ever were, also those that were forgotten.
+  hyx::UInt getNumRegistered() const { return m_registered; }
   /// Throws std::out_of_range for an error that is not there.
   Error getError(hyx::UInt index) const { return m_errors.at(index); }
   void clearErrors() { m_errors.clear(); }
@@ -37,6 +40,7 @@ private:
   ~ScriptManager() override = default;
 
   hyx::Vector<Error> m_errors;
+  hyx::UInt m_registered = 0;
 };
 
 }

@@ -51,6 +51,7 @@ void ScriptManager::registerError(hyx::String const& where) {
   Error error{where, describeError(type, value), describeTraceback(type, value, traceback)};
   if (m_errors.size() >= mostErrorsKept) m_errors.erase(m_errors.begin());
   m_errors.push_back(error);
+  ++m_registered;
   PyErr_Restore(type, value, traceback);
   PyErr_PrintEx(0);  // what it printed must not keep the objects of the script alive
 }

@@ -189,6 +189,29 @@ def test_errors_of_scripts_can_pause_the_simulation(app, capfd):
     app.handleReactiveScriptErrors()
     assert not app.getAutoStepping()
     assert "ZeroDivisionError" in capfd.readouterr().err
+    app.setAutoStepping(True)
+    app.handleReactiveScriptErrors()
+    assert app.getAutoStepping(), "no new error"
+    app.step()
+    app.handleReactiveScriptErrors(False)
+    app.handleReactiveScriptErrors()
+    assert app.getAutoStepping(), "the new one was let pass"
+
+
+@pytest.mark.parametrize("errors", [0, 1100])
+def test_new_errors_pause_after_others_were_forgotten(app, capfd, errors):
+    manager = hyxSDK.ScriptManager.instance()
+    app.setStepCallback(hyx.Callback(lambda: 1 / 0))
+    for _ in range(3 + errors):
+        app.stepSimulation()
+    app.handleReactiveScriptErrors(False)
+    if not errors:
+        manager.clearErrors()
+    app.stepSimulation()
+    assert manager.getNumErrors() == min(1000, 1 + errors)
+    app.handleReactiveScriptErrors()
+    assert not app.getAutoStepping()
+    manager.clearErrors()
 
 
 def test_a_listener_cannot_make_a_frame_inside_a_frame(app):

@@ -14,7 +14,7 @@ import hyxSDK
 
 WIDTH, HEIGHT = 320, 240
 CENTER = (WIDTH / 2, HEIGHT / 2)
-CONTROL_LEFT = 0xFFE3
+CONTROL_LEFT, SHIFT_LEFT = 0xFFE3, 0xFFE1
 
 
 class Playground:
@@ -31,13 +31,16 @@ class Playground:
         self.simulation.add(self.body)
         hyxOSG.createVisual(self.body, self.app.getSceneRoot())
         self.app.setCameraHome(hyx.Vec3(0, -10, 0), hyx.Vec3(0, 0, 0))
-        self.listeners = []
+        self.listeners, self.balls = [], []
         self.frame()
 
     def reset(self):
         for listener in self.listeners:
             self.simulation.remove(listener)
+        for ball in self.balls:
+            self.simulation.remove(ball)
         self.listeners.clear()
+        self.balls.clear()
         self.body.setMotionControl(hyx.RigidBody.DYNAMICS)
         self.body.setPosition(hyx.Vec3(0, 0, 0))
         self.body.setRotation(hyx.Quat())
@@ -56,6 +59,16 @@ class Playground:
         self.simulation.add(listener)
         self.listeners.append(listener)
         return listener
+
+    def add_ball(self, y):
+        """A ball before the box or behind it, visible, since what is picked in the window lies between the camera's planes."""
+        ball = hyx.RigidBody(hyxCollide.Geometry(hyxCollide.Sphere(0.5)))
+        ball.setPosition(hyx.Vec3(0, y, 0))
+        self.simulation.add(ball)
+        hyxOSG.createVisual(ball, self.app.getSceneRoot())
+        self.balls.append(ball)
+        self.frame()
+        return ball
 
     @property
     def events(self):

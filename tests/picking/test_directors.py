@@ -4,8 +4,9 @@ import pytest
 import _hyxOSG
 import hyx
 import hyxOSG
+import hyxSDK
 import osg
-from overrides import ARGUMENTS, BOOL, RAISING, native, overriding
+from overrides import ARGUMENTS, BOOL, RAISING, VIRTUAL, native, overriding
 from playground import playground
 
 SIGNATURES = {
@@ -90,6 +91,52 @@ def test_an_error_in_a_reporting_method_is_printed_once_and_goes_no_further(name
     result = getattr(native(failing), name)(*ARGUMENTS[name])
     assert result is (False if name in BOOL else None)
     assert capfd.readouterr().err.count("ValueError: this one " + name) == 1
+
+
+QUALIFIED = {
+    "hyxSDK::EventListener::": ("addNotification", "removeNotification"),
+    "hyxOSG::GuiEventListener::": (*BOOL, "update"),
+    "hyxOSG::ExampleApplicationListener::": ("preFrame", "postFrame"),
+}
+
+
+@pytest.mark.parametrize("qualifier, name", [(qualifier, name) for qualifier, names in QUALIFIED.items() for name in names])
+def test_the_script_manager_has_the_error_with_its_place_and_traceback(qualifier, name, capfd):
+    def fail(self, *arguments):
+        raise ValueError("on record")
+
+    base = next(cls for cls, methods in VIRTUAL.items() if name in methods)
+    failing = overriding(name, answer=fail, base=base)()
+    manager = hyxSDK.ScriptManager.instance()
+    manager.clearErrors()
+    getattr(native(failing), name)(*VIRTUAL[base][name])
+    ((where, message, traceback),) = manager.getErrors()
+    assert (where, message) == (qualifier + name, "ValueError: on record")
+    assert "test_directors.py" in traceback and 'raise ValueError("on record")' in traceback
+    manager.clearErrors()
+
+
+def test_errors_that_reach_a_caller_are_not_on_record():
+    def fail(self, *arguments):
+        raise ValueError("for the caller")
+
+    failing = overriding("setMask", answer=fail)()
+    hyxSDK.ScriptManager.instance().clearErrors()
+    with pytest.raises(ValueError):
+        native(failing).setMask(1)
+    assert not hyxSDK.ScriptManager.instance().hasErrors()
+
+
+@pytest.mark.parametrize("name", ["mouse", "update", "preFrame"])
+@pytest.mark.parametrize("request_to_end", [KeyboardInterrupt, SystemExit])
+def test_a_request_to_end_the_program_reaches_the_caller(name, request_to_end):
+    def end(self, *arguments):
+        raise request_to_end
+
+    base = next(cls for cls, methods in VIRTUAL.items() if name in methods)
+    ending = overriding(name, answer=end, base=base)()
+    with pytest.raises(request_to_end):
+        getattr(native(ending), name)(*VIRTUAL[base][name])
 
 
 @pytest.mark.parametrize("answer", [1, 0, None, "yes"])

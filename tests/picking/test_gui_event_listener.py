@@ -1,12 +1,10 @@
 """The listener's own operations, and events that reach a Python subclass."""
-import math
 
 import numpy
 import pytest
 
 import _hyxOSG
 import hyx
-import hyxCollide
 import hyxOSG
 from playground import CENTER, numbers, playground
 
@@ -134,11 +132,11 @@ def test_near_and_far_points(playground):
 
 def test_nearest_contact(playground):
     listener = playground.listen(hyxOSG.GuiEventListener())
-    behind = hyx.RigidBody(hyxCollide.Geometry(hyxCollide.Sphere(0.5)))
-    behind.setPosition(hyx.Vec3(0, 3, 0))
-    playground.simulation.add(behind)
+    playground.add_ball(3)
+    assert listener.intersect(*CENTER, playground.app.getCamera()).getNumContacts() == 1
     contacts = listener.intersect(*CENTER, playground.app.getCamera(), True).getContacts()
+    assert len(contacts) == 2
     assert listener.findIntersectGeometryIndex(contacts) == 0
+    assert listener.findIntersectGeometryIndex(list(contacts)[::-1]) == 1
     empty = listener.intersect(1.0, 1.0, playground.app.getCamera()).getContacts()
     assert listener.findIntersectGeometryIndex(empty) == 0, "as many as there are contacts"
-    playground.simulation.remove(behind)

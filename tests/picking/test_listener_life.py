@@ -7,10 +7,8 @@ import pytest
 
 import _hyxOSG
 import _hyxSDK
-import hyx
 import hyxOSG
 import hyxSDK
-import osg
 from overrides import VIRTUAL, native
 from playground import playground
 

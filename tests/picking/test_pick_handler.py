@@ -4,12 +4,10 @@ import math
 import numpy
 import pytest
 
-import _hyxOSG
 import hyx
-import hyxCollide
 import hyxOSG
 import hyxSDK
-from playground import CENTER, CONTROL_LEFT, HEIGHT, WIDTH, numbers, playground
+from playground import CENTER, CONTROL_LEFT, HEIGHT, SHIFT_LEFT, WIDTH, numbers, playground
 
 LEFT, MIDDLE, RIGHT = 1, 2, 4
 DOWN, UP = 0, 1
@@ -33,15 +31,12 @@ def test_ray_meets_the_body_exactly(playground, handler):
 
 
 def test_all_finds_what_is_behind(playground, handler):
-    behind = hyx.RigidBody(hyxCollide.Geometry(hyxCollide.Sphere(0.5)))
-    behind.setPosition(hyx.Vec3(0, 3, 0))
-    playground.simulation.add(behind)
+    playground.add_ball(3)
     ray = hyx.Vec3(0, -10, 0), hyx.Vec3(0, 10, 0)
     assert handler.intersect(*ray, False).getNumContacts() == 1
     everything = handler.intersect(*ray, True)
     assert everything.getNumContacts() == 2
     assert everything.getDistance(0) < everything.getDistance(1) == pytest.approx(12.5)
-    playground.simulation.remove(behind)
 
 
 def test_screen_point_and_ray_agree(playground, handler):
@@ -136,6 +131,22 @@ def test_spring_drags_the_body_to_the_pointer(playground, handler):
     assert handler.mouseDragged(LEFT, *CENTER) is False
 
 
+def test_the_spring_follows_the_pointer_of_every_frame(playground, handler):
+    assert handler.pick(*CENTER).getRigidBody() == playground.body
+    drag(playground, handler, CENTER[0] + 20)
+    assert playground.body.getPosition().x > 0.3
+
+
+def test_another_button_and_key_can_hold_the_body(playground, handler):
+    handler.setActivateMouseButton(RIGHT)
+    handler.setActivateModKeyMask(1)
+    handler.keyboard(CONTROL_LEFT, 4, 0.0, 0.0, True)
+    assert handler.mouse(RIGHT, DOWN, *CENTER) is False
+    handler.keyboard(SHIFT_LEFT, 1, 0.0, 0.0, True)
+    assert handler.mouse(LEFT, DOWN, *CENTER) is False
+    assert handler.mouse(RIGHT, DOWN, *CENTER) is True
+
+
 def test_keys_and_button_must_fit(playground, handler):
     assert handler.mouse(LEFT, DOWN, *CENTER) is False, "no control key"
     handler.keyboard(CONTROL_LEFT, 4, 0.0, 0.0, True)
@@ -156,12 +167,11 @@ def test_bodies_that_do_not_move_by_forces_are_not_held(playground, handler):
 
 
 def test_a_held_body_may_leave_the_simulation(playground, handler):
-    handler.pick(*CENTER)
-    playground.simulation.remove(playground.body)
+    held = playground.add_ball(-2)
+    assert handler.pick(*CENTER).getRigidBody() == held
+    playground.simulation.remove(held)
     assert handler.mouseDragged(LEFT, *CENTER) is False
     handler.update(*CENTER)
-    playground.simulation.step()
-    playground.simulation.add(playground.body)
     playground.simulation.step()
 
 
@@ -183,6 +193,26 @@ def test_spring_is_drawn_while_it_holds(playground, handler):
     assert not orange(playground.picture()).any()
     with pytest.raises(RuntimeError, match="radius"):
         handler.createMouseSpringRendering(0.0)
+
+
+def test_the_drawn_spring_follows_a_moved_body_when_asked(playground, handler):
+    handler.pick(*CENTER)
+    handler.mouseDragged(LEFT, CENTER[0] + 60, CENTER[1])
+    before = orange(playground.picture())
+    playground.body.setPosition(hyx.Vec3(-1, 0, 0))
+    left = numpy.nonzero(orange(playground.picture()).any(axis=0))[0].min()
+    handler.updateRenderState()
+    assert numpy.nonzero(orange(playground.picture()).any(axis=0))[0].min() < left - 10
+    assert before.any()
+
+
+def test_a_handler_without_a_group_draws_nothing(playground):
+    alone = hyxOSG.PickHandler(playground.app.getViewer())
+    alone.setSimulation(playground.simulation)
+    assert alone.pick(*CENTER).getRigidBody() == playground.body
+    assert alone.mouseDragged(LEFT, CENTER[0] + 60, CENTER[1]) is True
+    assert not orange(playground.picture()).any()
+    alone.reset()
 
 
 def test_events_of_the_window_drag_a_body(playground):

@@ -269,7 +269,7 @@ void ExampleApplication::handleReactiveScriptErrors(bool pause) {
 
 size_t ExampleApplication::State::countScriptErrors() {
   const hyxPython::ScriptManager* manager = hyxPython::ScriptManager::instance("", "", "", false);
-  return manager ? manager->getNumErrors() : 0;
+  return manager ? manager->getNumRegistered() : 0;
 }
 
 }  // namespace hyxOSG
