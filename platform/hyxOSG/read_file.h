@@ -30,8 +30,8 @@ bool readFile(std::string const & file, hyxSDK::Simulation * simulation, osg::Gr
 
 /// Loads a model file as a node: everything the scene-graph library has a reader for, and through further readers
 /// PLY, glTF, FBX, BLEND and more. Null, with the reason in the notification stream, when it cannot be read.
-/// `useCache`: a second read of the same file gives the same node. The cache holds the node; without it nothing does until
-/// the caller puts it into a scene.
+/// Lights in the file are left out: a model does not change the light of a scene. `useCache`: a second read of the same
+/// file gives the same node. The cache holds the node; without it nothing does until the caller puts it into a scene.
 osg::Node * readNodeFile(std::string const & file, bool useCache = true);
 
 /// The same with reader options: search paths and a plugin option string. Null options are the default ones.

@@ -41,6 +41,7 @@ void Logo::setTexture(osg::Texture2D * texture, float alpha) {
     state->removeTextureAttribute(0, osg::StateAttribute::TEXTURE);
     if (!texture)
         return;
+    texture->setResizeNonPowerOfTwoHint(false);
     state->setTextureAttributeAndModes(0, texture);
     auto & color = static_cast<osg::Vec4Array &>(*m_rectangle->getColorArray());
     color[0].set(1, 1, 1, std::clamp(alpha, 0.0f, 1.0f));

@@ -1,5 +1,6 @@
 #include "platform/hyxOSG/read_file.h"
 
+#include "reference/osg/model_io/model_state.h"
 #include "reference/osg/model_io/trial_process.h"
 #include "reference/osg/visual/notices.h"
 
@@ -60,6 +61,8 @@ osg::Node * readNodeFile(std::string const & file, osgDB::Options const * option
     if (!isTrusted(osgDB::getLowerCaseFileExtension(path)) && !survivesTrial(path, present))
         return nullptr;
     osg::ref_ptr<osg::Node> node = read(path, present);
+    if (node)
+        fitIntoScene(*node);
     bool const kept = node && useCache;
     if (kept)
         osgDB::Registry::instance()->addEntryToObjectCache(path, node, 0.0, present);

@@ -64,10 +64,13 @@ void SoilMeshes::load(std::string const & model, std::string const & texture) {
   if (!texture.empty() && !image)
     throw std::runtime_error("the texture of soil grains cannot be read: " + texture);
   osg::StateSet * const state = m_group->getOrCreateStateSet();
-  if (image)
-    state->setTextureAttributeAndModes(0, new osg::Texture2D(image));
-  else
+  if (image) {
+    osg::ref_ptr<osg::Texture2D> const surface = new osg::Texture2D(image);
+    surface->setResizeNonPowerOfTwoHint(false);
+    state->setTextureAttributeAndModes(0, surface);
+  } else {
     state->removeTextureAttribute(0, osg::StateAttribute::TEXTURE);
+  }
   osg::BoundingSphere const bound = mesh->getBound();
   double const radius = bound.radius() > 0 ? bound.radius() : 1;
   m_mesh = mesh;

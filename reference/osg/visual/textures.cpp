@@ -45,6 +45,7 @@ void blendHoles(osg::StateSet & state, osg::Texture2D const & texture) {
 bool apply(osg::Node * node, osg::Texture2D * texture, TextureMode mode, float scaleS, float scaleT) {
     if (!node || !texture || !isScale(scaleS) || !isScale(scaleT))
         return false;
+    texture->setResizeNonPowerOfTwoHint(false);
     osg::StateSet & state = writableStateSet(*node);
     if (mode == DIFFUSE_TEXTURE) {
         state.setTextureAttributeAndModes(mode, texture, setByScript);
