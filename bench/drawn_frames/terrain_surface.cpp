@@ -1,19 +1,15 @@
-// Milliseconds a frame for a surface whose heights all change in every frame: as a plain vertex buffer, and through the terrain renderer.
-#include "platform/hyxOSG/example_application.h"
+// A surface whose heights all change in every frame: as a plain vertex buffer, and through the terrain renderer.
+#include "bench/drawn_frames/turns.h"
 #include "platform/hyxOSG/geometry_node.h"
 #include "platform/hyxOSG/terrain_voxel_renderer.h"
 #include "platform/hyxTerrain/terrain.h"
 
-#include <osg/Geometry>
-
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 
 namespace {
 
 constexpr float element = 0.02f;
-constexpr int frames = 4;  ///< in each round
 
 float height_at(int x, int y, int frame) { return 0.3f * std::sin(0.05f * static_cast<float>(x + 3 * frame)) * std::cos(0.04f * static_cast<float>(y)); }
 
@@ -21,7 +17,7 @@ float height_at(int x, int y, int frame) { return 0.3f * std::sin(0.05f * static
 struct PlainSurface {
   int size;
   osg::ref_ptr<osg::Vec3Array> positions, normals;
-  osg::ref_ptr<osg::Geometry> geometry = new osg::Geometry;
+  osg::ref_ptr<osg::Geometry> geometry = bench::make_buffered_geometry();
 
   explicit PlainSurface(int size) : size(size), positions(new osg::Vec3Array(size * size)), normals(new osg::Vec3Array(size * size)) {
     osg::ref_ptr<osg::DrawElementsUInt> const triangles = new osg::DrawElementsUInt(GL_TRIANGLES);
@@ -31,9 +27,6 @@ struct PlainSurface {
         for (unsigned corner : {a, b, d, a, d, c})
           triangles->push_back(corner);
       }
-    geometry->setUseDisplayList(false);
-    geometry->setUseVertexBufferObjects(true);
-    geometry->setDataVariance(osg::Object::DYNAMIC);
     geometry->setVertexArray(positions);
     geometry->setNormalArray(normals, osg::Array::BIND_PER_VERTEX);
     geometry->addPrimitiveSet(triangles);
@@ -80,33 +73,15 @@ private:
 
 }
 
-// Stores three times in `best`, the shortest of all rounds: the plain surface rewritten in each frame, the renderer with new heights in each
-// frame, and the renderer at rest. The soil's own work is left out. The cases take turns, so that a busy machine troubles them alike.
-extern "C" void measure(int size, int rounds, double * best) {
-  hyx::ref_ptr<hyxOSG::ExampleApplication> const application = new hyxOSG::ExampleApplication;
-  application->initViewer(640, 480, true);
-  application->setAutoStepping(false);
+// Three times: the plain surface rewritten in each frame, the renderer with new heights in each frame, and the renderer at rest. The
+// soil's own work is left out.
+extern "C" void terrain_surface(int size, int rounds, double * best) {
   auto const width = static_cast<double>(size) * element;
-  application->setCameraHome(hyx::Vec3(width / 2, -0.6 * width, 0.7 * width), hyx::Vec3(width / 2, width / 2, 0));
+  auto const application = bench::make_application(hyx::Vec3(width / 2, -0.6 * width, 0.7 * width), hyx::Vec3(width / 2, width / 2, 0));
   hyx::ref_ptr<hyxTerrain::Terrain> const terrain = new hyxTerrain::Terrain(size, size, element, 1);
-  hyx::ref_ptr<hyxOSG::TerrainVoxelRenderer> const renderer = new hyxOSG::TerrainVoxelRenderer(terrain.get(), application->getSceneRoot());
+  osg::ref_ptr<osg::Group> const drawn = new osg::Group;
+  hyx::ref_ptr<hyxOSG::TerrainVoxelRenderer> const renderer = new hyxOSG::TerrainVoxelRenderer(terrain.get(), drawn);
   PlainSurface plain(size);
   plain.geometry->setUpdateCallback(new RewriteEachFrame(plain));
-  application->getSceneRoot()->addChild(plain.geometry);
-  std::fill(best, best + 3, HUGE_VAL);
-  for (int round = 0; round < rounds; ++round)
-    for (int i = 0; i < 3; ++i) {
-      plain.geometry->setNodeMask(i == 0 ? ~0u : 0u);
-      renderer->getNode()->setNodeMask(i == 0 ? 0u : ~0u);
-      application->step();  // waits for what the case before has drawn
-      double total = 0;
-      for (int frame = 0; frame < frames; ++frame) {
-        if (i == 1)
-          rewrite(*terrain, size, round * frames + frame);
-        auto const start = std::chrono::steady_clock::now();
-        application->step();
-        total += std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
-      }
-      best[i] = std::min(best[i], total / frames);
-    }
+  bench::take_turns(*application, {{plain.geometry}, {drawn, [&](int frame) { rewrite(*terrain, size, frame); }}, {drawn}}, rounds, best);
 }
