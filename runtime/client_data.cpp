@@ -82,6 +82,9 @@ PyObject *SWIG_Python_NewShadowInstance(SwigPyClientData *data, PyObject *swig_t
     Reference instance = Reference::take(type->tp_new(type, arguments.get(), keywords.get()));
     if (!instance || PyObject_SetAttr(instance.get(), SWIG_This(), swig_this) != 0)
         return nullptr;
+#if PY_VERSION_HEX < 0x030C0000
+    // Later interpreters stop remembering a type's look-ups for good after a thousand of these.
     PyType_Modified(Py_TYPE(instance.get()));
+#endif
     return instance.release();
 }
