@@ -15,11 +15,20 @@ void keepQuiet() {
 /// A handle for a call that was made with `keepQuiet` in front.
 Hdf5Handle property(hid_t kind) { return Hdf5Handle(H5Pcreate(kind), H5Pclose, "HDF5 has no memory left"); }
 
-Hdf5Handle textType() {
+/// Texts of one length, filled up with zeros: those of any length lie in a heap whose damage crashes the library.
+Hdf5Handle textType(size_t length) {
   Hdf5Handle type(H5Tcopy(H5T_C_S1), H5Tclose, "HDF5 has no memory left");
-  H5Tset_size(type, H5T_VARIABLE);
+  H5Tset_size(type, std::max<size_t>(length, 1));
+  H5Tset_strpad(type, H5T_STR_NULLPAD);
   H5Tset_cset(type, H5T_CSET_UTF8);
   return type;
+}
+
+/// The oldest format whose structures have check sums.
+Hdf5Handle fileAccess() {
+  Hdf5Handle access = property(H5P_FILE_ACCESS);
+  H5Pset_libver_bounds(access, H5F_LIBVER_V18, H5F_LIBVER_V18);
+  return access;
 }
 
 void require(bool good, const std::string& failure) {
@@ -36,13 +45,13 @@ Hdf5Handle createHdf5File(const std::string& path) {
   keepQuiet();
   const Hdf5Handle creation = property(H5P_FILE_CREATE);
   H5Pset_link_creation_order(creation, H5P_CRT_ORDER_TRACKED | H5P_CRT_ORDER_INDEXED);
-  return Hdf5Handle(H5Fcreate(path.c_str(), H5F_ACC_TRUNC, creation, H5P_DEFAULT), H5Fclose,
+  return Hdf5Handle(H5Fcreate(path.c_str(), H5F_ACC_TRUNC, creation, fileAccess()), H5Fclose,
                     "the journal '" + path + "' cannot be written: is the folder there, and not write-protected?");
 }
 
 Hdf5Handle openHdf5File(const std::string& path, bool forWriting) {
   keepQuiet();
-  return Hdf5Handle(H5Fopen(path.c_str(), forWriting ? H5F_ACC_RDWR : H5F_ACC_RDONLY, H5P_DEFAULT), H5Fclose,
+  return Hdf5Handle(H5Fopen(path.c_str(), forWriting ? H5F_ACC_RDWR : H5F_ACC_RDONLY, fileAccess()), H5Fclose,
                     "the journal '" + path + "' cannot be read: it is missing, damaged or no journal");
 }
 
@@ -76,27 +85,34 @@ bool hasHdf5Link(hid_t parent, const std::string& name) {
 
 void writeHdf5Texts(hid_t parent, const std::string& name, const std::vector<std::string>& texts) {
   const hsize_t size = texts.size();
-  std::vector<const char*> pointers;
-  for (const std::string& text : texts) pointers.push_back(text.c_str());
-  const Hdf5Handle type = textType();
+  size_t length = 1;
+  for (const std::string& text : texts) length = std::max(length, text.size());
+  std::string padded;
+  for (const std::string& text : texts) padded.append(text).append(length - text.size(), '\0');
+  const Hdf5Handle type = textType(length);
   const Hdf5Handle space(H5Screate_simple(1, &size, nullptr), H5Sclose, "HDF5 has no memory left");
   const Hdf5Handle data(H5Dcreate2(parent, name.c_str(), type, space, H5P_DEFAULT, H5P_DEFAULT, H5P_DEFAULT), H5Dclose,
                         "the journal cannot be written");
   if (!texts.empty())
-    require(H5Dwrite(data, type, H5S_ALL, H5S_ALL, H5P_DEFAULT, pointers.data()) >= 0, "the journal cannot be written");
+    require(H5Dwrite(data, type, H5S_ALL, H5S_ALL, H5P_DEFAULT, padded.data()) >= 0, "the journal cannot be written");
 }
 
 std::vector<std::string> readHdf5Texts(hid_t parent, const std::string& name) {
   const Hdf5Handle data(H5Dopen2(parent, name.c_str(), H5P_DEFAULT), H5Dclose, "the journal has no '" + name + "'");
   const Hdf5Handle space(H5Dget_space(data), H5Sclose, "the journal is damaged");
-  const hssize_t size = H5Sget_simple_extent_npoints(space);
-  std::vector<char*> pointers(size > 0 ? size : 0, nullptr);
+  const Hdf5Handle stored(H5Dget_type(data), H5Tclose, "the journal is damaged");
+  const hssize_t count = H5Sget_simple_extent_npoints(space);
   std::vector<std::string> texts;
-  if (pointers.empty()) return texts;
-  const Hdf5Handle type = textType();
-  require(H5Dread(data, type, H5S_ALL, H5S_ALL, H5P_DEFAULT, pointers.data()) >= 0, "the journal is damaged");
-  for (const char* text : pointers) texts.push_back(text ? text : "");
-  H5Dvlen_reclaim(type, space, H5P_DEFAULT, pointers.data());
+  if (count <= 0) return texts;
+  require(H5Tget_class(stored) == H5T_STRING && H5Tis_variable_str(stored) == 0, "the journal's '" + name + "' has no texts of one length");
+  const size_t length = H5Tget_size(stored);
+  require(length > 0 && size_t(count) <= H5Dget_storage_size(data) / length, "the journal is damaged");
+  std::string padded(count * length, '\0');
+  require(H5Dread(data, textType(length), H5S_ALL, H5S_ALL, H5P_DEFAULT, padded.data()) >= 0, "the journal is damaged");
+  for (hssize_t i = 0; i < count; ++i) {
+    const std::string text = padded.substr(i * length, length);
+    texts.push_back(text.substr(0, text.find('\0')));
+  }
   return texts;
 }
 
@@ -111,6 +127,7 @@ Hdf5Rows Hdf5Rows::create(hid_t parent, const std::string& name, size_t items, s
                            std::max<size_t>(items, 1), components};
   const Hdf5Handle creation = property(H5P_DATASET_CREATE);
   H5Pset_chunk(creation, 3, chunk);
+  H5Pset_fletcher32(creation);
   if (storage.compressed) {
     constexpr unsigned level = 4;
     H5Pset_shuffle(creation);

@@ -15,14 +15,14 @@ using nlohmann::json;
 
 constexpr size_t statesInBlock = 32;
 
-std::string describeBody(const RigidBody& body) {
+json describeBody(const RigidBody& body) {
   json geometries = json::array();
   for (const auto& geometry : body.getGeometries()) {
     const AffineMatrix4x4& local = geometry->getLocalTransform();
     geometries.push_back({{"shape", describeShape(*geometry->getShape())},
                           {"local", std::vector<double>(local.ptr(), local.ptr() + 16)}});
   }
-  return json{{"geometries", geometries}, {"motion", int(body.getMotionControl())}, {"mass", body.getMass()}}.dump();
+  return json{{"geometries", geometries}, {"motion", int(body.getMotionControl())}, {"mass", body.getMass()}};
 }
 
 void add(std::vector<double>& list, const Vec3& v) { list.insert(list.end(), {v.x, v.y, v.z}); }
@@ -55,10 +55,10 @@ JournalPartWriter::JournalPartWriter(hid_t session, const std::string& name, con
                                      const std::vector<std::string>& keys, const ParticleSystems& systems,
                                      Hdf5Storage storage, bool velocities)
     : m_bodies(bodies), m_group(createHdf5Group(session, name)), m_particles(m_group, systems, storage) {
-  std::vector<std::string> shapes;
+  json shapes = json::array();
   for (const auto& body : bodies) shapes.push_back(describeBody(*body));
   writeHdf5Texts(m_group, "bodies", keys);
-  writeHdf5Texts(m_group, "shapes", shapes);
+  writeHdf5Texts(m_group, "shapes", {shapes.dump()});
   m_time = Hdf5Rows::create(m_group, "time", 1, 1, {.compressed = storage.compressed});
   m_position = Hdf5Rows::create(m_group, "position", bodies.size(), 3, storage);
   m_rotation = Hdf5Rows::create(m_group, "rotation", bodies.size(), 4, storage);
@@ -99,13 +99,14 @@ void JournalPartWriter::flush() {
 
 JournalPartReader::JournalPartReader(const Hdf5Handle& group) : m_particles(group) {
   m_keys = readHdf5Texts(group, "bodies");
-  m_shapes = readHdf5Texts(group, "shapes");
+  const std::vector<std::string> shapes = readHdf5Texts(group, "shapes");
+  if (!shapes.empty()) m_shapes = json::parse(shapes.front(), nullptr, false);
   m_time = Hdf5Rows::open(group, "time");
   m_position = Hdf5Rows::open(group, "position");
   m_rotation = Hdf5Rows::open(group, "rotation");
   if (hasHdf5Link(group, "velocity")) m_velocity = Hdf5Rows::open(group, "velocity");
   if (hasHdf5Link(group, "angularVelocity")) m_angularVelocity = Hdf5Rows::open(group, "angularVelocity");
-  const bool fits = m_shapes.size() == m_keys.size() && m_position.numItems() == m_keys.size() &&
+  const bool fits = m_shapes.is_array() && m_shapes.size() == m_keys.size() && m_position.numItems() == m_keys.size() &&
                     m_rotation.numItems() == m_keys.size() && (m_keys.empty() || (m_position.numRows() >= m_time.numRows() &&
                     m_rotation.numRows() >= m_time.numRows())) &&
                     (m_particles.numSystems() == 0 || m_particles.numStates() >= m_time.numRows());
@@ -116,7 +117,7 @@ ref_ptr<RigidBody> JournalPartReader::makeBody(size_t body) const {
   const std::string& key = m_keys.at(body);
   ref_ptr<RigidBody> made = new RigidBody(key[0] == '#' ? Name() : Name(key));
   try {
-    const json description = json::parse(m_shapes.at(body));
+    const json& description = m_shapes.at(body);
     for (const json& geometry : description.at("geometries")) {
       const auto local = geometry.at("local").get<std::vector<double>>();
       if (local.size() != 16) throw std::invalid_argument("a transform has 16 numbers");

@@ -5,6 +5,8 @@
 #include "reference/journal/hdf5_file.h"
 #include "reference/journal/particle_rows.h"
 
+#include <nlohmann/json.hpp>
+
 #include <map>
 #include <string>
 #include <vector>
@@ -65,7 +67,7 @@ private:
   explicit JournalPartReader(const Hdf5Handle& group);
 
   std::vector<std::string> m_keys;
-  std::vector<std::string> m_shapes;
+  nlohmann::json m_shapes;  ///< a description for each body
   ParticleReader m_particles;
   Hdf5Rows m_time, m_position, m_rotation, m_velocity, m_angularVelocity;
 };

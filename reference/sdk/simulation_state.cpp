@@ -8,10 +8,12 @@
 #include <algorithm>
 #include <cerrno>
 #include <cmath>
+#include <cstdint>
 #include <cstring>
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
+#include <string_view>
 
 namespace hyxSDK {
 
@@ -88,6 +90,14 @@ private:
   std::size_t m_place = 0;
 };
 
+/// Fowler-Noll-Vo: finds damage, not intent.
+std::uint64_t checkSum(std::string_view bytes) {
+  std::uint64_t sum = 0xcbf29ce484222325;
+  for (char const byte : bytes)
+    sum = (sum ^ static_cast<unsigned char>(byte)) * 0x100000001b3;
+  return sum;
+}
+
 bool isSound(BodyState const & state) {
   auto const * numbers = reinterpret_cast<double const *>(&state);
   for (std::size_t i = 0; i < sizeof state / sizeof(double); ++i)
@@ -157,7 +167,8 @@ void Simulation::restoreState(std::string const & state) {
 }
 
 void Simulation::save(hyx::String const & fileName) const {
-  std::string const bytes = saveState();
+  std::string bytes = saveState();
+  write(bytes, checkSum(bytes));
   std::ofstream file(fileName, std::ios::binary);
   if (!file.write(bytes.data(), static_cast<std::streamsize>(bytes.size())).flush())
     throw std::runtime_error("cannot write the state to '" + fileName + "': " + std::strerror(errno));
@@ -168,7 +179,14 @@ void Simulation::restore(hyx::String const & fileName) {
   std::stringstream content;
   if (!file || !(content << file.rdbuf()))
     throw std::runtime_error("cannot read the state in '" + fileName + "': " + std::strerror(errno));
-  restoreState(content.str());
+  std::string state = content.str();
+  std::size_t const size = state.size() - std::min(state.size(), sizeof(std::uint64_t));
+  std::string sum;
+  write(sum, checkSum(std::string_view(state).substr(0, size)));
+  if (state.compare(size, std::string::npos, sum) != 0)
+    throw std::runtime_error("the file '" + fileName + "' is damaged, or no saved state");
+  state.resize(size);
+  restoreState(state);
 }
 
 }

@@ -185,7 +185,7 @@ with h5py.File(sys.argv[1]) as file:
     names = [name.decode() for name in part["bodies"]]
     print(json.dumps({
         "names": names,
-        "shapes": {name: json.loads(text) for name, text in zip(names, part["shapes"])},
+        "shapes": dict(zip(names, json.loads(part["shapes"][0]))),
         "times": len(part["time"]),
         "heights": part["position"][:, names.index("box"), 2].tolist(),
         "columns": [name.decode() for name in part["particleColumns"]],
@@ -270,6 +270,32 @@ def test_what_cannot_be_written_or_read_is_an_exception(app, tmp_path):
     with pytest.raises(RuntimeError):
         app.journalPlayback()
     assert body.getPosition().z == 3
+
+
+def test_damage_anywhere_in_a_journal_is_found(falling, path, tmp_path):
+    falling.initRecordJournal()
+    for _ in range(64):
+        falling.step()
+    falling.setEnableJournalRecord(False)
+    whole, damaged = open(path, "rb").read(), tmp_path / "damaged.h5"
+    falling.setJournalRecordPath(str(damaged))
+    found = 0
+    for place in range(0, len(whole), len(whole) // 80):
+        damaged.write_bytes(whole[:place] + bytes([whole[place] ^ 0x55]) + whole[place + 1:])
+        try:
+            falling.journalPlayback()
+            for _ in range(64):
+                falling.step()
+        except RuntimeError as error:
+            assert "journal" in str(error)
+            found += 1
+        falling.getJournal().close()
+        falling.setAutoStepping(True)
+    assert found > 40  # elsewhere nothing is stored
+    for size in range(0, len(whole) - 1, len(whole) // 20):
+        damaged.write_bytes(whole[:size])
+        with pytest.raises(RuntimeError, match="journal"):
+            falling.journalPlayback()
 
 
 CRASH = """

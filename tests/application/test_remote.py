@@ -113,6 +113,24 @@ def test_the_page_moves_the_camera(served, page):
     assert follow(served, page, {"do": "home"}, lambda: abs(served.getViewDirection().x - before.x) < 1e-6)
 
 
+@pytest.mark.parametrize("message", [
+    {"do": 5}, {"do": "key"}, {"do": "key", "key": "e"}, {"do": "key", "key": 1e300}, {"do": "timeStep"}, {"do": "timeStep", "value": "1"},
+    {"do": "press", "button": "left"}, {"do": "move", "x": [1]}, {}])
+def test_wrong_messages_are_answered_and_change_nothing(served, page, message):
+    page.send(**message)
+    assert page.receive(lambda answer: "error" in answer)["error"]
+    assert served.getAutoStepping() and served.getTimeStep() == pytest.approx(1 / 60)
+
+
+def test_places_far_outside_leave_the_camera_sound(served, page):
+    for place in (1e300, -1e300, 1e30):
+        for message in ({"do": "press", "x": place, "y": place}, {"do": "move", "x": -place, "y": 3}, {"do": "release", "x": 0, "y": 0}):
+            page.send(**message)
+    for _ in range(50):
+        served.step()
+    assert served.getViewDirection().length() == pytest.approx(1)
+
+
 def test_keys_of_the_page_reach_the_application(served, page):
     served.step()
     page.send(do="key", key=ord("e"), down=True)

@@ -171,13 +171,21 @@ def test_the_state_of_a_simulation_is_restored(app, tmp_path):
     assert app.restoreFromFile(path)
     assert body.getPosition().z == 3 and app.getTimeStamp() == 0
     assert not app.restoreFromFile(str(tmp_path / "missing"))
-    damaged = tmp_path / "damaged"
-    damaged.write_bytes((tmp_path / "state").read_bytes()[:20])
+
+
+def test_a_damaged_state_is_refused_and_changes_nothing(app, tmp_path):
+    body, path = add_box(app, "box", (1, 2, 3)), tmp_path / "state"
+    app.getSimulation().save(str(path))
+    saved = path.read_bytes()
     app.step()
-    before = body.getPosition().z
-    with pytest.raises(RuntimeError):
-        app.restoreFromFile(str(damaged))
-    assert body.getPosition().z == before
+    before = tuple(body.getPosition()), app.getTimeStamp()
+    damaged = [saved[:20], saved[:-1], b"", b"x" * 400]
+    damaged += [saved[:place] + bytes([saved[place] ^ 1]) + saved[place + 1:] for place in range(0, len(saved), 7)]
+    for data in damaged:
+        path.write_bytes(data)
+        with pytest.raises(RuntimeError, match="damaged|no saved state"):
+            app.restoreFromFile(str(path))
+        assert (tuple(body.getPosition()), app.getTimeStamp()) == before
 
 
 def test_clearing_empties_simulation_and_groups(scenes):

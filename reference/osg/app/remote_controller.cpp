@@ -12,6 +12,7 @@
 #include <osgGA/CameraManipulator>
 #include <osgViewer/GraphicsWindow>
 
+#include <algorithm>
 #include <chrono>
 #include <sstream>
 #include <stdexcept>
@@ -19,6 +20,16 @@
 namespace hyxOSG {
 
 using nlohmann::json;
+
+namespace {
+
+int keyOf(const json& message) {
+  const json& key = message.at("key");
+  if (!key.is_number_integer()) throw std::invalid_argument("'key' must be a whole number");
+  return key.get<int>();
+}
+
+}  // namespace
 
 struct ExampleApplicationController::State {
   ExampleApplication* application;
@@ -143,7 +154,9 @@ void ExampleApplicationController::State::input(const json& message) {
   if (!window) return;
   osgGA::EventQueue* queue = window->getEventQueue();
   const std::string what = message.value("do", "");
-  const float x = message.value("x", 0.0f), y = message.value("y", 0.0f);
+  constexpr double farthest = 32767;  // pixels; beyond it the camera's arithmetic fails
+  const auto pixels = [&](const char* name) { return float(std::clamp(message.value(name, 0.0), -farthest, farthest)); };
+  const float x = pixels("x"), y = pixels("y");
   const unsigned int button = message.value("button", 1u);
   if (what == "press")
     queue->mouseButtonPress(x, y, button);
@@ -154,9 +167,9 @@ void ExampleApplicationController::State::input(const json& message) {
   else if (what == "wheel")
     queue->mouseScroll(message.value("up", true) ? osgGA::GUIEventAdapter::SCROLL_UP : osgGA::GUIEventAdapter::SCROLL_DOWN);
   else if (what == "key" && message.value("down", true))
-    queue->keyPress(message.at("key").get<int>());
+    queue->keyPress(keyOf(message));
   else if (what == "key")
-    queue->keyRelease(message.at("key").get<int>());
+    queue->keyRelease(keyOf(message));
   else
     throw std::invalid_argument("the remote control does not know '" + what + "'");
 }
