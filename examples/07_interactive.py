@@ -22,9 +22,9 @@ PUSHES = {ord("w"): (0, 1, 0), ord("s"): (0, -1, 0), ord("a"): (-1, 0, 0), ord("
 RECORDED = [  # seconds, what, and its values
     [0.3, "keyPress", [ord("w")]], [1.4, "keyRelease", [ord("w")]],
     [1.5, "keyPress", [ord("d")]], [2.2, "keyRelease", [ord("d")]],
-    [2.5, "keyPress", [CONTROL_LEFT]], [2.6, "mouseMotion", [226, 200]], [2.7, "mouseButtonPress", [226, 200, LEFT_BUTTON]],
-    *[[2.7 + 0.05 * step, "mouseMotion", [226, 200 - 4 * step]] for step in range(1, 21)],
-    [4.2, "mouseButtonRelease", [226, 120, LEFT_BUTTON]], [4.3, "keyRelease", [CONTROL_LEFT]],
+    [2.5, "keyPress", [CONTROL_LEFT]], [2.6, "mouseMotion", [276, 108]], [2.7, "mouseButtonPress", [276, 108, LEFT_BUTTON]],
+    *[[2.7 + 0.05 * step, "mouseMotion", [276 - 6 * step, 108 - 2 * step]] for step in range(1, 21)],
+    [4.2, "mouseButtonRelease", [156, 68, LEFT_BUTTON]], [4.3, "keyRelease", [CONTROL_LEFT]],
 ]
 
 
@@ -114,8 +114,10 @@ def main():
     root = app.getSceneRoot()
     add_box(sim, root, (8, 8, 0.5), (0, 0, -0.5), (0.6, 0.6, 0.57), static=True)
     cart = add_box(sim, root, (0.5, 0.7, 0.25), (0, -2, 0.3), (0.85, 0.35, 0.2))
-    for number in range(12):
-        add_box(sim, root, (0.3, 0.3, 0.3), (number % 3 - 1, 1.2, 0.35 + 0.62 * (number // 3)), (0.25, 0.5, 0.65))
+    for number in range(12):  # three towers
+        box = add_box(sim, root, (0.3, 0.3, 0.3), (number % 3 - 1, 1.2, 0.35 + 0.62 * (number // 3)), (0.25, 0.5, 0.65))
+        if number == 9:
+            left_top = box
     app.getSceneDecorator().setEnableShadows(True)
     app.setCameraHome(hyx.Vec3(0, -9, 5), hyx.Vec3(0, 0, 0.5))
     recorder = Recorder(app) if options.record else None
@@ -133,7 +135,7 @@ def main():
         app.stopAfter(options.seconds)
         with video:
             app.run()
-        print(f"{video.getImageNum()} frames; the cart went to {cart.getPosition()}")
+        print(f"{video.getImageNum()} frames; the cart went to {cart.getPosition()}, a dragged box to {left_top.getPosition()}")
     if recorder:
         options.record.write_text(json.dumps(recorder.events))
 
