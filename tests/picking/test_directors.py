@@ -180,6 +180,43 @@ def test_joining_and_leaving_are_told(playground):
     assert [call[0] for call in listener.calls] == ["addNotification", "removeNotification"]
 
 
+def test_an_assembly_tells_its_listener_where_it_is():
+    assembly, simulation = hyxSDK.Assembly(), hyxSDK.Simulation()
+    listener = overriding("setContext", "rebind", "addNotification", "removeNotification")()
+    assembly.add(listener)
+    assert listener.calls == [("setContext", (assembly,))]
+    assembly.rebind()
+    simulation.add(assembly)
+    simulation.remove(assembly)
+    assembly.remove(listener)
+    assert [call[0] for call in listener.calls[1:]] == ["rebind", "addNotification", "removeNotification", "setContext"]
+    assert listener.calls[-1] == ("setContext", (None,))
+
+
+def test_an_error_in_a_frame_reaches_whoever_made_it_and_the_next_frame_goes_on(playground):
+    errors = [KeyError("the camera moved"), None]
+
+    class Failing(hyxOSG.GuiEventListener):
+        def setInverseTransform(self, matrix):
+            if error := errors.pop(0):
+                raise error
+
+        def mouseMoved(self, x, y):
+            return None
+
+    playground.listen(Failing(31))
+    playground.app.setCameraHome(hyx.Vec3(0, -10, 1), hyx.Vec3(0, 0, 0))
+    with pytest.raises(KeyError, match="the camera moved"):
+        playground.frame(3)
+    playground.app.setCameraHome(hyx.Vec3(0, -10, 2), hyx.Vec3(0, 0, 0))
+    playground.frame(3)
+    assert errors == []
+    playground.events.mouseMotion(10, 10)
+    with pytest.raises(TypeError, match="has wrong output value type"):
+        playground.frame()
+    playground.frame()
+
+
 def test_application_listener_is_told_of_frames(playground, capfd):
     class Frames(hyxOSG.ExampleApplicationListener):
         def __init__(self):
