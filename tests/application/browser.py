@@ -1,6 +1,8 @@
 """A headless browser, steered over its debugging port."""
 import base64
 import json
+import os
+import signal
 import subprocess
 import time
 import urllib.request
@@ -18,7 +20,7 @@ class Browser:
     def __init__(self, serve, folder, width=900, height=640):
         self.serve = serve
         self.process = subprocess.Popen([*COMMAND, f"--user-data-dir={folder}", f"--window-size={width},{height}", "about:blank"],
-                                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+                                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, start_new_session=True)
         try:
             self.page = self.connect(folder / "DevToolsActivePort")
         except BaseException:
@@ -83,5 +85,6 @@ class Browser:
         path.write_bytes(base64.b64decode(self.call("Page.captureScreenshot")["data"]))
 
     def close(self):
-        self.process.kill()
+        # The command is a script around the browser: both end with their group.
+        os.killpg(self.process.pid, signal.SIGKILL)
         self.process.wait(10)
