@@ -172,17 +172,6 @@ def test_no_match_lists_the_prototypes():
         "    hyxOSG::Text::Text(hyx::String const &)\n")
 
 
-def test_references_are_counted():
-    text = Text("H")
-    assert text.referenceCount() == 1
-    hyxOSG.Text_reference(text)
-    assert text.referenceCount() == 2
-    hyxOSG.Text_unreference(text)
-    assert text.referenceCount() == 1
-    hyxOSG.Text_reference(None)
-    hyxOSG.Text_unreference(None)
-
-
 def test_a_text_in_the_scene_outlives_its_proxy(stage, show):
     show("")
     text = Text("H", hyx.Vec3(), hyx.Vec4(1, 0, 1, 1))

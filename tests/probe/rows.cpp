@@ -16,6 +16,10 @@ namespace {
 hyxOSG::Panel *makePanel(osg::Group *hud, void const *key) { return new hyxOSG::Panel(hud, key); }
 void deletePanel(hyxOSG::Panel *panel) { delete panel; }
 
+// The same object without a claim on it: what is seen of it once its owner is gone.
+hyx::Referenced *borrow(hyx::Referenced *object) { return object; }
+osg::Node *borrowNode(osg::Node *node) { return node; }
+
 // Leaves a body with the name of the scene, and the group of that name.
 osg::Group *build(hyxSDK::Simulation *simulation, hyxOSG::ExampleApplication *application, char const *name)
 {
@@ -51,6 +55,8 @@ hyxOSG::BuildScenePtr nativeScene(std::string const &name)
 constexpr Declared functions[] = {
     FUNCTION(makePanel, FREE(makePanel, (osg::Group *, void const *))),
     FUNCTION(deletePanel, FREE(deletePanel, (hyxOSG::Panel *))),
+    FUNCTION(borrow, FREE(borrow, (hyx::Referenced *))),
+    FUNCTION(borrowNode, FREE(borrowNode, (osg::Node *))),
     FUNCTION(nativeScene, FREE(nativeScene, (std::string const &))),
 };
 
