@@ -3,10 +3,10 @@ import pathlib
 import tempfile
 
 import hyx
-import hyxOSG
-import hyxSDK
 import osgDB
 import pytest
+
+from off_screen import OffScreen
 
 SIZE = 128
 
@@ -43,23 +43,11 @@ class Picture:
         return sum(1 for a, b in zip(self.pixels(), other.pixels()) if max(abs(p - q) for p, q in zip(a, b)) > 24)
 
 
-class Studio:
+class Studio(OffScreen):
     def __init__(self):
-        self.app = hyxOSG.ExampleApplication()
-        self.app.init(None)
-        self.simulation = hyxSDK.Simulation()
-        self.app.initSimulation(self.simulation)
-        self.app.initViewer(SIZE, SIZE)
-        self.app.initScene()
-        decorator = self.app.getSceneDecorator()
-        decorator.setBackgroundColor(hyx.Vec3(0, 0, 0))
-        decorator.setEnableLogo(False)
-        self.root = self.app.getSceneRoot()
+        super().__init__(SIZE, SIZE)
         self.folder = pathlib.Path(tempfile.mkdtemp())
         self.look_from(hyx.Vec3(0, -4, 0))
-
-    def look_from(self, eye, center=None):
-        self.app.setCameraHome(eye, center or hyx.Vec3(), hyx.Vec3(0, 0, 1))
 
     def picture(self):
         file = self.folder / "picture.png"

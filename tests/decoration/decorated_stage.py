@@ -10,7 +10,8 @@ from PIL import Image
 import hyx
 import hyxCollide
 import hyxOSG
-import hyxSDK
+
+from off_screen import OffScreen
 
 WIDTH, HEIGHT = 320, 240
 CASTS, RECEIVES = 64, 128
@@ -23,17 +24,12 @@ def static_box(half_extents, position):
     return body
 
 
-class Stage:
+class Stage(OffScreen):
     """The application with its decorator, and pictures of it as arrays (row 0 is the upper edge)."""
 
     def __init__(self, folder):
+        super().__init__(WIDTH, HEIGHT)
         self.file = str(folder / "picture.png")
-        self.app = hyxOSG.ExampleApplication()
-        self.app.init(None)
-        self.simulation = hyxSDK.Simulation()
-        self.app.initSimulation(self.simulation)
-        self.app.initViewer(WIDTH, HEIGHT, True)
-        self.decorator = self.app.getSceneDecorator()
         self.bodies = {"ground": static_box((6, 6, 0.1), (0, 0, -0.1)), "box": static_box((0.5, 0.5, 0.5), (0, 0, 1.2))}
         self.visuals = {}
         for name, body in self.bodies.items():
@@ -43,7 +39,7 @@ class Stage:
         hyxOSG.setAmbientColor(self.visuals["ground"], hyx.Vec4f(0.6, 0.6, 0.6, 1))
         hyxOSG.setDiffuseColor(self.visuals["box"], hyx.Vec4f(0.8, 0.2, 0.2, 1))
         hyxOSG.setAmbientColor(self.visuals["box"], hyx.Vec4f(0.8, 0.2, 0.2, 1))
-        self.app.setCameraHome(hyx.Vec3(0, -7, 5), hyx.Vec3(0, 0, 0.4))
+        self.look_from(hyx.Vec3(0, -7, 5), hyx.Vec3(0, 0, 0.4))
 
     def reset(self):
         """The plain look that every test starts from."""

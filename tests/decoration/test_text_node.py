@@ -2,14 +2,13 @@
 import gc
 import math
 
-import numpy
 import pytest
 
 import _hyxOSG
 import hyx
 import hyxOSG
 from hyxOSG import Text
-from decorated_stage import changed, decorator, frame, near, stage
+from decorated_stage import changed, frame, near, stage
 
 MAGENTA = (1, 0, 1)
 

@@ -12,7 +12,6 @@ import hyxCollide
 import hyxModel
 import hyxOSG
 import hyxRender
-import hyxSDK
 import hyxSensor
 import hyxTerrain
 import hyxUtil

@@ -1,8 +1,8 @@
 """A small off-screen stage for the tests of renderers, and pictures of it that can be asked for colours."""
 
 import hyx
-import hyxOSG
-import hyxSDK
+
+from off_screen import OffScreen
 
 WIDTH, HEIGHT = 200, 150
 
@@ -33,20 +33,13 @@ class Picture:
         return sum(a != b for a, b in zip(self.pixels, other.pixels))
 
 
-class Stage:
-    """An application with a black background and a simulation, looked at from `eye` towards `center`."""
+class Stage(OffScreen):
+    """Looked at from `eye` towards `center`."""
 
     def __init__(self, folder, eye=(0, -8, 3), center=(0, 0, 0)):
+        super().__init__(WIDTH, HEIGHT)
         self.folder = folder
-        self.app = hyxOSG.ExampleApplication()
-        self.app.init(None)
-        self.simulation = hyxSDK.Simulation()
-        self.app.initSimulation(self.simulation)
-        self.app.initViewer(WIDTH, HEIGHT, True)
-        self.app.getSceneDecorator().setEnableLogo(False)
-        self.app.getSceneDecorator().setBackgroundColor(hyx.Vec3(0, 0, 0))
-        self.app.setCameraHome(hyx.Vec3(*eye), hyx.Vec3(*center), hyx.Vec3(0, 0, 1))
-        self.root = self.app.getSceneRoot()
+        self.look_from(hyx.Vec3(*eye), hyx.Vec3(*center))
         self.shots = 0
 
     def step(self, count=1):
