@@ -11,6 +11,7 @@ import hyxOSG
 import hyxSDK
 from overrides import VIRTUAL, native
 from playground import playground
+from subprocesses import run_python
 
 STEP_LISTENERS = [hyxSDK.EventListener, hyxOSG.GuiEventListener]
 
@@ -101,6 +102,73 @@ def test_an_assembly_keeps_a_listener_in_a_simulation_and_beside_it(base):
     assembly.add(listener)
     del listener, assembly
     assert seen() is None
+
+
+@pytest.mark.parametrize("base", STEP_LISTENERS)
+def test_a_listener_in_a_cycle_of_its_own_waits_for_the_collector(base):
+    listener, seen = make(base)
+    simulation = hyxSDK.Simulation()
+    listener.itself = listener
+    simulation.add(listener)
+    del listener
+    gc.collect()
+    assert seen() is not None
+    simulation.remove(seen())
+    assert seen() is not None
+    gc.collect()
+    assert seen() is None
+
+
+def test_a_listener_may_be_saved_by_its_finalizer():
+    simulation, told = hyxSDK.Simulation(), []
+
+    class Stubborn(hyxOSG.GuiEventListener):
+        def __del__(self):
+            told.append("finalized")
+            simulation.add(self)
+
+        def addNotification(self):
+            told.append("added")
+
+    Stubborn()
+    assert told == ["finalized", "added"] and len(simulation.getEventListeners()) == 1
+    simulation.cleanup()
+    assert told == ["finalized", "added"] and simulation.getEventListeners() == [], "Python finalizes an object once"
+
+
+AT_THE_END = """
+import hyxOSG, hyxSDK
+
+class Listener(hyxOSG.GuiEventListener):
+    def removeNotification(self):
+        print("removed")
+
+class Frames(hyxOSG.ExampleApplicationListener):
+    def postFrame(self, app):
+        self.frames = getattr(self, "frames", 0) + 1
+
+app = hyxOSG.ExampleApplication()
+app.init(None)
+simulation, other, assembly = hyxSDK.Simulation(), hyxSDK.Simulation(), hyxSDK.Assembly()
+app.initSimulation(simulation)
+app.initViewer(32, 32, True)
+frames = Frames()
+app.addListener(frames)
+app.addListener(Frames())
+simulation.add(Listener())
+other.add(Listener())
+assembly.add(Listener())
+kept = Listener()
+simulation.add(kept)
+disowned = Listener()
+hyxOSG._hyxOSG.disown_GuiEventListener(disowned)
+app.step()
+"""
+
+
+def test_the_end_of_the_program_is_silent():
+    done = run_python(AT_THE_END)
+    assert (done.returncode, done.stdout.replace("removed\n", ""), done.stderr) == (0, "", "")
 
 
 def test_an_application_keeps_its_listeners(playground):
