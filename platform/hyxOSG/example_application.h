@@ -535,8 +535,8 @@ public:
   osg::Group* executePythonScript(const hyx::String& file, const hyx::String& function, bool& ok);
   /// The script given by options, or the last one that a scene was built from.
   std::string getScriptFile() const;
-  /// Prints the errors that scripts' callbacks left since the last call; with `pause` stops automatic stepping when
-  /// there were any.
+  /// With `pause`, stops automatic stepping when scripts' callbacks left errors since the last call. They were printed
+  /// when they came. The loop calls this without `pause` after each frame.
   void handleReactiveScriptErrors(bool pause = true);
 
   /// Whether another process steps the simulation.
