@@ -47,13 +47,17 @@ PyObject *swig_varlink_getattr(PyObject *link, char *name) noexcept
     return value;
 }
 
+// From 3.13 on only a negative result is a failed deletion.
+constexpr int failure = PY_VERSION_HEX < 0x030D0000 ? 1 : -1;
+
 int swig_varlink_setattr(PyObject *link, char *name, PyObject *value) noexcept
 {
     swig_globalvar *variable = find_variable(link, name);
     int const status = variable ? variable->set_attr(value) : 1;
-    if (status == 1)
-        raise_unknown(name);
-    return status;
+    if (status != 1)
+        return status;
+    raise_unknown(name);
+    return failure;
 }
 
 PyObject *swig_varlink_repr(PyObject *) noexcept { return PyUnicode_InternFromString("<Swig global variables>"); }
