@@ -35,6 +35,8 @@ def dumbbell():
 
 
 def plane(stage):
+    """Its corners are far away, so a near light would leave it dark."""
+    stage.light.setPosition(hyx.Vec4(-0.4, -0.6, 1, 0))
     stage.shape(hyxCollide.Plane(hyx.Vec3(0, 0, 1), hyx.Vec3(0, 0, -0.5)), turn=hyx.Quat())
 
 

@@ -42,7 +42,7 @@ SHAPES = {
     "cylinder": lambda t, all: abs(width_at(t.shown, 0.3) - width_at(t.shown, 0.7)) <= 6 and length_to_width(t.shown) > 1.1,
     "capsule": lambda t, all: length_to_width(t.shown) > 1.2 and t.flat_shades() == 0,
     "cone": lambda t, all: width_at(t.shown, 0.2) < 0.4 * width_at(t.shown, 0.8),
-    "plane": lambda t, all: t.shown[70:].all() and not t.shown[:50].any(),
+    "plane": lambda t, all: t.shown[70:].all() and not t.shown[:50].any() and t.light[100, 80] > 100,
     "mesh": lambda t, all: 0.4 < fullness(t.shown) < 0.6 and t.flat_shades() >= 1,
     "height field": lambda t, all: turns(numpy.diff(t.light[t.shown[:, 80], 80]) > 0) >= 4,
     "compound": lambda t, all: max(width_at(t.shown.T, part) for part in (0.4, 0.5)) < 0.6 * width_at(t.shown.T, 0.2),

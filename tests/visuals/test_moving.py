@@ -79,6 +79,19 @@ def test_particles_and_bodies_hide_each_other_at_their_surfaces(studio, renderin
     assert studio.picture().count(lambda r, g, b: r > 20 and g > 12) > 1.5 * cap > 0
 
 
+def test_small_and_large_particles_look_alike_in_every_mode(studio):
+    """Whatever form suits their size."""
+    system = grains((0.3, 0, 0.1))
+    for distance in (1.2, 4.0, 40.0):
+        studio.look_from(hyx.Vec3(0, -distance, 0))
+        sizes = []
+        for rendering in (DRAWABLE.SPRITES, DRAWABLE.QUAD_SPRITES, DRAWABLE.TRIANGLES):
+            geode = hyxOSG.createVisual(system, studio.root, rendering, DRAWABLE.SIMPLE_SPRITES)
+            sizes.append(studio.picture().lit())
+            studio.root.removeChild(geode)
+        assert min(sizes) > 10 and max(sizes) - min(sizes) < 0.06 * max(sizes) + 6, (distance, sizes)
+
+
 def test_the_drawable_follows_its_system_and_can_be_switched_off(studio):
     system = grains((0, 0, 0))
     hyxOSG.createVisual(system, studio.root)

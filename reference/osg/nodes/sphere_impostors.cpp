@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace hyxOSG {
 namespace {
@@ -22,6 +23,7 @@ namespace {
 constexpr unsigned int placeAttribute = 6, colorAttribute = 7, rotationAttribute = 8;
 // Pixels. A larger point vanishes visibly when its centre leaves the picture; drivers draw none that are larger still.
 constexpr float largestPoint = 32, largestPossiblePoint = 255;
+constexpr float largestCoarseMesh = 16;
 
 char const * const vertexSource = R"(#version 120
 attribute vec4 place;
@@ -169,6 +171,13 @@ osg::ref_ptr<osg::Geometry> quadForm() {
     return quad;
 }
 
+osg::ref_ptr<osg::Geometry> ballForm(unsigned int segments) {
+    osg::ref_ptr<osg::Geometry> const ball = unitSphereMesh(segments);
+    ball->setNormalArray(nullptr);
+    ball->setTexCoordArray(0, nullptr);
+    return ball;
+}
+
 void setUniform(osg::State & state, char const * name, auto value) {
     auto const * const program = state.getLastAppliedProgramObject();
     GLint const place = program->getUniformLocation(osg::Uniform::getNameID(name));
@@ -195,10 +204,8 @@ SphereImpostors::SphereImpostors() {
     m_points->addPrimitiveSet(new osg::DrawArrays(GL_POINTS, 0, 0));
     useVertexBuffers(*m_points);
     m_quads = instanced(quadForm());
-    osg::ref_ptr<osg::Geometry> const ball = unitSphereMesh(12);
-    ball->setNormalArray(nullptr);
-    ball->setTexCoordArray(0, nullptr);
-    m_meshes = instanced(ball);
+    m_meshes = instanced(ballForm(12));
+    m_coarseMeshes = instanced(ballForm(6));
 }
 
 osg::ref_ptr<osg::Geometry> SphereImpostors::instanced(osg::Geometry * form) const {
@@ -256,20 +263,17 @@ void SphereImpostors::end() {
                                      static_cast<osg::Array *>(m_rotations)})
         array->dirty();
     static_cast<osg::DrawArrays *>(m_points->getPrimitiveSet(0))->setCount(static_cast<GLsizei>(size()));
-    for (osg::Geometry * const form : {m_quads.get(), m_meshes.get()})
+    for (osg::Geometry * const form : {m_quads.get(), m_meshes.get(), m_coarseMeshes.get()})
         form->getPrimitiveSet(0)->setNumInstances(static_cast<int>(size()));
 }
 
-SphereImpostors::RenderingMode SphereImpostors::formFor(osg::State const & state, float viewportHeight,
-                                                        RenderingMode mode) const {
+float SphereImpostors::largestInPixels(osg::State const & state, float viewportHeight) const {
     osg::BoundingSphere const around(m_bounds);
-    double const nearest = -(osg::Vec3d(around.center()) * state.getModelViewMatrix()).z() - around.radius();
+    auto const nearest = -(osg::Vec3f(around.center()) * state.getModelViewMatrix()).z() - around.radius();
     bool const perspective = state.getProjectionMatrix()(2, 3) != 0;
-    if (mode == ParticleSystemDrawable::TRIANGLES || (perspective && nearest <= 0))
-        return mode;
-    double const size = m_largest * state.getProjectionMatrix()(1, 1) * viewportHeight / (perspective ? nearest : 1);
-    double const limit = mode == ParticleSystemDrawable::SPRITES ? largestPossiblePoint : largestPoint;
-    return size < limit ? ParticleSystemDrawable::SPRITES : ParticleSystemDrawable::QUAD_SPRITES;
+    if (perspective && nearest <= 0)
+        return std::numeric_limits<float>::infinity();
+    return m_largest * static_cast<float>(state.getProjectionMatrix()(1, 1)) * viewportHeight / (perspective ? nearest : 1);
 }
 
 void SphereImpostors::draw(osg::RenderInfo & renderInfo, RenderingMode mode) const {
@@ -278,10 +282,12 @@ void SphereImpostors::draw(osg::RenderInfo & renderInfo, RenderingMode mode) con
     if (!viewport || !state->getLastAppliedProgramObject() || size() == 0)
         return;
     auto const height = static_cast<float>(viewport->height());
-    RenderingMode const form = formFor(*state, height, mode);
+    float const size = largestInPixels(*state, height);
+    bool const meshes = mode == ParticleSystemDrawable::TRIANGLES;
+    bool const points = !meshes && size < (mode == ParticleSystemDrawable::SPRITES ? largestPossiblePoint : largestPoint);
     setUniform(*state, "viewportHeight", height);
-    setUniform(*state, "form", static_cast<int>(form));
-    if (form == ParticleSystemDrawable::SPRITES) {
+    setUniform(*state, "form", meshes ? 2 : points ? 0 : 1);
+    if (points) {
         m_points->drawImplementation(renderInfo);
         return;
     }
@@ -291,12 +297,12 @@ void SphereImpostors::draw(osg::RenderInfo & renderInfo, RenderingMode mode) con
             extensions->glVertexAttribDivisor(attribute, instances);
     };
     advancePerInstance(1);
-    (form == ParticleSystemDrawable::TRIANGLES ? m_meshes : m_quads)->drawImplementation(renderInfo);
+    (!meshes ? m_quads : size < largestCoarseMesh ? m_coarseMeshes : m_meshes)->drawImplementation(renderInfo);
     advancePerInstance(0);
 }
 
 void SphereImpostors::releaseGLObjects(osg::State * state) const {
-    for (osg::Geometry const * const form : {m_points.get(), m_quads.get(), m_meshes.get()})
+    for (osg::Geometry const * const form : {m_points.get(), m_quads.get(), m_meshes.get(), m_coarseMeshes.get()})
         form->releaseGLObjects(state);
 }
 

@@ -32,13 +32,14 @@ public:
     osg::BoundingBox const & bounds() const { return m_bounds; }
 
     /// Draws into the current context. Quads that are small in the picture are drawn as points, which looks the same and
-    /// is cheaper; points that are too large for the graphics driver as quads.
+    /// is cheaper; points that are too large for the graphics driver as quads. Meshes that are small have fewer triangles.
     void draw(osg::RenderInfo & renderInfo, RenderingMode mode) const;
     void releaseGLObjects(osg::State * state) const;
 
 private:
     osg::ref_ptr<osg::Geometry> instanced(osg::Geometry * form) const;
-    RenderingMode formFor(osg::State const & state, float viewportHeight, RenderingMode mode) const;
+    /// Infinite where the nearest may touch the camera.
+    float largestInPixels(osg::State const & state, float viewportHeight) const;
 
     osg::ref_ptr<osg::Vec4Array> m_places = new osg::Vec4Array; ///< centre and radius
     osg::ref_ptr<osg::Vec4ubArray> m_colors = new osg::Vec4ubArray;
@@ -46,7 +47,7 @@ private:
     osg::BoundingBox m_bounds;
     float m_largest = 0; ///< radius
     osg::ref_ptr<osg::StateSet> m_state = new osg::StateSet;
-    osg::ref_ptr<osg::Geometry> m_points, m_quads, m_meshes;
+    osg::ref_ptr<osg::Geometry> m_points, m_quads, m_meshes, m_coarseMeshes;
 };
 
 }
