@@ -29,7 +29,7 @@ RECORDED = [  # seconds, what, and its values
 
 
 class Steering(hyxOSG.GuiEventListener):
-    """Pushes a body as long as a key is down, and says where it is."""
+    """Knows which keys are down, and says where the body is."""
 
     def __init__(self, body, decorator):
         super().__init__()
@@ -42,11 +42,20 @@ class Steering(hyxOSG.GuiEventListener):
         return True  # used up: the application's own keys do not act
 
     def update(self, x, y):
-        force = 9 * self.body.getMass()  # newtons, enough to overcome friction
-        for key in self.down:
-            self.body.addForce(hyx.Vec3(*(force * part for part in PUSHES[key])))
         place = self.body.getPosition()
         self.decorator.setText(0, f"w a s d: push   control + left button: drag   cart at {place.x:.1f}, {place.y:.1f}")
+
+
+class Motor(hyxSDK.EventListener):
+    """Pushes the body in every step: there may be several, or none, between two frames."""
+
+    def __init__(self, steering):
+        super().__init__()
+        self.steering, self.force = steering, 9 * steering.body.getMass()  # newtons, enough to overcome friction
+
+    def pre(self, time):
+        for key in self.steering.down:
+            self.steering.body.addForce(hyx.Vec3(*(self.force * part for part in PUSHES[key])))
 
 
 class Player(hyxOSG.ExampleApplicationListener):
@@ -123,7 +132,9 @@ def main():
     recorder = Recorder(app) if options.record else None
     if recorder:
         sim.add(recorder)  # before the steering, which uses events up
-    sim.add(Steering(cart, app.getSceneDecorator()))
+    steering = Steering(cart, app.getSceneDecorator())
+    sim.add(steering)
+    sim.add(Motor(steering))
     if not played:
         app.run()
     else:
