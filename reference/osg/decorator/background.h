@@ -13,6 +13,9 @@ public:
 
     osg::Node * node() { return m_camera; }
 
+    /// Called when the background is drawn.
+    void setDrawCallback(osg::Drawable::DrawCallback * callback) { m_rectangle->setDrawCallback(callback); }
+
     void setColors(osg::Vec4 const & upperLeft, osg::Vec4 const & upperRight, osg::Vec4 const & lowerLeft,
                    osg::Vec4 const & lowerRight);
 

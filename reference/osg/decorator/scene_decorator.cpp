@@ -7,9 +7,11 @@
 #include "reference/osg/decorator/screen_layer.h"
 #include "reference/osg/decorator/shading_marks.h"
 #include "reference/osg/decorator/shadow_method.h"
+#include "reference/osg/decorator/shadow_support.h"
 #include "reference/osg/decorator/shadow_volume.h"
 #include "reference/osg/decorator/text_rows.h"
 #include "reference/osg/visual/conversions.h"
+#include "reference/osg/visual/notices.h"
 
 #include <osg/LightModel>
 #include <osg/NodeVisitor>
@@ -20,6 +22,7 @@
 #include <bit>
 #include <cmath>
 #include <stdexcept>
+#include <utility>
 
 namespace hyxOSG {
 namespace {
@@ -98,6 +101,7 @@ struct SceneDecorator::Impl {
         for (osg::Node * node : {logo.node(), rows.node(), static_cast<osg::Node *>(hud.get()), cursor.node()})
             overlay->addChild(node);
         hud->setDataVariance(osg::Object::DYNAMIC);
+        background.setDrawCallback(shadowSupport);
         updateLights();
         updateParts();
     }
@@ -116,12 +120,28 @@ struct SceneDecorator::Impl {
         overlay->setNodeMask(enabled ? headUpDisplayMask : 0u);
         lit->setStateSet(shaderState ? decorator::createShadingState(shading()) : osg::ref_ptr<osg::StateSet>());
         bool const shadows = enabled && shadowsEnabled;
-        aside->setStateSet(shadows && method == SHADOWVOLUME ? decorator::ShadowVolume::leaveOutState()
-                                                                : osg::ref_ptr<osg::StateSet>());
-        shadowed->setShadowTechnique(
-            shadows ? decorator::createShadowTechnique(method, shading(), shadowMapSize,
-                                                       lights.light(lights.shadowLight()))
-                    : osg::ref_ptr<osgShadow::ShadowTechnique>());
+        drawnMethod = shadows ? decorator::nearestMethod(method, shadowSupport->support()) : NO_SHADOWS;
+        if (shadows)
+            warnOfReplacement();
+        aside->setStateSet(drawnMethod == SHADOWVOLUME ? decorator::ShadowVolume::leaveOutState()
+                                                       : osg::ref_ptr<osg::StateSet>());
+        shadowed->setShadowTechnique(decorator::createShadowTechnique(drawnMethod, shading(), shadowMapSize,
+                                                                      lights.light(lights.shadowLight())));
+    }
+
+    /// Follows what the window's driver has turned out to do.
+    void followSupport() {
+        if (enabled && shadowsEnabled && drawnMethod != decorator::nearestMethod(method, shadowSupport->support()))
+            updateParts();
+    }
+
+    /// Once for each method in a row.
+    void warnOfReplacement() {
+        if (drawnMethod == method || std::exchange(replacedMethod, method) == method)
+            return;
+        warn("the graphics driver cannot do shadow method " + std::to_string(static_cast<int>(method)) +
+             (drawnMethod == NO_SHADOWS ? "; there are no shadows"
+                                        : "; method " + std::to_string(static_cast<int>(drawnMethod)) + " stands in for it"));
     }
 
     void updateLights() { lights.applyModes(*scene->getOrCreateStateSet()); }
@@ -138,10 +158,13 @@ struct SceneDecorator::Impl {
     bool enabled = true;
     bool shadowsEnabled = false;
     ShadowMethod method = SOFT_SHADOWMAP;
+    ShadowMethod drawnMethod = NO_SHADOWS;
+    ShadowMethod replacedMethod = NO_SHADOWS; ///< the one warned of last
     bool shaderState = false;
     bool perPixelHighlights = true;
     float pixelScale = 1;
 
+    osg::ref_ptr<decorator::ShadowSupportProbe> shadowSupport = new decorator::ShadowSupportProbe;
     decorator::Background background;
     decorator::DecoratorLights lights;
     decorator::Logo logo;
@@ -389,6 +412,7 @@ bool SceneDecorator::removeChildren(unsigned int index, unsigned int count) {
 void SceneDecorator::traverse(osg::NodeVisitor & visitor) {
     if (visitor.getVisitorType() == osg::NodeVisitor::UPDATE_VISITOR) {
         m_impl->layOut();
+        m_impl->followSupport();
         if (m_impl->shaderState)
             decorator::markShading(*m_impl->scene);
     }
