@@ -31,7 +31,7 @@ struct DirectorType {
 inline runtime::Reference to_python(bool value) { return runtime::Reference::take(PyBool_FromLong(value)); }
 inline runtime::Reference to_python(int value) { return runtime::Reference::take(PyLong_FromLong(value)); }
 inline runtime::Reference to_python(unsigned int value) { return runtime::Reference::take(PyLong_FromSize_t(value)); }
-inline runtime::Reference to_python(float value) { return runtime::Reference::take(PyFloat_FromDouble(value)); }
+inline runtime::Reference to_python(double value) { return runtime::Reference::take(PyFloat_FromDouble(value)); }
 // A proxy that does not own the object.
 runtime::Reference to_python(void *object, DirectorType &type);
 

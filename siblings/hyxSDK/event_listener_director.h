@@ -1,10 +1,9 @@
-// Lets a Python subclass be called at every step.
+// Lets a Python subclass be called at every step. No caller could catch an error of it: every method reports.
 #pragma once
 
-#include "directors/director.h"
 #include "directors/native_owners.h"
+#include "directors/python_call.h"
 
-#include "platform/hyxPython/script_manager.h"
 #include "platform/hyxSDK/event_listener.h"
 
 class SwigDirector_EventListener : public hyxSDK::EventListener, public Swig::Director {
@@ -13,43 +12,46 @@ class SwigDirector_EventListener : public hyxSDK::EventListener, public Swig::Di
 
     void setContext(hyx::Object *context) override
     {
+        Swig::Callee const callee(*this);
         EventListener::setContext(context);
         if (context)
-            owners.enter(Swig::NativeOwners::component, swig_get_self());
+            swig_native_owners.enter(Swig::NativeOwners::component, callee.self());
         else
-            owners.leave(Swig::NativeOwners::component);
+            swig_native_owners.leave(Swig::NativeOwners::component);
     }
     void addNotification() override
     {
+        Swig::Callee const callee(*this);
         if (getSimulation())
-            owners.enter(Swig::NativeOwners::simulation, swig_get_self());
-        call("addNotification", nullptr);
+            swig_native_owners.enter(Swig::NativeOwners::simulation, callee.self());
+        call(callee, add_notification);
     }
     void removeNotification() override
     {
-        call("removeNotification", nullptr);
-        owners.leave(Swig::NativeOwners::simulation);
+        Swig::Callee const callee(*this);
+        swig_native_owners.leave(Swig::NativeOwners::simulation);
+        call(callee, remove_notification);
     }
-    void preCollide(hyx::TimeStamp time) override { call("preCollide", &time); }
-    void pre(hyx::TimeStamp time) override { call("pre", &time); }
-    void post(hyx::TimeStamp time) override { call("post", &time); }
-    void last(hyx::TimeStamp time) override { call("last", &time); }
+    void preCollide(hyx::TimeStamp time) override { call(Swig::Callee(*this), pre_collide, Swig::to_python(time)); }
+    void pre(hyx::TimeStamp time) override { call(Swig::Callee(*this), pre_step, Swig::to_python(time)); }
+    void post(hyx::TimeStamp time) override { call(Swig::Callee(*this), post_step, Swig::to_python(time)); }
+    void last(hyx::TimeStamp time) override { call(Swig::Callee(*this), last_step, Swig::to_python(time)); }
 
   private:
-    // An error has no caller who could catch it: it goes to the script manager.
-    void call(char const *method, hyx::TimeStamp const *time)
+    using Method = Swig::DirectorMethod;
+    static inline Method add_notification{"EventListener", "addNotification", "hyxSDK::EventListener::addNotification"};
+    static inline Method remove_notification{"EventListener", "removeNotification", "hyxSDK::EventListener::removeNotification"};
+    static inline Method pre_collide{"EventListener", "preCollide", "hyxSDK::EventListener::preCollide"};
+    static inline Method pre_step{"EventListener", "pre", "hyxSDK::EventListener::pre"};
+    static inline Method post_step{"EventListener", "post", "hyxSDK::EventListener::post"};
+    static inline Method last_step{"EventListener", "last", "hyxSDK::EventListener::last"};
+
+    // The native methods do nothing: a listener whose Python object has gone is silent.
+    template <class... A> static void call(Swig::Callee const &callee, Method &method, A const &...arguments)
     {
-        // The call may drop the last other reference to its own object, and with it this director.
-        runtime::Reference const self = runtime::Reference::share(swig_get_self());
-        if (!self)
-            return;
-        runtime::Reference const result = runtime::Reference::take(
-            time ? PyObject_CallMethod(self.get(), method, "d", *time) : PyObject_CallMethod(self.get(), method, nullptr));
-        if (result)
-            return;
-        if (auto *manager = hyxPython::ScriptManager::instance("", "", "", false))
-            manager->registerError(std::string("hyxSDK::EventListener::") + method);
+        if (!callee.is_gone())
+            Swig::call_python(callee, method, arguments...);
     }
 
-    Swig::NativeOwners owners;
+    Swig::NativeOwners swig_native_owners;
 };

@@ -137,3 +137,20 @@ def test_a_listener_without_overrides_does_nothing():
     world = simulation(hyxSDK.EventListener("plain"))
     world.step()
     assert [listener.getName() for listener in world.getEventListeners()] == ["plain"]
+
+
+@pytest.mark.parametrize("request_to_end", [KeyboardInterrupt, SystemExit])
+def test_a_request_to_end_the_program_waits_for_the_end_of_the_step(request_to_end):
+    calls = []
+
+    class Ending(hyxSDK.EventListener):
+        def pre(self, time):
+            raise request_to_end
+
+        def post(self, time):
+            calls.append(len([number for number in range(3)]))
+
+    world = simulation(Ending())
+    with pytest.raises(request_to_end):
+        world.step()
+    assert calls == [3] and world.getTimeStamp() > 0
