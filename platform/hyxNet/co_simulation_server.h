@@ -31,7 +31,8 @@ public:
   /// Sets who answers the requests that the server does not know itself.
   void setHandler(Handler handler);
 
-  /// Answers the requests that have arrived; waits at most `waitMilliseconds` for the first. Returns how many.
+  /// Answers the requests that have arrived; waits at most `waitMilliseconds` for the first. Returns how many. Without a
+  /// handler it stops at a call: `getCalledFunction` names it, and the next update sends what `setCallResult` was given.
   int update(int waitMilliseconds = 0);
 
   /// Name of the script's function that the request being answered calls; empty for none.

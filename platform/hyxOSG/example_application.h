@@ -158,7 +158,9 @@ public:
   // ---- Main loop and stepping
 
   /// Runs the loop until it is stopped, the window is closed or the time is over. Returns the exit code. An
-  /// interrupt from the keyboard, and an error that a script leaves, end it at the next frame.
+  /// interrupt from the keyboard, and an error that a script leaves, end it at the next frame. With the option
+  /// `--test-scenes` it runs each scene that takes part in tests instead, for the scene's time or a second, prints how it
+  /// went, and returns 1 when one failed.
   int run();
 
   /// Ends the loop after this frame; `code` becomes the exit code.
@@ -585,7 +587,7 @@ public:
   AutoStepEvent autoStepEvent;     ///< raised when automatic stepping is switched
   bool m_loadedSceneFile = false;  ///< whether the present scene came from a file
   bool m_isLoadingScene = false;   ///< whether a scene is being built now
-  bool m_isFMU = false;            ///< whether the application runs inside a co-simulation unit
+  bool m_isFMU = false;            ///< whether a master outside steps the simulation: the loop then draws and serves, but does not step
   hyx::Event m_sceneLoadEvent;     ///< raised after a scene was built
   std::string m_hostName;          ///< the address that remote services bind to; empty for loopback
 

@@ -40,9 +40,9 @@ struct SceneDescription {
   bool isValid() const;
 
   BuildScenePtr scene = nullptr;  ///< the native function, or null
-  bool unittest = true;           ///< whether a test run includes the scene
+  bool unittest = true;           ///< whether a test run (`--test-scenes`) includes the scene
   float stopAfter = -1.0f;        ///< simulated seconds after which the loop ends; negative for never
-  bool slowUnittest = false;      ///< whether only a long test run includes the scene
+  bool slowUnittest = false;      ///< whether it does so only with `--slow-scenes`
   bool valid = false;             ///< false keeps the application from building it
   std::string scriptFunction;     ///< name of the script's function, or empty
   std::string fileName;           ///< path of the script or other file, or empty

@@ -32,6 +32,8 @@ constexpr KnownOption knownOptions[] = {
     {"--start-paused", "Wait for the user before the first step", Value::none},
     {"--solver", "Solver of the simulation: multi, iterative or direct", Value::text},
     {"--scene", "Number of the scene to start with", Value::wholeNumber},
+    {"--test-scenes", "Run every scene that takes part in tests for its time, and end with 1 when one failed", Value::none},
+    {"--slow-scenes", "Let slow scenes take part in tests", Value::none},
     {"--capture", "Write every frame as an image, the names starting with this text", Value::text},
     {"--capture-rate", "Images for each simulated second", Value::positiveNumber},
     {"--capture-video", "Write a video to this file", Value::text},

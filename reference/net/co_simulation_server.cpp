@@ -2,11 +2,13 @@
 #include "platform/hyxNet/co_simulation_server.h"
 
 #include "reference/net/access_token.h"
+#include "reference/net/call_result.h"
 
 #include <nlohmann/json.hpp>
 #include <zmq.hpp>
 
 #include <stdexcept>
+#include <utility>
 
 namespace hyxNet {
 
@@ -20,9 +22,12 @@ struct CoSimulationServer::State {
   Handler handler;
   std::string calledFunction;
   std::string callArgument;
-  std::string callResult;
+  std::string callResult;  ///< empty until there is one
+  bool holdsCall = false;  ///< a call whose answer the next update sends
 
   std::string answer(const std::string& text);
+  std::string answerHeldCall();
+  void send(const std::string& text) { socket.send(zmq::buffer(text), zmq::send_flags::none); }
 };
 
 CoSimulationServer::CoSimulationServer(int port, const std::string& token, const std::string& address)
@@ -54,7 +59,9 @@ std::string CoSimulationServer::State::answer(const std::string& text) {
       throw std::invalid_argument("the token is missing or wrong");
     calledFunction = request.value("do", "") == "call" ? request.value("function", "") : "";
     callArgument = request.contains("argument") ? request["argument"].dump() : "null";
-    callResult = "null";
+    callResult.clear();
+    holdsCall = !handler && !calledFunction.empty();
+    if (holdsCall) return "";
     if (!handler) throw std::runtime_error("nobody answers requests");
     return handler(text);
   } catch (const std::exception& error) {
@@ -62,7 +69,16 @@ std::string CoSimulationServer::State::answer(const std::string& text) {
   }
 }
 
+std::string CoSimulationServer::State::answerHeldCall() {
+  holdsCall = false;
+  const std::string name = std::exchange(calledFunction, "");
+  const json answer = callResult.empty() ? json{{"ok", false}, {"error", "nobody answered the call of '" + name + "'"}}
+                                         : json{{"ok", true}, {"result", hyxNet::callResult(callResult)}};
+  return answer.dump(-1, ' ', false, json::error_handler_t::replace);
+}
+
 int CoSimulationServer::update(int waitMilliseconds) {
+  if (m_state->holdsCall) m_state->send(m_state->answerHeldCall());
   int answered = 0;
   for (;; ++answered) {
     zmq::pollitem_t item{m_state->socket, 0, ZMQ_POLLIN, 0};
@@ -74,7 +90,9 @@ int CoSimulationServer::update(int waitMilliseconds) {
       if (error.num() == EINTR) return answered;  // a signal: the caller looks after it
       throw;
     }
-    m_state->socket.send(zmq::buffer(m_state->answer(request.to_string())), zmq::send_flags::none);
+    const std::string answer = m_state->answer(request.to_string());
+    if (m_state->holdsCall) return answered + 1;
+    m_state->send(answer);
     m_state->calledFunction.clear();
   }
 }
@@ -82,6 +100,6 @@ int CoSimulationServer::update(int waitMilliseconds) {
 std::string CoSimulationServer::getCalledFunction() const { return m_state->calledFunction; }
 std::string CoSimulationServer::getCallArgument() const { return m_state->callArgument; }
 void CoSimulationServer::setCallResult(const std::string& result) { m_state->callResult = result; }
-std::string CoSimulationServer::getCallResult() const { return m_state->callResult; }
+std::string CoSimulationServer::getCallResult() const { return m_state->callResult.empty() ? "null" : m_state->callResult; }
 
 }  // namespace hyxNet

@@ -61,6 +61,29 @@ def test_camera_data_is_a_copy_that_can_be_applied(window):
     assert window.getCameraData().eye.y == pytest.approx(-20)
 
 
+@pytest.mark.parametrize("field, value", [
+    ("nearClippingPlane", 0.5), ("farClippingPlane", 77.0), ("fieldOfView", 33.0), ("aspectRatio", 2.5), ("nearFarRatio", 0.01)])
+def test_each_number_of_camera_data_reaches_the_camera(window, field, value):
+    window.step()
+    data = hyxOSG.CameraData(window.getCamera())
+    assert isinstance(getattr(data, field), float) and getattr(data, field) != value
+    setattr(data, field, value)
+    assert getattr(data, field) == value
+    data.applyTo(window.getCamera())
+    assert getattr(hyxOSG.CameraData(window.getCamera()), field) == pytest.approx(value)
+
+
+def test_each_vector_of_camera_data_reaches_the_camera(window):
+    window.step()
+    data = hyxOSG.CameraData(window.getCamera())
+    data.eye, data.center, data.up = hyx.Vec3(1, 2, 3), hyx.Vec3(1, 2, 0), hyx.Vec3(0, 1, 0)
+    assert (xyz(data.eye), xyz(data.center), xyz(data.up)) == ((1, 2, 3), (1, 2, 0), (0, 1, 0))
+    data.applyTo(window.getCamera())
+    now = hyxOSG.CameraData(window.getCamera())
+    assert xyz(now.eye) == pytest.approx((1, 2, 3)) and xyz(now.up) == pytest.approx((0, 1, 0))
+    assert xyz(now.center) == pytest.approx((1, 2, 2))  # a camera has a direction only: the center is a metre away
+
+
 def test_camera_data_reads_and_sets_a_camera_and_a_viewer(window):
     window.step()
     from_camera, from_viewer = hyxOSG.CameraData(window.getCamera()), hyxOSG.CameraData(window.getViewer())
@@ -165,6 +188,7 @@ def test_the_grid_is_drawn_in_its_size(window, shoot):
 def test_the_axes_of_the_world_have_their_colours(window, shoot):
     window.setCameraHome(hyx.Vec3(2, -2, 2), hyx.Vec3(0, 0, 0))
     empty = shoot(window)
+    assert window.getEnableCoordinateSystem() is False
     window.setEnableCoordinateSystem(True)
     assert window.getEnableCoordinateSystem()
     axes = shoot(window)

@@ -1,4 +1,6 @@
 """Another process steps the simulation and calls functions of the script."""
+import json
+
 import pytest
 
 import hyx
@@ -90,6 +92,42 @@ def test_functions_of_the_script_are_called(served, tmp_path, capfd):
     assert not app.updatePythonCoSimulationServer("missing", stream)
     with pytest.raises(ValueError, match="no way"):
         app.updatePythonCoSimulationServer("fail", stream)
+
+
+def test_the_application_answers_the_call_that_a_server_holds(app, tmp_path):
+    path = tmp_path / "script.py"
+    path.write_text(SCRIPT)
+    app.executePythonScript(str(path), "build", hyx.Flag())
+    server = hyxNet.CoSimulationServer(0, "secret")
+    client = Client(server.getPort(), "secret")
+
+    def ask(**request):
+        """The answer to the next request; the call of one is answered by the application, when it can."""
+        client.send(json.dumps({"token": "secret", **request}).encode())
+        assert server.update(5000) == 1
+        called = server.getCalledFunction()
+        answered = app.coSimulationCallPython(server)
+        server.update()
+        return called, answered, client.receive()
+
+    try:
+        assert ask(do="call", function="double", argument=4) == ("double", True, {"ok": True, "result": 8})
+        called, answered, answer = ask(do="call", function="nothing")
+        assert (called, answered, answer["ok"]) == ("nothing", False, False) and "nothing" in answer["error"]
+        called, answered, answer = ask(do="list")
+        assert (called, answered, answer["ok"]) == ("", False, False)
+    finally:
+        client.close()
+
+
+def test_requests_are_followed_when_the_server_is_updated(served):
+    app, client = served
+    client.send(b'{"token": "secret", "do": "step"}')
+    for _ in range(1000):
+        app.updateCoSimulationServer()
+        if app.getTimeStamp() > 0:
+            break
+    assert app.getTimeStamp() == app.getTimeStep() and client.receive()["ok"]
 
 
 def test_a_server_without_a_call_has_nothing_to_answer(app):

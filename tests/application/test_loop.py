@@ -13,6 +13,7 @@ import hyxOSG
 import hyxSDK
 
 from application_stage import add_box
+from subprocesses import run_python
 
 
 class Recorder(hyxOSG.ExampleApplicationListener):
@@ -113,6 +114,11 @@ def test_an_idle_turn_sleeps(app):
     start = time.monotonic()
     app.throttleIdleCpuUsageBySleeping()
     assert time.monotonic() - start < 0.004
+    app.setAutoStepping(False)
+    start = time.monotonic()
+    app.throttleIdleCpuUsageBySleeping()
+    assert time.monotonic() - start >= 0.004
+    app.setAutoStepping(True)
 
 
 def test_the_time_step_is_the_simulations(app):
@@ -140,6 +146,7 @@ def test_the_target_frame_rate_is_kept_by_sleeping(app):
 
 
 def test_simulated_time_follows_real_time(app):
+    assert app.getRealTimeSync() is False
     app.setRealTimeSync(True)
     assert app.getRealTimeSync()
     app.step()
@@ -266,6 +273,38 @@ def test_an_interrupt_ends_the_loop_at_the_next_frame(app, interrupts):
         app.run()
     assert time.monotonic() - start < 10
     assert not app.breakRequested() and not app.shouldStop()
+
+
+PENDING = """
+import collections, signal, hyxOSG
+app = hyxOSG.ExampleApplication()
+def interrupt(*_):
+    raise KeyboardInterrupt
+signal.signal(signal.SIGALRM, interrupt)
+signal.setitimer(signal.ITIMER_REAL, 0.1)
+try:
+    collections.deque(iter(app.QUESTION, True), maxlen=0)  # a loop in which the interpreter does not look for signals
+except KeyboardInterrupt:
+    print("interrupted")
+"""
+
+
+@pytest.mark.parametrize("question", ["breakRequested", "done"])
+def test_a_pending_interrupt_is_a_request_to_break(question):
+    done = run_python(PENDING.replace("QUESTION", question))
+    assert done.stdout == "interrupted\n", done.stderr
+
+
+def test_a_master_outside_steps_a_unit(app):
+    assert app.m_isFMU is False
+    app.m_isFMU = True
+    app.step()
+    assert app.m_isFMU is True and app.getTimeStamp() == 0
+    app.stepSimulation()  # as the master does
+    assert app.getTimeStamp() == app.getTimeStep()
+    app.m_isFMU = False
+    app.step()
+    assert app.getTimeStamp() == 2 * app.getTimeStep()
 
 
 def test_solvers_have_names_and_change_the_simulations_solver(app):
@@ -431,6 +470,16 @@ def test_a_disowned_listener_lives_with_the_application(app):
     gc.collect()
     app.step()
     assert told == [0]
+
+
+def test_the_native_call_of_a_listener_reaches_its_override(app):
+    recorder = Recorder()
+    handle = recorder.this  # not the object itself: for that the call is one of the override, upwards
+    _hyxOSG.ExampleApplicationListener_preFrame(handle, app)
+    _hyxOSG.ExampleApplicationListener_postFrame(handle, app)
+    assert recorder.calls == [("pre", 0), ("post", 0)]
+    hyxOSG.ExampleApplicationListener.preFrame(recorder, app)
+    assert len(recorder.calls) == 2
 
 
 def test_a_listener_without_overrides_does_nothing(app):

@@ -34,7 +34,9 @@ def test_the_arguments_are_kept(started):
 
 def test_the_window_has_the_size_of_the_options(started, shoot):
     app = started("--window-size", "80x60", "--offscreen")
+    assert app.getViewer() is None
     app.initGraphics()
+    assert app.getViewer() is not None
     assert shoot(app).shape == (60, 80, 3) and app.hasOffscreenWindow()
 
 

@@ -115,7 +115,7 @@ def test_the_name_of_the_model_is_checked(app, description):
 
 def test_bundle_paths_come_from_options_environment_and_argument(app, monkeypatch):
     monkeypatch.delenv("HYX_BUNDLE_PATH", raising=False)
-    assert app.getTavLangBundlePaths() == ()
+    assert app.getTavLangBundlePaths() == () and app.getTavLangDebugRenderFrames() is False
     assert app.getTavLangBundlePaths(["c"]) == ("c",)
     monkeypatch.setenv("HYX_BUNDLE_PATH", "a:b")
     app.init(hyxIO.ArgumentParser(["--bundle-path", "x:y", "--model", "arm", "--debug-frames"]))

@@ -138,6 +138,31 @@ def test_an_error_in_a_scene_has_the_scripts_traceback(app, script):
     assert bodies(app) == [] and app.getScene() is None
 
 
+def test_a_script_sees_that_its_scene_is_being_loaded(app, script):
+    path = script("""
+        def build(sim, app):
+            app.setTimeStep(0.5 if app.m_isLoadingScene else 0.25)
+    """)
+    app.addScene(path, "build")
+    assert app.createSceneFromIndex(0) and app.getTimeStep() == 0.5
+    for flag in ("m_isLoadingScene", "m_loadedSceneFile"):
+        before = getattr(app, flag)
+        setattr(app, flag, not before)
+        assert getattr(app, flag) is not before
+
+
+def test_events_are_copied_with_who_listens(app, script):
+    app.addScene(script("def build(sim): pass\n"), "build")
+    other, heard = hyxOSG.ExampleApplication(), []
+    other.m_sceneLoadEvent.add(hyx.Callback(lambda: heard.append("loaded")))
+    other.autoStepEvent.add(lambda stepping: heard.append(stepping))
+    app.m_sceneLoadEvent, app.autoStepEvent = other.m_sceneLoadEvent, other.autoStepEvent
+    app.createSceneFromIndex(0)
+    app.setAutoStepping(False)
+    app.setAutoStepping(True, False)  # without the event
+    assert heard == ["loaded", False]
+
+
 def test_a_function_of_a_script_is_run(app, script):
     path = script("""
         import osg
@@ -217,7 +242,9 @@ def test_scene_descriptions_are_values():
     assert not hyxOSG.SceneDescription().isValid() and not hyxOSG.SceneDescription("", "build").isValid()
     assert made.scene is None
     made.valid = False
-    assert not made.isValid()
+    assert not made.isValid() and made.valid is False
+    made.fileName = "other.py"
+    assert made.fileName == "other.py"
     made.unittest, made.stopAfter, made.slowUnittest, made.scriptFunction = True, 1.5, False, "other"
     assert (made.unittest, made.stopAfter, made.slowUnittest, made.scriptFunction) == (True, 1.5, False, "other")
 

@@ -15,6 +15,7 @@ def test_the_window_has_its_size_and_changes_it(window, shoot):
     assert window.getCameraData().aspectRatio == pytest.approx(2)
     for wrong in ((0, 0, 0, 100), (0, 0, 100, 20000)):
         assert not window.setWindowRectangle(*wrong)
+    assert window.getAllowWindowResizing() is True
     window.setAllowWindowResizing(False)
     assert not window.getAllowWindowResizing()
     assert not window.setWindowRectangle(0, 0, 160, 120) and window.setWindowRectangle(5, 5, 200, 100)
@@ -53,6 +54,7 @@ def test_a_second_window_takes_the_place_of_the_first(window, shoot):
 def test_debug_rendering_draws_lines_and_names(window, shoot):
     empty = shoot(window)
     add_box(window, "box", static=True)
+    assert window.getEnableDebugRenderer() is False
     assert window.setEnableDebugRenderer(True) and window.getEnableDebugRenderer()
     lines = shoot(window)
     green = lines[abs(lines - empty).max(axis=2) > 24]

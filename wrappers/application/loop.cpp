@@ -13,13 +13,17 @@ void add_listener(hyxOSG::ExampleApplication &application, hyxOSG::ExampleApplic
         director->swig_enter_application();
 }
 
+// Constant methods are taken to run no Python code, but these let the interpreter answer signals.
+bool breakRequested(hyxOSG::ExampleApplication const &self) { return self.breakRequested(); }
+bool done(hyxOSG::ExampleApplication const &self) { return self.done(); }
+
 constexpr Declared functions[] = {
     FUNCTION(ExampleApplication_run, METHOD(hyxOSG::ExampleApplication, run, ())),
     FUNCTION(ExampleApplication_stop, METHOD(hyxOSG::ExampleApplication, stop, (int), 0)),
     FUNCTION(ExampleApplication_cancelStop, METHOD(hyxOSG::ExampleApplication, cancelStop, ())),
     FUNCTION(ExampleApplication_shouldStop, METHOD(hyxOSG::ExampleApplication, shouldStop, () const)),
-    FUNCTION(ExampleApplication_breakRequested, METHOD(hyxOSG::ExampleApplication, breakRequested, () const)),
-    FUNCTION(ExampleApplication_done, METHOD(hyxOSG::ExampleApplication, done, () const)),
+    FUNCTION(ExampleApplication_breakRequested, ADAPTER(hyxOSG::ExampleApplication, breakRequested, breakRequested, () const)),
+    FUNCTION(ExampleApplication_done, ADAPTER(hyxOSG::ExampleApplication, done, done, () const)),
     FUNCTION(ExampleApplication_getExitCode, METHOD(hyxOSG::ExampleApplication, getExitCode, () const)),
     FUNCTION(ExampleApplication_step, METHOD(hyxOSG::ExampleApplication, step, ())),
     FUNCTION(ExampleApplication_stepWrapper, METHOD(hyxOSG::ExampleApplication, stepWrapper, ())),

@@ -34,8 +34,12 @@ int ExampleApplication::run() {
   m_state->ensureSimulation();
   if (!m_state->noGraphics) m_state->ensureWindow(*this);
   initRpc();
-  if (!m_state->sceneBuilt) initScene();
-  while (!done()) stepWrapper();
+  if (m_state->testsScenes) {
+    m_state->testScenes(*this);
+  } else {
+    if (!m_state->sceneBuilt) initScene();
+    while (!done()) stepWrapper();
+  }
   postExecution();
   return m_state->exitCode;
 }
@@ -117,7 +121,7 @@ void ExampleApplication::State::makeFrame(ExampleApplication& application, bool 
     shown->handleEvents(simulation->getTimeStamp());
   }
   if (updates) application.updateServices();
-  if (autoStepping && !application.useCoSimulation()) application.synchronizedStep();
+  if (autoStepping && !application.useCoSimulation() && !application.m_isFMU) application.synchronizedStep();
   if (draws) {
     if (controller && controller->wantsFrame())
       application.pushFrameToRemoteViewer();  // draws, too

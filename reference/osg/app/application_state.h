@@ -79,6 +79,8 @@ struct ExampleApplication::State {
   std::optional<size_t> presentIndex;
   bool sceneBuilt = false;
   int firstScene = 0;
+  bool testsScenes = false;  ///< `run` goes through the scenes that take part in tests
+  bool slowTests = false;    ///< the slow ones too
   std::string scriptFile;
   osg::ref_ptr<osg::Group> scriptGroup;  ///< keeps the last group that a script returned
 
@@ -137,6 +139,10 @@ struct ExampleApplication::State {
   void followStep(ExampleApplication& application);
   /// Empties the application and builds the scene; false, with a script's error pending, when it failed.
   bool buildScene(ExampleApplication& application, const SceneDescription& description, bool keepCamera);
+  /// Runs each scene that takes part in tests, for its time, and prints how it went; the exit code is 1 when one failed.
+  void testScenes(ExampleApplication& application);
+  /// What went wrong with the scene; empty when it passed.
+  std::string testScene(ExampleApplication& application, size_t index);
   osg::ref_ptr<osg::Group> runBuilder(ExampleApplication& application, const SceneDescription& description, bool& ok);
   void useManipulator(osgGA::CameraManipulator* manipulator);
 };

@@ -6,6 +6,7 @@
 #include "platform/hyxOSG/example_application.h"
 #include "platform/hyxPython/script_manager.h"
 #include "platform/hyxSDK/simulation.h"
+#include "reference/net/call_result.h"
 #include "reference/osg/app/body_state_json.h"
 
 #include <stdexcept>
@@ -70,9 +71,7 @@ json call(ExampleApplication& application, hyxNet::CoSimulationServer& server) {
     if (auto* manager = hyxPython::ScriptManager::instance("", "", "", false)) manager->registerError("co-simulation call");
     throw std::runtime_error("the function '" + name + "' is missing in the main script, or failed");
   }
-  const std::string result = server.getCallResult();
-  const json parsed = json::parse(result, nullptr, false);
-  return {{"result", parsed.is_discarded() ? json(result) : parsed}};
+  return {{"result", hyxNet::callResult(server.getCallResult())}};
 }
 
 }  // namespace

@@ -30,6 +30,8 @@ void ExampleApplication::State::applyOptions(ExampleApplication& application, co
     std::istringstream folders(options.getString("--bundle-path"));
     for (std::string folder; std::getline(folders, folder, ':');) bundlePaths.push_back(folder);
   }
+  testsScenes = options.has("--test-scenes");
+  slowTests = options.has("--slow-scenes");
   if (options.has("--script")) application.addScene(options.getString("--script"), "buildScene");
   if (options.has("--rpc-port")) remotePort = int(options.getInteger("--rpc-port"));
   if (options.has("--co-simulation-port")) coSimulationPort = int(options.getInteger("--co-simulation-port"));
