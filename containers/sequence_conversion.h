@@ -7,8 +7,8 @@
 #include "runtime/status.h"
 #include "runtime/values.h"
 
-#include <memory>
 #include <stdexcept>
+#include <utility>
 
 namespace swig {
 
@@ -30,10 +30,14 @@ template <> struct as_val<std::string> {
     {
         std::string * text = nullptr;
         auto const status = SWIG_AsPtr_std_string(object, &text);
-        std::unique_ptr<std::string> const owned(status == SWIG_NEWOBJ ? text : nullptr);
         if (status < 0 || !text)
             return SWIG_ERROR;
-        *value = *text;
+        if (status != SWIG_NEWOBJ) {
+            *value = *text;
+            return SWIG_OK;
+        }
+        *value = std::move(*text);
+        delete text;
         return SWIG_OK;
     }
 };

@@ -44,6 +44,11 @@ hyx::Callback *make_callback(PyObject *function)
     return new hyx::Callback(PythonFunction(function));
 }
 
+// Inherited from templates.
+bool valid(hyx::Callback const &self) { return self.valid(); }
+void clear(hyx::Event &self) { self.clear(); }
+std::size_t size(hyx::Event const &self) { return self.size(); }
+
 void call(hyx::Callback const &self) { self(); }
 void add(hyx::Event &self, hyx::Callback const &callback) { self.add(callback); }
 bool remove(hyx::Event &self, hyx::Callback const &callback) { return self.remove(callback); }
@@ -52,7 +57,7 @@ void trigger(hyx::Event &self) { self.trigger(); }
 constexpr Declared functions[] = {
     FUNCTION(new_Callback, NEW(hyx::Callback, ()), NEW(hyx::Callback, (hyx::Callback const &)), MAKE(hyx::Callback, make_callback, (PyObject *))),
     FUNCTION(delete_Callback, DELETE(hyx::Callback)),
-    FUNCTION(Callback_valid, METHOD(hyx::Callback, valid, () const)),
+    FUNCTION(Callback_valid, ADAPTER(hyx::Callback, valid, valid, () const)),
     FUNCTION(Callback___call__, ADAPTER(hyx::Callback, __call__, call, () const)),
     REGISTER(hyx::Callback, Callback),
     INIT(Callback),
@@ -60,8 +65,8 @@ constexpr Declared functions[] = {
     FUNCTION(delete_Event, DELETE(hyx::Event)),
     FUNCTION(Event_add, ADAPTER(hyx::Event, add, add, (hyx::Callback const &))),
     FUNCTION(Event_remove, ADAPTER(hyx::Event, remove, remove, (hyx::Callback const &))),
-    FUNCTION(Event_clear, METHOD(hyx::Event, clear, ())),
-    FUNCTION(Event_size, METHOD(hyx::Event, size, () const)),
+    FUNCTION(Event_clear, ADAPTER(hyx::Event, clear, clear, ())),
+    FUNCTION(Event_size, ADAPTER(hyx::Event, size, size, () const)),
     FUNCTION(Event_trigger, ADAPTER(hyx::Event, trigger, trigger, ())),
     REGISTER(hyx::Event, Event),
     INIT(Event),

@@ -36,12 +36,16 @@ void add(AutoStepEvent &self, PyObject *function)
     self.add(AutoStepEvent::CallbackType([kept](bool stepping) { call(kept.get(), stepping); }));
 }
 
+// Inherited from a template.
+void clear(AutoStepEvent &self) { self.clear(); }
+std::size_t size(AutoStepEvent const &self) { return self.size(); }
+
 constexpr Declared functions[] = {
     FUNCTION(new_AutoStepEvent, NEW(hyxOSG::ExampleApplication::AutoStepEvent, ())),
     FUNCTION(delete_AutoStepEvent, DELETE(hyxOSG::ExampleApplication::AutoStepEvent)),
     FUNCTION(AutoStepEvent_add, ADAPTER(hyxOSG::ExampleApplication::AutoStepEvent, add, add, (PyObject *))),
-    FUNCTION(AutoStepEvent_clear, METHOD(hyxOSG::ExampleApplication::AutoStepEvent, clear, ())),
-    FUNCTION(AutoStepEvent_size, METHOD(hyxOSG::ExampleApplication::AutoStepEvent, size, () const)),
+    FUNCTION(AutoStepEvent_clear, ADAPTER(hyxOSG::ExampleApplication::AutoStepEvent, clear, clear, ())),
+    FUNCTION(AutoStepEvent_size, ADAPTER(hyxOSG::ExampleApplication::AutoStepEvent, size, size, () const)),
     REGISTER(hyxOSG::ExampleApplication::AutoStepEvent, AutoStepEvent),
     INIT(AutoStepEvent),
 };
