@@ -7,6 +7,7 @@
 #include "runtime/status.h"
 #include "runtime/values.h"
 
+#include <memory>
 #include <stdexcept>
 #include <utility>
 
