@@ -145,6 +145,9 @@ WebServer::WebServer(int port, const std::string& host, const std::string& token
   const std::string address = host.empty() ? "127.0.0.1" : host;
   lws_context_creation_info info{};
   info.options = LWS_SERVER_OPTION_EXPLICIT_VHOSTS | LWS_SERVER_OPTION_FAIL_UPON_UNABLE_TO_BIND;
+  // With both families at hand the library listens on all addresses when it is given one of the fourth version.
+  const bool sixthVersion = address.find(':') != std::string::npos;
+  info.options |= sixthVersion ? LWS_SERVER_OPTION_IPV6_V6ONLY_MODIFY | LWS_SERVER_OPTION_IPV6_V6ONLY_VALUE : LWS_SERVER_OPTION_DISABLE_IPV6;
   info.user = m_state.get();
   info.protocols = protocols;
   info.port = port;
@@ -154,7 +157,7 @@ WebServer::WebServer(int port, const std::string& host, const std::string& token
   if (m_state->host) m_state->port = port ? port : lws_get_vhost_listen_port(m_state->host);
   if (!m_state->host || m_state->port <= 0)
     throw std::runtime_error("the remote control cannot listen on port " + std::to_string(port) + " of " + address +
-                             ": it is in use, or not allowed");
+                             ": it is in use, not allowed, or no address of this machine, such as 127.0.0.1");
 }
 
 WebServer::~WebServer() = default;

@@ -78,8 +78,7 @@ def test_members_are_read_and_written(started):
         assert getattr(app, name) is False
         setattr(app, name, True)
         assert getattr(app, name) is True
-    app.m_hostName = "127.0.0.1"
-    assert app.m_hostName == "127.0.0.1"
+    assert app.m_hostName == ""
 
 
 def test_saved_scenes_have_a_file_name(started):

@@ -1,6 +1,8 @@
 """The remote control: its page, its guard, what it shows and what it steers."""
+import re
 import socket
 import time
+from pathlib import Path
 
 import pytest
 
@@ -10,6 +12,9 @@ import hyxOSG
 
 from application_stage import add_box
 from web_client import Connection, open_page
+
+
+VERSION_6 = Path("/proc/net/if_inet6").exists() and Path("/proc/net/if_inet6").read_text()
 
 
 @pytest.fixture
@@ -38,11 +43,34 @@ def test_the_page_is_given_to_who_brings_the_token(served):
     assert not open_page(served, port, "wrong").open
 
 
-def test_it_listens_on_loopback_only(served):
-    addresses = {info[4][0] for info in socket.getaddrinfo(socket.gethostname(), None, socket.AF_INET)} - {"127.0.0.1"}
-    for address in (a for a in addresses if not a.startswith("127.")):
-        with pytest.raises(OSError):
-            socket.create_connection((address, served.getControlChannelPort()), timeout=1)
+def listening(port):
+    """The addresses, as the kernel names them, at which somebody listens."""
+    found = set()
+    for table in ("/proc/net/tcp", "/proc/net/tcp6"):
+        for line in open(table).readlines()[1:]:
+            address, number = line.split()[1].split(":")
+            if line.split()[3] == "0A" and int(number, 16) == port:
+                found.add(address)
+    return found
+
+
+def test_it_listens_on_loopback_only(app, capfd):
+    app.init(hyxIO.ArgumentParser(["--rpc-port", "0", "--co-simulation-port", "0", "--click-port", "0"]))
+    app.initRpc()
+    ports = [int(port) for port in re.findall(r"://127.0.0.1:(\d+)", capfd.readouterr().out)]
+    assert len(ports) == 3 and [listening(port) for port in ports] == 3 * [{"0100007F"}]
+
+
+@pytest.mark.parametrize("host, shown, address", [
+    ("127.0.0.2", "127.0.0.2", "0200007F"), ("0.0.0.0", "0.0.0.0", "00000000"),
+    pytest.param("::1", "[::1]", 24 * "0" + "01000000", marks=pytest.mark.skipif(not VERSION_6, reason="no addresses of version 6"))])
+def test_it_listens_where_it_is_told_to(app, capfd, host, shown, address):
+    app.m_hostName = host
+    app.init(hyxIO.ArgumentParser(["--rpc-port", "0", "--rpc-token", "secret"]))
+    app.initRpc()
+    port = app.getControlChannelPort()
+    assert capfd.readouterr().out == f"Remote control: http://{shown}:{port}/?token=secret\n"
+    assert listening(port) == {address} and app.m_hostName == host
 
 
 def test_a_page_gets_a_picture_for_each_time_it_asks(served, page):
@@ -179,6 +207,14 @@ def test_the_address_is_printed_with_its_token(app, capfd):
     assert len(token) == 32 and address == f"Remote control: http://127.0.0.1:{app.getControlChannelPort()}/?token={token}"
     assert open_page(app, app.getControlChannelPort(), token).open
     assert co_simulation.startswith("Co-simulation: tcp://127.0.0.1:")
+
+
+def test_a_host_that_is_not_here_is_an_exception(app):
+    app.m_hostName = "198.51.100.7"  # kept for documents
+    app.init(hyxIO.ArgumentParser(["--rpc-port", "0", "--co-simulation-port", "0"]))
+    with pytest.raises(RuntimeError, match="198.51.100.7"):
+        app.initRpc()
+    assert app.getController() is None and not app.useCoSimulation()
 
 
 def test_a_port_in_use_is_an_exception(app):

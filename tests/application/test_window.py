@@ -95,8 +95,17 @@ def test_visuals_of_a_simulation_and_an_assembly_are_made_once(app):
         app.createVisual(app.getSimulation(), -1.0)
 
 
+TALK = """
+import hyxOSG
+app = hyxOSG.ExampleApplication()
+app.setOsgNotifyLevel({level})
+hyxOSG.readNodeFile("/usr/share/assimp/models/OBJ/WusonOBJ.obj")
+"""
+
+
 def test_the_messages_of_the_scene_graph_library_can_be_chosen(app):
-    app.setOsgNotifyLevel(2)
+    silent, talkative = (run_python(TALK.format(level=level), OSG_NOTIFY_LEVEL="NOTICE") for level in (1, 6))
+    assert silent.stdout + silent.stderr == "" and len(talkative.stdout + talkative.stderr) > 100
     for wrong in (-1, 99):
         with pytest.raises(RuntimeError):
             app.setOsgNotifyLevel(wrong)

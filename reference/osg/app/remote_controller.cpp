@@ -64,7 +64,8 @@ std::string ExampleApplicationController::getToken() const { return m_state->tok
 int ExampleApplicationController::getNumClients() const { return m_state->server->numClients(); }
 
 std::string ExampleApplicationController::getUrl() const {
-  return "http://" + m_state->host + ":" + std::to_string(getPort()) + "/?token=" + m_state->token;
+  const bool sixthVersion = m_state->host.find(':') != std::string::npos;
+  return "http://" + (sixthVersion ? "[" + m_state->host + "]" : m_state->host) + ":" + std::to_string(getPort()) + "/?token=" + m_state->token;
 }
 
 void ExampleApplicationController::update() {
