@@ -106,6 +106,8 @@ struct RenderTarget::Impl {
     void attachResult() {
         camera->detach(osg::Camera::BufferComponent(component));
         camera->attach(osg::Camera::BufferComponent(component), result, 0, 0, false, samples, samples);
+        if (component == COLOR_BUFFER) // outlines and shadow volumes count in the stencil buffer
+            camera->attach(osg::Camera::PACKED_DEPTH_STENCIL_BUFFER, GL_DEPTH_STENCIL_EXT);
         // The camera's own frame buffer is out of reach when its callbacks run; this one sees the same texture.
         reading = new osg::FrameBufferObject;
         reading->setAttachment(osg::Camera::BufferComponent(component), osg::FrameBufferAttachment(result));

@@ -2,6 +2,7 @@
 
 #include "reference/osg/decorator/shading_marks.h"
 #include "reference/osg/decorator/volume_mesh.h"
+#include "reference/osg/visual/stencil_buffer.h"
 
 #include <osg/BlendFunc>
 #include <osg/ColorMask>
@@ -170,7 +171,8 @@ void ShadowVolume::update(osg::NodeVisitor & visitor) {
 void ShadowVolume::cull(osgUtil::CullVisitor & visitor) {
     _shadowedScene->osg::Group::traverse(visitor);
     osg::ref_ptr<osg::LightSource> light;
-    if (!m_light.lock(light) || !light->getLight())
+    // Without a stencil buffer every pixel would count as shadowed.
+    if (!m_light.lock(light) || !light->getLight() || !hasStencil(*visitor.getCurrentCamera()))
         return;
     osg::Vec4d position = light->getLight()->getPosition();
     if (light->getReferenceFrame() != osg::LightSource::ABSOLUTE_RF)

@@ -3,6 +3,7 @@
 #include "platform/hyxOSG/render_state.h"
 
 #include "reference/osg/visual/node_state.h"
+#include "reference/osg/visual/stencil_buffer.h"
 
 #include <osg/Camera>
 #include <osg/CullFace>
@@ -60,7 +61,7 @@ osg::ref_ptr<osg::StateSet> lineState(osg::Vec4 const & color, float width) {
     return state;
 }
 
-/// Draws the node twice in the main pass of a picture. Pictures made before it, such as shadow maps, get the node alone.
+/// Draws the node twice, and once where there is no stencil buffer, as in shadow maps.
 class OutlineCallback : public osg::NodeCallback {
 public:
     OutlineCallback(osg::Vec4 const & color, float width)
@@ -70,7 +71,7 @@ public:
     void operator()(osg::Node * node, osg::NodeVisitor * visitor) override {
         auto * const cull = visitor->asCullVisitor();
         osg::Camera const * const camera = cull ? cull->getCurrentCamera() : nullptr;
-        if (!camera || camera->getRenderOrder() == osg::Camera::PRE_RENDER) {
+        if (!camera || !hasStencil(*camera)) {
             traverse(node, visitor);
             return;
         }
