@@ -52,7 +52,8 @@ struct WebServer::State {
   Client* find(lws* socket);
   void receive(lws* socket, const char* bytes, size_t size);
   int send(Client& client);
-  void queue(Client& client, bool binary, const std::string& bytes);
+  /// Whether there was room for the message.
+  bool queue(Client& client, bool binary, const std::string& bytes);
   static int callback(lws* socket, lws_callback_reasons reason, void* user, void* data, size_t size);
 };
 
@@ -97,10 +98,11 @@ void WebServer::State::receive(lws* socket, const char* bytes, size_t size) {
   if (!answer.empty()) queue(*client, false, answer);
 }
 
-void WebServer::State::queue(Client& client, bool binary, const std::string& bytes) {
-  if (client.outgoing.size() >= longestQueue) return;
+bool WebServer::State::queue(Client& client, bool binary, const std::string& bytes) {
+  if (client.outgoing.size() >= longestQueue) return false;
   client.outgoing.push_back({binary, std::string(LWS_PRE, '\0') + bytes});
   lws_callback_on_writable(client.socket);
+  return true;
 }
 
 int WebServer::State::send(Client& client) {
@@ -177,9 +179,8 @@ void WebServer::askForPicture() {
 
 void WebServer::sendPicture(const std::string& bytes) {
   for (Client& client : m_state->clients) {
-    if (!client.wantsPicture) continue;
-    client.wantsPicture = false;
-    m_state->queue(client, true, bytes);
+    // A page asks again only when it has shown the last one, so one that had no room is still owed.
+    if (client.wantsPicture) client.wantsPicture = !m_state->queue(client, true, bytes);
   }
 }
 

@@ -71,6 +71,10 @@ class Browser:
             mouse("mouseMoved", place, 1)
         mouse("mouseReleased", places[-1], 0)
 
+    def scroll(self, place, amount):
+        """Turns the wheel, away from the person for a negative amount."""
+        self.call("Input.dispatchMouseEvent", type="mouseWheel", x=place[0], y=place[1], deltaX=0, deltaY=amount)
+
     def press(self, key):
         for kind in ("keyDown", "keyUp"):
             self.call("Input.dispatchKeyEvent", type=kind, key=key, text=key if kind == "keyDown" else "")

@@ -91,6 +91,20 @@ def test_a_page_gets_a_picture_for_each_time_it_asks(served, page):
     assert page.receive(is_picture) is not None
 
 
+def test_a_page_that_does_not_keep_up_still_gets_its_picture(served, page):
+    is_picture = lambda message: isinstance(message, bytes)
+    served.step()
+    page.send(do="ready")
+    for _ in range(50):
+        served.updateRemoteDebugger()
+    for _ in range(100):  # more than a page is kept waiting for
+        served.pushParametersToControlChannel()
+    served.pushFrameToRemoteViewer()
+    page.receive(lambda message: False, 0.2)  # takes what has come
+    served.pushFrameToRemoteViewer()
+    assert page.receive(is_picture) is not None
+
+
 def test_a_page_is_told_the_parameters(served, page):
     add_box(served)
     served.setTimeStep(0.01)

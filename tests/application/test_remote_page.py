@@ -1,4 +1,5 @@
 """The remote page in a real browser: what it shows, and what a person's mouse and keys do."""
+import math
 import os
 import select
 import subprocess
@@ -53,6 +54,18 @@ def test_dragging_turns_the_camera_and_the_live_picture(served, browser):
     assert browser.wait(lambda: browser.evaluate(PICTURE) != shown)
     browser.click("#home")
     assert browser.wait(lambda: abs(served.getViewDirection().x - before.x) < 1e-6)
+
+
+def distance(app):
+    eye = app.getCameraData().eye
+    return math.hypot(eye.x, eye.y, eye.z)
+
+
+def test_the_wheel_goes_nearer_and_further(served, browser):
+    for amount in (-120, 120):
+        before = distance(served)
+        browser.scroll(middle_of_picture(browser), amount)
+        assert browser.wait(lambda: (distance(served) - before) * amount > 10)
 
 
 def test_buttons_pause_and_step(served, browser):

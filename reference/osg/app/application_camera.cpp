@@ -19,6 +19,8 @@ void checkView(const hyx::Vec3& eye, const hyx::Vec3& center, const hyx::Vec3& u
 }
 
 /// Turning keeps Z upright, unless the view was set up otherwise.
+constexpr double wheelZoom = -0.1;  // share of the distance; the wheel turned away from the user goes nearer
+
 void setHome(osgGA::OrbitManipulator& orbit, const osg::Vec3d& eye, const osg::Vec3d& center, const osg::Vec3d& up) {
   const osg::Vec3d vertical(0, 0, 1);
   const bool upright = (up ^ vertical).length() < 1e-9 * up.length() && ((center - eye) ^ vertical).length() > 0;
@@ -33,6 +35,7 @@ osg::ref_ptr<osgGA::OrbitManipulator> ExampleApplication::State::makeOrbit() {
   osg::ref_ptr<osgGA::OrbitManipulator> orbit = new osgGA::OrbitManipulator;
   orbit->setAllowThrow(false);
   orbit->setAutoComputeHomePosition(false);
+  orbit->setWheelZoomFactor(wheelZoom);
   setHome(*orbit, osg::Vec3d(0, -15, 6), osg::Vec3d(), osg::Vec3d(0, 0, 1));
   return orbit;
 }
@@ -79,6 +82,7 @@ void ExampleApplication::setOrbitCamera(GeometryNode* node, const hyx::Vec3& eye
     throw std::invalid_argument("the mode of an orbit camera must be 0 (position), 1 (heading too) or 2 (whole rotation)");
   checkView(eye, center, up);
   m_state->follow = new FollowManipulator(node, FollowManipulator::Mode(mode));
+  m_state->follow->setWheelZoomFactor(wheelZoom);
   setHome(*m_state->follow, toOsg(eye), toOsg(center), toOsg(up));
   m_state->useManipulator(m_state->follow);
 }

@@ -17,6 +17,8 @@ public:
         : m_button(button) {
         setAllowThrow(false);
         setVerticalAxisFixed(true);
+        constexpr double wheelZoom = -0.1; // turned away from the user the wheel goes nearer
+        setWheelZoomFactor(wheelZoom);
     }
 
 protected:
