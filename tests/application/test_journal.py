@@ -303,16 +303,20 @@ import os, sys, hyx, hyxCollide, hyxOSG
 app = hyxOSG.ExampleApplication()
 app.initSimulation()
 app.getSimulation().add(hyx.RigidBody(hyxCollide.Geometry(hyxCollide.Sphere(1)), "ball"))
+app.getSimulation().add(hyx.ParticleSystem())
 app.setJournalRecordPath(sys.argv[1])
+app.setJournalFormat(int(sys.argv[2]))
 app.initRecordJournal()
-for _ in range(100):
+for step in range(100):
+    app.getSimulation().getProcesses()[0].createParticle(hyx.Vec3(step, 0, 0))
     app.step()
 os.kill(os.getpid(), 9)
 """
 
 
-def test_a_crash_loses_the_last_block_at_most(app, path):
-    done = subprocess.run([sys.executable, "-c", CRASH, path], env={**os.environ, "PYTHONPATH": os.pathsep.join(sys.path)})
+@pytest.mark.parametrize("format", [0, 1])
+def test_a_crash_loses_the_last_block_at_most(app, path, format):
+    done = subprocess.run([sys.executable, "-c", CRASH, path, str(format)], timeout=60, env={**os.environ, "PYTHONPATH": os.pathsep.join(sys.path)})
     assert done.returncode == -signal.SIGKILL
     app.setJournalRecordPath(path)
     app.journalPlayback()
