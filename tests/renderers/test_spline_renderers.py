@@ -5,9 +5,11 @@ import math
 import pytest
 
 import hyx
+import hyxCollide
+import hyxOSG
 import hyxUtil
-from hyxOSG import SplineRenderer, SplineRendererOld, SplineShader
-from stage import Stage
+from hyxOSG import SceneDecorator, SplineRenderer, SplineRendererOld, SplineShader
+from stage import WIDTH, Stage
 
 KINDS = [SplineRenderer, SplineRendererOld]
 
@@ -55,6 +57,33 @@ def test_both_kinds_draw_the_same_tube(stage, spline):
     first, second = pictures
     assert covered(first) == pytest.approx(covered(second), rel=0.05)
     assert sum(lit(*a) != lit(*b) for a, b in zip(first.pixels, second.pixels)) < 0.1 * covered(first)
+
+
+@pytest.mark.parametrize("method", [SceneDecorator.SOFT_SHADOWMAP, SceneDecorator.PARALLELLSPLIT_SHADOWMAP, SceneDecorator.SHADOWTEXTURE])
+@pytest.mark.parametrize("kind", KINDS)
+def test_shadows_fall_on_the_tube(stage, spline, kind, method):
+    renderer = kind(spline, stage.root)
+    renderer.setRadius(0.2)
+    for node in [stage.root.getChild(i) for i in range(stage.root.getNumChildren())]:
+        node.setNodeMask(0xFFFFFFFF & ~64)  # the tube receives, and does not cast
+    roof = hyxCollide.Geometry(hyxCollide.Box(0.8, 2, 0.1))
+    roof.setLocalTransform(hyx.AffineMatrix4x4(hyx.Vec3(1.6, 0, 3)))
+    hyxOSG.createVisual(roof, stage.root)
+    stage.decorator.getLightSource(1).setPosition(hyx.Vec4(0, -0.5, 1, 0))
+    stage.look_from(hyx.Vec3(0, -8, 2))
+    stage.shoot()
+
+    def halves():
+        """The brightness of the tube's left and right half, below the roof's picture."""
+        pixels, width = stage.shoot().pixels, WIDTH
+        below = [(i % width, sum(pixel)) for i, pixel in enumerate(pixels) if i // width > 60]
+        return sum(light for x, light in below if x < width / 2), sum(light for x, light in below if x >= width / 2)
+
+    plain = halves()
+    stage.decorator.setShadowMethod(method)
+    stage.decorator.setEnableShadows(True)
+    left, right = halves()
+    assert left == pytest.approx(plain[0], rel=0.1) and right < 0.85 * plain[1], (plain, left, right)
 
 
 @pytest.mark.parametrize("kind", KINDS)

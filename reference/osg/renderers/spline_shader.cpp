@@ -1,6 +1,7 @@
 #include "platform/hyxOSG/spline_shader.h"
 
 #include "reference/core/number_checks.h"
+#include "reference/osg/decorator/shadow_lookup.h"
 #include "reference/osg/visual/conversions.h"
 
 #include <algorithm>
@@ -71,11 +72,15 @@ void main() {
 )";
 
 char const * const fragmentSource = R"(#version 150 compatibility
+#pragma import_defines(SHADOW_LIGHT, BLACK_SHADOWS)
 uniform vec4 cylinderColor;
 uniform bool useRedShiftScale;
 in vec3 eyePosition;
 in vec3 eyeNormal;
 in float redShift;
+
+float shadowVisibility(vec3 eyePosition, vec3 eyeNormal);
+
 void main() {
     float share = useRedShiftScale ? clamp(redShift, 0.0, 1.0) : 0.0;
     vec3 color = mix(cylinderColor.rgb, vec3(1.0, 0.0, 0.0), share);
@@ -84,7 +89,17 @@ void main() {
     vec3 light = normalize(place.w == 0.0 ? place.xyz : place.xyz / place.w - eyePosition);
     vec3 ambient = gl_LightModel.ambient.rgb + gl_LightSource[0].ambient.rgb;
     vec3 direct = gl_LightSource[0].diffuse.rgb * max(dot(normal, light), 0.0);
-    gl_FragColor = vec4(color * (ambient + direct), cylinderColor.a);
+    float visible = shadowVisibility(eyePosition, normal);
+#ifdef SHADOW_LIGHT
+#if SHADOW_LIGHT == 0
+    direct *= visible;
+#endif
+#endif
+    color *= ambient + direct;
+#ifdef BLACK_SHADOWS
+    color *= visible;
+#endif
+    gl_FragColor = vec4(color, cylinderColor.a);
 }
 )";
 
@@ -119,6 +134,7 @@ void SplineShader::createState() {
   m_program->addShader(new osg::Shader(osg::Shader::VERTEX, vertexSource));
   m_program->addShader(new osg::Shader(osg::Shader::GEOMETRY, geometrySource));
   m_program->addShader(new osg::Shader(osg::Shader::FRAGMENT, fragmentSource));
+  m_program->addShader(decorator::shadowLookupShader());
   m_program->addBindAttribLocation("stationRadius", radiusAttribute);
   m_program->addBindAttribLocation("stationShift", valueAttribute);
   osg::StateSet * const state = getOrCreateStateSet();
