@@ -2,7 +2,6 @@
 #include "reference/tavlang/urdf_joint.h"
 
 #include "platform/hyx/hinge.h"
-#include "platform/hyx/lock_joint.h"
 #include "platform/hyx/prismatic.h"
 #include "reference/physics/planar_joint.h"
 
@@ -36,7 +35,6 @@ hyx::ref_ptr<hyx::Constraint> makeJoint(const urdf::Joint& joint, hyx::RigidBody
     case urdf::Joint::CONTINUOUS: return complete(new hyx::Hinge(place, axis, child, parent), joint);
     case urdf::Joint::PRISMATIC: return complete(new hyx::Prismatic(place, axis, child, parent), joint);
     case urdf::Joint::PLANAR: return new hyx::PlanarJoint(place, axis, child, parent);
-    case urdf::Joint::FIXED: return new hyx::LockJoint(parent, child);
     case urdf::Joint::FLOATING: return nullptr;
     default: throw std::runtime_error("the joint '" + joint.name + "' is of an unknown type");
   }

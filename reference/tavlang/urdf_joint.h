@@ -9,7 +9,7 @@
 namespace hyxtavlang {
 
 /// The joint between two bodies that stand as described, with its limits and its friction; its motor, off at first, has the joint's
-/// effort. Null for a floating one, which holds nothing.
+/// effort. Null for a floating one, which holds nothing; a fixed one is none between bodies and throws.
 hyx::ref_ptr<hyx::Constraint> makeJoint(const urdf::Joint& joint, hyx::RigidBody* parent, hyx::RigidBody* child);
 
 }  // namespace hyxtavlang

@@ -2,8 +2,7 @@
 #include "reference/tavlang/urdf_model.h"
 
 #include "platform/hyxOSG/grid_axes.h"
-#include "reference/physics/bullet_values.h"
-#include "reference/physics/rigid_body_implementation.h"
+#include "reference/tavlang/link_masses.h"
 #include "reference/tavlang/mimic.h"
 #include "reference/tavlang/urdf_geometry.h"
 #include "reference/tavlang/urdf_joint.h"
@@ -14,7 +13,7 @@
 #include <urdf_parser/urdf_parser.h>
 
 #include <filesystem>
-#include <set>
+#include <map>
 #include <stdexcept>
 #include <utility>
 
@@ -44,7 +43,7 @@ private:
   hyx::ref_ptr<hyx::RigidBody> m_body;
 };
 
-/// Walks from the root link to the tips. Links that are fixed to each other become one body when at most one of them has mass.
+/// Walks from the root link to the tips. Links that are fixed to each other become one body, with the name of the first.
 class Builder {
 public:
   Builder(const urdf::ModelInterface& robot, const UrdfFiles& files, const OptParams& params, UrdfModel& model)
@@ -54,7 +53,8 @@ public:
     const urdf::LinkConstSharedPtr root = m_robot.getRoot();
     hyx::RigidBody* body = makeBody(*root, hyx::AffineMatrix4x4());
     addChildren(*root, {body, hyx::AffineMatrix4x4()});
-    if (m_params.fixedBase || !m_massive.count(body)) body->setMotionControl(hyx::RigidBody::STATIC);
+    for (const auto& [massive, masses] : m_masses) masses.giveTo(*massive);
+    if (m_params.fixedBase || !m_masses.count(body)) body->setMotionControl(hyx::RigidBody::STATIC);
     addMimics();
     keepApart();
     return m_assembly;
@@ -71,7 +71,7 @@ private:
     for (const urdf::JointSharedPtr& joint : link.child_joints) {
       const urdf::LinkConstSharedPtr child = m_robot.getLink(joint->child_link_name);
       const hyx::AffineMatrix4x4 local = toMatrix(joint->parent_to_joint_origin_transform) * place.local;
-      if (joint->type == urdf::Joint::FIXED && !(child->inertial && m_massive.count(place.body))) {
+      if (joint->type == urdf::Joint::FIXED) {
         fill(*child, {place.body, local});
         addChildren(*child, {place.body, local});
       } else {
@@ -97,25 +97,7 @@ private:
     for (const urdf::VisualSharedPtr& visual : link.visual_array)
       if (visual->geometry)
         m_model.visuals.push_back({place.body, makeVisual(*visual, toMatrix(visual->origin) * place.local, m_files)});
-    if (link.inertial) setMass(*link.inertial, place);
-  }
-
-  void setMass(const urdf::Inertial& inertial, const Place& place) {
-    if (!(inertial.mass > 0)) return;
-    hyx::RigidBody& body = *place.body;
-    m_massive.insert(&body);
-    body.setMass(inertial.mass);
-    const hyx::AffineMatrix4x4 frame = toMatrix(inertial.origin) * place.local;
-    body.setCenterOfMass(frame.getTranslate());
-    const btMatrix3x3 tensor(inertial.ixx, inertial.ixy, inertial.ixz, inertial.ixy, inertial.iyy, inertial.iyz, inertial.ixz,
-                             inertial.iyz, inertial.izz);
-    const btMatrix3x3 axes = hyx::toBullet(frame).getBasis();
-    if (isPositive(tensor)) body.implementation().setInertiaTensor(axes * tensor * axes.transpose());
-  }
-
-  /// Many descriptions leave zeros: such links keep the inertia of their shapes.
-  static bool isPositive(const btMatrix3x3& tensor) {
-    return tensor[0][0] > 0 && tensor[0][0] * tensor[1][1] > tensor[0][1] * tensor[0][1] && tensor.determinant() > 0;
+    if (link.inertial && link.inertial->mass > 0) m_masses[place.body].add(*link.inertial, place.local);
   }
 
   void join(const urdf::Joint& joint, hyx::RigidBody* parent, hyx::RigidBody* child) {
@@ -160,7 +142,7 @@ private:
   const OptParams& m_params;
   UrdfModel& m_model;
   hyx::ref_ptr<hyxSDK::Assembly> m_assembly;
-  std::set<const hyx::RigidBody*> m_massive;  ///< those that a link has given its mass
+  std::map<hyx::RigidBody*, LinkMasses> m_masses;  ///< of the bodies that a link gives mass
   std::vector<std::pair<const hyx::RigidBody*, const hyx::RigidBody*>> m_joined;
 };
 

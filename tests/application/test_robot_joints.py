@@ -155,6 +155,19 @@ def test_links_fixed_to_a_massless_one_become_one_body(load):
     assert body.getMotionControl() == hyx.RigidBody.DYNAMICS
 
 
+def test_links_fixed_to_each_other_weigh_together(load):
+    world = load(LINK.format("rod", 1, 0.1, 0.2, 0.3, 0, 0, 0) + LINK.format("end", 3, 0.4, 0.5, 0.6, 0, 0, 0) + joint("floating", "rod") +
+                 joint("fixed", "end", "weld", parent="rod", inside='<origin xyz="2 0 0" rpy="0 0 1.5707963267948966"/>'))
+    body = world.getRigidBody("rod")
+    assert world.getConstraints() == [] and world.getRigidBody("end") is None
+    assert body.getMass() == 4 and tuple(body.getCenterOfMass()) == pytest.approx((1.5, 0, 0))
+    across = 1 * 1.5**2 + 3 * 0.5**2
+    assert tuple(body.getInertia()) == pytest.approx((0.1 + 0.5, 0.2 + 0.4 + across, 0.3 + 0.6 + across))
+    body.addTorque(hyx.Vec3(0, 0, 1))
+    world.step()
+    assert body.getAngularVelocity().z == pytest.approx(world.getTimeStep() / (0.9 + across), rel=1e-3)
+
+
 BALL = ('<link name="{0}"><inertial><mass value="1"/><inertia ixx="1" iyy="1" izz="1" ixy="0" ixz="0" iyz="0"/></inertial>'
         '<collision><geometry><sphere radius="0.5"/></geometry></collision></link>')
 

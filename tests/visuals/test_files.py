@@ -1,11 +1,13 @@
 """Scene files and model files."""
 import json
+import time
 
 import hyx
 import hyxOSG
 import hyxSDK
 import osg
 import osgDB
+import numpy
 import picture_files
 import pytest
 
@@ -40,6 +42,19 @@ def test_models_are_read_with_all_their_triangles(tmp_path, name, text):
     mesh = hyxOSG.createTrimesh(node)
     assert mesh.getNumTriangles() == 4
     assert node.getBound().radius() == pytest.approx(0.866, abs=0.05)
+
+
+def test_a_large_stl_file_is_read_in_a_moment(tmp_path):
+    count, path = 60_000, tmp_path / "large.stl"
+    facets = numpy.zeros(count, dtype=[("numbers", "<f4", (4, 3)), ("attribute", "<u2")])
+    grid = numpy.arange(count)
+    corners = numpy.stack([grid % 300, grid // 300, 0 * grid], axis=1)
+    facets["numbers"] = numpy.stack([0 * corners + (0, 0, 1), corners, corners + (1, 0, 0), corners + (0, 1, 0)], axis=1)
+    path.write_bytes(bytes(80) + count.to_bytes(4, "little") + facets.tobytes())
+    start = time.process_time()
+    node = hyxOSG.readNodeFile(str(path), False)
+    assert time.process_time() - start < 1
+    assert len(hyxOSG.createTrimesh(node).getIndices()) == 3 * count
 
 
 def test_a_file_is_read_once_and_again_when_asked(tmp_path):

@@ -53,6 +53,8 @@ osg::Node * readNodeFile(std::string const & file, osgDB::Options const * option
         return nullptr;
     }
     osg::ref_ptr<osgDB::Options> const present = options ? options->cloneOptions() : new osgDB::Options;
+    // The time for making strips grows with the square of the number of triangles: minutes for a large STL file.
+    present->setOptionString(present->getOptionString() + " noTriStripPolygons");
     if (useCache) {
         present->setObjectCacheHint(osgDB::Options::CACHE_NODES);
         if (auto const known = osgDB::Registry::instance()->getRefFromObjectCache(path, present))
