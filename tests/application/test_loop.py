@@ -103,6 +103,16 @@ def test_pausing_can_rest_the_listeners_too(app):
     assert len(listener.calls) == 2 and not app.getEnablePauseUpdate()
 
 
+def quickest(operation):
+    """Seconds that the operation takes at best, on a machine that may be busy."""
+    times = []
+    for _ in range(5):
+        start = time.monotonic()
+        operation()
+        times.append(time.monotonic() - start)
+    return min(times)
+
+
 def test_an_idle_turn_sleeps(app):
     app.setAutoStepping(False)
     start, used = time.monotonic(), time.process_time()
@@ -111,13 +121,9 @@ def test_an_idle_turn_sleeps(app):
     assert time.monotonic() - start > 0.08
     assert time.process_time() - used < 0.5 * (time.monotonic() - start)
     app.setAutoStepping(True)
-    start = time.monotonic()
-    app.throttleIdleCpuUsageBySleeping()
-    assert time.monotonic() - start < 0.004
+    assert quickest(app.throttleIdleCpuUsageBySleeping) < 0.004
     app.setAutoStepping(False)
-    start = time.monotonic()
-    app.throttleIdleCpuUsageBySleeping()
-    assert time.monotonic() - start >= 0.004
+    assert quickest(app.throttleIdleCpuUsageBySleeping) >= 0.004
     app.setAutoStepping(True)
 
 
