@@ -15,7 +15,7 @@ public:
   /// rad/s or m/s.
   Real getCurrentSpeed() const;
 
-  /// Resists motion along or about the free direction with up to this force, in newtons or newton metres; 0, the start, is none. Throws std::invalid_argument when negative or not finite.
+  /// Resists motion along or about the free direction with up to this force, in newtons or newton metres; 0, the start, is none. While above 0 it is one more row, as is the viscosity. Throws std::invalid_argument when negative or not finite.
   void setFriction(Real force);
   Real getFriction() const;
   /// Resists motion with a force proportional to its speed, in N s/m or Nm s/rad; 0, the start, is none. Throws std::invalid_argument when negative or not finite.

@@ -39,6 +39,11 @@ def test_damping_slows_a_wheel_exponentially(load):
     for _ in range(1000):
         world.step()
     assert axle.getCurrentSpeed() == pytest.approx(4 * math.exp(-0.25 / 0.5), rel=2e-3)
+    rows = axle.getNumRows()
+    assert axle.getRowForce(rows - 1) == pytest.approx(-0.25 * axle.getCurrentSpeed(), rel=1e-2)
+    axle.setViscosity(0)
+    world.step()
+    assert axle.getNumRows() == rows - 1
 
 
 def test_friction_takes_a_constant_torque_and_then_holds(load):
