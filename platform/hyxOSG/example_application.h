@@ -589,7 +589,7 @@ public:
   bool m_isLoadingScene = false;   ///< whether a scene is being built now
   bool m_isFMU = false;            ///< whether a master outside steps the simulation: the loop then draws and serves, but does not step
   hyx::Event m_sceneLoadEvent;     ///< raised after a scene was built
-  std::string m_hostName;          ///< the address that remote services bind to; empty for loopback
+  std::string m_hostName;          ///< the address that remote services listen on, such as 0.0.0.0; empty for loopback
 
 protected:
   ~ExampleApplication() override;

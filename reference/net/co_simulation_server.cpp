@@ -2,6 +2,7 @@
 #include "platform/hyxNet/co_simulation_server.h"
 
 #include "reference/net/access_token.h"
+#include "reference/net/listen_address.h"
 #include "reference/net/call_result.h"
 
 #include <nlohmann/json.hpp>
@@ -35,7 +36,7 @@ CoSimulationServer::CoSimulationServer(int port, const std::string& token, const
   if (port < 0 || port > 65535) throw std::invalid_argument("a port must be 0 to 65535");
   m_state->token = token;
   m_state->socket.set(zmq::sockopt::linger, 0);
-  const std::string host = address.empty() ? "127.0.0.1" : address;
+  const std::string host = listenAddress(address);
   const std::string endpoint = "tcp://" + host + ":" + (port ? std::to_string(port) : "*");
   try {
     m_state->socket.bind(endpoint);

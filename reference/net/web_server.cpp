@@ -2,6 +2,7 @@
 #include "reference/net/web_server.h"
 
 #include "reference/net/access_token.h"
+#include "reference/net/listen_address.h"
 
 #include <libwebsockets.h>
 
@@ -144,7 +145,7 @@ WebServer::WebServer(int port, const std::string& host, const std::string& token
   lws_set_log_level(0, nullptr);
   static const lws_protocols protocols[] = {{"hyx", State::callback, 0, longestMessage, 0, nullptr, 0},
                                             {nullptr, nullptr, 0, 0, 0, nullptr, 0}};
-  const std::string address = host.empty() ? "127.0.0.1" : host;
+  const std::string address = listenAddress(host);
   lws_context_creation_info info{};
   info.options = LWS_SERVER_OPTION_EXPLICIT_VHOSTS | LWS_SERVER_OPTION_FAIL_UPON_UNABLE_TO_BIND;
   // With both families at hand the library listens on all addresses when it is given one of the fourth version.

@@ -62,7 +62,7 @@ def test_it_listens_on_loopback_only(app, capfd):
 
 
 @pytest.mark.parametrize("host, shown, address", [
-    ("127.0.0.2", "127.0.0.2", "0200007F"), ("0.0.0.0", "0.0.0.0", "00000000"),
+    ("127.0.0.2", "127.0.0.2", "0200007F"), ("localhost", "127.0.0.1", "0100007F"), ("0.0.0.0", "0.0.0.0", "00000000"),
     pytest.param("::1", "[::1]", 24 * "0" + "01000000", marks=pytest.mark.skipif(not VERSION_6, reason="no addresses of version 6"))])
 def test_it_listens_where_it_is_told_to(app, capfd, host, shown, address):
     app.m_hostName = host

@@ -73,7 +73,8 @@ print("linked")
 @pytest.mark.parametrize("order", [("_sample", "plain_sibling"), ("plain_sibling", "_sample")])
 def test_a_sibling_built_from_the_records_alone_links_in_both_orders(order):
     result = run_python(FAMILY.format(first=order[0], second=order[1]))
-    assert (result.stdout.splitlines()[-1:], result.stderr) == (["linked"], "")
+    # The objects without destructors are announced through C's own buffer, so before or after.
+    assert (result.stdout.splitlines().count("linked"), result.stderr) == (1, "")
 
 
 def test_a_miss_is_forgotten_when_a_module_joins_the_chain():

@@ -4,6 +4,7 @@
 #include "platform/hyxOSG/example_application.h"
 #include "platform/hyxSDK/simulation.h"
 #include "reference/net/access_token.h"
+#include "reference/net/listen_address.h"
 #include "reference/net/web_server.h"
 #include "reference/osg/app/remote_page.h"
 
@@ -51,7 +52,7 @@ ExampleApplicationController::ExampleApplicationController(ExampleApplication* a
   if (!application) throw std::invalid_argument("the remote control needs an application, not None");
   m_state->application = application;
   m_state->token = token.empty() ? hyxNet::makeAccessToken() : token;
-  m_state->host = host.empty() ? "127.0.0.1" : host;
+  m_state->host = hyxNet::listenAddress(host);
   State* state = m_state.get();
   m_state->server = std::make_unique<hyxNet::WebServer>(
       port, m_state->host, m_state->token, remotePage, [state](const std::string& message) { return state->follow(message); });
