@@ -17,6 +17,15 @@ namespace {
 
 using namespace runtime;
 
+bool has_dict(PyTypeObject *type) noexcept
+{
+#ifdef Py_TPFLAGS_MANAGED_DICT
+    if (PyType_HasFeature(type, Py_TPFLAGS_MANAGED_DICT))
+        return true;
+#endif
+    return type->tp_dictoffset != 0;
+}
+
 Route find_route(PyTypeObject *type) noexcept
 {
     Route route{type, 0, Road::general, 0};
@@ -30,6 +39,8 @@ Route find_route(PyTypeObject *type) noexcept
                 route.road = Road::slot;
                 route.offset = member->offset;
             }
+        } else if (!attribute && !has_dict(type)) {
+            route.road = Road::nowhere;
         }
 #if PY_VERSION_HEX < 0x030B0000
         else if (!attribute && type->tp_dictoffset > 0) {
@@ -82,6 +93,7 @@ SwigPyObject *SWIG_Python_GetSwigThis(PyObject *object) noexcept
         switch (route.road) {
         case Road::slot: object = field(object, route.offset); break;
         case Road::dict: object = from_dict(object, route.offset); break;
+        case Road::nowhere: return nullptr;
         default: object = ask(object); break;
         }
     }

@@ -13,6 +13,7 @@ namespace runtime {
 
 enum class Road : int {
     general,        // ask the object
+    nowhere,        // instances have no such attribute and no dict to get one: numbers, text
     pointer_object, // the object is a pointer object, this module's or a sibling's; such types live for ever
     slot,           // at a fixed offset of the instance
     dict,           // in the instance's dict
