@@ -1,12 +1,11 @@
 // The integer constants of _hyxOSG: enumerators and masks, named by class and enumerator.
 #pragma once
 
+#include "runtime/integer_constants.h"
+
 namespace module {
 
-struct Constant {
-    const char *name;
-    long value;
-};
+using runtime::Constant;
 
 // In the order in which they are installed.
 constexpr Constant constants[] = {

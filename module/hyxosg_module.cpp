@@ -11,11 +11,7 @@ namespace module {
 
 namespace {
 
-template <std::size_t N> void install_constants(PyObject *dict, Constant const (&table)[N])
-{
-    for (Constant const &constant : table)
-        SWIG_Python_SetConstant(dict, constant.name, PyLong_FromLong(constant.value));
-}
+using runtime::install_constants;
 
 bool install(PyObject *dict)
 {

@@ -117,17 +117,15 @@ public:
   /// no window can be made.
   void initViewer(int width, int height, bool offscreen = false);
 
-  /// Makes the viewer ready for the window: camera, manipulator, event handlers. Called by `initViewer`; again
-  /// with other values it takes the manipulator or the pick handler away.
+  /// Gives the viewer camera, manipulator and event handlers, as `initViewer` does; other values take the latter two away.
   void setupViewer(bool manipulator = true, bool pickHandler = true);
 
   /// Makes the viewer with the size of the options, or 1024 x 768, when there is none yet.
   void initGraphics();
 
-  /// Opens what the options `--rpc-port` (remote control), `--co-simulation-port` (another process steps the simulation) and
-  /// `--click-port` (another process drives joints) ask for: on the loopback address unless `m_hostName` names another, guarded by the token of `--rpc-token` or one that
-  /// is made; prints the addresses with the token. Does nothing more the second time. Throws std::runtime_error when a
-  /// port is in use.
+  /// Opens what the options `--rpc-port` (remote control), `--co-simulation-port` (another process steps) and `--click-port`
+  /// (another process drives joints) ask for, on the loopback address unless `m_hostName` names another, and prints the addresses
+  /// with the token that guards them: that of `--rpc-token`, or one that is made. Throws std::runtime_error when a port is in use.
   void initRpc();
 
   /// Builds the first scene that was added, or an empty one.

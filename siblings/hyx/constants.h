@@ -4,15 +4,11 @@
 #include "platform/hyx/cylindrical_joint.h"
 #include "platform/hyx/notify.h"
 #include "platform/hyx/rigid_body.h"
+#include "runtime/integer_constants.h"
 
 namespace {
 
-struct Constant {
-    const char *name;
-    long value;
-};
-
-constexpr Constant constants[] = {
+constexpr runtime::Constant constants[] = {
     {"Notify_NOTIFY_DEBUG", hyx::Notify::NOTIFY_DEBUG},
     {"Notify_NOTIFY_INFO", hyx::Notify::NOTIFY_INFO},
     {"Notify_NOTIFY_WARNING", hyx::Notify::NOTIFY_WARNING},

@@ -2,15 +2,11 @@
 #pragma once
 
 #include "platform/hyxCollide/shape.h"
+#include "runtime/integer_constants.h"
 
 namespace {
 
-struct Constant {
-    const char *name;
-    long value;
-};
-
-constexpr Constant constants[] = {
+constexpr runtime::Constant constants[] = {
     {"Shape_BOX", hyxCollide::Shape::BOX},
     {"Shape_SPHERE", hyxCollide::Shape::SPHERE},
     {"Shape_CYLINDER", hyxCollide::Shape::CYLINDER},

@@ -3,15 +3,11 @@
 
 #include "platform/hyxSDK/gui_event_listener.h"
 #include "platform/hyxSDK/simulation.h"
+#include "runtime/integer_constants.h"
 
 namespace {
 
-struct Constant {
-    const char *name;
-    long value;
-};
-
-constexpr Constant constants[] = {
+constexpr runtime::Constant constants[] = {
     {"Simulation_MULTI", hyxSDK::Simulation::MULTI},
     {"Simulation_ITERATIVE", hyxSDK::Simulation::ITERATIVE},
     {"Simulation_DIRECT", hyxSDK::Simulation::DIRECT},

@@ -1,6 +1,8 @@
 // The enumerators of _osg.
 #pragma once
 
+#include "runtime/integer_constants.h"
+
 #include <osg/NodeVisitor>
 #include <osg/Shader>
 #include <osg/StateAttribute>
@@ -8,12 +10,7 @@
 
 namespace {
 
-struct Constant {
-    const char *name;
-    long value;
-};
-
-constexpr Constant constants[] = {
+constexpr runtime::Constant constants[] = {
     {"NodeVisitor_NODE_VISITOR", osg::NodeVisitor::NODE_VISITOR},
     {"NodeVisitor_UPDATE_VISITOR", osg::NodeVisitor::UPDATE_VISITOR},
     {"NodeVisitor_CULL_VISITOR", osg::NodeVisitor::CULL_VISITOR},
