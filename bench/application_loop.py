@@ -8,7 +8,6 @@ Exits with 1 when a figure is above its limit on an idle 2-core machine.
 
 import os
 import sys
-import time
 
 import hyx
 import hyxCollide
@@ -16,23 +15,12 @@ import hyxIO
 import hyxOSG
 import hyxSDK
 
-ROUNDS = 8
+from processor_time import best
 
 
 def memory():
     """Mebibytes in use."""
     return int(open("/proc/self/statm").read().split()[1]) * os.sysconf("SC_PAGE_SIZE") / 2**20
-
-
-def best(operation, repeat):
-    """Microseconds for one call, the best of several rounds."""
-    times = []
-    for _ in range(ROUNDS):
-        start = time.process_time()
-        for _ in range(repeat):
-            operation()
-        times.append((time.process_time() - start) / repeat * 1e6)
-    return min(times)
 
 
 def overhead():

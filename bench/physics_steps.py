@@ -7,13 +7,12 @@ Exits with 1 when a figure is above its limit on an idle 2-core machine.
 """
 
 import sys
-import time
 
 import hyx
 import hyxCollide
 import hyxSDK
 
-ROUNDS = 8
+from processor_time import best
 
 
 def pile(count):
@@ -44,16 +43,6 @@ def chain(count):
     return sim
 
 
-def best(operation, repeat):
-    times = []
-    for _ in range(ROUNDS):
-        start = time.process_time()
-        for _ in range(repeat):
-            operation()
-        times.append((time.process_time() - start) / repeat)
-    return 1e3 * min(times)
-
-
 def cast_rays(space):
     up, down = hyx.Vec3(0, 0, 5), hyx.Vec3(0, 0, -5)
     for i in range(100):
@@ -65,10 +54,10 @@ def cast_rays(space):
 def main():
     heap = pile(200)
     figures = [
-        ("step of 200 mixed bodies", best(heap.step, 50), 3.0),
-        ("poses of 200 bodies", best(heap.getPoses, 50), 0.1),
-        ("100 rays into them", best(lambda: cast_rays(heap.getSpace()), 5), 1.5),
-        ("step of 200 ball joints", best(chain(200).step, 20), 1.5),
+        ("step of 200 mixed bodies", best(heap.step, 50) / 1e3, 3.0),
+        ("poses of 200 bodies", best(heap.getPoses, 50) / 1e3, 0.1),
+        ("100 rays into them", best(lambda: cast_rays(heap.getSpace()), 5) / 1e3, 1.5),
+        ("step of 200 ball joints", best(chain(200).step, 20) / 1e3, 1.5),
     ]
     for name, milliseconds, limit in figures:
         print(f"{name:28s}{milliseconds:8.3f} ms   (limit {limit})")

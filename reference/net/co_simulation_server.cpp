@@ -2,8 +2,8 @@
 #include "platform/hyxNet/co_simulation_server.h"
 
 #include "reference/net/access_token.h"
-#include "reference/net/listen_address.h"
 #include "reference/net/call_result.h"
+#include "reference/net/listen_address.h"
 
 #include <nlohmann/json.hpp>
 #include <zmq.hpp>

@@ -18,9 +18,9 @@ void checkView(const hyx::Vec3& eye, const hyx::Vec3& center, const hyx::Vec3& u
     throw std::invalid_argument("eye and center must be apart, and up must not be along the view");
 }
 
-/// Turning keeps Z upright, unless the view was set up otherwise.
 constexpr double wheelZoom = -0.1;  // share of the distance; the wheel turned away from the user goes nearer
 
+/// Turning keeps Z upright, unless the view was set up otherwise.
 void setHome(osgGA::OrbitManipulator& orbit, const osg::Vec3d& eye, const osg::Vec3d& center, const osg::Vec3d& up) {
   const osg::Vec3d vertical(0, 0, 1);
   const bool upright = (up ^ vertical).length() < 1e-9 * up.length() && ((center - eye) ^ vertical).length() > 0;
