@@ -1,7 +1,50 @@
-"""Every test may assume that the import root and the test modules are on the path."""
+"""Every test may assume that the import root and the test modules are on the path; applications off-screen, and their pictures."""
+import os
 import sys
+
+import pytest
 
 from subprocesses import BUILD
 
 for folder in (BUILD / "test_modules", BUILD / "python"):
     sys.path.insert(0, str(folder))
+os.environ.setdefault("HYX_DISPLAY", "offscreen")
+
+import hyx
+import hyxOSG
+
+from application_stage import read_picture
+
+
+@pytest.fixture
+def app():
+    """An application with a simulation of its own. It lives to the end of the process, so tests look only at their own."""
+    made = hyxOSG.ExampleApplication()
+    made.init(None)
+    made.initSimulation()
+    yield made
+    made.postExecution()
+    made.clearScene()
+
+
+@pytest.fixture
+def window(app):
+    """The same with a small window and the camera in front of the origin."""
+    app.initViewer(160, 120)
+    app.setCameraHome(hyx.Vec3(0, -10, 0), hyx.Vec3(0, 0, 0))
+    return app
+
+
+@pytest.fixture
+def shoot(tmp_path):
+    """Takes the application's picture."""
+    count = 0
+
+    def take(application):
+        nonlocal count
+        count += 1
+        path = tmp_path / f"shot{count}.ppm"
+        application.takeScreenShot(str(path))
+        return read_picture(path)
+
+    return take

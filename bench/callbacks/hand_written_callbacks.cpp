@@ -1,11 +1,11 @@
 // Native overrides that call Python as one would write them by hand for one method each, and the clock around either
 // kind of override: both are called through the base class, in a loop without Python.
-#include "platform/hyx/affine_matrix4x4.h"
-#include "platform/hyxOSG/example_application_listener.h"
-#include "platform/hyxOSG/gui_event_listener.h"
-#include "platform/hyxOSG/lidar_output_renderer_color_function_callback.h"
-#include "runtime/pointers.h"
-#include "runtime/type_chain.h"
+#include "platform/hyx/values/affine_matrix4x4.h"
+#include "platform/hyxOSG/application/example_application_listener.h"
+#include "platform/hyxOSG/picking/gui_event_listener.h"
+#include "platform/hyxOSG/renderers/lidar_output_renderer_color_function_callback.h"
+#include "binding/runtime/pointers.h"
+#include "binding/runtime/type_chain.h"
 
 #include <Python.h>
 

@@ -1,10 +1,10 @@
 // Flat functions as one would write them by hand: the same conventions, checks and messages as the rows.
-#include "platform/hyx/vec3.h"
-#include "platform/hyxOSG/geometry_node.h"
-#include "platform/hyxOSG/transform.h"
-#include "runtime/errors.h"
-#include "runtime/pointers.h"
-#include "runtime/type_chain.h"
+#include "platform/hyx/values/vec3.h"
+#include "platform/hyxOSG/nodes/geometry_node.h"
+#include "platform/hyxOSG/nodes/transform.h"
+#include "binding/runtime/errors.h"
+#include "binding/runtime/pointers.h"
+#include "binding/runtime/type_chain.h"
 
 #include <exception>
 

@@ -1,5 +1,4 @@
 // The entry point of _synthetic.
-#include "module/areas.h"
-#include "module/family_module.h"
+#include "binding/entry/family_module.h"
 
-PyMODINIT_FUNC PyInit__synthetic() { return module::initialise({"_synthetic", module::areas, module::area_count, nullptr}); }
+PyMODINIT_FUNC PyInit__synthetic() { return entry::initialise({"_synthetic", nullptr}); }

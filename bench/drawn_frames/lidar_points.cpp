@@ -1,6 +1,6 @@
 // Many points: as a plain vertex buffer, and through the lidar renderer coloured by a legend.
 #include "bench/drawn_frames/turns.h"
-#include "platform/hyxOSG/lidar_output_renderer.h"
+#include "platform/hyxOSG/renderers/lidar_output_renderer.h"
 #include "platform/hyxSensor/lidar.h"
 
 #include <cmath>

@@ -1,7 +1,7 @@
 // Many moving particles: as a plain point cloud, and through the particle drawable in each rendering mode.
 #include "bench/drawn_frames/turns.h"
-#include "platform/hyx/particle_system.h"
-#include "platform/hyxOSG/particle_system_drawable.h"
+#include "platform/hyx/particles/particle_system.h"
+#include "platform/hyxOSG/nodes/particle_system_drawable.h"
 
 #include <osg/Geode>
 

@@ -1,7 +1,7 @@
 // A surface whose heights all change in every frame: as a plain vertex buffer, and through the terrain renderer.
 #include "bench/drawn_frames/turns.h"
-#include "platform/hyxOSG/geometry_node.h"
-#include "platform/hyxOSG/terrain_voxel_renderer.h"
+#include "platform/hyxOSG/nodes/geometry_node.h"
+#include "platform/hyxOSG/renderers/terrain_voxel_renderer.h"
 #include "platform/hyxTerrain/terrain.h"
 
 #include <algorithm>

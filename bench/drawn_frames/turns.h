@@ -1,6 +1,6 @@
 #pragma once
 // Frame times of different ways to draw the same thing.
-#include "platform/hyxOSG/example_application.h"
+#include "platform/hyxOSG/application/example_application.h"
 
 #include <osg/Geometry>
 

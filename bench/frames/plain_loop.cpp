@@ -1,8 +1,8 @@
 // A plain C++ viewer loop over an application's scene, to compare the loop driven from Python with.
-#include "platform/hyxOSG/example_application.h"
+#include "platform/hyxOSG/application/example_application.h"
 #include "platform/hyxSDK/simulation.h"
-#include "runtime/pointers.h"
-#include "runtime/type_chain.h"
+#include "binding/runtime/pointers.h"
+#include "binding/runtime/type_chain.h"
 
 #include <osgViewer/Viewer>
 

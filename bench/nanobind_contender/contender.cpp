@@ -1,11 +1,11 @@
 // The operations that bench/proxy_calls.py measures, bound with nanobind over the same libraries.
-#include "platform/hyx/rigid_body.h"
-#include "platform/hyx/vec3.h"
+#include "platform/hyx/bodies/rigid_body.h"
+#include "platform/hyx/values/vec3.h"
 #include "platform/hyxCollide/geometry.h"
-#include "platform/hyxOSG/geometry_node.h"
-#include "platform/hyxOSG/texture2d.h"
-#include "platform/hyxOSG/textures.h"
-#include "platform/hyxOSG/transform.h"
+#include "platform/hyxOSG/nodes/geometry_node.h"
+#include "platform/hyxOSG/nodes/texture2d.h"
+#include "platform/hyxOSG/visuals/textures.h"
+#include "platform/hyxOSG/nodes/transform.h"
 
 #include <nanobind/nanobind.h>
 #include <nanobind/stl/string.h>

@@ -1,9 +1,9 @@
 // A plain C++ viewer loop that draws a scene off-screen and reads it back, to compare render targets with.
-#include "platform/hyxOSG/example_application.h"
-#include "platform/hyxOSG/render_target.h"
+#include "platform/hyxOSG/application/example_application.h"
+#include "platform/hyxOSG/capture/render_target.h"
 #include "platform/hyxSDK/simulation.h"
-#include "runtime/pointers.h"
-#include "runtime/type_chain.h"
+#include "binding/runtime/pointers.h"
+#include "binding/runtime/type_chain.h"
 
 #include <osg/Image>
 #include <osgViewer/Viewer>

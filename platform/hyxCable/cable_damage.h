@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/hyx/process.h"
-#include "platform/hyx/referenced.h"
-#include "platform/hyx/types.h"
+#include "platform/hyx/objects/process.h"
+#include "platform/hyx/objects/referenced.h"
+#include "platform/hyx/values/types.h"
 #include "platform/hyxCable/cable.h"
 
 #include <vector>

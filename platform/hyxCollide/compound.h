@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/hyx/affine_matrix4x4.h"
-#include "platform/hyx/vector.h"
+#include "platform/hyx/values/affine_matrix4x4.h"
+#include "platform/hyx/values/vector.h"
 #include "platform/hyxCollide/shape.h"
 
 namespace hyxCollide {

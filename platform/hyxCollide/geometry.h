@@ -1,9 +1,9 @@
 #pragma once
 
-#include "platform/hyx/affine_matrix4x4.h"
-#include "platform/hyx/event.h"
-#include "platform/hyx/object.h"
-#include "platform/hyx/vector.h"
+#include "platform/hyx/values/affine_matrix4x4.h"
+#include "platform/hyx/objects/event.h"
+#include "platform/hyx/objects/object.h"
+#include "platform/hyx/values/vector.h"
 
 #include <memory>
 

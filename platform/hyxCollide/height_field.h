@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/hyx/vector.h"
+#include "platform/hyx/values/vector.h"
 #include "platform/hyxCollide/shape.h"
 
 namespace hyxCollide {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/hyx/vec3.h"
-#include "platform/hyx/vector.h"
+#include "platform/hyx/values/vec3.h"
+#include "platform/hyx/values/vector.h"
 #include "platform/hyxCollide/geometry.h"
 
 namespace hyxCollide {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/hyx/plane.h"
+#include "platform/hyx/values/plane.h"
 #include "platform/hyxCollide/shape.h"
 
 namespace hyxCollide {

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/hyx/object.h"
-#include "platform/hyx/range_real.h"
-#include "platform/hyx/vec3.h"
+#include "platform/hyx/objects/object.h"
+#include "platform/hyx/values/range_real.h"
+#include "platform/hyx/values/vec3.h"
 
 #include <memory>
 

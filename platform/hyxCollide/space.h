@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/hyx/object.h"
+#include "platform/hyx/objects/object.h"
 #include "platform/hyxCollide/local_geometry_contact.h"
 #include "platform/hyxCollide/geometry.h"
 

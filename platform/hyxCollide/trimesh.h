@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/hyx/vec3_vector.h"
+#include "platform/hyx/values/vec3_vector.h"
 #include "platform/hyxCollide/shape.h"
 
 namespace hyxCollide {

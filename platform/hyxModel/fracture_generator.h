@@ -1,10 +1,10 @@
 #pragma once
 
-#include "platform/hyx/process.h"
-#include "platform/hyx/referenced.h"
-#include "platform/hyx/rigid_body.h"
-#include "platform/hyx/types.h"
-#include "platform/hyx/vec3.h"
+#include "platform/hyx/objects/process.h"
+#include "platform/hyx/objects/referenced.h"
+#include "platform/hyx/bodies/rigid_body.h"
+#include "platform/hyx/values/types.h"
+#include "platform/hyx/values/vec3.h"
 
 #include <functional>
 #include <vector>

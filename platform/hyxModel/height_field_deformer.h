@@ -1,9 +1,9 @@
 #pragma once
 
-#include "platform/hyx/process.h"
-#include "platform/hyx/referenced.h"
-#include "platform/hyx/types.h"
-#include "platform/hyx/vec3.h"
+#include "platform/hyx/objects/process.h"
+#include "platform/hyx/objects/referenced.h"
+#include "platform/hyx/values/types.h"
+#include "platform/hyx/values/vec3.h"
 #include "platform/hyxCollide/geometry.h"
 #include "platform/hyxCollide/height_field.h"
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/hyx/process.h"
-#include "platform/hyx/referenced.h"
-#include "platform/hyx/types.h"
+#include "platform/hyx/objects/process.h"
+#include "platform/hyx/objects/referenced.h"
+#include "platform/hyx/values/types.h"
 #include "platform/hyxCollide/local_geometry_contact.h"
 #include "platform/hyxCollide/geometry.h"
 #include "platform/hyxModel/triangle_data.h"

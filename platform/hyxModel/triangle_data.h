@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/hyx/types.h"
-#include "platform/hyx/vec3.h"
+#include "platform/hyx/values/types.h"
+#include "platform/hyx/values/vec3.h"
 
 namespace hyxModel {
 

@@ -1,7 +1,7 @@
 /// Lets another process step a simulation.
 #pragma once
 
-#include "platform/hyx/referenced.h"
+#include "platform/hyx/objects/referenced.h"
 
 #include <functional>
 #include <memory>

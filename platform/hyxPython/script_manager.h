@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/hyx/object.h"
-#include "platform/hyx/vector.h"
+#include "platform/hyx/objects/object.h"
+#include "platform/hyx/values/vector.h"
 
 namespace hyxPython {
 

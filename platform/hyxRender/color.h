@@ -1,10 +1,10 @@
 #pragma once
 
-#include "platform/hyx/components.h"
-#include "platform/hyx/string.h"
-#include "platform/hyx/vec4.h"
-#include "platform/hyx/vec4f.h"
-#include "platform/hyx/vector.h"
+#include "platform/hyx/objects/components.h"
+#include "platform/hyx/values/string.h"
+#include "platform/hyx/values/vec4.h"
+#include "platform/hyx/values/vec4f.h"
+#include "platform/hyx/values/vector.h"
 
 namespace hyxRender {
 

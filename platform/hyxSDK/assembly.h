@@ -1,10 +1,10 @@
 #pragma once
 
-#include "platform/hyx/component.h"
-#include "platform/hyx/constraint.h"
-#include "platform/hyx/frame.h"
-#include "platform/hyx/process.h"
-#include "platform/hyx/rigid_body.h"
+#include "platform/hyx/objects/component.h"
+#include "platform/hyx/joints/constraint.h"
+#include "platform/hyx/bodies/frame.h"
+#include "platform/hyx/objects/process.h"
+#include "platform/hyx/bodies/rigid_body.h"
 #include "platform/hyxCollide/geometry.h"
 #include "platform/hyxSDK/event_listener.h"
 

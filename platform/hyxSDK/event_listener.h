@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/hyx/component.h"
+#include "platform/hyx/objects/component.h"
 
 namespace hyxSDK {
 

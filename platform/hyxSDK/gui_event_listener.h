@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/hyx/affine_matrix4x4.h"
+#include "platform/hyx/values/affine_matrix4x4.h"
 #include "platform/hyxSDK/event_listener.h"
 
 namespace hyxSDK {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/hyx/contact_material.h"
-#include "platform/hyx/material.h"
+#include "platform/hyx/bodies/contact_material.h"
+#include "platform/hyx/bodies/material.h"
 #include "platform/hyxCollide/space.h"
 #include "platform/hyxSDK/assembly.h"
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/hyx/process.h"
-#include "platform/hyx/referenced.h"
-#include "platform/hyx/rigid_body.h"
+#include "platform/hyx/objects/process.h"
+#include "platform/hyx/objects/referenced.h"
+#include "platform/hyx/bodies/rigid_body.h"
 #include "platform/hyxCollide/geometry.h"
 #include "platform/hyxTerrain/terrain.h"
 

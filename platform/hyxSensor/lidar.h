@@ -1,11 +1,11 @@
 #pragma once
 
-#include "platform/hyx/process.h"
-#include "platform/hyx/range_real.h"
-#include "platform/hyx/referenced.h"
-#include "platform/hyx/types.h"
-#include "platform/hyx/vec3.h"
-#include "platform/hyx/vec3f.h"
+#include "platform/hyx/objects/process.h"
+#include "platform/hyx/values/range_real.h"
+#include "platform/hyx/objects/referenced.h"
+#include "platform/hyx/values/types.h"
+#include "platform/hyx/values/vec3.h"
+#include "platform/hyx/values/vec3f.h"
 
 #include <memory>
 #include <vector>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "platform/hyx/object.h"
-#include "platform/hyx/referenced.h"
-#include "platform/hyx/rigid_body.h"
-#include "platform/hyx/vec3.h"
+#include "platform/hyx/objects/object.h"
+#include "platform/hyx/objects/referenced.h"
+#include "platform/hyx/bodies/rigid_body.h"
+#include "platform/hyx/values/vec3.h"
 
 namespace hyxTerrain {
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "platform/hyx/object.h"
-#include "platform/hyx/types.h"
-#include "platform/hyx/vec3.h"
-#include "platform/hyx/vec3_vector.h"
+#include "platform/hyx/objects/object.h"
+#include "platform/hyx/values/types.h"
+#include "platform/hyx/values/vec3.h"
+#include "platform/hyx/values/vec3_vector.h"
 
 #include <vector>
 

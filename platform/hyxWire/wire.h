@@ -1,9 +1,9 @@
 #pragma once
 
-#include "platform/hyx/process.h"
-#include "platform/hyx/types.h"
-#include "platform/hyx/vec3.h"
-#include "platform/hyx/vector.h"
+#include "platform/hyx/objects/process.h"
+#include "platform/hyx/values/types.h"
+#include "platform/hyx/values/vec3.h"
+#include "platform/hyx/values/vector.h"
 
 #include <memory>
 #include <vector>

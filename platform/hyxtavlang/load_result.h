@@ -1,7 +1,7 @@
 /// What loading a model gave.
 #pragma once
 
-#include "platform/hyx/referenced.h"
+#include "platform/hyx/objects/referenced.h"
 #include "platform/hyxSDK/assembly.h"
 
 #include <string>

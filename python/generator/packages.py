@@ -16,7 +16,7 @@ from .stub_text import stub_text
 
 
 def write_packages(modules: dict[str, types.ModuleType], source: Path, root: Path, header_root: Path) -> None:
-    catalogue = read_catalogue(source / "catalogue")
+    catalogue = read_catalogue(source / "binding" / "catalogue" / "lists")
     interface = read_interface(modules, catalogue)
     headers = sorted((source / "platform").rglob("*.h")) + _library_headers(catalogue, header_root)
     documentation = Documentation(headers)

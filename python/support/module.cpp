@@ -4,7 +4,7 @@
 namespace {
 
 PyObject *describe(PyObject *, PyObject *module) {
-    wrappers::ModuleDefinition const *definition = proxy::find_definition(module);
+    vocabulary::ModuleDefinition const *definition = proxy::find_definition(module);
     return definition ? definition->records->describe() : nullptr;
 }
 

@@ -6,7 +6,7 @@ namespace proxy {
 ModuleDefinition const *find_definition(PyObject *module) {
     if (PyModule_Check(module)) {
         auto const *definition = reinterpret_cast<ModuleDefinition const *>(PyModule_GetDef(module));
-        if (definition && definition->magic == wrappers::record_table_magic && definition->records)
+        if (definition && definition->magic == vocabulary::record_table_magic && definition->records)
             return definition;
         PyErr_Clear();
     }

@@ -3,12 +3,12 @@
 
 #include <Python.h>
 
-#include "wrappers/vocabulary/record_table.h"
+#include "binding/vocabulary/record_table.h"
 
 namespace proxy {
 
-using wrappers::Function;
-using wrappers::ModuleDefinition;
+using vocabulary::Function;
+using vocabulary::ModuleDefinition;
 
 // What it takes to run one row without an argument tuple. `flat` is the module's own function; it is
 // kept for the calls that the row cannot take directly (keywords, wrong counts), so that their messages

@@ -1,0 +1,7 @@
+#include "binding/containers/container_key.h"
+
+PyObject *containers::container_key()
+{
+    static PyObject *const key = PyUnicode_InternFromString("__swig_container");
+    return key;
+}

@@ -1,0 +1,63 @@
+#include "binding/directors/director.h"
+
+namespace Swig {
+
+DirectorException::DirectorException(PyObject *error, const char *hdr, const char *msg) : swig_msg(hdr)
+{
+    if (msg[0]) {
+        swig_msg += ' ';
+        swig_msg += msg;
+    }
+    if (!PyErr_Occurred())
+        PyErr_SetString(error, what());
+}
+
+void DirectorException::raise(const char *msg) { throw DirectorException(PyExc_RuntimeError, msg, ""); }
+
+void DirectorMethodException::raise(const char *msg)
+{
+    throw DirectorMethodException(PyExc_RuntimeError, "SWIG director method error.", msg);
+}
+
+void DirectorTypeMismatchException::raise(PyObject *error, const char *msg)
+{
+    throw DirectorTypeMismatchException(error, "SWIG director type mismatch", msg);
+}
+
+Director::Director(PyObject *self) noexcept : swig_self(self)
+{
+    if (!self)
+        return;
+    swig_watch = runtime::Reference::take(PyWeakref_NewRef(self, nullptr));
+    if (!swig_watch)
+        PyErr_Clear();
+}
+
+Director::~Director()
+{
+    if (!Py_IsInitialized()) {
+        static_cast<void>(swig_watch.release());
+        return;
+    }
+    if (swig_disown_flag)
+        Py_DECREF(swig_self);
+}
+
+bool Director::swig_is_gone() const noexcept
+{
+    return !Py_IsInitialized() || (swig_watch && PyWeakref_GET_OBJECT(swig_watch.get()) == Py_None);
+}
+
+bool Director::swig_get_inner(const char *) const { return true; }
+
+void Director::swig_set_inner(const char *, bool) const {}
+
+void Director::swig_disown() noexcept
+{
+    if (swig_disown_flag)
+        return;
+    swig_disown_flag = true;
+    Py_INCREF(swig_self);
+}
+
+} // namespace Swig

@@ -1,0 +1,84 @@
+#include "binding/entry/family_module.h"
+
+#include "binding/runtime/packed_object.h"
+#include "binding/runtime/pointer_constants.h"
+#include "binding/runtime/pointer_object.h"
+#include "binding/runtime/state.h"
+#include "binding/runtime/type_chain.h"
+#include "binding/vocabulary/call.h"
+#include "binding/vocabulary/describe.h"
+
+#include <vector>
+
+// The ends of this module's row tables, from the linker.
+extern "C" {
+[[gnu::visibility("hidden")]] extern vocabulary::Rows const __start_hyx_rows[];
+[[gnu::visibility("hidden")]] extern vocabulary::Rows const __stop_hyx_rows[];
+}
+
+namespace entry {
+
+namespace {
+
+// Built on the first import and kept: the interpreter refers to both for the life of the process.
+std::vector<PyMethodDef> SwigMethods;
+std::vector<vocabulary::Function const *> functions;
+
+swig_const_info const swig_const_table[] = {{0, nullptr, 0, 0.0, nullptr, nullptr}};
+
+PyObject *describe() { return vocabulary::describe_functions(functions.data(), functions.size()); }
+
+vocabulary::RecordTable records = {0, nullptr, vocabulary::call_array, describe};
+
+vocabulary::ModuleDefinition SWIG_module = {
+    {PyModuleDef_HEAD_INIT, nullptr, nullptr, -1, nullptr, nullptr, nullptr, nullptr, nullptr},
+    vocabulary::record_table_magic,
+    &records,
+};
+
+void join_method_tables(Contents const &contents)
+{
+    if (!SwigMethods.empty())
+        return;
+    for (vocabulary::Rows const *rows = __start_hyx_rows; rows != __stop_hyx_rows; ++rows) {
+        for (std::size_t row = 0; row < rows->count; ++row) {
+            vocabulary::Function const *function = rows->functions[row].function;
+            functions.push_back(function);
+            SwigMethods.push_back({function->name, function->entry, function->flags, nullptr});
+        }
+    }
+    SwigMethods.push_back({nullptr, nullptr, 0, nullptr});
+    records.count = functions.size();
+    records.functions = functions.data();
+    SWIG_module.def.m_name = contents.name;
+    SWIG_module.def.m_methods = SwigMethods.data();
+}
+
+// Made before any wrapper can run, so that no look-up has to create them.
+void create_singletons()
+{
+    SWIG_This();
+    SWIG_Python_TypeCache();
+    SwigPyPacked_type();
+    SwigPyObject_type();
+}
+
+} // namespace
+
+PyObject *initialise(Contents const &contents) noexcept
+{
+    join_method_tables(contents);
+    create_singletons();
+    SWIG_Python_FixMethods(SwigMethods.data(), swig_const_table);
+    PyObject *module = PyModule_Create2(&SWIG_module.def, PYTHON_API_VERSION);
+    if (!module)
+        return nullptr;
+    PyObject *dict = PyModule_GetDict(module);
+    SWIG_InitializeModule(swig_type_initial, swig_cast_initial);
+    SWIG_Python_InstallConstants(dict, swig_const_table);
+    if (contents.install && !contents.install(dict))
+        return nullptr;
+    return module;
+}
+
+} // namespace entry

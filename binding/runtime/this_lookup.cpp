@@ -1,0 +1,101 @@
+// Finding the pointer object inside a Python object.
+//
+// What counts is an ordinary look-up of the attribute "this". Where that look-up has one fixed outcome for all
+// instances of a type (a slot, or on 3.10 a key of the instance's dict), the road is remembered under the type's
+// version tag, which the interpreter changes whenever the type or one of its bases does.
+#include "binding/runtime/this_lookup.h"
+
+#include "binding/runtime/reference.h"
+#include "binding/runtime/state.h"
+
+#include <structmember.h>
+
+#include <cstring>
+#include <iterator>
+
+namespace {
+
+using namespace runtime;
+
+bool has_dict(PyTypeObject *type) noexcept
+{
+#ifdef Py_TPFLAGS_MANAGED_DICT
+    if (PyType_HasFeature(type, Py_TPFLAGS_MANAGED_DICT))
+        return true;
+#endif
+    return type->tp_dictoffset != 0;
+}
+
+Route find_route(PyTypeObject *type) noexcept
+{
+    Route route{type, 0, Road::general, 0};
+    if (std::strcmp(type->tp_name, pointer_object_type_name) == 0) {
+        route.road = Road::pointer_object;
+    } else if (type->tp_getattro == PyObject_GenericGetAttr) {
+        PyObject *attribute = _PyType_Lookup(type, SWIG_This()); // borrowed; gives the type a version tag
+        if (attribute && Py_IS_TYPE(attribute, &PyMemberDescr_Type)) {
+            PyMemberDef const *member = reinterpret_cast<PyMemberDescrObject *>(attribute)->d_member;
+            if (member->type == T_OBJECT_EX) {
+                route.road = Road::slot;
+                route.offset = member->offset;
+            }
+        } else if (!attribute && !has_dict(type)) {
+            route.road = Road::nowhere;
+        }
+#if PY_VERSION_HEX < 0x030B0000
+        else if (!attribute && type->tp_dictoffset > 0) {
+            route.road = Road::dict;
+            route.offset = type->tp_dictoffset;
+        }
+#endif
+    }
+    route.version = has_version(type) ? type->tp_version_tag : 0;
+    return route;
+}
+
+Route const &route_of(PyTypeObject *type) noexcept
+{
+    Route &route = route_place(type);
+    if (!is_valid(route, type))
+        route = find_route(type);
+    return route;
+}
+
+// Borrowed: the instance keeps its attribute alive.
+PyObject *ask(PyObject *object) noexcept
+{
+    PyObject *value = nullptr;
+#if PY_VERSION_HEX >= 0x030D0000
+    int const found = PyObject_GetOptionalAttr(object, SWIG_This(), &value);
+#else
+    int const found = _PyObject_LookupAttr(object, SWIG_This(), &value);
+#endif
+    if (found < 0)
+        PyErr_Clear();
+    Py_XDECREF(value);
+    return value;
+}
+
+PyObject *from_dict(PyObject *object, Py_ssize_t offset) noexcept
+{
+    PyObject *dict = field(object, offset);
+    return dict ? PyDict_GetItemWithError(dict, SWIG_This()) : nullptr;
+}
+
+} // namespace
+
+SwigPyObject *SWIG_Python_GetSwigThis(PyObject *object) noexcept
+{
+    while (object) {
+        Route const &route = route_of(Py_TYPE(object));
+        if (route.road == Road::pointer_object)
+            break;
+        switch (route.road) {
+        case Road::slot: object = field(object, route.offset); break;
+        case Road::dict: object = from_dict(object, route.offset); break;
+        case Road::nowhere: return nullptr;
+        default: object = ask(object); break;
+        }
+    }
+    return reinterpret_cast<SwigPyObject *>(object);
+}

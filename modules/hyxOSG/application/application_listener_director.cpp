@@ -1,0 +1,51 @@
+#include "modules/hyxOSG/application/application_listener_director.h"
+
+#include "binding/directors/python_call.h"
+
+using Base = hyxOSG::ExampleApplicationListener;
+using Swig::call_python;
+using Swig::DirectorMethod;
+using Swig::to_python;
+
+namespace {
+
+Swig::DirectorType application_type{"hyxOSG::ExampleApplication *"};
+
+DirectorMethod pre_frame{"ExampleApplicationListener", "preFrame", "hyxOSG::ExampleApplicationListener::preFrame"};
+DirectorMethod post_frame{"ExampleApplicationListener", "postFrame", "hyxOSG::ExampleApplicationListener::postFrame"};
+
+} // namespace
+
+SwigDirector_ExampleApplicationListener::SwigDirector_ExampleApplicationListener(PyObject *self) : Swig::Director(self) {}
+
+bool SwigDirector_ExampleApplicationListener::swig_get_inner(const char *name) const
+{
+    auto const found = swig_inner.find(name);
+    return found != swig_inner.end() && found->second;
+}
+
+void SwigDirector_ExampleApplicationListener::swig_set_inner(const char *name, bool value) const
+{
+    swig_inner[name] = value;
+}
+
+void SwigDirector_ExampleApplicationListener::swig_enter_application()
+{
+    swig_native_owners.enter(Swig::NativeOwners::application, swig_get_self());
+}
+
+void SwigDirector_ExampleApplicationListener::preFrame(hyxOSG::ExampleApplication *application)
+{
+    Swig::Callee const callee(*this);
+    if (callee.is_gone())
+        return Base::preFrame(application);
+    call_python(callee, pre_frame, to_python(application, application_type));
+}
+
+void SwigDirector_ExampleApplicationListener::postFrame(hyxOSG::ExampleApplication *application)
+{
+    Swig::Callee const callee(*this);
+    if (callee.is_gone())
+        return Base::postFrame(application);
+    call_python(callee, post_frame, to_python(application, application_type));
+}

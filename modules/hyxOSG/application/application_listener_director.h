@@ -1,0 +1,24 @@
+// Lets a Python subclass be told before and after each frame of an application.
+#pragma once
+
+#include "binding/directors/director.h"
+#include "binding/directors/native_owners.h"
+#include "platform/hyxOSG/application/example_application_listener.h"
+
+class SwigDirector_ExampleApplicationListener : public hyxOSG::ExampleApplicationListener, public Swig::Director {
+  public:
+    explicit SwigDirector_ExampleApplicationListener(PyObject *self);
+
+    bool swig_get_inner(const char *name) const override;
+    void swig_set_inner(const char *name, bool value) const override;
+
+    // An application has taken the listener, and never lets it go.
+    void swig_enter_application();
+
+    void preFrame(hyxOSG::ExampleApplication *application) override;
+    void postFrame(hyxOSG::ExampleApplication *application) override;
+
+  private:
+    mutable std::map<std::string, bool> swig_inner;
+    Swig::NativeOwners swig_native_owners;
+};

@@ -1,0 +1,17 @@
+// The lidar that reads the depth buffer.
+#include "platform/hyxOSG/capture/simple_depth_buffer_lidar.h"
+
+#include "binding/vocabulary/rows.h"
+
+namespace {
+
+constexpr Declared functions[] = {
+    FUNCTION(new_SimpleDepthBufferLidar, NEW(hyxOSG::SimpleDepthBufferLidar, (hyx::UInt, hyx::UInt, bool), true)),
+    FUNCTION(SimpleDepthBufferLidar_getScan, METHOD(hyxOSG::SimpleDepthBufferLidar, getScan, ())),
+    REGISTER(hyxOSG::SimpleDepthBufferLidar, SimpleDepthBufferLidar),
+    INIT(SimpleDepthBufferLidar),
+};
+
+} // namespace
+
+ROWS(functions);

@@ -1,0 +1,18 @@
+#include "platform/hyxCollide/trimesh.h"
+#include "platform/hyxOSG/renderers/deformable_mesh_updater.h"
+#include "binding/vocabulary/rows.h"
+
+namespace {
+
+constexpr Declared functions[] = {
+    FUNCTION(new_DeformableMeshUpdater, NEW(hyxOSG::DeformableMeshUpdater, (hyxCollide::Trimesh *, osg::Group *))),
+    FUNCTION(DeformableMeshUpdater_update, METHOD(hyxOSG::DeformableMeshUpdater, update, (bool), false)),
+    FUNCTION(DeformableMeshUpdater_setForceUpdate, METHOD(hyxOSG::DeformableMeshUpdater, setForceUpdate, (bool))),
+    FUNCTION(DeformableMeshUpdater_getForceUpdate, METHOD(hyxOSG::DeformableMeshUpdater, getForceUpdate, () const)),
+    REGISTER(hyxOSG::DeformableMeshUpdater, DeformableMeshUpdater),
+    INIT(DeformableMeshUpdater),
+};
+
+}
+
+ROWS(functions);

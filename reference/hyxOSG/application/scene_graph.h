@@ -1,0 +1,63 @@
+/// The groups that an application draws.
+#pragma once
+
+#include "platform/hyx/values/affine_matrix4x4.h"
+#include "platform/hyxOSG/decoration/scene_decorator.h"
+
+#include <osg/Group>
+#include <osg/MatrixTransform>
+#include <osg/Switch>
+
+namespace hyxOSG {
+
+/// root
+///   decorator            background, lights, shadows, text
+///     switch             shows or hides the scene
+///       transform        between world and picture
+///         scene root     a script's own nodes; holds the group that the present scene built
+///         library root   visuals that the library makes
+///         markers        grid and axes
+///   debug transform      lines of the debug rendering, unlit
+class SceneGraph {
+public:
+  SceneGraph(int width, int height);
+
+  osg::Group* root() const { return m_root; }
+  SceneDecorator* decorator() const { return m_decorator; }
+  osg::Switch* sceneSwitch() const { return m_switch; }
+  osg::Group* sceneRoot() const { return m_sceneRoot; }
+  osg::Group* libraryRoot() const { return m_libraryRoot; }
+  osg::Group* markers() const { return m_markers; }
+  osg::Group* debugRoot() const { return m_debugTransform; }
+
+  /// The group that the present scene built; null for none.
+  osg::Group* scene() const { return m_scene; }
+  void setScene(osg::Group* scene);
+
+  /// Takes away all that scenes put here; decoration and markers stay.
+  void clear();
+
+  void setTransform(const hyx::AffineMatrix4x4& transform);
+  hyx::AffineMatrix4x4 transform() const;
+  /// Debug rendering is drawn through the transform and the inverse of `matrix`.
+  void setDebugInverse(const hyx::AffineMatrix4x4& matrix);
+
+  /// The box around what scenes and the library draw; invalid when there is nothing.
+  osg::BoundingSphere sceneBound() const;
+
+private:
+  void updateDebugTransform();
+
+  osg::ref_ptr<osg::Group> m_root;
+  osg::ref_ptr<SceneDecorator> m_decorator;
+  osg::ref_ptr<osg::Switch> m_switch;
+  osg::ref_ptr<osg::MatrixTransform> m_transform;
+  osg::ref_ptr<osg::Group> m_sceneRoot;
+  osg::ref_ptr<osg::Group> m_libraryRoot;
+  osg::ref_ptr<osg::Group> m_markers;
+  osg::ref_ptr<osg::MatrixTransform> m_debugTransform;
+  osg::ref_ptr<osg::Group> m_scene;
+  osg::Matrixd m_debugInverse;
+};
+
+}  // namespace hyxOSG

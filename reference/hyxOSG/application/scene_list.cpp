@@ -1,0 +1,45 @@
+/// Keys of scenes, and the scene description's constructors.
+#include "reference/hyxOSG/application/scene_list.h"
+
+#include <algorithm>
+#include <string_view>
+
+namespace hyxOSG {
+
+SceneDescription::SceneDescription(BuildScenePtr scene, bool unittest, float stopAfter, bool slowUnittest)
+    : scene(scene), unittest(unittest), stopAfter(stopAfter), slowUnittest(slowUnittest), valid(scene != nullptr) {}
+
+SceneDescription::SceneDescription(const std::string& fileName, const std::string& scriptFunction, bool unittest,
+                                   float stopAfter, bool slowUnittest)
+    : unittest(unittest),
+      stopAfter(stopAfter),
+      slowUnittest(slowUnittest),
+      valid(!fileName.empty() && !scriptFunction.empty()),
+      scriptFunction(scriptFunction),
+      fileName(fileName) {}
+
+SceneDescription::SceneDescription(const std::string& fileName, bool unittest, float stopAfter, bool slowUnittest)
+    : unittest(unittest), stopAfter(stopAfter), slowUnittest(slowUnittest), valid(!fileName.empty()), fileName(fileName) {}
+
+bool SceneDescription::isValid() const { return valid && (scene || !fileName.empty()); }
+
+bool SceneList::add(const SceneDescription& description, int key) {
+  if (!description.isValid() || indexOf(key)) return false;
+  m_entries.push_back({key, description});
+  return true;
+}
+
+bool SceneList::add(const SceneDescription& description) {
+  constexpr std::string_view keys = "1234567890abcdfghijklmnopqstuvwxyz";  // e pauses the application, r reloads
+  for (const char key : keys)
+    if (!indexOf(key)) return add(description, key);
+  return add(description, int(1000 + m_entries.size()));  // reached by index only
+}
+
+std::optional<size_t> SceneList::indexOf(int key) const {
+  const auto entry = std::find_if(m_entries.begin(), m_entries.end(), [key](const Entry& e) { return e.key == key; });
+  if (entry == m_entries.end()) return std::nullopt;
+  return entry - m_entries.begin();
+}
+
+}  // namespace hyxOSG

@@ -1,0 +1,318 @@
+/// The viewer that draws into the context of a host.
+
+#include "platform/hyxOSG/capture/embedded_gl_window.h"
+
+#include "platform/hyxOSG/visuals/create_visual.h"
+#include "platform/hyxOSG/nodes/geometry_node.h"
+#include "platform/hyxOSG/decoration/scene_decorator.h"
+#include "platform/hyxSDK/simulation.h"
+#include "reference/hyxOSG/application/follow_manipulator.h"
+#include "reference/hyxOSG/capture/embedded_events.h"
+#include "reference/hyxOSG/capture/host_context.h"
+
+#include <osg/GLObjects>
+#include <osg/PolygonMode>
+#include <osgGA/OrbitManipulator>
+#include <osgViewer/Viewer>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <stdexcept>
+
+namespace hyxOSG {
+namespace {
+
+constexpr unsigned shadowMasks = 64 | 128;
+constexpr double fieldOfView = 45;
+/// Turning the wheel up comes nearer.
+constexpr double wheelZoom = -0.1;
+/// What a wheel reports for one notch, in the toolkits that count eighths of a degree.
+constexpr int wheelNotch = 120;
+
+osg::Vec3d toOsg(hyx::Vec3 const & v) {
+    return osg::Vec3d(v.x, v.y, v.z);
+}
+
+osg::ref_ptr<osgGA::OrbitManipulator> createFreeCamera() {
+    osg::ref_ptr<osgGA::OrbitManipulator> manipulator = new osgGA::OrbitManipulator;
+    manipulator->setAllowThrow(false);
+    manipulator->setVerticalAxisFixed(true);
+    manipulator->setWheelZoomFactor(wheelZoom);
+    manipulator->setAutoComputeHomePosition(false);
+    manipulator->setHomePosition(osg::Vec3d(6, -9, 5), osg::Vec3d(0, 0, 0), osg::Z_AXIS);
+    return manipulator;
+}
+
+/// A host that composes its windows takes the alpha of their buffers for transparency, and smooth edges leave less than one there.
+void makeOpaque(osg::Viewport const & viewport) {
+    glEnable(GL_SCISSOR_TEST);
+    glScissor(int(viewport.x()), int(viewport.y()), int(viewport.width()), int(viewport.height()));
+    glColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_TRUE);
+    glClearColor(0, 0, 0, 1);
+    glClear(GL_COLOR_BUFFER_BIT);
+    glColorMask(GL_TRUE, GL_TRUE, GL_TRUE, GL_TRUE);
+    glDisable(GL_SCISSOR_TEST);
+}
+
+} // namespace
+
+struct EmbeddedGLWindow::Impl {
+    Impl();
+    ~Impl();
+
+    void setRectangle(int x, int y, int width, int height);
+    void requireWindow() const;
+    osgGA::EventQueue & queue() const;
+
+    osg::ref_ptr<osgViewer::Viewer> viewer = new osgViewer::Viewer;
+    osg::ref_ptr<osgViewer::GraphicsWindowEmbedded> window;
+    void * context = nullptr;
+    osg::ref_ptr<SceneDecorator> decorator;
+    osg::ref_ptr<osg::Group> content = new osg::Group;
+    osg::ref_ptr<osg::Group> visuals = new osg::Group;
+    osg::ref_ptr<EmbeddedEvents> events;
+    osg::ref_ptr<osgGA::OrbitManipulator> freeCamera = createFreeCamera();
+    osg::ref_ptr<osg::PolygonMode> polygonMode = new osg::PolygonMode;
+    int width = 0;
+    int height = 0;
+};
+
+EmbeddedGLWindow::Impl::Impl()
+    : decorator(new SceneDecorator(640, 480))
+    , events(new EmbeddedEvents(viewer, decorator->getNonShadowedScene())) {
+    content->setName("EmbeddedGLWindow root");
+    content->setNodeMask(MAIN_SCENE_MASK | shadowMasks);
+    content->addChild(visuals);
+    content->getOrCreateStateSet()->setAttributeAndModes(polygonMode);
+    decorator->addChild(content);
+    decorator->getHud()->setNodeMask(HUD_MASK);
+    viewer->setThreadingModel(osgViewer::Viewer::SingleThreaded);
+    viewer->setKeyEventSetsDone(0);
+    viewer->setLightingMode(osg::View::NO_LIGHT);
+    viewer->getCamera()->setClearMask(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_STENCIL_BUFFER_BIT);
+    viewer->setSceneData(decorator);
+    viewer->setCameraManipulator(freeCamera);
+    viewer->addEventHandler(events);
+}
+
+/// Deletes what lies in the host's context if that is the current one. Otherwise its names may mean other objects, so they
+/// are only forgotten; they end with the context.
+EmbeddedGLWindow::Impl::~Impl() {
+    if (!window) {
+        return;
+    }
+    osg::State * const state = window->getState();
+    if (context && currentContext() == context) {
+        viewer->getCamera()->releaseGLObjects(state);
+        osg::flushAllDeletedGLObjects(state->getContextID());
+    } else {
+        viewer->getCamera()->releaseGLObjects(state);
+        osg::discardAllGLObjects(state->getContextID());
+    }
+}
+
+/// osg takes the corner for the window's place on the screen and draws from (0, 0).
+void EmbeddedGLWindow::Impl::setRectangle(int x, int y, int newWidth, int newHeight) {
+    width = newWidth;
+    height = newHeight;
+    viewer->getCamera()->setViewport(x, y, width, height);
+    window->getEventQueue()->getCurrentEventState()->setWindowRectangle(x, y, width, height);
+    decorator->updateWindowSize(width, height);
+}
+
+void EmbeddedGLWindow::Impl::requireWindow() const {
+    if (!window) {
+        throw std::runtime_error("the embedded window is not set up: call init with the host's context current");
+    }
+}
+
+osgGA::EventQueue & EmbeddedGLWindow::Impl::queue() const {
+    requireWindow();
+    return *window->getEventQueue();
+}
+
+EmbeddedGLWindow::EmbeddedGLWindow()
+    : m_impl(std::make_unique<Impl>()) {}
+
+EmbeddedGLWindow::~EmbeddedGLWindow() = default;
+
+bool EmbeddedGLWindow::init(int x, int y, int width, int height) {
+    if (m_impl->window || width < 1 || height < 1) {
+        return false;
+    }
+    m_impl->context = currentContext();
+    if (!m_impl->context) {
+        throw std::runtime_error("there is no OpenGL context: make the host's current before init");
+    }
+    m_impl->window = m_impl->viewer->setUpViewerAsEmbeddedInWindow(x, y, width, height);
+    m_impl->viewer->getCamera()->setProjectionMatrixAsPerspective(fieldOfView, double(width) / height, 0.1, 1000);
+    m_impl->setRectangle(x, y, width, height);
+    m_impl->viewer->realize();
+    m_impl->viewer->home();
+    return true;
+}
+
+void EmbeddedGLWindow::resize(int x, int y, int width, int height) {
+    m_impl->requireWindow();
+    if (width < 1 || height < 1) {
+        return;
+    }
+    m_impl->queue().windowResize(x, y, width, height);
+    m_impl->window->resized(x, y, width, height);
+    m_impl->setRectangle(x, y, width, height);
+}
+
+void EmbeddedGLWindow::frame() {
+    m_impl->requireWindow();
+    if (currentContext() != m_impl->context) {
+        throw std::runtime_error("another OpenGL context than the one of init is current: make the host's current before frame");
+    }
+    GLint frameBuffer = 0;
+    glGetIntegerv(GL_FRAMEBUFFER_BINDING, &frameBuffer);
+    m_impl->window->setDefaultFboId(GLuint(frameBuffer));
+    {
+        ContextStay const stay(*m_impl->window->getState());
+        m_impl->viewer->frame();
+    }
+    makeOpaque(*m_impl->viewer->getCamera()->getViewport());
+}
+
+void EmbeddedGLWindow::clear() {
+    removeSimulation();
+    m_impl->content->removeChildren(0, m_impl->content->getNumChildren());
+    m_impl->content->addChild(m_impl->visuals);
+}
+
+int EmbeddedGLWindow::getWidth() const {
+    return m_impl->width;
+}
+
+int EmbeddedGLWindow::getHeight() const {
+    return m_impl->height;
+}
+
+void EmbeddedGLWindow::mouseMoveEvent(int x, int y) {
+    m_impl->queue().mouseMotion(float(x), float(y));
+}
+
+void EmbeddedGLWindow::mousePressEvent(int x, int y, int button) {
+    m_impl->queue().mouseButtonPress(float(x), float(y), unsigned(button));
+}
+
+void EmbeddedGLWindow::mouseReleaseEvent(int x, int y, int button) {
+    m_impl->queue().mouseButtonRelease(float(x), float(y), unsigned(button));
+}
+
+void EmbeddedGLWindow::keyPressEvent(int key, int modifiers) {
+    m_impl->queue().getCurrentEventState()->setModKeyMask(modifiers);
+    m_impl->queue().keyPress(key);
+}
+
+void EmbeddedGLWindow::keyReleaseEvent(int key, int modifiers) {
+    m_impl->queue().getCurrentEventState()->setModKeyMask(modifiers);
+    m_impl->queue().keyRelease(key);
+}
+
+void EmbeddedGLWindow::wheelEvent(int delta) {
+    auto const direction = delta > 0 ? osgGA::GUIEventAdapter::SCROLL_UP : osgGA::GUIEventAdapter::SCROLL_DOWN;
+    int const steps = delta == 0 ? 0 : std::max(1, std::abs(delta) / wheelNotch);
+    for (int i = 0; i < steps; ++i) {
+        m_impl->queue().mouseScroll(direction);
+    }
+}
+
+osgGA::EventQueue * EmbeddedGLWindow::getEventQueue() const {
+    return m_impl->window ? m_impl->window->getEventQueue() : nullptr;
+}
+
+void EmbeddedGLWindow::setSimulation(hyxSDK::Simulation * simulation) {
+    removeSimulation();
+    m_impl->events->setSimulation(simulation);
+    createVisual(simulation, m_impl->visuals);
+}
+
+hyxSDK::Simulation * EmbeddedGLWindow::getSimulation() const {
+    return m_impl->events->simulation();
+}
+
+void EmbeddedGLWindow::removeSimulation() {
+    m_impl->visuals->removeChildren(0, m_impl->visuals->getNumChildren());
+    m_impl->events->setSimulation(nullptr);
+}
+
+osg::Group const * EmbeddedGLWindow::getRoot() const {
+    return m_impl->content.get();
+}
+
+osg::Group * EmbeddedGLWindow::getRoot() {
+    return m_impl->content.get();
+}
+
+osg::Camera const * EmbeddedGLWindow::getCamera() const {
+    return m_impl->viewer->getCamera();
+}
+
+osg::Camera * EmbeddedGLWindow::getCamera() {
+    return m_impl->viewer->getCamera();
+}
+
+SceneDecorator * EmbeddedGLWindow::getSceneDecorator() const {
+    return m_impl->decorator.get();
+}
+
+void EmbeddedGLWindow::fitSceneIntoView() {
+    osg::BoundingSphere const sphere = m_impl->content->getBound();
+    if (!sphere.valid()) {
+        return;
+    }
+    // The narrower of the two opening angles decides.
+    double vertical = fieldOfView;
+    double aspect = 1;
+    double zNear = 0;
+    double zFar = 0;
+    m_impl->viewer->getCamera()->getProjectionMatrixAsPerspective(vertical, aspect, zNear, zFar);
+    double const halfAngle = std::atan(std::tan(osg::DegreesToRadians(vertical / 2)) * std::min(1.0, aspect));
+    m_impl->viewer->setCameraManipulator(m_impl->freeCamera, false);
+    m_impl->freeCamera->setCenter(sphere.center());
+    m_impl->freeCamera->setDistance(std::max(0.01, sphere.radius() / std::sin(halfAngle)));
+}
+
+float EmbeddedGLWindow::getSceneRadius(osg::Group * group) const {
+    osg::BoundingSphere const sphere = (group ? group : m_impl->content.get())->getBound();
+    return sphere.valid() ? float(sphere.radius()) : 0.0f;
+}
+
+void EmbeddedGLWindow::setOrbitCamera(GeometryNode * node, hyx::Vec3 const & eye) {
+    if (!node) {
+        m_impl->freeCamera->setByInverseMatrix(m_impl->viewer->getCamera()->getViewMatrix());
+        m_impl->viewer->setCameraManipulator(m_impl->freeCamera, false);
+        return;
+    }
+    osg::Vec3d const offset = toOsg(eye);
+    if (!(offset.length() > 0) || !std::isfinite(offset.length())) {
+        throw std::invalid_argument("the camera needs a place away from the middle of what it follows");
+    }
+    bool const vertical = (offset ^ osg::Z_AXIS).length() < 1e-6 * offset.length();
+    osg::Vec3d const up = vertical ? osg::Y_AXIS : osg::Z_AXIS;
+    osg::ref_ptr<FollowManipulator> const follower = new FollowManipulator(node, FollowManipulator::POSITION);
+    follower->setAllowThrow(false);
+    follower->setWheelZoomFactor(wheelZoom);
+    follower->setAutoComputeHomePosition(false);
+    follower->setHomePosition(offset, osg::Vec3d(0, 0, 0), up);
+    follower->setTransformation(offset, osg::Vec3d(0, 0, 0), up);
+    m_impl->viewer->setCameraManipulator(follower, false);
+}
+
+void EmbeddedGLWindow::setPolygonMode(int mode) {
+    if (mode != osg::PolygonMode::POINT && mode != osg::PolygonMode::LINE && mode != osg::PolygonMode::FILL) {
+        throw std::invalid_argument("the polygon mode must be 0x1B00 (points), 0x1B01 (lines) or 0x1B02 (filled)");
+    }
+    m_impl->polygonMode->setMode(osg::PolygonMode::FRONT_AND_BACK, osg::PolygonMode::Mode(mode));
+}
+
+int EmbeddedGLWindow::getPolygonMode() const {
+    return int(m_impl->polygonMode->getMode(osg::PolygonMode::FRONT_AND_BACK));
+}
+
+} // namespace hyxOSG

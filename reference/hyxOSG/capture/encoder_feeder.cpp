@@ -1,0 +1,102 @@
+/// The queue of frames and the thread that empties it.
+
+#include "reference/hyxOSG/capture/encoder_feeder.h"
+
+#include <csignal>
+
+namespace hyxOSG {
+
+EncoderFeeder::EncoderFeeder(std::vector<std::string> const & command)
+    : m_process(command) {
+    // A thread inherits the signal mask: with all blocked, the handlers stay on the interpreter's thread.
+    sigset_t all;
+    sigset_t before;
+    sigfillset(&all);
+    pthread_sigmask(SIG_SETMASK, &all, &before);
+    m_thread = std::thread([this] { feed(); });
+    pthread_sigmask(SIG_SETMASK, &before, nullptr);
+}
+
+EncoderFeeder::~EncoderFeeder() {
+    joinThread(true);
+}
+
+EncoderFeeder::Frame EncoderFeeder::takeFrame() {
+    std::lock_guard lock(m_mutex);
+    if (m_spare.empty()) {
+        return {};
+    }
+    Frame frame = std::move(m_spare.back());
+    m_spare.pop_back();
+    return frame;
+}
+
+void EncoderFeeder::add(Frame frame) {
+    std::unique_lock lock(m_mutex);
+    m_changed.wait(lock, [this] { return m_failure || m_waiting.size() < longestQueue; });
+    rethrowFailure();
+    m_waiting.push_back(std::move(frame));
+    m_changed.notify_all();
+}
+
+bool EncoderFeeder::isActive() {
+    std::lock_guard lock(m_mutex);
+    // While the thread writes, the process is the thread's alone.
+    return !m_failure && !m_closing && (m_writing || m_process.isRunning());
+}
+
+void EncoderFeeder::finish() {
+    joinThread(false);
+    rethrowFailure();
+    m_process.finish();
+}
+
+void EncoderFeeder::feed() {
+    std::unique_lock lock(m_mutex);
+    for (;;) {
+        m_changed.wait(lock, [this] { return m_closing || !m_waiting.empty(); });
+        if (m_waiting.empty()) {
+            return;
+        }
+        Frame frame = std::move(m_waiting.front());
+        m_waiting.pop_front();
+        m_writing = true;
+        lock.unlock();
+        std::exception_ptr failure;
+        try {
+            m_process.write(frame.data(), frame.size());
+        } catch (...) {
+            failure = std::current_exception();
+        }
+        lock.lock();
+        m_writing = false;
+        m_spare.push_back(std::move(frame));
+        m_failure = failure;
+        m_changed.notify_all();
+        if (m_failure) {
+            return;
+        }
+    }
+}
+
+void EncoderFeeder::rethrowFailure() {
+    if (m_failure) {
+        std::rethrow_exception(m_failure);
+    }
+}
+
+void EncoderFeeder::joinThread(bool dropFrames) {
+    {
+        std::lock_guard lock(m_mutex);
+        m_closing = true;
+        if (dropFrames) {
+            m_waiting.clear();
+        }
+        m_changed.notify_all();
+    }
+    if (m_thread.joinable()) {
+        m_thread.join();
+    }
+}
+
+} // namespace hyxOSG

@@ -1,0 +1,53 @@
+#pragma once
+/// Pipes frames to an encoder while the next ones are drawn.
+
+#include "reference/hyxOSG/capture/encoder_process.h"
+
+#include <condition_variable>
+#include <deque>
+#include <exception>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+namespace hyxOSG {
+
+/// Owns the encoder's process and one thread that writes to it. The thread touches nothing but frames and the process, and takes
+/// no signals. At most `longestQueue` frames wait; `add` then waits for the encoder, which sets the pace.
+class EncoderFeeder {
+public:
+    using Frame = std::vector<unsigned char>;
+
+    /// \throws std::runtime_error with the reason when the encoder cannot be started
+    explicit EncoderFeeder(std::vector<std::string> const & command);
+    /// Drops the frames that wait and ends the encoder.
+    ~EncoderFeeder();
+
+    /// A frame to fill; its memory is that of a written one where possible.
+    Frame takeFrame();
+    /// Queues a frame. \throws std::runtime_error when the encoder has failed
+    void add(Frame frame);
+    /// Whether the encoder runs and has not failed.
+    bool isActive();
+    /// Writes the frames that wait and ends the encoder in order. \throws std::runtime_error when it fails or has failed
+    void finish();
+
+private:
+    void feed();
+    void rethrowFailure();
+    void joinThread(bool dropFrames);
+
+    static constexpr std::size_t longestQueue = 3;
+
+    EncoderProcess m_process;
+    std::mutex m_mutex;
+    std::condition_variable m_changed;
+    std::deque<Frame> m_waiting;
+    std::vector<Frame> m_spare;
+    std::exception_ptr m_failure;
+    bool m_writing = false;
+    bool m_closing = false;
+    std::thread m_thread;
+};
+
+} // namespace hyxOSG

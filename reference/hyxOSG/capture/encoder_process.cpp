@@ -1,0 +1,224 @@
+/// Starting, feeding and ending the encoder's process.
+
+#include "reference/hyxOSG/capture/encoder_process.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <cstring>
+#include <fcntl.h>
+#include <poll.h>
+#include <spawn.h>
+#include <stdexcept>
+#include <sys/socket.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+extern char ** environ;
+
+namespace hyxOSG {
+namespace {
+
+constexpr int writePatienceMs = 20000;
+constexpr double finishPatience = 30;
+constexpr double terminatePatience = 2;
+constexpr std::size_t longestMessages = 4096;
+
+void closeDescriptor(int & descriptor) {
+    if (descriptor >= 0) {
+        close(descriptor);
+        descriptor = -1;
+    }
+}
+
+/// What the child gets: the three standard streams, no inherited signal settings, a process group of its own.
+class SpawnPlan {
+public:
+    SpawnPlan(int input, int errors) {
+        posix_spawn_file_actions_init(&actions);
+        posix_spawn_file_actions_adddup2(&actions, input, STDIN_FILENO);
+        posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+        posix_spawn_file_actions_adddup2(&actions, errors, STDERR_FILENO);
+        posix_spawnattr_init(&attributes);
+        sigset_t none;
+        sigset_t all;
+        sigemptyset(&none);
+        sigfillset(&all);
+        posix_spawnattr_setsigmask(&attributes, &none);
+        posix_spawnattr_setsigdefault(&attributes, &all);
+        posix_spawnattr_setpgroup(&attributes, 0);
+        posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK);
+    }
+    ~SpawnPlan() {
+        posix_spawn_file_actions_destroy(&actions);
+        posix_spawnattr_destroy(&attributes);
+    }
+
+    posix_spawn_file_actions_t actions;
+    posix_spawnattr_t attributes;
+};
+
+} // namespace
+
+EncoderProcess::EncoderProcess(std::vector<std::string> const & command)
+    : m_program(command.at(0)) {
+    std::array<int, 2> input{-1, -1};
+    std::array<int, 2> errors{-1, -1};
+    if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, input.data()) != 0) {
+        throw std::runtime_error("no socket for the encoder: " + std::string(std::strerror(errno)));
+    }
+    if (pipe2(errors.data(), O_CLOEXEC | O_NONBLOCK) != 0) {
+        int const reason = errno;
+        close(input[0]);
+        close(input[1]);
+        throw std::runtime_error("no pipe for the encoder: " + std::string(std::strerror(reason)));
+    }
+    std::vector<char *> arguments;
+    for (std::string const & argument : command) {
+        arguments.push_back(const_cast<char *>(argument.c_str()));
+    }
+    arguments.push_back(nullptr);
+    SpawnPlan plan(input[1], errors[1]);
+    int const reason = posix_spawnp(&m_child, arguments[0], &plan.actions, &plan.attributes, arguments.data(), environ);
+    close(input[1]);
+    close(errors[1]);
+    m_input = input[0];
+    m_errors = errors[0];
+    if (reason != 0) {
+        m_child = -1;
+        closeDescriptor(m_input);
+        closeDescriptor(m_errors);
+        throw std::runtime_error("the program \"" + m_program + "\" cannot be started: " + std::strerror(reason));
+    }
+}
+
+EncoderProcess::~EncoderProcess() {
+    endChild();
+}
+
+void EncoderProcess::write(unsigned char const * data, std::size_t size) {
+    while (size > 0) {
+        if (m_child < 0) {
+            fail("has ended");
+        }
+        ssize_t const sent = send(m_input, data, size, MSG_NOSIGNAL | MSG_DONTWAIT);
+        if (sent > 0) {
+            data += sent;
+            size -= static_cast<std::size_t>(sent);
+            continue;
+        }
+        if (errno == EAGAIN) {
+            std::array<pollfd, 2> waiting{pollfd{m_input, POLLOUT, 0}, pollfd{m_errors, POLLIN, 0}};
+            // Once the child has closed its messages only the input can tell more.
+            if (poll(waiting.data(), m_errors < 0 ? 1 : 2, writePatienceMs) == 0) {
+                fail("takes no more images");
+            }
+            drainMessages();
+        } else if (errno != EINTR) {
+            fail("has ended before the video was complete");
+        }
+    }
+}
+
+bool EncoderProcess::isRunning() const {
+    // Looks without collecting the child's status, which `finish` reads.
+    siginfo_t ended{};
+    return m_child >= 0 && waitid(P_PID, static_cast<id_t>(m_child), &ended, WEXITED | WNOHANG | WNOWAIT) == 0 && ended.si_pid == 0;
+}
+
+void EncoderProcess::finish() {
+    if (m_child < 0) {
+        return;
+    }
+    // Shutting down reaches the child even if a forked copy of this process still holds the socket.
+    shutdown(m_input, SHUT_WR);
+    if (!waitForEnd(finishPatience)) {
+        fail("did not end");
+    }
+    closeDescriptor(m_input);
+    closeDescriptor(m_errors);
+    // ffmpeg calls it a success when only the end of the file did not fit on the disk.
+    bool const success = WIFEXITED(m_status) && WEXITSTATUS(m_status) == 0 && m_messages.find("Error ") == std::string::npos;
+    if (!success) {
+        throw std::runtime_error(failureText("failed"));
+    }
+}
+
+/// Keeps the end of what the child says, so that it never waits for a reader.
+void EncoderProcess::drainMessages() {
+    std::array<char, 4096> text;
+    while (m_errors >= 0) {
+        ssize_t const count = read(m_errors, text.data(), text.size());
+        if (count > 0) {
+            m_messages.append(text.data(), static_cast<std::size_t>(count));
+            if (m_messages.size() > longestMessages) {
+                m_messages.erase(0, m_messages.size() - longestMessages);
+            }
+        } else if (count == 0) {
+            closeDescriptor(m_errors);
+        } else if (errno != EINTR) {
+            return;
+        }
+    }
+}
+
+bool EncoderProcess::waitForEnd(double seconds) {
+    auto const limit = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
+    while (m_child >= 0) {
+        drainMessages();
+        pid_t const ended = waitpid(m_child, &m_status, WNOHANG);
+        if (ended == m_child) {
+            m_child = -1;
+        } else if (ended < 0 && errno == ECHILD) {
+            // Somebody else has waited for all children of the process: only the words tell how it went.
+            m_child = -1;
+            m_status = m_messages.empty() ? 0 : SIGKILL;
+        } else if (std::chrono::steady_clock::now() > limit) {
+            return false;
+        } else {
+            pollfd waiting{m_errors, POLLIN, 0};
+            poll(&waiting, 1, 5);
+        }
+    }
+    drainMessages();
+    return true;
+}
+
+void EncoderProcess::endChild() {
+    if (m_child >= 0) {
+        if (m_input >= 0) {
+            shutdown(m_input, SHUT_WR);
+        }
+        kill(m_child, SIGTERM);
+        if (!waitForEnd(terminatePatience)) {
+            kill(m_child, SIGKILL);
+            waitForEnd(terminatePatience);
+        }
+    }
+    closeDescriptor(m_input);
+    closeDescriptor(m_errors);
+}
+
+void EncoderProcess::fail(std::string const & what) {
+    // A child that is ending by itself may still be saying why.
+    if (m_child >= 0) {
+        shutdown(m_input, SHUT_WR);
+        waitForEnd(terminatePatience);
+    }
+    endChild();
+    throw std::runtime_error(failureText(what));
+}
+
+std::string EncoderProcess::failureText(std::string const & what) const {
+    std::string text = "the encoder \"" + m_program + "\" " + what;
+    if (WIFSIGNALED(m_status)) {
+        text += ", ended by signal " + std::to_string(WTERMSIG(m_status));
+    }
+    std::string words = m_messages;
+    words.erase(std::find_if(words.rbegin(), words.rend(), [](char c) { return c != '\n'; }).base(), words.end());
+    return words.empty() ? text : text + ": " + words;
+}
+
+} // namespace hyxOSG

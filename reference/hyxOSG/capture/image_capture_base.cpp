@@ -1,0 +1,204 @@
+/// When an image is due, and grabbing it from the frame buffer.
+
+#include "platform/hyxOSG/capture/image_capture_base.h"
+
+#include "platform/hyx/objects/notify.h"
+#include "platform/hyxSDK/simulation.h"
+#include "reference/hyxOSG/capture/capture_clock.h"
+#include "reference/hyxOSG/capture/image_pixels.h"
+
+#include <osg/RenderInfo>
+
+#include <chrono>
+#include <cmath>
+#include <exception>
+#include <limits>
+#include <stdexcept>
+
+namespace hyxOSG {
+namespace {
+
+constexpr hyx::UInt largestSize = 16384;
+
+double wallClock() {
+    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
+}
+
+} // namespace
+
+struct ImageCaptureBase::Impl {
+    double now() const { return simulated() ? simulation->getTimeStamp() : wallClock(); }
+    bool simulated() const { return simulation && synchronised; }
+    int limit() const { return captureLimit > 0 ? captureLimit : maxImages; }
+
+    hyx::ref_ptr<hyxSDK::Simulation> simulation;
+    bool synchronised = true;
+    CaptureClock clock;
+    int maxImages = 0;
+    int captureLimit = 0;
+    int imageNumber = 0;
+    bool started = false;
+    hyx::Vec2u resolution;
+    std::exception_ptr failure;
+    osg::ref_ptr<osg::Image> image = new osg::Image;
+    osg::ref_ptr<osg::Image> picture = new osg::Image;
+    osg::ref_ptr<DrawCallback> callback;
+};
+
+ImageCaptureBase::DrawCallback::DrawCallback(ImageCaptureBase * capture)
+    : m_capture(capture) {}
+
+void ImageCaptureBase::DrawCallback::operator()(osg::RenderInfo & renderInfo) const {
+    if (m_capture) {
+        m_capture->apply(renderInfo);
+    }
+}
+
+void ImageCaptureBase::DrawCallback::detach() {
+    m_capture = nullptr;
+}
+
+ImageCaptureBase::ImageCaptureBase(hyxSDK::Simulation * simulation)
+    : m_impl(std::make_unique<Impl>()) {
+    m_impl->simulation = simulation;
+    m_impl->callback = new DrawCallback(this);
+}
+
+ImageCaptureBase::~ImageCaptureBase() {
+    m_impl->callback->detach();
+}
+
+void ImageCaptureBase::setFps(double fps) {
+    if (!std::isfinite(fps) || fps < 0) {
+        throw std::invalid_argument("images a second must be zero (each drawn frame) or more");
+    }
+    m_impl->clock.setRate(fps);
+}
+
+double ImageCaptureBase::getFps() const {
+    return m_impl->clock.rate();
+}
+
+void ImageCaptureBase::setMaxImages(int maxImages) {
+    m_impl->maxImages = maxImages;
+}
+
+void ImageCaptureBase::startCapture(int maxImages) {
+    if (m_impl->started) {
+        stopCapture();
+    }
+    m_impl->failure = nullptr;
+    m_impl->captureLimit = maxImages;
+    m_impl->imageNumber = 0;
+    m_impl->started = true;
+    resetTime();
+}
+
+bool ImageCaptureBase::stopCapture() {
+    bool const wasStarted = m_impl->started;
+    m_impl->started = false;
+    if (m_impl->failure) {
+        std::rethrow_exception(std::exchange(m_impl->failure, nullptr));
+    }
+    return wasStarted;
+}
+
+bool ImageCaptureBase::getCaptureStarted() const {
+    return m_impl->started;
+}
+
+void ImageCaptureBase::setSimulation(hyxSDK::Simulation * simulation) {
+    m_impl->simulation = simulation;
+    resetTime();
+}
+
+hyxSDK::Simulation * ImageCaptureBase::getSimulation() const {
+    return m_impl->simulation;
+}
+
+void ImageCaptureBase::setImageResolution(hyx::UInt width, hyx::UInt height) {
+    if ((width == 0) != (height == 0) || width > largestSize || height > largestSize) {
+        throw std::invalid_argument("the image resolution must be 1 to 16384 each way, or 0, 0 for the size as drawn");
+    }
+    m_impl->resolution = hyx::Vec2u(width, height);
+}
+
+hyx::Vec2u ImageCaptureBase::getImageResolution() const {
+    return m_impl->resolution;
+}
+
+int ImageCaptureBase::getImageNum() const {
+    return m_impl->imageNumber;
+}
+
+ImageCaptureBase::DrawCallback * ImageCaptureBase::getDrawCallback() {
+    return m_impl->callback;
+}
+
+void ImageCaptureBase::setEnableSyncWithSimulation(bool enable) {
+    m_impl->synchronised = enable;
+    resetTime();
+}
+
+bool ImageCaptureBase::getEnableSyncWithSimulation() const {
+    return m_impl->synchronised;
+}
+
+void ImageCaptureBase::resetTime() {
+    m_impl->clock.begin(m_impl->now());
+}
+
+void ImageCaptureBase::apply(osg::RenderInfo & renderInfo) {
+    if (!m_impl->started) {
+        return;
+    }
+    // A simulation may jump as far as it likes; when the wall clock does, the program was held up.
+    double const longestGap = m_impl->simulated() ? std::numeric_limits<double>::infinity() : 1;
+    long const due = m_impl->clock.takeDue(m_impl->now(), longestGap);
+    if (due <= 0) {
+        return;
+    }
+    try {
+        osg::Camera const * camera = renderInfo.getCurrentCamera();
+        osg::Viewport const * viewport = camera ? camera->getViewport() : renderInfo.getState()->getCurrentViewport();
+        if (!viewport) {
+            throw std::runtime_error("the drawing camera has no viewport to take the image from");
+        }
+        takeImages(*viewport, due);
+    } catch (std::exception const & failure) {
+        hyx::Notify::instance().notify(hyx::Notify::NOTIFY_ERROR, std::string("capture stopped: ") + failure.what());
+        endAfterFailure(std::current_exception());
+    }
+}
+
+/// Reads the picture once and writes it as often as it is due, up to the limit.
+void ImageCaptureBase::takeImages(osg::Viewport const & viewport, long count) {
+    // Four bytes a pixel are read in half the time of three.
+    m_impl->image->readPixels(int(viewport.x()), int(viewport.y()), int(viewport.width()), int(viewport.height()), GL_RGBA,
+                              GL_UNSIGNED_BYTE, 1);
+    hyx::Vec2u const size = m_impl->resolution;
+    bool const asDrawn = size.x == 0;
+    unsigned const width = asDrawn ? unsigned(m_impl->image->s()) : unsigned(size.x);
+    unsigned const height = asDrawn ? unsigned(m_impl->image->t()) : unsigned(size.y);
+    // What lies in a window's alpha does not belong to the picture.
+    copyImage(m_impl->image, width, height, *m_impl->picture);
+    for (; count > 0 && m_impl->started; --count) {
+        writeImage(m_impl->picture, hyx::Index(m_impl->imageNumber));
+        ++m_impl->imageNumber;
+        if (m_impl->limit() > 0 && m_impl->imageNumber >= m_impl->limit()) {
+            stopCapture();
+        }
+    }
+}
+
+/// Leaves nothing running and keeps the reason for the caller of `stopCapture`.
+void ImageCaptureBase::endAfterFailure(std::exception_ptr failure) {
+    try {
+        stopCapture();
+    } catch (std::exception const &) {
+        // The first failure tells why; the encoder's end says the same again.
+    }
+    m_impl->failure = failure;
+}
+
+} // namespace hyxOSG

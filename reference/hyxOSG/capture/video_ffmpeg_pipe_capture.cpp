@@ -1,0 +1,213 @@
+/// Video through an encoder process.
+
+#include "platform/hyxOSG/capture/video_ffmpeg_pipe_capture.h"
+
+#include "platform/hyx/objects/notify.h"
+#include "reference/hyxOSG/capture/encoder_command.h"
+#include "reference/hyxOSG/capture/encoder_feeder.h"
+#include "reference/hyxOSG/capture/image_pixels.h"
+#include "reference/hyxOSG/capture/output_folder.h"
+
+#include <filesystem>
+#include <stdexcept>
+
+namespace hyxOSG {
+namespace {
+
+constexpr hyx::UInt worstRateFactor = 51;
+constexpr double lowestRate = 0.001;
+constexpr double highestRate = 100000;
+
+void requireRate(double fps) {
+    if (!(fps >= lowestRate && fps <= highestRate)) {
+        throw std::invalid_argument("the frames a second of a video must be 0.001 to 100000");
+    }
+}
+
+} // namespace
+
+VideoFFMPEGPipeCapture::CodecStringConversionMap VideoFFMPEGPipeCapture::OutputCodecStrings{
+    {OutputCodec_H264, "libx264"}, {OutputCodec_H264RGB, "libx264rgb"}, {OutputCodec_XVID, "libxvid"}};
+
+struct VideoFFMPEGPipeCapture::Impl {
+    std::string filename = "video";
+    std::string postFix = ".mp4";
+    double videoRate = 0;
+    hyx::UInt rateFactor = 18;
+    bool lossless = false;
+    OutputCodec codec = OutputCodec_H264;
+    /// The size of the running video; the resolution may be changed for the next one meanwhile.
+    hyx::Vec2u size;
+    std::unique_ptr<EncoderFeeder> feeder;
+};
+
+VideoFFMPEGPipeCapture::VideoFFMPEGPipeCapture(hyx::UInt width, hyx::UInt height, double fps, hyxSDK::Simulation * simulation)
+    : ImageCaptureBase(simulation)
+    , m_impl(std::make_unique<Impl>()) {
+    VideoFFMPEGPipeCapture::setImageResolution(width, height);
+    VideoFFMPEGPipeCapture::setFps(fps);
+    m_impl->videoRate = fps;
+}
+
+VideoFFMPEGPipeCapture::~VideoFFMPEGPipeCapture() {
+    try {
+        stopProcess();
+    } catch (std::exception const &) {
+        // Nobody is left to be told.
+    }
+}
+
+void VideoFFMPEGPipeCapture::init() {
+    try {
+        stopProcess();
+    } catch (std::runtime_error const & failure) {
+        hyx::Notify::instance().notify(hyx::Notify::NOTIFY_WARNING, std::string("the video before is incomplete: ") + failure.what());
+    }
+    auto const name = OutputCodecStrings.find(m_impl->codec);
+    if (name == OutputCodecStrings.end() || name->second.empty()) {
+        throw std::runtime_error("OutputCodecStrings holds no encoder name for codec " + std::to_string(m_impl->codec));
+    }
+    EncoderSettings settings;
+    settings.rgb = m_impl->codec == OutputCodec_H264RGB;
+    settings.quantiser = m_impl->codec == OutputCodec_XVID;
+    settings.lossless = m_impl->lossless;
+    if (settings.lossless && settings.quantiser) {
+        throw std::runtime_error("this codec cannot be lossless: choose OutputCodec_H264RGB, or disable lossless");
+    }
+    settings.width = getImageResolution().x;
+    settings.height = getImageResolution().y;
+    settings.imageRate = getFps();
+    settings.videoRate = m_impl->videoRate;
+    settings.rateFactor = m_impl->rateFactor;
+    settings.encoderName = name->second;
+    settings.file = m_impl->filename + m_impl->postFix;
+    prepareOutputFolder(std::filesystem::path(settings.file).parent_path().string());
+    m_impl->size = getImageResolution();
+    m_impl->feeder = std::make_unique<EncoderFeeder>(encoderCommand(settings));
+}
+
+void VideoFFMPEGPipeCapture::setFilename(hyx::String const & filename) {
+    m_impl->filename = filename;
+}
+
+hyx::String VideoFFMPEGPipeCapture::getFilename() const {
+    return m_impl->filename;
+}
+
+void VideoFFMPEGPipeCapture::setVideoPostFix(hyx::String const & postFix) {
+    m_impl->postFix = postFix;
+}
+
+hyx::String VideoFFMPEGPipeCapture::getVideoPostFix() const {
+    return m_impl->postFix;
+}
+
+void VideoFFMPEGPipeCapture::setVideoFPS(double fps) {
+    requireRate(fps);
+    m_impl->videoRate = fps;
+}
+
+double VideoFFMPEGPipeCapture::getVideoFPS() const {
+    return m_impl->videoRate;
+}
+
+void VideoFFMPEGPipeCapture::setVideoCRF(hyx::UInt crf) {
+    if (crf > worstRateFactor) {
+        throw std::invalid_argument("the constant rate factor must be 0 (best) to 51");
+    }
+    m_impl->rateFactor = crf;
+}
+
+hyx::UInt VideoFFMPEGPipeCapture::getVideoCRF() const {
+    return m_impl->rateFactor;
+}
+
+void VideoFFMPEGPipeCapture::setImageCaptureFPS(double fps) {
+    setFps(fps);
+}
+
+double VideoFFMPEGPipeCapture::getImageCaptureFPS() const {
+    return getFps();
+}
+
+void VideoFFMPEGPipeCapture::setEnableLossless(bool enable) {
+    m_impl->lossless = enable;
+}
+
+bool VideoFFMPEGPipeCapture::getEnableLossless() const {
+    return m_impl->lossless;
+}
+
+void VideoFFMPEGPipeCapture::setOutputVideoCodec(OutputCodec codec) {
+    if (codec < OutputCodec_H264 || codec > OutputCodec_XVID) {
+        throw std::invalid_argument("there is no codec " + std::to_string(int(codec)) + ": use one of the OutputCodec_ constants");
+    }
+    m_impl->codec = codec;
+}
+
+VideoFFMPEGPipeCapture::OutputCodec VideoFFMPEGPipeCapture::getOutputCodec() const {
+    return m_impl->codec;
+}
+
+bool VideoFFMPEGPipeCapture::hasActiveVideo() const {
+    return m_impl->feeder && m_impl->feeder->isActive();
+}
+
+bool VideoFFMPEGPipeCapture::stopProcess() {
+    if (!m_impl->feeder) {
+        return false;
+    }
+    // Whether it ends well or not, this encoder is done with.
+    std::unique_ptr<EncoderFeeder> const feeder = std::move(m_impl->feeder);
+    feeder->finish();
+    return true;
+}
+
+void VideoFFMPEGPipeCapture::setFps(double fps) {
+    requireRate(fps);
+    ImageCaptureBase::setFps(fps);
+}
+
+void VideoFFMPEGPipeCapture::setImageResolution(hyx::UInt width, hyx::UInt height) {
+    if (width == 0 || height == 0) {
+        throw std::invalid_argument("the size of a video must be 1 to 16384 pixels each way");
+    }
+    ImageCaptureBase::setImageResolution(width, height);
+}
+
+void VideoFFMPEGPipeCapture::startCapture(int maxImages) {
+    if (getCaptureStarted()) {
+        stopCapture();
+    }
+    if (!hasActiveVideo()) {
+        init();
+    }
+    ImageCaptureBase::startCapture(maxImages);
+}
+
+bool VideoFFMPEGPipeCapture::stopCapture() {
+    bool encoded = false;
+    std::exception_ptr failure;
+    try {
+        encoded = stopProcess();
+    } catch (...) {
+        failure = std::current_exception();
+    }
+    bool const captured = ImageCaptureBase::stopCapture();
+    if (failure) {
+        std::rethrow_exception(failure);
+    }
+    return captured || encoded;
+}
+
+void VideoFFMPEGPipeCapture::writeImage(osg::Image * image, hyx::Index) {
+    requirePixels(image);
+    if (!m_impl->feeder) {
+        init();
+    }
+    EncoderFeeder::Frame frame = m_impl->feeder->takeFrame();
+    copyPixels(image, unsigned(m_impl->size.x), unsigned(m_impl->size.y), frame);
+    m_impl->feeder->add(std::move(frame));
+}
+
+} // namespace hyxOSG

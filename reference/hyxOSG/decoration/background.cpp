@@ -1,0 +1,44 @@
+#include "reference/hyxOSG/decoration/background.h"
+
+#include "reference/hyxOSG/decoration/screen_layer.h"
+
+namespace hyxOSG::decorator {
+namespace {
+
+constexpr int firstBin = -100;
+
+osg::ref_ptr<osg::Geometry> createBackgroundRectangle() {
+    osg::ref_ptr<osg::Geometry> rectangle = new osg::Geometry;
+    auto * vertices = new osg::Vec3Array;
+    for (float y : {0.0f, 1.0f})
+        for (float x : {0.0f, 1.0f})
+            vertices->push_back(osg::Vec3(x, y, 0));
+    rectangle->setVertexArray(vertices);
+    rectangle->setColorArray(new osg::Vec4Array(4), osg::Array::BIND_PER_VERTEX);
+    rectangle->addPrimitiveSet(new osg::DrawArrays(GL_TRIANGLE_STRIP, 0, 4));
+    rectangle->setUseDisplayList(false);
+    rectangle->setUseVertexBufferObjects(true);
+    rectangle->setDataVariance(osg::Object::DYNAMIC);
+    rectangle->setCullingActive(false);
+    return rectangle;
+}
+
+} // namespace
+
+Background::Background() : m_camera(createScreenLayer(firstBin)), m_rectangle(createBackgroundRectangle()) {
+    m_camera->setName("SceneDecorator background");
+    m_camera->setProjectionMatrixAsOrtho2D(0, 1, 0, 1);
+    m_camera->addChild(m_rectangle);
+}
+
+void Background::setColors(osg::Vec4 const & upperLeft, osg::Vec4 const & upperRight, osg::Vec4 const & lowerLeft,
+                           osg::Vec4 const & lowerRight) {
+    auto & colors = static_cast<osg::Vec4Array &>(*m_rectangle->getColorArray());
+    colors[0] = lowerLeft;
+    colors[1] = lowerRight;
+    colors[2] = upperLeft;
+    colors[3] = upperRight;
+    colors.dirty();
+}
+
+} // namespace hyxOSG::decorator

@@ -1,0 +1,259 @@
+#include "reference/hyxOSG/decoration/shadow_map.h"
+
+#include "reference/hyxOSG/decoration/light_view.h"
+#include "reference/machinery/shading/shading_marks.h"
+
+#include <osg/ColorMask>
+#include <osg/ComputeBoundsVisitor>
+#include <osg/CullFace>
+#include <osg/PolygonOffset>
+#include <osgShadow/ShadowedScene>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+
+namespace hyxOSG::decorator {
+
+/// One depth map and the camera that draws it.
+struct ShadowMap::Map {
+    osg::ref_ptr<osg::Texture2D> texture;
+    osg::ref_ptr<osg::Camera> camera;
+};
+
+/// The maps of one viewing camera.
+struct ShadowMap::Maps {
+    std::array<Map, MAX_SHADOW_MAPS> maps;
+    unsigned int lastFrame = 0;
+};
+
+namespace {
+
+osg::ref_ptr<osg::Texture2D> createDepthTexture(unsigned int size, bool smooth) {
+    osg::ref_ptr<osg::Texture2D> texture = new osg::Texture2D;
+    texture->setTextureSize(static_cast<int>(size), static_cast<int>(size));
+    texture->setInternalFormat(GL_DEPTH_COMPONENT24);
+    texture->setSourceFormat(GL_DEPTH_COMPONENT);
+    texture->setSourceType(GL_UNSIGNED_INT);
+    texture->setShadowComparison(true);
+    texture->setShadowTextureMode(osg::Texture2D::LUMINANCE);
+    auto const filter = smooth ? osg::Texture2D::LINEAR : osg::Texture2D::NEAREST;
+    texture->setFilter(osg::Texture2D::MIN_FILTER, filter);
+    texture->setFilter(osg::Texture2D::MAG_FILTER, filter);
+    texture->setWrap(osg::Texture2D::WRAP_S, osg::Texture2D::CLAMP_TO_BORDER);
+    texture->setWrap(osg::Texture2D::WRAP_T, osg::Texture2D::CLAMP_TO_BORDER);
+    texture->setBorderColor(osg::Vec4(1, 1, 1, 1));
+    return texture;
+}
+
+osg::ref_ptr<osg::StateSet> createCasterState() {
+    constexpr auto forced = osg::StateAttribute::ON | osg::StateAttribute::OVERRIDE;
+    osg::ref_ptr<osg::StateSet> state = new osg::StateSet;
+    state->setAttribute(new osg::ColorMask(false, false, false, false), forced);
+    state->setAttributeAndModes(new osg::PolygonOffset(1.5f, 4.0f), forced);
+    state->setMode(GL_LIGHTING, osg::StateAttribute::OFF | osg::StateAttribute::OVERRIDE);
+    state->setMode(GL_CULL_FACE, osg::StateAttribute::OFF | osg::StateAttribute::OVERRIDE);
+    state->setMode(GL_BLEND, osg::StateAttribute::OFF | osg::StateAttribute::OVERRIDE);
+    return state;
+}
+
+osg::Vec4d lightPosition(osg::LightSource const & source, osg::Matrixd const & eyeToScene) {
+    osg::Vec4d const position = source.getLight()->getPosition();
+    return source.getReferenceFrame() == osg::LightSource::ABSOLUTE_RF ? position * eyeToScene : position;
+}
+
+// The depths at which the next map takes over, between evenly and geometrically spread.
+std::array<double, MAX_SHADOW_MAPS> splitDepths(std::vector<osg::Vec3d> const & visible, osg::Matrixd const & view) {
+    double nearest = std::numeric_limits<double>::max();
+    double farthest = 0;
+    for (osg::Vec3d const & point : visible) {
+        double const depth = -(point * view).z();
+        nearest = std::min(nearest, depth);
+        farthest = std::max(farthest, depth);
+    }
+    nearest = std::max(nearest, farthest * 0.01);
+    std::array<double, MAX_SHADOW_MAPS> depths{};
+    for (unsigned int i = 0; i < MAX_SHADOW_MAPS; ++i) {
+        double const part = (i + 1.0) / MAX_SHADOW_MAPS;
+        depths[i] = 0.5 * (nearest + (farthest - nearest) * part) + 0.5 * nearest * std::pow(farthest / nearest, part);
+    }
+    return depths;
+}
+
+/// What the shadowed state needs besides its maps, gathered map by map.
+class MapUniforms {
+public:
+    explicit MapUniforms(unsigned int maps, unsigned int mapSize)
+        : m_matrix(new osg::Uniform(osg::Uniform::FLOAT_MAT4, "hyx_shadowMatrix", static_cast<int>(maps))),
+          m_texel(new osg::Uniform(osg::Uniform::FLOAT, "hyx_shadowTexel", static_cast<int>(maps))),
+          m_depth(new osg::Uniform(osg::Uniform::FLOAT, "hyx_splitDepth", static_cast<int>(maps))),
+          m_size(new osg::Uniform("hyx_shadowMapSize", static_cast<float>(mapSize))) {}
+
+    void setMap(unsigned int map, osg::Matrixd const & eyeToMap, double texelSize) {
+        m_matrix->setElement(map, osg::Matrixf(eyeToMap));
+        m_texel->setElement(map, static_cast<float>(texelSize));
+    }
+    /// A map on which nothing lies: w is never positive there.
+    void setEmpty(unsigned int map) { m_matrix->setElement(map, osg::Matrixf(0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0)); }
+    void setDepth(unsigned int map, double depth) { m_depth->setElement(map, static_cast<float>(depth)); }
+
+    void addTo(osg::StateSet & state) const {
+        for (osg::Uniform * uniform : {m_matrix.get(), m_texel.get(), m_depth.get(), m_size.get()})
+            state.addUniform(uniform);
+    }
+
+private:
+    osg::ref_ptr<osg::Uniform> m_matrix, m_texel, m_depth, m_size;
+};
+
+} // namespace
+
+ShadowMap::ShadowMap(Settings const & settings, osg::LightSource * light)
+    : m_settings(settings), m_light(light), m_shadowed(createShadingState(settings.shading)) {
+    ShadingOptions plain = settings.shading;
+    plain.shadowMaps = 0;
+    plain.blackShadows = false;
+    m_unshadowed = createShadingState(plain);
+}
+
+ShadowMap::~ShadowMap() = default;
+
+void ShadowMap::init() { _dirty = false; }
+
+void ShadowMap::update(osg::NodeVisitor & visitor) {
+    for (unsigned int i = 0; i < _shadowedScene->getNumChildren(); ++i)
+        markShading(*_shadowedScene->getChild(i), !m_settings.shading.blackShadows);
+    _shadowedScene->osg::Group::traverse(visitor);
+}
+
+void ShadowMap::cleanSceneGraph() { m_maps.clear(); }
+
+void ShadowMap::cull(osgUtil::CullVisitor & visitor) {
+    osg::ref_ptr<osg::LightSource> light;
+    if (!m_light.lock(light) || !light->getLight()) {
+        drawScene(visitor, *m_unshadowed);
+        return;
+    }
+    osg::Matrixd const view = *visitor.getModelViewMatrix();
+    osg::Matrixd const eyeToScene = osg::Matrixd::inverse(view);
+    osg::Matrixd const projection = *visitor.getProjectionMatrix();
+
+    osg::ComputeBoundsVisitor casters;
+    casters.setTraversalMask(CASTS_SHADOWS);
+    osg::ComputeBoundsVisitor scene;
+    for (unsigned int i = 0; i < _shadowedScene->getNumChildren(); ++i) {
+        _shadowedScene->getChild(i)->accept(casters);
+        _shadowedScene->getChild(i)->accept(scene);
+    }
+
+    LightViewNeeds needs;
+    needs.light = lightPosition(*light, eyeToScene);
+    needs.casters = casters.getBoundingBox();
+    needs.cameraDirection = osg::Vec3d(-eyeToScene(2, 0), -eyeToScene(2, 1), -eyeToScene(2, 2));
+    needs.mapSize = m_settings.mapSize;
+    needs.alignWithCamera = m_settings.alignWithCamera;
+
+    double const unlimited = std::numeric_limits<double>::max();
+    std::vector<osg::Vec3d> const visible = visibleCorners(scene.getBoundingBox(), view, projection, 0, unlimited);
+    unsigned int const count = m_settings.shading.shadowMaps;
+    MapUniforms uniforms(count, m_settings.mapSize);
+    std::array<double, MAX_SHADOW_MAPS> depths{unlimited, unlimited, unlimited};
+    if (count > 1 && !visible.empty())
+        depths = splitDepths(visible, view);
+
+    osg::ref_ptr<osg::StateSet> state;
+    Maps & maps = mapsFor(visitor);
+    for (unsigned int i = 0; i < count; ++i) {
+        uniforms.setDepth(i, depths[i]);
+        needs.visible = count == 1 ? visible
+                                   : visibleCorners(scene.getBoundingBox(), view, projection, i ? depths[i - 1] : 0,
+                                                    i + 1 < count ? depths[i] : unlimited);
+        std::optional<LightView> const fit = fitLightView(needs);
+        if (!fit) {
+            uniforms.setEmpty(i);
+            continue;
+        }
+        if (!state)
+            state = new osg::StateSet(*m_shadowed);
+        drawMap(visitor, maps.maps[i], fit->view, fit->projection);
+        uniforms.setMap(i, eyeToScene * fit->textureMatrix(), fit->texelSize);
+        state->setTextureAttribute(SHADOW_MAP_UNIT + i, maps.maps[i].texture);
+    }
+    if (!state) {
+        drawScene(visitor, *m_unshadowed);
+        return;
+    }
+    uniforms.addTo(*state);
+    drawScene(visitor, *state);
+}
+
+ShadowMap::Maps & ShadowMap::mapsFor(osgUtil::CullVisitor & visitor) {
+    unsigned int const frame = visitor.getFrameStamp() ? visitor.getFrameStamp()->getFrameNumber() : 0;
+    forgetUnused(frame);
+    std::unique_ptr<Maps> & maps = m_maps[visitor.getCurrentCamera()];
+    if (!maps)
+        maps = std::make_unique<Maps>();
+    maps->lastFrame = frame;
+    return *maps;
+}
+
+void ShadowMap::forgetUnused(unsigned int frame) {
+    std::erase_if(m_maps, [frame](auto const & entry) { return entry.second->lastFrame + 60 < frame; });
+}
+
+void ShadowMap::drawMap(osgUtil::CullVisitor & visitor, Map & map, osg::Matrixd const & view,
+                        osg::Matrixd const & projection) {
+    if (!map.camera) {
+        map.texture = createDepthTexture(m_settings.mapSize, m_settings.shading.softShadows);
+        map.camera = new osg::Camera;
+        map.camera->setStateSet(createCasterState()); // first: the camera keeps its viewport in it
+        map.camera->setReferenceFrame(osg::Camera::ABSOLUTE_RF_INHERIT_VIEWPOINT);
+        map.camera->setCullCallback(new CameraCullCallback(this));
+        map.camera->setClearMask(GL_DEPTH_BUFFER_BIT);
+        map.camera->setComputeNearFarMode(osg::Camera::DO_NOT_COMPUTE_NEAR_FAR);
+        map.camera->setCullingMode(osg::CullSettings::VIEW_FRUSTUM_SIDES_CULLING);
+        map.camera->setViewport(0, 0, static_cast<int>(m_settings.mapSize), static_cast<int>(m_settings.mapSize));
+        // After the pictures that the scene itself shows, so that a map is drawn last before it is read.
+        map.camera->setRenderOrder(osg::Camera::PRE_RENDER, 100);
+        map.camera->setRenderTargetImplementation(osg::Camera::FRAME_BUFFER_OBJECT);
+        map.camera->attach(osg::Camera::DEPTH_BUFFER, map.texture);
+        map.camera->setCullMask(CASTS_SHADOWS);
+    }
+    map.camera->setViewMatrix(view);
+    map.camera->setProjectionMatrix(projection);
+    unsigned int const mask = visitor.getTraversalMask();
+    visitor.setTraversalMask(mask & CASTS_SHADOWS);
+    map.camera->accept(visitor);
+    visitor.setTraversalMask(mask);
+}
+
+void ShadowMap::drawScene(osgUtil::CullVisitor & visitor, osg::StateSet & state) {
+    visitor.pushStateSet(&state);
+    _shadowedScene->osg::Group::traverse(visitor);
+    visitor.popStateSet();
+}
+
+void ShadowMap::resizeGLObjectBuffers(unsigned int maxSize) {
+    for (auto const & [camera, maps] : m_maps)
+        for (Map const & map : maps->maps)
+            if (map.camera) {
+                map.camera->resizeGLObjectBuffers(maxSize);
+                map.texture->resizeGLObjectBuffers(maxSize);
+            }
+    m_shadowed->resizeGLObjectBuffers(maxSize);
+    m_unshadowed->resizeGLObjectBuffers(maxSize);
+}
+
+void ShadowMap::releaseGLObjects(osg::State * state) const {
+    for (auto const & [camera, maps] : m_maps)
+        for (Map const & map : maps->maps)
+            if (map.camera) {
+                map.camera->releaseGLObjects(state);
+                map.texture->releaseGLObjects(state);
+            }
+    m_shadowed->releaseGLObjects(state);
+    m_unshadowed->releaseGLObjects(state);
+}
+
+} // namespace hyxOSG::decorator

@@ -1,0 +1,73 @@
+#include "reference/hyxOSG/decoration/text_rows.h"
+
+#include "reference/hyxOSG/decoration/fonts.h"
+
+#include <cmath>
+
+namespace hyxOSG::decorator {
+namespace {
+
+constexpr float lineSpacing = 1.3f;
+constexpr float leftMargin = 8; // pixels
+constexpr float topMargin = 6;
+
+} // namespace
+
+TextRows::TextRows() : m_geode(new osg::Geode) {
+    m_geode->setName("SceneDecorator text");
+    m_geode->setCullingActive(false);
+    setFontName("DejaVuSans");
+}
+
+void TextRows::setText(int row, std::string const & text, osg::Vec4 const & color) {
+    osg::ref_ptr<osgText::Text> & entry = m_rows[row];
+    if (text.empty()) {
+        m_geode->removeChild(entry);
+        m_rows.erase(row);
+        return;
+    }
+    if (!entry) {
+        entry = new osgText::Text;
+        entry->setDataVariance(osg::Object::DYNAMIC);
+        entry->setUseDisplayList(false);
+        m_geode->addChild(entry);
+        m_changed = true;
+    }
+    entry->setText(text, osgText::String::ENCODING_UTF8);
+    entry->setColor(color);
+}
+
+void TextRows::clear() {
+    m_geode->removeChildren(0, m_geode->getNumChildren());
+    m_rows.clear();
+}
+
+void TextRows::setFontName(std::string const & name) {
+    m_fontName = name;
+    m_font = findFont(name);
+    m_changed = true;
+}
+
+void TextRows::setFontSize(float size) {
+    m_fontSize = size;
+    m_changed = true;
+}
+
+void TextRows::layOut(osg::Vec2f const & window, float scale) {
+    if (!m_changed && window == m_window && scale == m_scale)
+        return;
+    m_changed = false;
+    m_window = window;
+    m_scale = scale;
+    float const size = m_fontSize * scale;
+    for (auto const & [row, text] : m_rows) {
+        text->setFont(m_font);
+        text->setCharacterSize(size);
+        text->setFontResolution(std::lround(size), std::lround(size));
+        // On whole pixels, so that glyphs stay sharp.
+        text->setPosition(osg::Vec3(std::round(leftMargin * scale),
+                                    std::round(window.y() - topMargin * scale - (row * lineSpacing + 1) * size), 0));
+    }
+}
+
+} // namespace hyxOSG::decorator

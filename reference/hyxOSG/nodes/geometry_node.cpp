@@ -1,0 +1,203 @@
+#include "platform/hyxOSG/nodes/geometry_node.h"
+
+#include "reference/hyxOSG/nodes/geometry_node_index.h"
+#include "reference/machinery/meshes/conversions.h"
+
+#include <osg/NodeVisitor>
+
+#include <stdexcept>
+
+namespace hyxOSG {
+namespace {
+
+void checkFlag(GeometryNode::RenderFlag flag) {
+    if (flag != GeometryNode::RENDER_DATA && flag != GeometryNode::GEOMETRY_DATA)
+        throw std::invalid_argument("render flag " + std::to_string(static_cast<int>(flag)) +
+                                    " does not exist, use 1 (RENDER_DATA) or 2 (GEOMETRY_DATA)");
+}
+
+void dropFromIndex(hyxCollide::Geometry const * geometry, GeometryNode const * node) {
+    auto const [first, last] = geometryNodeIndex().equal_range(geometry);
+    for (auto place = first; place != last; ++place)
+        if (place->second == node) {
+            geometryNodeIndex().erase(place);
+            return;
+        }
+}
+
+}
+
+GeometryNodeIndex & geometryNodeIndex() {
+    static auto & index = *new GeometryNodeIndex;
+    return index;
+}
+
+struct GeometryNode::Impl {
+    hyxCollide::Geometry * geometry = nullptr; // forgotten when its remove event tells of its end
+    bool autoRemove = true;
+    RenderFlag selected = GEOMETRY_DATA;
+    osg::ref_ptr<osg::Node> renderData, geometryData;
+    hyxCollide::Geometry::RemoveEvent::CallbackType removal;
+    hyxCollide::Geometry::ShapeChangeEvent::CallbackType shapeChange;
+
+    osg::ref_ptr<osg::Node> & child(RenderFlag flag) { return flag == RENDER_DATA ? renderData : geometryData; }
+};
+
+GeometryNode::GeometryNode()
+    : m_impl(std::make_unique<Impl>()) {
+    listen();
+}
+
+GeometryNode::GeometryNode(hyxCollide::Geometry * geometry)
+    : GeometryNode() {
+    setGeometry(geometry);
+}
+
+GeometryNode::GeometryNode(GeometryNode const & other, osg::CopyOp const & copyOperation)
+    : osg::MatrixTransform(other, copyOperation)
+    , shapeCallback(other.shapeCallback)
+    , m_impl(std::make_unique<Impl>()) {
+    listen();
+    m_impl->autoRemove = other.m_impl->autoRemove;
+    m_impl->selected = other.m_impl->selected;
+    for (RenderFlag const flag : {RENDER_DATA, GEOMETRY_DATA}) {
+        osg::Node * const source = other.m_impl->child(flag);
+        unsigned int const place = source ? other.getChildIndex(source) : other.getNumChildren();
+        m_impl->child(flag) = place < getNumChildren() ? getChild(place) : copyOperation(source);
+    }
+    setGeometry(other.m_impl->geometry);
+}
+
+GeometryNode::~GeometryNode() {
+    setGeometry(nullptr);
+}
+
+void GeometryNode::listen() {
+    // Counted as a child with updates of its own, the node is visited by each update traversal.
+    setNumChildrenRequiringUpdateTraversal(getNumChildrenRequiringUpdateTraversal() + 1);
+    m_impl->shapeChange = {[this](hyxCollide::Geometry const * geometry) { shapeCallback(geometry); }};
+    m_impl->removal = {[this](hyxCollide::Geometry const * geometry) {
+        // The one reference is that of who tells of the end; a geometry without a body and another holder lives on.
+        bool const ends = geometry->getReferenceCount() <= 1 && !geometry->getRigidBody();
+        if (ends)
+            setGeometry(nullptr);
+        if (m_impl->autoRemove)
+            removeFromParents();
+    }};
+}
+
+void GeometryNode::setGeometry(hyxCollide::Geometry * geometry) {
+    hyxCollide::Geometry *& present = m_impl->geometry;
+    if (geometry == present)
+        return;
+    if (present) {
+        dropFromIndex(present, this);
+        present->getRemoveEvent().remove(m_impl->removal);
+        present->getShapeChangeEvent().remove(m_impl->shapeChange);
+    }
+    present = geometry;
+    if (present) {
+        geometryNodeIndex().emplace(present, this);
+        present->getRemoveEvent().add(m_impl->removal);
+        present->getShapeChangeEvent().add(m_impl->shapeChange);
+        updateTransform();
+    }
+}
+
+hyxCollide::Geometry * GeometryNode::getGeometry() {
+    return m_impl->geometry;
+}
+hyxCollide::Geometry const * GeometryNode::getGeometry() const {
+    return m_impl->geometry;
+}
+
+void GeometryNode::setAutoRemove(bool autoRemove) {
+    m_impl->autoRemove = autoRemove;
+}
+bool GeometryNode::getAutoRemove() const {
+    return m_impl->autoRemove;
+}
+
+void GeometryNode::removeNode(hyxCollide::Space *, hyxCollide::Geometry * geometry) {
+    if (m_impl->autoRemove && geometry && geometry == m_impl->geometry)
+        removeFromParents();
+}
+
+void GeometryNode::removeFromParents() {
+    if (getNumParents() == 0)
+        return;
+    osg::ref_ptr<GeometryNode> const alive = this;
+    while (getNumParents() > 0)
+        getParent(0)->removeChild(this);
+}
+
+void GeometryNode::updateTransform() {
+    if (!m_impl->geometry)
+        return;
+    osg::Matrixd const transform = toOsg(m_impl->geometry->getTransform());
+    if (transform != getMatrix()) // a body at rest costs no new bounds
+        setMatrix(transform);
+}
+
+void GeometryNode::selectRenderChild(RenderFlag flag) {
+    checkFlag(flag);
+    if (osg::Node * const hidden = m_impl->child(m_impl->selected))
+        removeChild(hidden);
+    m_impl->selected = flag;
+    if (osg::Node * const shown = m_impl->child(flag))
+        insertChild(0, shown);
+}
+
+GeometryNode::RenderFlag GeometryNode::getSelectedRenderChild() const {
+    return m_impl->selected;
+}
+
+void GeometryNode::setRenderChild(RenderFlag flag, osg::Node * node) {
+    checkFlag(flag);
+    osg::ref_ptr<osg::Node> & place = m_impl->child(flag);
+    if (place == node)
+        return;
+    bool const shown = flag == m_impl->selected;
+    if (shown && place)
+        removeChild(place);
+    place = node;
+    if (shown && place)
+        insertChild(0, place);
+}
+
+osg::Node * GeometryNode::getRenderChild(RenderFlag flag) {
+    checkFlag(flag);
+    return m_impl->child(flag);
+}
+
+osg::Node const * GeometryNode::getRenderChild(RenderFlag flag) const {
+    checkFlag(flag);
+    return m_impl->child(flag);
+}
+
+osg::Object * GeometryNode::cloneType() const {
+    return new GeometryNode;
+}
+osg::Object * GeometryNode::clone(osg::CopyOp const & copyOperation) const {
+    return new GeometryNode(*this, copyOperation);
+}
+bool GeometryNode::isSameKindAs(osg::Object const * object) const {
+    return dynamic_cast<GeometryNode const *>(object);
+}
+char const * GeometryNode::className() const {
+    return "GeometryNode";
+}
+char const * GeometryNode::libraryName() const {
+    return "hyxOSG";
+}
+
+void GeometryNode::traverse(osg::NodeVisitor & visitor) {
+    bool const updates = visitor.getVisitorType() == osg::NodeVisitor::UPDATE_VISITOR;
+    if (updates)
+        updateTransform();
+    bool const childrenUpdate = getNumChildrenRequiringUpdateTraversal() > 1; // one is the node itself
+    if (!updates || childrenUpdate)
+        osg::MatrixTransform::traverse(visitor);
+}
+
+}

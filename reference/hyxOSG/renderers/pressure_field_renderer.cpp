@@ -1,0 +1,134 @@
+#include "platform/hyxOSG/renderers/pressure_field_renderer.h"
+
+#include "reference/machinery/shading/shading_marks.h"
+#include "reference/hyxOSG/renderers/color_presets.h"
+
+#include <osg/Geometry>
+#include <osg/MatrixTransform>
+#include <osg/PolygonOffset>
+#include <osg/Program>
+#include <osg/observer_ptr>
+
+#include <algorithm>
+#include <cmath>
+#include <stdexcept>
+
+namespace hyxOSG {
+namespace {
+
+constexpr int coolwarm = 1;
+
+bool drawable(hyxModel::TriangleData const & triangle, hyx::AffineMatrix4x4 const & transform)
+{
+    for (int corner = 0; corner < 3; ++corner) {
+        auto const point = transform.transformPoint(triangle.vertices[corner]);
+        if (!std::isfinite(point.x) || !std::isfinite(point.y) || !std::isfinite(point.z)
+            || !std::isfinite(triangle.pressures[corner]))
+            return false;
+    }
+    return true;
+}
+
+}
+
+struct PressureFieldRenderer::Impl {
+    osg::observer_ptr<osg::Group> root;
+    double maxPressure = 0; // 0: that of the round
+    osg::ref_ptr<osg::MatrixTransform> node = new osg::MatrixTransform;
+    osg::ref_ptr<osg::Geometry> geometry = new osg::Geometry;
+    osg::ref_ptr<osg::Vec3Array> positions = new osg::Vec3Array;
+    osg::ref_ptr<osg::Vec4Array> colors = new osg::Vec4Array;
+    osg::ref_ptr<osg::DrawArrays> range = new osg::DrawArrays(GL_TRIANGLES, 0, 0);
+    // The round that is being collected.
+    std::vector<osg::Vec3> corners;
+    std::vector<double> pressures;
+
+    void set_up();
+    void show();
+};
+
+void PressureFieldRenderer::Impl::set_up()
+{
+    geometry->setName("pressure field");
+    geometry->setUseDisplayList(false);
+    geometry->setUseVertexBufferObjects(true);
+    geometry->setDataVariance(osg::Object::DYNAMIC);
+    geometry->setVertexArray(positions);
+    geometry->setColorArray(colors, osg::Array::BIND_PER_VERTEX);
+    geometry->addPrimitiveSet(range);
+    node->addChild(geometry);
+    node->setNodeMask(~(decorator::CASTS_SHADOWS | decorator::RECEIVES_SHADOWS));
+    constexpr auto on = osg::StateAttribute::ON | osg::StateAttribute::PROTECTED;
+    constexpr auto off = osg::StateAttribute::OFF | osg::StateAttribute::PROTECTED;
+    auto * const state = geometry->getOrCreateStateSet();
+    // The colours are read as values: no light, shadow or texture may change them.
+    state->setAttributeAndModes(new osg::Program, on);
+    state->setMode(GL_LIGHTING, off);
+    state->setTextureMode(0, GL_TEXTURE_2D, off);
+    // The field lies on the surface it belongs to.
+    state->setAttributeAndModes(new osg::PolygonOffset(-1, -1), on);
+}
+
+void PressureFieldRenderer::Impl::show()
+{
+    auto const highest = pressures.empty() ? 0.0 : *std::max_element(pressures.begin(), pressures.end());
+    auto const limit = maxPressure > 0 ? maxPressure : highest;
+    auto const & table = preset_colors(coolwarm);
+    positions->assign(corners.begin(), corners.end());
+    colors->clear();
+    for (auto const pressure : pressures) {
+        auto const share = limit > 0 ? std::clamp(pressure / limit, 0.0, 1.0) : 0.0;
+        colors->push_back(table[static_cast<std::size_t>(std::lround(share * static_cast<double>(table.size() - 1)))]);
+    }
+    range->setCount(static_cast<GLsizei>(positions->size()));
+    range->dirty();
+    positions->dirty();
+    colors->dirty();
+    geometry->dirtyBound();
+}
+
+PressureFieldRenderer::PressureFieldRenderer(osg::Group * root, hyx::Real maxPressure) : m_impl(std::make_unique<Impl>())
+{
+    if (!(maxPressure >= 0) || !std::isfinite(maxPressure))
+        throw std::invalid_argument("the highest pressure must be 0 (automatic) or more pascal");
+    m_impl->root = root;
+    m_impl->maxPressure = maxPressure;
+    m_impl->set_up();
+    if (root)
+        root->addChild(m_impl->node);
+}
+
+PressureFieldRenderer::~PressureFieldRenderer()
+{
+    if (m_impl->root.valid())
+        m_impl->root->removeChild(m_impl->node);
+}
+
+void PressureFieldRenderer::addTriangle(hyxModel::TriangleData const & triangle, hyx::AffineMatrix4x4 const & transform)
+{
+    if (!drawable(triangle, transform))
+        return;
+    for (int corner = 0; corner < 3; ++corner) {
+        auto const point = transform.transformPoint(triangle.vertices[corner]);
+        m_impl->corners.emplace_back(osg::Vec3d(point.x, point.y, point.z));
+        m_impl->pressures.push_back(triangle.pressures[corner]);
+    }
+}
+
+void PressureFieldRenderer::clear()
+{
+    m_impl->corners.clear();
+    m_impl->pressures.clear();
+}
+
+void PressureFieldRenderer::done()
+{
+    m_impl->show();
+}
+
+void PressureFieldRenderer::updateTransform(hyx::AffineMatrix4x4 const & transform)
+{
+    m_impl->node->setMatrix(osg::Matrixd(transform.ptr()));
+}
+
+}

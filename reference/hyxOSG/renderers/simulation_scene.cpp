@@ -1,0 +1,34 @@
+#include "reference/hyxOSG/renderers/simulation_scene.h"
+
+#include <osg/observer_ptr>
+
+#include <map>
+
+namespace hyxOSG {
+namespace {
+
+using Scenes = std::map<hyxSDK::Simulation const *, osg::observer_ptr<osg::Group>>;
+
+Scenes & scenes()
+{
+    static Scenes instance;
+    return instance;
+}
+
+}
+
+void set_simulation_scene(hyxSDK::Simulation const * simulation, osg::Group * root)
+{
+    if (simulation && root)
+        scenes()[simulation] = root;
+    else
+        scenes().erase(simulation);
+}
+
+osg::Group * find_simulation_scene(hyxSDK::Simulation const * simulation)
+{
+    auto const found = scenes().find(simulation);
+    return found == scenes().end() ? nullptr : found->second.get();
+}
+
+}

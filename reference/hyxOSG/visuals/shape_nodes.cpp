@@ -1,0 +1,164 @@
+#include "reference/hyxOSG/visuals/shape_nodes.h"
+
+#include "platform/hyxCollide/box.h"
+#include "platform/hyxCollide/capsule.h"
+#include "platform/hyxCollide/compound.h"
+#include "platform/hyxCollide/cone.h"
+#include "platform/hyxCollide/cylinder.h"
+#include "platform/hyxCollide/height_field.h"
+#include "platform/hyxCollide/plane.h"
+#include "platform/hyxCollide/sphere.h"
+#include "platform/hyxCollide/trimesh.h"
+#include "reference/machinery/meshes/conversions.h"
+#include "reference/machinery/meshes/shape_meshes.h"
+#include "reference/machinery/meshes/surface_meshes.h"
+
+#include <osg/CullFace>
+#include <osg/Geode>
+#include <osg/MatrixTransform>
+#include <osg/observer_ptr>
+
+#include <cmath>
+#include <functional>
+#include <map>
+#include <tuple>
+
+namespace hyxOSG {
+namespace {
+
+constexpr osg::Node::NodeMask castsShadow = 64;
+
+/// The state of all shapes: normals survive scaling, and faces of closed shapes that look away are not drawn.
+osg::ref_ptr<osg::StateSet> shapeState(bool closed) {
+    static std::map<bool, osg::observer_ptr<osg::StateSet>> states;
+    osg::ref_ptr<osg::StateSet> state;
+    if (states[closed].lock(state))
+        return state;
+    state = new osg::StateSet;
+    state->setMode(GL_NORMALIZE, osg::StateAttribute::ON);
+    if (closed)
+        state->setAttributeAndModes(new osg::CullFace(osg::CullFace::BACK));
+    states[closed] = state;
+    return state;
+}
+
+osg::ref_ptr<osg::Geode> geodeOf(osg::Geometry * mesh, bool closed) {
+    osg::ref_ptr<osg::Geode> const geode = new osg::Geode;
+    if (mesh)
+        geode->addDrawable(mesh);
+    geode->setStateSet(shapeState(closed));
+    return geode;
+}
+
+/// What tells meshes apart that a transform alone does not make equal. The number is the shape's one proportion, if any.
+using FormKey = std::tuple<hyxCollide::Shape::Type, unsigned int, long>;
+
+/// The mesh of a form, shared by all nodes that show it at the moment.
+osg::ref_ptr<osg::Geode> sharedForm(FormKey const & key, std::function<osg::ref_ptr<osg::Geometry>()> const & make) {
+    static std::map<FormKey, osg::observer_ptr<osg::Geode>> forms;
+    osg::ref_ptr<osg::Geode> form;
+    if (forms[key].lock(form))
+        return form;
+    form = geodeOf(make(), true);
+    forms[key] = form;
+    return form;
+}
+
+osg::ref_ptr<osg::Node> scaled(osg::Node * form, double x, double y, double z) {
+    osg::ref_ptr<osg::MatrixTransform> const transform = new osg::MatrixTransform(osg::Matrix::scale(x, y, z));
+    transform->addChild(form);
+    return transform;
+}
+
+osg::ref_ptr<osg::Node> capsuleNode(hyxCollide::Capsule const & capsule, unsigned int segments) {
+    double const halfLength = 0.5 * capsule.getHeight() / capsule.getRadius();
+    // The proportion is kept to a thousandth, finer than one can see.
+    long const proportion = std::lround(1000 * halfLength);
+    auto const form = sharedForm({capsule.getType(), segments, proportion},
+                                 [&] { return unitCapsuleMesh(segments, 0.001f * static_cast<float>(proportion)); });
+    return scaled(form, capsule.getRadius(), capsule.getRadius(), capsule.getRadius());
+}
+
+osg::ref_ptr<osg::Node> planeNode(hyxCollide::Plane const & plane) {
+    static osg::observer_ptr<osg::Geode> shared;
+    osg::ref_ptr<osg::Geode> square;
+    if (!shared.lock(square)) {
+        square = geodeOf(unitSquareMesh(1), false);
+        square->setNodeMask(~castsShadow); // a ground that casts shadows darkens itself
+        shared = square;
+    }
+    osg::Vec3d const normal = toOsg(plane.getNormal());
+    osg::ref_ptr<osg::MatrixTransform> const transform = new osg::MatrixTransform(
+        osg::Matrix::scale(planeHalfSide, planeHalfSide, 1) * osg::Matrix::rotate(osg::Vec3d(0, 0, 1), normal) *
+        osg::Matrix::translate(toOsg(plane.getPlane().getPoint())));
+    transform->addChild(square);
+    return transform;
+}
+
+osg::ref_ptr<osg::Node> compoundNode(hyxCollide::Compound const & compound, float detailRatio) {
+    osg::ref_ptr<osg::Group> const group = new osg::Group;
+    for (hyx::UInt part = 0; part < compound.getNumShapes(); ++part) {
+        osg::ref_ptr<osg::MatrixTransform> const place =
+            new osg::MatrixTransform(toOsg(compound.getLocalTransform(part)));
+        place->addChild(createShapeNode(*compound.getShape(part), detailRatio));
+        group->addChild(place);
+    }
+    return group;
+}
+
+/// A mesh is shared by the geometries of one shape as long as the shape does not change.
+osg::ref_ptr<osg::Node> meshNode(hyxCollide::Trimesh const & mesh) {
+    static std::map<hyxCollide::Shape const *, std::pair<hyx::UInt, osg::observer_ptr<osg::Geode>>> known;
+    auto & [revision, shared] = known[&mesh];
+    osg::ref_ptr<osg::Geode> geode;
+    bool const current = shared.lock(geode) && revision == mesh.getRevision();
+    if (!current) {
+        geode = geodeOf(trimeshSurface(mesh), mesh.isClosed());
+        revision = mesh.getRevision();
+        shared = geode;
+    }
+    osg::ref_ptr<osg::Group> const node = new osg::Group;
+    node->addChild(geode);
+    return node;
+}
+
+}
+
+osg::ref_ptr<osg::Node> createShapeNode(hyxCollide::Shape const & shape, float detailRatio) {
+    unsigned int const segments = segmentsForDetail(detailRatio);
+    auto const type = shape.getType();
+    switch (type) {
+    case hyxCollide::Shape::BOX: {
+        hyx::Vec3 const half = static_cast<hyxCollide::Box const &>(shape).getHalfExtents();
+        return scaled(sharedForm({type, 0, 0}, unitBoxMesh), half.x, half.y, half.z);
+    }
+    case hyxCollide::Shape::SPHERE: {
+        double const radius = static_cast<hyxCollide::Sphere const &>(shape).getRadius();
+        return scaled(sharedForm({type, segments, 0}, [&] { return unitSphereMesh(segments); }), radius, radius,
+                      radius);
+    }
+    case hyxCollide::Shape::CYLINDER: {
+        auto const & cylinder = static_cast<hyxCollide::Cylinder const &>(shape);
+        return scaled(sharedForm({type, segments, 0}, [&] { return unitConeMesh(segments, 1); }), cylinder.getRadius(),
+                      0.5 * cylinder.getHeight(), cylinder.getRadius());
+    }
+    case hyxCollide::Shape::CONE: {
+        auto const & cone = static_cast<hyxCollide::Cone const &>(shape);
+        return scaled(sharedForm({type, segments, 0}, [&] { return unitConeMesh(segments, 0); }), cone.getRadius(),
+                      0.5 * cone.getHeight(), cone.getRadius());
+    }
+    case hyxCollide::Shape::CAPSULE:
+        return capsuleNode(static_cast<hyxCollide::Capsule const &>(shape), segments);
+    case hyxCollide::Shape::PLANE:
+        return planeNode(static_cast<hyxCollide::Plane const &>(shape));
+    case hyxCollide::Shape::TRIMESH:
+        return meshNode(static_cast<hyxCollide::Trimesh const &>(shape));
+    case hyxCollide::Shape::HEIGHT_FIELD:
+        return geodeOf(heightFieldSurface(static_cast<hyxCollide::HeightField const &>(shape)), false);
+    case hyxCollide::Shape::COMPOUND:
+        return compoundNode(static_cast<hyxCollide::Compound const &>(shape), detailRatio);
+    }
+    return new osg::Group;
+}
+
+}

@@ -1,0 +1,68 @@
+#include "platform/hyxOSG/visuals/trimesh_conversion.h"
+
+#include "platform/hyxCollide/trimesh.h"
+#include "reference/machinery/meshes/conversions.h"
+
+#include <osg/Drawable>
+#include <osg/NodeVisitor>
+#include <osg/Transform>
+#include <osg/TriangleFunctor>
+
+#include <map>
+
+namespace hyxOSG {
+namespace {
+
+/// Gathers triangles, with corners at the same place becoming one vertex, so that a closed mesh stays closed.
+struct TriangleGatherer {
+    osg::Matrixd toRoot;
+    hyx::Vec3Vector vertices;
+    hyx::UInt32Vector indices;
+    std::map<osg::Vec3d, unsigned int> known;
+
+    unsigned int indexOf(osg::Vec3d const & position) {
+        auto const [place, isNew] = known.emplace(position * toRoot, static_cast<unsigned int>(vertices.size()));
+        if (isNew)
+            vertices.push_back(toHyx(place->first));
+        return place->second;
+    }
+
+    void operator()(osg::Vec3 const & a, osg::Vec3 const & b, osg::Vec3 const & c, bool = false) {
+        for (osg::Vec3 const & corner : {a, b, c})
+            indices.push_back(indexOf(corner));
+    }
+};
+
+class GatherTriangles : public osg::NodeVisitor {
+public:
+    GatherTriangles()
+        : osg::NodeVisitor(TRAVERSE_ACTIVE_CHILDREN) {}
+    void apply(osg::Drawable & drawable) override {
+        gatherer.toRoot = m_toRoot;
+        drawable.accept(gatherer);
+    }
+    void apply(osg::Transform & transform) override {
+        osg::Matrixd const outer = m_toRoot;
+        transform.computeLocalToWorldMatrix(m_toRoot, this);
+        traverse(transform);
+        m_toRoot = outer;
+    }
+    osg::TriangleFunctor<TriangleGatherer> gatherer;
+
+private:
+    osg::Matrixd m_toRoot;
+};
+
+}
+
+hyxCollide::Trimesh * createTrimesh(osg::Node * node) {
+    if (!node)
+        return nullptr;
+    GatherTriangles visitor;
+    node->accept(visitor);
+    if (visitor.gatherer.indices.empty())
+        return nullptr;
+    return new hyxCollide::Trimesh(visitor.gatherer.vertices, visitor.gatherer.indices);
+}
+
+}

@@ -1,0 +1,34 @@
+/// Joints that follow others.
+#pragma once
+
+#include "platform/hyx/joints/constraint1dof.h"
+#include "platform/hyxSDK/event_listener.h"
+
+namespace hyxtavlang {
+
+/// Locks a joint where another one says: at `multiplier` times its position plus `offset`. The lock's force is the
+/// follower's, and does not act back on the leader.
+class Mimic : public hyxSDK::EventListener {
+public:
+  Mimic(hyx::Constraint1DOF* follower, const hyx::Constraint1DOF* leader, double multiplier, double offset)
+      : m_follower(follower), m_leader(leader), m_multiplier(multiplier), m_offset(offset) {
+    setMask(PRE_COLLIDE_STEP);
+    follower->getLock1D()->setEnable(true);
+    follower->getLock1D()->setForceRange(follower->getMotor1D()->getForceRange());
+  }
+
+  void preCollide(hyx::TimeStamp) override {
+    m_follower->getLock1D()->setPosition(m_multiplier * m_leader->getAngle() + m_offset);
+  }
+
+protected:
+  ~Mimic() override = default;
+
+private:
+  hyx::ref_ptr<hyx::Constraint1DOF> m_follower;
+  hyx::ref_ptr<const hyx::Constraint1DOF> m_leader;
+  double m_multiplier;
+  double m_offset;
+};
+
+}  // namespace hyxtavlang

@@ -1,0 +1,28 @@
+/// Asks the X server once.
+#include "reference/machinery/context/x_display.h"
+
+#include <dlfcn.h>
+
+#include <cstdlib>
+
+namespace hyxOSG {
+namespace {
+
+bool probe() {
+  void* library = dlopen("libX11.so.6", RTLD_NOW | RTLD_LOCAL);
+  if (!library) return false;
+  auto* open = reinterpret_cast<void* (*)(const char*)>(dlsym(library, "XOpenDisplay"));
+  return open && open(nullptr);
+}
+
+}  // namespace
+
+bool xDisplayAnswers() {
+  const char* name = std::getenv("DISPLAY");
+  if (!name || !*name) return false;
+  static bool answers = false;  // a refusal is asked again: the server may have been started since
+  if (!answers) answers = probe();
+  return answers;
+}
+
+}  // namespace hyxOSG

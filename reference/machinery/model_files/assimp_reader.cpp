@@ -1,0 +1,201 @@
+/// Model files that the scene-graph library has no reader for, or no good one, through the asset importer.
+
+#include "reference/machinery/model_files/only_reader.h"
+#include "reference/machinery/meshes/mesh_builder.h"
+
+#include <assimp/Importer.hpp>
+#include <assimp/config.h>
+#include <assimp/material.h>
+#include <assimp/mesh.h>
+#include <assimp/postprocess.h>
+#include <assimp/scene.h>
+#include <osg/BlendFunc>
+#include <osg/Geode>
+#include <osg/Material>
+#include <osg/MatrixTransform>
+#include <osg/Texture2D>
+#include <osgDB/FileNameUtils>
+#include <osgDB/FileUtils>
+#include <osgDB/ReadFile>
+#include <osgDB/Registry>
+
+#include <algorithm>
+#include <array>
+#include <sstream>
+#include <vector>
+
+namespace hyxOSG {
+namespace {
+
+// Left out: formats that the importer crashes on or never ends with when they are damaged (mdl, cob, md5mesh, off), ply,
+// and those that the scene-graph library reads well itself.
+constexpr std::array extensions{"obj",  "gltf", "glb", "fbx",  "blend", "3mf",     "amf", "ase", "assbin", "b3d",
+                                "bvh",  "csm",  "hmp", "ifc",  "irr",   "irrmesh", "lxo", "m3d", "md3",    "mdc",
+                                "ms3d", "ndo",  "nff", "ogex", "pk3",   "q3o",     "q3s", "raw", "scn",    "sib",
+                                "smd",  "step", "ter", "uc",   "vta",   "x3d",     "xgl", "zgl"};
+
+osg::Vec4 toOsg(aiColor4D const & color) {
+    return {color.r, color.g, color.b, color.a};
+}
+osg::Vec3 toOsg(aiVector3D const & vector) {
+    return {vector.x, vector.y, vector.z};
+}
+
+/// Turns one imported scene into nodes.
+class SceneConverter {
+public:
+    SceneConverter(aiScene const & scene, std::string const & folder)
+        : m_scene(scene)
+        , m_folder(folder) {
+        for (unsigned int i = 0; i < scene.mNumMaterials; ++i)
+            m_states.push_back(stateOf(*scene.mMaterials[i]));
+        for (unsigned int i = 0; i < scene.mNumMeshes; ++i)
+            m_meshes.push_back(meshOf(*scene.mMeshes[i]));
+    }
+
+    osg::ref_ptr<osg::Node> convert(aiNode const & source) const {
+        aiMatrix4x4 matrix = source.mTransformation;
+        matrix.Transpose(); // row vectors here
+        osg::ref_ptr<osg::Group> const node =
+            matrix.IsIdentity() ? new osg::Group : new osg::MatrixTransform(osg::Matrixf(&matrix.a1));
+        node->setName(source.mName.C_Str());
+        for (unsigned int i = 0; i < source.mNumMeshes; ++i)
+            node->addChild(m_meshes[source.mMeshes[i]]);
+        for (unsigned int i = 0; i < source.mNumChildren; ++i)
+            node->addChild(convert(*source.mChildren[i]));
+        return node;
+    }
+
+private:
+    osg::ref_ptr<osg::StateSet> stateOf(aiMaterial const & source) const {
+        osg::ref_ptr<osg::StateSet> const state = new osg::StateSet;
+        osg::ref_ptr<osg::Material> const material = new osg::Material;
+        auto const both = osg::Material::FRONT_AND_BACK;
+        aiColor4D color;
+        float value = 0;
+        if (source.Get(AI_MATKEY_COLOR_DIFFUSE, color) == AI_SUCCESS)
+            material->setDiffuse(both, toOsg(color));
+        if (source.Get(AI_MATKEY_COLOR_AMBIENT, color) == AI_SUCCESS && toOsg(color) != osg::Vec4(0, 0, 0, 1))
+            material->setAmbient(both, toOsg(color));
+        else
+            material->setAmbient(both, material->getDiffuse(osg::Material::FRONT));
+        if (source.Get(AI_MATKEY_COLOR_SPECULAR, color) == AI_SUCCESS)
+            material->setSpecular(both, toOsg(color));
+        if (source.Get(AI_MATKEY_COLOR_EMISSIVE, color) == AI_SUCCESS)
+            material->setEmission(both, toOsg(color));
+        if (source.Get(AI_MATKEY_SHININESS, value) == AI_SUCCESS)
+            material->setShininess(both, std::clamp(value, 0.0f, 128.0f));
+        if (source.Get(AI_MATKEY_OPACITY, value) == AI_SUCCESS && value < 1) {
+            material->setAlpha(both, value);
+            state->setAttributeAndModes(new osg::BlendFunc);
+            state->setRenderingHint(osg::StateSet::TRANSPARENT_BIN);
+        }
+        state->setAttributeAndModes(material);
+        aiString file;
+        if (source.GetTexture(aiTextureType_DIFFUSE, 0, &file) == AI_SUCCESS)
+            if (osg::ref_ptr<osg::Image> const image = imageOf(file.C_Str())) {
+                osg::ref_ptr<osg::Texture2D> const texture = new osg::Texture2D(image);
+                texture->setWrap(osg::Texture::WRAP_S, osg::Texture::REPEAT);
+                texture->setWrap(osg::Texture::WRAP_T, osg::Texture::REPEAT);
+                state->setTextureAttributeAndModes(0, texture);
+            }
+        return state;
+    }
+
+    osg::ref_ptr<osg::Image> imageOf(std::string file) const {
+        if (aiTexture const * const inside = m_scene.GetEmbeddedTexture(file.c_str()))
+            return embedded(*inside);
+        std::replace(file.begin(), file.end(), '\\', '/');
+        std::string const beside = osgDB::concatPaths(m_folder, file);
+        return osgDB::fileExists(beside)
+                   ? osgDB::readRefImageFile(beside)
+                   : osgDB::readRefImageFile(osgDB::concatPaths(m_folder, osgDB::getSimpleFileName(file)));
+    }
+
+    static osg::ref_ptr<osg::Image> embedded(aiTexture const & texture) {
+        bool const isFile = texture.mHeight == 0;
+        auto * const reader =
+            isFile ? osgDB::Registry::instance()->getReaderWriterForExtension(texture.achFormatHint) : nullptr;
+        if (!reader)
+            return nullptr;
+        std::istringstream bytes(std::string(reinterpret_cast<char const *>(texture.pcData), texture.mWidth));
+        return reader->readImage(bytes).getImage();
+    }
+
+    osg::ref_ptr<osg::Geode> meshOf(aiMesh const & source) const {
+        osg::ref_ptr<osg::Geode> const geode = new osg::Geode;
+        osg::ref_ptr<osg::Geometry> const mesh = new osg::Geometry;
+        mesh->setName(source.mName.C_Str());
+        osg::ref_ptr<osg::Vec3Array> const positions = new osg::Vec3Array, normals = new osg::Vec3Array;
+        osg::ref_ptr<osg::Vec2Array> const texcoords = new osg::Vec2Array;
+        osg::ref_ptr<osg::Vec4Array> const colors = new osg::Vec4Array;
+        for (unsigned int i = 0; i < source.mNumVertices; ++i) {
+            positions->push_back(toOsg(source.mVertices[i]));
+            if (source.HasNormals())
+                normals->push_back(toOsg(source.mNormals[i]));
+            if (source.HasTextureCoords(0))
+                texcoords->push_back({source.mTextureCoords[0][i].x, source.mTextureCoords[0][i].y});
+            if (source.HasVertexColors(0))
+                colors->push_back(toOsg(source.mColors[0][i]));
+        }
+        mesh->setVertexArray(positions);
+        if (!normals->empty())
+            mesh->setNormalArray(normals, osg::Array::BIND_PER_VERTEX);
+        if (!texcoords->empty())
+            mesh->setTexCoordArray(0, texcoords, osg::Array::BIND_PER_VERTEX);
+        if (!colors->empty())
+            mesh->setColorArray(colors, osg::Array::BIND_PER_VERTEX);
+        addFaces(source, *mesh);
+        useVertexBuffers(*mesh);
+        geode->addDrawable(mesh);
+        geode->setStateSet(m_states.at(source.mMaterialIndex));
+        return geode;
+    }
+
+    /// The importer sorts faces by their number of corners, so one mesh has one kind.
+    static void addFaces(aiMesh const & source, osg::Geometry & mesh) {
+        unsigned int const corners = source.mNumFaces ? source.mFaces[0].mNumIndices : 0;
+        GLenum const mode = corners == 1 ? GL_POINTS : corners == 2 ? GL_LINES : GL_TRIANGLES;
+        osg::ref_ptr<osg::DrawElementsUInt> const elements = new osg::DrawElementsUInt(mode);
+        for (unsigned int i = 0; i < source.mNumFaces; ++i)
+            for (unsigned int j = 0; j < source.mFaces[i].mNumIndices; ++j)
+                elements->push_back(source.mFaces[i].mIndices[j]);
+        mesh.addPrimitiveSet(elements);
+    }
+
+    aiScene const & m_scene;
+    std::string m_folder;
+    std::vector<osg::ref_ptr<osg::StateSet>> m_states;
+    std::vector<osg::ref_ptr<osg::Geode>> m_meshes;
+};
+
+class AssetReader : public osgDB::ReaderWriter {
+public:
+    AssetReader() {
+        for (char const * const extension : extensions)
+            supportsExtension(extension, "through the asset importer");
+        keepOnlyReader("obj");
+    }
+    char const * className() const override { return "Asset importer"; }
+
+    ReadResult readNode(std::string const & file, Options const * options) const override {
+        if (!acceptsExtension(osgDB::getLowerCaseFileExtension(file)))
+            return ReadResult::FILE_NOT_HANDLED;
+        std::string const path = osgDB::findDataFile(file, options);
+        if (path.empty())
+            return ReadResult::FILE_NOT_FOUND;
+        Assimp::Importer importer;
+        importer.SetPropertyFloat(AI_CONFIG_PP_GSN_MAX_SMOOTHING_ANGLE, 45);
+        aiScene const * const scene = importer.ReadFile(
+            path, aiProcess_Triangulate | aiProcess_GenSmoothNormals | aiProcess_JoinIdenticalVertices |
+                      aiProcess_SortByPType | aiProcess_ValidateDataStructure);
+        if (!scene || !scene->mRootNode)
+            return ReadResult(std::string(importer.GetErrorString()));
+        return SceneConverter(*scene, osgDB::getFilePath(path)).convert(*scene->mRootNode).get();
+    }
+};
+
+osgDB::RegisterReaderWriterProxy<AssetReader> assimpRegistration;
+
+}
+}

@@ -1,0 +1,76 @@
+#include "reference/machinery/shading/shading_marks.h"
+
+#include <osg/Drawable>
+#include <osg/NodeVisitor>
+#include <osg/StateSet>
+#include <osg/Uniform>
+
+namespace hyxOSG::decorator {
+namespace {
+
+char const * const litName = "hyx_lit";
+char const * const receivesName = "hyx_receivesShadow";
+
+void setMark(osg::StateSet & state, char const * name, bool value, osg::StateAttribute::OverrideValue flags) {
+    osg::Uniform * mark = state.getUniform(name);
+    if (!mark)
+        state.addUniform(mark = new osg::Uniform(name, value), flags);
+    bool present = value;
+    mark->get(present);
+    if (present != value)
+        mark->set(value);
+}
+
+void removeMark(osg::StateSet & state, char const * name) {
+    if (osg::Uniform * mark = state.getUniform(name))
+        state.removeUniform(mark);
+}
+
+class Marker : public osg::NodeVisitor {
+public:
+    explicit Marker(bool castersReceive)
+        : osg::NodeVisitor(osg::NodeVisitor::TRAVERSE_ALL_CHILDREN), m_castersReceive(castersReceive) {}
+
+    void apply(osg::Node & node) override {
+        Inherited const above = m_inherited;
+        m_inherited.mask &= node.getNodeMask();
+        m_inherited.receives = (m_inherited.mask & RECEIVES_SHADOWS) &&
+                               (m_castersReceive || !(m_inherited.mask & CASTS_SHADOWS));
+        if (m_inherited.receives != above.receives)
+            setMark(*node.getOrCreateStateSet(), receivesName, m_inherited.receives, osg::StateAttribute::ON);
+        else if (osg::StateSet * state = node.getStateSet())
+            removeMark(*state, receivesName);
+        if (osg::StateSet * state = node.getStateSet())
+            markLit(*state);
+        traverse(node);
+        m_inherited = above;
+    }
+
+private:
+    /// What holds for everything below the present node. A node has a bit only when all above have it.
+    struct Inherited {
+        osg::Node::NodeMask mask = ~0u;
+        bool receives = true; ///< as the program's own uniform
+    };
+
+    static void markLit(osg::StateSet & state) {
+        osg::StateSet::ModeList const & modes = state.getModeList();
+        auto const lighting = modes.find(GL_LIGHTING);
+        if (lighting == modes.end())
+            removeMark(state, litName);
+        else
+            setMark(state, litName, lighting->second & osg::StateAttribute::ON, lighting->second);
+    }
+
+    bool m_castersReceive;
+    Inherited m_inherited;
+};
+
+} // namespace
+
+void markShading(osg::Node & node, bool castersReceive) {
+    Marker marker(castersReceive);
+    node.accept(marker);
+}
+
+} // namespace hyxOSG::decorator

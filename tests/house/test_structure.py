@@ -1,0 +1,60 @@
+"""Rules of the source tree that no compiler checks."""
+import pathlib
+import subprocess
+import sys
+
+import pytest
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+
+
+def test_rooms_include_only_what_they_may():
+    result = subprocess.run([sys.executable, ROOT / "tools/check_includes.py"], capture_output=True, text=True)
+    assert result.stdout.strip() == "" and result.returncode == 0
+
+
+GENERATOR = ROOT / "binding/catalogue/generate_tables.py"
+
+
+@pytest.mark.parametrize("text, complaint", [
+    ("lib::A : lib::Bse\nlib::Base\n", "base 'lib::Bse' of lib::A is not in the catalogue; did you mean 'lib::Base'?"),
+    ("lib::A\nlib::A\n", "lib::A is listed twice"),
+    ("lib::A : lib::B\nlib::B : lib::A\n", "derives from itself"),
+])
+def test_a_wrong_class_list_stops_the_build(tmp_path, text, complaint):
+    listing = tmp_path / "lib.txt"
+    listing.write_text(text)
+    result = subprocess.run([sys.executable, GENERATOR, listing, "--out", tmp_path], capture_output=True, text=True)
+    assert result.returncode != 0 and complaint in result.stderr
+
+
+WRONG_ROWS = {
+    "a parameter type that no overload has": ("FUNCTION(take_int, FREE(sample::take_int, (double)))", "no matching function"),
+    "a type outside the catalogue": ("FUNCTION(unlisted, FREE(unlisted, (Unlisted *)))", "not in the type catalogue"),
+    "a default of another type": ("FUNCTION(string_size, FREE(sample::string_size, (std::string const &), 5))",
+                                  "a default value must have the type of its parameter"),
+    "more defaults than parameters": ("FUNCTION(take_int, FREE(sample::take_int, (int), 1, 2))", "more default values than parameters"),
+}
+
+
+@pytest.mark.parametrize("row, complaint", WRONG_ROWS.values(), ids=WRONG_ROWS.keys())
+def test_a_wrong_row_does_not_compile(tmp_path, row, complaint):
+    source = tmp_path / "rows.cpp"
+    source.write_text(f"""#include "tests/binding/sample/sample.h"
+#include "binding/vocabulary/rows.h"
+struct Unlisted {{}};
+void unlisted(Unlisted *) {{}}
+namespace {{
+constexpr Declared functions[] = {{ {row} }};
+}}
+ROWS(functions);
+""")
+    import sysconfig
+
+    names = tmp_path / "names"
+    lists = [*(ROOT / "catalogue").glob("*.txt"), ROOT / "tests/binding/sample/classes.txt"]
+    subprocess.run([sys.executable, GENERATOR, *lists, "--out", names], check=True)
+    command = ["g++", "-std=c++20", "-fsyntax-only", "-DHYX_AREA=rows", f"-I{ROOT}", f"-I{names}",
+               f"-I{sysconfig.get_paths()['include']}", source]
+    result = subprocess.run(command, capture_output=True, text=True)
+    assert result.returncode != 0 and complaint in result.stderr
