@@ -54,7 +54,7 @@ ROWS(functions);
     names = tmp_path / "names"
     lists = [*(ROOT / "catalogue").glob("*.txt"), ROOT / "tests/binding/sample/classes.txt"]
     subprocess.run([sys.executable, GENERATOR, *lists, "--out", names], check=True)
-    command = ["g++", "-std=c++20", "-fsyntax-only", "-DHYX_AREA=rows", f"-I{ROOT}", f"-I{names}",
+    command = ["g++", "-std=c++20", "-fsyntax-only", f"-I{ROOT}", f"-I{names}",
                f"-I{sysconfig.get_paths()['include']}", source]
     result = subprocess.run(command, capture_output=True, text=True)
     assert result.returncode != 0 and complaint in result.stderr

@@ -4,7 +4,7 @@ import pathlib
 import hyx
 
 PACKAGES = pathlib.Path(hyx.__file__).parent.parent
-EXAMPLES = pathlib.Path(__file__).resolve().parents[3] / "examples"
+EXAMPLES = pathlib.Path(__file__).resolve().parents[1] / "examples"
 RED, GREEN, BLUE = (1, 0, 0), (0, 1, 0), (0, 0, 1)
 
 
