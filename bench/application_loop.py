@@ -14,7 +14,6 @@ import hyxCollide
 import hyxIO
 import hyxOSG
 import hyxSDK
-
 from processor_time import best
 
 
@@ -53,7 +52,10 @@ def growth(steps, bodies=500):
 
 def main():
     steps = int(sys.argv[1]) if len(sys.argv) > 1 else 20_000
-    figures = [("overhead of a frame, us", overhead(), 20), (f"growth over {steps} steps of 500 bodies, MiB", growth(steps), 2)]
+    figures = [
+        ("overhead of a frame, us", overhead(), 20),
+        (f"growth over {steps} steps of 500 bodies, MiB", growth(steps), 2),
+    ]
     for name, value, limit in figures:
         print(f"{name}: {value:.2f} (limit {limit})")
     sys.exit(any(value > limit for _, value, limit in figures))

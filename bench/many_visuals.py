@@ -16,8 +16,12 @@ import hyxSDK
 import osg
 import osgViewer
 
-SHAPES = [lambda: hyxCollide.Box(0.2, 0.2, 0.2), lambda: hyxCollide.Sphere(0.2), lambda: hyxCollide.Cylinder(0.2, 0.4),
-          lambda: hyxCollide.Capsule(0.1, 0.3)]
+SHAPES = [
+    lambda: hyxCollide.Box(0.2, 0.2, 0.2),
+    lambda: hyxCollide.Sphere(0.2),
+    lambda: hyxCollide.Cylinder(0.2, 0.4),
+    lambda: hyxCollide.Capsule(0.1, 0.3),
+]
 
 
 def make_bodies(simulation, count):

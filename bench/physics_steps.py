@@ -11,7 +11,6 @@ import sys
 import hyx
 import hyxCollide
 import hyxSDK
-
 from processor_time import best
 
 
@@ -21,7 +20,12 @@ def pile(count):
     ground = hyx.RigidBody(hyxCollide.Geometry(hyxCollide.Plane()))
     ground.setMotionControl(hyx.RigidBody.STATIC)
     sim.add(ground)
-    shapes = [hyxCollide.Box(0.2, 0.2, 0.2), hyxCollide.Sphere(0.2), hyxCollide.Cylinder(0.2, 0.4), hyxCollide.Capsule(0.2, 0.2)]
+    shapes = [
+        hyxCollide.Box(0.2, 0.2, 0.2),
+        hyxCollide.Sphere(0.2),
+        hyxCollide.Cylinder(0.2, 0.4),
+        hyxCollide.Capsule(0.2, 0.2),
+    ]
     for i in range(count):
         body = hyx.RigidBody(hyxCollide.Geometry(shapes[i % 4]))
         body.setPosition(hyx.Vec3(i % 6 * 0.5, i // 6 % 6 * 0.5, 0.3 + i // 36 * 0.5))

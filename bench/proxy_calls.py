@@ -35,7 +35,11 @@ def cases():
 
     yield "getter", *pair("o.getAutoRemove()", {"o": node}, {"o": other}), 1.2
     yield "bool setter", *pair("o.setAutoRemove(True)", {"o": node}, {"o": other}), 1.2
-    yield "vector argument", *pair("o.setTranslate(p)", {"o": move, "p": point}, {"o": other_move, "p": other_point}), 1.2
+    yield (
+        "vector argument",
+        *pair("o.setTranslate(p)", {"o": move, "p": point}, {"o": other_move, "p": other_point}),
+        1.2,
+    )
     yield "overload, first of 26", *texture_pair('None, "x"'), None
     yield "overload, middle of 26", *texture_pair("n, t, True, 0"), 1.0
     yield "overload, last of 26", *texture_pair("n, t, True, 0, 1.0, 1.0"), 1.0
@@ -55,7 +59,9 @@ def main():
     print(f"{'operation':24} {'proxy':>8} {'nanobind':>9} {'ratio':>6}")
     for name, ours, theirs, limit in cases():
         mine, their = measure(ours, theirs)
-        verdict = "" if limit is None else f"  (at most {limit})" if mine <= limit * their else f"  MISSED: at most {limit}"
+        verdict = (
+            "" if limit is None else f"  (at most {limit})" if mine <= limit * their else f"  MISSED: at most {limit}"
+        )
         failed |= "MISSED" in verdict
         print(f"{name:24} {mine:8.1f} {their:9.1f} {mine / their:6.2f}{verdict}")
     sys.exit(failed)

@@ -9,13 +9,12 @@ import argparse
 import random
 from pathlib import Path
 
-from tqdm import tqdm
-
 import hyx
 import hyxCollide
 import hyxOSG
 import hyxSDK
 import osg
+from tqdm import tqdm
 
 MODEL = Path("/usr/share/assimp/models/OBJ/WusonOBJ.obj")
 PALETTE = [(0.86, 0.32, 0.23), (0.95, 0.66, 0.22), (0.27, 0.55, 0.62), (0.36, 0.66, 0.42), (0.55, 0.42, 0.66)]

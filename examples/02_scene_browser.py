@@ -39,7 +39,9 @@ def tower(sim, app, root):
 def dominoes(sim, app, root):
     """A row of slabs, the first of which gets a push."""
     ground(sim, root)
-    slabs = [add(sim, root, hyxCollide.Box(0.06, 0.3, 0.6), (-4 + 0.55 * i, 0, 0.6), (0.95, 0.66, 0.22)) for i in range(15)]
+    slabs = [
+        add(sim, root, hyxCollide.Box(0.06, 0.3, 0.6), (-4 + 0.55 * i, 0, 0.6), (0.95, 0.66, 0.22)) for i in range(15)
+    ]
     slabs[0].setAngularVelocity(hyx.Vec3(0, 3, 0))
 
 
@@ -48,7 +50,13 @@ def rain(sim, app, root):
     ground(sim, root)
     for i in range(60):
         radius = 0.15 if i % 2 else 0.25
-        add(sim, root, hyxCollide.Sphere(radius), (0.4 * (i % 5) - 0.8, 0.4 * (i // 5 % 4) - 0.6, 1 + 0.3 * i), (0.36, 0.66, 0.42))
+        add(
+            sim,
+            root,
+            hyxCollide.Sphere(radius),
+            (0.4 * (i % 5) - 0.8, 0.4 * (i // 5 % 4) - 0.6, 1 + 0.3 * i),
+            (0.36, 0.66, 0.42),
+        )
 
 
 SCENES = ("tower", "dominoes", "rain")

@@ -25,8 +25,10 @@ def plot(points, file, width=640, height=240):
     times, values = zip(*points)
     low, high = min(values), max(values)
     xy = " ".join(f"{width * t / times[-1]:.1f},{height * (high - v) / (high - low or 1):.1f}" for t, v in points)
-    file.write_text(f'<svg xmlns="http://www.w3.org/2000/svg" width="{width}" height="{height}">'
-                    f'<polyline points="{xy}" fill="none" stroke="#27566b" stroke-width="2"/></svg>\n')
+    file.write_text(
+        f'<svg xmlns="http://www.w3.org/2000/svg" width="{width}" height="{height}">'
+        f'<polyline points="{xy}" fill="none" stroke="#27566b" stroke-width="2"/></svg>\n'
+    )
 
 
 def main():

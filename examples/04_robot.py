@@ -1,18 +1,17 @@
 """Loads a robot description (URDF) and drives its joints to and fro: a humanoid of 44 joints, or any other.
 
-    04_robot.py [MODEL.urdf] [--seconds S] [--output PICTURE]
+04_robot.py [MODEL.urdf] [--seconds S] [--output PICTURE]
 """
 
 import argparse
 import math
 from pathlib import Path
 
-import jvrc_description  # a description that others made, from PyPI
-
 import hyx
 import hyxCollide
 import hyxOSG
 import hyxtavlang
+import jvrc_description  # a description that others made, from PyPI
 
 FATAL = 1  # the readers of mesh files have much to say
 

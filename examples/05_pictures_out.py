@@ -9,14 +9,13 @@ number does not depend on how fast the machine draws.
 import argparse
 from pathlib import Path
 
-import numpy
-from PIL import Image
-from tqdm import tqdm
-
 import hyx
 import hyxCollide
 import hyxOSG
 import hyxSDK
+import numpy
+from PIL import Image
+from tqdm import tqdm
 
 WIDTH, HEIGHT = 480, 320
 
@@ -35,7 +34,9 @@ def build(sim, root):
     for number in range(20):
         x, y = number % 5 - 2, number // 5 - 1.5
         shape = hyxCollide.Sphere(0.35) if number % 2 else hyxCollide.Box(0.3, 0.3, 0.3)
-        add_body(sim, root, shape, (x, y, 1 + 0.3 * number), (0.2 + 0.15 * (number % 5), 0.45, 0.9 - 0.2 * (number // 5)))
+        add_body(
+            sim, root, shape, (x, y, 1 + 0.3 * number), (0.2 + 0.15 * (number % 5), 0.45, 0.9 - 0.2 * (number // 5))
+        )
 
 
 def place(target, opening):

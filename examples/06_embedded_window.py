@@ -8,14 +8,13 @@ Drag to turn a view, wheel to come nearer, hold control and drag a box to pull i
 import argparse
 import sys
 
-from PySide6.QtCore import Qt, QTimer
-from PySide6.QtOpenGLWidgets import QOpenGLWidget
-from PySide6.QtWidgets import QApplication, QHBoxLayout, QWidget
-
 import hyx
 import hyxCollide
 import hyxOSG
 import hyxSDK
+from PySide6.QtCore import Qt, QTimer
+from PySide6.QtOpenGLWidgets import QOpenGLWidget
+from PySide6.QtWidgets import QApplication, QHBoxLayout, QWidget
 
 STEP = 1 / 60
 BUTTONS = {Qt.LeftButton: 1, Qt.MiddleButton: 2, Qt.RightButton: 3}

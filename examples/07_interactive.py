@@ -20,11 +20,16 @@ WIDTH, HEIGHT = 640, 400
 CONTROL_LEFT, LEFT_BUTTON = 0xFFE3, 1
 PUSHES = {ord("w"): (0, 1, 0), ord("s"): (0, -1, 0), ord("a"): (-1, 0, 0), ord("d"): (1, 0, 0)}
 RECORDED = [  # seconds, what, and its values
-    [0.3, "keyPress", [ord("w")]], [1.4, "keyRelease", [ord("w")]],
-    [1.5, "keyPress", [ord("d")]], [2.2, "keyRelease", [ord("d")]],
-    [2.5, "keyPress", [CONTROL_LEFT]], [2.6, "mouseMotion", [276, 108]], [2.7, "mouseButtonPress", [276, 108, LEFT_BUTTON]],
+    [0.3, "keyPress", [ord("w")]],
+    [1.4, "keyRelease", [ord("w")]],
+    [1.5, "keyPress", [ord("d")]],
+    [2.2, "keyRelease", [ord("d")]],
+    [2.5, "keyPress", [CONTROL_LEFT]],
+    [2.6, "mouseMotion", [276, 108]],
+    [2.7, "mouseButtonPress", [276, 108, LEFT_BUTTON]],
     *[[2.7 + 0.05 * step, "mouseMotion", [276 - 6 * step, 108 - 2 * step]] for step in range(1, 21)],
-    [4.2, "mouseButtonRelease", [156, 68, LEFT_BUTTON]], [4.3, "keyRelease", [CONTROL_LEFT]],
+    [4.2, "mouseButtonRelease", [156, 68, LEFT_BUTTON]],
+    [4.3, "keyRelease", [CONTROL_LEFT]],
 ]
 
 
@@ -146,7 +151,9 @@ def main():
         app.stopAfter(options.seconds)
         with video:
             app.run()
-        print(f"{video.getImageNum()} frames; the cart went to {cart.getPosition()}, a dragged box to {left_top.getPosition()}")
+        print(
+            f"{video.getImageNum()} frames; the cart went to {cart.getPosition()}, a dragged box to {left_top.getPosition()}"
+        )
     if recorder:
         options.record.write_text(json.dumps(recorder.events))
 

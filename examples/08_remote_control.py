@@ -1,6 +1,6 @@
 """Serves a scene to a browser: prints the address of a page that shows it live and steers it.
 
-    08_remote_control.py [--rpc-port PORT] [--stop-after S] [more options: --help]
+08_remote_control.py [--rpc-port PORT] [--stop-after S] [more options: --help]
 """
 
 import random

@@ -1,6 +1,6 @@
 """A blade digs a trench through a hill of two soils; one picture for each way to look at the soil.
 
-    dug_terrain.py [--output FOLDER]
+dug_terrain.py [--output FOLDER]
 """
 
 import argparse
@@ -106,7 +106,9 @@ def main():
         print(picture)
         for switch in switches:
             getattr(renderer, "set" + switch)(False)
-    print(f"mass kept to {abs(soil.getMass() / (before + 500) - 1):.1e}, {soil.getSoilParticles().getNumParticles()} grains")
+    print(
+        f"mass kept to {abs(soil.getMass() / (before + 500) - 1):.1e}, {soil.getSoilParticles().getNumParticles()} grains"
+    )
 
 
 if __name__ == "__main__":

@@ -65,7 +65,11 @@ def main():
     app.getSceneRoot().addChild(renderer)
 
     point = hyxOSG.LidarOutputRendererLegendPoint
-    legend = [point(0.0, osg.Vec4(0.1, 0.1, 0.9, 1)), point(0.5, osg.Vec4(0.1, 0.9, 0.3, 1)), point(1.0, osg.Vec4(1, 0.9, 0.1, 1))]
+    legend = [
+        point(0.0, osg.Vec4(0.1, 0.1, 0.9, 1)),
+        point(0.5, osg.Vec4(0.1, 0.9, 0.3, 1)),
+        point(1.0, osg.Vec4(1, 0.9, 0.1, 1)),
+    ]
     bands = Bands()  # stays alive as long as the renderer uses it
     colorings = {
         "legend": lambda: renderer.setIntensityColorFunctionFromLegend(legend, 1.0),

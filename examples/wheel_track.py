@@ -1,6 +1,6 @@
 """A heavy wheel rolls over soft ground and leaves a track.
 
-    wheel_track.py [--output FOLDER] [--seconds S]
+wheel_track.py [--output FOLDER] [--seconds S]
 """
 
 import argparse

@@ -1,6 +1,6 @@
 """A crane's wire lifts a load and swings it: red where the tension is highest. A cable beside it wears where it is bent.
 
-    wire_under_tension.py [--output FOLDER] [--seconds S]
+wire_under_tension.py [--output FOLDER] [--seconds S]
 """
 
 import argparse
@@ -87,7 +87,9 @@ def main():
 
     app.stopAfter(options.seconds)
     app.run()
-    print(f"largest tension {wire.getMaximumTension():.0f} N, worn {damage.getMaximumAccumulatedDamage():.1e} of a life")
+    print(
+        f"largest tension {wire.getMaximumTension():.0f} N, worn {damage.getMaximumAccumulatedDamage():.1e} of a life"
+    )
     picture = options.output / "wire_under_tension.png"
     app.takeScreenShot(str(picture))
     print(picture)

@@ -1,6 +1,6 @@
 """Prints the functions of the extension modules as JSON: names, forms, types, defaults, results.
 
-    python -m hyx_describe [MODULE ...]
+python -m hyx_describe [MODULE ...]
 """
 
 import importlib

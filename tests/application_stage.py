@@ -1,8 +1,8 @@
 """What the tests of the application put into it, and how they look at its pictures."""
-import numpy
 
 import hyx
 import hyxCollide
+import numpy
 
 
 def add_box(app, name="box", position=(0, 0, 0), half=0.5, static=False):
@@ -21,7 +21,7 @@ def read_picture(path):
     fields = data.split(None, 4)
     assert magic == b"P6" and fields[3] == b"255"
     width, height = int(fields[1]), int(fields[2])
-    pixels = numpy.frombuffer(data[-width * height * 3:], numpy.uint8)
+    pixels = numpy.frombuffer(data[-width * height * 3 :], numpy.uint8)
     return pixels.reshape(height, width, 3).astype(int)
 
 

@@ -1,4 +1,5 @@
 """A headless browser, steered over its debugging port."""
+
 import base64
 import json
 import os
@@ -10,8 +11,14 @@ import urllib.request
 from web_client import WebSocket
 
 # As root the sandbox cannot be set up, and the shared memory of containers is small.
-COMMAND = ["chromium-headless-shell", "--no-sandbox", "--disable-gpu", "--disable-dev-shm-usage", "--hide-scrollbars",
-           "--remote-debugging-port=0"]
+COMMAND = [
+    "chromium-headless-shell",
+    "--no-sandbox",
+    "--disable-gpu",
+    "--disable-dev-shm-usage",
+    "--hide-scrollbars",
+    "--remote-debugging-port=0",
+]
 
 
 class Browser:
@@ -19,8 +26,12 @@ class Browser:
 
     def __init__(self, serve, folder, width=900, height=640):
         self.serve = serve
-        self.process = subprocess.Popen([*COMMAND, f"--user-data-dir={folder}", f"--window-size={width},{height}", "about:blank"],
-                                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, start_new_session=True)
+        self.process = subprocess.Popen(
+            [*COMMAND, f"--user-data-dir={folder}", f"--window-size={width},{height}", "about:blank"],
+            stdout=subprocess.DEVNULL,
+            stderr=subprocess.DEVNULL,
+            start_new_session=True,
+        )
         try:
             self.page = self.connect(folder / "DevToolsActivePort")
         except BaseException:
@@ -64,8 +75,9 @@ class Browser:
 
     def drag(self, *places, button="left"):
         """Presses at the first place (x, y), in pixels of the page, and releases at the last."""
-        mouse = lambda kind, at, held: self.call("Input.dispatchMouseEvent", type=kind, x=at[0], y=at[1], button=button,
-                                                 buttons=held, clickCount=1)
+        mouse = lambda kind, at, held: self.call(
+            "Input.dispatchMouseEvent", type=kind, x=at[0], y=at[1], button=button, buttons=held, clickCount=1
+        )
         mouse("mousePressed", places[0], 1)
         for place in places[1:]:
             mouse("mouseMoved", place, 1)
@@ -81,8 +93,10 @@ class Browser:
 
     def click(self, selector):
         """Presses the middle of an element, as a person would."""
-        box = self.evaluate(f"(() => {{ const b = document.querySelector({selector!r}).getBoundingClientRect();"
-                            " return [b.left + b.width / 2, b.top + b.height / 2]; })()")
+        box = self.evaluate(
+            f"(() => {{ const b = document.querySelector({selector!r}).getBoundingClientRect();"
+            " return [b.left + b.width / 2, b.top + b.height / 2]; })()"
+        )
         self.drag(box)
 
     def screenshot(self, path):

@@ -1,4 +1,5 @@
 """A window whose picture the test chooses, drawn at the pace of a simulation."""
+
 import pathlib
 
 import hyx

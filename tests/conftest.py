@@ -1,9 +1,9 @@
 """Every test may assume that the import root and the test modules are on the path; applications off-screen, and their pictures."""
+
 import os
 import sys
 
 import pytest
-
 from subprocesses import BUILD
 
 for folder in (BUILD / "test_modules", BUILD / "python"):
@@ -12,7 +12,6 @@ os.environ.setdefault("HYX_DISPLAY", "offscreen")
 
 import hyx
 import hyxOSG
-
 from application_stage import read_picture
 
 

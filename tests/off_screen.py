@@ -1,4 +1,5 @@
 """What most stages of tests start from."""
+
 import hyx
 import hyxOSG
 import hyxSDK

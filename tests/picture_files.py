@@ -1,4 +1,5 @@
 """Small picture files made by tests."""
+
 import osg
 import osgDB
 
@@ -23,7 +24,14 @@ def stripes(path):
     return write(path, lambda x, y: (1, 1, 1) if x // 4 % 2 else (0, 0, 0))
 
 
-CUBE_SIDES = {"posx": (1, 0, 0), "negx": (0, 1, 1), "posy": (0, 0, 1), "negy": (1, 1, 0), "posz": (0, 1, 0), "negz": (1, 0, 1)}
+CUBE_SIDES = {
+    "posx": (1, 0, 0),
+    "negx": (0, 1, 1),
+    "posy": (0, 0, 1),
+    "negy": (1, 1, 0),
+    "posz": (0, 1, 0),
+    "negz": (1, 0, 1),
+}
 
 
 def cube_map(folder, prefix="sky_", size=8):

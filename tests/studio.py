@@ -1,11 +1,11 @@
 """A small off-screen application whose pictures tests look at, and a scene of flat colours against black."""
+
 import pathlib
 import tempfile
 
 import hyx
 import osgDB
 import pytest
-
 from off_screen import OffScreen
 
 SIZE = 128
@@ -22,14 +22,14 @@ class Picture:
 
     def pixel(self, x, y):
         start = (y * self.width + x) * self.channels
-        return tuple(self.data[start:start + 3])
+        return tuple(self.data[start : start + 3])
 
     def center(self):
         return self.pixel(self.width // 2, self.height // 2)
 
     def pixels(self):
         step = self.channels
-        return [tuple(self.data[i:i + 3]) for i in range(0, len(self.data), step)]
+        return [tuple(self.data[i : i + 3]) for i in range(0, len(self.data), step)]
 
     def count(self, wanted):
         return sum(1 for pixel in self.pixels() if wanted(*pixel))

@@ -1,4 +1,5 @@
 """Where the built modules are, and how to run Python code in a fresh interpreter that sees them."""
+
 import os
 import pathlib
 import shutil

@@ -1,4 +1,5 @@
 """Reads recordings back with the decoder's own programs."""
+
 import json
 import subprocess
 
@@ -9,7 +10,9 @@ def probe(file):
     """The video stream: codec_name, width, height, r_frame_rate, nb_read_frames, pix_fmt."""
     fields = "codec_name,width,height,r_frame_rate,nb_read_frames,pix_fmt"
     command = ["ffprobe", "-v", "error", "-count_frames", "-select_streams", "v:0", "-show_entries", f"stream={fields}"]
-    output = subprocess.run([*command, "-of", "json", str(file)], capture_output=True, text=True, check=True, timeout=60)
+    output = subprocess.run(
+        [*command, "-of", "json", str(file)], capture_output=True, text=True, check=True, timeout=60
+    )
     return json.loads(output.stdout)["streams"][0]
 
 

@@ -1,4 +1,5 @@
 """HTTP and WebSocket over one socket, for both sides of the remote control: its page, and a browser's debugging port."""
+
 import base64
 import json
 import os
@@ -52,8 +53,12 @@ class WebSocket(Connection):
     def __init__(self, serve, port, path):
         super().__init__(serve, port)
         key = base64.b64encode(os.urandom(16)).decode()
-        self.socket.sendall((f"GET {path} HTTP/1.1\r\nHost: localhost\r\nUpgrade: websocket\r\n"
-                             f"Connection: Upgrade\r\nSec-WebSocket-Key: {key}\r\nSec-WebSocket-Version: 13\r\n\r\n").encode())
+        self.socket.sendall(
+            (
+                f"GET {path} HTTP/1.1\r\nHost: localhost\r\nUpgrade: websocket\r\n"
+                f"Connection: Upgrade\r\nSec-WebSocket-Key: {key}\r\nSec-WebSocket-Version: 13\r\n\r\n"
+            ).encode()
+        )
         self.open = self.wait(lambda data: b"\r\n\r\n" in data) and b" 101 " in self.data.split(b"\r\n")[0]
         self.data = self.data.partition(b"\r\n\r\n")[2]
 
@@ -83,8 +88,8 @@ class WebSocket(Connection):
             width = 2 if size == 126 else 8
             if len(data) < 2 + width:
                 return None
-            size, at = int.from_bytes(data[2:2 + width], "big"), 2 + width
-        return (data[0] & 15, data[at:at + size], data[at + size:]) if len(data) >= at + size else None
+            size, at = int.from_bytes(data[2 : 2 + width], "big"), 2 + width
+        return (data[0] & 15, data[at : at + size], data[at + size :]) if len(data) >= at + size else None
 
 
 def open_page(app, port, token):

@@ -1,4 +1,5 @@
 """A request to the co-simulation server, as another process would make it."""
+
 import ctypes
 import ctypes.util
 import json

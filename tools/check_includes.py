@@ -1,4 +1,5 @@
 """Checks the include direction between the rooms; prints every violation and exits with 1 if there is one."""
+
 import pathlib
 import re
 import sys
@@ -36,8 +37,13 @@ def violations(room: str, path: pathlib.Path) -> list[str]:
 
 
 def main() -> int:
-    found = [message for room in ALLOWED for path in sorted((ROOT / room).rglob("*"))
-             if path.suffix in (".h", ".cpp", ".c") for message in violations(room, path)]
+    found = [
+        message
+        for room in ALLOWED
+        for path in sorted((ROOT / room).rglob("*"))
+        if path.suffix in (".h", ".cpp", ".c")
+        for message in violations(room, path)
+    ]
     print("\n".join(found))
     return 1 if found else 0
 

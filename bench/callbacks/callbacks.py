@@ -9,11 +9,10 @@ Prints nanoseconds a call, the best of many short rounds that alternate between 
 
 import sys
 
+import hand_written_callbacks as hand_written
 import hyx
 import hyxOSG
 import osg
-
-import hand_written_callbacks as hand_written
 
 ROUNDS, CALLS, LIMIT = 400, 2_000, 1.3
 
@@ -76,7 +75,9 @@ def main():
         ours, theirs = measure(cls, kind, method, things.get(method, things["addObject"]))
         missed = ours > LIMIT * theirs
         failed |= missed
-        print(f"{method:20} {ours:9.1f} {theirs:9.1f} {ours / theirs:6.2f}{'  MISSED' if missed else ''} (at most {LIMIT})")
+        print(
+            f"{method:20} {ours:9.1f} {theirs:9.1f} {ours / theirs:6.2f}{'  MISSED' if missed else ''} (at most {LIMIT})"
+        )
     sys.exit(failed)
 
 

@@ -17,9 +17,13 @@ ROUNDS, CALLS = 60, 20_000
 
 
 def measure(function_name, arguments):
-    timers = [timeit.Timer("f(*a)" if len(arguments) != 1 else "f(a)", globals={
-        "f": getattr(module, function_name), "a": arguments if len(arguments) != 1 else arguments[0]})
-        for module in (_hyxOSG, hand_written)]
+    timers = [
+        timeit.Timer(
+            "f(*a)" if len(arguments) != 1 else "f(a)",
+            globals={"f": getattr(module, function_name), "a": arguments if len(arguments) != 1 else arguments[0]},
+        )
+        for module in (_hyxOSG, hand_written)
+    ]
     best = [float("inf")] * 2
     for _ in range(ROUNDS):
         for index, timer in enumerate(timers):

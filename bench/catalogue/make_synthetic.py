@@ -4,6 +4,7 @@
 
 Together with STD_LIST it makes 3657 descriptors with 3883 conversions, that is 7540 cast entries.
 """
+
 import pathlib
 import sys
 

@@ -1,4 +1,6 @@
 // The entry point of _synthetic.
 #include "binding/entry/family_module.h"
 
-PyMODINIT_FUNC PyInit__synthetic() { return entry::initialise({"_synthetic", nullptr}); }
+PyMODINIT_FUNC PyInit__synthetic() {
+    return entry::initialise({"_synthetic", nullptr});
+}

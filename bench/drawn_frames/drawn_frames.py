@@ -23,8 +23,12 @@ class Comparison:
 
 
 COMPARISONS = {
-    "lidar_points": Comparison(1_000_000, ["plain, one colour", "plain, coloured", "legend", "legend, new hits each frame"], 1, {2: 0.8}),
-    "terrain_surface": Comparison(512, ["plain, rewritten", "terrain, all heights new", "terrain at rest"], 0, {1: 0.8}),
+    "lidar_points": Comparison(
+        1_000_000, ["plain, one colour", "plain, coloured", "legend", "legend, new hits each frame"], 1, {2: 0.8}
+    ),
+    "terrain_surface": Comparison(
+        512, ["plain, rewritten", "terrain, all heights new", "terrain at rest"], 0, {1: 0.8}
+    ),
     "particles": Comparison(100_000, ["plain, rewritten", "points", "quads", "meshes"], 0, {1: 0.5, 2: 0.5}),
 }
 

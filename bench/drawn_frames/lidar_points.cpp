@@ -9,12 +9,11 @@
 
 namespace {
 
-std::vector<hyxSensor::LidarHit> make_hits(std::size_t count)
-{
+std::vector<hyxSensor::LidarHit> make_hits(std::size_t count) {
     std::mt19937 numbers(1);
     std::uniform_real_distribution<float> place(-5, 5);
     std::vector<hyxSensor::LidarHit> hits(count);
-    for (auto & hit : hits) {
+    for (auto& hit : hits) {
         auto const x = place(numbers);
         auto const y = place(numbers);
         auto const wave = std::sin(2 * x) * std::cos(2 * y);
@@ -25,8 +24,7 @@ std::vector<hyxSensor::LidarHit> make_hits(std::size_t count)
 }
 
 // What a program of its own would do: positions, and colours where asked, in vertex buffers; no light.
-osg::ref_ptr<osg::Geometry> make_plain(std::vector<hyxSensor::LidarHit> const & hits, bool colored)
-{
+osg::ref_ptr<osg::Geometry> make_plain(std::vector<hyxSensor::LidarHit> const& hits, bool colored) {
     osg::ref_ptr<osg::Vec3Array> const positions = new osg::Vec3Array;
     osg::ref_ptr<osg::Vec4ubArray> const colors = new osg::Vec4ubArray(colored ? hits.size() : 1);
     for (std::size_t i = 0; i < hits.size(); ++i) {
@@ -37,11 +35,10 @@ osg::ref_ptr<osg::Geometry> make_plain(std::vector<hyxSensor::LidarHit> const & 
     return bench::make_points(positions, colors, 3);
 }
 
-}
+} // namespace
 
 // Four times: plain in one colour, plain with colours, the renderer, and the renderer with new hits in every frame.
-extern "C" void lidar_points(int count, int rounds, double * best)
-{
+extern "C" void lidar_points(int count, int rounds, double* best) {
     auto const application = bench::make_application(hyx::Vec3(0, -9, 6), hyx::Vec3(0, 0, 0));
     auto const hits = make_hits(static_cast<std::size_t>(count));
     hyx::ref_ptr<hyxSensor::Lidar> const lidar = new hyxSensor::Lidar;
@@ -49,6 +46,9 @@ extern "C" void lidar_points(int count, int rounds, double * best)
     osg::ref_ptr<hyxOSG::LidarOutputRenderer> const renderer = new hyxOSG::LidarOutputRenderer(lidar);
     renderer->setIntensityColorFunctionFromLegend({{0, {0, 0, 1, 1}}, {0.5, {0, 1, 0, 1}}, {1, {1, 0, 0, 1}}}, 1);
     bench::take_turns(*application,
-                      {{make_plain(hits, false)}, {make_plain(hits, true)}, {renderer}, {renderer, [&](int) { lidar->setHits(hits); }}},
+                      {{make_plain(hits, false)},
+                       {make_plain(hits, true)},
+                       {renderer},
+                       {renderer, [&](int) { lidar->setHits(hits); }}},
                       rounds, best);
 }

@@ -22,16 +22,16 @@ hyx::ref_ptr<hyx::ParticleSystem> make_particles(int count) {
 /// What a program of its own would do: copy the places into a vertex buffer in each frame, colours once.
 class PlainCloud : public osg::NodeCallback {
 public:
-    explicit PlainCloud(hyx::ParticleSystem const & particles)
+    explicit PlainCloud(hyx::ParticleSystem const& particles)
         : m_particles(particles), m_positions(new osg::Vec3Array(particles.getNumParticles())) {
         osg::ref_ptr<osg::Vec4ubArray> const colors = new osg::Vec4ubArray;
-        for (hyx::Particle const & particle : m_particles.getParticles())
+        for (hyx::Particle const& particle : m_particles.getParticles())
             colors->push_back(osg::Vec4ub(static_cast<unsigned char>(255 * particle.color.x), 128, 64, 255));
         geometry = bench::make_points(m_positions, colors, 5);
         rewrite();
     }
 
-    void operator()(osg::Node * node, osg::NodeVisitor * visitor) override {
+    void operator()(osg::Node* node, osg::NodeVisitor* visitor) override {
         rewrite();
         traverse(node, visitor);
     }
@@ -41,20 +41,20 @@ public:
 private:
     void rewrite() {
         auto place = m_positions->begin();
-        for (hyx::Particle const & particle : m_particles.getParticles())
+        for (hyx::Particle const& particle : m_particles.getParticles())
             *place++ = osg::Vec3d(particle.position.x, particle.position.y, particle.position.z);
         m_positions->dirty();
         geometry->dirtyBound();
     }
 
-    hyx::ParticleSystem const & m_particles;
+    hyx::ParticleSystem const& m_particles;
     osg::ref_ptr<osg::Vec3Array> m_positions;
 };
 
-}
+} // namespace
 
 // Four times: the plain cloud, points, quads, and meshes; shaded plainly, in the size of about five pixels.
-extern "C" void particles(int count, int rounds, double * best) {
+extern "C" void particles(int count, int rounds, double* best) {
     auto const application = bench::make_application(hyx::Vec3(0, -9, 6), hyx::Vec3(0, 0, 0));
     auto const system = make_particles(count);
     osg::ref_ptr<PlainCloud> const plain = new PlainCloud(*system);

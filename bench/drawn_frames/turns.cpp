@@ -9,7 +9,7 @@
 
 namespace bench {
 
-hyx::ref_ptr<hyxOSG::ExampleApplication> make_application(hyx::Vec3 const & eye, hyx::Vec3 const & center) {
+hyx::ref_ptr<hyxOSG::ExampleApplication> make_application(hyx::Vec3 const& eye, hyx::Vec3 const& center) {
     hyx::ref_ptr<hyxOSG::ExampleApplication> const application = new hyxOSG::ExampleApplication;
     application->initViewer(640, 480, true);
     application->setAutoStepping(false);
@@ -25,20 +25,20 @@ osg::ref_ptr<osg::Geometry> make_buffered_geometry() {
     return geometry;
 }
 
-osg::ref_ptr<osg::Geometry> make_points(osg::Vec3Array * positions, osg::Vec4ubArray * colors, float size) {
+osg::ref_ptr<osg::Geometry> make_points(osg::Vec3Array* positions, osg::Vec4ubArray* colors, float size) {
     osg::ref_ptr<osg::Geometry> geometry = make_buffered_geometry();
     colors->setNormalize(true);
     geometry->setVertexArray(positions);
     geometry->setColorArray(colors, colors->size() == 1 ? osg::Array::BIND_OVERALL : osg::Array::BIND_PER_VERTEX);
     geometry->addPrimitiveSet(new osg::DrawArrays(GL_POINTS, 0, static_cast<GLsizei>(positions->size())));
-    osg::StateSet * const state = geometry->getOrCreateStateSet();
+    osg::StateSet* const state = geometry->getOrCreateStateSet();
     state->setAttributeAndModes(new osg::Point(size));
     state->setAttributeAndModes(new osg::Program, osg::StateAttribute::ON | osg::StateAttribute::PROTECTED);
     state->setMode(GL_LIGHTING, osg::StateAttribute::OFF | osg::StateAttribute::PROTECTED);
     return geometry;
 }
 
-void take_turns(hyxOSG::ExampleApplication & application, std::vector<Case> const & cases, int rounds, double * best) {
+void take_turns(hyxOSG::ExampleApplication& application, std::vector<Case> const& cases, int rounds, double* best) {
     constexpr int frames = 4;
     using Clock = std::chrono::steady_clock;
     std::fill(best, best + cases.size(), HUGE_VAL);
@@ -59,4 +59,4 @@ void take_turns(hyxOSG::ExampleApplication & application, std::vector<Case> cons
         }
 }
 
-}
+} // namespace bench

@@ -1,28 +1,27 @@
 // A plain C++ viewer loop that draws a scene off-screen and reads it back, to compare render targets with.
+#include "binding/runtime/pointers.h"
+#include "binding/runtime/type_chain.h"
 #include "platform/hyxOSG/application/example_application.h"
 #include "platform/hyxOSG/capture/render_target.h"
 #include "platform/hyxSDK/simulation.h"
-#include "binding/runtime/pointers.h"
-#include "binding/runtime/type_chain.h"
 
 #include <osg/Image>
 #include <osgViewer/Viewer>
 
 namespace {
 
-template <class T> T *converted(PyObject *object, const char *type_name)
-{
-    void *pointer = nullptr;
-    swig_type_info *type = SWIG_Python_TypeQuery(type_name);
+template <class T>
+T* converted(PyObject* object, char const* type_name) {
+    void* pointer = nullptr;
+    swig_type_info* type = SWIG_Python_TypeQuery(type_name);
     if (!type || SWIG_Python_ConvertPtrAndOwn(object, &pointer, type) != SWIG_OK || !pointer) {
         PyErr_Format(PyExc_TypeError, "expected %s", type_name);
         return nullptr;
     }
-    return static_cast<T *>(pointer);
+    return static_cast<T*>(pointer);
 }
 
-osg::ref_ptr<osg::Camera> camera_like(hyxOSG::RenderTarget &target, osg::Image *image)
-{
+osg::ref_ptr<osg::Camera> camera_like(hyxOSG::RenderTarget& target, osg::Image* image) {
     osg::ref_ptr<osg::Camera> camera = new osg::Camera;
     hyx::Vec2u const size = target.getSize();
     image->allocateImage(static_cast<int>(size.x), static_cast<int>(size.y), 1, GL_RGBA, GL_UNSIGNED_BYTE);
@@ -39,15 +38,14 @@ osg::ref_ptr<osg::Camera> camera_like(hyxOSG::RenderTarget &target, osg::Image *
 
 // run(application, target, frames): steps and draws so many times with a camera of its own where the target looks;
 // returns the sum of one byte of each picture, so that the reading cannot be left out.
-PyObject *run(PyObject *, PyObject *arguments)
-{
-    PyObject *application_object = nullptr;
-    PyObject *target_object = nullptr;
+PyObject* run(PyObject*, PyObject* arguments) {
+    PyObject* application_object = nullptr;
+    PyObject* target_object = nullptr;
     int frames = 0;
     if (!PyArg_ParseTuple(arguments, "OOi", &application_object, &target_object, &frames))
         return nullptr;
-    auto *application = converted<hyxOSG::ExampleApplication>(application_object, "hyxOSG::ExampleApplication *");
-    auto *target = application ? converted<hyxOSG::RenderTarget>(target_object, "hyxOSG::RenderTarget *") : nullptr;
+    auto* application = converted<hyxOSG::ExampleApplication>(application_object, "hyxOSG::ExampleApplication *");
+    auto* target = application ? converted<hyxOSG::RenderTarget>(target_object, "hyxOSG::RenderTarget *") : nullptr;
     if (!target)
         return nullptr;
     osg::ref_ptr<osg::Image> image = new osg::Image;
@@ -70,4 +68,6 @@ PyModuleDef definition = {
 
 } // namespace
 
-PyMODINIT_FUNC PyInit_plain_read_back() { return PyModule_Create(&definition); }
+PyMODINIT_FUNC PyInit_plain_read_back() {
+    return PyModule_Create(&definition);
+}

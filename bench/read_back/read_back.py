@@ -75,8 +75,33 @@ def compare_read_back(app, target):
 
 def encoder_alone(frame, frames, file):
     """Seconds that the encoder takes for the same number of frames when nothing else runs."""
-    command = ["ffmpeg", "-v", "error", "-y", "-f", "rawvideo", "-pixel_format", "rgb24", "-video_size", f"{WIDTH}x{HEIGHT}"]
-    command += ["-framerate", "60", "-i", "-", "-c:v", "libx264", "-preset", "veryfast", "-crf", "18", "-pix_fmt", "yuv420p", file]
+    command = [
+        "ffmpeg",
+        "-v",
+        "error",
+        "-y",
+        "-f",
+        "rawvideo",
+        "-pixel_format",
+        "rgb24",
+        "-video_size",
+        f"{WIDTH}x{HEIGHT}",
+    ]
+    command += [
+        "-framerate",
+        "60",
+        "-i",
+        "-",
+        "-c:v",
+        "libx264",
+        "-preset",
+        "veryfast",
+        "-crf",
+        "18",
+        "-pix_fmt",
+        "yuv420p",
+        file,
+    ]
     return seconds(lambda: subprocess.run(command, input=frame * frames, check=True))
 
 

@@ -11,6 +11,7 @@ Input lines (`#` starts a comment):
 The compiler checks every base (`static_cast`) and chooses how a pointer is adjusted; this program checks that every
 base is listed, and finds all indirect ones.
 """
+
 import argparse
 import difflib
 import pathlib
@@ -23,13 +24,13 @@ ROOT = pathlib.Path(__file__).resolve().parents[2]
 
 @dataclass
 class Type:
-    native: str                                   # the compiler's spelling; empty for types that rows never name
+    native: str  # the compiler's spelling; empty for types that rows never name
     mangled: str
     readable: str
     bases: list[str] = field(default_factory=list)  # natives of direct bases
     header: str = ""
-    shared: bool = False                            # a shared pointer: converts by sharing ownership
-    place: str = ""                                 # file:line, for messages
+    shared: bool = False  # a shared pointer: converts by sharing ownership
+    place: str = ""  # file:line, for messages
     ancestors: list["Type"] = field(default_factory=list)
 
 
@@ -56,17 +57,28 @@ def parse_class(line: str, place: str) -> Type:
     name, _, bases = line.partition(" : ")
     name = name.strip()
     names = [name] + [s.strip() for s in spellings.split(" | ") if s.strip()]
-    return Type(native=name, mangled="_p_" + mangle(name), readable="|".join(f"{n} *" for n in names),
-                bases=[b.strip() for b in bases.split(", ") if b.strip()],
-                header=f'"{header.strip()}"' if header else default_header(name), place=place)
+    return Type(
+        native=name,
+        mangled="_p_" + mangle(name),
+        readable="|".join(f"{n} *" for n in names),
+        bases=[b.strip() for b in bases.split(", ") if b.strip()],
+        header=f'"{header.strip()}"' if header else default_header(name),
+        place=place,
+    )
 
 
 def parse_type(line: str, place: str) -> Type:
     line, _, header = line.partition(" @ ")
     mangled, readable, native = (part.strip() for part in line.split(" | "))
     native, _, bases = native.partition(" : ")
-    return Type(native=native, mangled=mangled, readable=readable, bases=[b.strip() for b in bases.split(", ") if b.strip()],
-                header=f"<{header.strip()}>" if header else "", place=place)
+    return Type(
+        native=native,
+        mangled=mangled,
+        readable=readable,
+        bases=[b.strip() for b in bases.split(", ") if b.strip()],
+        header=f"<{header.strip()}>" if header else "",
+        place=place,
+    )
 
 
 def parse_shared(line: str, place: str) -> list[Type]:
@@ -75,8 +87,16 @@ def parse_shared(line: str, place: str) -> list[Type]:
     types = []
     for prefix, star in (("_", ""), ("_p_", " *")):
         spelled = f"std::shared_ptr< {name.strip()} >{star}"
-        types.append(Type(native=spelled, mangled=f"{prefix}std__shared_ptrT_{mangle(name)}_t", readable=spelled,
-                          bases=[f"std::shared_ptr< {b} >{star}" for b in base_names], shared=True, place=place))
+        types.append(
+            Type(
+                native=spelled,
+                mangled=f"{prefix}std__shared_ptrT_{mangle(name)}_t",
+                readable=spelled,
+                bases=[f"std::shared_ptr< {b} >{star}" for b in base_names],
+                shared=True,
+                place=place,
+            )
+        )
     return types
 
 
@@ -118,8 +138,10 @@ def resolve(types: list[Type]) -> None:
         for base in t.bases:
             if base not in by_name:
                 near = difflib.get_close_matches(base, by_name, 1)
-                fail(f"{t.place}: base '{base}' of {t.native} is not in the catalogue"
-                     + (f"; did you mean '{near[0]}'?" if near else ""))
+                fail(
+                    f"{t.place}: base '{base}' of {t.native} is not in the catalogue"
+                    + (f"; did you mean '{near[0]}'?" if near else "")
+                )
             found.append(by_name[base])
         return found
 
@@ -174,7 +196,9 @@ def cast_name(source: Type, target: Type) -> str:
 def write_casts(types: list[Type], out: pathlib.Path) -> None:
     plain = [(t, a) for t in types if not t.shared for a in t.ancestors]
     headers = dict.fromkeys(t.header for t in types if t.bases and not t.shared and t.header)
-    body = "\n".join(f"void *{cast_name(t, a)}(void *x, int *) {{ return upcast<{t.native}, {a.native}>(x); }}" for t, a in plain)
+    body = "\n".join(
+        f"void *{cast_name(t, a)}(void *x, int *) {{ return upcast<{t.native}, {a.native}>(x); }}" for t, a in plain
+    )
     includes = "\n".join(f"#include {h}" for h in sorted(headers))
     out.write_text(f"""// Made from the type catalogue: how a pointer to a derived object becomes one to its base.
 {includes}
@@ -196,7 +220,8 @@ def write_tables(types: list[Type], out: pathlib.Path) -> None:
         for a in t.ancestors:
             derived[id(a)].append(t)
     index = {id(t): i for i, t in enumerate(types)}
-    parts = ["""// Made from the type catalogue: the module's type descriptors and their initial cast lists.
+    parts = [
+        """// Made from the type catalogue: the module's type descriptors and their initial cast lists.
 #include "binding/runtime/state.h"
 
 #include <memory>
@@ -212,7 +237,8 @@ namespace {
 
 } // namespace
 
-extern "C" {"""]
+extern "C" {"""
+    ]
     parts += [f"void *{cast_name(t, a)}(void *, int *);" for t in types if not t.shared for a in t.ancestors]
     parts.append("}\n\nnamespace {\n")
     parts.append("swig_type_info descriptors[] = {")

@@ -1,7 +1,6 @@
 #include "binding/containers/container_key.h"
 
-PyObject *containers::container_key()
-{
-    static PyObject *const key = PyUnicode_InternFromString("__swig_container");
+PyObject* containers::container_key() {
+    static PyObject* const key = PyUnicode_InternFromString("__swig_container");
     return key;
 }

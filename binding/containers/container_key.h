@@ -6,6 +6,6 @@
 namespace containers {
 
 // The string "__swig_container" (borrowed), made once.
-PyObject *container_key();
+PyObject* container_key();
 
 } // namespace containers

@@ -1,7 +1,7 @@
 // Python's view of a position in a native sequence.
 //
-// Life: an iterator keeps its sequence's Python object alive, but does not notice that the sequence's storage has moved.
-// A closed iterator knows both ends of the sequence; an open one, as `begin` and `end` make it, does not.
+// Life: an iterator keeps its sequence's Python object alive, but does not notice that the sequence's storage has
+// moved. A closed iterator knows both ends of the sequence; an open one, as `begin` and `end` make it, does not.
 // Failure: running past an end throws stop_iteration, operands that do not fit std::invalid_argument.
 #pragma once
 
@@ -21,64 +21,70 @@ using SwigPtr_PyObject = runtime::Reference;
 class SwigPyIterator {
 public:
     virtual ~SwigPyIterator();
-    SwigPyIterator & operator=(SwigPyIterator const &) = delete;
+    SwigPyIterator& operator=(SwigPyIterator const&) = delete;
 
     // A new Python object for the current element.
-    virtual PyObject * value() const = 0;
+    virtual PyObject* value() const = 0;
     // Moves on by n, in place.
-    virtual SwigPyIterator * incr(std::size_t n = 1) = 0;
+    virtual SwigPyIterator* incr(std::size_t n = 1) = 0;
     // Moves back by n, in place.
-    virtual SwigPyIterator * decr(std::size_t n = 1);
+    virtual SwigPyIterator* decr(std::size_t n = 1);
     // The number of steps from here to the other.
-    virtual std::ptrdiff_t distance(SwigPyIterator const & other) const;
-    virtual bool equal(SwigPyIterator const & other) const;
+    virtual std::ptrdiff_t distance(SwigPyIterator const& other) const;
+    virtual bool equal(SwigPyIterator const& other) const;
     // A new iterator at the same position, of the same sequence.
-    virtual SwigPyIterator * copy() const = 0;
-    // Keeps the Python object of the sequence alive as long as this iterator.
-    void hold(PyObject * sequence) { _seq = SwigPtr_PyObject::share(sequence); }
+    virtual SwigPyIterator* copy() const = 0;
 
-    PyObject * next();
-    PyObject * __next__() { return next(); }
-    PyObject * previous();
-    SwigPyIterator * advance(std::ptrdiff_t n);
-    SwigPyIterator & operator+=(std::ptrdiff_t n) { return *advance(n); }
-    SwigPyIterator & operator-=(std::ptrdiff_t n);
-    SwigPyIterator * operator+(std::ptrdiff_t n) const;
-    SwigPyIterator * operator-(std::ptrdiff_t n) const;
-    std::ptrdiff_t operator-(SwigPyIterator const & other) const { return other.distance(*this); }
-    bool operator==(SwigPyIterator const & other) const { return equal(other); }
-    bool operator!=(SwigPyIterator const & other) const { return !equal(other); }
+    // Keeps the Python object of the sequence alive as long as this iterator.
+    void hold(PyObject* sequence) { _seq = SwigPtr_PyObject::share(sequence); }
+
+    PyObject* next();
+
+    PyObject* __next__() { return next(); }
+
+    PyObject* previous();
+    SwigPyIterator* advance(std::ptrdiff_t n);
+
+    SwigPyIterator& operator+=(std::ptrdiff_t n) { return *advance(n); }
+
+    SwigPyIterator& operator-=(std::ptrdiff_t n);
+    SwigPyIterator* operator+(std::ptrdiff_t n) const;
+    SwigPyIterator* operator-(std::ptrdiff_t n) const;
+
+    std::ptrdiff_t operator-(SwigPyIterator const& other) const { return other.distance(*this); }
+
+    bool operator==(SwigPyIterator const& other) const { return equal(other); }
+
+    bool operator!=(SwigPyIterator const& other) const { return !equal(other); }
 
     // The descriptor of pointers to iterators; looked up once.
-    static swig_type_info * descriptor();
+    static swig_type_info* descriptor();
 
 protected:
     SwigPyIterator() = default;
-    SwigPyIterator(SwigPyIterator const &) = default;
+    SwigPyIterator(SwigPyIterator const&) = default;
 
 private:
     SwigPtr_PyObject _seq; // empty for an iterator that native code has made
 };
 
-template <class OutIter> class SwigPyIterator_T : public SwigPyIterator {
+template <class OutIter>
+class SwigPyIterator_T : public SwigPyIterator {
 public:
     explicit SwigPyIterator_T(OutIter current) : current(current) {}
 
-    OutIter const & get_current() const { return current; }
+    OutIter const& get_current() const { return current; }
 
-    bool equal(SwigPyIterator const & other) const override { return current == same_class(other).current; }
-    std::ptrdiff_t distance(SwigPyIterator const & other) const override
-    {
-        return same_class(other).current - current;
-    }
+    bool equal(SwigPyIterator const& other) const override { return current == same_class(other).current; }
+
+    std::ptrdiff_t distance(SwigPyIterator const& other) const override { return same_class(other).current - current; }
 
 protected:
     OutIter current;
 
 private:
-    static SwigPyIterator_T const & same_class(SwigPyIterator const & other)
-    {
-        if (auto const * const iterator = dynamic_cast<SwigPyIterator_T const *>(&other))
+    static SwigPyIterator_T const& same_class(SwigPyIterator const& other) {
+        if (auto const* const iterator = dynamic_cast<SwigPyIterator_T const*>(&other))
             return *iterator;
         throw std::invalid_argument("bad iterator type");
     }
@@ -90,10 +96,11 @@ class SwigPyForwardIteratorOpen_T : public SwigPyIterator_T<OutIter> {
 public:
     using SwigPyIterator_T<OutIter>::SwigPyIterator_T;
 
-    PyObject * value() const override { return FromOper()(*this->current); }
-    SwigPyIterator * copy() const override { return new SwigPyForwardIteratorOpen_T(*this); }
-    SwigPyIterator * incr(std::size_t n = 1) override
-    {
+    PyObject* value() const override { return FromOper()(*this->current); }
+
+    SwigPyIterator* copy() const override { return new SwigPyForwardIteratorOpen_T(*this); }
+
+    SwigPyIterator* incr(std::size_t n = 1) override {
         this->current += static_cast<std::ptrdiff_t>(n);
         return this;
     }
@@ -105,9 +112,9 @@ class SwigPyIteratorOpen_T : public SwigPyForwardIteratorOpen_T<OutIter, Value, 
 public:
     using SwigPyForwardIteratorOpen_T<OutIter, Value, FromOper>::SwigPyForwardIteratorOpen_T;
 
-    SwigPyIterator * copy() const override { return new SwigPyIteratorOpen_T(*this); }
-    SwigPyIterator * decr(std::size_t n = 1) override
-    {
+    SwigPyIterator* copy() const override { return new SwigPyIteratorOpen_T(*this); }
+
+    SwigPyIterator* decr(std::size_t n = 1) override {
         this->current -= static_cast<std::ptrdiff_t>(n);
         return this;
     }
@@ -118,19 +125,17 @@ template <class OutIter, class Value = typename std::iterator_traits<OutIter>::v
 class SwigPyForwardIteratorClosed_T : public SwigPyIterator_T<OutIter> {
 public:
     SwigPyForwardIteratorClosed_T(OutIter current, OutIter first, OutIter last)
-        : SwigPyIterator_T<OutIter>(current), begin(first), end(last)
-    {
-    }
+        : SwigPyIterator_T<OutIter>(current), begin(first), end(last) {}
 
-    PyObject * value() const override
-    {
+    PyObject* value() const override {
         if (this->current == end)
             throw stop_iteration();
         return FromOper()(*this->current);
     }
-    SwigPyIterator * copy() const override { return new SwigPyForwardIteratorClosed_T(*this); }
-    SwigPyIterator * incr(std::size_t n = 1) override
-    {
+
+    SwigPyIterator* copy() const override { return new SwigPyForwardIteratorClosed_T(*this); }
+
+    SwigPyIterator* incr(std::size_t n = 1) override {
         while (n--) {
             if (this->current == end)
                 throw stop_iteration();
@@ -150,9 +155,9 @@ class SwigPyIteratorClosed_T : public SwigPyForwardIteratorClosed_T<OutIter, Val
 public:
     using SwigPyForwardIteratorClosed_T<OutIter, Value, FromOper>::SwigPyForwardIteratorClosed_T;
 
-    SwigPyIterator * copy() const override { return new SwigPyIteratorClosed_T(*this); }
-    SwigPyIterator * decr(std::size_t n = 1) override
-    {
+    SwigPyIterator* copy() const override { return new SwigPyIteratorClosed_T(*this); }
+
+    SwigPyIterator* decr(std::size_t n = 1) override {
         while (n--) {
             if (this->current == this->begin)
                 throw stop_iteration();
@@ -163,15 +168,15 @@ public:
 };
 
 // An iterator without bounds, for a position in a native sequence.
-template <class OutIter> SwigPyIterator * make_output_iterator(OutIter current)
-{
+template <class OutIter>
+SwigPyIterator* make_output_iterator(OutIter current) {
     return new SwigPyIteratorOpen_T<OutIter>(current);
 }
 
 // An iterator between two ends.
-template <class OutIter> SwigPyIterator * make_output_iterator(OutIter current, OutIter begin, OutIter end)
-{
+template <class OutIter>
+SwigPyIterator* make_output_iterator(OutIter current, OutIter begin, OutIter end) {
     return new SwigPyIteratorClosed_T<OutIter>(current, begin, end);
 }
 
-}
+} // namespace swig

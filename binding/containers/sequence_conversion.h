@@ -14,22 +14,22 @@
 namespace swig {
 
 // Stores a copy of an element in *value. A status code; no error is left pending.
-template <class Type> struct as_val {
-    int operator()(PyObject * object, Type * value) const
-    {
-        void * pointer = nullptr;
+template <class Type>
+struct as_val {
+    int operator()(PyObject* object, Type* value) const {
+        void* pointer = nullptr;
         auto const status = SWIG_Python_ConvertPtrAndOwn(object, &pointer, type_info<Type>());
         if (status < 0 || !pointer)
             return SWIG_ERROR;
-        *value = *static_cast<Type *>(pointer);
+        *value = *static_cast<Type*>(pointer);
         return SWIG_OK;
     }
 };
 
-template <> struct as_val<std::string> {
-    int operator()(PyObject * object, std::string * value) const
-    {
-        std::string * text = nullptr;
+template <>
+struct as_val<std::string> {
+    int operator()(PyObject* object, std::string* value) const {
+        std::string* text = nullptr;
         auto const status = SWIG_AsPtr_std_string(object, &text);
         if (status < 0 || !text)
             return SWIG_ERROR;
@@ -43,19 +43,19 @@ template <> struct as_val<std::string> {
     }
 };
 
-template <class Sequence> struct traits_asptr_stdseq {
+template <class Sequence>
+struct traits_asptr_stdseq {
     using value_type = typename Sequence::value_type;
 
     // Stores in *seq the native sequence of a Python object.
     // SWIG_OK: it is the one that the object wraps, or NULL for None. SWIG_NEWOBJ: it is a new one, filled from an
     // iterable, that the caller deletes. An item that is no element leaves a TypeError pending beneath the failure.
     // There is no way only to ask: that would use up a one-shot iterable. Dispatchers keep what their test converted.
-    static int asptr(PyObject * object, Sequence ** seq)
-    {
+    static int asptr(PyObject* object, Sequence** seq) {
         if (object == Py_None || SWIG_Python_GetSwigThis(object)) {
-            void * pointer = nullptr;
+            void* pointer = nullptr;
             if (SWIG_Python_ConvertPtrAndOwn(object, &pointer, type_info<Sequence>()) == SWIG_OK) {
-                *seq = static_cast<Sequence *>(pointer);
+                *seq = static_cast<Sequence*>(pointer);
                 return SWIG_OK;
             }
         }
@@ -68,8 +68,7 @@ template <class Sequence> struct traits_asptr_stdseq {
     }
 
 private:
-    static int collect(PyObject * iterator, Sequence ** seq)
-    {
+    static int collect(PyObject* iterator, Sequence** seq) {
         try {
             auto filled = std::make_unique<Sequence>();
             while (auto const item = runtime::Reference::take(PyIter_Next(iterator)))
@@ -78,15 +77,14 @@ private:
                 return SWIG_ERROR;
             *seq = filled.release();
             return SWIG_NEWOBJ;
-        } catch (std::exception const & failure) {
+        } catch (std::exception const& failure) {
             if (!PyErr_Occurred())
                 PyErr_SetString(PyExc_TypeError, failure.what());
             return SWIG_ERROR;
         }
     }
 
-    static value_type element(PyObject * item)
-    {
+    static value_type element(PyObject* item) {
         value_type value;
         if (as_val<value_type>()(item, &value) >= 0)
             return value;
@@ -96,4 +94,4 @@ private:
     }
 };
 
-}
+} // namespace swig

@@ -11,8 +11,7 @@
 namespace swig {
 
 // The position of an index that may count from the end. Throws std::out_of_range.
-inline std::size_t check_index(std::ptrdiff_t i, std::size_t size)
-{
+inline std::size_t check_index(std::ptrdiff_t i, std::size_t size) {
     auto const length = static_cast<std::ptrdiff_t>(size);
     auto const position = i < 0 ? i + length : i;
     if (position < 0 || position >= length)
@@ -22,9 +21,8 @@ inline std::size_t check_index(std::ptrdiff_t i, std::size_t size)
 
 // Cuts start i and stop j to the sequence and stores them in ii and jj, which the caller has set to 0. insert: the
 // slice is assigned to or deleted, not read. Throws std::invalid_argument for step 0.
-inline void slice_adjust(std::ptrdiff_t i, std::ptrdiff_t j, std::ptrdiff_t step, std::size_t size, std::ptrdiff_t & ii,
-                         std::ptrdiff_t & jj, bool insert)
-{
+inline void slice_adjust(std::ptrdiff_t i, std::ptrdiff_t j, std::ptrdiff_t step, std::size_t size, std::ptrdiff_t& ii,
+                         std::ptrdiff_t& jj, bool insert) {
     auto const length = static_cast<std::ptrdiff_t>(size);
     if (step == 0)
         throw std::invalid_argument("slice step cannot be zero");
@@ -52,8 +50,7 @@ struct SliceRange {
     std::ptrdiff_t position(std::size_t n) const { return first + static_cast<std::ptrdiff_t>(n) * step; }
 };
 
-inline SliceRange slice_range(std::ptrdiff_t i, std::ptrdiff_t j, std::ptrdiff_t step, std::size_t size, bool insert)
-{
+inline SliceRange slice_range(std::ptrdiff_t i, std::ptrdiff_t j, std::ptrdiff_t step, std::size_t size, bool insert) {
     std::ptrdiff_t ii = 0;
     std::ptrdiff_t jj = 0;
     slice_adjust(i, j, step, size, ii, jj, insert);
@@ -65,8 +62,7 @@ inline SliceRange slice_range(std::ptrdiff_t i, std::ptrdiff_t j, std::ptrdiff_t
 
 // A new sequence with copies of the slice.
 template <class Sequence>
-Sequence * getslice(Sequence const * self, std::ptrdiff_t i, std::ptrdiff_t j, std::ptrdiff_t step)
-{
+Sequence* getslice(Sequence const* self, std::ptrdiff_t i, std::ptrdiff_t j, std::ptrdiff_t step) {
     auto const range = slice_range(i, j, step, self->size(), false);
     if (step == 1) {
         auto const from = self->begin() + range.first;
@@ -83,8 +79,7 @@ namespace detail {
 
 // Replaces a run of elements; the sequence may grow or shrink.
 template <class Sequence>
-void replace_run(Sequence & self, std::ptrdiff_t first, std::size_t count, Sequence const & v)
-{
+void replace_run(Sequence& self, std::ptrdiff_t first, std::size_t count, Sequence const& v) {
     auto const from = self.begin() + first;
     if (v.size() >= count) {
         auto const rest = std::copy_n(v.begin(), count, from);
@@ -95,13 +90,12 @@ void replace_run(Sequence & self, std::ptrdiff_t first, std::size_t count, Seque
     }
 }
 
-}
+} // namespace detail
 
 // Puts the elements of v in the slice's place. Throws std::invalid_argument where the slice has gaps and v another
 // length.
 template <class Sequence>
-void setslice(Sequence * self, std::ptrdiff_t i, std::ptrdiff_t j, std::ptrdiff_t step, Sequence const & v = Sequence())
-{
+void setslice(Sequence* self, std::ptrdiff_t i, std::ptrdiff_t j, std::ptrdiff_t step, Sequence const& v = Sequence()) {
     if (self == &v) // inserting a vector into itself would read what it has moved
         return setslice(self, i, j, step, Sequence(v));
     auto const range = slice_range(i, j, step, self->size(), true);
@@ -119,8 +113,7 @@ void setslice(Sequence * self, std::ptrdiff_t i, std::ptrdiff_t j, std::ptrdiff_
 
 // Erases the slice.
 template <class Sequence>
-void delslice(Sequence * self, std::ptrdiff_t i, std::ptrdiff_t j, std::ptrdiff_t step)
-{
+void delslice(Sequence* self, std::ptrdiff_t i, std::ptrdiff_t j, std::ptrdiff_t step) {
     auto const range = slice_range(i, j, step, self->size(), true);
     if (step == 1) {
         auto const from = self->begin() + range.first;
@@ -132,4 +125,4 @@ void delslice(Sequence * self, std::ptrdiff_t i, std::ptrdiff_t j, std::ptrdiff_
         self->erase(self->begin() + range.position(step > 0 ? range.count - 1 - n : n));
 }
 
-}
+} // namespace swig

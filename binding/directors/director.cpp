@@ -2,8 +2,7 @@
 
 namespace Swig {
 
-DirectorException::DirectorException(PyObject *error, const char *hdr, const char *msg) : swig_msg(hdr)
-{
+DirectorException::DirectorException(PyObject* error, char const* hdr, char const* msg) : swig_msg(hdr) {
     if (msg[0]) {
         swig_msg += ' ';
         swig_msg += msg;
@@ -12,20 +11,19 @@ DirectorException::DirectorException(PyObject *error, const char *hdr, const cha
         PyErr_SetString(error, what());
 }
 
-void DirectorException::raise(const char *msg) { throw DirectorException(PyExc_RuntimeError, msg, ""); }
+void DirectorException::raise(char const* msg) {
+    throw DirectorException(PyExc_RuntimeError, msg, "");
+}
 
-void DirectorMethodException::raise(const char *msg)
-{
+void DirectorMethodException::raise(char const* msg) {
     throw DirectorMethodException(PyExc_RuntimeError, "SWIG director method error.", msg);
 }
 
-void DirectorTypeMismatchException::raise(PyObject *error, const char *msg)
-{
+void DirectorTypeMismatchException::raise(PyObject* error, char const* msg) {
     throw DirectorTypeMismatchException(error, "SWIG director type mismatch", msg);
 }
 
-Director::Director(PyObject *self) noexcept : swig_self(self)
-{
+Director::Director(PyObject* self) noexcept : swig_self(self) {
     if (!self)
         return;
     swig_watch = runtime::Reference::take(PyWeakref_NewRef(self, nullptr));
@@ -33,8 +31,7 @@ Director::Director(PyObject *self) noexcept : swig_self(self)
         PyErr_Clear();
 }
 
-Director::~Director()
-{
+Director::~Director() {
     if (!Py_IsInitialized()) {
         static_cast<void>(swig_watch.release());
         return;
@@ -43,17 +40,17 @@ Director::~Director()
         Py_DECREF(swig_self);
 }
 
-bool Director::swig_is_gone() const noexcept
-{
+bool Director::swig_is_gone() const noexcept {
     return !Py_IsInitialized() || (swig_watch && PyWeakref_GET_OBJECT(swig_watch.get()) == Py_None);
 }
 
-bool Director::swig_get_inner(const char *) const { return true; }
+bool Director::swig_get_inner(char const*) const {
+    return true;
+}
 
-void Director::swig_set_inner(const char *, bool) const {}
+void Director::swig_set_inner(char const*, bool) const {}
 
-void Director::swig_disown() noexcept
-{
+void Director::swig_disown() noexcept {
     if (swig_disown_flag)
         return;
     swig_disown_flag = true;

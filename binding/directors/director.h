@@ -24,56 +24,60 @@ namespace Swig {
 
 // Any failure of a call into Python. Sets the Python error unless one is already set.
 class DirectorException : public std::exception {
-  public:
-    DirectorException(PyObject *error, const char *hdr, const char *msg);
-    const char *what() const noexcept override { return swig_msg.c_str(); }
-    // Throws one with RuntimeError and exactly this text.
-    [[noreturn]] static void raise(const char *msg);
+public:
+    DirectorException(PyObject* error, char const* hdr, char const* msg);
 
-  private:
+    char const* what() const noexcept override { return swig_msg.c_str(); }
+
+    // Throws one with RuntimeError and exactly this text.
+    [[noreturn]] static void raise(char const* msg);
+
+private:
     std::string swig_msg;
 };
 
 // A Python override raised.
 class DirectorMethodException : public DirectorException {
-  public:
+public:
     using DirectorException::DirectorException;
-    [[noreturn]] static void raise(const char *msg);
+    [[noreturn]] static void raise(char const* msg);
 };
 
 // A Python override returned a value of the wrong type.
 class DirectorTypeMismatchException : public DirectorException {
-  public:
+public:
     using DirectorException::DirectorException;
-    [[noreturn]] static void raise(PyObject *error, const char *msg);
+    [[noreturn]] static void raise(PyObject* error, char const* msg);
 };
 
 // A native object that a director keeps alive.
 struct GCItem {
     virtual ~GCItem() = default;
 };
+
 using GCItem_var = std::unique_ptr<GCItem>;
 
 class Director {
-  public:
-    explicit Director(PyObject *self) noexcept;
-    Director(Director const &) = delete;
-    Director &operator=(Director const &) = delete;
+public:
+    explicit Director(PyObject* self) noexcept;
+    Director(Director const&) = delete;
+    Director& operator=(Director const&) = delete;
     virtual ~Director();
-    virtual bool swig_get_inner(const char *name) const;
-    virtual void swig_set_inner(const char *name, bool value) const;
+    virtual bool swig_get_inner(char const* name) const;
+    virtual void swig_set_inner(char const* name, bool value) const;
 
     // Borrowed. NULL when there never was one, and when it is gone.
-    PyObject *swig_get_self() const noexcept { return swig_is_gone() ? nullptr : swig_self; }
+    PyObject* swig_get_self() const noexcept { return swig_is_gone() ? nullptr : swig_self; }
+
     // Whether the Python object has died or the interpreter has ended: then only the native implementation is left.
     bool swig_is_gone() const noexcept;
     // Takes one reference to the Python object, once.
     void swig_disown() noexcept;
 
-  private:
-    PyObject *swig_self; // borrowed until disowned
+private:
+    PyObject* swig_self; // borrowed until disowned
     bool swig_disown_flag = false;
-    std::map<void *, GCItem_var> swig_owner;
+    std::map<void*, GCItem_var> swig_owner;
     runtime::Reference swig_watch; // weak reference to swig_self; empty where it does not support them
 };
 

@@ -2,20 +2,17 @@
 
 namespace Swig {
 
-NativeOwners::~NativeOwners()
-{
+NativeOwners::~NativeOwners() {
     if (!Py_IsInitialized())
         static_cast<void>(self_.release());
 }
 
-void NativeOwners::enter(Owner owner, PyObject *self) noexcept
-{
+void NativeOwners::enter(Owner owner, PyObject* self) noexcept {
     owners_ |= owner;
     self_ = runtime::Reference::share(self);
 }
 
-void NativeOwners::leave(Owner owner) noexcept
-{
+void NativeOwners::leave(Owner owner) noexcept {
     owners_ &= ~unsigned(owner);
     if (owners_ != 0)
         return;

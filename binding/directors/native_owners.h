@@ -8,19 +8,19 @@
 namespace Swig {
 
 class NativeOwners {
-  public:
+public:
     enum Owner : unsigned { simulation = 1, component = 2, application = 4 };
 
     NativeOwners() = default;
-    NativeOwners(NativeOwners const &) = delete;
-    NativeOwners &operator=(NativeOwners const &) = delete;
+    NativeOwners(NativeOwners const&) = delete;
+    NativeOwners& operator=(NativeOwners const&) = delete;
     ~NativeOwners();
 
-    void enter(Owner owner, PyObject *self) noexcept;
+    void enter(Owner owner, PyObject* self) noexcept;
     // May drop the last reference to the Python object, and so destroy the director.
     void leave(Owner owner) noexcept;
 
-  private:
+private:
     unsigned owners_ = 0;
     runtime::Reference self_; // empty without an owner
 };

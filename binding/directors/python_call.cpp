@@ -1,9 +1,9 @@
 #include "binding/directors/python_call.h"
 
-#include "platform/hyx/objects/notify.h"
-#include "platform/hyxPython/script_manager.h"
 #include "binding/runtime/pointers.h"
 #include "binding/runtime/type_chain.h"
+#include "platform/hyx/objects/notify.h"
+#include "platform/hyxPython/script_manager.h"
 
 #include <optional>
 
@@ -15,22 +15,20 @@ namespace {
 constexpr int report_line = 170;
 constexpr char report_source[] = "swig/configuration/hyxPython/hyxOSG";
 
-[[noreturn]] void raise_uninitialized(DirectorMethod const &method)
-{
-    std::string const text = std::string("'self' uninitialized, maybe you forgot to call ") + method.class_name + ".__init__.";
+[[noreturn]] void raise_uninitialized(DirectorMethod const& method) {
+    std::string const text =
+        std::string("'self' uninitialized, maybe you forgot to call ") + method.class_name + ".__init__.";
     DirectorException::raise(text.c_str());
 }
 
-[[noreturn]] void raise_method_error(DirectorMethod const &method)
-{
+[[noreturn]] void raise_method_error(DirectorMethod const& method) {
     std::string const text = std::string("Error detected when calling '") + method.class_name + "." + method.name + "'";
     DirectorMethodException::raise(text.c_str());
 }
 
 // Hands the pending error to the script manager; where there is none it stays pending.
-void report_error(DirectorMethod const &method)
-{
-    hyxPython::ScriptManager *manager = nullptr;
+void report_error(DirectorMethod const& method) {
+    hyxPython::ScriptManager* manager = nullptr;
     {
         runtime::SavedError const error;
         manager = hyxPython::ScriptManager::instance("", "", "", false);
@@ -39,15 +37,14 @@ void report_error(DirectorMethod const &method)
         return;
     try {
         manager->registerError(method.qualified);
-    } catch (std::exception const &failure) {
+    } catch (std::exception const& failure) {
         std::string const director = std::string("SwigDirector_") + method.class_name + "::" + method.name;
         hyx::Notify::instance().notify(hyx::Notify::NOTIFY_ERROR, director.c_str(), report_line, report_source,
                                        failure.what());
     }
 }
 
-bool all_converted(PyObject *const *arguments, std::size_t count)
-{
+bool all_converted(PyObject* const* arguments, std::size_t count) {
     for (std::size_t i = 1; i <= count; ++i)
         if (!arguments[i])
             return false;
@@ -56,20 +53,17 @@ bool all_converted(PyObject *const *arguments, std::size_t count)
 
 } // namespace
 
-swig_type_info *DirectorType::find()
-{
+swig_type_info* DirectorType::find() {
     if (!descriptor)
         descriptor = SWIG_Python_TypeQuery(name);
     return descriptor;
 }
 
-runtime::Reference to_python(void *object, DirectorType &type)
-{
+runtime::Reference to_python(void* object, DirectorType& type) {
     return runtime::Reference::take(SWIG_Python_NewPointerObj(object, type.find(), PointerResult::borrowed_proxied));
 }
 
-runtime::Reference call_python(Callee const &callee, DirectorMethod &method, PyObject **arguments, std::size_t count)
-{
+runtime::Reference call_python(Callee const& callee, DirectorMethod& method, PyObject** arguments, std::size_t count) {
     if (!callee.self())
         raise_uninitialized(method);
     std::optional<runtime::SavedError> earlier;
@@ -88,8 +82,7 @@ runtime::Reference call_python(Callee const &callee, DirectorMethod &method, PyO
     return result;
 }
 
-void raise_no_bool(const char *signature)
-{
+void raise_no_bool(char const* signature) {
     std::string const text =
         std::string(": Python code called by '") + signature + "' has wrong output value type. Expected bool.";
     DirectorTypeMismatchException::raise(PyExc_TypeError, text.c_str());

@@ -12,42 +12,54 @@ namespace Swig {
 
 // One overridable method. Lives for the process, since it keeps its name as a Python string.
 struct DirectorMethod {
-    const char *class_name; // of the Python proxy
-    const char *name;
-    const char *qualified;  // reporting form: the name under which failures are registered; NULL: raising form
-    PyObject *text = nullptr;
+    char const* class_name; // of the Python proxy
+    char const* name;
+    char const* qualified; // reporting form: the name under which failures are registered; NULL: raising form
+    PyObject* text = nullptr;
 };
 
 // The type of a pointer argument. Lives for the process, since it keeps its descriptor.
 struct DirectorType {
-    const char *name; // readable
-    swig_type_info *descriptor = nullptr;
+    char const* name; // readable
+    swig_type_info* descriptor = nullptr;
 
     // NULL while no module has the type.
-    swig_type_info *find();
+    swig_type_info* find();
 };
 
 // Native arguments as new Python objects.
-inline runtime::Reference to_python(bool value) { return runtime::Reference::take(PyBool_FromLong(value)); }
-inline runtime::Reference to_python(int value) { return runtime::Reference::take(PyLong_FromLong(value)); }
-inline runtime::Reference to_python(unsigned int value) { return runtime::Reference::take(PyLong_FromSize_t(value)); }
-inline runtime::Reference to_python(double value) { return runtime::Reference::take(PyFloat_FromDouble(value)); }
+inline runtime::Reference to_python(bool value) {
+    return runtime::Reference::take(PyBool_FromLong(value));
+}
+
+inline runtime::Reference to_python(int value) {
+    return runtime::Reference::take(PyLong_FromLong(value));
+}
+
+inline runtime::Reference to_python(unsigned int value) {
+    return runtime::Reference::take(PyLong_FromSize_t(value));
+}
+
+inline runtime::Reference to_python(double value) {
+    return runtime::Reference::take(PyFloat_FromDouble(value));
+}
+
 // A proxy that does not own the object.
-runtime::Reference to_python(void *object, DirectorType &type);
+runtime::Reference to_python(void* object, DirectorType& type);
 
 // The Python object of one call, which the call itself must not let go.
 class Callee {
-  public:
-    explicit Callee(Director const &director) noexcept
-        : self_(runtime::Reference::share(director.swig_get_self())), gone_(!self_ && director.swig_is_gone())
-    {
-    }
+public:
+    explicit Callee(Director const& director) noexcept
+        : self_(runtime::Reference::share(director.swig_get_self())), gone_(!self_ && director.swig_is_gone()) {}
+
     // Whether only the native implementation is left.
     bool is_gone() const noexcept { return gone_; }
-    // NULL where there never was one.
-    PyObject *self() const noexcept { return self_.get(); }
 
-  private:
+    // NULL where there never was one.
+    PyObject* self() const noexcept { return self_.get(); }
+
+private:
     runtime::Reference const self_;
     bool const gone_;
 };
@@ -55,21 +67,19 @@ class Callee {
 // Calls the method with arguments[0], which is self, to arguments[count]. Returns the result, or nothing
 // after a failure in the reporting form. A Python error that was pending before is kept aside and left pending. The
 // method may have destroyed the director: nothing of it may be touched afterwards.
-runtime::Reference call_python(Callee const &callee, DirectorMethod &method, PyObject **arguments, std::size_t count);
+runtime::Reference call_python(Callee const& callee, DirectorMethod& method, PyObject** arguments, std::size_t count);
 
 template <class... A>
-runtime::Reference call_python(Callee const &callee, DirectorMethod &method, A const &...arguments)
-{
-    std::array<PyObject *, sizeof...(A) + 1> slots{callee.self(), arguments.get()...};
+runtime::Reference call_python(Callee const& callee, DirectorMethod& method, A const&... arguments) {
+    std::array<PyObject*, sizeof...(A) + 1> slots{callee.self(), arguments.get()...};
     return call_python(callee, method, slots.data(), sizeof...(A));
 }
 
-[[noreturn]] void raise_no_bool(const char *signature);
+[[noreturn]] void raise_no_bool(char const* signature);
 
 // The bool that a Python method returned; false after a failure. `signature` names the native function.
 // Throws DirectorTypeMismatchException for any other object.
-inline bool to_bool(runtime::Reference const &result, const char *signature)
-{
+inline bool to_bool(runtime::Reference const& result, char const* signature) {
     if (result && !PyBool_Check(result.get())) [[unlikely]]
         raise_no_bool(signature);
     return result.get() == Py_True;

@@ -22,11 +22,13 @@ namespace {
 
 // Built on the first import and kept: the interpreter refers to both for the life of the process.
 std::vector<PyMethodDef> SwigMethods;
-std::vector<vocabulary::Function const *> functions;
+std::vector<vocabulary::Function const*> functions;
 
 swig_const_info const swig_const_table[] = {{0, nullptr, 0, 0.0, nullptr, nullptr}};
 
-PyObject *describe() { return vocabulary::describe_functions(functions.data(), functions.size()); }
+PyObject* describe() {
+    return vocabulary::describe_functions(functions.data(), functions.size());
+}
 
 vocabulary::RecordTable records = {0, nullptr, vocabulary::call_array, describe};
 
@@ -36,13 +38,12 @@ vocabulary::ModuleDefinition SWIG_module = {
     &records,
 };
 
-void join_method_tables(Contents const &contents)
-{
+void join_method_tables(Contents const& contents) {
     if (!SwigMethods.empty())
         return;
-    for (vocabulary::Rows const *rows = __start_hyx_rows; rows != __stop_hyx_rows; ++rows) {
+    for (vocabulary::Rows const* rows = __start_hyx_rows; rows != __stop_hyx_rows; ++rows) {
         for (std::size_t row = 0; row < rows->count; ++row) {
-            vocabulary::Function const *function = rows->functions[row].function;
+            vocabulary::Function const* function = rows->functions[row].function;
             functions.push_back(function);
             SwigMethods.push_back({function->name, function->entry, function->flags, nullptr});
         }
@@ -55,8 +56,7 @@ void join_method_tables(Contents const &contents)
 }
 
 // Made before any wrapper can run, so that no look-up has to create them.
-void create_singletons()
-{
+void create_singletons() {
     SWIG_This();
     SWIG_Python_TypeCache();
     SwigPyPacked_type();
@@ -65,15 +65,14 @@ void create_singletons()
 
 } // namespace
 
-PyObject *initialise(Contents const &contents) noexcept
-{
+PyObject* initialise(Contents const& contents) noexcept {
     join_method_tables(contents);
     create_singletons();
     SWIG_Python_FixMethods(SwigMethods.data(), swig_const_table);
-    PyObject *module = PyModule_Create2(&SWIG_module.def, PYTHON_API_VERSION);
+    PyObject* module = PyModule_Create2(&SWIG_module.def, PYTHON_API_VERSION);
     if (!module)
         return nullptr;
-    PyObject *dict = PyModule_GetDict(module);
+    PyObject* dict = PyModule_GetDict(module);
     SWIG_InitializeModule(swig_type_initial, swig_cast_initial);
     SWIG_Python_InstallConstants(dict, swig_const_table);
     if (contents.install && !contents.install(dict))

@@ -9,12 +9,12 @@ namespace entry {
 
 // One module: its name, and what its dict gets besides the functions. Its rows are those that were linked into it.
 struct Contents {
-    const char *name;
+    char const* name;
     // Fills the module's dict; false with an error set fails the import. May be NULL.
-    bool (*install)(PyObject *dict);
+    bool (*install)(PyObject* dict);
 };
 
 // Makes and returns the module; NULL with an error set. Called once per import by PyInit_NAME.
-PyObject *initialise(Contents const &contents) noexcept;
+PyObject* initialise(Contents const& contents) noexcept;
 
 } // namespace entry

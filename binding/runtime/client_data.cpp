@@ -10,8 +10,7 @@ using runtime::Reference;
 namespace {
 
 // Fills in how instances of cls are made without __init__. A failed look-up of __new__ stays pending.
-bool find_allocator(SwigPyClientData &data, PyObject *cls) noexcept
-{
+bool find_allocator(SwigPyClientData& data, PyObject* cls) noexcept {
     if (PyType_Check(cls)) {
         data.newargs = Py_NewRef(cls);
         return true;
@@ -25,18 +24,16 @@ bool find_allocator(SwigPyClientData &data, PyObject *cls) noexcept
     return data.newargs != nullptr;
 }
 
-bool is_native_one_argument(PyObject *function) noexcept
-{
+bool is_native_one_argument(PyObject* function) noexcept {
     return PyCFunction_Check(function) && (PyCFunction_GET_FLAGS(function) & METH_O) != 0;
 }
 
 } // namespace
 
-SwigPyClientData *SwigPyClientData_New(PyObject *cls) noexcept
-{
+SwigPyClientData* SwigPyClientData_New(PyObject* cls) noexcept {
     if (!cls)
         return nullptr;
-    auto *data = static_cast<SwigPyClientData *>(std::calloc(1, sizeof(SwigPyClientData)));
+    auto* data = static_cast<SwigPyClientData*>(std::calloc(1, sizeof(SwigPyClientData)));
     data->klass = Py_NewRef(cls);
     if (!find_allocator(*data, cls)) {
         PyErr_Clear();
@@ -53,8 +50,7 @@ SwigPyClientData *SwigPyClientData_New(PyObject *cls) noexcept
     return data;
 }
 
-void SwigPyClientData_Del(SwigPyClientData *data) noexcept
-{
+void SwigPyClientData_Del(SwigPyClientData* data) noexcept {
     if (!data)
         return;
     Py_XDECREF(data->klass);
@@ -64,8 +60,7 @@ void SwigPyClientData_Del(SwigPyClientData *data) noexcept
     std::free(data);
 }
 
-PyObject *SWIG_Python_NewShadowInstance(SwigPyClientData *data, PyObject *swig_this) noexcept
-{
+PyObject* SWIG_Python_NewShadowInstance(SwigPyClientData* data, PyObject* swig_this) noexcept {
     if (data->newraw) {
         Reference instance = Reference::take(PyObject_Call(data->newraw, data->newargs, nullptr));
         if (!instance || PyObject_SetAttr(instance.get(), SWIG_This(), swig_this) != 0)
@@ -78,7 +73,7 @@ PyObject *SWIG_Python_NewShadowInstance(SwigPyClientData *data, PyObject *swig_t
     Reference keywords = Reference::take(PyDict_New());
     if (!keywords)
         return nullptr;
-    auto *type = reinterpret_cast<PyTypeObject *>(data->newargs);
+    auto* type = reinterpret_cast<PyTypeObject*>(data->newargs);
     Reference instance = Reference::take(type->tp_new(type, arguments.get(), keywords.get()));
     if (!instance || PyObject_SetAttr(instance.get(), SWIG_This(), swig_this) != 0)
         return nullptr;

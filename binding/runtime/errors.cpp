@@ -3,45 +3,42 @@
 #include <algorithm>
 #include <iterator>
 
-PyObject *SWIG_Python_ErrorType(int code) noexcept
-{
-    PyObject *const types[] = {
-        PyExc_TypeError,           // -13, null reference
-        PyExc_MemoryError,         // -12
-        PyExc_AttributeError,      // -11
-        PyExc_SystemError,         // -10
-        PyExc_ValueError,          // -9
-        PyExc_SyntaxError,         // -8
-        PyExc_OverflowError,       // -7
-        PyExc_ZeroDivisionError,   // -6
-        PyExc_TypeError,           // -5
-        PyExc_IndexError,          // -4
-        PyExc_RuntimeError,        // -3
-        PyExc_IOError,             // -2
+PyObject* SWIG_Python_ErrorType(int code) noexcept {
+    PyObject* const types[] = {
+        PyExc_TypeError,         // -13, null reference
+        PyExc_MemoryError,       // -12
+        PyExc_AttributeError,    // -11
+        PyExc_SystemError,       // -10
+        PyExc_ValueError,        // -9
+        PyExc_SyntaxError,       // -8
+        PyExc_OverflowError,     // -7
+        PyExc_ZeroDivisionError, // -6
+        PyExc_TypeError,         // -5
+        PyExc_IndexError,        // -4
+        PyExc_RuntimeError,      // -3
+        PyExc_IOError,           // -2
     };
     int const index = code + 13;
     return index >= 0 && index < int(std::size(types)) ? types[index] : PyExc_RuntimeError;
 }
 
-void SWIG_Python_SetErrorObj(PyObject *type, PyObject *value) noexcept
-{
+void SWIG_Python_SetErrorObj(PyObject* type, PyObject* value) noexcept {
     PyErr_SetObject(type, value);
     Py_XDECREF(value);
 }
 
-void SWIG_Python_RaiseOrModifyTypeError(const char *message) noexcept
-{
+void SWIG_Python_RaiseOrModifyTypeError(char const* message) noexcept {
     if (!PyErr_Occurred() || !PyErr_ExceptionMatches(PyExc_TypeError)) {
         PyErr_SetString(PyExc_TypeError, message);
         return;
     }
-    PyObject *type = nullptr;
-    PyObject *value = nullptr;
-    PyObject *traceback = nullptr;
+    PyObject* type = nullptr;
+    PyObject* value = nullptr;
+    PyObject* traceback = nullptr;
     PyErr_Fetch(&type, &value, &traceback);
     // An error that was set without a value has no text to keep.
-    PyObject *const text = value ? value : Py_None;
-    if (PyObject *extended = PyUnicode_FromFormat("%S\nAdditional information:\n%s", text, message)) {
+    PyObject* const text = value ? value : Py_None;
+    if (PyObject* extended = PyUnicode_FromFormat("%S\nAdditional information:\n%s", text, message)) {
         Py_XDECREF(value);
         value = extended;
     }
@@ -50,15 +47,13 @@ void SWIG_Python_RaiseOrModifyTypeError(const char *message) noexcept
 
 namespace {
 
-const char *qualifier(Py_ssize_t min, Py_ssize_t max, const char *otherwise) noexcept
-{
+char const* qualifier(Py_ssize_t min, Py_ssize_t max, char const* otherwise) noexcept {
     return min == max ? "" : otherwise;
 }
 
 } // namespace
 
-void runtime::raise_argument_count(const char *name, Py_ssize_t min, Py_ssize_t max, Py_ssize_t given) noexcept
-{
+void runtime::raise_argument_count(char const* name, Py_ssize_t min, Py_ssize_t max, Py_ssize_t given) noexcept {
     if (given < min)
         PyErr_Format(PyExc_TypeError, "%s expected %s%d arguments, got %d", name, qualifier(min, max, "at least "),
                      int(min), int(given));
@@ -67,9 +62,8 @@ void runtime::raise_argument_count(const char *name, Py_ssize_t min, Py_ssize_t 
                      int(max), int(given));
 }
 
-Py_ssize_t SWIG_Python_UnpackTuple(PyObject *args, const char *name, Py_ssize_t min, Py_ssize_t max,
-                                   PyObject **objs) noexcept
-{
+Py_ssize_t SWIG_Python_UnpackTuple(PyObject* args, char const* name, Py_ssize_t min, Py_ssize_t max,
+                                   PyObject** objs) noexcept {
     if (!args) {
         if (min == 0 && max == 0)
             return 1;

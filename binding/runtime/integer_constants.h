@@ -8,15 +8,15 @@
 namespace runtime {
 
 struct Constant {
-    const char *name;
+    char const* name;
     long value;
 };
 
 // Installs the tables one after the other.
-template <std::size_t... Sizes> void install_constants(PyObject *dict, Constant const (&...tables)[Sizes])
-{
-    auto const install = [dict](auto const &table) {
-        for (Constant const &constant : table)
+template <std::size_t... Sizes>
+void install_constants(PyObject* dict, Constant const (&... tables)[Sizes]) {
+    auto const install = [dict](auto const& table) {
+        for (Constant const& constant : table)
             SWIG_Python_SetConstant(dict, constant.name, PyLong_FromLong(constant.value));
     };
     (install(tables), ...);

@@ -9,47 +9,46 @@ constexpr char type_name[] = "swig_runtime_data4.SwigPyPacked";
 // Longer encodings are left out of the texts.
 constexpr std::size_t longest_encoding = 1024;
 
-SwigPyPacked *as_packed(PyObject *object) noexcept { return reinterpret_cast<SwigPyPacked *>(object); }
+SwigPyPacked* as_packed(PyObject* object) noexcept {
+    return reinterpret_cast<SwigPyPacked*>(object);
+}
 
 // The encoded bytes, zero-terminated, or an empty text when they are too long.
 struct Encoding {
-    explicit Encoding(SwigPyPacked const &packed) noexcept
-    {
+    explicit Encoding(SwigPyPacked const& packed) noexcept {
         if (2 * packed.size + 2 <= longest_encoding)
             *runtime::encode_bytes(text, packed.pack, packed.size) = '\0';
     }
+
     bool fits() const noexcept { return text[0] != '\0'; }
+
     char text[longest_encoding] = "";
 };
 
-PyObject *represent(PyObject *self) noexcept
-{
-    SwigPyPacked &packed = *as_packed(self);
+PyObject* represent(PyObject* self) noexcept {
+    SwigPyPacked& packed = *as_packed(self);
     Encoding const encoding(packed);
     return encoding.fits() ? PyUnicode_FromFormat("<Swig Packed at %s%s>", encoding.text, packed.ty->name)
                            : PyUnicode_FromFormat("<Swig Packed %s>", packed.ty->name);
 }
 
-PyObject *to_text(PyObject *self) noexcept
-{
-    SwigPyPacked &packed = *as_packed(self);
+PyObject* to_text(PyObject* self) noexcept {
+    SwigPyPacked& packed = *as_packed(self);
     Encoding const encoding(packed);
     return PyUnicode_FromFormat("%s%s", encoding.text, packed.ty->name);
 }
 
-PyTypeObject *make_type() noexcept;
+PyTypeObject* make_type() noexcept;
 
 // The fresh type never equals the object's: the name decides. Siblings behave the same.
-bool is_packed(PyObject *object) noexcept
-{
+bool is_packed(PyObject* object) noexcept {
     return Py_TYPE(object) == make_type() || std::strcmp(Py_TYPE(object)->tp_name, type_name) == 0;
 }
 
-void deallocate(PyObject *self) noexcept
-{
+void deallocate(PyObject* self) noexcept {
     if (is_packed(self))
         std::free(as_packed(self)->pack);
-    PyTypeObject *type = Py_TYPE(self);
+    PyTypeObject* type = Py_TYPE(self);
     PyObject_Free(self);
     Py_DECREF(type);
 }
@@ -57,31 +56,31 @@ void deallocate(PyObject *self) noexcept
 char doc[] = "Swig object carries a C/C++ instance pointer";
 
 PyType_Slot slots[] = {
-    {Py_tp_dealloc, reinterpret_cast<void *>(deallocate)},
-    {Py_tp_repr, reinterpret_cast<void *>(represent)},
-    {Py_tp_str, reinterpret_cast<void *>(to_text)},
-    {Py_tp_getattro, reinterpret_cast<void *>(PyObject_GenericGetAttr)},
+    {Py_tp_dealloc, reinterpret_cast<void*>(deallocate)},
+    {Py_tp_repr, reinterpret_cast<void*>(represent)},
+    {Py_tp_str, reinterpret_cast<void*>(to_text)},
+    {Py_tp_getattro, reinterpret_cast<void*>(PyObject_GenericGetAttr)},
     {Py_tp_doc, doc},
     {0, nullptr},
 };
 
 PyType_Spec spec = {type_name, sizeof(SwigPyPacked), 0, Py_TPFLAGS_DEFAULT, slots};
 
-PyTypeObject *make_type() noexcept { return reinterpret_cast<PyTypeObject *>(PyType_FromSpec(&spec)); }
+PyTypeObject* make_type() noexcept {
+    return reinterpret_cast<PyTypeObject*>(PyType_FromSpec(&spec));
+}
 
 } // namespace
 
-PyTypeObject *SwigPyPacked_type() noexcept
-{
-    static PyTypeObject *const type = make_type();
+PyTypeObject* SwigPyPacked_type() noexcept {
+    static PyTypeObject* const type = make_type();
     return type;
 }
 
-PyObject *SwigPyPacked_Create(void const *bytes, std::size_t size, swig_type_info *ty) noexcept
-{
+PyObject* SwigPyPacked_Create(void const* bytes, std::size_t size, swig_type_info* ty) noexcept {
     if (!bytes)
         Py_RETURN_NONE;
-    SwigPyPacked *packed = PyObject_New(SwigPyPacked, SwigPyPacked_type());
+    SwigPyPacked* packed = PyObject_New(SwigPyPacked, SwigPyPacked_type());
     if (!packed)
         return nullptr;
     packed->pack = std::malloc(size);
@@ -92,13 +91,12 @@ PyObject *SwigPyPacked_Create(void const *bytes, std::size_t size, swig_type_inf
     std::memcpy(packed->pack, bytes, size);
     packed->ty = ty;
     packed->size = size;
-    return reinterpret_cast<PyObject *>(packed);
+    return reinterpret_cast<PyObject*>(packed);
 }
 
-char *runtime::encode_bytes(char *out, void const *bytes, std::size_t size) noexcept
-{
+char* runtime::encode_bytes(char* out, void const* bytes, std::size_t size) noexcept {
     static constexpr char digits[] = "0123456789abcdef";
-    auto const *source = static_cast<unsigned char const *>(bytes);
+    auto const* source = static_cast<unsigned char const*>(bytes);
     *out++ = '_';
     for (std::size_t i = 0; i < size; ++i) {
         *out++ = digits[source[i] >> 4];

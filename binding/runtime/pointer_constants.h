@@ -12,16 +12,16 @@ enum SwigConstantKind : int {
 
 struct swig_const_info {
     int type; // SwigConstantKind; 0 ends the table
-    const char *name;
+    char const* name;
     long lvalue;
     double dvalue;
-    void *pvalue;
-    swig_type_info **ptype; // slot of the live type array
+    void* pvalue;
+    swig_type_info** ptype; // slot of the live type array
 };
 
 // Writes the pointers of constants into the doc strings that refer to them by "swig_ptr: NAME". The type table need
 // not be linked yet.
-void SWIG_Python_FixMethods(PyMethodDef *methods, swig_const_info const *constants) noexcept;
+void SWIG_Python_FixMethods(PyMethodDef* methods, swig_const_info const* constants) noexcept;
 
 // Stores every constant in the module's dict. A row whose object cannot be made is skipped.
-void SWIG_Python_InstallConstants(PyObject *dict, swig_const_info const *constants) noexcept;
+void SWIG_Python_InstallConstants(PyObject* dict, swig_const_info const* constants) noexcept;

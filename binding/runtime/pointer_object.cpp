@@ -12,21 +12,21 @@ using runtime::Reference;
 
 namespace {
 
-SwigPyObject *as_pointer_object(PyObject *object) noexcept { return reinterpret_cast<SwigPyObject *>(object); }
+SwigPyObject* as_pointer_object(PyObject* object) noexcept {
+    return reinterpret_cast<SwigPyObject*>(object);
+}
 
-PyObject *represent(PyObject *self) noexcept
-{
-    SwigPyObject *object = as_pointer_object(self);
-    Reference text = Reference::take(PyUnicode_FromFormat("<Swig Object of type '%s' at %p>",
-                                                          SWIG_Python_PrettyTypeName(object->ty), self));
+PyObject* represent(PyObject* self) noexcept {
+    SwigPyObject* object = as_pointer_object(self);
+    Reference text = Reference::take(
+        PyUnicode_FromFormat("<Swig Object of type '%s' at %p>", SWIG_Python_PrettyTypeName(object->ty), self));
     if (!text || !object->next)
         return text.release();
     Reference rest = Reference::take(represent(object->next));
     return rest ? PyUnicode_Concat(text.get(), rest.get()) : nullptr;
 }
 
-PyObject *compare(PyObject *a, PyObject *b, int op) noexcept
-{
+PyObject* compare(PyObject* a, PyObject* b, int op) noexcept {
     if (PyErr_Occurred())
         return nullptr;
     if ((op != Py_EQ && op != Py_NE) || !SwigPyObject_Recognise(b))
@@ -35,27 +35,26 @@ PyObject *compare(PyObject *a, PyObject *b, int op) noexcept
     return PyBool_FromLong(same == (op == Py_EQ));
 }
 
-PyObject *address(PyObject *self) noexcept { return PyLong_FromVoidPtr(as_pointer_object(self)->ptr); }
+PyObject* address(PyObject* self) noexcept {
+    return PyLong_FromVoidPtr(as_pointer_object(self)->ptr);
+}
 
-PyObject *disown(PyObject *self, PyObject *) noexcept
-{
+PyObject* disown(PyObject* self, PyObject*) noexcept {
     as_pointer_object(self)->own = 0;
     Py_RETURN_NONE;
 }
 
-PyObject *acquire(PyObject *self, PyObject *) noexcept
-{
+PyObject* acquire(PyObject* self, PyObject*) noexcept {
     as_pointer_object(self)->own = 1;
     Py_RETURN_NONE;
 }
 
-PyObject *own(PyObject *self, PyObject *args) noexcept
-{
-    PyObject *value = nullptr;
+PyObject* own(PyObject* self, PyObject* args) noexcept {
+    PyObject* value = nullptr;
     if (!PyArg_UnpackTuple(args, "own", 0, 1, &value))
         return nullptr;
-    SwigPyObject *object = as_pointer_object(self);
-    PyObject *before = PyBool_FromLong(object->own);
+    SwigPyObject* object = as_pointer_object(self);
+    PyObject* before = PyBool_FromLong(object->own);
     if (value)
         object->own = PyObject_IsTrue(value) != 0; // a failing truth test counts as true
     if (PyErr_Occurred())
@@ -63,20 +62,20 @@ PyObject *own(PyObject *self, PyObject *args) noexcept
     return before;
 }
 
-PyObject *next(PyObject *self, PyObject *) noexcept
-{
-    PyObject *next = as_pointer_object(self)->next;
+PyObject* next(PyObject* self, PyObject*) noexcept {
+    PyObject* next = as_pointer_object(self)->next;
     return Py_NewRef(next ? next : Py_None);
 }
 
-PyObject *represent_method(PyObject *self, PyObject *) noexcept { return represent(self); }
+PyObject* represent_method(PyObject* self, PyObject*) noexcept {
+    return represent(self);
+}
 
 // Calls the class's destroy function for self; NULL with an error set when it failed.
-Reference call_destroy(SwigPyClientData const &data, PyObject *self) noexcept
-{
-    SwigPyObject *object = as_pointer_object(self);
+Reference call_destroy(SwigPyClientData const& data, PyObject* self) noexcept {
+    SwigPyObject* object = as_pointer_object(self);
     if (!data.delargs) {
-        PyObject *destroy_self = PyCFunction_GET_SELF(data.destroy);
+        PyObject* destroy_self = PyCFunction_GET_SELF(data.destroy);
         return Reference::take(PyCFunction_GET_FUNCTION(data.destroy)(destroy_self, self));
     }
     // self is already dying: the callable gets a stand-in.
@@ -84,11 +83,11 @@ Reference call_destroy(SwigPyClientData const &data, PyObject *self) noexcept
     return stand_in ? Reference::take(PyObject_CallOneArg(data.destroy, stand_in.get())) : Reference();
 }
 
-void destroy_native(PyObject *self) noexcept
-{
-    SwigPyObject *object = as_pointer_object(self);
-    auto *data = object->ty ? static_cast<SwigPyClientData *>(object->ty->clientdata) : nullptr;
-    // The class had data, and the tear-down of the table has released them: the interpreter is ending, which is no leak.
+void destroy_native(PyObject* self) noexcept {
+    SwigPyObject* object = as_pointer_object(self);
+    auto* data = object->ty ? static_cast<SwigPyClientData*>(object->ty->clientdata) : nullptr;
+    // The class had data, and the tear-down of the table has released them: the interpreter is ending, which is no
+    // leak.
     if (!data && object->ty && object->ty->owndata)
         return;
     if (!data || !data->destroy) {
@@ -101,16 +100,15 @@ void destroy_native(PyObject *self) noexcept
         PyErr_WriteUnraisable(data->destroy);
 }
 
-void deallocate(PyObject *self) noexcept
-{
-    SwigPyObject *object = as_pointer_object(self);
-    PyObject *next = object->next;
+void deallocate(PyObject* self) noexcept {
+    SwigPyObject* object = as_pointer_object(self);
+    PyObject* next = object->next;
     if (object->own == 1) {
         destroy_native(self);
         Py_XDECREF(Swig_Capsule_global);
     }
     Py_XDECREF(next);
-    PyTypeObject *type = Py_TYPE(self);
+    PyTypeObject* type = Py_TYPE(self);
     PyObject_Free(self);
     Py_DECREF(type);
 }
@@ -128,13 +126,13 @@ PyMethodDef swigobject_methods[] = {
 char doc[] = "Swig object carries a C/C++ instance pointer";
 
 PyType_Slot slots[] = {
-    {Py_tp_dealloc, reinterpret_cast<void *>(deallocate)},
-    {Py_tp_repr, reinterpret_cast<void *>(represent)},
-    {Py_tp_getattro, reinterpret_cast<void *>(PyObject_GenericGetAttr)},
+    {Py_tp_dealloc, reinterpret_cast<void*>(deallocate)},
+    {Py_tp_repr, reinterpret_cast<void*>(represent)},
+    {Py_tp_getattro, reinterpret_cast<void*>(PyObject_GenericGetAttr)},
     {Py_tp_doc, doc},
-    {Py_tp_richcompare, reinterpret_cast<void *>(compare)},
+    {Py_tp_richcompare, reinterpret_cast<void*>(compare)},
     {Py_tp_methods, swigobject_methods},
-    {Py_nb_int, reinterpret_cast<void *>(address)},
+    {Py_nb_int, reinterpret_cast<void*>(address)},
     {0, nullptr},
 };
 
@@ -142,21 +140,18 @@ PyType_Spec spec = {pointer_object_type_name, sizeof(SwigPyObject), 0, Py_TPFLAG
 
 } // namespace
 
-PyTypeObject *SwigPyObject_type() noexcept
-{
-    static PyTypeObject *const type = reinterpret_cast<PyTypeObject *>(PyType_FromSpec(&spec));
+PyTypeObject* SwigPyObject_type() noexcept {
+    static PyTypeObject* const type = reinterpret_cast<PyTypeObject*>(PyType_FromSpec(&spec));
     return type;
 }
 
-bool SwigPyObject_Recognise(PyObject *object) noexcept
-{
-    PyTypeObject *type = Py_TYPE(object);
+bool SwigPyObject_Recognise(PyObject* object) noexcept {
+    PyTypeObject* type = Py_TYPE(object);
     return type == SwigPyObject_type() || std::strcmp(type->tp_name, pointer_object_type_name) == 0;
 }
 
-PyObject *SwigPyObject_Create(void *ptr, swig_type_info *ty, int own) noexcept
-{
-    SwigPyObject *object = PyObject_New(SwigPyObject, SwigPyObject_type());
+PyObject* SwigPyObject_Create(void* ptr, swig_type_info* ty, int own) noexcept {
+    SwigPyObject* object = PyObject_New(SwigPyObject, SwigPyObject_type());
     if (!object)
         return nullptr;
     object->ptr = ptr;
@@ -165,16 +160,15 @@ PyObject *SwigPyObject_Create(void *ptr, swig_type_info *ty, int own) noexcept
     object->next = nullptr;
     if (own == 1)
         Py_XINCREF(Swig_Capsule_global);
-    return reinterpret_cast<PyObject *>(object);
+    return reinterpret_cast<PyObject*>(object);
 }
 
-PyObject *SwigPyObject_append(PyObject *self, PyObject *other) noexcept
-{
+PyObject* SwigPyObject_append(PyObject* self, PyObject* other) noexcept {
     if (!SwigPyObject_Recognise(other)) {
         PyErr_SetString(PyExc_TypeError, "Attempt to append a non SwigPyObject");
         return nullptr;
     }
-    SwigPyObject *object = as_pointer_object(self);
+    SwigPyObject* object = as_pointer_object(self);
     as_pointer_object(other)->next = object->next;
     object->next = Py_NewRef(other);
     Py_RETURN_NONE;

@@ -1,15 +1,13 @@
-#include "binding/runtime/this_lookup.h"
-
 #include "binding/runtime/client_data.h"
 #include "binding/runtime/reference.h"
+#include "binding/runtime/this_lookup.h"
 #include "binding/runtime/type_chain.h"
 
 #include <cstring>
 
 using runtime::Reference;
 
-bool runtime::convert_handle(SwigPyObject *handle, swig_type_info *ty, void **ptr, int *newmemory) noexcept
-{
+bool runtime::convert_handle(SwigPyObject* handle, swig_type_info* ty, void** ptr, int* newmemory) noexcept {
     if (!ty || handle->ty == ty) {
         if (ptr)
             *ptr = handle->ptr;
@@ -17,7 +15,7 @@ bool runtime::convert_handle(SwigPyObject *handle, swig_type_info *ty, void **pt
     }
     if (!handle->ty)
         return false;
-    swig_cast_info *cast = find_cast(handle->ty, ty);
+    swig_cast_info* cast = find_cast(handle->ty, ty);
     if (!cast)
         return false;
     if (ptr) {
@@ -27,9 +25,8 @@ bool runtime::convert_handle(SwigPyObject *handle, swig_type_info *ty, void **pt
     return true;
 }
 
-int SWIG_Python_ConvertPtrAndOwn(PyObject *obj, void **ptr, swig_type_info *ty, PointerConversion how,
-                                 int *own) noexcept
-{
+int SWIG_Python_ConvertPtrAndOwn(PyObject* obj, void** ptr, swig_type_info* ty, PointerConversion how,
+                                 int* own) noexcept {
     if (!obj)
         return SWIG_ERROR;
     if (obj == Py_None) {
@@ -37,12 +34,12 @@ int SWIG_Python_ConvertPtrAndOwn(PyObject *obj, void **ptr, swig_type_info *ty, 
             *ptr = nullptr;
         return how == PointerConversion::reference ? SWIG_NullReferenceError : SWIG_OK;
     }
-    SwigPyObject *handle = runtime::find_this(obj);
+    SwigPyObject* handle = runtime::find_this(obj);
     if (own)
         *own = 0;
     int newmemory = 0;
     while (handle && !runtime::convert_handle(handle, ty, ptr, &newmemory))
-        handle = reinterpret_cast<SwigPyObject *>(handle->next);
+        handle = reinterpret_cast<SwigPyObject*>(handle->next);
     if (!handle)
         return SWIG_ERROR;
     if (own)
@@ -54,18 +51,16 @@ int SWIG_Python_ConvertPtrAndOwn(PyObject *obj, void **ptr, swig_type_info *ty, 
 
 namespace {
 
-int hexadecimal(char digit) noexcept
-{
+int hexadecimal(char digit) noexcept {
     if (digit >= '0' && digit <= '9')
         return digit - '0';
     return digit >= 'a' && digit <= 'f' ? digit - 'a' + 10 : -1;
 }
 
 // Reads the 8 bytes of a pointer in memory order; NULL when a digit is missing.
-const char *decode_pointer(const char *text, void **pointer) noexcept
-{
-    unsigned char bytes[sizeof(void *)];
-    for (unsigned char &byte : bytes) {
+char const* decode_pointer(char const* text, void** pointer) noexcept {
+    unsigned char bytes[sizeof(void*)];
+    for (unsigned char& byte : bytes) {
         int const high = hexadecimal(text[0]);
         int const low = high < 0 ? -1 : hexadecimal(text[1]);
         if (low < 0)
@@ -79,23 +74,22 @@ const char *decode_pointer(const char *text, void **pointer) noexcept
 
 } // namespace
 
-int SWIG_Python_ConvertFunctionPtr(PyObject *obj, void **ptr, swig_type_info *ty) noexcept
-{
+int SWIG_Python_ConvertFunctionPtr(PyObject* obj, void** ptr, swig_type_info* ty) noexcept {
     if (!obj || !PyCFunction_Check(obj))
         return SWIG_Python_ConvertPtrAndOwn(obj, ptr, ty);
     static constexpr char marker[] = "swig_ptr: ";
-    const char *doc = reinterpret_cast<PyCFunctionObject *>(obj)->m_ml->ml_doc;
-    const char *description = doc ? std::strstr(doc, marker) : nullptr;
+    char const* doc = reinterpret_cast<PyCFunctionObject*>(obj)->m_ml->ml_doc;
+    char const* description = doc ? std::strstr(doc, marker) : nullptr;
     if (!description || !ty)
         return SWIG_ERROR;
     description += sizeof marker - 1;
-    void *pointer = nullptr;
-    const char *type_name = ty->name;
+    void* pointer = nullptr;
+    char const* type_name = ty->name;
     if (*description == '_')
         type_name = decode_pointer(description + 1, &pointer);
     else if (std::strcmp(description, "NULL") != 0)
         return SWIG_ERROR;
-    swig_cast_info *cast = type_name ? SWIG_Python_FindCast(type_name, ty) : nullptr;
+    swig_cast_info* cast = type_name ? SWIG_Python_FindCast(type_name, ty) : nullptr;
     if (!cast)
         return SWIG_ERROR;
     int newmemory = 0;
@@ -106,9 +100,8 @@ int SWIG_Python_ConvertFunctionPtr(PyObject *obj, void **ptr, swig_type_info *ty
 namespace {
 
 // An object of a class whose instances are pointer objects themselves.
-PyObject *new_typed_object(PyTypeObject *type, void *ptr, swig_type_info *ty, int own) noexcept
-{
-    SwigPyObject *object = PyObject_New(SwigPyObject, type);
+PyObject* new_typed_object(PyTypeObject* type, void* ptr, swig_type_info* ty, int own) noexcept {
+    SwigPyObject* object = PyObject_New(SwigPyObject, type);
     if (!object) {
         PyErr_Clear();
         Py_RETURN_NONE;
@@ -117,17 +110,16 @@ PyObject *new_typed_object(PyTypeObject *type, void *ptr, swig_type_info *ty, in
     object->ty = ty;
     object->own = own;
     object->next = nullptr;
-    return reinterpret_cast<PyObject *>(object);
+    return reinterpret_cast<PyObject*>(object);
 }
 
 } // namespace
 
-PyObject *SWIG_Python_NewPointerObj(void *ptr, swig_type_info *ty, PointerResult how) noexcept
-{
+PyObject* SWIG_Python_NewPointerObj(void* ptr, swig_type_info* ty, PointerResult how) noexcept {
     if (!ptr)
         Py_RETURN_NONE;
     int const own = how != PointerResult::borrowed_proxied;
-    auto *data = ty ? static_cast<SwigPyClientData *>(ty->clientdata) : nullptr;
+    auto* data = ty ? static_cast<SwigPyClientData*>(ty->clientdata) : nullptr;
     if (data && data->pytype)
         return new_typed_object(data->pytype, ptr, ty, own);
     Reference bare = Reference::take(SwigPyObject_Create(ptr, ty, own));

@@ -24,23 +24,23 @@ enum class PointerResult {
 
 // The pointer object inside an object (borrowed): itself, or its attribute "this", followed through nested proxies.
 // NULL (no error pending) when there is none.
-SwigPyObject *SWIG_Python_GetSwigThis(PyObject *object) noexcept;
+SwigPyObject* SWIG_Python_GetSwigThis(PyObject* object) noexcept;
 
 // Stores in *ptr (unless NULL) the pointer of obj as type ty; ty NULL takes the pointer as it is. *own (unless NULL)
 // receives the bits of SwigOwnership; for None it is not touched.
-int SWIG_Python_ConvertPtrAndOwn(PyObject *obj, void **ptr, swig_type_info *ty,
-                                 PointerConversion how = PointerConversion::general, int *own = nullptr) noexcept;
+int SWIG_Python_ConvertPtrAndOwn(PyObject* obj, void** ptr, swig_type_info* ty,
+                                 PointerConversion how = PointerConversion::general, int* own = nullptr) noexcept;
 
 // Stores in *ptr the function that a native function object publishes in its doc string, or the pointer that a
 // wrapped object holds. 0 or -1.
-int SWIG_Python_ConvertFunctionPtr(PyObject *obj, void **ptr, swig_type_info *ty) noexcept;
+int SWIG_Python_ConvertFunctionPtr(PyObject* obj, void** ptr, swig_type_info* ty) noexcept;
 
 // A new reference to a Python object for the pointer; None for NULL.
-PyObject *SWIG_Python_NewPointerObj(void *ptr, swig_type_info *ty, PointerResult how) noexcept;
+PyObject* SWIG_Python_NewPointerObj(void* ptr, swig_type_info* ty, PointerResult how) noexcept;
 
 namespace runtime {
 
 // One pointer object as type ty, without following its chain. Returns false when it does not convert.
-bool convert_handle(SwigPyObject *handle, swig_type_info *ty, void **ptr, int *newmemory = nullptr) noexcept;
+bool convert_handle(SwigPyObject* handle, swig_type_info* ty, void** ptr, int* newmemory = nullptr) noexcept;
 
 } // namespace runtime

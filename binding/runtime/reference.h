@@ -9,47 +9,56 @@ namespace runtime {
 
 // Owns one reference, or none. Every owned reference of the binding that outlives one expression lives in one.
 class Reference {
-  public:
+public:
     Reference() noexcept = default;
+
     // Takes over a new reference; NULL (a failed call) makes an empty holder.
-    static Reference take(PyObject *object) noexcept { return Reference(object); }
+    static Reference take(PyObject* object) noexcept { return Reference(object); }
+
     // Adds a reference to a borrowed object.
-    static Reference share(PyObject *object) noexcept
-    {
+    static Reference share(PyObject* object) noexcept {
         Py_XINCREF(object);
         return Reference(object);
     }
-    Reference(Reference const &other) noexcept : object_(other.object_) { Py_XINCREF(object_); }
-    Reference(Reference &&other) noexcept : object_(std::exchange(other.object_, nullptr)) {}
-    Reference &operator=(Reference other) noexcept
-    {
+
+    Reference(Reference const& other) noexcept : object_(other.object_) { Py_XINCREF(object_); }
+
+    Reference(Reference&& other) noexcept : object_(std::exchange(other.object_, nullptr)) {}
+
+    Reference& operator=(Reference other) noexcept {
         std::swap(object_, other.object_);
         return *this;
     }
+
     ~Reference() { Py_XDECREF(object_); }
 
-    PyObject *get() const noexcept { return object_; }
+    PyObject* get() const noexcept { return object_; }
+
     // Hands the reference to the caller.
-    [[nodiscard]] PyObject *release() noexcept { return std::exchange(object_, nullptr); }
+    [[nodiscard]] PyObject* release() noexcept { return std::exchange(object_, nullptr); }
+
     explicit operator bool() const noexcept { return object_ != nullptr; }
 
-  private:
-    explicit Reference(PyObject *object) noexcept : object_(object) {}
-    PyObject *object_ = nullptr;
+private:
+    explicit Reference(PyObject* object) noexcept : object_(object) {}
+
+    PyObject* object_ = nullptr;
 };
 
 // Sets the pending Python error aside and puts it back when destroyed.
 class SavedError {
-  public:
+public:
     SavedError() noexcept { PyErr_Fetch(&type_, &value_, &traceback_); }
-    SavedError(SavedError const &) = delete;
-    SavedError &operator=(SavedError const &) = delete;
+
+    SavedError(SavedError const&) = delete;
+    SavedError& operator=(SavedError const&) = delete;
+
     ~SavedError() { PyErr_Restore(type_, value_, traceback_); }
 
-  private:
-    PyObject *type_ = nullptr;
-    PyObject *value_ = nullptr;
-    PyObject *traceback_ = nullptr;
+private:
+    PyObject* type_ = nullptr;
+    PyObject* value_ = nullptr;
+    PyObject* traceback_ = nullptr;
 };
 
 } // namespace runtime

@@ -22,9 +22,11 @@ enum SwigStatus : int {
 
 // Bits of the ownership out-value of a pointer conversion.
 enum SwigOwnership : int {
-    SWIG_POINTER_OWN = 1,        // the Python object owned the native one
-    SWIG_CAST_NEW_MEMORY = 2,    // the cast made a temporary that the caller deletes
+    SWIG_POINTER_OWN = 1,     // the Python object owned the native one
+    SWIG_CAST_NEW_MEMORY = 2, // the cast made a temporary that the caller deletes
 };
 
 // A failed conversion without a more specific code counts as a wrong type.
-constexpr int argument_error(int status) noexcept { return status == SWIG_ERROR ? int(SWIG_TypeError) : status; }
+constexpr int argument_error(int status) noexcept {
+    return status == SWIG_ERROR ? int(SWIG_TypeError) : status;
+}

@@ -17,8 +17,7 @@ namespace {
 
 using namespace runtime;
 
-bool has_dict(PyTypeObject *type) noexcept
-{
+bool has_dict(PyTypeObject* type) noexcept {
 #ifdef Py_TPFLAGS_MANAGED_DICT
     if (PyType_HasFeature(type, Py_TPFLAGS_MANAGED_DICT))
         return true;
@@ -26,15 +25,14 @@ bool has_dict(PyTypeObject *type) noexcept
     return type->tp_dictoffset != 0;
 }
 
-Route find_route(PyTypeObject *type) noexcept
-{
+Route find_route(PyTypeObject* type) noexcept {
     Route route{type, 0, Road::general, 0};
     if (std::strcmp(type->tp_name, pointer_object_type_name) == 0) {
         route.road = Road::pointer_object;
     } else if (type->tp_getattro == PyObject_GenericGetAttr) {
-        PyObject *attribute = _PyType_Lookup(type, SWIG_This()); // borrowed; gives the type a version tag
+        PyObject* attribute = _PyType_Lookup(type, SWIG_This()); // borrowed; gives the type a version tag
         if (attribute && Py_IS_TYPE(attribute, &PyMemberDescr_Type)) {
-            PyMemberDef const *member = reinterpret_cast<PyMemberDescrObject *>(attribute)->d_member;
+            PyMemberDef const* member = reinterpret_cast<PyMemberDescrObject*>(attribute)->d_member;
             if (member->type == T_OBJECT_EX) {
                 route.road = Road::slot;
                 route.offset = member->offset;
@@ -53,18 +51,16 @@ Route find_route(PyTypeObject *type) noexcept
     return route;
 }
 
-Route const &route_of(PyTypeObject *type) noexcept
-{
-    Route &route = route_place(type);
+Route const& route_of(PyTypeObject* type) noexcept {
+    Route& route = route_place(type);
     if (!is_valid(route, type))
         route = find_route(type);
     return route;
 }
 
 // Borrowed: the instance keeps its attribute alive.
-PyObject *ask(PyObject *object) noexcept
-{
-    PyObject *value = nullptr;
+PyObject* ask(PyObject* object) noexcept {
+    PyObject* value = nullptr;
 #if PY_VERSION_HEX >= 0x030D0000
     int const found = PyObject_GetOptionalAttr(object, SWIG_This(), &value);
 #else
@@ -76,26 +72,31 @@ PyObject *ask(PyObject *object) noexcept
     return value;
 }
 
-PyObject *from_dict(PyObject *object, Py_ssize_t offset) noexcept
-{
-    PyObject *dict = field(object, offset);
+PyObject* from_dict(PyObject* object, Py_ssize_t offset) noexcept {
+    PyObject* dict = field(object, offset);
     return dict ? PyDict_GetItemWithError(dict, SWIG_This()) : nullptr;
 }
 
 } // namespace
 
-SwigPyObject *SWIG_Python_GetSwigThis(PyObject *object) noexcept
-{
+SwigPyObject* SWIG_Python_GetSwigThis(PyObject* object) noexcept {
     while (object) {
-        Route const &route = route_of(Py_TYPE(object));
+        Route const& route = route_of(Py_TYPE(object));
         if (route.road == Road::pointer_object)
             break;
         switch (route.road) {
-        case Road::slot: object = field(object, route.offset); break;
-        case Road::dict: object = from_dict(object, route.offset); break;
-        case Road::nowhere: return nullptr;
-        default: object = ask(object); break;
+        case Road::slot:
+            object = field(object, route.offset);
+            break;
+        case Road::dict:
+            object = from_dict(object, route.offset);
+            break;
+        case Road::nowhere:
+            return nullptr;
+        default:
+            object = ask(object);
+            break;
         }
     }
-    return reinterpret_cast<SwigPyObject *>(object);
+    return reinterpret_cast<SwigPyObject*>(object);
 }

@@ -20,7 +20,7 @@ enum class Road : int {
 };
 
 struct Route {
-    PyTypeObject *type;
+    PyTypeObject* type;
     unsigned int version; // of the type when the route was found; 0 for types without one
     Road road;
     Py_ssize_t offset;
@@ -28,8 +28,7 @@ struct Route {
 
 inline Route this_routes[256]; // by type; later types displace earlier ones
 
-inline bool has_version(PyTypeObject *type) noexcept
-{
+inline bool has_version(PyTypeObject* type) noexcept {
 #if PY_VERSION_HEX >= 0x030D0000
     return type->tp_version_tag != 0;
 #else
@@ -37,46 +36,40 @@ inline bool has_version(PyTypeObject *type) noexcept
 #endif
 }
 
-inline Route &route_place(PyTypeObject *type) noexcept
-{
+inline Route& route_place(PyTypeObject* type) noexcept {
     return this_routes[(reinterpret_cast<std::uintptr_t>(type) >> 5) % std::size(this_routes)];
 }
 
-inline bool is_valid(Route const &route, PyTypeObject *type) noexcept
-{
+inline bool is_valid(Route const& route, PyTypeObject* type) noexcept {
     return route.type == type && (route.road == Road::pointer_object ||
                                   (route.version != 0 && route.version == type->tp_version_tag && has_version(type)));
 }
 
-inline PyObject *field(PyObject *object, Py_ssize_t offset) noexcept
-{
-    return *reinterpret_cast<PyObject **>(reinterpret_cast<char *>(object) + offset);
+inline PyObject* field(PyObject* object, Py_ssize_t offset) noexcept {
+    return *reinterpret_cast<PyObject**>(reinterpret_cast<char*>(object) + offset);
 }
 
-inline bool is_known_pointer_object(PyObject *object) noexcept
-{
-    Route const &route = route_place(Py_TYPE(object));
+inline bool is_known_pointer_object(PyObject* object) noexcept {
+    Route const& route = route_place(Py_TYPE(object));
     return route.road == Road::pointer_object && route.type == Py_TYPE(object);
 }
 
 // The pointer object when it is at one of the two usual places: the object itself, or a slot of a proxy instance whose
 // type has been met before. NULL otherwise; that says nothing about the object.
-inline SwigPyObject *find_this_at_once(PyObject *object) noexcept
-{
-    Route const &route = route_place(Py_TYPE(object));
+inline SwigPyObject* find_this_at_once(PyObject* object) noexcept {
+    Route const& route = route_place(Py_TYPE(object));
     if (!is_valid(route, Py_TYPE(object)))
         return nullptr;
     if (route.road == Road::slot) [[likely]]
         object = field(object, route.offset);
     else if (route.road != Road::pointer_object)
         return nullptr;
-    return object && is_known_pointer_object(object) ? reinterpret_cast<SwigPyObject *>(object) : nullptr;
+    return object && is_known_pointer_object(object) ? reinterpret_cast<SwigPyObject*>(object) : nullptr;
 }
 
 // SWIG_Python_GetSwigThis, with the usual roads taken on the spot.
-inline SwigPyObject *find_this(PyObject *object) noexcept
-{
-    SwigPyObject *const handle = find_this_at_once(object);
+inline SwigPyObject* find_this(PyObject* object) noexcept {
+    SwigPyObject* const handle = find_this_at_once(object);
     return handle ? handle : SWIG_Python_GetSwigThis(object);
 }
 

@@ -11,40 +11,40 @@ struct swig_type_info;
 
 // Adjusts a pointer to a derived object into one to its base. Sets *newmemory to 2 when the result is a new heap
 // object that the caller must delete; otherwise leaves it alone.
-using swig_converter_func = void *(*)(void *, int *newmemory);
+using swig_converter_func = void* (*)(void*, int* newmemory);
 // Maps a pointer to the descriptor of its most derived type.
-using swig_dycast_func = swig_type_info *(*)(void **);
+using swig_dycast_func = swig_type_info* (*)(void**);
 
 // One (source type, target type) pair, kept in the target's list.
 struct swig_cast_info {
-    swig_type_info *type;          // source type; NULL ends an initial list
+    swig_type_info* type;          // source type; NULL ends an initial list
     swig_converter_func converter; // NULL: the pointer is used unchanged
-    swig_cast_info *next;          // NULL at the end
-    swig_cast_info *prev;          // NULL at the head
+    swig_cast_info* next;          // NULL at the end
+    swig_cast_info* prev;          // NULL at the head
 };
 
 // One native type.
 struct swig_type_info {
-    const char *name;        // mangled, unique in the family
-    const char *str;         // readable, equivalent spellings separated by '|'; may be NULL
-    swig_dycast_func dcast;  // may be NULL
-    swig_cast_info *cast;    // head of the types that convert to this one
-    void *clientdata;        // SwigPyClientData of the proxy class; NULL before it registers
-    std::int32_t owndata;    // 1: clientdata is released at teardown
+    char const* name;       // mangled, unique in the family
+    char const* str;        // readable, equivalent spellings separated by '|'; may be NULL
+    swig_dycast_func dcast; // may be NULL
+    swig_cast_info* cast;   // head of the types that convert to this one
+    void* clientdata;       // SwigPyClientData of the proxy class; NULL before it registers
+    std::int32_t owndata;   // 1: clientdata is released at teardown
 };
 
 // One module's type table; the modules form a circular chain.
 struct swig_module_info {
-    swig_type_info **types;         // live array, size + 1 slots, NULL-terminated once linked
-    std::uint64_t size;             // number of descriptors
-    swig_module_info *next;         // NULL: not yet initialised
-    swig_type_info **type_initial;  // the module's own descriptors, sorted by name
-    swig_cast_info **cast_initial;  // per initial descriptor, entries up to one whose type is NULL
-    void *clientdata;               // unused, NULL
+    swig_type_info** types;        // live array, size + 1 slots, NULL-terminated once linked
+    std::uint64_t size;            // number of descriptors
+    swig_module_info* next;        // NULL: not yet initialised
+    swig_type_info** type_initial; // the module's own descriptors, sorted by name
+    swig_cast_info** cast_initial; // per initial descriptor, entries up to one whose type is NULL
+    void* clientdata;              // unused, NULL
 };
 }
 
-static_assert(sizeof(void *) == 8, "the shared records are those of 64-bit Linux");
+static_assert(sizeof(void*) == 8, "the shared records are those of 64-bit Linux");
 
 static_assert(offsetof(swig_cast_info, type) == 0);
 static_assert(offsetof(swig_cast_info, converter) == 8);

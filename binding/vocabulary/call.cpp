@@ -18,28 +18,29 @@ namespace {
 
 // The converted arguments of one call, and the temporaries among them.
 class Slots {
-  public:
-    explicit Slots(Form const &form) noexcept : form_(form) {}
-    Slots(Slots const &) = delete;
-    Slots &operator=(Slots const &) = delete;
-    ~Slots()
-    {
+public:
+    explicit Slots(Form const& form) noexcept : form_(form) {}
+
+    Slots(Slots const&) = delete;
+    Slots& operator=(Slots const&) = delete;
+
+    ~Slots() {
         for (std::size_t i = 0; made_ != 0; ++i, made_ >>= 1)
             if (made_ & 1)
                 form_.parameters[i].conversion->release(slots[i].pointer);
     }
+
     void mark_made(std::size_t index) noexcept { made_ |= 1u << index; }
 
     Slot slots[most_arguments];
 
-  private:
-    Form const &form_;
+private:
+    Form const& form_;
     std::uint32_t made_ = 0; // bit i: slot i holds a temporary
 };
 
-int convert_handles(SwigPyObject *handle, swig_type_info *type, void **result) noexcept
-{
-    for (; handle; handle = reinterpret_cast<SwigPyObject *>(handle->next))
+int convert_handles(SwigPyObject* handle, swig_type_info* type, void** result) noexcept {
+    for (; handle; handle = reinterpret_cast<SwigPyObject*>(handle->next))
         if (runtime::convert_handle(handle, type, result))
             return SWIG_OK;
     return SWIG_ERROR;
@@ -47,24 +48,23 @@ int convert_handles(SwigPyObject *handle, swig_type_info *type, void **result) n
 
 // The arguments of a dispatched call with their pointer objects, each looked up at most once.
 struct Candidates {
-    PyObject *const *arguments;
-    SwigPyObject *handles[most_arguments];
+    PyObject* const* arguments;
+    SwigPyObject* handles[most_arguments];
     std::uint32_t known = 0;
     // The last type that an argument converted to, for those in `converted`: several forms often want the same.
     std::uint32_t converted = 0;
-    swig_type_info *types[most_arguments];
-    void *pointers[most_arguments];
+    swig_type_info* types[most_arguments];
+    void* pointers[most_arguments];
 
-    SwigPyObject *handle(std::size_t index) noexcept
-    {
+    SwigPyObject* handle(std::size_t index) noexcept {
         if (!(known & 1u << index)) {
             handles[index] = runtime::find_this(arguments[index]);
             known |= 1u << index;
         }
         return handles[index];
     }
-    bool convert(std::size_t index, swig_type_info *type, Slot &slot) noexcept
-    {
+
+    bool convert(std::size_t index, swig_type_info* type, Slot& slot) noexcept {
         if (!(converted & 1u << index) || types[index] != type) {
             if (convert_handles(handle(index), type, &pointers[index]) != SWIG_OK)
                 return false;
@@ -76,13 +76,12 @@ struct Candidates {
     }
 };
 
-int convert_pointer(PyObject *object, swig_type_info *type, void **result) noexcept
-{
+int convert_pointer(PyObject* object, swig_type_info* type, void** result) noexcept {
     if (object == Py_None) {
         *result = nullptr;
         return SWIG_OK;
     }
-    SwigPyObject *handle = runtime::find_this(object);
+    SwigPyObject* handle = runtime::find_this(object);
     if (handle && handle->ty == type) {
         *result = handle->ptr;
         return SWIG_OK;
@@ -90,68 +89,81 @@ int convert_pointer(PyObject *object, swig_type_info *type, void **result) noexc
     return convert_handles(handle, type, result);
 }
 
-int convert_int32(PyObject *object, Slot &slot) noexcept
-{
+int convert_int32(PyObject* object, Slot& slot) noexcept {
     int const status = SWIG_AsVal_long(object, &slot.integer);
     return status == SWIG_OK && (slot.integer < INT_MIN || slot.integer > INT_MAX) ? int(SWIG_OverflowError) : status;
 }
 
-int convert_uint32(PyObject *object, Slot &slot) noexcept
-{
+int convert_uint32(PyObject* object, Slot& slot) noexcept {
     int const status = SWIG_AsVal_unsigned_SS_long(object, &slot.natural);
     return status == SWIG_OK && slot.natural > UINT_MAX ? int(SWIG_OverflowError) : status;
 }
 
-int convert_text(PyObject *object, Slot &slot) noexcept
-{
-    char *text = nullptr;
+int convert_text(PyObject* object, Slot& slot) noexcept {
+    char* text = nullptr;
     int const status = SWIG_AsCharPtrAndSize(object, &text, nullptr, nullptr);
     slot.pointer = text;
     return status;
 }
 
 // A status code; the slot holds the value on success.
-int convert_value(Parameter const &parameter, PyObject *object, Slot &slot)
-{
+int convert_value(Parameter const& parameter, PyObject* object, Slot& slot) {
     if (parameter.kind == Kind::boolean && PyBool_Check(object)) {
         slot.flag = object == Py_True;
         return SWIG_OK;
     }
     switch (parameter.kind) {
-    case Kind::boolean: return SWIG_AsVal_bool(object, &slot.flag);
-    case Kind::int32: return convert_int32(object, slot);
-    case Kind::int64: return SWIG_AsVal_long(object, &slot.integer);
-    case Kind::uint32: return convert_uint32(object, slot);
-    case Kind::uint64: return SWIG_AsVal_unsigned_SS_long(object, &slot.natural);
-    case Kind::real: return SWIG_AsVal_double(object, &slot.real);
-    case Kind::single: return SWIG_AsVal_float(object, &slot.single);
-    case Kind::text: return convert_text(object, slot);
-    case Kind::converted: return parameter.conversion->convert(object, &slot.pointer);
-    case Kind::slice: slot.object = object; return PySlice_Check(object) ? SWIG_OK : SWIG_TypeError;
-    case Kind::object: slot.object = object; return SWIG_OK;
-    case Kind::function: return SWIG_Python_ConvertFunctionPtr(object, &slot.pointer, swig_types[parameter.type]);
-    case Kind::untyped: return SWIG_Python_ConvertPtrAndOwn(object, &slot.pointer, nullptr);
+    case Kind::boolean:
+        return SWIG_AsVal_bool(object, &slot.flag);
+    case Kind::int32:
+        return convert_int32(object, slot);
+    case Kind::int64:
+        return SWIG_AsVal_long(object, &slot.integer);
+    case Kind::uint32:
+        return convert_uint32(object, slot);
+    case Kind::uint64:
+        return SWIG_AsVal_unsigned_SS_long(object, &slot.natural);
+    case Kind::real:
+        return SWIG_AsVal_double(object, &slot.real);
+    case Kind::single:
+        return SWIG_AsVal_float(object, &slot.single);
+    case Kind::text:
+        return convert_text(object, slot);
+    case Kind::converted:
+        return parameter.conversion->convert(object, &slot.pointer);
+    case Kind::slice:
+        slot.object = object;
+        return PySlice_Check(object) ? SWIG_OK : SWIG_TypeError;
+    case Kind::object:
+        slot.object = object;
+        return SWIG_OK;
+    case Kind::function:
+        return SWIG_Python_ConvertFunctionPtr(object, &slot.pointer, swig_types[parameter.type]);
+    case Kind::untyped:
+        return SWIG_Python_ConvertPtrAndOwn(object, &slot.pointer, nullptr);
     case Kind::disowned:
-        return SWIG_Python_ConvertPtrAndOwn(object, &slot.pointer, swig_types[parameter.type], PointerConversion::disowning);
-    case Kind::pointer: break;
+        return SWIG_Python_ConvertPtrAndOwn(object, &slot.pointer, swig_types[parameter.type],
+                                            PointerConversion::disowning);
+    case Kind::pointer:
+        break;
     }
     return convert_pointer(object, swig_types[parameter.type], &slot.pointer);
 }
 
 // Refuses a null pointer where the parameter is a reference, or self of a method.
-bool refuse_null(Parameter const &parameter, Slot slot) noexcept
-{
+bool refuse_null(Parameter const& parameter, Slot slot) noexcept {
     if (slot.pointer || !parameter.reference)
         return false;
     PyErr_SetString(PyExc_TypeError, parameter.null_message);
     return true;
 }
 
-bool holds_pointer(Kind kind) noexcept { return kind == Kind::pointer || kind == Kind::converted; }
+bool holds_pointer(Kind kind) noexcept {
+    return kind == Kind::pointer || kind == Kind::converted;
+}
 
 // Converts one argument. A negative status has been raised with the argument's message.
-int convert_argument(Parameter const &parameter, PyObject *object, Slot &slot)
-{
+int convert_argument(Parameter const& parameter, PyObject* object, Slot& slot) {
     int const status = convert_value(parameter, object, slot);
     if (status < 0)
         runtime::raise_argument_error(status, parameter.message());
@@ -162,10 +174,9 @@ int convert_argument(Parameter const &parameter, PyObject *object, Slot &slot)
 
 // The commonest conversions: an object of just the parameter's class, True and False. False for anything else, which
 // convert_argument then decides.
-inline bool convert_at_once(Parameter const &parameter, PyObject *object, Slot &slot) noexcept
-{
+inline bool convert_at_once(Parameter const& parameter, PyObject* object, Slot& slot) noexcept {
     if (parameter.kind == Kind::pointer) {
-        SwigPyObject const *handle = runtime::find_this_at_once(object);
+        SwigPyObject const* handle = runtime::find_this_at_once(object);
         if (!handle || handle->ty != swig_types[parameter.type] || !handle->ptr)
             return false;
         slot.pointer = handle->ptr;
@@ -176,9 +187,8 @@ inline bool convert_at_once(Parameter const &parameter, PyObject *object, Slot &
 }
 
 // Makes the native call with converted arguments.
-inline PyObject *invoke(Form const &form, Slot const *slots, PyObject *const *arguments, std::size_t count)
-{
-    PyObject *result = nullptr;
+inline PyObject* invoke(Form const& form, Slot const* slots, PyObject* const* arguments, std::size_t count) {
+    PyObject* result = nullptr;
     try {
         result = form.thunk(Call{slots, arguments, count});
     } catch (...) {
@@ -192,8 +202,7 @@ inline PyObject *invoke(Form const &form, Slot const *slots, PyObject *const *ar
     return result;
 }
 
-PyObject *call_form(Form const &form, PyObject *const *arguments, std::size_t count)
-{
+PyObject* call_form(Form const& form, PyObject* const* arguments, std::size_t count) {
     Slots slots(form);
     for (std::size_t i = 0; i < count; ++i) {
         int const status = convert_argument(form.parameters[i], arguments[i], slots.slots[i]);
@@ -206,38 +215,35 @@ PyObject *call_form(Form const &form, PyObject *const *arguments, std::size_t co
 }
 
 // The same for a form without temporaries.
-PyObject *call_direct(Form const &form, PyObject *const *arguments, std::size_t count)
-{
+PyObject* call_direct(Form const& form, PyObject* const* arguments, std::size_t count) {
     Slot slots[most_arguments];
     for (std::size_t i = 0; i < count; ++i) {
-        Parameter const &parameter = form.parameters[i];
-        if (!convert_at_once(parameter, arguments[i], slots[i]) && convert_argument(parameter, arguments[i], slots[i]) < 0)
+        Parameter const& parameter = form.parameters[i];
+        if (!convert_at_once(parameter, arguments[i], slots[i]) &&
+            convert_argument(parameter, arguments[i], slots[i]) < 0)
             return nullptr;
     }
     return invoke(form, slots, arguments, count);
 }
 
 // Whether an argument that is no str may hold text. Asking spares all other objects the full conversion.
-bool may_wrap_text(PyObject *object, SwigPyObject *handle) noexcept
-{
-    static swig_type_info *const types[] = {SWIG_Python_TypeQuery("_p_char"), SWIG_Python_TypeQuery("std::string *")};
+bool may_wrap_text(PyObject* object, SwigPyObject* handle) noexcept {
+    static swig_type_info* const types[] = {SWIG_Python_TypeQuery("_p_char"), SWIG_Python_TypeQuery("std::string *")};
     if (!handle || handle->next)
         return handle || object == Py_None;
-    return std::any_of(std::begin(types), std::end(types), [handle](swig_type_info *type) {
+    return std::any_of(std::begin(types), std::end(types), [handle](swig_type_info* type) {
         return type && handle->ty && runtime::find_cast(handle->ty, type);
     });
 }
 
-bool is_text(Parameter const &parameter) noexcept
-{
+bool is_text(Parameter const& parameter) noexcept {
     return parameter.conversion == &std_string_conversion || parameter.conversion == &hyx_string_conversion;
 }
 
 // Tests one argument of a candidate form and keeps what it converted.
-bool accepts(Parameter const &parameter, Candidates &candidates, Slots &slots, std::size_t index)
-{
-    Slot &slot = slots.slots[index];
-    PyObject *object = candidates.arguments[index];
+bool accepts(Parameter const& parameter, Candidates& candidates, Slots& slots, std::size_t index) {
+    Slot& slot = slots.slots[index];
+    PyObject* object = candidates.arguments[index];
     if (parameter.kind == Kind::pointer) {
         slot.pointer = nullptr;
         return object == Py_None || candidates.convert(index, swig_types[parameter.type], slot);
@@ -252,8 +258,7 @@ bool accepts(Parameter const &parameter, Candidates &candidates, Slots &slots, s
     return status >= 0;
 }
 
-bool accepts_all(Form const &form, Candidates &candidates, Slots &slots, std::size_t count)
-{
+bool accepts_all(Form const& form, Candidates& candidates, Slots& slots, std::size_t count) {
     for (std::size_t i = 0; i < count; ++i)
         if (!accepts(form.parameters[i], candidates, slots, i))
             return false;
@@ -261,23 +266,22 @@ bool accepts_all(Form const &form, Candidates &candidates, Slots &slots, std::si
 }
 
 // Calls a form whose arguments have passed their tests.
-PyObject *call_chosen(Form const &form, Slots const &slots, PyObject *const *arguments, std::size_t count)
-{
+PyObject* call_chosen(Form const& form, Slots const& slots, PyObject* const* arguments, std::size_t count) {
     for (std::size_t i = 0; i < count; ++i)
         if (holds_pointer(form.parameters[i].kind) && refuse_null(form.parameters[i], slots.slots[i]))
             return nullptr;
     return invoke(form, slots.slots, arguments, count);
 }
 
-PyObject *dispatch(Function const &function, PyObject *const *arguments, std::size_t count)
-{
+PyObject* dispatch(Function const& function, PyObject* const* arguments, std::size_t count) {
     Candidates candidates;
     candidates.arguments = arguments;
     // Trials are grouped by count, smaller counts first.
-    Trial const *const end = function.trials + function.trial_count;
-    Trial const *place = std::partition_point(function.trials, end, [count](Trial const &t) { return t.count < count; });
+    Trial const* const end = function.trials + function.trial_count;
+    Trial const* place =
+        std::partition_point(function.trials, end, [count](Trial const& t) { return t.count < count; });
     for (; place != end && place->count == count; ++place) {
-        Trial const &trial = *place;
+        Trial const& trial = *place;
         if (function.by_count)
             return call_form(*trial.form, arguments, count);
         Slots slots(*trial.form);
@@ -289,16 +293,14 @@ PyObject *dispatch(Function const &function, PyObject *const *arguments, std::si
 }
 
 // What a binary operator answers when its arguments did not convert: Python then tries the reflected operation.
-PyObject *not_implemented(PyObject *result)
-{
+PyObject* not_implemented(PyObject* result) {
     if (result || (PyErr_Occurred() && !PyErr_ExceptionMatches(PyExc_TypeError)))
         return result;
     PyErr_Clear();
     Py_RETURN_NOTIMPLEMENTED;
 }
 
-void raise_count(Function const &function, std::size_t count)
-{
+void raise_count(Function const& function, std::size_t count) {
     std::size_t const minimum = function.dispatches() ? 0 : function.maximum;
     runtime::raise_argument_count(function.name, Py_ssize_t(minimum), function.maximum, Py_ssize_t(count));
     if (function.by_count)
@@ -306,9 +308,8 @@ void raise_count(Function const &function, std::size_t count)
 }
 
 // Apart from call_counted, as is call_registration, so that a direct call saves no registers for them.
-[[gnu::noinline]] PyObject *call_chosen_form(Function const &function, PyObject *const *arguments, std::size_t count)
-{
-    PyObject *result = nullptr;
+[[gnu::noinline]] PyObject* call_chosen_form(Function const& function, PyObject* const* arguments, std::size_t count) {
+    PyObject* result = nullptr;
     if (function.dispatches() ? count > function.maximum : count != function.maximum)
         raise_count(function, count);
     else if (function.dispatches())
@@ -318,40 +319,40 @@ void raise_count(Function const &function, std::size_t count)
     return function.binary_operator ? not_implemented(result) : result;
 }
 
-inline PyObject *call_counted(Function const &function, PyObject *const *arguments, std::size_t count)
-{
+inline PyObject* call_counted(Function const& function, PyObject* const* arguments, std::size_t count) {
     if (function.direct && count == function.maximum) [[likely]]
         return call_direct(*function.direct, arguments, count);
     return call_chosen_form(function, arguments, count);
 }
 
 // Registration has no forms: it takes its arguments as the interpreter gives them.
-[[gnu::noinline]] PyObject *call_registration(Function const &function, PyObject *const *arguments, Py_ssize_t count)
-{
+[[gnu::noinline]] PyObject* call_registration(Function const& function, PyObject* const* arguments, Py_ssize_t count) {
     if ((function.flags & METH_O) && count == 1)
         return function.entry(nullptr, arguments[0]);
-    PyObject *tuple = PyTuple_New(count);
+    PyObject* tuple = PyTuple_New(count);
     for (Py_ssize_t i = 0; tuple && i < count; ++i)
         PyTuple_SET_ITEM(tuple, i, Py_NewRef(arguments[i]));
-    PyObject *result = tuple ? function.entry(nullptr, tuple) : nullptr;
+    PyObject* result = tuple ? function.entry(nullptr, tuple) : nullptr;
     Py_XDECREF(tuple);
     return result;
 }
 
 } // namespace
 
-PyObject *call_no_argument(Function const &function) { return call_counted(function, nullptr, 0); }
+PyObject* call_no_argument(Function const& function) {
+    return call_counted(function, nullptr, 0);
+}
 
-PyObject *call_one_argument(Function const &function, PyObject *argument) { return call_counted(function, &argument, 1); }
+PyObject* call_one_argument(Function const& function, PyObject* argument) {
+    return call_counted(function, &argument, 1);
+}
 
-PyObject *call_tuple(Function const &function, PyObject *arguments)
-{
-    PyObject *const *items = reinterpret_cast<PyTupleObject *>(arguments)->ob_item;
+PyObject* call_tuple(Function const& function, PyObject* arguments) {
+    PyObject* const* items = reinterpret_cast<PyTupleObject*>(arguments)->ob_item;
     return call_counted(function, items, std::size_t(PyTuple_GET_SIZE(arguments)));
 }
 
-PyObject *call_array(Function const *function, PyObject *const *arguments, Py_ssize_t count)
-{
+PyObject* call_array(Function const* function, PyObject* const* arguments, Py_ssize_t count) {
     if (function->form_count == 0) [[unlikely]]
         return call_registration(*function, arguments, count);
     return call_counted(*function, arguments, std::size_t(count));

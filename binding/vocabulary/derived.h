@@ -6,9 +6,9 @@
 namespace vocabulary {
 
 // As the first of the classes that the object is of; as the base when it is of none.
-template <class First, class... Rest, class Base> PyObject *to_first_that_fits(Base *object)
-{
-    if (auto *derived = dynamic_cast<First *>(object))
+template <class First, class... Rest, class Base>
+PyObject* to_first_that_fits(Base* object) {
+    if (auto* derived = dynamic_cast<First*>(object))
         return to_shared(derived);
     if constexpr (sizeof...(Rest) > 0)
         return to_first_that_fits<Rest...>(object);
@@ -17,10 +17,10 @@ template <class First, class... Rest, class Base> PyObject *to_first_that_fits(B
 }
 
 // A list of what `convert` makes of the objects of a list of holders.
-template <class List, class Convert> PyObject *to_derived_list(List const &objects, Convert convert)
-{
+template <class List, class Convert>
+PyObject* to_derived_list(List const& objects, Convert convert) {
     runtime::Reference const list = runtime::Reference::take(PyList_New(0));
-    for (auto const &object : objects) {
+    for (auto const& object : objects) {
         runtime::Reference const item = runtime::Reference::take(convert(object.get()));
         if (!list.get() || !item.get() || PyList_Append(list.get(), item.get()) < 0)
             throw PythonError();

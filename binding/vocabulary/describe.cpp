@@ -11,46 +11,43 @@ namespace {
 
 using runtime::Reference;
 
-const char *role_name(Role role)
-{
-    static constexpr const char *names[] = {"function",   "constructor", "destructor",   "member-get", "member-set",
+char const* role_name(Role role) {
+    static constexpr char const* names[] = {"function",   "constructor", "destructor",   "member-get", "member-set",
                                             "static-get", "static-set",  "swigregister", "swiginit",   "disown"};
     return names[int(role)];
 }
 
-const char *convention_name(Function const &function)
-{
+char const* convention_name(Function const& function) {
     if (function.dispatches())
         return "dispatch";
     return function.flags == METH_O ? "one" : function.flags == METH_NOARGS ? "noargs" : "tuple";
 }
 
-std::string type_text(std::string_view type)
-{
+std::string type_text(std::string_view type) {
     std::string text;
+
     struct Sink {
-        std::string &text;
+        std::string& text;
+
         void put(char c) { text += c; }
     } sink{text};
+
     put_type(sink, type);
     return text;
 }
 
-std::size_t list_size(std::string_view list)
-{
+std::size_t list_size(std::string_view list) {
     std::size_t size = 0;
     while (!list_item(list, size).empty())
         ++size;
     return size;
 }
 
-Reference text_object(std::string_view text)
-{
+Reference text_object(std::string_view text) {
     return Reference::take(PyUnicode_FromStringAndSize(text.data(), Py_ssize_t(text.size())));
 }
 
-Reference describe_parameters(Form const &form)
-{
+Reference describe_parameters(Form const& form) {
     std::size_t const count = list_size(form.parameter_list);
     std::string const defaults = "(" + std::string(form.default_list) + ")";
     std::size_t const required = count - list_size(defaults);
@@ -65,8 +62,7 @@ Reference describe_parameters(Form const &form)
     return list;
 }
 
-std::string prototype(Form const &form)
-{
+std::string prototype(Form const& form) {
     std::string text = form.class_name ? form.class_name + std::string("::") : "";
     text += form.method;
     std::string_view const list = form.parameter_list;
@@ -74,21 +70,21 @@ std::string prototype(Form const &form)
     return form.is_const ? text + " const" : text;
 }
 
-PyObject *boolean(bool value) { return value ? Py_True : Py_False; }
+PyObject* boolean(bool value) {
+    return value ? Py_True : Py_False;
+}
 
-Reference describe_form(Form const &form)
-{
+Reference describe_form(Form const& form) {
     Reference parameters = describe_parameters(form);
     if (!parameters)
         return {};
     return Reference::take(Py_BuildValue(
-        "{s:s,s:z,s:s,s:O,s:O,s:O,s:{s:s,s:O}}", "prototype", prototype(form).c_str(), "class", form.class_name, "method",
-        form.method, "static", boolean(form.is_static), "const", boolean(form.is_const), "parameters", parameters.get(),
-        "result", "type", form.result, "owned", boolean(form.result_owned)));
+        "{s:s,s:z,s:s,s:O,s:O,s:O,s:{s:s,s:O}}", "prototype", prototype(form).c_str(), "class", form.class_name,
+        "method", form.method, "static", boolean(form.is_static), "const", boolean(form.is_const), "parameters",
+        parameters.get(), "result", "type", form.result, "owned", boolean(form.result_owned)));
 }
 
-Reference describe_function(Function const &function)
-{
+Reference describe_function(Function const& function) {
     Reference forms = Reference::take(PyList_New(0));
     for (std::size_t i = 0; forms && i < function.form_count; ++i) {
         Reference form = describe_form(function.forms[i]);
@@ -97,18 +93,16 @@ Reference describe_function(Function const &function)
     }
     if (!forms)
         return {};
-    Form const *first = function.form_count ? function.forms : nullptr;
-    return Reference::take(Py_BuildValue("{s:s,s:s,s:s,s:z,s:z,s:O,s:O}", "name", function.name, "role",
-                                         role_name(function.role), "convention", convention_name(function), "class",
-                                         first ? first->class_name : function.class_name, "method",
-                                         first ? first->method : nullptr, "static", boolean(first && first->is_static),
-                                         "forms", forms.get()));
+    Form const* first = function.form_count ? function.forms : nullptr;
+    return Reference::take(Py_BuildValue(
+        "{s:s,s:s,s:s,s:z,s:z,s:O,s:O}", "name", function.name, "role", role_name(function.role), "convention",
+        convention_name(function), "class", first ? first->class_name : function.class_name, "method",
+        first ? first->method : nullptr, "static", boolean(first && first->is_static), "forms", forms.get()));
 }
 
 } // namespace
 
-PyObject *describe_functions(Function const *const *functions, std::size_t count)
-{
+PyObject* describe_functions(Function const* const* functions, std::size_t count) {
     Reference list = Reference::take(PyList_New(0));
     for (std::size_t i = 0; list && i < count; ++i) {
         Reference item = describe_function(*functions[i]);

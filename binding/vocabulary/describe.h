@@ -8,6 +8,6 @@ namespace vocabulary {
 // A new list of dicts, one a function:
 // name, role, convention, class, method, static, forms: [{prototype, class, method, static, const,
 // parameters: [{type, default}], result: {type, owned}}]. Parameters leave out self; optional ones have a default text.
-PyObject *describe_functions(Function const *const *functions, std::size_t count);
+PyObject* describe_functions(Function const* const* functions, std::size_t count);
 
 } // namespace vocabulary

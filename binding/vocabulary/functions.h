@@ -17,27 +17,30 @@ enum class Choice {
 };
 
 // One form under one Python name.
-template <class Name, class F> class FormOf {
+template <class Name, class F>
+class FormOf {
     using Parameters = typename F::Parameters;
     static constexpr std::size_t count = Parameters::size;
     static_assert(count <= most_arguments, "a form has more parameters than the call machinery has slots");
     using Text = Literal<Messages<Name, typename F::Text, F::has_self, F::self_is_const, count>>;
 
-    template <class... P> static constexpr std::array<Parameter, count + 1> make_parameters(Types<P...>)
-    {
-        [[maybe_unused]] const char *message = Text::text.data();
+    template <class... P>
+    static constexpr std::array<Parameter, count + 1> make_parameters(Types<P...>) {
+        [[maybe_unused]] char const* message = Text::text.data();
         std::array<Parameter, count + 1> list{make_parameter<P, F::disowns>(message)..., Parameter{}};
         if (F::has_self && !F::disowns)
             list[0].reference = F::role != Role::disown; // a method cannot run without an object
         return list;
     }
-    template <class... P> static constexpr bool makes_temporaries(Types<P...>)
-    {
+
+    template <class... P>
+    static constexpr bool makes_temporaries(Types<P...>) {
         return ((ParameterOf<P>::kind == Kind::converted) || ...);
     }
-    static PyObject *thunk(Call const &call) { return F::finish(F::template invoke<F::result_owned>(call), call); }
 
-  public:
+    static PyObject* thunk(Call const& call) { return F::finish(F::template invoke<F::result_owned>(call), call); }
+
+public:
     static constexpr std::array<Parameter, count + 1> parameters = make_parameters(Parameters{});
     static constexpr Form form = {
         parameters.data(),
@@ -58,8 +61,8 @@ template <class Name, class F> class FormOf {
     };
 
     // A position's rank in the trial order: primitive kinds, then strings, then class pointers, more derived first.
-    template <class P> static constexpr int rank()
-    {
+    template <class P>
+    static constexpr int rank() {
         using Of = ParameterOf<P>;
         if constexpr (Of::kind <= Kind::single)
             return int(Of::kind);
@@ -70,12 +73,17 @@ template <class Name, class F> class FormOf {
         else
             return 1000 - Of::depth;
     }
-    template <class... P> static constexpr std::array<int, count + 1> make_ranks(Types<P...>) { return {rank<P>()..., 0}; }
+
+    template <class... P>
+    static constexpr std::array<int, count + 1> make_ranks(Types<P...>) {
+        return {rank<P>()..., 0};
+    }
+
     static constexpr std::array<int, count + 1> ranks = make_ranks(Parameters{});
 
     // The prototype with the first `given` Python arguments, ended by a newline.
-    template <class Sink> static constexpr void write_prototype(Sink &sink, std::size_t given)
-    {
+    template <class Sink>
+    static constexpr void write_prototype(Sink& sink, std::size_t given) {
         sink.put("    ");
         if (!F::Text::class_name.empty()) {
             sink.put(F::Text::class_name);
@@ -102,27 +110,28 @@ template <class Name, class F> class FormOf {
 // A candidate of a dispatcher while the trial order is made.
 struct Candidate {
     Trial trial;
-    int const *ranks;
+    int const* ranks;
 };
 
-constexpr bool tried_before(Candidate const &a, Candidate const &b)
-{
+constexpr bool tried_before(Candidate const& a, Candidate const& b) {
     if (a.trial.count != b.trial.count)
         return a.trial.count < b.trial.count;
     return std::lexicographical_compare(a.ranks, a.ranks + a.trial.count, b.ranks, b.ranks + b.trial.count);
 }
 
-template <class Name, Choice How, class... F> class FunctionOf {
+template <class Name, Choice How, class... F>
+class FunctionOf {
     static constexpr std::size_t form_count = sizeof...(F);
     static constexpr std::array<Form, form_count> forms = {FormOf<Name, F>::form...};
-    static constexpr std::size_t trial_count = ((FormOf<Name, F>::form.maximum - FormOf<Name, F>::form.minimum + 1) + ...);
+    static constexpr std::size_t trial_count =
+        ((FormOf<Name, F>::form.maximum - FormOf<Name, F>::form.minimum + 1) + ...);
     static constexpr bool dispatches = trial_count > 1;
     static constexpr std::size_t maximum = std::max({std::size_t(FormOf<Name, F>::form.maximum)...});
 
     // Expansion of the forms by their defaults, sorted stably: ties keep the order of declaration.
     static constexpr std::array<Trial, trial_count> trials = [] {
         std::array<Candidate, trial_count> candidates{};
-        int const *const ranks[] = {FormOf<Name, F>::ranks.data()...};
+        int const* const ranks[] = {FormOf<Name, F>::ranks.data()...};
         std::size_t n = 0;
         for (std::size_t f = 0; f < form_count; ++f)
             for (std::size_t given = forms[f].minimum; given <= forms[f].maximum; ++given)
@@ -137,15 +146,16 @@ template <class Name, Choice How, class... F> class FunctionOf {
     }();
 
     struct Failure {
-        template <class Sink> static constexpr void write(Sink &sink)
-        {
+        template <class Sink>
+        static constexpr void write(Sink& sink) {
             sink.put("Wrong number or type of arguments for overloaded function '");
             sink.put(Name{}());
             sink.put("'.\n  Possible C/C++ prototypes are:\n");
             (write_forms<FormOf<Name, F>>(sink), ...);
         }
-        template <class Of, class Sink> static constexpr void write_forms(Sink &sink)
-        {
+
+        template <class Of, class Sink>
+        static constexpr void write_forms(Sink& sink) {
             for (std::size_t given = Of::form.maximum + 1; given-- > Of::form.minimum;)
                 Of::write_prototype(sink, given);
         }
@@ -154,8 +164,7 @@ template <class Name, Choice How, class... F> class FunctionOf {
     static constexpr int flags = dispatches || maximum > 1 ? METH_VARARGS : maximum == 1 ? METH_O : METH_NOARGS;
     static constexpr Role role = std::array{F::role...}[0];
 
-    static PyObject *entry(PyObject *, PyObject *arguments)
-    {
+    static PyObject* entry(PyObject*, PyObject* arguments) {
         if constexpr (flags == METH_NOARGS)
             return call_no_argument(function);
         else if constexpr (flags == METH_O)
@@ -164,7 +173,7 @@ template <class Name, Choice How, class... F> class FunctionOf {
             return call_tuple(function, arguments);
     }
 
-  public:
+public:
     static constexpr Function function = {
         Name{}().data(),
         role,
@@ -184,45 +193,52 @@ template <class Name, Choice How, class... F> class FunctionOf {
 };
 
 // CLASS_swigregister and CLASS_swiginit.
-template <class Class, class Name, class ClassName> struct RegisterOf {
-    static PyObject *entry(PyObject *, PyObject *cls) { return register_class(cls, type_index<Class>); }
+template <class Class, class Name, class ClassName>
+struct RegisterOf {
+    static PyObject* entry(PyObject*, PyObject* cls) { return register_class(cls, type_index<Class>); }
+
     static constexpr Function function = {
-        Name{}().data(), Role::swigregister, METH_O, entry, nullptr, 0, 1, false, false, nullptr, nullptr, 0, nullptr,
-        ClassName{}().data(),
+        Name{}().data(), Role::swigregister,   METH_O, entry, nullptr, 0, 1, false, false, nullptr, nullptr, 0,
+        nullptr,         ClassName{}().data(),
     };
 };
 
-template <class Name> struct InitOf {
-    static PyObject *entry(PyObject *, PyObject *args) { return initialise_instance(args); }
+template <class Name>
+struct InitOf {
+    static PyObject* entry(PyObject*, PyObject* args) { return initialise_instance(args); }
+
     static constexpr Function function = {
-        Name{}().data(), Role::swiginit, METH_VARARGS, entry, nullptr, 0, 2, false, false, nullptr, nullptr, 0, nullptr,
-        nullptr,
+        Name{}().data(), Role::swiginit, METH_VARARGS, entry,   nullptr, 0,       2,
+        false,           false,          nullptr,      nullptr, 0,       nullptr, nullptr,
     };
 };
 
 // The flat access functions of a linked variable: the getter takes nothing through a tuple, the setter one object.
-template <class Name, PyObject *(*Get)()> struct StaticGetOf {
-    static PyObject *entry(PyObject *, PyObject *arguments);
+template <class Name, PyObject* (*Get)()>
+struct StaticGetOf {
+    static PyObject* entry(PyObject*, PyObject* arguments);
     static constexpr Function function = {
-        Name{}().data(), Role::static_get, METH_VARARGS, entry, nullptr, 0, 0, false, false, nullptr, nullptr, 0, nullptr,
-        nullptr,
+        Name{}().data(), Role::static_get, METH_VARARGS, entry, nullptr, 0,       0, false,
+        false,           nullptr,          nullptr,      0,     nullptr, nullptr,
     };
 };
-template <class Name, PyObject *(*Get)()> PyObject *StaticGetOf<Name, Get>::entry(PyObject *, PyObject *arguments)
-{
+
+template <class Name, PyObject* (*Get)()>
+PyObject* StaticGetOf<Name, Get>::entry(PyObject*, PyObject* arguments) {
     return SWIG_Python_UnpackTuple(arguments, function.name, 0, 0, nullptr) ? Get() : nullptr;
 }
 
-template <class Name, int (*Set)(PyObject *)> struct StaticSetOf {
-    static PyObject *entry(PyObject *, PyObject *value)
-    {
+template <class Name, int (*Set)(PyObject*)>
+struct StaticSetOf {
+    static PyObject* entry(PyObject*, PyObject* value) {
         if (Set(value) != 0)
             return nullptr;
         Py_RETURN_NONE;
     }
+
     static constexpr Function function = {
-        Name{}().data(), Role::static_set, METH_O, entry, nullptr, 0, 1, false, false, nullptr, nullptr, 0, nullptr,
-        nullptr,
+        Name{}().data(), Role::static_set, METH_O,  entry, nullptr, 0,       1, false,
+        false,           nullptr,          nullptr, 0,     nullptr, nullptr,
     };
 };
 

@@ -17,7 +17,8 @@ void translate_container_exception();
 void translate_director_exception();
 
 // Listener-style methods report the exception as a notification of level 4 and raise nothing themselves; the Python
-// error that a director raised stays set. name is the Python name, source the interface source that declares the method.
+// error that a director raised stays set. name is the Python name, source the interface source that declares the
+// method.
 void report_listener_exception(std::string_view name, int line, std::string_view source);
 
 } // namespace vocabulary

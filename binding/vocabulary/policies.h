@@ -17,38 +17,38 @@ class Text;
 class Transform;
 class Texture2D;
 class ParticleSystemDrawable;
-void GeometryNode_reference(GeometryNode *node);
-void GeometryNode_unreference(GeometryNode *node);
-void Text_reference(Text *text);
-void Text_unreference(Text *text);
-void Transform_reference(Transform *transform);
-void Transform_unreference(Transform *transform);
+void GeometryNode_reference(GeometryNode* node);
+void GeometryNode_unreference(GeometryNode* node);
+void Text_reference(Text* text);
+void Text_unreference(Text* text);
+void Transform_reference(Transform* transform);
+void Transform_unreference(Transform* transform);
 } // namespace hyxOSG
 
 namespace osg {
-void Group_reference(Group *group);
-void Group_unreference(Group *group);
+void Group_reference(Group* group);
+void Group_unreference(Group* group);
 } // namespace osg
 
 namespace vocabulary {
 
 // The rule for a class by what it derives from. Specialise for a class with a rule of its own.
-template <class T> struct ReferencePolicy {
-    static void take(T *object)
-    {
+template <class T>
+struct ReferencePolicy {
+    static void take(T* object) {
         if constexpr (std::is_base_of_v<osg::Group, T>)
             osg::Group_reference(object);
         else if constexpr (std::is_base_of_v<osg::Referenced, T>)
-            static_cast<osg::Referenced *>(object)->ref();
+            static_cast<osg::Referenced*>(object)->ref();
         else if constexpr (std::is_base_of_v<hyx::Referenced, T>)
             object->reference();
     }
-    static void drop(T *object)
-    {
+
+    static void drop(T* object) {
         if constexpr (std::is_base_of_v<osg::Group, T>)
             osg::Group_unreference(object);
         else if constexpr (std::is_base_of_v<osg::Referenced, T>)
-            static_cast<osg::Referenced *>(object)->unref();
+            static_cast<osg::Referenced*>(object)->unref();
         else if constexpr (std::is_base_of_v<hyx::Referenced, T>)
             object->unreference();
         else
@@ -56,21 +56,31 @@ template <class T> struct ReferencePolicy {
     }
 };
 
-template <> struct ReferencePolicy<hyxOSG::GeometryNode> {
-    static void take(hyxOSG::GeometryNode *object) { hyxOSG::GeometryNode_reference(object); }
-    static void drop(hyxOSG::GeometryNode *object) { hyxOSG::GeometryNode_unreference(object); }
+template <>
+struct ReferencePolicy<hyxOSG::GeometryNode> {
+    static void take(hyxOSG::GeometryNode* object) { hyxOSG::GeometryNode_reference(object); }
+
+    static void drop(hyxOSG::GeometryNode* object) { hyxOSG::GeometryNode_unreference(object); }
 };
-template <> struct ReferencePolicy<hyxOSG::Text> {
-    static void take(hyxOSG::Text *object) { hyxOSG::Text_reference(object); }
-    static void drop(hyxOSG::Text *object) { hyxOSG::Text_unreference(object); }
+
+template <>
+struct ReferencePolicy<hyxOSG::Text> {
+    static void take(hyxOSG::Text* object) { hyxOSG::Text_reference(object); }
+
+    static void drop(hyxOSG::Text* object) { hyxOSG::Text_unreference(object); }
 };
-template <> struct ReferencePolicy<hyxOSG::Transform> {
-    static void take(hyxOSG::Transform *object) { hyxOSG::Transform_reference(object); }
-    static void drop(hyxOSG::Transform *object) { hyxOSG::Transform_unreference(object); }
+
+template <>
+struct ReferencePolicy<hyxOSG::Transform> {
+    static void take(hyxOSG::Transform* object) { hyxOSG::Transform_reference(object); }
+
+    static void drop(hyxOSG::Transform* object) { hyxOSG::Transform_unreference(object); }
 };
+
 // The drawable is handed over uncounted: whoever attaches it to the scene counts.
-template <> struct ReferencePolicy<hyxOSG::ParticleSystemDrawable> {
-    static void take(hyxOSG::ParticleSystemDrawable *) {}
+template <>
+struct ReferencePolicy<hyxOSG::ParticleSystemDrawable> {
+    static void take(hyxOSG::ParticleSystemDrawable*) {}
 };
 
 } // namespace vocabulary

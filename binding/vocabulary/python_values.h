@@ -18,9 +18,9 @@ struct PythonError : std::runtime_error {
 };
 
 // The numbers of any Python iterable of exactly `count` numbers; TypeError or ValueError otherwise.
-inline void read_numbers(PyObject *iterable, std::size_t count, double *numbers)
-{
-    runtime::Reference const fast = runtime::Reference::take(PySequence_Fast(iterable, "expected a sequence of numbers"));
+inline void read_numbers(PyObject* iterable, std::size_t count, double* numbers) {
+    runtime::Reference const fast =
+        runtime::Reference::take(PySequence_Fast(iterable, "expected a sequence of numbers"));
     if (!fast.get())
         throw PythonError();
     auto const given = static_cast<std::size_t>(PySequence_Fast_GET_SIZE(fast.get()));
@@ -36,8 +36,8 @@ inline void read_numbers(PyObject *iterable, std::size_t count, double *numbers)
 }
 
 // A Python object that keeps a shared native object alive.
-template <class T> PyObject *to_shared(T *object)
-{
+template <class T>
+PyObject* to_shared(T* object) {
     if (!object)
         return Py_NewRef(Py_None);
     object->reference();
@@ -45,14 +45,14 @@ template <class T> PyObject *to_shared(T *object)
 }
 
 // A list of Python objects that keep the native ones of a list of holders alive.
-template <class List> PyObject *to_shared_list(List const &list)
-{
+template <class List>
+PyObject* to_shared_list(List const& list) {
     runtime::Reference result = runtime::Reference::take(PyList_New(static_cast<Py_ssize_t>(list.size())));
     if (!result.get())
         throw PythonError();
     Py_ssize_t place = 0;
-    for (auto const &holder : list) {
-        PyObject *item = to_shared(holder.get());
+    for (auto const& holder : list) {
+        PyObject* item = to_shared(holder.get());
         if (!item)
             throw PythonError();
         PyList_SET_ITEM(result.get(), place++, item);
@@ -61,14 +61,14 @@ template <class List> PyObject *to_shared_list(List const &list)
 }
 
 // A list of new Python objects, one copy of each value.
-template <class List> PyObject *to_list(List const &list)
-{
+template <class List>
+PyObject* to_list(List const& list) {
     runtime::Reference result = runtime::Reference::take(PyList_New(static_cast<Py_ssize_t>(list.size())));
     if (!result.get())
         throw PythonError();
     Py_ssize_t place = 0;
-    for (auto const &value : list) {
-        PyObject *item;
+    for (auto const& value : list) {
+        PyObject* item;
         if constexpr (std::is_arithmetic_v<std::remove_cvref_t<decltype(value)>>)
             item = from_scalar(value);
         else
@@ -80,17 +80,19 @@ template <class List> PyObject *to_list(List const &list)
     return result.release();
 }
 
-// The native values of any Python iterable of wrapped ones; a sequence of three numbers and the like is taken for a value.
-template <class Value, class List> void read_values(PyObject *iterable, List &list)
-{
-    runtime::Reference const fast = runtime::Reference::take(PySequence_Fast(iterable, "expected a sequence of values"));
+// The native values of any Python iterable of wrapped ones; a sequence of three numbers and the like is taken for a
+// value.
+template <class Value, class List>
+void read_values(PyObject* iterable, List& list) {
+    runtime::Reference const fast =
+        runtime::Reference::take(PySequence_Fast(iterable, "expected a sequence of values"));
     if (!fast.get())
         throw PythonError();
     for (Py_ssize_t i = 0; i < PySequence_Fast_GET_SIZE(fast.get()); ++i) {
-        PyObject *item = PySequence_Fast_GET_ITEM(fast.get(), i);
-        void *wrapped = nullptr;
+        PyObject* item = PySequence_Fast_GET_ITEM(fast.get(), i);
+        void* wrapped = nullptr;
         if (SWIG_Python_ConvertPtrAndOwn(item, &wrapped, vocabulary::descriptor<Value>()) >= 0 && wrapped) {
-            list.push_back(*static_cast<Value *>(wrapped));
+            list.push_back(*static_cast<Value*>(wrapped));
             continue;
         }
         double numbers[Value::size()];
@@ -102,14 +104,14 @@ template <class Value, class List> void read_values(PyObject *iterable, List &li
     }
 }
 
-// For FINISHED: the object behind a pointer result lives as long as its Python object. Only an object that was made as an
-// owner may own, so the borrowing one is replaced.
-template <class T> PyObject *share(PyObject *result, vocabulary::Call const &)
-{
-    SwigPyObject *const handle = SWIG_Python_GetSwigThis(result);
+// For FINISHED: the object behind a pointer result lives as long as its Python object. Only an object that was made as
+// an owner may own, so the borrowing one is replaced.
+template <class T>
+PyObject* share(PyObject* result, vocabulary::Call const&) {
+    SwigPyObject* const handle = SWIG_Python_GetSwigThis(result);
     if (!handle || handle->own)
         return result;
-    auto *object = static_cast<T *>(handle->ptr);
+    auto* object = static_cast<T*>(handle->ptr);
     Py_DECREF(result);
     return to_shared(object);
 }

@@ -12,8 +12,8 @@ namespace vocabulary {
 
 // One converted argument.
 union Slot {
-    void *pointer; // class pointers and references, function pointers, strings and sequences
-    PyObject *object;
+    void* pointer; // class pointers and references, function pointers, strings and sequences
+    PyObject* object;
     long integer;
     unsigned long natural;
     double real;
@@ -42,46 +42,46 @@ enum class Kind : std::uint8_t {
 
 // A conversion into a heap object or an existing one.
 struct Conversion {
-    int (*convert)(PyObject *object, void **result); // a status code; SWIG_NEWOBJ: the caller releases the result
-    void (*release)(void *result);
+    int (*convert)(PyObject* object, void** result); // a status code; SWIG_NEWOBJ: the caller releases the result
+    void (*release)(void* result);
 };
 
 struct Parameter {
     Kind kind;
     bool reference;               // a null pointer is refused
     std::int16_t type;            // index of the class's descriptor, -1 for none
-    Conversion const *conversion; // Kind::converted only
-    const char *null_message;     // the complete message for a null reference
-    const char *text;             // the native type as declared, not zero-terminated
+    Conversion const* conversion; // Kind::converted only
+    char const* null_message;     // the complete message for a null reference
+    char const* text;             // the native type as declared, not zero-terminated
     std::uint16_t text_size;
 
     // The complete message for an argument of another type: the null message without its first words.
-    const char *message() const noexcept { return null_message + sizeof "invalid null reference " - 1; }
+    char const* message() const noexcept { return null_message + sizeof "invalid null reference " - 1; }
 };
 
 // The arguments of one call: slots[i] is converted from arguments[i] for i < count.
 struct Call {
-    Slot const *slots;
-    PyObject *const *arguments;
+    Slot const* slots;
+    PyObject* const* arguments;
     std::size_t count;
 };
 
 // One native form. Omitted trailing arguments are filled in by its thunk.
 struct Form {
-    Parameter const *parameters;
-    std::uint8_t maximum;     // number of parameters
-    std::uint8_t minimum;     // without those that have defaults
-    bool may_call_back;       // the native call can run Python code, which can leave an error pending
-    bool makes_temporaries;   // some argument's conversion can make an object that is released after the call
-    PyObject *(*thunk)(Call const &call);      // makes the native call; may throw
-    void (*translate)();                       // called in a handler: turns the native exception into a Python one
+    Parameter const* parameters;
+    std::uint8_t maximum;   // number of parameters
+    std::uint8_t minimum;   // without those that have defaults
+    bool may_call_back;     // the native call can run Python code, which can leave an error pending
+    bool makes_temporaries; // some argument's conversion can make an object that is released after the call
+    PyObject* (*thunk)(Call const& call); // makes the native call; may throw
+    void (*translate)();                  // called in a handler: turns the native exception into a Python one
     // For descriptions:
-    const char *class_name;   // C++ class, NULL for free functions
-    const char *method;       // native name as written in the row
-    const char *parameter_list; // as written in the row
-    const char *default_list;   // as written in the row
-    const char *result;       // canonical C++ type
-    bool is_static;           // takes no self
+    char const* class_name;     // C++ class, NULL for free functions
+    char const* method;         // native name as written in the row
+    char const* parameter_list; // as written in the row
+    char const* default_list;   // as written in the row
+    char const* result;         // canonical C++ type
+    bool is_static;             // takes no self
     bool is_const;
     bool result_owned;
 };
@@ -101,37 +101,37 @@ enum class Role : std::uint8_t {
 
 // One form with a certain number of arguments, in the order in which a dispatcher tries them.
 struct Trial {
-    Form const *form;
+    Form const* form;
     std::uint8_t count;
 };
 
 struct Function {
-    const char *name;
+    char const* name;
     Role role;
-    int flags;            // METH_O, METH_VARARGS or METH_NOARGS
+    int flags; // METH_O, METH_VARARGS or METH_NOARGS
     PyCFunction entry;
-    Form const *forms;
+    Form const* forms;
     std::size_t form_count;
     std::uint8_t maximum; // largest number of arguments
     bool by_count;        // the number of arguments alone chooses the form
     bool binary_operator; // arguments that do not convert give NotImplemented
-    Form const *direct;   // the only form, where it makes no temporaries and nothing but the count is to be checked
-    Trial const *trials;  // NULL for functions with one fixed form
+    Form const* direct;   // the only form, where it makes no temporaries and nothing but the count is to be checked
+    Trial const* trials;  // NULL for functions with one fixed form
     std::size_t trial_count;
-    const char *failure;  // the complete message when no form fits; NULL without trials
-    const char *class_name; // of swigregister rows
+    char const* failure;    // the complete message when no form fits; NULL without trials
+    char const* class_name; // of swigregister rows
 
     bool dispatches() const noexcept { return trials != nullptr; }
 };
 
 // An element of an area's table.
 struct Declared {
-    Function const *function;
+    Function const* function;
 };
 
 // One area's table.
 struct Rows {
-    Declared const *functions;
+    Declared const* functions;
     std::size_t count;
 };
 

@@ -14,17 +14,17 @@ inline constexpr std::uint64_t record_table_magic = 0x31534452'4f434552; // "REC
 
 struct RecordTable {
     std::size_t count;
-    Function const *const *functions; // functions[i] is row i of the method table
+    Function const* const* functions; // functions[i] is row i of the method table
     // Runs a row like the flat function, from an argument array without a tuple.
-    PyObject *(*call)(Function const *function, PyObject *const *arguments, Py_ssize_t count);
+    PyObject* (*call)(Function const* function, PyObject* const* arguments, Py_ssize_t count);
     // A new list of dicts, one a function: names, forms, types, defaults, results.
-    PyObject *(*describe)();
+    PyObject* (*describe)();
 };
 
 struct ModuleDefinition {
     PyModuleDef def; // first: PyModule_GetDef returns its address
     std::uint64_t magic;
-    RecordTable const *records;
+    RecordTable const* records;
 };
 
 } // namespace vocabulary

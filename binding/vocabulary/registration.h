@@ -8,9 +8,9 @@
 namespace vocabulary {
 
 // CLASS_swigregister: makes cls the proxy class of the type with this index. cls may stand in a 1-tuple.
-PyObject *register_class(PyObject *cls, std::int16_t type);
+PyObject* register_class(PyObject* cls, std::int16_t type);
 
 // CLASS_swiginit(self, this): attaches a pointer object to a proxy instance.
-PyObject *initialise_instance(PyObject *args);
+PyObject* initialise_instance(PyObject* args);
 
 } // namespace vocabulary

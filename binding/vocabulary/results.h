@@ -13,23 +13,23 @@
 
 namespace hyx {
 class String;
-}
+} // namespace hyx
 
 namespace vocabulary {
 
 // Decoded strictly: undecodable bytes are an error.
-PyObject *from_hyx_string(std::string const &text) noexcept;
+PyObject* from_hyx_string(std::string const& text) noexcept;
 // A tuple of str.
-PyObject *from_strings(std::vector<std::string> const &texts) noexcept;
+PyObject* from_strings(std::vector<std::string> const& texts) noexcept;
 
-template <class T> PyObject *from_pointer(T *pointer, PointerResult how) noexcept
-{
+template <class T>
+PyObject* from_pointer(T* pointer, PointerResult how) noexcept {
     using Object = std::remove_cv_t<T>;
-    return SWIG_Python_NewPointerObj(const_cast<Object *>(pointer), descriptor<Object>(), how);
+    return SWIG_Python_NewPointerObj(const_cast<Object*>(pointer), descriptor<Object>(), how);
 }
 
-template <class T> PyObject *from_scalar(T value) noexcept
-{
+template <class T>
+PyObject* from_scalar(T value) noexcept {
     if constexpr (std::is_same_v<T, bool>)
         return Py_NewRef(value ? Py_True : Py_False);
     else if constexpr (std::is_floating_point_v<T>)
@@ -41,8 +41,8 @@ template <class T> PyObject *from_scalar(T value) noexcept
 }
 
 // A class result: text becomes str, anything else a new object that Python owns.
-template <class T> PyObject *from_object(T &&value)
-{
+template <class T>
+PyObject* from_object(T&& value) {
     using Object = std::remove_cvref_t<T>;
     if constexpr (std::is_same_v<Object, hyx::String>)
         return from_hyx_string(value);
@@ -51,7 +51,7 @@ template <class T> PyObject *from_object(T &&value)
     else if constexpr (std::is_same_v<Object, std::vector<std::string>>)
         return from_strings(value);
     else {
-        auto *object = new Object(std::forward<T>(value));
+        auto* object = new Object(std::forward<T>(value));
         ReferencePolicy<Object>::take(object);
         return from_pointer(object, PointerResult::owned_proxied);
     }
@@ -62,17 +62,18 @@ inline constexpr bool is_text_class =
     std::is_same_v<std::remove_cvref_t<T>, std::string> || std::is_same_v<std::remove_cvref_t<T>, hyx::String>;
 
 // The Python object for a native result of declared type R. Pointers and references are borrowed unless `Owned`.
-template <class R, bool Owned> PyObject *from_result(R result)
-{
+template <class R, bool Owned>
+PyObject* from_result(R result) {
     constexpr PointerResult how = Owned ? PointerResult::owned_proxied : PointerResult::borrowed_proxied;
     using Plain = std::remove_cvref_t<R>;
-    if constexpr (std::is_same_v<Plain, PyObject *>)
+    if constexpr (std::is_same_v<Plain, PyObject*>)
         return result;
-    else if constexpr (std::is_same_v<Plain, char *> || std::is_same_v<Plain, char const *>)
+    else if constexpr (std::is_same_v<Plain, char*> || std::is_same_v<Plain, char const*>)
         return SWIG_FromCharPtr(result);
     else if constexpr (std::is_pointer_v<Plain>) {
         if constexpr (std::is_function_v<std::remove_pointer_t<Plain>>)
-            return SWIG_Python_NewPointerObj(reinterpret_cast<void *>(result), descriptor<std::remove_pointer_t<Plain>>(), how);
+            return SWIG_Python_NewPointerObj(reinterpret_cast<void*>(result),
+                                             descriptor<std::remove_pointer_t<Plain>>(), how);
         else
             return from_pointer(result, how);
     } else if constexpr (std::is_arithmetic_v<Plain> || std::is_enum_v<Plain>)

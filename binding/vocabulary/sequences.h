@@ -13,25 +13,29 @@ namespace vocabulary {
 
 // The conversion of any iterable into a Sequence. Say for each sequence class that crosses as an argument:
 //     template <> inline constexpr Conversion const *sequence_conversion<Sequence> = &sequence_argument<Sequence>;
-template <class Sequence> int convert_sequence(PyObject *object, void **result)
-{
-    Sequence *sequence = nullptr;
+template <class Sequence>
+int convert_sequence(PyObject* object, void** result) {
+    Sequence* sequence = nullptr;
     int const status = swig::traits_asptr_stdseq<Sequence>::asptr(object, &sequence);
     *result = sequence;
     return status;
 }
-template <class Converted> void release_converted(void *result) { delete static_cast<Converted *>(result); }
+
+template <class Converted>
+void release_converted(void* result) {
+    delete static_cast<Converted*>(result);
+}
 template <class Sequence>
 inline constexpr Conversion sequence_argument = {convert_sequence<Sequence>, release_converted<Sequence>};
 
 // The conversion of a wrapped iterator into a native one.
-template <class NativeIterator> int convert_iterator(PyObject *object, void **result)
-{
-    void *pointer = nullptr;
+template <class NativeIterator>
+int convert_iterator(PyObject* object, void** result) {
+    void* pointer = nullptr;
     if (SWIG_Python_ConvertPtrAndOwn(object, &pointer, swig::SwigPyIterator::descriptor()) != SWIG_OK)
         return SWIG_TypeError;
-    auto const *iterator =
-        dynamic_cast<swig::SwigPyIterator_T<NativeIterator> const *>(static_cast<swig::SwigPyIterator *>(pointer));
+    auto const* iterator =
+        dynamic_cast<swig::SwigPyIterator_T<NativeIterator> const*>(static_cast<swig::SwigPyIterator*>(pointer));
     if (!iterator)
         return SWIG_TypeError;
     *result = new NativeIterator(iterator->get_current());
@@ -41,13 +45,13 @@ template <class NativeIterator>
 inline constexpr Conversion iterator_argument = {convert_iterator<NativeIterator>, release_converted<NativeIterator>};
 
 // For FINISHED: a result that points into self keeps self's Python object alive.
-PyObject *keep_container(PyObject *result, Call const &call) noexcept;
+PyObject* keep_container(PyObject* result, Call const& call) noexcept;
 
 // For FINISHED: a result that is self under another proxy keeps the object that owns it alive.
-PyObject *keep_owner(PyObject *result, Call const &call) noexcept;
+PyObject* keep_owner(PyObject* result, Call const& call) noexcept;
 
 // For FINISHED: an iterator keeps its sequence's Python object, the first argument, alive.
-PyObject *hold_sequence(PyObject *result, Call const &call) noexcept;
+PyObject* hold_sequence(PyObject* result, Call const& call) noexcept;
 
 // For GUARDED: swig::stop_iteration is StopIteration; std::invalid_argument is raised as a proxy of its copy.
 void translate_iterator_exception();

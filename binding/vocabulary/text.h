@@ -10,23 +10,27 @@ namespace vocabulary {
 // Counts what a composer writes.
 struct Counter {
     std::size_t size = 0;
+
     constexpr void put(std::string_view text) { size += text.size(); }
+
     constexpr void put(char) { ++size; }
 };
 
 // Stores what a composer writes.
 struct Writer {
-    char *out;
-    constexpr void put(std::string_view text)
-    {
+    char* out;
+
+    constexpr void put(std::string_view text) {
         for (char c : text)
             *out++ = c;
     }
+
     constexpr void put(char c) { *out++ = c; }
 };
 
 // The zero-terminated literal that Composer::write(sink) composes.
-template <class Composer> struct Literal {
+template <class Composer>
+struct Literal {
     static constexpr std::size_t size = [] {
         Counter counter;
         Composer::write(counter);
@@ -41,23 +45,22 @@ template <class Composer> struct Literal {
 };
 
 // Writes a native type or list of types without blanks after commas.
-template <class Sink> constexpr void put_type(Sink &sink, std::string_view type)
-{
+template <class Sink>
+constexpr void put_type(Sink& sink, std::string_view type) {
     for (std::size_t i = 0; i < type.size(); ++i)
         if (!(type[i] == ' ' && i > 0 && type[i - 1] == ','))
             sink.put(type[i]);
 }
 
 // A positive number below 100.
-template <class Sink> constexpr void put_number(Sink &sink, std::size_t number)
-{
+template <class Sink>
+constexpr void put_number(Sink& sink, std::size_t number) {
     if (number >= 10)
         sink.put(char('0' + number / 10));
     sink.put(char('0' + number % 10));
 }
 
-constexpr std::string_view trimmed(std::string_view text)
-{
+constexpr std::string_view trimmed(std::string_view text) {
     while (!text.empty() && text.front() == ' ')
         text.remove_prefix(1);
     while (!text.empty() && text.back() == ' ')
@@ -66,8 +69,7 @@ constexpr std::string_view trimmed(std::string_view text)
 }
 
 // The position after the list that starts at text[0] == '(', that is after its closing parenthesis.
-constexpr std::size_t list_end(std::string_view text)
-{
+constexpr std::size_t list_end(std::string_view text) {
     int depth = 0;
     for (std::size_t i = 0; i < text.size(); ++i) {
         if (text[i] == '(')
@@ -79,8 +81,7 @@ constexpr std::size_t list_end(std::string_view text)
 }
 
 // Item number `index` of "(a, b<c, d>)" and whatever follows the list: commas inside brackets do not separate.
-constexpr std::string_view list_item(std::string_view text, std::size_t index)
-{
+constexpr std::string_view list_item(std::string_view text, std::size_t index) {
     std::string_view list = text.substr(1, list_end(text) - 2);
     int depth = 0;
     std::size_t start = 0;
@@ -100,8 +101,7 @@ constexpr std::string_view list_item(std::string_view text, std::size_t index)
 }
 
 // Number of items in a parenthesised list.
-constexpr std::size_t list_size(std::string_view text)
-{
+constexpr std::size_t list_size(std::string_view text) {
     std::size_t items = 0;
     while (!list_item(text, items).empty())
         ++items;
@@ -109,8 +109,7 @@ constexpr std::size_t list_size(std::string_view text)
 }
 
 // A class's own name, as its constructors have it: after the last "::", without template arguments.
-constexpr std::string_view last_name(std::string_view name)
-{
+constexpr std::string_view last_name(std::string_view name) {
     name = name.substr(0, name.find('<'));
     std::size_t const separator = name.rfind("::");
     return separator == std::string_view::npos ? name : name.substr(separator + 2);

@@ -1,6 +1,19 @@
 """Tiles that show every look that can be asked for. A tile is a function that fills a stage; a sheet is some groups of tiles."""
 
-from gallery import backgrounds, cuts, drawn_shapes, lights, materials, motion, overlays, particles, shadows, shapes, texts, textures
+from gallery import (
+    backgrounds,
+    cuts,
+    drawn_shapes,
+    lights,
+    materials,
+    motion,
+    overlays,
+    particles,
+    shadows,
+    shapes,
+    texts,
+    textures,
+)
 
 SHEETS = {
     "visuals": (shapes, materials, textures, drawn_shapes, particles, motion),

@@ -67,6 +67,7 @@ TILES = {
     "base texture": base_texture,
     "light by vertex": shader_state(False),
     "light by pixel": shader_state(True),
-    "default material": lambda stage: stage.ball().getOrCreateStateSet().setAttributeAndModes(
-        Decorator.getDefaultDecoratorMaterial()),
+    "default material": lambda stage: (
+        stage.ball().getOrCreateStateSet().setAttributeAndModes(Decorator.getDefaultDecoratorMaterial())
+    ),
 }

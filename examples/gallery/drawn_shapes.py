@@ -25,7 +25,9 @@ def filled_grid():
 
 
 def space_grid():
-    return hyxOSG.create3DGrid(3, 3, 3, hyx.Vec3() - CORNER, hyx.Vec3(1.4, 0, 0), hyx.Vec3(0, 1.4, 0), hyx.Vec3(0, 0, 1.4), 1.5)
+    return hyxOSG.create3DGrid(
+        3, 3, 3, hyx.Vec3() - CORNER, hyx.Vec3(1.4, 0, 0), hyx.Vec3(0, 1.4, 0), hyx.Vec3(0, 0, 1.4), 1.5
+    )
 
 
 def labelled(stage):
@@ -55,7 +57,9 @@ TILES = {
     "cube lines": shown(lambda: hyxOSG.createCubeLines(hyx.Vec3() - CORNER, CORNER, hyxRender.Color("darkblue"), 2.0)),
     "drawn sphere": shown(lambda: hyxOSG.createSphere(hyx.Vec3(0.3, 0, 0.2), BLUE, 0.5)),
     "drawn cylinder": shown(lambda: hyxOSG.createCylinder(hyx.AffineMatrix4x4(TILT, hyx.Vec3()), BLUE, 0.4, 1.4)),
-    "grid": lambda stage: hyxOSG.createGrid(7, 7, hyx.Vec3(-0.7, 0, -0.7), hyx.Vec3(1.4, 0, 0), hyx.Vec3(0, 0, 1.4), stage.root),
+    "grid": lambda stage: hyxOSG.createGrid(
+        7, 7, hyx.Vec3(-0.7, 0, -0.7), hyx.Vec3(1.4, 0, 0), hyx.Vec3(0, 0, 1.4), stage.root
+    ),
     "filled grid": shown(filled_grid),
     "3D grid": shown(space_grid),
     "axes": lambda stage: hyxOSG.createAxes(hyx.AffineMatrix4x4(TILT, hyx.Vec3(-0.3, 0, -0.3)), stage.root, 2.0, 1.0),

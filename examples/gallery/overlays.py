@@ -11,8 +11,12 @@ TEAL = (0.1, 0.5, 0.5)
 def logo(location, alpha=1.0):
     def make(stage):
         stage.ball()
-        stage.decorator.setLogoFile(stage.image("logo", lambda x, y: (0.95, 0.8, 0.2) if 6 < y < 14 else TEAL, 48, 20), alpha)
-        stage.decorator.setLogoPosition(0.3 if location == Decorator.FREE else 0.05, 0.4 if location == Decorator.FREE else 0.05)
+        stage.decorator.setLogoFile(
+            stage.image("logo", lambda x, y: (0.95, 0.8, 0.2) if 6 < y < 14 else TEAL, 48, 20), alpha
+        )
+        stage.decorator.setLogoPosition(
+            0.3 if location == Decorator.FREE else 0.05, 0.4 if location == Decorator.FREE else 0.05
+        )
         stage.decorator.setLogoLocation(location)
 
     return make
@@ -28,7 +32,11 @@ def logo_texture(stage):
 
 def rows(change=lambda decorator: None):
     def make(stage):
-        for row, text, color in ((0, "first row", (0, 0, 0.5)), (1, "second row", (0.6, 0, 0)), (3, "fourth row", (0, 0.4, 0))):
+        for row, text, color in (
+            (0, "first row", (0, 0, 0.5)),
+            (1, "second row", (0.6, 0, 0)),
+            (3, "fourth row", (0, 0.4, 0)),
+        ):
             stage.decorator.setText(row, text, hyx.Vec4f(*color, 1))
         change(stage.decorator)
 

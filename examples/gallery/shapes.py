@@ -88,7 +88,9 @@ def observer_frame(stage):
 TILES = {
     "box": lambda stage: stage.shape(hyxCollide.Box(0.55, 0.55, 0.55)),
     "sphere": lambda stage: stage.shape(hyxCollide.Sphere(0.75)),
-    "cylinder": lambda stage: stage.shape(hyxCollide.Cylinder(0.5, 1.2), turn=UPRIGHT * hyx.Quat(1.57, hyx.Vec3(1, 0, 0))),
+    "cylinder": lambda stage: stage.shape(
+        hyxCollide.Cylinder(0.5, 1.2), turn=UPRIGHT * hyx.Quat(1.57, hyx.Vec3(1, 0, 0))
+    ),
     "capsule": lambda stage: stage.shape(hyxCollide.Capsule(0.35, 0.8)),
     "cone": lambda stage: stage.shape(hyxCollide.Cone(0.6, 1.2), turn=hyx.Quat(1.2, hyx.Vec3(1, 0, 0))),
     "plane": plane,

@@ -59,7 +59,9 @@ class Stage:
 
     def furnished(self):
         """A box and a ball that float over a ground which casts no shadow, seen from above; returns the ground's visual."""
-        _, ground = self.body(hyxCollide.HeightField(61, 61, 6.0, 6.0), (0, 0, 0), GREY)  # light is computed at its points
+        _, ground = self.body(
+            hyxCollide.HeightField(61, 61, 6.0, 6.0), (0, 0, 0), GREY
+        )  # light is computed at its points
         ground.setNodeMask(0xFFFFFFFF & ~CASTS_SHADOWS)
         self.body(hyxCollide.Box(0.4, 0.4, 0.4), (-0.6, 0, 0.8), SAND)
         self.body(hyxCollide.Sphere(0.4), (0.8, 0.4, 0.8), hyx.Vec4f(0.4, 0.5, 0.85, 1))

@@ -59,15 +59,42 @@ def drawn(mask):
     return centered(lambda node: node.setDrawMode(mask), "Jay")
 
 
-ALIGNMENTS = [f"{side}_{height}" for height in ("TOP", "CENTER", "BOTTOM", "BASE_LINE", "BOTTOM_BASE_LINE")
-              for side in ("LEFT", "CENTER", "RIGHT")]
-BACKDROPS = [f"DROP_SHADOW_{place}" for place in ("BOTTOM_RIGHT", "CENTER_RIGHT", "TOP_RIGHT", "BOTTOM_CENTER", "TOP_CENTER",
-                                                  "BOTTOM_LEFT", "CENTER_LEFT", "TOP_LEFT")] + ["OUTLINE", "NONE"]
-PLANES = ["XY_PLANE", "REVERSED_XY_PLANE", "XZ_PLANE", "REVERSED_XZ_PLANE", "YZ_PLANE", "REVERSED_YZ_PLANE", "SCREEN",
-          "USER_DEFINED_ROTATION"]
-MODES = {"text only": Text.TEXT, "bounding box": Text.TEXT | Text.BOUNDINGBOX, "filled box": Text.TEXT | Text.FILLEDBOUNDINGBOX,
-         "box without text": Text.BOUNDINGBOX, "alignment cross": Text.TEXT | Text.ALIGNMENT,
-         "everything": Text.TEXT | Text.BOUNDINGBOX | Text.FILLEDBOUNDINGBOX | Text.ALIGNMENT}
+ALIGNMENTS = [
+    f"{side}_{height}"
+    for height in ("TOP", "CENTER", "BOTTOM", "BASE_LINE", "BOTTOM_BASE_LINE")
+    for side in ("LEFT", "CENTER", "RIGHT")
+]
+BACKDROPS = [
+    f"DROP_SHADOW_{place}"
+    for place in (
+        "BOTTOM_RIGHT",
+        "CENTER_RIGHT",
+        "TOP_RIGHT",
+        "BOTTOM_CENTER",
+        "TOP_CENTER",
+        "BOTTOM_LEFT",
+        "CENTER_LEFT",
+        "TOP_LEFT",
+    )
+] + ["OUTLINE", "NONE"]
+PLANES = [
+    "XY_PLANE",
+    "REVERSED_XY_PLANE",
+    "XZ_PLANE",
+    "REVERSED_XZ_PLANE",
+    "YZ_PLANE",
+    "REVERSED_YZ_PLANE",
+    "SCREEN",
+    "USER_DEFINED_ROTATION",
+]
+MODES = {
+    "text only": Text.TEXT,
+    "bounding box": Text.TEXT | Text.BOUNDINGBOX,
+    "filled box": Text.TEXT | Text.FILLEDBOUNDINGBOX,
+    "box without text": Text.BOUNDINGBOX,
+    "alignment cross": Text.TEXT | Text.ALIGNMENT,
+    "everything": Text.TEXT | Text.BOUNDINGBOX | Text.FILLEDBOUNDINGBOX | Text.ALIGNMENT,
+}
 
 TILES = {
     **{readable(name): aligned(name) for name in ALIGNMENTS},

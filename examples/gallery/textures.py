@@ -8,7 +8,14 @@ import osg
 
 from gallery.stage import GREY, WHITE, checks
 
-SKY = {"posx": (1, 0, 0), "negx": (0, 1, 1), "posy": (0.4, 0.6, 1), "negy": (0.4, 0.3, 0.2), "posz": (0, 0.7, 0), "negz": (1, 0, 1)}
+SKY = {
+    "posx": (1, 0, 0),
+    "negx": (0, 1, 1),
+    "posy": (0.4, 0.6, 1),
+    "negy": (0.4, 0.3, 0.2),
+    "posz": (0, 0.7, 0),
+    "negz": (1, 0, 1),
+}
 
 
 def stripes(x, y):
@@ -61,7 +68,9 @@ def specular(stage):
 def surroundings(stage):
     """The files of a cube map; returns what their names begin with."""
     for side, color in SKY.items():
-        stage.image(f"sky_{side}", lambda x, y, c=color: tuple(part * (1 if (x // 8 + y // 8) % 2 else 0.7) for part in c))
+        stage.image(
+            f"sky_{side}", lambda x, y, c=color: tuple(part * (1 if (x // 8 + y // 8) % 2 else 0.7) for part in c)
+        )
     return str(stage.folder / "sky_")
 
 

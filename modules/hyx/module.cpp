@@ -6,12 +6,14 @@
 
 namespace {
 
-bool install(PyObject *dict)
-{
-    runtime::install_constants(dict, modules::notify_constants, modules::rigid_body_constants, modules::joint_constants);
+bool install(PyObject* dict) {
+    runtime::install_constants(dict, modules::notify_constants, modules::rigid_body_constants,
+                               modules::joint_constants);
     return true;
 }
 
 } // namespace
 
-PyMODINIT_FUNC PyInit__hyx() { return entry::initialise({"_hyx", install}); }
+PyMODINIT_FUNC PyInit__hyx() {
+    return entry::initialise({"_hyx", install});
+}

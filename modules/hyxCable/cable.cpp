@@ -1,26 +1,31 @@
 // Cables.
+#include "platform/hyxCable/cable.h"
+
 #include "binding/vocabulary/python_values.h"
 #include "binding/vocabulary/rows.h"
-
-#include "platform/hyxCable/cable.h"
 #include "platform/hyx/bodies/rigid_body.h"
 
 namespace {
 
-PyObject *points(hyxCable::Cable const &self) { return vocabulary::to_list(self.getPoints()); }
-hyxCable::CableProperties properties(hyxCable::Cable const &self) { return self.getProperties(); }
+PyObject* points(hyxCable::Cable const& self) {
+    return vocabulary::to_list(self.getPoints());
+}
+
+hyxCable::CableProperties properties(hyxCable::Cable const& self) {
+    return self.getProperties();
+}
 
 constexpr Declared functions[] = {
-    FUNCTION(new_Cable, NEW(hyxCable::Cable, (hyx::Real, hyx::Real, hyxCable::CableProperties const &), hyxCable::CableProperties())),
-    FUNCTION(Cable_add,
-             METHOD(hyxCable::Cable, add, (hyx::Vec3 const &)),
-             METHOD(hyxCable::Cable, add, (hyx::RigidBody *, hyx::Vec3 const &))),
+    FUNCTION(new_Cable, NEW(hyxCable::Cable, (hyx::Real, hyx::Real, hyxCable::CableProperties const&),
+                            hyxCable::CableProperties())),
+    FUNCTION(Cable_add, METHOD(hyxCable::Cable, add, (hyx::Vec3 const&)),
+             METHOD(hyxCable::Cable, add, (hyx::RigidBody*, hyx::Vec3 const&))),
     FUNCTION(Cable_initialize, METHOD(hyxCable::Cable, initialize, ())),
     FUNCTION(Cable_getRadius, METHOD(hyxCable::Cable, getRadius, () const)),
     FUNCTION(Cable_getProperties, ADAPTER(hyxCable::Cable, getProperties, properties, () const)),
-    FUNCTION(Cable_setGravity, METHOD(hyxCable::Cable, setGravity, (hyx::Vec3 const &))),
+    FUNCTION(Cable_setGravity, METHOD(hyxCable::Cable, setGravity, (hyx::Vec3 const&))),
     FUNCTION(Cable_getGravity, METHOD(hyxCable::Cable, getGravity, () const)),
-    FUNCTION(Cable_setEndPoint, METHOD(hyxCable::Cable, setEndPoint, (bool, hyx::Vec3 const &))),
+    FUNCTION(Cable_setEndPoint, METHOD(hyxCable::Cable, setEndPoint, (bool, hyx::Vec3 const&))),
     FUNCTION(Cable_setEndTwist, METHOD(hyxCable::Cable, setEndTwist, (hyx::Real))),
     FUNCTION(Cable_getEndTwist, METHOD(hyxCable::Cable, getEndTwist, () const)),
     FUNCTION(Cable_getNumSegments, METHOD(hyxCable::Cable, getNumSegments, () const)),

@@ -1,16 +1,18 @@
 // Wear of cables.
+#include "platform/hyxCable/cable_damage.h"
+
 #include "binding/vocabulary/python_values.h"
 #include "binding/vocabulary/rows.h"
 
-#include "platform/hyxCable/cable_damage.h"
-
 namespace {
 
-hyxCable::DamageProperties properties(hyxCable::CableDamage const &self) { return self.getProperties(); }
+hyxCable::DamageProperties properties(hyxCable::CableDamage const& self) {
+    return self.getProperties();
+}
 
 constexpr Declared functions[] = {
-    FUNCTION(new_CableDamage,
-             NEW(hyxCable::CableDamage, (hyxCable::Cable *, hyxCable::DamageProperties const &), hyxCable::DamageProperties())),
+    FUNCTION(new_CableDamage, NEW(hyxCable::CableDamage, (hyxCable::Cable*, hyxCable::DamageProperties const&),
+                                  hyxCable::DamageProperties())),
     FUNCTION(CableDamage_getCable, SHARED(hyxCable::Cable, METHOD(hyxCable::CableDamage, getCable, () const))),
     FUNCTION(CableDamage_getProperties, ADAPTER(hyxCable::CableDamage, getProperties, properties, () const)),
     FUNCTION(CableDamage_update, METHOD(hyxCable::CableDamage, update, ())),
@@ -19,7 +21,8 @@ constexpr Declared functions[] = {
     FUNCTION(CableDamage_getStress, METHOD(hyxCable::CableDamage, getStress, (hyx::Index) const)),
     FUNCTION(CableDamage_getCurrentDamage, METHOD(hyxCable::CableDamage, getCurrentDamage, (hyx::Index) const)),
     FUNCTION(CableDamage_getAccumulatedDamage, METHOD(hyxCable::CableDamage, getAccumulatedDamage, (hyx::Index) const)),
-    FUNCTION(CableDamage_getMaximumAccumulatedDamage, METHOD(hyxCable::CableDamage, getMaximumAccumulatedDamage, () const)),
+    FUNCTION(CableDamage_getMaximumAccumulatedDamage,
+             METHOD(hyxCable::CableDamage, getMaximumAccumulatedDamage, () const)),
     FUNCTION(CableDamage_getRevision, METHOD(hyxCable::CableDamage, getRevision, () const)),
     FUNCTION(delete_CableDamage, DELETE(hyxCable::CableDamage)),
     REGISTER(hyxCable::CableDamage, CableDamage),

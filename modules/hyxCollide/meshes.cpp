@@ -1,7 +1,6 @@
 // The shapes that are given by many points.
 #include "binding/vocabulary/python_buffers.h"
 #include "binding/vocabulary/rows.h"
-
 #include "platform/hyxCollide/height_field.h"
 #include "platform/hyxCollide/trimesh.h"
 
@@ -9,8 +8,7 @@ namespace {
 
 using vocabulary::PythonError;
 
-hyx::Vec3Vector read_points(PyObject *points)
-{
+hyx::Vec3Vector read_points(PyObject* points) {
     hyx::Vec3Vector list;
     if (!PyObject_CheckBuffer(points)) {
         vocabulary::read_values<hyx::Vec3>(points, list);
@@ -25,13 +23,13 @@ hyx::Vec3Vector read_points(PyObject *points)
 }
 
 // Whole numbers out of any iterable, as they are or in groups.
-void read_indices(PyObject *iterable, hyx::UInt32Vector &indices, bool grouped = true)
-{
-    runtime::Reference const fast = runtime::Reference::take(PySequence_Fast(iterable, "expected a sequence of indices"));
+void read_indices(PyObject* iterable, hyx::UInt32Vector& indices, bool grouped = true) {
+    runtime::Reference const fast =
+        runtime::Reference::take(PySequence_Fast(iterable, "expected a sequence of indices"));
     if (!fast.get())
         throw vocabulary::PythonError();
     for (Py_ssize_t i = 0; i < PySequence_Fast_GET_SIZE(fast.get()); ++i) {
-        PyObject *item = PySequence_Fast_GET_ITEM(fast.get(), i);
+        PyObject* item = PySequence_Fast_GET_ITEM(fast.get(), i);
         if (grouped && PySequence_Check(item)) {
             read_indices(item, indices, false);
             continue;
@@ -45,13 +43,13 @@ void read_indices(PyObject *iterable, hyx::UInt32Vector &indices, bool grouped =
     }
 }
 
-hyx::RealVector read_heights(PyObject *iterable)
-{
+hyx::RealVector read_heights(PyObject* iterable) {
     if (PyObject_CheckBuffer(iterable)) {
         std::vector<double> const numbers = vocabulary::read_buffer(iterable);
         return hyx::RealVector(numbers.begin(), numbers.end());
     }
-    runtime::Reference const fast = runtime::Reference::take(PySequence_Fast(iterable, "expected a sequence of heights"));
+    runtime::Reference const fast =
+        runtime::Reference::take(PySequence_Fast(iterable, "expected a sequence of heights"));
     if (!fast.get())
         throw vocabulary::PythonError();
     hyx::RealVector heights(static_cast<std::size_t>(PySequence_Fast_GET_SIZE(fast.get())));
@@ -59,49 +57,66 @@ hyx::RealVector read_heights(PyObject *iterable)
     return heights;
 }
 
-hyxCollide::Trimesh *make_mesh(PyObject *vertices, PyObject *indices, hyx::Name const &name)
-{
+hyxCollide::Trimesh* make_mesh(PyObject* vertices, PyObject* indices, hyx::Name const& name) {
     hyx::UInt32Vector triangles;
     read_indices(indices, triangles);
     return new hyxCollide::Trimesh(read_points(vertices), triangles, name);
 }
 
-PyObject *vertices(hyxCollide::Trimesh const &self) { return vocabulary::to_list(self.getVertices()); }
-PyObject *indices(hyxCollide::Trimesh const &self) { return vocabulary::to_list(self.getIndices()); }
-void update(hyxCollide::Trimesh &self, PyObject *vertices) { self.updateVertices(read_points(vertices)); }
+PyObject* vertices(hyxCollide::Trimesh const& self) {
+    return vocabulary::to_list(self.getVertices());
+}
 
-hyxCollide::HeightField *make_field(hyx::UInt resolutionX, hyx::UInt resolutionY, hyx::Real sizeX, hyx::Real sizeY, PyObject *heights)
-{
+PyObject* indices(hyxCollide::Trimesh const& self) {
+    return vocabulary::to_list(self.getIndices());
+}
+
+void update(hyxCollide::Trimesh& self, PyObject* vertices) {
+    self.updateVertices(read_points(vertices));
+}
+
+hyxCollide::HeightField* make_field(hyx::UInt resolutionX, hyx::UInt resolutionY, hyx::Real sizeX, hyx::Real sizeY,
+                                    PyObject* heights) {
     return new hyxCollide::HeightField(resolutionX, resolutionY, sizeX, sizeY, read_heights(heights));
 }
 
-PyObject *heights(hyxCollide::HeightField const &self) { return vocabulary::to_list(self.getHeights()); }
-void set_heights(hyxCollide::HeightField &self, PyObject *heights) { self.setHeights(read_heights(heights)); }
+PyObject* heights(hyxCollide::HeightField const& self) {
+    return vocabulary::to_list(self.getHeights());
+}
+
+void set_heights(hyxCollide::HeightField& self, PyObject* heights) {
+    self.setHeights(read_heights(heights));
+}
 
 constexpr Declared functions[] = {
-    FUNCTION(new_Trimesh, CONTAINER(MAKE(hyxCollide::Trimesh, make_mesh, (PyObject *, PyObject *, hyx::Name const &), hyx::Name()))),
+    FUNCTION(new_Trimesh,
+             CONTAINER(MAKE(hyxCollide::Trimesh, make_mesh, (PyObject*, PyObject*, hyx::Name const&), hyx::Name()))),
     FUNCTION(delete_Trimesh, DELETE(hyxCollide::Trimesh)),
     FUNCTION(Trimesh_getVertices, ADAPTER(hyxCollide::Trimesh, getVertices, vertices, () const)),
     FUNCTION(Trimesh_getIndices, ADAPTER(hyxCollide::Trimesh, getIndices, indices, () const)),
     FUNCTION(Trimesh_getNumTriangles, METHOD(hyxCollide::Trimesh, getNumTriangles, () const)),
     FUNCTION(Trimesh_getTriangleNormal, CONTAINER(METHOD(hyxCollide::Trimesh, getTriangleNormal, (hyx::UInt) const))),
-    FUNCTION(Trimesh_updateVertices, CONTAINER(ADAPTER(hyxCollide::Trimesh, updateVertices, update, (PyObject *)))),
+    FUNCTION(Trimesh_updateVertices, CONTAINER(ADAPTER(hyxCollide::Trimesh, updateVertices, update, (PyObject*)))),
     FUNCTION(Trimesh_isClosed, METHOD(hyxCollide::Trimesh, isClosed, () const)),
     REGISTER(hyxCollide::Trimesh, Trimesh),
     INIT(Trimesh),
-    FUNCTION(new_HeightField, CONTAINER(NEW(hyxCollide::HeightField, (hyx::UInt, hyx::UInt, hyx::Real, hyx::Real))),
-             CONTAINER(MAKE(hyxCollide::HeightField, make_field, (hyx::UInt, hyx::UInt, hyx::Real, hyx::Real, PyObject *)))),
+    FUNCTION(
+        new_HeightField, CONTAINER(NEW(hyxCollide::HeightField, (hyx::UInt, hyx::UInt, hyx::Real, hyx::Real))),
+        CONTAINER(MAKE(hyxCollide::HeightField, make_field, (hyx::UInt, hyx::UInt, hyx::Real, hyx::Real, PyObject*)))),
     FUNCTION(delete_HeightField, DELETE(hyxCollide::HeightField)),
     FUNCTION(HeightField_getResolutionX, METHOD(hyxCollide::HeightField, getResolutionX, () const)),
     FUNCTION(HeightField_getResolutionY, METHOD(hyxCollide::HeightField, getResolutionY, () const)),
     FUNCTION(HeightField_getSizeX, METHOD(hyxCollide::HeightField, getSizeX, () const)),
     FUNCTION(HeightField_getSizeY, METHOD(hyxCollide::HeightField, getSizeY, () const)),
-    FUNCTION(HeightField_setHeight, CONTAINER(METHOD(hyxCollide::HeightField, setHeight, (hyx::UInt, hyx::UInt, hyx::Real)))),
-    FUNCTION(HeightField_getHeight, CONTAINER(METHOD(hyxCollide::HeightField, getHeight, (hyx::UInt, hyx::UInt) const))),
-    FUNCTION(HeightField_setHeights, CONTAINER(ADAPTER(hyxCollide::HeightField, setHeights, set_heights, (PyObject *)))),
+    FUNCTION(HeightField_setHeight,
+             CONTAINER(METHOD(hyxCollide::HeightField, setHeight, (hyx::UInt, hyx::UInt, hyx::Real)))),
+    FUNCTION(HeightField_getHeight,
+             CONTAINER(METHOD(hyxCollide::HeightField, getHeight, (hyx::UInt, hyx::UInt) const))),
+    FUNCTION(HeightField_setHeights, CONTAINER(ADAPTER(hyxCollide::HeightField, setHeights, set_heights, (PyObject*)))),
     FUNCTION(HeightField_getHeights, ADAPTER(hyxCollide::HeightField, getHeights, heights, () const)),
     FUNCTION(HeightField_getHeightAt, METHOD(hyxCollide::HeightField, getHeightAt, (hyx::Real, hyx::Real) const)),
-    FUNCTION(HeightField_getVertex, CONTAINER(METHOD(hyxCollide::HeightField, getVertex, (hyx::UInt, hyx::UInt) const))),
+    FUNCTION(HeightField_getVertex,
+             CONTAINER(METHOD(hyxCollide::HeightField, getVertex, (hyx::UInt, hyx::UInt) const))),
     REGISTER(hyxCollide::HeightField, HeightField),
     INIT(HeightField),
 };

@@ -4,12 +4,13 @@
 
 namespace {
 
-bool install(PyObject *dict)
-{
+bool install(PyObject* dict) {
     runtime::install_constants(dict, modules::shape_constants);
     return true;
 }
 
 } // namespace
 
-PyMODINIT_FUNC PyInit__hyxCollide() { return entry::initialise({"_hyxCollide", install}); }
+PyMODINIT_FUNC PyInit__hyxCollide() {
+    return entry::initialise({"_hyxCollide", install});
+}

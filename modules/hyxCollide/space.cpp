@@ -1,9 +1,9 @@
 // Contacts and rays.
+#include "platform/hyxCollide/space.h"
+
 #include "binding/vocabulary/python_values.h"
 #include "binding/vocabulary/rows.h"
-
 #include "platform/hyx/bodies/rigid_body.h"
-#include "platform/hyxCollide/space.h"
 #include "platform/hyxSDK/simulation.h"
 
 namespace {
@@ -14,38 +14,58 @@ using hyxCollide::LocalGeometryContactVector;
 using hyxCollide::RayHit;
 using hyxCollide::Space;
 
-PyObject *geometries(Space const &self) { return vocabulary::to_shared_list(self.getGeometries()); }
-PyObject *all_hits(Space const &self, hyx::Vec3 const &from, hyx::Vec3 const &to) { return vocabulary::to_list(self.castRayAll(from, to)); }
-PyObject *find(Space const &self, hyx::Vec3 const &lower, hyx::Vec3 const &upper)
-{
+PyObject* geometries(Space const& self) {
+    return vocabulary::to_shared_list(self.getGeometries());
+}
+
+PyObject* all_hits(Space const& self, hyx::Vec3 const& from, hyx::Vec3 const& to) {
+    return vocabulary::to_list(self.castRayAll(from, to));
+}
+
+PyObject* find(Space const& self, hyx::Vec3 const& lower, hyx::Vec3 const& upper) {
     return vocabulary::to_shared_list(self.findGeometries(lower, upper));
 }
-PyObject *contacts(Space const &self) { return vocabulary::to_list(self.getGeometryContacts()); }
-PyObject *contacts_of(Space const &self, Geometry const *geometry) { return vocabulary::to_list(self.getGeometryContacts(geometry)); }
-PyObject *points(LocalGeometryContact const &self) { return vocabulary::to_list(self.points()); }
-PyObject *hit_geometry(RayHit const &self) { return vocabulary::to_shared(self.geometry.get()); }
 
-LocalGeometryContactVector *from_contacts(PyObject *contacts)
-{
-    runtime::Reference const fast = runtime::Reference::take(PySequence_Fast(contacts, "expected a sequence of contacts"));
+PyObject* contacts(Space const& self) {
+    return vocabulary::to_list(self.getGeometryContacts());
+}
+
+PyObject* contacts_of(Space const& self, Geometry const* geometry) {
+    return vocabulary::to_list(self.getGeometryContacts(geometry));
+}
+
+PyObject* points(LocalGeometryContact const& self) {
+    return vocabulary::to_list(self.points());
+}
+
+PyObject* hit_geometry(RayHit const& self) {
+    return vocabulary::to_shared(self.geometry.get());
+}
+
+LocalGeometryContactVector* from_contacts(PyObject* contacts) {
+    runtime::Reference const fast =
+        runtime::Reference::take(PySequence_Fast(contacts, "expected a sequence of contacts"));
     if (!fast.get())
         throw vocabulary::PythonError();
     LocalGeometryContactVector list;
     for (Py_ssize_t i = 0; i < PySequence_Fast_GET_SIZE(fast.get()); ++i) {
-        void *contact = nullptr;
-        PyObject *item = PySequence_Fast_GET_ITEM(fast.get(), i);
-        if (SWIG_Python_ConvertPtrAndOwn(item, &contact, vocabulary::descriptor<LocalGeometryContact>()) < 0 || !contact) {
+        void* contact = nullptr;
+        PyObject* item = PySequence_Fast_GET_ITEM(fast.get(), i);
+        if (SWIG_Python_ConvertPtrAndOwn(item, &contact, vocabulary::descriptor<LocalGeometryContact>()) < 0 ||
+            !contact) {
             PyErr_SetString(PyExc_TypeError, "expected a sequence of contacts");
             throw vocabulary::PythonError();
         }
-        list.push_back(*static_cast<LocalGeometryContact *>(contact));
+        list.push_back(*static_cast<LocalGeometryContact*>(contact));
     }
     return new LocalGeometryContactVector(std::move(list));
 }
 
-unsigned long count(LocalGeometryContactVector const &self) { return self.size(); }
-LocalGeometryContact get_item(LocalGeometryContactVector const &self, long index)
-{
+unsigned long count(LocalGeometryContactVector const& self) {
+    return self.size();
+}
+
+LocalGeometryContact get_item(LocalGeometryContactVector const& self, long index) {
     return self.at(static_cast<std::size_t>(index < 0 ? index + static_cast<long>(self.size()) : index));
 }
 
@@ -68,14 +88,16 @@ constexpr Declared functions[] = {
              SHARED(hyx::RigidBody, METHOD(hyxCollide::LocalGeometryContact, getRigidBody, (hyx::UInt) const))),
     FUNCTION(LocalGeometryContact_points, ADAPTER(hyxCollide::LocalGeometryContact, points, points, () const)),
     FUNCTION(LocalGeometryContact_getNumPoints, METHOD(hyxCollide::LocalGeometryContact, getNumPoints, () const)),
-    FUNCTION(LocalGeometryContact_getPoint, CONTAINER(METHOD(hyxCollide::LocalGeometryContact, getPoint, (hyx::UInt) const))),
+    FUNCTION(LocalGeometryContact_getPoint,
+             CONTAINER(METHOD(hyxCollide::LocalGeometryContact, getPoint, (hyx::UInt) const))),
     FUNCTION(LocalGeometryContact_getForce, METHOD(hyxCollide::LocalGeometryContact, getForce, () const)),
     REGISTER(hyxCollide::LocalGeometryContact, LocalGeometryContact),
     INIT(LocalGeometryContact),
     FUNCTION(new_LocalGeometryContactVector, NEW(hyx::Vector<hyxCollide::LocalGeometryContact>, ()),
-             MAKE(hyx::Vector<hyxCollide::LocalGeometryContact>, from_contacts, (PyObject *))),
+             MAKE(hyx::Vector<hyxCollide::LocalGeometryContact>, from_contacts, (PyObject*))),
     FUNCTION(delete_LocalGeometryContactVector, DELETE(hyx::Vector<hyxCollide::LocalGeometryContact>)),
-    FUNCTION(LocalGeometryContactVector___len__, ADAPTER(hyx::Vector<hyxCollide::LocalGeometryContact>, __len__, count, () const)),
+    FUNCTION(LocalGeometryContactVector___len__,
+             ADAPTER(hyx::Vector<hyxCollide::LocalGeometryContact>, __len__, count, () const)),
     FUNCTION(LocalGeometryContactVector___getitem__,
              CONTAINER(ADAPTER(hyx::Vector<hyxCollide::LocalGeometryContact>, __getitem__, get_item, (long) const))),
     REGISTER(hyx::Vector<hyxCollide::LocalGeometryContact>, LocalGeometryContactVector),
@@ -93,14 +115,16 @@ constexpr Declared functions[] = {
     FUNCTION(delete_Space, DELETE(hyxCollide::Space)),
     FUNCTION(Space_getGeometries, ADAPTER(hyxCollide::Space, getGeometries, geometries, () const)),
     FUNCTION(Space_getGeometryContacts, ADAPTER(hyxCollide::Space, getGeometryContacts, contacts, () const),
-             ADAPTER(hyxCollide::Space, getGeometryContacts, contacts_of, (hyxCollide::Geometry const *) const)),
-    FUNCTION(Space_getGeometryContact,
-             METHOD(hyxCollide::Space, getGeometryContact, (hyxCollide::Geometry const *, hyxCollide::Geometry const *) const)),
+             ADAPTER(hyxCollide::Space, getGeometryContacts, contacts_of, (hyxCollide::Geometry const*) const)),
+    FUNCTION(Space_getGeometryContact, METHOD(hyxCollide::Space, getGeometryContact,
+                                              (hyxCollide::Geometry const*, hyxCollide::Geometry const*) const)),
     FUNCTION(Space_getNumContactPoints, METHOD(hyxCollide::Space, getNumContactPoints, () const)),
-    FUNCTION(Space_castRay, METHOD(hyxCollide::Space, castRay, (hyx::Vec3 const &, hyx::Vec3 const &) const),
-             METHOD(hyxCollide::Space, castRay, (hyx::Vec3 const &, hyx::Vec3 const &, hyx::RigidBody const *) const)),
-    FUNCTION(Space_castRayAll, ADAPTER(hyxCollide::Space, castRayAll, all_hits, (hyx::Vec3 const &, hyx::Vec3 const &) const)),
-    FUNCTION(Space_findGeometries, ADAPTER(hyxCollide::Space, findGeometries, find, (hyx::Vec3 const &, hyx::Vec3 const &) const)),
+    FUNCTION(Space_castRay, METHOD(hyxCollide::Space, castRay, (hyx::Vec3 const&, hyx::Vec3 const&) const),
+             METHOD(hyxCollide::Space, castRay, (hyx::Vec3 const&, hyx::Vec3 const&, hyx::RigidBody const*) const)),
+    FUNCTION(Space_castRayAll,
+             ADAPTER(hyxCollide::Space, castRayAll, all_hits, (hyx::Vec3 const&, hyx::Vec3 const&) const)),
+    FUNCTION(Space_findGeometries,
+             ADAPTER(hyxCollide::Space, findGeometries, find, (hyx::Vec3 const&, hyx::Vec3 const&) const)),
     FUNCTION(Space_getSimulation, SHARED(hyxSDK::Simulation, METHOD(hyxCollide::Space, getSimulation, () const))),
     REGISTER(hyxCollide::Space, Space),
     INIT(Space),

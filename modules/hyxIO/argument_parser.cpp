@@ -1,21 +1,20 @@
 // The command line.
+#include "platform/hyxIO/argument_parser.h"
+
 #include "binding/vocabulary/python_values.h"
 #include "binding/vocabulary/rows.h"
-
-#include "platform/hyxIO/argument_parser.h"
 
 namespace {
 
 using hyxIO::ArgumentParser;
 
-hyx::Vector<hyx::String> read_texts(PyObject *iterable)
-{
+hyx::Vector<hyx::String> read_texts(PyObject* iterable) {
     runtime::Reference const fast = runtime::Reference::take(PySequence_Fast(iterable, "expected a sequence of str"));
     if (!fast.get())
         throw vocabulary::PythonError();
     hyx::Vector<hyx::String> texts;
     for (Py_ssize_t i = 0; i < PySequence_Fast_GET_SIZE(fast.get()); ++i) {
-        char const *text = PyUnicode_AsUTF8(PySequence_Fast_GET_ITEM(fast.get(), i));
+        char const* text = PyUnicode_AsUTF8(PySequence_Fast_GET_ITEM(fast.get(), i));
         if (!text)
             throw vocabulary::PythonError();
         texts.push_back(text);
@@ -23,13 +22,23 @@ hyx::Vector<hyx::String> read_texts(PyObject *iterable)
     return texts;
 }
 
-ArgumentParser *from_arguments(PyObject *arguments) { return new ArgumentParser(read_texts(arguments)); }
-void parse(ArgumentParser &self, PyObject *arguments) { self.parse(read_texts(arguments)); }
-PyObject *positional(ArgumentParser const &self) { return vocabulary::to_list(self.getPositional()); }
-PyObject *arguments(ArgumentParser const &self) { return vocabulary::to_list(self.getArguments()); }
+ArgumentParser* from_arguments(PyObject* arguments) {
+    return new ArgumentParser(read_texts(arguments));
+}
 
-PyObject *size_of(ArgumentParser const &self, hyx::String const &name)
-{
+void parse(ArgumentParser& self, PyObject* arguments) {
+    self.parse(read_texts(arguments));
+}
+
+PyObject* positional(ArgumentParser const& self) {
+    return vocabulary::to_list(self.getPositional());
+}
+
+PyObject* arguments(ArgumentParser const& self) {
+    return vocabulary::to_list(self.getArguments());
+}
+
+PyObject* size_of(ArgumentParser const& self, hyx::String const& name) {
     long width = 0;
     long height = 0;
     self.getSize(name, width, height);
@@ -37,19 +46,23 @@ PyObject *size_of(ArgumentParser const &self, hyx::String const &name)
 }
 
 constexpr Declared functions[] = {
-    FUNCTION(new_ArgumentParser, NEW(hyxIO::ArgumentParser, ()), CONTAINER(MAKE(hyxIO::ArgumentParser, from_arguments, (PyObject *)))),
+    FUNCTION(new_ArgumentParser, NEW(hyxIO::ArgumentParser, ()),
+             CONTAINER(MAKE(hyxIO::ArgumentParser, from_arguments, (PyObject*)))),
     FUNCTION(delete_ArgumentParser, DELETE(hyxIO::ArgumentParser)),
     FUNCTION(ArgumentParser_addOption,
-             METHOD(hyxIO::ArgumentParser, addOption, (hyx::String const &, hyx::String const &, hyx::String const &), hyx::String())),
-    FUNCTION(ArgumentParser_addFlag, METHOD(hyxIO::ArgumentParser, addFlag, (hyx::String const &, hyx::String const &))),
-    FUNCTION(ArgumentParser_parse, CONTAINER(ADAPTER(hyxIO::ArgumentParser, parse, parse, (PyObject *)))),
+             METHOD(hyxIO::ArgumentParser, addOption, (hyx::String const&, hyx::String const&, hyx::String const&),
+                    hyx::String())),
+    FUNCTION(ArgumentParser_addFlag, METHOD(hyxIO::ArgumentParser, addFlag, (hyx::String const&, hyx::String const&))),
+    FUNCTION(ArgumentParser_parse, CONTAINER(ADAPTER(hyxIO::ArgumentParser, parse, parse, (PyObject*)))),
     FUNCTION(ArgumentParser_isHelpRequested, METHOD(hyxIO::ArgumentParser, isHelpRequested, () const)),
     FUNCTION(ArgumentParser_getHelp, METHOD(hyxIO::ArgumentParser, getHelp, () const)),
-    FUNCTION(ArgumentParser_has, CONTAINER(METHOD(hyxIO::ArgumentParser, has, (hyx::String const &) const))),
-    FUNCTION(ArgumentParser_getString, CONTAINER(METHOD(hyxIO::ArgumentParser, getString, (hyx::String const &) const))),
-    FUNCTION(ArgumentParser_getReal, CONTAINER(METHOD(hyxIO::ArgumentParser, getReal, (hyx::String const &) const))),
-    FUNCTION(ArgumentParser_getInteger, CONTAINER(METHOD(hyxIO::ArgumentParser, getInteger, (hyx::String const &) const))),
-    FUNCTION(ArgumentParser_getSize, CONTAINER(ADAPTER(hyxIO::ArgumentParser, getSize, size_of, (hyx::String const &) const))),
+    FUNCTION(ArgumentParser_has, CONTAINER(METHOD(hyxIO::ArgumentParser, has, (hyx::String const&) const))),
+    FUNCTION(ArgumentParser_getString, CONTAINER(METHOD(hyxIO::ArgumentParser, getString, (hyx::String const&) const))),
+    FUNCTION(ArgumentParser_getReal, CONTAINER(METHOD(hyxIO::ArgumentParser, getReal, (hyx::String const&) const))),
+    FUNCTION(ArgumentParser_getInteger,
+             CONTAINER(METHOD(hyxIO::ArgumentParser, getInteger, (hyx::String const&) const))),
+    FUNCTION(ArgumentParser_getSize,
+             CONTAINER(ADAPTER(hyxIO::ArgumentParser, getSize, size_of, (hyx::String const&) const))),
     FUNCTION(ArgumentParser_getPositional, ADAPTER(hyxIO::ArgumentParser, getPositional, positional, () const)),
     FUNCTION(ArgumentParser_getArguments, ADAPTER(hyxIO::ArgumentParser, getArguments, arguments, () const)),
     REGISTER(hyxIO::ArgumentParser, ArgumentParser),

@@ -19,11 +19,10 @@ using runtime::install_constants;
 constexpr runtime::Constant module_constants[] = {{"SWIG_MODULE_hyxOSG", 1}};
 
 // The order of the steps is part of the interface.
-bool install(PyObject *dict)
-{
+bool install(PyObject* dict) {
     install_constants(dict, module_constants, text_constants, geometry_node_constants, scene_decorator_constants,
                       render_target_constants, scalar_color_map_constants, video_ffmpeg_pipe_capture_constants);
-    PyObject *globals = SWIG_Python_Globals();
+    PyObject* globals = SWIG_Python_Globals();
     if (!globals) {
         PyErr_SetString(PyExc_TypeError, "Failure to create SWIG globals.");
         return false;
@@ -41,4 +40,6 @@ bool install(PyObject *dict)
 
 } // namespace modules
 
-PyMODINIT_FUNC PyInit__hyxOSG() { return entry::initialise({"_hyxOSG", modules::install}); }
+PyMODINIT_FUNC PyInit__hyxOSG() {
+    return entry::initialise({"_hyxOSG", modules::install});
+}

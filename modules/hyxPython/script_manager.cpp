@@ -1,20 +1,19 @@
 // The errors of scripts that nobody caught.
+#include "platform/hyxPython/script_manager.h"
+
 #include "binding/vocabulary/python_values.h"
 #include "binding/vocabulary/rows.h"
-
-#include "platform/hyxPython/script_manager.h"
 
 namespace {
 
 using hyxPython::ScriptManager;
 
 // (where, message, traceback) of each.
-PyObject *errors(ScriptManager const &self)
-{
+PyObject* errors(ScriptManager const& self) {
     runtime::Reference const list = runtime::Reference::take(PyList_New(0));
-    for (ScriptManager::Error const &error : self.getErrors()) {
-        runtime::Reference const item =
-            runtime::Reference::take(Py_BuildValue("(sss)", error.where.c_str(), error.message.c_str(), error.traceback.c_str()));
+    for (ScriptManager::Error const& error : self.getErrors()) {
+        runtime::Reference const item = runtime::Reference::take(
+            Py_BuildValue("(sss)", error.where.c_str(), error.message.c_str(), error.traceback.c_str()));
         if (!list.get() || !item.get() || PyList_Append(list.get(), item.get()) < 0)
             throw vocabulary::PythonError();
     }
@@ -22,9 +21,9 @@ PyObject *errors(ScriptManager const &self)
 }
 
 constexpr Declared functions[] = {
-    FUNCTION(ScriptManager_instance,
-             STATIC(hyxPython::ScriptManager, instance, (hyx::String const &, hyx::String const &, hyx::String const &, bool),
-                    hyx::String(), hyx::String(), hyx::String(), false)),
+    FUNCTION(ScriptManager_instance, STATIC(hyxPython::ScriptManager, instance,
+                                            (hyx::String const&, hyx::String const&, hyx::String const&, bool),
+                                            hyx::String(), hyx::String(), hyx::String(), false)),
     FUNCTION(ScriptManager_hasErrors, METHOD(hyxPython::ScriptManager, hasErrors, () const)),
     FUNCTION(ScriptManager_getNumErrors, METHOD(hyxPython::ScriptManager, getNumErrors, () const)),
     FUNCTION(ScriptManager_getErrors, ADAPTER(hyxPython::ScriptManager, getErrors, errors, () const)),

@@ -1,39 +1,56 @@
 // Assemblies.
-#include "modules/hyx/joints/derived_constraint.h"
 #include "binding/vocabulary/rows.h"
-
+#include "modules/hyx/joints/derived_constraint.h"
 #include "platform/hyxSDK/simulation.h"
 
 namespace {
 
 using hyxSDK::Assembly;
 
-PyObject *bodies(Assembly const &self) { return vocabulary::to_shared_list(self.getRigidBodies()); }
-PyObject *geometries(Assembly const &self) { return vocabulary::to_shared_list(self.getGeometries()); }
-PyObject *constraints(Assembly const &self) { return modules::to_derived_list(self.getConstraints()); }
-PyObject *assemblies(Assembly const &self) { return vocabulary::to_shared_list(self.getAssemblies()); }
+PyObject* bodies(Assembly const& self) {
+    return vocabulary::to_shared_list(self.getRigidBodies());
+}
 
-PyObject *constraint(Assembly const &self, hyx::Name const &name) { return modules::to_derived(self.getConstraint(name)); }
+PyObject* geometries(Assembly const& self) {
+    return vocabulary::to_shared_list(self.getGeometries());
+}
+
+PyObject* constraints(Assembly const& self) {
+    return modules::to_derived_list(self.getConstraints());
+}
+
+PyObject* assemblies(Assembly const& self) {
+    return vocabulary::to_shared_list(self.getAssemblies());
+}
+
+PyObject* constraint(Assembly const& self, hyx::Name const& name) {
+    return modules::to_derived(self.getConstraint(name));
+}
 
 constexpr Declared functions[] = {
-    FUNCTION(new_Assembly, NEW(hyxSDK::Assembly, (hyx::Name const &), hyx::Name())),
+    FUNCTION(new_Assembly, NEW(hyxSDK::Assembly, (hyx::Name const&), hyx::Name())),
     FUNCTION(delete_Assembly, DELETE(hyxSDK::Assembly)),
-    FUNCTION(Assembly_add, METHOD(hyxSDK::Assembly, add, (hyx::RigidBody *)), METHOD(hyxSDK::Assembly, add, (hyxCollide::Geometry *)),
-             METHOD(hyxSDK::Assembly, add, (hyx::Constraint *)), METHOD(hyxSDK::Assembly, add, (hyx::Process *)),
-             METHOD(hyxSDK::Assembly, add, (hyx::Frame *)), METHOD(hyxSDK::Assembly, add, (hyxSDK::EventListener *)),
-             METHOD(hyxSDK::Assembly, add, (hyxSDK::Assembly *))),
-    FUNCTION(Assembly_remove, METHOD(hyxSDK::Assembly, remove, (hyx::RigidBody *)),
-             METHOD(hyxSDK::Assembly, remove, (hyxCollide::Geometry *)), METHOD(hyxSDK::Assembly, remove, (hyx::Constraint *)),
-             METHOD(hyxSDK::Assembly, remove, (hyx::Process *)), METHOD(hyxSDK::Assembly, remove, (hyx::Frame *)),
-             METHOD(hyxSDK::Assembly, remove, (hyxSDK::EventListener *)), METHOD(hyxSDK::Assembly, remove, (hyxSDK::Assembly *))),
+    FUNCTION(Assembly_add, METHOD(hyxSDK::Assembly, add, (hyx::RigidBody*)),
+             METHOD(hyxSDK::Assembly, add, (hyxCollide::Geometry*)), METHOD(hyxSDK::Assembly, add, (hyx::Constraint*)),
+             METHOD(hyxSDK::Assembly, add, (hyx::Process*)), METHOD(hyxSDK::Assembly, add, (hyx::Frame*)),
+             METHOD(hyxSDK::Assembly, add, (hyxSDK::EventListener*)),
+             METHOD(hyxSDK::Assembly, add, (hyxSDK::Assembly*))),
+    FUNCTION(Assembly_remove, METHOD(hyxSDK::Assembly, remove, (hyx::RigidBody*)),
+             METHOD(hyxSDK::Assembly, remove, (hyxCollide::Geometry*)),
+             METHOD(hyxSDK::Assembly, remove, (hyx::Constraint*)), METHOD(hyxSDK::Assembly, remove, (hyx::Process*)),
+             METHOD(hyxSDK::Assembly, remove, (hyx::Frame*)),
+             METHOD(hyxSDK::Assembly, remove, (hyxSDK::EventListener*)),
+             METHOD(hyxSDK::Assembly, remove, (hyxSDK::Assembly*))),
     FUNCTION(Assembly_getRigidBodies, ADAPTER(hyxSDK::Assembly, getRigidBodies, bodies, () const)),
     FUNCTION(Assembly_getGeometries, ADAPTER(hyxSDK::Assembly, getGeometries, geometries, () const)),
     FUNCTION(Assembly_getConstraints, ADAPTER(hyxSDK::Assembly, getConstraints, constraints, () const)),
     FUNCTION(Assembly_getAssemblies, ADAPTER(hyxSDK::Assembly, getAssemblies, assemblies, () const)),
-    FUNCTION(Assembly_getRigidBody, SHARED(hyx::RigidBody, METHOD(hyxSDK::Assembly, getRigidBody, (hyx::Name const &) const))),
-    FUNCTION(Assembly_getConstraint, ADAPTER(hyxSDK::Assembly, getConstraint, constraint, (hyx::Name const &) const)),
-    FUNCTION(Assembly_getAssembly, SHARED(hyxSDK::Assembly, METHOD(hyxSDK::Assembly, getAssembly, (hyx::Name const &) const))),
-    FUNCTION(Assembly_transform, METHOD(hyxSDK::Assembly, transform, (hyx::AffineMatrix4x4 const &))),
+    FUNCTION(Assembly_getRigidBody,
+             SHARED(hyx::RigidBody, METHOD(hyxSDK::Assembly, getRigidBody, (hyx::Name const&) const))),
+    FUNCTION(Assembly_getConstraint, ADAPTER(hyxSDK::Assembly, getConstraint, constraint, (hyx::Name const&) const)),
+    FUNCTION(Assembly_getAssembly,
+             SHARED(hyxSDK::Assembly, METHOD(hyxSDK::Assembly, getAssembly, (hyx::Name const&) const))),
+    FUNCTION(Assembly_transform, METHOD(hyxSDK::Assembly, transform, (hyx::AffineMatrix4x4 const&))),
     FUNCTION(Assembly_getSimulation, SHARED(hyxSDK::Simulation, METHOD(hyxSDK::Assembly, getSimulation, () const))),
     REGISTER(hyxSDK::Assembly, Assembly),
     INIT(Assembly),

@@ -1,7 +1,6 @@
 // The application's event of pausing and going on; its payload is whether the simulation steps from now on.
 #include "binding/vocabulary/python_values.h"
 #include "binding/vocabulary/rows.h"
-
 #include "platform/hyxOSG/application/example_application.h"
 #include "platform/hyxPython/script_manager.h"
 
@@ -11,23 +10,20 @@ namespace {
 
 using AutoStepEvent = hyxOSG::ExampleApplication::AutoStepEvent;
 
-void call(PyObject *function, bool stepping)
-{
-    if (PyObject *result = PyObject_CallOneArg(function, stepping ? Py_True : Py_False))
+void call(PyObject* function, bool stepping) {
+    if (PyObject* result = PyObject_CallOneArg(function, stepping ? Py_True : Py_False))
         Py_DECREF(result);
-    else if (auto *manager = hyxPython::ScriptManager::instance("", "", "", false))
+    else if (auto* manager = hyxPython::ScriptManager::instance("", "", "", false))
         manager->registerError("hyxOSG::ExampleApplication::AutoStepEvent");
 }
 
 // Native objects may outlive the interpreter.
-void release(PyObject *function)
-{
+void release(PyObject* function) {
     if (Py_IsInitialized())
         Py_DECREF(function);
 }
 
-void add(AutoStepEvent &self, PyObject *function)
-{
+void add(AutoStepEvent& self, PyObject* function) {
     if (!PyCallable_Check(function)) {
         PyErr_SetString(PyExc_TypeError, "an event calls a function or another callable");
         throw vocabulary::PythonError();
@@ -37,13 +33,18 @@ void add(AutoStepEvent &self, PyObject *function)
 }
 
 // Inherited from a template.
-void clear(AutoStepEvent &self) { self.clear(); }
-std::size_t size(AutoStepEvent const &self) { return self.size(); }
+void clear(AutoStepEvent& self) {
+    self.clear();
+}
+
+std::size_t size(AutoStepEvent const& self) {
+    return self.size();
+}
 
 constexpr Declared functions[] = {
     FUNCTION(new_AutoStepEvent, NEW(hyxOSG::ExampleApplication::AutoStepEvent, ())),
     FUNCTION(delete_AutoStepEvent, DELETE(hyxOSG::ExampleApplication::AutoStepEvent)),
-    FUNCTION(AutoStepEvent_add, ADAPTER(hyxOSG::ExampleApplication::AutoStepEvent, add, add, (PyObject *))),
+    FUNCTION(AutoStepEvent_add, ADAPTER(hyxOSG::ExampleApplication::AutoStepEvent, add, add, (PyObject*))),
     FUNCTION(AutoStepEvent_clear, ADAPTER(hyxOSG::ExampleApplication::AutoStepEvent, clear, clear, ())),
     FUNCTION(AutoStepEvent_size, ADAPTER(hyxOSG::ExampleApplication::AutoStepEvent, size, size, () const)),
     REGISTER(hyxOSG::ExampleApplication::AutoStepEvent, AutoStepEvent),

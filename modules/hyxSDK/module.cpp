@@ -4,12 +4,13 @@
 
 namespace {
 
-bool install(PyObject *dict)
-{
+bool install(PyObject* dict) {
     runtime::install_constants(dict, modules::simulation_constants, modules::gui_event_listener_constants);
     return true;
 }
 
 } // namespace
 
-PyMODINIT_FUNC PyInit__hyxSDK() { return entry::initialise({"_hyxSDK", install}); }
+PyMODINIT_FUNC PyInit__hyxSDK() {
+    return entry::initialise({"_hyxSDK", install});
+}

@@ -1,15 +1,19 @@
 // What is under a point of the screen.
+#include "platform/hyxSDK/pick_result.h"
+
 #include "binding/vocabulary/python_values.h"
 #include "binding/vocabulary/rows.h"
-
 #include "platform/hyx/bodies/rigid_body.h"
-#include "platform/hyxSDK/pick_result.h"
 
 namespace {
 
-PyObject *contacts(hyxSDK::PickResult const &self) { return vocabulary::to_list(self.getContacts()); }
+PyObject* contacts(hyxSDK::PickResult const& self) {
+    return vocabulary::to_list(self.getContacts());
+}
 
-unsigned long count(hyxSDK::PickResult const &self) { return self.getNumContacts(); }
+unsigned long count(hyxSDK::PickResult const& self) {
+    return self.getNumContacts();
+}
 
 constexpr Declared functions[] = {
     FUNCTION(new_PickResult, NEW(hyxSDK::PickResult, ())),

@@ -1,31 +1,52 @@
 // Simulations.
-#include "modules/hyx/joints/derived_constraint.h"
-#include "modules/hyx/objects/derived_process.h"
+#include "platform/hyxSDK/simulation.h"
+
 #include "binding/vocabulary/python_buffers.h"
 #include "binding/vocabulary/rows.h"
-
-#include "platform/hyxSDK/simulation.h"
+#include "modules/hyx/joints/derived_constraint.h"
+#include "modules/hyx/objects/derived_process.h"
 
 namespace {
 
 using hyxSDK::Simulation;
 
-PyObject *bodies(Simulation const &self) { return vocabulary::to_shared_list(self.getRigidBodies()); }
-PyObject *constraints(Simulation const &self) { return modules::to_derived_list(self.getConstraints()); }
-PyObject *processes(Simulation const &self) { return modules::to_derived_list(self.getProcesses()); }
-PyObject *frames(Simulation const &self) { return vocabulary::to_shared_list(self.getFrames()); }
-PyObject *listeners(Simulation const &self) { return vocabulary::to_shared_list(self.getEventListeners()); }
-PyObject *assemblies(Simulation const &self) { return vocabulary::to_shared_list(self.getAssemblies()); }
-PyObject *materials(Simulation const &self) { return vocabulary::to_shared_list(self.getMaterials()); }
+PyObject* bodies(Simulation const& self) {
+    return vocabulary::to_shared_list(self.getRigidBodies());
+}
 
-PyObject *constraint(Simulation const &self, hyx::Name const &name) { return modules::to_derived(self.getConstraint(name)); }
+PyObject* constraints(Simulation const& self) {
+    return modules::to_derived_list(self.getConstraints());
+}
+
+PyObject* processes(Simulation const& self) {
+    return modules::to_derived_list(self.getProcesses());
+}
+
+PyObject* frames(Simulation const& self) {
+    return vocabulary::to_shared_list(self.getFrames());
+}
+
+PyObject* listeners(Simulation const& self) {
+    return vocabulary::to_shared_list(self.getEventListeners());
+}
+
+PyObject* assemblies(Simulation const& self) {
+    return vocabulary::to_shared_list(self.getAssemblies());
+}
+
+PyObject* materials(Simulation const& self) {
+    return vocabulary::to_shared_list(self.getMaterials());
+}
+
+PyObject* constraint(Simulation const& self, hyx::Name const& name) {
+    return modules::to_derived(self.getConstraint(name));
+}
 
 // A row of position and rotation (x y z, x y z w) for each body, in the order of getRigidBodies.
-PyObject *poses(Simulation const &self)
-{
+PyObject* poses(Simulation const& self) {
     std::vector<double> numbers;
     numbers.reserve(7 * self.getRigidBodies().size());
-    for (auto const &body : self.getRigidBodies()) {
+    for (auto const& body : self.getRigidBodies()) {
         hyx::Vec3 const position = body->getPosition();
         hyx::Quat const rotation = body->getRotation();
         numbers.insert(numbers.end(), position.ptr(), position.ptr() + 3);
@@ -34,15 +55,13 @@ PyObject *poses(Simulation const &self)
     return vocabulary::to_buffer(numbers, 7);
 }
 
-PyObject *save_state(Simulation const &self)
-{
+PyObject* save_state(Simulation const& self) {
     std::string const state = self.saveState();
     return PyBytes_FromStringAndSize(state.data(), static_cast<Py_ssize_t>(state.size()));
 }
 
-void restore_state(Simulation &self, PyObject *state)
-{
-    char *bytes = nullptr;
+void restore_state(Simulation& self, PyObject* state) {
+    char* bytes = nullptr;
     Py_ssize_t size = 0;
     if (PyBytes_AsStringAndSize(state, &bytes, &size) < 0)
         throw vocabulary::PythonError();
@@ -50,27 +69,30 @@ void restore_state(Simulation &self, PyObject *state)
 }
 
 // Seconds of the last step: "step", "collision", "solver", "listeners", and the number "contactPoints".
-PyObject *statistics(Simulation const &self)
-{
-    Simulation::Statistics const &last = self.getStatistics();
-    return Py_BuildValue("{sdsdsdsdsk}", "step", last.step, "collision", last.collision, "solver", last.solver, "listeners",
-                         last.listeners, "contactPoints", last.numContactPoints);
+PyObject* statistics(Simulation const& self) {
+    Simulation::Statistics const& last = self.getStatistics();
+    return Py_BuildValue("{sdsdsdsdsk}", "step", last.step, "collision", last.collision, "solver", last.solver,
+                         "listeners", last.listeners, "contactPoints", last.numContactPoints);
 }
 
 // Python counts the references to a simulation; a script that leaves its last one ends it.
 constexpr Declared functions[] = {
-    FUNCTION(new_Simulation, NEW(hyxSDK::Simulation, (hyx::Name const &), hyx::Name())),
+    FUNCTION(new_Simulation, NEW(hyxSDK::Simulation, (hyx::Name const&), hyx::Name())),
     FUNCTION(delete_Simulation, DELETE(hyxSDK::Simulation)),
-    FUNCTION(Simulation_add, METHOD(hyxSDK::Simulation, add, (hyx::RigidBody *)), METHOD(hyxSDK::Simulation, add, (hyxCollide::Geometry *)),
-             METHOD(hyxSDK::Simulation, add, (hyx::Constraint *)), METHOD(hyxSDK::Simulation, add, (hyx::Process *)),
-             METHOD(hyxSDK::Simulation, add, (hyx::Frame *)), METHOD(hyxSDK::Simulation, add, (hyxSDK::EventListener *, int), 0),
-             METHOD(hyxSDK::Simulation, add, (hyxSDK::Assembly *)), METHOD(hyxSDK::Simulation, add, (hyx::Material *)),
-             METHOD(hyxSDK::Simulation, add, (hyx::ContactMaterial *))),
-    FUNCTION(Simulation_remove, METHOD(hyxSDK::Simulation, remove, (hyx::RigidBody *)),
-             METHOD(hyxSDK::Simulation, remove, (hyxCollide::Geometry *)), METHOD(hyxSDK::Simulation, remove, (hyx::Constraint *)),
-             METHOD(hyxSDK::Simulation, remove, (hyx::Process *)), METHOD(hyxSDK::Simulation, remove, (hyx::Frame *)),
-             METHOD(hyxSDK::Simulation, remove, (hyxSDK::EventListener *)), METHOD(hyxSDK::Simulation, remove, (hyxSDK::Assembly *)),
-             METHOD(hyxSDK::Simulation, remove, (hyx::Material *)), METHOD(hyxSDK::Simulation, remove, (hyx::ContactMaterial *))),
+    FUNCTION(Simulation_add, METHOD(hyxSDK::Simulation, add, (hyx::RigidBody*)),
+             METHOD(hyxSDK::Simulation, add, (hyxCollide::Geometry*)),
+             METHOD(hyxSDK::Simulation, add, (hyx::Constraint*)), METHOD(hyxSDK::Simulation, add, (hyx::Process*)),
+             METHOD(hyxSDK::Simulation, add, (hyx::Frame*)),
+             METHOD(hyxSDK::Simulation, add, (hyxSDK::EventListener*, int), 0),
+             METHOD(hyxSDK::Simulation, add, (hyxSDK::Assembly*)), METHOD(hyxSDK::Simulation, add, (hyx::Material*)),
+             METHOD(hyxSDK::Simulation, add, (hyx::ContactMaterial*))),
+    FUNCTION(
+        Simulation_remove, METHOD(hyxSDK::Simulation, remove, (hyx::RigidBody*)),
+        METHOD(hyxSDK::Simulation, remove, (hyxCollide::Geometry*)),
+        METHOD(hyxSDK::Simulation, remove, (hyx::Constraint*)), METHOD(hyxSDK::Simulation, remove, (hyx::Process*)),
+        METHOD(hyxSDK::Simulation, remove, (hyx::Frame*)), METHOD(hyxSDK::Simulation, remove, (hyxSDK::EventListener*)),
+        METHOD(hyxSDK::Simulation, remove, (hyxSDK::Assembly*)), METHOD(hyxSDK::Simulation, remove, (hyx::Material*)),
+        METHOD(hyxSDK::Simulation, remove, (hyx::ContactMaterial*))),
     FUNCTION(Simulation_cleanup, METHOD(hyxSDK::Simulation, cleanup, ())),
     FUNCTION(Simulation_getRigidBodies, ADAPTER(hyxSDK::Simulation, getRigidBodies, bodies, () const)),
     FUNCTION(Simulation_getConstraints, ADAPTER(hyxSDK::Simulation, getConstraints, constraints, () const)),
@@ -79,16 +101,20 @@ constexpr Declared functions[] = {
     FUNCTION(Simulation_getEventListeners, ADAPTER(hyxSDK::Simulation, getEventListeners, listeners, () const)),
     FUNCTION(Simulation_getAssemblies, ADAPTER(hyxSDK::Simulation, getAssemblies, assemblies, () const)),
     FUNCTION(Simulation_getMaterials, ADAPTER(hyxSDK::Simulation, getMaterials, materials, () const)),
-    FUNCTION(Simulation_getRigidBody, SHARED(hyx::RigidBody, METHOD(hyxSDK::Simulation, getRigidBody, (hyx::Name const &) const))),
-    FUNCTION(Simulation_getConstraint, ADAPTER(hyxSDK::Simulation, getConstraint, constraint, (hyx::Name const &) const)),
+    FUNCTION(Simulation_getRigidBody,
+             SHARED(hyx::RigidBody, METHOD(hyxSDK::Simulation, getRigidBody, (hyx::Name const&) const))),
+    FUNCTION(Simulation_getConstraint,
+             ADAPTER(hyxSDK::Simulation, getConstraint, constraint, (hyx::Name const&) const)),
     FUNCTION(Simulation_getPoses, ADAPTER(hyxSDK::Simulation, getPoses, poses, () const)),
-    FUNCTION(Simulation_getAssembly, SHARED(hyxSDK::Assembly, METHOD(hyxSDK::Simulation, getAssembly, (hyx::Name const &) const))),
-    FUNCTION(Simulation_getMaterial, SHARED(hyx::Material, METHOD(hyxSDK::Simulation, getMaterial, (hyx::Name const &) const))),
+    FUNCTION(Simulation_getAssembly,
+             SHARED(hyxSDK::Assembly, METHOD(hyxSDK::Simulation, getAssembly, (hyx::Name const&) const))),
+    FUNCTION(Simulation_getMaterial,
+             SHARED(hyx::Material, METHOD(hyxSDK::Simulation, getMaterial, (hyx::Name const&) const))),
     FUNCTION(Simulation_getContactMaterial,
-             SHARED(hyx::ContactMaterial,
-                    METHOD(hyxSDK::Simulation, getContactMaterial, (hyx::Material const *, hyx::Material const *) const))),
+             SHARED(hyx::ContactMaterial, METHOD(hyxSDK::Simulation, getContactMaterial,
+                                                 (hyx::Material const*, hyx::Material const*) const))),
     FUNCTION(Simulation_getSpace, SHARED(hyxCollide::Space, METHOD(hyxSDK::Simulation, getSpace, () const))),
-    FUNCTION(Simulation_setGravity, METHOD(hyxSDK::Simulation, setGravity, (hyx::Vec3 const &))),
+    FUNCTION(Simulation_setGravity, METHOD(hyxSDK::Simulation, setGravity, (hyx::Vec3 const&))),
     FUNCTION(Simulation_getGravity, METHOD(hyxSDK::Simulation, getGravity, () const)),
     FUNCTION(Simulation_setTimeStep, METHOD(hyxSDK::Simulation, setTimeStep, (hyx::Real))),
     FUNCTION(Simulation_getTimeStep, METHOD(hyxSDK::Simulation, getTimeStep, () const)),
@@ -103,9 +129,9 @@ constexpr Declared functions[] = {
     FUNCTION(Simulation_setEnableAutoSleep, METHOD(hyxSDK::Simulation, setEnableAutoSleep, (bool))),
     FUNCTION(Simulation_getEnableAutoSleep, METHOD(hyxSDK::Simulation, getEnableAutoSleep, () const)),
     FUNCTION(Simulation_saveState, ADAPTER(hyxSDK::Simulation, saveState, save_state, () const)),
-    FUNCTION(Simulation_restoreState, ADAPTER(hyxSDK::Simulation, restoreState, restore_state, (PyObject *))),
-    FUNCTION(Simulation_save, METHOD(hyxSDK::Simulation, save, (hyx::String const &) const)),
-    FUNCTION(Simulation_restore, METHOD(hyxSDK::Simulation, restore, (hyx::String const &))),
+    FUNCTION(Simulation_restoreState, ADAPTER(hyxSDK::Simulation, restoreState, restore_state, (PyObject*))),
+    FUNCTION(Simulation_save, METHOD(hyxSDK::Simulation, save, (hyx::String const&) const)),
+    FUNCTION(Simulation_restore, METHOD(hyxSDK::Simulation, restore, (hyx::String const&))),
     FUNCTION(Simulation_getStructureRevision, METHOD(hyxSDK::Simulation, getStructureRevision, () const)),
     FUNCTION(Simulation_getStatistics, ADAPTER(hyxSDK::Simulation, getStatistics, statistics, () const)),
     REGISTER(hyxSDK::Simulation, Simulation),

@@ -1,16 +1,19 @@
 // Terrains in a simulation.
+#include "platform/hyxSDK/terrain_instance.h"
+
 #include "binding/vocabulary/python_values.h"
 #include "binding/vocabulary/rows.h"
-
-#include "platform/hyxSDK/terrain_instance.h"
 
 namespace {
 
 constexpr Declared functions[] = {
-    FUNCTION(new_TerrainInstance, NEW(hyxSDK::TerrainInstance, (hyxTerrain::Terrain *))),
-    FUNCTION(TerrainInstance_getTerrain, SHARED(hyxTerrain::Terrain, METHOD(hyxSDK::TerrainInstance, getTerrain, () const))),
-    FUNCTION(TerrainInstance_getGeometry, SHARED(hyxCollide::Geometry, METHOD(hyxSDK::TerrainInstance, getGeometry, () const))),
-    FUNCTION(TerrainInstance_getRigidBody, SHARED(hyx::RigidBody, METHOD(hyxSDK::TerrainInstance, getRigidBody, () const))),
+    FUNCTION(new_TerrainInstance, NEW(hyxSDK::TerrainInstance, (hyxTerrain::Terrain*))),
+    FUNCTION(TerrainInstance_getTerrain,
+             SHARED(hyxTerrain::Terrain, METHOD(hyxSDK::TerrainInstance, getTerrain, () const))),
+    FUNCTION(TerrainInstance_getGeometry,
+             SHARED(hyxCollide::Geometry, METHOD(hyxSDK::TerrainInstance, getGeometry, () const))),
+    FUNCTION(TerrainInstance_getRigidBody,
+             SHARED(hyx::RigidBody, METHOD(hyxSDK::TerrainInstance, getRigidBody, () const))),
     FUNCTION(TerrainInstance_setEnableCompaction, METHOD(hyxSDK::TerrainInstance, setEnableCompaction, (bool))),
     FUNCTION(TerrainInstance_getEnableCompaction, METHOD(hyxSDK::TerrainInstance, getEnableCompaction, () const)),
     FUNCTION(TerrainInstance_step, METHOD(hyxSDK::TerrainInstance, step, (hyx::Real))),

@@ -1,9 +1,9 @@
 // Laser scanners.
-#include "binding/vocabulary/python_values.h"
-#include "binding/vocabulary/python_buffers.h"
-#include "binding/vocabulary/rows.h"
-
 #include "platform/hyxSensor/lidar.h"
+
+#include "binding/vocabulary/python_buffers.h"
+#include "binding/vocabulary/python_values.h"
+#include "binding/vocabulary/rows.h"
 #include "platform/hyx/bodies/frame.h"
 #include "platform/hyx/bodies/rigid_body.h"
 
@@ -11,33 +11,44 @@ namespace {
 
 using hyxSensor::LidarHit;
 
-PyObject *hits(hyxSensor::Lidar const &self) { return vocabulary::to_list(self.getHits()); }
-PyObject *ring_counts(hyxSensor::Lidar const &self) { return vocabulary::to_list(self.getRingCounts()); }
+PyObject* hits(hyxSensor::Lidar const& self) {
+    return vocabulary::to_list(self.getHits());
+}
+
+PyObject* ring_counts(hyxSensor::Lidar const& self) {
+    return vocabulary::to_list(self.getRingCounts());
+}
 
 // One number of each hit.
-template <class Number> PyObject *numbers_of(hyxSensor::Lidar const &self, Number LidarHit::*member)
-{
+template <class Number>
+PyObject* numbers_of(hyxSensor::Lidar const& self, Number LidarHit::* member) {
     std::vector<Number> numbers;
-    for (LidarHit const &hit : self.getHits())
+    for (LidarHit const& hit : self.getHits())
         numbers.push_back(hit.*member);
     return vocabulary::to_buffer(numbers, 0);
 }
 
-PyObject *intensities(hyxSensor::Lidar const &self) { return numbers_of(self, &LidarHit::intensity); }
-PyObject *distances(hyxSensor::Lidar const &self) { return numbers_of(self, &LidarHit::distance); }
-PyObject *rings(hyxSensor::Lidar const &self) { return numbers_of(self, &LidarHit::ring); }
+PyObject* intensities(hyxSensor::Lidar const& self) {
+    return numbers_of(self, &LidarHit::intensity);
+}
 
-PyObject *points(hyxSensor::Lidar const &self)
-{
+PyObject* distances(hyxSensor::Lidar const& self) {
+    return numbers_of(self, &LidarHit::distance);
+}
+
+PyObject* rings(hyxSensor::Lidar const& self) {
+    return numbers_of(self, &LidarHit::ring);
+}
+
+PyObject* points(hyxSensor::Lidar const& self) {
     std::vector<float> numbers;
-    for (LidarHit const &hit : self.getHits())
+    for (LidarHit const& hit : self.getHits())
         numbers.insert(numbers.end(), {hit.position.x, hit.position.y, hit.position.z});
     return vocabulary::to_buffer(numbers, 3);
 }
 
 // Three coordinates and one intensity for each hit; the distance is that from the scanner.
-void set_hits(hyxSensor::Lidar &self, PyObject *points, PyObject *intensities)
-{
+void set_hits(hyxSensor::Lidar& self, PyObject* points, PyObject* intensities) {
     std::vector<double> const places = vocabulary::read_buffer(points), values = vocabulary::read_buffer(intensities);
     if (places.size() != 3 * values.size())
         throw std::invalid_argument("a lidar needs three coordinates and one intensity for each hit");
@@ -51,10 +62,10 @@ void set_hits(hyxSensor::Lidar &self, PyObject *points, PyObject *intensities)
 }
 
 constexpr Declared functions[] = {
-    FUNCTION(new_Lidar, NEW(hyxSensor::Lidar, (hyx::Frame *), nullptr)),
-    FUNCTION(Lidar_setFrame, METHOD(hyxSensor::Lidar, setFrame, (hyx::Frame *))),
+    FUNCTION(new_Lidar, NEW(hyxSensor::Lidar, (hyx::Frame*), nullptr)),
+    FUNCTION(Lidar_setFrame, METHOD(hyxSensor::Lidar, setFrame, (hyx::Frame*))),
     FUNCTION(Lidar_getFrame, SHARED(hyx::Frame, METHOD(hyxSensor::Lidar, getFrame, () const))),
-    FUNCTION(Lidar_setIgnoredBody, METHOD(hyxSensor::Lidar, setIgnoredBody, (hyx::RigidBody *))),
+    FUNCTION(Lidar_setIgnoredBody, METHOD(hyxSensor::Lidar, setIgnoredBody, (hyx::RigidBody*))),
     FUNCTION(Lidar_getIgnoredBody, SHARED(hyx::RigidBody, METHOD(hyxSensor::Lidar, getIgnoredBody, () const))),
     FUNCTION(Lidar_setResolution, METHOD(hyxSensor::Lidar, setResolution, (hyx::UInt, hyx::UInt))),
     FUNCTION(Lidar_getNumRings, METHOD(hyxSensor::Lidar, getNumRings, () const)),
@@ -73,7 +84,7 @@ constexpr Declared functions[] = {
     FUNCTION(Lidar_getEnable, METHOD(hyxSensor::Lidar, getEnable, () const)),
     FUNCTION(Lidar_scan, METHOD(hyxSensor::Lidar, scan, ())),
     FUNCTION(Lidar_step, METHOD(hyxSensor::Lidar, step, (hyx::Real))),
-    FUNCTION(Lidar_setHits, CONTAINER(ADAPTER(hyxSensor::Lidar, setHits, set_hits, (PyObject *, PyObject *)))),
+    FUNCTION(Lidar_setHits, CONTAINER(ADAPTER(hyxSensor::Lidar, setHits, set_hits, (PyObject*, PyObject*)))),
     FUNCTION(Lidar_getHits, ADAPTER(hyxSensor::Lidar, getHits, hits, () const)),
     FUNCTION(Lidar_getPoints, ADAPTER(hyxSensor::Lidar, getPoints, points, () const)),
     FUNCTION(Lidar_getIntensities, ADAPTER(hyxSensor::Lidar, getIntensities, intensities, () const)),
@@ -86,7 +97,7 @@ constexpr Declared functions[] = {
     INIT(Lidar),
     FUNCTION(new_LidarHit, NEW(hyxSensor::LidarHit, ())),
     FUNCTION(LidarHit_position_get, GET(hyxSensor::LidarHit, position)),
-    FUNCTION(LidarHit_position_set, SET(hyxSensor::LidarHit, position, (hyx::Vec3f const &))),
+    FUNCTION(LidarHit_position_set, SET(hyxSensor::LidarHit, position, (hyx::Vec3f const&))),
     FUNCTION(LidarHit_intensity_get, GET(hyxSensor::LidarHit, intensity)),
     FUNCTION(LidarHit_intensity_set, SET(hyxSensor::LidarHit, intensity, (float))),
     FUNCTION(LidarHit_distance_get, GET(hyxSensor::LidarHit, distance)),

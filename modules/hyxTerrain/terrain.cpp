@@ -1,17 +1,18 @@
 // Soil.
-#include "binding/vocabulary/python_values.h"
-#include "binding/vocabulary/python_buffers.h"
-#include "binding/vocabulary/rows.h"
-
 #include "platform/hyxTerrain/terrain.h"
+
+#include "binding/vocabulary/python_buffers.h"
+#include "binding/vocabulary/python_values.h"
+#include "binding/vocabulary/rows.h"
 
 namespace {
 
 // A row of heights for each y, in metres.
-PyObject *heights(hyxTerrain::Terrain const &self) { return vocabulary::to_buffer(self.getHeights(), self.getNumColumnsX()); }
+PyObject* heights(hyxTerrain::Terrain const& self) {
+    return vocabulary::to_buffer(self.getHeights(), self.getNumColumnsX());
+}
 
-void set_heights(hyxTerrain::Terrain &self, PyObject *heights)
-{
+void set_heights(hyxTerrain::Terrain& self, PyObject* heights) {
     std::vector<double> const numbers = vocabulary::read_buffer(heights);
     if (numbers.size() != self.getNumColumnsX() * self.getNumColumnsY())
         throw std::invalid_argument("a terrain needs one height for each column");
@@ -19,8 +20,13 @@ void set_heights(hyxTerrain::Terrain &self, PyObject *heights)
         self.setHeight(i % self.getNumColumnsX(), i / self.getNumColumnsX(), numbers[i]);
 }
 
-PyObject *voxels(hyxTerrain::Terrain const &self, hyx::UInt x, hyx::UInt y) { return vocabulary::to_list(self.getVoxels(x, y)); }
-PyObject *tools(hyxTerrain::Terrain const &self) { return vocabulary::to_shared_list(self.getTools()); }
+PyObject* voxels(hyxTerrain::Terrain const& self, hyx::UInt x, hyx::UInt y) {
+    return vocabulary::to_list(self.getVoxels(x, y));
+}
+
+PyObject* tools(hyxTerrain::Terrain const& self) {
+    return vocabulary::to_shared_list(self.getTools());
+}
 
 constexpr Declared functions[] = {
     FUNCTION(new_Terrain, NEW(hyxTerrain::Terrain, (hyx::UInt, hyx::UInt, hyx::Real, hyx::Real))),
@@ -28,34 +34,39 @@ constexpr Declared functions[] = {
     FUNCTION(Terrain_getNumColumnsY, METHOD(hyxTerrain::Terrain, getNumColumnsY, () const)),
     FUNCTION(Terrain_getElementSize, METHOD(hyxTerrain::Terrain, getElementSize, () const)),
     FUNCTION(Terrain_getDepth, METHOD(hyxTerrain::Terrain, getDepth, () const)),
-    FUNCTION(Terrain_setPosition, METHOD(hyxTerrain::Terrain, setPosition, (hyx::Vec3 const &))),
+    FUNCTION(Terrain_setPosition, METHOD(hyxTerrain::Terrain, setPosition, (hyx::Vec3 const&))),
     FUNCTION(Terrain_getPosition, METHOD(hyxTerrain::Terrain, getPosition, () const)),
     FUNCTION(Terrain_getHeight, METHOD(hyxTerrain::Terrain, getHeight, (hyx::UInt, hyx::UInt) const)),
     FUNCTION(Terrain_setHeight, METHOD(hyxTerrain::Terrain, setHeight, (hyx::UInt, hyx::UInt, hyx::Real))),
     FUNCTION(Terrain_getHeights, ADAPTER(hyxTerrain::Terrain, getHeights, heights, () const)),
-    FUNCTION(Terrain_setHeights, CONTAINER(ADAPTER(hyxTerrain::Terrain, setHeights, set_heights, (PyObject *)))),
+    FUNCTION(Terrain_setHeights, CONTAINER(ADAPTER(hyxTerrain::Terrain, setHeights, set_heights, (PyObject*)))),
     FUNCTION(Terrain_getWorldHeight, METHOD(hyxTerrain::Terrain, getWorldHeight, (hyx::Real, hyx::Real) const)),
     FUNCTION(Terrain_getWorldNormal, METHOD(hyxTerrain::Terrain, getWorldNormal, (hyx::Real, hyx::Real) const)),
-    FUNCTION(Terrain_addMaterial, METHOD(hyxTerrain::Terrain, addMaterial, (hyxTerrain::SoilMaterial const &))),
+    FUNCTION(Terrain_addMaterial, METHOD(hyxTerrain::Terrain, addMaterial, (hyxTerrain::SoilMaterial const&))),
     FUNCTION(Terrain_getNumMaterials, METHOD(hyxTerrain::Terrain, getNumMaterials, () const)),
     FUNCTION(Terrain_getMaterial, METHOD(hyxTerrain::Terrain, getMaterial, (hyx::UInt) const)),
-    FUNCTION(Terrain_setMaterial, METHOD(hyxTerrain::Terrain, setMaterial, (hyx::UInt, hyxTerrain::SoilMaterial const &))),
-    FUNCTION(Terrain_setColumnMaterial, METHOD(hyxTerrain::Terrain, setColumnMaterial, (hyx::UInt, hyx::UInt, hyx::UInt, hyx::Real))),
+    FUNCTION(Terrain_setMaterial,
+             METHOD(hyxTerrain::Terrain, setMaterial, (hyx::UInt, hyxTerrain::SoilMaterial const&))),
+    FUNCTION(Terrain_setColumnMaterial,
+             METHOD(hyxTerrain::Terrain, setColumnMaterial, (hyx::UInt, hyx::UInt, hyx::UInt, hyx::Real))),
     FUNCTION(Terrain_getVoxels, ADAPTER(hyxTerrain::Terrain, getVoxels, voxels, (hyx::UInt, hyx::UInt) const)),
     FUNCTION(Terrain_getSurfaceMaterial, METHOD(hyxTerrain::Terrain, getSurfaceMaterial, (hyx::UInt, hyx::UInt) const)),
-    FUNCTION(Terrain_getSurfaceCompaction, METHOD(hyxTerrain::Terrain, getSurfaceCompaction, (hyx::UInt, hyx::UInt) const)),
+    FUNCTION(Terrain_getSurfaceCompaction,
+             METHOD(hyxTerrain::Terrain, getSurfaceCompaction, (hyx::UInt, hyx::UInt) const)),
     FUNCTION(Terrain_getFluidMass, METHOD(hyxTerrain::Terrain, getFluidMass, (hyx::UInt, hyx::UInt) const)),
     FUNCTION(Terrain_getFluidVelocity, METHOD(hyxTerrain::Terrain, getFluidVelocity, (hyx::UInt, hyx::UInt) const)),
     FUNCTION(Terrain_getMass, METHOD(hyxTerrain::Terrain, getMass, () const)),
     FUNCTION(Terrain_addMass, METHOD(hyxTerrain::Terrain, addMass, (hyx::UInt, hyx::UInt, hyx::Real, hyx::UInt), 0)),
     FUNCTION(Terrain_removeAbove, METHOD(hyxTerrain::Terrain, removeAbove, (hyx::UInt, hyx::UInt, hyx::Real))),
-    FUNCTION(Terrain_dig, METHOD(hyxTerrain::Terrain, dig, (hyx::UInt, hyx::UInt, hyx::Real, hyx::Vec3 const &), hyx::Vec3())),
+    FUNCTION(Terrain_dig,
+             METHOD(hyxTerrain::Terrain, dig, (hyx::UInt, hyx::UInt, hyx::Real, hyx::Vec3 const&), hyx::Vec3())),
     FUNCTION(Terrain_compact, METHOD(hyxTerrain::Terrain, compact, (hyx::UInt, hyx::UInt, hyx::Real))),
     FUNCTION(Terrain_disturb, METHOD(hyxTerrain::Terrain, disturb, ())),
-    FUNCTION(Terrain_addTool, METHOD(hyxTerrain::Terrain, addTool, (hyxTerrain::DigTool *))),
-    FUNCTION(Terrain_removeTool, METHOD(hyxTerrain::Terrain, removeTool, (hyxTerrain::DigTool *))),
+    FUNCTION(Terrain_addTool, METHOD(hyxTerrain::Terrain, addTool, (hyxTerrain::DigTool*))),
+    FUNCTION(Terrain_removeTool, METHOD(hyxTerrain::Terrain, removeTool, (hyxTerrain::DigTool*))),
     FUNCTION(Terrain_getTools, ADAPTER(hyxTerrain::Terrain, getTools, tools, () const)),
-    FUNCTION(Terrain_getSoilParticles, SHARED(hyx::ParticleSystem, METHOD(hyxTerrain::Terrain, getSoilParticles, () const))),
+    FUNCTION(Terrain_getSoilParticles,
+             SHARED(hyx::ParticleSystem, METHOD(hyxTerrain::Terrain, getSoilParticles, () const))),
     FUNCTION(Terrain_setEnableSoilParticles, METHOD(hyxTerrain::Terrain, setEnableSoilParticles, (bool))),
     FUNCTION(Terrain_getEnableSoilParticles, METHOD(hyxTerrain::Terrain, getEnableSoilParticles, () const)),
     FUNCTION(Terrain_step, METHOD(hyxTerrain::Terrain, step, (hyx::Real))),

@@ -1,16 +1,16 @@
 // Curves through points.
+#include "platform/hyxUtil/spline.h"
+
 #include "binding/vocabulary/python_values.h"
 #include "binding/vocabulary/rows.h"
-
-#include "platform/hyxUtil/spline.h"
 
 namespace {
 
 constexpr Declared functions[] = {
     FUNCTION(new_Spline, NEW(hyxUtil::Spline, ())),
-    FUNCTION(Spline_add, METHOD(hyxUtil::Spline, add, (hyx::Vec3 const &))),
-    FUNCTION(Spline_setPoint, METHOD(hyxUtil::Spline, setPoint, (hyx::Index, hyx::Vec3 const &))),
-    FUNCTION(Spline_setPoints, METHOD(hyxUtil::Spline, setPoints, (hyx::Vec3Vector const &))),
+    FUNCTION(Spline_add, METHOD(hyxUtil::Spline, add, (hyx::Vec3 const&))),
+    FUNCTION(Spline_setPoint, METHOD(hyxUtil::Spline, setPoint, (hyx::Index, hyx::Vec3 const&))),
+    FUNCTION(Spline_setPoints, METHOD(hyxUtil::Spline, setPoints, (hyx::Vec3Vector const&))),
     FUNCTION(Spline_clear, METHOD(hyxUtil::Spline, clear, ())),
     FUNCTION(Spline_getNumPoints, METHOD(hyxUtil::Spline, getNumPoints, () const)),
     FUNCTION(Spline_getPoint, METHOD(hyxUtil::Spline, getPoint, (hyx::Index) const)),

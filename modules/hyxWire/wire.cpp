@@ -1,20 +1,24 @@
 // Wires.
+#include "platform/hyxWire/wire.h"
+
 #include "binding/vocabulary/python_values.h"
 #include "binding/vocabulary/rows.h"
-
-#include "platform/hyxWire/wire.h"
 #include "platform/hyx/bodies/rigid_body.h"
 
 namespace {
 
-PyObject *points(hyxWire::Wire const &self) { return vocabulary::to_list(self.getPoints()); }
-PyObject *tensions(hyxWire::Wire const &self) { return vocabulary::to_list(self.getTensions()); }
+PyObject* points(hyxWire::Wire const& self) {
+    return vocabulary::to_list(self.getPoints());
+}
+
+PyObject* tensions(hyxWire::Wire const& self) {
+    return vocabulary::to_list(self.getTensions());
+}
 
 constexpr Declared functions[] = {
     FUNCTION(new_Wire, NEW(hyxWire::Wire, (hyx::Real, hyx::Real))),
-    FUNCTION(Wire_add,
-             METHOD(hyxWire::Wire, add, (hyx::Vec3 const &)),
-             METHOD(hyxWire::Wire, add, (hyx::RigidBody *, hyx::Vec3 const &))),
+    FUNCTION(Wire_add, METHOD(hyxWire::Wire, add, (hyx::Vec3 const&)),
+             METHOD(hyxWire::Wire, add, (hyx::RigidBody*, hyx::Vec3 const&))),
     FUNCTION(Wire_initialize, METHOD(hyxWire::Wire, initialize, ())),
     FUNCTION(Wire_isInitialized, METHOD(hyxWire::Wire, isInitialized, () const)),
     FUNCTION(Wire_getRadius, METHOD(hyxWire::Wire, getRadius, () const)),
@@ -24,7 +28,7 @@ constexpr Declared functions[] = {
     FUNCTION(Wire_getAxialStiffness, METHOD(hyxWire::Wire, getAxialStiffness, () const)),
     FUNCTION(Wire_setDamping, METHOD(hyxWire::Wire, setDamping, (hyx::Real))),
     FUNCTION(Wire_getDamping, METHOD(hyxWire::Wire, getDamping, () const)),
-    FUNCTION(Wire_setGravity, METHOD(hyxWire::Wire, setGravity, (hyx::Vec3 const &))),
+    FUNCTION(Wire_setGravity, METHOD(hyxWire::Wire, setGravity, (hyx::Vec3 const&))),
     FUNCTION(Wire_getGravity, METHOD(hyxWire::Wire, getGravity, () const)),
     FUNCTION(Wire_setNumSubsteps, METHOD(hyxWire::Wire, setNumSubsteps, (hyx::UInt))),
     FUNCTION(Wire_getNumSubsteps, METHOD(hyxWire::Wire, getNumSubsteps, () const)),

@@ -1,7 +1,6 @@
 // Loading of robot models: choices and results.
 #include "binding/vocabulary/python_values.h"
 #include "binding/vocabulary/rows.h"
-
 #include "platform/hyxtavlang/load_result.h"
 #include "platform/hyxtavlang/opt_params.h"
 
@@ -14,11 +13,11 @@ constexpr Declared functions[] = {
     FUNCTION(delete_OptParams, DELETE(hyxtavlang::OptParams)),
     FUNCTION(OptParams_setFixedBase, METHOD(hyxtavlang::OptParams, setFixedBase, (bool))),
     FUNCTION(OptParams_getFixedBase, METHOD(hyxtavlang::OptParams, getFixedBase, () const)),
-    FUNCTION(OptParams_addSearchPath, METHOD(hyxtavlang::OptParams, addSearchPath, (std::string const &))),
+    FUNCTION(OptParams_addSearchPath, METHOD(hyxtavlang::OptParams, addSearchPath, (std::string const&))),
     FUNCTION(OptParams_getSearchPaths, METHOD(hyxtavlang::OptParams, getSearchPaths, () const)),
     FUNCTION(OptParams_setSelfCollision, METHOD(hyxtavlang::OptParams, setSelfCollision, (bool))),
     FUNCTION(OptParams_getSelfCollision, METHOD(hyxtavlang::OptParams, getSelfCollision, () const)),
-    FUNCTION(OptParams_setNamePrefix, METHOD(hyxtavlang::OptParams, setNamePrefix, (std::string const &))),
+    FUNCTION(OptParams_setNamePrefix, METHOD(hyxtavlang::OptParams, setNamePrefix, (std::string const&))),
     FUNCTION(OptParams_getNamePrefix, METHOD(hyxtavlang::OptParams, getNamePrefix, () const)),
     REGISTER(hyxtavlang::OptParams, OptParams),
     INIT(OptParams),

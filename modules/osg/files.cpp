@@ -10,34 +10,44 @@
 namespace osgDB {
 namespace {
 
-// The plain readers and writers, in forms that a row can name. A file that cannot be read gives null, one that cannot be
-// written false.
-osg::Node *read_node(std::string const &file) { return osgDB::readRefNodeFile(file).release(); }
-osg::Image *read_image(std::string const &file) { return osgDB::readRefImageFile(file).release(); }
-bool write_node(osg::Node const &node, std::string const &file) { return osgDB::writeNodeFile(node, file); }
-bool write_image(osg::Image const &image, std::string const &file) { return osgDB::writeImageFile(image, file); }
+// The plain readers and writers, in forms that a row can name. A file that cannot be read gives null, one that cannot
+// be written false.
+osg::Node* read_node(std::string const& file) {
+    return osgDB::readRefNodeFile(file).release();
+}
+
+osg::Image* read_image(std::string const& file) {
+    return osgDB::readRefImageFile(file).release();
+}
+
+bool write_node(osg::Node const& node, std::string const& file) {
+    return osgDB::writeNodeFile(node, file);
+}
+
+bool write_image(osg::Image const& image, std::string const& file) {
+    return osgDB::writeImageFile(image, file);
+}
 
 } // namespace
 } // namespace osgDB
 
 namespace {
 
-void set_path(osgDB::Options &self, std::string const &path)
-{
+void set_path(osgDB::Options& self, std::string const& path) {
     self.getDatabasePathList().clear();
     self.getDatabasePathList().push_back(path);
 }
 
 constexpr Declared functions[] = {
-    FUNCTION(new_Options, NEW(osgDB::Options, ()), NEW(osgDB::Options, (std::string const &))),
-    FUNCTION(Options_setOptionString, METHOD(osgDB::Options, setOptionString, (std::string const &))),
+    FUNCTION(new_Options, NEW(osgDB::Options, ()), NEW(osgDB::Options, (std::string const&))),
+    FUNCTION(Options_setOptionString, METHOD(osgDB::Options, setOptionString, (std::string const&))),
     FUNCTION(Options_getOptionString, METHOD(osgDB::Options, getOptionString, () const)),
-    FUNCTION(Options_setDatabasePath, ADAPTER(osgDB::Options, setDatabasePath, set_path, (std::string const &))),
+    FUNCTION(Options_setDatabasePath, ADAPTER(osgDB::Options, setDatabasePath, set_path, (std::string const&))),
     SHARED_CLASS_ROWS(osgDB::Options, Options),
-    FUNCTION(readNodeFile, SHARED_NODE(osg::Node, FREE(osgDB::read_node, (std::string const &)))),
-    FUNCTION(readImageFile, SHARED_NODE(osg::Image, FREE(osgDB::read_image, (std::string const &)))),
-    FUNCTION(writeNodeFile, FREE(osgDB::write_node, (osg::Node const &, std::string const &))),
-    FUNCTION(writeImageFile, FREE(osgDB::write_image, (osg::Image const &, std::string const &))),
+    FUNCTION(readNodeFile, SHARED_NODE(osg::Node, FREE(osgDB::read_node, (std::string const&)))),
+    FUNCTION(readImageFile, SHARED_NODE(osg::Image, FREE(osgDB::read_image, (std::string const&)))),
+    FUNCTION(writeNodeFile, FREE(osgDB::write_node, (osg::Node const&, std::string const&))),
+    FUNCTION(writeImageFile, FREE(osgDB::write_image, (osg::Image const&, std::string const&))),
 };
 
 } // namespace

@@ -1,6 +1,5 @@
 // Meshes that scripts make point by point.
 #include "modules/osg/scene_graph_rows.h"
-
 #include "platform/hyx/values/vec3.h"
 
 #include <osg/Drawable>
@@ -11,9 +10,9 @@
 namespace {
 
 // All numbers of a buffer of floats or doubles (a NumPy array), or of a list of rows.
-std::vector<float> read_rows(PyObject *rows, std::size_t width)
-{
-    runtime::Reference const fast = runtime::Reference::take(PySequence_Fast(rows, "expected a sequence of rows of numbers"));
+std::vector<float> read_rows(PyObject* rows, std::size_t width) {
+    runtime::Reference const fast =
+        runtime::Reference::take(PySequence_Fast(rows, "expected a sequence of rows of numbers"));
     if (!fast.get())
         throw vocabulary::PythonError();
     std::vector<float> numbers;
@@ -25,8 +24,8 @@ std::vector<float> read_rows(PyObject *rows, std::size_t width)
     return numbers;
 }
 
-template <class Array> osg::ref_ptr<Array> array_of(PyObject *rows)
-{
+template <class Array>
+osg::ref_ptr<Array> array_of(PyObject* rows) {
     using Element = typename Array::ElementDataType;
     std::vector<float> const numbers = read_rows(rows, Element::num_components);
     osg::ref_ptr<Array> const array = new Array;
@@ -38,27 +37,29 @@ template <class Array> osg::ref_ptr<Array> array_of(PyObject *rows)
     return array;
 }
 
-void set_vertices(osg::Geometry &self, PyObject *rows)
-{
+void set_vertices(osg::Geometry& self, PyObject* rows) {
     self.setVertexArray(array_of<osg::Vec3Array>(rows));
     self.dirtyBound();
 }
-void set_normals(osg::Geometry &self, PyObject *rows) { self.setNormalArray(array_of<osg::Vec3Array>(rows), osg::Array::BIND_PER_VERTEX); }
-void set_colors(osg::Geometry &self, PyObject *rows)
-{
+
+void set_normals(osg::Geometry& self, PyObject* rows) {
+    self.setNormalArray(array_of<osg::Vec3Array>(rows), osg::Array::BIND_PER_VERTEX);
+}
+
+void set_colors(osg::Geometry& self, PyObject* rows) {
     osg::ref_ptr<osg::Vec4Array> const colors = array_of<osg::Vec4Array>(rows);
     self.setColorArray(colors, colors->size() == 1 ? osg::Array::BIND_OVERALL : osg::Array::BIND_PER_VERTEX);
 }
-void set_texcoords(osg::Geometry &self, PyObject *rows)
-{
+
+void set_texcoords(osg::Geometry& self, PyObject* rows) {
     self.setTexCoordArray(0, array_of<osg::Vec2Array>(rows), osg::Array::BIND_PER_VERTEX);
 }
 
 // Elements of a mode (GL_POINTS 0, GL_LINES 1, GL_TRIANGLES 4 ...), each the place of a vertex.
-void add_elements(osg::Geometry &self, unsigned int mode, PyObject *indices)
-{
+void add_elements(osg::Geometry& self, unsigned int mode, PyObject* indices) {
     unsigned int const vertices = self.getVertexArray() ? self.getVertexArray()->getNumElements() : 0;
-    runtime::Reference const fast = runtime::Reference::take(PySequence_Fast(indices, "expected a sequence of indices"));
+    runtime::Reference const fast =
+        runtime::Reference::take(PySequence_Fast(indices, "expected a sequence of indices"));
     if (!fast.get())
         throw vocabulary::PythonError();
     osg::ref_ptr<osg::DrawElementsUInt> const elements = new osg::DrawElementsUInt(mode);
@@ -73,35 +74,47 @@ void add_elements(osg::Geometry &self, unsigned int mode, PyObject *indices)
     self.addPrimitiveSet(elements);
 }
 
-unsigned int vertex_count(osg::Geometry const &self) { return self.getVertexArray() ? self.getVertexArray()->getNumElements() : 0; }
-hyx::Vec3 vec3_at(osg::Array const *array, unsigned int place)
-{
-    auto const *const vectors = dynamic_cast<osg::Vec3Array const *>(array);
+unsigned int vertex_count(osg::Geometry const& self) {
+    return self.getVertexArray() ? self.getVertexArray()->getNumElements() : 0;
+}
+
+hyx::Vec3 vec3_at(osg::Array const* array, unsigned int place) {
+    auto const* const vectors = dynamic_cast<osg::Vec3Array const*>(array);
     if (!vectors || place >= vectors->size())
         throw std::out_of_range("there is no vertex " + std::to_string(place) + " with that value");
-    osg::Vec3 const &value = (*vectors)[place];
+    osg::Vec3 const& value = (*vectors)[place];
     return {value.x(), value.y(), value.z()};
 }
-hyx::Vec3 vertex(osg::Geometry const &self, unsigned int place) { return vec3_at(self.getVertexArray(), place); }
-hyx::Vec3 normal(osg::Geometry const &self, unsigned int place) { return vec3_at(self.getNormalArray(), place); }
-osg::Vec4f vertex_color(osg::Geometry const &self, unsigned int place)
-{
-    auto const *const colors = dynamic_cast<osg::Vec4Array const *>(self.getColorArray());
+
+hyx::Vec3 vertex(osg::Geometry const& self, unsigned int place) {
+    return vec3_at(self.getVertexArray(), place);
+}
+
+hyx::Vec3 normal(osg::Geometry const& self, unsigned int place) {
+    return vec3_at(self.getNormalArray(), place);
+}
+
+osg::Vec4f vertex_color(osg::Geometry const& self, unsigned int place) {
+    auto const* const colors = dynamic_cast<osg::Vec4Array const*>(self.getColorArray());
     if (!colors || colors->empty() || (place >= colors->size() && colors->getBinding() != osg::Array::BIND_OVERALL))
         throw std::out_of_range("there is no vertex " + std::to_string(place) + " with a colour");
     return colors->getBinding() == osg::Array::BIND_OVERALL ? colors->front() : (*colors)[place];
 }
-osg::BoundingBox bounding_box(osg::Drawable const &self) { return self.getBoundingBox(); }
+
+osg::BoundingBox bounding_box(osg::Drawable const& self) {
+    return self.getBoundingBox();
+}
 
 constexpr Declared functions[] = {
     FUNCTION(Drawable_getBoundingBox, ADAPTER(osg::Drawable, getBoundingBox, bounding_box, () const)),
     SHARED_CLASS_ROWS(osg::Drawable, Drawable),
     FUNCTION(new_Geometry, NEW(osg::Geometry, ())),
-    FUNCTION(Geometry_setVertexArray, ADAPTER(osg::Geometry, setVertexArray, set_vertices, (PyObject *))),
-    FUNCTION(Geometry_setNormalArray, ADAPTER(osg::Geometry, setNormalArray, set_normals, (PyObject *))),
-    FUNCTION(Geometry_setColorArray, ADAPTER(osg::Geometry, setColorArray, set_colors, (PyObject *))),
-    FUNCTION(Geometry_setTexCoordArray, ADAPTER(osg::Geometry, setTexCoordArray, set_texcoords, (PyObject *))),
-    FUNCTION(Geometry_addElements, CONTAINER(ADAPTER(osg::Geometry, addElements, add_elements, (unsigned int, PyObject *)))),
+    FUNCTION(Geometry_setVertexArray, ADAPTER(osg::Geometry, setVertexArray, set_vertices, (PyObject*))),
+    FUNCTION(Geometry_setNormalArray, ADAPTER(osg::Geometry, setNormalArray, set_normals, (PyObject*))),
+    FUNCTION(Geometry_setColorArray, ADAPTER(osg::Geometry, setColorArray, set_colors, (PyObject*))),
+    FUNCTION(Geometry_setTexCoordArray, ADAPTER(osg::Geometry, setTexCoordArray, set_texcoords, (PyObject*))),
+    FUNCTION(Geometry_addElements,
+             CONTAINER(ADAPTER(osg::Geometry, addElements, add_elements, (unsigned int, PyObject*)))),
     FUNCTION(Geometry_getNumVertices, ADAPTER(osg::Geometry, getNumVertices, vertex_count, () const)),
     FUNCTION(Geometry_getNumPrimitiveSets, METHOD(osg::Geometry, getNumPrimitiveSets, () const)),
     FUNCTION(Geometry_getVertex, CONTAINER(ADAPTER(osg::Geometry, getVertex, vertex, (unsigned int) const))),

@@ -4,12 +4,13 @@
 
 namespace {
 
-bool install(PyObject *dict)
-{
+bool install(PyObject* dict) {
     runtime::install_constants(dict, modules::scene_graph_constants);
     return true;
 }
 
 } // namespace
 
-PyMODINIT_FUNC PyInit__osg() { return entry::initialise({"_osg", install}); }
+PyMODINIT_FUNC PyInit__osg() {
+    return entry::initialise({"_osg", install});
+}

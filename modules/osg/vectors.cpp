@@ -13,113 +13,155 @@
 
 namespace {
 
-template <class Value> std::string text(Value const &self, char const *name)
-{
+template <class Value>
+std::string text(Value const& self, char const* name) {
     return std::string("osg.") + name + "(" + modules::component_text(self) + ")";
 }
-std::string text2f(osg::Vec2f const &self) { return text(self, "Vec2f"); }
-std::string text3f(osg::Vec3f const &self) { return text(self, "Vec3f"); }
-std::string text4f(osg::Vec4f const &self) { return text(self, "Vec4f"); }
-std::string text3d(osg::Vec3d const &self) { return text(self, "Vec3d"); }
 
-template <class Value> Value sum(Value const &self, Value const &other) { return self + other; }
-template <class Value> Value difference(Value const &self, Value const &other) { return self - other; }
-template <class Value> Value opposite(Value const &self) { return -self; }
-template <class Value> Value scaled(Value const &self, double factor) { return self * static_cast<typename Value::value_type>(factor); }
+std::string text2f(osg::Vec2f const& self) {
+    return text(self, "Vec2f");
+}
 
-unsigned long quat_count(osg::Quat const &) { return 4; }
-double quat_part(osg::Quat const &self, long index)
-{
+std::string text3f(osg::Vec3f const& self) {
+    return text(self, "Vec3f");
+}
+
+std::string text4f(osg::Vec4f const& self) {
+    return text(self, "Vec4f");
+}
+
+std::string text3d(osg::Vec3d const& self) {
+    return text(self, "Vec3d");
+}
+
+template <class Value>
+Value sum(Value const& self, Value const& other) {
+    return self + other;
+}
+
+template <class Value>
+Value difference(Value const& self, Value const& other) {
+    return self - other;
+}
+
+template <class Value>
+Value opposite(Value const& self) {
+    return -self;
+}
+
+template <class Value>
+Value scaled(Value const& self, double factor) {
+    return self * static_cast<typename Value::value_type>(factor);
+}
+
+unsigned long quat_count(osg::Quat const&) {
+    return 4;
+}
+
+double quat_part(osg::Quat const& self, long index) {
     if (index < 0 || index > 3)
         throw std::out_of_range("component index out of range: there are 4");
     return self[static_cast<int>(index)];
 }
-osg::Vec3d rotate(osg::Quat const &self, osg::Vec3d const &vector) { return self * vector; }
 
-double matrix_part(osg::Matrixd const &self, int row, int column)
-{
+osg::Vec3d rotate(osg::Quat const& self, osg::Vec3d const& vector) {
+    return self * vector;
+}
+
+double matrix_part(osg::Matrixd const& self, int row, int column) {
     if (row < 0 || row > 3 || column < 0 || column > 3)
         throw std::out_of_range("a matrix has rows and columns 0 to 3");
     return self(row, column);
 }
-void set_matrix_part(osg::Matrixd &self, int row, int column, double value)
-{
+
+void set_matrix_part(osg::Matrixd& self, int row, int column, double value) {
     matrix_part(self, row, column);
     self(row, column) = value;
 }
-osg::Matrixd product(osg::Matrixd const &self, osg::Matrixd const &other) { return self * other; }
-osg::Matrixd inverse(osg::Matrixd const &self)
-{
+
+osg::Matrixd product(osg::Matrixd const& self, osg::Matrixd const& other) {
+    return self * other;
+}
+
+osg::Matrixd inverse(osg::Matrixd const& self) {
     osg::Matrixd result;
     bool const inverted = result.invert(self);
     if (!inverted || !std::all_of(result.ptr(), result.ptr() + 16, [](double part) { return std::isfinite(part); }))
         throw std::invalid_argument("the matrix has no inverse");
     return result;
 }
-osg::Vec3d transformed(osg::Matrixd const &self, osg::Vec3d const &point) { return point * self; }
-osg::Matrixd *matrix_from_numbers(PyObject *numbers)
-{
+
+osg::Vec3d transformed(osg::Matrixd const& self, osg::Vec3d const& point) {
+    return point * self;
+}
+
+osg::Matrixd* matrix_from_numbers(PyObject* numbers) {
     double read[16];
     vocabulary::read_numbers(numbers, 16, read);
     return new osg::Matrixd(read);
 }
 
-#define ARITHMETIC_ROWS(class_, name_)                                                              \
-    OPERATOR(name_##___add__, ADAPTER(class_, __add__, sum<class_>, (class_ const &) const)),       \
-    OPERATOR(name_##___sub__, ADAPTER(class_, __sub__, difference<class_>, (class_ const &) const)), \
-    OPERATOR(name_##___mul__, ADAPTER(class_, __mul__, scaled<class_>, (double) const)),            \
-    FUNCTION(name_##___neg__, ADAPTER(class_, __neg__, opposite<class_>, () const)),                \
-    FUNCTION(name_##_length, METHOD(class_, length, () const))
+#define ARITHMETIC_ROWS(class_, name_)                                                                  \
+    OPERATOR(name_##___add__, ADAPTER(class_, __add__, sum<class_>, (class_ const&) const)),            \
+        OPERATOR(name_##___sub__, ADAPTER(class_, __sub__, difference<class_>, (class_ const&) const)), \
+        OPERATOR(name_##___mul__, ADAPTER(class_, __mul__, scaled<class_>, (double) const)),            \
+        FUNCTION(name_##___neg__, ADAPTER(class_, __neg__, opposite<class_>, () const)),                \
+        FUNCTION(name_##_length, METHOD(class_, length, () const))
 
 constexpr Declared functions[] = {
-    FUNCTION(new_Vec2f, NEW(osg::Vec2f, ()), NEW(osg::Vec2f, (float, float)), NEW(osg::Vec2f, (osg::Vec2f const &)),
-             CONTAINER(MAKE(osg::Vec2f, modules::from_components<osg::Vec2f>, (PyObject *)))),
+    FUNCTION(new_Vec2f, NEW(osg::Vec2f, ()), NEW(osg::Vec2f, (float, float)), NEW(osg::Vec2f, (osg::Vec2f const&)),
+             CONTAINER(MAKE(osg::Vec2f, modules::from_components<osg::Vec2f>, (PyObject*)))),
     COMPONENT_ROWS(osg::Vec2f, Vec2f),
     ARITHMETIC_ROWS(osg::Vec2f, Vec2f),
     FUNCTION(Vec2f___repr__, ADAPTER(osg::Vec2f, __repr__, text2f, () const)),
-    FUNCTION(new_Vec3f, NEW(osg::Vec3f, ()), NEW(osg::Vec3f, (float, float, float)), NEW(osg::Vec3f, (osg::Vec3f const &)),
-             CONTAINER(MAKE(osg::Vec3f, modules::from_components<osg::Vec3f>, (PyObject *)))),
+    FUNCTION(new_Vec3f, NEW(osg::Vec3f, ()), NEW(osg::Vec3f, (float, float, float)),
+             NEW(osg::Vec3f, (osg::Vec3f const&)),
+             CONTAINER(MAKE(osg::Vec3f, modules::from_components<osg::Vec3f>, (PyObject*)))),
     COMPONENT_ROWS(osg::Vec3f, Vec3f),
     ARITHMETIC_ROWS(osg::Vec3f, Vec3f),
     FUNCTION(Vec3f___repr__, ADAPTER(osg::Vec3f, __repr__, text3f, () const)),
     FUNCTION(new_Vec4f, NEW(osg::Vec4f, ()), NEW(osg::Vec4f, (float, float, float, float)),
-             NEW(osg::Vec4f, (osg::Vec4f const &)), CONTAINER(MAKE(osg::Vec4f, modules::from_components<osg::Vec4f>, (PyObject *)))),
+             NEW(osg::Vec4f, (osg::Vec4f const&)),
+             CONTAINER(MAKE(osg::Vec4f, modules::from_components<osg::Vec4f>, (PyObject*)))),
     COMPONENT_ROWS(osg::Vec4f, Vec4f),
     ARITHMETIC_ROWS(osg::Vec4f, Vec4f),
     FUNCTION(Vec4f___repr__, ADAPTER(osg::Vec4f, __repr__, text4f, () const)),
-    FUNCTION(new_Vec3d, NEW(osg::Vec3d, ()), NEW(osg::Vec3d, (double, double, double)), NEW(osg::Vec3d, (osg::Vec3f const &)),
-             NEW(osg::Vec3d, (osg::Vec3d const &)), CONTAINER(MAKE(osg::Vec3d, modules::from_components<osg::Vec3d>, (PyObject *)))),
+    FUNCTION(new_Vec3d, NEW(osg::Vec3d, ()), NEW(osg::Vec3d, (double, double, double)),
+             NEW(osg::Vec3d, (osg::Vec3f const&)), NEW(osg::Vec3d, (osg::Vec3d const&)),
+             CONTAINER(MAKE(osg::Vec3d, modules::from_components<osg::Vec3d>, (PyObject*)))),
     COMPONENT_ROWS(osg::Vec3d, Vec3d),
     ARITHMETIC_ROWS(osg::Vec3d, Vec3d),
     FUNCTION(Vec3d___repr__, ADAPTER(osg::Vec3d, __repr__, text3d, () const)),
 
     FUNCTION(new_Quat, NEW(osg::Quat, ()), NEW(osg::Quat, (double, double, double, double)),
-             NEW(osg::Quat, (double, osg::Vec3d const &))),
+             NEW(osg::Quat, (double, osg::Vec3d const&))),
     FUNCTION(delete_Quat, DELETE(osg::Quat)),
     FUNCTION(Quat___len__, ADAPTER(osg::Quat, __len__, quat_count, () const)),
     FUNCTION(Quat___getitem__, CONTAINER(ADAPTER(osg::Quat, __getitem__, quat_part, (long) const))),
-    FUNCTION(Quat_rotate, ADAPTER(osg::Quat, rotate, rotate, (osg::Vec3d const &) const)),
+    FUNCTION(Quat_rotate, ADAPTER(osg::Quat, rotate, rotate, (osg::Vec3d const&) const)),
     REGISTER(osg::Quat, Quat),
     INIT(Quat),
 
-    FUNCTION(new_Matrixd, NEW(osg::Matrixd, ()), NEW(osg::Matrixd, (osg::Matrixd const &)),
-             CONTAINER(MAKE(osg::Matrixd, matrix_from_numbers, (PyObject *)))),
+    FUNCTION(new_Matrixd, NEW(osg::Matrixd, ()), NEW(osg::Matrixd, (osg::Matrixd const&)),
+             CONTAINER(MAKE(osg::Matrixd, matrix_from_numbers, (PyObject*)))),
     FUNCTION(delete_Matrixd, DELETE(osg::Matrixd)),
     FUNCTION(Matrixd_get, CONTAINER(ADAPTER(osg::Matrixd, get, matrix_part, (int, int) const))),
     FUNCTION(Matrixd_set, CONTAINER(ADAPTER(osg::Matrixd, set, set_matrix_part, (int, int, double)))),
-    OPERATOR(Matrixd___mul__, ADAPTER(osg::Matrixd, __mul__, product, (osg::Matrixd const &) const)),
+    OPERATOR(Matrixd___mul__, ADAPTER(osg::Matrixd, __mul__, product, (osg::Matrixd const&) const)),
     FUNCTION(Matrixd_inverse, ADAPTER(osg::Matrixd, inverse, inverse, () const)),
-    FUNCTION(Matrixd_transform, ADAPTER(osg::Matrixd, transform, transformed, (osg::Vec3d const &) const)),
+    FUNCTION(Matrixd_transform, ADAPTER(osg::Matrixd, transform, transformed, (osg::Vec3d const&) const)),
     FUNCTION(Matrixd_getTrans, METHOD(osg::Matrixd, getTrans, () const)),
     FUNCTION(Matrixd_getScale, METHOD(osg::Matrixd, getScale, () const)),
     FUNCTION(Matrixd_getRotate, METHOD(osg::Matrixd, getRotate, () const)),
     FUNCTION(Matrixd_isIdentity, METHOD(osg::Matrixd, isIdentity, () const)),
-    FUNCTION(Matrixd_scale, STATIC(osg::Matrixd, scale, (osg::Vec3d const &)), STATIC(osg::Matrixd, scale, (osg::Vec3f const &)),
-             STATIC(osg::Matrixd, scale, (double, double, double))),
-    FUNCTION(Matrixd_rotate, STATIC(osg::Matrixd, rotate, (osg::Quat const &)), STATIC(osg::Matrixd, rotate, (double, osg::Vec3d const &))),
-    FUNCTION(Matrixd_translate, STATIC(osg::Matrixd, translate, (osg::Vec3d const &)), STATIC(osg::Matrixd, translate, (osg::Vec3f const &)),
+    FUNCTION(Matrixd_scale, STATIC(osg::Matrixd, scale, (osg::Vec3d const&)),
+             STATIC(osg::Matrixd, scale, (osg::Vec3f const&)), STATIC(osg::Matrixd, scale, (double, double, double))),
+    FUNCTION(Matrixd_rotate, STATIC(osg::Matrixd, rotate, (osg::Quat const&)),
+             STATIC(osg::Matrixd, rotate, (double, osg::Vec3d const&))),
+    FUNCTION(Matrixd_translate, STATIC(osg::Matrixd, translate, (osg::Vec3d const&)),
+             STATIC(osg::Matrixd, translate, (osg::Vec3f const&)),
              STATIC(osg::Matrixd, translate, (double, double, double))),
-    FUNCTION(Matrixd_lookAt, STATIC(osg::Matrixd, lookAt, (osg::Vec3d const &, osg::Vec3d const &, osg::Vec3d const &))),
+    FUNCTION(Matrixd_lookAt, STATIC(osg::Matrixd, lookAt, (osg::Vec3d const&, osg::Vec3d const&, osg::Vec3d const&))),
     REGISTER(osg::Matrixd, Matrixd),
     INIT(Matrixd),
 };

@@ -10,49 +10,113 @@
 
 namespace {
 
-void look_at(osg::Camera &self, osg::Vec3d const &eye, osg::Vec3d const &center, osg::Vec3d const &up) { self.setViewMatrixAsLookAt(eye, center, up); }
-osg::Matrixd view_matrix(osg::Camera const &self) { return self.getViewMatrix(); }
-osg::Matrixd projection_matrix(osg::Camera const &self) { return self.getProjectionMatrix(); }
-void set_view_matrix(osg::Camera &self, osg::Matrixd const &matrix) { self.setViewMatrix(matrix); }
-void set_projection_matrix(osg::Camera &self, osg::Matrixd const &matrix) { self.setProjectionMatrix(matrix); }
-void set_final_draw_callback(osg::Camera &self, osg::Camera::DrawCallback *callback) { self.setFinalDrawCallback(callback); }
-unsigned int cull_mask(osg::Camera const &self) { return self.getCullMask(); }
-void set_cull_mask(osg::Camera &self, unsigned int mask) { self.setCullMask(mask); }
-osg::Vec4f clear_color(osg::Camera const &self) { return self.getClearColor(); }
-unsigned int width(osg::Viewport const &self) { return static_cast<unsigned int>(self.width()); }
-unsigned int height(osg::Viewport const &self) { return static_cast<unsigned int>(self.height()); }
-void frame(osgViewer::Viewer &self) { self.frame(); }
-void home(osgViewer::Viewer &self) { self.home(); }
-void set_manipulator(osgViewer::Viewer &self, osgGA::CameraManipulator *manipulator) { self.setCameraManipulator(manipulator); }
-void set_scene(osgViewer::Viewer &self, osg::Node *node) { self.setSceneData(node); }
-osg::Node *scene(osgViewer::Viewer &self) { return self.getSceneData(); }
-osg::Camera *camera(osgViewer::Viewer &self) { return self.getCamera(); }
-osgGA::EventQueue *event_queue(osgViewer::Viewer &self) { return self.getEventQueue(); }
-osgGA::CameraManipulator *manipulator(osgViewer::Viewer &self) { return self.getCameraManipulator(); }
-osgGA::EventQueue *window_queue(osgViewer::GraphicsWindow &self) { return self.getEventQueue(); }
-osgViewer::GraphicsWindow *window(osg::Camera &self) { return dynamic_cast<osgViewer::GraphicsWindow *>(self.getGraphicsContext()); }
+void look_at(osg::Camera& self, osg::Vec3d const& eye, osg::Vec3d const& center, osg::Vec3d const& up) {
+    self.setViewMatrixAsLookAt(eye, center, up);
+}
+
+osg::Matrixd view_matrix(osg::Camera const& self) {
+    return self.getViewMatrix();
+}
+
+osg::Matrixd projection_matrix(osg::Camera const& self) {
+    return self.getProjectionMatrix();
+}
+
+void set_view_matrix(osg::Camera& self, osg::Matrixd const& matrix) {
+    self.setViewMatrix(matrix);
+}
+
+void set_projection_matrix(osg::Camera& self, osg::Matrixd const& matrix) {
+    self.setProjectionMatrix(matrix);
+}
+
+void set_final_draw_callback(osg::Camera& self, osg::Camera::DrawCallback* callback) {
+    self.setFinalDrawCallback(callback);
+}
+
+unsigned int cull_mask(osg::Camera const& self) {
+    return self.getCullMask();
+}
+
+void set_cull_mask(osg::Camera& self, unsigned int mask) {
+    self.setCullMask(mask);
+}
+
+osg::Vec4f clear_color(osg::Camera const& self) {
+    return self.getClearColor();
+}
+
+unsigned int width(osg::Viewport const& self) {
+    return static_cast<unsigned int>(self.width());
+}
+
+unsigned int height(osg::Viewport const& self) {
+    return static_cast<unsigned int>(self.height());
+}
+
+void frame(osgViewer::Viewer& self) {
+    self.frame();
+}
+
+void home(osgViewer::Viewer& self) {
+    self.home();
+}
+
+void set_manipulator(osgViewer::Viewer& self, osgGA::CameraManipulator* manipulator) {
+    self.setCameraManipulator(manipulator);
+}
+
+void set_scene(osgViewer::Viewer& self, osg::Node* node) {
+    self.setSceneData(node);
+}
+
+osg::Node* scene(osgViewer::Viewer& self) {
+    return self.getSceneData();
+}
+
+osg::Camera* camera(osgViewer::Viewer& self) {
+    return self.getCamera();
+}
+
+osgGA::EventQueue* event_queue(osgViewer::Viewer& self) {
+    return self.getEventQueue();
+}
+
+osgGA::CameraManipulator* manipulator(osgViewer::Viewer& self) {
+    return self.getCameraManipulator();
+}
+
+osgGA::EventQueue* window_queue(osgViewer::GraphicsWindow& self) {
+    return self.getEventQueue();
+}
+
+osgViewer::GraphicsWindow* window(osg::Camera& self) {
+    return dynamic_cast<osgViewer::GraphicsWindow*>(self.getGraphicsContext());
+}
 
 constexpr Declared functions[] = {
     FUNCTION(new_Camera, NEW(osg::Camera, ())),
-    FUNCTION(Camera_setViewMatrixAsLookAt,
-             ADAPTER(osg::Camera, setViewMatrixAsLookAt, look_at, (osg::Vec3d const &, osg::Vec3d const &, osg::Vec3d const &))),
+    FUNCTION(Camera_setViewMatrixAsLookAt, ADAPTER(osg::Camera, setViewMatrixAsLookAt, look_at,
+                                                   (osg::Vec3d const&, osg::Vec3d const&, osg::Vec3d const&))),
     FUNCTION(Camera_getViewMatrix, ADAPTER(osg::Camera, getViewMatrix, view_matrix, () const)),
-    FUNCTION(Camera_setViewMatrix, ADAPTER(osg::Camera, setViewMatrix, set_view_matrix, (osg::Matrixd const &))),
+    FUNCTION(Camera_setViewMatrix, ADAPTER(osg::Camera, setViewMatrix, set_view_matrix, (osg::Matrixd const&))),
     FUNCTION(Camera_getProjectionMatrix, ADAPTER(osg::Camera, getProjectionMatrix, projection_matrix, () const)),
-    FUNCTION(Camera_setProjectionMatrix, ADAPTER(osg::Camera, setProjectionMatrix, set_projection_matrix, (osg::Matrixd const &))),
+    FUNCTION(Camera_setProjectionMatrix,
+             ADAPTER(osg::Camera, setProjectionMatrix, set_projection_matrix, (osg::Matrixd const&))),
     FUNCTION(Camera_setProjectionMatrixAsPerspective,
              METHOD(osg::Camera, setProjectionMatrixAsPerspective, (double, double, double, double))),
     FUNCTION(Camera_setProjectionMatrixAsOrtho,
              METHOD(osg::Camera, setProjectionMatrixAsOrtho, (double, double, double, double, double, double))),
-    FUNCTION(Camera_setClearColor, METHOD(osg::Camera, setClearColor, (osg::Vec4f const &))),
+    FUNCTION(Camera_setClearColor, METHOD(osg::Camera, setClearColor, (osg::Vec4f const&))),
     FUNCTION(Camera_setFinalDrawCallback,
-             ADAPTER(osg::Camera, setFinalDrawCallback, set_final_draw_callback, (osg::Camera::DrawCallback *))),
+             ADAPTER(osg::Camera, setFinalDrawCallback, set_final_draw_callback, (osg::Camera::DrawCallback*))),
     FUNCTION(Camera_getCullMask, ADAPTER(osg::Camera, getCullMask, cull_mask, () const)),
     FUNCTION(Camera_setCullMask, ADAPTER(osg::Camera, setCullMask, set_cull_mask, (unsigned int))),
     FUNCTION(Camera_getClearColor, ADAPTER(osg::Camera, getClearColor, clear_color, () const)),
     FUNCTION(Camera_setViewport, METHOD(osg::Camera, setViewport, (int, int, int, int))),
     FUNCTION(Camera_getViewport, SHARED_NODE(osg::Viewport, METHOD(osg::Camera, getViewport, ()))),
-    FUNCTION(Camera_getGraphicsWindow, SHARED_NODE(osgViewer::GraphicsWindow, ADAPTER(osg::Camera, getGraphicsWindow, window, ()))),
+    FUNCTION(Camera_getGraphicsWindow,
+             SHARED_NODE(osgViewer::GraphicsWindow, ADAPTER(osg::Camera, getGraphicsWindow, window, ()))),
     SHARED_CLASS_ROWS(osg::Camera, Camera),
     FUNCTION(Viewport_width, ADAPTER(osg::Viewport, width, width, () const)),
     FUNCTION(Viewport_height, ADAPTER(osg::Viewport, height, height, () const)),
@@ -63,11 +127,13 @@ constexpr Declared functions[] = {
     FUNCTION(Viewer_updateTraversal, METHOD(osgViewer::Viewer, updateTraversal, ())),
     FUNCTION(Viewer_home, ADAPTER(osgViewer::Viewer, home, home, ())),
     FUNCTION(Viewer_done, METHOD(osgViewer::Viewer, done, () const)),
-    FUNCTION(Viewer_setSceneData, ADAPTER(osgViewer::Viewer, setSceneData, set_scene, (osg::Node *))),
+    FUNCTION(Viewer_setSceneData, ADAPTER(osgViewer::Viewer, setSceneData, set_scene, (osg::Node*))),
     FUNCTION(Viewer_getSceneData, SHARED_NODE(osg::Node, ADAPTER(osgViewer::Viewer, getSceneData, scene, ()))),
     FUNCTION(Viewer_getCamera, SHARED_NODE(osg::Camera, ADAPTER(osgViewer::Viewer, getCamera, camera, ()))),
-    FUNCTION(Viewer_getEventQueue, SHARED_NODE(osgGA::EventQueue, ADAPTER(osgViewer::Viewer, getEventQueue, event_queue, ()))),
-    FUNCTION(Viewer_setCameraManipulator, ADAPTER(osgViewer::Viewer, setCameraManipulator, set_manipulator, (osgGA::CameraManipulator *))),
+    FUNCTION(Viewer_getEventQueue,
+             SHARED_NODE(osgGA::EventQueue, ADAPTER(osgViewer::Viewer, getEventQueue, event_queue, ()))),
+    FUNCTION(Viewer_setCameraManipulator,
+             ADAPTER(osgViewer::Viewer, setCameraManipulator, set_manipulator, (osgGA::CameraManipulator*))),
     FUNCTION(Viewer_getCameraManipulator,
              SHARED_NODE(osgGA::CameraManipulator, ADAPTER(osgViewer::Viewer, getCameraManipulator, manipulator, ()))),
     SHARED_CLASS_ROWS(osgViewer::Viewer, Viewer),

@@ -7,22 +7,24 @@ namespace hyxCollide {
 /// A box about the origin.
 class Box : public Shape {
 public:
-  /// Half extents in metres. Throws std::invalid_argument unless all are positive and finite.
-  explicit Box(hyx::Vec3 const & halfExtents);
-  Box(hyx::Real halfX, hyx::Real halfY, hyx::Real halfZ);
+    /// Half extents in metres. Throws std::invalid_argument unless all are positive and finite.
+    explicit Box(hyx::Vec3 const& halfExtents);
+    Box(hyx::Real halfX, hyx::Real halfY, hyx::Real halfZ);
 
-  void setHalfExtents(hyx::Vec3 const & halfExtents);
-  hyx::Vec3 getHalfExtents() const { return m_halfExtents; }
+    void setHalfExtents(hyx::Vec3 const& halfExtents);
 
-  Type getType() const override { return BOX; }
-  hyx::Real getVolume() const override;
-  void getBound(hyx::Vec3 & lower, hyx::Vec3 & upper) const override;
+    hyx::Vec3 getHalfExtents() const { return m_halfExtents; }
+
+    Type getType() const override { return BOX; }
+
+    hyx::Real getVolume() const override;
+    void getBound(hyx::Vec3& lower, hyx::Vec3& upper) const override;
 
 protected:
-  ~Box() override = default;
+    ~Box() override = default;
 
 private:
-  hyx::Vec3 m_halfExtents;
+    hyx::Vec3 m_halfExtents;
 };
 
-}
+} // namespace hyxCollide

@@ -9,29 +9,34 @@ namespace hyxCollide {
 /// Several shapes that count as one.
 class Compound : public Shape {
 public:
-  Compound() = default;
+    Compound() = default;
 
-  /// Throws std::invalid_argument for null and for a shape that is, or contains, a compound, plane or height field.
-  void add(Shape * shape, hyx::AffineMatrix4x4 const & local = hyx::AffineMatrix4x4());
-  hyx::UInt getNumShapes() const { return m_parts.size(); }
-  /// Throws std::out_of_range for a part that is not there, as does the next.
-  Shape * getShape(hyx::UInt index) const { return m_parts.at(index).shape.get(); }
-  hyx::AffineMatrix4x4 const & getLocalTransform(hyx::UInt index) const { return m_parts.at(index).local; }
+    /// Throws std::invalid_argument for null and for a shape that is, or contains, a compound, plane or height field.
+    void add(Shape* shape, hyx::AffineMatrix4x4 const& local = hyx::AffineMatrix4x4());
 
-  Type getType() const override { return COMPOUND; }
-  /// The sum over all parts; overlaps count twice.
-  hyx::Real getVolume() const override;
-  void getBound(hyx::Vec3 & lower, hyx::Vec3 & upper) const override;
+    hyx::UInt getNumShapes() const { return m_parts.size(); }
+
+    /// Throws std::out_of_range for a part that is not there, as does the next.
+    Shape* getShape(hyx::UInt index) const { return m_parts.at(index).shape.get(); }
+
+    hyx::AffineMatrix4x4 const& getLocalTransform(hyx::UInt index) const { return m_parts.at(index).local; }
+
+    Type getType() const override { return COMPOUND; }
+
+    /// The sum over all parts; overlaps count twice.
+    hyx::Real getVolume() const override;
+    void getBound(hyx::Vec3& lower, hyx::Vec3& upper) const override;
 
 protected:
-  ~Compound() override;
+    ~Compound() override;
 
 private:
-  struct Part {
-    hyx::ref_ptr<Shape> shape;
-    hyx::AffineMatrix4x4 local;
-  };
-  hyx::Vector<Part> m_parts;
+    struct Part {
+        hyx::ref_ptr<Shape> shape;
+        hyx::AffineMatrix4x4 local;
+    };
+
+    hyx::Vector<Part> m_parts;
 };
 
-}
+} // namespace hyxCollide

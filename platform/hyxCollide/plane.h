@@ -8,26 +8,33 @@ namespace hyxCollide {
 /// An endless plane; all below it is solid. Only for bodies that do not move by forces.
 class Plane : public Shape {
 public:
-  /// The ground, z = 0, facing up.
-  Plane() = default;
-  explicit Plane(hyx::Plane const & plane) : m_plane(plane) {}
-  /// Throws std::invalid_argument for a zero normal, as does the next.
-  Plane(hyx::Vec3 const & normal, hyx::Vec3 const & point) : m_plane(normal, point) {}
-  Plane(hyx::Real a, hyx::Real b, hyx::Real c, hyx::Real d) : m_plane(a, b, c, d) {}
+    /// The ground, z = 0, facing up.
+    Plane() = default;
 
-  void setPlane(hyx::Plane const & plane);
-  hyx::Plane const & getPlane() const { return m_plane; }
-  hyx::Vec3 getNormal() const { return m_plane.getNormal(); }
+    explicit Plane(hyx::Plane const& plane) : m_plane(plane) {}
 
-  Type getType() const override { return PLANE; }
-  hyx::Real getVolume() const override { return 0; }
-  void getBound(hyx::Vec3 & lower, hyx::Vec3 & upper) const override;
+    /// Throws std::invalid_argument for a zero normal, as does the next.
+    Plane(hyx::Vec3 const& normal, hyx::Vec3 const& point) : m_plane(normal, point) {}
+
+    Plane(hyx::Real a, hyx::Real b, hyx::Real c, hyx::Real d) : m_plane(a, b, c, d) {}
+
+    void setPlane(hyx::Plane const& plane);
+
+    hyx::Plane const& getPlane() const { return m_plane; }
+
+    hyx::Vec3 getNormal() const { return m_plane.getNormal(); }
+
+    Type getType() const override { return PLANE; }
+
+    hyx::Real getVolume() const override { return 0; }
+
+    void getBound(hyx::Vec3& lower, hyx::Vec3& upper) const override;
 
 protected:
-  ~Plane() override = default;
+    ~Plane() override = default;
 
 private:
-  hyx::Plane m_plane;
+    hyx::Plane m_plane;
 };
 
-}
+} // namespace hyxCollide

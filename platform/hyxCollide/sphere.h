@@ -7,21 +7,23 @@ namespace hyxCollide {
 /// A ball about the origin.
 class Sphere : public Shape {
 public:
-  /// Metres. Throws std::invalid_argument unless positive and finite.
-  explicit Sphere(hyx::Real radius);
+    /// Metres. Throws std::invalid_argument unless positive and finite.
+    explicit Sphere(hyx::Real radius);
 
-  void setRadius(hyx::Real radius);
-  hyx::Real getRadius() const { return m_radius; }
+    void setRadius(hyx::Real radius);
 
-  Type getType() const override { return SPHERE; }
-  hyx::Real getVolume() const override;
-  void getBound(hyx::Vec3 & lower, hyx::Vec3 & upper) const override;
+    hyx::Real getRadius() const { return m_radius; }
+
+    Type getType() const override { return SPHERE; }
+
+    hyx::Real getVolume() const override;
+    void getBound(hyx::Vec3& lower, hyx::Vec3& upper) const override;
 
 protected:
-  ~Sphere() override = default;
+    ~Sphere() override = default;
 
 private:
-  hyx::Real m_radius = 0;
+    hyx::Real m_radius = 0;
 };
 
-}
+} // namespace hyxCollide

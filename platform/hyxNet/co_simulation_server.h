@@ -16,40 +16,41 @@ namespace hyxNet {
 /// token is refused. Listens on the loopback address unless told otherwise.
 class CoSimulationServer : public hyx::Referenced {
 public:
-  /// Answers a request (a text of JSON) with a text of JSON; an exception becomes the answer's `error`.
-  using Handler = std::function<std::string(const std::string& request)>;
+    /// Answers a request (a text of JSON) with a text of JSON; an exception becomes the answer's `error`.
+    using Handler = std::function<std::string(std::string const& request)>;
 
-  /// Listens on `port` (0 for any free one) of `address` (empty for loopback). Requests must carry `token`, unless it is
-  /// empty. Throws std::runtime_error when the port is in use.
-  explicit CoSimulationServer(int port = 0, const std::string& token = "", const std::string& address = "");
+    /// Listens on `port` (0 for any free one) of `address` (empty for loopback). Requests must carry `token`, unless it
+    /// is empty. Throws std::runtime_error when the port is in use.
+    explicit CoSimulationServer(int port = 0, std::string const& token = "", std::string const& address = "");
 
-  /// The port listened on.
-  int getPort() const;
-  /// The address listened on: `tcp://HOST:PORT`.
-  std::string getAddress() const;
+    /// The port listened on.
+    int getPort() const;
+    /// The address listened on: `tcp://HOST:PORT`.
+    std::string getAddress() const;
 
-  /// Sets who answers the requests that the server does not know itself.
-  void setHandler(Handler handler);
+    /// Sets who answers the requests that the server does not know itself.
+    void setHandler(Handler handler);
 
-  /// Answers the requests that have arrived; waits at most `waitMilliseconds` for the first. Returns how many. Without a
-  /// handler it stops at a call: `getCalledFunction` names it, and the next update sends what `setCallResult` was given.
-  int update(int waitMilliseconds = 0);
+    /// Answers the requests that have arrived; waits at most `waitMilliseconds` for the first. Returns how many.
+    /// Without a handler it stops at a call: `getCalledFunction` names it, and the next update sends what
+    /// `setCallResult` was given.
+    int update(int waitMilliseconds = 0);
 
-  /// Name of the script's function that the request being answered calls; empty for none.
-  std::string getCalledFunction() const;
-  /// Argument of that call, a text of JSON.
-  std::string getCallArgument() const;
-  /// Result of that call, a text of JSON; `null` until it is set.
-  std::string getCallResult() const;
-  /// Sets the result of that call, a text of JSON.
-  void setCallResult(const std::string& result);
+    /// Name of the script's function that the request being answered calls; empty for none.
+    std::string getCalledFunction() const;
+    /// Argument of that call, a text of JSON.
+    std::string getCallArgument() const;
+    /// Result of that call, a text of JSON; `null` until it is set.
+    std::string getCallResult() const;
+    /// Sets the result of that call, a text of JSON.
+    void setCallResult(std::string const& result);
 
 protected:
-  ~CoSimulationServer() override;
+    ~CoSimulationServer() override;
 
 private:
-  struct State;
-  std::unique_ptr<State> m_state;
+    struct State;
+    std::unique_ptr<State> m_state;
 };
 
-}  // namespace hyxNet
+} // namespace hyxNet

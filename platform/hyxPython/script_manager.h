@@ -8,39 +8,47 @@ namespace hyxPython {
 /// Collects the errors that scripts raise where no script can catch them. One for the whole process.
 class ScriptManager : public hyx::Object {
 public:
-  /// One error of a script.
-  struct Error {
-    /// The native function that called the script.
-    hyx::String where;
-    /// The exception's type and text, such as "ValueError: no such body".
-    hyx::String message;
-    /// The whole report as the interpreter prints it.
-    hyx::String traceback;
-  };
+    /// One error of a script.
+    struct Error {
+        /// The native function that called the script.
+        hyx::String where;
+        /// The exception's type and text, such as "ValueError: no such body".
+        hyx::String message;
+        /// The whole report as the interpreter prints it.
+        hyx::String traceback;
+    };
 
-  /// The process's manager, made at the first call; null while no interpreter runs. The first two texts are folders put in front of the module search path when not empty, the third is a script that is run once, in the main module; `reset` forgets recorded errors first.
-  static ScriptManager * instance(hyx::String const & scriptPath, hyx::String const & modulePath,
-                                  hyx::String const & startScript, bool reset);
+    /// The process's manager, made at the first call; null while no interpreter runs. The first two texts are folders
+    /// put in front of the module search path when not empty, the third is a script that is run once, in the main
+    /// module; `reset` forgets recorded errors first.
+    static ScriptManager* instance(hyx::String const& scriptPath, hyx::String const& modulePath,
+                                   hyx::String const& startScript, bool reset);
 
-  /// Takes over the pending error of the interpreter: records it, prints it once to the interpreter's standard error, clears it. Without one it does nothing.
-  void registerError(hyx::String const & where);
+    /// Takes over the pending error of the interpreter: records it, prints it once to the interpreter's standard error,
+    /// clears it. Without one it does nothing.
+    void registerError(hyx::String const& where);
 
-  /// Those on record: the last thousand, without those that were cleared.
-  bool hasErrors() const { return !m_errors.empty(); }
-  hyx::Vector<Error> const & getErrors() const { return m_errors; }
-  hyx::UInt getNumErrors() const { return m_errors.size(); }
-  /// How many there ever were, also those that were forgotten.
-  hyx::UInt getNumRegistered() const { return m_registered; }
-  /// Throws std::out_of_range for an error that is not there.
-  Error getError(hyx::UInt index) const { return m_errors.at(index); }
-  void clearErrors() { m_errors.clear(); }
+    /// Those on record: the last thousand, without those that were cleared.
+    bool hasErrors() const { return !m_errors.empty(); }
+
+    hyx::Vector<Error> const& getErrors() const { return m_errors; }
+
+    hyx::UInt getNumErrors() const { return m_errors.size(); }
+
+    /// How many there ever were, also those that were forgotten.
+    hyx::UInt getNumRegistered() const { return m_registered; }
+
+    /// Throws std::out_of_range for an error that is not there.
+    Error getError(hyx::UInt index) const { return m_errors.at(index); }
+
+    void clearErrors() { m_errors.clear(); }
 
 private:
-  ScriptManager() = default;
-  ~ScriptManager() override = default;
+    ScriptManager() = default;
+    ~ScriptManager() override = default;
 
-  hyx::Vector<Error> m_errors;
-  hyx::UInt m_registered = 0;
+    hyx::Vector<Error> m_errors;
+    hyx::UInt m_registered = 0;
 };
 
-}
+} // namespace hyxPython

@@ -9,121 +9,129 @@
 
 namespace hyxSDK {
 
-/// A world of bodies and what holds and pushes them, advanced in steps of one length. The same steps from the same state give the same bits.
-/// Null and objects already here are ignored by every `add`; every `remove` says whether the object was here. An object can be in one simulation only: a second one's `add` throws std::invalid_argument.
+/// A world of bodies and what holds and pushes them, advanced in steps of one length. The same steps from the same
+/// state give the same bits. Null and objects already here are ignored by every `add`; every `remove` says whether the
+/// object was here. An object can be in one simulation only: a second one's `add` throws std::invalid_argument.
 class Simulation : public hyx::Object {
 public:
-  /// How contacts and constraints are solved: MULTI is a conjugate-gradient method for long chains and high piles, ITERATIVE the fast general one, DIRECT an exact one for small mechanisms.
-  enum SolverType { MULTI = 0, ITERATIVE = 1, DIRECT = 2 };
-  using BodyEvent = hyx::TypedEvent<hyx::RigidBody *>;
-  using GeometryEvent = hyx::TypedEvent<hyxCollide::Geometry *>;
+    /// How contacts and constraints are solved: MULTI is a conjugate-gradient method for long chains and high piles,
+    /// ITERATIVE the fast general one, DIRECT an exact one for small mechanisms.
+    enum SolverType { MULTI = 0, ITERATIVE = 1, DIRECT = 2 };
 
-  /// Gravity (0, 0, -9.80665) m/s2, time step 1/60 s, ITERATIVE.
-  explicit Simulation(hyx::Name const & name = hyx::Name());
+    using BodyEvent = hyx::TypedEvent<hyx::RigidBody*>;
+    using GeometryEvent = hyx::TypedEvent<hyxCollide::Geometry*>;
 
-  void add(hyx::RigidBody * body);
-  /// A geometry without a body stands still at its local transform.
-  void add(hyxCollide::Geometry * geometry);
-  /// The bodies are not added along; while one of them is missing the constraint does nothing.
-  void add(hyx::Constraint * constraint);
-  void add(hyx::Process * process);
-  void add(hyx::Frame * frame);
-  /// Listeners are called in the order of their priorities, the lowest first; those of one priority in the order in which they were added.
-  void add(EventListener * listener, int priority = 0);
-  void add(Assembly * assembly);
-  void add(hyx::Material * material);
-  /// Replaces a contact material of the same pair.
-  void add(hyx::ContactMaterial * contactMaterial);
+    /// Gravity (0, 0, -9.80665) m/s2, time step 1/60 s, ITERATIVE.
+    explicit Simulation(hyx::Name const& name = hyx::Name());
 
-  bool remove(hyx::RigidBody * body);
-  bool remove(hyxCollide::Geometry * geometry);
-  bool remove(hyx::Constraint * constraint);
-  bool remove(hyx::Process * process);
-  bool remove(hyx::Frame * frame);
-  bool remove(EventListener * listener);
-  bool remove(Assembly * assembly);
-  bool remove(hyx::Material * material);
-  bool remove(hyx::ContactMaterial * contactMaterial);
-  /// Removes everything; gravity, time step and solver stay. The time goes back to 0.
-  void cleanup();
+    void add(hyx::RigidBody* body);
+    /// A geometry without a body stands still at its local transform.
+    void add(hyxCollide::Geometry* geometry);
+    /// The bodies are not added along; while one of them is missing the constraint does nothing.
+    void add(hyx::Constraint* constraint);
+    void add(hyx::Process* process);
+    void add(hyx::Frame* frame);
+    /// Listeners are called in the order of their priorities, the lowest first; those of one priority in the order in
+    /// which they were added.
+    void add(EventListener* listener, int priority = 0);
+    void add(Assembly* assembly);
+    void add(hyx::Material* material);
+    /// Replaces a contact material of the same pair.
+    void add(hyx::ContactMaterial* contactMaterial);
 
-  /// All that are in the simulation, those of assemblies included, in the order in which they came.
-  hyx::RigidBodyPtrVector const & getRigidBodies() const;
-  hyx::ConstraintPtrVector const & getConstraints() const;
-  ProcessPtrVector const & getProcesses() const;
-  FramePtrVector const & getFrames() const;
-  EventListenerPtrVector const & getEventListeners() const;
-  /// Only those added to the simulation itself, not those in other assemblies.
-  AssemblyPtrVector const & getAssemblies() const;
-  hyx::Vector<hyx::ref_ptr<hyx::Material>> const & getMaterials() const;
+    bool remove(hyx::RigidBody* body);
+    bool remove(hyxCollide::Geometry* geometry);
+    bool remove(hyx::Constraint* constraint);
+    bool remove(hyx::Process* process);
+    bool remove(hyx::Frame* frame);
+    bool remove(EventListener* listener);
+    bool remove(Assembly* assembly);
+    bool remove(hyx::Material* material);
+    bool remove(hyx::ContactMaterial* contactMaterial);
+    /// Removes everything; gravity, time step and solver stay. The time goes back to 0.
+    void cleanup();
 
-  /// By name; null when there is none.
-  hyx::RigidBody * getRigidBody(hyx::Name const & name) const;
-  hyx::Constraint * getConstraint(hyx::Name const & name) const;
-  Assembly * getAssembly(hyx::Name const & name) const;
-  hyx::Material * getMaterial(hyx::Name const & name) const;
-  /// In either order; null when the pair has none.
-  hyx::ContactMaterial * getContactMaterial(hyx::Material const * first, hyx::Material const * second) const;
+    /// All that are in the simulation, those of assemblies included, in the order in which they came.
+    hyx::RigidBodyPtrVector const& getRigidBodies() const;
+    hyx::ConstraintPtrVector const& getConstraints() const;
+    ProcessPtrVector const& getProcesses() const;
+    FramePtrVector const& getFrames() const;
+    EventListenerPtrVector const& getEventListeners() const;
+    /// Only those added to the simulation itself, not those in other assemblies.
+    AssemblyPtrVector const& getAssemblies() const;
+    hyx::Vector<hyx::ref_ptr<hyx::Material>> const& getMaterials() const;
 
-  hyxCollide::Space * getSpace() const;
+    /// By name; null when there is none.
+    hyx::RigidBody* getRigidBody(hyx::Name const& name) const;
+    hyx::Constraint* getConstraint(hyx::Name const& name) const;
+    Assembly* getAssembly(hyx::Name const& name) const;
+    hyx::Material* getMaterial(hyx::Name const& name) const;
+    /// In either order; null when the pair has none.
+    hyx::ContactMaterial* getContactMaterial(hyx::Material const* first, hyx::Material const* second) const;
 
-  /// m/s2. Throws std::invalid_argument when not finite.
-  void setGravity(hyx::Vec3 const & gravity);
-  hyx::Vec3 getGravity() const;
-  /// Seconds. Throws std::invalid_argument unless positive and finite.
-  void setTimeStep(hyx::Real timeStep);
-  hyx::Real getTimeStep() const;
-  hyx::TimeStamp getTimeStamp() const;
-  void setTimeStamp(hyx::TimeStamp time);
+    hyxCollide::Space* getSpace() const;
 
-  /// Advances by one time step. Calls from inside a step are refused with std::logic_error.
-  void step();
-  /// Steps until the time is within half a step of `time`; earlier times do nothing. Returns the number of steps. Throws std::invalid_argument when not finite.
-  hyx::UInt stepTo(hyx::TimeStamp time);
+    /// m/s2. Throws std::invalid_argument when not finite.
+    void setGravity(hyx::Vec3 const& gravity);
+    hyx::Vec3 getGravity() const;
+    /// Seconds. Throws std::invalid_argument unless positive and finite.
+    void setTimeStep(hyx::Real timeStep);
+    hyx::Real getTimeStep() const;
+    hyx::TimeStamp getTimeStamp() const;
+    void setTimeStamp(hyx::TimeStamp time);
 
-  void setSolver(SolverType solver);
-  SolverType getSolver() const;
-  /// The rounds of the two iterative solvers; 10 at the start, at least 1.
-  void setNumIterations(int iterations);
-  int getNumIterations() const;
-  /// Lets bodies at rest fall asleep until something touches them. Off at the start.
-  void setEnableAutoSleep(bool enable);
-  bool getEnableAutoSleep() const;
+    /// Advances by one time step. Calls from inside a step are refused with std::logic_error.
+    void step();
+    /// Steps until the time is within half a step of `time`; earlier times do nothing. Returns the number of steps.
+    /// Throws std::invalid_argument when not finite.
+    hyx::UInt stepTo(hyx::TimeStamp time);
 
-  /// The time, and place and motion of every body and constraint, as bytes.
-  std::string saveState() const;
-  /// Goes back to a state saved when the same objects were here. Throws std::runtime_error, changing nothing, for anything else.
-  void restoreState(std::string const & state);
-  /// As above, to and from a file; throws std::runtime_error with the reason when it cannot be written or read.
-  void save(hyx::String const & fileName) const;
-  void restore(hyx::String const & fileName);
+    void setSolver(SolverType solver);
+    SolverType getSolver() const;
+    /// The rounds of the two iterative solvers; 10 at the start, at least 1.
+    void setNumIterations(int iterations);
+    int getNumIterations() const;
+    /// Lets bodies at rest fall asleep until something touches them. Off at the start.
+    void setEnableAutoSleep(bool enable);
+    bool getEnableAutoSleep() const;
 
-  /// Happens after a body came in, and after one went out.
-  BodyEvent & getBodyAddedEvent();
-  BodyEvent & getBodyRemovedEvent();
-  /// Happens after a geometry came in, with its body or alone.
-  GeometryEvent & getGeometryAddedEvent();
-  /// Counts up whenever anything is added or removed.
-  hyx::UInt getStructureRevision() const;
+    /// The time, and place and motion of every body and constraint, as bytes.
+    std::string saveState() const;
+    /// Goes back to a state saved when the same objects were here. Throws std::runtime_error, changing nothing, for
+    /// anything else.
+    void restoreState(std::string const& state);
+    /// As above, to and from a file; throws std::runtime_error with the reason when it cannot be written or read.
+    void save(hyx::String const& fileName) const;
+    void restore(hyx::String const& fileName);
 
-  /// Seconds of real time that the last step took, in all and in its parts.
-  struct Statistics {
-    double step = 0;
-    double collision = 0;
-    double solver = 0;
-    double listeners = 0;
-    hyx::UInt numContactPoints = 0;
-  };
-  Statistics const & getStatistics() const;
+    /// Happens after a body came in, and after one went out.
+    BodyEvent& getBodyAddedEvent();
+    BodyEvent& getBodyRemovedEvent();
+    /// Happens after a geometry came in, with its body or alone.
+    GeometryEvent& getGeometryAddedEvent();
+    /// Counts up whenever anything is added or removed.
+    hyx::UInt getStructureRevision() const;
 
-  struct Implementation;
-  Implementation & implementation() const { return *m_implementation; }
+    /// Seconds of real time that the last step took, in all and in its parts.
+    struct Statistics {
+        double step = 0;
+        double collision = 0;
+        double solver = 0;
+        double listeners = 0;
+        hyx::UInt numContactPoints = 0;
+    };
+
+    Statistics const& getStatistics() const;
+
+    struct Implementation;
+
+    Implementation& implementation() const { return *m_implementation; }
 
 protected:
-  ~Simulation() override;
+    ~Simulation() override;
 
 private:
-  std::unique_ptr<Implementation> m_implementation;
+    std::unique_ptr<Implementation> m_implementation;
 };
 
-}
+} // namespace hyxSDK

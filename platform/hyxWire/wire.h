@@ -10,7 +10,7 @@
 
 namespace hyx {
 class RigidBody;
-}
+} // namespace hyx
 
 namespace hyxWire {
 
@@ -19,67 +19,70 @@ namespace hyxWire {
 /// The force of the wire acts on the attached bodies.
 class Wire : public hyx::Process {
 public:
-  /// A wire of `radius` metres with about `segmentsPerMetre` segments. Throws `std::invalid_argument` unless both are above 0.
-  Wire(hyx::Real radius, hyx::Real segmentsPerMetre);
+    /// A wire of `radius` metres with about `segmentsPerMetre` segments. Throws `std::invalid_argument` unless both are
+    /// above 0.
+    Wire(hyx::Real radius, hyx::Real segmentsPerMetre);
 
-  /// Continues the route to a point in metres, world: the first and last are fixed there, those between hang free.
-  void add(hyx::Vec3 const & point);
-  /// Continues the route to a point of a body, in metres in its frame. Throws `std::invalid_argument` for null.
-  void add(hyx::RigidBody * body, hyx::Vec3 const & localPoint);
-  /// Makes the points now; `step` does it otherwise. Throws `std::runtime_error` for a route of fewer than two different points.
-  void initialize();
-  bool isInitialized() const;
+    /// Continues the route to a point in metres, world: the first and last are fixed there, those between hang free.
+    void add(hyx::Vec3 const& point);
+    /// Continues the route to a point of a body, in metres in its frame. Throws `std::invalid_argument` for null.
+    void add(hyx::RigidBody* body, hyx::Vec3 const& localPoint);
+    /// Makes the points now; `step` does it otherwise. Throws `std::runtime_error` for a route of fewer than two
+    /// different points.
+    void initialize();
+    bool isInitialized() const;
 
-  hyx::Real getRadius() const;
-  /// Mass in kg of each metre, that of steel at first (7800 kg/m3). Throws `std::invalid_argument` unless above 0.
-  void setMassPerLength(hyx::Real mass);
-  hyx::Real getMassPerLength() const;
-  /// Axial stiffness: force in newtons for a strain of 1, that of a steel rope at first (1e11 Pa times the section).
-  void setAxialStiffness(hyx::Real stiffness);
-  hyx::Real getAxialStiffness() const;
-  /// The part of the points' velocity that is lost in a second, 0.5 at first.
-  void setDamping(hyx::Real damping);
-  hyx::Real getDamping() const;
-  void setGravity(hyx::Vec3 const & gravity);
-  hyx::Vec3 getGravity() const;
-  /// Steps of the solver for each step of the simulation, 20 at first; long chains need 10 or more.
-  void setNumSubsteps(hyx::UInt count);
-  hyx::UInt getNumSubsteps() const;
+    hyx::Real getRadius() const;
+    /// Mass in kg of each metre, that of steel at first (7800 kg/m3). Throws `std::invalid_argument` unless above 0.
+    void setMassPerLength(hyx::Real mass);
+    hyx::Real getMassPerLength() const;
+    /// Axial stiffness: force in newtons for a strain of 1, that of a steel rope at first (1e11 Pa times the section).
+    void setAxialStiffness(hyx::Real stiffness);
+    hyx::Real getAxialStiffness() const;
+    /// The part of the points' velocity that is lost in a second, 0.5 at first.
+    void setDamping(hyx::Real damping);
+    hyx::Real getDamping() const;
+    void setGravity(hyx::Vec3 const& gravity);
+    hyx::Vec3 getGravity() const;
+    /// Steps of the solver for each step of the simulation, 20 at first; long chains need 10 or more.
+    void setNumSubsteps(hyx::UInt count);
+    hyx::UInt getNumSubsteps() const;
 
-  /// The speed in m/s at which the winch at the first end pays out (above 0) or hauls in.
-  void setWinchSpeed(hyx::Real speed);
-  hyx::Real getWinchSpeed() const;
-  /// Length in metres without tension.
-  hyx::Real getRestLength() const;
-  /// Length in metres as it hangs.
-  hyx::Real getCurrentLength() const;
+    /// The speed in m/s at which the winch at the first end pays out (above 0) or hauls in.
+    void setWinchSpeed(hyx::Real speed);
+    hyx::Real getWinchSpeed() const;
+    /// Length in metres without tension.
+    hyx::Real getRestLength() const;
+    /// Length in metres as it hangs.
+    hyx::Real getCurrentLength() const;
 
-  hyx::UInt getNumPoints() const;
-  /// Position in metres, world, of a point. Throws `std::out_of_range` past the end.
-  hyx::Vec3 getPoint(hyx::Index index) const;
-  /// All points of the wire.
-  std::vector<hyx::Vec3> const & getPoints() const;
-  /// Tension in newtons of the segment after point `index`. Throws `std::out_of_range` past the end.
-  hyx::Real getTension(hyx::Index segment) const;
-  std::vector<hyx::Real> const & getTensions() const;
-  /// The largest tension in newtons.
-  hyx::Real getMaximumTension() const;
-  /// Rises with every step.
-  hyx::UInt getRevision() const;
+    hyx::UInt getNumPoints() const;
+    /// Position in metres, world, of a point. Throws `std::out_of_range` past the end.
+    hyx::Vec3 getPoint(hyx::Index index) const;
+    /// All points of the wire.
+    std::vector<hyx::Vec3> const& getPoints() const;
+    /// Tension in newtons of the segment after point `index`. Throws `std::out_of_range` past the end.
+    hyx::Real getTension(hyx::Index segment) const;
+    std::vector<hyx::Real> const& getTensions() const;
+    /// The largest tension in newtons.
+    hyx::Real getMaximumTension() const;
+    /// Rises with every step.
+    hyx::UInt getRevision() const;
 
-  /// Advances the wire by `timeStep` seconds and pulls at the bodies. Throws `std::invalid_argument` unless it is above 0.
-  void step(hyx::Real timeStep);
+    /// Advances the wire by `timeStep` seconds and pulls at the bodies. Throws `std::invalid_argument` unless it is
+    /// above 0.
+    void step(hyx::Real timeStep);
 
-  /// Takes the simulation's gravity.
-  void setSimulation(hyxSDK::Simulation * simulation) override;
-  void preStep(hyx::TimeStamp time, hyx::Real timeStep) override;
+    /// Takes the simulation's gravity.
+    void setSimulation(hyxSDK::Simulation* simulation) override;
+    void preStep(hyx::TimeStamp time, hyx::Real timeStep) override;
 
 protected:
-  ~Wire() override;
+    ~Wire() override;
 
 private:
-  struct Impl;
-  std::unique_ptr<Impl> m_impl;
+    struct Impl;
+    std::unique_ptr<Impl> m_impl;
 };
 
-}
+} // namespace hyxWire

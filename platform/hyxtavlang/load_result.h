@@ -11,23 +11,23 @@ namespace hyxtavlang {
 
 /// The assembly that a model became, or the errors that kept it from being loaded; a value.
 struct LoadResult {
-  LoadResult() = default;
+    LoadResult() = default;
 
-  /// Whether the model was loaded.
-  bool isSuccess() const { return assembly != nullptr && errors.empty(); }
+    /// Whether the model was loaded.
+    bool isSuccess() const { return assembly != nullptr && errors.empty(); }
 
-  /// The bodies and joints of the model, named as in its file; null when it was not loaded.
-  hyxSDK::Assembly* getAssembly() const { return assembly.get(); }
+    /// The bodies and joints of the model, named as in its file; null when it was not loaded.
+    hyxSDK::Assembly* getAssembly() const { return assembly.get(); }
 
-  /// The name that the file gives the model.
-  std::string getModelName() const { return modelName; }
+    /// The name that the file gives the model.
+    std::string getModelName() const { return modelName; }
 
-  /// One line for each thing that was wrong; empty when the model was loaded.
-  std::vector<std::string> getErrors() const { return errors; }
+    /// One line for each thing that was wrong; empty when the model was loaded.
+    std::vector<std::string> getErrors() const { return errors; }
 
-  hyx::ref_ptr<hyxSDK::Assembly> assembly;  ///< null when the model was not loaded
-  std::string modelName;                    ///< as in the file
-  std::vector<std::string> errors;          ///< one line each
+    hyx::ref_ptr<hyxSDK::Assembly> assembly; ///< null when the model was not loaded
+    std::string modelName;                   ///< as in the file
+    std::vector<std::string> errors;         ///< one line each
 };
 
-}  // namespace hyxtavlang
+} // namespace hyxtavlang

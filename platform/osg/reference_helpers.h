@@ -5,9 +5,9 @@ namespace osg {
 class Group;
 
 /// Takes one reference on `group`; nothing for null.
-void Group_reference(osg::Group * group);
+void Group_reference(osg::Group* group);
 
 /// Releases one reference on `group`, which destroys it when it was the last; nothing for null.
-void Group_unreference(osg::Group * group);
+void Group_unreference(osg::Group* group);
 
 } // namespace osg

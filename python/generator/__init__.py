@@ -1,12 +1,12 @@
 """Makes the Python packages from the built extension modules and the public headers.
 
-    interface.py      what the modules offer: classes and operations, sorted into packages
-    catalogue.py      bases and spellings of the native classes
-    header.py         reads declarations and comments from C++ headers
-    documentation.py  gives the operations their parameter names, defaults and texts
-    python_types.py   native types as Python type hints
-    signature.py      signatures and docstrings
-    package_text.py   the text of a package
-    stub_text.py      the text of its stub
-    extras.py         what is written by hand for a class or a package
+interface.py      what the modules offer: classes and operations, sorted into packages
+catalogue.py      bases and spellings of the native classes
+header.py         reads declarations and comments from C++ headers
+documentation.py  gives the operations their parameter names, defaults and texts
+python_types.py   native types as Python type hints
+signature.py      signatures and docstrings
+package_text.py   the text of a package
+stub_text.py      the text of its stub
+extras.py         what is written by hand for a class or a package
 """

@@ -11,7 +11,9 @@ from pathlib import Path
 
 def main() -> None:
     parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument("--import-root", type=Path, required=True, help="where the extension modules are and the packages go")
+    parser.add_argument(
+        "--import-root", type=Path, required=True, help="where the extension modules are and the packages go"
+    )
     parser.add_argument("--source", type=Path, required=True, help="the root of the source tree")
     parser.add_argument("--headers", type=Path, required=True, help="where the scene-graph library's headers are")
     arguments = parser.parse_args()

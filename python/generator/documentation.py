@@ -14,8 +14,31 @@ RAISED_RANGE = re.compile(r"`?std::out_of_range`?")
 PARAMETER_LINE = re.compile(r"^[\\@]param(?:\[\w+\])?\s+(\w+)\s*", re.MULTILINE)
 THROWS_LINE = re.compile(r"^[\\@](?:throws?|exception)\s+(\S+)\s*", re.MULTILINE)
 RETURN_LINE = re.compile(r"^[\\@]returns?\s+", re.MULTILINE)
-KEYWORDS = {"from", "in", "is", "lambda", "None", "True", "False", "import", "class", "def", "pass", "with", "as",
-            "global", "not", "and", "or", "async", "await", "del", "raise", "print", "self"}
+KEYWORDS = {
+    "from",
+    "in",
+    "is",
+    "lambda",
+    "None",
+    "True",
+    "False",
+    "import",
+    "class",
+    "def",
+    "pass",
+    "with",
+    "as",
+    "global",
+    "not",
+    "and",
+    "or",
+    "async",
+    "await",
+    "del",
+    "raise",
+    "print",
+    "self",
+}
 
 
 class Documentation:
@@ -137,9 +160,22 @@ def _default_when_omissible(form: Form, index: int, default: str) -> str | None:
 def _name_from_type(parameter: Parameter) -> str:
     word = re.sub(r"<.*>", "", plain_type(parameter.type)).strip("*& ")
     word = re.sub(r"\W+", "_", word).strip("_") or "value"
-    simple = {"bool": "flag", "int": "number", "unsigned_int": "number", "unsigned_long": "number", "long": "number",
-              "float": "value", "double": "value", "Real": "value", "UInt": "number", "string": "text",
-              "String": "text", "char": "text", "void": "object", "PyObject": "object"}
+    simple = {
+        "bool": "flag",
+        "int": "number",
+        "unsigned_int": "number",
+        "unsigned_long": "number",
+        "long": "number",
+        "float": "value",
+        "double": "value",
+        "Real": "value",
+        "UInt": "number",
+        "string": "text",
+        "String": "text",
+        "char": "text",
+        "void": "object",
+        "PyObject": "object",
+    }
     return simple.get(word, word[0].lower() + word[1:])
 
 

@@ -118,8 +118,10 @@ class _Scanner:
         elif match := ENUM_HEAD.match(text):
             self._read_enumerators(match.group(1))
         elif match := CLASS_HEAD.match(text):
-            bases = [re.sub(r"<.*|\b(?:public|protected|private|virtual)\b", "", part).strip()
-                     for part in _split(text[match.end() :].partition(":")[2])]
+            bases = [
+                re.sub(r"<.*|\b(?:public|protected|private|virtual)\b", "", part).strip()
+                for part in _split(text[match.end() :].partition(":")[2])
+            ]
             self._record(Declaration("class", self._scope(), match.group(1), self._take_doc(), bases=bases))
             self.scope.append(match.group(1))
         elif text.startswith("extern"):

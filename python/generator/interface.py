@@ -147,8 +147,12 @@ def _owner(interface: Interface, module: str, row: dict) -> ProxyClass | None:
         if proxy and proxy.module == module:
             return proxy
     name = row["name"].removeprefix("new_").removeprefix("delete_").removeprefix("disown_")
-    owners = [c for p in interface.packages.values() for c in p.classes
-              if c.module == module and (name == c.name or name.startswith(c.name + "_"))]
+    owners = [
+        c
+        for p in interface.packages.values()
+        for c in p.classes
+        if c.module == module and (name == c.name or name.startswith(c.name + "_"))
+    ]
     return max(owners, key=lambda proxy: len(proxy.name), default=None)
 
 
@@ -207,8 +211,9 @@ def _add_spellings(interface: Interface, catalogue: Catalogue) -> None:
 def _add_bases(interface: Interface, catalogue: Catalogue) -> None:
     for proxy in {id(p): p for p in interface.classes.values()}.values():
         bases = _nearest(interface, catalogue, proxy.native)
-        proxy.bases = [base for base in bases if not any(base is not other and _derives(catalogue, other, base)
-                                                         for other in bases)]
+        proxy.bases = [
+            base for base in bases if not any(base is not other and _derives(catalogue, other, base) for other in bases)
+        ]
 
 
 def _nearest(interface: Interface, catalogue: Catalogue, native: str) -> list[ProxyClass]:

@@ -32,9 +32,14 @@ SUMMARIES = {
 }
 
 
-def package_text(package: Package, order: list[ProxyClass], imports: list[str], extras: Extras, hints: TypeHints) -> str:
-    modules = sorted({c.module for c in order} | {f.module for f in package.functions.values()}
-                     | {module for module, _ in package.constants.values()})
+def package_text(
+    package: Package, order: list[ProxyClass], imports: list[str], extras: Extras, hints: TypeHints
+) -> str:
+    modules = sorted(
+        {c.module for c in order}
+        | {f.module for f in package.functions.values()}
+        | {module for module, _ in package.constants.values()}
+    )
     lines = [f'"""{SUMMARIES[package.name]}"""', ""]
     if order or package.functions:
         lines.append("from _hyx_proxy import Handle, constructor, function, keep, member, method")
@@ -72,7 +77,9 @@ def _class_lines(proxy: ProxyClass, extras: Extras, hints: TypeHints) -> list[st
     for name, operation in proxy.methods.items():
         kind = "function" if operation.static else "method"
         text = _literal(docstring(operation, hints), 0)
-        body.append(f"    {name} = {kind}({operation.flat}, {text_signature(operation, not operation.static)!r}, {text})")
+        body.append(
+            f"    {name} = {kind}({operation.flat}, {text_signature(operation, not operation.static)!r}, {text})"
+        )
     body += [f"    {name} = _extras.{proxy.name}.{name}" for name in extras.class_attributes.get(proxy.name, ())]
     register = proxy.machinery["swigregister"].flat
     return [f"class {proxy.name}({', '.join(bases)}):", *body, "", "", f"{register}({proxy.name})"]

@@ -34,7 +34,9 @@ def write_packages(modules: dict[str, types.ModuleType], source: Path, root: Pat
         _write(folder / "__init__.py", package_text(package, classes, imports, extras, hints))
         _write(folder / "__init__.pyi", stub_text(package, classes, extras, hints, documentation))
         _write(folder / "py.typed", "")
-    shutil.copytree(extras_folder, root / "_hyx_extras", dirs_exist_ok=True, ignore=shutil.ignore_patterns("__pycache__"))
+    shutil.copytree(
+        extras_folder, root / "_hyx_extras", dirs_exist_ok=True, ignore=shutil.ignore_patterns("__pycache__")
+    )
     _write(root / "_hyx_extras" / "py.typed", "")
     _write(root / "_hyx_proxy.pyi", (source / "python" / "support" / "_hyx_proxy.pyi").read_text())
     _write(root / "hyx_describe.py", (source / "python" / "hyx_describe.py").read_text())

@@ -7,10 +7,39 @@ import re
 from .catalogue import plain_name
 from .interface import Interface, ProxyClass
 
-INTEGERS = {"int", "unsigned int", "unsigned", "long", "unsigned long", "long long", "unsigned long long", "short",
-            "unsigned short", "size_t", "std::size_t", "char", "unsigned char", "signed char", "hyx::UInt", "UInt",
-            "hyx::Index", "hyx::Int", "ptrdiff_t", "std::ptrdiff_t", "uint32_t", "int32_t", "std::uint32_t",
-            "std::int32_t", "std::uint64_t", "std::int64_t", "hyx::UInt32", "hyx::Int32", "GLenum", "GLint", "GLuint"}
+INTEGERS = {
+    "int",
+    "unsigned int",
+    "unsigned",
+    "long",
+    "unsigned long",
+    "long long",
+    "unsigned long long",
+    "short",
+    "unsigned short",
+    "size_t",
+    "std::size_t",
+    "char",
+    "unsigned char",
+    "signed char",
+    "hyx::UInt",
+    "UInt",
+    "hyx::Index",
+    "hyx::Int",
+    "ptrdiff_t",
+    "std::ptrdiff_t",
+    "uint32_t",
+    "int32_t",
+    "std::uint32_t",
+    "std::int32_t",
+    "std::uint64_t",
+    "std::int64_t",
+    "hyx::UInt32",
+    "hyx::Int32",
+    "GLenum",
+    "GLint",
+    "GLuint",
+}
 FLOATS = {"float", "double", "hyx::Real", "Real", "hyx::TimeStamp", "GLfloat"}
 STRINGS = {"std::string", "hyx::String", "hyx::Name", "std::string_view"}
 NUMBERS = re.compile(r"^std::vector<\s*(.+?)\s*(?:,\s*std::allocator<.*>\s*)?>$")

@@ -14,7 +14,7 @@ from .signature import docstring, python_default
 
 # What native classes may do and Python's typing rules refuse: overrides with other parameters, overloads
 # that a number could match twice, operators of one side only.
-HEAD = "# mypy: disable-error-code=\"override, misc, overload-overlap, overload-cannot-match, assignment\""
+HEAD = '# mypy: disable-error-code="override, misc, overload-overlap, overload-cannot-match, assignment"'
 
 
 def stub_text(package: Package, order: list[ProxyClass], extras: Extras, hints: TypeHints, texts: Documentation) -> str:
@@ -30,7 +30,13 @@ def stub_text(package: Package, order: list[ProxyClass], extras: Extras, hints: 
     for statement in extras.package_names.values():
         body += _extra_lines(statement, 0)
     text = "\n".join(body)
-    head = [HEAD, "import builtins", "from collections.abc import Callable, Iterable, Iterator, Sequence", "from typing import Any, overload", ""]
+    head = [
+        HEAD,
+        "import builtins",
+        "from collections.abc import Callable, Iterable, Iterator, Sequence",
+        "from typing import Any, overload",
+        "",
+    ]
     head += [ast.unparse(statement) for statement in extras.imports if _wanted(statement)]
     head.append("from _hyx_proxy import Handle")
     head += [f"import {name}" for name in PACKAGES if f"{name}." in text]
@@ -130,8 +136,11 @@ def _extra_lines(statement: ast.stmt, indent: int) -> list[str]:
         return [f"{blanks}{ast.unparse(statement.target)}: {ast.unparse(statement.annotation)}"]
     if isinstance(statement, ast.Assign) and isinstance(statement.targets[0], ast.Name):
         value = ast.unparse(statement.value)
-        return [f"{blanks}{statement.targets[0].id} = {value}" if value.isidentifier() and value != "None"
-                else f"{blanks}{statement.targets[0].id}: Any"]
+        return [
+            f"{blanks}{statement.targets[0].id} = {value}"
+            if value.isidentifier() and value != "None"
+            else f"{blanks}{statement.targets[0].id}: Any"
+        ]
     return []
 
 

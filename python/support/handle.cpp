@@ -15,18 +15,18 @@
 namespace proxy {
 namespace {
 
-PyObject *new_handle(PyTypeObject *type, PyObject *, PyObject *) {
+PyObject* new_handle(PyTypeObject* type, PyObject*, PyObject*) {
     return type->tp_alloc(type, 0);
 }
 
 // Runs for a class without a constructor of its own.
-int refuse_construction(PyObject *object, PyObject *, PyObject *) {
+int refuse_construction(PyObject* object, PyObject*, PyObject*) {
     PyErr_Format(PyExc_TypeError, "%s has no constructor: the library makes its objects", Py_TYPE(object)->tp_name);
     return -1;
 }
 
-void dealloc(PyObject *object) {
-    auto *self = reinterpret_cast<Handle *>(object);
+void dealloc(PyObject* object) {
+    auto* self = reinterpret_cast<Handle*>(object);
     if (self->weak_references)
         PyObject_ClearWeakRefs(object);
     Py_XDECREF(self->pointer);
@@ -34,8 +34,8 @@ void dealloc(PyObject *object) {
     Py_TYPE(object)->tp_free(object);
 }
 
-PyObject *pointer_of(PyObject *object) {
-    PyObject *pointer = reinterpret_cast<Handle *>(object)->pointer;
+PyObject* pointer_of(PyObject* object) {
+    PyObject* pointer = reinterpret_cast<Handle*>(object)->pointer;
     if (!pointer)
         PyErr_Format(PyExc_ValueError, "this %s holds no native object: call its base class's __init__ first",
                      Py_TYPE(object)->tp_name);
@@ -43,9 +43,9 @@ PyObject *pointer_of(PyObject *object) {
 }
 
 // -1 with an error set when the object holds nothing.
-int is_owned(PyObject *object) {
-    PyObject *pointer = pointer_of(object);
-    PyObject *owned = pointer ? PyObject_CallMethod(pointer, "own", nullptr) : nullptr;
+int is_owned(PyObject* object) {
+    PyObject* pointer = pointer_of(object);
+    PyObject* owned = pointer ? PyObject_CallMethod(pointer, "own", nullptr) : nullptr;
     if (!owned)
         return -1;
     int const answer = PyObject_IsTrue(owned);
@@ -53,36 +53,36 @@ int is_owned(PyObject *object) {
     return answer;
 }
 
-PyObject *get_owned(PyObject *object, void *) {
+PyObject* get_owned(PyObject* object, void*) {
     int const owned = is_owned(object);
     return owned < 0 ? nullptr : PyBool_FromLong(owned);
 }
 
-int set_owned(PyObject *object, PyObject *value, void *) {
+int set_owned(PyObject* object, PyObject* value, void*) {
     if (!value) {
         PyErr_SetString(PyExc_AttributeError, "'thisown' cannot be deleted");
         return -1;
     }
-    PyObject *pointer = pointer_of(object);
-    PyObject *before = pointer ? PyObject_CallMethod(pointer, "own", "O", value) : nullptr;
+    PyObject* pointer = pointer_of(object);
+    PyObject* before = pointer ? PyObject_CallMethod(pointer, "own", "O", value) : nullptr;
     Py_XDECREF(before);
     return before ? 0 : -1;
 }
 
-PyObject *get_package(PyTypeObject *type) {
-    return PyObject_GetAttrString(reinterpret_cast<PyObject *>(type), "__module__");
+PyObject* get_package(PyTypeObject* type) {
+    return PyObject_GetAttrString(reinterpret_cast<PyObject*>(type), "__module__");
 }
 
 // Says what the object is without asking the native side, which may be gone when it was only borrowed.
-PyObject *repr(PyObject *object) {
-    PyTypeObject *type = Py_TYPE(object);
-    PyObject *package = get_package(type);
+PyObject* repr(PyObject* object) {
+    PyTypeObject* type = Py_TYPE(object);
+    PyObject* package = get_package(type);
     if (!package)
         return nullptr;
-    PyObject *text = nullptr;
-    if (!reinterpret_cast<Handle *>(object)->pointer) {
+    PyObject* text = nullptr;
+    if (!reinterpret_cast<Handle*>(object)->pointer) {
         text = PyUnicode_FromFormat("<%S.%s, holds nothing>", package, type->tp_name);
-    } else if (PyObject *address = PyNumber_Long(reinterpret_cast<Handle *>(object)->pointer)) {
+    } else if (PyObject* address = PyNumber_Long(reinterpret_cast<Handle*>(object)->pointer)) {
         int const owned = is_owned(object);
         if (owned >= 0)
             text = PyUnicode_FromFormat("<%S.%s, %s, at %p>", package, type->tp_name, owned ? "owned" : "borrowed",
@@ -94,19 +94,19 @@ PyObject *repr(PyObject *object) {
 }
 
 // Two handles are equal when they hold the same native object.
-PyObject *compare(PyObject *left, PyObject *right, int operation) {
+PyObject* compare(PyObject* left, PyObject* right, int operation) {
     if ((operation != Py_EQ && operation != Py_NE) || !PyObject_TypeCheck(right, &handle_type))
         Py_RETURN_NOTIMPLEMENTED;
-    PyObject *left_pointer = reinterpret_cast<Handle *>(left)->pointer;
-    PyObject *right_pointer = reinterpret_cast<Handle *>(right)->pointer;
+    PyObject* left_pointer = reinterpret_cast<Handle*>(left)->pointer;
+    PyObject* right_pointer = reinterpret_cast<Handle*>(right)->pointer;
     if (!left_pointer || !right_pointer)
         return PyBool_FromLong((left == right) == (operation == Py_EQ));
     return PyObject_RichCompare(left_pointer, right_pointer, operation);
 }
 
-Py_hash_t hash(PyObject *object) {
-    PyObject *pointer = reinterpret_cast<Handle *>(object)->pointer;
-    PyObject *address = pointer ? PyNumber_Long(pointer) : PyLong_FromVoidPtr(object);
+Py_hash_t hash(PyObject* object) {
+    PyObject* pointer = reinterpret_cast<Handle*>(object)->pointer;
+    PyObject* address = pointer ? PyNumber_Long(pointer) : PyLong_FromVoidPtr(object);
     if (!address)
         return -1;
     Py_hash_t const value = PyObject_Hash(address);
@@ -143,12 +143,12 @@ PyTypeObject make_type() {
     return type;
 }
 
-}  // namespace
+} // namespace
 
 PyTypeObject handle_type = make_type();
 
-bool add_handle(PyObject *module) {
+bool add_handle(PyObject* module) {
     return PyModule_AddType(module, &handle_type) == 0;
 }
 
-}  // namespace proxy
+} // namespace proxy

@@ -6,13 +6,12 @@
 namespace proxy {
 
 struct Handle {
-    PyObject_HEAD
-    PyObject *pointer;    // "this"; null before the constructor ran
-    PyObject *container;  // "__swig_container"; usually null
-    PyObject *weak_references;
+    PyObject_HEAD PyObject* pointer; // "this"; null before the constructor ran
+    PyObject* container;             // "__swig_container"; usually null
+    PyObject* weak_references;
 };
 
 // The base class of every proxy class.
 extern PyTypeObject handle_type;
 
-}  // namespace proxy
+} // namespace proxy

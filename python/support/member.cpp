@@ -9,22 +9,21 @@ namespace proxy {
 namespace {
 
 struct Member {
-    PyObject_HEAD
-    Row get;
-    Row set;        // `set.flat` is null when the member is read only
-    bool of_class;  // a static member: the rows take no object
-    PyObject *name;
-    PyObject *doc;
+    PyObject_HEAD Row get;
+    Row set;       // `set.flat` is null when the member is read only
+    bool of_class; // a static member: the rows take no object
+    PyObject* name;
+    PyObject* doc;
 };
 
-PyObject *make_member(PyTypeObject *type, PyObject *arguments, PyObject *keywords) {
-    static char const *const names[] = {"get", "set", "doc", "of_class", nullptr};
+PyObject* make_member(PyTypeObject* type, PyObject* arguments, PyObject* keywords) {
+    static char const* const names[] = {"get", "set", "doc", "of_class", nullptr};
     PyObject *get = nullptr, *set = Py_None, *doc = Py_None;
     int of_class = 0;
-    if (!PyArg_ParseTupleAndKeywords(arguments, keywords, "O|OOp", const_cast<char **>(names), &get, &set, &doc,
+    if (!PyArg_ParseTupleAndKeywords(arguments, keywords, "O|OOp", const_cast<char**>(names), &get, &set, &doc,
                                      &of_class))
         return nullptr;
-    auto *self = reinterpret_cast<Member *>(type->tp_alloc(type, 0));
+    auto* self = reinterpret_cast<Member*>(type->tp_alloc(type, 0));
     if (!self)
         return nullptr;
     self->of_class = of_class;
@@ -34,11 +33,11 @@ PyObject *make_member(PyTypeObject *type, PyObject *arguments, PyObject *keyword
         Py_DECREF(self);
         return nullptr;
     }
-    return reinterpret_cast<PyObject *>(self);
+    return reinterpret_cast<PyObject*>(self);
 }
 
-void dealloc(PyObject *object) {
-    auto *self = reinterpret_cast<Member *>(object);
+void dealloc(PyObject* object) {
+    auto* self = reinterpret_cast<Member*>(object);
     Py_XDECREF(self->get.flat);
     Py_XDECREF(self->set.flat);
     Py_XDECREF(self->name);
@@ -46,8 +45,8 @@ void dealloc(PyObject *object) {
     Py_TYPE(object)->tp_free(object);
 }
 
-PyObject *get_member(PyObject *descriptor, PyObject *object, PyObject *) {
-    auto *self = reinterpret_cast<Member *>(descriptor);
+PyObject* get_member(PyObject* descriptor, PyObject* object, PyObject*) {
+    auto* self = reinterpret_cast<Member*>(descriptor);
     if (self->of_class)
         return self->get.call(nullptr, 0);
     if (!object || object == Py_None)
@@ -55,24 +54,24 @@ PyObject *get_member(PyObject *descriptor, PyObject *object, PyObject *) {
     return self->get.call(&object, 1);
 }
 
-int set_member(PyObject *descriptor, PyObject *object, PyObject *value) {
-    auto *self = reinterpret_cast<Member *>(descriptor);
+int set_member(PyObject* descriptor, PyObject* object, PyObject* value) {
+    auto* self = reinterpret_cast<Member*>(descriptor);
     if (!value || !self->set.flat) {
         PyErr_Format(PyExc_AttributeError, "'%U' of '%s' objects cannot be %s", self->name, Py_TYPE(object)->tp_name,
                      value ? "set: it is read only" : "deleted");
         return -1;
     }
-    PyObject *const arguments[] = {object, value};
-    PyObject *result = self->of_class ? self->set.call(arguments + 1, 1) : self->set.call(arguments, 2);
+    PyObject* const arguments[] = {object, value};
+    PyObject* result = self->of_class ? self->set.call(arguments + 1, 1) : self->set.call(arguments, 2);
     Py_XDECREF(result);
     return result ? 0 : -1;
 }
 
-PyObject *set_name(PyObject *object, PyObject *arguments) {
+PyObject* set_name(PyObject* object, PyObject* arguments) {
     PyObject *owner = nullptr, *name = nullptr;
     if (!PyArg_ParseTuple(arguments, "OU:__set_name__", &owner, &name))
         return nullptr;
-    Py_SETREF(reinterpret_cast<Member *>(object)->name, Py_NewRef(name));
+    Py_SETREF(reinterpret_cast<Member*>(object)->name, Py_NewRef(name));
     Py_RETURN_NONE;
 }
 
@@ -104,10 +103,10 @@ PyTypeObject make_type() {
 
 PyTypeObject member_type = make_type();
 
-}  // namespace
+} // namespace
 
-bool add_members(PyObject *module) {
+bool add_members(PyObject* module) {
     return PyModule_AddType(module, &member_type) == 0;
 }
 
-}  // namespace proxy
+} // namespace proxy

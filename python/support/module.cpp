@@ -3,13 +3,13 @@
 
 namespace {
 
-PyObject *describe(PyObject *, PyObject *module) {
-    vocabulary::ModuleDefinition const *definition = proxy::find_definition(module);
+PyObject* describe(PyObject*, PyObject* module) {
+    vocabulary::ModuleDefinition const* definition = proxy::find_definition(module);
     return definition ? definition->records->describe() : nullptr;
 }
 
 // The destroy function of a class that has none of its own: its objects live until the process ends.
-PyObject *keep(PyObject *, PyObject *) {
+PyObject* keep(PyObject*, PyObject*) {
     Py_RETURN_NONE;
 }
 
@@ -22,13 +22,21 @@ PyMethodDef methods[] = {
 };
 
 PyModuleDef definition = {
-    PyModuleDef_HEAD_INIT, "_hyx_proxy", "What proxy classes are made of.", -1, methods, nullptr, nullptr, nullptr, nullptr,
+    PyModuleDef_HEAD_INIT,
+    "_hyx_proxy",
+    "What proxy classes are made of.",
+    -1,
+    methods,
+    nullptr,
+    nullptr,
+    nullptr,
+    nullptr,
 };
 
-}  // namespace
+} // namespace
 
 PyMODINIT_FUNC PyInit__hyx_proxy() {
-    PyObject *module = PyModule_Create(&definition);
+    PyObject* module = PyModule_Create(&definition);
     if (module && !(proxy::add_operations(module) && proxy::add_members(module) && proxy::add_constructor(module) &&
                     proxy::add_handle(module))) {
         Py_DECREF(module);

@@ -7,7 +7,7 @@
 
 namespace proxy {
 
-bool set_texts(Operation *self, PyObject *flat, PyObject *signature, PyObject *doc) {
+bool set_texts(Operation* self, PyObject* flat, PyObject* signature, PyObject* doc) {
     self->name = PyObject_GetAttrString(flat, "__name__");
     self->owner_name = Py_NewRef(Py_None);
     self->package = Py_NewRef(Py_None);
@@ -16,8 +16,8 @@ bool set_texts(Operation *self, PyObject *flat, PyObject *signature, PyObject *d
     return self->name != nullptr;
 }
 
-void operation_dealloc(PyObject *object) {
-    auto *self = reinterpret_cast<Operation *>(object);
+void operation_dealloc(PyObject* object) {
+    auto* self = reinterpret_cast<Operation*>(object);
     Py_XDECREF(self->row.flat);
     Py_XDECREF(self->name);
     Py_XDECREF(self->owner_name);
@@ -28,15 +28,15 @@ void operation_dealloc(PyObject *object) {
 }
 
 // Called by the class statement (or by the package, with None as the owner): the operation learns its name.
-PyObject *operation_set_name(PyObject *object, PyObject *arguments) {
-    auto *self = reinterpret_cast<Operation *>(object);
+PyObject* operation_set_name(PyObject* object, PyObject* arguments) {
+    auto* self = reinterpret_cast<Operation*>(object);
     PyObject *owner = nullptr, *name = nullptr;
     if (!PyArg_ParseTuple(arguments, "OU:__set_name__", &owner, &name))
         return nullptr;
     Py_SETREF(self->name, Py_NewRef(name));
     if (PyType_Check(owner)) {
-        PyObject *owner_name = PyObject_GetAttrString(owner, "__qualname__");
-        PyObject *package = owner_name ? PyObject_GetAttrString(owner, "__module__") : nullptr;
+        PyObject* owner_name = PyObject_GetAttrString(owner, "__qualname__");
+        PyObject* package = owner_name ? PyObject_GetAttrString(owner, "__module__") : nullptr;
         if (!package) {
             Py_XDECREF(owner_name);
             return nullptr;
@@ -51,38 +51,38 @@ PyObject *operation_set_name(PyObject *object, PyObject *arguments) {
 
 namespace {
 
-PyObject *qualified_name(PyObject *object, void *) {
-    auto *self = reinterpret_cast<Operation *>(object);
+PyObject* qualified_name(PyObject* object, void*) {
+    auto* self = reinterpret_cast<Operation*>(object);
     if (self->owner_name == Py_None)
         return Py_NewRef(self->name);
     return PyUnicode_FromFormat("%U.%U", self->owner_name, self->name);
 }
 
-PyObject *repr(PyObject *object) {
-    PyObject *name = qualified_name(object, nullptr);
+PyObject* repr(PyObject* object) {
+    PyObject* name = qualified_name(object, nullptr);
     if (!name)
         return nullptr;
-    char const *type_name = Py_TYPE(object)->tp_name;
-    PyObject *text = PyUnicode_FromFormat("<%s %S.%U>", type_name + sizeof("_hyx_proxy.") - 1,
-                                          reinterpret_cast<Operation *>(object)->package, name);
+    char const* type_name = Py_TYPE(object)->tp_name;
+    PyObject* text = PyUnicode_FromFormat("<%s %S.%U>", type_name + sizeof("_hyx_proxy.") - 1,
+                                          reinterpret_cast<Operation*>(object)->package, name);
     Py_DECREF(name);
     return text;
 }
 
-PyObject *call_operation(PyObject *callable, PyObject *const *arguments, size_t flags, PyObject *keyword_names) {
-    auto const &row = reinterpret_cast<Operation *>(callable)->row;
+PyObject* call_operation(PyObject* callable, PyObject* const* arguments, size_t flags, PyObject* keyword_names) {
+    auto const& row = reinterpret_cast<Operation*>(callable)->row;
     Py_ssize_t const count = PyVectorcall_NARGS(flags);
     if (keyword_names) [[unlikely]]
         return row.call_flat(arguments, count, keyword_names);
     return row.call(arguments, count);
 }
 
-PyObject *make_operation(PyTypeObject *type, PyObject *arguments, PyObject *keywords) {
-    static char const *const names[] = {"function", "signature", "doc", nullptr};
+PyObject* make_operation(PyTypeObject* type, PyObject* arguments, PyObject* keywords) {
+    static char const* const names[] = {"function", "signature", "doc", nullptr};
     PyObject *flat = nullptr, *signature = Py_None, *doc = Py_None;
-    if (!PyArg_ParseTupleAndKeywords(arguments, keywords, "O|OO", const_cast<char **>(names), &flat, &signature, &doc))
+    if (!PyArg_ParseTupleAndKeywords(arguments, keywords, "O|OO", const_cast<char**>(names), &flat, &signature, &doc))
         return nullptr;
-    auto *self = reinterpret_cast<Operation *>(type->tp_alloc(type, 0));
+    auto* self = reinterpret_cast<Operation*>(type->tp_alloc(type, 0));
     if (!self)
         return nullptr;
     self->vectorcall = call_operation;
@@ -90,21 +90,21 @@ PyObject *make_operation(PyTypeObject *type, PyObject *arguments, PyObject *keyw
         Py_DECREF(self);
         return nullptr;
     }
-    return reinterpret_cast<PyObject *>(self);
+    return reinterpret_cast<PyObject*>(self);
 }
 
-PyObject *bind_method(PyObject *descriptor, PyObject *object, PyObject *) {
+PyObject* bind_method(PyObject* descriptor, PyObject* object, PyObject*) {
     if (!object || object == Py_None)
         return Py_NewRef(descriptor);
     return PyMethod_New(descriptor, object);
 }
 
 // A function has `__get__` so that `inspect` and `help` take it for a routine; it stays itself.
-PyObject *bind_nothing(PyObject *descriptor, PyObject *, PyObject *) {
+PyObject* bind_nothing(PyObject* descriptor, PyObject*, PyObject*) {
     return Py_NewRef(descriptor);
 }
 
-PyTypeObject make_type(char const *name, char const *doc, descrgetfunc get, unsigned long flags) {
+PyTypeObject make_type(char const* name, char const* doc, descrgetfunc get, unsigned long flags) {
     PyTypeObject type = {PyVarObject_HEAD_INIT(nullptr, 0)};
     type.tp_name = name;
     type.tp_doc = doc;
@@ -122,11 +122,11 @@ PyTypeObject make_type(char const *name, char const *doc, descrgetfunc get, unsi
     return type;
 }
 
-PyTypeObject method_type = make_type("_hyx_proxy.method", "A method of a native class.", bind_method,
-                                     Py_TPFLAGS_METHOD_DESCRIPTOR);
+PyTypeObject method_type =
+    make_type("_hyx_proxy.method", "A method of a native class.", bind_method, Py_TPFLAGS_METHOD_DESCRIPTOR);
 PyTypeObject function_type = make_type("_hyx_proxy.function", "A native function.", bind_nothing, 0);
 
-}  // namespace
+} // namespace
 
 PyMemberDef operation_members[] = {
     {"__name__", T_OBJECT, offsetof(Operation, name), READONLY, nullptr},
@@ -148,8 +148,8 @@ PyMethodDef operation_methods[] = {
     {},
 };
 
-bool add_operations(PyObject *module) {
+bool add_operations(PyObject* module) {
     return PyModule_AddType(module, &method_type) == 0 && PyModule_AddType(module, &function_type) == 0;
 }
 
-}  // namespace proxy
+} // namespace proxy

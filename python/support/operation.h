@@ -13,29 +13,28 @@ namespace proxy {
 
 // The part that method, function and constructor share. The texts are str or None.
 struct Operation {
-    PyObject_HEAD
-    vectorcallfunc vectorcall;
+    PyObject_HEAD vectorcallfunc vectorcall;
     Row row;
-    PyObject *name;
-    PyObject *owner_name;  // the qualified name of the class, or None at package level
-    PyObject *package;     // what `__module__` gives
-    PyObject *signature;   // what `__text_signature__` gives
-    PyObject *doc;
+    PyObject* name;
+    PyObject* owner_name; // the qualified name of the class, or None at package level
+    PyObject* package;    // what `__module__` gives
+    PyObject* signature;  // what `__text_signature__` gives
+    PyObject* doc;
 };
 
 // Readies the four types and adds them to the support module. False with an error set.
-[[nodiscard]] bool add_operations(PyObject *module);
-[[nodiscard]] bool add_members(PyObject *module);
-[[nodiscard]] bool add_constructor(PyObject *module);
+[[nodiscard]] bool add_operations(PyObject* module);
+[[nodiscard]] bool add_members(PyObject* module);
+[[nodiscard]] bool add_constructor(PyObject* module);
 // The base class of every proxy class.
-[[nodiscard]] bool add_handle(PyObject *module);
+[[nodiscard]] bool add_handle(PyObject* module);
 
 // Shared by the types of this room.
-[[nodiscard]] bool set_texts(Operation *self, PyObject *flat, PyObject *signature, PyObject *doc);
-void operation_dealloc(PyObject *object);
-PyObject *operation_set_name(PyObject *object, PyObject *arguments);
+[[nodiscard]] bool set_texts(Operation* self, PyObject* flat, PyObject* signature, PyObject* doc);
+void operation_dealloc(PyObject* object);
+PyObject* operation_set_name(PyObject* object, PyObject* arguments);
 extern PyMemberDef operation_members[];
 extern PyGetSetDef operation_getset[];
 extern PyMethodDef operation_methods[];
 
-}  // namespace proxy
+} // namespace proxy

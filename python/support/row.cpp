@@ -3,9 +3,9 @@
 
 namespace proxy {
 
-ModuleDefinition const *find_definition(PyObject *module) {
+ModuleDefinition const* find_definition(PyObject* module) {
     if (PyModule_Check(module)) {
-        auto const *definition = reinterpret_cast<ModuleDefinition const *>(PyModule_GetDef(module));
+        auto const* definition = reinterpret_cast<ModuleDefinition const*>(PyModule_GetDef(module));
         if (definition && definition->magic == vocabulary::record_table_magic && definition->records)
             return definition;
         PyErr_Clear();
@@ -14,15 +14,15 @@ ModuleDefinition const *find_definition(PyObject *module) {
     return nullptr;
 }
 
-bool find_row(PyObject *flat, Row &row) {
+bool find_row(PyObject* flat, Row& row) {
     if (!PyCFunction_Check(flat) || !PyCFunction_GET_SELF(flat)) {
         PyErr_Format(PyExc_TypeError, "%R is no function of an extension module", flat);
         return false;
     }
-    ModuleDefinition const *definition = find_definition(PyCFunction_GET_SELF(flat));
+    ModuleDefinition const* definition = find_definition(PyCFunction_GET_SELF(flat));
     if (!definition)
         return false;
-    PyMethodDef const *method = reinterpret_cast<PyCFunctionObject *>(flat)->m_ml;
+    PyMethodDef const* method = reinterpret_cast<PyCFunctionObject*>(flat)->m_ml;
     std::ptrdiff_t const index = method - definition->def.m_methods;
     if (index < 0 || static_cast<std::size_t>(index) >= definition->records->count) {
         PyErr_Format(PyExc_TypeError, "%R is not in its module's method table", flat);
@@ -35,4 +35,4 @@ bool find_row(PyObject *flat, Row &row) {
     return true;
 }
 
-}  // namespace proxy
+} // namespace proxy

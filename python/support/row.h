@@ -1,9 +1,9 @@
 // A row of a family module's method table, reached from the flat function that Python sees.
 #pragma once
 
-#include <Python.h>
-
 #include "binding/vocabulary/record_table.h"
+
+#include <Python.h>
 
 namespace proxy {
 
@@ -14,27 +14,27 @@ using vocabulary::ModuleDefinition;
 // kept for the calls that the row cannot take directly (keywords, wrong counts), so that their messages
 // are the flat function's own.
 struct Row {
-    Function const *function;
-    PyObject *(*run)(Function const *, PyObject *const *, Py_ssize_t);
-    Py_ssize_t exact_count;  // the only count the row takes directly; -1: the row checks its counts itself
-    PyObject *flat;          // owned
+    Function const* function;
+    PyObject* (*run)(Function const*, PyObject* const*, Py_ssize_t);
+    Py_ssize_t exact_count; // the only count the row takes directly; -1: the row checks its counts itself
+    PyObject* flat;         // owned
 
     // `arguments` are borrowed; the result is a new reference, or null with the error set.
-    PyObject *call(PyObject *const *arguments, Py_ssize_t count) const {
+    PyObject* call(PyObject* const* arguments, Py_ssize_t count) const {
         if (exact_count >= 0 && count != exact_count) [[unlikely]]
             return call_flat(arguments, count, nullptr);
         return run(function, arguments, count);
     }
 
-    [[gnu::noinline]] PyObject *call_flat(PyObject *const *arguments, Py_ssize_t count, PyObject *keyword_names) const {
+    [[gnu::noinline]] PyObject* call_flat(PyObject* const* arguments, Py_ssize_t count, PyObject* keyword_names) const {
         return PyObject_Vectorcall(flat, arguments, static_cast<std::size_t>(count), keyword_names);
     }
 };
 
 // Fills `row` from a flat function. False with TypeError set when `flat` is no function of a family module.
-[[nodiscard]] bool find_row(PyObject *flat, Row &row);
+[[nodiscard]] bool find_row(PyObject* flat, Row& row);
 
 // The definition behind a module of the family, or null with TypeError set.
-[[nodiscard]] ModuleDefinition const *find_definition(PyObject *module);
+[[nodiscard]] ModuleDefinition const* find_definition(PyObject* module);
 
-}  // namespace proxy
+} // namespace proxy

@@ -4,16 +4,16 @@
 
 namespace hyxCollide {
 
-hyx::RigidBody * LocalGeometryContact::getRigidBody(hyx::UInt index) const {
-  Geometry const * geometry = getGeometry(index);
-  return geometry ? geometry->getRigidBody() : nullptr;
+hyx::RigidBody* LocalGeometryContact::getRigidBody(hyx::UInt index) const {
+    Geometry const* geometry = getGeometry(index);
+    return geometry ? geometry->getRigidBody() : nullptr;
 }
 
 hyx::Vec3 LocalGeometryContact::getForce() const {
-  hyx::Vec3 sum;
-  for (ContactPoint const & point : m_points)
-    sum += point.getForce();
-  return sum;
+    hyx::Vec3 sum;
+    for (ContactPoint const& point : m_points)
+        sum += point.getForce();
+    return sum;
 }
 
-}
+} // namespace hyxCollide

@@ -14,9 +14,9 @@ namespace {
 enum class Value { none, text, number, positiveNumber, wholeNumber, size };
 
 struct KnownOption {
-  char const * name;
-  char const * description;
-  Value value;
+    char const* name;
+    char const* description;
+    Value value;
 };
 
 constexpr KnownOption knownOptions[] = {
@@ -32,7 +32,8 @@ constexpr KnownOption knownOptions[] = {
     {"--start-paused", "Wait for the user before the first step", Value::none},
     {"--solver", "Solver of the simulation: multi, iterative or direct", Value::text},
     {"--scene", "Number of the scene to start with", Value::wholeNumber},
-    {"--test-scenes", "Run every scene that takes part in tests for its time, and end with 1 when one failed", Value::none},
+    {"--test-scenes", "Run every scene that takes part in tests for its time, and end with 1 when one failed",
+     Value::none},
     {"--slow-scenes", "Let slow scenes take part in tests", Value::none},
     {"--capture", "Write every frame as an image, the names starting with this text", Value::text},
     {"--capture-rate", "Images for each simulated second", Value::positiveNumber},
@@ -44,8 +45,10 @@ constexpr KnownOption knownOptions[] = {
     {"--journal-frequency", "States recorded for each simulated second", Value::positiveNumber},
     {"--rpc-port", "Serve remote control on this port of the local machine", Value::wholeNumber},
     {"--rpc-token", "Word that remote callers must know", Value::text},
-    {"--co-simulation-port", "Let another process step the simulation, through this port of the local machine", Value::wholeNumber},
-    {"--click-port", "Let another process drive the joints, through this port of the local machine", Value::wholeNumber},
+    {"--co-simulation-port", "Let another process step the simulation, through this port of the local machine",
+     Value::wholeNumber},
+    {"--click-port", "Let another process drive the joints, through this port of the local machine",
+     Value::wholeNumber},
     {"--script", "Script whose function buildScene builds the first scene", Value::text},
     {"--model", "Name of the model to load from a file of several", Value::text},
     {"--bundle-path", "Folders to look for models in, with colons between them", Value::text},
@@ -53,156 +56,159 @@ constexpr KnownOption knownOptions[] = {
     {"--profile", "Write a trace of the run to this file", Value::text},
 };
 
-bool readNumber(std::string const & text, double & number) {
-  auto const result = std::from_chars(text.data(), text.data() + text.size(), number);
-  return result.ec == std::errc() && result.ptr == text.data() + text.size();
+bool readNumber(std::string const& text, double& number) {
+    auto const result = std::from_chars(text.data(), text.data() + text.size(), number);
+    return result.ec == std::errc() && result.ptr == text.data() + text.size();
 }
 
-bool readInteger(std::string const & text, long & number) {
-  auto const result = std::from_chars(text.data(), text.data() + text.size(), number);
-  return result.ec == std::errc() && result.ptr == text.data() + text.size();
+bool readInteger(std::string const& text, long& number) {
+    auto const result = std::from_chars(text.data(), text.data() + text.size(), number);
+    return result.ec == std::errc() && result.ptr == text.data() + text.size();
 }
 
-bool readSize(std::string const & text, long & width, long & height) {
-  std::size_t const gap = text.find_first_of("x,");
-  return gap != std::string::npos && readInteger(text.substr(0, gap), width) && readInteger(text.substr(gap + 1), height);
+bool readSize(std::string const& text, long& width, long& height) {
+    std::size_t const gap = text.find_first_of("x,");
+    return gap != std::string::npos && readInteger(text.substr(0, gap), width) &&
+           readInteger(text.substr(gap + 1), height);
 }
 
 /// What is wrong with the text as such a value; empty when nothing is.
-std::string fault(std::string const & text, Value value) {
-  double number = 0;
-  long width = 0;
-  long height = 0;
-  if ((value == Value::number || value == Value::positiveNumber) && !readNumber(text, number))
-    return "'" + text + "' is not a number";
-  if (value == Value::positiveNumber && !(number > 0))
-    return "'" + text + "' is not above zero";
-  if (value == Value::wholeNumber && !readInteger(text, width))
-    return "'" + text + "' is not a whole number";
-  if (value == Value::size && !readSize(text, width, height))
-    return "'" + text + "' is not a size such as 640x480";
-  return {};
+std::string fault(std::string const& text, Value value) {
+    double number = 0;
+    long width = 0;
+    long height = 0;
+    if ((value == Value::number || value == Value::positiveNumber) && !readNumber(text, number))
+        return "'" + text + "' is not a number";
+    if (value == Value::positiveNumber && !(number > 0))
+        return "'" + text + "' is not above zero";
+    if (value == Value::wholeNumber && !readInteger(text, width))
+        return "'" + text + "' is not a whole number";
+    if (value == Value::size && !readSize(text, width, height))
+        return "'" + text + "' is not a size such as 640x480";
+    return {};
 }
 
-}
+} // namespace
 
 struct ArgumentParser::Implementation {
-  struct Entry {
-    CLI::Option * option;
-    std::string text;
-  };
+    struct Entry {
+        CLI::Option* option;
+        std::string text;
+    };
 
-  Implementation() {
-    commandLine.add_option("arguments", texts, "Further arguments, such as files to load")->type_name("TEXT");
-    for (KnownOption const & option : knownOptions)
-      declare(option.name, option.description, option.value, "");
-  }
-
-  void declare(std::string const & name, std::string const & description, Value value, std::string const & preset) {
-    if (entries.contains(name))
-      throw std::invalid_argument("the option " + name + " is declared already");
-    Entry & entry = entries[name];
-    entry.text = preset;
-    try {
-      if (value == Value::none)
-        entry.option = commandLine.add_flag(name, description);
-      else
-        entry.option = commandLine.add_option(name, entry.text, description)
-                           ->check([value](std::string const & text) { return fault(text, value); });
-    } catch (CLI::Error const & error) {
-      entries.erase(name);
-      throw std::invalid_argument(name + " is no name for an option: " + error.what());
+    Implementation() {
+        commandLine.add_option("arguments", texts, "Further arguments, such as files to load")->type_name("TEXT");
+        for (KnownOption const& option : knownOptions)
+            declare(option.name, option.description, option.value, "");
     }
-  }
 
-  Entry const & entry(hyx::String const & name) const {
-    auto const found = entries.find(name);
-    if (found == entries.end())
-      throw std::invalid_argument("there is no option " + name);
-    return found->second;
-  }
+    void declare(std::string const& name, std::string const& description, Value value, std::string const& preset) {
+        if (entries.contains(name))
+            throw std::invalid_argument("the option " + name + " is declared already");
+        Entry& entry = entries[name];
+        entry.text = preset;
+        try {
+            if (value == Value::none)
+                entry.option = commandLine.add_flag(name, description);
+            else
+                entry.option =
+                    commandLine.add_option(name, entry.text, description)->check([value](std::string const& text) {
+                        return fault(text, value);
+                    });
+        } catch (CLI::Error const& error) {
+            entries.erase(name);
+            throw std::invalid_argument(name + " is no name for an option: " + error.what());
+        }
+    }
 
-  CLI::App commandLine{"Simulates and draws a scene", "application"};
-  std::map<std::string, Entry> entries;
-  std::vector<std::string> texts;
-  hyx::Vector<hyx::String> positional;
-  hyx::Vector<hyx::String> arguments;
-  bool helpRequested = false;
+    Entry const& entry(hyx::String const& name) const {
+        auto const found = entries.find(name);
+        if (found == entries.end())
+            throw std::invalid_argument("there is no option " + name);
+        return found->second;
+    }
+
+    CLI::App commandLine{"Simulates and draws a scene", "application"};
+    std::map<std::string, Entry> entries;
+    std::vector<std::string> texts;
+    hyx::Vector<hyx::String> positional;
+    hyx::Vector<hyx::String> arguments;
+    bool helpRequested = false;
 };
 
 ArgumentParser::ArgumentParser() : m_implementation(std::make_unique<Implementation>()) {}
 
-ArgumentParser::ArgumentParser(hyx::Vector<hyx::String> const & arguments) : ArgumentParser() {
-  parse(arguments);
+ArgumentParser::ArgumentParser(hyx::Vector<hyx::String> const& arguments) : ArgumentParser() {
+    parse(arguments);
 }
 
 ArgumentParser::~ArgumentParser() = default;
 
-void ArgumentParser::addOption(hyx::String const & name, hyx::String const & description, hyx::String const & preset) {
-  m_implementation->declare(name, description, Value::text, preset);
+void ArgumentParser::addOption(hyx::String const& name, hyx::String const& description, hyx::String const& preset) {
+    m_implementation->declare(name, description, Value::text, preset);
 }
 
-void ArgumentParser::addFlag(hyx::String const & name, hyx::String const & description) {
-  m_implementation->declare(name, description, Value::none, "");
+void ArgumentParser::addFlag(hyx::String const& name, hyx::String const& description) {
+    m_implementation->declare(name, description, Value::none, "");
 }
 
-void ArgumentParser::parse(hyx::Vector<hyx::String> const & arguments) {
-  Implementation & self = *m_implementation;
-  self.arguments = arguments;
-  // The library takes the arguments from the back.
-  std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
-  try {
-    self.commandLine.parse(std::move(reversed));
-  } catch (CLI::CallForHelp const &) {
-    self.helpRequested = true;
-    std::cout << getHelp() << std::flush;
-  } catch (CLI::ParseError const & error) {
-    throw std::invalid_argument(error.what());
-  }
-  self.positional.assign(self.texts.begin(), self.texts.end());
+void ArgumentParser::parse(hyx::Vector<hyx::String> const& arguments) {
+    Implementation& self = *m_implementation;
+    self.arguments = arguments;
+    // The library takes the arguments from the back.
+    std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
+    try {
+        self.commandLine.parse(std::move(reversed));
+    } catch (CLI::CallForHelp const&) {
+        self.helpRequested = true;
+        std::cout << getHelp() << std::flush;
+    } catch (CLI::ParseError const& error) {
+        throw std::invalid_argument(error.what());
+    }
+    self.positional.assign(self.texts.begin(), self.texts.end());
 }
 
 bool ArgumentParser::isHelpRequested() const {
-  return m_implementation->helpRequested;
+    return m_implementation->helpRequested;
 }
 
 hyx::String ArgumentParser::getHelp() const {
-  return m_implementation->commandLine.help();
+    return m_implementation->commandLine.help();
 }
 
-bool ArgumentParser::has(hyx::String const & name) const {
-  return m_implementation->entry(name).option->count() > 0;
+bool ArgumentParser::has(hyx::String const& name) const {
+    return m_implementation->entry(name).option->count() > 0;
 }
 
-hyx::String ArgumentParser::getString(hyx::String const & name) const {
-  return m_implementation->entry(name).text;
+hyx::String ArgumentParser::getString(hyx::String const& name) const {
+    return m_implementation->entry(name).text;
 }
 
-hyx::Real ArgumentParser::getReal(hyx::String const & name) const {
-  double number = 0;
-  if (!readNumber(getString(name), number))
-    throw std::invalid_argument("the option " + name + " has no number for its value");
-  return number;
+hyx::Real ArgumentParser::getReal(hyx::String const& name) const {
+    double number = 0;
+    if (!readNumber(getString(name), number))
+        throw std::invalid_argument("the option " + name + " has no number for its value");
+    return number;
 }
 
-long ArgumentParser::getInteger(hyx::String const & name) const {
-  long number = 0;
-  if (!readInteger(getString(name), number))
-    throw std::invalid_argument("the option " + name + " has no whole number for its value");
-  return number;
+long ArgumentParser::getInteger(hyx::String const& name) const {
+    long number = 0;
+    if (!readInteger(getString(name), number))
+        throw std::invalid_argument("the option " + name + " has no whole number for its value");
+    return number;
 }
 
-void ArgumentParser::getSize(hyx::String const & name, long & width, long & height) const {
-  if (!readSize(getString(name), width, height))
-    throw std::invalid_argument("the option " + name + " has no size such as 640x480 for its value");
+void ArgumentParser::getSize(hyx::String const& name, long& width, long& height) const {
+    if (!readSize(getString(name), width, height))
+        throw std::invalid_argument("the option " + name + " has no size such as 640x480 for its value");
 }
 
-hyx::Vector<hyx::String> const & ArgumentParser::getPositional() const {
-  return m_implementation->positional;
+hyx::Vector<hyx::String> const& ArgumentParser::getPositional() const {
+    return m_implementation->positional;
 }
 
-hyx::Vector<hyx::String> const & ArgumentParser::getArguments() const {
-  return m_implementation->arguments;
+hyx::Vector<hyx::String> const& ArgumentParser::getArguments() const {
+    return m_implementation->arguments;
 }
 
-}
+} // namespace hyxIO

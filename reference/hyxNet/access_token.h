@@ -9,6 +9,6 @@ namespace hyxNet {
 std::string makeAccessToken();
 
 /// Whether the two are the same, in a time that does not tell how much of them is.
-bool sameToken(const std::string& one, const std::string& other);
+bool sameToken(std::string const& one, std::string const& other);
 
-}  // namespace hyxNet
+} // namespace hyxNet

@@ -8,9 +8,9 @@
 namespace hyxNet {
 
 /// What a function answered, as JSON: a text that is none stands for itself.
-inline nlohmann::json callResult(const std::string& text) {
-  nlohmann::json parsed = nlohmann::json::parse(text, nullptr, false);
-  return parsed.is_discarded() ? nlohmann::json(text) : parsed;
+inline nlohmann::json callResult(std::string const& text) {
+    nlohmann::json parsed = nlohmann::json::parse(text, nullptr, false);
+    return parsed.is_discarded() ? nlohmann::json(text) : parsed;
 }
 
-}  // namespace hyxNet
+} // namespace hyxNet

@@ -16,91 +16,121 @@ namespace hyxNet {
 using nlohmann::json;
 
 struct CoSimulationServer::State {
-  zmq::context_t context;
-  zmq::socket_t socket{context, zmq::socket_type::rep};
-  std::string address;
-  std::string token;
-  Handler handler;
-  std::string calledFunction;
-  std::string callArgument;
-  std::string callResult;  ///< empty until there is one
-  bool holdsCall = false;  ///< a call whose answer the next update sends
+    zmq::context_t context;
+    zmq::socket_t socket{context, zmq::socket_type::rep};
+    std::string address;
+    std::string token;
+    Handler handler;
+    std::string calledFunction;
+    std::string callArgument;
+    std::string callResult; ///< empty until there is one
+    bool holdsCall = false; ///< a call whose answer the next update sends
 
-  std::string answer(const std::string& text);
-  std::string answerHeldCall();
-  void send(const std::string& text) { socket.send(zmq::buffer(text), zmq::send_flags::none); }
+    std::string answer(std::string const& text);
+    std::string answerHeldCall();
+
+    void send(std::string const& text) { socket.send(zmq::buffer(text), zmq::send_flags::none); }
 };
 
-CoSimulationServer::CoSimulationServer(int port, const std::string& token, const std::string& address)
+CoSimulationServer::CoSimulationServer(int port, std::string const& token, std::string const& address)
     : m_state(std::make_unique<State>()) {
-  if (port < 0 || port > 65535) throw std::invalid_argument("a port must be 0 to 65535");
-  m_state->token = token;
-  m_state->socket.set(zmq::sockopt::linger, 0);
-  const std::string host = listenAddress(address);
-  const std::string endpoint = "tcp://" + host + ":" + (port ? std::to_string(port) : "*");
-  try {
-    m_state->socket.bind(endpoint);
-  } catch (const zmq::error_t& error) {
-    throw std::runtime_error("the co-simulation server cannot listen on " + endpoint + ": " + error.what());
-  }
-  m_state->address = m_state->socket.get(zmq::sockopt::last_endpoint);
+    if (port < 0 || port > 65535)
+        throw std::invalid_argument("a port must be 0 to 65535");
+    m_state->token = token;
+    m_state->socket.set(zmq::sockopt::linger, 0);
+    std::string const host = listenAddress(address);
+    std::string const endpoint = "tcp://" + host + ":" + (port ? std::to_string(port) : "*");
+    try {
+        m_state->socket.bind(endpoint);
+    } catch (zmq::error_t const& error) {
+        throw std::runtime_error("the co-simulation server cannot listen on " + endpoint + ": " + error.what());
+    }
+    m_state->address = m_state->socket.get(zmq::sockopt::last_endpoint);
 }
 
 CoSimulationServer::~CoSimulationServer() = default;
 
-int CoSimulationServer::getPort() const { return std::stoi(m_state->address.substr(m_state->address.rfind(':') + 1)); }
-std::string CoSimulationServer::getAddress() const { return m_state->address; }
-void CoSimulationServer::setHandler(Handler handler) { m_state->handler = std::move(handler); }
+int CoSimulationServer::getPort() const {
+    return std::stoi(m_state->address.substr(m_state->address.rfind(':') + 1));
+}
 
-std::string CoSimulationServer::State::answer(const std::string& text) {
-  try {
-    const json request = json::parse(text);
-    if (!request.is_object()) throw std::invalid_argument("a request must be a JSON object");
-    if (!token.empty() && !sameToken(token, request.value("token", "")))
-      throw std::invalid_argument("the token is missing or wrong");
-    calledFunction = request.value("do", "") == "call" ? request.value("function", "") : "";
-    callArgument = request.contains("argument") ? request["argument"].dump() : "null";
-    callResult.clear();
-    holdsCall = !handler && !calledFunction.empty();
-    if (holdsCall) return "";
-    if (!handler) throw std::runtime_error("nobody answers requests");
-    return handler(text);
-  } catch (const std::exception& error) {
-    return json{{"ok", false}, {"error", error.what()}}.dump(-1, ' ', false, json::error_handler_t::replace);
-  }
+std::string CoSimulationServer::getAddress() const {
+    return m_state->address;
+}
+
+void CoSimulationServer::setHandler(Handler handler) {
+    m_state->handler = std::move(handler);
+}
+
+std::string CoSimulationServer::State::answer(std::string const& text) {
+    try {
+        json const request = json::parse(text);
+        if (!request.is_object())
+            throw std::invalid_argument("a request must be a JSON object");
+        if (!token.empty() && !sameToken(token, request.value("token", "")))
+            throw std::invalid_argument("the token is missing or wrong");
+        calledFunction = request.value("do", "") == "call" ? request.value("function", "") : "";
+        callArgument = request.contains("argument") ? request["argument"].dump() : "null";
+        callResult.clear();
+        holdsCall = !handler && !calledFunction.empty();
+        if (holdsCall)
+            return "";
+        if (!handler)
+            throw std::runtime_error("nobody answers requests");
+        return handler(text);
+    } catch (std::exception const& error) {
+        return json{{"ok", false}, {"error", error.what()}}.dump(-1, ' ', false, json::error_handler_t::replace);
+    }
 }
 
 std::string CoSimulationServer::State::answerHeldCall() {
-  holdsCall = false;
-  const std::string name = std::exchange(calledFunction, "");
-  const json answer = callResult.empty() ? json{{"ok", false}, {"error", "nobody answered the call of '" + name + "'"}}
-                                         : json{{"ok", true}, {"result", hyxNet::callResult(callResult)}};
-  return answer.dump(-1, ' ', false, json::error_handler_t::replace);
+    holdsCall = false;
+    std::string const name = std::exchange(calledFunction, "");
+    json const answer = callResult.empty()
+                            ? json{{"ok", false}, {"error", "nobody answered the call of '" + name + "'"}}
+                            : json{{"ok", true}, {"result", hyxNet::callResult(callResult)}};
+    return answer.dump(-1, ' ', false, json::error_handler_t::replace);
 }
 
 int CoSimulationServer::update(int waitMilliseconds) {
-  if (m_state->holdsCall) m_state->send(m_state->answerHeldCall());
-  int answered = 0;
-  for (;; ++answered) {
-    zmq::pollitem_t item{m_state->socket, 0, ZMQ_POLLIN, 0};
-    zmq::message_t request;
-    try {
-      if (zmq::poll(&item, 1, std::chrono::milliseconds(answered ? 0 : waitMilliseconds)) == 0) return answered;
-      if (!m_state->socket.recv(request, zmq::recv_flags::dontwait)) return answered;
-    } catch (const zmq::error_t& error) {
-      if (error.num() == EINTR) return answered;  // a signal: the caller looks after it
-      throw;
+    if (m_state->holdsCall)
+        m_state->send(m_state->answerHeldCall());
+    int answered = 0;
+    for (;; ++answered) {
+        zmq::pollitem_t item{m_state->socket, 0, ZMQ_POLLIN, 0};
+        zmq::message_t request;
+        try {
+            if (zmq::poll(&item, 1, std::chrono::milliseconds(answered ? 0 : waitMilliseconds)) == 0)
+                return answered;
+            if (!m_state->socket.recv(request, zmq::recv_flags::dontwait))
+                return answered;
+        } catch (zmq::error_t const& error) {
+            if (error.num() == EINTR)
+                return answered; // a signal: the caller looks after it
+            throw;
+        }
+        std::string const answer = m_state->answer(request.to_string());
+        if (m_state->holdsCall)
+            return answered + 1;
+        m_state->send(answer);
+        m_state->calledFunction.clear();
     }
-    const std::string answer = m_state->answer(request.to_string());
-    if (m_state->holdsCall) return answered + 1;
-    m_state->send(answer);
-    m_state->calledFunction.clear();
-  }
 }
 
-std::string CoSimulationServer::getCalledFunction() const { return m_state->calledFunction; }
-std::string CoSimulationServer::getCallArgument() const { return m_state->callArgument; }
-void CoSimulationServer::setCallResult(const std::string& result) { m_state->callResult = result; }
-std::string CoSimulationServer::getCallResult() const { return m_state->callResult.empty() ? "null" : m_state->callResult; }
+std::string CoSimulationServer::getCalledFunction() const {
+    return m_state->calledFunction;
+}
 
-}  // namespace hyxNet
+std::string CoSimulationServer::getCallArgument() const {
+    return m_state->callArgument;
+}
+
+void CoSimulationServer::setCallResult(std::string const& result) {
+    m_state->callResult = result;
+}
+
+std::string CoSimulationServer::getCallResult() const {
+    return m_state->callResult.empty() ? "null" : m_state->callResult;
+}
+
+} // namespace hyxNet

@@ -21,172 +21,210 @@ constexpr size_t longestMessage = 65536;
 constexpr size_t longestQueue = 32;
 
 struct Message {
-  bool binary;
-  std::string bytes;  ///< behind LWS_PRE bytes of room for the library's frame
+    bool binary;
+    std::string bytes; ///< behind LWS_PRE bytes of room for the library's frame
 };
 
 struct Client {
-  lws* socket;
-  std::string incoming;
-  std::deque<Message> outgoing;
-  bool wantsPicture = false;
+    lws* socket;
+    std::string incoming;
+    std::deque<Message> outgoing;
+    bool wantsPicture = false;
 };
 
-}  // namespace
+} // namespace
 
 struct WebServer::State {
-  lws_context* context = nullptr;
-  lws_vhost* host = nullptr;
-  int port = 0;
-  std::string token;
-  std::string_view page;
-  Handler handler;
-  std::list<Client> clients;
-  Client* current = nullptr;  ///< whose message is being handled
+    lws_context* context = nullptr;
+    lws_vhost* host = nullptr;
+    int port = 0;
+    std::string token;
+    std::string_view page;
+    Handler handler;
+    std::list<Client> clients;
+    Client* current = nullptr; ///< whose message is being handled
 
-  ~State() {
-    if (context) lws_context_destroy(context);
-  }
-  bool hasToken(lws* socket) const;
-  int servePage(lws* socket, const char* path);
-  int writePage(lws* socket) const;
-  Client* find(lws* socket);
-  void receive(lws* socket, const char* bytes, size_t size);
-  int send(Client& client);
-  /// Whether there was room for the message.
-  bool queue(Client& client, bool binary, const std::string& bytes);
-  static int callback(lws* socket, lws_callback_reasons reason, void* user, void* data, size_t size);
+    ~State() {
+        if (context)
+            lws_context_destroy(context);
+    }
+
+    bool hasToken(lws* socket) const;
+    int servePage(lws* socket, char const* path);
+    int writePage(lws* socket) const;
+    Client* find(lws* socket);
+    void receive(lws* socket, char const* bytes, size_t size);
+    int send(Client& client);
+    /// Whether there was room for the message.
+    bool queue(Client& client, bool binary, std::string const& bytes);
+    static int callback(lws* socket, lws_callback_reasons reason, void* user, void* data, size_t size);
 };
 
 bool WebServer::State::hasToken(lws* socket) const {
-  char value[128];
-  const char* given = lws_get_urlarg_by_name(socket, "token=", value, sizeof value);
-  return given && sameToken(token, given);
+    char value[128];
+    char const* given = lws_get_urlarg_by_name(socket, "token=", value, sizeof value);
+    return given && sameToken(token, given);
 }
 
-int WebServer::State::servePage(lws* socket, const char* path) {
-  if (std::strcmp(path, "/") != 0) return lws_return_http_status(socket, HTTP_STATUS_NOT_FOUND, nullptr) ? -1 : 0;
-  if (!hasToken(socket)) return lws_return_http_status(socket, HTTP_STATUS_FORBIDDEN, "The token is missing or wrong.") ? -1 : 0;
-  unsigned char header[LWS_PRE + 2048], *at = header + LWS_PRE, *end = header + sizeof header - 1;
-  if (lws_add_http_common_headers(socket, HTTP_STATUS_OK, "text/html; charset=utf-8", page.size(), &at, end) ||
-      lws_finalize_write_http_header(socket, header + LWS_PRE, &at, end))
-    return 1;
-  lws_callback_on_writable(socket);
-  return 0;
+int WebServer::State::servePage(lws* socket, char const* path) {
+    if (std::strcmp(path, "/") != 0)
+        return lws_return_http_status(socket, HTTP_STATUS_NOT_FOUND, nullptr) ? -1 : 0;
+    if (!hasToken(socket))
+        return lws_return_http_status(socket, HTTP_STATUS_FORBIDDEN, "The token is missing or wrong.") ? -1 : 0;
+    unsigned char header[LWS_PRE + 2048], *at = header + LWS_PRE, *end = header + sizeof header - 1;
+    if (lws_add_http_common_headers(socket, HTTP_STATUS_OK, "text/html; charset=utf-8", page.size(), &at, end) ||
+        lws_finalize_write_http_header(socket, header + LWS_PRE, &at, end))
+        return 1;
+    lws_callback_on_writable(socket);
+    return 0;
 }
 
 int WebServer::State::writePage(lws* socket) const {
-  std::string body(LWS_PRE, '\0');
-  body += page;
-  auto* start = reinterpret_cast<unsigned char*>(body.data()) + LWS_PRE;
-  if (lws_write(socket, start, page.size(), LWS_WRITE_HTTP_FINAL) != int(page.size())) return 1;
-  return lws_http_transaction_completed(socket) ? -1 : 0;
+    std::string body(LWS_PRE, '\0');
+    body += page;
+    auto* start = reinterpret_cast<unsigned char*>(body.data()) + LWS_PRE;
+    if (lws_write(socket, start, page.size(), LWS_WRITE_HTTP_FINAL) != int(page.size()))
+        return 1;
+    return lws_http_transaction_completed(socket) ? -1 : 0;
 }
 
 Client* WebServer::State::find(lws* socket) {
-  const auto client = std::find_if(clients.begin(), clients.end(), [=](const Client& c) { return c.socket == socket; });
-  return client == clients.end() ? nullptr : &*client;
+    auto const client =
+        std::find_if(clients.begin(), clients.end(), [=](Client const& c) { return c.socket == socket; });
+    return client == clients.end() ? nullptr : &*client;
 }
 
-void WebServer::State::receive(lws* socket, const char* bytes, size_t size) {
-  Client* client = find(socket);
-  if (!client || client->incoming.size() + size > longestMessage) return;
-  client->incoming.append(bytes, size);
-  if (!lws_is_final_fragment(socket) || lws_remaining_packet_payload(socket) > 0) return;
-  current = client;
-  const std::string answer = handler(std::exchange(client->incoming, ""));
-  current = nullptr;
-  if (!answer.empty()) queue(*client, false, answer);
+void WebServer::State::receive(lws* socket, char const* bytes, size_t size) {
+    Client* client = find(socket);
+    if (!client || client->incoming.size() + size > longestMessage)
+        return;
+    client->incoming.append(bytes, size);
+    if (!lws_is_final_fragment(socket) || lws_remaining_packet_payload(socket) > 0)
+        return;
+    current = client;
+    std::string const answer = handler(std::exchange(client->incoming, ""));
+    current = nullptr;
+    if (!answer.empty())
+        queue(*client, false, answer);
 }
 
-bool WebServer::State::queue(Client& client, bool binary, const std::string& bytes) {
-  if (client.outgoing.size() >= longestQueue) return false;
-  client.outgoing.push_back({binary, std::string(LWS_PRE, '\0') + bytes});
-  lws_callback_on_writable(client.socket);
-  return true;
+bool WebServer::State::queue(Client& client, bool binary, std::string const& bytes) {
+    if (client.outgoing.size() >= longestQueue)
+        return false;
+    client.outgoing.push_back({binary, std::string(LWS_PRE, '\0') + bytes});
+    lws_callback_on_writable(client.socket);
+    return true;
 }
 
 int WebServer::State::send(Client& client) {
-  if (client.outgoing.empty()) return 0;
-  Message& message = client.outgoing.front();
-  const size_t size = message.bytes.size() - LWS_PRE;
-  auto* start = reinterpret_cast<unsigned char*>(message.bytes.data()) + LWS_PRE;
-  if (lws_write(client.socket, start, size, message.binary ? LWS_WRITE_BINARY : LWS_WRITE_TEXT) < int(size)) return -1;
-  client.outgoing.pop_front();
-  if (!client.outgoing.empty()) lws_callback_on_writable(client.socket);
-  return 0;
+    if (client.outgoing.empty())
+        return 0;
+    Message& message = client.outgoing.front();
+    size_t const size = message.bytes.size() - LWS_PRE;
+    auto* start = reinterpret_cast<unsigned char*>(message.bytes.data()) + LWS_PRE;
+    if (lws_write(client.socket, start, size, message.binary ? LWS_WRITE_BINARY : LWS_WRITE_TEXT) < int(size))
+        return -1;
+    client.outgoing.pop_front();
+    if (!client.outgoing.empty())
+        lws_callback_on_writable(client.socket);
+    return 0;
 }
 
 int WebServer::State::callback(lws* socket, lws_callback_reasons reason, void* user, void* data, size_t size) {
-  lws_context* context = socket ? lws_get_context(socket) : nullptr;
-  auto* state = context ? static_cast<State*>(lws_context_user(context)) : nullptr;
-  if (!state) return lws_callback_http_dummy(socket, reason, user, data, size);
-  switch (reason) {
-    case LWS_CALLBACK_HTTP: return state->servePage(socket, static_cast<const char*>(data));
-    case LWS_CALLBACK_HTTP_WRITEABLE: return state->writePage(socket);
-    case LWS_CALLBACK_FILTER_PROTOCOL_CONNECTION: return state->hasToken(socket) ? 0 : -1;
-    case LWS_CALLBACK_ESTABLISHED: state->clients.push_back({socket, {}, {}, false}); return 0;
-    case LWS_CALLBACK_CLOSED: state->clients.remove_if([=](const Client& client) { return client.socket == socket; }); return 0;
-    case LWS_CALLBACK_RECEIVE: state->receive(socket, static_cast<const char*>(data), size); return 0;
+    lws_context* context = socket ? lws_get_context(socket) : nullptr;
+    auto* state = context ? static_cast<State*>(lws_context_user(context)) : nullptr;
+    if (!state)
+        return lws_callback_http_dummy(socket, reason, user, data, size);
+    switch (reason) {
+    case LWS_CALLBACK_HTTP:
+        return state->servePage(socket, static_cast<char const*>(data));
+    case LWS_CALLBACK_HTTP_WRITEABLE:
+        return state->writePage(socket);
+    case LWS_CALLBACK_FILTER_PROTOCOL_CONNECTION:
+        return state->hasToken(socket) ? 0 : -1;
+    case LWS_CALLBACK_ESTABLISHED:
+        state->clients.push_back({socket, {}, {}, false});
+        return 0;
+    case LWS_CALLBACK_CLOSED:
+        state->clients.remove_if([=](Client const& client) { return client.socket == socket; });
+        return 0;
+    case LWS_CALLBACK_RECEIVE:
+        state->receive(socket, static_cast<char const*>(data), size);
+        return 0;
     case LWS_CALLBACK_SERVER_WRITEABLE: {
-      Client* client = state->find(socket);
-      return client ? state->send(*client) : 0;
+        Client* client = state->find(socket);
+        return client ? state->send(*client) : 0;
     }
-    default: return lws_callback_http_dummy(socket, reason, user, data, size);
-  }
+    default:
+        return lws_callback_http_dummy(socket, reason, user, data, size);
+    }
 }
 
-WebServer::WebServer(int port, const std::string& host, const std::string& token, const char* page, Handler handler)
+WebServer::WebServer(int port, std::string const& host, std::string const& token, char const* page, Handler handler)
     : m_state(std::make_unique<State>()) {
-  if (port < 0 || port > 65535) throw std::invalid_argument("a port must be 0 to 65535");
-  m_state->token = token;
-  m_state->page = page;
-  m_state->handler = std::move(handler);
-  lws_set_log_level(0, nullptr);
-  static const lws_protocols protocols[] = {{"hyx", State::callback, 0, longestMessage, 0, nullptr, 0},
-                                            {nullptr, nullptr, 0, 0, 0, nullptr, 0}};
-  const std::string address = listenAddress(host);
-  lws_context_creation_info info{};
-  info.options = LWS_SERVER_OPTION_EXPLICIT_VHOSTS | LWS_SERVER_OPTION_FAIL_UPON_UNABLE_TO_BIND;
-  // With both families at hand the library listens on all addresses when it is given one of the fourth version.
-  const bool sixthVersion = address.find(':') != std::string::npos;
-  info.options |= sixthVersion ? LWS_SERVER_OPTION_IPV6_V6ONLY_MODIFY | LWS_SERVER_OPTION_IPV6_V6ONLY_VALUE : LWS_SERVER_OPTION_DISABLE_IPV6;
-  info.user = m_state.get();
-  info.protocols = protocols;
-  info.port = port;
-  info.iface = address.c_str();
-  m_state->context = lws_create_context(&info);
-  m_state->host = m_state->context ? lws_create_vhost(m_state->context, &info) : nullptr;
-  if (m_state->host) m_state->port = port ? port : lws_get_vhost_listen_port(m_state->host);
-  if (!m_state->host || m_state->port <= 0)
-    throw std::runtime_error("the remote control cannot listen on port " + std::to_string(port) + " of " + address +
-                             ": it is in use, not allowed, or no address of this machine, such as 127.0.0.1");
+    if (port < 0 || port > 65535)
+        throw std::invalid_argument("a port must be 0 to 65535");
+    m_state->token = token;
+    m_state->page = page;
+    m_state->handler = std::move(handler);
+    lws_set_log_level(0, nullptr);
+    static lws_protocols const protocols[] = {{"hyx", State::callback, 0, longestMessage, 0, nullptr, 0},
+                                              {nullptr, nullptr, 0, 0, 0, nullptr, 0}};
+    std::string const address = listenAddress(host);
+    lws_context_creation_info info{};
+    info.options = LWS_SERVER_OPTION_EXPLICIT_VHOSTS | LWS_SERVER_OPTION_FAIL_UPON_UNABLE_TO_BIND;
+    // With both families at hand the library listens on all addresses when it is given one of the fourth version.
+    bool const sixthVersion = address.find(':') != std::string::npos;
+    info.options |= sixthVersion ? LWS_SERVER_OPTION_IPV6_V6ONLY_MODIFY | LWS_SERVER_OPTION_IPV6_V6ONLY_VALUE
+                                 : LWS_SERVER_OPTION_DISABLE_IPV6;
+    info.user = m_state.get();
+    info.protocols = protocols;
+    info.port = port;
+    info.iface = address.c_str();
+    m_state->context = lws_create_context(&info);
+    m_state->host = m_state->context ? lws_create_vhost(m_state->context, &info) : nullptr;
+    if (m_state->host)
+        m_state->port = port ? port : lws_get_vhost_listen_port(m_state->host);
+    if (!m_state->host || m_state->port <= 0)
+        throw std::runtime_error("the remote control cannot listen on port " + std::to_string(port) + " of " + address +
+                                 ": it is in use, not allowed, or no address of this machine, such as 127.0.0.1");
 }
 
 WebServer::~WebServer() = default;
 
-int WebServer::port() const { return m_state->port; }
-int WebServer::numClients() const { return int(m_state->clients.size()); }
+int WebServer::port() const {
+    return m_state->port;
+}
 
-void WebServer::update() { lws_service(m_state->context, -1); }
+int WebServer::numClients() const {
+    return int(m_state->clients.size());
+}
+
+void WebServer::update() {
+    lws_service(m_state->context, -1);
+}
 
 bool WebServer::wantsPicture() const {
-  return std::any_of(m_state->clients.begin(), m_state->clients.end(), [](const Client& c) { return c.wantsPicture; });
+    return std::any_of(m_state->clients.begin(), m_state->clients.end(),
+                       [](Client const& c) { return c.wantsPicture; });
 }
 
 void WebServer::askForPicture() {
-  if (m_state->current) m_state->current->wantsPicture = true;
+    if (m_state->current)
+        m_state->current->wantsPicture = true;
 }
 
-void WebServer::sendPicture(const std::string& bytes) {
-  for (Client& client : m_state->clients) {
-    // A page asks again only when it has shown the last one, so one that had no room is still owed.
-    if (client.wantsPicture) client.wantsPicture = !m_state->queue(client, true, bytes);
-  }
+void WebServer::sendPicture(std::string const& bytes) {
+    for (Client& client : m_state->clients) {
+        // A page asks again only when it has shown the last one, so one that had no room is still owed.
+        if (client.wantsPicture)
+            client.wantsPicture = !m_state->queue(client, true, bytes);
+    }
 }
 
-void WebServer::sendText(const std::string& text) {
-  for (Client& client : m_state->clients) m_state->queue(client, false, text);
+void WebServer::sendText(std::string const& text) {
+    for (Client& client : m_state->clients)
+        m_state->queue(client, false, text);
 }
 
-}  // namespace hyxNet
+} // namespace hyxNet

@@ -5,35 +5,38 @@ namespace hyxPython {
 namespace {
 
 std::string textOf(PyObject* object) {
-  const ScriptObject text(object ? PyObject_Str(object) : nullptr);
-  const char* bytes = text ? PyUnicode_AsUTF8(text.get()) : nullptr;
-  PyErr_Clear();
-  return bytes ? bytes : "";
+    ScriptObject const text(object ? PyObject_Str(object) : nullptr);
+    char const* bytes = text ? PyUnicode_AsUTF8(text.get()) : nullptr;
+    PyErr_Clear();
+    return bytes ? bytes : "";
 }
 
-}  // namespace
+} // namespace
 
-bool interpreterAnswers() { return Py_IsInitialized() && PyGILState_Check(); }
+bool interpreterAnswers() {
+    return Py_IsInitialized() && PyGILState_Check();
+}
 
 bool interpreterInterrupts() {
-  if (!interpreterAnswers()) return false;
-  return PyErr_Occurred() || PyErr_CheckSignals() != 0;
+    if (!interpreterAnswers())
+        return false;
+    return PyErr_Occurred() || PyErr_CheckSignals() != 0;
 }
 
 std::string describeError(PyObject* type, PyObject* value) {
-  const ScriptObject name(type ? PyObject_GetAttrString(type, "__name__") : nullptr);
-  return textOf(name.get()) + ": " + textOf(value);
+    ScriptObject const name(type ? PyObject_GetAttrString(type, "__name__") : nullptr);
+    return textOf(name.get()) + ": " + textOf(value);
 }
 
 std::string describeTraceback(PyObject* type, PyObject* value, PyObject* traceback) {
-  const ScriptObject module(PyImport_ImportModule("traceback"));
-  const ScriptObject lines(module ? PyObject_CallMethod(module.get(), "format_exception", "OOO", type,
-                                                        value ? value : Py_None, traceback ? traceback : Py_None)
-                                  : nullptr);
-  const ScriptObject empty(PyUnicode_FromString(""));
-  const ScriptObject text(lines && empty ? PyUnicode_Join(empty.get(), lines.get()) : nullptr);
-  PyErr_Clear();
-  return text ? textOf(text.get()) : textOf(value);
+    ScriptObject const module(PyImport_ImportModule("traceback"));
+    ScriptObject const lines(module ? PyObject_CallMethod(module.get(), "format_exception", "OOO", type,
+                                                          value ? value : Py_None, traceback ? traceback : Py_None)
+                                    : nullptr);
+    ScriptObject const empty(PyUnicode_FromString(""));
+    ScriptObject const text(lines && empty ? PyUnicode_Join(empty.get(), lines.get()) : nullptr);
+    PyErr_Clear();
+    return text ? textOf(text.get()) : textOf(value);
 }
 
-}  // namespace hyxPython
+} // namespace hyxPython

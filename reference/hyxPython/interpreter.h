@@ -12,33 +12,40 @@ namespace hyxPython {
 /// Owns one reference to a script's object.
 class ScriptObject {
 public:
-  ScriptObject() = default;
-  /// Takes the reference over.
-  explicit ScriptObject(PyObject* object) : m_object(object) {}
-  ScriptObject(ScriptObject&& other) noexcept : m_object(std::exchange(other.m_object, nullptr)) {}
-  ScriptObject& operator=(ScriptObject other) noexcept {
-    std::swap(m_object, other.m_object);
-    return *this;
-  }
-  ~ScriptObject() { Py_XDECREF(m_object); }
+    ScriptObject() = default;
 
-  static ScriptObject borrow(PyObject* object) {
-    Py_XINCREF(object);
-    return ScriptObject(object);
-  }
+    /// Takes the reference over.
+    explicit ScriptObject(PyObject* object) : m_object(object) {}
 
-  PyObject* get() const { return m_object; }
-  PyObject* release() { return std::exchange(m_object, nullptr); }
-  explicit operator bool() const { return m_object != nullptr; }
+    ScriptObject(ScriptObject&& other) noexcept : m_object(std::exchange(other.m_object, nullptr)) {}
+
+    ScriptObject& operator=(ScriptObject other) noexcept {
+        std::swap(m_object, other.m_object);
+        return *this;
+    }
+
+    ~ScriptObject() { Py_XDECREF(m_object); }
+
+    static ScriptObject borrow(PyObject* object) {
+        Py_XINCREF(object);
+        return ScriptObject(object);
+    }
+
+    PyObject* get() const { return m_object; }
+
+    PyObject* release() { return std::exchange(m_object, nullptr); }
+
+    explicit operator bool() const { return m_object != nullptr; }
 
 private:
-  PyObject* m_object = nullptr;
+    PyObject* m_object = nullptr;
 };
 
 /// Whether this thread may call the interpreter.
 bool interpreterAnswers();
 
-/// Whether the interpreter wants the caller to return to it: an error is pending, or a signal's handler raised one now (Ctrl-C).
+/// Whether the interpreter wants the caller to return to it: an error is pending, or a signal's handler raised one now
+/// (Ctrl-C).
 bool interpreterInterrupts();
 
 /// An error's type and text, such as "ValueError: no such body". No error may be pending.
@@ -47,4 +54,4 @@ std::string describeError(PyObject* type, PyObject* value);
 /// The whole report of an error as the interpreter prints it. No error may be pending.
 std::string describeTraceback(PyObject* type, PyObject* value, PyObject* traceback);
 
-}  // namespace hyxPython
+} // namespace hyxPython

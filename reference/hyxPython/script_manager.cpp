@@ -11,52 +11,66 @@ namespace {
 
 constexpr size_t mostErrorsKept = 1000;
 
-const ScriptConversions* installedConversions = nullptr;
+ScriptConversions const* installedConversions = nullptr;
 
 /// A keyboard interrupt and a request to exit stay pending, for the loop to follow.
 bool endsTheProgram() {
-  return PyErr_ExceptionMatches(PyExc_KeyboardInterrupt) || PyErr_ExceptionMatches(PyExc_SystemExit);
+    return PyErr_ExceptionMatches(PyExc_KeyboardInterrupt) || PyErr_ExceptionMatches(PyExc_SystemExit);
 }
 
-void addModuleFolder(const hyx::String& folder) {
-  PyObject* path = PySys_GetObject("path");
-  const ScriptObject text(PyUnicode_DecodeFSDefault(folder.c_str()));
-  if (path && text) PyList_Insert(path, 0, text.get());
-  PyErr_Clear();
+void addModuleFolder(hyx::String const& folder) {
+    PyObject* path = PySys_GetObject("path");
+    ScriptObject const text(PyUnicode_DecodeFSDefault(folder.c_str()));
+    if (path && text)
+        PyList_Insert(path, 0, text.get());
+    PyErr_Clear();
 }
 
-void runMain(const hyx::String& path) {
-  FILE* file = std::fopen(path.c_str(), "rb");
-  if (file) PyRun_SimpleFileEx(file, path.c_str(), true);
+void runMain(hyx::String const& path) {
+    FILE* file = std::fopen(path.c_str(), "rb");
+    if (file)
+        PyRun_SimpleFileEx(file, path.c_str(), true);
 }
 
-}  // namespace
+} // namespace
 
 ScriptManager* ScriptManager::instance(hyx::String const& scriptPath, hyx::String const& modulePath,
                                        hyx::String const& startScript, bool reset) {
-  if (!interpreterAnswers()) return nullptr;
-  static ScriptManager* const manager = new ScriptManager;  // lives to the end: the interpreter may report until then
-  if (reset) manager->clearErrors();
-  if (!modulePath.empty()) addModuleFolder(modulePath);
-  if (!scriptPath.empty()) addModuleFolder(scriptPath);
-  if (!startScript.empty()) runMain(startScript);
-  return manager;
+    if (!interpreterAnswers())
+        return nullptr;
+    static ScriptManager* const manager = new ScriptManager; // lives to the end: the interpreter may report until then
+    if (reset)
+        manager->clearErrors();
+    if (!modulePath.empty())
+        addModuleFolder(modulePath);
+    if (!scriptPath.empty())
+        addModuleFolder(scriptPath);
+    if (!startScript.empty())
+        runMain(startScript);
+    return manager;
 }
 
 void ScriptManager::registerError(hyx::String const& where) {
-  if (!interpreterAnswers() || !PyErr_Occurred() || endsTheProgram()) return;
-  PyObject *type = nullptr, *value = nullptr, *traceback = nullptr;
-  PyErr_Fetch(&type, &value, &traceback);
-  PyErr_NormalizeException(&type, &value, &traceback);
-  Error error{where, describeError(type, value), describeTraceback(type, value, traceback)};
-  if (m_errors.size() >= mostErrorsKept) m_errors.erase(m_errors.begin());
-  m_errors.push_back(error);
-  ++m_registered;
-  PyErr_Restore(type, value, traceback);
-  PyErr_PrintEx(0);  // what it printed must not keep the objects of the script alive
+    if (!interpreterAnswers() || !PyErr_Occurred() || endsTheProgram())
+        return;
+    PyObject *type = nullptr, *value = nullptr, *traceback = nullptr;
+    PyErr_Fetch(&type, &value, &traceback);
+    PyErr_NormalizeException(&type, &value, &traceback);
+    Error error{where, describeError(type, value), describeTraceback(type, value, traceback)};
+    if (m_errors.size() >= mostErrorsKept)
+        m_errors.erase(m_errors.begin());
+    m_errors.push_back(error);
+    ++m_registered;
+    PyErr_Restore(type, value, traceback);
+    PyErr_PrintEx(0); // what it printed must not keep the objects of the script alive
 }
 
-void setScriptConversions(const ScriptConversions* conversions) { installedConversions = conversions; }
-const ScriptConversions* getScriptConversions() { return installedConversions; }
+void setScriptConversions(ScriptConversions const* conversions) {
+    installedConversions = conversions;
+}
 
-}  // namespace hyxPython
+ScriptConversions const* getScriptConversions() {
+    return installedConversions;
+}
+
+} // namespace hyxPython

@@ -16,23 +16,23 @@ void EventListener::post(hyx::TimeStamp) {}
 void EventListener::last(hyx::TimeStamp) {}
 
 bool GuiEventListener::mouseDragged(MouseButtonMask, float, float) {
-  return false;
+    return false;
 }
 
 bool GuiEventListener::mouseMoved(float, float) {
-  return false;
+    return false;
 }
 
 bool GuiEventListener::mouse(MouseButtonMask, MouseState, float, float) {
-  return false;
+    return false;
 }
 
 bool GuiEventListener::keyboard(int, unsigned int, float, float, bool) {
-  return false;
+    return false;
 }
 
 void GuiEventListener::update(float, float) {}
 
-void GuiEventListener::setInverseTransform(hyx::AffineMatrix4x4 const &) {}
+void GuiEventListener::setInverseTransform(hyx::AffineMatrix4x4 const&) {}
 
-}
+} // namespace hyxSDK

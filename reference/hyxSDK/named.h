@@ -9,11 +9,11 @@ namespace hyxSDK {
 
 /// The first object of the list with the name; null when there is none.
 template <class T>
-T * findNamed(hyx::Vector<hyx::ref_ptr<T>> const & list, hyx::Name const & name) {
-  for (auto const & object : list)
-    if (object->getName() == name)
-      return object.get();
-  return nullptr;
+T* findNamed(hyx::Vector<hyx::ref_ptr<T>> const& list, hyx::Name const& name) {
+    for (auto const& object : list)
+        if (object->getName() == name)
+            return object.get();
+    return nullptr;
 }
 
 } // namespace hyxSDK

@@ -1,5 +1,4 @@
 #include "platform/hyxSDK/simulation.h"
-
 #include "reference/hyx/values/number_checks.h"
 #include "reference/hyxSDK/simulation_implementation.h"
 
@@ -14,142 +13,143 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 double secondsSince(Clock::time_point start) {
-  return std::chrono::duration<double>(Clock::now() - start).count();
+    return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
 hyx::PhysicsWorld::Solver worldSolver(Simulation::SolverType solver) {
-  switch (solver) {
-  case Simulation::MULTI:
-    return hyx::PhysicsWorld::CONJUGATE;
-  case Simulation::ITERATIVE:
-    return hyx::PhysicsWorld::SEQUENTIAL;
-  case Simulation::DIRECT:
-    return hyx::PhysicsWorld::DIRECT;
-  }
-  throw std::invalid_argument("a simulation's solver is MULTI, ITERATIVE or DIRECT");
+    switch (solver) {
+    case Simulation::MULTI:
+        return hyx::PhysicsWorld::CONJUGATE;
+    case Simulation::ITERATIVE:
+        return hyx::PhysicsWorld::SEQUENTIAL;
+    case Simulation::DIRECT:
+        return hyx::PhysicsWorld::DIRECT;
+    }
+    throw std::invalid_argument("a simulation's solver is MULTI, ITERATIVE or DIRECT");
 }
 
 /// Refuses a step within a step.
 class StepGuard {
 public:
-  explicit StepGuard(bool & stepping) : m_stepping(stepping) {
-    if (stepping)
-      throw std::logic_error("the simulation is in the middle of a step already");
-    m_stepping = true;
-  }
-  ~StepGuard() { m_stepping = false; }
+    explicit StepGuard(bool& stepping) : m_stepping(stepping) {
+        if (stepping)
+            throw std::logic_error("the simulation is in the middle of a step already");
+        m_stepping = true;
+    }
+
+    ~StepGuard() { m_stepping = false; }
 
 private:
-  bool & m_stepping;
+    bool& m_stepping;
 };
 
-}
+} // namespace
 
 void Simulation::Implementation::callListeners(int mask, void (EventListener::*hook)(hyx::TimeStamp)) {
-  auto const start = Clock::now();
-  hyx::TimeStamp const time = owner.getTimeStamp();
-  EventListenerPtrVector const called = listeners;
-  for (auto const & listener : called)
-    if (listener->isEnabled() && (listener->getMask() & mask) && listener->getSimulation() == &owner)
-      (listener.get()->*hook)(time);
-  statistics.listeners += secondsSince(start);
+    auto const start = Clock::now();
+    hyx::TimeStamp const time = owner.getTimeStamp();
+    EventListenerPtrVector const called = listeners;
+    for (auto const& listener : called)
+        if (listener->isEnabled() && (listener->getMask() & mask) && listener->getSimulation() == &owner)
+            (listener.get()->*hook)(time);
+    statistics.listeners += secondsSince(start);
 }
 
-void Simulation::setGravity(hyx::Vec3 const & gravity) {
-  m_implementation->gravity = hyx::requireFinite(gravity, "gravity");
-  m_implementation->world.setGravity(gravity);
+void Simulation::setGravity(hyx::Vec3 const& gravity) {
+    m_implementation->gravity = hyx::requireFinite(gravity, "gravity");
+    m_implementation->world.setGravity(gravity);
 }
 
 hyx::Vec3 Simulation::getGravity() const {
-  return m_implementation->gravity;
+    return m_implementation->gravity;
 }
 
 void Simulation::setTimeStep(hyx::Real timeStep) {
-  hyx::requirePositive(timeStep, "the time step");
-  setTimeStamp(getTimeStamp());
-  m_implementation->timeStep = timeStep;
+    hyx::requirePositive(timeStep, "the time step");
+    setTimeStamp(getTimeStamp());
+    m_implementation->timeStep = timeStep;
 }
 
 hyx::Real Simulation::getTimeStep() const {
-  return m_implementation->timeStep;
+    return m_implementation->timeStep;
 }
 
 hyx::TimeStamp Simulation::getTimeStamp() const {
-  return m_implementation->startTime + m_implementation->numSteps * m_implementation->timeStep;
+    return m_implementation->startTime + m_implementation->numSteps * m_implementation->timeStep;
 }
 
 void Simulation::setTimeStamp(hyx::TimeStamp time) {
-  m_implementation->startTime = hyx::requireFinite(time, "the time");
-  m_implementation->numSteps = 0;
+    m_implementation->startTime = hyx::requireFinite(time, "the time");
+    m_implementation->numSteps = 0;
 }
 
 void Simulation::step() {
-  Implementation & self = *m_implementation;
-  // A listener may drop the last outside reference to the simulation.
-  hyx::ref_ptr<Simulation> const kept = getReferenceCount() > 0 ? this : nullptr;
-  StepGuard const guard(self.stepping);
-  auto const start = Clock::now();
-  self.statistics.listeners = 0;
-  // PRE_STEP listeners run behind all PRE_COLLIDE_STEP ones, both before the world moves.
-  self.callListeners(EventListener::PRE_COLLIDE_STEP, &EventListener::preCollide);
-  self.callListeners(EventListener::PRE_STEP, &EventListener::pre);
-  ProcessPtrVector const processes = self.processes;
-  for (auto const & process : processes)
-    process->preStep(getTimeStamp(), self.timeStep);
-  hyx::StepTimes const times = self.world.step(self.timeStep);
-  ++self.numSteps;
-  for (auto const & process : processes)
-    if (process->getSimulation() == this)
-      process->postStep(getTimeStamp(), self.timeStep);
-  self.callListeners(EventListener::POST_STEP, &EventListener::post);
-  self.callListeners(EventListener::LAST_STEP, &EventListener::last);
-  self.statistics.collision = times.collision;
-  self.statistics.solver = times.solver;
-  self.statistics.numContactPoints = self.world.numContactPoints();
-  self.statistics.step = secondsSince(start);
+    Implementation& self = *m_implementation;
+    // A listener may drop the last outside reference to the simulation.
+    hyx::ref_ptr<Simulation> const kept = getReferenceCount() > 0 ? this : nullptr;
+    StepGuard const guard(self.stepping);
+    auto const start = Clock::now();
+    self.statistics.listeners = 0;
+    // PRE_STEP listeners run behind all PRE_COLLIDE_STEP ones, both before the world moves.
+    self.callListeners(EventListener::PRE_COLLIDE_STEP, &EventListener::preCollide);
+    self.callListeners(EventListener::PRE_STEP, &EventListener::pre);
+    ProcessPtrVector const processes = self.processes;
+    for (auto const& process : processes)
+        process->preStep(getTimeStamp(), self.timeStep);
+    hyx::StepTimes const times = self.world.step(self.timeStep);
+    ++self.numSteps;
+    for (auto const& process : processes)
+        if (process->getSimulation() == this)
+            process->postStep(getTimeStamp(), self.timeStep);
+    self.callListeners(EventListener::POST_STEP, &EventListener::post);
+    self.callListeners(EventListener::LAST_STEP, &EventListener::last);
+    self.statistics.collision = times.collision;
+    self.statistics.solver = times.solver;
+    self.statistics.numContactPoints = self.world.numContactPoints();
+    self.statistics.step = secondsSince(start);
 }
 
 hyx::UInt Simulation::stepTo(hyx::TimeStamp time) {
-  hyx::requireFinite(time, "the time to step to");
-  hyx::UInt steps = 0;
-  for (; getTimeStamp() + 0.5 * getTimeStep() < time; ++steps)
-    step();
-  return steps;
+    hyx::requireFinite(time, "the time to step to");
+    hyx::UInt steps = 0;
+    for (; getTimeStamp() + 0.5 * getTimeStep() < time; ++steps)
+        step();
+    return steps;
 }
 
 void Simulation::setSolver(SolverType solver) {
-  if (solver == m_implementation->solver)
-    return;
-  m_implementation->world.setSolver(worldSolver(solver));
-  m_implementation->solver = solver;
+    if (solver == m_implementation->solver)
+        return;
+    m_implementation->world.setSolver(worldSolver(solver));
+    m_implementation->solver = solver;
 }
 
 Simulation::SolverType Simulation::getSolver() const {
-  return m_implementation->solver;
+    return m_implementation->solver;
 }
 
 void Simulation::setNumIterations(int iterations) {
-  if (iterations < 1)
-    throw std::invalid_argument("a solver needs at least one iteration");
-  m_implementation->numIterations = iterations;
-  m_implementation->world.setNumIterations(iterations);
+    if (iterations < 1)
+        throw std::invalid_argument("a solver needs at least one iteration");
+    m_implementation->numIterations = iterations;
+    m_implementation->world.setNumIterations(iterations);
 }
 
 int Simulation::getNumIterations() const {
-  return m_implementation->numIterations;
+    return m_implementation->numIterations;
 }
 
 void Simulation::setEnableAutoSleep(bool enable) {
-  m_implementation->autoSleep = enable;
-  m_implementation->world.setAutoSleep(enable, m_implementation->bodyPointers());
+    m_implementation->autoSleep = enable;
+    m_implementation->world.setAutoSleep(enable, m_implementation->bodyPointers());
 }
 
 bool Simulation::getEnableAutoSleep() const {
-  return m_implementation->autoSleep;
+    return m_implementation->autoSleep;
 }
 
-Simulation::Statistics const & Simulation::getStatistics() const {
-  return m_implementation->statistics;
+Simulation::Statistics const& Simulation::getStatistics() const {
+    return m_implementation->statistics;
 }
 
-}
+} // namespace hyxSDK

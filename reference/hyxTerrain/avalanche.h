@@ -9,27 +9,28 @@ namespace hyxTerrain {
 /// Lets soil slide where a slope is steeper than it can stand. Only columns near a change are looked at.
 class Avalanche {
 public:
-  explicit Avalanche(Columns & columns);
+    explicit Avalanche(Columns& columns);
 
-  /// Looks at this column and its neighbours in the next step.
-  void wake(std::size_t c);
-  /// Looks at all columns in the next step.
-  void wakeAll();
-  /// Lets soil slide and come to rest for `timeStep` seconds.
-  void step(hyx::Real timeStep);
-  /// Whether anything still moves.
-  bool isActive() const { return !m_active.empty(); }
+    /// Looks at this column and its neighbours in the next step.
+    void wake(std::size_t c);
+    /// Looks at all columns in the next step.
+    void wakeAll();
+    /// Lets soil slide and come to rest for `timeStep` seconds.
+    void step(hyx::Real timeStep);
+
+    /// Whether anything still moves.
+    bool isActive() const { return !m_active.empty(); }
 
 private:
-  void activate(std::size_t c);
-  void slide(std::size_t c, hyx::Real timeStep);
-  hyx::Real standingSlope(std::size_t c) const;
+    void activate(std::size_t c);
+    void slide(std::size_t c, hyx::Real timeStep);
+    hyx::Real standingSlope(std::size_t c) const;
 
-  Columns & m_columns;
-  std::vector<std::size_t> m_active;
-  std::vector<char> m_marks;
-  std::vector<char> m_slid;
-  std::vector<hyx::Real> m_standing;  ///< slope that each kind of soil stands at
+    Columns& m_columns;
+    std::vector<std::size_t> m_active;
+    std::vector<char> m_marks;
+    std::vector<char> m_slid;
+    std::vector<hyx::Real> m_standing; ///< slope that each kind of soil stands at
 };
 
-}
+} // namespace hyxTerrain

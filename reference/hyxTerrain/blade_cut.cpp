@@ -9,56 +9,57 @@ namespace hyxTerrain {
 using hyx::Real;
 using hyx::Vec3;
 
-std::vector<Cut> findCuts(Columns const & columns, DigTool const & tool, Vec3 const & terrainPosition, Real timeStep) {
-  Vec3 const a = tool.getWorldEdgeBegin() - terrainPosition, b = tool.getWorldEdgeEnd() - terrainPosition;
-  Vec3 const plate = tool.getWorldTop() - terrainPosition - (a + b) * 0.5;
-  Vec3 const path = tool.getWorldVelocity() * timeStep;
-  Real const size = columns.elementSize;
-  Vec3 const edge(b.x - a.x, b.y - a.y, 0);
-  if (edge.length2() < 1e-12)
-    return {};
-  Vec3 const across = Vec3(-edge.y, edge.x, 0).normal();
-  // From behind the edge to ahead of it: where the plate leans to, and where it goes.
-  Real const lean = plate.dot(across), travel = path.dot(across);
-  Real const back = std::min({0.0, lean, travel}) - 0.5 * size, front = std::max({0.0, lean, travel}) + 0.5 * size;
-  std::vector<Cut> cuts;
-  Real const reach = std::max(-back, front);
-  auto const place = [size](Real value, hyx::UInt count) {
-    return static_cast<long>(std::clamp<Real>(std::round(value / size), -1, count));
-  };
-  long const x0 = std::max(place(std::min(a.x, b.x) - reach, columns.nx), 0l), y0 = std::max(place(std::min(a.y, b.y) - reach, columns.ny), 0l);
-  long const x1 = std::min<long>(place(std::max(a.x, b.x) + reach, columns.nx), columns.nx - 1);
-  long const y1 = std::min<long>(place(std::max(a.y, b.y) + reach, columns.ny), columns.ny - 1);
-  for (long y = y0; y <= y1; ++y)
-    for (long x = x0; x <= x1; ++x) {
-      Vec3 const offset = Vec3(x * size, y * size, 0) - Vec3(a.x, a.y, 0);
-      Real const along = offset.dot(edge) / edge.length2(), distance = offset.dot(across);
-      if (along < 0 || along > 1 || distance < back || distance > front)
-        continue;
-      // The plate rises from the edge to its top, so it cuts less deep where it leans to.
-      Real const up = lean != 0 ? std::clamp(distance / lean, 0.0, 1.0) : 0;
-      std::size_t const c = columns.index(x, y);
-      Real const height = std::max(a.z + (b.z - a.z) * along + plate.z * up, columns.rock);
-      if (columns.height(c) > height + 1e-6 * size)
-        cuts.push_back({c, height});
+std::vector<Cut> findCuts(Columns const& columns, DigTool const& tool, Vec3 const& terrainPosition, Real timeStep) {
+    Vec3 const a = tool.getWorldEdgeBegin() - terrainPosition, b = tool.getWorldEdgeEnd() - terrainPosition;
+    Vec3 const plate = tool.getWorldTop() - terrainPosition - (a + b) * 0.5;
+    Vec3 const path = tool.getWorldVelocity() * timeStep;
+    Real const size = columns.elementSize;
+    Vec3 const edge(b.x - a.x, b.y - a.y, 0);
+    if (edge.length2() < 1e-12)
+        return {};
+    Vec3 const across = Vec3(-edge.y, edge.x, 0).normal();
+    // From behind the edge to ahead of it: where the plate leans to, and where it goes.
+    Real const lean = plate.dot(across), travel = path.dot(across);
+    Real const back = std::min({0.0, lean, travel}) - 0.5 * size, front = std::max({0.0, lean, travel}) + 0.5 * size;
+    std::vector<Cut> cuts;
+    Real const reach = std::max(-back, front);
+    auto const place = [size](Real value, hyx::UInt count) {
+        return static_cast<long>(std::clamp<Real>(std::round(value / size), -1, count));
+    };
+    long const x0 = std::max(place(std::min(a.x, b.x) - reach, columns.nx), 0l),
+               y0 = std::max(place(std::min(a.y, b.y) - reach, columns.ny), 0l);
+    long const x1 = std::min<long>(place(std::max(a.x, b.x) + reach, columns.nx), columns.nx - 1);
+    long const y1 = std::min<long>(place(std::max(a.y, b.y) + reach, columns.ny), columns.ny - 1);
+    for (long y = y0; y <= y1; ++y)
+        for (long x = x0; x <= x1; ++x) {
+            Vec3 const offset = Vec3(x * size, y * size, 0) - Vec3(a.x, a.y, 0);
+            Real const along = offset.dot(edge) / edge.length2(), distance = offset.dot(across);
+            if (along < 0 || along > 1 || distance < back || distance > front)
+                continue;
+            // The plate rises from the edge to its top, so it cuts less deep where it leans to.
+            Real const up = lean != 0 ? std::clamp(distance / lean, 0.0, 1.0) : 0;
+            std::size_t const c = columns.index(x, y);
+            Real const height = std::max(a.z + (b.z - a.z) * along + plate.z * up, columns.rock);
+            if (columns.height(c) > height + 1e-6 * size)
+                cuts.push_back({c, height});
+        }
+    return cuts;
+}
+
+Vec3 soilForce(Columns const& columns, std::vector<Cut> const& cuts, Vec3 const& velocity) {
+    Real const speed = velocity.length();
+    if (cuts.empty() || speed < 1e-3)
+        return Vec3();
+    Real pressure = 0;
+    for (Cut const& cut : cuts) {
+        Columns::Column const& column = columns.column(cut.column);
+        SoilMaterial const& soil = columns.materials[column.count > 0 ? column.layers[column.count - 1].material : 0];
+        Real const depth = columns.height(cut.column) - cut.height;
+        Real const passive = std::pow(std::tan(std::numbers::pi / 4 + 0.5 * std::min(soil.reposeAngle, 1.2)), 2);
+        pressure += 0.5 * soil.density * 9.81 * passive * depth * depth * columns.elementSize;
     }
-  return cuts;
+    // The force comes up with the speed, so that a blade at rest is not pushed back.
+    return velocity / speed * -(pressure * std::min(speed / 0.1, 1.0));
 }
 
-Vec3 soilForce(Columns const & columns, std::vector<Cut> const & cuts, Vec3 const & velocity) {
-  Real const speed = velocity.length();
-  if (cuts.empty() || speed < 1e-3)
-    return Vec3();
-  Real pressure = 0;
-  for (Cut const & cut : cuts) {
-    Columns::Column const & column = columns.column(cut.column);
-    SoilMaterial const & soil = columns.materials[column.count > 0 ? column.layers[column.count - 1].material : 0];
-    Real const depth = columns.height(cut.column) - cut.height;
-    Real const passive = std::pow(std::tan(std::numbers::pi / 4 + 0.5 * std::min(soil.reposeAngle, 1.2)), 2);
-    pressure += 0.5 * soil.density * 9.81 * passive * depth * depth * columns.elementSize;
-  }
-  // The force comes up with the speed, so that a blade at rest is not pushed back.
-  return velocity / speed * -(pressure * std::min(speed / 0.1, 1.0));
-}
-
-}
+} // namespace hyxTerrain

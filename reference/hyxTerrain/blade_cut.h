@@ -9,14 +9,15 @@ namespace hyxTerrain {
 
 /// A column that a blade is in, and the height above which the blade takes its soil.
 struct Cut {
-  std::size_t column;
-  hyx::Real height;  ///< metres above the terrain's origin
+    std::size_t column;
+    hyx::Real height; ///< metres above the terrain's origin
 };
 
 /// The columns that a blade is in or passes within `timeStep` seconds. Places are in metres in the terrain.
-std::vector<Cut> findCuts(Columns const & columns, DigTool const & tool, hyx::Vec3 const & terrainPosition, hyx::Real timeStep);
+std::vector<Cut> findCuts(Columns const& columns, DigTool const& tool, hyx::Vec3 const& terrainPosition,
+                          hyx::Real timeStep);
 
 /// The force in newtons on a blade that takes `cuts` at `velocity`: passive earth pressure over its width.
-hyx::Vec3 soilForce(Columns const & columns, std::vector<Cut> const & cuts, hyx::Vec3 const & velocity);
+hyx::Vec3 soilForce(Columns const& columns, std::vector<Cut> const& cuts, hyx::Vec3 const& velocity);
 
-}
+} // namespace hyxTerrain

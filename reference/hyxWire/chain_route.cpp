@@ -1,5 +1,6 @@
-#include "reference/hyx/values/number_checks.h"
 #include "reference/hyxWire/chain_route.h"
+
+#include "reference/hyx/values/number_checks.h"
 
 #include <algorithm>
 #include <cmath>
@@ -15,85 +16,89 @@ namespace {
 /// Part of the distance between a body and the chain's point on it that is made up for in a step.
 constexpr Real bodyCorrection = 0.2;
 
-bool moves(hyx::RigidBody const & body) { return body.getMotionControl() == hyx::RigidBody::DYNAMICS && body.isEnabled(); }
-
+bool moves(hyx::RigidBody const& body) {
+    return body.getMotionControl() == hyx::RigidBody::DYNAMICS && body.isEnabled();
 }
 
-void ChainRoute::add(Vec3 const & point) {
-  hyx::requireFinite(point, "a place on a route");
-  m_places.push_back({point, nullptr});
+} // namespace
+
+void ChainRoute::add(Vec3 const& point) {
+    hyx::requireFinite(point, "a place on a route");
+    m_places.push_back({point, nullptr});
 }
 
-void ChainRoute::add(hyx::RigidBody * body, Vec3 const & localPoint) {
-  if (!body)
-    throw std::invalid_argument("a place on a body needs a body");
-  hyx::requireFinite(localPoint, "a place on a route");
-  m_places.push_back({localPoint, body});
+void ChainRoute::add(hyx::RigidBody* body, Vec3 const& localPoint) {
+    if (!body)
+        throw std::invalid_argument("a place on a body needs a body");
+    hyx::requireFinite(localPoint, "a place on a route");
+    m_places.push_back({localPoint, body});
 }
 
-void ChainRoute::build(ChainSolver & chain, Real segmentLength, Real massPerLength) {
-  chain.points.clear();
-  chain.restLengths.clear();
-  Vec3 from;
-  for (std::size_t p = 0; p < m_places.size(); ++p) {
-    Vec3 const to = m_places[p].getWorldPoint();
-    if (p == 0) {
-      chain.points.push_back({to});
-    } else if (Real const span = (to - from).length(); span > 0) {
-      auto const pieces = static_cast<std::size_t>(std::max(1.0, std::round(span / segmentLength)));
-      for (std::size_t i = 1; i <= pieces; ++i) {
-        chain.points.push_back({from + (to - from) * (static_cast<Real>(i) / pieces)});
-        chain.restLengths.push_back(span / pieces);
-      }
+void ChainRoute::build(ChainSolver& chain, Real segmentLength, Real massPerLength) {
+    chain.points.clear();
+    chain.restLengths.clear();
+    Vec3 from;
+    for (std::size_t p = 0; p < m_places.size(); ++p) {
+        Vec3 const to = m_places[p].getWorldPoint();
+        if (p == 0) {
+            chain.points.push_back({to});
+        } else if (Real const span = (to - from).length(); span > 0) {
+            auto const pieces = static_cast<std::size_t>(std::max(1.0, std::round(span / segmentLength)));
+            for (std::size_t i = 1; i <= pieces; ++i) {
+                chain.points.push_back({from + (to - from) * (static_cast<Real>(i) / pieces)});
+                chain.restLengths.push_back(span / pieces);
+            }
+        }
+        m_places[p].index = chain.points.size() - 1;
+        from = to;
     }
-    m_places[p].index = chain.points.size() - 1;
-    from = to;
-  }
-  if (chain.restLengths.empty())
-    throw std::runtime_error("a route needs at least two different places: add them before the first step");
-  // Half of each segment weighs on each of its points; the ends of the route and the bodies hold their points.
-  for (std::size_t i = 0; i < chain.points.size(); ++i) {
-    Real const before = i > 0 ? chain.restLengths[i - 1] : 0;
-    Real const after = i < chain.restLengths.size() ? chain.restLengths[i] : 0;
-    chain.points[i].inverseMass = 2 / ((before + after) * massPerLength);
-  }
-  chain.points.front().inverseMass = chain.points.back().inverseMass = 0;
-  chain.tensions.assign(chain.restLengths.size(), 0);
-}
-
-// The chain keeps its own idea of where a body is and makes up for the difference through the velocity. Taking the body's place as it is would
-// strain a stiff chain by what the two ways of integrating differ, which is enough to shake the body.
-void ChainRoute::takePlaces(ChainSolver & chain, Real timeStep) const {
-  for (Place const & place : m_places) {
-    ChainSolver::Point & point = chain.points[place.index];
-    Vec3 const target = place.getWorldPoint();
-    if (place.body && moves(*place.body)) {
-      point.inverseMass = 1 / place.body->getMass();
-      point.velocity = place.body->getPointVelocity(target) + (target - point.position) * (bodyCorrection / timeStep);
-    } else if (place.body) {
-      point.inverseMass = 0;
-      point.velocity = place.body->getPointVelocity(target) + (target - point.position) / timeStep;
-    } else if (place.isEnd(chain)) {
-      // A jump would be a blow that no cable bears.
-      point.velocity = (target - point.position) / timeStep;
+    if (chain.restLengths.empty())
+        throw std::runtime_error("a route needs at least two different places: add them before the first step");
+    // Half of each segment weighs on each of its points; the ends of the route and the bodies hold their points.
+    for (std::size_t i = 0; i < chain.points.size(); ++i) {
+        Real const before = i > 0 ? chain.restLengths[i - 1] : 0;
+        Real const after = i < chain.restLengths.size() ? chain.restLengths[i] : 0;
+        chain.points[i].inverseMass = 2 / ((before + after) * massPerLength);
     }
-  }
+    chain.points.front().inverseMass = chain.points.back().inverseMass = 0;
+    chain.tensions.assign(chain.restLengths.size(), 0);
 }
 
-void ChainRoute::pullBodies(ChainSolver const & chain) const {
-  for (Place const & place : m_places)
-    if (place.body && moves(*place.body))
-      place.body->addForceAtPosition(chain.points[place.index].force, place.getWorldPoint());
+// The chain keeps its own idea of where a body is and makes up for the difference through the velocity. Taking the
+// body's place as it is would strain a stiff chain by what the two ways of integrating differ, which is enough to shake
+// the body.
+void ChainRoute::takePlaces(ChainSolver& chain, Real timeStep) const {
+    for (Place const& place : m_places) {
+        ChainSolver::Point& point = chain.points[place.index];
+        Vec3 const target = place.getWorldPoint();
+        if (place.body && moves(*place.body)) {
+            point.inverseMass = 1 / place.body->getMass();
+            point.velocity =
+                place.body->getPointVelocity(target) + (target - point.position) * (bodyCorrection / timeStep);
+        } else if (place.body) {
+            point.inverseMass = 0;
+            point.velocity = place.body->getPointVelocity(target) + (target - point.position) / timeStep;
+        } else if (place.isEnd(chain)) {
+            // A jump would be a blow that no cable bears.
+            point.velocity = (target - point.position) / timeStep;
+        }
+    }
 }
 
-void ChainRoute::moveEnd(bool first, Vec3 const & point) {
-  hyx::requireFinite(point, "a place on a route");
-  if (!m_places.empty() && !getEndBody(first))
-    (first ? m_places.front() : m_places.back()).point = point;
+void ChainRoute::pullBodies(ChainSolver const& chain) const {
+    for (Place const& place : m_places)
+        if (place.body && moves(*place.body))
+            place.body->addForceAtPosition(chain.points[place.index].force, place.getWorldPoint());
 }
 
-hyx::RigidBody * ChainRoute::getEndBody(bool first) const {
-  return m_places.empty() ? nullptr : (first ? m_places.front() : m_places.back()).body.get();
+void ChainRoute::moveEnd(bool first, Vec3 const& point) {
+    hyx::requireFinite(point, "a place on a route");
+    if (!m_places.empty() && !getEndBody(first))
+        (first ? m_places.front() : m_places.back()).point = point;
 }
 
+hyx::RigidBody* ChainRoute::getEndBody(bool first) const {
+    return m_places.empty() ? nullptr : (first ? m_places.front() : m_places.back()).body.get();
 }
+
+} // namespace hyxWire

@@ -1,47 +1,51 @@
 #pragma once
 
-#include "platform/hyx/objects/referenced.h"
 #include "platform/hyx/bodies/rigid_body.h"
+#include "platform/hyx/objects/referenced.h"
 #include "reference/hyxWire/chain_solver.h"
 
 #include <vector>
 
 namespace hyxWire {
 
-/// Where a chain goes: fixed and free places and points of bodies, and the exchange of motion and force with those bodies.
+/// Where a chain goes: fixed and free places and points of bodies, and the exchange of motion and force with those
+/// bodies.
 ///
-/// For the time of a step an attached body counts as a point mass with the body's velocity. The impulse that the chain gives to this mass
-/// goes to the body as a force, so that a stiff chain and a light body do not drive each other apart.
+/// For the time of a step an attached body counts as a point mass with the body's velocity. The impulse that the chain
+/// gives to this mass goes to the body as a force, so that a stiff chain and a light body do not drive each other
+/// apart.
 class ChainRoute {
 public:
-  /// Throws std::invalid_argument for a place that is not finite.
-  void add(hyx::Vec3 const & point);
-  /// Throws std::invalid_argument for null.
-  void add(hyx::RigidBody * body, hyx::Vec3 const & localPoint);
+    /// Throws std::invalid_argument for a place that is not finite.
+    void add(hyx::Vec3 const& point);
+    /// Throws std::invalid_argument for null.
+    void add(hyx::RigidBody* body, hyx::Vec3 const& localPoint);
 
-  /// Lays points along the route, with segments of about `segmentLength` metres and `massPerLength` kg/m.
-  /// Throws std::runtime_error for a route of fewer than two different places.
-  void build(ChainSolver & chain, hyx::Real segmentLength, hyx::Real massPerLength);
-  /// Moves the attached points of the chain to their bodies, and lets the ends travel to their places within the next `timeStep` seconds.
-  void takePlaces(ChainSolver & chain, hyx::Real timeStep) const;
-  /// Pulls at the bodies with what the chain did in its last step.
-  void pullBodies(ChainSolver const & chain) const;
-  /// Moves the first or last place, unless it rides on a body.
-  void moveEnd(bool first, hyx::Vec3 const & point);
-  /// The body at the first or last place, null for a fixed one.
-  hyx::RigidBody * getEndBody(bool first) const;
+    /// Lays points along the route, with segments of about `segmentLength` metres and `massPerLength` kg/m.
+    /// Throws std::runtime_error for a route of fewer than two different places.
+    void build(ChainSolver& chain, hyx::Real segmentLength, hyx::Real massPerLength);
+    /// Moves the attached points of the chain to their bodies, and lets the ends travel to their places within the next
+    /// `timeStep` seconds.
+    void takePlaces(ChainSolver& chain, hyx::Real timeStep) const;
+    /// Pulls at the bodies with what the chain did in its last step.
+    void pullBodies(ChainSolver const& chain) const;
+    /// Moves the first or last place, unless it rides on a body.
+    void moveEnd(bool first, hyx::Vec3 const& point);
+    /// The body at the first or last place, null for a fixed one.
+    hyx::RigidBody* getEndBody(bool first) const;
 
 private:
-  struct Place {
-    hyx::Vec3 point;  ///< world, or in the frame of the body
-    hyx::ref_ptr<hyx::RigidBody> body;
-    std::size_t index = 0;  ///< of the chain's point
+    struct Place {
+        hyx::Vec3 point; ///< world, or in the frame of the body
+        hyx::ref_ptr<hyx::RigidBody> body;
+        std::size_t index = 0; ///< of the chain's point
 
-    bool isEnd(ChainSolver const & chain) const { return index == 0 || index + 1 == chain.points.size(); }
-    hyx::Vec3 getWorldPoint() const { return body ? body->getTransform().transformPoint(point) : point; }
-  };
+        bool isEnd(ChainSolver const& chain) const { return index == 0 || index + 1 == chain.points.size(); }
 
-  std::vector<Place> m_places;
+        hyx::Vec3 getWorldPoint() const { return body ? body->getTransform().transformPoint(point) : point; }
+    };
+
+    std::vector<Place> m_places;
 };
 
-}
+} // namespace hyxWire

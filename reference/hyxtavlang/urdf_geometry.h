@@ -14,17 +14,18 @@ namespace hyxtavlang {
 
 /// Where the files are that a description refers to.
 struct UrdfFiles {
-  std::string modelPath;
-  std::vector<std::string> searchPaths;
+    std::string modelPath;
+    std::vector<std::string> searchPaths;
 };
 
-hyx::AffineMatrix4x4 toMatrix(const urdf::Pose& pose);
+hyx::AffineMatrix4x4 toMatrix(urdf::Pose const& pose);
 
 /// The collision shape, at `place` in its body. Throws std::runtime_error for a mesh that is missing or cannot be read.
-hyx::ref_ptr<hyxCollide::Geometry> makeCollision(const urdf::Geometry& geometry, const hyx::AffineMatrix4x4& place,
-                                                 const UrdfFiles& files);
+hyx::ref_ptr<hyxCollide::Geometry> makeCollision(urdf::Geometry const& geometry, hyx::AffineMatrix4x4 const& place,
+                                                 UrdfFiles const& files);
 
 /// The visual at `place` in its body, in its colour. Throws like `makeCollision`.
-osg::ref_ptr<osg::Node> makeVisual(const urdf::Visual& visual, const hyx::AffineMatrix4x4& place, const UrdfFiles& files);
+osg::ref_ptr<osg::Node> makeVisual(urdf::Visual const& visual, hyx::AffineMatrix4x4 const& place,
+                                   UrdfFiles const& files);
 
-}  // namespace hyxtavlang
+} // namespace hyxtavlang

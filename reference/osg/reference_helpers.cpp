@@ -5,12 +5,12 @@
 
 namespace osg {
 
-void Group_reference(osg::Group * group) {
+void Group_reference(osg::Group* group) {
     if (group)
         group->ref();
 }
 
-void Group_unreference(osg::Group * group) {
+void Group_unreference(osg::Group* group) {
     if (group)
         group->unref();
 }

@@ -1,4 +1,5 @@
 """The examples of the application, run as a user runs them."""
+
 import math
 import os
 import subprocess
@@ -7,21 +8,28 @@ import sys
 import numpy
 import pytest
 from PIL import Image
-
 from subprocesses import BUILD, ROOT
 
 
 def run(name, *arguments):
     environment = {**os.environ, "HYX_DISPLAY": "offscreen", "PYTHONPATH": str(BUILD / "python")}
-    done = subprocess.run([sys.executable, str(ROOT / "examples" / name), *map(str, arguments)], capture_output=True, text=True,
-                          timeout=300, env=environment)
+    done = subprocess.run(
+        [sys.executable, str(ROOT / "examples" / name), *map(str, arguments)],
+        capture_output=True,
+        text=True,
+        timeout=300,
+        env=environment,
+    )
     assert (done.returncode, done.stderr) == (0, ""), done.stderr
     return done.stdout
 
 
 def test_the_scene_browser_shows_each_scene(tmp_path):
     assert run("02_scene_browser.py", "--seconds", "0.5", "--output", tmp_path).splitlines() == [
-        "tower: 10 bodies", "dominoes: 16 bodies", "rain: 61 bodies"]
+        "tower: 10 bodies",
+        "dominoes: 16 bodies",
+        "rain: 61 bodies",
+    ]
     sizes = {path.stem: path.stat().st_size for path in tmp_path.glob("*.png")}
     assert set(sizes) == {"tower", "dominoes", "rain"} and len(set(sizes.values())) == 3
 
@@ -47,7 +55,9 @@ def test_a_humanoid_that_others_described_moves(tmp_path):
     angles = angles_of("--seconds", "0.5", "--output", tmp_path / "robot.png")
     assert len(angles) == 34  # of 44 joints; 10 of the fingers follow the thumbs
     targets = [0.5 * math.sin(2 * 0.5 + index) for index in range(34)]
-    assert sum(abs(angle - target) < 0.15 for angle, target in zip(angles.values(), targets)) > 20  # the others are at their limits
+    assert (
+        sum(abs(angle - target) < 0.15 for angle, target in zip(angles.values(), targets)) > 20
+    )  # the others are at their limits
     picture = numpy.asarray(Image.open(tmp_path / "robot.png").convert("RGB")).astype(int)
     orange = (picture[..., 0] > 150) & (picture[..., 2] < 60)
     light = (picture.min(axis=2) > 180) & (picture.max(axis=2) - picture.min(axis=2) < 8)

@@ -1,13 +1,13 @@
 """The examples of this area run as a user runs them, and their pictures show what they say."""
+
 import os
 import subprocess
 import sys
 
 import numpy
 import pytest
-from PIL import Image
-
 from capture_stage import EXAMPLES, PACKAGES
+from PIL import Image
 from video_file import frame_count, probe
 
 

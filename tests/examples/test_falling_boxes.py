@@ -10,7 +10,6 @@ from pathlib import Path
 import numpy
 import pytest
 from PIL import Image
-
 from subprocesses import BUILD
 
 ROOT = Path(__file__).resolve().parents[2]
@@ -20,8 +19,14 @@ SECONDS = 1.5
 
 def run(*arguments, folder, **variables):
     environment = os.environ | {"PYTHONPATH": str(BUILD / "python")} | variables
-    return subprocess.run([sys.executable, SCRIPT, *map(str, arguments)], capture_output=True, text=True,
-                          env=environment, cwd=folder, timeout=300)
+    return subprocess.run(
+        [sys.executable, SCRIPT, *map(str, arguments)],
+        capture_output=True,
+        text=True,
+        env=environment,
+        cwd=folder,
+        timeout=300,
+    )
 
 
 @pytest.fixture(scope="module")
@@ -59,7 +64,13 @@ def test_the_background_runs_from_blue_to_pale(picture):
 def test_bodies_of_every_colour_lie_on_the_ground(picture):
     ground = picture[220:].reshape(-1, 3)
     found = hues(ground)
-    for name, low, high in (("red", 0, 18), ("amber", 25, 48), ("teal", 185, 205), ("green", 115, 145), ("violet", 260, 285)):
+    for name, low, high in (
+        ("red", 0, 18),
+        ("amber", 25, 48),
+        ("teal", 185, 205),
+        ("green", 115, 145),
+        ("violet", 260, 285),
+    ):
         assert ((found >= low) & (found <= high)).sum() > 150, name
 
 
@@ -85,15 +96,35 @@ def test_the_display_shows_the_number_of_bodies_and_the_time(picture):
 
 
 def test_the_video_has_a_frame_for_every_thirtieth_of_a_second(finished):
-    command = ["ffprobe", "-v", "error", "-count_frames", "-of", "json", "-show_entries",
-               "stream=codec_name,width,height,nb_read_frames,avg_frame_rate", finished[0] / "out" / "falling_boxes.mp4"]
+    command = [
+        "ffprobe",
+        "-v",
+        "error",
+        "-count_frames",
+        "-of",
+        "json",
+        "-show_entries",
+        "stream=codec_name,width,height,nb_read_frames,avg_frame_rate",
+        finished[0] / "out" / "falling_boxes.mp4",
+    ]
     stream = json.loads(subprocess.run(command, capture_output=True, text=True, check=True).stdout)["streams"][0]
     assert (stream["codec_name"], stream["width"], stream["height"]) == ("h264", 960, 540)
     assert abs(int(stream["nb_read_frames"]) - 30 * SECONDS) <= 1 and stream["avg_frame_rate"] == "30/1"
 
 
 def test_things_move_in_the_video(finished):
-    command = ["ffmpeg", "-v", "error", "-i", finished[0] / "out" / "falling_boxes.mp4", "-f", "rawvideo", "-pix_fmt", "gray", "-"]
+    command = [
+        "ffmpeg",
+        "-v",
+        "error",
+        "-i",
+        finished[0] / "out" / "falling_boxes.mp4",
+        "-f",
+        "rawvideo",
+        "-pix_fmt",
+        "gray",
+        "-",
+    ]
     raw = subprocess.run(command, capture_output=True, check=True).stdout
     frames = numpy.frombuffer(raw, numpy.uint8).reshape(-1, 540, 960).astype(int)
     assert (abs(frames[30] - frames[5]) > 25).mean() > 0.02

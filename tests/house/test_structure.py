@@ -1,4 +1,5 @@
 """Rules of the source tree that no compiler checks."""
+
 import pathlib
 import subprocess
 import sys
@@ -16,11 +17,17 @@ def test_rooms_include_only_what_they_may():
 GENERATOR = ROOT / "binding/catalogue/generate_tables.py"
 
 
-@pytest.mark.parametrize("text, complaint", [
-    ("lib::A : lib::Bse\nlib::Base\n", "base 'lib::Bse' of lib::A is not in the catalogue; did you mean 'lib::Base'?"),
-    ("lib::A\nlib::A\n", "lib::A is listed twice"),
-    ("lib::A : lib::B\nlib::B : lib::A\n", "derives from itself"),
-])
+@pytest.mark.parametrize(
+    "text, complaint",
+    [
+        (
+            "lib::A : lib::Bse\nlib::Base\n",
+            "base 'lib::Bse' of lib::A is not in the catalogue; did you mean 'lib::Base'?",
+        ),
+        ("lib::A\nlib::A\n", "lib::A is listed twice"),
+        ("lib::A : lib::B\nlib::B : lib::A\n", "derives from itself"),
+    ],
+)
 def test_a_wrong_class_list_stops_the_build(tmp_path, text, complaint):
     listing = tmp_path / "lib.txt"
     listing.write_text(text)
@@ -29,11 +36,19 @@ def test_a_wrong_class_list_stops_the_build(tmp_path, text, complaint):
 
 
 WRONG_ROWS = {
-    "a parameter type that no overload has": ("FUNCTION(take_int, FREE(sample::take_int, (double)))", "no matching function"),
+    "a parameter type that no overload has": (
+        "FUNCTION(take_int, FREE(sample::take_int, (double)))",
+        "no matching function",
+    ),
     "a type outside the catalogue": ("FUNCTION(unlisted, FREE(unlisted, (Unlisted *)))", "not in the type catalogue"),
-    "a default of another type": ("FUNCTION(string_size, FREE(sample::string_size, (std::string const &), 5))",
-                                  "a default value must have the type of its parameter"),
-    "more defaults than parameters": ("FUNCTION(take_int, FREE(sample::take_int, (int), 1, 2))", "more default values than parameters"),
+    "a default of another type": (
+        "FUNCTION(string_size, FREE(sample::string_size, (std::string const &), 5))",
+        "a default value must have the type of its parameter",
+    ),
+    "more defaults than parameters": (
+        "FUNCTION(take_int, FREE(sample::take_int, (int), 1, 2))",
+        "more default values than parameters",
+    ),
 }
 
 
@@ -54,7 +69,20 @@ ROWS(functions);
     names = tmp_path / "names"
     lists = [*(ROOT / "catalogue").glob("*.txt"), ROOT / "tests/binding/sample/classes.txt"]
     subprocess.run([sys.executable, GENERATOR, *lists, "--out", names], check=True)
+<<<<<<< Updated upstream
     command = ["g++", "-std=c++20", "-fsyntax-only", f"-I{ROOT}", f"-I{names}",
                f"-I{sysconfig.get_paths()['include']}", source]
+=======
+    command = [
+        "g++",
+        "-std=c++20",
+        "-fsyntax-only",
+        "-DHYX_AREA=rows",
+        f"-I{ROOT}",
+        f"-I{names}",
+        f"-I{sysconfig.get_paths()['include']}",
+        source,
+    ]
+>>>>>>> Stashed changes
     result = subprocess.run(command, capture_output=True, text=True)
     assert result.returncode != 0 and complaint in result.stderr

@@ -10,8 +10,20 @@ from physics_scene import GRAVITY, body, box, ground, run, simulation
 
 UPRIGHT = hyx.Quat(math.pi / 2, hyx.Vec3(1, 0, 0))  # turns a shape's Y axis up
 CUBE_CORNERS = [(x, y, z) for z in (-0.5, 0.5) for y in (-0.5, 0.5) for x in (-0.5, 0.5)]
-CUBE_TRIANGLES = [(0, 2, 1), (1, 2, 3), (4, 5, 6), (5, 7, 6), (0, 1, 4), (1, 5, 4), (2, 6, 3), (3, 6, 7), (0, 4, 2), (2, 4, 6),
-                  (1, 3, 5), (3, 7, 5)]
+CUBE_TRIANGLES = [
+    (0, 2, 1),
+    (1, 2, 3),
+    (4, 5, 6),
+    (5, 7, 6),
+    (0, 1, 4),
+    (1, 5, 4),
+    (2, 6, 3),
+    (3, 6, 7),
+    (0, 4, 2),
+    (2, 4, 6),
+    (1, 3, 5),
+    (3, 7, 5),
+]
 
 
 def cube_mesh():
@@ -32,10 +44,17 @@ def slope(degrees, friction):
     return simulation(plate, slider), slider
 
 
-@pytest.mark.parametrize("shape, rest", [
-    (hyxCollide.Box(0.3, 0.4, 0.5), 0.4), (hyxCollide.Sphere(0.3), 0.3), (hyxCollide.Cylinder(0.3, 0.8), 0.4),
-    (hyxCollide.Capsule(0.3, 0.8), 0.7), (hyxCollide.Cone(0.3, 0.8), 0.4), (cube_mesh(), 0.5),
-])
+@pytest.mark.parametrize(
+    "shape, rest",
+    [
+        (hyxCollide.Box(0.3, 0.4, 0.5), 0.4),
+        (hyxCollide.Sphere(0.3), 0.3),
+        (hyxCollide.Cylinder(0.3, 0.8), 0.4),
+        (hyxCollide.Capsule(0.3, 0.8), 0.7),
+        (hyxCollide.Cone(0.3, 0.8), 0.4),
+        (cube_mesh(), 0.5),
+    ],
+)
 def test_every_shape_rests_on_the_ground_with_its_weight(shape, rest):
     solid = body(shape, (0, 0, rest + 0.05))
     solid.setRotation(UPRIGHT)
@@ -68,7 +87,9 @@ def test_a_box_slides_beyond_the_friction_angle_only(friction):
     world, slider = slope(angle + 8, friction)
     run(world, 2)
     tilt = math.radians(angle + 8)
-    assert slider.getVelocity().length() == pytest.approx(2 * GRAVITY * (math.sin(tilt) - friction * math.cos(tilt)), rel=4e-2)
+    assert slider.getVelocity().length() == pytest.approx(
+        2 * GRAVITY * (math.sin(tilt) - friction * math.cos(tilt)), rel=4e-2
+    )
 
 
 @pytest.mark.parametrize("restitution", [0, 0.5, 0.8, 1])
@@ -222,11 +243,28 @@ def test_a_convex_mesh_moves_like_the_solid_that_it_is():
 def test_a_hollow_mesh_takes_in_what_fits():
     """An open-topped cup: a mesh that is not convex keeps its hollow while it moves."""
     outer, inner = 0.5, 0.4
-    corners = [(x, y, 0) for y in (-outer, outer) for x in (-outer, outer)] + [(x, y, 1) for y in (-outer, outer) for x in (-outer, outer)]
-    corners += [(x, y, 0.1) for y in (-inner, inner) for x in (-inner, inner)] + [(x, y, 1) for y in (-inner, inner) for x in (-inner, inner)]
-    quads = [(0, 2, 3, 1), (0, 1, 5, 4), (1, 3, 7, 5), (3, 2, 6, 7), (2, 0, 4, 6),
-             (8, 9, 11, 10), (8, 12, 13, 9), (9, 13, 15, 11), (11, 15, 14, 10), (10, 14, 12, 8),
-             (4, 5, 13, 12), (5, 7, 15, 13), (7, 6, 14, 15), (6, 4, 12, 14)]
+    corners = [(x, y, 0) for y in (-outer, outer) for x in (-outer, outer)] + [
+        (x, y, 1) for y in (-outer, outer) for x in (-outer, outer)
+    ]
+    corners += [(x, y, 0.1) for y in (-inner, inner) for x in (-inner, inner)] + [
+        (x, y, 1) for y in (-inner, inner) for x in (-inner, inner)
+    ]
+    quads = [
+        (0, 2, 3, 1),
+        (0, 1, 5, 4),
+        (1, 3, 7, 5),
+        (3, 2, 6, 7),
+        (2, 0, 4, 6),
+        (8, 9, 11, 10),
+        (8, 12, 13, 9),
+        (9, 13, 15, 11),
+        (11, 15, 14, 10),
+        (10, 14, 12, 8),
+        (4, 5, 13, 12),
+        (5, 7, 15, 13),
+        (7, 6, 14, 15),
+        (6, 4, 12, 14),
+    ]
     cup = body(hyxCollide.Trimesh(corners, [t for a, b, c, d in quads for t in ((a, b, c), (a, c, d))]))
     assert cup.getMass() == pytest.approx(1000 * (1 - 0.8 * 0.8 * 0.9))
     ball = body(hyxCollide.Sphere(0.2), (0, 0, 1.5), mass=5)

@@ -31,12 +31,20 @@ def test_a_ray_that_meets_nothing_is_not_valid():
         assert not hit.isValid() and hit.getGeometry() is None
 
 
-@pytest.mark.parametrize("start, end, point, normal", [
-    ((0, 0, 5), (0, 0, -5), (0, 0, 3), (0, 0, 1)), ((9, 0, 0), (-9, 0, 0), (1, 0, 0), (1, 0, 0)),
-    ((0.5, -9, 2.5), (0.5, 9, 2.5), (0.5, -2, 2.5), (0, -1, 0)), ((4, 0, 6), (0, 0, 2), (1, 0, 3), None),
-    ((0, 0, 0), (0, 0, 9), None, None), ((2, 0, 9), (2, 0, -9), None, None), ((0, 0, 9), (0, 0, 4), None, None),
-    ((0, 9, 9), (0, 9, -9), None, None), ((5, 0, 0), (9, 0, 0), None, None),
-])
+@pytest.mark.parametrize(
+    "start, end, point, normal",
+    [
+        ((0, 0, 5), (0, 0, -5), (0, 0, 3), (0, 0, 1)),
+        ((9, 0, 0), (-9, 0, 0), (1, 0, 0), (1, 0, 0)),
+        ((0.5, -9, 2.5), (0.5, 9, 2.5), (0.5, -2, 2.5), (0, -1, 0)),
+        ((4, 0, 6), (0, 0, 2), (1, 0, 3), None),
+        ((0, 0, 0), (0, 0, 9), None, None),
+        ((2, 0, 9), (2, 0, -9), None, None),
+        ((0, 0, 9), (0, 0, 4), None, None),
+        ((0, 9, 9), (0, 9, -9), None, None),
+        ((5, 0, 0), (9, 0, 0), None, None),
+    ],
+)
 def test_a_ray_enters_a_turned_box_where_geometry_says(start, end, point, normal):
     turned = body(hyxCollide.Box(1, 2, 3))
     place = hyx.AffineMatrix4x4(hyx.Quat(0.7, hyx.Vec3(1, 2, 3)), hyx.Vec3(4, 5, 6))
@@ -62,11 +70,17 @@ def test_a_ray_enters_a_ball_on_its_near_side(offset):
     assert tuple(hit.normal) == pytest.approx((2 * x, 0, 2 * offset), abs=1e-12)
 
 
-@pytest.mark.parametrize("shape, top", [
-    (hyxCollide.Sphere(0.5), 0.5), (hyxCollide.Cylinder(0.5, 1), 0.5), (hyxCollide.Capsule(0.5, 1), 0.5),
-    (hyxCollide.Trimesh([(-1, -1, 0.2), (1, -1, 0.2), (0, 1, 0.2)], [0, 1, 2]), 0.2),
-    (hyxCollide.HeightField(5, 5, 2, 2, [0.3] * 25), 0.3), (hyxCollide.Plane(0.0, 0.0, 1.0, -0.4), 0.4),
-])
+@pytest.mark.parametrize(
+    "shape, top",
+    [
+        (hyxCollide.Sphere(0.5), 0.5),
+        (hyxCollide.Cylinder(0.5, 1), 0.5),
+        (hyxCollide.Capsule(0.5, 1), 0.5),
+        (hyxCollide.Trimesh([(-1, -1, 0.2), (1, -1, 0.2), (0, 1, 0.2)], [0, 1, 2]), 0.2),
+        (hyxCollide.HeightField(5, 5, 2, 2, [0.3] * 25), 0.3),
+        (hyxCollide.Plane(0.0, 0.0, 1.0, -0.4), 0.4),
+    ],
+)
 def test_a_ray_meets_the_surface_of_every_shape(shape, top):
     world = simulation(body(shape, control=hyx.RigidBody.STATIC))
     hit = world.getSpace().castRay(UP, DOWN)

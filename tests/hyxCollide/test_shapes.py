@@ -9,11 +9,17 @@ import pytest
 TETRAHEDRON = [(0, 0, 0), (1, 0, 0), (0, 1, 0), (0, 0, 1)], [(0, 2, 1), (0, 1, 3), (0, 3, 2), (1, 2, 3)]
 
 
-@pytest.mark.parametrize("shape, volume, upper", [
-    (hyxCollide.Box(1, 2, 3), 48, (1, 2, 3)), (hyxCollide.Sphere(2), 32 / 3 * math.pi, (2, 2, 2)),
-    (hyxCollide.Cylinder(1, 4), 4 * math.pi, (1, 2, 1)), (hyxCollide.Capsule(1, 4), (4 + 4 / 3) * math.pi, (1, 3, 1)),
-    (hyxCollide.Cone(1, 3), math.pi, (1, 1.5, 1)), (hyxCollide.Trimesh(*TETRAHEDRON), 1 / 6, (1, 1, 1)),
-])
+@pytest.mark.parametrize(
+    "shape, volume, upper",
+    [
+        (hyxCollide.Box(1, 2, 3), 48, (1, 2, 3)),
+        (hyxCollide.Sphere(2), 32 / 3 * math.pi, (2, 2, 2)),
+        (hyxCollide.Cylinder(1, 4), 4 * math.pi, (1, 2, 1)),
+        (hyxCollide.Capsule(1, 4), (4 + 4 / 3) * math.pi, (1, 3, 1)),
+        (hyxCollide.Cone(1, 3), math.pi, (1, 1.5, 1)),
+        (hyxCollide.Trimesh(*TETRAHEDRON), 1 / 6, (1, 1, 1)),
+    ],
+)
 def test_volume_and_bound(shape, volume, upper):
     assert shape.getVolume() == pytest.approx(volume)
     low, high = hyx.Vec3(), hyx.Vec3()
@@ -22,20 +28,34 @@ def test_volume_and_bound(shape, volume, upper):
     assert all(a < b for a, b in zip(low, high))
 
 
-@pytest.mark.parametrize("make", [
-    lambda: hyxCollide.Box(1, 0, 1), lambda: hyxCollide.Box(hyx.Vec3(1, math.nan, 1)), lambda: hyxCollide.Sphere(-1),
-    lambda: hyxCollide.Cylinder(1, math.inf), lambda: hyxCollide.Cone(0, 1), lambda: hyxCollide.Plane(0.0, 0.0, 0.0, 1.0),
-    lambda: hyxCollide.Geometry(None), lambda: hyxCollide.Trimesh([(0, 0, 0)], [0, 1, 2]), lambda: hyxCollide.Trimesh([], []),
-    lambda: hyxCollide.Trimesh([(0, 0, 0)] * 3, [0, 1]), lambda: hyxCollide.Trimesh([(0, 0, math.inf)] * 3, [0, 1, 2]),
-    lambda: hyxCollide.HeightField(1, 5, 1, 1), lambda: hyxCollide.HeightField(2, 2, 1, 1, [0, 0, 0]),
-    lambda: hyxCollide.Compound().add(None), lambda: hyxCollide.Compound().add(hyxCollide.Plane()),
-])
+@pytest.mark.parametrize(
+    "make",
+    [
+        lambda: hyxCollide.Box(1, 0, 1),
+        lambda: hyxCollide.Box(hyx.Vec3(1, math.nan, 1)),
+        lambda: hyxCollide.Sphere(-1),
+        lambda: hyxCollide.Cylinder(1, math.inf),
+        lambda: hyxCollide.Cone(0, 1),
+        lambda: hyxCollide.Plane(0.0, 0.0, 0.0, 1.0),
+        lambda: hyxCollide.Geometry(None),
+        lambda: hyxCollide.Trimesh([(0, 0, 0)], [0, 1, 2]),
+        lambda: hyxCollide.Trimesh([], []),
+        lambda: hyxCollide.Trimesh([(0, 0, 0)] * 3, [0, 1]),
+        lambda: hyxCollide.Trimesh([(0, 0, math.inf)] * 3, [0, 1, 2]),
+        lambda: hyxCollide.HeightField(1, 5, 1, 1),
+        lambda: hyxCollide.HeightField(2, 2, 1, 1, [0, 0, 0]),
+        lambda: hyxCollide.Compound().add(None),
+        lambda: hyxCollide.Compound().add(hyxCollide.Plane()),
+    ],
+)
 def test_impossible_shapes_are_refused(make):
     with pytest.raises((RuntimeError, ValueError)):
         make()
 
 
-@pytest.mark.parametrize("points, indices", [(["abc"], [0, 1, 2]), ([(0, 0, 0)] * 3, "abc"), (None, None), ([(0, 0, 0)] * 3, [0, 1, 2.5])])
+@pytest.mark.parametrize(
+    "points, indices", [(["abc"], [0, 1, 2]), ([(0, 0, 0)] * 3, "abc"), (None, None), ([(0, 0, 0)] * 3, [0, 1, 2.5])]
+)
 def test_a_mesh_is_made_of_numbers_only(points, indices):
     with pytest.raises(TypeError):
         hyxCollide.Trimesh(points, indices)
@@ -52,7 +72,20 @@ def test_a_mesh_knows_whether_it_is_closed():
 
 def test_a_mesh_and_a_box_of_the_same_form_have_the_same_inertia():
     corners = [(x, y, z) for z in (-3, 3) for y in (-2, 2) for x in (-1, 1)]
-    triangles = [(0, 2, 1), (1, 2, 3), (4, 5, 6), (5, 7, 6), (0, 1, 4), (1, 5, 4), (2, 6, 3), (3, 6, 7), (0, 4, 2), (2, 4, 6), (1, 3, 5), (3, 7, 5)]
+    triangles = [
+        (0, 2, 1),
+        (1, 2, 3),
+        (4, 5, 6),
+        (5, 7, 6),
+        (0, 1, 4),
+        (1, 5, 4),
+        (2, 6, 3),
+        (3, 6, 7),
+        (0, 4, 2),
+        (2, 4, 6),
+        (1, 3, 5),
+        (3, 7, 5),
+    ]
     mesh = hyx.RigidBody(hyxCollide.Geometry(hyxCollide.Trimesh(corners, triangles)))
     box = hyx.RigidBody(hyxCollide.Geometry(hyxCollide.Box(1, 2, 3)))
     assert mesh.getMass() == pytest.approx(box.getMass())

@@ -2,12 +2,11 @@
 
 import math
 
-import pytest
-
 import hyx
 import hyxCollide
 import hyxModel
 import hyxSDK
+import pytest
 
 
 def box(half, position, mass=None):

@@ -1,19 +1,18 @@
 """Another process steps the simulation and calls functions of the script."""
-import json
 
-import pytest
+import json
 
 import hyx
 import hyxIO
 import hyxNet
-import hyxOSG
-
+import pytest
 from application_stage import add_box
 from zmq_client import Client
 
 
 def free_port():
     import socket
+
     with socket.socket() as probe:
         probe.bind(("127.0.0.1", 0))
         return probe.getsockname()[1]
@@ -56,10 +55,18 @@ def test_the_other_process_moves_a_body(served):
     assert client.ask(app, do="stop")["ok"] and app.done()
 
 
-@pytest.mark.parametrize("request_, error", [
-    (dict(do="get", body="none"), "no body 'none'"), (dict(do="dance"), "not 'dance'"), (dict(do="step", count=0), "count"),
-    (dict(do="set", body="box", position=[1, 2]), "3 numbers"), (dict(do="set", body="box", rotation=[0, 0, 0, 0]), "rotation"),
-    (dict(do="call", function="none"), "'none'"), (dict(token="wrong", do="list"), "token")])
+@pytest.mark.parametrize(
+    "request_, error",
+    [
+        (dict(do="get", body="none"), "no body 'none'"),
+        (dict(do="dance"), "not 'dance'"),
+        (dict(do="step", count=0), "count"),
+        (dict(do="set", body="box", position=[1, 2]), "3 numbers"),
+        (dict(do="set", body="box", rotation=[0, 0, 0, 0]), "rotation"),
+        (dict(do="call", function="none"), "'none'"),
+        (dict(token="wrong", do="list"), "token"),
+    ],
+)
 def test_a_bad_request_is_answered_with_its_error(served, request_, error):
     app, client = served
     answer = client.ask(app, **request_)

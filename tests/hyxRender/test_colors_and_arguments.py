@@ -6,9 +6,15 @@ import hyxRender
 import pytest
 
 
-@pytest.mark.parametrize("name, numbers", [
-    ("orange", (1, 165 / 255, 0, 1)), ("Red", (1, 0, 0, 1)), ("#336699", (0.2, 0.4, 0.6, 1)), ("#33669980", (0.2, 0.4, 0.6, 128 / 255)),
-])
+@pytest.mark.parametrize(
+    "name, numbers",
+    [
+        ("orange", (1, 165 / 255, 0, 1)),
+        ("Red", (1, 0, 0, 1)),
+        ("#336699", (0.2, 0.4, 0.6, 1)),
+        ("#33669980", (0.2, 0.4, 0.6, 128 / 255)),
+    ],
+)
 def test_colours_have_names(name, numbers):
     assert tuple(hyxRender.Color(name)) == pytest.approx(numbers)
 
@@ -28,7 +34,16 @@ def test_colours_convert_to_vectors_and_back():
 
 
 def test_options_are_read_as_what_they_are():
-    arguments = ["--window-size", "800x600", "--time-step=0.01", "model.json", "--offscreen", "--rpc-port", "8080", "second"]
+    arguments = [
+        "--window-size",
+        "800x600",
+        "--time-step=0.01",
+        "model.json",
+        "--offscreen",
+        "--rpc-port",
+        "8080",
+        "second",
+    ]
     parser = hyxIO.ArgumentParser(arguments)
     assert parser.getSize("--window-size") == (800, 600)
     assert parser.getReal("--time-step") == 0.01
@@ -50,10 +65,17 @@ def test_a_program_adds_options_of_its_own():
         parser.addFlag("--mass", "again")
 
 
-@pytest.mark.parametrize("arguments, reason", [
-    (["--no-such-option"], "no-such-option"), (["--time-step", "soon"], "not a number"), (["--time-step", "-1"], "not above zero"),
-    (["--window-size", "800"], "640x480"), (["--rpc-port", "1.5"], "whole number"), (["--time-step"], "time-step"),
-])
+@pytest.mark.parametrize(
+    "arguments, reason",
+    [
+        (["--no-such-option"], "no-such-option"),
+        (["--time-step", "soon"], "not a number"),
+        (["--time-step", "-1"], "not above zero"),
+        (["--window-size", "800"], "640x480"),
+        (["--rpc-port", "1.5"], "whole number"),
+        (["--time-step"], "time-step"),
+    ],
+)
 def test_malformed_options_are_refused_with_the_reason(arguments, reason):
     with pytest.raises(ValueError, match=reason):
         hyxIO.ArgumentParser(arguments)

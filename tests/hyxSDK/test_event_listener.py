@@ -41,7 +41,14 @@ def test_the_hooks_come_in_order_with_the_time():
     world.step()
     assert world.remove(listener)
     world.step()
-    assert log == [("a", "added"), ("a", "preCollide", 0), ("a", "pre", 0), ("a", "post", 0.5), ("a", "last", 0.5), ("a", "removed")]
+    assert log == [
+        ("a", "added"),
+        ("a", "preCollide", 0),
+        ("a", "pre", 0),
+        ("a", "post", 0.5),
+        ("a", "last", 0.5),
+        ("a", "removed"),
+    ]
 
 
 def test_priorities_order_listeners():

@@ -11,7 +11,9 @@ from physics_scene import box, ground, run, simulation
 
 
 def pile(floor=None):
-    return simulation(floor or ground(), *(box(0.2, (i % 5 * 0.43, i // 5 % 4 * 0.43, 0.3 + i // 20 * 0.5)) for i in range(60)))
+    return simulation(
+        floor or ground(), *(box(0.2, (i % 5 * 0.43, i // 5 % 4 * 0.43, 0.3 + i // 20 * 0.5)) for i in range(60))
+    )
 
 
 def poses(world):
@@ -56,10 +58,17 @@ def test_a_state_survives_in_a_file(tmp_path):
         world.save(str(tmp_path / "missing" / "state"))
 
 
-@pytest.mark.parametrize("damage", [
-    lambda state: b"", lambda state: state[:-1], lambda state: b"other" + state, lambda state: state + b"x",
-    lambda state: state[:-16] + b"\xff" * 16, lambda state: simulation().saveState(),
-])
+@pytest.mark.parametrize(
+    "damage",
+    [
+        lambda state: b"",
+        lambda state: state[:-1],
+        lambda state: b"other" + state,
+        lambda state: state + b"x",
+        lambda state: state[:-16] + b"\xff" * 16,
+        lambda state: simulation().saveState(),
+    ],
+)
 def test_a_damaged_state_changes_nothing(damage):
     world = simulation(box(0.5, (1, 2, 3)))
     state = world.saveState()
@@ -157,7 +166,13 @@ def test_cleanup_empties_the_simulation():
     world = simulation(ground(), hyxCollide.Geometry(hyxCollide.Sphere(1)), assembly, hyx.Material("steel"))
     run(world, 0.1)
     world.cleanup()
-    assert world.getRigidBodies() == world.getSpace().getGeometries() == world.getAssemblies() == world.getMaterials() == []
+    assert (
+        world.getRigidBodies()
+        == world.getSpace().getGeometries()
+        == world.getAssemblies()
+        == world.getMaterials()
+        == []
+    )
     assert world.getTimeStamp() == 0
     world.step()
 

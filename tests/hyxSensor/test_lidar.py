@@ -3,12 +3,11 @@
 import math
 import statistics
 
-import pytest
-
 import hyx
 import hyxCollide
 import hyxSDK
 import hyxSensor
+import pytest
 
 
 @pytest.fixture

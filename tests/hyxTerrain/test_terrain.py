@@ -2,12 +2,11 @@
 
 import math
 
-import pytest
-
 import hyx
 import hyxCollide
 import hyxSDK
 import hyxTerrain
+import pytest
 
 STEP = 1 / 60
 

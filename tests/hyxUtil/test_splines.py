@@ -2,10 +2,9 @@
 
 import math
 
-import pytest
-
 import hyx
 import hyxUtil
+import pytest
 
 KINDS = [hyxUtil.Spline, hyxUtil.CubicSpline, hyxUtil.HermiteSpline]
 CORNERS = [(0, 0, 0), (1, 0, 0), (1, 1, 0), (2, 1, 1)]

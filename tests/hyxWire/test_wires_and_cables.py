@@ -2,13 +2,12 @@
 
 import math
 
-import pytest
-
 import hyx
 import hyxCable
 import hyxCollide
 import hyxSDK
 import hyxWire
+import pytest
 
 STEP = 1 / 60
 
@@ -185,7 +184,9 @@ def test_damage_sums_the_cycles_by_their_range():
     assert one > 0
     assert worn(0, 2, 0, 2, 0).getAccumulatedDamage(5) == pytest.approx(2 * one)
     assert worn(0, 4, 0).getAccumulatedDamage(5) == pytest.approx(one * 2**5)
-    assert worn(0, 4, 0, exponent=3.0).getAccumulatedDamage(5) == pytest.approx(8 * worn(0, 2, 0, exponent=3.0).getAccumulatedDamage(5))
+    assert worn(0, 4, 0, exponent=3.0).getAccumulatedDamage(5) == pytest.approx(
+        8 * worn(0, 2, 0, exponent=3.0).getAccumulatedDamage(5)
+    )
 
 
 def test_a_small_cycle_inside_a_large_one_counts_beside_it():

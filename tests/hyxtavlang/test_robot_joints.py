@@ -1,20 +1,23 @@
 """The physics of robot descriptions: friction, inertia, and the kinds of joints."""
-import math
 
-import numpy
-import pytest
+import math
 
 import hyx
 import hyxtavlang
+import numpy
+import pytest
 
-LINK = ('<link name="{0}"><inertial><mass value="{1}"/>'
-        '<inertia ixx="{2}" iyy="{3}" izz="{4}" ixy="{5}" ixz="{6}" iyz="{7}"/></inertial></link>')
+LINK = (
+    '<link name="{0}"><inertial><mass value="{1}"/>'
+    '<inertia ixx="{2}" iyy="{3}" izz="{4}" ixy="{5}" ixz="{6}" iyz="{7}"/></inertial></link>'
+)
 WHEEL = LINK.format("wheel", 2, 0.5, 0.5, 0.5, 0, 0, 0)
 
 
 @pytest.fixture
 def load(app, tmp_path):
     """Loads links and joints under a static base; gravity is off."""
+
     def make(text, **choices):
         app.getSimulation().setGravity(hyx.Vec3())
         (tmp_path / "model.urdf").write_text(f'<robot name="model"><link name="base"/>{text}</robot>')
@@ -26,8 +29,10 @@ def load(app, tmp_path):
 
 
 def joint(kind, child="wheel", name="axle", axis="0 0 1", inside="", parent="base"):
-    return (f'<joint name="{name}" type="{kind}"><parent link="{parent}"/><child link="{child}"/>'
-            f'<axis xyz="{axis}"/>{inside}</joint>')
+    return (
+        f'<joint name="{name}" type="{kind}"><parent link="{parent}"/><child link="{child}"/>'
+        f'<axis xyz="{axis}"/>{inside}</joint>'
+    )
 
 
 def test_damping_slows_a_wheel_exponentially(load):
@@ -66,8 +71,14 @@ def test_friction_takes_a_constant_torque_and_then_holds(load):
 
 
 def test_friction_of_a_slide_holds_its_load_on_a_slope(load):
-    world = load(WHEEL + joint("prismatic", axis="0 0 1", inside='<limit lower="-9" upper="9" effort="9" velocity="9"/>'
-                               '<dynamics friction="10" damping="0"/>'))
+    world = load(
+        WHEEL
+        + joint(
+            "prismatic",
+            axis="0 0 1",
+            inside='<limit lower="-9" upper="9" effort="9" velocity="9"/><dynamics friction="10" damping="0"/>',
+        )
+    )
     world.setGravity(hyx.Vec3(0, 0, -4))  # 8 N
     for _ in range(60):
         world.step()
@@ -97,9 +108,11 @@ def test_products_of_inertia_turn_a_torque_aside(load, turn):
     world = load(link + joint("floating"))
     body = world.getRigidBody("wheel")
     roll, pitch, yaw = map(float, turn.split())
-    x, y, z = (numpy.array([[1, 0, 0], [0, math.cos(roll), -math.sin(roll)], [0, math.sin(roll), math.cos(roll)]]),
-               numpy.array([[math.cos(pitch), 0, math.sin(pitch)], [0, 1, 0], [-math.sin(pitch), 0, math.cos(pitch)]]),
-               numpy.array([[math.cos(yaw), -math.sin(yaw), 0], [math.sin(yaw), math.cos(yaw), 0], [0, 0, 1]]))
+    x, y, z = (
+        numpy.array([[1, 0, 0], [0, math.cos(roll), -math.sin(roll)], [0, math.sin(roll), math.cos(roll)]]),
+        numpy.array([[math.cos(pitch), 0, math.sin(pitch)], [0, 1, 0], [-math.sin(pitch), 0, math.cos(pitch)]]),
+        numpy.array([[math.cos(yaw), -math.sin(yaw), 0], [math.sin(yaw), math.cos(yaw), 0], [0, 0, 1]]),
+    )
     tensor = z @ y @ x @ MATRIX @ (z @ y @ x).T
     body.addTorque(hyx.Vec3(0, 0, 1))
     world.step()
@@ -133,8 +146,17 @@ FINGERS = WHEEL + LINK.format("finger", 0.1, 0.01, 0.01, 0.01, 0, 0, 0) + joint(
 
 
 def test_a_mimic_joint_follows_its_leader(load):
-    world = load(FINGERS + joint("revolute", "finger", "follower", "0 1 0", '<limit lower="-9" upper="9" effort="50" velocity="9"/>'
-                                 '<mimic joint="axle" multiplier="-0.5" offset="0.2"/>'))
+    world = load(
+        FINGERS
+        + joint(
+            "revolute",
+            "finger",
+            "follower",
+            "0 1 0",
+            '<limit lower="-9" upper="9" effort="50" velocity="9"/>'
+            '<mimic joint="axle" multiplier="-0.5" offset="0.2"/>',
+        )
+    )
     leader, follower = world.getConstraints()
     leader, follower = (leader, follower) if leader.getName() == "axle" else (follower, leader)
     leader.getMotor1D().setSpeed(0.5)
@@ -146,8 +168,12 @@ def test_a_mimic_joint_follows_its_leader(load):
 
 
 def test_a_mimic_of_nothing_is_refused(app, tmp_path):
-    (tmp_path / "model.urdf").write_text('<robot name="model"><link name="base"/>' + WHEEL +
-                                         joint("continuous", inside='<mimic joint="nobody"/>') + "</robot>")
+    (tmp_path / "model.urdf").write_text(
+        '<robot name="model"><link name="base"/>'
+        + WHEEL
+        + joint("continuous", inside='<mimic joint="nobody"/>')
+        + "</robot>"
+    )
     errors = app.loadTavLangFile(str(tmp_path / "model.urdf"), None).getErrors()
     assert len(errors) == 1 and "axle" in errors[0] and "nobody" in errors[0]
     assert app.getSimulation().getRigidBodies() == []
@@ -155,14 +181,18 @@ def test_a_mimic_of_nothing_is_refused(app, tmp_path):
 
 def test_links_fixed_to_a_massless_one_become_one_body(load):
     world = load(LINK.format("hull", 3, 1, 1, 1, 0, 0, 0) + joint("fixed", "hull", inside='<origin xyz="0 0 2"/>'))
-    body, = world.getRigidBodies()
+    (body,) = world.getRigidBodies()
     assert body.getName() == "base" and body.getMass() == 3 and body.getCenterOfMass().z == pytest.approx(2)
     assert body.getMotionControl() == hyx.RigidBody.DYNAMICS
 
 
 def test_links_fixed_to_each_other_weigh_together(load):
-    world = load(LINK.format("rod", 1, 0.1, 0.2, 0.3, 0, 0, 0) + LINK.format("end", 3, 0.4, 0.5, 0.6, 0, 0, 0) + joint("floating", "rod") +
-                 joint("fixed", "end", "weld", parent="rod", inside='<origin xyz="2 0 0" rpy="0 0 1.5707963267948966"/>'))
+    world = load(
+        LINK.format("rod", 1, 0.1, 0.2, 0.3, 0, 0, 0)
+        + LINK.format("end", 3, 0.4, 0.5, 0.6, 0, 0, 0)
+        + joint("floating", "rod")
+        + joint("fixed", "end", "weld", parent="rod", inside='<origin xyz="2 0 0" rpy="0 0 1.5707963267948966"/>')
+    )
     body = world.getRigidBody("rod")
     assert world.getConstraints() == [] and world.getRigidBody("end") is None
     assert body.getMass() == 4 and tuple(body.getCenterOfMass()) == pytest.approx((1.5, 0, 0))
@@ -173,15 +203,22 @@ def test_links_fixed_to_each_other_weigh_together(load):
     assert body.getAngularVelocity().z == pytest.approx(world.getTimeStep() / (0.9 + across), rel=1e-3)
 
 
-BALL = ('<link name="{0}"><inertial><mass value="1"/><inertia ixx="1" iyy="1" izz="1" ixy="0" ixz="0" iyz="0"/></inertial>'
-        '<collision><geometry><sphere radius="0.5"/></geometry></collision></link>')
+BALL = (
+    '<link name="{0}"><inertial><mass value="1"/><inertia ixx="1" iyy="1" izz="1" ixy="0" ixz="0" iyz="0"/></inertial>'
+    '<collision><geometry><sphere radius="0.5"/></geometry></collision></link>'
+)
 
 
 @pytest.mark.parametrize("collide", [True, False])
 def test_links_that_no_joint_connects_collide_when_asked(app, tmp_path, collide):
     slide = '<limit lower="-9" upper="9" effort="9" velocity="9"/><origin xyz="{} 0 0"/>'
-    (tmp_path / "model.urdf").write_text('<robot name="model"><link name="base"/>' + BALL.format("left") + BALL.format("right") + "".join(
-        joint("prismatic", name, name, "1 0 0", slide.format(x)) for name, x in (("left", -1), ("right", 1))) + "</robot>")
+    (tmp_path / "model.urdf").write_text(
+        '<robot name="model"><link name="base"/>'
+        + BALL.format("left")
+        + BALL.format("right")
+        + "".join(joint("prismatic", name, name, "1 0 0", slide.format(x)) for name, x in (("left", -1), ("right", 1)))
+        + "</robot>"
+    )
     params = hyxtavlang.OptParams()
     assert params.getSelfCollision() is True
     params.setSelfCollision(collide)

@@ -1,13 +1,12 @@
 """Robot models loaded from their descriptions."""
+
 import math
 import textwrap
-
-import pytest
 
 import hyx
 import hyxIO
 import hyxtavlang
-
+import pytest
 from application_stage import difference
 from zmq_client import Client
 
@@ -72,10 +71,17 @@ def test_options_choose_base_prefix_and_folders(app, description):
     params.setNamePrefix("left_")
     params.setFixedBase(True)
     result = app.loadTavLangFile(description(), None, params)
-    assert sorted(body.getName() for body in result.getAssembly().getRigidBodies()) == ["left_base", "left_slide", "left_upper"]
+    assert sorted(body.getName() for body in result.getAssembly().getRigidBodies()) == [
+        "left_base",
+        "left_slide",
+        "left_upper",
+    ]
 
 
-MESH = ARM.replace('<box size="0.4 0.4 0.2"/></geometry></collision>', '<mesh filename="package://arm_parts/base.obj"/></geometry></collision>')
+MESH = ARM.replace(
+    '<box size="0.4 0.4 0.2"/></geometry></collision>',
+    '<mesh filename="package://arm_parts/base.obj"/></geometry></collision>',
+)
 OBJ = "v 0 0 0\nv 1 0 0\nv 0 1 0\nv 0 0 1\nf 1 3 2\nf 1 2 4\nf 2 3 4\nf 1 4 3\n"
 
 
@@ -90,8 +96,14 @@ def test_meshes_are_looked_for_in_the_bundle_paths(app, description, tmp_path, m
     assert app.loadTavLangFile(path, None).isSuccess()
 
 
-@pytest.mark.parametrize("text, name, error", [
-    ("<robot", "broken.urdf", ""), ("<robot name='x'></robot>", "empty.urdf", ""), (ARM, "arm.closed", "closed format")])
+@pytest.mark.parametrize(
+    "text, name, error",
+    [
+        ("<robot", "broken.urdf", ""),
+        ("<robot name='x'></robot>", "empty.urdf", ""),
+        (ARM, "arm.closed", "closed format"),
+    ],
+)
 def test_what_cannot_be_loaded_is_listed_and_nothing_changes(app, description, text, name, error, capfd):
     result = app.loadTavLangFile(description(text, name), app.getSceneRoot())
     assert not result.isSuccess() and any(error in line for line in result.getErrors())
@@ -144,7 +156,9 @@ def test_another_process_drives_the_joints(app, description):
         for _ in range(10):
             app.step()
         shoulder = client.ask(app, do="joints")["joints"]["shoulder"]
-        assert abs(shoulder["force"]) == pytest.approx(1e-6) and shoulder["speed"] > 0.5  # falls, as if there were no motor
+        assert (
+            abs(shoulder["force"]) == pytest.approx(1e-6) and shoulder["speed"] > 0.5
+        )  # falls, as if there were no motor
         assert client.ask(app, do="drive", joint="shoulder", speed=None)["ok"]
         assert client.ask(app, do="joints")["joints"]["shoulder"]["motor"] is None
         for wrong in (dict(joint="grip", speed=1), dict(joint="rail", speed="fast"), dict(joint="rail", force=-1)):

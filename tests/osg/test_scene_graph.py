@@ -1,4 +1,5 @@
 """The scene graph's own classes, as far as scripts need them."""
+
 import gc
 
 import hyx
@@ -89,7 +90,11 @@ def test_meshes_are_made_point_by_point():
     mesh.setTexCoordArray([(0, 0), (1, 0), (0, 1)])
     mesh.addElements(4, [0, 1, 2])
     assert mesh.getNumVertices() == 3 and mesh.getNumPrimitiveSets() == 1
-    assert list(mesh.getVertex(1)) == [2, 0, 0] and list(mesh.getNormal(2)) == [0, 0, 1] and list(mesh.getColor(2)) == [1, 0, 0, 1]
+    assert (
+        list(mesh.getVertex(1)) == [2, 0, 0]
+        and list(mesh.getNormal(2)) == [0, 0, 1]
+        and list(mesh.getColor(2)) == [1, 0, 0, 1]
+    )
     assert list(mesh.getBoundingBox().upper()) == [2, 2, 0]
     with pytest.raises(IndexError):
         mesh.addElements(4, [0, 1, 3])

@@ -1,11 +1,10 @@
 """Images and the scene graph's values cross to NumPy and back."""
 
+import hyxOSG
 import numpy
+import osg
 import pytest
 from PIL import Image
-
-import hyxOSG
-import osg
 
 
 def test_the_pixels_of_an_image_are_an_array_with_the_lowest_row_first(tmp_path):

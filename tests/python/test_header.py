@@ -10,7 +10,7 @@ sys.path.insert(0, str(ROOT / "python"))
 
 from generator.header import plain_type, read_header  # noqa: E402
 
-HEADER = '''
+HEADER = """
 /// What this file is about.
 #pragma once
 #include <vector>
@@ -52,7 +52,7 @@ private:
 /// Free, with a default that has commas.
 Thing make(Vec3 const & at = Vec3(0, 0, 1), Thing::Kind kind = Thing::Kind::FIRST);
 }
-'''
+"""
 
 
 @pytest.fixture(scope="module")
@@ -107,13 +107,16 @@ def test_bodies_and_initialisers_hide_nothing_that_follows(declarations):
     assert ("function", "lib::Thing::operator()") in declarations
 
 
-@pytest.mark.parametrize("written, meant", [
-    ("const hyx::Vec3&", "hyx::Vec3 const &"),
-    ("Vec3 const &", "hyx::Vec3 const &"),
-    ("unsigned", "unsigned int"),
-    ("std::vector< std::string >const&", "std::vector<std::string> const &"),
-    ("class osg::Node*", "Node *"),
-])
+@pytest.mark.parametrize(
+    "written, meant",
+    [
+        ("const hyx::Vec3&", "hyx::Vec3 const &"),
+        ("Vec3 const &", "hyx::Vec3 const &"),
+        ("unsigned", "unsigned int"),
+        ("std::vector< std::string >const&", "std::vector<std::string> const &"),
+        ("class osg::Node*", "Node *"),
+    ],
+)
 def test_spellings_of_one_type_compare_equal(written, meant):
     assert plain_type(written) == plain_type(meant)
 
@@ -125,8 +128,11 @@ def test_pointers_and_references_compare_different():
 def test_most_public_declarations_are_documented():
     """Documentation reaches Python through this reader: a header that it cannot read shows here."""
     declarations = [d for path in (ROOT / "platform").rglob("*.h") for d in read_header(path.read_text())]
-    functions = [d for d in declarations if d.kind == "function" and d.scope[:1] == ("hyxOSG",)
-                 and not d.name.startswith(("~", "operator"))]
+    functions = [
+        d
+        for d in declarations
+        if d.kind == "function" and d.scope[:1] == ("hyxOSG",) and not d.name.startswith(("~", "operator"))
+    ]
     assert len(functions) > 600
     assert sum(bool(d.doc) for d in functions) / len(functions) > 0.85
     assert all(p.name for d in functions if d.doc for p in d.parameters)

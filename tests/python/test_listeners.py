@@ -2,18 +2,29 @@
 
 import gc
 
-import pytest
-
 import hyx
 import hyxOSG
 import hyxSDK
+import pytest
 
 FALLBACKS = [
-    ("printSubtree", ()), ("setContext", (None,)), ("rebind", ()), ("addObject", (None, True)), ("removeObject", (None,)),
-    ("setMask", (25,)), ("addNotification", ()), ("removeNotification", ()), ("update", (1.0, 2.0)),
+    ("printSubtree", ()),
+    ("setContext", (None,)),
+    ("rebind", ()),
+    ("addObject", (None, True)),
+    ("removeObject", (None,)),
+    ("setMask", (25,)),
+    ("addNotification", ()),
+    ("removeNotification", ()),
+    ("update", (1.0, 2.0)),
     ("setInverseTransform", (hyx.AffineMatrix4x4(),)),
 ]
-INPUT = [("mouse", (1, 0, 1.0, 2.0)), ("mouseMoved", (1.0, 2.0)), ("mouseDragged", (1, 1.0, 2.0)), ("keyboard", (65, 0, 1.0, 2.0, True))]
+INPUT = [
+    ("mouse", (1, 0, 1.0, 2.0)),
+    ("mouseMoved", (1.0, 2.0)),
+    ("mouseDragged", (1, 1.0, 2.0)),
+    ("keyboard", (65, 0, 1.0, 2.0, True)),
+]
 
 
 class Plain(hyxOSG.GuiEventListener):

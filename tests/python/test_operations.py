@@ -7,10 +7,9 @@ import pydoc
 import sys
 import weakref
 
-import pytest
-
 import _hyx_proxy
 import _sample
+import pytest
 from _hyx_proxy import Handle, constructor, function, member, method
 
 
@@ -218,7 +217,10 @@ def test_describe_lists_every_function_with_its_forms():
     assert sorted(rows) == sorted(functions)
     forms = rows["with_defaults"]["forms"]
     assert [(p["type"], p["default"]) for p in forms[0]["parameters"]] == [
-        ("int", None), ("std::string const &", 'std::string("b")'), ("sample::Base const &", "sample::Base()"), ("bool", "true"),
+        ("int", None),
+        ("std::string const &", 'std::string("b")'),
+        ("sample::Base const &", "sample::Base()"),
+        ("bool", "true"),
     ]
     assert rows["Settings_size_get"]["role"] == "member-get"
     assert len(rows["which"]["forms"]) == 8

@@ -7,14 +7,17 @@ import os
 import subprocess
 import sys
 
-import pytest
-
 import _hyx_proxy
 import hyxOSG
+import pytest
 from _hyx_proxy import Handle
 from subprocesses import BUILD
 
-MODULES = [name for name in ("_hyx", "_hyxCollide", "_hyxSDK", "_hyxModel", "_osg", "_hyxOSG") if importlib.util.find_spec(name)]
+MODULES = [
+    name
+    for name in ("_hyx", "_hyxCollide", "_hyxSDK", "_hyxModel", "_osg", "_hyxOSG")
+    if importlib.util.find_spec(name)
+]
 PACKAGES = sorted(name for name in sys.modules if name in vars(hyxOSG) and name.startswith(("hyx", "osg"))) + ["hyxOSG"]
 DESCRIBED = {name: _hyx_proxy.describe(importlib.import_module(name)) for name in MODULES}
 MACHINERY = {"swigregister", "swiginit", "destructor", "disown", "static-set"}
@@ -31,7 +34,11 @@ CLASSES = list(dict.fromkeys(proxy_classes()))
 
 
 def operations(owner):
-    return [v for v in vars(owner).values() if isinstance(v, (_hyx_proxy.method, _hyx_proxy.function, _hyx_proxy.constructor))]
+    return [
+        v
+        for v in vars(owner).values()
+        if isinstance(v, (_hyx_proxy.method, _hyx_proxy.function, _hyx_proxy.constructor))
+    ]
 
 
 def test_importing_the_library_makes_the_family_known():
@@ -42,8 +49,14 @@ def test_importing_the_library_makes_the_family_known():
 
 @pytest.mark.parametrize("module", MODULES)
 def test_every_function_is_reached_through_a_proxy(module):
-    reached = {op.__wrapped_function__ for owner in [*CLASSES, *map(sys.modules.get, PACKAGES)] for op in operations(owner)}
-    names = {function.__name__ for function in reached if function.__module__ == module or function.__self__.__name__ == module}
+    reached = {
+        op.__wrapped_function__ for owner in [*CLASSES, *map(sys.modules.get, PACKAGES)] for op in operations(owner)
+    }
+    names = {
+        function.__name__
+        for function in reached
+        if function.__module__ == module or function.__self__.__name__ == module
+    }
     wanted = {row["name"] for row in DESCRIBED[module] if row["role"] not in MACHINERY}
     accessors = {row["name"] for row in DESCRIBED[module] if row["role"] in ("member-get", "member-set", "static-get")}
     assert wanted - accessors - names == set()
@@ -51,8 +64,15 @@ def test_every_function_is_reached_through_a_proxy(module):
 
 @pytest.mark.parametrize("module", MODULES)
 def test_every_member_is_an_attribute_of_its_class(module):
-    members = {f"{c.__name__}_{name}" for c in CLASSES for name, value in vars(c).items() if isinstance(value, _hyx_proxy.member)}
-    wanted = {row["name"].removesuffix("_get") for row in DESCRIBED[module] if row["role"] in ("member-get", "static-get")}
+    members = {
+        f"{c.__name__}_{name}"
+        for c in CLASSES
+        for name, value in vars(c).items()
+        if isinstance(value, _hyx_proxy.member)
+    }
+    wanted = {
+        row["name"].removesuffix("_get") for row in DESCRIBED[module] if row["role"] in ("member-get", "static-get")
+    }
     assert wanted - members == set()
 
 
@@ -80,7 +100,9 @@ def test_every_operation_has_a_signature_and_most_a_text():
     found = [op for owner in [*CLASSES, hyxOSG] for op in operations(owner)]
     for operation in found:
         inspect.signature(operation)
-        assert operation.__doc__.startswith(operation.__name__ if operation.__name__ != "__init__" else ("", operation.__qualname__.split(".")[0]))
+        assert operation.__doc__.startswith(
+            operation.__name__ if operation.__name__ != "__init__" else ("", operation.__qualname__.split(".")[0])
+        )
     own = [op for owner in [*(c for c in CLASSES if c.__module__ == "hyxOSG"), hyxOSG] for op in operations(owner)]
     assert sum("\n" in op.__doc__ for op in own) > 0.8 * len(own)
 
@@ -114,8 +136,19 @@ def test_the_stubs_are_sound_and_know_the_interface(tmp_path):
         "app.setTimeStep('soon')\n"
         "hyxOSG.createSphere(hyx.Vec3(), hyx.Vec4f(), 1.0)\n"
     )
-    command = [sys.executable, "-m", "mypy", "--no-error-summary", "--hide-error-context", *(argument for name in PACKAGES for argument in ("-p", name))]
-    environment = {"MYPYPATH": str(BUILD / "python"), "PATH": "/usr/bin:/bin", "MYPY_CACHE_DIR": str(tmp_path / "cache")}
+    command = [
+        sys.executable,
+        "-m",
+        "mypy",
+        "--no-error-summary",
+        "--hide-error-context",
+        *(argument for name in PACKAGES for argument in ("-p", name)),
+    ]
+    environment = {
+        "MYPYPATH": str(BUILD / "python"),
+        "PATH": "/usr/bin:/bin",
+        "MYPY_CACHE_DIR": str(tmp_path / "cache"),
+    }
     packages = subprocess.run(command, capture_output=True, text=True, env=environment, cwd=tmp_path)
     assert (packages.stdout, packages.stderr, packages.returncode) == ("", "", 0)
     checked = subprocess.run([*command[:5], str(script)], capture_output=True, text=True, env=environment, cwd=tmp_path)
@@ -129,8 +162,13 @@ def test_the_stubs_are_sound_and_know_the_interface(tmp_path):
 def test_describe_prints_all_modules_as_json():
     import json
 
-    printed = subprocess.run([sys.executable, "-m", "hyx_describe"], capture_output=True, text=True, check=True,
-                             env=os.environ | {"PYTHONPATH": str(BUILD / "python")}).stdout
+    printed = subprocess.run(
+        [sys.executable, "-m", "hyx_describe"],
+        capture_output=True,
+        text=True,
+        check=True,
+        env=os.environ | {"PYTHONPATH": str(BUILD / "python")},
+    ).stdout
     described = json.loads(printed)
     assert len(described["_hyxOSG"]) == 845
     assert {row["name"] for row in described["_hyxOSG"]} == {row["name"] for row in DESCRIBED["_hyxOSG"]}

@@ -3,16 +3,23 @@
 import copy
 import pickle
 
-import numpy
-import pytest
-
 import hyx
 import hyxRender
+import numpy
+import pytest
 from hypothesis import given
 from hypothesis import strategies as st
 
 numbers = st.floats(allow_nan=False, width=32)
-KINDS = [(hyx.Vec2, 2), (hyx.Vec3, 3), (hyx.Vec3f, 3), (hyx.Vec4, 4), (hyx.Vec4f, 4), (hyx.Quat, 4), (hyxRender.Color, 4)]
+KINDS = [
+    (hyx.Vec2, 2),
+    (hyx.Vec3, 3),
+    (hyx.Vec3f, 3),
+    (hyx.Vec4, 4),
+    (hyx.Vec4f, 4),
+    (hyx.Quat, 4),
+    (hyxRender.Color, 4),
+]
 
 
 @pytest.mark.parametrize("kind, size", KINDS)

@@ -1,14 +1,14 @@
 // Materials, alone and in pairs.
+#include "platform/hyx/bodies/material.h"
+
 #include "binding/vocabulary/python_values.h"
 #include "binding/vocabulary/rows.h"
-
 #include "platform/hyx/bodies/contact_material.h"
-#include "platform/hyx/bodies/material.h"
 
 namespace {
 
 constexpr Declared functions[] = {
-    FUNCTION(new_Material, NEW(hyx::Material, (hyx::Name const &), hyx::Name())),
+    FUNCTION(new_Material, NEW(hyx::Material, (hyx::Name const&), hyx::Name())),
     FUNCTION(delete_Material, DELETE(hyx::Material)),
     FUNCTION(Material_setDensity, METHOD(hyx::Material, setDensity, (hyx::Real))),
     FUNCTION(Material_getDensity, METHOD(hyx::Material, getDensity, () const)),
@@ -20,7 +20,7 @@ constexpr Declared functions[] = {
     FUNCTION(Material_getRollingResistance, METHOD(hyx::Material, getRollingResistance, () const)),
     REGISTER(hyx::Material, Material),
     INIT(Material),
-    FUNCTION(new_ContactMaterial, NEW(hyx::ContactMaterial, (hyx::Material *, hyx::Material *))),
+    FUNCTION(new_ContactMaterial, NEW(hyx::ContactMaterial, (hyx::Material*, hyx::Material*))),
     FUNCTION(delete_ContactMaterial, DELETE(hyx::ContactMaterial)),
     FUNCTION(ContactMaterial_getMaterial1, SHARED(hyx::Material, METHOD(hyx::ContactMaterial, getMaterial1, () const))),
     FUNCTION(ContactMaterial_getMaterial2, SHARED(hyx::Material, METHOD(hyx::ContactMaterial, getMaterial2, () const))),

@@ -1,9 +1,8 @@
 // What all joints have.
 #include "binding/vocabulary/python_values.h"
 #include "binding/vocabulary/rows.h"
-
-#include "platform/hyx/joints/constraint1dof.h"
 #include "platform/hyx/bodies/rigid_body.h"
+#include "platform/hyx/joints/constraint1dof.h"
 #include "platform/hyxSDK/simulation.h"
 
 namespace {
@@ -13,19 +12,21 @@ constexpr Declared functions[] = {
     FUNCTION(Constraint_getBodyAt, SHARED(hyx::RigidBody, METHOD(hyx::Constraint, getBodyAt, (hyx::UInt) const))),
     FUNCTION(Constraint_getNumBodies, METHOD(hyx::Constraint, getNumBodies, () const)),
     FUNCTION(Constraint_getAttachmentTransform, METHOD(hyx::Constraint, getAttachmentTransform, (hyx::UInt) const)),
-    FUNCTION(Constraint_getAttachmentFrame, SHARED(hyx::Frame, METHOD(hyx::Constraint, getAttachmentFrame, (hyx::UInt) const))),
+    FUNCTION(Constraint_getAttachmentFrame,
+             SHARED(hyx::Frame, METHOD(hyx::Constraint, getAttachmentFrame, (hyx::UInt) const))),
     FUNCTION(Constraint_setEnable, METHOD(hyx::Constraint, setEnable, (bool))),
     FUNCTION(Constraint_isEnabled, METHOD(hyx::Constraint, isEnabled, () const)),
     FUNCTION(Constraint_setCompliance, METHOD(hyx::Constraint, setCompliance, (hyx::Real))),
     FUNCTION(Constraint_getCompliance, METHOD(hyx::Constraint, getCompliance, () const)),
     FUNCTION(Constraint_setDamping, METHOD(hyx::Constraint, setDamping, (hyx::Real))),
     FUNCTION(Constraint_getDamping, METHOD(hyx::Constraint, getDamping, () const)),
-    FUNCTION(Constraint_setForceRange, CONTAINER(METHOD(hyx::Constraint, setForceRange, (hyx::Real, hyx::Real, hyx::UInt)))),
+    FUNCTION(Constraint_setForceRange,
+             CONTAINER(METHOD(hyx::Constraint, setForceRange, (hyx::Real, hyx::Real, hyx::UInt)))),
     FUNCTION(Constraint_getNumRows, METHOD(hyx::Constraint, getNumRows, () const)),
     FUNCTION(Constraint_getRowType, CONTAINER(METHOD(hyx::Constraint, getRowType, (hyx::UInt) const))),
     FUNCTION(Constraint_getRowAxis, CONTAINER(METHOD(hyx::Constraint, getRowAxis, (hyx::UInt) const))),
     FUNCTION(Constraint_getRowForce, CONTAINER(METHOD(hyx::Constraint, getRowForce, (hyx::UInt) const))),
-    FUNCTION(Constraint_getLastForce, METHOD(hyx::Constraint, getLastForce, (hyx::UInt, hyx::Vec3 &, hyx::Vec3 &) const)),
+    FUNCTION(Constraint_getLastForce, METHOD(hyx::Constraint, getLastForce, (hyx::UInt, hyx::Vec3&, hyx::Vec3&) const)),
     FUNCTION(Constraint_getSimulation, SHARED(hyxSDK::Simulation, METHOD(hyx::Constraint, getSimulation, () const))),
     REGISTER(hyx::Constraint, Constraint),
     INIT(Constraint),

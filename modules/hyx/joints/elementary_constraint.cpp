@@ -1,7 +1,6 @@
 // Motors, ranges and locks of joints.
 #include "binding/vocabulary/python_values.h"
 #include "binding/vocabulary/rows.h"
-
 #include "platform/hyx/joints/lock1d.h"
 #include "platform/hyx/joints/motor1d.h"
 #include "platform/hyx/joints/range1d.h"
@@ -11,7 +10,8 @@ namespace {
 constexpr Declared functions[] = {
     FUNCTION(ElementaryConstraint_setEnable, METHOD(hyx::ElementaryConstraint, setEnable, (bool))),
     FUNCTION(ElementaryConstraint_isEnabled, METHOD(hyx::ElementaryConstraint, isEnabled, () const)),
-    FUNCTION(ElementaryConstraint_setForceRange, METHOD(hyx::ElementaryConstraint, setForceRange, (hyx::RangeReal const &))),
+    FUNCTION(ElementaryConstraint_setForceRange,
+             METHOD(hyx::ElementaryConstraint, setForceRange, (hyx::RangeReal const&))),
     FUNCTION(ElementaryConstraint_getForceRange, METHOD(hyx::ElementaryConstraint, getForceRange, () const)),
     FUNCTION(ElementaryConstraint_setCompliance, METHOD(hyx::ElementaryConstraint, setCompliance, (hyx::Real))),
     FUNCTION(ElementaryConstraint_getCompliance, METHOD(hyx::ElementaryConstraint, getCompliance, () const)),
@@ -27,7 +27,7 @@ constexpr Declared functions[] = {
     REGISTER(hyx::Motor1D, Motor1D),
     INIT(Motor1D),
     FUNCTION(delete_Range1D, DELETE(hyx::Range1D)),
-    FUNCTION(Range1D_setRange, METHOD(hyx::Range1D, setRange, (hyx::RangeReal const &))),
+    FUNCTION(Range1D_setRange, METHOD(hyx::Range1D, setRange, (hyx::RangeReal const&))),
     FUNCTION(Range1D_getRange, METHOD(hyx::Range1D, getRange, () const)),
     REGISTER(hyx::Range1D, Range1D),
     INIT(Range1D),

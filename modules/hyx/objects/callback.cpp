@@ -1,7 +1,6 @@
 // Callbacks made from Python functions, and the events that call them; the stop-watch.
 #include "binding/vocabulary/python_values.h"
 #include "binding/vocabulary/rows.h"
-
 #include "platform/hyx/objects/event.h"
 #include "platform/hyx/objects/high_accuracy_timer.h"
 #include "platform/hyxPython/script_manager.h"
@@ -12,22 +11,20 @@ namespace {
 
 // Keeps a Python function for as long as any copy of its callback.
 class PythonFunction {
-  public:
-    explicit PythonFunction(PyObject *function) : m_function(Py_NewRef(function), &release) {}
+public:
+    explicit PythonFunction(PyObject* function) : m_function(Py_NewRef(function), &release) {}
 
     // An error has no caller who could catch it: it goes to the script manager, or stays set where there is none.
-    void operator()() const
-    {
-        if (PyObject *result = PyObject_CallNoArgs(m_function.get()))
+    void operator()() const {
+        if (PyObject* result = PyObject_CallNoArgs(m_function.get()))
             Py_DECREF(result);
-        else if (auto *manager = hyxPython::ScriptManager::instance("", "", "", false))
+        else if (auto* manager = hyxPython::ScriptManager::instance("", "", "", false))
             manager->registerError("hyx::Callback");
     }
 
-  private:
+private:
     // Native objects may outlive the interpreter.
-    static void release(PyObject *function)
-    {
+    static void release(PyObject* function) {
         if (Py_IsInitialized())
             Py_DECREF(function);
     }
@@ -35,8 +32,7 @@ class PythonFunction {
     std::shared_ptr<PyObject> m_function;
 };
 
-hyx::Callback *make_callback(PyObject *function)
-{
+hyx::Callback* make_callback(PyObject* function) {
     if (!PyCallable_Check(function)) {
         PyErr_SetString(PyExc_TypeError, "a callback is made from a function or another callable");
         throw vocabulary::PythonError();
@@ -45,17 +41,37 @@ hyx::Callback *make_callback(PyObject *function)
 }
 
 // Inherited from templates.
-bool valid(hyx::Callback const &self) { return self.valid(); }
-void clear(hyx::Event &self) { self.clear(); }
-std::size_t size(hyx::Event const &self) { return self.size(); }
+bool valid(hyx::Callback const& self) {
+    return self.valid();
+}
 
-void call(hyx::Callback const &self) { self(); }
-void add(hyx::Event &self, hyx::Callback const &callback) { self.add(callback); }
-bool remove(hyx::Event &self, hyx::Callback const &callback) { return self.remove(callback); }
-void trigger(hyx::Event &self) { self.trigger(); }
+void clear(hyx::Event& self) {
+    self.clear();
+}
+
+std::size_t size(hyx::Event const& self) {
+    return self.size();
+}
+
+void call(hyx::Callback const& self) {
+    self();
+}
+
+void add(hyx::Event& self, hyx::Callback const& callback) {
+    self.add(callback);
+}
+
+bool remove(hyx::Event& self, hyx::Callback const& callback) {
+    return self.remove(callback);
+}
+
+void trigger(hyx::Event& self) {
+    self.trigger();
+}
 
 constexpr Declared functions[] = {
-    FUNCTION(new_Callback, NEW(hyx::Callback, ()), NEW(hyx::Callback, (hyx::Callback const &)), MAKE(hyx::Callback, make_callback, (PyObject *))),
+    FUNCTION(new_Callback, NEW(hyx::Callback, ()), NEW(hyx::Callback, (hyx::Callback const&)),
+             MAKE(hyx::Callback, make_callback, (PyObject*))),
     FUNCTION(delete_Callback, DELETE(hyx::Callback)),
     FUNCTION(Callback_valid, ADAPTER(hyx::Callback, valid, valid, () const)),
     FUNCTION(Callback___call__, ADAPTER(hyx::Callback, __call__, call, () const)),
@@ -63,8 +79,8 @@ constexpr Declared functions[] = {
     INIT(Callback),
     FUNCTION(new_Event, NEW(hyx::Event, ())),
     FUNCTION(delete_Event, DELETE(hyx::Event)),
-    FUNCTION(Event_add, ADAPTER(hyx::Event, add, add, (hyx::Callback const &))),
-    FUNCTION(Event_remove, ADAPTER(hyx::Event, remove, remove, (hyx::Callback const &))),
+    FUNCTION(Event_add, ADAPTER(hyx::Event, add, add, (hyx::Callback const&))),
+    FUNCTION(Event_remove, ADAPTER(hyx::Event, remove, remove, (hyx::Callback const&))),
     FUNCTION(Event_clear, ADAPTER(hyx::Event, clear, clear, ())),
     FUNCTION(Event_size, ADAPTER(hyx::Event, size, size, () const)),
     FUNCTION(Event_trigger, ADAPTER(hyx::Event, trigger, trigger, ())),

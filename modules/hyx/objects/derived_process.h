@@ -2,7 +2,6 @@
 #pragma once
 
 #include "binding/vocabulary/derived.h"
-
 #include "platform/hyx/particles/particle_system.h"
 #include "platform/hyx/particles/rigid_body_emitter.h"
 #include "platform/hyxCable/cable.h"
@@ -17,16 +16,15 @@
 
 namespace modules {
 
-inline PyObject *to_derived(hyx::Process *process)
-{
-    return vocabulary::to_first_that_fits<hyx::ParticleSystem, hyx::RigidBodyEmitter, hyx::Emitter, hyxSDK::TerrainInstance,
-                              hyxCable::Cable, hyxCable::CableDamage, hyxWire::Wire, hyxSensor::Lidar, hyxModel::PressureField,
-                              hyxModel::FractureGenerator, hyxModel::HeightFieldDeformer>(process);
+inline PyObject* to_derived(hyx::Process* process) {
+    return vocabulary::to_first_that_fits<hyx::ParticleSystem, hyx::RigidBodyEmitter, hyx::Emitter,
+                                          hyxSDK::TerrainInstance, hyxCable::Cable, hyxCable::CableDamage,
+                                          hyxWire::Wire, hyxSensor::Lidar, hyxModel::PressureField,
+                                          hyxModel::FractureGenerator, hyxModel::HeightFieldDeformer>(process);
 }
 
-inline PyObject *to_derived_list(hyxSDK::ProcessPtrVector const &processes)
-{
-    return vocabulary::to_derived_list(processes, [](hyx::Process *process) { return to_derived(process); });
+inline PyObject* to_derived_list(hyxSDK::ProcessPtrVector const& processes) {
+    return vocabulary::to_derived_list(processes, [](hyx::Process* process) { return to_derived(process); });
 }
 
 } // namespace modules

@@ -1,37 +1,40 @@
 // Grains.
-#include "binding/vocabulary/python_values.h"
-#include "binding/vocabulary/python_buffers.h"
-#include "binding/vocabulary/rows.h"
-
 #include "platform/hyx/particles/particle_system.h"
+
+#include "binding/vocabulary/python_buffers.h"
+#include "binding/vocabulary/python_values.h"
+#include "binding/vocabulary/rows.h"
 #include "platform/hyx/bodies/rigid_body.h"
 
 namespace {
 
-PyObject *particles(hyx::ParticleSystem const &self) { return vocabulary::to_list(self.getParticles()); }
-PyObject *contacts(hyx::ParticleSystem const &self) { return vocabulary::to_list(self.getContacts()); }
+PyObject* particles(hyx::ParticleSystem const& self) {
+    return vocabulary::to_list(self.getParticles());
+}
+
+PyObject* contacts(hyx::ParticleSystem const& self) {
+    return vocabulary::to_list(self.getContacts());
+}
 
 // A row of three for each grain, in metres.
-PyObject *positions(hyx::ParticleSystem const &self)
-{
+PyObject* positions(hyx::ParticleSystem const& self) {
     std::vector<double> numbers;
-    for (hyx::Particle const &particle : self.getParticles())
+    for (hyx::Particle const& particle : self.getParticles())
         numbers.insert(numbers.end(), {particle.position.x, particle.position.y, particle.position.z});
     return vocabulary::to_buffer(numbers, 3);
 }
 
 // A copy: grains move in memory when others are removed.
-PyObject *particle(hyx::ParticleSystem const &self, hyx::Index id)
-{
-    hyx::Particle const *const found = self.getParticle(id);
+PyObject* particle(hyx::ParticleSystem const& self, hyx::Index id) {
+    hyx::Particle const* const found = self.getParticle(id);
     return found ? vocabulary::from_object(*found) : Py_NewRef(Py_None);
 }
 
 constexpr Declared functions[] = {
     FUNCTION(new_ParticleSystem, NEW(hyx::ParticleSystem, ())),
     FUNCTION(ParticleSystem_createParticle,
-             METHOD(hyx::ParticleSystem, createParticle, (hyx::Vec3 const &, hyx::Vec3 const &), hyx::Vec3()),
-             METHOD(hyx::ParticleSystem, createParticle, (hyx::Vec3 const &, hyx::Vec3 const &, hyx::Real, hyx::Real))),
+             METHOD(hyx::ParticleSystem, createParticle, (hyx::Vec3 const&, hyx::Vec3 const&), hyx::Vec3()),
+             METHOD(hyx::ParticleSystem, createParticle, (hyx::Vec3 const&, hyx::Vec3 const&, hyx::Real, hyx::Real))),
     FUNCTION(ParticleSystem_removeParticle, METHOD(hyx::ParticleSystem, removeParticle, (hyx::Index))),
     FUNCTION(ParticleSystem_clear, METHOD(hyx::ParticleSystem, clear, ())),
     FUNCTION(ParticleSystem_getNumParticles, METHOD(hyx::ParticleSystem, getNumParticles, () const)),
@@ -46,18 +49,16 @@ constexpr Declared functions[] = {
     FUNCTION(ParticleSystem_getDensity, METHOD(hyx::ParticleSystem, getDensity, () const)),
     FUNCTION(ParticleSystem_setFriction, METHOD(hyx::ParticleSystem, setFriction, (hyx::Real))),
     FUNCTION(ParticleSystem_getFriction, METHOD(hyx::ParticleSystem, getFriction, () const)),
-    FUNCTION(ParticleSystem_setGravity, METHOD(hyx::ParticleSystem, setGravity, (hyx::Vec3 const &))),
+    FUNCTION(ParticleSystem_setGravity, METHOD(hyx::ParticleSystem, setGravity, (hyx::Vec3 const&))),
     FUNCTION(ParticleSystem_getGravity, METHOD(hyx::ParticleSystem, getGravity, () const)),
     FUNCTION(ParticleSystem_setLifetime, METHOD(hyx::ParticleSystem, setLifetime, (hyx::Real))),
     FUNCTION(ParticleSystem_getLifetime, METHOD(hyx::ParticleSystem, getLifetime, () const)),
     FUNCTION(ParticleSystem_setEnable, METHOD(hyx::ParticleSystem, setEnable, (bool))),
     FUNCTION(ParticleSystem_getEnable, METHOD(hyx::ParticleSystem, getEnable, () const)),
-    FUNCTION(ParticleSystem_addObstacle,
-             METHOD(hyx::ParticleSystem, addObstacle, (hyx::ParticleObstacle *)),
-             METHOD(hyx::ParticleSystem, addObstacle, (hyx::RigidBody *))),
-    FUNCTION(ParticleSystem_removeObstacle,
-             METHOD(hyx::ParticleSystem, removeObstacle, (hyx::ParticleObstacle *)),
-             METHOD(hyx::ParticleSystem, removeObstacle, (hyx::RigidBody *))),
+    FUNCTION(ParticleSystem_addObstacle, METHOD(hyx::ParticleSystem, addObstacle, (hyx::ParticleObstacle*)),
+             METHOD(hyx::ParticleSystem, addObstacle, (hyx::RigidBody*))),
+    FUNCTION(ParticleSystem_removeObstacle, METHOD(hyx::ParticleSystem, removeObstacle, (hyx::ParticleObstacle*)),
+             METHOD(hyx::ParticleSystem, removeObstacle, (hyx::RigidBody*))),
     FUNCTION(ParticleSystem_step, METHOD(hyx::ParticleSystem, step, (hyx::Real))),
     FUNCTION(delete_ParticleSystem, DELETE(hyx::ParticleSystem)),
     REGISTER(hyx::ParticleSystem, ParticleSystem),
@@ -67,11 +68,11 @@ constexpr Declared functions[] = {
     FUNCTION(Particle_id_get, GET(hyx::Particle, id)),
     FUNCTION(Particle_id_set, SET(hyx::Particle, id, (hyx::Index))),
     FUNCTION(Particle_position_get, GET(hyx::Particle, position)),
-    FUNCTION(Particle_position_set, SET(hyx::Particle, position, (hyx::Vec3 const &))),
+    FUNCTION(Particle_position_set, SET(hyx::Particle, position, (hyx::Vec3 const&))),
     FUNCTION(Particle_velocity_get, GET(hyx::Particle, velocity)),
-    FUNCTION(Particle_velocity_set, SET(hyx::Particle, velocity, (hyx::Vec3 const &))),
+    FUNCTION(Particle_velocity_set, SET(hyx::Particle, velocity, (hyx::Vec3 const&))),
     FUNCTION(Particle_rotation_get, GET(hyx::Particle, rotation)),
-    FUNCTION(Particle_rotation_set, SET(hyx::Particle, rotation, (hyx::Quat const &))),
+    FUNCTION(Particle_rotation_set, SET(hyx::Particle, rotation, (hyx::Quat const&))),
     FUNCTION(Particle_radius_get, GET(hyx::Particle, radius)),
     FUNCTION(Particle_radius_set, SET(hyx::Particle, radius, (double))),
     FUNCTION(Particle_mass_get, GET(hyx::Particle, mass)),
@@ -79,7 +80,7 @@ constexpr Declared functions[] = {
     FUNCTION(Particle_age_get, GET(hyx::Particle, age)),
     FUNCTION(Particle_age_set, SET(hyx::Particle, age, (double))),
     FUNCTION(Particle_color_get, GET(hyx::Particle, color)),
-    FUNCTION(Particle_color_set, SET(hyx::Particle, color, (hyx::Vec4f const &))),
+    FUNCTION(Particle_color_set, SET(hyx::Particle, color, (hyx::Vec4f const&))),
     FUNCTION(delete_Particle, DELETE(hyx::Particle)),
     REGISTER(hyx::Particle, Particle),
     INIT(Particle),
@@ -88,9 +89,9 @@ constexpr Declared functions[] = {
     FUNCTION(ParticleContact_second_get, GET(hyx::ParticleContact, second)),
     FUNCTION(ParticleContact_second_set, SET(hyx::ParticleContact, second, (hyx::Index))),
     FUNCTION(ParticleContact_point_get, GET(hyx::ParticleContact, point)),
-    FUNCTION(ParticleContact_point_set, SET(hyx::ParticleContact, point, (hyx::Vec3 const &))),
+    FUNCTION(ParticleContact_point_set, SET(hyx::ParticleContact, point, (hyx::Vec3 const&))),
     FUNCTION(ParticleContact_normal_get, GET(hyx::ParticleContact, normal)),
-    FUNCTION(ParticleContact_normal_set, SET(hyx::ParticleContact, normal, (hyx::Vec3 const &))),
+    FUNCTION(ParticleContact_normal_set, SET(hyx::ParticleContact, normal, (hyx::Vec3 const&))),
     FUNCTION(ParticleContact_force_get, GET(hyx::ParticleContact, force)),
     FUNCTION(ParticleContact_force_set, SET(hyx::ParticleContact, force, (double))),
     FUNCTION(delete_ParticleContact, DELETE(hyx::ParticleContact)),

@@ -5,13 +5,29 @@
 
 namespace {
 
-bool *make_flag(bool value) { return new bool(value); }
-bool get_flag(bool const &self) { return self; }
-void set_flag(bool &self, bool value) { self = value; }
+bool* make_flag(bool value) {
+    return new bool(value);
+}
 
-std::stringstream *make_stream(std::string const &text) { return new std::stringstream(text); }
-std::string get_text(std::stringstream const &self) { return self.str(); }
-void set_text(std::stringstream &self, std::string const &text) { self.str(text); }
+bool get_flag(bool const& self) {
+    return self;
+}
+
+void set_flag(bool& self, bool value) {
+    self = value;
+}
+
+std::stringstream* make_stream(std::string const& text) {
+    return new std::stringstream(text);
+}
+
+std::string get_text(std::stringstream const& self) {
+    return self.str();
+}
+
+void set_text(std::stringstream& self, std::string const& text) {
+    self.str(text);
+}
 
 constexpr Declared functions[] = {
     FUNCTION(new_Flag, MAKE(bool, make_flag, (bool), false)),
@@ -20,10 +36,10 @@ constexpr Declared functions[] = {
     FUNCTION(Flag_set, ADAPTER(bool, set, set_flag, (bool))),
     REGISTER(bool, Flag),
     INIT(Flag),
-    FUNCTION(new_StringStream, MAKE(std::stringstream, make_stream, (std::string const &), std::string())),
+    FUNCTION(new_StringStream, MAKE(std::stringstream, make_stream, (std::string const&), std::string())),
     FUNCTION(delete_StringStream, DELETE(std::stringstream)),
     FUNCTION(StringStream_str, ADAPTER(std::stringstream, str, get_text, () const)),
-    FUNCTION(StringStream_setStr, ADAPTER(std::stringstream, setStr, set_text, (std::string const &))),
+    FUNCTION(StringStream_setStr, ADAPTER(std::stringstream, setStr, set_text, (std::string const&))),
     REGISTER(std::stringstream, StringStream),
     INIT(StringStream),
 };

@@ -1,14 +1,13 @@
 // Lists of numbers, filled from any Python iterable.
 #include "binding/vocabulary/python_values.h"
 #include "binding/vocabulary/rows.h"
-
 #include "platform/hyx/values/vector.h"
 
 namespace {
 
-hyx::RealVector *from_numbers(PyObject *numbers)
-{
-    runtime::Reference const fast = runtime::Reference::take(PySequence_Fast(numbers, "expected a sequence of numbers"));
+hyx::RealVector* from_numbers(PyObject* numbers) {
+    runtime::Reference const fast =
+        runtime::Reference::take(PySequence_Fast(numbers, "expected a sequence of numbers"));
     if (!fast.get())
         throw vocabulary::PythonError();
     hyx::RealVector list(static_cast<std::size_t>(PySequence_Fast_GET_SIZE(fast.get())));
@@ -16,22 +15,35 @@ hyx::RealVector *from_numbers(PyObject *numbers)
     return new hyx::RealVector(std::move(list));
 }
 
-unsigned long count(hyx::RealVector const &self) { return self.size(); }
-void append(hyx::RealVector &self, double number) { self.push_back(number); }
-void clear(hyx::RealVector &self) { self.clear(); }
+unsigned long count(hyx::RealVector const& self) {
+    return self.size();
+}
 
-std::size_t checked(hyx::RealVector const &self, long index)
-{
+void append(hyx::RealVector& self, double number) {
+    self.push_back(number);
+}
+
+void clear(hyx::RealVector& self) {
+    self.clear();
+}
+
+std::size_t checked(hyx::RealVector const& self, long index) {
     long const size = static_cast<long>(self.size());
     if (index < -size || index >= size)
         throw std::out_of_range("list index out of range");
     return static_cast<std::size_t>(index < 0 ? index + size : index);
 }
-double get_item(hyx::RealVector const &self, long index) { return self[checked(self, index)]; }
-void set_item(hyx::RealVector &self, long index, double number) { self[checked(self, index)] = number; }
+
+double get_item(hyx::RealVector const& self, long index) {
+    return self[checked(self, index)];
+}
+
+void set_item(hyx::RealVector& self, long index, double number) {
+    self[checked(self, index)] = number;
+}
 
 constexpr Declared functions[] = {
-    FUNCTION(new_RealVector, NEW(hyx::RealVector, ()), MAKE(hyx::RealVector, from_numbers, (PyObject *))),
+    FUNCTION(new_RealVector, NEW(hyx::RealVector, ()), MAKE(hyx::RealVector, from_numbers, (PyObject*))),
     FUNCTION(delete_RealVector, DELETE(hyx::RealVector)),
     FUNCTION(RealVector___len__, ADAPTER(hyx::RealVector, __len__, count, () const)),
     FUNCTION(RealVector___getitem__, CONTAINER(ADAPTER(hyx::RealVector, __getitem__, get_item, (long) const))),

@@ -1,8 +1,8 @@
 // Lists of points and of numbers, filled from any Python iterable.
+#include "platform/hyx/values/vec3_vector.h"
+
 #include "binding/vocabulary/python_values.h"
 #include "binding/vocabulary/rows.h"
-
-#include "platform/hyx/values/vec3_vector.h"
 #include "platform/hyx/values/vec3f.h"
 #include "platform/hyx/values/vector_pod.h"
 
@@ -10,38 +10,50 @@ namespace {
 
 using SinglePoints = hyx::VectorPOD<hyx::Vec3f>;
 
-template <class List> typename List::value_type get_item(List const &self, long index)
-{
+template <class List>
+typename List::value_type get_item(List const& self, long index) {
     long const size = static_cast<long>(self.size());
     if (index < -size || index >= size)
         throw std::out_of_range("list index out of range");
     return self[static_cast<std::size_t>(index < 0 ? index + size : index)];
 }
 
-hyx::Vec3Vector *from_points(PyObject *points)
-{
+hyx::Vec3Vector* from_points(PyObject* points) {
     hyx::Vec3Vector list;
     vocabulary::read_values<hyx::Vec3>(points, list);
     return new hyx::Vec3Vector(std::move(list));
 }
 
-unsigned long count(hyx::Vec3Vector const &self) { return self.size(); }
-void append(hyx::Vec3Vector &self, hyx::Vec3 const &point) { self.push_back(point); }
-void clear(hyx::Vec3Vector &self) { self.clear(); }
-unsigned long single_count(SinglePoints const &self) { return self.size(); }
+unsigned long count(hyx::Vec3Vector const& self) {
+    return self.size();
+}
+
+void append(hyx::Vec3Vector& self, hyx::Vec3 const& point) {
+    self.push_back(point);
+}
+
+void clear(hyx::Vec3Vector& self) {
+    self.clear();
+}
+
+unsigned long single_count(SinglePoints const& self) {
+    return self.size();
+}
 
 constexpr Declared functions[] = {
-    FUNCTION(new_Vec3Vector, NEW(hyx::Vec3Vector, ()), MAKE(hyx::Vec3Vector, from_points, (PyObject *))),
+    FUNCTION(new_Vec3Vector, NEW(hyx::Vec3Vector, ()), MAKE(hyx::Vec3Vector, from_points, (PyObject*))),
     FUNCTION(delete_Vec3Vector, DELETE(hyx::Vec3Vector)),
     FUNCTION(Vec3Vector___len__, ADAPTER(hyx::Vec3Vector, __len__, count, () const)),
-    FUNCTION(Vec3Vector___getitem__, CONTAINER(ADAPTER(hyx::Vec3Vector, __getitem__, get_item<hyx::Vec3Vector>, (long) const))),
-    FUNCTION(Vec3Vector_append, ADAPTER(hyx::Vec3Vector, append, append, (hyx::Vec3 const &))),
+    FUNCTION(Vec3Vector___getitem__,
+             CONTAINER(ADAPTER(hyx::Vec3Vector, __getitem__, get_item<hyx::Vec3Vector>, (long) const))),
+    FUNCTION(Vec3Vector_append, ADAPTER(hyx::Vec3Vector, append, append, (hyx::Vec3 const&))),
     FUNCTION(Vec3Vector_clear, ADAPTER(hyx::Vec3Vector, clear, clear, ())),
     REGISTER(hyx::Vec3Vector, Vec3Vector),
     INIT(Vec3Vector),
     FUNCTION(delete_Vec3fVector, DELETE(hyx::VectorPOD<hyx::Vec3f>)),
     FUNCTION(Vec3fVector___len__, ADAPTER(hyx::VectorPOD<hyx::Vec3f>, __len__, single_count, () const)),
-    FUNCTION(Vec3fVector___getitem__, CONTAINER(ADAPTER(hyx::VectorPOD<hyx::Vec3f>, __getitem__, get_item<SinglePoints>, (long) const))),
+    FUNCTION(Vec3fVector___getitem__,
+             CONTAINER(ADAPTER(hyx::VectorPOD<hyx::Vec3f>, __getitem__, get_item<SinglePoints>, (long) const))),
     REGISTER(hyx::VectorPOD<hyx::Vec3f>, Vec3fVector),
     INIT(Vec3fVector),
 };

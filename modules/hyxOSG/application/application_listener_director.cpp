@@ -16,34 +16,30 @@ DirectorMethod post_frame{"ExampleApplicationListener", "postFrame", "hyxOSG::Ex
 
 } // namespace
 
-SwigDirector_ExampleApplicationListener::SwigDirector_ExampleApplicationListener(PyObject *self) : Swig::Director(self) {}
+SwigDirector_ExampleApplicationListener::SwigDirector_ExampleApplicationListener(PyObject* self)
+    : Swig::Director(self) {}
 
-bool SwigDirector_ExampleApplicationListener::swig_get_inner(const char *name) const
-{
+bool SwigDirector_ExampleApplicationListener::swig_get_inner(char const* name) const {
     auto const found = swig_inner.find(name);
     return found != swig_inner.end() && found->second;
 }
 
-void SwigDirector_ExampleApplicationListener::swig_set_inner(const char *name, bool value) const
-{
+void SwigDirector_ExampleApplicationListener::swig_set_inner(char const* name, bool value) const {
     swig_inner[name] = value;
 }
 
-void SwigDirector_ExampleApplicationListener::swig_enter_application()
-{
+void SwigDirector_ExampleApplicationListener::swig_enter_application() {
     swig_native_owners.enter(Swig::NativeOwners::application, swig_get_self());
 }
 
-void SwigDirector_ExampleApplicationListener::preFrame(hyxOSG::ExampleApplication *application)
-{
+void SwigDirector_ExampleApplicationListener::preFrame(hyxOSG::ExampleApplication* application) {
     Swig::Callee const callee(*this);
     if (callee.is_gone())
         return Base::preFrame(application);
     call_python(callee, pre_frame, to_python(application, application_type));
 }
 
-void SwigDirector_ExampleApplicationListener::postFrame(hyxOSG::ExampleApplication *application)
-{
+void SwigDirector_ExampleApplicationListener::postFrame(hyxOSG::ExampleApplication* application) {
     Swig::Callee const callee(*this);
     if (callee.is_gone())
         return Base::postFrame(application);

@@ -6,19 +6,19 @@
 #include "platform/hyxOSG/application/example_application_listener.h"
 
 class SwigDirector_ExampleApplicationListener : public hyxOSG::ExampleApplicationListener, public Swig::Director {
-  public:
-    explicit SwigDirector_ExampleApplicationListener(PyObject *self);
+public:
+    explicit SwigDirector_ExampleApplicationListener(PyObject* self);
 
-    bool swig_get_inner(const char *name) const override;
-    void swig_set_inner(const char *name, bool value) const override;
+    bool swig_get_inner(char const* name) const override;
+    void swig_set_inner(char const* name, bool value) const override;
 
     // An application has taken the listener, and never lets it go.
     void swig_enter_application();
 
-    void preFrame(hyxOSG::ExampleApplication *application) override;
-    void postFrame(hyxOSG::ExampleApplication *application) override;
+    void preFrame(hyxOSG::ExampleApplication* application) override;
+    void postFrame(hyxOSG::ExampleApplication* application) override;
 
-  private:
+private:
     mutable std::map<std::string, bool> swig_inner;
     Swig::NativeOwners swig_native_owners;
 };

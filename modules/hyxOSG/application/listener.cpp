@@ -1,5 +1,4 @@
 #include "binding/vocabulary/rows.h"
-
 #include "modules/hyxOSG/application/application_listener_director.h"
 #include "platform/hyxOSG/application/example_application_listener.h"
 
@@ -7,13 +6,13 @@ namespace {
 
 constexpr Declared functions[] = {
     FUNCTION(new_ExampleApplicationListener,
-        NEW_DIRECTOR(hyxOSG::ExampleApplicationListener, SwigDirector_ExampleApplicationListener, ())),
+             NEW_DIRECTOR(hyxOSG::ExampleApplicationListener, SwigDirector_ExampleApplicationListener, ())),
     FUNCTION(ExampleApplicationListener_preFrame,
-        LISTENER(VIRTUAL(hyxOSG::ExampleApplicationListener, preFrame, (hyxOSG::ExampleApplication *)), 205,
-                 "swig/configuration/hyxPython/hyxOSG")),
+             LISTENER(VIRTUAL(hyxOSG::ExampleApplicationListener, preFrame, (hyxOSG::ExampleApplication*)), 205,
+                      "swig/configuration/hyxPython/hyxOSG")),
     FUNCTION(ExampleApplicationListener_postFrame,
-        LISTENER(VIRTUAL(hyxOSG::ExampleApplicationListener, postFrame, (hyxOSG::ExampleApplication *)), 206,
-                 "swig/configuration/hyxPython/hyxOSG")),
+             LISTENER(VIRTUAL(hyxOSG::ExampleApplicationListener, postFrame, (hyxOSG::ExampleApplication*)), 206,
+                      "swig/configuration/hyxPython/hyxOSG")),
     FUNCTION(disown_ExampleApplicationListener, DISOWN(hyxOSG::ExampleApplicationListener)),
     REGISTER(hyxOSG::ExampleApplicationListener, ExampleApplicationListener),
     INIT(ExampleApplicationListener),

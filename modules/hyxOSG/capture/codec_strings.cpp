@@ -1,8 +1,8 @@
 #include "modules/hyxOSG/capture/codec_strings.h"
 
-#include "platform/hyxOSG/capture/video_ffmpeg_pipe_capture.h"
 #include "binding/runtime/errors.h"
 #include "binding/vocabulary/results.h"
+#include "platform/hyxOSG/capture/video_ffmpeg_pipe_capture.h"
 
 using hyxOSG::VideoFFMPEGPipeCapture;
 
@@ -12,21 +12,19 @@ namespace {
 constexpr char null_message[] =
     "invalid null reference in variable 'hyxOSG::VideoFFMPEGPipeCapture::OutputCodecStrings' of type "
     "'hyxOSG::VideoFFMPEGPipeCapture::CodecStringConversionMap'";
-constexpr const char *type_message = null_message + sizeof "invalid null reference " - 1;
+constexpr char const* type_message = null_message + sizeof "invalid null reference " - 1;
 
 } // namespace
 
 namespace modules {
 
-PyObject *get_codec_strings()
-{
+PyObject* get_codec_strings() {
     return vocabulary::from_pointer(&VideoFFMPEGPipeCapture::OutputCodecStrings, PointerResult::borrowed_proxied);
 }
 
-int set_codec_strings(PyObject *value)
-{
+int set_codec_strings(PyObject* value) {
     using Map = VideoFFMPEGPipeCapture::CodecStringConversionMap;
-    void *pointer = nullptr;
+    void* pointer = nullptr;
     int const status = SWIG_Python_ConvertPtrAndOwn(value, &pointer, vocabulary::descriptor<Map>());
     if (status != SWIG_OK) {
         runtime::raise_argument_error(status, type_message);
@@ -36,7 +34,7 @@ int set_codec_strings(PyObject *value)
         PyErr_SetString(PyExc_TypeError, null_message);
         return 1;
     }
-    auto const *map = static_cast<Map const *>(pointer);
+    auto const* map = static_cast<Map const*>(pointer);
     if (map != &VideoFFMPEGPipeCapture::OutputCodecStrings)
         VideoFFMPEGPipeCapture::OutputCodecStrings = *map;
     return 0;

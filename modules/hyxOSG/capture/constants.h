@@ -15,7 +15,8 @@ inline constexpr runtime::Constant render_target_constants[] = {
     {"RenderTarget_RGB", hyxOSG::RenderTarget::RGB},
     {"RenderTarget_DEPTH_COMPONENT", hyxOSG::RenderTarget::DEPTH_COMPONENT},
     {"RenderTarget_DO_NOT_COMPUTE_NEAR_FAR", hyxOSG::RenderTarget::DO_NOT_COMPUTE_NEAR_FAR},
-    {"RenderTarget_COMPUTE_NEAR_FAR_USING_BOUNDING_VOLUMES", hyxOSG::RenderTarget::COMPUTE_NEAR_FAR_USING_BOUNDING_VOLUMES},
+    {"RenderTarget_COMPUTE_NEAR_FAR_USING_BOUNDING_VOLUMES",
+     hyxOSG::RenderTarget::COMPUTE_NEAR_FAR_USING_BOUNDING_VOLUMES},
     {"RenderTarget_COMPUTE_NEAR_FAR_USING_PRIMITIVES", hyxOSG::RenderTarget::COMPUTE_NEAR_FAR_USING_PRIMITIVES},
     {"RenderTarget_COMPUTE_NEAR_USING_PRIMITIVES", hyxOSG::RenderTarget::COMPUTE_NEAR_USING_PRIMITIVES},
 };

@@ -1,8 +1,8 @@
 // What all captures share: rate, limit, clock and size.
 #include "platform/hyxOSG/capture/image_capture_base.h"
-#include "platform/hyxSDK/simulation.h"
 
 #include "binding/vocabulary/rows.h"
+#include "platform/hyxSDK/simulation.h"
 
 namespace {
 
@@ -13,7 +13,7 @@ constexpr Declared functions[] = {
     FUNCTION(ImageCaptureBase_startCapture, METHOD(hyxOSG::ImageCaptureBase, startCapture, (int), 0)),
     FUNCTION(ImageCaptureBase_stopCapture, METHOD(hyxOSG::ImageCaptureBase, stopCapture, ())),
     FUNCTION(ImageCaptureBase_getCaptureStarted, METHOD(hyxOSG::ImageCaptureBase, getCaptureStarted, () const)),
-    FUNCTION(ImageCaptureBase_setSimulation, METHOD(hyxOSG::ImageCaptureBase, setSimulation, (hyxSDK::Simulation *))),
+    FUNCTION(ImageCaptureBase_setSimulation, METHOD(hyxOSG::ImageCaptureBase, setSimulation, (hyxSDK::Simulation*))),
     FUNCTION(ImageCaptureBase_getSimulation, METHOD(hyxOSG::ImageCaptureBase, getSimulation, () const)),
     FUNCTION(ImageCaptureBase_setImageResolution,
              METHOD(hyxOSG::ImageCaptureBase, setImageResolution, (hyx::UInt, hyx::UInt))),
@@ -25,8 +25,8 @@ constexpr Declared functions[] = {
     FUNCTION(ImageCaptureBase_getEnableSyncWithSimulation,
              METHOD(hyxOSG::ImageCaptureBase, getEnableSyncWithSimulation, () const)),
     FUNCTION(ImageCaptureBase_resetTime, METHOD(hyxOSG::ImageCaptureBase, resetTime, ())),
-    FUNCTION(ImageCaptureBase_apply, METHOD(hyxOSG::ImageCaptureBase, apply, (osg::RenderInfo &))),
-    FUNCTION(ImageCaptureBase_writeImage, METHOD(hyxOSG::ImageCaptureBase, writeImage, (osg::Image *, hyx::Index))),
+    FUNCTION(ImageCaptureBase_apply, METHOD(hyxOSG::ImageCaptureBase, apply, (osg::RenderInfo&))),
+    FUNCTION(ImageCaptureBase_writeImage, METHOD(hyxOSG::ImageCaptureBase, writeImage, (osg::Image*, hyx::Index))),
     REGISTER(hyxOSG::ImageCaptureBase, ImageCaptureBase),
 };
 

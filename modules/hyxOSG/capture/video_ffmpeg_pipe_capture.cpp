@@ -1,23 +1,22 @@
 // Video through an encoder process, and the linked map of encoder names.
 #include "platform/hyxOSG/capture/video_ffmpeg_pipe_capture.h"
-#include "platform/hyxSDK/simulation.h"
-#include "modules/hyxOSG/capture/codec_strings.h"
 
 #include "binding/vocabulary/rows.h"
+#include "modules/hyxOSG/capture/codec_strings.h"
+#include "platform/hyxSDK/simulation.h"
 
 namespace {
 
 constexpr Declared functions[] = {
     FUNCTION(new_VideoFFMPEGPipeCapture,
-             NEW(hyxOSG::VideoFFMPEGPipeCapture, (hyx::UInt, hyx::UInt, double, hyxSDK::Simulation *), nullptr)),
+             NEW(hyxOSG::VideoFFMPEGPipeCapture, (hyx::UInt, hyx::UInt, double, hyxSDK::Simulation*), nullptr)),
     FUNCTION(VideoFFMPEGPipeCapture_init, METHOD(hyxOSG::VideoFFMPEGPipeCapture, init, ())),
     FUNCTION(VideoFFMPEGPipeCapture_setFilename,
-             METHOD(hyxOSG::VideoFFMPEGPipeCapture, setFilename, (hyx::String const &))),
+             METHOD(hyxOSG::VideoFFMPEGPipeCapture, setFilename, (hyx::String const&))),
     FUNCTION(VideoFFMPEGPipeCapture_getFilename, METHOD(hyxOSG::VideoFFMPEGPipeCapture, getFilename, () const)),
     FUNCTION(VideoFFMPEGPipeCapture_setVideoPostFix,
-             METHOD(hyxOSG::VideoFFMPEGPipeCapture, setVideoPostFix, (hyx::String const &))),
-    FUNCTION(VideoFFMPEGPipeCapture_getVideoPostFix,
-             METHOD(hyxOSG::VideoFFMPEGPipeCapture, getVideoPostFix, () const)),
+             METHOD(hyxOSG::VideoFFMPEGPipeCapture, setVideoPostFix, (hyx::String const&))),
+    FUNCTION(VideoFFMPEGPipeCapture_getVideoPostFix, METHOD(hyxOSG::VideoFFMPEGPipeCapture, getVideoPostFix, () const)),
     FUNCTION(VideoFFMPEGPipeCapture_setVideoFPS, METHOD(hyxOSG::VideoFFMPEGPipeCapture, setVideoFPS, (double))),
     FUNCTION(VideoFFMPEGPipeCapture_getVideoFPS, METHOD(hyxOSG::VideoFFMPEGPipeCapture, getVideoFPS, () const)),
     FUNCTION(VideoFFMPEGPipeCapture_setVideoCRF, METHOD(hyxOSG::VideoFFMPEGPipeCapture, setVideoCRF, (hyx::UInt))),
@@ -30,8 +29,8 @@ constexpr Declared functions[] = {
              METHOD(hyxOSG::VideoFFMPEGPipeCapture, setEnableLossless, (bool))),
     FUNCTION(VideoFFMPEGPipeCapture_getEnableLossless,
              METHOD(hyxOSG::VideoFFMPEGPipeCapture, getEnableLossless, () const)),
-    FUNCTION(VideoFFMPEGPipeCapture_setOutputVideoCodec,
-             METHOD(hyxOSG::VideoFFMPEGPipeCapture, setOutputVideoCodec, (hyxOSG::VideoFFMPEGPipeCapture::OutputCodec))),
+    FUNCTION(VideoFFMPEGPipeCapture_setOutputVideoCodec, METHOD(hyxOSG::VideoFFMPEGPipeCapture, setOutputVideoCodec,
+                                                                (hyxOSG::VideoFFMPEGPipeCapture::OutputCodec))),
     FUNCTION(VideoFFMPEGPipeCapture_getOutputCodec, METHOD(hyxOSG::VideoFFMPEGPipeCapture, getOutputCodec, () const)),
     FUNCTION(VideoFFMPEGPipeCapture_hasActiveVideo, METHOD(hyxOSG::VideoFFMPEGPipeCapture, hasActiveVideo, () const)),
     FUNCTION(VideoFFMPEGPipeCapture_stopProcess, METHOD(hyxOSG::VideoFFMPEGPipeCapture, stopProcess, ())),

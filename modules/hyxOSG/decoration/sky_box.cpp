@@ -1,13 +1,13 @@
 // The sky of six images.
-#include "binding/vocabulary/rows.h"
-
 #include "platform/hyxOSG/decoration/sky_box.h"
+
+#include "binding/vocabulary/rows.h"
 
 namespace {
 
 constexpr Declared functions[] = {
-    FUNCTION(new_SkyBox,
-             NEW(hyxOSG::SkyBox, (std::string const &, std::string const &, std::string const &, double, float), 0.0, 1.0f)),
+    FUNCTION(new_SkyBox, NEW(hyxOSG::SkyBox,
+                             (std::string const&, std::string const&, std::string const&, double, float), 0.0, 1.0f)),
     FUNCTION(delete_SkyBox, DELETE(hyxOSG::SkyBox)),
     REGISTER(hyxOSG::SkyBox, SkyBox),
     INIT(SkyBox),

@@ -25,7 +25,8 @@ DirectorMethod set_mask{"GuiEventListener", "setMask", nullptr};
 DirectorMethod set_inverse_transform{"GuiEventListener", "setInverseTransform", nullptr};
 // The reporting ones.
 DirectorMethod add_notification{"GuiEventListener", "addNotification", "hyxSDK::EventListener::addNotification"};
-DirectorMethod remove_notification{"GuiEventListener", "removeNotification", "hyxSDK::EventListener::removeNotification"};
+DirectorMethod remove_notification{"GuiEventListener", "removeNotification",
+                                   "hyxSDK::EventListener::removeNotification"};
 DirectorMethod mouse_dragged{"GuiEventListener", "mouseDragged", "hyxOSG::GuiEventListener::mouseDragged"};
 DirectorMethod mouse_moved{"GuiEventListener", "mouseMoved", "hyxOSG::GuiEventListener::mouseMoved"};
 DirectorMethod mouse_button{"GuiEventListener", "mouse", "hyxOSG::GuiEventListener::mouse"};
@@ -34,30 +35,27 @@ DirectorMethod update_frame{"GuiEventListener", "update", "hyxOSG::GuiEventListe
 
 } // namespace
 
-SwigDirector_GuiEventListener::SwigDirector_GuiEventListener(PyObject *self,
+SwigDirector_GuiEventListener::SwigDirector_GuiEventListener(PyObject* self,
                                                              hyxSDK::GuiEventListener::ActivationMask mask)
-    : Base(mask), Swig::Director(self)
-{
-}
+    : Base(mask), Swig::Director(self) {}
 
-bool SwigDirector_GuiEventListener::swig_get_inner(const char *name) const
-{
+bool SwigDirector_GuiEventListener::swig_get_inner(char const* name) const {
     auto const found = swig_inner.find(name);
     return found != swig_inner.end() && found->second;
 }
 
-void SwigDirector_GuiEventListener::swig_set_inner(const char *name, bool value) const { swig_inner[name] = value; }
+void SwigDirector_GuiEventListener::swig_set_inner(char const* name, bool value) const {
+    swig_inner[name] = value;
+}
 
-void SwigDirector_GuiEventListener::printSubtree() const
-{
+void SwigDirector_GuiEventListener::printSubtree() const {
     Callee const callee(*this);
     if (callee.is_gone())
         return Base::printSubtree();
     call_python(callee, print_subtree);
 }
 
-void SwigDirector_GuiEventListener::setContext(hyx::Object *context)
-{
+void SwigDirector_GuiEventListener::setContext(hyx::Object* context) {
     Callee const callee(*this);
     if (callee.is_gone())
         return Base::setContext(context);
@@ -68,40 +66,35 @@ void SwigDirector_GuiEventListener::setContext(hyx::Object *context)
     call_python(callee, set_context, to_python(context, object_type));
 }
 
-void SwigDirector_GuiEventListener::rebind()
-{
+void SwigDirector_GuiEventListener::rebind() {
     Callee const callee(*this);
     if (callee.is_gone())
         return Base::rebind();
     call_python(callee, rebind_names);
 }
 
-void SwigDirector_GuiEventListener::addObject(hyx::Object *object, bool replace)
-{
+void SwigDirector_GuiEventListener::addObject(hyx::Object* object, bool replace) {
     Callee const callee(*this);
     if (callee.is_gone())
         return Base::addObject(object, replace);
     call_python(callee, add_object, to_python(object, object_type), to_python(replace));
 }
 
-void SwigDirector_GuiEventListener::removeObject(hyx::Object *object)
-{
+void SwigDirector_GuiEventListener::removeObject(hyx::Object* object) {
     Callee const callee(*this);
     if (callee.is_gone())
         return Base::removeObject(object);
     call_python(callee, remove_object, to_python(object, object_type));
 }
 
-void SwigDirector_GuiEventListener::setMask(int mask)
-{
+void SwigDirector_GuiEventListener::setMask(int mask) {
     Callee const callee(*this);
     if (callee.is_gone())
         return Base::setMask(mask);
     call_python(callee, set_mask, to_python(mask));
 }
 
-void SwigDirector_GuiEventListener::addNotification()
-{
+void SwigDirector_GuiEventListener::addNotification() {
     Callee const callee(*this);
     if (callee.is_gone())
         return Base::addNotification();
@@ -110,8 +103,7 @@ void SwigDirector_GuiEventListener::addNotification()
     call_python(callee, add_notification);
 }
 
-void SwigDirector_GuiEventListener::removeNotification()
-{
+void SwigDirector_GuiEventListener::removeNotification() {
     Callee const callee(*this);
     if (callee.is_gone())
         return Base::removeNotification();
@@ -119,8 +111,7 @@ void SwigDirector_GuiEventListener::removeNotification()
     call_python(callee, remove_notification);
 }
 
-bool SwigDirector_GuiEventListener::mouseDragged(MouseButtonMask buttons, float x, float y)
-{
+bool SwigDirector_GuiEventListener::mouseDragged(MouseButtonMask buttons, float x, float y) {
     Callee const callee(*this);
     if (callee.is_gone())
         return Base::mouseDragged(buttons, x, y);
@@ -129,8 +120,7 @@ bool SwigDirector_GuiEventListener::mouseDragged(MouseButtonMask buttons, float 
                          "hyxSDK::GuiEventListener::MouseButtonMask, float, float)");
 }
 
-bool SwigDirector_GuiEventListener::mouseMoved(float x, float y)
-{
+bool SwigDirector_GuiEventListener::mouseMoved(float x, float y) {
     Callee const callee(*this);
     if (callee.is_gone())
         return Base::mouseMoved(x, y);
@@ -138,8 +128,7 @@ bool SwigDirector_GuiEventListener::mouseMoved(float x, float y)
                          "virtual bool SwigDirector_GuiEventListener::mouseMoved(float, float)");
 }
 
-bool SwigDirector_GuiEventListener::mouse(MouseButtonMask buttons, MouseState state, float x, float y)
-{
+bool SwigDirector_GuiEventListener::mouse(MouseButtonMask buttons, MouseState state, float x, float y) {
     Callee const callee(*this);
     if (callee.is_gone())
         return Base::mouse(buttons, state, x, y);
@@ -149,8 +138,7 @@ bool SwigDirector_GuiEventListener::mouse(MouseButtonMask buttons, MouseState st
         "hyxSDK::GuiEventListener::MouseButtonMask, hyxSDK::GuiEventListener::MouseState, float, float)");
 }
 
-bool SwigDirector_GuiEventListener::keyboard(int key, unsigned int modKeyMask, float x, float y, bool keydown)
-{
+bool SwigDirector_GuiEventListener::keyboard(int key, unsigned int modKeyMask, float x, float y, bool keydown) {
     Callee const callee(*this);
     if (callee.is_gone())
         return Base::keyboard(key, modKeyMask, x, y, keydown);
@@ -159,18 +147,16 @@ bool SwigDirector_GuiEventListener::keyboard(int key, unsigned int modKeyMask, f
                          "virtual bool SwigDirector_GuiEventListener::keyboard(int, unsigned int, float, float, bool)");
 }
 
-void SwigDirector_GuiEventListener::update(float x, float y)
-{
+void SwigDirector_GuiEventListener::update(float x, float y) {
     Callee const callee(*this);
     if (callee.is_gone())
         return Base::update(x, y);
     call_python(callee, update_frame, to_python(x), to_python(y));
 }
 
-void SwigDirector_GuiEventListener::setInverseTransform(hyx::AffineMatrix4x4 const &matrix)
-{
+void SwigDirector_GuiEventListener::setInverseTransform(hyx::AffineMatrix4x4 const& matrix) {
     Callee const callee(*this);
     if (callee.is_gone())
         return Base::setInverseTransform(matrix);
-    call_python(callee, set_inverse_transform, to_python(const_cast<hyx::AffineMatrix4x4 *>(&matrix), matrix_type));
+    call_python(callee, set_inverse_transform, to_python(const_cast<hyx::AffineMatrix4x4*>(&matrix), matrix_type));
 }

@@ -6,17 +6,17 @@
 #include "platform/hyxOSG/picking/gui_event_listener.h"
 
 class SwigDirector_GuiEventListener : public hyxOSG::GuiEventListener, public Swig::Director {
-  public:
-    SwigDirector_GuiEventListener(PyObject *self, hyxSDK::GuiEventListener::ActivationMask mask);
+public:
+    SwigDirector_GuiEventListener(PyObject* self, hyxSDK::GuiEventListener::ActivationMask mask);
 
-    bool swig_get_inner(const char *name) const override;
-    void swig_set_inner(const char *name, bool value) const override;
+    bool swig_get_inner(char const* name) const override;
+    void swig_set_inner(char const* name, bool value) const override;
 
     void printSubtree() const override;
-    void setContext(hyx::Object *context) override;
+    void setContext(hyx::Object* context) override;
     void rebind() override;
-    void addObject(hyx::Object *object, bool replace) override;
-    void removeObject(hyx::Object *object) override;
+    void addObject(hyx::Object* object, bool replace) override;
+    void removeObject(hyx::Object* object) override;
     void setMask(int mask) override;
     void addNotification() override;
     void removeNotification() override;
@@ -25,9 +25,9 @@ class SwigDirector_GuiEventListener : public hyxOSG::GuiEventListener, public Sw
     bool mouse(MouseButtonMask buttons, MouseState state, float x, float y) override;
     bool keyboard(int key, unsigned int modKeyMask, float x, float y, bool keydown) override;
     void update(float x, float y) override;
-    void setInverseTransform(hyx::AffineMatrix4x4 const &matrix) override;
+    void setInverseTransform(hyx::AffineMatrix4x4 const& matrix) override;
 
-  private:
+private:
     mutable std::map<std::string, bool> swig_inner;
     Swig::NativeOwners swig_native_owners;
 };

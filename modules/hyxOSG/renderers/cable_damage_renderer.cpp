@@ -1,28 +1,28 @@
 #include "platform/hyxOSG/renderers/cable_damage_renderer.h"
-#include "platform/hyxOSG/nodes/geometry_node.h"
+
 #include "binding/vocabulary/rows.h"
+#include "platform/hyxOSG/nodes/geometry_node.h"
 
 namespace {
 
 constexpr Declared functions[] = {
-    FUNCTION(new_CableDamageRenderer,
-        NEW(hyxOSG::CableDamageRenderer, (hyxCable::CableDamage *, double, osg::Group *))),
+    FUNCTION(new_CableDamageRenderer, NEW(hyxOSG::CableDamageRenderer, (hyxCable::CableDamage*, double, osg::Group*))),
     FUNCTION(CableDamageRenderer_renderCurrent, METHOD(hyxOSG::CableDamageRenderer, renderCurrent, ())),
     FUNCTION(CableDamageRenderer_renderAccumulated, METHOD(hyxOSG::CableDamageRenderer, renderAccumulated, ())),
     FUNCTION(CableDamageRenderer_isRenderingCurrent, METHOD(hyxOSG::CableDamageRenderer, isRenderingCurrent, () const)),
     FUNCTION(CableDamageRenderer_isRenderingAccumulated,
-        METHOD(hyxOSG::CableDamageRenderer, isRenderingAccumulated, () const)),
+             METHOD(hyxOSG::CableDamageRenderer, isRenderingAccumulated, () const)),
     FUNCTION(CableDamageRenderer_setEnableRendering, METHOD(hyxOSG::CableDamageRenderer, setEnableRendering, (bool))),
     FUNCTION(CableDamageRenderer_getEnableRendering, METHOD(hyxOSG::CableDamageRenderer, getEnableRendering, () const)),
     FUNCTION(CableDamageRenderer_setColorRangeMax, METHOD(hyxOSG::CableDamageRenderer, setColorRangeMax, (double))),
     FUNCTION(CableDamageRenderer_getColorRangeMax, METHOD(hyxOSG::CableDamageRenderer, getColorRangeMax, () const)),
     FUNCTION(CableDamageRenderer_getOsgNode, METHOD(hyxOSG::CableDamageRenderer, getOsgNode, (std::size_t))),
     FUNCTION(CableDamageRenderer_last,
-        LISTENER(METHOD(hyxOSG::CableDamageRenderer, last, (double)), 88, "swig/configuration/hyxPython/hyxSDK")),
+             LISTENER(METHOD(hyxOSG::CableDamageRenderer, last, (double)), 88, "swig/configuration/hyxPython/hyxSDK")),
     REGISTER(hyxOSG::CableDamageRenderer, CableDamageRenderer),
     INIT(CableDamageRenderer),
 };
 
-}
+} // namespace
 
 ROWS(functions);

@@ -1,11 +1,12 @@
-#include "platform/hyxCollide/trimesh.h"
 #include "platform/hyxOSG/renderers/deformable_mesh_updater.h"
+
 #include "binding/vocabulary/rows.h"
+#include "platform/hyxCollide/trimesh.h"
 
 namespace {
 
 constexpr Declared functions[] = {
-    FUNCTION(new_DeformableMeshUpdater, NEW(hyxOSG::DeformableMeshUpdater, (hyxCollide::Trimesh *, osg::Group *))),
+    FUNCTION(new_DeformableMeshUpdater, NEW(hyxOSG::DeformableMeshUpdater, (hyxCollide::Trimesh*, osg::Group*))),
     FUNCTION(DeformableMeshUpdater_update, METHOD(hyxOSG::DeformableMeshUpdater, update, (bool), false)),
     FUNCTION(DeformableMeshUpdater_setForceUpdate, METHOD(hyxOSG::DeformableMeshUpdater, setForceUpdate, (bool))),
     FUNCTION(DeformableMeshUpdater_getForceUpdate, METHOD(hyxOSG::DeformableMeshUpdater, getForceUpdate, () const)),
@@ -13,6 +14,6 @@ constexpr Declared functions[] = {
     INIT(DeformableMeshUpdater),
 };
 
-}
+} // namespace
 
 ROWS(functions);

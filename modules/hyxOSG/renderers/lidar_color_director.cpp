@@ -14,9 +14,8 @@ Swig::DirectorType color_type{"osg::Vec4 *"};
 Swig::DirectorMethod get_lidar_point_color{"LidarOutputRendererColorFunctionCallback", "getLidarPointColor", nullptr};
 
 // Throws DirectorTypeMismatchException for anything but a colour; None is no colour.
-osg::Vec4f to_color(runtime::Reference const &result)
-{
-    void *pointer = nullptr;
+osg::Vec4f to_color(runtime::Reference const& result) {
+    void* pointer = nullptr;
     int own = 0;
     int const status =
         SWIG_Python_ConvertPtrAndOwn(result.get(), &pointer, color_type.find(), PointerConversion::general, &own);
@@ -24,7 +23,7 @@ osg::Vec4f to_color(runtime::Reference const &result)
         Swig::DirectorTypeMismatchException::raise(
             SWIG_Python_ErrorType(argument_error(status < 0 ? status : int(SWIG_TypeError))),
             "in output value of type 'osg::Vec4'");
-    auto *color = static_cast<osg::Vec4f *>(pointer);
+    auto* color = static_cast<osg::Vec4f*>(pointer);
     osg::Vec4f const copy = *color;
     if (own & SWIG_CAST_NEW_MEMORY)
         delete color;
@@ -33,38 +32,33 @@ osg::Vec4f to_color(runtime::Reference const &result)
 
 } // namespace
 
-SwigDirector_LidarOutputRendererColorFunctionCallback::SwigDirector_LidarOutputRendererColorFunctionCallback(PyObject *self)
-    : Swig::Director(self)
-{
-}
+SwigDirector_LidarOutputRendererColorFunctionCallback::SwigDirector_LidarOutputRendererColorFunctionCallback(
+    PyObject* self)
+    : Swig::Director(self) {}
 
-bool SwigDirector_LidarOutputRendererColorFunctionCallback::swig_get_inner(const char *name) const
-{
+bool SwigDirector_LidarOutputRendererColorFunctionCallback::swig_get_inner(char const* name) const {
     auto const found = swig_inner.find(name);
     return found != swig_inner.end() && found->second;
 }
 
-void SwigDirector_LidarOutputRendererColorFunctionCallback::swig_set_inner(const char *name, bool value) const
-{
+void SwigDirector_LidarOutputRendererColorFunctionCallback::swig_set_inner(char const* name, bool value) const {
     swig_inner[name] = value;
 }
 
 hyxOSG::LidarOutputRenderer::IntensityState::ColorFunc
-SwigDirector_LidarOutputRendererColorFunctionCallback::swig_keeping_color_function()
-{
-    auto const release = [](PyObject *object) {
+SwigDirector_LidarOutputRendererColorFunctionCallback::swig_keeping_color_function() {
+    auto const release = [](PyObject* object) {
         if (Py_IsInitialized())
             Py_XDECREF(object);
     };
-    PyObject *const self = swig_get_self();
+    PyObject* const self = swig_get_self();
     Py_XINCREF(self);
     return [kept = std::shared_ptr<PyObject>(self, release), function = *getColorFunction()](float intensity) {
         return function(intensity);
     };
 }
 
-osg::Vec4f SwigDirector_LidarOutputRendererColorFunctionCallback::getLidarPointColor(float intensity)
-{
+osg::Vec4f SwigDirector_LidarOutputRendererColorFunctionCallback::getLidarPointColor(float intensity) {
     Swig::Callee const callee(*this);
     if (callee.is_gone())
         return Base::getLidarPointColor(intensity);

@@ -1,16 +1,16 @@
 #include "platform/hyxOSG/renderers/scalar_color_map.h"
+
 #include "binding/vocabulary/rows.h"
 
 namespace {
 
 constexpr Declared functions[] = {
-    FUNCTION(new_ScalarColorMap,
-        NEW(hyxOSG::ScalarColorMap, ()),
-        NEW(hyxOSG::ScalarColorMap, (hyxRender::ColorVector const &, double, double)),
-        NEW(hyxOSG::ScalarColorMap, (hyxOSG::ScalarColorMap::ColorRangePreset, double, double))),
+    FUNCTION(new_ScalarColorMap, NEW(hyxOSG::ScalarColorMap, ()),
+             NEW(hyxOSG::ScalarColorMap, (hyxRender::ColorVector const&, double, double)),
+             NEW(hyxOSG::ScalarColorMap, (hyxOSG::ScalarColorMap::ColorRangePreset, double, double))),
     FUNCTION(ScalarColorMap_setColorsFromPreset,
-        METHOD(hyxOSG::ScalarColorMap, setColorsFromPreset, (hyxOSG::ScalarColorMap::ColorRangePreset))),
-    FUNCTION(ScalarColorMap_setColors, METHOD(hyxOSG::ScalarColorMap, setColors, (hyxRender::ColorVector const &))),
+             METHOD(hyxOSG::ScalarColorMap, setColorsFromPreset, (hyxOSG::ScalarColorMap::ColorRangePreset))),
+    FUNCTION(ScalarColorMap_setColors, METHOD(hyxOSG::ScalarColorMap, setColors, (hyxRender::ColorVector const&))),
     FUNCTION(ScalarColorMap_getColors, METHOD(hyxOSG::ScalarColorMap, getColors, () const)),
     FUNCTION(ScalarColorMap_setMinScalar, METHOD(hyxOSG::ScalarColorMap, setMinScalar, (double))),
     FUNCTION(ScalarColorMap_setMaxScalar, METHOD(hyxOSG::ScalarColorMap, setMaxScalar, (double))),
@@ -24,6 +24,6 @@ constexpr Declared functions[] = {
     INIT(ScalarColorMap),
 };
 
-}
+} // namespace
 
 ROWS(functions);

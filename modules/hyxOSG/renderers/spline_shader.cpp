@@ -1,11 +1,13 @@
 #include "platform/hyxOSG/renderers/spline_shader.h"
+
 #include "binding/vocabulary/rows.h"
 
 namespace vocabulary {
 
 // Handed over uncounted: the group that it is put under counts.
-template <> struct ReferencePolicy<hyxOSG::SplineShader> {
-    static void take(hyxOSG::SplineShader *) {}
+template <>
+struct ReferencePolicy<hyxOSG::SplineShader> {
+    static void take(hyxOSG::SplineShader*) {}
 };
 
 } // namespace vocabulary
@@ -14,11 +16,12 @@ namespace {
 
 constexpr Declared functions[] = {
     FUNCTION(new_SplineShader, NEW(hyxOSG::SplineShader, (std::size_t), 256)),
-    FUNCTION(SplineShader_add,
-        METHOD(hyxOSG::SplineShader, add, (hyx::Vec3 const &, hyx::Vec3 const &, double, hyx::Vec2 const &), hyx::Vec2()),
-        METHOD(hyxOSG::SplineShader, add, (hyx::Vec3 const &, hyx::Quat const &, double, double, double), 0.0)),
+    FUNCTION(
+        SplineShader_add,
+        METHOD(hyxOSG::SplineShader, add, (hyx::Vec3 const&, hyx::Vec3 const&, double, hyx::Vec2 const&), hyx::Vec2()),
+        METHOD(hyxOSG::SplineShader, add, (hyx::Vec3 const&, hyx::Quat const&, double, double, double), 0.0)),
     FUNCTION(SplineShader_add2,
-        METHOD(hyxOSG::SplineShader, add2, (hyx::Vec3 const &, hyx::Quat const &, double, double, double))),
+             METHOD(hyxOSG::SplineShader, add2, (hyx::Vec3 const&, hyx::Quat const&, double, double, double))),
     FUNCTION(SplineShader_update, METHOD(hyxOSG::SplineShader, update, ())),
     FUNCTION(SplineShader_resetCounters, METHOD(hyxOSG::SplineShader, resetCounters, ())),
     FUNCTION(SplineShader_setNumActiveElements, METHOD(hyxOSG::SplineShader, setNumActiveElements, (std::size_t))),
@@ -34,6 +37,6 @@ constexpr Declared functions[] = {
     INIT(SplineShader),
 };
 
-}
+} // namespace
 
 ROWS(functions);

@@ -1,41 +1,51 @@
 #pragma once
 
-#include "platform/hyx/values/affine_matrix4x4.h"
 #include "platform/hyx/objects/object.h"
+#include "platform/hyx/values/affine_matrix4x4.h"
 
 namespace hyx {
 
 /// A coordinate system, given relative to a parent frame or to the world.
 class Frame : public Object {
 public:
-  Frame() = default;
-  /// At the place `local` relative to `parent`; null stands for the world.
-  explicit Frame(AffineMatrix4x4 const & local, Frame * parent = nullptr);
+    Frame() = default;
+    /// At the place `local` relative to `parent`; null stands for the world.
+    explicit Frame(AffineMatrix4x4 const& local, Frame* parent = nullptr);
 
-  /// Null stands for the world. Throws std::invalid_argument when this frame would come to be above itself.
-  void setParent(Frame * parent);
-  Frame * getParent() const { return m_parent.get(); }
+    /// Null stands for the world. Throws std::invalid_argument when this frame would come to be above itself.
+    void setParent(Frame* parent);
 
-  void setLocalMatrix(AffineMatrix4x4 const & local) { m_local = local; }
-  AffineMatrix4x4 const & getLocalMatrix() const { return m_local; }
-  void setLocalTranslate(Vec3 const & translation) { m_local.setTranslate(translation); }
-  Vec3 getLocalTranslate() const { return m_local.getTranslate(); }
-  void setLocalRotate(Quat const & rotation) { m_local.setRotate(rotation); }
-  Quat getLocalRotate() const { return m_local.getRotate(); }
+    Frame* getParent() const { return m_parent.get(); }
 
-  /// From this frame to the world.
-  virtual AffineMatrix4x4 getMatrix() const;
-  Vec3 getTranslate() const { return getMatrix().getTranslate(); }
-  Quat getRotate() const { return getMatrix().getRotate(); }
-  Vec3 transformPointToWorld(Vec3 const & point) const { return getMatrix().transformPoint(point); }
-  Vec3 transformPointToLocal(Vec3 const & point) const { return getMatrix().inverse().transformPoint(point); }
+    void setLocalMatrix(AffineMatrix4x4 const& local) { m_local = local; }
+
+    AffineMatrix4x4 const& getLocalMatrix() const { return m_local; }
+
+    void setLocalTranslate(Vec3 const& translation) { m_local.setTranslate(translation); }
+
+    Vec3 getLocalTranslate() const { return m_local.getTranslate(); }
+
+    void setLocalRotate(Quat const& rotation) { m_local.setRotate(rotation); }
+
+    Quat getLocalRotate() const { return m_local.getRotate(); }
+
+    /// From this frame to the world.
+    virtual AffineMatrix4x4 getMatrix() const;
+
+    Vec3 getTranslate() const { return getMatrix().getTranslate(); }
+
+    Quat getRotate() const { return getMatrix().getRotate(); }
+
+    Vec3 transformPointToWorld(Vec3 const& point) const { return getMatrix().transformPoint(point); }
+
+    Vec3 transformPointToLocal(Vec3 const& point) const { return getMatrix().inverse().transformPoint(point); }
 
 protected:
-  ~Frame() override = default;
+    ~Frame() override = default;
 
 private:
-  AffineMatrix4x4 m_local;
-  ref_ptr<Frame> m_parent;
+    AffineMatrix4x4 m_local;
+    ref_ptr<Frame> m_parent;
 };
 
-}
+} // namespace hyx

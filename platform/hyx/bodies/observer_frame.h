@@ -9,28 +9,31 @@ class RigidBody;
 /// A massless frame that rides on a body (or stands in the world) and reports its motion.
 class ObserverFrame : public Frame {
 public:
-  ObserverFrame();
-  /// At `local` relative to `body`; null stands for the world.
-  explicit ObserverFrame(RigidBody * body, AffineMatrix4x4 const & local = AffineMatrix4x4());
-  ObserverFrame(Name const & name, RigidBody * body, AffineMatrix4x4 const & local = AffineMatrix4x4());
+    ObserverFrame();
+    /// At `local` relative to `body`; null stands for the world.
+    explicit ObserverFrame(RigidBody* body, AffineMatrix4x4 const& local = AffineMatrix4x4());
+    ObserverFrame(Name const& name, RigidBody* body, AffineMatrix4x4 const& local = AffineMatrix4x4());
 
-  /// Moves this frame to another body; its local transform stays. Null lets it stand in the world.
-  void attachTo(RigidBody * body);
-  RigidBody * getRigidBody() const;
+    /// Moves this frame to another body; its local transform stays. Null lets it stand in the world.
+    void attachTo(RigidBody* body);
+    RigidBody* getRigidBody() const;
 
-  AffineMatrix4x4 getMatrix() const override;
-  Vec3 getPosition() const { return getTranslate(); }
-  Quat getRotation() const { return getRotate(); }
-  /// The velocity of this frame's origin in the world, m/s.
-  Vec3 getVelocity() const;
-  /// rad/s in the world.
-  Vec3 getAngularVelocity() const;
+    AffineMatrix4x4 getMatrix() const override;
+
+    Vec3 getPosition() const { return getTranslate(); }
+
+    Quat getRotation() const { return getRotate(); }
+
+    /// The velocity of this frame's origin in the world, m/s.
+    Vec3 getVelocity() const;
+    /// rad/s in the world.
+    Vec3 getAngularVelocity() const;
 
 protected:
-  ~ObserverFrame() override;
+    ~ObserverFrame() override;
 
 private:
-  ref_ptr<RigidBody> m_body;
+    ref_ptr<RigidBody> m_body;
 };
 
-}
+} // namespace hyx

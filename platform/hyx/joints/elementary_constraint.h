@@ -8,35 +8,41 @@ namespace hyx {
 /// One optional row of a joint along or about its free direction: off at the start.
 class ElementaryConstraint : public Object {
 public:
-  void setEnable(bool enable) { m_enabled = enable; }
-  bool isEnabled() const { return m_enabled; }
+    void setEnable(bool enable) { m_enabled = enable; }
 
-  /// Newtons, or newton metres for a rotation.
-  void setForceRange(RangeReal const & range) { m_forceRange = range; }
-  RangeReal getForceRange() const { return m_forceRange; }
+    bool isEnabled() const { return m_enabled; }
 
-  /// Metres per newton, or radians per newton metre; 0 is rigid. Throws std::invalid_argument when negative or not finite.
-  void setCompliance(Real compliance);
-  Real getCompliance() const { return m_compliance; }
-  /// The time in seconds in which an error of a compliant row dies out; 0 stands for 1 time step.
-  void setDamping(Real time);
-  Real getDamping() const { return m_damping; }
+    /// Newtons, or newton metres for a rotation.
+    void setForceRange(RangeReal const& range) { m_forceRange = range; }
 
-  /// The force or torque of the last step; 0 while off.
-  Real getCurrentForce() const { return m_currentForce; }
+    RangeReal getForceRange() const { return m_forceRange; }
 
-  /// Kept by the joint, which knows when a step has been solved.
-  void setCurrentForce(Real force) { m_currentForce = force; }
+    /// Metres per newton, or radians per newton metre; 0 is rigid. Throws std::invalid_argument when negative or not
+    /// finite.
+    void setCompliance(Real compliance);
+
+    Real getCompliance() const { return m_compliance; }
+
+    /// The time in seconds in which an error of a compliant row dies out; 0 stands for 1 time step.
+    void setDamping(Real time);
+
+    Real getDamping() const { return m_damping; }
+
+    /// The force or torque of the last step; 0 while off.
+    Real getCurrentForce() const { return m_currentForce; }
+
+    /// Kept by the joint, which knows when a step has been solved.
+    void setCurrentForce(Real force) { m_currentForce = force; }
 
 protected:
-  ~ElementaryConstraint() override = default;
+    ~ElementaryConstraint() override = default;
 
 private:
-  bool m_enabled = false;
-  RangeReal m_forceRange;
-  Real m_compliance = 0;
-  Real m_damping = 0;
-  Real m_currentForce = 0;
+    bool m_enabled = false;
+    RangeReal m_forceRange;
+    Real m_compliance = 0;
+    Real m_damping = 0;
+    Real m_currentForce = 0;
 };
 
-}
+} // namespace hyx

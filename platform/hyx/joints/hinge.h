@@ -7,13 +7,14 @@ namespace hyx {
 /// Turns about one axis only.
 class Hinge : public Constraint1DOF {
 public:
-  /// The frames' Z axes are the axis. Null frames are the bodies' own; a null second body is the world.
-  Hinge(RigidBody * body1, Frame * frame1, RigidBody * body2 = nullptr, Frame * frame2 = nullptr);
-  /// At a point and along an axis of the world, as the bodies stand now. Throws std::invalid_argument for a zero axis.
-  Hinge(Vec3 const & worldPoint, Vec3 const & worldAxis, RigidBody * body1, RigidBody * body2 = nullptr);
+    /// The frames' Z axes are the axis. Null frames are the bodies' own; a null second body is the world.
+    Hinge(RigidBody* body1, Frame* frame1, RigidBody* body2 = nullptr, Frame* frame2 = nullptr);
+    /// At a point and along an axis of the world, as the bodies stand now. Throws std::invalid_argument for a zero
+    /// axis.
+    Hinge(Vec3 const& worldPoint, Vec3 const& worldAxis, RigidBody* body1, RigidBody* body2 = nullptr);
 
 protected:
-  ~Hinge() override = default;
+    ~Hinge() override = default;
 };
 
-}
+} // namespace hyx

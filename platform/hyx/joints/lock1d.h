@@ -7,15 +7,16 @@ namespace hyx {
 /// Holds a joint's free direction at a position.
 class Lock1D : public ElementaryConstraint {
 public:
-  /// Metres or radians. Throws std::invalid_argument when not finite.
-  void setPosition(Real position);
-  Real getPosition() const { return m_position; }
+    /// Metres or radians. Throws std::invalid_argument when not finite.
+    void setPosition(Real position);
+
+    Real getPosition() const { return m_position; }
 
 protected:
-  ~Lock1D() override = default;
+    ~Lock1D() override = default;
 
 private:
-  Real m_position = 0;
+    Real m_position = 0;
 };
 
-}
+} // namespace hyx

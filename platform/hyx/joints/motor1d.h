@@ -7,15 +7,16 @@ namespace hyx {
 /// Drives a joint's free direction at a speed, as far as its force range lets it.
 class Motor1D : public ElementaryConstraint {
 public:
-  /// m/s or rad/s. Throws std::invalid_argument when not finite.
-  void setSpeed(Real speed);
-  Real getSpeed() const { return m_speed; }
+    /// m/s or rad/s. Throws std::invalid_argument when not finite.
+    void setSpeed(Real speed);
+
+    Real getSpeed() const { return m_speed; }
 
 protected:
-  ~Motor1D() override = default;
+    ~Motor1D() override = default;
 
 private:
-  Real m_speed = 0;
+    Real m_speed = 0;
 };
 
-}
+} // namespace hyx

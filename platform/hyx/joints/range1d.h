@@ -7,15 +7,16 @@ namespace hyx {
 /// Keeps a joint's free direction within bounds.
 class Range1D : public ElementaryConstraint {
 public:
-  /// Metres or radians.
-  void setRange(RangeReal const & range) { m_range = range; }
-  RangeReal getRange() const { return m_range; }
+    /// Metres or radians.
+    void setRange(RangeReal const& range) { m_range = range; }
+
+    RangeReal getRange() const { return m_range; }
 
 protected:
-  ~Range1D() override = default;
+    ~Range1D() override = default;
 
 private:
-  RangeReal m_range;
+    RangeReal m_range;
 };
 
-}
+} // namespace hyx

@@ -1,8 +1,8 @@
 /// Recording and playback of the states of bodies and grains.
 #pragma once
 
-#include "platform/hyx/values/types.h"
 #include "platform/hyx/objects/referenced.h"
+#include "platform/hyx/values/types.h"
 
 #include <memory>
 #include <string>
@@ -10,67 +10,68 @@
 
 namespace hyxSDK {
 class Simulation;
-}
+} // namespace hyxSDK
 
 namespace hyx {
 
 /// A file (HDF5) of sessions, each a row of states of the bodies of one simulation.
 ///
 /// A session is a group with the names and shapes of its bodies, the times, and for each span of time with the same
-/// bodies their positions, rotations and velocities as extendable arrays, and those of the grains of particle systems. Blocks are written out as they fill, so that
-/// a crash loses the last block at most.
+/// bodies their positions, rotations and velocities as extendable arrays, and those of the grains of particle systems.
+/// Blocks are written out as they fill, so that a crash loses the last block at most.
 class Journal : public hyx::Referenced {
 public:
-  /// How a session is recorded.
-  struct Settings {
-    bool single = false;       ///< single precision: half the size
-    bool compressed = false;   ///< deflated: smaller still, slower
-    bool incremental = false;  ///< follow bodies that come and go
-    bool velocities = true;    ///< record velocities too
-    double frequency = 0;      ///< states per simulated second; 0 for every step
-  };
+    /// How a session is recorded.
+    struct Settings {
+        bool single = false;      ///< single precision: half the size
+        bool compressed = false;  ///< deflated: smaller still, slower
+        bool incremental = false; ///< follow bodies that come and go
+        bool velocities = true;   ///< record velocities too
+        double frequency = 0;     ///< states per simulated second; 0 for every step
+    };
 
-  Journal();
+    Journal();
 
-  /// Opens `path` for recording a session called `session` (empty: `session_1`, `session_2` ...). With `append` the
-  /// sessions already in the file stay. Throws std::runtime_error when the file cannot be written, is damaged, or has
-  /// the session already.
-  void record(const std::string& path, const std::string& session, const Settings& settings, bool append);
+    /// Opens `path` for recording a session called `session` (empty: `session_1`, `session_2` ...). With `append` the
+    /// sessions already in the file stay. Throws std::runtime_error when the file cannot be written, is damaged, or has
+    /// the session already.
+    void record(std::string const& path, std::string const& session, Settings const& settings, bool append);
 
-  /// Opens `path` for playback of `session` (empty: the first). Throws std::runtime_error for a missing or damaged file or
-  /// session.
-  void play(const std::string& path, const std::string& session = "");
+    /// Opens `path` for playback of `session` (empty: the first). Throws std::runtime_error for a missing or damaged
+    /// file or session.
+    void play(std::string const& path, std::string const& session = "");
 
-  /// Writes what is left and closes the file.
-  void close();
+    /// Writes what is left and closes the file.
+    void close();
 
-  /// Whether a session is being recorded.
-  bool isRecording() const;
-  /// Whether a session is being played back.
-  bool isPlaying() const;
-  /// Path of the open file; empty for none.
-  std::string getPath() const;
-  /// Name of the open session; empty for none.
-  std::string getSessionName() const;
-  /// Number of states recorded or to be played.
-  size_t getNumStates() const;
+    /// Whether a session is being recorded.
+    bool isRecording() const;
+    /// Whether a session is being played back.
+    bool isPlaying() const;
+    /// Path of the open file; empty for none.
+    std::string getPath() const;
+    /// Name of the open session; empty for none.
+    std::string getSessionName() const;
+    /// Number of states recorded or to be played.
+    size_t getNumStates() const;
 
-  /// Records the state of `simulation` when one is due; with `force` in any case.
-  void store(hyxSDK::Simulation* simulation, bool force = false);
+    /// Records the state of `simulation` when one is due; with `force` in any case.
+    void store(hyxSDK::Simulation* simulation, bool force = false);
 
-  /// Puts the next state into `simulation`: bodies are found by name, particle systems by their order, and made as they
-  /// were recorded when they are missing. Returns false at the end.
-  bool playNext(hyxSDK::Simulation* simulation);
+    /// Puts the next state into `simulation`: bodies are found by name, particle systems by their order, and made as
+    /// they were recorded when they are missing. Returns false at the end.
+    bool playNext(hyxSDK::Simulation* simulation);
 
-  /// Names of the sessions in the file `path`, in the order recorded. Throws std::runtime_error for a missing or damaged file.
-  static std::vector<std::string> listSessions(const std::string& path);
+    /// Names of the sessions in the file `path`, in the order recorded. Throws std::runtime_error for a missing or
+    /// damaged file.
+    static std::vector<std::string> listSessions(std::string const& path);
 
 protected:
-  ~Journal() override;
+    ~Journal() override;
 
 private:
-  struct State;
-  std::unique_ptr<State> m_state;
+    struct State;
+    std::unique_ptr<State> m_state;
 };
 
-}  // namespace hyx
+} // namespace hyx

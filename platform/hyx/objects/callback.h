@@ -9,29 +9,34 @@ namespace hyx {
 template <class... Arguments>
 class TypedCallback {
 public:
-  using Function = std::function<void(Arguments...)>;
+    using Function = std::function<void(Arguments...)>;
 
-  TypedCallback() = default;
-  TypedCallback(Function function) : m_function(function ? std::make_shared<Function>(std::move(function)) : nullptr) {}
+    TypedCallback() = default;
 
-  void operator()(Arguments... arguments) const {
-    if (m_function)
-      (*m_function)(arguments...);
-  }
-  bool valid() const { return m_function != nullptr; }
-  /// Copies of one callback are equal; two made from the same function are not.
-  bool operator==(TypedCallback const &) const = default;
+    TypedCallback(Function function)
+        : m_function(function ? std::make_shared<Function>(std::move(function)) : nullptr) {}
+
+    void operator()(Arguments... arguments) const {
+        if (m_function)
+            (*m_function)(arguments...);
+    }
+
+    bool valid() const { return m_function != nullptr; }
+
+    /// Copies of one callback are equal; two made from the same function are not.
+    bool operator==(TypedCallback const&) const = default;
 
 private:
-  std::shared_ptr<Function> m_function;
+    std::shared_ptr<Function> m_function;
 };
 
 /// A callback without arguments.
 class Callback : public TypedCallback<> {
 public:
-  using TypedCallback<>::TypedCallback;
-  Callback() = default;
-  Callback(std::function<void()> function) : TypedCallback<>(std::move(function)) {}
+    using TypedCallback<>::TypedCallback;
+    Callback() = default;
+
+    Callback(std::function<void()> function) : TypedCallback<>(std::move(function)) {}
 };
 
-}
+} // namespace hyx

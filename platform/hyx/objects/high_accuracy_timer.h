@@ -7,22 +7,25 @@ namespace hyx {
 /// A stop-watch over the machine's steady clock. It starts running when it is made.
 class HighAccuracyTimer {
 public:
-  explicit HighAccuracyTimer(bool running = true) : m_running(running), m_started(Clock::now()) {}
+    explicit HighAccuracyTimer(bool running = true) : m_running(running), m_started(Clock::now()) {}
 
-  void start();
-  void stop();
-  /// Sets the time to zero; a running timer goes on.
-  void reset();
-  bool isRunning() const { return m_running; }
-  /// Milliseconds measured so far.
-  double getTime() const;
-  double getSeconds() const { return getTime() * 1e-3; }
+    void start();
+    void stop();
+    /// Sets the time to zero; a running timer goes on.
+    void reset();
+
+    bool isRunning() const { return m_running; }
+
+    /// Milliseconds measured so far.
+    double getTime() const;
+
+    double getSeconds() const { return getTime() * 1e-3; }
 
 private:
-  using Clock = std::chrono::steady_clock;
-  bool m_running;
-  Clock::time_point m_started;
-  Clock::duration m_elapsed{};
+    using Clock = std::chrono::steady_clock;
+    bool m_running;
+    Clock::time_point m_started;
+    Clock::duration m_elapsed{};
 };
 
-}
+} // namespace hyx

@@ -9,17 +9,19 @@ namespace hyx {
 /// A shared object with a name.
 class Object : public Referenced {
 public:
-  Object() = default;
-  explicit Object(Name const & name) : m_name(name) {}
+    Object() = default;
 
-  void setName(Name const & name) { m_name = name; }
-  Name const & getName() const { return m_name; }
+    explicit Object(Name const& name) : m_name(name) {}
+
+    void setName(Name const& name) { m_name = name; }
+
+    Name const& getName() const { return m_name; }
 
 protected:
-  ~Object() override = default;
+    ~Object() override = default;
 
 private:
-  Name m_name;
+    Name m_name;
 };
 
-}
+} // namespace hyx

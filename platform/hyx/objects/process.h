@@ -4,29 +4,31 @@
 
 namespace hyxSDK {
 class Simulation;
-}
+} // namespace hyxSDK
 
 namespace hyx {
 
 /// Something with dynamics of its own that a simulation carries along: particles, wires, terrains, sensors.
 class Process : public Component {
 public:
-  using Component::Component;
+    using Component::Component;
 
-  /// Called when this enters a simulation, and with null when it leaves. An override calls this one.
-  virtual void setSimulation(hyxSDK::Simulation * simulation) { m_simulation = simulation; }
-  hyxSDK::Simulation * getSimulation() const { return m_simulation; }
+    /// Called when this enters a simulation, and with null when it leaves. An override calls this one.
+    virtual void setSimulation(hyxSDK::Simulation* simulation) { m_simulation = simulation; }
 
-  /// Called before collision detection and the solver; forces put on bodies here act in this step. `time` is the time at the start of the step, both in seconds.
-  virtual void preStep(TimeStamp time, Real timeStep);
-  /// Called when all bodies have moved; `time` is the time at the end of the step.
-  virtual void postStep(TimeStamp time, Real timeStep);
+    hyxSDK::Simulation* getSimulation() const { return m_simulation; }
+
+    /// Called before collision detection and the solver; forces put on bodies here act in this step. `time` is the time
+    /// at the start of the step, both in seconds.
+    virtual void preStep(TimeStamp time, Real timeStep);
+    /// Called when all bodies have moved; `time` is the time at the end of the step.
+    virtual void postStep(TimeStamp time, Real timeStep);
 
 protected:
-  ~Process() override = default;
+    ~Process() override = default;
 
 private:
-  hyxSDK::Simulation * m_simulation = nullptr;
+    hyxSDK::Simulation* m_simulation = nullptr;
 };
 
-}
+} // namespace hyx

@@ -5,4 +5,4 @@ namespace hyx {
 /// Simulated time in seconds since the start of the simulation.
 using TimeStamp = double;
 
-}
+} // namespace hyx

@@ -6,4 +6,4 @@ using Real = double;
 using UInt = unsigned long;
 using Index = unsigned long;
 
-}
+} // namespace hyx

@@ -8,17 +8,20 @@ namespace hyx {
 /// Text in UTF-8.
 class String : public std::string {
 public:
-  using std::string::string;
-  String() = default;
-  String(std::string const & text) : std::string(text) {}
-  String(std::string && text) noexcept : std::string(std::move(text)) {}
-  /// Null counts as the empty text.
-  String(char const * text) : std::string(text ? text : "") {}
+    using std::string::string;
+    String() = default;
+
+    String(std::string const& text) : std::string(text) {}
+
+    String(std::string&& text) noexcept : std::string(std::move(text)) {}
+
+    /// Null counts as the empty text.
+    String(char const* text) : std::string(text ? text : "") {}
 };
 
-}
+} // namespace hyx
 
 template <>
 struct std::hash<hyx::String> {
-  std::size_t operator()(hyx::String const & text) const noexcept { return std::hash<std::string>()(text); }
+    std::size_t operator()(hyx::String const& text) const noexcept { return std::hash<std::string>()(text); }
 };

@@ -7,4 +7,4 @@ namespace hyx {
 
 using Vec3Vector = Vector<Vec3>;
 
-}
+} // namespace hyx

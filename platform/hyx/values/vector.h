@@ -10,10 +10,10 @@ namespace hyx {
 template <class T>
 class Vector : public std::vector<T> {
 public:
-  using std::vector<T>::vector;
+    using std::vector<T>::vector;
 };
 
 using RealVector = Vector<Real>;
 using UInt32Vector = Vector<unsigned int>;
 
-}
+} // namespace hyx

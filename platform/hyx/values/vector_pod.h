@@ -8,9 +8,11 @@ namespace hyx {
 template <class T>
 class VectorPOD : public std::vector<T> {
 public:
-  using std::vector<T>::vector;
-  T * ptr() { return this->data(); }
-  T const * ptr() const { return this->data(); }
+    using std::vector<T>::vector;
+
+    T* ptr() { return this->data(); }
+
+    T const* ptr() const { return this->data(); }
 };
 
-}
+} // namespace hyx

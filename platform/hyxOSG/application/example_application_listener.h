@@ -12,16 +12,16 @@ class ExampleApplication;
 /// Both operations do nothing by themselves. They are called on the thread that runs the loop.
 class ExampleApplicationListener : public hyx::Referenced {
 public:
-  ExampleApplicationListener() = default;
+    ExampleApplicationListener() = default;
 
-  /// Called at the start of each frame, before the simulation steps. `application` is never null.
-  virtual void preFrame(hyxOSG::ExampleApplication* application);
+    /// Called at the start of each frame, before the simulation steps. `application` is never null.
+    virtual void preFrame(hyxOSG::ExampleApplication* application);
 
-  /// Called at the end of each frame, after it was drawn. `application` is never null.
-  virtual void postFrame(hyxOSG::ExampleApplication* application);
+    /// Called at the end of each frame, after it was drawn. `application` is never null.
+    virtual void postFrame(hyxOSG::ExampleApplication* application);
 
 protected:
-  ~ExampleApplicationListener() override = default;
+    ~ExampleApplicationListener() override = default;
 };
 
-}  // namespace hyxOSG
+} // namespace hyxOSG

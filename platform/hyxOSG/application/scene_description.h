@@ -5,10 +5,11 @@
 
 namespace osg {
 class Group;
-}
+} // namespace osg
+
 namespace hyxSDK {
 class Simulation;
-}
+} // namespace hyxSDK
 
 namespace hyxOSG {
 
@@ -22,30 +23,31 @@ using BuildScenePtr = osg::Group* (*)(hyxSDK::Simulation*, hyxOSG::ExampleApplic
 /// A scene is a native function, a function of a script file, or a file alone: then a script's function
 /// `buildScene`, a saved simulation, a robot or a model file.
 struct SceneDescription {
-  /// A description of no scene: not valid.
-  SceneDescription() = default;
+    /// A description of no scene: not valid.
+    SceneDescription() = default;
 
-  /// A scene built by a native function. Not valid when `scene` is null.
-  explicit SceneDescription(BuildScenePtr scene, bool unittest = true, float stopAfter = -1.0f, bool slowUnittest = false);
+    /// A scene built by a native function. Not valid when `scene` is null.
+    explicit SceneDescription(BuildScenePtr scene, bool unittest = true, float stopAfter = -1.0f,
+                              bool slowUnittest = false);
 
-  /// A scene built by the function `scriptFunction` of the script `fileName`. Not valid when either is empty.
-  SceneDescription(const std::string& fileName, const std::string& scriptFunction, bool unittest = true,
-                   float stopAfter = -1.0f, bool slowUnittest = false);
+    /// A scene built by the function `scriptFunction` of the script `fileName`. Not valid when either is empty.
+    SceneDescription(std::string const& fileName, std::string const& scriptFunction, bool unittest = true,
+                     float stopAfter = -1.0f, bool slowUnittest = false);
 
-  /// A scene that a file holds. Not valid when `fileName` is empty.
-  explicit SceneDescription(const std::string& fileName, bool unittest = true, float stopAfter = -1.0f,
-                            bool slowUnittest = false);
+    /// A scene that a file holds. Not valid when `fileName` is empty.
+    explicit SceneDescription(std::string const& fileName, bool unittest = true, float stopAfter = -1.0f,
+                              bool slowUnittest = false);
 
-  /// Whether `valid` is set and there is a function or a file to build the scene from.
-  bool isValid() const;
+    /// Whether `valid` is set and there is a function or a file to build the scene from.
+    bool isValid() const;
 
-  BuildScenePtr scene = nullptr;  ///< the native function, or null
-  bool unittest = true;           ///< whether a test run (`--test-scenes`) includes the scene
-  float stopAfter = -1.0f;        ///< simulated seconds after which the loop ends; negative for never
-  bool slowUnittest = false;      ///< whether it does so only with `--slow-scenes`
-  bool valid = false;             ///< false keeps the application from building it
-  std::string scriptFunction;     ///< name of the script's function, or empty
-  std::string fileName;           ///< path of the script or other file, or empty
+    BuildScenePtr scene = nullptr; ///< the native function, or null
+    bool unittest = true;          ///< whether a test run (`--test-scenes`) includes the scene
+    float stopAfter = -1.0f;       ///< simulated seconds after which the loop ends; negative for never
+    bool slowUnittest = false;     ///< whether it does so only with `--slow-scenes`
+    bool valid = false;            ///< false keeps the application from building it
+    std::string scriptFunction;    ///< name of the script's function, or empty
+    std::string fileName;          ///< path of the script or other file, or empty
 };
 
-}  // namespace hyxOSG
+} // namespace hyxOSG

@@ -10,7 +10,7 @@
 
 namespace hyxSDK {
 class Simulation;
-}
+} // namespace hyxSDK
 
 namespace hyxOSG {
 
@@ -37,8 +37,8 @@ public:
     EmbeddedGLWindow();
     /// Releases what the window holds in the host's context, if that is current; else it ends with the context.
     ~EmbeddedGLWindow();
-    EmbeddedGLWindow(EmbeddedGLWindow const &) = delete;
-    EmbeddedGLWindow & operator=(EmbeddedGLWindow const &) = delete;
+    EmbeddedGLWindow(EmbeddedGLWindow const&) = delete;
+    EmbeddedGLWindow& operator=(EmbeddedGLWindow const&) = delete;
 
     /// Sets up the viewer for a rectangle of the host's frame buffer, in pixels from its lower left corner. False when
     /// a size is not positive, or it is already set up. Throws `std::runtime_error` when no OpenGL context is current.
@@ -75,35 +75,35 @@ public:
     /// The wheel was turned: up when `delta` is above zero, down when below, one step for each 120 and at least one.
     void wheelEvent(int delta);
     /// The queue that takes the forwarded input, or null before `init`.
-    osgGA::EventQueue * getEventQueue() const;
+    osgGA::EventQueue* getEventQueue() const;
 
     /// Shows a simulation: visuals of its bodies are put under `getRoot()`. Kept alive; null removes it. Replaces the
     /// one before.
-    void setSimulation(hyxSDK::Simulation * simulation);
+    void setSimulation(hyxSDK::Simulation* simulation);
     /// The simulation that is shown, or null.
-    hyxSDK::Simulation * getSimulation() const;
+    hyxSDK::Simulation* getSimulation() const;
     /// Removes the simulation and the visuals that `setSimulation` made. The simulation itself is untouched.
     void removeSimulation();
 
     /// The group to put nodes under; owned by the window.
-    osg::Group const * getRoot() const;
+    osg::Group const* getRoot() const;
     /// The group to put nodes under; owned by the window.
-    osg::Group * getRoot();
+    osg::Group* getRoot();
     /// The camera of the viewer; owned by the window.
-    osg::Camera const * getCamera() const;
+    osg::Camera const* getCamera() const;
     /// The camera of the viewer; owned by the window.
-    osg::Camera * getCamera();
+    osg::Camera* getCamera();
     /// The decoration around the scene: lights, background, texts; owned by the window.
-    SceneDecorator * getSceneDecorator() const;
+    SceneDecorator* getSceneDecorator() const;
 
     /// Moves the camera so that the whole scene is seen.
     void fitSceneIntoView();
     /// The radius in metres of a sphere around what a group holds (of its bounding boxes, so up to 1.74 times the
     /// smallest); null means the whole scene, an empty one gives 0.
-    float getSceneRadius(osg::Group * group) const;
+    float getSceneRadius(osg::Group* group) const;
     /// Lets the camera follow the origin of a node, seen from `eye` metres away from it; null returns to the free
     /// camera.
-    void setOrbitCamera(GeometryNode * node, hyx::Vec3 const & eye);
+    void setOrbitCamera(GeometryNode* node, hyx::Vec3 const& eye);
 
     /// Draws polygons as 0x1B00 points, 0x1B01 lines or 0x1B02 filled (the numbers of OpenGL); throws
     /// `std::invalid_argument` for others.
@@ -116,4 +116,4 @@ private:
     std::unique_ptr<Impl> m_impl;
 };
 
-}
+} // namespace hyxOSG

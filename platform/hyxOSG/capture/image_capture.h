@@ -13,7 +13,7 @@ namespace hyxOSG {
 class ImageCapture : public ImageCaptureBase {
 public:
     /// \param simulation the clock of the capture; null means the wall clock.
-    explicit ImageCapture(hyxSDK::Simulation * simulation = nullptr);
+    explicit ImageCapture(hyxSDK::Simulation* simulation = nullptr);
 
     /// What the file names begin with. Default "image".
     std::string getPrefix() const;
@@ -22,18 +22,18 @@ public:
     /// The folder of the files. Default "", the working directory.
     std::string getDirectoryPath() const;
     /// Sets what the file names begin with.
-    void setPrefix(std::string const & prefix);
+    void setPrefix(std::string const& prefix);
     /// Sets what the file names end with; its extension chooses the format.
-    void setPostfix(std::string const & postfix);
+    void setPostfix(std::string const& postfix);
     /// Sets the folder of the files; "" means the working directory.
-    void setDirectoryPath(std::string const & directoryPath);
+    void setDirectoryPath(std::string const& directoryPath);
 
     /// Creates the directory where it is missing and starts the capture. Throws `std::runtime_error` when that fails.
     void startCapture(int maxImages = 0) override;
 
     /// Writes the image to the file of this number. Throws `std::invalid_argument` for a null or empty image and
     /// `std::runtime_error` with the file's name and the reason when it cannot be written.
-    void writeImage(osg::Image * image, hyx::Index index) override;
+    void writeImage(osg::Image* image, hyx::Index index) override;
 
 protected:
     ~ImageCapture() override;
@@ -44,4 +44,4 @@ private:
     std::string m_directoryPath;
 };
 
-}
+} // namespace hyxOSG

@@ -12,7 +12,7 @@
 
 namespace hyxSDK {
 class Simulation;
-}
+} // namespace hyxSDK
 
 namespace hyxOSG {
 
@@ -28,13 +28,13 @@ public:
     /// The callback that calls `apply` of its capture; harmless once the capture is gone.
     class DrawCallback : public osg::Camera::DrawCallback {
     public:
-        explicit DrawCallback(ImageCaptureBase * capture);
-        void operator()(osg::RenderInfo & renderInfo) const override;
+        explicit DrawCallback(ImageCaptureBase* capture);
+        void operator()(osg::RenderInfo& renderInfo) const override;
         /// Forgets the capture; later calls do nothing.
         void detach();
 
     private:
-        ImageCaptureBase * m_capture;
+        ImageCaptureBase* m_capture;
     };
 
     /// Sets the number of images a second of the clock. Zero takes one image per drawn frame. Default 30.
@@ -58,9 +58,9 @@ public:
     bool getCaptureStarted() const;
 
     /// Sets the simulation whose time stamp is the clock; kept alive. Null means the wall clock.
-    void setSimulation(hyxSDK::Simulation * simulation);
+    void setSimulation(hyxSDK::Simulation* simulation);
     /// The simulation of the clock, or null.
-    hyxSDK::Simulation * getSimulation() const;
+    hyxSDK::Simulation* getSimulation() const;
 
     /// Sets the size of the images in pixels; a picture drawn in another size is scaled to it. Zero means the size as
     /// drawn. Throws `std::invalid_argument` when one of the two is zero and the other is not, or above 16384.
@@ -72,7 +72,7 @@ public:
     int getImageNum() const;
 
     /// The callback to install as a camera's final draw callback; owned by the capture.
-    DrawCallback * getDrawCallback();
+    DrawCallback* getDrawCallback();
 
     /// Whether the clock is the simulation's (the default) where one is set, instead of the wall clock.
     void setEnableSyncWithSimulation(bool enable);
@@ -85,24 +85,24 @@ public:
     /// Takes the images that are due from the frame buffer that is bound for reading. Needs a current graphics context;
     /// does nothing while no capture runs. An image that cannot be written ends the capture; the reason is notified and
     /// thrown by the next call of `stopCapture`.
-    virtual void apply(osg::RenderInfo & renderInfo);
+    virtual void apply(osg::RenderInfo& renderInfo);
 
     /// Writes one image.
     /// \param image the picture, lower row first; null throws `std::invalid_argument`.
     /// \param index the number of the image in the capture.
     /// Throws `std::runtime_error` with the reason when it cannot be written.
-    virtual void writeImage(osg::Image * image, hyx::Index index) = 0;
+    virtual void writeImage(osg::Image* image, hyx::Index index) = 0;
 
 protected:
-    explicit ImageCaptureBase(hyxSDK::Simulation * simulation);
+    explicit ImageCaptureBase(hyxSDK::Simulation* simulation);
     ~ImageCaptureBase() override;
 
 private:
-    void takeImages(osg::Viewport const & viewport, long count);
+    void takeImages(osg::Viewport const& viewport, long count);
     void endAfterFailure(std::exception_ptr failure);
 
     struct Impl;
     std::unique_ptr<Impl> m_impl;
 };
 
-}
+} // namespace hyxOSG

@@ -23,17 +23,10 @@ class ImageCaptureBase;
 class RenderTarget : public hyx::Referenced {
 public:
     /// What is drawn into the result; the numbers are those of the scene-graph camera.
-    enum BufferComponent : int {
-        DEPTH_BUFFER = 0,
-        COLOR_BUFFER = 3
-    };
+    enum BufferComponent : int { DEPTH_BUFFER = 0, COLOR_BUFFER = 3 };
 
     /// The pixels of the result; the numbers are those of OpenGL.
-    enum TextureFormat : int {
-        DEPTH_COMPONENT = 0x1902,
-        RGB = 0x1907,
-        RGBA = 0x1908
-    };
+    enum TextureFormat : int { DEPTH_COMPONENT = 0x1902, RGB = 0x1907, RGBA = 0x1908 };
 
     /// How the near and far planes follow what is drawn; the numbers are those of the scene-graph camera.
     enum ComputeNearFarMode : int {
@@ -48,13 +41,13 @@ public:
 
     /// Lets view and projection follow another camera from frame to frame, whatever is set here meanwhile; null ends
     /// that and keeps the last ones. The reference camera is observed, not kept alive.
-    void setReferenceCamera(osg::Camera const * camera);
+    void setReferenceCamera(osg::Camera const* camera);
 
     /// Sets the capture that takes images of this target; kept alive. Null removes it. Throws `std::invalid_argument`
     /// for a depth target, which has no colours.
-    void setImageCapture(ImageCaptureBase * imageCapture);
+    void setImageCapture(ImageCaptureBase* imageCapture);
     /// The capture that takes images of this target, or null.
-    ImageCaptureBase * getImageCapture() const;
+    ImageCaptureBase* getImageCapture() const;
 
     /// Changes the size in pixels, 1 to 16384, from the next frame on. Throws `std::invalid_argument` for a size out of
     /// range.
@@ -65,17 +58,17 @@ public:
     hyx::Vec2u getSize() const;
 
     /// The camera that draws; owned by the target.
-    osg::Camera * getCamera() const;
+    osg::Camera* getCamera() const;
 
     /// Adds a callback that runs each frame before the target is drawn, with the graphics context current; several run
     /// in the order in which they were added. Kept alive by the camera; null is ignored.
-    void addPreRenderCallback(osg::Camera::DrawCallback * callback);
+    void addPreRenderCallback(osg::Camera::DrawCallback* callback);
 
     /// Sets the view: positions in metres. Throws `std::invalid_argument` when eye and center coincide or up points
     /// along the view.
-    void setViewMatrixAsLookAt(hyx::Vec3 const & eye, hyx::Vec3 const & center, hyx::Vec3 const & up);
+    void setViewMatrixAsLookAt(hyx::Vec3 const& eye, hyx::Vec3 const& center, hyx::Vec3 const& up);
     /// Copies the view of another camera as it is now; null throws `std::invalid_argument`.
-    void setViewMatrixFromOtherCamera(osg::Camera const * camera);
+    void setViewMatrixFromOtherCamera(osg::Camera const* camera);
 
     /// Sets a perspective projection.
     /// \param fieldOfViewY vertical opening angle in degrees, between 0 and 180.
@@ -85,7 +78,7 @@ public:
     /// Throws `std::invalid_argument` for values out of range.
     void setProjectionMatrixAsPerspective(double fieldOfViewY, double aspectRatio, double zNear, double zFar);
     /// Copies the projection of another camera as it is now; null throws `std::invalid_argument`.
-    void setProjectionMatrixFromOtherCamera(osg::Camera const * camera);
+    void setProjectionMatrixFromOtherCamera(osg::Camera const* camera);
     /// Sets a parallel projection; all values in metres. Throws `std::invalid_argument` for an empty volume.
     void setProjectionMatrixAsOrtho(double left, double right, double bottom, double top, double zNear, double zFar);
 
@@ -96,7 +89,7 @@ public:
     /// Where a point of the world, in metres, appears on the target, in pixels from its lower left corner; fractions
     /// count. Outside the target for a point that is not visible, (NaN, NaN) for one in or behind the plane of the eye.
     /// The point is not changed.
-    hyx::Vec2 calculateScreenCoords(hyx::Vec3 & worldPosition) const;
+    hyx::Vec2 calculateScreenCoords(hyx::Vec3& worldPosition) const;
 
     /// Draws only nodes whose mask shares a bit with this one; default -1, all nodes.
     void setCameraCullMask(int mask);
@@ -109,17 +102,17 @@ protected:
     ~RenderTarget() override;
 
     /// Called in the draw of each frame when the target is complete and bound for reading.
-    virtual void finishFrame(osg::RenderInfo & renderInfo);
+    virtual void finishFrame(osg::RenderInfo& renderInfo);
 
     /// The texture that receives the result.
-    osg::Texture2D * resultTexture() const;
+    osg::Texture2D* resultTexture() const;
     BufferComponent bufferComponent() const;
 
 private:
-    void readFrame(osg::RenderInfo & renderInfo);
+    void readFrame(osg::RenderInfo& renderInfo);
 
     struct Impl;
     std::unique_ptr<Impl> m_impl;
 };
 
-}
+} // namespace hyxOSG

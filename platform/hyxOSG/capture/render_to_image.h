@@ -21,27 +21,27 @@ public:
     /// \param samples samples a pixel for smooth edges; 0 or 1 means none. Refused above 16.
     /// \param textureFormat the pixels of a colour image, `RGBA` or `RGB`; a depth image is always `DEPTH_COMPONENT`.
     /// Throws `std::invalid_argument` for what is out of range or does not go together.
-    RenderToImage(hyx::UInt width, hyx::UInt height, BufferComponent bufferComponent = COLOR_BUFFER, hyx::UInt samples = 0,
-                                TextureFormat textureFormat = RGBA);
+    RenderToImage(hyx::UInt width, hyx::UInt height, BufferComponent bufferComponent = COLOR_BUFFER,
+                  hyx::UInt samples = 0, TextureFormat textureFormat = RGBA);
 
     /// The image with the last drawn frame; owned by the target, black before the first.
-    osg::Image * getImage() const;
+    osg::Image* getImage() const;
 
     /// Copies the pixels into a buffer.
     /// \param buffer where to; null gives false.
     /// \param size its size in bytes; false when it is less than the image needs, nothing is copied then.
-    bool extractImageData(unsigned char * buffer, int size) const;
+    bool extractImageData(unsigned char* buffer, int size) const;
     /// The pixels themselves; owned by the target. The memory lives as long as the target; after a change of the size a
     /// larger image may lie elsewhere from the next frame on.
-    unsigned char * getImageData() const;
+    unsigned char* getImageData() const;
 
     /// Writes the image to a file whose extension chooses the format; false when that fails (the reason is notified). A
     /// depth image is written as greys of 8 bits, near black and far white.
-    bool saveImage(hyx::String const & file) const;
+    bool saveImage(hyx::String const& file) const;
 
 protected:
     ~RenderToImage() override;
-    void finishFrame(osg::RenderInfo & renderInfo) override;
+    void finishFrame(osg::RenderInfo& renderInfo) override;
 
 private:
     void allocatePixels(hyx::Vec2u size);
@@ -52,4 +52,4 @@ private:
     std::vector<std::vector<unsigned char>> m_blocks;
 };
 
-}
+} // namespace hyxOSG

@@ -16,11 +16,11 @@ public:
     /// \param samples samples a pixel for smooth edges; 0 or 1 means none. Refused above 16.
     /// \param textureFormat the pixels of a colour texture, `RGBA` or `RGB`; a depth texture is always
     /// `DEPTH_COMPONENT`. Throws `std::invalid_argument` for what is out of range or does not go together.
-    RenderToTexture(hyx::UInt width, hyx::UInt height, BufferComponent bufferComponent = COLOR_BUFFER, hyx::UInt samples = 0,
-                                    TextureFormat textureFormat = RGBA);
+    RenderToTexture(hyx::UInt width, hyx::UInt height, BufferComponent bufferComponent = COLOR_BUFFER,
+                    hyx::UInt samples = 0, TextureFormat textureFormat = RGBA);
 
     /// The texture with the last drawn frame; owned by the target.
-    Texture2D * getTexture() const;
+    Texture2D* getTexture() const;
 
 protected:
     ~RenderToTexture() override;
@@ -29,4 +29,4 @@ private:
     hyx::ref_ptr<Texture2D> m_texture;
 };
 
-}
+} // namespace hyxOSG

@@ -20,11 +20,11 @@ public:
 
     /// The points of the last drawn frame, in metres, row by row from the lowest, each from the left. Owned by the
     /// lidar and overwritten by the next call.
-    hyx::VectorPOD<hyx::Vec3f> const & getScan();
+    hyx::VectorPOD<hyx::Vec3f> const& getScan();
 
 protected:
     ~SimpleDepthBufferLidar() override;
-    void finishFrame(osg::RenderInfo & renderInfo) override;
+    void finishFrame(osg::RenderInfo& renderInfo) override;
 
 private:
     bool m_worldCoordinates;
@@ -34,4 +34,4 @@ private:
     hyx::VectorPOD<hyx::Vec3f> m_scan;
 };
 
-}
+} // namespace hyxOSG

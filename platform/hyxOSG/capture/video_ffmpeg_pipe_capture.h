@@ -15,11 +15,7 @@ namespace hyxOSG {
 class VideoFFMPEGPipeCapture : public ImageCaptureBase {
 public:
     /// The encoders: H.264 in 4:2:0, H.264 in RGB (no colour conversion, so lossless is exact), and MPEG-4 part 2.
-    enum OutputCodec : int {
-        OutputCodec_H264 = 0,
-        OutputCodec_H264RGB = 1,
-        OutputCodec_XVID = 2
-    };
+    enum OutputCodec : int { OutputCodec_H264 = 0, OutputCodec_H264RGB = 1, OutputCodec_XVID = 2 };
 
     /// The encoder's name as ffmpeg knows it, for each `OutputCodec`.
     using CodecStringConversionMap = hyx::HashTable<int, hyx::String>;
@@ -31,7 +27,7 @@ public:
     /// \param fps both the images a second of the clock and those of the video; 0.001 to 100000.
     /// \param simulation the clock of the capture; null means the wall clock.
     /// Throws `std::invalid_argument` for a size or rate out of range.
-    VideoFFMPEGPipeCapture(hyx::UInt width, hyx::UInt height, double fps, hyxSDK::Simulation * simulation = nullptr);
+    VideoFFMPEGPipeCapture(hyx::UInt width, hyx::UInt height, double fps, hyxSDK::Simulation* simulation = nullptr);
 
     /// Starts the encoder; `startCapture` and the first `writeImage` do it too. Throws `std::runtime_error` with the
     /// reason when it cannot be started or the codec has no name in `OutputCodecStrings`. A running encoder is finished
@@ -39,13 +35,13 @@ public:
     void init();
 
     /// Sets the name of the video file without its postfix; used by the next `init`. Default "video".
-    void setFilename(hyx::String const & filename);
+    void setFilename(hyx::String const& filename);
     /// The name of the video file without its postfix.
     hyx::String getFilename() const;
 
     /// Sets the postfix of the video file, which chooses the container: ".mp4" (default), ".mkv", ".avi", ".mov"; used
     /// by the next `init`. An ".mkv" can be played up to where it came even if the encoder was killed.
-    void setVideoPostFix(hyx::String const & postFix);
+    void setVideoPostFix(hyx::String const& postFix);
     /// The postfix of the video file.
     hyx::String getVideoPostFix() const;
 
@@ -96,7 +92,7 @@ public:
 
     /// Scales the image to the size of the video where it differs and queues it for the encoder; starts the encoder
     /// where none is running. The index is not needed: frames are encoded in the order in which they arrive.
-    void writeImage(osg::Image * image, hyx::Index index) override;
+    void writeImage(osg::Image* image, hyx::Index index) override;
 
 protected:
     ~VideoFFMPEGPipeCapture() override;
@@ -106,4 +102,4 @@ private:
     std::unique_ptr<Impl> m_impl;
 };
 
-}
+} // namespace hyxOSG

@@ -20,26 +20,27 @@ namespace hyxOSG {
 class ClipPlane : public osg::ClipNode {
 public:
     /// \param plane the cutting plane, in metres
-    explicit ClipPlane(hyx::Plane const & plane);
+    explicit ClipPlane(hyx::Plane const& plane);
     /// \param position a point of the plane
     /// \param normal towards the side that stays; need not have unit length
     /// \throws std::invalid_argument for values that are not finite and for a normal of no length
-    ClipPlane(hyx::Vec3 const & position, hyx::Vec3 const & normal);
+    ClipPlane(hyx::Vec3 const& position, hyx::Vec3 const& normal);
     /// The points that stay have a x + b y + c z + d >= 0.
     /// \throws std::invalid_argument for values that are not finite and for a = b = c = 0
     ClipPlane(double a, double b, double c, double d);
 
-    char const * libraryName() const override { return "hyxOSG"; }
-    char const * className() const override { return "ClipPlane"; }
+    char const* libraryName() const override { return "hyxOSG"; }
+
+    char const* className() const override { return "ClipPlane"; }
 
     /// Moves the plane.
-    void setClipPlane(hyx::Plane const & plane);
+    void setClipPlane(hyx::Plane const& plane);
     /// Moves the plane to a point, keeping its normal.
     /// \throws std::invalid_argument for coordinates that are not finite
-    void setPosition(hyx::Vec3 const & position);
+    void setPosition(hyx::Vec3 const& position);
     /// Turns the plane about its position.
     /// \throws std::invalid_argument for values that are not finite and for a normal of no length
-    void setNormal(hyx::Vec3 const & normal);
+    void setNormal(hyx::Vec3 const& normal);
     /// Turns the cut on or off. Default on.
     void setEnable(bool enable);
     /// Whether the plane cuts.
@@ -53,17 +54,17 @@ public:
 
     /// Chooses the particles that clipAgainstParticleSystem sorts; kept alive by the plane. Those hidden before are
     /// shown again. Null: none.
-    void setParticleSystemToClip(hyx::ParticleSystem * particles);
-    /// Makes the particles whose centres lie on the cut side wholly transparent and gives the others their opacity back;
-    /// the simulation still moves all of them. Here the plane is taken in world coordinates. Call it after a step; with
-    /// the cut turned off all are shown.
+    void setParticleSystemToClip(hyx::ParticleSystem* particles);
+    /// Makes the particles whose centres lie on the cut side wholly transparent and gives the others their opacity
+    /// back; the simulation still moves all of them. Here the plane is taken in world coordinates. Call it after a
+    /// step; with the cut turned off all are shown.
     void clipAgainstParticleSystem();
 
 protected:
     ~ClipPlane() override;
 
 private:
-    void place(hyx::Vec3 const & position, hyx::Vec3 const & normal);
+    void place(hyx::Vec3 const& position, hyx::Vec3 const& normal);
     void showParticles();
 
     osg::ref_ptr<osg::ClipPlane> m_clip;

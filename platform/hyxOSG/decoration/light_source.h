@@ -18,22 +18,22 @@ namespace hyxOSG {
 class LightSource : public osg::Referenced {
 public:
     /// \param lightSource the light; null makes a handle without a light
-    explicit LightSource(osg::LightSource * lightSource);
+    explicit LightSource(osg::LightSource* lightSource);
     /// Another handle to the same light.
-    LightSource(LightSource const & other);
+    LightSource(LightSource const& other);
     /// Makes this handle mean the other handle's light.
-    LightSource & operator=(LightSource const & other);
+    LightSource& operator=(LightSource const& other);
     ~LightSource() override;
 
     /// The light's number in the graphics library, from 0; -1 without a light.
     int getLightNum() const;
 
     /// Colour that reaches every surface, whatever its direction.
-    void setAmbient(hyx::Vec4f const & color);
+    void setAmbient(hyx::Vec4f const& color);
     /// Colour of the light on matt surfaces.
-    void setDiffuse(hyx::Vec4f const & color);
+    void setDiffuse(hyx::Vec4f const& color);
     /// Colour of the highlights.
-    void setSpecular(hyx::Vec4f const & color);
+    void setSpecular(hyx::Vec4f const& color);
     /// Colour that reaches every surface, whatever its direction.
     hyx::Vec4f getAmbient() const;
     /// Colour of the light on matt surfaces.
@@ -44,12 +44,12 @@ public:
     /// Places the light. Homogeneous: with w = 1 a point in metres, with w = 0 a light from far away, where x, y and z
     /// give the direction towards it.
     /// \throws std::invalid_argument for components that are not finite, or all zero
-    void setPosition(hyx::Vec4 const & position);
+    void setPosition(hyx::Vec4 const& position);
     /// The place of the light, homogeneous.
     hyx::Vec4 getPosition() const;
     /// The direction in which a spot light shines.
     /// \throws std::invalid_argument for components that are not finite, or all zero
-    void setDirection(hyx::Vec3 const & direction);
+    void setDirection(hyx::Vec3 const& direction);
     /// The direction in which a spot light shines.
     hyx::Vec3 getDirection() const;
 
@@ -81,8 +81,8 @@ public:
     float getSpotCutoff() const;
 
 private:
-    osg::Light * light() const;
-    osg::Light const & readable() const;
+    osg::Light* light() const;
+    osg::Light const& readable() const;
 
     osg::ref_ptr<osg::LightSource> m_lightSource;
 };

@@ -51,12 +51,12 @@ public:
 
     /// How shadows are made.
     enum ShadowMethod {
-        SOFT_SHADOWMAP = 0,                   ///< one shadow map, filtered edges
-        SHADOWMAP = 1,                        ///< one shadow map, hard edges
-        SHADOWVOLUME = 2,                     ///< exact edges of closed meshes
-        PARALLELLSPLIT_SHADOWMAP = 3,         ///< three maps, finer near the camera
-        LIGHTSPACEPERSPECTIVE_SHADOWMAP = 4,  ///< one map, fitted to what the camera sees
-        SHADOWTEXTURE = 5,                    ///< black spots in the shape of the casters; what casts receives none
+        SOFT_SHADOWMAP = 0,                  ///< one shadow map, filtered edges
+        SHADOWMAP = 1,                       ///< one shadow map, hard edges
+        SHADOWVOLUME = 2,                    ///< exact edges of closed meshes
+        PARALLELLSPLIT_SHADOWMAP = 3,        ///< three maps, finer near the camera
+        LIGHTSPACEPERSPECTIVE_SHADOWMAP = 4, ///< one map, fitted to what the camera sees
+        SHADOWTEXTURE = 5,                   ///< black spots in the shape of the casters; what casts receives none
         NO_SHADOWS = 6,
     };
 
@@ -66,11 +66,12 @@ public:
     /// \throws std::invalid_argument for sizes out of range
     SceneDecorator(int width, int height, int shadowMapSize = 1024);
 
-    char const * libraryName() const override { return "hyxOSG"; }
-    char const * className() const override { return "SceneDecorator"; }
+    char const* libraryName() const override { return "hyxOSG"; }
 
-    /// Turns the decoration on or off. Off, the scene and its lights are drawn as they are, without background, shadows,
-    /// logo, text and cursor. Default on.
+    char const* className() const override { return "SceneDecorator"; }
+
+    /// Turns the decoration on or off. Off, the scene and its lights are drawn as they are, without background,
+    /// shadows, logo, text and cursor. Default on.
     void setEnable(bool enable);
     /// Whether the decoration is on.
     bool getEnable() const;
@@ -111,9 +112,9 @@ public:
     /// \return false, and nothing changes, unless the light is LIGHT0, LIGHT1 or LIGHT2
     bool setShadowLightSource(Lights light);
     /// The light that throws the shadows.
-    osg::LightSource * getShadowLightSource();
+    osg::LightSource* getShadowLightSource();
     /// The scene-graph node of a light; null unless the light is LIGHT0, LIGHT1 or LIGHT2.
-    osg::LightSource * getOSGLight(Lights light);
+    osg::LightSource* getOSGLight(Lights light);
     /// A handle to a light.
     /// \throws std::invalid_argument unless the light is LIGHT0, LIGHT1 or LIGHT2
     LightSource getLightSource(Lights light);
@@ -121,31 +122,31 @@ public:
     /// Places the lights around the shadowed and the non-shadowed scene. Without a scene the lights stay.
     void calculateLightPositions();
     /// Places the lights around a node as it stands in its own coordinates. Null or empty: the lights stay.
-    void calculateLightPositions(osg::Node * node);
+    void calculateLightPositions(osg::Node* node);
     /// Places the lights around a box. An invalid box: the lights stay.
-    void calculateLightPositions(osg::BoundingBox const & box);
+    void calculateLightPositions(osg::BoundingBox const& box);
     /// Places the lights around a sphere: light 0 above and to the left of the front, light 1 to the right, light 2
     /// behind, each about three radii away. An invalid sphere: the lights stay.
-    void calculateLightPositions(osg::BoundingSphere const & sphere);
+    void calculateLightPositions(osg::BoundingSphere const& sphere);
 
     /// One colour for the whole background.
-    void setBackgroundColor(hyx::Vec4f const & color);
+    void setBackgroundColor(hyx::Vec4f const& color);
     /// One colour for the whole background, components 0 to 1.
     void setBackgroundColor(hyx::Vec3 color);
     /// A vertical run between two colours.
-    void setBackgroundColor(hyx::Vec4f const & upper, hyx::Vec4f const & lower);
+    void setBackgroundColor(hyx::Vec4f const& upper, hyx::Vec4f const& lower);
     /// A vertical run between two colours, components 0 to 1.
     void setBackgroundColor(hyx::Vec3 upper, hyx::Vec3 lower);
     /// A colour in each corner.
-    void setBackgroundColor(hyx::Vec4f const & upperLeft, hyx::Vec4f const & upperRight, hyx::Vec4f const & lowerLeft,
-                            hyx::Vec4f const & lowerRight);
+    void setBackgroundColor(hyx::Vec4f const& upperLeft, hyx::Vec4f const& upperRight, hyx::Vec4f const& lowerLeft,
+                            hyx::Vec4f const& lowerRight);
     /// A colour in each corner, components 0 to 1.
     void setBackgroundColor(hyx::Vec3 upperLeft, hyx::Vec3 upperRight, hyx::Vec3 lowerLeft, hyx::Vec3 lowerRight);
 
     /// Gives the scene a texture, seen on everything that has texture coordinates and no texture of its own. An empty
     /// name takes it away.
     /// \return false, and nothing changes, when the image cannot be read
-    bool setBaseTexture(std::string const & file);
+    bool setBaseTexture(std::string const& file);
 
     /// Shows or hides the logo. Default on; nothing is seen until a logo is given.
     void setEnableLogo(bool enable);
@@ -154,12 +155,12 @@ public:
     /// Takes the logo from an image file.
     /// \param alpha opacity, 0 to 1
     /// \return false, and nothing changes, when the image cannot be read
-    bool setLogoFile(std::string const & file, float alpha = 1.0f);
+    bool setLogoFile(std::string const& file, float alpha = 1.0f);
     /// Takes the logo from a texture, in its image's size at most the maximum logo dimension. Null: no logo.
     /// \param alpha opacity, 0 to 1
-    void setLogo(osg::Texture2D * texture, float alpha = 1.0f);
+    void setLogo(osg::Texture2D* texture, float alpha = 1.0f);
     /// The logo's texture; null without one.
-    osg::Texture2D * getLogo();
+    osg::Texture2D* getLogo();
     /// Chooses the logo's place. Default LOWER_RIGHT.
     /// \throws std::invalid_argument for a value that is no location
     void setLogoLocation(LogoLocation location);
@@ -169,27 +170,28 @@ public:
     /// the window's width and height.
     void setLogoPosition(float x, float y);
     /// The logo's width and height in pixels. A write to it changes the logo.
-    osg::Vec2f & getLogoDimension();
+    osg::Vec2f& getLogoDimension();
     /// The largest width and height in pixels that a new logo takes.
     osg::Vec2f getMaximumLogoDimension() const;
-    /// Sets the largest width and height in pixels and fits the present logo, keeping its proportions. Default 256 by 128.
+    /// Sets the largest width and height in pixels and fits the present logo, keeping its proportions. Default 256 by
+    /// 128.
     /// \throws std::invalid_argument unless both are positive and finite
     void setMaximumLogoDimension(float width, float height);
     /// The logo position of a new decorator.
     static osg::Vec2f getDefaultLogoPosition();
     /// The material of decorated nodes that set none; one for all decorators.
-    static osg::Material * getDefaultDecoratorMaterial();
+    static osg::Material* getDefaultDecoratorMaterial();
 
     /// Writes a text row. Row 0 is the uppermost; an empty text clears the row.
     /// \throws std::invalid_argument for a negative row or one beyond 999
-    void setText(int row, hyx::String const & text, hyx::Vec4f const & color = hyx::Vec4f(1, 1, 1, 1));
+    void setText(int row, hyx::String const& text, hyx::Vec4f const& color = hyx::Vec4f(1, 1, 1, 1));
     /// Clears all text rows.
     void clearText();
     /// The font of the text rows.
     std::string getFontName() const;
     /// Chooses the font of the text rows by name or file. A font that is not found leaves the rows in the built-in
     /// font. Default DejaVuSans.
-    void setFontName(std::string const & name);
+    void setFontName(std::string const& name);
     /// Height of a text row's characters in pixels.
     float getFontSize() const;
     /// Height of a text row's characters in pixels, before the pixel scale. Default 14.
@@ -202,7 +204,7 @@ public:
     /// \throws std::invalid_argument unless the scale is positive and finite
     void setScreenPixelScale(float scale);
     /// The node above everything drawn over the scene; what is added to it is drawn in pixel coordinates.
-    osg::MatrixTransform * getHud();
+    osg::MatrixTransform* getHud();
     /// Takes everything off the head-up display: the text rows and all nodes that were added to it.
     void resetHUD();
 
@@ -214,29 +216,29 @@ public:
     void updateCursorPosition(float x, float y);
 
     /// The state that the whole decorated scene inherits.
-    osg::StateSet * getDecoratorStateSet();
+    osg::StateSet* getDecoratorStateSet();
     /// The group whose children cast and receive shadows.
-    osg::Group * getShadowedScene();
+    osg::Group* getShadowedScene();
     /// The group whose children take no part in the shadows.
-    osg::Group * getNonShadowedScene();
+    osg::Group* getNonShadowedScene();
 
     /// Adds a node to the shadowed scene. False for null.
-    bool addChild(osg::Node * node) override;
+    bool addChild(osg::Node* node) override;
     /// Inserts a node into the shadowed scene, at its end when the index is beyond it. False for null.
-    bool insertChild(unsigned int index, osg::Node * node) override;
+    bool insertChild(unsigned int index, osg::Node* node) override;
     /// Removes a node, from the non-shadowed scene when it stands there. False when it stands in neither.
-    bool removeChild(osg::Node * node) override;
+    bool removeChild(osg::Node* node) override;
     /// Removes nodes of the shadowed scene from an index on. False when the index is beyond the end.
     bool removeChild(unsigned int index, unsigned int count = 1);
     /// Puts a node in the place of another one, also in the non-shadowed scene. False when the old one is in neither
     /// or the new one is null.
-    bool replaceChild(osg::Node * oldNode, osg::Node * newNode) override;
+    bool replaceChild(osg::Node* oldNode, osg::Node* newNode) override;
     /// Puts a node in the place of the one at an index of the shadowed scene. False when there is none or for null.
-    bool setChild(unsigned int index, osg::Node * node) override;
+    bool setChild(unsigned int index, osg::Node* node) override;
     /// Removes nodes of the shadowed scene from an index on. False when the index is beyond the end.
     bool removeChildren(unsigned int index, unsigned int count) override;
 
-    void traverse(osg::NodeVisitor & visitor) override;
+    void traverse(osg::NodeVisitor& visitor) override;
     osg::BoundingSphere computeBound() const override;
 
 protected:

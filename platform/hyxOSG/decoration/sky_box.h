@@ -19,11 +19,12 @@ public:
     /// \param brightness factor on the images' colours, 0 (black) and up
     /// \throws std::runtime_error when an image cannot be read
     /// \throws std::invalid_argument for a heading or brightness out of range
-    SkyBox(std::string const & name, std::string const & imagePath, std::string const & imageExtension,
+    SkyBox(std::string const& name, std::string const& imagePath, std::string const& imageExtension,
            double heading = 0.0, float brightness = 1.0f);
 
-    char const * libraryName() const override { return "hyxOSG"; }
-    char const * className() const override { return "SkyBox"; }
+    char const* libraryName() const override { return "hyxOSG"; }
+
+    char const* className() const override { return "SkyBox"; }
 
     osg::BoundingSphere computeBound() const override { return osg::BoundingSphere(); }
 

@@ -11,7 +11,7 @@
 
 namespace osgText {
 class Text;
-}
+} // namespace osgText
 
 namespace hyxOSG {
 
@@ -76,22 +76,23 @@ public:
     /// An empty text at the origin, white, one metre high, in the XZ plane.
     Text();
     /// A text, one metre high, in the XZ plane.
-    Text(hyx::String const & text, hyx::Vec3 const & position = hyx::Vec3(),
-         hyx::Vec4 const & color = hyx::Vec4(1, 1, 1, 1));
+    Text(hyx::String const& text, hyx::Vec3 const& position = hyx::Vec3(),
+         hyx::Vec4 const& color = hyx::Vec4(1, 1, 1, 1));
 
-    char const * libraryName() const override { return "hyxOSG"; }
-    char const * className() const override { return "Text"; }
+    char const* libraryName() const override { return "hyxOSG"; }
+
+    char const* className() const override { return "Text"; }
 
     /// Chooses the font by name or file; one that is not found leaves the font as it is.
-    void setFont(hyx::String const & font);
+    void setFont(hyx::String const& font);
     /// Height of the characters.
     /// \throws std::invalid_argument unless the size is positive and finite
     void setCharacterSize(float size);
     /// Colour of the characters, components 0 to 1.
-    void setColor(hyx::Vec4f const & color);
+    void setColor(hyx::Vec4f const& color);
     /// Where the text stands.
     /// \throws std::invalid_argument for coordinates that are not finite
-    void setPosition(hyx::Vec3 const & position);
+    void setPosition(hyx::Vec3 const& position);
     /// Chooses the plane that the text lies in.
     /// \throws std::invalid_argument for a value that is no alignment
     void setAxisAlignment(AxisAlignment alignment);
@@ -102,7 +103,7 @@ public:
     /// \throws std::invalid_argument for bits that mean nothing
     void setDrawMode(DrawModeMask mask);
     /// Changes the text.
-    void setText(hyx::String const & text);
+    void setText(hyx::String const& text);
     /// Chooses the point of the text that stands at its position. Default LEFT_BASE_LINE.
     /// \throws std::invalid_argument for a value that is no alignment
     void setAlignment(AlignmentType alignment);
@@ -115,8 +116,8 @@ private:
 };
 
 /// Takes a reference on a text; null is ignored.
-void Text_reference(Text * text);
+void Text_reference(Text* text);
 /// Gives a reference on a text back, which deletes it with the last one; null is ignored.
-void Text_unreference(Text * text);
+void Text_unreference(Text* text);
 
 } // namespace hyxOSG

@@ -8,7 +8,7 @@
 
 namespace hyx {
 class Frame;
-}
+} // namespace hyx
 
 namespace hyxOSG {
 
@@ -16,17 +16,17 @@ namespace hyxOSG {
 class FrameTrajectoryDrawable : public osg::Geometry {
 public:
     /// Each line keeps `numPoints` points (at least 2, else std::invalid_argument).
-    explicit FrameTrajectoryDrawable(hyx::UInt numPoints = 100, hyx::Vec4f const & color = hyx::Vec4f(1, 1, 1, 1));
-    FrameTrajectoryDrawable(FrameTrajectoryDrawable const & other,
-                            osg::CopyOp const & copyOperation = osg::CopyOp::SHALLOW_COPY);
+    explicit FrameTrajectoryDrawable(hyx::UInt numPoints = 100, hyx::Vec4f const& color = hyx::Vec4f(1, 1, 1, 1));
+    FrameTrajectoryDrawable(FrameTrajectoryDrawable const& other,
+                            osg::CopyOp const& copyOperation = osg::CopyOp::SHALLOW_COPY);
 
     META_Node(hyxOSG, FrameTrajectoryDrawable)
 
-    /// Follow `frame`. False for null and for one that is followed already.
-    bool add(hyx::Frame * frame);
+        /// Follow `frame`. False for null and for one that is followed already.
+        bool add(hyx::Frame* frame);
 
     /// Stop following `frame` and take its line away. False when it is not followed.
-    bool remove(hyx::Frame * frame);
+    bool remove(hyx::Frame* frame);
 
     /// The number of frames followed.
     std::size_t getNumFrames() const;

@@ -5,7 +5,7 @@
 
 namespace hyxCollide {
 class Space;
-}
+} // namespace hyxCollide
 
 namespace hyxOSG {
 
@@ -24,17 +24,17 @@ public:
     GeometryNode();
 
     /// A node that follows `geometry` (null: none). The visual itself is made by createVisual.
-    explicit GeometryNode(hyxCollide::Geometry * geometry);
+    explicit GeometryNode(hyxCollide::Geometry* geometry);
 
     /// Follows the geometry of `other`; children are shared or copied as `copyOperation` says.
-    GeometryNode(GeometryNode const & other, osg::CopyOp const & copyOperation = osg::CopyOp::SHALLOW_COPY);
+    GeometryNode(GeometryNode const& other, osg::CopyOp const& copyOperation = osg::CopyOp::SHALLOW_COPY);
 
     /// Follow `geometry` from now on; null to stop following.
-    void setGeometry(hyxCollide::Geometry * geometry);
+    void setGeometry(hyxCollide::Geometry* geometry);
 
     /// The geometry that is followed; null when none is, or when it was destroyed.
-    hyxCollide::Geometry * getGeometry();
-    hyxCollide::Geometry const * getGeometry() const;
+    hyxCollide::Geometry* getGeometry();
+    hyxCollide::Geometry const* getGeometry() const;
 
     /// Leave the scene when the geometry is removed from its space or destroyed. True at first.
     void setAutoRemove(bool autoRemove);
@@ -42,9 +42,9 @@ public:
     /// Whether the node leaves the scene together with its geometry.
     bool getAutoRemove() const;
 
-    /// Told that `geometry` has left `space`: removes the node from its parents when auto-remove is on and `geometry` is
-    /// the one that is followed.
-    void removeNode(hyxCollide::Space * space, hyxCollide::Geometry * geometry);
+    /// Told that `geometry` has left `space`: removes the node from its parents when auto-remove is on and `geometry`
+    /// is the one that is followed.
+    void removeNode(hyxCollide::Space* space, hyxCollide::Geometry* geometry);
 
     /// Takes the node out of every group that holds it. The node dies if nothing else holds a reference.
     void removeFromParents();
@@ -61,29 +61,29 @@ public:
     RenderFlag getSelectedRenderChild() const;
 
     /// Stores `node` under `flag`, replacing the earlier one; null empties the place.
-    void setRenderChild(RenderFlag flag, osg::Node * node);
+    void setRenderChild(RenderFlag flag, osg::Node* node);
 
     /// The node stored under `flag`, null when there is none.
-    osg::Node * getRenderChild(RenderFlag flag);
-    osg::Node const * getRenderChild(RenderFlag flag) const;
+    osg::Node* getRenderChild(RenderFlag flag);
+    osg::Node const* getRenderChild(RenderFlag flag) const;
 
     /// A new node of the same class, without a geometry.
-    osg::Object * cloneType() const override;
+    osg::Object* cloneType() const override;
 
     /// A copy of the node, see the copy constructor.
-    osg::Object * clone(osg::CopyOp const & copyOperation) const override;
+    osg::Object* clone(osg::CopyOp const& copyOperation) const override;
 
     /// Whether `object` is a GeometryNode; false for null.
-    bool isSameKindAs(osg::Object const * object) const override;
+    bool isSameKindAs(osg::Object const* object) const override;
 
     /// "GeometryNode".
-    char const * className() const override;
+    char const* className() const override;
 
     /// "hyxOSG".
-    char const * libraryName() const override;
+    char const* libraryName() const override;
 
     /// Visits the shown children; an update visitor first moves the node to its geometry.
-    void traverse(osg::NodeVisitor & visitor) override;
+    void traverse(osg::NodeVisitor& visitor) override;
 
     /// Called when the shape of the geometry changes. createVisual installs one that rebuilds the shape's picture.
     hyxCollide::Geometry::ShapeChangeEvent::CallbackType shapeCallback;

@@ -5,7 +5,7 @@
 
 namespace hyx {
 class ParticleSystem;
-}
+} // namespace hyx
 
 namespace hyxOSG {
 
@@ -31,13 +31,13 @@ public:
     ParticleSystemDrawable();
 
     /// Draws `particleSystem` (null: nothing). Modes out of range raise std::invalid_argument.
-    explicit ParticleSystemDrawable(hyx::ParticleSystem * particleSystem,
+    explicit ParticleSystemDrawable(hyx::ParticleSystem* particleSystem,
                                     ParticleRenderingMode renderingMode = QUAD_SPRITES,
                                     ParticleShaderMode shaderMode = ROTATION_SPRITES);
 
     /// Shares the system and modes of `other`; buffers are its own.
-    ParticleSystemDrawable(ParticleSystemDrawable const & other,
-                           osg::CopyOp const & copyOperation = osg::CopyOp::SHALLOW_COPY);
+    ParticleSystemDrawable(ParticleSystemDrawable const& other,
+                           osg::CopyOp const& copyOperation = osg::CopyOp::SHALLOW_COPY);
 
     /// The shading in use.
     ParticleShaderMode getParticleShaderMode() const;
@@ -56,7 +56,7 @@ public:
     bool getEnable() const;
 
     /// The system that is drawn, null when there is none.
-    hyx::ParticleSystem * getParticleSystem() const;
+    hyx::ParticleSystem* getParticleSystem() const;
 
     /// The richest rendering mode that any drawable may use, for machines where quads or triangles are too slow:
     /// a drawable made with a higher mode is drawn with this one. TRIANGLES (no limit) at first. Unknown modes raise
@@ -67,22 +67,22 @@ public:
     static ParticleRenderingMode getAllowedRenderMode();
 
     /// A new, empty drawable of the same class.
-    osg::Object * cloneType() const override;
+    osg::Object* cloneType() const override;
 
     /// A new drawable of the same system and modes.
-    osg::Object * clone(osg::CopyOp const & copyOperation) const override;
+    osg::Object* clone(osg::CopyOp const& copyOperation) const override;
 
     /// Whether `object` is a ParticleSystemDrawable; false for null.
-    bool isSameKindAs(osg::Object const * object) const override;
+    bool isSameKindAs(osg::Object const* object) const override;
 
     /// "hyxOSG".
-    char const * libraryName() const override;
+    char const* libraryName() const override;
 
     /// "ParticleSystemDrawable".
-    char const * className() const override;
+    char const* className() const override;
 
     /// Draws the particles into the current context of `renderInfo`; nothing without a context.
-    void drawImplementation(osg::RenderInfo & renderInfo) const override;
+    void drawImplementation(osg::RenderInfo& renderInfo) const override;
 
     /// Encloses all particles with their radii.
     osg::BoundingBox computeBoundingBox() const override;
@@ -91,7 +91,7 @@ public:
     void update();
 
     /// Frees the buffers and textures of `state`'s context, or of all contexts when null.
-    void releaseGLObjects(osg::State * state = nullptr) const override;
+    void releaseGLObjects(osg::State* state = nullptr) const override;
 
 protected:
     ~ParticleSystemDrawable() override;

@@ -5,24 +5,26 @@
 
 namespace hyx {
 class RigidBody;
-}
+} // namespace hyx
 
 namespace hyxOSG {
 
-/// Draws many bodies made of spheres as one drawable instead of a node each. Bodies are referenced while they are drawn.
+/// Draws many bodies made of spheres as one drawable instead of a node each. Bodies are referenced while they are
+/// drawn.
 class RigidBodySystemDrawable : public osg::Drawable {
 public:
     RigidBodySystemDrawable();
-    RigidBodySystemDrawable(RigidBodySystemDrawable const & other,
-                            osg::CopyOp const & copyOperation = osg::CopyOp::SHALLOW_COPY);
+    RigidBodySystemDrawable(RigidBodySystemDrawable const& other,
+                            osg::CopyOp const& copyOperation = osg::CopyOp::SHALLOW_COPY);
 
     META_Node(hyxOSG, RigidBodySystemDrawable)
 
-    /// Draw `body` too. False for null, for a body that is drawn already and for one with other geometries than spheres.
-    bool add(hyx::RigidBody * body);
+        /// Draw `body` too. False for null, for a body that is drawn already and for one with other geometries than
+        /// spheres.
+        bool add(hyx::RigidBody* body);
 
     /// Stop drawing `body`. False when it is not drawn.
-    bool remove(hyx::RigidBody * body);
+    bool remove(hyx::RigidBody* body);
 
     /// The number of bodies drawn.
     std::size_t getNumBodies() const;
@@ -30,9 +32,9 @@ public:
     /// Reads the bodies' positions again; called once a frame by the update traversal.
     void update();
 
-    void drawImplementation(osg::RenderInfo & renderInfo) const override;
+    void drawImplementation(osg::RenderInfo& renderInfo) const override;
     osg::BoundingBox computeBoundingBox() const override;
-    void releaseGLObjects(osg::State * state = nullptr) const override;
+    void releaseGLObjects(osg::State* state = nullptr) const override;
 
 protected:
     ~RigidBodySystemDrawable() override;

@@ -10,11 +10,11 @@ namespace hyxOSG {
 class Texture2D : public hyx::Referenced {
 public:
     /// Wraps `texture`; null is kept and makes setTexture return false.
-    explicit Texture2D(osg::Texture2D * texture);
+    explicit Texture2D(osg::Texture2D* texture);
 
     /// The wrapped texture, null when there is none.
-    osg::Texture2D * getTexture();
-    osg::Texture2D const * getTexture() const;
+    osg::Texture2D* getTexture();
+    osg::Texture2D const* getTexture() const;
 
 protected:
     ~Texture2D() override;

@@ -18,33 +18,33 @@ public:
     Transform();
 
     /// Copies the transform of `other`; children as `copyOperation` says.
-    Transform(Transform const & other, osg::CopyOp const & copyOperation = osg::CopyOp::SHALLOW_COPY);
+    Transform(Transform const& other, osg::CopyOp const& copyOperation = osg::CopyOp::SHALLOW_COPY);
 
     META_Node(hyxOSG, Transform)
 
-    /// The name that searches by name find the node under.
-    void setName(std::string const & name);
+        /// The name that searches by name find the node under.
+        void setName(std::string const& name);
 
     /// Puts `child` under this transform. False for null, for a child that is already here, and for one that would make
     /// a ring.
-    bool addChild(osg::Node * child);
+    bool addChild(osg::Node* child);
 
     /// The same for the visual of a geometry, which goes on following its geometry, seen through this transform.
-    bool addChild(GeometryNode * child);
+    bool addChild(GeometryNode* child);
 
     using osg::MatrixTransform::setMatrix;
 
     /// Replaces the whole transform. Its scale, rotation and translation are the parts that the setters below keep.
-    void setMatrix(hyx::AffineMatrix4x4 const & matrix);
+    void setMatrix(hyx::AffineMatrix4x4 const& matrix);
 
     /// Scale factors along the local axes; 1 at first. A zero or not finite factor raises std::invalid_argument.
-    void setScale(hyx::Vec3 const & scale);
+    void setScale(hyx::Vec3 const& scale);
 
     /// Position, metres.
-    void setTranslate(hyx::Vec3 const & translation);
+    void setTranslate(hyx::Vec3 const& translation);
 
     /// Orientation; it is normalised. The zero quaternion raises std::invalid_argument.
-    void setRotate(hyx::Quat const & rotation);
+    void setRotate(hyx::Quat const& rotation);
 
 protected:
     ~Transform() override;

@@ -6,7 +6,7 @@
 
 namespace osg {
 class Camera;
-}
+} // namespace osg
 
 namespace hyxOSG {
 
@@ -21,16 +21,16 @@ public:
     /// and where there is nothing.
     /// \param x,y pixels from the lower left corner
     /// \param all find everything under the point; false: only the nearest
-    hyxSDK::PickResult intersect(float x, float y, osg::Camera const * camera, bool all = false);
+    hyxSDK::PickResult intersect(float x, float y, osg::Camera const* camera, bool all = false);
 
     /// The place in the list of the contact whose first point is the nearest to the camera that the listener looked
     /// through last, or to the origin before that; the number of contacts when none of them has a point.
-    size_t findIntersectGeometryIndex(hyxCollide::LocalGeometryContactVector const & contacts);
+    size_t findIntersectGeometryIndex(hyxCollide::LocalGeometryContactVector const& contacts);
 
     /// The points of the near and far plane under a point of the window. A null camera, or one without a viewport,
     /// leaves the points as they are.
     /// \param x,y pixels from the lower left corner
-    void getNearFarPoints(osg::Camera const * camera, hyx::Vec3 & nearPoint, hyx::Vec3 & farPoint, float x, float y);
+    void getNearFarPoints(osg::Camera const* camera, hyx::Vec3& nearPoint, hyx::Vec3& farPoint, float x, float y);
 
 protected:
     ~GuiEventListener() override;

@@ -13,11 +13,11 @@ class Group;
 
 namespace osgViewer {
 class Viewer;
-}
+} // namespace osgViewer
 
 namespace hyxSDK {
 class Simulation;
-}
+} // namespace hyxSDK
 
 namespace hyxOSG {
 
@@ -31,7 +31,7 @@ public:
     /// Picks with the left button and a control key.
     /// \param viewer its camera is the one that is picked through; null: none until setCamera
     /// \param root the group that shows the spring; null: it is not drawn
-    PickHandler(osgViewer::Viewer * viewer, osg::Group * root = nullptr);
+    PickHandler(osgViewer::Viewer* viewer, osg::Group* root = nullptr);
 
     /// Lets the body go.
     void reset();
@@ -46,11 +46,11 @@ public:
     /// The buttons that pick.
     unsigned int getActivateMouseButton() const;
     /// The simulation whose bodies are picked; a body held before is let go. Null: nothing is picked.
-    void setSimulation(hyxSDK::Simulation * simulation);
+    void setSimulation(hyxSDK::Simulation* simulation);
     /// The camera that is picked through. Null: nothing is picked.
-    void setCamera(osg::Camera * camera);
+    void setCamera(osg::Camera* camera);
     /// The camera that is picked through; null without one.
-    osg::Camera * getCamera();
+    osg::Camera* getCamera();
 
     /// Brings the drawn spring in step with the body and the pointer.
     void updateRenderState();
@@ -61,7 +61,7 @@ public:
 
     /// What lies on the way from one point to another, in metres.
     /// \param all find everything on the way; false: only the nearest
-    hyxSDK::PickResult intersect(hyx::Vec3 const & nearPoint, hyx::Vec3 const & farPoint, bool all);
+    hyxSDK::PickResult intersect(hyx::Vec3 const& nearPoint, hyx::Vec3 const& farPoint, bool all);
     /// What lies under a point of the window.
     /// \param x,y pixels from the lower left corner
     /// \param all find everything under the point; false: only the nearest
@@ -74,7 +74,7 @@ public:
     /// leaves the points as they are.
     /// \param x,y pixels from the lower left corner
     /// \param normalized x and y run from -1 to 1 over the window instead
-    void getNearFarPoints(osg::Camera const * camera, hyx::Vec3 & nearPoint, hyx::Vec3 & farPoint, float x, float y,
+    void getNearFarPoints(osg::Camera const* camera, hyx::Vec3& nearPoint, hyx::Vec3& farPoint, float x, float y,
                           bool normalized = false) const;
 
     /// Remembers the modifier keys. Never uses the event up.

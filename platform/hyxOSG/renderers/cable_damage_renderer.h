@@ -9,46 +9,47 @@
 
 namespace osg {
 class Group;
-}
+} // namespace osg
 
 namespace hyxOSG {
 
 class GeometryNode;
 
-/// Draws a cable with each segment coloured by its damage, from blue (none) through green to red (the colour range's maximum).
+/// Draws a cable with each segment coloured by its damage, from blue (none) through green to red (the colour range's
+/// maximum).
 class CableDamageRenderer : public hyxSDK::EventListener {
 public:
-  /// Draws the cable of `damage` under `parent` as cylinders of `radius` metres.
-  /// Throws `std::invalid_argument` for null or a radius that is not above 0.
-  CableDamageRenderer(hyxCable::CableDamage * damage, double radius, osg::Group * parent);
+    /// Draws the cable of `damage` under `parent` as cylinders of `radius` metres.
+    /// Throws `std::invalid_argument` for null or a radius that is not above 0.
+    CableDamageRenderer(hyxCable::CableDamage* damage, double radius, osg::Group* parent);
 
-  /// Colours by the damage of the present load, which is what is shown at first.
-  void renderCurrent();
-  /// Colours by the damage summed so far.
-  void renderAccumulated();
-  bool isRenderingCurrent() const;
-  bool isRenderingAccumulated() const;
-  /// Shows or hides the cable.
-  void setEnableRendering(bool enable);
-  bool getEnableRendering() const;
-  /// The damage that is drawn all red; 0, as at first, takes the largest damage of the present moment.
-  /// Throws `std::invalid_argument` below 0.
-  void setColorRangeMax(double damage);
-  double getColorRangeMax() const;
-  /// The node that draws segment `segment`, null past the end.
-  GeometryNode * getOsgNode(std::size_t segment);
+    /// Colours by the damage of the present load, which is what is shown at first.
+    void renderCurrent();
+    /// Colours by the damage summed so far.
+    void renderAccumulated();
+    bool isRenderingCurrent() const;
+    bool isRenderingAccumulated() const;
+    /// Shows or hides the cable.
+    void setEnableRendering(bool enable);
+    bool getEnableRendering() const;
+    /// The damage that is drawn all red; 0, as at first, takes the largest damage of the present moment.
+    /// Throws `std::invalid_argument` below 0.
+    void setColorRangeMax(double damage);
+    double getColorRangeMax() const;
+    /// The node that draws segment `segment`, null past the end.
+    GeometryNode* getOsgNode(std::size_t segment);
 
-  /// Follows the cable and its damage at the end of a step.
-  void last(double time) override;
-  /// Takes the cable out of the scene.
-  void removeNotification() override;
+    /// Follows the cable and its damage at the end of a step.
+    void last(double time) override;
+    /// Takes the cable out of the scene.
+    void removeNotification() override;
 
 protected:
-  ~CableDamageRenderer() override;
+    ~CableDamageRenderer() override;
 
 private:
-  struct Impl;
-  std::unique_ptr<Impl> m_impl;
+    struct Impl;
+    std::unique_ptr<Impl> m_impl;
 };
 
-}
+} // namespace hyxOSG

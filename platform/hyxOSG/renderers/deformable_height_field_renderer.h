@@ -9,7 +9,7 @@
 
 namespace hyxModel {
 class HeightFieldDeformer;
-}
+} // namespace hyxModel
 
 namespace hyxOSG {
 
@@ -21,14 +21,14 @@ class DeformableHeightFieldRenderer : public hyxSDK::EventListener {
 public:
     /// \param deformer the deformer whose height field is drawn; kept alive. Null: not valid, nothing is drawn.
     /// \param root the group that the field is put under. Null: the node is made and can be put anywhere.
-    DeformableHeightFieldRenderer(hyxModel::HeightFieldDeformer * deformer, osg::Group * root);
+    DeformableHeightFieldRenderer(hyxModel::HeightFieldDeformer* deformer, osg::Group* root);
 
     /// Brings the tiles that changed up to date.
     /// \param timeStamp simulated time, seconds
     void last(hyx::TimeStamp timeStamp) override;
 
     /// The node that shows the height field, owned by the renderer; null when the renderer is not valid.
-    GeometryNode * getHeightFieldNode() const;
+    GeometryNode* getHeightFieldNode() const;
 
     /// Draws lines instead of surfaces from now on.
     void forceWireFrameRendering();
@@ -47,4 +47,4 @@ private:
     std::unique_ptr<Impl> m_impl;
 };
 
-}
+} // namespace hyxOSG

@@ -9,7 +9,7 @@
 
 namespace hyxCollide {
 class Trimesh;
-}
+} // namespace hyxCollide
 
 namespace hyxOSG {
 
@@ -19,7 +19,7 @@ class DeformableMeshUpdater : public hyx::Referenced {
 public:
     /// \param mesh the mesh to draw; kept alive. Null: nothing is drawn.
     /// \param root the group that the drawing is put under. Null: nothing is drawn.
-    DeformableMeshUpdater(hyxCollide::Trimesh * mesh, osg::Group * root);
+    DeformableMeshUpdater(hyxCollide::Trimesh* mesh, osg::Group* root);
 
     /// Brings the drawing up to date with the mesh.
     /// \param force rewrite it even if no vertex has moved
@@ -38,4 +38,4 @@ private:
     std::unique_ptr<Impl> m_impl;
 };
 
-}
+} // namespace hyxOSG

@@ -10,16 +10,16 @@
 namespace hyx {
 class Constraint1DOF;
 class RigidBody;
-}
+} // namespace hyx
 
 namespace osg {
 class Group;
-}
+} // namespace osg
 
 namespace hyxOSG {
 
-/// Draws one arrow for every body and constraint that was added. Add the renderer to the simulation as a listener: after
-/// each step the arrows follow, and they appear in the scene that the application shows for that simulation.
+/// Draws one arrow for every body and constraint that was added. Add the renderer to the simulation as a listener:
+/// after each step the arrows follow, and they appear in the scene that the application shows for that simulation.
 ///
 /// An arrow starts at its attachment point, points along the force and is `scale` metres long per newton (per newton
 /// metre, for the torque of a constraint that turns). Bodies and constraints are kept alive while they have arrows.
@@ -43,7 +43,8 @@ public:
     /// \param attachment where the arrow starts, in the body's frame, metres
     /// \param color of the arrow; default red
     /// \return false when the body is null or has an arrow already
-    bool add(hyx::RigidBody * body, hyx::Vec3 const & attachment, hyxRender::Color const & color = hyxRender::Color::Red());
+    bool add(hyx::RigidBody* body, hyx::Vec3 const& attachment,
+             hyxRender::Color const& color = hyxRender::Color::Red());
 
     /// Shows the forces of a constraint on its second body, along its free axis.
     /// \param constraint the constraint
@@ -52,18 +53,18 @@ public:
     /// \param statistics which forces are summed; bits of ConstraintForceStatistics
     /// \return false when the constraint is null or has an arrow already
     /// \throws std::invalid_argument when the mask holds other bits than ALL
-    bool add(hyx::Constraint1DOF * constraint, hyx::Vec3 const & attachment, hyxRender::Color const & color,
+    bool add(hyx::Constraint1DOF* constraint, hyx::Vec3 const& attachment, hyxRender::Color const& color,
              int statistics = DEFAULT);
 
     /// Takes the arrow of a body away; nothing happens when there is none.
-    void remove(hyx::RigidBody * body);
+    void remove(hyx::RigidBody* body);
     /// Takes the arrow of a constraint away; nothing happens when there is none.
-    void remove(hyx::Constraint1DOF * constraint);
+    void remove(hyx::Constraint1DOF* constraint);
 
     /// Colours the arrow of a body; nothing happens when there is none.
-    void setColor(hyx::RigidBody * body, hyxRender::Color const & color);
+    void setColor(hyx::RigidBody* body, hyxRender::Color const& color);
     /// Colours the arrow of a constraint; nothing happens when there is none.
-    void setColor(hyx::Constraint1DOF * constraint, hyxRender::Color const & color);
+    void setColor(hyx::Constraint1DOF* constraint, hyxRender::Color const& color);
 
     /// Share of the arrow shown before that is kept at each step, 0 (no smoothing, the default) to below 1.
     /// \throws std::invalid_argument outside that range
@@ -90,7 +91,7 @@ public:
     hyx::Real getScale() const;
 
     /// The node that holds the arrows, for scenes without an application; owned by the renderer.
-    osg::Group * getNode() const;
+    osg::Group* getNode() const;
 
     void addNotification() override;
     void removeNotification() override;
@@ -104,4 +105,4 @@ private:
     std::unique_ptr<Impl> m_impl;
 };
 
-}
+} // namespace hyxOSG

@@ -12,7 +12,7 @@
 
 namespace hyxSensor {
 class Lidar;
-}
+} // namespace hyxSensor
 
 namespace hyxOSG {
 
@@ -49,10 +49,10 @@ public:
 
     /// \param lidar the lidar whose output is shown; kept alive by the renderer. Null: nothing is shown.
     /// \param alwaysOnTop draw the points over everything in front of them
-    LidarOutputRenderer(hyxSensor::Lidar const * lidar, bool alwaysOnTop = false);
+    LidarOutputRenderer(hyxSensor::Lidar const* lidar, bool alwaysOnTop = false);
 
     /// Shows the same lidar with the same settings; the points shown so far are not copied.
-    LidarOutputRenderer(LidarOutputRenderer const & other);
+    LidarOutputRenderer(LidarOutputRenderer const& other);
 
     /// Size of a hit point relative to the usual three pixels. Default 1.
     /// \throws std::invalid_argument unless the scale is positive and finite
@@ -91,7 +91,7 @@ public:
     /// \param legend the points; their intensities are fractions of `maxIntensity`
     /// \param maxIntensity the intensity that a legend point of intensity 1 stands for
     /// \throws std::invalid_argument unless `maxIntensity` is positive and finite
-    void setIntensityColorFunctionFromLegend(LidarOutputRendererLegend const & legend, float maxIntensity);
+    void setIntensityColorFunctionFromLegend(LidarOutputRendererLegend const& legend, float maxIntensity);
 
     /// Colours by any function. It is not called per point: it is sampled at 256 evenly spaced intensities from 0 to
     /// 1 the next time that points are shown, and points between two samples get the linear mix. Intensities beyond
@@ -103,9 +103,9 @@ public:
     /// Colours by a copy of the callback's colour function, under the rule of setIntensityColorFunction. Shades
     /// of gray take over when the callback ends.
     /// \throws std::invalid_argument for null
-    void setIntensityColorFunctionReplacement(LidarOutputRendererColorFunctionCallback * callback);
+    void setIntensityColorFunctionReplacement(LidarOutputRendererColorFunctionCallback* callback);
 
-    void traverse(osg::NodeVisitor & visitor) override;
+    void traverse(osg::NodeVisitor& visitor) override;
 
 protected:
     ~LidarOutputRenderer() override;
@@ -115,4 +115,4 @@ private:
     std::unique_ptr<Impl> m_impl;
 };
 
-}
+} // namespace hyxOSG

@@ -15,18 +15,18 @@ public:
     virtual ~LidarOutputRendererColorFunctionCallback();
 
     // The colour function holds this object's address.
-    LidarOutputRendererColorFunctionCallback(LidarOutputRendererColorFunctionCallback const &) = delete;
-    LidarOutputRendererColorFunctionCallback & operator=(LidarOutputRendererColorFunctionCallback const &) = delete;
+    LidarOutputRendererColorFunctionCallback(LidarOutputRendererColorFunctionCallback const&) = delete;
+    LidarOutputRendererColorFunctionCallback& operator=(LidarOutputRendererColorFunctionCallback const&) = delete;
 
     /// The colour of a hit point. Not overridden: shades of gray, black at intensity 0, white at 1.
     /// \param intensity the scaled intensity
     virtual osg::Vec4f getLidarPointColor(float intensity);
 
     /// The function that calls getLidarPointColor of this object; owned by this object.
-    LidarOutputRenderer::IntensityState::ColorFunc * getColorFunction();
+    LidarOutputRenderer::IntensityState::ColorFunc* getColorFunction();
 
 private:
     LidarOutputRenderer::IntensityState::ColorFunc m_colorFunction;
 };
 
-}
+} // namespace hyxOSG

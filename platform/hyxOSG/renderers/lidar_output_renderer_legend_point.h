@@ -26,4 +26,4 @@ public:
 /// Legend points in any order.
 using LidarOutputRendererLegend = std::vector<LidarOutputRendererLegendPoint>;
 
-}
+} // namespace hyxOSG

@@ -1,8 +1,8 @@
 #pragma once
 /// Shows the pressure in a contact as coloured triangles.
 
-#include "platform/hyx/values/affine_matrix4x4.h"
 #include "platform/hyx/objects/referenced.h"
+#include "platform/hyx/values/affine_matrix4x4.h"
 #include "platform/hyx/values/types.h"
 #include "platform/hyxModel/triangle_data.h"
 
@@ -19,12 +19,12 @@ public:
     /// \param root the group that the field is put under. Null: nothing is drawn.
     /// \param maxPressure pascal at the highest colour. Default 0: the largest pressure of the round.
     /// \throws std::invalid_argument for a negative value or one that is not finite
-    explicit PressureFieldRenderer(osg::Group * root, hyx::Real maxPressure = 0);
+    explicit PressureFieldRenderer(osg::Group* root, hyx::Real maxPressure = 0);
 
     /// Adds one triangle to the round.
     /// \param triangle corners and the pressure at each; not finite: left out
     /// \param transform from the triangle's frame to the frame of the field
-    virtual void addTriangle(hyxModel::TriangleData const & triangle, hyx::AffineMatrix4x4 const & transform);
+    virtual void addTriangle(hyxModel::TriangleData const& triangle, hyx::AffineMatrix4x4 const& transform);
 
     /// Forgets the triangles added so far.
     virtual void clear();
@@ -34,7 +34,7 @@ public:
 
     /// Moves the whole field.
     /// \param transform from the frame of the field to the world
-    virtual void updateTransform(hyx::AffineMatrix4x4 const & transform);
+    virtual void updateTransform(hyx::AffineMatrix4x4 const& transform);
 
 protected:
     ~PressureFieldRenderer() override;
@@ -44,4 +44,4 @@ private:
     std::unique_ptr<Impl> m_impl;
 };
 
-}
+} // namespace hyxOSG

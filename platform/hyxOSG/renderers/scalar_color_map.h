@@ -39,7 +39,7 @@ public:
     /// \param minScalar value of the first colour
     /// \param maxScalar value of the last colour
     /// \throws std::invalid_argument for limits that are not finite or minScalar > maxScalar
-    ScalarColorMap(hyxRender::ColorVector const & colors, hyx::Real minScalar, hyx::Real maxScalar);
+    ScalarColorMap(hyxRender::ColorVector const& colors, hyx::Real minScalar, hyx::Real maxScalar);
 
     /// \param preset the colours
     /// \param minScalar value of the first colour
@@ -52,7 +52,7 @@ public:
     void setColorsFromPreset(ColorRangePreset preset);
 
     /// Takes these colours, evenly spaced over the interval; an empty list gives white.
-    void setColors(hyxRender::ColorVector const & colors);
+    void setColors(hyxRender::ColorVector const& colors);
     /// A copy of the colours, from the lowest to the highest value.
     hyxRender::ColorVector getColors() const;
 
@@ -88,4 +88,4 @@ private:
     std::unique_ptr<Impl> m_impl;
 };
 
-}
+} // namespace hyxOSG

@@ -13,12 +13,12 @@
 
 namespace osg {
 class Group;
-}
+} // namespace osg
 
 namespace hyxSDK {
 class Simulation;
 class TerrainInstance;
-}
+} // namespace hyxSDK
 
 namespace hyxOSG {
 
@@ -28,90 +28,92 @@ class GeometryNode;
 /// Follows the terrain by itself in each frame; only rows that changed are computed anew.
 class TerrainVoxelRenderer : public hyxSDK::EventListener {
 public:
-  /// What colours the surface.
-  enum RenderSelection { DEPTH = 0, COMPACTION = 1 };
+    /// What colours the surface.
+    enum RenderSelection { DEPTH = 0, COMPACTION = 1 };
 
-  /// Draws `terrain` under `parent`. Throws `std::invalid_argument` for null.
-  TerrainVoxelRenderer(hyxTerrain::Terrain * terrain, osg::Group * parent);
-  /// Draws the terrain of `instance` under `parent`. Throws `std::invalid_argument` for null.
-  TerrainVoxelRenderer(hyxSDK::TerrainInstance * instance, osg::Group * parent);
+    /// Draws `terrain` under `parent`. Throws `std::invalid_argument` for null.
+    TerrainVoxelRenderer(hyxTerrain::Terrain* terrain, osg::Group* parent);
+    /// Draws the terrain of `instance` under `parent`. Throws `std::invalid_argument` for null.
+    TerrainVoxelRenderer(hyxSDK::TerrainInstance* instance, osg::Group* parent);
 
-  /// The renderer of `terrain` among those whose terrain is in `simulation`; a null `simulation` looks at all. Null when there is none.
-  static TerrainVoxelRenderer * find(hyxTerrain::Terrain const * terrain, hyxSDK::Simulation const * simulation);
+    /// The renderer of `terrain` among those whose terrain is in `simulation`; a null `simulation` looks at all. Null
+    /// when there is none.
+    static TerrainVoxelRenderer* find(hyxTerrain::Terrain const* terrain, hyxSDK::Simulation const* simulation);
 
-  hyxTerrain::Terrain * getTerrain() const;
-  /// The node that holds all that is drawn.
-  GeometryNode * getNode() const;
+    hyxTerrain::Terrain* getTerrain() const;
+    /// The node that holds all that is drawn.
+    GeometryNode* getNode() const;
 
-  /// Draws voxels as boxes, coloured by their mass at rest relative to the fullest.
-  void setRenderVoxelSolidMass(bool enable);
-  bool getRenderVoxelSolidMass() const;
-  /// Draws voxels with mass on the move, coloured by that mass relative to the most.
-  void setRenderVoxelFluidMass(bool enable);
-  bool getRenderVoxelFluidMass() const;
-  /// Draws the edges of all voxels.
-  void setRenderVoxelBoundingBox(bool enable);
-  bool getRenderVoxelBoundingBox() const;
-  /// Draws the surface, on at first.
-  void setRenderHeightField(bool enable);
-  bool getRenderHeightField() const;
-  /// Draws voxels as boxes, coloured by their compaction.
-  void setRenderVoxelCompaction(bool enable);
-  bool getRenderVoxelCompaction() const;
-  /// Colours the surface by the kind of soil, with the colours of `setTerrainMaterialsColors`.
-  void setRenderTerrainMaterials(bool enable);
-  bool getRenderTerrainMaterials() const;
-  /// Whether soil of kind 0 takes the first of the materials' colours (on at first) or the renderer's own.
-  void setRenderDefaultTerrainMaterial(bool enable);
-  bool getRenderDefaultTerrainMaterial() const;
-  /// Draws a line with the velocity of each column on the move; a metre for each m/s.
-  void setRenderVelocityField(bool enable);
-  bool getRenderVelocityField() const;
-  /// Draws the loose grains as round points, on at first.
-  void setRenderSoilParticles(bool enable);
-  bool getRenderSoilParticles() const;
-  /// Draws the loose grains as meshes: those of `setSoilParticleMeshData`, or small rough stones.
-  void setRenderSoilParticlesMesh(bool enable);
-  bool getRenderSoilParticlesMesh() const;
+    /// Draws voxels as boxes, coloured by their mass at rest relative to the fullest.
+    void setRenderVoxelSolidMass(bool enable);
+    bool getRenderVoxelSolidMass() const;
+    /// Draws voxels with mass on the move, coloured by that mass relative to the most.
+    void setRenderVoxelFluidMass(bool enable);
+    bool getRenderVoxelFluidMass() const;
+    /// Draws the edges of all voxels.
+    void setRenderVoxelBoundingBox(bool enable);
+    bool getRenderVoxelBoundingBox() const;
+    /// Draws the surface, on at first.
+    void setRenderHeightField(bool enable);
+    bool getRenderHeightField() const;
+    /// Draws voxels as boxes, coloured by their compaction.
+    void setRenderVoxelCompaction(bool enable);
+    bool getRenderVoxelCompaction() const;
+    /// Colours the surface by the kind of soil, with the colours of `setTerrainMaterialsColors`.
+    void setRenderTerrainMaterials(bool enable);
+    bool getRenderTerrainMaterials() const;
+    /// Whether soil of kind 0 takes the first of the materials' colours (on at first) or the renderer's own.
+    void setRenderDefaultTerrainMaterial(bool enable);
+    bool getRenderDefaultTerrainMaterial() const;
+    /// Draws a line with the velocity of each column on the move; a metre for each m/s.
+    void setRenderVelocityField(bool enable);
+    bool getRenderVelocityField() const;
+    /// Draws the loose grains as round points, on at first.
+    void setRenderSoilParticles(bool enable);
+    bool getRenderSoilParticles() const;
+    /// Draws the loose grains as meshes: those of `setSoilParticleMeshData`, or small rough stones.
+    void setRenderSoilParticlesMesh(bool enable);
+    bool getRenderSoilParticlesMesh() const;
 
-  /// Colours the surface by its height. `range` are the heights in metres, world, of the first and the last colour; an endless one
-  /// takes the lowest and the highest point.
-  void setRenderHeights(bool enable, hyx::RangeReal range = hyx::RangeReal());
-  bool getRenderHeights() const;
-  /// Colours the surface by the compaction of its top. `range` as in `setRenderHeights`, 0.7 to 1.3 where it is endless.
-  void setRenderCompaction(bool enable, hyx::RangeReal range = hyx::RangeReal());
-  bool getRenderCompaction() const;
+    /// Colours the surface by its height. `range` are the heights in metres, world, of the first and the last colour;
+    /// an endless one takes the lowest and the highest point.
+    void setRenderHeights(bool enable, hyx::RangeReal range = hyx::RangeReal());
+    bool getRenderHeights() const;
+    /// Colours the surface by the compaction of its top. `range` as in `setRenderHeights`, 0.7 to 1.3 where it is
+    /// endless.
+    void setRenderCompaction(bool enable, hyx::RangeReal range = hyx::RangeReal());
+    bool getRenderCompaction() const;
 
-  /// The colours of the kinds of soil in the order of their indices; kinds without a colour take the last one.
-  void setTerrainMaterialsColors(hyxRender::ColorVector const & colors);
-  hyxRender::ColorVector getTerrainMaterialColors() const;
-  /// The colour of the surface where nothing else colours it.
-  void setColor(hyx::Vec4f color);
-  hyx::Vec4f getColor() const;
-  void setVelocityFieldLineColor(hyx::Vec4 const & color);
-  /// The colour of a voxel with the largest value; the smallest is drawn dark blue.
-  void setMaxVoxelValueColor(hyx::Vec4f const & color);
+    /// The colours of the kinds of soil in the order of their indices; kinds without a colour take the last one.
+    void setTerrainMaterialsColors(hyxRender::ColorVector const& colors);
+    hyxRender::ColorVector getTerrainMaterialColors() const;
+    /// The colour of the surface where nothing else colours it.
+    void setColor(hyx::Vec4f color);
+    hyx::Vec4f getColor() const;
+    void setVelocityFieldLineColor(hyx::Vec4 const& color);
+    /// The colour of a voxel with the largest value; the smallest is drawn dark blue.
+    void setMaxVoxelValueColor(hyx::Vec4f const& color);
 
-  /// The files of the mesh that stands for a grain and of its texture. The mesh is scaled to the grain's size.
-  /// Throws `std::runtime_error` when a file cannot be read; an empty name goes back to the first mesh.
-  void setSoilParticleMeshData(hyx::String model, hyx::String texture = hyx::String());
-  hyx::String getSoilParticleMeshModelFilename() const;
-  hyx::String getSoilParticleMeshTextureFilename() const;
+    /// The files of the mesh that stands for a grain and of its texture. The mesh is scaled to the grain's size.
+    /// Throws `std::runtime_error` when a file cannot be read; an empty name goes back to the first mesh.
+    void setSoilParticleMeshData(hyx::String model, hyx::String texture = hyx::String());
+    hyx::String getSoilParticleMeshModelFilename() const;
+    hyx::String getSoilParticleMeshTextureFilename() const;
 
-  /// Brings what is drawn up to date now.
-  void update();
-  /// Takes the terrain out of the scene.
-  void removeNotification() override;
+    /// Brings what is drawn up to date now.
+    void update();
+    /// Takes the terrain out of the scene.
+    void removeNotification() override;
 
 protected:
-  ~TerrainVoxelRenderer() override;
+    ~TerrainVoxelRenderer() override;
 
 private:
-  template <class T>
-  void restyle(T & setting, T const & value);
+    template <class T>
+    void restyle(T& setting, T const& value);
 
-  struct Impl;
-  std::unique_ptr<Impl> m_impl;
+    struct Impl;
+    std::unique_ptr<Impl> m_impl;
 };
 
-}
+} // namespace hyxOSG

@@ -9,7 +9,7 @@
 
 namespace osg {
 class Group;
-}
+} // namespace osg
 
 namespace hyxOSG {
 
@@ -17,24 +17,24 @@ namespace hyxOSG {
 /// Follows the wire by itself in each frame.
 class WireRenderer : public hyxSDK::EventListener {
 public:
-  /// Draws `wire` under `parent`, with its points joined by `spline`, whose points are then the renderer's; null takes a cubic one.
-  /// Throws `std::invalid_argument` for a null `wire` or `parent`.
-  WireRenderer(hyxWire::Wire * wire, osg::Group * parent, hyxUtil::Spline * spline = nullptr);
+    /// Draws `wire` under `parent`, with its points joined by `spline`, whose points are then the renderer's; null
+    /// takes a cubic one. Throws `std::invalid_argument` for a null `wire` or `parent`.
+    WireRenderer(hyxWire::Wire* wire, osg::Group* parent, hyxUtil::Spline* spline = nullptr);
 
-  /// The tension in newtons that is drawn all red; 0, as at first, takes the largest tension that was seen so far.
-  /// Throws `std::invalid_argument` below 0.
-  void setReferenceMaxTension(double tension);
-  double getReferenceMaxTension() const;
+    /// The tension in newtons that is drawn all red; 0, as at first, takes the largest tension that was seen so far.
+    /// Throws `std::invalid_argument` below 0.
+    void setReferenceMaxTension(double tension);
+    double getReferenceMaxTension() const;
 
-  /// Takes the wire out of the scene.
-  void removeNotification() override;
+    /// Takes the wire out of the scene.
+    void removeNotification() override;
 
 protected:
-  ~WireRenderer() override;
+    ~WireRenderer() override;
 
 private:
-  struct Impl;
-  std::unique_ptr<Impl> m_impl;
+    struct Impl;
+    std::unique_ptr<Impl> m_impl;
 };
 
-}
+} // namespace hyxOSG

@@ -8,7 +8,7 @@
 
 namespace osg {
 class Group;
-}
+} // namespace osg
 
 namespace hyxOSG {
 
@@ -16,18 +16,18 @@ namespace hyxOSG {
 /// Follows the wire by itself in each frame.
 class WireRendererOld : public hyxSDK::EventListener {
 public:
-  /// Draws `wire` under `parent`. Throws `std::invalid_argument` for null.
-  WireRendererOld(hyxWire::Wire * wire, osg::Group * parent);
+    /// Draws `wire` under `parent`. Throws `std::invalid_argument` for null.
+    WireRendererOld(hyxWire::Wire* wire, osg::Group* parent);
 
-  /// Takes the wire out of the scene.
-  void removeNotification() override;
+    /// Takes the wire out of the scene.
+    void removeNotification() override;
 
 protected:
-  ~WireRendererOld() override;
+    ~WireRendererOld() override;
 
 private:
-  struct Impl;
-  std::unique_ptr<Impl> m_impl;
+    struct Impl;
+    std::unique_ptr<Impl> m_impl;
 };
 
-}
+} // namespace hyxOSG

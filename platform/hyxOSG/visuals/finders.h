@@ -3,15 +3,15 @@
 
 namespace osg {
 class Group;
-}
+} // namespace osg
 
 namespace osgText {
 class Text;
-}
+} // namespace osgText
 
 namespace hyxCollide {
 class Geometry;
-}
+} // namespace hyxCollide
 
 namespace hyxOSG {
 class FrameTrajectoryDrawable;
@@ -23,18 +23,18 @@ class RigidBodySystemDrawable;
 // or an argument is null.
 
 /// The visual of `geometry`.
-GeometryNode * findGeometryNode(hyxCollide::Geometry const * geometry, osg::Group * root);
+GeometryNode* findGeometryNode(hyxCollide::Geometry const* geometry, osg::Group* root);
 
 /// The first drawable of a particle system.
-ParticleSystemDrawable * findParticleSystemDrawable(osg::Group * root);
+ParticleSystemDrawable* findParticleSystemDrawable(osg::Group* root);
 
 /// The first drawable of a system of bodies.
-RigidBodySystemDrawable * findRigidBodySystemDrawable(osg::Group * root);
+RigidBodySystemDrawable* findRigidBodySystemDrawable(osg::Group* root);
 
 /// The first drawable of frame trajectories.
-FrameTrajectoryDrawable * findFrameTrajectoryDrawable(osg::Group * root);
+FrameTrajectoryDrawable* findFrameTrajectoryDrawable(osg::Group* root);
 
 /// The text number `index` (from 0) that addText attached to the visual of `geometry`.
-osgText::Text * findText(hyxCollide::Geometry const * geometry, osg::Group * root, std::size_t index = 0);
+osgText::Text* findText(hyxCollide::Geometry const* geometry, osg::Group* root, std::size_t index = 0);
 
 } // namespace hyxOSG

@@ -3,20 +3,20 @@
 
 namespace osg {
 class Group;
-}
+} // namespace osg
 
 namespace hyxModel {
 class FractureGenerator;
-}
+} // namespace hyxModel
 
 namespace hyxOSG {
 
 /// Makes visuals under `root` for the pieces that `generator` makes. The visual of the body that broke goes by itself.
 /// Nothing for null arguments.
-void addRenderCallbackToFracture(hyxModel::FractureGenerator * generator, osg::Group * root);
+void addRenderCallbackToFracture(hyxModel::FractureGenerator* generator, osg::Group* root);
 
 /// The same with pieces in `color`.
-void addRenderColorCallbackToFracture(hyxModel::FractureGenerator * generator, osg::Group * root,
-                                      hyx::Vec4f const & color);
+void addRenderColorCallbackToFracture(hyxModel::FractureGenerator* generator, osg::Group* root,
+                                      hyx::Vec4f const& color);
 
 } // namespace hyxOSG

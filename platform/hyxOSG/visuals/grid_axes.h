@@ -19,7 +19,7 @@ class RigidBody;
 
 namespace hyxCollide {
 class Geometry;
-}
+} // namespace hyxCollide
 
 namespace hyxOSG {
 
@@ -28,48 +28,48 @@ namespace hyxOSG {
 // std::invalid_argument).
 
 /// Grey lines, or with `filled` a checkered surface of quads, in the plane of the two edges. Nothing holds the result.
-osg::Geometry * createGrid(unsigned int numCellsU, unsigned int numCellsV, osg::Vec3 const & corner,
-                           osg::Vec3 const & edgeU, osg::Vec3 const & edgeV, bool filled = false);
+osg::Geometry* createGrid(unsigned int numCellsU, unsigned int numCellsV, osg::Vec3 const& corner,
+                          osg::Vec3 const& edgeU, osg::Vec3 const& edgeV, bool filled = false);
 
 /// The same as lines, put under `root` (null: nothing holds the result).
-osg::Geode * createGrid(unsigned int numCellsU, unsigned int numCellsV, hyx::Vec3 const & corner,
-                        hyx::Vec3 const & edgeU, hyx::Vec3 const & edgeV, osg::Group * root);
+osg::Geode* createGrid(unsigned int numCellsU, unsigned int numCellsV, hyx::Vec3 const& corner, hyx::Vec3 const& edgeU,
+                       hyx::Vec3 const& edgeV, osg::Group* root);
 
 /// Lines of a grid in space, `lineWidth` pixels wide. Nothing holds the result.
-osg::Geometry * create3DGrid(unsigned int numCellsU, unsigned int numCellsV, unsigned int numCellsW,
-                             osg::Vec3 const & corner, osg::Vec3 const & edgeU, osg::Vec3 const & edgeV,
-                             osg::Vec3 const & edgeW, float lineWidth);
-osg::Geode * create3DGrid(unsigned int numCellsU, unsigned int numCellsV, unsigned int numCellsW,
-                          hyx::Vec3 const & corner, hyx::Vec3 const & edgeU, hyx::Vec3 const & edgeV,
-                          hyx::Vec3 const & edgeW, float lineWidth);
+osg::Geometry* create3DGrid(unsigned int numCellsU, unsigned int numCellsV, unsigned int numCellsW,
+                            osg::Vec3 const& corner, osg::Vec3 const& edgeU, osg::Vec3 const& edgeV,
+                            osg::Vec3 const& edgeW, float lineWidth);
+osg::Geode* create3DGrid(unsigned int numCellsU, unsigned int numCellsV, unsigned int numCellsW,
+                         hyx::Vec3 const& corner, hyx::Vec3 const& edgeU, hyx::Vec3 const& edgeV,
+                         hyx::Vec3 const& edgeW, float lineWidth);
 
 // Axes: arrows along x (red), y (green) and z (blue), `length` metres long and `scale` times the usual thickness; both
 // positive and finite, else std::invalid_argument.
 
 /// Axes at the origin; nothing holds the result.
-osg::MatrixTransform * createAxes(float scale = 1.0f, float length = 1.0f);
+osg::MatrixTransform* createAxes(float scale = 1.0f, float length = 1.0f);
 
 /// Axes under `root` that follow `frame` (null: the geometry's own frame). Null when `geometry` or `root` is.
-osg::MatrixTransform * createAxes(hyxCollide::Geometry * geometry, hyx::Frame * frame, osg::Group * root,
-                                  float scale = 1.0f, float length = 1.0f);
+osg::MatrixTransform* createAxes(hyxCollide::Geometry* geometry, hyx::Frame* frame, osg::Group* root,
+                                 float scale = 1.0f, float length = 1.0f);
 
 /// Axes under `root` that follow `geometry` at `localTransform` in its frame.
-osg::MatrixTransform * createAxes(hyxCollide::Geometry * geometry, hyx::AffineMatrix4x4 localTransform,
-                                  osg::Group * root, float scale = 1.0f, float length = 1.0f);
+osg::MatrixTransform* createAxes(hyxCollide::Geometry* geometry, hyx::AffineMatrix4x4 localTransform, osg::Group* root,
+                                 float scale = 1.0f, float length = 1.0f);
 
 /// Axes under `root` that follow `frame` (null: the body's own frame). Null when `body` or `root` is.
-osg::MatrixTransform * createAxes(hyx::RigidBody * body, hyx::Frame * frame, osg::Group * root, float scale = 1.0f,
-                                  float length = 1.0f);
+osg::MatrixTransform* createAxes(hyx::RigidBody* body, hyx::Frame* frame, osg::Group* root, float scale = 1.0f,
+                                 float length = 1.0f);
 
 /// Axes under `root` that follow `body` at `localTransform` in its frame.
-osg::MatrixTransform * createAxes(hyx::RigidBody * body, hyx::AffineMatrix4x4 localTransform, osg::Group * root,
-                                  float scale = 1.0f, float length = 1.0f);
+osg::MatrixTransform* createAxes(hyx::RigidBody* body, hyx::AffineMatrix4x4 localTransform, osg::Group* root,
+                                 float scale = 1.0f, float length = 1.0f);
 
 /// Axes under `root` at a fixed place.
-osg::MatrixTransform * createAxes(hyx::AffineMatrix4x4 transform, osg::Group * root, float scale = 1.0f,
-                                  float length = 1.0f);
+osg::MatrixTransform* createAxes(hyx::AffineMatrix4x4 transform, osg::Group* root, float scale = 1.0f,
+                                 float length = 1.0f);
 
 /// Axes at each attachment frame of `constraint`. False when an argument is null or it has none.
-bool createAxes(hyx::Constraint * constraint, osg::Group * root, float scale = 1.0f, float length = 1.0f);
+bool createAxes(hyx::Constraint* constraint, osg::Group* root, float scale = 1.0f, float length = 1.0f);
 
 } // namespace hyxOSG

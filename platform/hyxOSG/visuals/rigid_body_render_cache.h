@@ -9,11 +9,11 @@
 
 namespace osg {
 class Node;
-}
+} // namespace osg
 
 namespace hyxCollide {
 class Geometry;
-}
+} // namespace hyxCollide
 
 namespace hyxOSG {
 
@@ -24,10 +24,10 @@ public:
     RigidBodyRenderCache();
 
     /// The node kept for the shape of `geometry`, null when there is none or `geometry` is null.
-    osg::Node * find(hyxCollide::Geometry const * geometry, float detailRatio) const;
+    osg::Node* find(hyxCollide::Geometry const* geometry, float detailRatio) const;
 
     /// Keeps `node` for the shape of `geometry`; null arguments are ignored.
-    void insert(hyxCollide::Geometry const * geometry, float detailRatio, osg::Node * node);
+    void insert(hyxCollide::Geometry const* geometry, float detailRatio, osg::Node* node);
 
     /// The number of nodes kept.
     std::size_t size() const;

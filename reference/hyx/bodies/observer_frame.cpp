@@ -6,32 +6,33 @@ namespace hyx {
 
 ObserverFrame::ObserverFrame() = default;
 
-ObserverFrame::ObserverFrame(RigidBody * body, AffineMatrix4x4 const & local) : Frame(local), m_body(body) {}
+ObserverFrame::ObserverFrame(RigidBody* body, AffineMatrix4x4 const& local) : Frame(local), m_body(body) {}
 
-ObserverFrame::ObserverFrame(Name const & name, RigidBody * body, AffineMatrix4x4 const & local) : ObserverFrame(body, local) {
-  setName(name);
+ObserverFrame::ObserverFrame(Name const& name, RigidBody* body, AffineMatrix4x4 const& local)
+    : ObserverFrame(body, local) {
+    setName(name);
 }
 
 ObserverFrame::~ObserverFrame() = default;
 
-void ObserverFrame::attachTo(RigidBody * body) {
-  m_body = body;
+void ObserverFrame::attachTo(RigidBody* body) {
+    m_body = body;
 }
 
-RigidBody * ObserverFrame::getRigidBody() const {
-  return m_body.get();
+RigidBody* ObserverFrame::getRigidBody() const {
+    return m_body.get();
 }
 
 AffineMatrix4x4 ObserverFrame::getMatrix() const {
-  return m_body ? getLocalMatrix() * m_body->getTransform() : getLocalMatrix();
+    return m_body ? getLocalMatrix() * m_body->getTransform() : getLocalMatrix();
 }
 
 Vec3 ObserverFrame::getVelocity() const {
-  return m_body ? m_body->getPointVelocity(getTranslate()) : Vec3();
+    return m_body ? m_body->getPointVelocity(getTranslate()) : Vec3();
 }
 
 Vec3 ObserverFrame::getAngularVelocity() const {
-  return m_body ? m_body->getAngularVelocity() : Vec3();
+    return m_body ? m_body->getAngularVelocity() : Vec3();
 }
 
-}
+} // namespace hyx

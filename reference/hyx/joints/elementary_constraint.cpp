@@ -7,19 +7,19 @@
 namespace hyx {
 
 void ElementaryConstraint::setCompliance(Real compliance) {
-  m_compliance = requireNonNegative(compliance, "a compliance");
+    m_compliance = requireNonNegative(compliance, "a compliance");
 }
 
 void ElementaryConstraint::setDamping(Real time) {
-  m_damping = requireNonNegative(time, "a damping time");
+    m_damping = requireNonNegative(time, "a damping time");
 }
 
 void Motor1D::setSpeed(Real speed) {
-  m_speed = requireFinite(speed, "the speed of a motor");
+    m_speed = requireFinite(speed, "the speed of a motor");
 }
 
 void Lock1D::setPosition(Real position) {
-  m_position = requireFinite(position, "the position of a lock");
+    m_position = requireFinite(position, "the position of a lock");
 }
 
-}
+} // namespace hyx

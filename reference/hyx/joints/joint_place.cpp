@@ -6,16 +6,16 @@
 
 namespace hyx {
 
-JointPlace::JointPlace(Vec3 const & worldPoint, Vec3 const & worldAxis) {
-  requireFinite(worldPoint, "the point of a joint");
-  requireFinite(worldAxis, "the axis of a joint");
-  if (worldAxis.length2() == 0)
-    throw std::invalid_argument("a joint needs an axis other than zero");
-  m_place = AffineMatrix4x4(Quat(Vec3(0, 0, 1), worldAxis), worldPoint);
+JointPlace::JointPlace(Vec3 const& worldPoint, Vec3 const& worldAxis) {
+    requireFinite(worldPoint, "the point of a joint");
+    requireFinite(worldAxis, "the axis of a joint");
+    if (worldAxis.length2() == 0)
+        throw std::invalid_argument("a joint needs an axis other than zero");
+    m_place = AffineMatrix4x4(Quat(Vec3(0, 0, 1), worldAxis), worldPoint);
 }
 
-ref_ptr<Frame> JointPlace::seenFrom(RigidBody const * body) const {
-  return new Frame(body ? m_place * body->getTransform().inverse() : m_place);
+ref_ptr<Frame> JointPlace::seenFrom(RigidBody const* body) const {
+    return new Frame(body ? m_place * body->getTransform().inverse() : m_place);
 }
 
-}
+} // namespace hyx

@@ -8,9 +8,9 @@
 namespace hyx {
 
 /// The shape's kind and measures; what has no kind of its own here is described by the box around it.
-nlohmann::json describeShape(const hyxCollide::Shape& shape);
+nlohmann::json describeShape(hyxCollide::Shape const& shape);
 
 /// Throws std::exception for what is no description.
-ref_ptr<hyxCollide::Shape> makeShape(const nlohmann::json& description);
+ref_ptr<hyxCollide::Shape> makeShape(nlohmann::json const& description);
 
-}  // namespace hyx
+} // namespace hyx

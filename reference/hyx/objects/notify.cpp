@@ -6,33 +6,34 @@ namespace hyx {
 
 namespace {
 
-void writeToConsole(int level, std::string const & text) {
-  (level >= Notify::NOTIFY_WARNING ? std::cerr : std::cout) << text << std::endl;
+void writeToConsole(int level, std::string const& text) {
+    (level >= Notify::NOTIFY_WARNING ? std::cerr : std::cout) << text << std::endl;
 }
 
-}
+} // namespace
 
 Notify::Notify() : m_sink(writeToConsole) {}
 
-Notify & Notify::instance() {
-  // Never destroyed: notices may still come while the process ends.
-  static Notify & stream = *new Notify;
-  return stream;
+Notify& Notify::instance() {
+    // Never destroyed: notices may still come while the process ends.
+    static Notify& stream = *new Notify;
+    return stream;
 }
 
-void Notify::notify(int level, std::string const & text) {
-  if (level >= m_level)
-    m_sink(level, text);
+void Notify::notify(int level, std::string const& text) {
+    if (level >= m_level)
+        m_sink(level, text);
 }
 
-void Notify::notify(int level, char const * function, int line, char const * source, std::string const & text) {
-  if (level < m_level)
-    return;
-  notify(level, std::string(function ? function : "") + "(" + std::to_string(line) + "), " + (source ? source : "") + ": " + text);
+void Notify::notify(int level, char const* function, int line, char const* source, std::string const& text) {
+    if (level < m_level)
+        return;
+    notify(level, std::string(function ? function : "") + "(" + std::to_string(line) + "), " + (source ? source : "") +
+                      ": " + text);
 }
 
 void Notify::setSink(Sink sink) {
-  m_sink = sink ? std::move(sink) : writeToConsole;
+    m_sink = sink ? std::move(sink) : writeToConsole;
 }
 
-}
+} // namespace hyx

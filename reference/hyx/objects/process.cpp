@@ -6,4 +6,4 @@ void Process::preStep(TimeStamp, Real) {}
 
 void Process::postStep(TimeStamp, Real) {}
 
-}
+} // namespace hyx

@@ -6,26 +6,26 @@
 
 namespace hyx {
 
-bool BodyObstacle::find(Vec3 const & position, Real reach, Surface & surface) const {
-  if (!m_body->isEnabled())
-    return false;
-  bool found = false;
-  for (auto const & geometry : m_body->getGeometries()) {
-    if (!geometry->getEnableCollisions() || geometry->isSensor())
-      continue;
-    AffineMatrix4x4 const transform = geometry->getTransform();
-    Surface candidate;
-    if (!findNearestSurface(*geometry->getShape(), transform.inverse().transformPoint(position), reach, candidate))
-      continue;
-    if (found && candidate.distance >= surface.distance)
-      continue;
-    surface = candidate;
-    surface.normal = transform.transformVector(candidate.normal);
-    found = true;
-  }
-  if (found)
-    surface.velocity = m_body->getPointVelocity(position - surface.normal * surface.distance);
-  return found;
+bool BodyObstacle::find(Vec3 const& position, Real reach, Surface& surface) const {
+    if (!m_body->isEnabled())
+        return false;
+    bool found = false;
+    for (auto const& geometry : m_body->getGeometries()) {
+        if (!geometry->getEnableCollisions() || geometry->isSensor())
+            continue;
+        AffineMatrix4x4 const transform = geometry->getTransform();
+        Surface candidate;
+        if (!findNearestSurface(*geometry->getShape(), transform.inverse().transformPoint(position), reach, candidate))
+            continue;
+        if (found && candidate.distance >= surface.distance)
+            continue;
+        surface = candidate;
+        surface.normal = transform.transformVector(candidate.normal);
+        found = true;
+    }
+    if (found)
+        surface.velocity = m_body->getPointVelocity(position - surface.normal * surface.distance);
+    return found;
 }
 
-}
+} // namespace hyx

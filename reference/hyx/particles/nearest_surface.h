@@ -5,8 +5,9 @@
 
 namespace hyx {
 
-/// The point of a shape's surface nearest to `position` (shape coordinates); false when it is farther than `reach` metres.
-/// Fills distance and normal of `surface`, not the velocity. Meshes are taken as sheets without an inside.
-bool findNearestSurface(hyxCollide::Shape const & shape, Vec3 const & position, Real reach, ParticleObstacle::Surface & surface);
+/// The point of a shape's surface nearest to `position` (shape coordinates); false when it is farther than `reach`
+/// metres. Fills distance and normal of `surface`, not the velocity. Meshes are taken as sheets without an inside.
+bool findNearestSurface(hyxCollide::Shape const& shape, Vec3 const& position, Real reach,
+                        ParticleObstacle::Surface& surface);
 
-}
+} // namespace hyx

@@ -7,35 +7,45 @@
 
 namespace hyx {
 
-RigidBodyEmitter::RigidBodyEmitter() { setSphereTemplate(0.1); }
+RigidBodyEmitter::RigidBodyEmitter() {
+    setSphereTemplate(0.1);
+}
 
 void RigidBodyEmitter::setSphereTemplate(Real radius) {
-  ref_ptr<hyxCollide::Sphere> const shape = new hyxCollide::Sphere(radius);
-  m_make = [shape] { return new RigidBody(new hyxCollide::Geometry(shape.get())); };
+    ref_ptr<hyxCollide::Sphere> const shape = new hyxCollide::Sphere(radius);
+    m_make = [shape] { return new RigidBody(new hyxCollide::Geometry(shape.get())); };
 }
 
-void RigidBodyEmitter::setBoxTemplate(Vec3 const & halfExtents) {
-  ref_ptr<hyxCollide::Box> const shape = new hyxCollide::Box(halfExtents);
-  m_make = [shape] { return new RigidBody(new hyxCollide::Geometry(shape.get())); };
+void RigidBodyEmitter::setBoxTemplate(Vec3 const& halfExtents) {
+    ref_ptr<hyxCollide::Box> const shape = new hyxCollide::Box(halfExtents);
+    m_make = [shape] { return new RigidBody(new hyxCollide::Geometry(shape.get())); };
 }
 
-void RigidBodyEmitter::setTemplate(Template make) { m_make = std::move(make); }
-void RigidBodyEmitter::addEmitCallback(EmitCallback callback) { m_callbacks.push_back(std::move(callback)); }
-std::vector<ref_ptr<RigidBody>> const & RigidBodyEmitter::getBodies() const { return m_bodies; }
-
-bool RigidBodyEmitter::emit(Vec3 const & position, Vec3 const & velocity) {
-  if (!getSimulation() || !m_make)
-    return false;
-  ref_ptr<RigidBody> const body = m_make();
-  if (!body)
-    return false;
-  body->setPosition(position);
-  body->setVelocity(velocity);
-  getSimulation()->add(body.get());
-  m_bodies.push_back(body);
-  for (EmitCallback const & callback : m_callbacks)
-    callback(body.get());
-  return true;
+void RigidBodyEmitter::setTemplate(Template make) {
+    m_make = std::move(make);
 }
 
+void RigidBodyEmitter::addEmitCallback(EmitCallback callback) {
+    m_callbacks.push_back(std::move(callback));
 }
+
+std::vector<ref_ptr<RigidBody>> const& RigidBodyEmitter::getBodies() const {
+    return m_bodies;
+}
+
+bool RigidBodyEmitter::emit(Vec3 const& position, Vec3 const& velocity) {
+    if (!getSimulation() || !m_make)
+        return false;
+    ref_ptr<RigidBody> const body = m_make();
+    if (!body)
+        return false;
+    body->setPosition(position);
+    body->setVelocity(velocity);
+    getSimulation()->add(body.get());
+    m_bodies.push_back(body);
+    for (EmitCallback const& callback : m_callbacks)
+        callback(body.get());
+    return true;
+}
+
+} // namespace hyx

@@ -5,9 +5,9 @@
 namespace hyx {
 
 RangeReal::RangeReal(double lower, double upper) : m_lower(lower), m_upper(upper) {
-  // Written so that a bound that is not a number fails too.
-  if (!(lower <= upper))
-    throw std::invalid_argument("the lower bound of a range must not be above its upper bound");
+    // Written so that a bound that is not a number fails too.
+    if (!(lower <= upper))
+        throw std::invalid_argument("the lower bound of a range must not be above its upper bound");
 }
 
-}
+} // namespace hyx

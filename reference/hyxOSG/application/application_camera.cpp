@@ -1,7 +1,6 @@
 /// The application's camera: view, home, orbit, grid and coordinate system.
-#include "reference/hyxOSG/application/application_state.h"
-
 #include "platform/hyxOSG/nodes/geometry_node.h"
+#include "reference/hyxOSG/application/application_state.h"
 
 #include <cmath>
 #include <stdexcept>
@@ -9,145 +8,190 @@
 namespace hyxOSG {
 namespace {
 
-hyx::Vec3 toHyx(const osg::Vec3d& v) { return {v.x(), v.y(), v.z()}; }
-osg::Vec3d toOsg(const hyx::Vec3& v) { return {v.x, v.y, v.z}; }
-
-void checkView(const hyx::Vec3& eye, const hyx::Vec3& center, const hyx::Vec3& up) {
-  const double side = (center - eye).cross(up).length();
-  if (!(side > 0) || !std::isfinite(side))
-    throw std::invalid_argument("eye and center must be apart, and up must not be along the view");
+hyx::Vec3 toHyx(osg::Vec3d const& v) {
+    return {v.x(), v.y(), v.z()};
 }
 
-constexpr double wheelZoom = -0.1;  // share of the distance; the wheel turned away from the user goes nearer
+osg::Vec3d toOsg(hyx::Vec3 const& v) {
+    return {v.x, v.y, v.z};
+}
+
+void checkView(hyx::Vec3 const& eye, hyx::Vec3 const& center, hyx::Vec3 const& up) {
+    double const side = (center - eye).cross(up).length();
+    if (!(side > 0) || !std::isfinite(side))
+        throw std::invalid_argument("eye and center must be apart, and up must not be along the view");
+}
+
+constexpr double wheelZoom = -0.1; // share of the distance; the wheel turned away from the user goes nearer
 
 /// Turning keeps Z upright, unless the view was set up otherwise.
-void setHome(osgGA::OrbitManipulator& orbit, const osg::Vec3d& eye, const osg::Vec3d& center, const osg::Vec3d& up) {
-  const osg::Vec3d vertical(0, 0, 1);
-  const bool upright = (up ^ vertical).length() < 1e-9 * up.length() && ((center - eye) ^ vertical).length() > 0;
-  orbit.setVerticalAxisFixed(upright);
-  orbit.setHomePosition(eye, center, up);
-  orbit.home(0);
+void setHome(osgGA::OrbitManipulator& orbit, osg::Vec3d const& eye, osg::Vec3d const& center, osg::Vec3d const& up) {
+    osg::Vec3d const vertical(0, 0, 1);
+    bool const upright = (up ^ vertical).length() < 1e-9 * up.length() && ((center - eye) ^ vertical).length() > 0;
+    orbit.setVerticalAxisFixed(upright);
+    orbit.setHomePosition(eye, center, up);
+    orbit.home(0);
 }
 
-}  // namespace
+} // namespace
 
 osg::ref_ptr<osgGA::OrbitManipulator> ExampleApplication::State::makeOrbit() {
-  osg::ref_ptr<osgGA::OrbitManipulator> orbit = new osgGA::OrbitManipulator;
-  orbit->setAllowThrow(false);
-  orbit->setAutoComputeHomePosition(false);
-  orbit->setWheelZoomFactor(wheelZoom);
-  setHome(*orbit, osg::Vec3d(0, -15, 6), osg::Vec3d(), osg::Vec3d(0, 0, 1));
-  return orbit;
+    osg::ref_ptr<osgGA::OrbitManipulator> orbit = new osgGA::OrbitManipulator;
+    orbit->setAllowThrow(false);
+    orbit->setAutoComputeHomePosition(false);
+    orbit->setWheelZoomFactor(wheelZoom);
+    setHome(*orbit, osg::Vec3d(0, -15, 6), osg::Vec3d(), osg::Vec3d(0, 0, 1));
+    return orbit;
 }
 
 CameraData ExampleApplication::getCameraData() {
-  return CameraData(static_cast<const osgViewer::Viewer*>(m_state->ensureWindow(*this)->viewer()));
+    return CameraData(static_cast<osgViewer::Viewer const*>(m_state->ensureWindow(*this)->viewer()));
 }
 
-void ExampleApplication::applyCameraData(const CameraData& cameraData) {
-  cameraData.applyTo(m_state->ensureWindow(*this)->viewer());
+void ExampleApplication::applyCameraData(CameraData const& cameraData) {
+    cameraData.applyTo(m_state->ensureWindow(*this)->viewer());
 }
 
 void ExampleApplication::getCameraHome(hyx::Vec3& eye, hyx::Vec3& center, hyx::Vec3& up) const {
-  osg::Vec3d homeEye, homeCenter, homeUp;
-  m_state->orbit->getHomePosition(homeEye, homeCenter, homeUp);
-  eye = toHyx(homeEye);
-  center = toHyx(homeCenter);
-  up = toHyx(homeUp);
+    osg::Vec3d homeEye, homeCenter, homeUp;
+    m_state->orbit->getHomePosition(homeEye, homeCenter, homeUp);
+    eye = toHyx(homeEye);
+    center = toHyx(homeCenter);
+    up = toHyx(homeUp);
 }
 
-void ExampleApplication::setCameraHome(const hyx::Vec3& eye, const hyx::Vec3& center, const hyx::Vec3& up) {
-  checkView(eye, center, up);
-  setHome(*m_state->orbit, toOsg(eye), toOsg(center), toOsg(up));
-  m_state->homeSet = true;
+void ExampleApplication::setCameraHome(hyx::Vec3 const& eye, hyx::Vec3 const& center, hyx::Vec3 const& up) {
+    checkView(eye, center, up);
+    setHome(*m_state->orbit, toOsg(eye), toOsg(center), toOsg(up));
+    m_state->homeSet = true;
 }
 
-bool ExampleApplication::isCameraHomeSet() const { return m_state->homeSet; }
-
-void ExampleApplication::setOrbitCamera(GeometryNode* node, double distance, double azimuth, double elevation, int mode) {
-  const hyx::Vec3 eye(-std::sin(azimuth) * std::cos(elevation), -std::cos(azimuth) * std::cos(elevation),
-                      std::sin(elevation));
-  if (!(distance > 0)) throw std::invalid_argument("the distance of an orbit camera must be positive");
-  setOrbitCamera(node, eye * distance, hyx::Vec3(), hyx::Vec3(0, 0, 1), mode);
+bool ExampleApplication::isCameraHomeSet() const {
+    return m_state->homeSet;
 }
 
-void ExampleApplication::setOrbitCamera(GeometryNode* node, const hyx::Vec3& eye, const hyx::Vec3& center,
-                                        const hyx::Vec3& up, int mode) {
-  if (!node) {
-    if (m_state->follow) m_state->useManipulator(m_state->orbit);
-    m_state->follow = nullptr;
-    return;
-  }
-  if (mode < 0 || mode > FollowManipulator::WHOLE_ROTATION)
-    throw std::invalid_argument("the mode of an orbit camera must be 0 (position), 1 (heading too) or 2 (whole rotation)");
-  checkView(eye, center, up);
-  m_state->follow = new FollowManipulator(node, FollowManipulator::Mode(mode));
-  m_state->follow->setWheelZoomFactor(wheelZoom);
-  setHome(*m_state->follow, toOsg(eye), toOsg(center), toOsg(up));
-  m_state->useManipulator(m_state->follow);
+void ExampleApplication::setOrbitCamera(GeometryNode* node, double distance, double azimuth, double elevation,
+                                        int mode) {
+    hyx::Vec3 const eye(-std::sin(azimuth) * std::cos(elevation), -std::cos(azimuth) * std::cos(elevation),
+                        std::sin(elevation));
+    if (!(distance > 0))
+        throw std::invalid_argument("the distance of an orbit camera must be positive");
+    setOrbitCamera(node, eye * distance, hyx::Vec3(), hyx::Vec3(0, 0, 1), mode);
+}
+
+void ExampleApplication::setOrbitCamera(GeometryNode* node, hyx::Vec3 const& eye, hyx::Vec3 const& center,
+                                        hyx::Vec3 const& up, int mode) {
+    if (!node) {
+        if (m_state->follow)
+            m_state->useManipulator(m_state->orbit);
+        m_state->follow = nullptr;
+        return;
+    }
+    if (mode < 0 || mode > FollowManipulator::WHOLE_ROTATION)
+        throw std::invalid_argument(
+            "the mode of an orbit camera must be 0 (position), 1 (heading too) or 2 (whole rotation)");
+    checkView(eye, center, up);
+    m_state->follow = new FollowManipulator(node, FollowManipulator::Mode(mode));
+    m_state->follow->setWheelZoomFactor(wheelZoom);
+    setHome(*m_state->follow, toOsg(eye), toOsg(center), toOsg(up));
+    m_state->useManipulator(m_state->follow);
 }
 
 void ExampleApplication::State::useManipulator(osgGA::CameraManipulator* manipulator) {
-  if (window) window->viewer()->setCameraManipulator(manipulator, false);
+    if (window)
+        window->viewer()->setCameraManipulator(manipulator, false);
 }
 
 void ExampleApplication::centerScene() {
-  const osg::BoundingSphere bound = m_state->graph.sceneBound();
-  if (!bound.valid()) return;
-  osg::Vec3d eye, center, up;
-  m_state->orbit->getTransformation(eye, center, up);
-  m_state->orbit->setTransformation(eye, bound.center(), up);
+    osg::BoundingSphere const bound = m_state->graph.sceneBound();
+    if (!bound.valid())
+        return;
+    osg::Vec3d eye, center, up;
+    m_state->orbit->getTransformation(eye, center, up);
+    m_state->orbit->setTransformation(eye, bound.center(), up);
 }
 
 void ExampleApplication::fitSceneIntoView() {
-  const osg::BoundingSphere bound = m_state->graph.sceneBound();
-  if (!bound.valid() || !(bound.radius() > 0)) return;
-  double fieldOfView = 45, aspectRatio = 1, nearPlane, farPlane;
-  if (m_state->window)
-    m_state->window->camera()->getProjectionMatrixAsPerspective(fieldOfView, aspectRatio, nearPlane, farPlane);
-  const double halfHeight = osg::DegreesToRadians(fieldOfView / 2);
-  const double halfWidth = std::atan(std::tan(halfHeight) * aspectRatio);
-  const double distance = bound.radius() / std::sin(std::min(halfHeight, halfWidth));
-  osg::Vec3d eye, center, up;
-  m_state->orbit->getTransformation(eye, center, up);
-  osg::Vec3d backward = eye - center;
-  if (backward.normalize() == 0) backward.set(0, -1, 0);
-  m_state->orbit->setTransformation(bound.center() + backward * distance, bound.center(), up);
+    osg::BoundingSphere const bound = m_state->graph.sceneBound();
+    if (!bound.valid() || !(bound.radius() > 0))
+        return;
+    double fieldOfView = 45, aspectRatio = 1, nearPlane, farPlane;
+    if (m_state->window)
+        m_state->window->camera()->getProjectionMatrixAsPerspective(fieldOfView, aspectRatio, nearPlane, farPlane);
+    double const halfHeight = osg::DegreesToRadians(fieldOfView / 2);
+    double const halfWidth = std::atan(std::tan(halfHeight) * aspectRatio);
+    double const distance = bound.radius() / std::sin(std::min(halfHeight, halfWidth));
+    osg::Vec3d eye, center, up;
+    m_state->orbit->getTransformation(eye, center, up);
+    osg::Vec3d backward = eye - center;
+    if (backward.normalize() == 0)
+        backward.set(0, -1, 0);
+    m_state->orbit->setTransformation(bound.center() + backward * distance, bound.center(), up);
 }
 
 hyx::Vec3 ExampleApplication::getViewDirection() {
-  const CameraData data = getCameraData();
-  return (data.center - data.eye).normal();
+    CameraData const data = getCameraData();
+    return (data.center - data.eye).normal();
 }
 
-osg::Camera* ExampleApplication::getCamera() { return m_state->window ? m_state->window->camera() : nullptr; }
+osg::Camera* ExampleApplication::getCamera() {
+    return m_state->window ? m_state->window->camera() : nullptr;
+}
 
-osgViewer::Viewer* ExampleApplication::getViewer() { return m_state->window ? m_state->window->viewer() : nullptr; }
+osgViewer::Viewer* ExampleApplication::getViewer() {
+    return m_state->window ? m_state->window->viewer() : nullptr;
+}
 
 osgGA::MatrixManipulator* ExampleApplication::getCameraManipulator() {
-  return m_state->window ? m_state->window->viewer()->getCameraManipulator() : nullptr;
+    return m_state->window ? m_state->window->viewer()->getCameraManipulator() : nullptr;
 }
 
-const osgGA::MatrixManipulator* ExampleApplication::getCameraManipulator() const {
-  return m_state->window ? m_state->window->viewer()->getCameraManipulator() : nullptr;
+osgGA::MatrixManipulator const* ExampleApplication::getCameraManipulator() const {
+    return m_state->window ? m_state->window->viewer()->getCameraManipulator() : nullptr;
 }
 
-void ExampleApplication::setCoordinateSystemTransform(const hyx::AffineMatrix4x4& transform) {
-  m_state->graph.setTransform(transform);
-}
-hyx::AffineMatrix4x4 ExampleApplication::getCoordinateSystemTransform() const { return m_state->graph.transform(); }
-
-void ExampleApplication::setDebugRenderInverseMatrix(const hyx::AffineMatrix4x4& matrix) {
-  m_state->graph.setDebugInverse(matrix);
+void ExampleApplication::setCoordinateSystemTransform(hyx::AffineMatrix4x4 const& transform) {
+    m_state->graph.setTransform(transform);
 }
 
-void ExampleApplication::setGridSize(const hyx::Vec2& size) { m_state->markers.setCellSize(size); }
-hyx::Vec2 ExampleApplication::getGridSize() const { return m_state->markers.cellSize(); }
-void ExampleApplication::setGridResolution(hyx::Vec2u resolution) { m_state->markers.setResolution(resolution); }
-hyx::Vec2u ExampleApplication::getGridResolution() const { return m_state->markers.resolution(); }
-void ExampleApplication::setEnableGrid(bool enable) { m_state->markers.showGrid(enable); }
-bool ExampleApplication::getEnableGrid() const { return m_state->markers.gridShown(); }
-void ExampleApplication::setEnableCoordinateSystem(bool enable) { m_state->markers.showAxes(enable); }
-bool ExampleApplication::getEnableCoordinateSystem() const { return m_state->markers.axesShown(); }
+hyx::AffineMatrix4x4 ExampleApplication::getCoordinateSystemTransform() const {
+    return m_state->graph.transform();
+}
 
-}  // namespace hyxOSG
+void ExampleApplication::setDebugRenderInverseMatrix(hyx::AffineMatrix4x4 const& matrix) {
+    m_state->graph.setDebugInverse(matrix);
+}
+
+void ExampleApplication::setGridSize(hyx::Vec2 const& size) {
+    m_state->markers.setCellSize(size);
+}
+
+hyx::Vec2 ExampleApplication::getGridSize() const {
+    return m_state->markers.cellSize();
+}
+
+void ExampleApplication::setGridResolution(hyx::Vec2u resolution) {
+    m_state->markers.setResolution(resolution);
+}
+
+hyx::Vec2u ExampleApplication::getGridResolution() const {
+    return m_state->markers.resolution();
+}
+
+void ExampleApplication::setEnableGrid(bool enable) {
+    m_state->markers.showGrid(enable);
+}
+
+bool ExampleApplication::getEnableGrid() const {
+    return m_state->markers.gridShown();
+}
+
+void ExampleApplication::setEnableCoordinateSystem(bool enable) {
+    m_state->markers.showAxes(enable);
+}
+
+bool ExampleApplication::getEnableCoordinateSystem() const {
+    return m_state->markers.axesShown();
+}
+
+} // namespace hyxOSG

@@ -15,101 +15,147 @@ enum JournalFormat : hyx::UInt { PLAIN = 0, COMPRESSED = 1 };
 
 /// `run.h5#first` is the session `first` of the file `run.h5`.
 struct JournalPath {
-  explicit JournalPath(const std::string& path)
-      : file(path.substr(0, path.find('#'))), session(path.find('#') == std::string::npos ? "" : path.substr(path.find('#') + 1)) {}
-  std::string file;
-  std::string session;
+    explicit JournalPath(std::string const& path)
+        : file(path.substr(0, path.find('#'))),
+          session(path.find('#') == std::string::npos ? "" : path.substr(path.find('#') + 1)) {}
+
+    std::string file;
+    std::string session;
 };
 
 /// What the configuration file says goes over the settings; a file that cannot be read is refused.
-void configure(const std::string& path, hyx::Journal::Settings& settings, std::string& session) {
-  if (path.empty()) return;
-  std::ifstream file(path);
-  const nlohmann::json choice = nlohmann::json::parse(file, nullptr, false);
-  if (!choice.is_object()) throw std::runtime_error("the journal configuration '" + path + "' is no JSON object");
-  try {
-    settings.velocities = choice.value("velocities", settings.velocities);
-    settings.frequency = choice.value("frequency", settings.frequency);
-    session = choice.value("session", session);
-  } catch (const nlohmann::json::exception& error) {
-    throw std::runtime_error("the journal configuration '" + path + "': " + error.what());
-  }
+void configure(std::string const& path, hyx::Journal::Settings& settings, std::string& session) {
+    if (path.empty())
+        return;
+    std::ifstream file(path);
+    nlohmann::json const choice = nlohmann::json::parse(file, nullptr, false);
+    if (!choice.is_object())
+        throw std::runtime_error("the journal configuration '" + path + "' is no JSON object");
+    try {
+        settings.velocities = choice.value("velocities", settings.velocities);
+        settings.frequency = choice.value("frequency", settings.frequency);
+        session = choice.value("session", session);
+    } catch (nlohmann::json::exception const& error) {
+        throw std::runtime_error("the journal configuration '" + path + "': " + error.what());
+    }
 }
 
-}  // namespace
+} // namespace
 
-hyx::Journal* ExampleApplication::getJournal() { return m_state->journal.get(); }
-std::string ExampleApplication::getJournalConfigurationPath() const { return m_state->journalConfigurationPath; }
-std::string ExampleApplication::getJournalPlaybackPath() const { return m_state->journalPlaybackPath; }
-std::string ExampleApplication::getProfilingJournalPath() const { return m_state->profiler.path(); }
-
-void ExampleApplication::setJournalConfigurationPath(const hyx::String& path) {
-  m_state->journalConfigurationPath = path;
+hyx::Journal* ExampleApplication::getJournal() {
+    return m_state->journal.get();
 }
 
-void ExampleApplication::setJournalRecordPath(const hyx::String& path) { m_state->journalRecordPath = path; }
+std::string ExampleApplication::getJournalConfigurationPath() const {
+    return m_state->journalConfigurationPath;
+}
+
+std::string ExampleApplication::getJournalPlaybackPath() const {
+    return m_state->journalPlaybackPath;
+}
+
+std::string ExampleApplication::getProfilingJournalPath() const {
+    return m_state->profiler.path();
+}
+
+void ExampleApplication::setJournalConfigurationPath(hyx::String const& path) {
+    m_state->journalConfigurationPath = path;
+}
+
+void ExampleApplication::setJournalRecordPath(hyx::String const& path) {
+    m_state->journalRecordPath = path;
+}
 
 void ExampleApplication::setEnableJournalIncrementalStructure(bool enable) {
-  m_state->journalSettings.incremental = enable;
+    m_state->journalSettings.incremental = enable;
 }
-bool ExampleApplication::getEnableJournalIncrementalStructure() const { return m_state->journalSettings.incremental; }
 
-hyx::UInt ExampleApplication::getJournalFormat() const { return m_state->journalSettings.compressed ? COMPRESSED : PLAIN; }
+bool ExampleApplication::getEnableJournalIncrementalStructure() const {
+    return m_state->journalSettings.incremental;
+}
+
+hyx::UInt ExampleApplication::getJournalFormat() const {
+    return m_state->journalSettings.compressed ? COMPRESSED : PLAIN;
+}
 
 void ExampleApplication::setJournalFormat(hyx::UInt format) {
-  if (format != PLAIN && format != COMPRESSED)
-    throw std::invalid_argument("a journal's format is 0 (HDF5) or 1 (compressed HDF5); formats of other programs are not written");
-  m_state->journalSettings.compressed = format == COMPRESSED;
+    if (format != PLAIN && format != COMPRESSED)
+        throw std::invalid_argument(
+            "a journal's format is 0 (HDF5) or 1 (compressed HDF5); formats of other programs are not written");
+    m_state->journalSettings.compressed = format == COMPRESSED;
 }
 
-void ExampleApplication::setEnableJournal32bitMode(bool enable) { m_state->journalSettings.single = enable; }
+void ExampleApplication::setEnableJournal32bitMode(bool enable) {
+    m_state->journalSettings.single = enable;
+}
 
 void ExampleApplication::setEnableJournalRecord(bool enable) {
-  if (enable == m_state->journal->isRecording()) return;
-  if (enable)
-    initRecordJournal();
-  else
-    m_state->journal->close();
+    if (enable == m_state->journal->isRecording())
+        return;
+    if (enable)
+        initRecordJournal();
+    else
+        m_state->journal->close();
 }
 
 void ExampleApplication::setRequestedJournalFrequency(double frequency) {
-  if (!(frequency >= 0) || !std::isfinite(frequency))
-    throw std::invalid_argument("the journal frequency must be 0 or a positive number");
-  m_state->journalSettings.frequency = frequency;
+    if (!(frequency >= 0) || !std::isfinite(frequency))
+        throw std::invalid_argument("the journal frequency must be 0 or a positive number");
+    m_state->journalSettings.frequency = frequency;
 }
 
 void ExampleApplication::storeInitialJournalState() {
-  if (m_state->journal->isRecording()) m_state->journal->store(&m_state->ensureSimulation(), true);
+    if (m_state->journal->isRecording())
+        m_state->journal->store(&m_state->ensureSimulation(), true);
 }
 
-void ExampleApplication::initRecordJournal() { m_state->startRecording(false); }
-void ExampleApplication::initAppendJournal() { m_state->startRecording(true); }
+void ExampleApplication::initRecordJournal() {
+    m_state->startRecording(false);
+}
+
+void ExampleApplication::initAppendJournal() {
+    m_state->startRecording(true);
+}
 
 void ExampleApplication::State::startRecording(bool append) {
-  if (journalRecordPath.empty()) throw std::runtime_error("there is no file to record to: call setJournalRecordPath first");
-  JournalPath path(journalRecordPath);
-  hyx::Journal::Settings settings = journalSettings;
-  configure(journalConfigurationPath, settings, path.session);
-  journal->record(path.file, path.session, settings, append);
+    if (journalRecordPath.empty())
+        throw std::runtime_error("there is no file to record to: call setJournalRecordPath first");
+    JournalPath path(journalRecordPath);
+    hyx::Journal::Settings settings = journalSettings;
+    configure(journalConfigurationPath, settings, path.session);
+    journal->record(path.file, path.session, settings, append);
 }
 
 void ExampleApplication::journalPlayback() {
-  const std::string& chosen = m_state->journalPlaybackPath;
-  const JournalPath path(chosen.empty() ? m_state->journalRecordPath : chosen);
-  if (path.file.empty()) throw std::runtime_error("there is no journal to play back: call setJournalRecordPath first");
-  m_state->journal->play(path.file, path.session);
-  m_state->journalPlaybackPath = chosen.empty() ? m_state->journalRecordPath : chosen;
-  m_state->pacer.restart();
+    std::string const& chosen = m_state->journalPlaybackPath;
+    JournalPath const path(chosen.empty() ? m_state->journalRecordPath : chosen);
+    if (path.file.empty())
+        throw std::runtime_error("there is no journal to play back: call setJournalRecordPath first");
+    m_state->journal->play(path.file, path.session);
+    m_state->journalPlaybackPath = chosen.empty() ? m_state->journalRecordPath : chosen;
+    m_state->pacer.restart();
 }
 
-void ExampleApplication::listSessionNames(const std::string& fileName) {
-  for (const std::string& name : hyx::Journal::listSessions(fileName)) std::printf("%s\n", name.c_str());
-  std::fflush(stdout);
+void ExampleApplication::listSessionNames(std::string const& fileName) {
+    for (std::string const& name : hyx::Journal::listSessions(fileName))
+        std::printf("%s\n", name.c_str());
+    std::fflush(stdout);
 }
 
-void ExampleApplication::setEnableThreadTimeline(bool enable) { m_state->profiler.setTimeline(enable); }
-void ExampleApplication::setEnableTaskProfile(bool enable) { m_state->profiler.setTaskProfile(enable); }
-void ExampleApplication::setEnableSimulationDump(bool enable) { m_state->simulationDump.setEnable(enable); }
-bool ExampleApplication::getEnableSimulationDump() const { return m_state->simulationDump.enabled(); }
+void ExampleApplication::setEnableThreadTimeline(bool enable) {
+    m_state->profiler.setTimeline(enable);
+}
 
-}  // namespace hyxOSG
+void ExampleApplication::setEnableTaskProfile(bool enable) {
+    m_state->profiler.setTaskProfile(enable);
+}
+
+void ExampleApplication::setEnableSimulationDump(bool enable) {
+    m_state->simulationDump.setEnable(enable);
+}
+
+bool ExampleApplication::getEnableSimulationDump() const {
+    return m_state->simulationDump.enabled();
+}
+
+} // namespace hyxOSG

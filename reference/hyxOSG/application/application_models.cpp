@@ -1,8 +1,7 @@
 /// Robot models that the application loads.
-#include "reference/hyxOSG/application/application_state.h"
-
 #include "platform/hyxOSG/visuals/create_visual.h"
 #include "platform/hyxOSG/visuals/grid_axes.h"
+#include "reference/hyxOSG/application/application_state.h"
 #include "reference/hyxtavlang/urdf_model.h"
 
 #include <cstdlib>
@@ -12,29 +11,47 @@ namespace hyxOSG {
 
 hyxtavlang::LoadResult ExampleApplication::loadTavLangFile(std::string path, osg::Group* root,
                                                            hyxtavlang::OptParams params) {
-  for (const std::string& folder : getTavLangBundlePaths()) params.addSearchPath(folder);
-  const hyxtavlang::UrdfModel model = hyxtavlang::readUrdf(path, m_state->modelName, params);
-  if (!model.result.isSuccess()) return model.result;
-  m_state->ensureSimulation().add(model.result.getAssembly());
-  if (root) model.createVisuals(*root, m_state->debugFrames);
-  return model.result;
+    for (std::string const& folder : getTavLangBundlePaths())
+        params.addSearchPath(folder);
+    hyxtavlang::UrdfModel const model = hyxtavlang::readUrdf(path, m_state->modelName, params);
+    if (!model.result.isSuccess())
+        return model.result;
+    m_state->ensureSimulation().add(model.result.getAssembly());
+    if (root)
+        model.createVisuals(*root, m_state->debugFrames);
+    return model.result;
 }
 
 std::vector<std::string> ExampleApplication::getTavLangBundlePaths(std::vector<std::string> additionalPaths) const {
-  std::vector<std::string> paths = m_state->bundlePaths;
-  if (const char* variable = std::getenv("HYX_BUNDLE_PATH")) {
-    std::istringstream folders(variable);
-    for (std::string folder; std::getline(folders, folder, ':');)
-      if (!folder.empty()) paths.push_back(folder);
-  }
-  paths.insert(paths.end(), additionalPaths.begin(), additionalPaths.end());
-  return paths;
+    std::vector<std::string> paths = m_state->bundlePaths;
+    if (char const* variable = std::getenv("HYX_BUNDLE_PATH")) {
+        std::istringstream folders(variable);
+        for (std::string folder; std::getline(folders, folder, ':');)
+            if (!folder.empty())
+                paths.push_back(folder);
+    }
+    paths.insert(paths.end(), additionalPaths.begin(), additionalPaths.end());
+    return paths;
 }
 
-std::string ExampleApplication::getTavLangModelName() const { return m_state->modelName; }
-void ExampleApplication::setTavLangModelName(std::string name) { m_state->modelName = name; }
-bool ExampleApplication::getTavLangDebugRenderFrames() const { return m_state->debugFrames; }
-bool ExampleApplication::getTavLangUseClick() const { return m_state->click.valid(); }
-std::string ExampleApplication::getTavLangClickServerAddr() const { return m_state->click ? m_state->click->getAddress() : ""; }
+std::string ExampleApplication::getTavLangModelName() const {
+    return m_state->modelName;
+}
 
-}  // namespace hyxOSG
+void ExampleApplication::setTavLangModelName(std::string name) {
+    m_state->modelName = name;
+}
+
+bool ExampleApplication::getTavLangDebugRenderFrames() const {
+    return m_state->debugFrames;
+}
+
+bool ExampleApplication::getTavLangUseClick() const {
+    return m_state->click.valid();
+}
+
+std::string ExampleApplication::getTavLangClickServerAddr() const {
+    return m_state->click ? m_state->click->getAddress() : "";
+}
+
+} // namespace hyxOSG

@@ -1,7 +1,6 @@
 /// The run of all scenes that take part in tests.
-#include "reference/hyxOSG/application/application_state.h"
-
 #include "platform/hyxPython/script_manager.h"
+#include "reference/hyxOSG/application/application_state.h"
 
 #include <cstdio>
 #include <exception>
@@ -9,41 +8,47 @@
 namespace hyxOSG {
 namespace {
 
-constexpr double ownTime = 1;  // simulated seconds of a scene that names none
+constexpr double ownTime = 1; // simulated seconds of a scene that names none
 
 /// Takes a script's pending error over; a keyboard interrupt stays, for the run to end.
 void takeScriptError() {
-  if (auto* manager = hyxPython::ScriptManager::instance("", "", "", false)) manager->registerError("scene test");
+    if (auto* manager = hyxPython::ScriptManager::instance("", "", "", false))
+        manager->registerError("scene test");
 }
 
-}  // namespace
+} // namespace
 
 void ExampleApplication::State::testScenes(ExampleApplication& application) {
-  for (size_t index = 0; index < scenes.size() && !stopRequested; ++index) {
-    const SceneDescription description = scenes.at(index);
-    if (!description.unittest || (description.slowUnittest && !slowTests)) continue;
-    const std::string fault = testScene(application, index);
-    if (application.breakRequested()) return;
-    if (!fault.empty()) exitCode = 1;
-    std::printf("scene %zu: %s\n", index, fault.empty() ? "passed" : fault.c_str());
-    std::fflush(stdout);
-  }
+    for (size_t index = 0; index < scenes.size() && !stopRequested; ++index) {
+        SceneDescription const description = scenes.at(index);
+        if (!description.unittest || (description.slowUnittest && !slowTests))
+            continue;
+        std::string const fault = testScene(application, index);
+        if (application.breakRequested())
+            return;
+        if (!fault.empty())
+            exitCode = 1;
+        std::printf("scene %zu: %s\n", index, fault.empty() ? "passed" : fault.c_str());
+        std::fflush(stdout);
+    }
 }
 
 std::string ExampleApplication::State::testScene(ExampleApplication& application, size_t index) {
-  const size_t errors = countScriptErrors();
-  std::string fault;
-  try {
-    stopTime = ownTime;
-    application.setAutoStepping(true);
-    if (!application.createSceneFromIndex(int(index))) fault = "it was not built";
-    // A scene that pauses itself has come to its end.
-    while (fault.empty() && autoStepping && !application.done()) application.stepWrapper();
-  } catch (const std::exception& error) {
-    fault = error.what();
-  }
-  takeScriptError();
-  return countScriptErrors() > errors ? "a script failed" : fault;
+    size_t const errors = countScriptErrors();
+    std::string fault;
+    try {
+        stopTime = ownTime;
+        application.setAutoStepping(true);
+        if (!application.createSceneFromIndex(int(index)))
+            fault = "it was not built";
+        // A scene that pauses itself has come to its end.
+        while (fault.empty() && autoStepping && !application.done())
+            application.stepWrapper();
+    } catch (std::exception const& error) {
+        fault = error.what();
+    }
+    takeScriptError();
+    return countScriptErrors() > errors ? "a script failed" : fault;
 }
 
-}  // namespace hyxOSG
+} // namespace hyxOSG

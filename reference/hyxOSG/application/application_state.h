@@ -7,11 +7,11 @@
 #include "platform/hyxOSG/application/example_application.h"
 #include "platform/hyxOSG/application/example_application_controller.h"
 #include "platform/hyxOSG/application/example_application_listener.h"
-#include "platform/hyxOSG/capture/image_capture.h"
-#include "platform/hyxOSG/picking/pick_handler.h"
 #include "platform/hyxOSG/application/render_proxy_factory.h"
+#include "platform/hyxOSG/capture/image_capture.h"
 #include "platform/hyxOSG/capture/render_to_texture.h"
 #include "platform/hyxOSG/capture/video_ffmpeg_pipe_capture.h"
+#include "platform/hyxOSG/picking/pick_handler.h"
 #include "platform/hyxSDK/simulation.h"
 #include "reference/hyxOSG/application/auto_pause.h"
 #include "reference/hyxOSG/application/debug_renderer.h"
@@ -33,118 +33,121 @@ namespace hyxOSG {
 
 /// The parts of an application, each with its own behaviour; the application's operations join them.
 struct ExampleApplication::State {
-  hyx::ref_ptr<hyxIO::ArgumentParser> arguments;
-  hyx::ref_ptr<hyxSDK::Simulation> simulation;
-  std::optional<double> wantedTimeStep;  ///< for simulations to come
-  std::optional<SolverType> wantedSolver;
+    hyx::ref_ptr<hyxIO::ArgumentParser> arguments;
+    hyx::ref_ptr<hyxSDK::Simulation> simulation;
+    std::optional<double> wantedTimeStep; ///< for simulations to come
+    std::optional<SolverType> wantedSolver;
 
-  // The loop
-  std::mutex frameMutex;
-  hyx::Vector<hyx::ref_ptr<ExampleApplicationListener>> listeners;
-  hyx::Callback stepCallback;
-  Pacer pacer;
-  AutoPause autoPause;
-  Profiler profiler;
-  SimulationDump simulationDump;
-  bool autoStepping = true;
-  bool pauseUpdate = true;
-  bool stopRequested = false;
-  bool inTurn = false;       ///< a frame is being made
-  bool quitEventSetsDone = true;
-  int exitCode = 0;
-  double stopTime = -1;      ///< simulated seconds; negative for never
-  size_t errorsSeen = countScriptErrors();  ///< script errors that were handled
-  bool realTimeSyncSet = false;  ///< by the user: the kind of window no longer decides
+    // The loop
+    std::mutex frameMutex;
+    hyx::Vector<hyx::ref_ptr<ExampleApplicationListener>> listeners;
+    hyx::Callback stepCallback;
+    Pacer pacer;
+    AutoPause autoPause;
+    Profiler profiler;
+    SimulationDump simulationDump;
+    bool autoStepping = true;
+    bool pauseUpdate = true;
+    bool stopRequested = false;
+    bool inTurn = false; ///< a frame is being made
+    bool quitEventSetsDone = true;
+    int exitCode = 0;
+    double stopTime = -1;                    ///< simulated seconds; negative for never
+    size_t errorsSeen = countScriptErrors(); ///< script errors that were handled
+    bool realTimeSyncSet = false;            ///< by the user: the kind of window no longer decides
 
-  // What is drawn
-  SceneGraph graph{1024, 768};
-  GridMarkers markers{graph.markers()};
-  DebugRenderer debug{graph.debugRoot()};
-  hyx::ref_ptr<RenderProxyFactory> proxies = new RenderProxyFactory(graph.libraryRoot());
+    // What is drawn
+    SceneGraph graph{1024, 768};
+    GridMarkers markers{graph.markers()};
+    DebugRenderer debug{graph.debugRoot()};
+    hyx::ref_ptr<RenderProxyFactory> proxies = new RenderProxyFactory(graph.libraryRoot());
 
-  // Window and camera; the viewer is null until it is made
-  std::shared_ptr<ViewerWindow> window;  ///< shared with the call that a listener may replace it in
-  WindowRequest windowRequest{.width = 1024, .height = 768, .title = "hyxOSG"};
-  bool noGraphics = false;  ///< `run` opens no window
-  osg::ref_ptr<osgGA::OrbitManipulator> orbit = makeOrbit();  ///< the camera's home is here
-  osg::ref_ptr<FollowManipulator> follow;             ///< null while the camera follows nothing
-  hyx::ref_ptr<PickHandler> pickHandler;
-  osg::ref_ptr<osgGA::GUIEventHandler> eventHandler;  ///< keys, resize, listeners
-  bool homeSet = false;
-  bool osgRenderer = true;
+    // Window and camera; the viewer is null until it is made
+    std::shared_ptr<ViewerWindow> window; ///< shared with the call that a listener may replace it in
+    WindowRequest windowRequest{.width = 1024, .height = 768, .title = "hyxOSG"};
+    bool noGraphics = false;                                   ///< `run` opens no window
+    osg::ref_ptr<osgGA::OrbitManipulator> orbit = makeOrbit(); ///< the camera's home is here
+    osg::ref_ptr<FollowManipulator> follow;                    ///< null while the camera follows nothing
+    hyx::ref_ptr<PickHandler> pickHandler;
+    osg::ref_ptr<osgGA::GUIEventHandler> eventHandler; ///< keys, resize, listeners
+    bool homeSet = false;
+    bool osgRenderer = true;
 
-  // Scenes
-  SceneList scenes;
-  std::optional<SceneDescription> presentScene;
-  std::optional<size_t> presentIndex;
-  bool sceneBuilt = false;
-  int firstScene = 0;
-  bool testsScenes = false;  ///< `run` goes through the scenes that take part in tests
-  bool slowTests = false;    ///< the slow ones too
-  std::string scriptFile;
-  osg::ref_ptr<osg::Group> scriptGroup;  ///< keeps the last group that a script returned
+    // Scenes
+    SceneList scenes;
+    std::optional<SceneDescription> presentScene;
+    std::optional<size_t> presentIndex;
+    bool sceneBuilt = false;
+    int firstScene = 0;
+    bool testsScenes = false; ///< `run` goes through the scenes that take part in tests
+    bool slowTests = false;   ///< the slow ones too
+    std::string scriptFile;
+    osg::ref_ptr<osg::Group> scriptGroup; ///< keeps the last group that a script returned
 
-  // Journal
-  hyx::ref_ptr<hyx::Journal> journal = new hyx::Journal;
-  hyx::Journal::Settings journalSettings;
-  std::string journalConfigurationPath;
-  std::string journalRecordPath;
-  std::string journalPlaybackPath;
+    // Journal
+    hyx::ref_ptr<hyx::Journal> journal = new hyx::Journal;
+    hyx::Journal::Settings journalSettings;
+    std::string journalConfigurationPath;
+    std::string journalRecordPath;
+    std::string journalPlaybackPath;
 
-  // Capture
-  hyx::ref_ptr<ImageCapture> imageCapture;
-  hyx::ref_ptr<VideoFFMPEGPipeCapture> videoCapture;
-  hyx::ref_ptr<RenderToTexture> renderToTexture;
-  std::map<RenderTarget*, hyx::ref_ptr<RenderTarget>> renderTargets;
-  bool captureSync = true;
+    // Capture
+    hyx::ref_ptr<ImageCapture> imageCapture;
+    hyx::ref_ptr<VideoFFMPEGPipeCapture> videoCapture;
+    hyx::ref_ptr<RenderToTexture> renderToTexture;
+    std::map<RenderTarget*, hyx::ref_ptr<RenderTarget>> renderTargets;
+    bool captureSync = true;
 
-  // Remote control and co-simulation; null while not asked for
-  hyx::ref_ptr<ExampleApplicationController> controller;
-  hyx::ref_ptr<hyxNet::CoSimulationServer> coSimulation;
-  hyx::ref_ptr<hyxNet::CoSimulationServer> click;  ///< answers the same, while the loop steps on its own
-  std::optional<int> remotePort;         ///< asked for by options; 0 for any free one
-  std::optional<int> coSimulationPort;
-  std::optional<int> clickPort;
-  std::string remoteToken;               ///< empty: one is made
-  bool tickSignals = false;
+    // Remote control and co-simulation; null while not asked for
+    hyx::ref_ptr<ExampleApplicationController> controller;
+    hyx::ref_ptr<hyxNet::CoSimulationServer> coSimulation;
+    hyx::ref_ptr<hyxNet::CoSimulationServer> click; ///< answers the same, while the loop steps on its own
+    std::optional<int> remotePort;                  ///< asked for by options; 0 for any free one
+    std::optional<int> coSimulationPort;
+    std::optional<int> clickPort;
+    std::string remoteToken; ///< empty: one is made
+    bool tickSignals = false;
 
-  // Models
-  std::string modelName;  ///< the one to load from a file; empty for its only one
-  std::vector<std::string> bundlePaths;
-  bool debugFrames = false;
+    // Models
+    std::string modelName; ///< the one to load from a file; empty for its only one
+    std::vector<std::string> bundlePaths;
+    bool debugFrames = false;
 
-  /// For the time of a call that reaches listeners: one of them may drop the last outside reference.
-  static hyx::ref_ptr<ExampleApplication> keep(ExampleApplication& application) {
-    return application.getReferenceCount() > 0 ? &application : nullptr;
-  }
-  static size_t countScriptErrors();
-  hyxSDK::Simulation& ensureSimulation();
-  static osg::ref_ptr<osgGA::OrbitManipulator> makeOrbit();
-  std::shared_ptr<ViewerWindow> ensureWindow(ExampleApplication& application);
-  void openWindow(const WindowRequest& request);
-  void startRecording(bool append);
-  hyx::ref_ptr<hyxNet::CoSimulationServer> serve(ExampleApplication& application, const char* service, int port) const;
-  void configureSimulation();
-  /// Takes `next` over as the simulation that is shown; null for none.
-  void showSimulation(hyxSDK::Simulation* next);
-  void applyOptions(ExampleApplication& application, const hyxIO::ArgumentParser& options);
-  void applyWindowOptions(const hyxIO::ArgumentParser& options);
-  void applyLoopOptions(ExampleApplication& application, const hyxIO::ArgumentParser& options);
-  void applyRecordingOptions(ExampleApplication& application, const hyxIO::ArgumentParser& options);
-  /// One turn of the loop.
-  void turn(ExampleApplication& application, bool withGraphics);
-  void makeFrame(ExampleApplication& application, bool draws);
-  void draw();
-  /// All that follows a simulation step.
-  void followStep(ExampleApplication& application);
-  /// Empties the application and builds the scene; false, with a script's error pending, when it failed.
-  bool buildScene(ExampleApplication& application, const SceneDescription& description, bool keepCamera);
-  /// Runs each scene that takes part in tests, for its time, and prints how it went; the exit code is 1 when one failed.
-  void testScenes(ExampleApplication& application);
-  /// What went wrong with the scene; empty when it passed.
-  std::string testScene(ExampleApplication& application, size_t index);
-  osg::ref_ptr<osg::Group> runBuilder(ExampleApplication& application, const SceneDescription& description, bool& ok);
-  void useManipulator(osgGA::CameraManipulator* manipulator);
+    /// For the time of a call that reaches listeners: one of them may drop the last outside reference.
+    static hyx::ref_ptr<ExampleApplication> keep(ExampleApplication& application) {
+        return application.getReferenceCount() > 0 ? &application : nullptr;
+    }
+
+    static size_t countScriptErrors();
+    hyxSDK::Simulation& ensureSimulation();
+    static osg::ref_ptr<osgGA::OrbitManipulator> makeOrbit();
+    std::shared_ptr<ViewerWindow> ensureWindow(ExampleApplication& application);
+    void openWindow(WindowRequest const& request);
+    void startRecording(bool append);
+    hyx::ref_ptr<hyxNet::CoSimulationServer> serve(ExampleApplication& application, char const* service,
+                                                   int port) const;
+    void configureSimulation();
+    /// Takes `next` over as the simulation that is shown; null for none.
+    void showSimulation(hyxSDK::Simulation* next);
+    void applyOptions(ExampleApplication& application, hyxIO::ArgumentParser const& options);
+    void applyWindowOptions(hyxIO::ArgumentParser const& options);
+    void applyLoopOptions(ExampleApplication& application, hyxIO::ArgumentParser const& options);
+    void applyRecordingOptions(ExampleApplication& application, hyxIO::ArgumentParser const& options);
+    /// One turn of the loop.
+    void turn(ExampleApplication& application, bool withGraphics);
+    void makeFrame(ExampleApplication& application, bool draws);
+    void draw();
+    /// All that follows a simulation step.
+    void followStep(ExampleApplication& application);
+    /// Empties the application and builds the scene; false, with a script's error pending, when it failed.
+    bool buildScene(ExampleApplication& application, SceneDescription const& description, bool keepCamera);
+    /// Runs each scene that takes part in tests, for its time, and prints how it went; the exit code is 1 when one
+    /// failed.
+    void testScenes(ExampleApplication& application);
+    /// What went wrong with the scene; empty when it passed.
+    std::string testScene(ExampleApplication& application, size_t index);
+    osg::ref_ptr<osg::Group> runBuilder(ExampleApplication& application, SceneDescription const& description, bool& ok);
+    void useManipulator(osgGA::CameraManipulator* manipulator);
 };
 
-}  // namespace hyxOSG
+} // namespace hyxOSG

@@ -11,74 +11,87 @@
 namespace hyxOSG {
 namespace {
 
-hyx::Vec3 toHyx(const osg::Vec3d& v) { return {v.x(), v.y(), v.z()}; }
-osg::Vec3d toOsg(const hyx::Vec3& v) { return {v.x, v.y, v.z}; }
-
-void readView(CameraData& data, const osg::Matrixd& view, double distance) {
-  osg::Vec3d eye, center, up;
-  view.getLookAt(eye, center, up, distance);
-  data.eye = toHyx(eye);
-  data.center = toHyx(center);
-  data.up = toHyx(up);
+hyx::Vec3 toHyx(osg::Vec3d const& v) {
+    return {v.x(), v.y(), v.z()};
 }
 
-void readCamera(CameraData& data, const osg::Camera& camera) {
-  data.valid = camera.getProjectionMatrixAsPerspective(data.fieldOfView, data.aspectRatio, data.nearClippingPlane,
-                                                       data.farClippingPlane);
-  data.nearFarRatio = camera.getNearFarRatio();
-  readView(data, camera.getViewMatrix(), 1);
+osg::Vec3d toOsg(hyx::Vec3 const& v) {
+    return {v.x, v.y, v.z};
 }
 
-void check(const CameraData& data) {
-  const bool perspective = data.fieldOfView > 0 && data.fieldOfView < 180 && data.aspectRatio > 0 &&
-                           data.nearClippingPlane > 0 && data.farClippingPlane > data.nearClippingPlane &&
-                           std::isfinite(data.aspectRatio) && std::isfinite(data.farClippingPlane);
-  const osg::Vec3d forward = toOsg(data.center) - toOsg(data.eye);
-  const double side = (forward ^ toOsg(data.up)).length();
-  if (!perspective || !(side > 0) || !std::isfinite(side) || !(data.nearFarRatio >= 0))
-    throw std::invalid_argument(
-        "the camera data is no view: it needs 0 < near < far, an opening angle between 0 and 180 degrees, "
-        "an eye apart from the center, and an up that is not along the view");
-}
-
-}  // namespace
-
-CameraData::CameraData(const osg::Camera* camera) {
-  if (camera) readCamera(*this, *camera);
-}
-
-CameraData::CameraData(const osgViewer::Viewer* viewer) {
-  if (!viewer || !viewer->getCamera()) return;
-  readCamera(*this, *viewer->getCamera());
-  // The camera takes the manipulator's view over with the next frame only.
-  if (const auto* manipulator = viewer->getCameraManipulator()) {
-    readView(*this, manipulator->getInverseMatrix(), 1);
+void readView(CameraData& data, osg::Matrixd const& view, double distance) {
     osg::Vec3d eye, center, up;
-    const auto* standard = dynamic_cast<const osgGA::StandardManipulator*>(manipulator);
-    if (!standard) return;
-    standard->getTransformation(eye, center, up);
-    const double distance = (center - eye).length();
-    if (distance > 0) readView(*this, manipulator->getInverseMatrix(), distance);
-  }
+    view.getLookAt(eye, center, up, distance);
+    data.eye = toHyx(eye);
+    data.center = toHyx(center);
+    data.up = toHyx(up);
+}
+
+void readCamera(CameraData& data, osg::Camera const& camera) {
+    data.valid = camera.getProjectionMatrixAsPerspective(data.fieldOfView, data.aspectRatio, data.nearClippingPlane,
+                                                         data.farClippingPlane);
+    data.nearFarRatio = camera.getNearFarRatio();
+    readView(data, camera.getViewMatrix(), 1);
+}
+
+void check(CameraData const& data) {
+    bool const perspective = data.fieldOfView > 0 && data.fieldOfView < 180 && data.aspectRatio > 0 &&
+                             data.nearClippingPlane > 0 && data.farClippingPlane > data.nearClippingPlane &&
+                             std::isfinite(data.aspectRatio) && std::isfinite(data.farClippingPlane);
+    osg::Vec3d const forward = toOsg(data.center) - toOsg(data.eye);
+    double const side = (forward ^ toOsg(data.up)).length();
+    if (!perspective || !(side > 0) || !std::isfinite(side) || !(data.nearFarRatio >= 0))
+        throw std::invalid_argument(
+            "the camera data is no view: it needs 0 < near < far, an opening angle between 0 and 180 degrees, "
+            "an eye apart from the center, and an up that is not along the view");
+}
+
+} // namespace
+
+CameraData::CameraData(osg::Camera const* camera) {
+    if (camera)
+        readCamera(*this, *camera);
+}
+
+CameraData::CameraData(osgViewer::Viewer const* viewer) {
+    if (!viewer || !viewer->getCamera())
+        return;
+    readCamera(*this, *viewer->getCamera());
+    // The camera takes the manipulator's view over with the next frame only.
+    if (auto const* manipulator = viewer->getCameraManipulator()) {
+        readView(*this, manipulator->getInverseMatrix(), 1);
+        osg::Vec3d eye, center, up;
+        auto const* standard = dynamic_cast<osgGA::StandardManipulator const*>(manipulator);
+        if (!standard)
+            return;
+        standard->getTransformation(eye, center, up);
+        double const distance = (center - eye).length();
+        if (distance > 0)
+            readView(*this, manipulator->getInverseMatrix(), distance);
+    }
 }
 
 void CameraData::applyTo(osg::Camera* camera) const {
-  if (!camera) throw std::invalid_argument("a view cannot be applied to no camera");
-  if (!valid) return;
-  check(*this);
-  camera->setNearFarRatio(nearFarRatio);
-  camera->setProjectionMatrixAsPerspective(fieldOfView, aspectRatio, nearClippingPlane, farClippingPlane);
-  camera->setViewMatrixAsLookAt(toOsg(eye), toOsg(center), toOsg(up));
+    if (!camera)
+        throw std::invalid_argument("a view cannot be applied to no camera");
+    if (!valid)
+        return;
+    check(*this);
+    camera->setNearFarRatio(nearFarRatio);
+    camera->setProjectionMatrixAsPerspective(fieldOfView, aspectRatio, nearClippingPlane, farClippingPlane);
+    camera->setViewMatrixAsLookAt(toOsg(eye), toOsg(center), toOsg(up));
 }
 
 void CameraData::applyTo(osgViewer::Viewer* viewer) const {
-  if (!viewer) throw std::invalid_argument("a view cannot be applied to no viewer");
-  if (!valid) return;
-  applyTo(viewer->getCamera());
-  if (auto* manipulator = dynamic_cast<osgGA::StandardManipulator*>(viewer->getCameraManipulator()))
-    manipulator->setTransformation(toOsg(eye), toOsg(center), toOsg(up));
-  else if (auto* other = viewer->getCameraManipulator())
-    other->setByInverseMatrix(viewer->getCamera()->getViewMatrix());
+    if (!viewer)
+        throw std::invalid_argument("a view cannot be applied to no viewer");
+    if (!valid)
+        return;
+    applyTo(viewer->getCamera());
+    if (auto* manipulator = dynamic_cast<osgGA::StandardManipulator*>(viewer->getCameraManipulator()))
+        manipulator->setTransformation(toOsg(eye), toOsg(center), toOsg(up));
+    else if (auto* other = viewer->getCameraManipulator())
+        other->setByInverseMatrix(viewer->getCamera()->getViewMatrix());
 }
 
-}  // namespace hyxOSG
+} // namespace hyxOSG

@@ -5,7 +5,7 @@
 
 namespace hyxNet {
 class CoSimulationServer;
-}
+} // namespace hyxNet
 
 namespace hyxOSG {
 
@@ -16,12 +16,15 @@ class ExampleApplication;
 ///   {"do": "list"}                                      time, time step, names of bodies
 ///   {"do": "get", "body": NAME}                         position, rotation (x y z w), velocity, angular velocity
 ///   {"do": "set", "body": NAME, "position": [..], ..}   any of those, and force and torque for the next step
-///   {"do": "joints"}                                    position, speed, motor force and motor speed (null: off) of each joint
-///   {"do": "drive", "joint": NAME, "speed": V}          switches its motor on; off for null. "force": F, its greatest force
+///   {"do": "joints"}                                    position, speed, motor force and motor speed (null: off) of
+///   each joint
+///   {"do": "drive", "joint": NAME, "speed": V}          switches its motor on; off for null. "force": F, its greatest
+///   force
 ///   {"do": "step", "count": N}                          steps the simulation, answers the time
-///   {"do": "call", "function": NAME, "argument": ..}    calls a function of the main script with the argument as JSON text
+///   {"do": "call", "function": NAME, "argument": ..}    calls a function of the main script with the argument as JSON
+///   text
 ///   {"do": "stop"}                                      ends the loop
 std::string answerCoSimulation(ExampleApplication& application, hyxNet::CoSimulationServer& server,
-                               const std::string& request);
+                               std::string const& request);
 
-}  // namespace hyxOSG
+} // namespace hyxOSG

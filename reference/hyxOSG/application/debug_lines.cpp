@@ -1,65 +1,68 @@
 /// Lets the physics library draw its world, and adds what it does not know of.
 #include "reference/hyxOSG/application/debug_lines.h"
 
-#include "platform/hyx/joints/constraint.h"
 #include "platform/hyx/bodies/frame.h"
+#include "platform/hyx/joints/constraint.h"
 #include "platform/hyxSDK/simulation.h"
-#include "reference/machinery/bullet/geometry_implementation.h"
 #include "reference/machinery/bullet/bullet_values.h"
+#include "reference/machinery/bullet/geometry_implementation.h"
 
 #include <BulletCollision/CollisionDispatch/btCollisionWorld.h>
 
 namespace hyxOSG {
 namespace {
 
-constexpr btScalar contactLength = 0.2;  // metres
+constexpr btScalar contactLength = 0.2; // metres
 constexpr btScalar frameLength = 0.3;
-const btVector3 contactColor(1, 1, 0);
-const btVector3 bodyColor(0.2, 0.9, 0.3);
+btVector3 const contactColor(1, 1, 0);
+btVector3 const bodyColor(0.2, 0.9, 0.3);
 
-}  // namespace
+} // namespace
 
 void DebugLines::draw(hyxSDK::Simulation& simulation) {
-  m_points.clear();
-  m_colors.clear();
-  drawShapes(simulation);
-  drawContacts(simulation);
-  drawConstraints(simulation);
-  for (const auto& frame : simulation.getFrames()) drawTransform(hyx::toBullet(frame->getMatrix()), frameLength);
+    m_points.clear();
+    m_colors.clear();
+    drawShapes(simulation);
+    drawContacts(simulation);
+    drawConstraints(simulation);
+    for (auto const& frame : simulation.getFrames())
+        drawTransform(hyx::toBullet(frame->getMatrix()), frameLength);
 }
 
-void DebugLines::drawShapes(const hyxSDK::Simulation& simulation) {
-  btCollisionWorld drawer(nullptr, nullptr, nullptr);  // empty: only its drawing of shapes is used
-  drawer.setDebugDrawer(this);
-  for (const auto& geometry : simulation.getSpace()->getGeometries()) {
-    auto& implementation = geometry->implementation();
-    const btCollisionShape* shape = implementation.bulletShape(implementation.builtForMoving);
-    if (shape) drawer.debugDrawObject(hyx::toBullet(geometry->getTransform()), shape, bodyColor);
-  }
+void DebugLines::drawShapes(hyxSDK::Simulation const& simulation) {
+    btCollisionWorld drawer(nullptr, nullptr, nullptr); // empty: only its drawing of shapes is used
+    drawer.setDebugDrawer(this);
+    for (auto const& geometry : simulation.getSpace()->getGeometries()) {
+        auto& implementation = geometry->implementation();
+        btCollisionShape const* shape = implementation.bulletShape(implementation.builtForMoving);
+        if (shape)
+            drawer.debugDrawObject(hyx::toBullet(geometry->getTransform()), shape, bodyColor);
+    }
 }
 
-void DebugLines::drawLine(const btVector3& from, const btVector3& to, const btVector3& color) {
-  const osg::Vec4 value(color.x(), color.y(), color.z(), 1);
-  m_points.push_back(osg::Vec3(from.x(), from.y(), from.z()));
-  m_points.push_back(osg::Vec3(to.x(), to.y(), to.z()));
-  m_colors.push_back(value);
-  m_colors.push_back(value);
+void DebugLines::drawLine(btVector3 const& from, btVector3 const& to, btVector3 const& color) {
+    osg::Vec4 const value(color.x(), color.y(), color.z(), 1);
+    m_points.push_back(osg::Vec3(from.x(), from.y(), from.z()));
+    m_points.push_back(osg::Vec3(to.x(), to.y(), to.z()));
+    m_colors.push_back(value);
+    m_colors.push_back(value);
 }
 
-void DebugLines::drawContactPoint(const btVector3& point, const btVector3& normal, btScalar, int, const btVector3& color) {
-  drawLine(point, point + normal * contactLength, color);
+void DebugLines::drawContactPoint(btVector3 const& point, btVector3 const& normal, btScalar, int,
+                                  btVector3 const& color) {
+    drawLine(point, point + normal * contactLength, color);
 }
 
-void DebugLines::drawContacts(const hyxSDK::Simulation& simulation) {
-  for (const auto& contact : simulation.getSpace()->getGeometryContacts())
-    for (const auto& point : contact.points())
-      drawContactPoint(hyx::toBullet(point.point), hyx::toBullet(point.normal), point.depth, 0, contactColor);
+void DebugLines::drawContacts(hyxSDK::Simulation const& simulation) {
+    for (auto const& contact : simulation.getSpace()->getGeometryContacts())
+        for (auto const& point : contact.points())
+            drawContactPoint(hyx::toBullet(point.point), hyx::toBullet(point.normal), point.depth, 0, contactColor);
 }
 
-void DebugLines::drawConstraints(const hyxSDK::Simulation& simulation) {
-  for (const auto& constraint : simulation.getConstraints())
-    for (hyx::UInt side = 0; side < 2; ++side)
-      drawTransform(hyx::toBullet(constraint->getAttachmentTransform(side)), frameLength);
+void DebugLines::drawConstraints(hyxSDK::Simulation const& simulation) {
+    for (auto const& constraint : simulation.getConstraints())
+        for (hyx::UInt side = 0; side < 2; ++side)
+            drawTransform(hyx::toBullet(constraint->getAttachmentTransform(side)), frameLength);
 }
 
-}  // namespace hyxOSG
+} // namespace hyxOSG

@@ -1,10 +1,9 @@
 /// Shows debug lines and names in the scene graph.
 #include "reference/hyxOSG/application/debug_renderer.h"
 
-#include "reference/hyxOSG/application/debug_lines.h"
-
 #include "platform/hyx/bodies/rigid_body.h"
 #include "platform/hyxSDK/simulation.h"
+#include "reference/hyxOSG/application/debug_lines.h"
 
 #include <osg/Geode>
 #include <osg/Geometry>
@@ -15,78 +14,84 @@
 namespace hyxOSG {
 
 struct DebugRenderer::Drawing {
-  osg::ref_ptr<osg::Geode> geode = new osg::Geode;
-  osg::ref_ptr<osg::Geometry> geometry = new osg::Geometry;
-  osg::ref_ptr<osg::Vec3Array> points = new osg::Vec3Array;
-  osg::ref_ptr<osg::Vec4Array> colors = new osg::Vec4Array(osg::Array::BIND_PER_VERTEX);
-  osg::ref_ptr<osg::DrawArrays> primitives = new osg::DrawArrays(GL_LINES, 0, 0);
-  std::vector<osg::ref_ptr<osgText::Text>> names;  ///< one a body, in their order
+    osg::ref_ptr<osg::Geode> geode = new osg::Geode;
+    osg::ref_ptr<osg::Geometry> geometry = new osg::Geometry;
+    osg::ref_ptr<osg::Vec3Array> points = new osg::Vec3Array;
+    osg::ref_ptr<osg::Vec4Array> colors = new osg::Vec4Array(osg::Array::BIND_PER_VERTEX);
+    osg::ref_ptr<osg::DrawArrays> primitives = new osg::DrawArrays(GL_LINES, 0, 0);
+    std::vector<osg::ref_ptr<osgText::Text>> names; ///< one a body, in their order
 
-  Drawing() {
-    geometry->setUseDisplayList(false);
-    geometry->setUseVertexBufferObjects(true);
-    geometry->setVertexArray(points);
-    geometry->setColorArray(colors);
-    geometry->addPrimitiveSet(primitives);
-    geometry->setDataVariance(osg::Object::DYNAMIC);
-    geode->addDrawable(geometry);
-  }
-
-  void updateLines(hyxSDK::Simulation& simulation) {
-    DebugLines(*points, *colors).draw(simulation);
-    primitives->setCount(int(points->size()));
-    points->dirty();
-    colors->dirty();
-    primitives->dirty();
-    geometry->dirtyBound();
-  }
-
-  void updateNames(const hyxSDK::Simulation& simulation, bool shown) {
-    const auto& bodies = simulation.getRigidBodies();
-    setNumNames(shown ? bodies.size() : 0);
-    for (size_t i = 0; i < names.size(); ++i) {
-      const hyx::Vec3 place = bodies[i]->getPosition();
-      const std::string name = bodies[i]->getName().empty() ? "#" + std::to_string(i) : std::string(bodies[i]->getName());
-      names[i]->setPosition(osg::Vec3(place.x, place.y, place.z));
-      if (names[i]->getText().createUTF8EncodedString() != name) names[i]->setText(name, osgText::String::ENCODING_UTF8);
+    Drawing() {
+        geometry->setUseDisplayList(false);
+        geometry->setUseVertexBufferObjects(true);
+        geometry->setVertexArray(points);
+        geometry->setColorArray(colors);
+        geometry->addPrimitiveSet(primitives);
+        geometry->setDataVariance(osg::Object::DYNAMIC);
+        geode->addDrawable(geometry);
     }
-  }
 
-  void setNumNames(size_t count) {
-    for (; names.size() > count; names.pop_back()) geode->removeDrawable(names.back());
-    while (names.size() < count) {
-      constexpr float pixels = 16;
-      osg::ref_ptr<osgText::Text> text = new osgText::Text;
-      text->setFont("DejaVuSans.ttf");
-      text->setCharacterSizeMode(osgText::TextBase::SCREEN_COORDS);
-      text->setCharacterSize(pixels);
-      text->setAxisAlignment(osgText::TextBase::SCREEN);
-      text->setDataVariance(osg::Object::DYNAMIC);
-      geode->addDrawable(text);
-      names.push_back(text);
+    void updateLines(hyxSDK::Simulation& simulation) {
+        DebugLines(*points, *colors).draw(simulation);
+        primitives->setCount(int(points->size()));
+        points->dirty();
+        colors->dirty();
+        primitives->dirty();
+        geometry->dirtyBound();
     }
-  }
+
+    void updateNames(hyxSDK::Simulation const& simulation, bool shown) {
+        auto const& bodies = simulation.getRigidBodies();
+        setNumNames(shown ? bodies.size() : 0);
+        for (size_t i = 0; i < names.size(); ++i) {
+            hyx::Vec3 const place = bodies[i]->getPosition();
+            std::string const name =
+                bodies[i]->getName().empty() ? "#" + std::to_string(i) : std::string(bodies[i]->getName());
+            names[i]->setPosition(osg::Vec3(place.x, place.y, place.z));
+            if (names[i]->getText().createUTF8EncodedString() != name)
+                names[i]->setText(name, osgText::String::ENCODING_UTF8);
+        }
+    }
+
+    void setNumNames(size_t count) {
+        for (; names.size() > count; names.pop_back())
+            geode->removeDrawable(names.back());
+        while (names.size() < count) {
+            constexpr float pixels = 16;
+            osg::ref_ptr<osgText::Text> text = new osgText::Text;
+            text->setFont("DejaVuSans.ttf");
+            text->setCharacterSizeMode(osgText::TextBase::SCREEN_COORDS);
+            text->setCharacterSize(pixels);
+            text->setAxisAlignment(osgText::TextBase::SCREEN);
+            text->setDataVariance(osg::Object::DYNAMIC);
+            geode->addDrawable(text);
+            names.push_back(text);
+        }
+    }
 };
 
 DebugRenderer::DebugRenderer(osg::Group* root) : m_root(root) {}
+
 DebugRenderer::~DebugRenderer() = default;
 
 void DebugRenderer::setEnable(bool enable) {
-  if (enable == m_enabled) return;
-  m_enabled = enable;
-  if (!enable) {
-    m_root->removeChild(m_drawing->geode);
-    m_drawing.reset();
-    return;
-  }
-  m_drawing = std::make_unique<Drawing>();
-  m_root->addChild(m_drawing->geode);
+    if (enable == m_enabled)
+        return;
+    m_enabled = enable;
+    if (!enable) {
+        m_root->removeChild(m_drawing->geode);
+        m_drawing.reset();
+        return;
+    }
+    m_drawing = std::make_unique<Drawing>();
+    m_root->addChild(m_drawing->geode);
 }
 
 void DebugRenderer::update(hyxSDK::Simulation& simulation) {
-  if (!m_enabled) return;
-  m_drawing->updateLines(simulation);
-  m_drawing->updateNames(simulation, m_text);
+    if (!m_enabled)
+        return;
+    m_drawing->updateLines(simulation);
+    m_drawing->updateNames(simulation, m_text);
 }
 
-}  // namespace hyxOSG
+} // namespace hyxOSG

@@ -7,7 +7,7 @@
 
 namespace hyxSDK {
 class Simulation;
-}
+} // namespace hyxSDK
 
 namespace hyxOSG {
 
@@ -16,24 +16,27 @@ namespace hyxOSG {
 /// The lines are one geometry whose arrays are filled anew at each update; nothing is made while it is off.
 class DebugRenderer {
 public:
-  explicit DebugRenderer(osg::Group* root);
-  ~DebugRenderer();
+    explicit DebugRenderer(osg::Group* root);
+    ~DebugRenderer();
 
-  void setEnable(bool enable);
-  bool enabled() const { return m_enabled; }
-  void setText(bool enable) { m_text = enable; }
-  bool text() const { return m_text; }
+    void setEnable(bool enable);
 
-  /// Takes the simulation's present state over.
-  void update(hyxSDK::Simulation& simulation);
+    bool enabled() const { return m_enabled; }
+
+    void setText(bool enable) { m_text = enable; }
+
+    bool text() const { return m_text; }
+
+    /// Takes the simulation's present state over.
+    void update(hyxSDK::Simulation& simulation);
 
 private:
-  struct Drawing;
+    struct Drawing;
 
-  osg::ref_ptr<osg::Group> m_root;
-  std::unique_ptr<Drawing> m_drawing;  ///< null while off
-  bool m_enabled = false;
-  bool m_text = false;
+    osg::ref_ptr<osg::Group> m_root;
+    std::unique_ptr<Drawing> m_drawing; ///< null while off
+    bool m_enabled = false;
+    bool m_text = false;
 };
 
-}  // namespace hyxOSG
+} // namespace hyxOSG

@@ -9,21 +9,21 @@ namespace hyxOSG {
 /// Turns around a point in the frame of a node, and moves with the node.
 class FollowManipulator : public osgGA::OrbitManipulator {
 public:
-  /// What of the node's motion the camera takes part in.
-  enum Mode { POSITION = 0, POSITION_AND_HEADING = 1, WHOLE_ROTATION = 2 };
+    /// What of the node's motion the camera takes part in.
+    enum Mode { POSITION = 0, POSITION_AND_HEADING = 1, WHOLE_ROTATION = 2 };
 
-  /// When the node dies the camera stays where it is.
-  FollowManipulator(osg::Node* node, Mode mode);
+    /// When the node dies the camera stays where it is.
+    FollowManipulator(osg::Node* node, Mode mode);
 
-  osg::Matrixd getMatrix() const override;
-  osg::Matrixd getInverseMatrix() const override;
+    osg::Matrixd getMatrix() const override;
+    osg::Matrixd getInverseMatrix() const override;
 
 private:
-  osg::Matrixd nodePose() const;
+    osg::Matrixd nodePose() const;
 
-  osg::observer_ptr<osg::Node> m_node;
-  Mode m_mode;
-  mutable osg::Matrixd m_lastPose;
+    osg::observer_ptr<osg::Node> m_node;
+    Mode m_mode;
+    mutable osg::Matrixd m_lastPose;
 };
 
-}  // namespace hyxOSG
+} // namespace hyxOSG

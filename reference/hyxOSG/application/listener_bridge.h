@@ -8,25 +8,25 @@
 
 namespace osg {
 class Camera;
-}
+} // namespace osg
 
 namespace hyxOSG {
 
 /// Translates the events of the scene-graph library; positions become pixels from the lower left corner.
 class ListenerBridge {
 public:
-  using Listeners = hyx::Vector<hyx::ref_ptr<hyxSDK::GuiEventListener>>;
+    using Listeners = hyx::Vector<hyx::ref_ptr<hyxSDK::GuiEventListener>>;
 
-  /// Gives the event to the listeners, in order, until one uses it up. Returns whether one did.
-  bool dispatch(const osgGA::GUIEventAdapter& event, const osg::Camera& camera, const Listeners& listeners);
+    /// Gives the event to the listeners, in order, until one uses it up. Returns whether one did.
+    bool dispatch(osgGA::GUIEventAdapter const& event, osg::Camera const& camera, Listeners const& listeners);
 
 private:
-  bool give(const osgGA::GUIEventAdapter& event, hyxSDK::GuiEventListener& listener) const;
-  void frame(const osg::Camera& camera, const Listeners& listeners);
+    bool give(osgGA::GUIEventAdapter const& event, hyxSDK::GuiEventListener& listener) const;
+    void frame(osg::Camera const& camera, Listeners const& listeners);
 
-  float m_x = 0;  ///< of the pointer, pixels
-  float m_y = 0;
-  osg::Matrixd m_view;  ///< that listeners know
+    float m_x = 0; ///< of the pointer, pixels
+    float m_y = 0;
+    osg::Matrixd m_view; ///< that listeners know
 };
 
-}  // namespace hyxOSG
+} // namespace hyxOSG

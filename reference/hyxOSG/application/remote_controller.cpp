@@ -1,7 +1,6 @@
 /// What the remote page asks of an application, and is told.
-#include "platform/hyxOSG/application/example_application_controller.h"
-
 #include "platform/hyxOSG/application/example_application.h"
+#include "platform/hyxOSG/application/example_application_controller.h"
 #include "platform/hyxSDK/simulation.h"
 #include "reference/hyxNet/access_token.h"
 #include "reference/hyxNet/listen_address.h"
@@ -24,156 +23,177 @@ using nlohmann::json;
 
 namespace {
 
-int keyOf(const json& message) {
-  const json& key = message.at("key");
-  if (!key.is_number_integer()) throw std::invalid_argument("'key' must be a whole number");
-  return key.get<int>();
+int keyOf(json const& message) {
+    json const& key = message.at("key");
+    if (!key.is_number_integer())
+        throw std::invalid_argument("'key' must be a whole number");
+    return key.get<int>();
 }
 
-}  // namespace
+} // namespace
 
 struct ExampleApplicationController::State {
-  ExampleApplication* application;
-  std::string token;
-  std::string host;
-  std::unique_ptr<hyxNet::WebServer> server;
-  unsigned long ticks = 0;
-  std::chrono::steady_clock::time_point parametersSent{};
+    ExampleApplication* application;
+    std::string token;
+    std::string host;
+    std::unique_ptr<hyxNet::WebServer> server;
+    unsigned long ticks = 0;
+    std::chrono::steady_clock::time_point parametersSent{};
 
-  std::string follow(const std::string& message);
-  void followCommand(const json& message);
-  void restore();
-  void input(const json& message);
+    std::string follow(std::string const& message);
+    void followCommand(json const& message);
+    void restore();
+    void input(json const& message);
 };
 
 ExampleApplicationController::ExampleApplicationController(ExampleApplication* application, int port,
-                                                           const std::string& token, const std::string& host)
+                                                           std::string const& token, std::string const& host)
     : m_state(std::make_unique<State>()) {
-  if (!application) throw std::invalid_argument("the remote control needs an application, not None");
-  m_state->application = application;
-  m_state->token = token.empty() ? hyxNet::makeAccessToken() : token;
-  m_state->host = hyxNet::listenAddress(host);
-  State* state = m_state.get();
-  m_state->server = std::make_unique<hyxNet::WebServer>(
-      port, m_state->host, m_state->token, remotePage, [state](const std::string& message) { return state->follow(message); });
+    if (!application)
+        throw std::invalid_argument("the remote control needs an application, not None");
+    m_state->application = application;
+    m_state->token = token.empty() ? hyxNet::makeAccessToken() : token;
+    m_state->host = hyxNet::listenAddress(host);
+    State* state = m_state.get();
+    m_state->server =
+        std::make_unique<hyxNet::WebServer>(port, m_state->host, m_state->token, remotePage,
+                                            [state](std::string const& message) { return state->follow(message); });
 }
 
 ExampleApplicationController::~ExampleApplicationController() = default;
 
-int ExampleApplicationController::getPort() const { return m_state->server->port(); }
-std::string ExampleApplicationController::getToken() const { return m_state->token; }
-int ExampleApplicationController::getNumClients() const { return m_state->server->numClients(); }
+int ExampleApplicationController::getPort() const {
+    return m_state->server->port();
+}
+
+std::string ExampleApplicationController::getToken() const {
+    return m_state->token;
+}
+
+int ExampleApplicationController::getNumClients() const {
+    return m_state->server->numClients();
+}
 
 std::string ExampleApplicationController::getUrl() const {
-  const bool sixthVersion = m_state->host.find(':') != std::string::npos;
-  return "http://" + (sixthVersion ? "[" + m_state->host + "]" : m_state->host) + ":" + std::to_string(getPort()) + "/?token=" + m_state->token;
+    bool const sixthVersion = m_state->host.find(':') != std::string::npos;
+    return "http://" + (sixthVersion ? "[" + m_state->host + "]" : m_state->host) + ":" + std::to_string(getPort()) +
+           "/?token=" + m_state->token;
 }
 
 void ExampleApplicationController::update() {
-  m_state->server->update();
-  constexpr auto interval = std::chrono::milliseconds(250);
-  const auto now = std::chrono::steady_clock::now();
-  if (getNumClients() == 0 || now - m_state->parametersSent < interval) return;
-  m_state->parametersSent = now;
-  pushParameters();
+    m_state->server->update();
+    constexpr auto interval = std::chrono::milliseconds(250);
+    auto const now = std::chrono::steady_clock::now();
+    if (getNumClients() == 0 || now - m_state->parametersSent < interval)
+        return;
+    m_state->parametersSent = now;
+    pushParameters();
 }
 
-bool ExampleApplicationController::wantsFrame() const { return m_state->server->wantsPicture(); }
+bool ExampleApplicationController::wantsFrame() const {
+    return m_state->server->wantsPicture();
+}
 
-void ExampleApplicationController::pushFrame(const osg::Image& image) {
-  if (!wantsFrame()) return;
-  osgDB::ReaderWriter* writer = osgDB::Registry::instance()->getReaderWriterForExtension("jpg");
-  std::ostringstream bytes;
-  const osg::ref_ptr<osgDB::Options> options = new osgDB::Options("JPEG_QUALITY 85");
-  if (!writer || !writer->writeImage(image, bytes, options).success())
-    throw std::runtime_error("the scene-graph library cannot write JPEG pictures");
-  m_state->server->sendPicture(bytes.str());
+void ExampleApplicationController::pushFrame(osg::Image const& image) {
+    if (!wantsFrame())
+        return;
+    osgDB::ReaderWriter* writer = osgDB::Registry::instance()->getReaderWriterForExtension("jpg");
+    std::ostringstream bytes;
+    osg::ref_ptr<osgDB::Options> const options = new osgDB::Options("JPEG_QUALITY 85");
+    if (!writer || !writer->writeImage(image, bytes, options).success())
+        throw std::runtime_error("the scene-graph library cannot write JPEG pictures");
+    m_state->server->sendPicture(bytes.str());
 }
 
 void ExampleApplicationController::pushParameters() {
-  const ExampleApplication& application = *m_state->application;
-  const json parameters = {{"time", application.getTimeStamp()},
-                           {"time step", application.getTimeStep()},
-                           {"paused", !application.getAutoStepping()},
-                           {"solver", application.getSolverName(application.getSolverType())},
-                           {"target frames per second", application.getTargetFPS()},
-                           {"bodies", m_state->application->getSimulation()->getRigidBodies().size()},
-                           {"scenes", application.getNumScenes()}};
-  m_state->server->sendText(json{{"parameters", parameters}}.dump());
+    ExampleApplication const& application = *m_state->application;
+    json const parameters = {{"time", application.getTimeStamp()},
+                             {"time step", application.getTimeStep()},
+                             {"paused", !application.getAutoStepping()},
+                             {"solver", application.getSolverName(application.getSolverType())},
+                             {"target frames per second", application.getTargetFPS()},
+                             {"bodies", m_state->application->getSimulation()->getRigidBodies().size()},
+                             {"scenes", application.getNumScenes()}};
+    m_state->server->sendText(json{{"parameters", parameters}}.dump());
 }
 
 void ExampleApplicationController::pushTick() {
-  const json tick = {{"number", ++m_state->ticks}, {"time", m_state->application->getTimeStamp()}};
-  m_state->server->sendText(json{{"tick", tick}}.dump());
+    json const tick = {{"number", ++m_state->ticks}, {"time", m_state->application->getTimeStamp()}};
+    m_state->server->sendText(json{{"tick", tick}}.dump());
 }
 
-std::string ExampleApplicationController::State::follow(const std::string& text) {
-  try {
-    const json message = json::parse(text);
-    if (message.value("do", "") == "ready")
-      server->askForPicture();
+std::string ExampleApplicationController::State::follow(std::string const& text) {
+    try {
+        json const message = json::parse(text);
+        if (message.value("do", "") == "ready")
+            server->askForPicture();
+        else
+            followCommand(message);
+        return "";
+    } catch (std::exception const& error) {
+        return json{{"error", error.what()}}.dump(-1, ' ', false, json::error_handler_t::replace);
+    }
+}
+
+void ExampleApplicationController::State::followCommand(json const& message) {
+    std::string const what = message.value("do", "");
+    if (what == "pause")
+        application->setAutoStepping(!application->getAutoStepping());
+    else if (what == "step")
+        application->stepSimulation();
+    else if (what == "reload")
+        application->reloadScene();
+    else if (what == "previous")
+        application->createPreviousScene();
+    else if (what == "next")
+        application->createNextScene();
+    else if (what == "save")
+        application->getSimulation()->save(application->getSaveSceneFilename());
+    else if (what == "restore")
+        restore();
+    else if (what == "home" && application->getCameraManipulator())
+        application->getCameraManipulator()->home(0);
+    else if (what == "timeStep")
+        application->setTimeStep(message.at("value").get<double>());
     else
-      followCommand(message);
-    return "";
-  } catch (const std::exception& error) {
-    return json{{"error", error.what()}}.dump(-1, ' ', false, json::error_handler_t::replace);
-  }
-}
-
-void ExampleApplicationController::State::followCommand(const json& message) {
-  const std::string what = message.value("do", "");
-  if (what == "pause")
-    application->setAutoStepping(!application->getAutoStepping());
-  else if (what == "step")
-    application->stepSimulation();
-  else if (what == "reload")
-    application->reloadScene();
-  else if (what == "previous")
-    application->createPreviousScene();
-  else if (what == "next")
-    application->createNextScene();
-  else if (what == "save")
-    application->getSimulation()->save(application->getSaveSceneFilename());
-  else if (what == "restore")
-    restore();
-  else if (what == "home" && application->getCameraManipulator())
-    application->getCameraManipulator()->home(0);
-  else if (what == "timeStep")
-    application->setTimeStep(message.at("value").get<double>());
-  else
-    input(message);
+        input(message);
 }
 
 void ExampleApplicationController::State::restore() {
-  const std::string file = application->getSaveSceneFilename();
-  if (!application->restoreFromFile(file)) throw std::runtime_error("no state was saved: there is no " + file);
+    std::string const file = application->getSaveSceneFilename();
+    if (!application->restoreFromFile(file))
+        throw std::runtime_error("no state was saved: there is no " + file);
 }
 
 /// Input goes the way of the window's own: through its event queue, in pixels from the upper left corner.
-void ExampleApplicationController::State::input(const json& message) {
-  osg::Camera* camera = application->getCamera();
-  auto* window = camera ? dynamic_cast<osgViewer::GraphicsWindow*>(camera->getGraphicsContext()) : nullptr;
-  if (!window) return;
-  osgGA::EventQueue* queue = window->getEventQueue();
-  const std::string what = message.value("do", "");
-  constexpr double farthest = 32767;  // pixels; beyond it the camera's arithmetic fails
-  const auto pixels = [&](const char* name) { return float(std::clamp(message.value(name, 0.0), -farthest, farthest)); };
-  const float x = pixels("x"), y = pixels("y");
-  const unsigned int button = message.value("button", 1u);
-  if (what == "press")
-    queue->mouseButtonPress(x, y, button);
-  else if (what == "release")
-    queue->mouseButtonRelease(x, y, button);
-  else if (what == "move")
-    queue->mouseMotion(x, y);
-  else if (what == "wheel")
-    queue->mouseScroll(message.value("up", true) ? osgGA::GUIEventAdapter::SCROLL_UP : osgGA::GUIEventAdapter::SCROLL_DOWN);
-  else if (what == "key" && message.value("down", true))
-    queue->keyPress(keyOf(message));
-  else if (what == "key")
-    queue->keyRelease(keyOf(message));
-  else
-    throw std::invalid_argument("the remote control does not know '" + what + "'");
+void ExampleApplicationController::State::input(json const& message) {
+    osg::Camera* camera = application->getCamera();
+    auto* window = camera ? dynamic_cast<osgViewer::GraphicsWindow*>(camera->getGraphicsContext()) : nullptr;
+    if (!window)
+        return;
+    osgGA::EventQueue* queue = window->getEventQueue();
+    std::string const what = message.value("do", "");
+    constexpr double farthest = 32767; // pixels; beyond it the camera's arithmetic fails
+    auto const pixels = [&](char const* name) {
+        return float(std::clamp(message.value(name, 0.0), -farthest, farthest));
+    };
+    float const x = pixels("x"), y = pixels("y");
+    unsigned int const button = message.value("button", 1u);
+    if (what == "press")
+        queue->mouseButtonPress(x, y, button);
+    else if (what == "release")
+        queue->mouseButtonRelease(x, y, button);
+    else if (what == "move")
+        queue->mouseMotion(x, y);
+    else if (what == "wheel")
+        queue->mouseScroll(message.value("up", true) ? osgGA::GUIEventAdapter::SCROLL_UP
+                                                     : osgGA::GUIEventAdapter::SCROLL_DOWN);
+    else if (what == "key" && message.value("down", true))
+        queue->keyPress(keyOf(message));
+    else if (what == "key")
+        queue->keyRelease(keyOf(message));
+    else
+        throw std::invalid_argument("the remote control does not know '" + what + "'");
 }
 
-}  // namespace hyxOSG
+} // namespace hyxOSG

@@ -3,7 +3,7 @@
 
 namespace hyxOSG {
 
-const char remotePage[] = R"page(<!DOCTYPE html>
+char const remotePage[] = R"page(<!DOCTYPE html>
 <html lang="en">
 <head>
 <meta charset="utf-8">
@@ -107,4 +107,4 @@ canvas.onkeyup = event => { if (code(event)) send({do: "key", key: code(event), 
 </html>
 )page";
 
-}  // namespace hyxOSG
+} // namespace hyxOSG

@@ -4,6 +4,6 @@
 namespace hyxOSG {
 
 /// One file of HTML with its script; takes the token from its own address.
-extern const char remotePage[];
+extern char const remotePage[];
 
-}  // namespace hyxOSG
+} // namespace hyxOSG

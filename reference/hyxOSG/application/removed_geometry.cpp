@@ -11,21 +11,24 @@ namespace hyxOSG {
 namespace {
 
 std::vector<osg::ref_ptr<GeometryNode>>& pending() {
-  static std::vector<osg::ref_ptr<GeometryNode>> nodes;
-  return nodes;
+    static std::vector<osg::ref_ptr<GeometryNode>> nodes;
+    return nodes;
 }
 
-}  // namespace
+} // namespace
 
 void RemovedGeometry::add(GeometryNode* node) {
-  if (node) pending().push_back(node);
+    if (node)
+        pending().push_back(node);
 }
 
 void RemovedGeometry::sweep() {
-  if (pending().empty()) return;
-  for (const auto& node : pending())
-    if (node->getAutoRemove()) node->removeFromParents();
-  pending().clear();
+    if (pending().empty())
+        return;
+    for (auto const& node : pending())
+        if (node->getAutoRemove())
+            node->removeFromParents();
+    pending().clear();
 }
 
-}  // namespace hyxOSG
+} // namespace hyxOSG

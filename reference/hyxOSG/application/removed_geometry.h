@@ -8,8 +8,8 @@ class GeometryNode;
 /// The visuals are taken out of their scenes before the next frame, not while a scene may be traversed.
 class RemovedGeometry {
 public:
-  static void add(GeometryNode* node);
-  static void sweep();
+    static void add(GeometryNode* node);
+    static void sweep();
 };
 
-}  // namespace hyxOSG
+} // namespace hyxOSG

@@ -11,9 +11,11 @@ namespace {
 
 using App = ExampleApplication;
 
-osg::Matrixd toOsg(const hyx::AffineMatrix4x4& matrix) { return osg::Matrixd(matrix.ptr()); }
+osg::Matrixd toOsg(hyx::AffineMatrix4x4 const& matrix) {
+    return osg::Matrixd(matrix.ptr());
+}
 
-}  // namespace
+} // namespace
 
 SceneGraph::SceneGraph(int width, int height)
     : m_root(new osg::Group),
@@ -24,63 +26,70 @@ SceneGraph::SceneGraph(int width, int height)
       m_libraryRoot(new osg::Group),
       m_markers(new osg::Group),
       m_debugTransform(new osg::MatrixTransform) {
-  m_root->setName("root");
-  m_sceneRoot->setName("sceneRoot");
-  m_libraryRoot->setName("sceneHyxOSGRoot");
-  m_sceneRoot->setNodeMask(App::MAIN_SCENE_MASK | App::OSG_RENDER_MASK | App::CASTS_SHADOWS_MASK |
-                           App::RECIEVES_SHADOWS_MASK);
-  m_libraryRoot->setNodeMask(m_sceneRoot->getNodeMask());
-  m_markers->setNodeMask(App::OSG_RENDER_MASK);
-  m_debugTransform->setNodeMask(App::DEBUG_RENDER_MASK);
-  m_markers->getOrCreateStateSet()->setMode(GL_LIGHTING, osg::StateAttribute::OFF | osg::StateAttribute::PROTECTED);
-  // A little nearer than they are, so that a ground in their plane does not hide them.
-  m_markers->getStateSet()->setAttributeAndModes(new osg::Depth(osg::Depth::LEQUAL, 0, 0.9999));
-  m_debugTransform->getOrCreateStateSet()->setMode(GL_LIGHTING, osg::StateAttribute::OFF | osg::StateAttribute::PROTECTED);
+    m_root->setName("root");
+    m_sceneRoot->setName("sceneRoot");
+    m_libraryRoot->setName("sceneHyxOSGRoot");
+    m_sceneRoot->setNodeMask(App::MAIN_SCENE_MASK | App::OSG_RENDER_MASK | App::CASTS_SHADOWS_MASK |
+                             App::RECIEVES_SHADOWS_MASK);
+    m_libraryRoot->setNodeMask(m_sceneRoot->getNodeMask());
+    m_markers->setNodeMask(App::OSG_RENDER_MASK);
+    m_debugTransform->setNodeMask(App::DEBUG_RENDER_MASK);
+    m_markers->getOrCreateStateSet()->setMode(GL_LIGHTING, osg::StateAttribute::OFF | osg::StateAttribute::PROTECTED);
+    // A little nearer than they are, so that a ground in their plane does not hide them.
+    m_markers->getStateSet()->setAttributeAndModes(new osg::Depth(osg::Depth::LEQUAL, 0, 0.9999));
+    m_debugTransform->getOrCreateStateSet()->setMode(GL_LIGHTING,
+                                                     osg::StateAttribute::OFF | osg::StateAttribute::PROTECTED);
 
-  m_transform->addChild(m_sceneRoot);
-  m_transform->addChild(m_libraryRoot);
-  m_transform->addChild(m_markers);
-  m_switch->addChild(m_transform);
-  m_decorator->addChild(m_switch);
-  m_root->addChild(m_decorator);
-  m_root->addChild(m_debugTransform);
+    m_transform->addChild(m_sceneRoot);
+    m_transform->addChild(m_libraryRoot);
+    m_transform->addChild(m_markers);
+    m_switch->addChild(m_transform);
+    m_decorator->addChild(m_switch);
+    m_root->addChild(m_decorator);
+    m_root->addChild(m_debugTransform);
 }
 
 void SceneGraph::setScene(osg::Group* scene) {
-  osg::ref_ptr<osg::Group> next = scene;  // may be held by the present scene alone
-  if (m_scene) m_sceneRoot->removeChild(m_scene);
-  m_scene = next;
-  // A script may return the scene root itself, or a group that it has put there already.
-  if (m_scene && m_scene != m_sceneRoot && !m_sceneRoot->containsNode(m_scene)) m_sceneRoot->addChild(m_scene);
+    osg::ref_ptr<osg::Group> next = scene; // may be held by the present scene alone
+    if (m_scene)
+        m_sceneRoot->removeChild(m_scene);
+    m_scene = next;
+    // A script may return the scene root itself, or a group that it has put there already.
+    if (m_scene && m_scene != m_sceneRoot && !m_sceneRoot->containsNode(m_scene))
+        m_sceneRoot->addChild(m_scene);
 }
 
 void SceneGraph::clear() {
-  m_scene = nullptr;
-  m_sceneRoot->removeChildren(0, m_sceneRoot->getNumChildren());
-  m_libraryRoot->removeChildren(0, m_libraryRoot->getNumChildren());
+    m_scene = nullptr;
+    m_sceneRoot->removeChildren(0, m_sceneRoot->getNumChildren());
+    m_libraryRoot->removeChildren(0, m_libraryRoot->getNumChildren());
 }
 
-void SceneGraph::setTransform(const hyx::AffineMatrix4x4& transform) {
-  m_transform->setMatrix(toOsg(transform));
-  updateDebugTransform();
+void SceneGraph::setTransform(hyx::AffineMatrix4x4 const& transform) {
+    m_transform->setMatrix(toOsg(transform));
+    updateDebugTransform();
 }
 
-hyx::AffineMatrix4x4 SceneGraph::transform() const { return hyx::AffineMatrix4x4(m_transform->getMatrix().ptr()); }
-
-void SceneGraph::setDebugInverse(const hyx::AffineMatrix4x4& matrix) {
-  m_debugInverse = toOsg(matrix.inverse());
-  updateDebugTransform();
+hyx::AffineMatrix4x4 SceneGraph::transform() const {
+    return hyx::AffineMatrix4x4(m_transform->getMatrix().ptr());
 }
 
-void SceneGraph::updateDebugTransform() { m_debugTransform->setMatrix(m_debugInverse * m_transform->getMatrix()); }
+void SceneGraph::setDebugInverse(hyx::AffineMatrix4x4 const& matrix) {
+    m_debugInverse = toOsg(matrix.inverse());
+    updateDebugTransform();
+}
+
+void SceneGraph::updateDebugTransform() {
+    m_debugTransform->setMatrix(m_debugInverse * m_transform->getMatrix());
+}
 
 osg::BoundingSphere SceneGraph::sceneBound() const {
-  osg::ComputeBoundsVisitor visitor;
-  visitor.pushMatrix(const_cast<osg::Matrixd&>(m_transform->getMatrix()));
-  m_sceneRoot->accept(visitor);
-  m_libraryRoot->accept(visitor);
-  const osg::BoundingBox& box = visitor.getBoundingBox();
-  return box.valid() ? osg::BoundingSphere(box) : osg::BoundingSphere();
+    osg::ComputeBoundsVisitor visitor;
+    visitor.pushMatrix(const_cast<osg::Matrixd&>(m_transform->getMatrix()));
+    m_sceneRoot->accept(visitor);
+    m_libraryRoot->accept(visitor);
+    osg::BoundingBox const& box = visitor.getBoundingBox();
+    return box.valid() ? osg::BoundingSphere(box) : osg::BoundingSphere();
 }
 
-}  // namespace hyxOSG
+} // namespace hyxOSG

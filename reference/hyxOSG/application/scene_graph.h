@@ -20,44 +20,51 @@ namespace hyxOSG {
 ///   debug transform      lines of the debug rendering, unlit
 class SceneGraph {
 public:
-  SceneGraph(int width, int height);
+    SceneGraph(int width, int height);
 
-  osg::Group* root() const { return m_root; }
-  SceneDecorator* decorator() const { return m_decorator; }
-  osg::Switch* sceneSwitch() const { return m_switch; }
-  osg::Group* sceneRoot() const { return m_sceneRoot; }
-  osg::Group* libraryRoot() const { return m_libraryRoot; }
-  osg::Group* markers() const { return m_markers; }
-  osg::Group* debugRoot() const { return m_debugTransform; }
+    osg::Group* root() const { return m_root; }
 
-  /// The group that the present scene built; null for none.
-  osg::Group* scene() const { return m_scene; }
-  void setScene(osg::Group* scene);
+    SceneDecorator* decorator() const { return m_decorator; }
 
-  /// Takes away all that scenes put here; decoration and markers stay.
-  void clear();
+    osg::Switch* sceneSwitch() const { return m_switch; }
 
-  void setTransform(const hyx::AffineMatrix4x4& transform);
-  hyx::AffineMatrix4x4 transform() const;
-  /// Debug rendering is drawn through the transform and the inverse of `matrix`.
-  void setDebugInverse(const hyx::AffineMatrix4x4& matrix);
+    osg::Group* sceneRoot() const { return m_sceneRoot; }
 
-  /// The box around what scenes and the library draw; invalid when there is nothing.
-  osg::BoundingSphere sceneBound() const;
+    osg::Group* libraryRoot() const { return m_libraryRoot; }
+
+    osg::Group* markers() const { return m_markers; }
+
+    osg::Group* debugRoot() const { return m_debugTransform; }
+
+    /// The group that the present scene built; null for none.
+    osg::Group* scene() const { return m_scene; }
+
+    void setScene(osg::Group* scene);
+
+    /// Takes away all that scenes put here; decoration and markers stay.
+    void clear();
+
+    void setTransform(hyx::AffineMatrix4x4 const& transform);
+    hyx::AffineMatrix4x4 transform() const;
+    /// Debug rendering is drawn through the transform and the inverse of `matrix`.
+    void setDebugInverse(hyx::AffineMatrix4x4 const& matrix);
+
+    /// The box around what scenes and the library draw; invalid when there is nothing.
+    osg::BoundingSphere sceneBound() const;
 
 private:
-  void updateDebugTransform();
+    void updateDebugTransform();
 
-  osg::ref_ptr<osg::Group> m_root;
-  osg::ref_ptr<SceneDecorator> m_decorator;
-  osg::ref_ptr<osg::Switch> m_switch;
-  osg::ref_ptr<osg::MatrixTransform> m_transform;
-  osg::ref_ptr<osg::Group> m_sceneRoot;
-  osg::ref_ptr<osg::Group> m_libraryRoot;
-  osg::ref_ptr<osg::Group> m_markers;
-  osg::ref_ptr<osg::MatrixTransform> m_debugTransform;
-  osg::ref_ptr<osg::Group> m_scene;
-  osg::Matrixd m_debugInverse;
+    osg::ref_ptr<osg::Group> m_root;
+    osg::ref_ptr<SceneDecorator> m_decorator;
+    osg::ref_ptr<osg::Switch> m_switch;
+    osg::ref_ptr<osg::MatrixTransform> m_transform;
+    osg::ref_ptr<osg::Group> m_sceneRoot;
+    osg::ref_ptr<osg::Group> m_libraryRoot;
+    osg::ref_ptr<osg::Group> m_markers;
+    osg::ref_ptr<osg::MatrixTransform> m_debugTransform;
+    osg::ref_ptr<osg::Group> m_scene;
+    osg::Matrixd m_debugInverse;
 };
 
-}  // namespace hyxOSG
+} // namespace hyxOSG

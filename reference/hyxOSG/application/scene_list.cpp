@@ -9,7 +9,7 @@ namespace hyxOSG {
 SceneDescription::SceneDescription(BuildScenePtr scene, bool unittest, float stopAfter, bool slowUnittest)
     : scene(scene), unittest(unittest), stopAfter(stopAfter), slowUnittest(slowUnittest), valid(scene != nullptr) {}
 
-SceneDescription::SceneDescription(const std::string& fileName, const std::string& scriptFunction, bool unittest,
+SceneDescription::SceneDescription(std::string const& fileName, std::string const& scriptFunction, bool unittest,
                                    float stopAfter, bool slowUnittest)
     : unittest(unittest),
       stopAfter(stopAfter),
@@ -18,28 +18,37 @@ SceneDescription::SceneDescription(const std::string& fileName, const std::strin
       scriptFunction(scriptFunction),
       fileName(fileName) {}
 
-SceneDescription::SceneDescription(const std::string& fileName, bool unittest, float stopAfter, bool slowUnittest)
-    : unittest(unittest), stopAfter(stopAfter), slowUnittest(slowUnittest), valid(!fileName.empty()), fileName(fileName) {}
+SceneDescription::SceneDescription(std::string const& fileName, bool unittest, float stopAfter, bool slowUnittest)
+    : unittest(unittest),
+      stopAfter(stopAfter),
+      slowUnittest(slowUnittest),
+      valid(!fileName.empty()),
+      fileName(fileName) {}
 
-bool SceneDescription::isValid() const { return valid && (scene || !fileName.empty()); }
-
-bool SceneList::add(const SceneDescription& description, int key) {
-  if (!description.isValid() || indexOf(key)) return false;
-  m_entries.push_back({key, description});
-  return true;
+bool SceneDescription::isValid() const {
+    return valid && (scene || !fileName.empty());
 }
 
-bool SceneList::add(const SceneDescription& description) {
-  constexpr std::string_view keys = "1234567890abcdfghijklmnopqstuvwxyz";  // e pauses the application, r reloads
-  for (const char key : keys)
-    if (!indexOf(key)) return add(description, key);
-  return add(description, int(1000 + m_entries.size()));  // reached by index only
+bool SceneList::add(SceneDescription const& description, int key) {
+    if (!description.isValid() || indexOf(key))
+        return false;
+    m_entries.push_back({key, description});
+    return true;
+}
+
+bool SceneList::add(SceneDescription const& description) {
+    constexpr std::string_view keys = "1234567890abcdfghijklmnopqstuvwxyz"; // e pauses the application, r reloads
+    for (char const key : keys)
+        if (!indexOf(key))
+            return add(description, key);
+    return add(description, int(1000 + m_entries.size())); // reached by index only
 }
 
 std::optional<size_t> SceneList::indexOf(int key) const {
-  const auto entry = std::find_if(m_entries.begin(), m_entries.end(), [key](const Entry& e) { return e.key == key; });
-  if (entry == m_entries.end()) return std::nullopt;
-  return entry - m_entries.begin();
+    auto const entry = std::find_if(m_entries.begin(), m_entries.end(), [key](Entry const& e) { return e.key == key; });
+    if (entry == m_entries.end())
+        return std::nullopt;
+    return entry - m_entries.begin();
 }
 
-}  // namespace hyxOSG
+} // namespace hyxOSG

@@ -11,22 +11,26 @@ namespace hyxOSG {
 /// Scenes in the order added, each reached by a key.
 class SceneList {
 public:
-  /// Adds a scene; false when it is not valid or the key is taken.
-  bool add(const SceneDescription& description, int key);
-  /// Adds a scene under the next free key; false when it is not valid or no key is free.
-  bool add(const SceneDescription& description);
-  void clear() { m_entries.clear(); }
+    /// Adds a scene; false when it is not valid or the key is taken.
+    bool add(SceneDescription const& description, int key);
+    /// Adds a scene under the next free key; false when it is not valid or no key is free.
+    bool add(SceneDescription const& description);
 
-  size_t size() const { return m_entries.size(); }
-  const SceneDescription& at(size_t index) const { return m_entries.at(index).description; }
-  std::optional<size_t> indexOf(int key) const;
+    void clear() { m_entries.clear(); }
+
+    size_t size() const { return m_entries.size(); }
+
+    SceneDescription const& at(size_t index) const { return m_entries.at(index).description; }
+
+    std::optional<size_t> indexOf(int key) const;
 
 private:
-  struct Entry {
-    int key;
-    SceneDescription description;
-  };
-  std::vector<Entry> m_entries;
+    struct Entry {
+        int key;
+        SceneDescription description;
+    };
+
+    std::vector<Entry> m_entries;
 };
 
-}  // namespace hyxOSG
+} // namespace hyxOSG

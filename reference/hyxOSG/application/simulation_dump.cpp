@@ -11,19 +11,21 @@
 
 namespace hyxOSG {
 void SimulationDump::setEnable(bool enable) {
-  m_enabled = enable;
-  m_number = 0;
+    m_enabled = enable;
+    m_number = 0;
 }
 
-void SimulationDump::write(const hyxSDK::Simulation& simulation) {
-  nlohmann::json state = {{"time", simulation.getTimeStamp()}, {"bodies", nlohmann::json::array()}};
-  for (const auto& body : simulation.getRigidBodies()) state["bodies"].push_back(bodyState(*body));
-  std::error_code error;
-  std::filesystem::create_directories(m_folder, error);
-  char name[32];
-  std::snprintf(name, sizeof name, "state_%06lu.json", ++m_number);
-  std::ofstream file(std::filesystem::path(m_folder) / name);
-  if (!(file << state.dump(1) << "\n")) throw std::runtime_error("the simulation dump cannot be written to '" + m_folder + "'");
+void SimulationDump::write(hyxSDK::Simulation const& simulation) {
+    nlohmann::json state = {{"time", simulation.getTimeStamp()}, {"bodies", nlohmann::json::array()}};
+    for (auto const& body : simulation.getRigidBodies())
+        state["bodies"].push_back(bodyState(*body));
+    std::error_code error;
+    std::filesystem::create_directories(m_folder, error);
+    char name[32];
+    std::snprintf(name, sizeof name, "state_%06lu.json", ++m_number);
+    std::ofstream file(std::filesystem::path(m_folder) / name);
+    if (!(file << state.dump(1) << "\n"))
+        throw std::runtime_error("the simulation dump cannot be written to '" + m_folder + "'");
 }
 
-}  // namespace hyxOSG
+} // namespace hyxOSG

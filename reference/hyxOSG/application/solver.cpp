@@ -8,33 +8,39 @@
 namespace hyxOSG {
 namespace {
 
-constexpr const char* names[ExampleApplication::NUM_SOLVERS] = {"MULTI", "ITERATIVE"};
+constexpr char const* names[ExampleApplication::NUM_SOLVERS] = {"MULTI", "ITERATIVE"};
 
-bool isSolver(int value) { return value >= 0 && value < ExampleApplication::NUM_SOLVERS; }
+bool isSolver(int value) {
+    return value >= 0 && value < ExampleApplication::NUM_SOLVERS;
+}
 
-}  // namespace
+} // namespace
 
 void ExampleApplication::setSolverType(SolverType solverType) {
-  if (!isSolver(solverType)) throw std::invalid_argument("a solver type must be ExampleApplication_MULTI or ExampleApplication_ITERATIVE");
-  m_state->wantedSolver = solverType;
-  m_state->ensureSimulation();
-  m_state->configureSimulation();
+    if (!isSolver(solverType))
+        throw std::invalid_argument("a solver type must be ExampleApplication_MULTI or ExampleApplication_ITERATIVE");
+    m_state->wantedSolver = solverType;
+    m_state->ensureSimulation();
+    m_state->configureSimulation();
 }
 
 ExampleApplication::SolverType ExampleApplication::getSolverType() const {
-  return SolverType(m_state->ensureSimulation().getSolver());
+    return SolverType(m_state->ensureSimulation().getSolver());
 }
 
-ExampleApplication::SolverType ExampleApplication::getSolverType(const std::string& name) const {
-  for (int solver = 0; solver < NUM_SOLVERS; ++solver)
-    if (strcasecmp(names[solver], name.c_str()) == 0) return SolverType(solver);
-  return NUM_SOLVERS;
+ExampleApplication::SolverType ExampleApplication::getSolverType(std::string const& name) const {
+    for (int solver = 0; solver < NUM_SOLVERS; ++solver)
+        if (strcasecmp(names[solver], name.c_str()) == 0)
+            return SolverType(solver);
+    return NUM_SOLVERS;
 }
 
 std::string ExampleApplication::getSolverName(SolverType solverType) const {
-  return isSolver(solverType) ? names[solverType] : "";
+    return isSolver(solverType) ? names[solverType] : "";
 }
 
-void ExampleApplication::changeSolver() { setSolverType(SolverType((getSolverType() + 1) % NUM_SOLVERS)); }
+void ExampleApplication::changeSolver() {
+    setSolverType(SolverType((getSolverType() + 1) % NUM_SOLVERS));
+}
 
-}  // namespace hyxOSG
+} // namespace hyxOSG

@@ -9,100 +9,109 @@ namespace {
 /// Reads the picture that was just drawn, when one is wanted.
 class GrabCallback : public osg::Camera::DrawCallback {
 public:
-  explicit GrabCallback(osg::Image* image) : m_image(image) {}
-  void operator()(osg::RenderInfo& info) const override {
-    const osg::Viewport* viewport = info.getCurrentCamera()->getViewport();
-    m_image->readPixels(int(viewport->x()), int(viewport->y()), int(viewport->width()), int(viewport->height()), GL_RGB,
-                        GL_UNSIGNED_BYTE);
-  }
+    explicit GrabCallback(osg::Image* image) : m_image(image) {}
+
+    void operator()(osg::RenderInfo& info) const override {
+        osg::Viewport const* viewport = info.getCurrentCamera()->getViewport();
+        m_image->readPixels(int(viewport->x()), int(viewport->y()), int(viewport->width()), int(viewport->height()),
+                            GL_RGB, GL_UNSIGNED_BYTE);
+    }
 
 private:
-  osg::ref_ptr<osg::Image> m_image;
+    osg::ref_ptr<osg::Image> m_image;
 };
 
 class FenceCallback : public osg::Camera::DrawCallback {
 public:
-  explicit FenceCallback(FrameFence& fence) : m_fence(fence) {}
-  void operator()(osg::RenderInfo& info) const override { m_fence.endFrame(*info.getState()); }
+    explicit FenceCallback(FrameFence& fence) : m_fence(fence) {}
+
+    void operator()(osg::RenderInfo& info) const override { m_fence.endFrame(*info.getState()); }
 
 private:
-  FrameFence& m_fence;
+    FrameFence& m_fence;
 };
 
-}  // namespace
+} // namespace
 
 void FrameViewer::begin() {
-  if (!_firstFrame) return;
-  viewerInit();
-  if (!isRealized()) realize();
-  _firstFrame = false;
+    if (!_firstFrame)
+        return;
+    viewerInit();
+    if (!isRealized())
+        realize();
+    _firstFrame = false;
 }
 
-ViewerWindow::ViewerWindow(const WindowRequest& request, osg::Group* scene)
+ViewerWindow::ViewerWindow(WindowRequest const& request, osg::Group* scene)
     : m_window(makeGraphicsWindow(request)), m_viewer(new FrameViewer) {
-  m_viewer->setThreadingModel(osgViewer::ViewerBase::SingleThreaded);  // callbacks come on the caller's thread
-  m_viewer->setReleaseContextAtEndOfFrameHint(false);
-  m_viewer->setKeyEventSetsDone(0);
-  m_viewer->setQuitEventSetsDone(false);
-  m_viewer->setLightingMode(osg::View::NO_LIGHT);  // light 0 is the decorator's
-  makeCamera(request.width, request.height);
-  m_viewer->setSceneData(scene);
-  m_viewer->realize();
+    m_viewer->setThreadingModel(osgViewer::ViewerBase::SingleThreaded); // callbacks come on the caller's thread
+    m_viewer->setReleaseContextAtEndOfFrameHint(false);
+    m_viewer->setKeyEventSetsDone(0);
+    m_viewer->setQuitEventSetsDone(false);
+    m_viewer->setLightingMode(osg::View::NO_LIGHT); // light 0 is the decorator's
+    makeCamera(request.width, request.height);
+    m_viewer->setSceneData(scene);
+    m_viewer->realize();
 }
 
 ViewerWindow::~ViewerWindow() {
-  if (open() && m_window->makeCurrent()) {
-    m_fence.finish(*m_window->getState());
-    m_window->releaseContext();
-  }
+    if (open() && m_window->makeCurrent()) {
+        m_fence.finish(*m_window->getState());
+        m_window->releaseContext();
+    }
 }
 
 void ViewerWindow::makeCamera(int width, int height) {
-  osg::Camera* camera = m_viewer->getCamera();
-  camera->setGraphicsContext(m_window);
-  camera->setViewport(0, 0, width, height);
-  camera->setProjectionMatrixAsPerspective(45, double(width) / height, 0.1, 1000);
-  camera->setClearMask(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_STENCIL_BUFFER_BIT);
-  const GLenum buffer = offscreen() ? GL_FRONT : GL_BACK;
-  camera->setDrawBuffer(buffer);
-  camera->setReadBuffer(buffer);
-  camera->addFinalDrawCallback(new FenceCallback(m_fence));
+    osg::Camera* camera = m_viewer->getCamera();
+    camera->setGraphicsContext(m_window);
+    camera->setViewport(0, 0, width, height);
+    camera->setProjectionMatrixAsPerspective(45, double(width) / height, 0.1, 1000);
+    camera->setClearMask(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_STENCIL_BUFFER_BIT);
+    GLenum const buffer = offscreen() ? GL_FRONT : GL_BACK;
+    camera->setDrawBuffer(buffer);
+    camera->setReadBuffer(buffer);
+    camera->addFinalDrawCallback(new FenceCallback(m_fence));
 }
 
 void ViewerWindow::handleEvents(double time) {
-  m_viewer->begin();
-  if (!open()) return;
-  m_viewer->advance(time);
-  m_viewer->eventTraversal();
+    m_viewer->begin();
+    if (!open())
+        return;
+    m_viewer->advance(time);
+    m_viewer->eventTraversal();
 }
 
 void ViewerWindow::draw() {
-  if (!open()) return;
-  m_viewer->updateTraversal();
-  m_viewer->renderingTraversals();
+    if (!open())
+        return;
+    m_viewer->updateTraversal();
+    m_viewer->renderingTraversals();
 }
 
 osg::ref_ptr<osg::Image> ViewerWindow::grab(double time) {
-  handleEvents(time);
-  if (!open()) throw std::runtime_error("the window is closed: there is no picture");
-  osg::ref_ptr<osg::Image> image = new osg::Image;
-  osg::ref_ptr<GrabCallback> callback = new GrabCallback(image);
-  camera()->addFinalDrawCallback(callback);
-  draw();
-  camera()->removeFinalDrawCallback(callback);
-  return image;
+    handleEvents(time);
+    if (!open())
+        throw std::runtime_error("the window is closed: there is no picture");
+    osg::ref_ptr<osg::Image> image = new osg::Image;
+    osg::ref_ptr<GrabCallback> callback = new GrabCallback(image);
+    camera()->addFinalDrawCallback(callback);
+    draw();
+    camera()->removeFinalDrawCallback(callback);
+    return image;
 }
 
 bool ViewerWindow::setRectangle(int x, int y, int width, int height) {
-  if (!open()) return false;
-  const auto* traits = m_window->getTraits();
-  const int oldWidth = traits->width, oldHeight = traits->height;
-  m_window->setWindowRectangle(x, y, width, height);
-  const bool followed = traits->width == width && traits->height == height;
-  // The display's own notice comes too late: the library takes it for old news, and would go on measuring the pointer
-  // in the old window.
-  if (followed && !offscreen()) m_window->getEventQueue()->windowResize(x, y, width, height);
-  return followed || (oldWidth == width && oldHeight == height);
+    if (!open())
+        return false;
+    auto const* traits = m_window->getTraits();
+    int const oldWidth = traits->width, oldHeight = traits->height;
+    m_window->setWindowRectangle(x, y, width, height);
+    bool const followed = traits->width == width && traits->height == height;
+    // The display's own notice comes too late: the library takes it for old news, and would go on measuring the pointer
+    // in the old window.
+    if (followed && !offscreen())
+        m_window->getEventQueue()->windowResize(x, y, width, height);
+    return followed || (oldWidth == width && oldHeight == height);
 }
 
-}  // namespace hyxOSG
+} // namespace hyxOSG

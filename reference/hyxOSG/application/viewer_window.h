@@ -11,41 +11,44 @@ namespace hyxOSG {
 /// Gives the parts of a frame one by one, so that a simulation can step between events and drawing.
 class FrameViewer : public osgViewer::Viewer {
 public:
-  /// What the library does before the first frame; nothing later.
-  void begin();
+    /// What the library does before the first frame; nothing later.
+    void begin();
 };
 
 /// One window with one viewer, driven frame by frame on the calling thread.
 class ViewerWindow {
 public:
-  ViewerWindow(const WindowRequest& request, osg::Group* scene);
-  ~ViewerWindow();
+    ViewerWindow(WindowRequest const& request, osg::Group* scene);
+    ~ViewerWindow();
 
-  osgViewer::Viewer* viewer() const { return m_viewer; }
-  osg::Camera* camera() const { return m_viewer->getCamera(); }
-  osgViewer::GraphicsWindow* window() const { return m_window; }
+    osgViewer::Viewer* viewer() const { return m_viewer; }
 
-  /// Whether there is still a window to draw into.
-  bool open() const { return m_window->isRealized(); }
-  bool offscreen() const { return isOffscreen(m_window); }
+    osg::Camera* camera() const { return m_viewer->getCamera(); }
 
-  /// Takes in the events that have arrived. `time` is the simulated time that callbacks of the scene see.
-  void handleEvents(double time);
-  /// Updates and draws the scene; at most one frame behind the caller.
-  void draw();
+    osgViewer::GraphicsWindow* window() const { return m_window; }
 
-  /// Draws a frame and reads its picture. Throws std::runtime_error when the window is closed.
-  osg::ref_ptr<osg::Image> grab(double time);
+    /// Whether there is still a window to draw into.
+    bool open() const { return m_window->isRealized(); }
 
-  /// False when the window system refuses.
-  bool setRectangle(int x, int y, int width, int height);
+    bool offscreen() const { return isOffscreen(m_window); }
+
+    /// Takes in the events that have arrived. `time` is the simulated time that callbacks of the scene see.
+    void handleEvents(double time);
+    /// Updates and draws the scene; at most one frame behind the caller.
+    void draw();
+
+    /// Draws a frame and reads its picture. Throws std::runtime_error when the window is closed.
+    osg::ref_ptr<osg::Image> grab(double time);
+
+    /// False when the window system refuses.
+    bool setRectangle(int x, int y, int width, int height);
 
 private:
-  void makeCamera(int width, int height);
+    void makeCamera(int width, int height);
 
-  osg::ref_ptr<osgViewer::GraphicsWindow> m_window;
-  osg::ref_ptr<FrameViewer> m_viewer;
-  FrameFence m_fence;
+    osg::ref_ptr<osgViewer::GraphicsWindow> m_window;
+    osg::ref_ptr<FrameViewer> m_viewer;
+    FrameFence m_fence;
 };
 
-}  // namespace hyxOSG
+} // namespace hyxOSG

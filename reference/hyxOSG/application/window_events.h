@@ -14,17 +14,17 @@ namespace hyxOSG {
 /// Before that, the application's pick handler and the listeners of its simulation get the event, and may use it up.
 class WindowEvents : public osgGA::GUIEventHandler {
 public:
-  /// The application owns the viewer that holds this handler, so that it outlives it.
-  explicit WindowEvents(ExampleApplication* application) : m_application(application) {}
+    /// The application owns the viewer that holds this handler, so that it outlives it.
+    explicit WindowEvents(ExampleApplication* application) : m_application(application) {}
 
-  bool handle(const osgGA::GUIEventAdapter& event, osgGA::GUIActionAdapter&) override;
+    bool handle(osgGA::GUIEventAdapter const& event, osgGA::GUIActionAdapter&) override;
 
 private:
-  bool handleKey(int key);
-  ListenerBridge::Listeners findListeners() const;
+    bool handleKey(int key);
+    ListenerBridge::Listeners findListeners() const;
 
-  ListenerBridge m_bridge;
-  ExampleApplication* m_application;
+    ListenerBridge m_bridge;
+    ExampleApplication* m_application;
 };
 
-}  // namespace hyxOSG
+} // namespace hyxOSG

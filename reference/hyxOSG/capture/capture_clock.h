@@ -3,8 +3,8 @@
 
 namespace hyxOSG {
 
-/// Image k of a capture is due when k + 1 periods have passed since the clock began: n seconds hold n times the rate, no matter
-/// when or how often the clock is asked.
+/// Image k of a capture is due when k + 1 periods have passed since the clock began: n seconds hold n times the rate,
+/// no matter when or how often the clock is asked.
 class CaptureClock {
 public:
     /// Begins anew at this time, in seconds.
@@ -12,10 +12,11 @@ public:
 
     /// Images a second, 0 for one per question. A change begins the periods anew at the time of the next question.
     void setRate(double rate);
+
     double rate() const { return m_rate; }
 
-    /// The number of images due now that were not taken yet; they count as taken. A time before the last one (the simulation
-    /// was set back) begins the periods anew.
+    /// The number of images due now that were not taken yet; they count as taken. A time before the last one (the
+    /// simulation was set back) begins the periods anew.
     /// \param longestGap seconds to make up for at most: after a longer silence the periods begin anew with one image.
     long takeDue(double now, double longestGap);
 

@@ -2,9 +2,9 @@
 
 #include "platform/hyxOSG/capture/embedded_gl_window.h"
 
-#include "platform/hyxOSG/visuals/create_visual.h"
-#include "platform/hyxOSG/nodes/geometry_node.h"
 #include "platform/hyxOSG/decoration/scene_decorator.h"
+#include "platform/hyxOSG/nodes/geometry_node.h"
+#include "platform/hyxOSG/visuals/create_visual.h"
 #include "platform/hyxSDK/simulation.h"
 #include "reference/hyxOSG/application/follow_manipulator.h"
 #include "reference/hyxOSG/capture/embedded_events.h"
@@ -30,7 +30,7 @@ constexpr double wheelZoom = -0.1;
 /// What a wheel reports for one notch, in the toolkits that count eighths of a degree.
 constexpr int wheelNotch = 120;
 
-osg::Vec3d toOsg(hyx::Vec3 const & v) {
+osg::Vec3d toOsg(hyx::Vec3 const& v) {
     return osg::Vec3d(v.x, v.y, v.z);
 }
 
@@ -44,8 +44,9 @@ osg::ref_ptr<osgGA::OrbitManipulator> createFreeCamera() {
     return manipulator;
 }
 
-/// A host that composes its windows takes the alpha of their buffers for transparency, and smooth edges leave less than one there.
-void makeOpaque(osg::Viewport const & viewport) {
+/// A host that composes its windows takes the alpha of their buffers for transparency, and smooth edges leave less than
+/// one there.
+void makeOpaque(osg::Viewport const& viewport) {
     glEnable(GL_SCISSOR_TEST);
     glScissor(int(viewport.x()), int(viewport.y()), int(viewport.width()), int(viewport.height()));
     glColorMask(GL_FALSE, GL_FALSE, GL_FALSE, GL_TRUE);
@@ -63,11 +64,11 @@ struct EmbeddedGLWindow::Impl {
 
     void setRectangle(int x, int y, int width, int height);
     void requireWindow() const;
-    osgGA::EventQueue & queue() const;
+    osgGA::EventQueue& queue() const;
 
     osg::ref_ptr<osgViewer::Viewer> viewer = new osgViewer::Viewer;
     osg::ref_ptr<osgViewer::GraphicsWindowEmbedded> window;
-    void * context = nullptr;
+    void* context = nullptr;
     osg::ref_ptr<SceneDecorator> decorator;
     osg::ref_ptr<osg::Group> content = new osg::Group;
     osg::ref_ptr<osg::Group> visuals = new osg::Group;
@@ -79,8 +80,7 @@ struct EmbeddedGLWindow::Impl {
 };
 
 EmbeddedGLWindow::Impl::Impl()
-    : decorator(new SceneDecorator(640, 480))
-    , events(new EmbeddedEvents(viewer, decorator->getNonShadowedScene())) {
+    : decorator(new SceneDecorator(640, 480)), events(new EmbeddedEvents(viewer, decorator->getNonShadowedScene())) {
     content->setName("EmbeddedGLWindow root");
     content->setNodeMask(MAIN_SCENE_MASK | shadowMasks);
     content->addChild(visuals);
@@ -96,13 +96,13 @@ EmbeddedGLWindow::Impl::Impl()
     viewer->addEventHandler(events);
 }
 
-/// Deletes what lies in the host's context if that is the current one. Otherwise its names may mean other objects, so they
-/// are only forgotten; they end with the context.
+/// Deletes what lies in the host's context if that is the current one. Otherwise its names may mean other objects, so
+/// they are only forgotten; they end with the context.
 EmbeddedGLWindow::Impl::~Impl() {
     if (!window) {
         return;
     }
-    osg::State * const state = window->getState();
+    osg::State* const state = window->getState();
     if (context && currentContext() == context) {
         viewer->getCamera()->releaseGLObjects(state);
         osg::flushAllDeletedGLObjects(state->getContextID());
@@ -127,13 +127,12 @@ void EmbeddedGLWindow::Impl::requireWindow() const {
     }
 }
 
-osgGA::EventQueue & EmbeddedGLWindow::Impl::queue() const {
+osgGA::EventQueue& EmbeddedGLWindow::Impl::queue() const {
     requireWindow();
     return *window->getEventQueue();
 }
 
-EmbeddedGLWindow::EmbeddedGLWindow()
-    : m_impl(std::make_unique<Impl>()) {}
+EmbeddedGLWindow::EmbeddedGLWindow() : m_impl(std::make_unique<Impl>()) {}
 
 EmbeddedGLWindow::~EmbeddedGLWindow() = default;
 
@@ -166,7 +165,8 @@ void EmbeddedGLWindow::resize(int x, int y, int width, int height) {
 void EmbeddedGLWindow::frame() {
     m_impl->requireWindow();
     if (currentContext() != m_impl->context) {
-        throw std::runtime_error("another OpenGL context than the one of init is current: make the host's current before frame");
+        throw std::runtime_error(
+            "another OpenGL context than the one of init is current: make the host's current before frame");
     }
     GLint frameBuffer = 0;
     glGetIntegerv(GL_FRAMEBUFFER_BINDING, &frameBuffer);
@@ -222,17 +222,17 @@ void EmbeddedGLWindow::wheelEvent(int delta) {
     }
 }
 
-osgGA::EventQueue * EmbeddedGLWindow::getEventQueue() const {
+osgGA::EventQueue* EmbeddedGLWindow::getEventQueue() const {
     return m_impl->window ? m_impl->window->getEventQueue() : nullptr;
 }
 
-void EmbeddedGLWindow::setSimulation(hyxSDK::Simulation * simulation) {
+void EmbeddedGLWindow::setSimulation(hyxSDK::Simulation* simulation) {
     removeSimulation();
     m_impl->events->setSimulation(simulation);
     createVisual(simulation, m_impl->visuals);
 }
 
-hyxSDK::Simulation * EmbeddedGLWindow::getSimulation() const {
+hyxSDK::Simulation* EmbeddedGLWindow::getSimulation() const {
     return m_impl->events->simulation();
 }
 
@@ -241,23 +241,23 @@ void EmbeddedGLWindow::removeSimulation() {
     m_impl->events->setSimulation(nullptr);
 }
 
-osg::Group const * EmbeddedGLWindow::getRoot() const {
+osg::Group const* EmbeddedGLWindow::getRoot() const {
     return m_impl->content.get();
 }
 
-osg::Group * EmbeddedGLWindow::getRoot() {
+osg::Group* EmbeddedGLWindow::getRoot() {
     return m_impl->content.get();
 }
 
-osg::Camera const * EmbeddedGLWindow::getCamera() const {
+osg::Camera const* EmbeddedGLWindow::getCamera() const {
     return m_impl->viewer->getCamera();
 }
 
-osg::Camera * EmbeddedGLWindow::getCamera() {
+osg::Camera* EmbeddedGLWindow::getCamera() {
     return m_impl->viewer->getCamera();
 }
 
-SceneDecorator * EmbeddedGLWindow::getSceneDecorator() const {
+SceneDecorator* EmbeddedGLWindow::getSceneDecorator() const {
     return m_impl->decorator.get();
 }
 
@@ -278,12 +278,12 @@ void EmbeddedGLWindow::fitSceneIntoView() {
     m_impl->freeCamera->setDistance(std::max(0.01, sphere.radius() / std::sin(halfAngle)));
 }
 
-float EmbeddedGLWindow::getSceneRadius(osg::Group * group) const {
+float EmbeddedGLWindow::getSceneRadius(osg::Group* group) const {
     osg::BoundingSphere const sphere = (group ? group : m_impl->content.get())->getBound();
     return sphere.valid() ? float(sphere.radius()) : 0.0f;
 }
 
-void EmbeddedGLWindow::setOrbitCamera(GeometryNode * node, hyx::Vec3 const & eye) {
+void EmbeddedGLWindow::setOrbitCamera(GeometryNode* node, hyx::Vec3 const& eye) {
     if (!node) {
         m_impl->freeCamera->setByInverseMatrix(m_impl->viewer->getCamera()->getViewMatrix());
         m_impl->viewer->setCameraManipulator(m_impl->freeCamera, false);

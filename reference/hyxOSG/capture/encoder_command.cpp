@@ -17,7 +17,7 @@ std::string rateText(double rate) {
     return text;
 }
 
-void addQuality(EncoderSettings const & settings, std::vector<std::string> & command) {
+void addQuality(EncoderSettings const& settings, std::vector<std::string>& command) {
     if (settings.quantiser) {
         unsigned long const value = 1 + settings.rateFactor * (largestQuantiser - 1) / largestRateFactor;
         command.insert(command.end(), {"-q:v", std::to_string(value)});
@@ -33,13 +33,12 @@ void addQuality(EncoderSettings const & settings, std::vector<std::string> & com
 
 } // namespace
 
-std::vector<std::string> encoderCommand(EncoderSettings const & settings) {
+std::vector<std::string> encoderCommand(EncoderSettings const& settings) {
     std::vector<std::string> command{
-        "ffmpeg", "-nostdin", "-hide_banner", "-nostats", "-loglevel", "error", "-y",
-        "-f", "rawvideo", "-pixel_format", "rgb24",
-        "-video_size", std::to_string(settings.width) + "x" + std::to_string(settings.height),
-        "-framerate", rateText(settings.imageRate), "-i", "pipe:0",
-        "-an", "-c:v", settings.encoderName, "-pix_fmt", settings.rgb ? "rgb24" : "yuv420p",
+        "ffmpeg", "-nostdin", "-hide_banner", "-nostats", "-loglevel", "error", "-y", "-f", "rawvideo", "-pixel_format",
+        "rgb24", "-video_size", std::to_string(settings.width) + "x" + std::to_string(settings.height), "-framerate",
+        rateText(settings.imageRate), "-i", "pipe:0", "-an", "-c:v", settings.encoderName, "-pix_fmt",
+        settings.rgb ? "rgb24" : "yuv420p",
         // The filter repeats and leaves out frames evenly; the option "-r" would add some at the end.
         "-vf", "fps=" + rateText(settings.videoRate) + (settings.rgb ? "" : ",pad=ceil(iw/2)*2:ceil(ih/2)*2")};
     addQuality(settings, command);

@@ -23,6 +23,6 @@ struct EncoderSettings {
 };
 
 /// The program and its arguments for frames of three bytes a pixel, upper row first, on standard input.
-std::vector<std::string> encoderCommand(EncoderSettings const & settings);
+std::vector<std::string> encoderCommand(EncoderSettings const& settings);
 
 } // namespace hyxOSG

@@ -6,8 +6,7 @@
 
 namespace hyxOSG {
 
-EncoderFeeder::EncoderFeeder(std::vector<std::string> const & command)
-    : m_process(command) {
+EncoderFeeder::EncoderFeeder(std::vector<std::string> const& command) : m_process(command) {
     // A thread inherits the signal mask: with all blocked, the handlers stay on the interpreter's thread.
     sigset_t all;
     sigset_t before;

@@ -12,14 +12,14 @@
 
 namespace hyxOSG {
 
-/// Owns the encoder's process and one thread that writes to it. The thread touches nothing but frames and the process, and takes
-/// no signals. At most `longestQueue` frames wait; `add` then waits for the encoder, which sets the pace.
+/// Owns the encoder's process and one thread that writes to it. The thread touches nothing but frames and the process,
+/// and takes no signals. At most `longestQueue` frames wait; `add` then waits for the encoder, which sets the pace.
 class EncoderFeeder {
 public:
     using Frame = std::vector<unsigned char>;
 
     /// \throws std::runtime_error with the reason when the encoder cannot be started
-    explicit EncoderFeeder(std::vector<std::string> const & command);
+    explicit EncoderFeeder(std::vector<std::string> const& command);
     /// Drops the frames that wait and ends the encoder.
     ~EncoderFeeder();
 
@@ -29,7 +29,8 @@ public:
     void add(Frame frame);
     /// Whether the encoder runs and has not failed.
     bool isActive();
-    /// Writes the frames that wait and ends the encoder in order. \throws std::runtime_error when it fails or has failed
+    /// Writes the frames that wait and ends the encoder in order. \throws std::runtime_error when it fails or has
+    /// failed
     void finish();
 
 private:

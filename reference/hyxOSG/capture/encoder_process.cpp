@@ -2,21 +2,22 @@
 
 #include "reference/hyxOSG/capture/encoder_process.h"
 
+#include <fcntl.h>
+#include <poll.h>
+#include <spawn.h>
+#include <sys/socket.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
 #include <chrono>
 #include <csignal>
 #include <cstring>
-#include <fcntl.h>
-#include <poll.h>
-#include <spawn.h>
 #include <stdexcept>
-#include <sys/socket.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-extern char ** environ;
+extern char** environ;
 
 namespace hyxOSG {
 namespace {
@@ -26,7 +27,7 @@ constexpr double finishPatience = 30;
 constexpr double terminatePatience = 2;
 constexpr std::size_t longestMessages = 4096;
 
-void closeDescriptor(int & descriptor) {
+void closeDescriptor(int& descriptor) {
     if (descriptor >= 0) {
         close(descriptor);
         descriptor = -1;
@@ -51,6 +52,7 @@ public:
         posix_spawnattr_setpgroup(&attributes, 0);
         posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP | POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK);
     }
+
     ~SpawnPlan() {
         posix_spawn_file_actions_destroy(&actions);
         posix_spawnattr_destroy(&attributes);
@@ -62,8 +64,7 @@ public:
 
 } // namespace
 
-EncoderProcess::EncoderProcess(std::vector<std::string> const & command)
-    : m_program(command.at(0)) {
+EncoderProcess::EncoderProcess(std::vector<std::string> const& command) : m_program(command.at(0)) {
     std::array<int, 2> input{-1, -1};
     std::array<int, 2> errors{-1, -1};
     if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, input.data()) != 0) {
@@ -75,9 +76,9 @@ EncoderProcess::EncoderProcess(std::vector<std::string> const & command)
         close(input[1]);
         throw std::runtime_error("no pipe for the encoder: " + std::string(std::strerror(reason)));
     }
-    std::vector<char *> arguments;
-    for (std::string const & argument : command) {
-        arguments.push_back(const_cast<char *>(argument.c_str()));
+    std::vector<char*> arguments;
+    for (std::string const& argument : command) {
+        arguments.push_back(const_cast<char*>(argument.c_str()));
     }
     arguments.push_back(nullptr);
     SpawnPlan plan(input[1], errors[1]);
@@ -98,7 +99,7 @@ EncoderProcess::~EncoderProcess() {
     endChild();
 }
 
-void EncoderProcess::write(unsigned char const * data, std::size_t size) {
+void EncoderProcess::write(unsigned char const* data, std::size_t size) {
     while (size > 0) {
         if (m_child < 0) {
             fail("has ended");
@@ -125,7 +126,8 @@ void EncoderProcess::write(unsigned char const * data, std::size_t size) {
 bool EncoderProcess::isRunning() const {
     // Looks without collecting the child's status, which `finish` reads.
     siginfo_t ended{};
-    return m_child >= 0 && waitid(P_PID, static_cast<id_t>(m_child), &ended, WEXITED | WNOHANG | WNOWAIT) == 0 && ended.si_pid == 0;
+    return m_child >= 0 && waitid(P_PID, static_cast<id_t>(m_child), &ended, WEXITED | WNOHANG | WNOWAIT) == 0 &&
+           ended.si_pid == 0;
 }
 
 void EncoderProcess::finish() {
@@ -140,7 +142,8 @@ void EncoderProcess::finish() {
     closeDescriptor(m_input);
     closeDescriptor(m_errors);
     // ffmpeg calls it a success when only the end of the file did not fit on the disk.
-    bool const success = WIFEXITED(m_status) && WEXITSTATUS(m_status) == 0 && m_messages.find("Error ") == std::string::npos;
+    bool const success =
+        WIFEXITED(m_status) && WEXITSTATUS(m_status) == 0 && m_messages.find("Error ") == std::string::npos;
     if (!success) {
         throw std::runtime_error(failureText("failed"));
     }
@@ -201,7 +204,7 @@ void EncoderProcess::endChild() {
     closeDescriptor(m_errors);
 }
 
-void EncoderProcess::fail(std::string const & what) {
+void EncoderProcess::fail(std::string const& what) {
     // A child that is ending by itself may still be saying why.
     if (m_child >= 0) {
         shutdown(m_input, SHUT_WR);
@@ -211,7 +214,7 @@ void EncoderProcess::fail(std::string const & what) {
     throw std::runtime_error(failureText(what));
 }
 
-std::string EncoderProcess::failureText(std::string const & what) const {
+std::string EncoderProcess::failureText(std::string const& what) const {
     std::string text = "the encoder \"" + m_program + "\" " + what;
     if (WIFSIGNALED(m_status)) {
         text += ", ended by signal " + std::to_string(WTERMSIG(m_status));

@@ -1,31 +1,33 @@
 #pragma once
 /// A child process that is fed through its standard input and says on its standard error what goes wrong.
 
+#include <sys/types.h>
+
 #include <cstddef>
 #include <string>
-#include <sys/types.h>
 #include <vector>
 
 namespace hyxOSG {
 
-/// Starts the program at construction; `finish` or the destructor ends it. No call waits for ever: a child that takes no data, or
-/// does not end, within the patience given is killed. Not for use by several threads at once.
+/// Starts the program at construction; `finish` or the destructor ends it. No call waits for ever: a child that takes
+/// no data, or does not end, within the patience given is killed. Not for use by several threads at once.
 ///
-/// The child runs in its own process group with default signal handling, so that an interrupt typed at the terminal does not
-/// cut its file. It reads from a socket and not from a pipe, because a write to a socket can be told not to raise SIGPIPE.
+/// The child runs in its own process group with default signal handling, so that an interrupt typed at the terminal
+/// does not cut its file. It reads from a socket and not from a pipe, because a write to a socket can be told not to
+/// raise SIGPIPE.
 class EncoderProcess {
 public:
     /// \param command the program, looked up in the PATH, and its arguments.
     /// \throws std::runtime_error with the reason when it cannot be started
-    explicit EncoderProcess(std::vector<std::string> const & command);
+    explicit EncoderProcess(std::vector<std::string> const& command);
     /// Kills a child that still runs.
     ~EncoderProcess();
-    EncoderProcess(EncoderProcess const &) = delete;
-    EncoderProcess & operator=(EncoderProcess const &) = delete;
+    EncoderProcess(EncoderProcess const&) = delete;
+    EncoderProcess& operator=(EncoderProcess const&) = delete;
 
     /// Hands over all the bytes.
     /// \throws std::runtime_error with the child's words when it has ended or takes nothing more
-    void write(unsigned char const * data, std::size_t size);
+    void write(unsigned char const* data, std::size_t size);
 
     /// Whether the child has not ended yet.
     bool isRunning() const;
@@ -38,8 +40,8 @@ private:
     void drainMessages();
     bool waitForEnd(double seconds);
     void endChild();
-    [[noreturn]] void fail(std::string const & what);
-    std::string failureText(std::string const & what) const;
+    [[noreturn]] void fail(std::string const& what);
+    std::string failureText(std::string const& what) const;
 
     std::string m_program;
     std::string m_messages;

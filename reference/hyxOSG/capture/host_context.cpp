@@ -2,44 +2,43 @@
 
 #include "reference/hyxOSG/capture/host_context.h"
 
+#include <dlfcn.h>
 #include <osg/GLExtensions>
 
-#include <dlfcn.h>
 #include <initializer_list>
 
 namespace hyxOSG {
 namespace {
 
-using ContextQuery = void * (*)();
+using ContextQuery = void* (*)();
 
 /// The query of a library that the host has loaded already; a library that is not loaded has no context.
-ContextQuery findQuery(char const * library, char const * name) {
-    void * const handle = dlopen(library, RTLD_LAZY | RTLD_NOLOAD);
+ContextQuery findQuery(char const* library, char const* name) {
+    void* const handle = dlopen(library, RTLD_LAZY | RTLD_NOLOAD);
     return handle ? reinterpret_cast<ContextQuery>(dlsym(handle, name)) : nullptr;
 }
 
 /// What osg takes for off until it meets it for the first time.
-constexpr GLenum hostModes[] = {GL_ALPHA_TEST,   GL_BLEND,     GL_CULL_FACE,    GL_DEPTH_TEST, GL_FOG,       GL_LIGHTING,
-                                GL_NORMALIZE,    GL_TEXTURE_2D, GL_SCISSOR_TEST, GL_STENCIL_TEST, GL_COLOR_LOGIC_OP,
-                                GL_POLYGON_OFFSET_FILL};
+constexpr GLenum hostModes[] = {GL_ALPHA_TEST,   GL_BLEND,        GL_CULL_FACE,      GL_DEPTH_TEST,
+                                GL_FOG,          GL_LIGHTING,     GL_NORMALIZE,      GL_TEXTURE_2D,
+                                GL_SCISSOR_TEST, GL_STENCIL_TEST, GL_COLOR_LOGIC_OP, GL_POLYGON_OFFSET_FILL};
 
 } // namespace
 
-void * currentContext() {
+void* currentContext() {
     for (ContextQuery const query :
          {findQuery("libEGL.so.1", "eglGetCurrentContext"), findQuery("libGLX.so.0", "glXGetCurrentContext"),
           findQuery("libGL.so.1", "glXGetCurrentContext")}) {
-        if (void * const context = query ? query() : nullptr) {
+        if (void* const context = query ? query() : nullptr) {
             return context;
         }
     }
     return nullptr;
 }
 
-ContextStay::ContextStay(osg::State & state)
-    : m_state(state) {
+ContextStay::ContextStay(osg::State& state) : m_state(state) {
     state.initializeExtensionProcs();
-    auto const & gl = *state.get<osg::GLExtensions>();
+    auto const& gl = *state.get<osg::GLExtensions>();
     gl.glUseProgram(0);
     gl.glBindVertexArray(0);
     gl.glBindBuffer(GL_ARRAY_BUFFER_ARB, 0);

@@ -11,10 +11,8 @@
 
 namespace hyxOSG {
 
-ImageCapture::ImageCapture(hyxSDK::Simulation * simulation)
-    : ImageCaptureBase(simulation)
-    , m_prefix("image")
-    , m_postfix(".png") {}
+ImageCapture::ImageCapture(hyxSDK::Simulation* simulation)
+    : ImageCaptureBase(simulation), m_prefix("image"), m_postfix(".png") {}
 
 ImageCapture::~ImageCapture() = default;
 
@@ -30,15 +28,15 @@ std::string ImageCapture::getDirectoryPath() const {
     return m_directoryPath;
 }
 
-void ImageCapture::setPrefix(std::string const & prefix) {
+void ImageCapture::setPrefix(std::string const& prefix) {
     m_prefix = prefix;
 }
 
-void ImageCapture::setPostfix(std::string const & postfix) {
+void ImageCapture::setPostfix(std::string const& postfix) {
     m_postfix = postfix;
 }
 
-void ImageCapture::setDirectoryPath(std::string const & directoryPath) {
+void ImageCapture::setDirectoryPath(std::string const& directoryPath) {
     m_directoryPath = directoryPath;
 }
 
@@ -47,7 +45,7 @@ void ImageCapture::startCapture(int maxImages) {
     ImageCaptureBase::startCapture(maxImages);
 }
 
-void ImageCapture::writeImage(osg::Image * image, hyx::Index index) {
+void ImageCapture::writeImage(osg::Image* image, hyx::Index index) {
     requirePixels(image);
     char number[24];
     std::snprintf(number, sizeof number, "%05lu", index);

@@ -28,7 +28,9 @@ double wallClock() {
 
 struct ImageCaptureBase::Impl {
     double now() const { return simulated() ? simulation->getTimeStamp() : wallClock(); }
+
     bool simulated() const { return simulation && synchronised; }
+
     int limit() const { return captureLimit > 0 ? captureLimit : maxImages; }
 
     hyx::ref_ptr<hyxSDK::Simulation> simulation;
@@ -45,10 +47,9 @@ struct ImageCaptureBase::Impl {
     osg::ref_ptr<DrawCallback> callback;
 };
 
-ImageCaptureBase::DrawCallback::DrawCallback(ImageCaptureBase * capture)
-    : m_capture(capture) {}
+ImageCaptureBase::DrawCallback::DrawCallback(ImageCaptureBase* capture) : m_capture(capture) {}
 
-void ImageCaptureBase::DrawCallback::operator()(osg::RenderInfo & renderInfo) const {
+void ImageCaptureBase::DrawCallback::operator()(osg::RenderInfo& renderInfo) const {
     if (m_capture) {
         m_capture->apply(renderInfo);
     }
@@ -58,8 +59,7 @@ void ImageCaptureBase::DrawCallback::detach() {
     m_capture = nullptr;
 }
 
-ImageCaptureBase::ImageCaptureBase(hyxSDK::Simulation * simulation)
-    : m_impl(std::make_unique<Impl>()) {
+ImageCaptureBase::ImageCaptureBase(hyxSDK::Simulation* simulation) : m_impl(std::make_unique<Impl>()) {
     m_impl->simulation = simulation;
     m_impl->callback = new DrawCallback(this);
 }
@@ -107,12 +107,12 @@ bool ImageCaptureBase::getCaptureStarted() const {
     return m_impl->started;
 }
 
-void ImageCaptureBase::setSimulation(hyxSDK::Simulation * simulation) {
+void ImageCaptureBase::setSimulation(hyxSDK::Simulation* simulation) {
     m_impl->simulation = simulation;
     resetTime();
 }
 
-hyxSDK::Simulation * ImageCaptureBase::getSimulation() const {
+hyxSDK::Simulation* ImageCaptureBase::getSimulation() const {
     return m_impl->simulation;
 }
 
@@ -131,7 +131,7 @@ int ImageCaptureBase::getImageNum() const {
     return m_impl->imageNumber;
 }
 
-ImageCaptureBase::DrawCallback * ImageCaptureBase::getDrawCallback() {
+ImageCaptureBase::DrawCallback* ImageCaptureBase::getDrawCallback() {
     return m_impl->callback;
 }
 
@@ -148,7 +148,7 @@ void ImageCaptureBase::resetTime() {
     m_impl->clock.begin(m_impl->now());
 }
 
-void ImageCaptureBase::apply(osg::RenderInfo & renderInfo) {
+void ImageCaptureBase::apply(osg::RenderInfo& renderInfo) {
     if (!m_impl->started) {
         return;
     }
@@ -159,23 +159,23 @@ void ImageCaptureBase::apply(osg::RenderInfo & renderInfo) {
         return;
     }
     try {
-        osg::Camera const * camera = renderInfo.getCurrentCamera();
-        osg::Viewport const * viewport = camera ? camera->getViewport() : renderInfo.getState()->getCurrentViewport();
+        osg::Camera const* camera = renderInfo.getCurrentCamera();
+        osg::Viewport const* viewport = camera ? camera->getViewport() : renderInfo.getState()->getCurrentViewport();
         if (!viewport) {
             throw std::runtime_error("the drawing camera has no viewport to take the image from");
         }
         takeImages(*viewport, due);
-    } catch (std::exception const & failure) {
+    } catch (std::exception const& failure) {
         hyx::Notify::instance().notify(hyx::Notify::NOTIFY_ERROR, std::string("capture stopped: ") + failure.what());
         endAfterFailure(std::current_exception());
     }
 }
 
 /// Reads the picture once and writes it as often as it is due, up to the limit.
-void ImageCaptureBase::takeImages(osg::Viewport const & viewport, long count) {
+void ImageCaptureBase::takeImages(osg::Viewport const& viewport, long count) {
     // Four bytes a pixel are read in half the time of three.
-    m_impl->image->readPixels(int(viewport.x()), int(viewport.y()), int(viewport.width()), int(viewport.height()), GL_RGBA,
-                              GL_UNSIGNED_BYTE, 1);
+    m_impl->image->readPixels(int(viewport.x()), int(viewport.y()), int(viewport.width()), int(viewport.height()),
+                              GL_RGBA, GL_UNSIGNED_BYTE, 1);
     hyx::Vec2u const size = m_impl->resolution;
     bool const asDrawn = size.x == 0;
     unsigned const width = asDrawn ? unsigned(m_impl->image->s()) : unsigned(size.x);
@@ -195,7 +195,7 @@ void ImageCaptureBase::takeImages(osg::Viewport const & viewport, long count) {
 void ImageCaptureBase::endAfterFailure(std::exception_ptr failure) {
     try {
         stopCapture();
-    } catch (std::exception const &) {
+    } catch (std::exception const&) {
         // The first failure tells why; the encoder's end says the same again.
     }
     m_impl->failure = failure;

@@ -11,14 +11,15 @@
 
 namespace hyxOSG {
 
-void writeImageFile(osg::Image const & image, std::string const & file) {
+void writeImageFile(osg::Image const& image, std::string const& file) {
     requirePixels(&image);
     // Fast compression: the default level takes twice the time for little.
     osg::ref_ptr<osgDB::Options> const options = new osgDB::Options("PNG_COMPRESSION 1");
     auto const result = osgDB::Registry::instance()->writeImage(image, file, options);
     if (!result.success()) {
-        std::string const reason = result.notHandled() ? "no writer for the extension \"" + osgDB::getFileExtension(file) + "\""
-                                                       : "is the folder there, and the disk not full?";
+        std::string const reason = result.notHandled()
+                                       ? "no writer for the extension \"" + osgDB::getFileExtension(file) + "\""
+                                       : "is the folder there, and the disk not full?";
         throw std::runtime_error("cannot write the image \"" + file + "\": " + reason);
     }
 }

@@ -19,15 +19,21 @@ struct ByteOrder {
     int bytes;
 };
 
-ByteOrder byteOrder(osg::Image const & image) {
+ByteOrder byteOrder(osg::Image const& image) {
     if (image.getDataType() == GL_UNSIGNED_BYTE && image.r() == 1) {
         switch (image.getPixelFormat()) {
-        case GL_RGB: return {0, 1, 2, 3};
-        case GL_RGBA: return {0, 1, 2, 4};
-        case GL_BGR: return {2, 1, 0, 3};
-        case GL_BGRA: return {2, 1, 0, 4};
-        case GL_LUMINANCE: return {0, 0, 0, 1};
-        default: break;
+        case GL_RGB:
+            return {0, 1, 2, 3};
+        case GL_RGBA:
+            return {0, 1, 2, 4};
+        case GL_BGR:
+            return {2, 1, 0, 3};
+        case GL_BGRA:
+            return {2, 1, 0, 4};
+        case GL_LUMINANCE:
+            return {0, 0, 0, 1};
+        default:
+            break;
         }
     }
     return {0, 0, 0, 0};
@@ -37,9 +43,9 @@ unsigned char toByte(float value) {
     return static_cast<unsigned char>(std::lround(std::clamp(value, 0.0f, 1.0f) * 255));
 }
 
-void copyRow(osg::Image const & image, unsigned row, ByteOrder const & order, unsigned char * to) {
+void copyRow(osg::Image const& image, unsigned row, ByteOrder const& order, unsigned char* to) {
     unsigned const width = static_cast<unsigned>(image.s());
-    unsigned char const * from = image.data(0, row);
+    unsigned char const* from = image.data(0, row);
     if (order.bytes == 3 && order.red == 0) {
         std::memcpy(to, from, 3 * std::size_t(width));
         return;
@@ -90,20 +96,21 @@ std::vector<Share> shares(unsigned from, unsigned to) {
     return result;
 }
 
-/// Scales along one direction of `lines` lines: pixel i of line j is at `j * lineStride + i * stride`, three values each.
+/// Scales along one direction of `lines` lines: pixel i of line j is at `j * lineStride + i * stride`, three values
+/// each.
 template <class From, class To>
-void scaleLines(From const * from, To * to, std::vector<Share> const & plan, std::size_t lines, std::size_t fromStride,
+void scaleLines(From const* from, To* to, std::vector<Share> const& plan, std::size_t lines, std::size_t fromStride,
                 std::size_t fromLine, std::size_t toStride, std::size_t toLine) {
     for (std::size_t line = 0; line < lines; ++line) {
         for (std::size_t i = 0; i < plan.size(); ++i) {
             for (int channel = 0; channel < 3; ++channel) {
-                From const * source = from + line * fromLine + plan[i].first * fromStride + channel;
+                From const* source = from + line * fromLine + plan[i].first * fromStride + channel;
                 float sum = 0;
                 for (float weight : plan[i].weights) {
                     sum += weight * float(*source);
                     source += fromStride;
                 }
-                To & value = to[line * toLine + i * toStride + channel];
+                To& value = to[line * toLine + i * toStride + channel];
                 value = std::is_same_v<To, float> ? To(sum) : To(std::lround(sum));
             }
         }
@@ -111,7 +118,7 @@ void scaleLines(From const * from, To * to, std::vector<Share> const & plan, std
 }
 
 /// Rows of RGB bytes in the size of the image.
-void copyRows(osg::Image const & image, bool upperFirst, unsigned char * to) {
+void copyRows(osg::Image const& image, bool upperFirst, unsigned char* to) {
     ByteOrder const order = byteOrder(image);
     bool const reverse = upperFirst != (image.getOrigin() == osg::Image::TOP_LEFT);
     unsigned const height = unsigned(image.t());
@@ -120,7 +127,7 @@ void copyRows(osg::Image const & image, bool upperFirst, unsigned char * to) {
     }
 }
 
-void copyScaled(osg::Image const * image, unsigned width, unsigned height, bool upperFirst, unsigned char * to) {
+void copyScaled(osg::Image const* image, unsigned width, unsigned height, bool upperFirst, unsigned char* to) {
     unsigned const fromWidth = unsigned(image->s());
     unsigned const fromHeight = unsigned(image->t());
     if (fromWidth == width && fromHeight == height) {
@@ -138,19 +145,19 @@ void copyScaled(osg::Image const * image, unsigned width, unsigned height, bool 
 
 } // namespace
 
-void requirePixels(osg::Image const * image) {
+void requirePixels(osg::Image const* image) {
     if (!image || !image->data() || image->s() <= 0 || image->t() <= 0) {
         throw std::invalid_argument("the image holds no pixels: pass one that was read or allocated");
     }
 }
 
-void copyPixels(osg::Image const * image, unsigned width, unsigned height, std::vector<unsigned char> & pixels) {
+void copyPixels(osg::Image const* image, unsigned width, unsigned height, std::vector<unsigned char>& pixels) {
     requirePixels(image);
     pixels.resize(3 * std::size_t(width) * height);
     copyScaled(image, width, height, true, pixels.data());
 }
 
-void copyImage(osg::Image const * image, unsigned width, unsigned height, osg::Image & copy) {
+void copyImage(osg::Image const* image, unsigned width, unsigned height, osg::Image& copy) {
     requirePixels(image);
     copy.allocateImage(int(width), int(height), 1, GL_RGB, GL_UNSIGNED_BYTE, 1);
     copyScaled(image, width, height, false, copy.data());

@@ -9,15 +9,15 @@ namespace hyxOSG {
 
 /// Three bytes a pixel, no padding, upper row first. Memory is kept when it is large enough.
 /// \param image RGB, RGBA, BGR, BGRA or grey bytes are copied; other pixels go through osg's colours.
-/// \param width,height the size wanted; where the image has another one, it is scaled: each pixel is a weighted mean of what
-/// it covers when shrunk, and interpolated between its neighbours when enlarged.
+/// \param width,height the size wanted; where the image has another one, it is scaled: each pixel is a weighted mean of
+/// what it covers when shrunk, and interpolated between its neighbours when enlarged.
 /// \throws std::invalid_argument for a null or empty image
-void copyPixels(osg::Image const * image, unsigned width, unsigned height, std::vector<unsigned char> & pixels);
+void copyPixels(osg::Image const* image, unsigned width, unsigned height, std::vector<unsigned char>& pixels);
 
 /// The same into an image of RGB bytes, lower row first.
-void copyImage(osg::Image const * image, unsigned width, unsigned height, osg::Image & copy);
+void copyImage(osg::Image const* image, unsigned width, unsigned height, osg::Image& copy);
 
 /// \throws std::invalid_argument that says what to do when the image is null or has no pixels
-void requirePixels(osg::Image const * image);
+void requirePixels(osg::Image const* image);
 
 } // namespace hyxOSG

@@ -2,15 +2,16 @@
 
 #include "reference/hyxOSG/capture/output_folder.h"
 
+#include <unistd.h>
+
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
 #include <stdexcept>
-#include <unistd.h>
 
 namespace hyxOSG {
 
-void prepareOutputFolder(std::string const & folder) {
+void prepareOutputFolder(std::string const& folder) {
     std::string const path = folder.empty() ? "." : folder;
     std::error_code failure;
     std::filesystem::create_directories(path, failure);

@@ -22,16 +22,17 @@ namespace {
 constexpr hyx::UInt largestSize = 16384;
 constexpr hyx::UInt mostSamples = 16;
 
-/// Takes over the matrices of its reference when it is culled: the viewer moves its camera after the update of the scene, so
-/// an update callback would always be one frame late.
+/// Takes over the matrices of its reference when it is culled: the viewer moves its camera after the update of the
+/// scene, so an update callback would always be one frame late.
 class FollowingCamera : public osg::Camera {
 public:
-    void accept(osg::NodeVisitor & visitor) override {
+    void accept(osg::NodeVisitor& visitor) override {
         if (visitor.getVisitorType() == osg::NodeVisitor::CULL_VISITOR) {
             follow();
         }
         osg::Camera::accept(visitor);
     }
+
     void follow() {
         osg::ref_ptr<osg::Camera const> camera;
         if (reference.lock(camera)) {
@@ -46,8 +47,8 @@ public:
 /// Runs several callbacks; one of them may stand in the list twice, which osg's own chain does not survive.
 class CallbackList : public osg::Camera::DrawCallback {
 public:
-    void operator()(osg::RenderInfo & renderInfo) const override {
-        for (auto const & callback : callbacks) {
+    void operator()(osg::RenderInfo& renderInfo) const override {
+        for (auto const& callback : callbacks) {
             callback->run(renderInfo);
         }
     }
@@ -58,13 +59,13 @@ public:
 /// Calls a function, until it is taken away.
 class FunctionCallback : public osg::Camera::DrawCallback {
 public:
-    void operator()(osg::RenderInfo & renderInfo) const override {
+    void operator()(osg::RenderInfo& renderInfo) const override {
         if (function) {
             function(renderInfo);
         }
     }
 
-    std::function<void(osg::RenderInfo &)> function;
+    std::function<void(osg::RenderInfo&)> function;
 };
 
 void requireSize(hyx::UInt width, hyx::UInt height) {
@@ -73,7 +74,7 @@ void requireSize(hyx::UInt width, hyx::UInt height) {
     }
 }
 
-void requireCamera(osg::Camera const * camera) {
+void requireCamera(osg::Camera const* camera) {
     if (!camera) {
         throw std::invalid_argument("there is no camera to copy from: pass one");
     }
@@ -114,8 +115,8 @@ struct RenderTarget::Impl {
     }
 
     /// Takes no more samples than the driver has, and its own way to make them.
-    void prepareSamples(osg::State & state) {
-        auto * const extensions = state.get<osg::GLExtensions>();
+    void prepareSamples(osg::State& state) {
+        auto* const extensions = state.get<osg::GLExtensions>();
         // The GL library hands out this function whether or not the driver has it, so osg would always choose it.
         if (!osg::isGLExtensionSupported(state.getContextID(), "GL_NV_framebuffer_multisample_coverage")) {
             extensions->glRenderbufferStorageMultisampleCoverageNV = nullptr;
@@ -140,10 +141,10 @@ struct RenderTarget::Impl {
     hyx::ref_ptr<ImageCaptureBase> capture;
 };
 
-RenderTarget::RenderTarget(hyx::UInt width, hyx::UInt height)
-    : RenderTarget(width, height, COLOR_BUFFER, 0, RGBA) {}
+RenderTarget::RenderTarget(hyx::UInt width, hyx::UInt height) : RenderTarget(width, height, COLOR_BUFFER, 0, RGBA) {}
 
-RenderTarget::RenderTarget(hyx::UInt width, hyx::UInt height, BufferComponent component, hyx::UInt samples, TextureFormat format)
+RenderTarget::RenderTarget(hyx::UInt width, hyx::UInt height, BufferComponent component, hyx::UInt samples,
+                           TextureFormat format)
     : m_impl(std::make_unique<Impl>()) {
     requireSize(width, height);
     if (component != COLOR_BUFFER && component != DEPTH_BUFFER) {
@@ -162,11 +163,13 @@ RenderTarget::RenderTarget(hyx::UInt width, hyx::UInt height, BufferComponent co
     m_impl->samples = samples > 1 ? unsigned(samples) : 0;
     m_impl->result = createTexture(component, samples, format);
     if (m_impl->samples > 0) {
-        m_impl->first->function = [this](osg::RenderInfo & renderInfo) { m_impl->prepareSamples(*renderInfo.getState()); };
+        m_impl->first->function = [this](osg::RenderInfo& renderInfo) {
+            m_impl->prepareSamples(*renderInfo.getState());
+        };
     }
-    m_impl->after->function = [this](osg::RenderInfo & renderInfo) { readFrame(renderInfo); };
+    m_impl->after->function = [this](osg::RenderInfo& renderInfo) { readFrame(renderInfo); };
 
-    osg::Camera & camera = *m_impl->camera;
+    osg::Camera& camera = *m_impl->camera;
     camera.setName("RenderTarget");
     camera.setRenderOrder(osg::Camera::PRE_RENDER);
     camera.setRenderTargetImplementation(osg::Camera::FRAME_BUFFER_OBJECT);
@@ -178,7 +181,8 @@ RenderTarget::RenderTarget(hyx::UInt width, hyx::UInt height, BufferComponent co
     camera.setInitialDrawCallback(m_impl->first);
     camera.setPreDrawCallback(m_impl->before);
     camera.setFinalDrawCallback(m_impl->after);
-    setComputeNearFarMode(component == DEPTH_BUFFER ? DO_NOT_COMPUTE_NEAR_FAR : COMPUTE_NEAR_FAR_USING_BOUNDING_VOLUMES);
+    setComputeNearFarMode(component == DEPTH_BUFFER ? DO_NOT_COMPUTE_NEAR_FAR
+                                                    : COMPUTE_NEAR_FAR_USING_BOUNDING_VOLUMES);
     setSize(width, height);
 }
 
@@ -188,19 +192,19 @@ RenderTarget::~RenderTarget() {
     m_impl->after->function = nullptr;
 }
 
-void RenderTarget::setReferenceCamera(osg::Camera const * camera) {
+void RenderTarget::setReferenceCamera(osg::Camera const* camera) {
     m_impl->camera->follow();
     m_impl->camera->reference = camera;
 }
 
-void RenderTarget::setImageCapture(ImageCaptureBase * imageCapture) {
+void RenderTarget::setImageCapture(ImageCaptureBase* imageCapture) {
     if (imageCapture && m_impl->component == DEPTH_BUFFER) {
         throw std::invalid_argument("a depth target has no colours to capture: use a colour target");
     }
     m_impl->capture = imageCapture;
 }
 
-ImageCaptureBase * RenderTarget::getImageCapture() const {
+ImageCaptureBase* RenderTarget::getImageCapture() const {
     return m_impl->capture;
 }
 
@@ -222,17 +226,17 @@ hyx::Vec2u RenderTarget::getSize() const {
     return m_impl->size;
 }
 
-osg::Camera * RenderTarget::getCamera() const {
+osg::Camera* RenderTarget::getCamera() const {
     return m_impl->camera;
 }
 
-void RenderTarget::addPreRenderCallback(osg::Camera::DrawCallback * callback) {
+void RenderTarget::addPreRenderCallback(osg::Camera::DrawCallback* callback) {
     if (callback) {
         m_impl->before->callbacks.emplace_back(callback);
     }
 }
 
-void RenderTarget::setViewMatrixAsLookAt(hyx::Vec3 const & eye, hyx::Vec3 const & center, hyx::Vec3 const & up) {
+void RenderTarget::setViewMatrixAsLookAt(hyx::Vec3 const& eye, hyx::Vec3 const& center, hyx::Vec3 const& up) {
     hyx::Vec3 const direction = center - eye;
     double const sine = direction.normal().cross(up.normal()).length();
     if (!(sine > 1e-9)) {
@@ -242,26 +246,29 @@ void RenderTarget::setViewMatrixAsLookAt(hyx::Vec3 const & eye, hyx::Vec3 const 
                                           osg::Vec3d(up.x, up.y, up.z));
 }
 
-void RenderTarget::setViewMatrixFromOtherCamera(osg::Camera const * camera) {
+void RenderTarget::setViewMatrixFromOtherCamera(osg::Camera const* camera) {
     requireCamera(camera);
     m_impl->camera->setViewMatrix(camera->getViewMatrix());
 }
 
-void RenderTarget::setProjectionMatrixAsPerspective(double fieldOfViewY, double aspectRatio, double zNear, double zFar) {
-    bool const valid = fieldOfViewY > 0 && fieldOfViewY < 180 && aspectRatio > 0 && std::isfinite(aspectRatio) && zNear > 0 &&
-                       zFar > zNear && std::isfinite(zFar);
+void RenderTarget::setProjectionMatrixAsPerspective(double fieldOfViewY, double aspectRatio, double zNear,
+                                                    double zFar) {
+    bool const valid = fieldOfViewY > 0 && fieldOfViewY < 180 && aspectRatio > 0 && std::isfinite(aspectRatio) &&
+                       zNear > 0 && zFar > zNear && std::isfinite(zFar);
     if (!valid) {
-        throw std::invalid_argument("a perspective needs an opening angle of 0 to 180 degrees, an aspect ratio above 0 and 0 < near < far");
+        throw std::invalid_argument(
+            "a perspective needs an opening angle of 0 to 180 degrees, an aspect ratio above 0 and 0 < near < far");
     }
     m_impl->camera->setProjectionMatrixAsPerspective(fieldOfViewY, aspectRatio, zNear, zFar);
 }
 
-void RenderTarget::setProjectionMatrixFromOtherCamera(osg::Camera const * camera) {
+void RenderTarget::setProjectionMatrixFromOtherCamera(osg::Camera const* camera) {
     requireCamera(camera);
     m_impl->camera->setProjectionMatrix(camera->getProjectionMatrix());
 }
 
-void RenderTarget::setProjectionMatrixAsOrtho(double left, double right, double bottom, double top, double zNear, double zFar) {
+void RenderTarget::setProjectionMatrixAsOrtho(double left, double right, double bottom, double top, double zNear,
+                                              double zFar) {
     double const volume = (right - left) * (top - bottom) * (zFar - zNear);
     if (volume == 0 || !std::isfinite(volume)) {
         throw std::invalid_argument("a parallel projection needs a volume that is not empty");
@@ -271,12 +278,13 @@ void RenderTarget::setProjectionMatrixAsOrtho(double left, double right, double 
 
 void RenderTarget::setComputeNearFarMode(ComputeNearFarMode mode) {
     if (mode < DO_NOT_COMPUTE_NEAR_FAR || mode > COMPUTE_NEAR_USING_PRIMITIVES) {
-        throw std::invalid_argument("there is no near and far mode " + std::to_string(int(mode)) + ": use one of the constants");
+        throw std::invalid_argument("there is no near and far mode " + std::to_string(int(mode)) +
+                                    ": use one of the constants");
     }
     m_impl->camera->setComputeNearFarMode(osg::CullSettings::ComputeNearFarMode(mode));
 }
 
-hyx::Vec2 RenderTarget::calculateScreenCoords(hyx::Vec3 & worldPosition) const {
+hyx::Vec2 RenderTarget::calculateScreenCoords(hyx::Vec3& worldPosition) const {
     m_impl->camera->follow();
     osg::Matrixd const toClip = m_impl->camera->getViewMatrix() * m_impl->camera->getProjectionMatrix();
     osg::Vec4d const clip = osg::Vec4d(worldPosition.x, worldPosition.y, worldPosition.z, 1) * toClip;
@@ -284,7 +292,8 @@ hyx::Vec2 RenderTarget::calculateScreenCoords(hyx::Vec3 & worldPosition) const {
         double const nowhere = std::numeric_limits<double>::quiet_NaN();
         return hyx::Vec2(nowhere, nowhere);
     }
-    return hyx::Vec2((clip.x() / clip.w() + 1) / 2 * double(m_impl->size.x), (clip.y() / clip.w() + 1) / 2 * double(m_impl->size.y));
+    return hyx::Vec2((clip.x() / clip.w() + 1) / 2 * double(m_impl->size.x),
+                     (clip.y() / clip.w() + 1) / 2 * double(m_impl->size.y));
 }
 
 void RenderTarget::setCameraCullMask(int mask) {
@@ -295,13 +304,13 @@ int RenderTarget::getCameraCullMask() const {
     return int(m_impl->camera->getCullMask());
 }
 
-void RenderTarget::finishFrame(osg::RenderInfo & renderInfo) {
+void RenderTarget::finishFrame(osg::RenderInfo& renderInfo) {
     if (m_impl->capture) {
         m_impl->capture->apply(renderInfo);
     }
 }
 
-osg::Texture2D * RenderTarget::resultTexture() const {
+osg::Texture2D* RenderTarget::resultTexture() const {
     return m_impl->result;
 }
 
@@ -309,9 +318,10 @@ RenderTarget::BufferComponent RenderTarget::bufferComponent() const {
     return m_impl->component;
 }
 
-/// Binds the result for reading while `finishFrame` runs. The binding before is kept: in a host's window it is not the default one.
-void RenderTarget::readFrame(osg::RenderInfo & renderInfo) {
-    osg::State & state = *renderInfo.getState();
+/// Binds the result for reading while `finishFrame` runs. The binding before is kept: in a host's window it is not the
+/// default one.
+void RenderTarget::readFrame(osg::RenderInfo& renderInfo) {
+    osg::State& state = *renderInfo.getState();
     GLint before = 0;
     glGetIntegerv(GL_READ_FRAMEBUFFER_BINDING, &before);
     m_impl->reading->apply(state, osg::FrameBufferObject::READ_FRAMEBUFFER);

@@ -16,11 +16,11 @@ namespace hyxOSG {
 namespace {
 
 /// Depths of 0 to 1 as greys, which every image format can hold.
-osg::ref_ptr<osg::Image> greyImage(osg::Image const & depths) {
+osg::ref_ptr<osg::Image> greyImage(osg::Image const& depths) {
     osg::ref_ptr<osg::Image> greys = new osg::Image;
     greys->allocateImage(depths.s(), depths.t(), 1, GL_LUMINANCE, GL_UNSIGNED_BYTE, 1);
-    auto const * depth = reinterpret_cast<float const *>(depths.data());
-    unsigned char * grey = greys->data();
+    auto const* depth = reinterpret_cast<float const*>(depths.data());
+    unsigned char* grey = greys->data();
     for (std::size_t i = 0; i < greys->getTotalSizeInBytes(); ++i) {
         grey[i] = static_cast<unsigned char>(std::lround(depth[i] * 255));
     }
@@ -31,18 +31,17 @@ osg::ref_ptr<osg::Image> greyImage(osg::Image const & depths) {
 
 RenderToImage::RenderToImage(hyx::UInt width, hyx::UInt height, BufferComponent bufferComponent, hyx::UInt samples,
                              TextureFormat textureFormat)
-    : RenderTarget(width, height, bufferComponent, samples, textureFormat)
-    , m_image(new osg::Image) {
+    : RenderTarget(width, height, bufferComponent, samples, textureFormat), m_image(new osg::Image) {
     allocatePixels(hyx::Vec2u(width, height));
 }
 
 RenderToImage::~RenderToImage() = default;
 
-osg::Image * RenderToImage::getImage() const {
+osg::Image* RenderToImage::getImage() const {
     return m_image.get();
 }
 
-bool RenderToImage::extractImageData(unsigned char * buffer, int size) const {
+bool RenderToImage::extractImageData(unsigned char* buffer, int size) const {
     std::size_t const needed = m_image->getTotalSizeInBytes();
     if (!buffer || size < 0 || std::size_t(size) < needed) {
         return false;
@@ -51,23 +50,23 @@ bool RenderToImage::extractImageData(unsigned char * buffer, int size) const {
     return true;
 }
 
-unsigned char * RenderToImage::getImageData() const {
+unsigned char* RenderToImage::getImageData() const {
     return m_image->data();
 }
 
-bool RenderToImage::saveImage(hyx::String const & file) const {
+bool RenderToImage::saveImage(hyx::String const& file) const {
     osg::ref_ptr<osg::Image> const image = bufferComponent() == DEPTH_BUFFER ? greyImage(*m_image) : m_image;
     try {
         writeImageFile(*image, file);
         return true;
-    } catch (std::runtime_error const & failure) {
+    } catch (std::runtime_error const& failure) {
         hyx::Notify::instance().notify(hyx::Notify::NOTIFY_WARNING, failure.what());
         return false;
     }
 }
 
 void RenderToImage::allocatePixels(hyx::Vec2u size) {
-    osg::Texture2D const & result = *resultTexture();
+    osg::Texture2D const& result = *resultTexture();
     GLenum const format = result.getSourceFormat();
     GLenum const type = result.getSourceType();
     std::size_t const needed = osg::Image::computeImageSizeInBytes(int(size.x), int(size.y), 1, format, type);
@@ -76,10 +75,11 @@ void RenderToImage::allocatePixels(hyx::Vec2u size) {
     } else if (needed > m_blocks.back().size()) {
         m_blocks.emplace_back(std::max(needed, 2 * m_blocks.back().size()));
     }
-    m_image->setImage(int(size.x), int(size.y), 1, GLint(format), format, type, m_blocks.back().data(), osg::Image::NO_DELETE, 1);
+    m_image->setImage(int(size.x), int(size.y), 1, GLint(format), format, type, m_blocks.back().data(),
+                      osg::Image::NO_DELETE, 1);
 }
 
-void RenderToImage::finishFrame(osg::RenderInfo & renderInfo) {
+void RenderToImage::finishFrame(osg::RenderInfo& renderInfo) {
     hyx::Vec2u const size = getSize();
     if (int(size.x) != m_image->s() || int(size.y) != m_image->t()) {
         allocatePixels(size);

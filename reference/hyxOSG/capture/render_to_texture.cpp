@@ -8,12 +8,11 @@ namespace hyxOSG {
 
 RenderToTexture::RenderToTexture(hyx::UInt width, hyx::UInt height, BufferComponent bufferComponent, hyx::UInt samples,
                                  TextureFormat textureFormat)
-    : RenderTarget(width, height, bufferComponent, samples, textureFormat)
-    , m_texture(new Texture2D(resultTexture())) {}
+    : RenderTarget(width, height, bufferComponent, samples, textureFormat), m_texture(new Texture2D(resultTexture())) {}
 
 RenderToTexture::~RenderToTexture() = default;
 
-Texture2D * RenderToTexture::getTexture() const {
+Texture2D* RenderToTexture::getTexture() const {
     return m_texture.get();
 }
 

@@ -6,27 +6,29 @@
 
 namespace hyxOSG {
 
-SimpleDepthBufferLidar::SimpleDepthBufferLidar(hyx::UInt horizontalBeams, hyx::UInt verticalBeams, bool worldCoordinates)
-    : RenderToImage(horizontalBeams, verticalBeams, DEPTH_BUFFER, 0, DEPTH_COMPONENT)
-    , m_worldCoordinates(worldCoordinates) {
+SimpleDepthBufferLidar::SimpleDepthBufferLidar(hyx::UInt horizontalBeams, hyx::UInt verticalBeams,
+                                               bool worldCoordinates)
+    : RenderToImage(horizontalBeams, verticalBeams, DEPTH_BUFFER, 0, DEPTH_COMPONENT),
+      m_worldCoordinates(worldCoordinates) {
     // A beam hits small things too.
     getCamera()->setCullingMode(getCamera()->getCullingMode() & ~osg::CullSettings::SMALL_FEATURE_CULLING);
 }
 
 SimpleDepthBufferLidar::~SimpleDepthBufferLidar() = default;
 
-void SimpleDepthBufferLidar::finishFrame(osg::RenderInfo & renderInfo) {
+void SimpleDepthBufferLidar::finishFrame(osg::RenderInfo& renderInfo) {
     RenderToImage::finishFrame(renderInfo);
-    osg::Camera const & camera = *getCamera();
+    osg::Camera const& camera = *getCamera();
     bool const planesAsSet = camera.getComputeNearFarMode() == osg::CullSettings::DO_NOT_COMPUTE_NEAR_FAR;
     // With computed planes the projection that was drawn with is known to the drawing state alone.
-    osg::Matrixd const projection = planesAsSet ? camera.getProjectionMatrix() : osg::Matrixd(renderInfo.getState()->getProjectionMatrix());
+    osg::Matrixd const projection =
+        planesAsSet ? camera.getProjectionMatrix() : osg::Matrixd(renderInfo.getState()->getProjectionMatrix());
     osg::Matrixd const toClip = m_worldCoordinates ? camera.getViewMatrix() * projection : projection;
     m_imageToPoint = osg::Matrixd::inverse(toClip);
     m_scanOutdated = true;
 }
 
-hyx::VectorPOD<hyx::Vec3f> const & SimpleDepthBufferLidar::getScan() {
+hyx::VectorPOD<hyx::Vec3f> const& SimpleDepthBufferLidar::getScan() {
     if (!m_scanOutdated) {
         return m_scan;
     }
@@ -34,7 +36,7 @@ hyx::VectorPOD<hyx::Vec3f> const & SimpleDepthBufferLidar::getScan() {
     m_scan.clear();
     int const width = getImage()->s();
     int const height = getImage()->t();
-    auto const * depth = reinterpret_cast<float const *>(getImage()->data());
+    auto const* depth = reinterpret_cast<float const*>(getImage()->data());
     for (int row = 0; row < height; ++row) {
         double const y = (2 * row + 1.0) / height - 1;
         for (int column = 0; column < width; ++column, ++depth) {

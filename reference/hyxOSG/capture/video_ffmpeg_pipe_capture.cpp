@@ -41,9 +41,9 @@ struct VideoFFMPEGPipeCapture::Impl {
     std::unique_ptr<EncoderFeeder> feeder;
 };
 
-VideoFFMPEGPipeCapture::VideoFFMPEGPipeCapture(hyx::UInt width, hyx::UInt height, double fps, hyxSDK::Simulation * simulation)
-    : ImageCaptureBase(simulation)
-    , m_impl(std::make_unique<Impl>()) {
+VideoFFMPEGPipeCapture::VideoFFMPEGPipeCapture(hyx::UInt width, hyx::UInt height, double fps,
+                                               hyxSDK::Simulation* simulation)
+    : ImageCaptureBase(simulation), m_impl(std::make_unique<Impl>()) {
     VideoFFMPEGPipeCapture::setImageResolution(width, height);
     VideoFFMPEGPipeCapture::setFps(fps);
     m_impl->videoRate = fps;
@@ -52,7 +52,7 @@ VideoFFMPEGPipeCapture::VideoFFMPEGPipeCapture(hyx::UInt width, hyx::UInt height
 VideoFFMPEGPipeCapture::~VideoFFMPEGPipeCapture() {
     try {
         stopProcess();
-    } catch (std::exception const &) {
+    } catch (std::exception const&) {
         // Nobody is left to be told.
     }
 }
@@ -60,8 +60,9 @@ VideoFFMPEGPipeCapture::~VideoFFMPEGPipeCapture() {
 void VideoFFMPEGPipeCapture::init() {
     try {
         stopProcess();
-    } catch (std::runtime_error const & failure) {
-        hyx::Notify::instance().notify(hyx::Notify::NOTIFY_WARNING, std::string("the video before is incomplete: ") + failure.what());
+    } catch (std::runtime_error const& failure) {
+        hyx::Notify::instance().notify(hyx::Notify::NOTIFY_WARNING,
+                                       std::string("the video before is incomplete: ") + failure.what());
     }
     auto const name = OutputCodecStrings.find(m_impl->codec);
     if (name == OutputCodecStrings.end() || name->second.empty()) {
@@ -86,7 +87,7 @@ void VideoFFMPEGPipeCapture::init() {
     m_impl->feeder = std::make_unique<EncoderFeeder>(encoderCommand(settings));
 }
 
-void VideoFFMPEGPipeCapture::setFilename(hyx::String const & filename) {
+void VideoFFMPEGPipeCapture::setFilename(hyx::String const& filename) {
     m_impl->filename = filename;
 }
 
@@ -94,7 +95,7 @@ hyx::String VideoFFMPEGPipeCapture::getFilename() const {
     return m_impl->filename;
 }
 
-void VideoFFMPEGPipeCapture::setVideoPostFix(hyx::String const & postFix) {
+void VideoFFMPEGPipeCapture::setVideoPostFix(hyx::String const& postFix) {
     m_impl->postFix = postFix;
 }
 
@@ -140,7 +141,8 @@ bool VideoFFMPEGPipeCapture::getEnableLossless() const {
 
 void VideoFFMPEGPipeCapture::setOutputVideoCodec(OutputCodec codec) {
     if (codec < OutputCodec_H264 || codec > OutputCodec_XVID) {
-        throw std::invalid_argument("there is no codec " + std::to_string(int(codec)) + ": use one of the OutputCodec_ constants");
+        throw std::invalid_argument("there is no codec " + std::to_string(int(codec)) +
+                                    ": use one of the OutputCodec_ constants");
     }
     m_impl->codec = codec;
 }
@@ -200,7 +202,7 @@ bool VideoFFMPEGPipeCapture::stopCapture() {
     return captured || encoded;
 }
 
-void VideoFFMPEGPipeCapture::writeImage(osg::Image * image, hyx::Index) {
+void VideoFFMPEGPipeCapture::writeImage(osg::Image* image, hyx::Index) {
     requirePixels(image);
     if (!m_impl->feeder) {
         init();

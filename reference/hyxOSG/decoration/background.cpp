@@ -9,7 +9,7 @@ constexpr int firstBin = -100;
 
 osg::ref_ptr<osg::Geometry> createBackgroundRectangle() {
     osg::ref_ptr<osg::Geometry> rectangle = new osg::Geometry;
-    auto * vertices = new osg::Vec3Array;
+    auto* vertices = new osg::Vec3Array;
     for (float y : {0.0f, 1.0f})
         for (float x : {0.0f, 1.0f})
             vertices->push_back(osg::Vec3(x, y, 0));
@@ -31,9 +31,9 @@ Background::Background() : m_camera(createScreenLayer(firstBin)), m_rectangle(cr
     m_camera->addChild(m_rectangle);
 }
 
-void Background::setColors(osg::Vec4 const & upperLeft, osg::Vec4 const & upperRight, osg::Vec4 const & lowerLeft,
-                           osg::Vec4 const & lowerRight) {
-    auto & colors = static_cast<osg::Vec4Array &>(*m_rectangle->getColorArray());
+void Background::setColors(osg::Vec4 const& upperLeft, osg::Vec4 const& upperRight, osg::Vec4 const& lowerLeft,
+                           osg::Vec4 const& lowerRight) {
+    auto& colors = static_cast<osg::Vec4Array&>(*m_rectangle->getColorArray());
     colors[0] = lowerLeft;
     colors[1] = lowerRight;
     colors[2] = upperLeft;

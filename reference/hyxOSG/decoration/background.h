@@ -11,13 +11,13 @@ class Background {
 public:
     Background();
 
-    osg::Node * node() { return m_camera; }
+    osg::Node* node() { return m_camera; }
 
     /// Called when the background is drawn.
-    void setDrawCallback(osg::Drawable::DrawCallback * callback) { m_rectangle->setDrawCallback(callback); }
+    void setDrawCallback(osg::Drawable::DrawCallback* callback) { m_rectangle->setDrawCallback(callback); }
 
-    void setColors(osg::Vec4 const & upperLeft, osg::Vec4 const & upperRight, osg::Vec4 const & lowerLeft,
-                   osg::Vec4 const & lowerRight);
+    void setColors(osg::Vec4 const& upperLeft, osg::Vec4 const& upperRight, osg::Vec4 const& lowerLeft,
+                   osg::Vec4 const& lowerRight);
 
 private:
     osg::ref_ptr<osg::Camera> m_camera;

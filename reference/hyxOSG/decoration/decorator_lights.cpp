@@ -22,10 +22,10 @@ std::array<LightSetup, DecoratorLights::count> const setups = {{
 constexpr float distanceInRadii = 3.0f;
 
 osg::ref_ptr<osg::LightSource> createLight(int index) {
-    LightSetup const & setup = setups[index];
+    LightSetup const& setup = setups[index];
     osg::ref_ptr<osg::LightSource> source = new osg::LightSource;
     source->setName("SceneDecorator light " + std::to_string(index));
-    osg::Light * light = source->getLight();
+    osg::Light* light = source->getLight();
     light->setLightNum(index);
     // Ambient light belongs to the light model: a shadow technique may clear that of its light.
     light->setAmbient(osg::Vec4(0, 0, 0, 1));
@@ -45,7 +45,7 @@ DecoratorLights::DecoratorLights() : m_group(new osg::Group) {
     }
 }
 
-void DecoratorLights::applyModes(osg::StateSet & state) const {
+void DecoratorLights::applyModes(osg::StateSet& state) const {
     for (int i = 0; i < count; ++i) {
         bool const on = m_enabled & (1u << i);
         state.setMode(GL_LIGHT0 + i, on ? osg::StateAttribute::ON : osg::StateAttribute::OFF);
@@ -58,7 +58,7 @@ void DecoratorLights::setComputed(unsigned int mask, bool computed) {
     m_computed = computed ? m_computed | mask : m_computed & ~mask;
 }
 
-void DecoratorLights::place(osg::BoundingSphere const & around) {
+void DecoratorLights::place(osg::BoundingSphere const& around) {
     if (!around.valid())
         return;
     float const distance = distanceInRadii * std::max(around.radius(), 1e-3f);

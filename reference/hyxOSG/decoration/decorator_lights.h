@@ -18,22 +18,28 @@ public:
     DecoratorLights();
 
     /// The node that holds the lights.
-    osg::Group * node() { return m_group; }
-    osg::LightSource * light(int index) { return m_sources[index]; }
+    osg::Group* node() { return m_group; }
+
+    osg::LightSource* light(int index) { return m_sources[index]; }
 
     void setEnabled(unsigned int mask) { m_enabled = mask & 7u; }
+
     unsigned int enabled() const { return m_enabled; }
-    /// Writes the modes of all lights, and the uniforms that tell programs of them, into the state that the lit scene inherits.
-    void applyModes(osg::StateSet & state) const;
+
+    /// Writes the modes of all lights, and the uniforms that tell programs of them, into the state that the lit scene
+    /// inherits.
+    void applyModes(osg::StateSet& state) const;
 
     void setComputed(unsigned int mask, bool computed);
+
     bool isComputed(int index) const { return m_computed & (1u << index); }
 
     void setShadowLight(int index) { m_shadowLight = index; }
+
     int shadowLight() const { return m_shadowLight; }
 
     /// Places the computed lights around a sphere; an invalid one changes nothing.
-    void place(osg::BoundingSphere const & around);
+    void place(osg::BoundingSphere const& around);
 
 private:
     osg::ref_ptr<osg::Group> m_group;

@@ -10,16 +10,16 @@ osg::Vec3 const head[] = {{0, 0, 0}, {0, -16, 0}, {3.7f, -12.4f, 0}, {11.5f, -11
 osg::Vec3 const tail[] = {{3.7f, -12.4f, 0}, {6.2f, -11.5f, 0}, {8.6f, -17.6f, 0}, {6.2f, -18.5f, 0}};
 
 // All triangles of the arrow about its middle, enlarged.
-osg::ref_ptr<osg::Geometry> createArrow(osg::Vec4 const & color, float enlarged) {
+osg::ref_ptr<osg::Geometry> createArrow(osg::Vec4 const& color, float enlarged) {
     osg::Vec3 const middle(4, -9, 0);
-    auto * vertices = new osg::Vec3Array;
-    for (osg::Vec3 const & point : head)
+    auto* vertices = new osg::Vec3Array;
+    for (osg::Vec3 const& point : head)
         vertices->push_back(middle + (point - middle) * enlarged);
-    for (osg::Vec3 const & point : tail)
+    for (osg::Vec3 const& point : tail)
         vertices->push_back(middle + (point - middle) * enlarged);
     osg::ref_ptr<osg::Geometry> arrow = new osg::Geometry;
     arrow->setVertexArray(vertices);
-    auto * colors = new osg::Vec4Array;
+    auto* colors = new osg::Vec4Array;
     colors->push_back(color);
     arrow->setColorArray(colors, osg::Array::BIND_OVERALL);
     arrow->addPrimitiveSet(new osg::DrawArrays(GL_TRIANGLE_FAN, 0, 4));
@@ -44,7 +44,9 @@ void DrawnCursor::setEnabled(bool enabled) {
     m_transform->setNodeMask(enabled ? ~0u : 0u);
 }
 
-void DrawnCursor::setPosition(osg::Vec2f const & position) { m_position = position; }
+void DrawnCursor::setPosition(osg::Vec2f const& position) {
+    m_position = position;
+}
 
 void DrawnCursor::layOut(float scale) {
     m_transform->setMatrix(osg::Matrix::scale(scale, scale, 1) *

@@ -9,12 +9,14 @@ class DrawnCursor {
 public:
     DrawnCursor();
 
-    osg::Node * node() { return m_transform; }
+    osg::Node* node() { return m_transform; }
 
     void setEnabled(bool enabled);
+
     bool enabled() const { return m_enabled; }
+
     /// The arrow's tip, in pixels.
-    void setPosition(osg::Vec2f const & position);
+    void setPosition(osg::Vec2f const& position);
     void layOut(float scale);
 
 private:

@@ -4,7 +4,7 @@
 
 namespace hyxOSG::decorator {
 
-osg::ref_ptr<osgText::Font> findFont(std::string const & name) {
+osg::ref_ptr<osgText::Font> findFont(std::string const& name) {
     static std::map<std::string, osg::ref_ptr<osgText::Font>> fonts;
     auto const known = fonts.find(name);
     if (known != fonts.end())

@@ -8,6 +8,6 @@
 namespace hyxOSG::decorator {
 
 /// The font of a name, as the system's font list knows it, or of a file; null when there is none. A font is read once.
-osg::ref_ptr<osgText::Font> findFont(std::string const & name);
+osg::ref_ptr<osgText::Font> findFont(std::string const& name);
 
 } // namespace hyxOSG::decorator

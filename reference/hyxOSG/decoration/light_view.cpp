@@ -21,11 +21,14 @@ struct Range {
         low = std::min(low, value);
         high = std::max(high, value);
     }
-    void intersect(Range const & other) {
+
+    void intersect(Range const& other) {
         low = std::max(low, other.low);
         high = std::min(high, other.high);
     }
+
     bool empty() const { return !(low < high); }
+
     double size() const { return high - low; }
 };
 
@@ -33,7 +36,7 @@ struct Extent {
     Range x, y, depth;
 };
 
-std::vector<osg::Vec3d> corners(osg::BoundingBox const & box) {
+std::vector<osg::Vec3d> corners(osg::BoundingBox const& box) {
     std::vector<osg::Vec3d> all;
     for (unsigned int i = 0; i < 8; ++i)
         all.push_back(box.corner(i));
@@ -41,9 +44,9 @@ std::vector<osg::Vec3d> corners(osg::BoundingBox const & box) {
 }
 
 // Points behind a point light, or at it, take the whole width.
-Extent measure(std::vector<osg::Vec3d> const & points, osg::Matrixd const & view, bool directional, double nearest) {
+Extent measure(std::vector<osg::Vec3d> const& points, osg::Matrixd const& view, bool directional, double nearest) {
     Extent extent;
-    for (osg::Vec3d const & point : points) {
+    for (osg::Vec3d const& point : points) {
         osg::Vec3d const seen = point * view;
         double const depth = -seen.z();
         extent.depth.add(depth);
@@ -63,8 +66,9 @@ Extent measure(std::vector<osg::Vec3d> const & points, osg::Matrixd const & view
     return extent;
 }
 
-// Grows a range to a step of its size and moves it by whole texels only, so that edges do not crawl as the camera moves.
-void settle(Range & range, unsigned int mapSize) {
+// Grows a range to a step of its size and moves it by whole texels only, so that edges do not crawl as the camera
+// moves.
+void settle(Range& range, unsigned int mapSize) {
     double const step = std::pow(2.0, std::ceil(std::log2(range.size()) * 4.0) / 4.0);
     double const texel = step / mapSize;
     double const middle = std::floor((range.low + range.high) / 2 / texel) * texel;
@@ -72,20 +76,20 @@ void settle(Range & range, unsigned int mapSize) {
     range.high = middle + step / 2 + texel;
 }
 
-void widen(Range & range, unsigned int mapSize) {
+void widen(Range& range, unsigned int mapSize) {
     double const margin = 2 * range.size() / mapSize;
     range.low -= margin;
     range.high += margin;
 }
 
-osg::Vec3d anyNormalTo(osg::Vec3d const & direction) {
+osg::Vec3d anyNormalTo(osg::Vec3d const& direction) {
     osg::Vec3d const axis = std::abs(direction.z()) < 0.9 ? osg::Vec3d(0, 0, 1) : osg::Vec3d(0, 1, 0);
     osg::Vec3d normal = axis - direction * (axis * direction);
     normal.normalize();
     return normal;
 }
 
-osg::Vec3d upFor(LightViewNeeds const & needs, osg::Vec3d const & direction) {
+osg::Vec3d upFor(LightViewNeeds const& needs, osg::Vec3d const& direction) {
     osg::Vec3d up = needs.cameraDirection - direction * (needs.cameraDirection * direction);
     if (!needs.alignWithCamera || up.normalize() < 1e-3)
         return anyNormalTo(direction);
@@ -98,7 +102,7 @@ osg::Matrixd LightView::textureMatrix() const {
     return view * projection * osg::Matrixd::translate(1, 1, 1) * osg::Matrixd::scale(0.5, 0.5, 0.5);
 }
 
-std::optional<LightView> fitLightView(LightViewNeeds const & needs) {
+std::optional<LightView> fitLightView(LightViewNeeds const& needs) {
     if (!needs.casters.valid() || needs.visible.empty())
         return std::nullopt;
     bool const directional = needs.light.w() == 0.0;
@@ -121,7 +125,7 @@ std::optional<LightView> fitLightView(LightViewNeeds const & needs) {
     extent.y.intersect(seen.y);
     if (extent.x.empty() || extent.y.empty() || extent.depth.high <= nearest)
         return std::nullopt;
-    for (Range * range : {&extent.x, &extent.y})
+    for (Range* range : {&extent.x, &extent.y})
         if (needs.alignWithCamera)
             widen(*range, needs.mapSize);
         else
@@ -143,8 +147,8 @@ std::optional<LightView> fitLightView(LightViewNeeds const & needs) {
     return fit;
 }
 
-std::vector<osg::Vec3d> visibleCorners(osg::BoundingBox const & box, osg::Matrixd const & view,
-                                       osg::Matrixd const & projection, double nearest, double farthest) {
+std::vector<osg::Vec3d> visibleCorners(osg::BoundingBox const& box, osg::Matrixd const& view,
+                                       osg::Matrixd const& projection, double nearest, double farthest) {
     if (!box.valid())
         return {};
     osg::Polytope frustum;

@@ -23,20 +23,20 @@ struct LightView {
 
 /// What a light view is fitted to. All coordinates are those of the scene.
 struct LightViewNeeds {
-    osg::Vec4d light;                    ///< homogeneous position
+    osg::Vec4d light; ///< homogeneous position
     osg::BoundingBox casters;
-    std::vector<osg::Vec3d> visible;     ///< corners of what the camera sees of the scene
+    std::vector<osg::Vec3d> visible; ///< corners of what the camera sees of the scene
     osg::Vec3d cameraDirection;
     unsigned int mapSize = 0;
-    bool alignWithCamera = false;        ///< turn the map with the camera, for the tightest fit; else it keeps still
+    bool alignWithCamera = false; ///< turn the map with the camera, for the tightest fit; else it keeps still
 };
 
 /// The view that covers everything that is both behind a caster and visible; nothing when there is no such place.
-std::optional<LightView> fitLightView(LightViewNeeds const & needs);
+std::optional<LightView> fitLightView(LightViewNeeds const& needs);
 
 /// The corners of the part of a box that lies in a view, whose far side is left open; `matrix` is the view and
 /// projection. With a depth range only what lies in it, in metres along the view direction.
-std::vector<osg::Vec3d> visibleCorners(osg::BoundingBox const & box, osg::Matrixd const & view,
-                                       osg::Matrixd const & projection, double nearest, double farthest);
+std::vector<osg::Vec3d> visibleCorners(osg::BoundingBox const& box, osg::Matrixd const& view,
+                                       osg::Matrixd const& projection, double nearest, double farthest);
 
 } // namespace hyxOSG::decorator

@@ -1,6 +1,5 @@
 #include "reference/hyxOSG/decoration/logo.h"
 
-
 #include <algorithm>
 #include <cmath>
 
@@ -11,7 +10,7 @@ osg::ref_ptr<osg::Geometry> createLogoRectangle() {
     osg::ref_ptr<osg::Geometry> rectangle = new osg::Geometry;
     rectangle->setName("SceneDecorator logo");
     rectangle->setVertexArray(new osg::Vec3Array(4));
-    auto * coordinates = new osg::Vec2Array;
+    auto* coordinates = new osg::Vec2Array;
     for (float t : {0.0f, 1.0f})
         for (float s : {0.0f, 1.0f})
             coordinates->push_back(osg::Vec2(s, t));
@@ -25,8 +24,8 @@ osg::ref_ptr<osg::Geometry> createLogoRectangle() {
     return rectangle;
 }
 
-osg::Vec2f textureSize(osg::Texture2D const & texture) {
-    if (osg::Image const * image = texture.getImage())
+osg::Vec2f textureSize(osg::Texture2D const& texture) {
+    if (osg::Image const* image = texture.getImage())
         return osg::Vec2f(image->s(), image->t());
     return osg::Vec2f(texture.getTextureWidth(), texture.getTextureHeight());
 }
@@ -35,21 +34,21 @@ osg::Vec2f textureSize(osg::Texture2D const & texture) {
 
 Logo::Logo() : m_rectangle(createLogoRectangle()) {}
 
-void Logo::setTexture(osg::Texture2D * texture, float alpha) {
+void Logo::setTexture(osg::Texture2D* texture, float alpha) {
     m_texture = texture;
-    osg::StateSet * state = m_rectangle->getOrCreateStateSet();
+    osg::StateSet* state = m_rectangle->getOrCreateStateSet();
     state->removeTextureAttribute(0, osg::StateAttribute::TEXTURE);
     if (!texture)
         return;
     texture->setResizeNonPowerOfTwoHint(false);
     state->setTextureAttributeAndModes(0, texture);
-    auto & color = static_cast<osg::Vec4Array &>(*m_rectangle->getColorArray());
+    auto& color = static_cast<osg::Vec4Array&>(*m_rectangle->getColorArray());
     color[0].set(1, 1, 1, std::clamp(alpha, 0.0f, 1.0f));
     color.dirty();
     fitDimension();
 }
 
-void Logo::setMaximumDimension(osg::Vec2f const & maximum) {
+void Logo::setMaximumDimension(osg::Vec2f const& maximum) {
     m_maximum = maximum;
     if (m_texture)
         fitDimension();
@@ -62,7 +61,7 @@ void Logo::fitDimension() {
     m_dimension = size * std::min({1.0f, m_maximum.x() / size.x(), m_maximum.y() / size.y()});
 }
 
-osg::Vec2f Logo::lowerLeft(osg::Vec2f const & window, osg::Vec2f const & size) const {
+osg::Vec2f Logo::lowerLeft(osg::Vec2f const& window, osg::Vec2f const& size) const {
     osg::Vec2f const margin(m_position.x() * window.x(), m_position.y() * window.y());
     bool const right = m_location == SceneDecorator::UPPER_RIGHT || m_location == SceneDecorator::LOWER_RIGHT;
     bool const upper = m_location == SceneDecorator::UPPER_LEFT || m_location == SceneDecorator::UPPER_RIGHT;
@@ -71,7 +70,7 @@ osg::Vec2f Logo::lowerLeft(osg::Vec2f const & window, osg::Vec2f const & size) c
                       std::round(upper ? window.y() - margin.y() - size.y() : margin.y()));
 }
 
-void Logo::layOut(osg::Vec2f const & window, float scale) {
+void Logo::layOut(osg::Vec2f const& window, float scale) {
     bool const seen = m_enabled && m_texture;
     m_rectangle->setNodeMask(seen ? ~0u : 0u);
     if (!seen)
@@ -82,7 +81,7 @@ void Logo::layOut(osg::Vec2f const & window, float scale) {
                                  {low.x() + size.x(), low.y(), 0},
                                  {low.x(), low.y() + size.y(), 0},
                                  {low.x() + size.x(), low.y() + size.y(), 0}};
-    auto & vertices = static_cast<osg::Vec3Array &>(*m_rectangle->getVertexArray());
+    auto& vertices = static_cast<osg::Vec3Array&>(*m_rectangle->getVertexArray());
     if (std::equal(vertices.begin(), vertices.end(), corners))
         return;
     std::copy(std::begin(corners), std::end(corners), vertices.begin());

@@ -5,13 +5,13 @@
 #include "reference/hyxOSG/decoration/drawn_cursor.h"
 #include "reference/hyxOSG/decoration/logo.h"
 #include "reference/hyxOSG/decoration/screen_layer.h"
-#include "reference/machinery/shading/shading_marks.h"
 #include "reference/hyxOSG/decoration/shadow_method.h"
-#include "reference/machinery/shading/shadow_support.h"
 #include "reference/hyxOSG/decoration/shadow_volume.h"
 #include "reference/hyxOSG/decoration/text_rows.h"
 #include "reference/machinery/meshes/conversions.h"
 #include "reference/machinery/meshes/notices.h"
+#include "reference/machinery/shading/shading_marks.h"
+#include "reference/machinery/shading/shadow_support.h"
 
 #include <osg/LightModel>
 #include <osg/NodeVisitor>
@@ -33,9 +33,11 @@ constexpr int overlayBin = 1000;
 constexpr osg::Node::NodeMask headUpDisplayMask = 0x10;
 constexpr osg::Node::NodeMask decorationMask = 0x20;
 
-osg::Vec4 opaque(hyx::Vec3 const & color) { return osg::Vec4(osg::Vec3(toOsg(color)), 1); }
+osg::Vec4 opaque(hyx::Vec3 const& color) {
+    return osg::Vec4(osg::Vec3(toOsg(color)), 1);
+}
 
-void requirePositive(float value, char const * what) {
+void requirePositive(float value, char const* what) {
     if (!(value > 0) || !std::isfinite(value))
         throw std::invalid_argument(std::string(what) + " must be positive and finite");
 }
@@ -46,7 +48,7 @@ int indexOf(SceneDecorator::Lights light) {
     return bits <= SceneDecorator::ALL && std::has_single_bit(bits) ? std::countr_zero(bits) : -1;
 }
 
-osg::ref_ptr<osg::Texture2D> loadTexture(std::string const & file) {
+osg::ref_ptr<osg::Texture2D> loadTexture(std::string const& file) {
     osg::ref_ptr<osg::Image> const image = osgDB::readRefImageFile(file);
     if (!image || !image->valid())
         return nullptr;
@@ -86,7 +88,7 @@ struct SceneDecorator::Impl {
         unshadowed->setName("SceneDecorator non-shadowed scene");
         hud->setName("SceneDecorator head-up display");
         overlay->setName("SceneDecorator overlay");
-        osg::StateSet * state = scene->getOrCreateStateSet();
+        osg::StateSet* state = scene->getOrCreateStateSet();
         state->setMode(GL_LIGHTING, osg::StateAttribute::ON);
         state->setAttribute(SceneDecorator::getDefaultDecoratorMaterial());
         state->setAttribute(createLightModel());
@@ -98,7 +100,7 @@ struct SceneDecorator::Impl {
         lit->addChild(aside);
         aside->addChild(unshadowed);
         overlay->getOrCreateStateSet()->setMode(GL_BLEND, osg::StateAttribute::ON);
-        for (osg::Node * node : {logo.node(), rows.node(), static_cast<osg::Node *>(hud.get()), cursor.node()})
+        for (osg::Node* node : {logo.node(), rows.node(), static_cast<osg::Node*>(hud.get()), cursor.node()})
             overlay->addChild(node);
         hud->setDataVariance(osg::Object::DYNAMIC);
         background.setDrawCallback(shadowSupport);
@@ -140,8 +142,9 @@ struct SceneDecorator::Impl {
         if (drawnMethod == method || std::exchange(replacedMethod, method) == method)
             return;
         warn("the graphics driver cannot do shadow method " + std::to_string(static_cast<int>(method)) +
-             (drawnMethod == NO_SHADOWS ? "; there are no shadows"
-                                        : "; method " + std::to_string(static_cast<int>(drawnMethod)) + " stands in for it"));
+             (drawnMethod == NO_SHADOWS
+                  ? "; there are no shadows"
+                  : "; method " + std::to_string(static_cast<int>(drawnMethod)) + " stands in for it"));
     }
 
     void updateLights() { lights.applyModes(*scene->getOrCreateStateSet()); }
@@ -203,28 +206,43 @@ void SceneDecorator::setEnable(bool enable) {
     m_impl->enabled = enable;
     m_impl->updateParts();
 }
-bool SceneDecorator::getEnable() const { return m_impl->enabled; }
-bool SceneDecorator::isEnabled() const { return m_impl->enabled; }
+
+bool SceneDecorator::getEnable() const {
+    return m_impl->enabled;
+}
+
+bool SceneDecorator::isEnabled() const {
+    return m_impl->enabled;
+}
 
 void SceneDecorator::setEnableShadows(bool enable) {
     m_impl->shadowsEnabled = enable;
     m_impl->updateParts();
 }
-bool SceneDecorator::getEnableShadows() const { return m_impl->shadowsEnabled; }
+
+bool SceneDecorator::getEnableShadows() const {
+    return m_impl->shadowsEnabled;
+}
 
 void SceneDecorator::setShadowMethod(ShadowMethod method) {
     decorator::requireShadowMethod(method);
     m_impl->method = method;
     m_impl->updateParts();
 }
-SceneDecorator::ShadowMethod SceneDecorator::getShadowMethod() const { return m_impl->method; }
+
+SceneDecorator::ShadowMethod SceneDecorator::getShadowMethod() const {
+    return m_impl->method;
+}
 
 void SceneDecorator::setEnableShaderState(bool enable, bool perPixelHighlights) {
     m_impl->shaderState = enable;
     m_impl->perPixelHighlights = perPixelHighlights;
     m_impl->updateParts();
 }
-bool SceneDecorator::getEnableShaderState() const { return m_impl->shaderState; }
+
+bool SceneDecorator::getEnableShaderState() const {
+    return m_impl->shaderState;
+}
 
 void SceneDecorator::setEnableLights(Lights mask) {
     m_impl->lights.setEnabled(static_cast<unsigned int>(mask));
@@ -243,6 +261,7 @@ int SceneDecorator::lightToIndex(Lights light) {
 void SceneDecorator::setEnableCalculateLightPositions(Lights light, bool enable) {
     m_impl->lights.setComputed(static_cast<unsigned int>(light), enable);
 }
+
 bool SceneDecorator::getEnableCalculateLightPositions(Lights light) const {
     return m_impl->lights.isComputed(lightToIndex(light));
 }
@@ -255,46 +274,64 @@ bool SceneDecorator::setShadowLightSource(Lights light) {
     m_impl->updateParts();
     return true;
 }
-osg::LightSource * SceneDecorator::getShadowLightSource() { return m_impl->lights.light(m_impl->lights.shadowLight()); }
 
-osg::LightSource * SceneDecorator::getOSGLight(Lights light) {
+osg::LightSource* SceneDecorator::getShadowLightSource() {
+    return m_impl->lights.light(m_impl->lights.shadowLight());
+}
+
+osg::LightSource* SceneDecorator::getOSGLight(Lights light) {
     int const index = indexOf(light);
     return index < 0 ? nullptr : m_impl->lights.light(index);
 }
 
-LightSource SceneDecorator::getLightSource(Lights light) { return LightSource(m_impl->lights.light(lightToIndex(light))); }
+LightSource SceneDecorator::getLightSource(Lights light) {
+    return LightSource(m_impl->lights.light(lightToIndex(light)));
+}
 
-void SceneDecorator::calculateLightPositions() { calculateLightPositions(computeBound()); }
+void SceneDecorator::calculateLightPositions() {
+    calculateLightPositions(computeBound());
+}
 
-void SceneDecorator::calculateLightPositions(osg::Node * node) {
+void SceneDecorator::calculateLightPositions(osg::Node* node) {
     if (node)
         calculateLightPositions(node->getBound());
 }
 
-void SceneDecorator::calculateLightPositions(osg::BoundingBox const & box) {
+void SceneDecorator::calculateLightPositions(osg::BoundingBox const& box) {
     calculateLightPositions(box.valid() ? osg::BoundingSphere(box) : osg::BoundingSphere());
 }
 
-void SceneDecorator::calculateLightPositions(osg::BoundingSphere const & sphere) { m_impl->lights.place(sphere); }
+void SceneDecorator::calculateLightPositions(osg::BoundingSphere const& sphere) {
+    m_impl->lights.place(sphere);
+}
 
-void SceneDecorator::setBackgroundColor(hyx::Vec4f const & color) { setBackgroundColor(color, color); }
-void SceneDecorator::setBackgroundColor(hyx::Vec3 color) { setBackgroundColor(color, color); }
-void SceneDecorator::setBackgroundColor(hyx::Vec4f const & upper, hyx::Vec4f const & lower) {
+void SceneDecorator::setBackgroundColor(hyx::Vec4f const& color) {
+    setBackgroundColor(color, color);
+}
+
+void SceneDecorator::setBackgroundColor(hyx::Vec3 color) {
+    setBackgroundColor(color, color);
+}
+
+void SceneDecorator::setBackgroundColor(hyx::Vec4f const& upper, hyx::Vec4f const& lower) {
     setBackgroundColor(upper, upper, lower, lower);
 }
+
 void SceneDecorator::setBackgroundColor(hyx::Vec3 upper, hyx::Vec3 lower) {
     setBackgroundColor(upper, upper, lower, lower);
 }
-void SceneDecorator::setBackgroundColor(hyx::Vec4f const & upperLeft, hyx::Vec4f const & upperRight,
-                                        hyx::Vec4f const & lowerLeft, hyx::Vec4f const & lowerRight) {
+
+void SceneDecorator::setBackgroundColor(hyx::Vec4f const& upperLeft, hyx::Vec4f const& upperRight,
+                                        hyx::Vec4f const& lowerLeft, hyx::Vec4f const& lowerRight) {
     m_impl->background.setColors(toOsg(upperLeft), toOsg(upperRight), toOsg(lowerLeft), toOsg(lowerRight));
 }
+
 void SceneDecorator::setBackgroundColor(hyx::Vec3 upperLeft, hyx::Vec3 upperRight, hyx::Vec3 lowerLeft,
                                         hyx::Vec3 lowerRight) {
     m_impl->background.setColors(opaque(upperLeft), opaque(upperRight), opaque(lowerLeft), opaque(lowerRight));
 }
 
-bool SceneDecorator::setBaseTexture(std::string const & file) {
+bool SceneDecorator::setBaseTexture(std::string const& file) {
     osg::ref_ptr<osg::Texture2D> const texture = file.empty() ? m_impl->whiteTexture : loadTexture(file);
     if (!texture)
         return false;
@@ -304,17 +341,28 @@ bool SceneDecorator::setBaseTexture(std::string const & file) {
     return true;
 }
 
-void SceneDecorator::setEnableLogo(bool enable) { m_impl->logo.setEnabled(enable); }
-bool SceneDecorator::getEnableLogo() const { return m_impl->logo.enabled(); }
+void SceneDecorator::setEnableLogo(bool enable) {
+    m_impl->logo.setEnabled(enable);
+}
 
-bool SceneDecorator::setLogoFile(std::string const & file, float alpha) {
+bool SceneDecorator::getEnableLogo() const {
+    return m_impl->logo.enabled();
+}
+
+bool SceneDecorator::setLogoFile(std::string const& file, float alpha) {
     osg::ref_ptr<osg::Texture2D> const texture = loadTexture(file);
     if (texture)
         setLogo(texture, alpha);
     return texture.valid();
 }
-void SceneDecorator::setLogo(osg::Texture2D * texture, float alpha) { m_impl->logo.setTexture(texture, alpha); }
-osg::Texture2D * SceneDecorator::getLogo() { return m_impl->logo.texture(); }
+
+void SceneDecorator::setLogo(osg::Texture2D* texture, float alpha) {
+    m_impl->logo.setTexture(texture, alpha);
+}
+
+osg::Texture2D* SceneDecorator::getLogo() {
+    return m_impl->logo.texture();
+}
 
 void SceneDecorator::setLogoLocation(LogoLocation location) {
     if (location < UPPER_LEFT || location > FREE)
@@ -322,18 +370,34 @@ void SceneDecorator::setLogoLocation(LogoLocation location) {
                                     "; use one of 1 to 5");
     m_impl->logo.setLocation(location);
 }
-SceneDecorator::LogoLocation SceneDecorator::getLogoLocation() const { return m_impl->logo.location(); }
-void SceneDecorator::setLogoPosition(float x, float y) { m_impl->logo.setPosition(osg::Vec2f(x, y)); }
-osg::Vec2f & SceneDecorator::getLogoDimension() { return m_impl->logo.dimension(); }
-osg::Vec2f SceneDecorator::getMaximumLogoDimension() const { return m_impl->logo.maximumDimension(); }
+
+SceneDecorator::LogoLocation SceneDecorator::getLogoLocation() const {
+    return m_impl->logo.location();
+}
+
+void SceneDecorator::setLogoPosition(float x, float y) {
+    m_impl->logo.setPosition(osg::Vec2f(x, y));
+}
+
+osg::Vec2f& SceneDecorator::getLogoDimension() {
+    return m_impl->logo.dimension();
+}
+
+osg::Vec2f SceneDecorator::getMaximumLogoDimension() const {
+    return m_impl->logo.maximumDimension();
+}
+
 void SceneDecorator::setMaximumLogoDimension(float width, float height) {
     requirePositive(width, "the maximum width of the logo");
     requirePositive(height, "the maximum height of the logo");
     m_impl->logo.setMaximumDimension(osg::Vec2f(width, height));
 }
-osg::Vec2f SceneDecorator::getDefaultLogoPosition() { return decorator::Logo::defaultPosition(); }
 
-osg::Material * SceneDecorator::getDefaultDecoratorMaterial() {
+osg::Vec2f SceneDecorator::getDefaultLogoPosition() {
+    return decorator::Logo::defaultPosition();
+}
+
+osg::Material* SceneDecorator::getDefaultDecoratorMaterial() {
     static osg::ref_ptr<osg::Material> const material = [] {
         osg::ref_ptr<osg::Material> made = new osg::Material;
         made->setAmbient(osg::Material::FRONT_AND_BACK, osg::Vec4(0.8f, 0.8f, 0.8f, 1));
@@ -345,15 +409,28 @@ osg::Material * SceneDecorator::getDefaultDecoratorMaterial() {
     return material;
 }
 
-void SceneDecorator::setText(int row, hyx::String const & text, hyx::Vec4f const & color) {
+void SceneDecorator::setText(int row, hyx::String const& text, hyx::Vec4f const& color) {
     if (row < 0 || row > decorator::TextRows::maximumRow)
         throw std::invalid_argument("a text row must be 0 to 999");
     m_impl->rows.setText(row, text, toOsg(color));
 }
-void SceneDecorator::clearText() { m_impl->rows.clear(); }
-std::string SceneDecorator::getFontName() const { return m_impl->rows.fontName(); }
-void SceneDecorator::setFontName(std::string const & name) { m_impl->rows.setFontName(name); }
-float SceneDecorator::getFontSize() const { return m_impl->rows.fontSize(); }
+
+void SceneDecorator::clearText() {
+    m_impl->rows.clear();
+}
+
+std::string SceneDecorator::getFontName() const {
+    return m_impl->rows.fontName();
+}
+
+void SceneDecorator::setFontName(std::string const& name) {
+    m_impl->rows.setFontName(name);
+}
+
+float SceneDecorator::getFontSize() const {
+    return m_impl->rows.fontSize();
+}
+
 void SceneDecorator::setFontSize(float size) {
     requirePositive(size, "the font size");
     m_impl->rows.setFontSize(size);
@@ -363,44 +440,68 @@ void SceneDecorator::updateWindowSize(int width, int height) {
     if (width > 0 && height > 0)
         m_impl->window.set(static_cast<float>(width), static_cast<float>(height));
 }
+
 void SceneDecorator::setScreenPixelScale(float scale) {
     requirePositive(scale, "the pixel scale");
     m_impl->pixelScale = scale;
 }
 
-osg::MatrixTransform * SceneDecorator::getHud() { return m_impl->hud; }
+osg::MatrixTransform* SceneDecorator::getHud() {
+    return m_impl->hud;
+}
+
 void SceneDecorator::resetHUD() {
     m_impl->rows.clear();
     m_impl->hud->removeChildren(0, m_impl->hud->getNumChildren());
     m_impl->hud->setMatrix(osg::Matrix::identity());
 }
 
-void SceneDecorator::setEnableRenderedCursor(bool enable) { m_impl->cursor.setEnabled(enable); }
-bool SceneDecorator::getEnableRenderedCursor() const { return m_impl->cursor.enabled(); }
-void SceneDecorator::updateCursorPosition(float x, float y) { m_impl->cursor.setPosition(osg::Vec2f(x, y)); }
+void SceneDecorator::setEnableRenderedCursor(bool enable) {
+    m_impl->cursor.setEnabled(enable);
+}
 
-osg::StateSet * SceneDecorator::getDecoratorStateSet() { return m_impl->scene->getOrCreateStateSet(); }
-osg::Group * SceneDecorator::getShadowedScene() { return m_impl->shadowed; }
-osg::Group * SceneDecorator::getNonShadowedScene() { return m_impl->unshadowed; }
+bool SceneDecorator::getEnableRenderedCursor() const {
+    return m_impl->cursor.enabled();
+}
 
-bool SceneDecorator::addChild(osg::Node * node) { return node && m_impl->shadowed->addChild(node); }
+void SceneDecorator::updateCursorPosition(float x, float y) {
+    m_impl->cursor.setPosition(osg::Vec2f(x, y));
+}
 
-bool SceneDecorator::insertChild(unsigned int index, osg::Node * node) {
+osg::StateSet* SceneDecorator::getDecoratorStateSet() {
+    return m_impl->scene->getOrCreateStateSet();
+}
+
+osg::Group* SceneDecorator::getShadowedScene() {
+    return m_impl->shadowed;
+}
+
+osg::Group* SceneDecorator::getNonShadowedScene() {
+    return m_impl->unshadowed;
+}
+
+bool SceneDecorator::addChild(osg::Node* node) {
+    return node && m_impl->shadowed->addChild(node);
+}
+
+bool SceneDecorator::insertChild(unsigned int index, osg::Node* node) {
     return node && m_impl->shadowed->insertChild(std::min(index, m_impl->shadowed->getNumChildren()), node);
 }
 
-bool SceneDecorator::removeChild(osg::Node * node) {
+bool SceneDecorator::removeChild(osg::Node* node) {
     return node && (m_impl->shadowed->removeChild(node) || m_impl->unshadowed->removeChild(node));
 }
 
-bool SceneDecorator::removeChild(unsigned int index, unsigned int count) { return removeChildren(index, count); }
+bool SceneDecorator::removeChild(unsigned int index, unsigned int count) {
+    return removeChildren(index, count);
+}
 
-bool SceneDecorator::replaceChild(osg::Node * oldNode, osg::Node * newNode) {
+bool SceneDecorator::replaceChild(osg::Node* oldNode, osg::Node* newNode) {
     return oldNode && newNode &&
            (m_impl->shadowed->replaceChild(oldNode, newNode) || m_impl->unshadowed->replaceChild(oldNode, newNode));
 }
 
-bool SceneDecorator::setChild(unsigned int index, osg::Node * node) {
+bool SceneDecorator::setChild(unsigned int index, osg::Node* node) {
     return node && index < m_impl->shadowed->getNumChildren() && m_impl->shadowed->setChild(index, node);
 }
 
@@ -409,7 +510,7 @@ bool SceneDecorator::removeChildren(unsigned int index, unsigned int count) {
     return count > 0 && index < present && m_impl->shadowed->removeChildren(index, std::min(count, present - index));
 }
 
-void SceneDecorator::traverse(osg::NodeVisitor & visitor) {
+void SceneDecorator::traverse(osg::NodeVisitor& visitor) {
     if (visitor.getVisitorType() == osg::NodeVisitor::UPDATE_VISITOR) {
         m_impl->layOut();
         m_impl->followSupport();

@@ -13,7 +13,7 @@ osg::ref_ptr<osg::Camera> createScreenLayer(int bin) {
     camera->setAllowEventFocus(false);
     camera->setComputeNearFarMode(osg::Camera::DO_NOT_COMPUTE_NEAR_FAR);
     camera->setCullingMode(osg::CullSettings::NO_CULLING);
-    osg::StateSet * state = camera->getOrCreateStateSet();
+    osg::StateSet* state = camera->getOrCreateStateSet();
     state->setRenderBinDetails(bin, "RenderBin");
     state->setMode(GL_LIGHTING, osg::StateAttribute::OFF);
     state->setAttributeAndModes(new osg::Depth(osg::Depth::ALWAYS, 0, 1, false));

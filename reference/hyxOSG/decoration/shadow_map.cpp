@@ -58,16 +58,16 @@ osg::ref_ptr<osg::StateSet> createCasterState() {
     return state;
 }
 
-osg::Vec4d lightPosition(osg::LightSource const & source, osg::Matrixd const & eyeToScene) {
+osg::Vec4d lightPosition(osg::LightSource const& source, osg::Matrixd const& eyeToScene) {
     osg::Vec4d const position = source.getLight()->getPosition();
     return source.getReferenceFrame() == osg::LightSource::ABSOLUTE_RF ? position * eyeToScene : position;
 }
 
 // The depths at which the next map takes over, between evenly and geometrically spread.
-std::array<double, MAX_SHADOW_MAPS> splitDepths(std::vector<osg::Vec3d> const & visible, osg::Matrixd const & view) {
+std::array<double, MAX_SHADOW_MAPS> splitDepths(std::vector<osg::Vec3d> const& visible, osg::Matrixd const& view) {
     double nearest = std::numeric_limits<double>::max();
     double farthest = 0;
-    for (osg::Vec3d const & point : visible) {
+    for (osg::Vec3d const& point : visible) {
         double const depth = -(point * view).z();
         nearest = std::min(nearest, depth);
         farthest = std::max(farthest, depth);
@@ -90,16 +90,20 @@ public:
           m_depth(new osg::Uniform(osg::Uniform::FLOAT, "hyx_splitDepth", static_cast<int>(maps))),
           m_size(new osg::Uniform("hyx_shadowMapSize", static_cast<float>(mapSize))) {}
 
-    void setMap(unsigned int map, osg::Matrixd const & eyeToMap, double texelSize) {
+    void setMap(unsigned int map, osg::Matrixd const& eyeToMap, double texelSize) {
         m_matrix->setElement(map, osg::Matrixf(eyeToMap));
         m_texel->setElement(map, static_cast<float>(texelSize));
     }
+
     /// A map on which nothing lies: w is never positive there.
-    void setEmpty(unsigned int map) { m_matrix->setElement(map, osg::Matrixf(0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0)); }
+    void setEmpty(unsigned int map) {
+        m_matrix->setElement(map, osg::Matrixf(0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0));
+    }
+
     void setDepth(unsigned int map, double depth) { m_depth->setElement(map, static_cast<float>(depth)); }
 
-    void addTo(osg::StateSet & state) const {
-        for (osg::Uniform * uniform : {m_matrix.get(), m_texel.get(), m_depth.get(), m_size.get()})
+    void addTo(osg::StateSet& state) const {
+        for (osg::Uniform* uniform : {m_matrix.get(), m_texel.get(), m_depth.get(), m_size.get()})
             state.addUniform(uniform);
     }
 
@@ -109,7 +113,7 @@ private:
 
 } // namespace
 
-ShadowMap::ShadowMap(Settings const & settings, osg::LightSource * light)
+ShadowMap::ShadowMap(Settings const& settings, osg::LightSource* light)
     : m_settings(settings), m_light(light), m_shadowed(createShadingState(settings.shading)) {
     ShadingOptions plain = settings.shading;
     plain.shadowMaps = 0;
@@ -119,17 +123,21 @@ ShadowMap::ShadowMap(Settings const & settings, osg::LightSource * light)
 
 ShadowMap::~ShadowMap() = default;
 
-void ShadowMap::init() { _dirty = false; }
+void ShadowMap::init() {
+    _dirty = false;
+}
 
-void ShadowMap::update(osg::NodeVisitor & visitor) {
+void ShadowMap::update(osg::NodeVisitor& visitor) {
     for (unsigned int i = 0; i < _shadowedScene->getNumChildren(); ++i)
         markShading(*_shadowedScene->getChild(i), !m_settings.shading.blackShadows);
     _shadowedScene->osg::Group::traverse(visitor);
 }
 
-void ShadowMap::cleanSceneGraph() { m_maps.clear(); }
+void ShadowMap::cleanSceneGraph() {
+    m_maps.clear();
+}
 
-void ShadowMap::cull(osgUtil::CullVisitor & visitor) {
+void ShadowMap::cull(osgUtil::CullVisitor& visitor) {
     osg::ref_ptr<osg::LightSource> light;
     if (!m_light.lock(light) || !light->getLight()) {
         drawScene(visitor, *m_unshadowed);
@@ -163,7 +171,7 @@ void ShadowMap::cull(osgUtil::CullVisitor & visitor) {
         depths = splitDepths(visible, view);
 
     osg::ref_ptr<osg::StateSet> state;
-    Maps & maps = mapsFor(visitor);
+    Maps& maps = mapsFor(visitor);
     for (unsigned int i = 0; i < count; ++i) {
         uniforms.setDepth(i, depths[i]);
         needs.visible = count == 1 ? visible
@@ -188,10 +196,10 @@ void ShadowMap::cull(osgUtil::CullVisitor & visitor) {
     drawScene(visitor, *state);
 }
 
-ShadowMap::Maps & ShadowMap::mapsFor(osgUtil::CullVisitor & visitor) {
+ShadowMap::Maps& ShadowMap::mapsFor(osgUtil::CullVisitor& visitor) {
     unsigned int const frame = visitor.getFrameStamp() ? visitor.getFrameStamp()->getFrameNumber() : 0;
     forgetUnused(frame);
-    std::unique_ptr<Maps> & maps = m_maps[visitor.getCurrentCamera()];
+    std::unique_ptr<Maps>& maps = m_maps[visitor.getCurrentCamera()];
     if (!maps)
         maps = std::make_unique<Maps>();
     maps->lastFrame = frame;
@@ -199,11 +207,11 @@ ShadowMap::Maps & ShadowMap::mapsFor(osgUtil::CullVisitor & visitor) {
 }
 
 void ShadowMap::forgetUnused(unsigned int frame) {
-    std::erase_if(m_maps, [frame](auto const & entry) { return entry.second->lastFrame + 60 < frame; });
+    std::erase_if(m_maps, [frame](auto const& entry) { return entry.second->lastFrame + 60 < frame; });
 }
 
-void ShadowMap::drawMap(osgUtil::CullVisitor & visitor, Map & map, osg::Matrixd const & view,
-                        osg::Matrixd const & projection) {
+void ShadowMap::drawMap(osgUtil::CullVisitor& visitor, Map& map, osg::Matrixd const& view,
+                        osg::Matrixd const& projection) {
     if (!map.camera) {
         map.texture = createDepthTexture(m_settings.mapSize, m_settings.shading.softShadows);
         map.camera = new osg::Camera;
@@ -228,15 +236,15 @@ void ShadowMap::drawMap(osgUtil::CullVisitor & visitor, Map & map, osg::Matrixd 
     visitor.setTraversalMask(mask);
 }
 
-void ShadowMap::drawScene(osgUtil::CullVisitor & visitor, osg::StateSet & state) {
+void ShadowMap::drawScene(osgUtil::CullVisitor& visitor, osg::StateSet& state) {
     visitor.pushStateSet(&state);
     _shadowedScene->osg::Group::traverse(visitor);
     visitor.popStateSet();
 }
 
 void ShadowMap::resizeGLObjectBuffers(unsigned int maxSize) {
-    for (auto const & [camera, maps] : m_maps)
-        for (Map const & map : maps->maps)
+    for (auto const& [camera, maps] : m_maps)
+        for (Map const& map : maps->maps)
             if (map.camera) {
                 map.camera->resizeGLObjectBuffers(maxSize);
                 map.texture->resizeGLObjectBuffers(maxSize);
@@ -245,9 +253,9 @@ void ShadowMap::resizeGLObjectBuffers(unsigned int maxSize) {
     m_unshadowed->resizeGLObjectBuffers(maxSize);
 }
 
-void ShadowMap::releaseGLObjects(osg::State * state) const {
-    for (auto const & [camera, maps] : m_maps)
-        for (Map const & map : maps->maps)
+void ShadowMap::releaseGLObjects(osg::State* state) const {
+    for (auto const& [camera, maps] : m_maps)
+        for (Map const& map : maps->maps)
             if (map.camera) {
                 map.camera->releaseGLObjects(state);
                 map.texture->releaseGLObjects(state);

@@ -17,23 +17,25 @@ namespace hyxOSG::decorator {
 class ShadowMap : public osgShadow::ShadowTechnique {
 public:
     struct Settings {
-        ShadingOptions shading;          ///< with 1 or MAX_SHADOW_MAPS maps
+        ShadingOptions shading; ///< with 1 or MAX_SHADOW_MAPS maps
         unsigned int mapSize = 1024;
-        bool alignWithCamera = false;    ///< see LightViewNeeds
+        bool alignWithCamera = false; ///< see LightViewNeeds
     };
 
-    ShadowMap(Settings const & settings, osg::LightSource * light);
+    ShadowMap(Settings const& settings, osg::LightSource* light);
 
-    osg::Object * cloneType() const override { return new ShadowMap(m_settings, nullptr); }
-    osg::Object * clone(osg::CopyOp const &) const override { return new ShadowMap(m_settings, m_light.get()); }
-    char const * className() const override { return "ShadowMap"; }
+    osg::Object* cloneType() const override { return new ShadowMap(m_settings, nullptr); }
+
+    osg::Object* clone(osg::CopyOp const&) const override { return new ShadowMap(m_settings, m_light.get()); }
+
+    char const* className() const override { return "ShadowMap"; }
 
     void init() override;
-    void update(osg::NodeVisitor & visitor) override;
-    void cull(osgUtil::CullVisitor & visitor) override;
+    void update(osg::NodeVisitor& visitor) override;
+    void cull(osgUtil::CullVisitor& visitor) override;
     void cleanSceneGraph() override;
     void resizeGLObjectBuffers(unsigned int maxSize) override;
-    void releaseGLObjects(osg::State * state = nullptr) const override;
+    void releaseGLObjects(osg::State* state = nullptr) const override;
 
 protected:
     ~ShadowMap() override;
@@ -42,16 +44,16 @@ private:
     struct Map;
     struct Maps;
 
-    Maps & mapsFor(osgUtil::CullVisitor & visitor);
+    Maps& mapsFor(osgUtil::CullVisitor& visitor);
     void forgetUnused(unsigned int frame);
-    void drawMap(osgUtil::CullVisitor & visitor, Map & map, osg::Matrixd const & view, osg::Matrixd const & projection);
-    void drawScene(osgUtil::CullVisitor & visitor, osg::StateSet & state);
+    void drawMap(osgUtil::CullVisitor& visitor, Map& map, osg::Matrixd const& view, osg::Matrixd const& projection);
+    void drawScene(osgUtil::CullVisitor& visitor, osg::StateSet& state);
 
     Settings m_settings;
     osg::observer_ptr<osg::LightSource> m_light;
     osg::ref_ptr<osg::StateSet> m_shadowed;   ///< the program that reads the maps
     osg::ref_ptr<osg::StateSet> m_unshadowed; ///< for views in which no shadow can be seen
-    std::map<osg::Camera const *, std::unique_ptr<Maps>> m_maps;
+    std::map<osg::Camera const*, std::unique_ptr<Maps>> m_maps;
 };
 
 } // namespace hyxOSG::decorator

@@ -9,7 +9,7 @@
 namespace hyxOSG::decorator {
 namespace {
 
-ShadowMap::Settings mapSettings(SceneDecorator::ShadowMethod method, ShadingOptions const & shading,
+ShadowMap::Settings mapSettings(SceneDecorator::ShadowMethod method, ShadingOptions const& shading,
                                 unsigned int mapSize) {
     ShadowMap::Settings settings{shading, mapSize, method == SceneDecorator::LIGHTSPACEPERSPECTIVE_SHADOWMAP};
     settings.shading.shadowMaps = method == SceneDecorator::PARALLELLSPLIT_SHADOWMAP ? MAX_SHADOW_MAPS : 1;
@@ -28,7 +28,7 @@ void requireShadowMethod(SceneDecorator::ShadowMethod method) {
 
 osg::ref_ptr<osgShadow::ShadowTechnique> createShadowTechnique(SceneDecorator::ShadowMethod method,
                                                                ShadingOptions shading, unsigned int mapSize,
-                                                               osg::LightSource * light) {
+                                                               osg::LightSource* light) {
     switch (method) {
     case SceneDecorator::NO_SHADOWS:
         return nullptr;

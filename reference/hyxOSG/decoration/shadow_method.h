@@ -15,6 +15,6 @@ void requireShadowMethod(SceneDecorator::ShadowMethod method);
 /// \param shading the lights and highlights; its shadow fields are filled in here
 osg::ref_ptr<osgShadow::ShadowTechnique> createShadowTechnique(SceneDecorator::ShadowMethod method,
                                                                ShadingOptions shading, unsigned int mapSize,
-                                                               osg::LightSource * light);
+                                                               osg::LightSource* light);
 
 } // namespace hyxOSG::decorator

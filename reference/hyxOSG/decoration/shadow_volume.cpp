@@ -1,8 +1,8 @@
 #include "reference/hyxOSG/decoration/shadow_volume.h"
 
-#include "reference/machinery/shading/shading_marks.h"
 #include "reference/hyxOSG/decoration/volume_mesh.h"
 #include "reference/machinery/meshes/stencil_buffer.h"
+#include "reference/machinery/shading/shading_marks.h"
 
 #include <osg/BlendFunc>
 #include <osg/ColorMask>
@@ -46,13 +46,14 @@ void main()
         gl_Position = gl_ProjectionMatrix * vec4(place * hyx_shadowLight.w - hyx_shadowLight.xyz, 0.0);
     }
 })"));
-    program->addShader(new osg::Shader(osg::Shader::FRAGMENT, "#version 120\nvoid main() { gl_FragColor = vec4(0.0); }"));
+    program->addShader(
+        new osg::Shader(osg::Shader::FRAGMENT, "#version 120\nvoid main() { gl_FragColor = vec4(0.0); }"));
     return program;
 }
 
 osg::ref_ptr<osg::StateSet> createCountingState() {
     osg::ref_ptr<osg::StateSet> state = new osg::StateSet;
-    auto * stencil = new osg::StencilTwoSided;
+    auto* stencil = new osg::StencilTwoSided;
     for (auto face : {osg::StencilTwoSided::FRONT, osg::StencilTwoSided::BACK}) {
         stencil->setFunction(face, osg::StencilTwoSided::ALWAYS, 0, ~0u);
         stencil->setWriteMask(face, countBits);
@@ -75,9 +76,9 @@ osg::ref_ptr<osg::StateSet> createCountingState() {
 }
 
 // A rectangle over the whole view that touches only pixels whose stencil value passes.
-osg::ref_ptr<osg::Geometry> createCover(osg::Stencil * stencil, bool darkens, int bin) {
+osg::ref_ptr<osg::Geometry> createCover(osg::Stencil* stencil, bool darkens, int bin) {
     osg::ref_ptr<osg::Geometry> cover = new osg::Geometry;
-    auto * corners = new osg::Vec3Array;
+    auto* corners = new osg::Vec3Array;
     for (float y : {-1.0f, 1.0f})
         for (float x : {-1.0f, 1.0f})
             corners->push_back(osg::Vec3(x, y, 0));
@@ -86,12 +87,12 @@ osg::ref_ptr<osg::Geometry> createCover(osg::Stencil * stencil, bool darkens, in
     cover->setUseDisplayList(false);
     cover->setUseVertexBufferObjects(true);
     cover->setCullingActive(false);
-    auto * program = new osg::Program;
-    program->addShader(
-        new osg::Shader(osg::Shader::VERTEX, "#version 120\nvoid main() { gl_Position = vec4(gl_Vertex.xy, 0.0, 1.0); }"));
+    auto* program = new osg::Program;
+    program->addShader(new osg::Shader(osg::Shader::VERTEX,
+                                       "#version 120\nvoid main() { gl_Position = vec4(gl_Vertex.xy, 0.0, 1.0); }"));
     program->addShader(new osg::Shader(osg::Shader::FRAGMENT, "#version 120\nvoid main() { gl_FragColor = vec4(vec3(" +
                                                                   std::to_string(shadowBrightness) + "), 1.0); }"));
-    osg::StateSet * state = cover->getOrCreateStateSet();
+    osg::StateSet* state = cover->getOrCreateStateSet();
     state->setAttributeAndModes(program, forced);
     state->setAttributeAndModes(stencil, forced);
     state->setAttributeAndModes(new osg::Depth(osg::Depth::ALWAYS, 0, 1, false), forced);
@@ -102,17 +103,17 @@ osg::ref_ptr<osg::Geometry> createCover(osg::Stencil * stencil, bool darkens, in
 }
 
 // Passes where one of the bits is set, and clears the written ones.
-osg::Stencil * clearingStencil(unsigned int bits, unsigned int written) {
-    auto * stencil = new osg::Stencil;
+osg::Stencil* clearingStencil(unsigned int bits, unsigned int written) {
+    auto* stencil = new osg::Stencil;
     stencil->setFunction(osg::Stencil::NOTEQUAL, 0, bits);
     stencil->setOperation(osg::Stencil::KEEP, osg::Stencil::ZERO, osg::Stencil::ZERO);
     stencil->setWriteMask(written);
     return stencil;
 }
 
-unsigned int revisionOf(osg::Drawable const & drawable) {
-    osg::Geometry const * geometry = drawable.asGeometry();
-    osg::Array const * vertices = geometry ? geometry->getVertexArray() : nullptr;
+unsigned int revisionOf(osg::Drawable const& drawable) {
+    osg::Geometry const* geometry = drawable.asGeometry();
+    osg::Array const* vertices = geometry ? geometry->getVertexArray() : nullptr;
     return vertices ? vertices->getModifiedCount() : 0;
 }
 
@@ -121,12 +122,12 @@ unsigned int revisionOf(osg::Drawable const & drawable) {
 /// Draws the volumes of all casters below a node.
 class ShadowVolume::Casters : public osg::NodeVisitor {
 public:
-    Casters(ShadowVolume & technique, osgUtil::CullVisitor & cull)
+    Casters(ShadowVolume& technique, osgUtil::CullVisitor& cull)
         : osg::NodeVisitor(osg::NodeVisitor::TRAVERSE_ACTIVE_CHILDREN), m_technique(technique), m_cull(cull) {
         setTraversalMask(CASTS_SHADOWS);
     }
 
-    void apply(osg::Transform & transform) override {
+    void apply(osg::Transform& transform) override {
         osg::ref_ptr<osg::RefMatrix> const matrix = new osg::RefMatrix(*m_cull.getModelViewMatrix());
         transform.computeLocalToWorldMatrix(*matrix, this);
         m_cull.pushModelViewMatrix(matrix, transform.getReferenceFrame());
@@ -134,18 +135,19 @@ public:
         m_cull.popModelViewMatrix();
     }
 
-    void apply(osg::Drawable & drawable) override {
-        if (osg::Geometry * mesh = m_technique.meshOf(drawable))
+    void apply(osg::Drawable& drawable) override {
+        if (osg::Geometry* mesh = m_technique.meshOf(drawable))
             m_cull.addDrawable(mesh, m_cull.getModelViewMatrix());
     }
 
 private:
-    ShadowVolume & m_technique;
-    osgUtil::CullVisitor & m_cull;
+    ShadowVolume& m_technique;
+    osgUtil::CullVisitor& m_cull;
 };
 
-ShadowVolume::ShadowVolume(osg::LightSource * light)
-    : m_light(light), m_counting(createCountingState()),
+ShadowVolume::ShadowVolume(osg::LightSource* light)
+    : m_light(light),
+      m_counting(createCountingState()),
       m_starting(createCover(clearingStencil(countBits, countBits), false, STARTING_BIN)),
       m_leavingOut(createCover(clearingStencil(leftOutBit, ~0u), false, LEAVING_OUT_BIN)),
       m_darkening(createCover(clearingStencil(countBits, ~0u), true, DARKENING_BIN)) {}
@@ -154,21 +156,23 @@ ShadowVolume::~ShadowVolume() = default;
 
 osg::ref_ptr<osg::StateSet> ShadowVolume::leaveOutState() {
     osg::ref_ptr<osg::StateSet> state = new osg::StateSet;
-    auto * stencil = new osg::Stencil;
+    auto* stencil = new osg::Stencil;
     stencil->setFunction(osg::Stencil::ALWAYS, leftOutBit, ~0u);
     stencil->setOperation(osg::Stencil::KEEP, osg::Stencil::KEEP, osg::Stencil::REPLACE);
     state->setAttributeAndModes(stencil);
     return state;
 }
 
-void ShadowVolume::init() { _dirty = false; }
+void ShadowVolume::init() {
+    _dirty = false;
+}
 
-void ShadowVolume::update(osg::NodeVisitor & visitor) {
+void ShadowVolume::update(osg::NodeVisitor& visitor) {
     forgetUnused();
     _shadowedScene->osg::Group::traverse(visitor);
 }
 
-void ShadowVolume::cull(osgUtil::CullVisitor & visitor) {
+void ShadowVolume::cull(osgUtil::CullVisitor& visitor) {
     _shadowedScene->osg::Group::traverse(visitor);
     osg::ref_ptr<osg::LightSource> light;
     // Without a stencil buffer every pixel would count as shadowed.
@@ -187,12 +191,12 @@ void ShadowVolume::cull(osgUtil::CullVisitor & visitor) {
         _shadowedScene->getChild(i)->accept(casters);
     visitor.popStateSet();
     visitor.popStateSet();
-    for (osg::Geometry * cover : {m_starting.get(), m_leavingOut.get(), m_darkening.get()})
+    for (osg::Geometry* cover : {m_starting.get(), m_leavingOut.get(), m_darkening.get()})
         cover->accept(visitor);
 }
 
-osg::Geometry * ShadowVolume::meshOf(osg::Drawable & drawable) {
-    Mesh & entry = m_meshes[&drawable];
+osg::Geometry* ShadowVolume::meshOf(osg::Drawable& drawable) {
+    Mesh& entry = m_meshes[&drawable];
     unsigned int const revision = revisionOf(drawable);
     if (!entry.source.valid() || entry.source != &drawable || entry.revision != revision) {
         entry.source = &drawable;
@@ -203,25 +207,27 @@ osg::Geometry * ShadowVolume::meshOf(osg::Drawable & drawable) {
 }
 
 void ShadowVolume::forgetUnused() {
-    std::erase_if(m_meshes, [](auto const & entry) { return !entry.second.source.valid(); });
+    std::erase_if(m_meshes, [](auto const& entry) { return !entry.second.source.valid(); });
 }
 
-void ShadowVolume::cleanSceneGraph() { m_meshes.clear(); }
+void ShadowVolume::cleanSceneGraph() {
+    m_meshes.clear();
+}
 
 void ShadowVolume::resizeGLObjectBuffers(unsigned int maxSize) {
-    for (auto const & [drawable, entry] : m_meshes)
+    for (auto const& [drawable, entry] : m_meshes)
         if (entry.mesh)
             entry.mesh->resizeGLObjectBuffers(maxSize);
-    for (osg::Geometry * cover : {m_starting.get(), m_leavingOut.get(), m_darkening.get()})
+    for (osg::Geometry* cover : {m_starting.get(), m_leavingOut.get(), m_darkening.get()})
         cover->resizeGLObjectBuffers(maxSize);
     m_counting->resizeGLObjectBuffers(maxSize);
 }
 
-void ShadowVolume::releaseGLObjects(osg::State * state) const {
-    for (auto const & [drawable, entry] : m_meshes)
+void ShadowVolume::releaseGLObjects(osg::State* state) const {
+    for (auto const& [drawable, entry] : m_meshes)
         if (entry.mesh)
             entry.mesh->releaseGLObjects(state);
-    for (osg::Geometry const * cover : {m_starting.get(), m_leavingOut.get(), m_darkening.get()})
+    for (osg::Geometry const* cover : {m_starting.get(), m_leavingOut.get(), m_darkening.get()})
         cover->releaseGLObjects(state);
     m_counting->releaseGLObjects(state);
 }

@@ -6,8 +6,8 @@
 #include <osg/Depth>
 #include <osg/Geometry>
 #include <osg/Program>
-#include <osg/TextureCubeMap>
 #include <osg/Quat>
+#include <osg/TextureCubeMap>
 
 #include <cmath>
 #include <stdexcept>
@@ -20,13 +20,13 @@ constexpr int skyBin = -50; // behind the scene, before the background
 // The scene's near and far plane and its shadows must not stretch to the sky.
 class NoBounds : public osg::Drawable::ComputeBoundingBoxCallback {
 public:
-    osg::BoundingBox computeBound(osg::Drawable const &) const override { return osg::BoundingBox(); }
+    osg::BoundingBox computeBound(osg::Drawable const&) const override { return osg::BoundingBox(); }
 };
 
-osg::ref_ptr<osg::Geometry> createBox(osg::Quat const & turn, float brightness) {
+osg::ref_ptr<osg::Geometry> createBox(osg::Quat const& turn, float brightness) {
     osg::ref_ptr<osg::Geometry> box = new osg::Geometry;
-    auto * vertices = new osg::Vec3Array;
-    auto * directions = new osg::Vec3Array;
+    auto* vertices = new osg::Vec3Array;
+    auto* directions = new osg::Vec3Array;
     for (int corner = 0; corner < 8; ++corner) {
         osg::Vec3 const point(corner & 1 ? 1 : -1, corner & 2 ? 1 : -1, corner & 4 ? 1 : -1);
         vertices->push_back(turn * point);
@@ -35,7 +35,7 @@ osg::ref_ptr<osg::Geometry> createBox(osg::Quat const & turn, float brightness) 
     }
     box->setVertexArray(vertices);
     box->setTexCoordArray(0, directions);
-    auto * colors = new osg::Vec4Array;
+    auto* colors = new osg::Vec4Array;
     colors->push_back(osg::Vec4(brightness, brightness, brightness, 1));
     box->setColorArray(colors, osg::Array::BIND_OVERALL);
     static GLubyte const faces[] = {0, 1, 3, 0, 3, 2, 4, 6, 7, 4, 7, 5, 0, 4, 5, 0, 5, 1,
@@ -77,7 +77,7 @@ void main()
 
 } // namespace
 
-SkyBox::SkyBox(std::string const & name, std::string const & imagePath, std::string const & imageExtension, double heading,
+SkyBox::SkyBox(std::string const& name, std::string const& imagePath, std::string const& imageExtension, double heading,
                float brightness) {
     if (!std::isfinite(heading))
         throw std::invalid_argument("the sky box's heading must be finite");
@@ -93,7 +93,7 @@ SkyBox::SkyBox(std::string const & name, std::string const & imagePath, std::str
     setNodeMask(~(decorator::CASTS_SHADOWS | decorator::RECEIVES_SHADOWS));
 
     addChild(createBox(osg::Quat(heading, osg::Vec3d(0, 0, 1)), brightness));
-    osg::StateSet * state = getOrCreateStateSet();
+    osg::StateSet* state = getOrCreateStateSet();
     state->setTextureAttribute(0, map, osg::StateAttribute::OVERRIDE);
     state->setAttributeAndModes(createProgram(), osg::StateAttribute::OVERRIDE | osg::StateAttribute::ON);
     state->addUniform(new osg::Uniform("hyx_sky", 0));

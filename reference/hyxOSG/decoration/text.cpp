@@ -11,7 +11,7 @@
 namespace hyxOSG {
 namespace {
 
-void requireEnumerator(int value, int last, char const * what) {
+void requireEnumerator(int value, int last, char const* what) {
     if (value < 0 || value > last)
         throw std::invalid_argument(std::string("no ") + what + " has the value " + std::to_string(value) +
                                     "; use one of 0 to " + std::to_string(last));
@@ -35,7 +35,7 @@ Text::Text() : m_text(createDrawable()) {
     getOrCreateStateSet()->setMode(GL_LIGHTING, osg::StateAttribute::OFF);
 }
 
-Text::Text(hyx::String const & text, hyx::Vec3 const & position, hyx::Vec4 const & color) : Text() {
+Text::Text(hyx::String const& text, hyx::Vec3 const& position, hyx::Vec4 const& color) : Text() {
     setText(text);
     setPosition(position);
     m_text->setColor(toOsg(color));
@@ -43,7 +43,7 @@ Text::Text(hyx::String const & text, hyx::Vec3 const & position, hyx::Vec4 const
 
 Text::~Text() = default;
 
-void Text::setFont(hyx::String const & font) {
+void Text::setFont(hyx::String const& font) {
     if (osg::ref_ptr<osgText::Font> const found = decorator::findFont(font))
         m_text->setFont(found);
 }
@@ -54,9 +54,11 @@ void Text::setCharacterSize(float size) {
     m_text->setCharacterSize(size);
 }
 
-void Text::setColor(hyx::Vec4f const & color) { m_text->setColor(toOsg(color)); }
+void Text::setColor(hyx::Vec4f const& color) {
+    m_text->setColor(toOsg(color));
+}
 
-void Text::setPosition(hyx::Vec3 const & position) {
+void Text::setPosition(hyx::Vec3 const& position) {
     if (!std::isfinite(position.x + position.y + position.z))
         throw std::invalid_argument("the text's position must be finite");
     m_text->setPosition(toOsg(position));
@@ -79,19 +81,21 @@ void Text::setDrawMode(DrawModeMask mask) {
     m_text->update(); // frame and cross are made with the glyphs
 }
 
-void Text::setText(hyx::String const & text) { m_text->setText(text, osgText::String::ENCODING_UTF8); }
+void Text::setText(hyx::String const& text) {
+    m_text->setText(text, osgText::String::ENCODING_UTF8);
+}
 
 void Text::setAlignment(AlignmentType alignment) {
     requireEnumerator(alignment, RIGHT_BOTTOM_BASE_LINE, "alignment");
     m_text->setAlignment(static_cast<osgText::Text::AlignmentType>(alignment));
 }
 
-void Text_reference(Text * text) {
+void Text_reference(Text* text) {
     if (text)
         text->ref();
 }
 
-void Text_unreference(Text * text) {
+void Text_unreference(Text* text) {
     if (text)
         text->unref();
 }

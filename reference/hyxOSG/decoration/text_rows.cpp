@@ -19,8 +19,8 @@ TextRows::TextRows() : m_geode(new osg::Geode) {
     setFontName("DejaVuSans");
 }
 
-void TextRows::setText(int row, std::string const & text, osg::Vec4 const & color) {
-    osg::ref_ptr<osgText::Text> & entry = m_rows[row];
+void TextRows::setText(int row, std::string const& text, osg::Vec4 const& color) {
+    osg::ref_ptr<osgText::Text>& entry = m_rows[row];
     if (text.empty()) {
         m_geode->removeChild(entry);
         m_rows.erase(row);
@@ -42,7 +42,7 @@ void TextRows::clear() {
     m_rows.clear();
 }
 
-void TextRows::setFontName(std::string const & name) {
+void TextRows::setFontName(std::string const& name) {
     m_fontName = name;
     m_font = findFont(name);
     m_changed = true;
@@ -53,14 +53,14 @@ void TextRows::setFontSize(float size) {
     m_changed = true;
 }
 
-void TextRows::layOut(osg::Vec2f const & window, float scale) {
+void TextRows::layOut(osg::Vec2f const& window, float scale) {
     if (!m_changed && window == m_window && scale == m_scale)
         return;
     m_changed = false;
     m_window = window;
     m_scale = scale;
     float const size = m_fontSize * scale;
-    for (auto const & [row, text] : m_rows) {
+    for (auto const& [row, text] : m_rows) {
         text->setFont(m_font);
         text->setCharacterSize(size);
         text->setFontResolution(std::lround(size), std::lround(size));

@@ -18,19 +18,22 @@ public:
 
     TextRows();
 
-    osg::Node * node() { return m_geode; }
+    osg::Node* node() { return m_geode; }
 
     /// An empty text clears the row.
-    void setText(int row, std::string const & text, osg::Vec4 const & color);
+    void setText(int row, std::string const& text, osg::Vec4 const& color);
     void clear();
 
-    void setFontName(std::string const & name);
-    std::string const & fontName() const { return m_fontName; }
+    void setFontName(std::string const& name);
+
+    std::string const& fontName() const { return m_fontName; }
+
     void setFontSize(float size);
+
     float fontSize() const { return m_fontSize; }
 
     /// Places the rows after a change of text, font or window.
-    void layOut(osg::Vec2f const & window, float scale);
+    void layOut(osg::Vec2f const& window, float scale);
 
 private:
     std::map<int, osg::ref_ptr<osgText::Text>> m_rows;

@@ -12,13 +12,13 @@ struct Prisms {
     osg::ref_ptr<osg::DrawElementsUInt> triangles = new osg::DrawElementsUInt(GL_TRIANGLES);
 
     // The last argument came and went with the versions of the scene-graph library.
-    void operator()(osg::Vec3 const & a, osg::Vec3 const & b, osg::Vec3 const & c, bool = false) {
+    void operator()(osg::Vec3 const& a, osg::Vec3 const& b, osg::Vec3 const& c, bool = false) {
         osg::Vec3 const normal = (b - a) ^ (c - a);
         if (normal.length2() == 0)
             return;
         auto const first = static_cast<unsigned int>(places->size());
         for (float stays : {1.0f, 0.0f})
-            for (osg::Vec3 const & corner : {a, b, c}) {
+            for (osg::Vec3 const& corner : {a, b, c}) {
                 places->push_back(osg::Vec4(corner, stays));
                 normals->push_back(normal);
                 middles->push_back((a + b + c) / 3.0f);
@@ -32,7 +32,7 @@ struct Prisms {
 
 } // namespace
 
-osg::ref_ptr<osg::Geometry> createVolumeMesh(osg::Drawable & drawable) {
+osg::ref_ptr<osg::Geometry> createVolumeMesh(osg::Drawable& drawable) {
     osg::TriangleFunctor<Prisms> prisms;
     drawable.accept(prisms);
     if (prisms.triangles->empty())

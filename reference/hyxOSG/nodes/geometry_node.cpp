@@ -16,7 +16,7 @@ void checkFlag(GeometryNode::RenderFlag flag) {
                                     " does not exist, use 1 (RENDER_DATA) or 2 (GEOMETRY_DATA)");
 }
 
-void dropFromIndex(hyxCollide::Geometry const * geometry, GeometryNode const * node) {
+void dropFromIndex(hyxCollide::Geometry const* geometry, GeometryNode const* node) {
     auto const [first, last] = geometryNodeIndex().equal_range(geometry);
     for (auto place = first; place != last; ++place)
         if (place->second == node) {
@@ -25,43 +25,39 @@ void dropFromIndex(hyxCollide::Geometry const * geometry, GeometryNode const * n
         }
 }
 
-}
+} // namespace
 
-GeometryNodeIndex & geometryNodeIndex() {
-    static auto & index = *new GeometryNodeIndex;
+GeometryNodeIndex& geometryNodeIndex() {
+    static auto& index = *new GeometryNodeIndex;
     return index;
 }
 
 struct GeometryNode::Impl {
-    hyxCollide::Geometry * geometry = nullptr; // forgotten when its remove event tells of its end
+    hyxCollide::Geometry* geometry = nullptr; // forgotten when its remove event tells of its end
     bool autoRemove = true;
     RenderFlag selected = GEOMETRY_DATA;
     osg::ref_ptr<osg::Node> renderData, geometryData;
     hyxCollide::Geometry::RemoveEvent::CallbackType removal;
     hyxCollide::Geometry::ShapeChangeEvent::CallbackType shapeChange;
 
-    osg::ref_ptr<osg::Node> & child(RenderFlag flag) { return flag == RENDER_DATA ? renderData : geometryData; }
+    osg::ref_ptr<osg::Node>& child(RenderFlag flag) { return flag == RENDER_DATA ? renderData : geometryData; }
 };
 
-GeometryNode::GeometryNode()
-    : m_impl(std::make_unique<Impl>()) {
+GeometryNode::GeometryNode() : m_impl(std::make_unique<Impl>()) {
     listen();
 }
 
-GeometryNode::GeometryNode(hyxCollide::Geometry * geometry)
-    : GeometryNode() {
+GeometryNode::GeometryNode(hyxCollide::Geometry* geometry) : GeometryNode() {
     setGeometry(geometry);
 }
 
-GeometryNode::GeometryNode(GeometryNode const & other, osg::CopyOp const & copyOperation)
-    : osg::MatrixTransform(other, copyOperation)
-    , shapeCallback(other.shapeCallback)
-    , m_impl(std::make_unique<Impl>()) {
+GeometryNode::GeometryNode(GeometryNode const& other, osg::CopyOp const& copyOperation)
+    : osg::MatrixTransform(other, copyOperation), shapeCallback(other.shapeCallback), m_impl(std::make_unique<Impl>()) {
     listen();
     m_impl->autoRemove = other.m_impl->autoRemove;
     m_impl->selected = other.m_impl->selected;
     for (RenderFlag const flag : {RENDER_DATA, GEOMETRY_DATA}) {
-        osg::Node * const source = other.m_impl->child(flag);
+        osg::Node* const source = other.m_impl->child(flag);
         unsigned int const place = source ? other.getChildIndex(source) : other.getNumChildren();
         m_impl->child(flag) = place < getNumChildren() ? getChild(place) : copyOperation(source);
     }
@@ -75,8 +71,8 @@ GeometryNode::~GeometryNode() {
 void GeometryNode::listen() {
     // Counted as a child with updates of its own, the node is visited by each update traversal.
     setNumChildrenRequiringUpdateTraversal(getNumChildrenRequiringUpdateTraversal() + 1);
-    m_impl->shapeChange = {[this](hyxCollide::Geometry const * geometry) { shapeCallback(geometry); }};
-    m_impl->removal = {[this](hyxCollide::Geometry const * geometry) {
+    m_impl->shapeChange = {[this](hyxCollide::Geometry const* geometry) { shapeCallback(geometry); }};
+    m_impl->removal = {[this](hyxCollide::Geometry const* geometry) {
         // The one reference is that of who tells of the end; a geometry without a body and another holder lives on.
         bool const ends = geometry->getReferenceCount() <= 1 && !geometry->getRigidBody();
         if (ends)
@@ -86,8 +82,8 @@ void GeometryNode::listen() {
     }};
 }
 
-void GeometryNode::setGeometry(hyxCollide::Geometry * geometry) {
-    hyxCollide::Geometry *& present = m_impl->geometry;
+void GeometryNode::setGeometry(hyxCollide::Geometry* geometry) {
+    hyxCollide::Geometry*& present = m_impl->geometry;
     if (geometry == present)
         return;
     if (present) {
@@ -104,21 +100,23 @@ void GeometryNode::setGeometry(hyxCollide::Geometry * geometry) {
     }
 }
 
-hyxCollide::Geometry * GeometryNode::getGeometry() {
+hyxCollide::Geometry* GeometryNode::getGeometry() {
     return m_impl->geometry;
 }
-hyxCollide::Geometry const * GeometryNode::getGeometry() const {
+
+hyxCollide::Geometry const* GeometryNode::getGeometry() const {
     return m_impl->geometry;
 }
 
 void GeometryNode::setAutoRemove(bool autoRemove) {
     m_impl->autoRemove = autoRemove;
 }
+
 bool GeometryNode::getAutoRemove() const {
     return m_impl->autoRemove;
 }
 
-void GeometryNode::removeNode(hyxCollide::Space *, hyxCollide::Geometry * geometry) {
+void GeometryNode::removeNode(hyxCollide::Space*, hyxCollide::Geometry* geometry) {
     if (m_impl->autoRemove && geometry && geometry == m_impl->geometry)
         removeFromParents();
 }
@@ -141,10 +139,10 @@ void GeometryNode::updateTransform() {
 
 void GeometryNode::selectRenderChild(RenderFlag flag) {
     checkFlag(flag);
-    if (osg::Node * const hidden = m_impl->child(m_impl->selected))
+    if (osg::Node* const hidden = m_impl->child(m_impl->selected))
         removeChild(hidden);
     m_impl->selected = flag;
-    if (osg::Node * const shown = m_impl->child(flag))
+    if (osg::Node* const shown = m_impl->child(flag))
         insertChild(0, shown);
 }
 
@@ -152,9 +150,9 @@ GeometryNode::RenderFlag GeometryNode::getSelectedRenderChild() const {
     return m_impl->selected;
 }
 
-void GeometryNode::setRenderChild(RenderFlag flag, osg::Node * node) {
+void GeometryNode::setRenderChild(RenderFlag flag, osg::Node* node) {
     checkFlag(flag);
-    osg::ref_ptr<osg::Node> & place = m_impl->child(flag);
+    osg::ref_ptr<osg::Node>& place = m_impl->child(flag);
     if (place == node)
         return;
     bool const shown = flag == m_impl->selected;
@@ -165,33 +163,37 @@ void GeometryNode::setRenderChild(RenderFlag flag, osg::Node * node) {
         insertChild(0, place);
 }
 
-osg::Node * GeometryNode::getRenderChild(RenderFlag flag) {
+osg::Node* GeometryNode::getRenderChild(RenderFlag flag) {
     checkFlag(flag);
     return m_impl->child(flag);
 }
 
-osg::Node const * GeometryNode::getRenderChild(RenderFlag flag) const {
+osg::Node const* GeometryNode::getRenderChild(RenderFlag flag) const {
     checkFlag(flag);
     return m_impl->child(flag);
 }
 
-osg::Object * GeometryNode::cloneType() const {
+osg::Object* GeometryNode::cloneType() const {
     return new GeometryNode;
 }
-osg::Object * GeometryNode::clone(osg::CopyOp const & copyOperation) const {
+
+osg::Object* GeometryNode::clone(osg::CopyOp const& copyOperation) const {
     return new GeometryNode(*this, copyOperation);
 }
-bool GeometryNode::isSameKindAs(osg::Object const * object) const {
-    return dynamic_cast<GeometryNode const *>(object);
+
+bool GeometryNode::isSameKindAs(osg::Object const* object) const {
+    return dynamic_cast<GeometryNode const*>(object);
 }
-char const * GeometryNode::className() const {
+
+char const* GeometryNode::className() const {
     return "GeometryNode";
 }
-char const * GeometryNode::libraryName() const {
+
+char const* GeometryNode::libraryName() const {
     return "hyxOSG";
 }
 
-void GeometryNode::traverse(osg::NodeVisitor & visitor) {
+void GeometryNode::traverse(osg::NodeVisitor& visitor) {
     bool const updates = visitor.getVisitorType() == osg::NodeVisitor::UPDATE_VISITOR;
     if (updates)
         updateTransform();
@@ -200,4 +202,4 @@ void GeometryNode::traverse(osg::NodeVisitor & visitor) {
         osg::MatrixTransform::traverse(visitor);
 }
 
-}
+} // namespace hyxOSG

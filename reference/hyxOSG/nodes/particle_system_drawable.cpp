@@ -1,8 +1,8 @@
 #include "platform/hyxOSG/nodes/particle_system_drawable.h"
 
 #include "platform/hyx/particles/particle_system.h"
-#include "reference/machinery/meshes/sphere_impostors.h"
 #include "reference/machinery/meshes/conversions.h"
+#include "reference/machinery/meshes/sphere_impostors.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -14,7 +14,7 @@ namespace {
 ParticleSystemDrawable::ParticleRenderingMode allowedMode = ParticleSystemDrawable::TRIANGLES;
 
 template <class Mode>
-Mode checked(Mode mode, Mode last, char const * what) {
+Mode checked(Mode mode, Mode last, char const* what) {
     if (static_cast<int>(mode) < 0 || mode > last)
         throw std::invalid_argument(std::string(what) + " mode " + std::to_string(static_cast<int>(mode)) +
                                     " does not exist, use 0 to " + std::to_string(static_cast<int>(last)));
@@ -23,12 +23,12 @@ Mode checked(Mode mode, Mode last, char const * what) {
 
 /// Reads the particles at every update traversal.
 struct ReadParticles : osg::DrawableUpdateCallback {
-    void update(osg::NodeVisitor *, osg::Drawable * drawable) override {
-        static_cast<ParticleSystemDrawable *>(drawable)->update();
+    void update(osg::NodeVisitor*, osg::Drawable* drawable) override {
+        static_cast<ParticleSystemDrawable*>(drawable)->update();
     }
 };
 
-}
+} // namespace
 
 struct ParticleSystemDrawable::Impl {
     hyx::ref_ptr<hyx::ParticleSystem> system;
@@ -38,11 +38,10 @@ struct ParticleSystemDrawable::Impl {
     SphereImpostors impostors;
 };
 
-ParticleSystemDrawable::ParticleSystemDrawable()
-    : ParticleSystemDrawable(nullptr) {}
+ParticleSystemDrawable::ParticleSystemDrawable() : ParticleSystemDrawable(nullptr) {}
 
-ParticleSystemDrawable::ParticleSystemDrawable(hyx::ParticleSystem * particleSystem,
-                                               ParticleRenderingMode renderingMode, ParticleShaderMode shaderMode)
+ParticleSystemDrawable::ParticleSystemDrawable(hyx::ParticleSystem* particleSystem, ParticleRenderingMode renderingMode,
+                                               ParticleShaderMode shaderMode)
     : m_impl(std::make_unique<Impl>()) {
     m_impl->system = particleSystem;
     m_impl->renderingMode = checked(renderingMode, TRIANGLES, "rendering");
@@ -55,7 +54,7 @@ ParticleSystemDrawable::ParticleSystemDrawable(hyx::ParticleSystem * particleSys
     update();
 }
 
-ParticleSystemDrawable::ParticleSystemDrawable(ParticleSystemDrawable const & other, osg::CopyOp const &)
+ParticleSystemDrawable::ParticleSystemDrawable(ParticleSystemDrawable const& other, osg::CopyOp const&)
     : ParticleSystemDrawable(other.m_impl->system, other.m_impl->renderingMode, other.m_impl->shaderMode) {
     setName(other.getName());
     setNodeMask(other.getNodeMask());
@@ -80,10 +79,12 @@ ParticleSystemDrawable::ParticleRenderingMode ParticleSystemDrawable::getParticl
 void ParticleSystemDrawable::setEnable(bool enable) {
     m_impl->enabled = enable;
 }
+
 bool ParticleSystemDrawable::getEnable() const {
     return m_impl->enabled;
 }
-hyx::ParticleSystem * ParticleSystemDrawable::getParticleSystem() const {
+
+hyx::ParticleSystem* ParticleSystemDrawable::getParticleSystem() const {
     return m_impl->system;
 }
 
@@ -95,23 +96,27 @@ ParticleSystemDrawable::ParticleRenderingMode ParticleSystemDrawable::getAllowed
     return allowedMode;
 }
 
-osg::Object * ParticleSystemDrawable::cloneType() const {
+osg::Object* ParticleSystemDrawable::cloneType() const {
     return new ParticleSystemDrawable;
 }
-osg::Object * ParticleSystemDrawable::clone(osg::CopyOp const & copyOperation) const {
+
+osg::Object* ParticleSystemDrawable::clone(osg::CopyOp const& copyOperation) const {
     return new ParticleSystemDrawable(*this, copyOperation);
 }
-bool ParticleSystemDrawable::isSameKindAs(osg::Object const * object) const {
-    return dynamic_cast<ParticleSystemDrawable const *>(object);
+
+bool ParticleSystemDrawable::isSameKindAs(osg::Object const* object) const {
+    return dynamic_cast<ParticleSystemDrawable const*>(object);
 }
-char const * ParticleSystemDrawable::libraryName() const {
+
+char const* ParticleSystemDrawable::libraryName() const {
     return "hyxOSG";
 }
-char const * ParticleSystemDrawable::className() const {
+
+char const* ParticleSystemDrawable::className() const {
     return "ParticleSystemDrawable";
 }
 
-void ParticleSystemDrawable::drawImplementation(osg::RenderInfo & renderInfo) const {
+void ParticleSystemDrawable::drawImplementation(osg::RenderInfo& renderInfo) const {
     if (m_impl->enabled)
         m_impl->impostors.draw(renderInfo, getParticleRenderingMode());
 }
@@ -122,19 +127,19 @@ osg::BoundingBox ParticleSystemDrawable::computeBoundingBox() const {
 
 void ParticleSystemDrawable::update() {
     bool const shown = m_impl->enabled && m_impl->system && m_impl->system->getEnable();
-    SphereImpostors & impostors = m_impl->impostors;
+    SphereImpostors& impostors = m_impl->impostors;
     impostors.begin(shown ? m_impl->system->getNumParticles() : 0);
     if (shown)
-        for (hyx::Particle const & particle : static_cast<hyx::ParticleSystem const &>(*m_impl->system).getParticles())
+        for (hyx::Particle const& particle : static_cast<hyx::ParticleSystem const&>(*m_impl->system).getParticles())
             impostors.add(toOsg(particle.position), static_cast<float>(particle.radius), toOsg(particle.color),
                           toOsg(particle.rotation));
     impostors.end();
     dirtyBound();
 }
 
-void ParticleSystemDrawable::releaseGLObjects(osg::State * state) const {
+void ParticleSystemDrawable::releaseGLObjects(osg::State* state) const {
     osg::Drawable::releaseGLObjects(state);
     m_impl->impostors.releaseGLObjects(state);
 }
 
-}
+} // namespace hyxOSG

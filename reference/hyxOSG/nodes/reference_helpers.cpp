@@ -5,31 +5,34 @@
 
 namespace {
 
-void take(osg::Referenced const * object) {
+void take(osg::Referenced const* object) {
     if (object)
         object->ref();
 }
 
-void release(osg::Referenced const * object) {
+void release(osg::Referenced const* object) {
     if (object)
         object->unref();
 }
 
-}
+} // namespace
 
 namespace hyxOSG {
 
-void GeometryNode_reference(GeometryNode * node) {
+void GeometryNode_reference(GeometryNode* node) {
     take(node);
 }
-void GeometryNode_unreference(GeometryNode * node) {
+
+void GeometryNode_unreference(GeometryNode* node) {
     release(node);
 }
-void Transform_reference(Transform * transform) {
+
+void Transform_reference(Transform* transform) {
     take(transform);
 }
-void Transform_unreference(Transform * transform) {
+
+void Transform_unreference(Transform* transform) {
     release(transform);
 }
 
-}
+} // namespace hyxOSG

@@ -2,15 +2,16 @@
 
 namespace hyxOSG {
 
-Texture2D::Texture2D(osg::Texture2D * texture)
-    : m_texture(texture) {}
+Texture2D::Texture2D(osg::Texture2D* texture) : m_texture(texture) {}
+
 Texture2D::~Texture2D() = default;
 
-osg::Texture2D * Texture2D::getTexture() {
-    return m_texture;
-}
-osg::Texture2D const * Texture2D::getTexture() const {
+osg::Texture2D* Texture2D::getTexture() {
     return m_texture;
 }
 
+osg::Texture2D const* Texture2D::getTexture() const {
+    return m_texture;
 }
+
+} // namespace hyxOSG

@@ -9,37 +9,36 @@
 
 namespace hyxOSG {
 
-Transform::Transform()
-    : m_scale(1, 1, 1) {}
+Transform::Transform() : m_scale(1, 1, 1) {}
 
-Transform::Transform(Transform const & other, osg::CopyOp const & copyOperation)
-    : osg::MatrixTransform(other, copyOperation)
-    , m_scale(other.m_scale)
-    , m_rotation(other.m_rotation)
-    , m_translation(other.m_translation) {}
+Transform::Transform(Transform const& other, osg::CopyOp const& copyOperation)
+    : osg::MatrixTransform(other, copyOperation),
+      m_scale(other.m_scale),
+      m_rotation(other.m_rotation),
+      m_translation(other.m_translation) {}
 
 Transform::~Transform() = default;
 
-void Transform::setName(std::string const & name) {
+void Transform::setName(std::string const& name) {
     osg::MatrixTransform::setName(name);
 }
 
-bool Transform::addChild(osg::Node * child) {
+bool Transform::addChild(osg::Node* child) {
     return child && !containsNode(child) && !isAbove(child, *this) && osg::MatrixTransform::addChild(child);
 }
 
-bool Transform::addChild(GeometryNode * child) {
-    return addChild(static_cast<osg::Node *>(child));
+bool Transform::addChild(GeometryNode* child) {
+    return addChild(static_cast<osg::Node*>(child));
 }
 
-void Transform::setMatrix(hyx::AffineMatrix4x4 const & matrix) {
+void Transform::setMatrix(hyx::AffineMatrix4x4 const& matrix) {
     osg::Matrixd const value = toOsg(matrix);
     osg::Quat scaleOrientation;
     value.decompose(m_translation, m_rotation, m_scale, scaleOrientation);
     osg::MatrixTransform::setMatrix(value);
 }
 
-void Transform::setScale(hyx::Vec3 const & scale) {
+void Transform::setScale(hyx::Vec3 const& scale) {
     for (double const factor : {scale.x, scale.y, scale.z})
         if (factor == 0 || !std::isfinite(factor))
             throw std::invalid_argument("scale factors must be numbers other than 0");
@@ -47,12 +46,12 @@ void Transform::setScale(hyx::Vec3 const & scale) {
     compose();
 }
 
-void Transform::setTranslate(hyx::Vec3 const & translation) {
+void Transform::setTranslate(hyx::Vec3 const& translation) {
     m_translation = toOsg(translation);
     compose();
 }
 
-void Transform::setRotate(hyx::Quat const & rotation) {
+void Transform::setRotate(hyx::Quat const& rotation) {
     osg::Quat const value = toOsg(rotation);
     double const length = value.length();
     if (!(length > 0) || !std::isfinite(length))
@@ -66,4 +65,4 @@ void Transform::compose() {
                                     osg::Matrixd::translate(m_translation));
 }
 
-}
+} // namespace hyxOSG

@@ -13,7 +13,7 @@ GuiEventListener::GuiEventListener(hyxSDK::GuiEventListener::ActivationMask mask
 
 GuiEventListener::~GuiEventListener() = default;
 
-hyxSDK::PickResult GuiEventListener::intersect(float x, float y, osg::Camera const * camera, bool all) {
+hyxSDK::PickResult GuiEventListener::intersect(float x, float y, osg::Camera const* camera, bool all) {
     if (camera) {
         osg::Vec3d const eye = camera->getInverseViewMatrix().getTrans();
         m_eye.set(eye.x(), eye.y(), eye.z());
@@ -21,7 +21,7 @@ hyxSDK::PickResult GuiEventListener::intersect(float x, float y, osg::Camera con
     return input::pickUnder(getSimulation(), camera, x, y, all);
 }
 
-size_t GuiEventListener::findIntersectGeometryIndex(hyxCollide::LocalGeometryContactVector const & contacts) {
+size_t GuiEventListener::findIntersectGeometryIndex(hyxCollide::LocalGeometryContactVector const& contacts) {
     size_t nearest = contacts.size();
     double shortest = std::numeric_limits<double>::infinity();
     for (size_t i = 0; i < contacts.size(); ++i) {
@@ -36,8 +36,8 @@ size_t GuiEventListener::findIntersectGeometryIndex(hyxCollide::LocalGeometryCon
     return nearest;
 }
 
-void GuiEventListener::getNearFarPoints(osg::Camera const * camera, hyx::Vec3 & nearPoint, hyx::Vec3 & farPoint,
-                                        float x, float y) {
+void GuiEventListener::getNearFarPoints(osg::Camera const* camera, hyx::Vec3& nearPoint, hyx::Vec3& farPoint, float x,
+                                        float y) {
     hyxOSG::getNearFarPoints(camera, x, y, nearPoint, farPoint);
 }
 

@@ -13,14 +13,16 @@
 namespace hyxOSG::input {
 namespace {
 
-constexpr double frequency = 12;       // rad/s of the spring with the body on it
+constexpr double frequency = 12;            // rad/s of the spring with the body on it
 constexpr double largestAcceleration = 300; // m/s2 that the spring gives at most
 
 } // namespace
 
-MouseSpring::~MouseSpring() { release(); }
+MouseSpring::~MouseSpring() {
+    release();
+}
 
-bool MouseSpring::attach(hyx::RigidBody * body, hyx::Vec3 const & worldPoint) {
+bool MouseSpring::attach(hyx::RigidBody* body, hyx::Vec3 const& worldPoint) {
     release();
     if (!body || !body->getSimulation() || !body->isEnabled() || body->getMotionControl() != hyx::RigidBody::DYNAMICS)
         return false;
@@ -43,9 +45,11 @@ void MouseSpring::release() {
     m_body = nullptr;
 }
 
-bool MouseSpring::holds() const { return m_joint && m_body->getSimulation() && m_joint->getSimulation(); }
+bool MouseSpring::holds() const {
+    return m_joint && m_body->getSimulation() && m_joint->getSimulation();
+}
 
-void MouseSpring::setTarget(hyx::Vec3 const & worldPoint) {
+void MouseSpring::setTarget(hyx::Vec3 const& worldPoint) {
     m_target = worldPoint;
     if (!holds())
         return;
@@ -59,9 +63,9 @@ hyx::Vec3 MouseSpring::heldPoint() const {
 
 SpringPicture::SpringPicture(float radius) : m_group(new osg::Group) {
     m_group->setName("PickHandler mouse spring");
-    auto * line = new osg::Geometry;
+    auto* line = new osg::Geometry;
     line->setVertexArray(new osg::Vec3Array(2));
-    auto * color = new osg::Vec4Array;
+    auto* color = new osg::Vec4Array;
     color->push_back(osg::Vec4(1, 0.55f, 0.1f, 1));
     line->setColorArray(color, osg::Array::BIND_OVERALL);
     line->addPrimitiveSet(new osg::DrawArrays(GL_LINES, 0, 2));
@@ -72,11 +76,11 @@ SpringPicture::SpringPicture(float radius) : m_group(new osg::Group) {
     osg::ref_ptr<osg::ShapeDrawable> const ball = new osg::ShapeDrawable(new osg::Sphere(osg::Vec3(), radius));
     ball->setColor(color->front());
     for (int end = 0; end < 2; ++end) {
-        auto * place = new osg::MatrixTransform;
+        auto* place = new osg::MatrixTransform;
         place->addChild(ball);
         m_group->addChild(place);
     }
-    osg::StateSet * state = m_group->getOrCreateStateSet();
+    osg::StateSet* state = m_group->getOrCreateStateSet();
     state->setMode(GL_LIGHTING, osg::StateAttribute::OFF);
     state->setAttributeAndModes(new osg::LineWidth(2));
     state->setAttributeAndModes(new osg::Depth(osg::Depth::ALWAYS));
@@ -84,19 +88,21 @@ SpringPicture::SpringPicture(float radius) : m_group(new osg::Group) {
     hide();
 }
 
-void SpringPicture::show(hyx::Vec3 const & held, hyx::Vec3 const & target) {
-    auto & line = static_cast<osg::Geometry &>(*m_group->getChild(0));
-    auto & ends = static_cast<osg::Vec3Array &>(*line.getVertexArray());
+void SpringPicture::show(hyx::Vec3 const& held, hyx::Vec3 const& target) {
+    auto& line = static_cast<osg::Geometry&>(*m_group->getChild(0));
+    auto& ends = static_cast<osg::Vec3Array&>(*line.getVertexArray());
     osg::Vec3d const places[] = {toOsg(held), toOsg(target)};
     for (unsigned int end = 0; end < 2; ++end) {
         ends[end] = places[end];
-        static_cast<osg::MatrixTransform &>(*m_group->getChild(1 + end)).setMatrix(osg::Matrix::translate(places[end]));
+        static_cast<osg::MatrixTransform&>(*m_group->getChild(1 + end)).setMatrix(osg::Matrix::translate(places[end]));
     }
     ends.dirty();
     line.dirtyBound();
     m_group->setNodeMask(0x2); // seen with the scene, without part in the shadows
 }
 
-void SpringPicture::hide() { m_group->setNodeMask(0); }
+void SpringPicture::hide() {
+    m_group->setNodeMask(0);
+}
 
 } // namespace hyxOSG::input

@@ -1,14 +1,14 @@
 #pragma once
 /// The spring between the pointer and a body.
 
-#include "platform/hyx/joints/ball_joint.h"
 #include "platform/hyx/bodies/rigid_body.h"
+#include "platform/hyx/joints/ball_joint.h"
 
 #include <osg/Group>
 
 namespace hyxSDK {
 class Simulation;
-}
+} // namespace hyxSDK
 
 namespace hyxOSG::input {
 
@@ -19,13 +19,15 @@ public:
     ~MouseSpring();
 
     /// Takes hold of a point of the world on a body; only a body moved by forces, in a simulation, can be held.
-    bool attach(hyx::RigidBody * body, hyx::Vec3 const & worldPoint);
+    bool attach(hyx::RigidBody* body, hyx::Vec3 const& worldPoint);
     void release();
     /// False as soon as the body has left its simulation.
     bool holds() const;
 
-    void setTarget(hyx::Vec3 const & worldPoint);
+    void setTarget(hyx::Vec3 const& worldPoint);
+
     hyx::Vec3 target() const { return m_target; }
+
     /// The held point of the body, in the world.
     hyx::Vec3 heldPoint() const;
 
@@ -40,8 +42,9 @@ class SpringPicture {
 public:
     explicit SpringPicture(float radius);
 
-    osg::Node * node() { return m_group; }
-    void show(hyx::Vec3 const & held, hyx::Vec3 const & target);
+    osg::Node* node() { return m_group; }
+
+    void show(hyx::Vec3 const& held, hyx::Vec3 const& target);
     void hide();
 
 private:

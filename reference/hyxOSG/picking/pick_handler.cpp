@@ -22,19 +22,26 @@ using Key = osgGA::GUIEventAdapter;
 // The bit that a modifier key itself has in the key mask; 0 for other keys.
 unsigned int modifierBit(int key) {
     switch (key) {
-    case Key::KEY_Shift_L: return Key::MODKEY_LEFT_SHIFT;
-    case Key::KEY_Shift_R: return Key::MODKEY_RIGHT_SHIFT;
-    case Key::KEY_Control_L: return Key::MODKEY_LEFT_CTRL;
-    case Key::KEY_Control_R: return Key::MODKEY_RIGHT_CTRL;
-    case Key::KEY_Alt_L: return Key::MODKEY_LEFT_ALT;
-    case Key::KEY_Alt_R: return Key::MODKEY_RIGHT_ALT;
-    default: return 0;
+    case Key::KEY_Shift_L:
+        return Key::MODKEY_LEFT_SHIFT;
+    case Key::KEY_Shift_R:
+        return Key::MODKEY_RIGHT_SHIFT;
+    case Key::KEY_Control_L:
+        return Key::MODKEY_LEFT_CTRL;
+    case Key::KEY_Control_R:
+        return Key::MODKEY_RIGHT_CTRL;
+    case Key::KEY_Alt_L:
+        return Key::MODKEY_LEFT_ALT;
+    case Key::KEY_Alt_R:
+        return Key::MODKEY_RIGHT_ALT;
+    default:
+        return 0;
     }
 }
 
 // Where the line through two points meets the plane at right angles to a direction; nothing when it runs along it.
-bool meetPlane(hyx::Vec3 const & from, hyx::Vec3 const & to, hyx::Vec3 const & point, hyx::Vec3 const & direction,
-               hyx::Vec3 & meeting) {
+bool meetPlane(hyx::Vec3 const& from, hyx::Vec3 const& to, hyx::Vec3 const& point, hyx::Vec3 const& direction,
+               hyx::Vec3& meeting) {
     double const along = direction.dot(to - from);
     if (std::abs(along) < 1e-12)
         return false;
@@ -82,35 +89,55 @@ struct PickHandler::Impl {
     }
 };
 
-PickHandler::PickHandler(osgViewer::Viewer * viewer, osg::Group * root) : m_impl(std::make_unique<Impl>()) {
+PickHandler::PickHandler(osgViewer::Viewer* viewer, osg::Group* root) : m_impl(std::make_unique<Impl>()) {
     m_impl->camera = viewer ? viewer->getCamera() : nullptr;
     m_impl->root = root;
     createMouseSpringRendering(0.03f);
 }
 
-PickHandler::~PickHandler() { m_impl->removePicture(); }
+PickHandler::~PickHandler() {
+    m_impl->removePicture();
+}
 
 void PickHandler::reset() {
     m_impl->spring.release();
     m_impl->showSpring();
 }
 
-void PickHandler::setActivateModKeyMask(unsigned int mask) { m_impl->activateKeys = mask; }
-unsigned int PickHandler::getActivateModKeyMask() const { return m_impl->activateKeys; }
-void PickHandler::setActivateMouseButton(unsigned int button) { m_impl->activateButtons = button; }
-unsigned int PickHandler::getActivateMouseButton() const { return m_impl->activateButtons; }
+void PickHandler::setActivateModKeyMask(unsigned int mask) {
+    m_impl->activateKeys = mask;
+}
 
-void PickHandler::setSimulation(hyxSDK::Simulation * simulation) {
+unsigned int PickHandler::getActivateModKeyMask() const {
+    return m_impl->activateKeys;
+}
+
+void PickHandler::setActivateMouseButton(unsigned int button) {
+    m_impl->activateButtons = button;
+}
+
+unsigned int PickHandler::getActivateMouseButton() const {
+    return m_impl->activateButtons;
+}
+
+void PickHandler::setSimulation(hyxSDK::Simulation* simulation) {
     if (m_impl->simulation.get() == simulation)
         return;
     reset();
     m_impl->simulation = simulation;
 }
 
-void PickHandler::setCamera(osg::Camera * camera) { m_impl->camera = camera; }
-osg::Camera * PickHandler::getCamera() { return m_impl->camera.get(); }
+void PickHandler::setCamera(osg::Camera* camera) {
+    m_impl->camera = camera;
+}
 
-void PickHandler::updateRenderState() { m_impl->showSpring(); }
+osg::Camera* PickHandler::getCamera() {
+    return m_impl->camera.get();
+}
+
+void PickHandler::updateRenderState() {
+    m_impl->showSpring();
+}
 
 void PickHandler::createMouseSpringRendering(float radius) {
     if (!(radius > 0) || !std::isfinite(radius))
@@ -124,7 +151,7 @@ void PickHandler::createMouseSpringRendering(float radius) {
     m_impl->showSpring();
 }
 
-hyxSDK::PickResult PickHandler::intersect(hyx::Vec3 const & nearPoint, hyx::Vec3 const & farPoint, bool all) {
+hyxSDK::PickResult PickHandler::intersect(hyx::Vec3 const& nearPoint, hyx::Vec3 const& farPoint, bool all) {
     return input::pickAlong(m_impl->simulation.get(), nearPoint, farPoint, all);
 }
 
@@ -139,9 +166,9 @@ hyxSDK::PickResult PickHandler::pick(float x, float y) {
     return result;
 }
 
-void PickHandler::getNearFarPoints(osg::Camera const * camera, hyx::Vec3 & nearPoint, hyx::Vec3 & farPoint, float x,
+void PickHandler::getNearFarPoints(osg::Camera const* camera, hyx::Vec3& nearPoint, hyx::Vec3& farPoint, float x,
                                    float y, bool normalized) const {
-    osg::Viewport const * viewport = camera ? camera->getViewport() : nullptr;
+    osg::Viewport const* viewport = camera ? camera->getViewport() : nullptr;
     if (normalized && viewport) {
         x = static_cast<float>(viewport->x() + (x + 1) / 2 * viewport->width());
         y = static_cast<float>(viewport->y() + (y + 1) / 2 * viewport->height());

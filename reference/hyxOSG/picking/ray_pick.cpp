@@ -7,14 +7,14 @@
 
 namespace hyxOSG::input {
 
-hyxSDK::PickResult pickAlong(hyxSDK::Simulation const * simulation, hyx::Vec3 const & from, hyx::Vec3 const & to,
+hyxSDK::PickResult pickAlong(hyxSDK::Simulation const* simulation, hyx::Vec3 const& from, hyx::Vec3 const& to,
                              bool all) {
     hyxSDK::PickResult result;
     if (!simulation)
         return result;
-    hyxCollide::Space const * space = simulation->getSpace();
+    hyxCollide::Space const* space = simulation->getSpace();
     if (all) {
-        for (hyxCollide::RayHit const & hit : space->castRayAll(from, to))
+        for (hyxCollide::RayHit const& hit : space->castRayAll(from, to))
             result.add(hit.geometry, hit.point, hit.normal, hit.distance);
     } else if (hyxCollide::RayHit const hit = space->castRay(from, to); hit.isValid()) {
         result.add(hit.geometry, hit.point, hit.normal, hit.distance);
@@ -22,7 +22,7 @@ hyxSDK::PickResult pickAlong(hyxSDK::Simulation const * simulation, hyx::Vec3 co
     return result;
 }
 
-hyxSDK::PickResult pickUnder(hyxSDK::Simulation const * simulation, osg::Camera const * camera, float x, float y,
+hyxSDK::PickResult pickUnder(hyxSDK::Simulation const* simulation, osg::Camera const* camera, float x, float y,
                              bool all) {
     if (!camera || !camera->getViewport())
         return {};

@@ -17,22 +17,19 @@ struct Ring {
     double radius;
 };
 
-osg::Vec3d any_normal(osg::Vec3d const & axis)
-{
+osg::Vec3d any_normal(osg::Vec3d const& axis) {
     auto normal = axis ^ (std::abs(axis.z()) < 0.9 ? osg::Vec3d(0, 0, 1) : osg::Vec3d(1, 0, 0));
     normal.normalize();
     return normal;
 }
 
-bool drawable(osg::Vec3d const & tail, osg::Vec3d const & span)
-{
+bool drawable(osg::Vec3d const& tail, osg::Vec3d const& span) {
     return tail.valid() && std::isfinite(tail.length()) && std::isfinite(span.length()) && span.length() > 1e-9;
 }
 
-}
+} // namespace
 
-ArrowMesh::ArrowMesh()
-{
+ArrowMesh::ArrowMesh() {
     m_geometry->setName("arrows");
     m_geometry->setUseDisplayList(false);
     m_geometry->setUseVertexBufferObjects(true);
@@ -41,30 +38,27 @@ ArrowMesh::ArrowMesh()
     m_geometry->setNormalArray(m_normals, osg::Array::BIND_PER_VERTEX);
     m_geometry->setColorArray(m_colors, osg::Array::BIND_PER_VERTEX);
     m_geometry->addPrimitiveSet(m_triangles);
-    auto * const material = new osg::Material;
+    auto* const material = new osg::Material;
     material->setColorMode(osg::Material::AMBIENT_AND_DIFFUSE);
-    auto * const state = m_geometry->getOrCreateStateSet();
+    auto* const state = m_geometry->getOrCreateStateSet();
     state->setAttributeAndModes(material);
     state->setAttributeAndModes(new osg::CullFace);
 }
 
-void ArrowMesh::begin()
-{
+void ArrowMesh::begin() {
     m_positions->clear();
     m_normals->clear();
     m_colors->clear();
     m_triangles->clear();
 }
 
-void ArrowMesh::add_vertex(osg::Vec3d const & position, osg::Vec3d const & normal, osg::Vec4f const & color)
-{
+void ArrowMesh::add_vertex(osg::Vec3d const& position, osg::Vec3d const& normal, osg::Vec4f const& color) {
     m_positions->push_back(position);
     m_normals->push_back(normal);
     m_colors->push_back(color);
 }
 
-void ArrowMesh::add(osg::Vec3d const & tail, osg::Vec3d const & span, osg::Vec4f const & color, Style const & style)
-{
+void ArrowMesh::add(osg::Vec3d const& tail, osg::Vec3d const& span, osg::Vec4f const& color, Style const& style) {
     if (!drawable(tail, span))
         return;
     auto const length = span.length();
@@ -98,8 +92,7 @@ void ArrowMesh::add(osg::Vec3d const & tail, osg::Vec3d const & span, osg::Vec4f
     }
 }
 
-void ArrowMesh::end()
-{
+void ArrowMesh::end() {
     m_positions->dirty();
     m_normals->dirty();
     m_colors->dirty();
@@ -107,4 +100,4 @@ void ArrowMesh::end()
     m_geometry->dirtyBound();
 }
 
-}
+} // namespace hyxOSG

@@ -15,20 +15,20 @@ public:
     };
 
     ArrowMesh();
-    ArrowMesh(ArrowMesh const &) = delete;
-    ArrowMesh & operator=(ArrowMesh const &) = delete;
+    ArrowMesh(ArrowMesh const&) = delete;
+    ArrowMesh& operator=(ArrowMesh const&) = delete;
 
-    osg::Geometry * node() const { return m_geometry.get(); }
+    osg::Geometry* node() const { return m_geometry.get(); }
 
     // One round: begin(), add() for each arrow, end().
     void begin();
     // An arrow from `tail` along `span`, whose length is the arrow's. A short arrow has a smaller tip; one without
     // length, or not finite, is left out.
-    void add(osg::Vec3d const & tail, osg::Vec3d const & span, osg::Vec4f const & color, Style const & style);
+    void add(osg::Vec3d const& tail, osg::Vec3d const& span, osg::Vec4f const& color, Style const& style);
     void end();
 
 private:
-    void add_vertex(osg::Vec3d const & position, osg::Vec3d const & normal, osg::Vec4f const & color);
+    void add_vertex(osg::Vec3d const& position, osg::Vec3d const& normal, osg::Vec4f const& color);
 
     osg::ref_ptr<osg::Geometry> m_geometry = new osg::Geometry;
     osg::ref_ptr<osg::Vec3Array> m_positions = new osg::Vec3Array;
@@ -37,4 +37,4 @@ private:
     osg::ref_ptr<osg::DrawElementsUInt> m_triangles = new osg::DrawElementsUInt(GL_TRIANGLES);
 };
 
-}
+} // namespace hyxOSG

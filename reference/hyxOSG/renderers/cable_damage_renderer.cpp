@@ -19,123 +19,143 @@ namespace {
 
 constexpr unsigned int cylinderSides = 12;
 
-}
+} // namespace
 
 struct CableDamageRenderer::Impl {
-  hyx::ref_ptr<hyxCable::CableDamage> damage;
-  double radius;
-  double rangeMax = 0;
-  bool accumulated = false;
-  osg::ref_ptr<osg::Group> group = new osg::Group;
-  std::vector<osg::ref_ptr<GeometryNode>> segments;
-  std::vector<osg::ref_ptr<osg::Material>> materials;
-  hyx::UInt drawnCable = 0;
-  hyx::UInt drawnDamage = 0;
-  ShownNode shown;
+    hyx::ref_ptr<hyxCable::CableDamage> damage;
+    double radius;
+    double rangeMax = 0;
+    bool accumulated = false;
+    osg::ref_ptr<osg::Group> group = new osg::Group;
+    std::vector<osg::ref_ptr<GeometryNode>> segments;
+    std::vector<osg::ref_ptr<osg::Material>> materials;
+    hyx::UInt drawnCable = 0;
+    hyx::UInt drawnDamage = 0;
+    ShownNode shown;
 
-  Impl(hyxCable::CableDamage * damage, double radius, osg::Group * parent)
-      : damage(damage), radius(radius), shown(group, parent, "a cable damage renderer", [this] { follow(); }) {
-    group->setName("cable damage");
-  }
-  void follow();
-  void makeSegments(std::size_t count);
-  void place();
-  void color();
-  double damageOf(std::size_t segment) const {
-    return accumulated ? damage->getAccumulatedDamage(segment) : damage->getCurrentDamage(segment);
-  }
+    Impl(hyxCable::CableDamage* damage, double radius, osg::Group* parent)
+        : damage(damage), radius(radius), shown(group, parent, "a cable damage renderer", [this] { follow(); }) {
+        group->setName("cable damage");
+    }
+
+    void follow();
+    void makeSegments(std::size_t count);
+    void place();
+    void color();
+
+    double damageOf(std::size_t segment) const {
+        return accumulated ? damage->getAccumulatedDamage(segment) : damage->getCurrentDamage(segment);
+    }
 };
 
-CableDamageRenderer::CableDamageRenderer(hyxCable::CableDamage * damage, double radius, osg::Group * parent) {
-  if (!damage)
-    throw std::invalid_argument("a cable damage renderer needs the damage of a cable");
-  m_impl = std::make_unique<Impl>(damage, hyx::requirePositive(radius, "the radius of a drawn cable"), parent);
-  m_impl->follow();
+CableDamageRenderer::CableDamageRenderer(hyxCable::CableDamage* damage, double radius, osg::Group* parent) {
+    if (!damage)
+        throw std::invalid_argument("a cable damage renderer needs the damage of a cable");
+    m_impl = std::make_unique<Impl>(damage, hyx::requirePositive(radius, "the radius of a drawn cable"), parent);
+    m_impl->follow();
 }
 
 CableDamageRenderer::~CableDamageRenderer() = default;
 
 void CableDamageRenderer::renderCurrent() {
-  m_impl->accumulated = false;
-  m_impl->color();
+    m_impl->accumulated = false;
+    m_impl->color();
 }
 
 void CableDamageRenderer::renderAccumulated() {
-  m_impl->accumulated = true;
-  m_impl->color();
+    m_impl->accumulated = true;
+    m_impl->color();
 }
 
-bool CableDamageRenderer::isRenderingCurrent() const { return !m_impl->accumulated; }
-bool CableDamageRenderer::isRenderingAccumulated() const { return m_impl->accumulated; }
+bool CableDamageRenderer::isRenderingCurrent() const {
+    return !m_impl->accumulated;
+}
 
-void CableDamageRenderer::setEnableRendering(bool enable) { m_impl->group->setNodeMask(enable ? ~0u : 0u); }
-bool CableDamageRenderer::getEnableRendering() const { return m_impl->group->getNodeMask() != 0; }
+bool CableDamageRenderer::isRenderingAccumulated() const {
+    return m_impl->accumulated;
+}
+
+void CableDamageRenderer::setEnableRendering(bool enable) {
+    m_impl->group->setNodeMask(enable ? ~0u : 0u);
+}
+
+bool CableDamageRenderer::getEnableRendering() const {
+    return m_impl->group->getNodeMask() != 0;
+}
 
 void CableDamageRenderer::setColorRangeMax(double damage) {
-  m_impl->rangeMax = hyx::requireNonNegative(damage, "the maximum of a damage colour range");
-  m_impl->color();
-}
-double CableDamageRenderer::getColorRangeMax() const { return m_impl->rangeMax; }
-
-GeometryNode * CableDamageRenderer::getOsgNode(std::size_t segment) {
-  return segment < m_impl->segments.size() ? m_impl->segments[segment].get() : nullptr;
+    m_impl->rangeMax = hyx::requireNonNegative(damage, "the maximum of a damage colour range");
+    m_impl->color();
 }
 
-void CableDamageRenderer::last(double) { m_impl->follow(); }
-void CableDamageRenderer::removeNotification() { m_impl->shown.remove(); }
+double CableDamageRenderer::getColorRangeMax() const {
+    return m_impl->rangeMax;
+}
+
+GeometryNode* CableDamageRenderer::getOsgNode(std::size_t segment) {
+    return segment < m_impl->segments.size() ? m_impl->segments[segment].get() : nullptr;
+}
+
+void CableDamageRenderer::last(double) {
+    m_impl->follow();
+}
+
+void CableDamageRenderer::removeNotification() {
+    m_impl->shown.remove();
+}
 
 void CableDamageRenderer::Impl::follow() {
-  hyxCable::Cable const & cable = *damage->getCable();
-  if (segments.size() != cable.getNumSegments())
-    makeSegments(cable.getNumSegments());
-  if (drawnCable != cable.getRevision())
-    place();
-  if (drawnDamage != damage->getRevision() || drawnCable != cable.getRevision())
-    color();
-  drawnCable = cable.getRevision();
-  drawnDamage = damage->getRevision();
+    hyxCable::Cable const& cable = *damage->getCable();
+    if (segments.size() != cable.getNumSegments())
+        makeSegments(cable.getNumSegments());
+    if (drawnCable != cable.getRevision())
+        place();
+    if (drawnDamage != damage->getRevision() || drawnCable != cable.getRevision())
+        color();
+    drawnCable = cable.getRevision();
+    drawnDamage = damage->getRevision();
 }
 
 void CableDamageRenderer::Impl::makeSegments(std::size_t count) {
-  group->removeChildren(0, group->getNumChildren());
-  segments.clear();
-  materials.clear();
-  osg::ref_ptr<osg::Geometry> const cylinder = unitConeMesh(cylinderSides, 1);
-  for (std::size_t i = 0; i < count; ++i) {
-    osg::ref_ptr<GeometryNode> const node = new GeometryNode;
-    node->setRenderChild(GeometryNode::GEOMETRY_DATA, cylinder);
-    osg::ref_ptr<osg::Material> const material = new osg::Material;
-    osg::StateSet * const state = node->getOrCreateStateSet();
-    state->setAttributeAndModes(material);
-    state->setMode(GL_NORMALIZE, osg::StateAttribute::ON);
-    state->setDataVariance(osg::Object::DYNAMIC);
-    segments.push_back(node);
-    materials.push_back(material);
-    group->addChild(node);
-  }
+    group->removeChildren(0, group->getNumChildren());
+    segments.clear();
+    materials.clear();
+    osg::ref_ptr<osg::Geometry> const cylinder = unitConeMesh(cylinderSides, 1);
+    for (std::size_t i = 0; i < count; ++i) {
+        osg::ref_ptr<GeometryNode> const node = new GeometryNode;
+        node->setRenderChild(GeometryNode::GEOMETRY_DATA, cylinder);
+        osg::ref_ptr<osg::Material> const material = new osg::Material;
+        osg::StateSet* const state = node->getOrCreateStateSet();
+        state->setAttributeAndModes(material);
+        state->setMode(GL_NORMALIZE, osg::StateAttribute::ON);
+        state->setDataVariance(osg::Object::DYNAMIC);
+        segments.push_back(node);
+        materials.push_back(material);
+        group->addChild(node);
+    }
 }
 
 // The mesh has radius 1 and reaches from -1 to 1 along Y.
 void CableDamageRenderer::Impl::place() {
-  std::vector<hyx::Vec3> const & points = damage->getCable()->getPoints();
-  for (std::size_t i = 0; i < segments.size(); ++i) {
-    osg::Vec3d const from = toOsg(points[i]), to = toOsg(points[i + 1]);
-    osg::Quat turn;
-    turn.makeRotate(osg::Vec3d(0, 1, 0), to - from);
-    segments[i]->setMatrix(osg::Matrixd::scale(radius, 0.5 * (to - from).length(), radius) * osg::Matrixd::rotate(turn) *
-                           osg::Matrixd::translate((from + to) * 0.5));
-  }
+    std::vector<hyx::Vec3> const& points = damage->getCable()->getPoints();
+    for (std::size_t i = 0; i < segments.size(); ++i) {
+        osg::Vec3d const from = toOsg(points[i]), to = toOsg(points[i + 1]);
+        osg::Quat turn;
+        turn.makeRotate(osg::Vec3d(0, 1, 0), to - from);
+        segments[i]->setMatrix(osg::Matrixd::scale(radius, 0.5 * (to - from).length(), radius) *
+                               osg::Matrixd::rotate(turn) * osg::Matrixd::translate((from + to) * 0.5));
+    }
 }
 
 void CableDamageRenderer::Impl::color() {
-  double most = rangeMax;
-  for (std::size_t i = 0; rangeMax == 0 && i < segments.size(); ++i)
-    most = std::max(most, damageOf(i));
-  hyxRender::ColorVector colors;
-  colors.assign({hyxRender::Color(0, 0, 1), hyxRender::Color(0, 1, 0), hyxRender::Color(1, 0, 0)});
-  hyx::ref_ptr<ScalarColorMap> const map = new ScalarColorMap(colors, 0, most > 0 ? most : 1);
-  for (std::size_t i = 0; i < segments.size(); ++i)
-    materials[i]->setDiffuse(osg::Material::FRONT_AND_BACK, map->getColorOSG(damageOf(i), true));
+    double most = rangeMax;
+    for (std::size_t i = 0; rangeMax == 0 && i < segments.size(); ++i)
+        most = std::max(most, damageOf(i));
+    hyxRender::ColorVector colors;
+    colors.assign({hyxRender::Color(0, 0, 1), hyxRender::Color(0, 1, 0), hyxRender::Color(1, 0, 0)});
+    hyx::ref_ptr<ScalarColorMap> const map = new ScalarColorMap(colors, 0, most > 0 ? most : 1);
+    for (std::size_t i = 0; i < segments.size(); ++i)
+        materials[i]->setDiffuse(osg::Material::FRONT_AND_BACK, map->getColorOSG(damageOf(i), true));
 }
 
-}
+} // namespace hyxOSG

@@ -17,14 +17,14 @@ struct DeformableMeshUpdater::Impl {
     void rewrite();
 };
 
-void DeformableMeshUpdater::Impl::rewrite()
-{
+void DeformableMeshUpdater::Impl::rewrite() {
     drawn = mesh->getVertices();
-    auto & positions = surface.positions();
+    auto& positions = surface.positions();
     positions.resize(drawn.size());
-    std::transform(drawn.begin(), drawn.end(), positions.begin(), [](auto const & v) { return osg::Vec3d(v.x, v.y, v.z); });
-    auto const & indices = mesh->getIndices();
-    auto & triangles = surface.triangles();
+    std::transform(drawn.begin(), drawn.end(), positions.begin(),
+                   [](auto const& v) { return osg::Vec3d(v.x, v.y, v.z); });
+    auto const& indices = mesh->getIndices();
+    auto& triangles = surface.triangles();
     auto const topology = !std::equal(indices.begin(), indices.end(), triangles.begin(), triangles.end());
     if (topology)
         triangles.assign(indices.begin(), indices.end());
@@ -32,9 +32,8 @@ void DeformableMeshUpdater::Impl::rewrite()
     surface.publish(topology);
 }
 
-DeformableMeshUpdater::DeformableMeshUpdater(hyxCollide::Trimesh * mesh, osg::Group * root)
-    : m_impl(std::make_unique<Impl>())
-{
+DeformableMeshUpdater::DeformableMeshUpdater(hyxCollide::Trimesh* mesh, osg::Group* root)
+    : m_impl(std::make_unique<Impl>()) {
     m_impl->mesh = mesh;
     m_impl->root = root;
     if (root)
@@ -42,28 +41,24 @@ DeformableMeshUpdater::DeformableMeshUpdater(hyxCollide::Trimesh * mesh, osg::Gr
     update(true);
 }
 
-DeformableMeshUpdater::~DeformableMeshUpdater()
-{
+DeformableMeshUpdater::~DeformableMeshUpdater() {
     if (m_impl->root.valid())
         m_impl->root->removeChild(m_impl->surface.node());
 }
 
-void DeformableMeshUpdater::update(bool force)
-{
+void DeformableMeshUpdater::update(bool force) {
     if (!m_impl->mesh)
         return;
     if (force || m_impl->forceUpdate || m_impl->mesh->getVertices() != m_impl->drawn)
         m_impl->rewrite();
 }
 
-void DeformableMeshUpdater::setForceUpdate(bool forceUpdate)
-{
+void DeformableMeshUpdater::setForceUpdate(bool forceUpdate) {
     m_impl->forceUpdate = forceUpdate;
 }
 
-bool DeformableMeshUpdater::getForceUpdate() const
-{
+bool DeformableMeshUpdater::getForceUpdate() const {
     return m_impl->forceUpdate;
 }
 
-}
+} // namespace hyxOSG

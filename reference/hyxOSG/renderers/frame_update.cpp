@@ -5,22 +5,24 @@
 
 namespace hyxOSG {
 
-ShownNode::ShownNode(osg::Node * node, osg::Group * parent, char const * what, std::function<void()> update)
+ShownNode::ShownNode(osg::Node* node, osg::Group* parent, char const* what, std::function<void()> update)
     : m_node(node), m_parent(parent), m_update(new FrameUpdate(std::move(update))) {
-  if (!parent)
-    throw std::invalid_argument(std::string(what) + " needs a group to draw under");
-  m_node->addUpdateCallback(m_update);
-  parent->addChild(m_node);
+    if (!parent)
+        throw std::invalid_argument(std::string(what) + " needs a group to draw under");
+    m_node->addUpdateCallback(m_update);
+    parent->addChild(m_node);
 }
 
-ShownNode::~ShownNode() { remove(); }
+ShownNode::~ShownNode() {
+    remove();
+}
 
 void ShownNode::remove() {
-  m_removed = true;
-  m_node->removeUpdateCallback(m_update);
-  osg::ref_ptr<osg::Group> parent;
-  if (m_parent.lock(parent))
-    parent->removeChild(m_node);
+    m_removed = true;
+    m_node->removeUpdateCallback(m_update);
+    osg::ref_ptr<osg::Group> parent;
+    if (m_parent.lock(parent))
+        parent->removeChild(m_node);
 }
 
-}
+} // namespace hyxOSG

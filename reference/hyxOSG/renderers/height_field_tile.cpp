@@ -5,19 +5,16 @@
 namespace hyxOSG {
 namespace {
 
-hyx::UInt before(hyx::UInt knot)
-{
+hyx::UInt before(hyx::UInt knot) {
     return knot == 0 ? 0 : knot - 1;
 }
 
-hyx::UInt after(hyx::UInt knot, hyx::UInt resolution)
-{
+hyx::UInt after(hyx::UInt knot, hyx::UInt resolution) {
     return std::min(knot + 1, resolution - 1);
 }
 
 // From the slopes between the neighbouring knots; one-sided at the edge of the field.
-osg::Vec3 normal_at(hyxCollide::HeightField const & field, hyx::UInt x, hyx::UInt y)
-{
+osg::Vec3 normal_at(hyxCollide::HeightField const& field, hyx::UInt x, hyx::UInt y) {
     auto const left = field.getVertex(before(x), y);
     auto const right = field.getVertex(after(x, field.getResolutionX()), y);
     auto const front = field.getVertex(x, before(y));
@@ -28,30 +25,28 @@ osg::Vec3 normal_at(hyxCollide::HeightField const & field, hyx::UInt x, hyx::UIn
     return scene;
 }
 
-}
+} // namespace
 
-HeightFieldTile::HeightFieldTile(hyxCollide::HeightField const & field, Span span) : m_span(span)
-{
+HeightFieldTile::HeightFieldTile(hyxCollide::HeightField const& field, Span span) : m_span(span) {
     make_triangles();
     rewrite(field);
     m_surface.publish(true);
 }
 
-void HeightFieldTile::make_triangles()
-{
+void HeightFieldTile::make_triangles() {
     auto const width = static_cast<unsigned>(m_span.lastX - m_span.firstX + 1);
     auto const height = static_cast<unsigned>(m_span.lastY - m_span.firstY + 1);
     for (unsigned y = 0; y + 1 < height; ++y)
         for (unsigned x = 0; x + 1 < width; ++x) {
             auto const corner = y * width + x;
-            for (auto const index : {corner, corner + 1, corner + width, corner + 1, corner + width + 1, corner + width})
+            for (auto const index :
+                 {corner, corner + 1, corner + width, corner + 1, corner + width + 1, corner + width})
                 m_surface.triangles().push_back(index);
         }
 }
 
-bool HeightFieldTile::differs(hyxCollide::HeightField const & field, hyx::RealVector const & drawn) const
-{
-    auto const & heights = field.getHeights();
+bool HeightFieldTile::differs(hyxCollide::HeightField const& field, hyx::RealVector const& drawn) const {
+    auto const& heights = field.getHeights();
     auto const first = static_cast<std::ptrdiff_t>(before(m_span.firstX));
     auto const end = static_cast<std::ptrdiff_t>(after(m_span.lastX, field.getResolutionX())) + 1;
     for (auto y = before(m_span.firstY); y <= after(m_span.lastY, field.getResolutionY()); ++y) {
@@ -62,10 +57,9 @@ bool HeightFieldTile::differs(hyxCollide::HeightField const & field, hyx::RealVe
     return false;
 }
 
-void HeightFieldTile::rewrite(hyxCollide::HeightField const & field)
-{
-    auto & positions = m_surface.positions();
-    auto & normals = m_surface.normals();
+void HeightFieldTile::rewrite(hyxCollide::HeightField const& field) {
+    auto& positions = m_surface.positions();
+    auto& normals = m_surface.normals();
     positions.clear();
     normals.clear();
     for (auto y = m_span.firstY; y <= m_span.lastY; ++y)
@@ -77,4 +71,4 @@ void HeightFieldTile::rewrite(hyxCollide::HeightField const & field)
     m_surface.publish(false);
 }
 
-}
+} // namespace hyxOSG

@@ -14,14 +14,14 @@ public:
         hyx::UInt firstY, lastY;
     };
 
-    HeightFieldTile(hyxCollide::HeightField const & field, Span span);
+    HeightFieldTile(hyxCollide::HeightField const& field, Span span);
 
-    osg::Geometry * node() const { return m_surface.node(); }
+    osg::Geometry* node() const { return m_surface.node(); }
 
     // Whether the tile looks different with the field's heights than with `drawn`, which has as many. The knots around
     // the tile count too: normals on its border depend on them.
-    bool differs(hyxCollide::HeightField const & field, hyx::RealVector const & drawn) const;
-    void rewrite(hyxCollide::HeightField const & field);
+    bool differs(hyxCollide::HeightField const& field, hyx::RealVector const& drawn) const;
+    void rewrite(hyxCollide::HeightField const& field);
 
 private:
     void make_triangles();
@@ -30,4 +30,4 @@ private:
     SurfaceMesh m_surface{"height field tile"};
 };
 
-}
+} // namespace hyxOSG

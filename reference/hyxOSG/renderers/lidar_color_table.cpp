@@ -11,44 +11,39 @@ constexpr std::size_t callback_samples = 256;
 // Beyond this the table no longer widens: the samples would lie too far apart to mean anything.
 constexpr float widest = 1e30f;
 
-float to_byte_range(float component)
-{
+float to_byte_range(float component) {
     return std::isnan(component) ? 0.0f : std::clamp(component, 0.0f, 1.0f) * 255.0f;
 }
 
-float power_of_two_above(float value)
-{
+float power_of_two_above(float value) {
     return value <= 1.0f ? 1.0f : std::exp2(std::ceil(std::log2(std::min(value, widest))));
 }
 
-osg::Vec4f legend_color(LidarOutputRendererLegend const & sorted, float intensity)
-{
+osg::Vec4f legend_color(LidarOutputRendererLegend const& sorted, float intensity) {
     if (sorted.empty())
         return {1, 1, 1, 1};
     auto const above = std::upper_bound(sorted.begin(), sorted.end(), intensity,
-                                        [](float value, auto const & point) { return value < point.intensity; });
+                                        [](float value, auto const& point) { return value < point.intensity; });
     if (above == sorted.begin())
         return sorted.front().color;
     if (above == sorted.end())
         return sorted.back().color;
-    auto const & below = *(above - 1);
+    auto const& below = *(above - 1);
     auto const fraction = (intensity - below.intensity) / (above->intensity - below.intensity);
     return below.color + (above->color - below.color) * fraction;
 }
 
-}
+} // namespace
 
-LidarColorTable LidarColorTable::of_bounded(ColorFunc function, float low, float high)
-{
+LidarColorTable LidarColorTable::of_bounded(ColorFunc function, float low, float high) {
     return {std::move(function), {low, high}, bounded_samples, false};
 }
 
-LidarColorTable LidarColorTable::of_legend(LidarOutputRendererLegend legend, float maxIntensity)
-{
-    std::erase_if(legend, [](auto const & point) { return !std::isfinite(point.intensity); });
+LidarColorTable LidarColorTable::of_legend(LidarOutputRendererLegend legend, float maxIntensity) {
+    std::erase_if(legend, [](auto const& point) { return !std::isfinite(point.intensity); });
     std::stable_sort(legend.begin(), legend.end(),
-                     [](auto const & left, auto const & right) { return left.intensity < right.intensity; });
-    for (auto & point : legend)
+                     [](auto const& left, auto const& right) { return left.intensity < right.intensity; });
+    for (auto& point : legend)
         point.intensity *= maxIntensity;
     auto const low = legend.empty() ? 0.0f : legend.front().intensity;
     auto const high = legend.empty() ? 0.0f : legend.back().intensity;
@@ -57,18 +52,14 @@ LidarColorTable LidarColorTable::of_legend(LidarOutputRendererLegend legend, flo
     return of_bounded(std::move(function), span.low, span.high);
 }
 
-LidarColorTable LidarColorTable::of_any(ColorFunc function)
-{
+LidarColorTable LidarColorTable::of_any(ColorFunc function) {
     return {std::move(function), {0.0f, 1.0f}, callback_samples, true};
 }
 
 LidarColorTable::LidarColorTable(ColorFunc function, Span span, std::size_t sampleCount, bool widens)
-    : m_function(std::move(function)), m_span(span), m_sampleCount(sampleCount), m_widens(widens)
-{
-}
+    : m_function(std::move(function)), m_span(span), m_sampleCount(sampleCount), m_widens(widens) {}
 
-LidarColorTable::Span LidarColorTable::widened(float lowest, float highest) const
-{
+LidarColorTable::Span LidarColorTable::widened(float lowest, float highest) const {
     if (!m_widens)
         return m_span;
     auto span = m_span;
@@ -79,8 +70,7 @@ LidarColorTable::Span LidarColorTable::widened(float lowest, float highest) cons
     return span;
 }
 
-bool LidarColorTable::cover(float lowest, float highest)
-{
+bool LidarColorTable::cover(float lowest, float highest) {
     auto const span = widened(lowest, highest);
     if (!m_samples.empty() && span.low == m_span.low && span.high == m_span.high)
         return false;
@@ -88,8 +78,7 @@ bool LidarColorTable::cover(float lowest, float highest)
     return true;
 }
 
-void LidarColorTable::sample(Span span)
-{
+void LidarColorTable::sample(Span span) {
     std::vector<osg::Vec4f> samples;
     samples.reserve(m_sampleCount + 1);
     auto const step = (span.high - span.low) / static_cast<float>(m_sampleCount - 1);
@@ -99,13 +88,12 @@ void LidarColorTable::sample(Span span)
                              to_byte_range(color.a()));
     }
     samples.push_back(samples.back());
-    m_translucent = std::any_of(samples.begin(), samples.end(), [](auto const & color) { return color.a() < 255.0f; });
+    m_translucent = std::any_of(samples.begin(), samples.end(), [](auto const& color) { return color.a() < 255.0f; });
     m_samples = std::move(samples);
     m_span = span;
 }
 
-osg::Vec4ub LidarColorTable::color(float intensity) const
-{
+osg::Vec4ub LidarColorTable::color(float intensity) const {
     if (std::isnan(intensity))
         intensity = 0.0f;
     auto const last = static_cast<float>(m_sampleCount - 1);
@@ -116,4 +104,4 @@ osg::Vec4ub LidarColorTable::color(float intensity) const
     return {byte(mixed.r()), byte(mixed.g()), byte(mixed.b()), byte(mixed.a())};
 }
 
-}
+} // namespace hyxOSG

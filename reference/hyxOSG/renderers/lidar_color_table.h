@@ -49,4 +49,4 @@ private:
     std::vector<osg::Vec4f> m_samples; // of 0 to 255 a channel; one more than counted, so that the last can be mixed
 };
 
-}
+} // namespace hyxOSG

@@ -4,42 +4,35 @@ namespace hyxOSG {
 
 namespace {
 
-osg::Vec4f shade_of_gray(float intensity)
-{
+osg::Vec4f shade_of_gray(float intensity) {
     return {intensity, intensity, intensity, 1};
 }
 
 // Copies of the function outlive a callback that was deleted too early: they then find null here.
 struct CallOverride {
-    std::shared_ptr<LidarOutputRendererColorFunctionCallback *> callback;
+    std::shared_ptr<LidarOutputRendererColorFunctionCallback*> callback;
 
-    osg::Vec4f operator()(float intensity) const
-    {
+    osg::Vec4f operator()(float intensity) const {
         return *callback ? (*callback)->getLidarPointColor(intensity) : shade_of_gray(intensity);
     }
 };
 
-}
+} // namespace
 
 LidarOutputRendererColorFunctionCallback::LidarOutputRendererColorFunctionCallback()
-    : m_colorFunction(CallOverride{std::make_shared<LidarOutputRendererColorFunctionCallback *>(this)})
-{
-}
+    : m_colorFunction(CallOverride{std::make_shared<LidarOutputRendererColorFunctionCallback*>(this)}) {}
 
-LidarOutputRendererColorFunctionCallback::~LidarOutputRendererColorFunctionCallback()
-{
-    if (auto * const function = m_colorFunction.target<CallOverride>())
+LidarOutputRendererColorFunctionCallback::~LidarOutputRendererColorFunctionCallback() {
+    if (auto* const function = m_colorFunction.target<CallOverride>())
         *function->callback = nullptr;
 }
 
-osg::Vec4f LidarOutputRendererColorFunctionCallback::getLidarPointColor(float intensity)
-{
+osg::Vec4f LidarOutputRendererColorFunctionCallback::getLidarPointColor(float intensity) {
     return shade_of_gray(intensity);
 }
 
-LidarOutputRenderer::IntensityState::ColorFunc * LidarOutputRendererColorFunctionCallback::getColorFunction()
-{
+LidarOutputRenderer::IntensityState::ColorFunc* LidarOutputRendererColorFunctionCallback::getColorFunction() {
     return &m_colorFunction;
 }
 
-}
+} // namespace hyxOSG

@@ -5,8 +5,6 @@ namespace hyxOSG {
 LidarOutputRendererLegendPoint::LidarOutputRendererLegendPoint() : intensity(0), color(1, 1, 1, 1) {}
 
 LidarOutputRendererLegendPoint::LidarOutputRendererLegendPoint(float intensity, osg::Vec4 color)
-    : intensity(intensity), color(color)
-{
-}
+    : intensity(intensity), color(color) {}
 
-}
+} // namespace hyxOSG

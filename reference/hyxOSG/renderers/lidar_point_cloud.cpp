@@ -4,8 +4,7 @@
 
 namespace hyxOSG {
 
-LidarPointCloud::LidarPointCloud()
-{
+LidarPointCloud::LidarPointCloud() {
     m_colors->setNormalize(true);
     m_geometry->setName("lidar hit points");
     m_geometry->setUseDisplayList(false);
@@ -16,12 +15,11 @@ LidarPointCloud::LidarPointCloud()
     m_geometry->setDataVariance(osg::Object::DYNAMIC);
 }
 
-void LidarPointCloud::add(std::vector<hyxSensor::LidarHit> const & hits, double time)
-{
+void LidarPointCloud::add(std::vector<hyxSensor::LidarHit> const& hits, double time) {
     auto const before = m_positions->size();
     m_positions->reserve(before + hits.size());
     m_intensities.reserve(before + hits.size());
-    for (auto const & hit : hits) {
+    for (auto const& hit : hits) {
         osg::Vec3f const position(hit.position.x, hit.position.y, hit.position.z);
         if (!std::isfinite(position.x()) || !std::isfinite(position.y()) || !std::isfinite(position.z()))
             continue;
@@ -33,8 +31,7 @@ void LidarPointCloud::add(std::vector<hyxSensor::LidarHit> const & hits, double 
     publish();
 }
 
-bool LidarPointCloud::drop_before(double time)
-{
+bool LidarPointCloud::drop_before(double time) {
     std::size_t count = 0;
     while (!m_scans.empty() && m_scans.front().time < time) {
         count += m_scans.front().count;
@@ -47,16 +44,14 @@ bool LidarPointCloud::drop_before(double time)
     return true;
 }
 
-void LidarPointCloud::clear()
-{
+void LidarPointCloud::clear() {
     m_scans.clear();
     drop_front(m_positions->size());
     publish();
 }
 
-void LidarPointCloud::drop_front(std::size_t count)
-{
-    auto const cut = [count](auto & values) {
+void LidarPointCloud::drop_front(std::size_t count) {
+    auto const cut = [count](auto& values) {
         values.erase(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(std::min(count, values.size())));
     };
     cut(*m_positions);
@@ -65,8 +60,7 @@ void LidarPointCloud::drop_front(std::size_t count)
     m_colored -= std::min(count, m_colored);
 }
 
-void LidarPointCloud::publish()
-{
+void LidarPointCloud::publish() {
     m_range->setCount(static_cast<GLsizei>(m_positions->size()));
     m_range->dirty();
     m_positions->dirty();
@@ -74,8 +68,7 @@ void LidarPointCloud::publish()
     m_geometry->dirtyBound();
 }
 
-void LidarPointCloud::recolor(LidarColorTable & table, float intensityScale, bool all)
-{
+void LidarPointCloud::recolor(LidarColorTable& table, float intensityScale, bool all) {
     auto const first = all ? 0 : m_colored;
     if (first == m_intensities.size())
         return;
@@ -96,4 +89,4 @@ void LidarPointCloud::recolor(LidarColorTable & table, float intensityScale, boo
     m_colors->dirty();
 }
 
-}
+} // namespace hyxOSG

@@ -1,9 +1,8 @@
 #pragma once
 // Hit points of several scans in one vertex buffer, the oldest first.
 
-#include "reference/hyxOSG/renderers/lidar_color_table.h"
-
 #include "platform/hyxSensor/lidar.h"
+#include "reference/hyxOSG/renderers/lidar_color_table.h"
 
 #include <osg/Geometry>
 
@@ -15,20 +14,20 @@ namespace hyxOSG {
 class LidarPointCloud {
 public:
     LidarPointCloud();
-    LidarPointCloud(LidarPointCloud const &) = delete;
-    LidarPointCloud & operator=(LidarPointCloud const &) = delete;
+    LidarPointCloud(LidarPointCloud const&) = delete;
+    LidarPointCloud& operator=(LidarPointCloud const&) = delete;
 
-    osg::Geometry * node() const { return m_geometry.get(); }
+    osg::Geometry* node() const { return m_geometry.get(); }
 
     // Appends the hits whose coordinates are finite, white until recolor().
-    void add(std::vector<hyxSensor::LidarHit> const & hits, double time);
+    void add(std::vector<hyxSensor::LidarHit> const& hits, double time);
     // Drops the points from before `time`; returns whether there were any.
     bool drop_before(double time);
     void clear();
 
     // Colours the points added since the last time, or all when the table had to be sampled anew or `all` is set.
     // Passes on what the table's function throws; every point keeps its colour then.
-    void recolor(LidarColorTable & table, float intensityScale, bool all);
+    void recolor(LidarColorTable& table, float intensityScale, bool all);
 
 private:
     struct Scan {
@@ -48,4 +47,4 @@ private:
     std::deque<Scan> m_scans;
 };
 
-}
+} // namespace hyxOSG

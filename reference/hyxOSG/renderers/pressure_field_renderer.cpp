@@ -1,7 +1,7 @@
 #include "platform/hyxOSG/renderers/pressure_field_renderer.h"
 
-#include "reference/machinery/shading/shading_marks.h"
 #include "reference/hyxOSG/renderers/color_presets.h"
+#include "reference/machinery/shading/shading_marks.h"
 
 #include <osg/Geometry>
 #include <osg/MatrixTransform>
@@ -18,18 +18,17 @@ namespace {
 
 constexpr int coolwarm = 1;
 
-bool drawable(hyxModel::TriangleData const & triangle, hyx::AffineMatrix4x4 const & transform)
-{
+bool drawable(hyxModel::TriangleData const& triangle, hyx::AffineMatrix4x4 const& transform) {
     for (int corner = 0; corner < 3; ++corner) {
         auto const point = transform.transformPoint(triangle.vertices[corner]);
-        if (!std::isfinite(point.x) || !std::isfinite(point.y) || !std::isfinite(point.z)
-            || !std::isfinite(triangle.pressures[corner]))
+        if (!std::isfinite(point.x) || !std::isfinite(point.y) || !std::isfinite(point.z) ||
+            !std::isfinite(triangle.pressures[corner]))
             return false;
     }
     return true;
 }
 
-}
+} // namespace
 
 struct PressureFieldRenderer::Impl {
     osg::observer_ptr<osg::Group> root;
@@ -47,8 +46,7 @@ struct PressureFieldRenderer::Impl {
     void show();
 };
 
-void PressureFieldRenderer::Impl::set_up()
-{
+void PressureFieldRenderer::Impl::set_up() {
     geometry->setName("pressure field");
     geometry->setUseDisplayList(false);
     geometry->setUseVertexBufferObjects(true);
@@ -60,7 +58,7 @@ void PressureFieldRenderer::Impl::set_up()
     node->setNodeMask(~(decorator::CASTS_SHADOWS | decorator::RECEIVES_SHADOWS));
     constexpr auto on = osg::StateAttribute::ON | osg::StateAttribute::PROTECTED;
     constexpr auto off = osg::StateAttribute::OFF | osg::StateAttribute::PROTECTED;
-    auto * const state = geometry->getOrCreateStateSet();
+    auto* const state = geometry->getOrCreateStateSet();
     // The colours are read as values: no light, shadow or texture may change them.
     state->setAttributeAndModes(new osg::Program, on);
     state->setMode(GL_LIGHTING, off);
@@ -69,11 +67,10 @@ void PressureFieldRenderer::Impl::set_up()
     state->setAttributeAndModes(new osg::PolygonOffset(-1, -1), on);
 }
 
-void PressureFieldRenderer::Impl::show()
-{
+void PressureFieldRenderer::Impl::show() {
     auto const highest = pressures.empty() ? 0.0 : *std::max_element(pressures.begin(), pressures.end());
     auto const limit = maxPressure > 0 ? maxPressure : highest;
-    auto const & table = preset_colors(coolwarm);
+    auto const& table = preset_colors(coolwarm);
     positions->assign(corners.begin(), corners.end());
     colors->clear();
     for (auto const pressure : pressures) {
@@ -87,8 +84,8 @@ void PressureFieldRenderer::Impl::show()
     geometry->dirtyBound();
 }
 
-PressureFieldRenderer::PressureFieldRenderer(osg::Group * root, hyx::Real maxPressure) : m_impl(std::make_unique<Impl>())
-{
+PressureFieldRenderer::PressureFieldRenderer(osg::Group* root, hyx::Real maxPressure)
+    : m_impl(std::make_unique<Impl>()) {
     if (!(maxPressure >= 0) || !std::isfinite(maxPressure))
         throw std::invalid_argument("the highest pressure must be 0 (automatic) or more pascal");
     m_impl->root = root;
@@ -98,14 +95,12 @@ PressureFieldRenderer::PressureFieldRenderer(osg::Group * root, hyx::Real maxPre
         root->addChild(m_impl->node);
 }
 
-PressureFieldRenderer::~PressureFieldRenderer()
-{
+PressureFieldRenderer::~PressureFieldRenderer() {
     if (m_impl->root.valid())
         m_impl->root->removeChild(m_impl->node);
 }
 
-void PressureFieldRenderer::addTriangle(hyxModel::TriangleData const & triangle, hyx::AffineMatrix4x4 const & transform)
-{
+void PressureFieldRenderer::addTriangle(hyxModel::TriangleData const& triangle, hyx::AffineMatrix4x4 const& transform) {
     if (!drawable(triangle, transform))
         return;
     for (int corner = 0; corner < 3; ++corner) {
@@ -115,20 +110,17 @@ void PressureFieldRenderer::addTriangle(hyxModel::TriangleData const & triangle,
     }
 }
 
-void PressureFieldRenderer::clear()
-{
+void PressureFieldRenderer::clear() {
     m_impl->corners.clear();
     m_impl->pressures.clear();
 }
 
-void PressureFieldRenderer::done()
-{
+void PressureFieldRenderer::done() {
     m_impl->show();
 }
 
-void PressureFieldRenderer::updateTransform(hyx::AffineMatrix4x4 const & transform)
-{
+void PressureFieldRenderer::updateTransform(hyx::AffineMatrix4x4 const& transform) {
     m_impl->node->setMatrix(osg::Matrixd(transform.ptr()));
 }
 
-}
+} // namespace hyxOSG

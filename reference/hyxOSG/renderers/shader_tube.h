@@ -8,20 +8,21 @@ namespace hyxOSG {
 
 class ShaderTube : public TubeDrawing {
 public:
-  osg::Node * node() override { return m_shader.get(); }
-  void show(std::vector<TubeStation> const & stations, double radius, osg::Vec4f const & color) override {
-    m_shader->resetCounters();
-    bool joined = false;
-    for (TubeStation const & station : stations) {
-      m_shader->add2(station.position, station.rotation, radius, joined ? 1 : 0, station.value);
-      joined = true;
+    osg::Node* node() override { return m_shader.get(); }
+
+    void show(std::vector<TubeStation> const& stations, double radius, osg::Vec4f const& color) override {
+        m_shader->resetCounters();
+        bool joined = false;
+        for (TubeStation const& station : stations) {
+            m_shader->add2(station.position, station.rotation, radius, joined ? 1 : 0, station.value);
+            joined = true;
+        }
+        m_shader->getCylinderColorUniform()->set(color);
+        m_shader->update();
     }
-    m_shader->getCylinderColorUniform()->set(color);
-    m_shader->update();
-  }
 
 private:
-  osg::ref_ptr<SplineShader> m_shader = new SplineShader;
+    osg::ref_ptr<SplineShader> m_shader = new SplineShader;
 };
 
-}
+} // namespace hyxOSG

@@ -7,28 +7,25 @@
 namespace hyxOSG {
 namespace {
 
-using Scenes = std::map<hyxSDK::Simulation const *, osg::observer_ptr<osg::Group>>;
+using Scenes = std::map<hyxSDK::Simulation const*, osg::observer_ptr<osg::Group>>;
 
-Scenes & scenes()
-{
+Scenes& scenes() {
     static Scenes instance;
     return instance;
 }
 
-}
+} // namespace
 
-void set_simulation_scene(hyxSDK::Simulation const * simulation, osg::Group * root)
-{
+void set_simulation_scene(hyxSDK::Simulation const* simulation, osg::Group* root) {
     if (simulation && root)
         scenes()[simulation] = root;
     else
         scenes().erase(simulation);
 }
 
-osg::Group * find_simulation_scene(hyxSDK::Simulation const * simulation)
-{
+osg::Group* find_simulation_scene(hyxSDK::Simulation const* simulation) {
     auto const found = scenes().find(simulation);
     return found == scenes().end() ? nullptr : found->second.get();
 }
 
-}
+} // namespace hyxOSG

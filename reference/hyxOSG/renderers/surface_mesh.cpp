@@ -4,8 +4,7 @@
 
 namespace hyxOSG {
 
-SurfaceMesh::SurfaceMesh(std::string const & name)
-{
+SurfaceMesh::SurfaceMesh(std::string const& name) {
     m_geometry->setName(name);
     m_geometry->setUseDisplayList(false);
     m_geometry->setUseVertexBufferObjects(true);
@@ -15,11 +14,10 @@ SurfaceMesh::SurfaceMesh(std::string const & name)
     m_geometry->addPrimitiveSet(m_triangles);
 }
 
-void SurfaceMesh::compute_normals()
-{
+void SurfaceMesh::compute_normals() {
     m_normals->resize(m_positions->size());
     std::fill(m_normals->begin(), m_normals->end(), osg::Vec3());
-    auto const & positions = *m_positions;
+    auto const& positions = *m_positions;
     for (std::size_t i = 0; i + 2 < m_triangles->size(); i += 3) {
         auto const a = (*m_triangles)[i];
         auto const b = (*m_triangles)[i + 1];
@@ -29,12 +27,11 @@ void SurfaceMesh::compute_normals()
         (*m_normals)[b] += area;
         (*m_normals)[c] += area;
     }
-    for (auto & normal : *m_normals)
+    for (auto& normal : *m_normals)
         normal.normalize();
 }
 
-void SurfaceMesh::publish(bool topology)
-{
+void SurfaceMesh::publish(bool topology) {
     m_positions->dirty();
     m_normals->dirty();
     if (topology)
@@ -42,4 +39,4 @@ void SurfaceMesh::publish(bool topology)
     m_geometry->dirtyBound();
 }
 
-}
+} // namespace hyxOSG

@@ -9,14 +9,17 @@ namespace hyxOSG {
 
 class SurfaceMesh {
 public:
-    explicit SurfaceMesh(std::string const & name);
-    SurfaceMesh(SurfaceMesh const &) = delete;
-    SurfaceMesh & operator=(SurfaceMesh const &) = delete;
+    explicit SurfaceMesh(std::string const& name);
+    SurfaceMesh(SurfaceMesh const&) = delete;
+    SurfaceMesh& operator=(SurfaceMesh const&) = delete;
 
-    osg::Geometry * node() const { return m_geometry.get(); }
-    osg::Vec3Array & positions() { return *m_positions; }
-    osg::Vec3Array & normals() { return *m_normals; }
-    osg::DrawElementsUInt & triangles() { return *m_triangles; }
+    osg::Geometry* node() const { return m_geometry.get(); }
+
+    osg::Vec3Array& positions() { return *m_positions; }
+
+    osg::Vec3Array& normals() { return *m_normals; }
+
+    osg::DrawElementsUInt& triangles() { return *m_triangles; }
 
     // Normals from the triangles around each vertex, weighted with their areas.
     void compute_normals();
@@ -30,4 +33,4 @@ private:
     osg::ref_ptr<osg::DrawElementsUInt> m_triangles = new osg::DrawElementsUInt(GL_TRIANGLES);
 };
 
-}
+} // namespace hyxOSG

@@ -21,186 +21,294 @@ namespace hyxOSG {
 namespace {
 
 // All renderers that live, for `find`; they neither own nor are owned here.
-std::vector<TerrainVoxelRenderer *> & renderers() {
-  static std::vector<TerrainVoxelRenderer *> living;
-  return living;
+std::vector<TerrainVoxelRenderer*>& renderers() {
+    static std::vector<TerrainVoxelRenderer*> living;
+    return living;
 }
 
-bool isIn(hyxTerrain::Terrain const * terrain, hyxSDK::Simulation const & simulation) {
-  for (auto const & process : simulation.getProcesses())
-    if (auto const * instance = dynamic_cast<hyxSDK::TerrainInstance const *>(process.get()))
-      if (instance->getTerrain() == terrain)
-        return true;
-  return false;
+bool isIn(hyxTerrain::Terrain const* terrain, hyxSDK::Simulation const& simulation) {
+    for (auto const& process : simulation.getProcesses())
+        if (auto const* instance = dynamic_cast<hyxSDK::TerrainInstance const*>(process.get()))
+            if (instance->getTerrain() == terrain)
+                return true;
+    return false;
 }
 
 template <class T>
-T * required(T * object) {
-  if (!object)
-    throw std::invalid_argument("a terrain renderer needs a terrain");
-  return object;
+T* required(T* object) {
+    if (!object)
+        throw std::invalid_argument("a terrain renderer needs a terrain");
+    return object;
 }
 
-void show(osg::Node * node, bool visible) { node->setNodeMask(visible ? ~0u : 0u); }
-
+void show(osg::Node* node, bool visible) {
+    node->setNodeMask(visible ? ~0u : 0u);
 }
+
+} // namespace
 
 struct TerrainVoxelRenderer::Impl {
-  hyx::ref_ptr<hyxTerrain::Terrain> terrain;
-  hyx::ref_ptr<hyxSDK::TerrainInstance> instance;  ///< null for a terrain outside of a simulation
-  TerrainColoring coloring;
-  VoxelLook voxelLook;
-  bool heightField = true;
-  bool soilParticles = true;
-  bool soilMeshes = false;
-  bool restyled = true;  ///< colours or selection changed since the last update
-  hyx::String modelFile, textureFile;
-  hyx::UInt drawnRevision = 0;
+    hyx::ref_ptr<hyxTerrain::Terrain> terrain;
+    hyx::ref_ptr<hyxSDK::TerrainInstance> instance; ///< null for a terrain outside of a simulation
+    TerrainColoring coloring;
+    VoxelLook voxelLook;
+    bool heightField = true;
+    bool soilParticles = true;
+    bool soilMeshes = false;
+    bool restyled = true; ///< colours or selection changed since the last update
+    hyx::String modelFile, textureFile;
+    hyx::UInt drawnRevision = 0;
 
-  osg::ref_ptr<GeometryNode> node = new GeometryNode;
-  osg::ref_ptr<osg::MatrixTransform> content = new osg::MatrixTransform;
-  TerrainSurface surface;
-  TerrainVoxels voxels;
-  SoilMeshes meshes;
-  osg::ref_ptr<osg::MatrixTransform> grains = new osg::MatrixTransform;
-  ShownNode shown;
+    osg::ref_ptr<GeometryNode> node = new GeometryNode;
+    osg::ref_ptr<osg::MatrixTransform> content = new osg::MatrixTransform;
+    TerrainSurface surface;
+    TerrainVoxels voxels;
+    SoilMeshes meshes;
+    osg::ref_ptr<osg::MatrixTransform> grains = new osg::MatrixTransform;
+    ShownNode shown;
 
-  Impl(hyxTerrain::Terrain * terrain, hyxSDK::TerrainInstance * instance, osg::Group * parent);
-  void update();
-  void place();
-  void updateGrains();
+    Impl(hyxTerrain::Terrain* terrain, hyxSDK::TerrainInstance* instance, osg::Group* parent);
+    void update();
+    void place();
+    void updateGrains();
 };
 
-TerrainVoxelRenderer::Impl::Impl(hyxTerrain::Terrain * terrain, hyxSDK::TerrainInstance * instance, osg::Group * parent)
-    : terrain(terrain), instance(instance), surface(*terrain), voxels(*terrain),
+TerrainVoxelRenderer::Impl::Impl(hyxTerrain::Terrain* terrain, hyxSDK::TerrainInstance* instance, osg::Group* parent)
+    : terrain(terrain),
+      instance(instance),
+      surface(*terrain),
+      voxels(*terrain),
       shown(node, parent, "a terrain renderer", [this] { update(); }) {
-  coloring.materialColors.assign({hyxRender::Color(0.58f, 0.47f, 0.33f), hyxRender::Color(0.42f, 0.42f, 0.44f),
-                                  hyxRender::Color(0.85f, 0.77f, 0.55f), hyxRender::Color(0.36f, 0.22f, 0.14f)});
-  node->setName("terrain");
-  if (instance)
-    node->setGeometry(instance->getGeometry());
-  // Grains are in world coordinates, the rest in those of the terrain.
-  osg::ref_ptr<osg::Geode> const geode = new osg::Geode;
-  geode->addDrawable(new ParticleSystemDrawable(terrain->getSoilParticles()));
-  grains->addChild(geode);
-  for (osg::Node * part : {static_cast<osg::Node *>(surface.node()), voxels.node(), meshes.node(), static_cast<osg::Node *>(grains.get())})
-    content->addChild(part);
-  node->setRenderChild(GeometryNode::GEOMETRY_DATA, content);
-  update();
+    coloring.materialColors.assign({hyxRender::Color(0.58f, 0.47f, 0.33f), hyxRender::Color(0.42f, 0.42f, 0.44f),
+                                    hyxRender::Color(0.85f, 0.77f, 0.55f), hyxRender::Color(0.36f, 0.22f, 0.14f)});
+    node->setName("terrain");
+    if (instance)
+        node->setGeometry(instance->getGeometry());
+    // Grains are in world coordinates, the rest in those of the terrain.
+    osg::ref_ptr<osg::Geode> const geode = new osg::Geode;
+    geode->addDrawable(new ParticleSystemDrawable(terrain->getSoilParticles()));
+    grains->addChild(geode);
+    for (osg::Node* part :
+         {static_cast<osg::Node*>(surface.node()), voxels.node(), meshes.node(), static_cast<osg::Node*>(grains.get())})
+        content->addChild(part);
+    node->setRenderChild(GeometryNode::GEOMETRY_DATA, content);
+    update();
 }
 
 void TerrainVoxelRenderer::Impl::update() {
-  place();
-  show(surface.node(), heightField);
-  if (heightField)
-    surface.update(coloring, restyled);
-  bool const changed = drawnRevision != terrain->getRevision();
-  show(voxels.node(), voxelLook.drawsSomething());
-  if (restyled || (changed && voxelLook.drawsSomething()))
-    voxels.update(voxelLook);
-  updateGrains();
-  drawnRevision = terrain->getRevision();
-  restyled = false;
+    place();
+    show(surface.node(), heightField);
+    if (heightField)
+        surface.update(coloring, restyled);
+    bool const changed = drawnRevision != terrain->getRevision();
+    show(voxels.node(), voxelLook.drawsSomething());
+    if (restyled || (changed && voxelLook.drawsSomething()))
+        voxels.update(voxelLook);
+    updateGrains();
+    drawnRevision = terrain->getRevision();
+    restyled = false;
 }
 
 // The node follows the instance's geometry, which has its origin in the middle of the terrain.
 void TerrainVoxelRenderer::Impl::place() {
-  osg::Vec3d const corner = toOsg(terrain->getPosition());
-  node->updateTransform();
-  osg::Matrixd const local = osg::Matrixd::translate(corner) * osg::Matrixd::inverse(node->getMatrix());
-  if (content->getMatrix() != local)
-    content->setMatrix(local);
-  if (osg::Matrixd const back = osg::Matrixd::translate(-corner); grains->getMatrix() != back)
-    grains->setMatrix(back);
+    osg::Vec3d const corner = toOsg(terrain->getPosition());
+    node->updateTransform();
+    osg::Matrixd const local = osg::Matrixd::translate(corner) * osg::Matrixd::inverse(node->getMatrix());
+    if (content->getMatrix() != local)
+        content->setMatrix(local);
+    if (osg::Matrixd const back = osg::Matrixd::translate(-corner); grains->getMatrix() != back)
+        grains->setMatrix(back);
 }
 
 void TerrainVoxelRenderer::Impl::updateGrains() {
-  show(grains, soilParticles && !soilMeshes);
-  show(meshes.node(), soilMeshes);
-  if (soilMeshes)
-    meshes.update(*terrain->getSoilParticles(), terrain->getPosition());
+    show(grains, soilParticles && !soilMeshes);
+    show(meshes.node(), soilMeshes);
+    if (soilMeshes)
+        meshes.update(*terrain->getSoilParticles(), terrain->getPosition());
 }
 
-TerrainVoxelRenderer::TerrainVoxelRenderer(hyxTerrain::Terrain * terrain, osg::Group * parent)
+TerrainVoxelRenderer::TerrainVoxelRenderer(hyxTerrain::Terrain* terrain, osg::Group* parent)
     : m_impl(std::make_unique<Impl>(required(terrain), nullptr, parent)) {
-  renderers().push_back(this);
+    renderers().push_back(this);
 }
 
-TerrainVoxelRenderer::TerrainVoxelRenderer(hyxSDK::TerrainInstance * instance, osg::Group * parent)
+TerrainVoxelRenderer::TerrainVoxelRenderer(hyxSDK::TerrainInstance* instance, osg::Group* parent)
     : m_impl(std::make_unique<Impl>(required(instance)->getTerrain(), instance, parent)) {
-  renderers().push_back(this);
+    renderers().push_back(this);
 }
 
-TerrainVoxelRenderer::~TerrainVoxelRenderer() { std::erase(renderers(), this); }
-
-TerrainVoxelRenderer * TerrainVoxelRenderer::find(hyxTerrain::Terrain const * terrain, hyxSDK::Simulation const * simulation) {
-  if (!terrain || (simulation && !isIn(terrain, *simulation)))
-    return nullptr;
-  auto const found = std::find_if(renderers().begin(), renderers().end(), [terrain](TerrainVoxelRenderer const * renderer) {
-    return renderer->getTerrain() == terrain && !renderer->m_impl->shown.isRemoved();
-  });
-  return found != renderers().end() ? *found : nullptr;
+TerrainVoxelRenderer::~TerrainVoxelRenderer() {
+    std::erase(renderers(), this);
 }
 
-hyxTerrain::Terrain * TerrainVoxelRenderer::getTerrain() const { return m_impl->terrain.get(); }
-GeometryNode * TerrainVoxelRenderer::getNode() const { return m_impl->node.get(); }
+TerrainVoxelRenderer* TerrainVoxelRenderer::find(hyxTerrain::Terrain const* terrain,
+                                                 hyxSDK::Simulation const* simulation) {
+    if (!terrain || (simulation && !isIn(terrain, *simulation)))
+        return nullptr;
+    auto const found =
+        std::find_if(renderers().begin(), renderers().end(), [terrain](TerrainVoxelRenderer const* renderer) {
+            return renderer->getTerrain() == terrain && !renderer->m_impl->shown.isRemoved();
+        });
+    return found != renderers().end() ? *found : nullptr;
+}
+
+hyxTerrain::Terrain* TerrainVoxelRenderer::getTerrain() const {
+    return m_impl->terrain.get();
+}
+
+GeometryNode* TerrainVoxelRenderer::getNode() const {
+    return m_impl->node.get();
+}
 
 /// Takes a setting; what is drawn follows with the next update.
 template <class T>
-void TerrainVoxelRenderer::restyle(T & setting, T const & value) {
-  setting = value;
-  m_impl->restyled = true;
+void TerrainVoxelRenderer::restyle(T& setting, T const& value) {
+    setting = value;
+    m_impl->restyled = true;
 }
 
-void TerrainVoxelRenderer::setRenderVoxelSolidMass(bool enable) { restyle(m_impl->voxelLook.solidMass, enable); }
-bool TerrainVoxelRenderer::getRenderVoxelSolidMass() const { return m_impl->voxelLook.solidMass; }
-void TerrainVoxelRenderer::setRenderVoxelFluidMass(bool enable) { restyle(m_impl->voxelLook.fluidMass, enable); }
-bool TerrainVoxelRenderer::getRenderVoxelFluidMass() const { return m_impl->voxelLook.fluidMass; }
-void TerrainVoxelRenderer::setRenderVoxelBoundingBox(bool enable) { restyle(m_impl->voxelLook.edges, enable); }
-bool TerrainVoxelRenderer::getRenderVoxelBoundingBox() const { return m_impl->voxelLook.edges; }
-void TerrainVoxelRenderer::setRenderHeightField(bool enable) { restyle(m_impl->heightField, enable); }
-bool TerrainVoxelRenderer::getRenderHeightField() const { return m_impl->heightField; }
-void TerrainVoxelRenderer::setRenderVoxelCompaction(bool enable) { restyle(m_impl->voxelLook.compaction, enable); }
-bool TerrainVoxelRenderer::getRenderVoxelCompaction() const { return m_impl->voxelLook.compaction; }
-void TerrainVoxelRenderer::setRenderTerrainMaterials(bool enable) { restyle(m_impl->coloring.materials, enable); }
-bool TerrainVoxelRenderer::getRenderTerrainMaterials() const { return m_impl->coloring.materials; }
-void TerrainVoxelRenderer::setRenderDefaultTerrainMaterial(bool enable) { restyle(m_impl->coloring.defaultMaterial, enable); }
-bool TerrainVoxelRenderer::getRenderDefaultTerrainMaterial() const { return m_impl->coloring.defaultMaterial; }
-void TerrainVoxelRenderer::setRenderVelocityField(bool enable) { restyle(m_impl->voxelLook.velocities, enable); }
-bool TerrainVoxelRenderer::getRenderVelocityField() const { return m_impl->voxelLook.velocities; }
-void TerrainVoxelRenderer::setRenderSoilParticles(bool enable) { restyle(m_impl->soilParticles, enable); }
-bool TerrainVoxelRenderer::getRenderSoilParticles() const { return m_impl->soilParticles; }
-void TerrainVoxelRenderer::setRenderSoilParticlesMesh(bool enable) { restyle(m_impl->soilMeshes, enable); }
-bool TerrainVoxelRenderer::getRenderSoilParticlesMesh() const { return m_impl->soilMeshes; }
+void TerrainVoxelRenderer::setRenderVoxelSolidMass(bool enable) {
+    restyle(m_impl->voxelLook.solidMass, enable);
+}
+
+bool TerrainVoxelRenderer::getRenderVoxelSolidMass() const {
+    return m_impl->voxelLook.solidMass;
+}
+
+void TerrainVoxelRenderer::setRenderVoxelFluidMass(bool enable) {
+    restyle(m_impl->voxelLook.fluidMass, enable);
+}
+
+bool TerrainVoxelRenderer::getRenderVoxelFluidMass() const {
+    return m_impl->voxelLook.fluidMass;
+}
+
+void TerrainVoxelRenderer::setRenderVoxelBoundingBox(bool enable) {
+    restyle(m_impl->voxelLook.edges, enable);
+}
+
+bool TerrainVoxelRenderer::getRenderVoxelBoundingBox() const {
+    return m_impl->voxelLook.edges;
+}
+
+void TerrainVoxelRenderer::setRenderHeightField(bool enable) {
+    restyle(m_impl->heightField, enable);
+}
+
+bool TerrainVoxelRenderer::getRenderHeightField() const {
+    return m_impl->heightField;
+}
+
+void TerrainVoxelRenderer::setRenderVoxelCompaction(bool enable) {
+    restyle(m_impl->voxelLook.compaction, enable);
+}
+
+bool TerrainVoxelRenderer::getRenderVoxelCompaction() const {
+    return m_impl->voxelLook.compaction;
+}
+
+void TerrainVoxelRenderer::setRenderTerrainMaterials(bool enable) {
+    restyle(m_impl->coloring.materials, enable);
+}
+
+bool TerrainVoxelRenderer::getRenderTerrainMaterials() const {
+    return m_impl->coloring.materials;
+}
+
+void TerrainVoxelRenderer::setRenderDefaultTerrainMaterial(bool enable) {
+    restyle(m_impl->coloring.defaultMaterial, enable);
+}
+
+bool TerrainVoxelRenderer::getRenderDefaultTerrainMaterial() const {
+    return m_impl->coloring.defaultMaterial;
+}
+
+void TerrainVoxelRenderer::setRenderVelocityField(bool enable) {
+    restyle(m_impl->voxelLook.velocities, enable);
+}
+
+bool TerrainVoxelRenderer::getRenderVelocityField() const {
+    return m_impl->voxelLook.velocities;
+}
+
+void TerrainVoxelRenderer::setRenderSoilParticles(bool enable) {
+    restyle(m_impl->soilParticles, enable);
+}
+
+bool TerrainVoxelRenderer::getRenderSoilParticles() const {
+    return m_impl->soilParticles;
+}
+
+void TerrainVoxelRenderer::setRenderSoilParticlesMesh(bool enable) {
+    restyle(m_impl->soilMeshes, enable);
+}
+
+bool TerrainVoxelRenderer::getRenderSoilParticlesMesh() const {
+    return m_impl->soilMeshes;
+}
 
 void TerrainVoxelRenderer::setRenderHeights(bool enable, hyx::RangeReal range) {
-  m_impl->coloring.heightRange = range;
-  restyle(m_impl->coloring.heights, enable);
+    m_impl->coloring.heightRange = range;
+    restyle(m_impl->coloring.heights, enable);
 }
-bool TerrainVoxelRenderer::getRenderHeights() const { return m_impl->coloring.heights; }
+
+bool TerrainVoxelRenderer::getRenderHeights() const {
+    return m_impl->coloring.heights;
+}
 
 void TerrainVoxelRenderer::setRenderCompaction(bool enable, hyx::RangeReal range) {
-  m_impl->coloring.compactionRange = range;
-  restyle(m_impl->coloring.compaction, enable);
+    m_impl->coloring.compactionRange = range;
+    restyle(m_impl->coloring.compaction, enable);
 }
-bool TerrainVoxelRenderer::getRenderCompaction() const { return m_impl->coloring.compaction; }
 
-void TerrainVoxelRenderer::setTerrainMaterialsColors(hyxRender::ColorVector const & colors) { restyle(m_impl->coloring.materialColors, colors); }
-hyxRender::ColorVector TerrainVoxelRenderer::getTerrainMaterialColors() const { return m_impl->coloring.materialColors; }
-void TerrainVoxelRenderer::setColor(hyx::Vec4f color) { restyle(m_impl->coloring.color, color); }
-hyx::Vec4f TerrainVoxelRenderer::getColor() const { return m_impl->coloring.color; }
-void TerrainVoxelRenderer::setVelocityFieldLineColor(hyx::Vec4 const & color) { restyle(m_impl->voxelLook.velocityColor, hyx::Vec4f(color)); }
-void TerrainVoxelRenderer::setMaxVoxelValueColor(hyx::Vec4f const & color) { restyle(m_impl->voxelLook.maximumColor, color); }
+bool TerrainVoxelRenderer::getRenderCompaction() const {
+    return m_impl->coloring.compaction;
+}
+
+void TerrainVoxelRenderer::setTerrainMaterialsColors(hyxRender::ColorVector const& colors) {
+    restyle(m_impl->coloring.materialColors, colors);
+}
+
+hyxRender::ColorVector TerrainVoxelRenderer::getTerrainMaterialColors() const {
+    return m_impl->coloring.materialColors;
+}
+
+void TerrainVoxelRenderer::setColor(hyx::Vec4f color) {
+    restyle(m_impl->coloring.color, color);
+}
+
+hyx::Vec4f TerrainVoxelRenderer::getColor() const {
+    return m_impl->coloring.color;
+}
+
+void TerrainVoxelRenderer::setVelocityFieldLineColor(hyx::Vec4 const& color) {
+    restyle(m_impl->voxelLook.velocityColor, hyx::Vec4f(color));
+}
+
+void TerrainVoxelRenderer::setMaxVoxelValueColor(hyx::Vec4f const& color) {
+    restyle(m_impl->voxelLook.maximumColor, color);
+}
 
 void TerrainVoxelRenderer::setSoilParticleMeshData(hyx::String model, hyx::String texture) {
-  m_impl->meshes.load(model, texture);
-  m_impl->modelFile = model;
-  m_impl->textureFile = texture;
+    m_impl->meshes.load(model, texture);
+    m_impl->modelFile = model;
+    m_impl->textureFile = texture;
 }
-hyx::String TerrainVoxelRenderer::getSoilParticleMeshModelFilename() const { return m_impl->modelFile; }
-hyx::String TerrainVoxelRenderer::getSoilParticleMeshTextureFilename() const { return m_impl->textureFile; }
 
-void TerrainVoxelRenderer::update() { m_impl->update(); }
-void TerrainVoxelRenderer::removeNotification() { m_impl->shown.remove(); }
-
+hyx::String TerrainVoxelRenderer::getSoilParticleMeshModelFilename() const {
+    return m_impl->modelFile;
 }
+
+hyx::String TerrainVoxelRenderer::getSoilParticleMeshTextureFilename() const {
+    return m_impl->textureFile;
+}
+
+void TerrainVoxelRenderer::update() {
+    m_impl->update();
+}
+
+void TerrainVoxelRenderer::removeNotification() {
+    m_impl->shown.remove();
+}
+
+} // namespace hyxOSG

@@ -6,10 +6,10 @@
 namespace hyxOSG {
 
 /// Adds a colour for each vertex; light falls on these colours as on a material's.
-void useVertexColors(osg::Geometry & geometry, osg::Vec4Array * colors);
-void useVertexColors(osg::Geometry & geometry, osg::Vec4ubArray * colors);
+void useVertexColors(osg::Geometry& geometry, osg::Vec4Array* colors);
+void useVertexColors(osg::Geometry& geometry, osg::Vec4ubArray* colors);
 
 /// Colours are shown as they are: no light falls on the geometry.
-void useNoLight(osg::Geometry & geometry);
+void useNoLight(osg::Geometry& geometry);
 
-}
+} // namespace hyxOSG

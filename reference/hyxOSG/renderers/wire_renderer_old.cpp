@@ -12,55 +12,58 @@
 namespace hyxOSG {
 
 struct WireRendererOld::Impl {
-  hyx::ref_ptr<hyxWire::Wire> wire;
-  osg::ref_ptr<osg::Geometry> geometry = new osg::Geometry;
-  osg::ref_ptr<osg::Vec3Array> positions = new osg::Vec3Array;
-  osg::ref_ptr<osg::DrawArrays> strip = new osg::DrawArrays(GL_LINE_STRIP, 0, 0);
-  hyx::UInt drawnRevision = 0;
-  ShownNode shown;
+    hyx::ref_ptr<hyxWire::Wire> wire;
+    osg::ref_ptr<osg::Geometry> geometry = new osg::Geometry;
+    osg::ref_ptr<osg::Vec3Array> positions = new osg::Vec3Array;
+    osg::ref_ptr<osg::DrawArrays> strip = new osg::DrawArrays(GL_LINE_STRIP, 0, 0);
+    hyx::UInt drawnRevision = 0;
+    ShownNode shown;
 
-  Impl(hyxWire::Wire * wire, osg::Group * parent)
-      : wire(wire), shown(geometry, parent, "a wire renderer", [this] { follow(); }) {}
-  void setUp();
-  void follow();
+    Impl(hyxWire::Wire* wire, osg::Group* parent)
+        : wire(wire), shown(geometry, parent, "a wire renderer", [this] { follow(); }) {}
+
+    void setUp();
+    void follow();
 };
 
-WireRendererOld::WireRendererOld(hyxWire::Wire * wire, osg::Group * parent) {
-  if (!wire)
-    throw std::invalid_argument("a wire renderer needs a wire");
-  m_impl = std::make_unique<Impl>(wire, parent);
-  m_impl->setUp();
-  m_impl->follow();
+WireRendererOld::WireRendererOld(hyxWire::Wire* wire, osg::Group* parent) {
+    if (!wire)
+        throw std::invalid_argument("a wire renderer needs a wire");
+    m_impl = std::make_unique<Impl>(wire, parent);
+    m_impl->setUp();
+    m_impl->follow();
 }
 
 WireRendererOld::~WireRendererOld() = default;
 
-void WireRendererOld::removeNotification() { m_impl->shown.remove(); }
+void WireRendererOld::removeNotification() {
+    m_impl->shown.remove();
+}
 
 void WireRendererOld::Impl::setUp() {
-  geometry->setName("wire");
-  geometry->setUseDisplayList(false);
-  geometry->setUseVertexBufferObjects(true);
-  geometry->setDataVariance(osg::Object::DYNAMIC);
-  geometry->setVertexArray(positions);
-  osg::ref_ptr<osg::Vec4Array> const color = new osg::Vec4Array(1);
-  (*color)[0] = osg::Vec4(0.9f, 0.8f, 0.2f, 1);
-  geometry->setColorArray(color, osg::Array::BIND_OVERALL);
-  geometry->addPrimitiveSet(strip);
-  geometry->getOrCreateStateSet()->setAttributeAndModes(new osg::LineWidth(2));
-  useNoLight(*geometry);
+    geometry->setName("wire");
+    geometry->setUseDisplayList(false);
+    geometry->setUseVertexBufferObjects(true);
+    geometry->setDataVariance(osg::Object::DYNAMIC);
+    geometry->setVertexArray(positions);
+    osg::ref_ptr<osg::Vec4Array> const color = new osg::Vec4Array(1);
+    (*color)[0] = osg::Vec4(0.9f, 0.8f, 0.2f, 1);
+    geometry->setColorArray(color, osg::Array::BIND_OVERALL);
+    geometry->addPrimitiveSet(strip);
+    geometry->getOrCreateStateSet()->setAttributeAndModes(new osg::LineWidth(2));
+    useNoLight(*geometry);
 }
 
 void WireRendererOld::Impl::follow() {
-  if (drawnRevision == wire->getRevision())
-    return;
-  drawnRevision = wire->getRevision();
-  positions->clear();
-  for (hyx::Vec3 const & point : wire->getPoints())
-    positions->push_back(toOsg(point));
-  strip->setCount(static_cast<int>(positions->size()));
-  positions->dirty();
-  geometry->dirtyBound();
+    if (drawnRevision == wire->getRevision())
+        return;
+    drawnRevision = wire->getRevision();
+    positions->clear();
+    for (hyx::Vec3 const& point : wire->getPoints())
+        positions->push_back(toOsg(point));
+    strip->setCount(static_cast<int>(positions->size()));
+    positions->dirty();
+    geometry->dirtyBound();
 }
 
-}
+} // namespace hyxOSG

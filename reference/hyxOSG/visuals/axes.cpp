@@ -1,13 +1,12 @@
 /// Coordinate axes.
 
-#include "platform/hyxOSG/visuals/grid_axes.h"
-
-#include "platform/hyx/joints/constraint.h"
 #include "platform/hyx/bodies/rigid_body.h"
+#include "platform/hyx/joints/constraint.h"
 #include "platform/hyxCollide/geometry.h"
-#include "reference/machinery/meshes/conversions.h"
+#include "platform/hyxOSG/visuals/grid_axes.h"
 #include "reference/hyxOSG/visuals/follow_callback.h"
 #include "reference/hyxOSG/visuals/node_state.h"
+#include "reference/machinery/meshes/conversions.h"
 #include "reference/machinery/meshes/shape_meshes.h"
 
 #include <osg/Geode>
@@ -37,27 +36,26 @@ osg::ref_ptr<osg::Node> part(float topRatio, float radius, float from, float to)
     return place;
 }
 
-osg::ref_ptr<osg::Node> arrow(osg::Vec3 const & direction, float scale, float length) {
+osg::ref_ptr<osg::Node> arrow(osg::Vec3 const& direction, float scale, float length) {
     float const tipStart = (1 - tipLength) * length;
     osg::ref_ptr<osg::MatrixTransform> const axis =
         new osg::MatrixTransform(osg::Matrix::rotate(osg::Vec3(0, 1, 0), direction));
     axis->addChild(part(1, scale * shaftRadius, 0, tipStart));
     axis->addChild(part(0, scale * tipRadius, tipStart, length));
-    osg::Material & material = writableMaterial(*axis);
+    osg::Material& material = writableMaterial(*axis);
     osg::Vec4 const color(direction, 1);
     material.setDiffuse(osg::Material::FRONT_AND_BACK, color * 0.6f);
     material.setEmission(osg::Material::FRONT_AND_BACK, color * 0.4f); // readable from the dark side, too
     return axis;
 }
 
-void addArrows(osg::MatrixTransform & place, float scale, float length) {
-    for (osg::Vec3 const & direction : {osg::Vec3(1, 0, 0), osg::Vec3(0, 1, 0), osg::Vec3(0, 0, 1)})
+void addArrows(osg::MatrixTransform& place, float scale, float length) {
+    for (osg::Vec3 const& direction : {osg::Vec3(1, 0, 0), osg::Vec3(0, 1, 0), osg::Vec3(0, 0, 1)})
         place.addChild(arrow(direction, scale, length));
     place.getOrCreateStateSet()->setMode(GL_NORMALIZE, osg::StateAttribute::ON);
 }
 
-osg::MatrixTransform * followingAxes(osg::Group & root, float scale, float length,
-                                     std::function<osg::Matrixd()> place) {
+osg::MatrixTransform* followingAxes(osg::Group& root, float scale, float length, std::function<osg::Matrixd()> place) {
     osg::ref_ptr<osg::MatrixTransform> const axes = following(std::move(place));
     addArrows(*axes, scale, length);
     root.addChild(axes);
@@ -65,8 +63,8 @@ osg::MatrixTransform * followingAxes(osg::Group & root, float scale, float lengt
 }
 
 template <class Object>
-osg::MatrixTransform * axesOn(Object * object, hyx::AffineMatrix4x4 const & local, osg::Group * root, float scale,
-                              float length) {
+osg::MatrixTransform* axesOn(Object* object, hyx::AffineMatrix4x4 const& local, osg::Group* root, float scale,
+                             float length) {
     checkSizes(scale, length);
     if (!object || !root)
         return nullptr;
@@ -75,7 +73,7 @@ osg::MatrixTransform * axesOn(Object * object, hyx::AffineMatrix4x4 const & loca
 }
 
 template <class Object>
-osg::MatrixTransform * axesOn(Object * object, hyx::Frame * frame, osg::Group * root, float scale, float length) {
+osg::MatrixTransform* axesOn(Object* object, hyx::Frame* frame, osg::Group* root, float scale, float length) {
     checkSizes(scale, length);
     if (!object || !root)
         return nullptr;
@@ -85,46 +83,45 @@ osg::MatrixTransform * axesOn(Object * object, hyx::Frame * frame, osg::Group * 
                          [kept = hyx::ref_ptr<hyx::Frame>(frame)] { return toOsg(kept->getMatrix()); });
 }
 
-}
+} // namespace
 
-osg::MatrixTransform * createAxes(float scale, float length) {
+osg::MatrixTransform* createAxes(float scale, float length) {
     checkSizes(scale, length);
     osg::ref_ptr<osg::MatrixTransform> axes = new osg::MatrixTransform;
     addArrows(*axes, scale, length);
     return axes.release();
 }
 
-osg::MatrixTransform * createAxes(hyxCollide::Geometry * geometry, hyx::Frame * frame, osg::Group * root, float scale,
-                                  float length) {
+osg::MatrixTransform* createAxes(hyxCollide::Geometry* geometry, hyx::Frame* frame, osg::Group* root, float scale,
+                                 float length) {
     return axesOn(geometry, frame, root, scale, length);
 }
 
-osg::MatrixTransform * createAxes(hyxCollide::Geometry * geometry, hyx::AffineMatrix4x4 localTransform,
-                                  osg::Group * root, float scale, float length) {
+osg::MatrixTransform* createAxes(hyxCollide::Geometry* geometry, hyx::AffineMatrix4x4 localTransform, osg::Group* root,
+                                 float scale, float length) {
     return axesOn(geometry, localTransform, root, scale, length);
 }
 
-osg::MatrixTransform * createAxes(hyx::RigidBody * body, hyx::Frame * frame, osg::Group * root, float scale,
-                                  float length) {
+osg::MatrixTransform* createAxes(hyx::RigidBody* body, hyx::Frame* frame, osg::Group* root, float scale, float length) {
     return axesOn(body, frame, root, scale, length);
 }
 
-osg::MatrixTransform * createAxes(hyx::RigidBody * body, hyx::AffineMatrix4x4 localTransform, osg::Group * root,
-                                  float scale, float length) {
+osg::MatrixTransform* createAxes(hyx::RigidBody* body, hyx::AffineMatrix4x4 localTransform, osg::Group* root,
+                                 float scale, float length) {
     return axesOn(body, localTransform, root, scale, length);
 }
 
-osg::MatrixTransform * createAxes(hyx::AffineMatrix4x4 transform, osg::Group * root, float scale, float length) {
+osg::MatrixTransform* createAxes(hyx::AffineMatrix4x4 transform, osg::Group* root, float scale, float length) {
     checkSizes(scale, length);
     if (!root)
         return nullptr;
-    osg::MatrixTransform * const axes = createAxes(scale, length);
+    osg::MatrixTransform* const axes = createAxes(scale, length);
     axes->setMatrix(toOsg(transform));
     root->addChild(axes);
     return axes;
 }
 
-bool createAxes(hyx::Constraint * constraint, osg::Group * root, float scale, float length) {
+bool createAxes(hyx::Constraint* constraint, osg::Group* root, float scale, float length) {
     checkSizes(scale, length);
     if (!constraint || !root)
         return false;
@@ -136,4 +133,4 @@ bool createAxes(hyx::Constraint * constraint, osg::Group * root, float scale, fl
     return constraint->getAttachmentFrame(0) || constraint->getAttachmentFrame(1);
 }
 
-}
+} // namespace hyxOSG

@@ -3,18 +3,18 @@
 
 namespace osg {
 class Group;
-}
+} // namespace osg
 
 namespace hyx {
 class RigidBody;
-}
+} // namespace hyx
 
 namespace hyxOSG {
 
 class RigidBodyRenderCache;
 
 /// Like createVisual for a body; shape nodes are shared through `cache`, null for none.
-osg::Group * createBodyVisual(hyx::RigidBody const & body, osg::Group & root, float detailRatio, bool evenIfSensor,
-                              RigidBodyRenderCache * cache);
+osg::Group* createBodyVisual(hyx::RigidBody const& body, osg::Group& root, float detailRatio, bool evenIfSensor,
+                             RigidBodyRenderCache* cache);
 
-}
+} // namespace hyxOSG

@@ -13,8 +13,7 @@ namespace {
 /// An orbit manipulator whose turning button may be another one than the left.
 class OrbitWithButton : public osgGA::OrbitManipulator {
 public:
-    explicit OrbitWithButton(int button)
-        : m_button(button) {
+    explicit OrbitWithButton(int button) : m_button(button) {
         setAllowThrow(false);
         setVerticalAxisFixed(true);
         constexpr double wheelZoom = -0.1; // turned away from the user the wheel goes nearer
@@ -48,10 +47,10 @@ private:
     int m_button;
 };
 
-}
+} // namespace
 
-bool setOrbitCamera(osgViewer::Viewer * viewer, osg::Group * scene, hyx::Vec3 const & eye, hyx::Vec3 const & center,
-                    hyx::Vec3 const & up, int mouseButton) {
+bool setOrbitCamera(osgViewer::Viewer* viewer, osg::Group* scene, hyx::Vec3 const& eye, hyx::Vec3 const& center,
+                    hyx::Vec3 const& up, int mouseButton) {
     osg::Vec3d const view = toOsg(center) - toOsg(eye);
     bool const looks = view.length() > 0 && (view ^ toOsg(up)).length() > 1e-9 * view.length();
     if (!viewer || !scene || !looks || mouseButton < 1 || mouseButton > 3)
@@ -66,7 +65,7 @@ bool setOrbitCamera(osgViewer::Viewer * viewer, osg::Group * scene, hyx::Vec3 co
     return true;
 }
 
-void getNearFarPoints(osg::Camera const * camera, float x, float y, hyx::Vec3 & nearPoint, hyx::Vec3 & farPoint) {
+void getNearFarPoints(osg::Camera const* camera, float x, float y, hyx::Vec3& nearPoint, hyx::Vec3& farPoint) {
     if (!camera || !camera->getViewport())
         return;
     osg::Matrixd const toWindow =
@@ -78,8 +77,8 @@ void getNearFarPoints(osg::Camera const * camera, float x, float y, hyx::Vec3 & 
     farPoint = toHyx(osg::Vec3d(x, y, 1) * toWorld);
 }
 
-hyxCollide::LocalGeometryContact getHoveredGeometryContact(osg::Camera const * camera, hyxCollide::Space * space,
-                                                           float x, float y) {
+hyxCollide::LocalGeometryContact getHoveredGeometryContact(osg::Camera const* camera, hyxCollide::Space* space, float x,
+                                                           float y) {
     if (!camera || !space)
         return {};
     hyx::Vec3 nearPoint, farPoint;
@@ -95,4 +94,4 @@ hyxCollide::LocalGeometryContact getHoveredGeometryContact(osg::Camera const * c
     return contact;
 }
 
-}
+} // namespace hyxOSG

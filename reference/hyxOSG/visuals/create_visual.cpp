@@ -1,24 +1,24 @@
 #include "platform/hyxOSG/visuals/create_visual.h"
 
-#include "platform/hyx/particles/emitter.h"
 #include "platform/hyx/bodies/observer_frame.h"
-#include "platform/hyx/particles/particle_system.h"
 #include "platform/hyx/bodies/rigid_body.h"
+#include "platform/hyx/particles/emitter.h"
+#include "platform/hyx/particles/particle_system.h"
 #include "platform/hyx/particles/rigid_body_emitter.h"
 #include "platform/hyxCollide/box.h"
 #include "platform/hyxOSG/nodes/geometry_node.h"
+#include "platform/hyxOSG/renderers/terrain_voxel_renderer.h"
 #include "platform/hyxOSG/visuals/grid_axes.h"
 #include "platform/hyxOSG/visuals/materials.h"
 #include "platform/hyxOSG/visuals/rigid_body_render_cache.h"
-#include "platform/hyxOSG/renderers/terrain_voxel_renderer.h"
 #include "platform/hyxSDK/simulation.h"
 #include "platform/hyxSDK/terrain_instance.h"
 #include "reference/hyxOSG/visuals/body_visual.h"
-#include "reference/machinery/meshes/conversions.h"
 #include "reference/hyxOSG/visuals/follow_callback.h"
-#include "reference/machinery/meshes/shape_meshes.h"
 #include "reference/hyxOSG/visuals/shape_nodes.h"
 #include "reference/hyxOSG/visuals/visual_updater.h"
+#include "reference/machinery/meshes/conversions.h"
+#include "reference/machinery/meshes/shape_meshes.h"
 
 #include <osg/Geode>
 #include <osg/UserDataContainer>
@@ -30,18 +30,17 @@ namespace {
 
 /// How visuals are made; checked once for all that are made with it.
 struct Look {
-    Look(float detailRatio, bool evenIfSensor)
-        : detailRatio(detailRatio)
-        , evenIfSensor(evenIfSensor) {
+    Look(float detailRatio, bool evenIfSensor) : detailRatio(detailRatio), evenIfSensor(evenIfSensor) {
         segmentsForDetail(detailRatio); // refuses bad ratios before anything is added to the scene
     }
+
     float detailRatio;
     bool evenIfSensor;
-    RigidBodyRenderCache * cache = nullptr;
+    RigidBodyRenderCache* cache = nullptr;
 };
 
-osg::ref_ptr<osg::Node> shapeNode(hyxCollide::Geometry const & geometry, Look const & look) {
-    if (osg::Node * const known = look.cache ? look.cache->find(&geometry, look.detailRatio) : nullptr)
+osg::ref_ptr<osg::Node> shapeNode(hyxCollide::Geometry const& geometry, Look const& look) {
+    if (osg::Node* const known = look.cache ? look.cache->find(&geometry, look.detailRatio) : nullptr)
         return known;
     osg::ref_ptr<osg::Node> const node = createShapeNode(*geometry.getShape(), look.detailRatio);
     if (look.cache)
@@ -49,13 +48,13 @@ osg::ref_ptr<osg::Node> shapeNode(hyxCollide::Geometry const & geometry, Look co
     return node;
 }
 
-GeometryNode * addGeometry(hyxCollide::Geometry const & geometry, osg::Group & root, Look const & look) {
-    osg::ref_ptr<GeometryNode> const node = new GeometryNode(const_cast<hyxCollide::Geometry *>(&geometry));
-    static_cast<osg::Node &>(*node).setName(geometry.getName());
+GeometryNode* addGeometry(hyxCollide::Geometry const& geometry, osg::Group& root, Look const& look) {
+    osg::ref_ptr<GeometryNode> const node = new GeometryNode(const_cast<hyxCollide::Geometry*>(&geometry));
+    static_cast<osg::Node&>(*node).setName(geometry.getName());
     if (look.evenIfSensor || !geometry.isSensor()) {
         node->setRenderChild(GeometryNode::GEOMETRY_DATA, shapeNode(geometry, look));
         node->shapeCallback = {
-            [self = node.get(), detailRatio = look.detailRatio](hyxCollide::Geometry const * changed) {
+            [self = node.get(), detailRatio = look.detailRatio](hyxCollide::Geometry const* changed) {
                 self->setRenderChild(GeometryNode::GEOMETRY_DATA, createShapeNode(*changed->getShape(), detailRatio));
             }};
     }
@@ -63,49 +62,49 @@ GeometryNode * addGeometry(hyxCollide::Geometry const & geometry, osg::Group & r
     return node;
 }
 
-osg::Group * addGroup(hyx::Name const & name, osg::Group & root) {
+osg::Group* addGroup(hyx::Name const& name, osg::Group& root) {
     osg::ref_ptr<osg::Group> const group = new osg::Group;
     group->setName(name);
     root.addChild(group);
     return group;
 }
 
-osg::Group * addBody(hyx::RigidBody const & body, osg::Group & root, Look const & look) {
-    osg::Group * const group = addGroup(body.getName(), root);
-    for (auto const & geometry : body.getGeometries())
+osg::Group* addBody(hyx::RigidBody const& body, osg::Group& root, Look const& look) {
+    osg::Group* const group = addGroup(body.getName(), root);
+    for (auto const& geometry : body.getGeometries())
         addGeometry(*geometry, *group, look);
     return group;
 }
 
 /// What carries itself along in the simulation and has a look of its own. Returns the body that this look stands for.
-hyx::RigidBody * addProcess(hyx::Object * process, osg::Group & root) {
-    if (auto * const particles = dynamic_cast<hyx::ParticleSystem *>(process))
+hyx::RigidBody* addProcess(hyx::Object* process, osg::Group& root) {
+    if (auto* const particles = dynamic_cast<hyx::ParticleSystem*>(process))
         createVisual(particles, &root);
-    auto * const terrain = dynamic_cast<hyxSDK::TerrainInstance *>(process);
+    auto* const terrain = dynamic_cast<hyxSDK::TerrainInstance*>(process);
     if (!terrain)
         return nullptr;
     createVisual(terrain, &root);
     return terrain->getRigidBody();
 }
 
-osg::Group * addAssembly(hyxSDK::Assembly const & assembly, osg::Group & root, Look const & look) {
-    osg::Group * const group = addGroup(assembly.getName(), root);
-    std::set<hyx::RigidBody const *> drawn;
-    for (auto const & process : assembly.getProcesses())
+osg::Group* addAssembly(hyxSDK::Assembly const& assembly, osg::Group& root, Look const& look) {
+    osg::Group* const group = addGroup(assembly.getName(), root);
+    std::set<hyx::RigidBody const*> drawn;
+    for (auto const& process : assembly.getProcesses())
         drawn.insert(addProcess(process, *group));
-    for (auto const & body : assembly.getRigidBodies())
+    for (auto const& body : assembly.getRigidBodies())
         if (!drawn.contains(body))
             addBody(*body, *group, look);
-    for (auto const & geometry : assembly.getGeometries())
+    for (auto const& geometry : assembly.getGeometries())
         addGeometry(*geometry, *group, look);
-    for (auto const & part : assembly.getAssemblies())
+    for (auto const& part : assembly.getAssemblies())
         addAssembly(*part, *group, look);
     return group;
 }
 
 /// The see-through box in which an emitter makes things.
-osg::Group * addEmitterVolume(hyx::Emitter * emitter, osg::Group & root) {
-    osg::Group * const group = addGroup(emitter->getName(), root);
+osg::Group* addEmitterVolume(hyx::Emitter* emitter, osg::Group& root) {
+    osg::Group* const group = addGroup(emitter->getName(), root);
     hyx::ref_ptr<hyx::Emitter> const kept = emitter;
     osg::ref_ptr<osg::MatrixTransform> const place = following([kept] {
         return osg::Matrixd::scale(toOsg(kept->getHalfExtents())) * osg::Matrixd::translate(toOsg(kept->getPosition()));
@@ -120,74 +119,73 @@ osg::Group * addEmitterVolume(hyx::Emitter * emitter, osg::Group & root) {
 /// Keeps a renderer for as long as the node it is attached to.
 class KeptRenderer : public osg::Object {
 public:
-    explicit KeptRenderer(TerrainVoxelRenderer * renderer = nullptr)
-        : m_renderer(renderer) {}
-    KeptRenderer(KeptRenderer const & other, osg::CopyOp const & operation)
-        : osg::Object(other, operation)
-        , m_renderer(other.m_renderer) {}
-    META_Object(hyxOSG, KeptRenderer)
+    explicit KeptRenderer(TerrainVoxelRenderer* renderer = nullptr) : m_renderer(renderer) {}
 
-private:
-    hyx::ref_ptr<TerrainVoxelRenderer> m_renderer;
+    KeptRenderer(KeptRenderer const& other, osg::CopyOp const& operation)
+        : osg::Object(other, operation), m_renderer(other.m_renderer) {}
+
+META_Object(hyxOSG, KeptRenderer)
+
+    private : hyx::ref_ptr<TerrainVoxelRenderer> m_renderer;
 };
 
-}
+} // namespace
 
-osg::Group * createBodyVisual(hyx::RigidBody const & body, osg::Group & root, float detailRatio, bool evenIfSensor,
-                              RigidBodyRenderCache * cache) {
+osg::Group* createBodyVisual(hyx::RigidBody const& body, osg::Group& root, float detailRatio, bool evenIfSensor,
+                             RigidBodyRenderCache* cache) {
     Look look(detailRatio, evenIfSensor);
     look.cache = cache;
     return addBody(body, root, look);
 }
 
-GeometryNode * createVisual(hyxCollide::Geometry const * geometry, osg::Group * root, float detailRatio,
-                            bool evenIfSensor, bool autoRemove) {
+GeometryNode* createVisual(hyxCollide::Geometry const* geometry, osg::Group* root, float detailRatio, bool evenIfSensor,
+                           bool autoRemove) {
     Look const look(detailRatio, evenIfSensor);
     if (!geometry || !root)
         return nullptr;
-    GeometryNode * const node = addGeometry(*geometry, *root, look);
+    GeometryNode* const node = addGeometry(*geometry, *root, look);
     node->setAutoRemove(autoRemove);
     return node;
 }
 
-osg::Group * createVisual(hyx::RigidBody * body, osg::Group * root, float detailRatio, bool evenIfSensor) {
+osg::Group* createVisual(hyx::RigidBody* body, osg::Group* root, float detailRatio, bool evenIfSensor) {
     Look const look(detailRatio, evenIfSensor);
     return body && root ? addBody(*body, *root, look) : nullptr;
 }
 
-osg::Group * createVisual(hyxSDK::Assembly * assembly, osg::Group * root, float detailRatio, bool evenIfSensor) {
+osg::Group* createVisual(hyxSDK::Assembly* assembly, osg::Group* root, float detailRatio, bool evenIfSensor) {
     return createVisualTemplateCaching(assembly, root, nullptr, detailRatio, evenIfSensor);
 }
 
-osg::Group * createVisualTemplateCaching(hyxSDK::Assembly * assembly, osg::Group * root, RigidBodyRenderCache * cache,
-                                         float detailRatio, bool evenIfSensor) {
+osg::Group* createVisualTemplateCaching(hyxSDK::Assembly* assembly, osg::Group* root, RigidBodyRenderCache* cache,
+                                        float detailRatio, bool evenIfSensor) {
     Look look(detailRatio, evenIfSensor);
     look.cache = cache;
     return assembly && root ? addAssembly(*assembly, *root, look) : nullptr;
 }
 
-osg::Group * createVisual(hyxSDK::Simulation * simulation, osg::Group * root, float detailRatio, bool evenIfSensor) {
+osg::Group* createVisual(hyxSDK::Simulation* simulation, osg::Group* root, float detailRatio, bool evenIfSensor) {
     Look const look(detailRatio, evenIfSensor);
     if (!simulation || !root)
         return nullptr;
-    osg::Group * const group = addGroup(simulation->getName(), *root);
+    osg::Group* const group = addGroup(simulation->getName(), *root);
     hyx::ref_ptr<VisualUpdater> const updater = new VisualUpdater(group, detailRatio, evenIfSensor);
-    std::set<hyx::RigidBody const *> drawn;
-    for (auto const & process : simulation->getProcesses())
+    std::set<hyx::RigidBody const*> drawn;
+    for (auto const& process : simulation->getProcesses())
         drawn.insert(addProcess(process, *group));
-    for (auto const & body : simulation->getRigidBodies())
+    for (auto const& body : simulation->getRigidBodies())
         if (!drawn.contains(body))
             updater->adopt(body);
-    for (auto const & geometry : simulation->getSpace()->getGeometries())
+    for (auto const& geometry : simulation->getSpace()->getGeometries())
         if (!geometry->getRigidBody())
             addGeometry(*geometry, *group, look);
     simulation->add(updater);
     return group;
 }
 
-osg::Geode * createVisual(hyx::ParticleSystem * particleSystem, osg::Group * root,
-                          ParticleSystemDrawable::ParticleRenderingMode renderingMode,
-                          ParticleSystemDrawable::ParticleShaderMode shaderMode) {
+osg::Geode* createVisual(hyx::ParticleSystem* particleSystem, osg::Group* root,
+                         ParticleSystemDrawable::ParticleRenderingMode renderingMode,
+                         ParticleSystemDrawable::ParticleShaderMode shaderMode) {
     if (!particleSystem || !root)
         return nullptr;
     osg::ref_ptr<osg::Geode> const geode = new osg::Geode;
@@ -197,14 +195,14 @@ osg::Geode * createVisual(hyx::ParticleSystem * particleSystem, osg::Group * roo
     return geode;
 }
 
-osg::Group * createVisual(hyx::RigidBodyEmitter * emitter, osg::Group * root) {
+osg::Group* createVisual(hyx::RigidBodyEmitter* emitter, osg::Group* root) {
     if (!emitter || !root)
         return nullptr;
-    osg::Group * const group = addEmitterVolume(emitter, *root);
+    osg::Group* const group = addEmitterVolume(emitter, *root);
     Look const look(1, false);
-    for (auto const & body : emitter->getBodies())
+    for (auto const& body : emitter->getBodies())
         addBody(*body, *group, look);
-    emitter->addEmitCallback([scene = osg::observer_ptr<osg::Group>(group), look](hyx::RigidBody * body) {
+    emitter->addEmitCallback([scene = osg::observer_ptr<osg::Group>(group), look](hyx::RigidBody* body) {
         osg::ref_ptr<osg::Group> alive;
         if (scene.lock(alive))
             addBody(*body, *alive, look);
@@ -212,16 +210,16 @@ osg::Group * createVisual(hyx::RigidBodyEmitter * emitter, osg::Group * root) {
     return group;
 }
 
-osg::Group * createVisual(hyx::Emitter * emitter, osg::Group * root) {
+osg::Group* createVisual(hyx::Emitter* emitter, osg::Group* root) {
     return emitter && root ? addEmitterVolume(emitter, *root) : nullptr;
 }
 
-TerrainVoxelRenderer * createVisual(hyxSDK::TerrainInstance * terrain, osg::Group * root) {
+TerrainVoxelRenderer* createVisual(hyxSDK::TerrainInstance* terrain, osg::Group* root) {
     if (!terrain || !root)
         return nullptr;
-    hyxSDK::Simulation * const simulation = terrain->getSimulation();
+    hyxSDK::Simulation* const simulation = terrain->getSimulation();
     if (simulation)
-        if (auto * const present = TerrainVoxelRenderer::find(terrain->getTerrain(), simulation))
+        if (auto* const present = TerrainVoxelRenderer::find(terrain->getTerrain(), simulation))
             return present;
     hyx::ref_ptr<TerrainVoxelRenderer> const renderer = new TerrainVoxelRenderer(terrain, root);
     if (simulation)
@@ -231,7 +229,7 @@ TerrainVoxelRenderer * createVisual(hyxSDK::TerrainInstance * terrain, osg::Grou
     return renderer;
 }
 
-osg::MatrixTransform * createVisual(hyx::ObserverFrame * observerFrame, osg::Group * root, float length) {
+osg::MatrixTransform* createVisual(hyx::ObserverFrame* observerFrame, osg::Group* root, float length) {
     if (!observerFrame || !root)
         return nullptr;
     osg::ref_ptr<osg::MatrixTransform> const place =
@@ -242,22 +240,24 @@ osg::MatrixTransform * createVisual(hyx::ObserverFrame * observerFrame, osg::Gro
     return place;
 }
 
-std::tuple<osg::Group *, std::vector<std::size_t>>
-createVisualWithGeometryConnection(hyx::RigidBody * body, osg::Group * root, float detailRatio, bool evenIfSensor) {
-    osg::Group * const group = createVisual(body, root, detailRatio, evenIfSensor);
+std::tuple<osg::Group*, std::vector<std::size_t>> createVisualWithGeometryConnection(hyx::RigidBody* body,
+                                                                                     osg::Group* root,
+                                                                                     float detailRatio,
+                                                                                     bool evenIfSensor) {
+    osg::Group* const group = createVisual(body, root, detailRatio, evenIfSensor);
     std::vector<std::size_t> places(group ? group->getNumChildren() : 0);
     for (std::size_t i = 0; i < places.size(); ++i)
         places[i] = i; // addBody makes one child a geometry, in their order
     return {group, places};
 }
 
-hyxSDK::EventListener * createVisualUpdater(hyxSDK::EventListener * listener, osg::Group * root) {
+hyxSDK::EventListener* createVisualUpdater(hyxSDK::EventListener* listener, osg::Group* root) {
     if (!listener || !root)
         return nullptr;
     hyx::ref_ptr<VisualUpdater> updater = new VisualUpdater(root, 1, false, listener);
-    if (hyxSDK::Simulation * const simulation = listener->getSimulation())
+    if (hyxSDK::Simulation* const simulation = listener->getSimulation())
         simulation->add(updater);
     return updater->getSimulation() ? updater.get() : updater.release();
 }
 
-}
+} // namespace hyxOSG

@@ -19,14 +19,14 @@
 namespace hyxOSG {
 namespace {
 
-constexpr std::array<char const *, 6> sideNames{"posx", "negx", "posy", "negy", "posz", "negz"};
+constexpr std::array<char const*, 6> sideNames{"posx", "negx", "posy", "negy", "posz", "negz"};
 
 /// What keeps `images` from being a cube map; empty when nothing does.
-std::string faultOf(ImageList const & images) {
+std::string faultOf(ImageList const& images) {
     if (images.size() != sideNames.size())
         return "a cube map needs 6 images, not " + std::to_string(images.size());
     for (std::size_t side = 0; side < images.size(); ++side) {
-        osg::Image const * const image = images[side];
+        osg::Image const* const image = images[side];
         if (!image || !image->data())
             return std::string("the cube map's image ") + sideNames[side] + " is empty";
         if (image->s() != image->t() || image->s() != images[0]->s())
@@ -35,7 +35,7 @@ std::string faultOf(ImageList const & images) {
     return {};
 }
 
-osg::ref_ptr<osg::TextureCubeMap> cubeMapOf(ImageList const & images) {
+osg::ref_ptr<osg::TextureCubeMap> cubeMapOf(ImageList const& images) {
     std::string const fault = faultOf(images);
     if (!fault.empty()) {
         warn(fault);
@@ -57,20 +57,20 @@ osg::ref_ptr<osg::TextureCubeMap> cubeMapOf(ImageList const & images) {
 }
 
 /// The directions to look up in the cube map, whose y axis is the world's z axis.
-osg::ref_ptr<osg::Vec3Array> directions(osg::Vec3Array const & positions) {
+osg::ref_ptr<osg::Vec3Array> directions(osg::Vec3Array const& positions) {
     osg::ref_ptr<osg::Vec3Array> const result = new osg::Vec3Array;
-    for (osg::Vec3 const & position : positions)
+    for (osg::Vec3 const& position : positions)
         result->push_back({position.x(), position.z(), -position.y()});
     return result;
 }
 
-}
+} // namespace
 
-bool loadCubeMapImages(std::string const & prefix, std::string const & extension, ImageList & images) {
+bool loadCubeMapImages(std::string const& prefix, std::string const& extension, ImageList& images) {
     images.clear();
     std::string const ending = extension.empty() || extension.front() == '.' ? extension : "." + extension;
     ImageList read;
-    for (char const * const side : sideNames) {
+    for (char const* const side : sideNames) {
         osg::ref_ptr<osg::Image> const image = readImage(prefix + side + ending);
         if (!image)
             return false;
@@ -84,31 +84,31 @@ bool loadCubeMapImages(std::string const & prefix, std::string const & extension
     return fault.empty();
 }
 
-osg::TextureCubeMap * createTextureCubeMap(ImageList & images) {
+osg::TextureCubeMap* createTextureCubeMap(ImageList& images) {
     return cubeMapOf(images).release();
 }
 
-osg::TextureCubeMap * createTextureCubeMap(std::string const & prefix, std::string const & extension) {
+osg::TextureCubeMap* createTextureCubeMap(std::string const& prefix, std::string const& extension) {
     ImageList images;
     return loadCubeMapImages(prefix, extension, images) ? createTextureCubeMap(images) : nullptr;
 }
 
-osg::Geode * createSkySphere(std::string const & name, ImageList & images, float radius, float detailRatio) {
+osg::Geode* createSkySphere(std::string const& name, ImageList& images, float radius, float detailRatio) {
     if (!(radius > 0) || !std::isfinite(radius))
         throw std::invalid_argument("the radius of a sky sphere must be a positive number of metres");
     osg::ref_ptr<osg::Geometry> const mesh = unitSphereMesh(segmentsForDetail(2 * detailRatio));
     osg::ref_ptr<osg::TextureCubeMap> const texture = cubeMapOf(images);
     if (!texture)
         return nullptr;
-    auto & positions = static_cast<osg::Vec3Array &>(*mesh->getVertexArray());
+    auto& positions = static_cast<osg::Vec3Array&>(*mesh->getVertexArray());
     mesh->setTexCoordArray(0, directions(positions), osg::Array::BIND_PER_VERTEX);
-    for (osg::Vec3 & position : positions)
+    for (osg::Vec3& position : positions)
         position *= radius;
 
     osg::ref_ptr<osg::Geode> sky = new osg::Geode;
     sky->setName(name);
     sky->addDrawable(mesh);
-    osg::StateSet & state = writableStateSet(*sky);
+    osg::StateSet& state = writableStateSet(*sky);
     state.setTextureAttributeAndModes(0, texture, setByScript);
     state.setTextureAttributeAndModes(0, new osg::TexEnv(osg::TexEnv::REPLACE), setByScript);
     state.setAttributeAndModes(new osg::Program, setByScript); // an empty program: fixed function
@@ -117,7 +117,7 @@ osg::Geode * createSkySphere(std::string const & name, ImageList & images, float
     return sky.release();
 }
 
-bool setCubeMapTexture(osg::Node * node, std::string const & prefix, std::string const & extension) {
+bool setCubeMapTexture(osg::Node* node, std::string const& prefix, std::string const& extension) {
     ImageList images;
     if (!node || !loadCubeMapImages(prefix, extension, images))
         return false;
@@ -128,11 +128,11 @@ bool setCubeMapTexture(osg::Node * node, std::string const & prefix, std::string
     return true;
 }
 
-void setEnvMapReflectionCoefficient(osg::Node * node, float coefficient) {
+void setEnvMapReflectionCoefficient(osg::Node* node, float coefficient) {
     if (std::isnan(coefficient))
         throw std::invalid_argument("the reflection coefficient must be a number from 0 to 1");
     if (node)
         setReflection(*node, std::clamp(coefficient, 0.0f, 1.0f), false);
 }
 
-}
+} // namespace hyxOSG

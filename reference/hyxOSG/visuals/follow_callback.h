@@ -9,12 +9,11 @@ namespace hyxOSG {
 /// Moves a transform to where a function says, at every update traversal.
 class FollowCallback : public osg::NodeCallback {
 public:
-    explicit FollowCallback(std::function<osg::Matrixd()> place)
-        : m_place(std::move(place)) {}
+    explicit FollowCallback(std::function<osg::Matrixd()> place) : m_place(std::move(place)) {}
 
-    void operator()(osg::Node * node, osg::NodeVisitor * visitor) override {
-        if (osg::Transform * const transform = node->asTransform())
-            if (osg::MatrixTransform * const matrix = transform->asMatrixTransform())
+    void operator()(osg::Node* node, osg::NodeVisitor* visitor) override {
+        if (osg::Transform* const transform = node->asTransform())
+            if (osg::MatrixTransform* const matrix = transform->asMatrixTransform())
                 matrix->setMatrix(m_place());
         traverse(node, visitor);
     }
@@ -30,4 +29,4 @@ inline osg::ref_ptr<osg::MatrixTransform> following(std::function<osg::Matrixd()
     return transform;
 }
 
-}
+} // namespace hyxOSG

@@ -14,20 +14,20 @@
 namespace hyxOSG {
 namespace {
 
-bool hasVisual(hyx::RigidBody const & body, osg::Group * root) {
-    for (auto const & geometry : body.getGeometries())
+bool hasVisual(hyx::RigidBody const& body, osg::Group* root) {
+    for (auto const& geometry : body.getGeometries())
         if (findGeometryNode(geometry, root))
             return true;
     return false;
 }
 
 /// Gives each piece a visual, unless an updater under `root` already did, and then hands it to `finish`.
-void drawPieces(hyxModel::FractureGenerator * generator, osg::Group * root,
-                std::function<void(hyx::RigidBody *, osg::Group *)> finish) {
+void drawPieces(hyxModel::FractureGenerator* generator, osg::Group* root,
+                std::function<void(hyx::RigidBody*, osg::Group*)> finish) {
     if (!generator || !root)
         return;
     generator->addFragmentCallback(
-        [scene = osg::observer_ptr<osg::Group>(root), finish](hyx::RigidBody *, hyx::RigidBody * piece) {
+        [scene = osg::observer_ptr<osg::Group>(root), finish](hyx::RigidBody*, hyx::RigidBody* piece) {
             osg::ref_ptr<osg::Group> alive;
             if (!scene.lock(alive))
                 return;
@@ -37,16 +37,16 @@ void drawPieces(hyxModel::FractureGenerator * generator, osg::Group * root,
         });
 }
 
+} // namespace
+
+void addRenderCallbackToFracture(hyxModel::FractureGenerator* generator, osg::Group* root) {
+    drawPieces(generator, root, [](hyx::RigidBody*, osg::Group*) {});
 }
 
-void addRenderCallbackToFracture(hyxModel::FractureGenerator * generator, osg::Group * root) {
-    drawPieces(generator, root, [](hyx::RigidBody *, osg::Group *) {});
-}
-
-void addRenderColorCallbackToFracture(hyxModel::FractureGenerator * generator, osg::Group * root,
-                                      hyx::Vec4f const & color) {
+void addRenderColorCallbackToFracture(hyxModel::FractureGenerator* generator, osg::Group* root,
+                                      hyx::Vec4f const& color) {
     drawPieces(generator, root,
-               [color](hyx::RigidBody * piece, osg::Group * scene) { setDiffuseColor(piece, color, scene); });
+               [color](hyx::RigidBody* piece, osg::Group* scene) { setDiffuseColor(piece, color, scene); });
 }
 
-}
+} // namespace hyxOSG

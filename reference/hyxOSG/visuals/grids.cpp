@@ -1,7 +1,6 @@
 /// Grids in the plane and in space.
 
 #include "platform/hyxOSG/visuals/grid_axes.h"
-
 #include "reference/machinery/meshes/conversions.h"
 #include "reference/machinery/meshes/line_meshes.h"
 #include "reference/machinery/meshes/mesh_builder.h"
@@ -26,21 +25,21 @@ float part(unsigned int place, unsigned int cells) {
     return static_cast<float>(place) / static_cast<float>(cells);
 }
 
-void addLine(osg::Vec3Array & points, osg::Vec3 const & start, osg::Vec3 const & way) {
+void addLine(osg::Vec3Array& points, osg::Vec3 const& start, osg::Vec3 const& way) {
     points.push_back(start);
     points.push_back(start + way);
 }
 
 /// Lines along `along` from each knot of the net of `u` and `v`.
-void addNet(osg::Vec3Array & points, osg::Vec3 const & corner, osg::Vec3 const & u, unsigned int cellsU,
-            osg::Vec3 const & v, unsigned int cellsV, osg::Vec3 const & along) {
+void addNet(osg::Vec3Array& points, osg::Vec3 const& corner, osg::Vec3 const& u, unsigned int cellsU,
+            osg::Vec3 const& v, unsigned int cellsV, osg::Vec3 const& along) {
     for (unsigned int j = 0; j <= cellsV; ++j)
         for (unsigned int i = 0; i <= cellsU; ++i)
             addLine(points, corner + u * part(i, cellsU) + v * part(j, cellsV), along);
 }
 
-osg::ref_ptr<osg::Geometry> checkerboard(unsigned int cellsU, unsigned int cellsV, osg::Vec3 const & corner,
-                                         osg::Vec3 const & u, osg::Vec3 const & v) {
+osg::ref_ptr<osg::Geometry> checkerboard(unsigned int cellsU, unsigned int cellsV, osg::Vec3 const& corner,
+                                         osg::Vec3 const& u, osg::Vec3 const& v) {
     MeshBuilder mesh;
     osg::ref_ptr<osg::Vec4Array> const colors = new osg::Vec4Array;
     for (unsigned int j = 0; j < cellsV; ++j)
@@ -57,16 +56,16 @@ osg::ref_ptr<osg::Geometry> checkerboard(unsigned int cellsU, unsigned int cells
     return board;
 }
 
-osg::ref_ptr<osg::Geode> geodeWith(osg::Geometry * geometry) {
+osg::ref_ptr<osg::Geode> geodeWith(osg::Geometry* geometry) {
     osg::ref_ptr<osg::Geode> const geode = new osg::Geode;
     geode->addDrawable(geometry);
     return geode;
 }
 
-}
+} // namespace
 
-osg::Geometry * createGrid(unsigned int numCellsU, unsigned int numCellsV, osg::Vec3 const & corner,
-                           osg::Vec3 const & edgeU, osg::Vec3 const & edgeV, bool filled) {
+osg::Geometry* createGrid(unsigned int numCellsU, unsigned int numCellsV, osg::Vec3 const& corner,
+                          osg::Vec3 const& edgeU, osg::Vec3 const& edgeV, bool filled) {
     checkCells(numCellsU, filled ? 1000 : 10000);
     checkCells(numCellsV, filled ? 1000 : 10000);
     if (filled)
@@ -79,16 +78,16 @@ osg::Geometry * createGrid(unsigned int numCellsU, unsigned int numCellsV, osg::
     return lineMesh(points, GL_LINES, gridColor, 1).release();
 }
 
-osg::Geode * createGrid(unsigned int numCellsU, unsigned int numCellsV, hyx::Vec3 const & corner,
-                        hyx::Vec3 const & edgeU, hyx::Vec3 const & edgeV, osg::Group * root) {
+osg::Geode* createGrid(unsigned int numCellsU, unsigned int numCellsV, hyx::Vec3 const& corner, hyx::Vec3 const& edgeU,
+                       hyx::Vec3 const& edgeV, osg::Group* root) {
     osg::ref_ptr<osg::Geode> geode = geodeWith(
         createGrid(numCellsU, numCellsV, osg::Vec3(toOsg(corner)), osg::Vec3(toOsg(edgeU)), osg::Vec3(toOsg(edgeV))));
     return root && root->addChild(geode) ? geode.get() : geode.release();
 }
 
-osg::Geometry * create3DGrid(unsigned int numCellsU, unsigned int numCellsV, unsigned int numCellsW,
-                             osg::Vec3 const & corner, osg::Vec3 const & edgeU, osg::Vec3 const & edgeV,
-                             osg::Vec3 const & edgeW, float lineWidth) {
+osg::Geometry* create3DGrid(unsigned int numCellsU, unsigned int numCellsV, unsigned int numCellsW,
+                            osg::Vec3 const& corner, osg::Vec3 const& edgeU, osg::Vec3 const& edgeV,
+                            osg::Vec3 const& edgeW, float lineWidth) {
     for (unsigned int const cells : {numCellsU, numCellsV, numCellsW})
         checkCells(cells, 500);
     osg::ref_ptr<osg::Vec3Array> const points = new osg::Vec3Array;
@@ -98,12 +97,12 @@ osg::Geometry * create3DGrid(unsigned int numCellsU, unsigned int numCellsV, uns
     return lineMesh(points, GL_LINES, gridColor, lineWidth).release();
 }
 
-osg::Geode * create3DGrid(unsigned int numCellsU, unsigned int numCellsV, unsigned int numCellsW,
-                          hyx::Vec3 const & corner, hyx::Vec3 const & edgeU, hyx::Vec3 const & edgeV,
-                          hyx::Vec3 const & edgeW, float lineWidth) {
+osg::Geode* create3DGrid(unsigned int numCellsU, unsigned int numCellsV, unsigned int numCellsW,
+                         hyx::Vec3 const& corner, hyx::Vec3 const& edgeU, hyx::Vec3 const& edgeV,
+                         hyx::Vec3 const& edgeW, float lineWidth) {
     return geodeWith(create3DGrid(numCellsU, numCellsV, numCellsW, osg::Vec3(toOsg(corner)), osg::Vec3(toOsg(edgeU)),
                                   osg::Vec3(toOsg(edgeV)), osg::Vec3(toOsg(edgeW)), lineWidth))
         .release();
 }
 
-}
+} // namespace hyxOSG

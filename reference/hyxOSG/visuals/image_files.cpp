@@ -11,7 +11,7 @@
 
 namespace hyxOSG {
 
-osg::ref_ptr<osg::Image> readImage(std::string const & file) {
+osg::ref_ptr<osg::Image> readImage(std::string const& file) {
     if (osgDB::fileType(osgDB::findDataFile(file)) != osgDB::REGULAR_FILE) {
         warn("there is no image file \"" + file + "\"");
         return nullptr;
@@ -24,15 +24,15 @@ osg::ref_ptr<osg::Image> readImage(std::string const & file) {
     return image;
 }
 
-void setRepeat(osg::Texture2D & texture, bool repeat) {
+void setRepeat(osg::Texture2D& texture, bool repeat) {
     auto const wrap = repeat ? osg::Texture::REPEAT : osg::Texture::CLAMP_TO_EDGE;
     texture.setWrap(osg::Texture::WRAP_S, wrap);
     texture.setWrap(osg::Texture::WRAP_T, wrap);
 }
 
-osg::ref_ptr<osg::Texture2D> readTexture(std::string const & file, bool repeat) {
+osg::ref_ptr<osg::Texture2D> readTexture(std::string const& file, bool repeat) {
     static std::map<std::pair<std::string, bool>, osg::observer_ptr<osg::Texture2D>> known;
-    auto & place = known[{file, repeat}];
+    auto& place = known[{file, repeat}];
     osg::ref_ptr<osg::Texture2D> texture;
     if (place.lock(texture))
         return texture;
@@ -49,4 +49,4 @@ osg::ref_ptr<osg::Texture2D> readTexture(std::string const & file, bool repeat) 
     return texture;
 }
 
-}
+} // namespace hyxOSG

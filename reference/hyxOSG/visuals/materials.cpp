@@ -1,10 +1,10 @@
 #include "platform/hyxOSG/visuals/materials.h"
 
 #include "platform/hyx/bodies/rigid_body.h"
-#include "platform/hyxOSG/visuals/finders.h"
 #include "platform/hyxOSG/nodes/geometry_node.h"
-#include "reference/machinery/meshes/conversions.h"
+#include "platform/hyxOSG/visuals/finders.h"
 #include "reference/hyxOSG/visuals/node_state.h"
+#include "reference/machinery/meshes/conversions.h"
 
 #include <osg/NodeVisitor>
 
@@ -18,33 +18,32 @@ namespace {
 
 constexpr osg::Material::Face bothFaces = osg::Material::FRONT_AND_BACK;
 
-using Change = std::function<void(osg::StateSet &, osg::Material &)>;
+using Change = std::function<void(osg::StateSet&, osg::Material&)>;
 
 /// Makes a change on every node below `top` that has a material of its own.
 class ChangeMaterials : public osg::NodeVisitor {
 public:
-    ChangeMaterials(osg::Node & top, Change const & change)
-        : osg::NodeVisitor(TRAVERSE_ALL_CHILDREN)
-        , m_top(top)
-        , m_change(change) {}
-    void apply(osg::Node & node) override {
-        osg::StateSet const * const state = node.getStateSet();
+    ChangeMaterials(osg::Node& top, Change const& change)
+        : osg::NodeVisitor(TRAVERSE_ALL_CHILDREN), m_top(top), m_change(change) {}
+
+    void apply(osg::Node& node) override {
+        osg::StateSet const* const state = node.getStateSet();
         if (&node != &m_top && state && state->getAttribute(osg::StateAttribute::MATERIAL)) {
-            osg::Material & material = writableMaterial(node);
+            osg::Material& material = writableMaterial(node);
             m_change(*node.getStateSet(), material);
         }
         traverse(node);
     }
 
 private:
-    osg::Node & m_top;
-    Change const & m_change;
+    osg::Node& m_top;
+    Change const& m_change;
 };
 
-void changeMaterial(osg::Node * node, bool recursive, Change const & change) {
+void changeMaterial(osg::Node* node, bool recursive, Change const& change) {
     if (!node)
         return;
-    osg::Material & material = writableMaterial(*node);
+    osg::Material& material = writableMaterial(*node);
     change(*node->getStateSet(), material);
     if (recursive) {
         ChangeMaterials visitor(*node, change);
@@ -58,64 +57,64 @@ float checkedPart(float value, float highest) {
     return std::clamp(value, 0.0f, highest);
 }
 
-osg::Vec4f checkedColor(hyx::Vec4f const & color) {
+osg::Vec4f checkedColor(hyx::Vec4f const& color) {
     return {checkedPart(color.x, 1), checkedPart(color.y, 1), checkedPart(color.z, 1), checkedPart(color.w, 1)};
 }
 
-}
+} // namespace
 
-void setDiffuseColor(osg::Node * node, hyx::Vec4f const & color, bool recursive) {
-    changeMaterial(node, recursive, [value = checkedColor(color)](osg::StateSet & state, osg::Material & material) {
+void setDiffuseColor(osg::Node* node, hyx::Vec4f const& color, bool recursive) {
+    changeMaterial(node, recursive, [value = checkedColor(color)](osg::StateSet& state, osg::Material& material) {
         material.setDiffuse(bothFaces, value);
         setOpacity(state, value.a());
     });
 }
 
-void setDiffuseColor(hyx::RigidBody * body, hyx::Vec4f const & color, osg::Group * root) {
+void setDiffuseColor(hyx::RigidBody* body, hyx::Vec4f const& color, osg::Group* root) {
     if (body)
-        for (auto const & geometry : body->getGeometries())
+        for (auto const& geometry : body->getGeometries())
             setDiffuseColor(findGeometryNode(geometry, root), color);
 }
 
-void setDiffuseColor(hyxCollide::Geometry * geometry, hyx::Vec4f const & color, osg::Group * root) {
+void setDiffuseColor(hyxCollide::Geometry* geometry, hyx::Vec4f const& color, osg::Group* root) {
     setDiffuseColor(findGeometryNode(geometry, root), color);
 }
 
-void setAmbientColor(osg::Node * node, hyx::Vec4f const & color, bool recursive) {
-    changeMaterial(node, recursive, [value = checkedColor(color)](osg::StateSet &, osg::Material & material) {
+void setAmbientColor(osg::Node* node, hyx::Vec4f const& color, bool recursive) {
+    changeMaterial(node, recursive, [value = checkedColor(color)](osg::StateSet&, osg::Material& material) {
         material.setAmbient(bothFaces, value);
     });
 }
 
-void setSpecularColor(osg::Node * node, hyx::Vec4f const & color, bool recursive) {
-    changeMaterial(node, recursive, [value = checkedColor(color)](osg::StateSet &, osg::Material & material) {
+void setSpecularColor(osg::Node* node, hyx::Vec4f const& color, bool recursive) {
+    changeMaterial(node, recursive, [value = checkedColor(color)](osg::StateSet&, osg::Material& material) {
         material.setSpecular(bothFaces, value);
     });
 }
 
-void setShininess(osg::Node * node, float shininess, bool recursive) {
-    changeMaterial(node, recursive, [value = checkedPart(shininess, 128)](osg::StateSet &, osg::Material & material) {
+void setShininess(osg::Node* node, float shininess, bool recursive) {
+    changeMaterial(node, recursive, [value = checkedPart(shininess, 128)](osg::StateSet&, osg::Material& material) {
         material.setShininess(bothFaces, value);
     });
 }
 
-void setAlpha(osg::Node * node, float alpha, bool recursive) {
-    changeMaterial(node, recursive, [value = checkedPart(alpha, 1)](osg::StateSet & state, osg::Material & material) {
+void setAlpha(osg::Node* node, float alpha, bool recursive) {
+    changeMaterial(node, recursive, [value = checkedPart(alpha, 1)](osg::StateSet& state, osg::Material& material) {
         material.setAlpha(bothFaces, value);
         setOpacity(state, value);
     });
 }
 
-void setEnableLight(bool enable, int light, osg::Node * node) {
+void setEnableLight(bool enable, int light, osg::Node* node) {
     if (light < 0 || light > 7)
         throw std::invalid_argument("light number " + std::to_string(light) + " does not exist, use 0 to 7");
     if (!node)
         return;
     auto const value = enable ? setByScript : setByScript & ~osg::StateAttribute::ON;
-    osg::StateSet & state = writableStateSet(*node);
+    osg::StateSet& state = writableStateSet(*node);
     state.setMode(GL_LIGHT0 + static_cast<GLenum>(light), value);
     // Programs cannot read modes.
     state.addUniform(new osg::Uniform(("hyx_lightOff" + std::to_string(light)).c_str(), !enable), setByScript);
 }
 
-}
+} // namespace hyxOSG

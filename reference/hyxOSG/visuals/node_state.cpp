@@ -7,36 +7,37 @@
 namespace hyxOSG {
 namespace {
 
-osg::Material * materialOf(osg::StateSet * state) {
-    return state ? static_cast<osg::Material *>(state->getAttribute(osg::StateAttribute::MATERIAL)) : nullptr;
+osg::Material* materialOf(osg::StateSet* state) {
+    return state ? static_cast<osg::Material*>(state->getAttribute(osg::StateAttribute::MATERIAL)) : nullptr;
 }
 
 class FirstMaterial : public osg::NodeVisitor {
 public:
-    FirstMaterial()
-        : osg::NodeVisitor(TRAVERSE_ALL_CHILDREN) {}
-    void apply(osg::Node & node) override {
+    FirstMaterial() : osg::NodeVisitor(TRAVERSE_ALL_CHILDREN) {}
+
+    void apply(osg::Node& node) override {
         if (!found)
             found = materialOf(node.getStateSet());
         if (!found)
             traverse(node);
     }
-    osg::Material * found = nullptr;
+
+    osg::Material* found = nullptr;
 };
 
-}
+} // namespace
 
-osg::StateSet & writableStateSet(osg::Node & node) {
-    osg::StateSet * const state = node.getOrCreateStateSet();
+osg::StateSet& writableStateSet(osg::Node& node) {
+    osg::StateSet* const state = node.getOrCreateStateSet();
     if (state->getNumParents() > 1)
         node.setStateSet(new osg::StateSet(*state, osg::CopyOp::SHALLOW_COPY));
     return *node.getStateSet();
 }
 
-osg::Material & writableMaterial(osg::Node & node) {
+osg::Material& writableMaterial(osg::Node& node) {
     FirstMaterial first;
     node.accept(first);
-    osg::StateSet & state = writableStateSet(node);
+    osg::StateSet& state = writableStateSet(node);
     osg::ref_ptr<osg::Material> material = materialOf(&state);
     if (!material || material->getNumParents() > 1)
         material = first.found ? new osg::Material(*first.found) : new osg::Material;
@@ -45,7 +46,7 @@ osg::Material & writableMaterial(osg::Node & node) {
     return *material;
 }
 
-void setOpacity(osg::StateSet & state, float alpha) {
+void setOpacity(osg::StateSet& state, float alpha) {
     if (alpha < 1) {
         state.setAttributeAndModes(new osg::BlendFunc, setByScript);
         state.setAttributeAndModes(new osg::Depth(osg::Depth::LESS, 0, 1, false), setByScript);
@@ -58,4 +59,4 @@ void setOpacity(osg::StateSet & state, float alpha) {
     }
 }
 
-}
+} // namespace hyxOSG

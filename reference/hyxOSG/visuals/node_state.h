@@ -12,13 +12,13 @@ inline constexpr osg::StateAttribute::GLModeValue setByScript =
     osg::StateAttribute::ON | osg::StateAttribute::OVERRIDE | osg::StateAttribute::PROTECTED;
 
 /// The state set of `node` to be written: made when there is none, copied first when other nodes use it too.
-osg::StateSet & writableStateSet(osg::Node & node);
+osg::StateSet& writableStateSet(osg::Node& node);
 
 /// The material of `node` to be written. A node without one starts with a copy of the first material below it, so that
 /// changing one colour keeps the rest of the look.
-osg::Material & writableMaterial(osg::Node & node);
+osg::Material& writableMaterial(osg::Node& node);
 
 /// Blends `state` with what lies behind, far to near; or, with 1, makes it opaque again.
-void setOpacity(osg::StateSet & state, float alpha);
+void setOpacity(osg::StateSet& state, float alpha);
 
-}
+} // namespace hyxOSG

@@ -1,7 +1,6 @@
 /// Silhouette lines around nodes.
 
 #include "platform/hyxOSG/visuals/render_state.h"
-
 #include "reference/hyxOSG/visuals/node_state.h"
 #include "reference/machinery/meshes/stencil_buffer.h"
 
@@ -34,7 +33,7 @@ osg::ref_ptr<osg::StateSet> coverageState() {
 }
 
 /// Draws wide edges where the node does not cover the picture, which leaves a line around its silhouette.
-osg::ref_ptr<osg::StateSet> lineState(osg::Vec4 const & color, float width) {
+osg::ref_ptr<osg::StateSet> lineState(osg::Vec4 const& color, float width) {
     osg::ref_ptr<osg::StateSet> const state = new osg::StateSet;
     osg::ref_ptr<osg::Stencil> const stencil = new osg::Stencil;
     stencil->setFunction(osg::Stencil::NOTEQUAL, 1, ~0u);
@@ -64,18 +63,17 @@ osg::ref_ptr<osg::StateSet> lineState(osg::Vec4 const & color, float width) {
 /// Draws the node twice, and once where there is no stencil buffer, as in shadow maps.
 class OutlineCallback : public osg::NodeCallback {
 public:
-    OutlineCallback(osg::Vec4 const & color, float width)
-        : m_coverage(coverageState())
-        , m_lines(lineState(color, width)) {}
+    OutlineCallback(osg::Vec4 const& color, float width)
+        : m_coverage(coverageState()), m_lines(lineState(color, width)) {}
 
-    void operator()(osg::Node * node, osg::NodeVisitor * visitor) override {
-        auto * const cull = visitor->asCullVisitor();
-        osg::Camera const * const camera = cull ? cull->getCurrentCamera() : nullptr;
+    void operator()(osg::Node* node, osg::NodeVisitor* visitor) override {
+        auto* const cull = visitor->asCullVisitor();
+        osg::Camera const* const camera = cull ? cull->getCurrentCamera() : nullptr;
         if (!camera || !hasStencil(*camera)) {
             traverse(node, visitor);
             return;
         }
-        for (osg::StateSet * const pass : {m_coverage.get(), m_lines.get()}) {
+        for (osg::StateSet* const pass : {m_coverage.get(), m_lines.get()}) {
             cull->pushStateSet(pass);
             traverse(node, visitor);
             cull->popStateSet();
@@ -86,29 +84,29 @@ private:
     osg::ref_ptr<osg::StateSet> m_coverage, m_lines;
 };
 
-OutlineCallback * outlineOf(osg::Node & node) {
-    for (osg::Callback * callback = node.getCullCallback(); callback; callback = callback->getNestedCallback())
-        if (auto * const outline = dynamic_cast<OutlineCallback *>(callback))
+OutlineCallback* outlineOf(osg::Node& node) {
+    for (osg::Callback* callback = node.getCullCallback(); callback; callback = callback->getNestedCallback())
+        if (auto* const outline = dynamic_cast<OutlineCallback*>(callback))
             return outline;
     return nullptr;
 }
 
-}
+} // namespace
 
-bool setEnableOutline(osg::Node * node, bool enable, hyxRender::Color const & color, float width) {
+bool setEnableOutline(osg::Node* node, bool enable, hyxRender::Color const& color, float width) {
     if (!(width > 0) || !std::isfinite(width))
         throw std::invalid_argument("the width of an outline must be a positive number of pixels");
     if (!node)
         return false;
-    if (OutlineCallback * const present = outlineOf(*node))
+    if (OutlineCallback* const present = outlineOf(*node))
         node->removeCullCallback(present);
     if (enable)
         node->addCullCallback(new OutlineCallback({color.r, color.g, color.b, color.a}, width));
     return true;
 }
 
-bool getEnableOutline(osg::Node * node) {
+bool getEnableOutline(osg::Node* node) {
     return node && outlineOf(*node);
 }
 
-}
+} // namespace hyxOSG

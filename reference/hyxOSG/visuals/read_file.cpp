@@ -1,14 +1,14 @@
 #include "platform/hyxOSG/visuals/read_file.h"
 
-#include "platform/hyxOSG/visuals/finders.h"
 #include "platform/hyxOSG/nodes/geometry_node.h"
+#include "platform/hyxOSG/visuals/finders.h"
 #include "platform/hyxOSG/visuals/materials.h"
 #include "platform/hyxSDK/simulation.h"
-#include "reference/hyxOSG/visuals/scene_json.h"
 #include "reference/hyxOSG/visuals/body_visual.h"
+#include "reference/hyxOSG/visuals/scene_json.h"
+#include "reference/hyxtavlang/urdf_model.h"
 #include "reference/machinery/meshes/notices.h"
 #include "reference/machinery/meshes/shape_meshes.h"
-#include "reference/hyxtavlang/urdf_model.h"
 
 #include <osg/Group>
 #include <osgDB/FileNameUtils>
@@ -22,16 +22,16 @@ namespace {
 
 /// Where what was read goes, and how it looks.
 struct Target {
-    hyxSDK::Simulation & simulation;
-    osg::Group * root;
-    hyxSDK::Assembly * parent;
+    hyxSDK::Simulation& simulation;
+    osg::Group* root;
+    hyxSDK::Assembly* parent;
     float detailRatio;
     bool evenIfSensor;
     hyx::UInt selection;
-    RigidBodyRenderCache * cache;
+    RigidBodyRenderCache* cache;
 
     template <class Object>
-    void add(Object * object) const {
+    void add(Object* object) const {
         if (parent)
             parent->add(object);
         else
@@ -39,35 +39,35 @@ struct Target {
     }
 };
 
-void addScene(SceneContent const & content, Target const & target) {
+void addScene(SceneContent const& content, Target const& target) {
     if (content.hasGravity)
         target.simulation.setGravity(content.gravity);
     if (target.selection & SCENE_MATERIALS)
-        for (auto const & material : content.materials)
+        for (auto const& material : content.materials)
             target.simulation.add(material.get());
     if (target.selection & SCENE_BODIES)
-        for (auto const & body : content.bodies) {
+        for (auto const& body : content.bodies) {
             target.add(body.get());
             if (target.root)
                 createBodyVisual(*body, *target.root, target.detailRatio, target.evenIfSensor, target.cache);
         }
     if (target.selection & SCENE_CONSTRAINTS)
-        for (auto const & constraint : content.constraints)
+        for (auto const& constraint : content.constraints)
             target.add(constraint.get());
-    for (auto const & [geometry, color] : content.colors)
+    for (auto const& [geometry, color] : content.colors)
         setDiffuseColor(findGeometryNode(geometry, target.root), color);
 }
 
-bool readScene(std::string const & path, Target const & target) {
+bool readScene(std::string const& path, Target const& target) {
     std::ifstream stream(path, std::ios::binary);
     std::string const text{std::istreambuf_iterator<char>(stream), {}};
     addScene(readSceneJson(text, osgDB::getFilePath(path)), target);
     return true;
 }
 
-bool readRobot(std::string const & path, Target const & target) {
+bool readRobot(std::string const& path, Target const& target) {
     hyxtavlang::UrdfModel const model = hyxtavlang::readUrdf(path, "", hyxtavlang::OptParams());
-    for (std::string const & error : model.result.getErrors())
+    for (std::string const& error : model.result.getErrors())
         warn("\"" + path + "\": " + error);
     if (!model.result.isSuccess())
         return false;
@@ -77,14 +77,15 @@ bool readRobot(std::string const & path, Target const & target) {
     return true;
 }
 
-}
+} // namespace
 
-bool readFile(std::string const & file, hyxSDK::Simulation * simulation, osg::Group * root, hyxSDK::Assembly * parent, double detailRatio,
-              bool evenIfSensor, hyx::UInt selection, RigidBodyRenderCache * cache) {
+bool readFile(std::string const& file, hyxSDK::Simulation* simulation, osg::Group* root, hyxSDK::Assembly* parent,
+              double detailRatio, bool evenIfSensor, hyx::UInt selection, RigidBodyRenderCache* cache) {
     segmentsForDetail(static_cast<float>(detailRatio)); // refuses a bad ratio before anything is read
     std::string const path = osgDB::findDataFile(file);
     if (!simulation || osgDB::fileType(path) != osgDB::REGULAR_FILE) {
-        warn(simulation ? "there is no scene file \"" + file + "\"" : "a scene file needs a simulation to be read into");
+        warn(simulation ? "there is no scene file \"" + file + "\""
+                        : "a scene file needs a simulation to be read into");
         return false;
     }
     Target const target{*simulation, root, parent, static_cast<float>(detailRatio), evenIfSensor, selection, cache};
@@ -95,10 +96,10 @@ bool readFile(std::string const & file, hyxSDK::Simulation * simulation, osg::Gr
         if (kind == "urdf")
             return readRobot(path, target);
         warn("the scene file \"" + file + "\" is of an unknown kind; accepted are .json scenes and .urdf robots");
-    } catch (std::exception const & error) {
+    } catch (std::exception const& error) {
         warn("the scene file \"" + file + "\" cannot be read: " + error.what());
     }
     return false;
 }
 
-}
+} // namespace hyxOSG

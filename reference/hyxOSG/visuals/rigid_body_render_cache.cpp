@@ -16,14 +16,15 @@ struct RigidBodyRenderCache::Impl {
         hyx::UInt revision;
         osg::ref_ptr<osg::Node> node;
     };
-    std::map<std::pair<hyxCollide::Shape const *, float>, Entry> nodes;
+
+    std::map<std::pair<hyxCollide::Shape const*, float>, Entry> nodes;
 };
 
-RigidBodyRenderCache::RigidBodyRenderCache()
-    : m_impl(std::make_unique<Impl>()) {}
+RigidBodyRenderCache::RigidBodyRenderCache() : m_impl(std::make_unique<Impl>()) {}
+
 RigidBodyRenderCache::~RigidBodyRenderCache() = default;
 
-osg::Node * RigidBodyRenderCache::find(hyxCollide::Geometry const * geometry, float detailRatio) const {
+osg::Node* RigidBodyRenderCache::find(hyxCollide::Geometry const* geometry, float detailRatio) const {
     if (!geometry)
         return nullptr;
     auto const place = m_impl->nodes.find({geometry->getShape(), detailRatio});
@@ -31,7 +32,7 @@ osg::Node * RigidBodyRenderCache::find(hyxCollide::Geometry const * geometry, fl
     return current ? place->second.node.get() : nullptr;
 }
 
-void RigidBodyRenderCache::insert(hyxCollide::Geometry const * geometry, float detailRatio, osg::Node * node) {
+void RigidBodyRenderCache::insert(hyxCollide::Geometry const* geometry, float detailRatio, osg::Node* node) {
     if (geometry && node)
         m_impl->nodes[{geometry->getShape(), detailRatio}] = {geometry->getShape(), geometry->getShape()->getRevision(),
                                                               node};
@@ -45,4 +46,4 @@ void RigidBodyRenderCache::clear() {
     m_impl->nodes.clear();
 }
 
-}
+} // namespace hyxOSG

@@ -18,7 +18,7 @@ struct SceneContent {
     hyx::Vector<hyx::ref_ptr<hyx::Material>> materials;
     hyx::RigidBodyPtrVector bodies;
     hyx::ConstraintPtrVector constraints;
-    std::map<hyxCollide::Geometry const *, hyx::Vec4f> colors; ///< of the geometries that the file gives one
+    std::map<hyxCollide::Geometry const*, hyx::Vec4f> colors; ///< of the geometries that the file gives one
     bool hasGravity = false;
     hyx::Vec3 gravity;
 };
@@ -26,6 +26,6 @@ struct SceneContent {
 /// Reads a scene; docs/scene_files.md tells what may stand in it.
 /// \param folder where mesh files with relative names are
 /// \throws std::runtime_error, naming the place in the file, for anything that is not so
-SceneContent readSceneJson(std::string const & text, std::string const & folder);
+SceneContent readSceneJson(std::string const& text, std::string const& folder);
 
-}
+} // namespace hyxOSG

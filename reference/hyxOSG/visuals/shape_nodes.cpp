@@ -42,7 +42,7 @@ osg::ref_ptr<osg::StateSet> shapeState(bool closed) {
     return state;
 }
 
-osg::ref_ptr<osg::Geode> geodeOf(osg::Geometry * mesh, bool closed) {
+osg::ref_ptr<osg::Geode> geodeOf(osg::Geometry* mesh, bool closed) {
     osg::ref_ptr<osg::Geode> const geode = new osg::Geode;
     if (mesh)
         geode->addDrawable(mesh);
@@ -50,11 +50,12 @@ osg::ref_ptr<osg::Geode> geodeOf(osg::Geometry * mesh, bool closed) {
     return geode;
 }
 
-/// What tells meshes apart that a transform alone does not make equal. The number is the shape's one proportion, if any.
+/// What tells meshes apart that a transform alone does not make equal. The number is the shape's one proportion, if
+/// any.
 using FormKey = std::tuple<hyxCollide::Shape::Type, unsigned int, long>;
 
 /// The mesh of a form, shared by all nodes that show it at the moment.
-osg::ref_ptr<osg::Geode> sharedForm(FormKey const & key, std::function<osg::ref_ptr<osg::Geometry>()> const & make) {
+osg::ref_ptr<osg::Geode> sharedForm(FormKey const& key, std::function<osg::ref_ptr<osg::Geometry>()> const& make) {
     static std::map<FormKey, osg::observer_ptr<osg::Geode>> forms;
     osg::ref_ptr<osg::Geode> form;
     if (forms[key].lock(form))
@@ -64,13 +65,13 @@ osg::ref_ptr<osg::Geode> sharedForm(FormKey const & key, std::function<osg::ref_
     return form;
 }
 
-osg::ref_ptr<osg::Node> scaled(osg::Node * form, double x, double y, double z) {
+osg::ref_ptr<osg::Node> scaled(osg::Node* form, double x, double y, double z) {
     osg::ref_ptr<osg::MatrixTransform> const transform = new osg::MatrixTransform(osg::Matrix::scale(x, y, z));
     transform->addChild(form);
     return transform;
 }
 
-osg::ref_ptr<osg::Node> capsuleNode(hyxCollide::Capsule const & capsule, unsigned int segments) {
+osg::ref_ptr<osg::Node> capsuleNode(hyxCollide::Capsule const& capsule, unsigned int segments) {
     double const halfLength = 0.5 * capsule.getHeight() / capsule.getRadius();
     // The proportion is kept to a thousandth, finer than one can see.
     long const proportion = std::lround(1000 * halfLength);
@@ -79,7 +80,7 @@ osg::ref_ptr<osg::Node> capsuleNode(hyxCollide::Capsule const & capsule, unsigne
     return scaled(form, capsule.getRadius(), capsule.getRadius(), capsule.getRadius());
 }
 
-osg::ref_ptr<osg::Node> planeNode(hyxCollide::Plane const & plane) {
+osg::ref_ptr<osg::Node> planeNode(hyxCollide::Plane const& plane) {
     static osg::observer_ptr<osg::Geode> shared;
     osg::ref_ptr<osg::Geode> square;
     if (!shared.lock(square)) {
@@ -95,7 +96,7 @@ osg::ref_ptr<osg::Node> planeNode(hyxCollide::Plane const & plane) {
     return transform;
 }
 
-osg::ref_ptr<osg::Node> compoundNode(hyxCollide::Compound const & compound, float detailRatio) {
+osg::ref_ptr<osg::Node> compoundNode(hyxCollide::Compound const& compound, float detailRatio) {
     osg::ref_ptr<osg::Group> const group = new osg::Group;
     for (hyx::UInt part = 0; part < compound.getNumShapes(); ++part) {
         osg::ref_ptr<osg::MatrixTransform> const place =
@@ -107,9 +108,9 @@ osg::ref_ptr<osg::Node> compoundNode(hyxCollide::Compound const & compound, floa
 }
 
 /// A mesh is shared by the geometries of one shape as long as the shape does not change.
-osg::ref_ptr<osg::Node> meshNode(hyxCollide::Trimesh const & mesh) {
-    static std::map<hyxCollide::Shape const *, std::pair<hyx::UInt, osg::observer_ptr<osg::Geode>>> known;
-    auto & [revision, shared] = known[&mesh];
+osg::ref_ptr<osg::Node> meshNode(hyxCollide::Trimesh const& mesh) {
+    static std::map<hyxCollide::Shape const*, std::pair<hyx::UInt, osg::observer_ptr<osg::Geode>>> known;
+    auto& [revision, shared] = known[&mesh];
     osg::ref_ptr<osg::Geode> geode;
     bool const current = shared.lock(geode) && revision == mesh.getRevision();
     if (!current) {
@@ -122,43 +123,43 @@ osg::ref_ptr<osg::Node> meshNode(hyxCollide::Trimesh const & mesh) {
     return node;
 }
 
-}
+} // namespace
 
-osg::ref_ptr<osg::Node> createShapeNode(hyxCollide::Shape const & shape, float detailRatio) {
+osg::ref_ptr<osg::Node> createShapeNode(hyxCollide::Shape const& shape, float detailRatio) {
     unsigned int const segments = segmentsForDetail(detailRatio);
     auto const type = shape.getType();
     switch (type) {
     case hyxCollide::Shape::BOX: {
-        hyx::Vec3 const half = static_cast<hyxCollide::Box const &>(shape).getHalfExtents();
+        hyx::Vec3 const half = static_cast<hyxCollide::Box const&>(shape).getHalfExtents();
         return scaled(sharedForm({type, 0, 0}, unitBoxMesh), half.x, half.y, half.z);
     }
     case hyxCollide::Shape::SPHERE: {
-        double const radius = static_cast<hyxCollide::Sphere const &>(shape).getRadius();
+        double const radius = static_cast<hyxCollide::Sphere const&>(shape).getRadius();
         return scaled(sharedForm({type, segments, 0}, [&] { return unitSphereMesh(segments); }), radius, radius,
                       radius);
     }
     case hyxCollide::Shape::CYLINDER: {
-        auto const & cylinder = static_cast<hyxCollide::Cylinder const &>(shape);
+        auto const& cylinder = static_cast<hyxCollide::Cylinder const&>(shape);
         return scaled(sharedForm({type, segments, 0}, [&] { return unitConeMesh(segments, 1); }), cylinder.getRadius(),
                       0.5 * cylinder.getHeight(), cylinder.getRadius());
     }
     case hyxCollide::Shape::CONE: {
-        auto const & cone = static_cast<hyxCollide::Cone const &>(shape);
+        auto const& cone = static_cast<hyxCollide::Cone const&>(shape);
         return scaled(sharedForm({type, segments, 0}, [&] { return unitConeMesh(segments, 0); }), cone.getRadius(),
                       0.5 * cone.getHeight(), cone.getRadius());
     }
     case hyxCollide::Shape::CAPSULE:
-        return capsuleNode(static_cast<hyxCollide::Capsule const &>(shape), segments);
+        return capsuleNode(static_cast<hyxCollide::Capsule const&>(shape), segments);
     case hyxCollide::Shape::PLANE:
-        return planeNode(static_cast<hyxCollide::Plane const &>(shape));
+        return planeNode(static_cast<hyxCollide::Plane const&>(shape));
     case hyxCollide::Shape::TRIMESH:
-        return meshNode(static_cast<hyxCollide::Trimesh const &>(shape));
+        return meshNode(static_cast<hyxCollide::Trimesh const&>(shape));
     case hyxCollide::Shape::HEIGHT_FIELD:
-        return geodeOf(heightFieldSurface(static_cast<hyxCollide::HeightField const &>(shape)), false);
+        return geodeOf(heightFieldSurface(static_cast<hyxCollide::HeightField const&>(shape)), false);
     case hyxCollide::Shape::COMPOUND:
-        return compoundNode(static_cast<hyxCollide::Compound const &>(shape), detailRatio);
+        return compoundNode(static_cast<hyxCollide::Compound const&>(shape), detailRatio);
     }
     return new osg::Group;
 }
 
-}
+} // namespace hyxOSG

@@ -12,6 +12,6 @@ inline constexpr double planeHalfSide = 50;
 
 /// A node with the shape in its own coordinates. The meshes below it are shared; the node itself is new.
 /// \throws std::invalid_argument for a detail ratio that is not positive and finite
-osg::ref_ptr<osg::Node> createShapeNode(hyxCollide::Shape const & shape, float detailRatio);
+osg::ref_ptr<osg::Node> createShapeNode(hyxCollide::Shape const& shape, float detailRatio);
 
-}
+} // namespace hyxOSG

@@ -19,10 +19,10 @@ namespace {
 constexpr unsigned int copyMesh = osg::CopyOp::DEEP_COPY_ARRAYS | osg::CopyOp::DEEP_COPY_PRIMITIVES;
 
 /// A child that other places of the scene show too is copied, so that only this place changes.
-osg::ref_ptr<osg::Node> ownChild(osg::Group & parent, unsigned int place) {
-    osg::Node * const child = parent.getChild(place);
+osg::ref_ptr<osg::Node> ownChild(osg::Group& parent, unsigned int place) {
+    osg::Node* const child = parent.getChild(place);
     bool const shared = child->getNumParents() > 1;
-    if (!shared || dynamic_cast<GeometryNode *>(child))
+    if (!shared || dynamic_cast<GeometryNode*>(child))
         return child;
     bool const isMesh = child->asGeometry();
     osg::ref_ptr<osg::Node> const copy =
@@ -31,17 +31,17 @@ osg::ref_ptr<osg::Node> ownChild(osg::Group & parent, unsigned int place) {
     return copy;
 }
 
-bool hasTriangles(osg::Geometry const & mesh) {
+bool hasTriangles(osg::Geometry const& mesh) {
     for (unsigned int i = 0; i < mesh.getNumPrimitiveSets(); ++i)
         if (mesh.getPrimitiveSet(i)->getMode() >= GL_TRIANGLES)
-            return dynamic_cast<osg::Vec3Array const *>(mesh.getVertexArray()) != nullptr;
+            return dynamic_cast<osg::Vec3Array const*>(mesh.getVertexArray()) != nullptr;
     return false;
 }
 
 /// Averages the normals of vertices that stand at one place for the sake of their texture, unless the edge is sharp.
-void joinDuplicates(osg::Geometry & mesh, double creaseAngle) {
-    auto const & positions = static_cast<osg::Vec3Array const &>(*mesh.getVertexArray());
-    auto * const normals = dynamic_cast<osg::Vec3Array *>(mesh.getNormalArray());
+void joinDuplicates(osg::Geometry& mesh, double creaseAngle) {
+    auto const& positions = static_cast<osg::Vec3Array const&>(*mesh.getVertexArray());
+    auto* const normals = dynamic_cast<osg::Vec3Array*>(mesh.getNormalArray());
     if (!normals || normals->size() != positions.size())
         return;
     std::map<osg::Vec3, std::vector<std::size_t>> places;
@@ -49,7 +49,7 @@ void joinDuplicates(osg::Geometry & mesh, double creaseAngle) {
         places[positions[i]].push_back(i);
     std::vector<osg::Vec3> const before(normals->begin(), normals->end());
     float const leastCosine = static_cast<float>(std::cos(creaseAngle)) - 1e-5f;
-    for (auto const & [place, vertices] : places)
+    for (auto const& [place, vertices] : places)
         for (std::size_t const vertex : vertices) {
             osg::Vec3 sum;
             for (std::size_t const other : vertices)
@@ -61,8 +61,8 @@ void joinDuplicates(osg::Geometry & mesh, double creaseAngle) {
     normals->dirty();
 }
 
-std::size_t smooth(osg::Node & node, double creaseAngle) {
-    if (osg::Geometry * const mesh = node.asGeometry()) {
+std::size_t smooth(osg::Node& node, double creaseAngle) {
+    if (osg::Geometry* const mesh = node.asGeometry()) {
         if (!hasTriangles(*mesh))
             return 0;
         mesh->setNormalArray(nullptr);
@@ -72,18 +72,18 @@ std::size_t smooth(osg::Node & node, double creaseAngle) {
         return 1;
     }
     std::size_t changed = 0;
-    if (osg::Group * const group = node.asGroup())
+    if (osg::Group* const group = node.asGroup())
         for (unsigned int place = 0; place < group->getNumChildren(); ++place)
             changed += smooth(*ownChild(*group, place), creaseAngle);
     return changed;
 }
 
-}
+} // namespace
 
-std::size_t smoothNormals(osg::Node * node, float creaseAngle) {
+std::size_t smoothNormals(osg::Node* node, float creaseAngle) {
     if (!(creaseAngle >= 0 && creaseAngle <= static_cast<float>(osg::PI) + 1e-6f))
         throw std::invalid_argument("the crease angle must lie between 0 and pi radians");
     return node ? smooth(*node, creaseAngle) : 0;
 }
 
-}
+} // namespace hyxOSG

@@ -5,19 +5,19 @@
 
 namespace hyxOSG {
 
-void setupTerrainJournalPlaybackSettings(hyxSDK::Simulation * simulation) {
+void setupTerrainJournalPlaybackSettings(hyxSDK::Simulation* simulation) {
     if (!simulation)
         return;
-    for (auto const & process : simulation->getProcesses()) {
-        auto * const instance = dynamic_cast<hyxSDK::TerrainInstance *>(process.get());
+    for (auto const& process : simulation->getProcesses()) {
+        auto* const instance = dynamic_cast<hyxSDK::TerrainInstance*>(process.get());
         if (!instance)
             continue;
         instance->setEnableCompaction(false);
-        hyxTerrain::Terrain & terrain = *instance->getTerrain();
+        hyxTerrain::Terrain& terrain = *instance->getTerrain();
         terrain.setEnableSoilParticles(false);
         while (!terrain.getTools().empty())
             terrain.removeTool(terrain.getTools().back());
     }
 }
 
-}
+} // namespace hyxOSG

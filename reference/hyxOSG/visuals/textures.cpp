@@ -1,9 +1,9 @@
 #include "platform/hyxOSG/visuals/textures.h"
 
 #include "platform/hyx/bodies/rigid_body.h"
-#include "platform/hyxOSG/visuals/finders.h"
 #include "platform/hyxOSG/nodes/geometry_node.h"
 #include "platform/hyxOSG/nodes/texture2d.h"
+#include "platform/hyxOSG/visuals/finders.h"
 #include "reference/hyxOSG/visuals/image_files.h"
 #include "reference/hyxOSG/visuals/node_state.h"
 #include "reference/machinery/shading/surface_program.h"
@@ -27,7 +27,7 @@ bool isScale(float scale) {
     return scale != 0 && std::isfinite(scale);
 }
 
-void setScale(osg::StateSet & state, unsigned int unit, float scaleS, float scaleT) {
+void setScale(osg::StateSet& state, unsigned int unit, float scaleS, float scaleT) {
     if (scaleS == 1 && scaleT == 1)
         state.removeTextureAttribute(unit, osg::StateAttribute::TEXMAT);
     else
@@ -35,18 +35,18 @@ void setScale(osg::StateSet & state, unsigned int unit, float scaleS, float scal
 }
 
 /// Pictures with holes are blended with what lies behind them.
-void blendHoles(osg::StateSet & state, osg::Texture2D const & texture) {
+void blendHoles(osg::StateSet& state, osg::Texture2D const& texture) {
     if (!texture.getImage() || !texture.getImage()->isImageTranslucent())
         return;
     state.setAttributeAndModes(new osg::BlendFunc, setByScript);
     state.setRenderingHint(osg::StateSet::TRANSPARENT_BIN);
 }
 
-bool apply(osg::Node * node, osg::Texture2D * texture, TextureMode mode, float scaleS, float scaleT) {
+bool apply(osg::Node* node, osg::Texture2D* texture, TextureMode mode, float scaleS, float scaleT) {
     if (!node || !texture || !isScale(scaleS) || !isScale(scaleT))
         return false;
     texture->setResizeNonPowerOfTwoHint(false);
-    osg::StateSet & state = writableStateSet(*node);
+    osg::StateSet& state = writableStateSet(*node);
     if (mode == DIFFUSE_TEXTURE) {
         state.setTextureAttributeAndModes(mode, texture, setByScript);
         blendHoles(state, *texture);
@@ -61,18 +61,18 @@ bool apply(osg::Node * node, osg::Texture2D * texture, TextureMode mode, float s
     return true;
 }
 
-}
+} // namespace
 
-osg::Texture2D * createTexture(std::string const & file) {
+osg::Texture2D* createTexture(std::string const& file) {
     return readTexture(file, false).release();
 }
 
-bool setTexture(osg::Node * node, std::string const & file, bool repeat, TextureMode mode, float scaleS, float scaleT) {
+bool setTexture(osg::Node* node, std::string const& file, bool repeat, TextureMode mode, float scaleS, float scaleT) {
     checkMode(mode);
     return node && apply(node, readTexture(file, repeat), mode, scaleS, scaleT);
 }
 
-bool setTexture(osg::Node * node, osg::Texture2D * texture, bool repeat, TextureMode mode, float scaleS, float scaleT) {
+bool setTexture(osg::Node* node, osg::Texture2D* texture, bool repeat, TextureMode mode, float scaleS, float scaleT) {
     checkMode(mode);
     bool const done = apply(node, texture, mode, scaleS, scaleT);
     if (done)
@@ -80,27 +80,26 @@ bool setTexture(osg::Node * node, osg::Texture2D * texture, bool repeat, Texture
     return done;
 }
 
-bool setTexture(osg::Node * node, Texture2D * texture, bool repeat, TextureMode mode, float scaleS, float scaleT) {
+bool setTexture(osg::Node* node, Texture2D* texture, bool repeat, TextureMode mode, float scaleS, float scaleT) {
     return setTexture(node, texture ? texture->getTexture() : nullptr, repeat, mode, scaleS, scaleT);
 }
 
-bool setTexture(GeometryNode * node, Texture2D * texture, bool repeat, TextureMode mode, float scaleS, float scaleT) {
-    return setTexture(static_cast<osg::Node *>(node), texture, repeat, mode, scaleS, scaleT);
+bool setTexture(GeometryNode* node, Texture2D* texture, bool repeat, TextureMode mode, float scaleS, float scaleT) {
+    return setTexture(static_cast<osg::Node*>(node), texture, repeat, mode, scaleS, scaleT);
 }
 
-bool setTexture(hyxCollide::Geometry const * geometry, osg::Group * root, std::string const & file, bool repeat,
+bool setTexture(hyxCollide::Geometry const* geometry, osg::Group* root, std::string const& file, bool repeat,
                 TextureMode mode) {
-    return setTexture(static_cast<osg::Node *>(findGeometryNode(geometry, root)), file, repeat, mode);
+    return setTexture(static_cast<osg::Node*>(findGeometryNode(geometry, root)), file, repeat, mode);
 }
 
-bool setTexture(hyx::RigidBody const * body, osg::Group * root, std::string const & file, bool repeat,
-                TextureMode mode) {
+bool setTexture(hyx::RigidBody const* body, osg::Group* root, std::string const& file, bool repeat, TextureMode mode) {
     checkMode(mode);
     bool done = false;
     if (body)
-        for (auto const & geometry : body->getGeometries())
+        for (auto const& geometry : body->getGeometries())
             done |= setTexture(geometry, root, file, repeat, mode);
     return done;
 }
 
-}
+} // namespace hyxOSG

@@ -20,42 +20,44 @@ struct TriangleGatherer {
     hyx::UInt32Vector indices;
     std::map<osg::Vec3d, unsigned int> known;
 
-    unsigned int indexOf(osg::Vec3d const & position) {
+    unsigned int indexOf(osg::Vec3d const& position) {
         auto const [place, isNew] = known.emplace(position * toRoot, static_cast<unsigned int>(vertices.size()));
         if (isNew)
             vertices.push_back(toHyx(place->first));
         return place->second;
     }
 
-    void operator()(osg::Vec3 const & a, osg::Vec3 const & b, osg::Vec3 const & c, bool = false) {
-        for (osg::Vec3 const & corner : {a, b, c})
+    void operator()(osg::Vec3 const& a, osg::Vec3 const& b, osg::Vec3 const& c, bool = false) {
+        for (osg::Vec3 const& corner : {a, b, c})
             indices.push_back(indexOf(corner));
     }
 };
 
 class GatherTriangles : public osg::NodeVisitor {
 public:
-    GatherTriangles()
-        : osg::NodeVisitor(TRAVERSE_ACTIVE_CHILDREN) {}
-    void apply(osg::Drawable & drawable) override {
+    GatherTriangles() : osg::NodeVisitor(TRAVERSE_ACTIVE_CHILDREN) {}
+
+    void apply(osg::Drawable& drawable) override {
         gatherer.toRoot = m_toRoot;
         drawable.accept(gatherer);
     }
-    void apply(osg::Transform & transform) override {
+
+    void apply(osg::Transform& transform) override {
         osg::Matrixd const outer = m_toRoot;
         transform.computeLocalToWorldMatrix(m_toRoot, this);
         traverse(transform);
         m_toRoot = outer;
     }
+
     osg::TriangleFunctor<TriangleGatherer> gatherer;
 
 private:
     osg::Matrixd m_toRoot;
 };
 
-}
+} // namespace
 
-hyxCollide::Trimesh * createTrimesh(osg::Node * node) {
+hyxCollide::Trimesh* createTrimesh(osg::Node* node) {
     if (!node)
         return nullptr;
     GatherTriangles visitor;
@@ -65,4 +67,4 @@ hyxCollide::Trimesh * createTrimesh(osg::Node * node) {
     return new hyxCollide::Trimesh(visitor.gatherer.vertices, visitor.gatherer.indices);
 }
 
-}
+} // namespace hyxOSG

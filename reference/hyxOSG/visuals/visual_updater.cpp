@@ -1,27 +1,27 @@
 #include "reference/hyxOSG/visuals/visual_updater.h"
 
+#include "platform/hyxOSG/nodes/geometry_node.h"
 #include "platform/hyxOSG/visuals/create_visual.h"
 #include "platform/hyxOSG/visuals/finders.h"
-#include "platform/hyxOSG/nodes/geometry_node.h"
 
 namespace hyxOSG {
 
-VisualUpdater::VisualUpdater(osg::Group * group, float detailRatio, bool evenIfSensor, hyxSDK::EventListener * source)
-    : m_group(group)
-    , m_detailRatio(detailRatio)
-    , m_evenIfSensor(evenIfSensor)
-    , m_source(source)
-    , m_onBody([this](hyx::RigidBody * body) { adopt(body); })
-    , m_onBodyRemoved([this](hyx::RigidBody * body) { bodyRemoved(body); })
-    , m_onGeometry([this](hyxCollide::Geometry * geometry) { geometryAdded(geometry); }) {}
+VisualUpdater::VisualUpdater(osg::Group* group, float detailRatio, bool evenIfSensor, hyxSDK::EventListener* source)
+    : m_group(group),
+      m_detailRatio(detailRatio),
+      m_evenIfSensor(evenIfSensor),
+      m_source(source),
+      m_onBody([this](hyx::RigidBody* body) { adopt(body); }),
+      m_onBodyRemoved([this](hyx::RigidBody* body) { bodyRemoved(body); }),
+      m_onGeometry([this](hyxCollide::Geometry* geometry) { geometryAdded(geometry); }) {}
 
-void VisualUpdater::adopt(hyx::RigidBody * body) {
+void VisualUpdater::adopt(hyx::RigidBody* body) {
     osg::ref_ptr<osg::Group> group;
     if (m_group.lock(group))
         m_visuals[body] = createVisual(body, group, m_detailRatio, m_evenIfSensor);
 }
 
-void VisualUpdater::geometryAdded(hyxCollide::Geometry * geometry) {
+void VisualUpdater::geometryAdded(hyxCollide::Geometry* geometry) {
     osg::ref_ptr<osg::Group> group;
     if (!m_group.lock(group) || findGeometryNode(geometry, group))
         return;
@@ -36,7 +36,7 @@ void VisualUpdater::geometryAdded(hyxCollide::Geometry * geometry) {
         createVisual(geometry, bodyGroup, m_detailRatio, m_evenIfSensor);
 }
 
-void VisualUpdater::bodyRemoved(hyx::RigidBody * body) {
+void VisualUpdater::bodyRemoved(hyx::RigidBody* body) {
     auto const visual = m_visuals.find(body);
     if (visual == m_visuals.end())
         return;
@@ -59,29 +59,29 @@ void VisualUpdater::removeNotification() {
     getSimulation()->getGeometryAddedEvent().remove(m_onGeometry);
 }
 
-hyxSDK::EventListener * VisualUpdater::source() const {
+hyxSDK::EventListener* VisualUpdater::source() const {
     bool const calledBySimulation = !m_source || m_source->getSimulation();
     return calledBySimulation || !m_source->isEnabled() ? nullptr : m_source.get();
 }
 
 void VisualUpdater::preCollide(hyx::TimeStamp time) {
-    if (auto * const listener = source())
+    if (auto* const listener = source())
         listener->preCollide(time);
 }
 
 void VisualUpdater::pre(hyx::TimeStamp time) {
-    if (auto * const listener = source())
+    if (auto* const listener = source())
         listener->pre(time);
 }
 
 void VisualUpdater::post(hyx::TimeStamp time) {
-    if (auto * const listener = source())
+    if (auto* const listener = source())
         listener->post(time);
 }
 
 void VisualUpdater::last(hyx::TimeStamp time) {
-    if (auto * const listener = source())
+    if (auto* const listener = source())
         listener->last(time);
 }
 
-}
+} // namespace hyxOSG

@@ -15,10 +15,10 @@ namespace hyxOSG {
 class VisualUpdater : public hyxSDK::EventListener {
 public:
     /// `source`, where given and in no simulation itself, is called in this one's steps.
-    VisualUpdater(osg::Group * group, float detailRatio, bool evenIfSensor, hyxSDK::EventListener * source = nullptr);
+    VisualUpdater(osg::Group* group, float detailRatio, bool evenIfSensor, hyxSDK::EventListener* source = nullptr);
 
     /// The visual of a body that is already there.
-    void adopt(hyx::RigidBody * body);
+    void adopt(hyx::RigidBody* body);
 
     void addNotification() override;
     void removeNotification() override;
@@ -28,17 +28,17 @@ public:
     void last(hyx::TimeStamp time) override;
 
 private:
-    void geometryAdded(hyxCollide::Geometry * geometry);
-    void bodyRemoved(hyx::RigidBody * body);
-    hyxSDK::EventListener * source() const;
+    void geometryAdded(hyxCollide::Geometry* geometry);
+    void bodyRemoved(hyx::RigidBody* body);
+    hyxSDK::EventListener* source() const;
 
     osg::observer_ptr<osg::Group> m_group;
     float m_detailRatio;
     bool m_evenIfSensor;
     hyx::ref_ptr<hyxSDK::EventListener> m_source;
-    std::map<hyx::RigidBody const *, osg::observer_ptr<osg::Group>> m_visuals;
+    std::map<hyx::RigidBody const*, osg::observer_ptr<osg::Group>> m_visuals;
     hyxSDK::Simulation::BodyEvent::CallbackType m_onBody, m_onBodyRemoved;
     hyxSDK::Simulation::GeometryEvent::CallbackType m_onGeometry;
 };
 
-}
+} // namespace hyxOSG

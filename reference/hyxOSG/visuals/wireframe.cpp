@@ -1,7 +1,6 @@
 /// Edges instead of faces.
 
 #include "platform/hyxOSG/visuals/render_state.h"
-
 #include "reference/hyxOSG/visuals/node_state.h"
 
 #include <osg/PolygonMode>
@@ -9,21 +8,21 @@
 namespace hyxOSG {
 namespace {
 
-bool drawsEdges(osg::Node & node) {
-    auto const * const state = node.getStateSet();
-    auto const * const mode =
-        state ? static_cast<osg::PolygonMode const *>(state->getAttribute(osg::StateAttribute::POLYGONMODE)) : nullptr;
+bool drawsEdges(osg::Node& node) {
+    auto const* const state = node.getStateSet();
+    auto const* const mode =
+        state ? static_cast<osg::PolygonMode const*>(state->getAttribute(osg::StateAttribute::POLYGONMODE)) : nullptr;
     return mode && mode->getMode(osg::PolygonMode::FRONT) == osg::PolygonMode::LINE;
 }
 
-void drawEdges(osg::Node & node, osg::StateAttribute::GLModeValue value) {
+void drawEdges(osg::Node& node, osg::StateAttribute::GLModeValue value) {
     writableStateSet(node).setAttribute(new osg::PolygonMode(osg::PolygonMode::FRONT_AND_BACK, osg::PolygonMode::LINE),
                                         value);
 }
 
-}
+} // namespace
 
-bool setEnableWireFrameMode(osg::Node * node, bool enable) {
+bool setEnableWireFrameMode(osg::Node* node, bool enable) {
     if (!node)
         return false;
     if (enable)
@@ -33,16 +32,16 @@ bool setEnableWireFrameMode(osg::Node * node, bool enable) {
     return true;
 }
 
-bool forceWireFrameModeOn(osg::Node * node) {
+bool forceWireFrameModeOn(osg::Node* node) {
     if (node)
         drawEdges(*node, setByScript);
     return node != nullptr;
 }
 
-bool toggleWireFrameMode(osg::Node * node) {
+bool toggleWireFrameMode(osg::Node* node) {
     bool const enable = node && !drawsEdges(*node);
     setEnableWireFrameMode(node, enable);
     return enable;
 }
 
-}
+} // namespace hyxOSG

@@ -5,17 +5,18 @@
 namespace hyx {
 class PhysicsWorld;
 class RigidBody;
-}
+} // namespace hyx
 
 namespace hyxCollide {
 
 class Geometry;
 
-/// What a bullet collision object stands for: a body with its geometries, or one geometry alone. The object's user pointer leads here.
+/// What a bullet collision object stands for: a body with its geometries, or one geometry alone. The object's user
+/// pointer leads here.
 struct CollisionCarrier {
-  hyx::RigidBody * body = nullptr;
-  std::vector<Geometry *> geometries;
-  hyx::PhysicsWorld * world = nullptr;
+    hyx::RigidBody* body = nullptr;
+    std::vector<Geometry*> geometries;
+    hyx::PhysicsWorld* world = nullptr;
 };
 
-}
+} // namespace hyxCollide

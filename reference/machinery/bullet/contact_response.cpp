@@ -25,145 +25,153 @@ constexpr double bounceSpeed = 0.3;
 
 /// Of 45 degrees.
 constexpr double straightCosine = 0.7071;
-/// How far a height field may lie from the plane of one of its triangles, in radii of the ball over it, and still continue that triangle.
+/// How far a height field may lie from the plane of one of its triangles, in radii of the ball over it, and still
+/// continue that triangle.
 constexpr double smoothStep = 0.01;
 
-CollisionCarrier const & carrierOf(btCollisionObject const * object) {
-  return *static_cast<CollisionCarrier const *>(object->getUserPointer());
+CollisionCarrier const& carrierOf(btCollisionObject const* object) {
+    return *static_cast<CollisionCarrier const*>(object->getUserPointer());
 }
 
 /// Triangles and parts of compounds come wrapped in the shapes that they are part of.
-Geometry * geometryOf(btCollisionObjectWrapper const * wrapper) {
-  for (; wrapper; wrapper = wrapper->m_parent)
-    if (Geometry * geometry = hyxCollide::geometryOf(wrapper->getCollisionShape()))
-      return geometry;
-  return nullptr;
+Geometry* geometryOf(btCollisionObjectWrapper const* wrapper) {
+    for (; wrapper; wrapper = wrapper->m_parent)
+        if (Geometry* geometry = hyxCollide::geometryOf(wrapper->getCollisionShape()))
+            return geometry;
+    return nullptr;
 }
 
-btVector3 velocityAt(btCollisionObject const * object, btVector3 const & point) {
-  btRigidBody const * body = btRigidBody::upcast(object);
-  return body ? body->getVelocityInLocalPoint(point - body->getCenterOfMassPosition()) : btVector3(0, 0, 0);
+btVector3 velocityAt(btCollisionObject const* object, btVector3 const& point) {
+    btRigidBody const* body = btRigidBody::upcast(object);
+    return body ? body->getVelocityInLocalPoint(point - body->getCenterOfMassPosition()) : btVector3(0, 0, 0);
 }
 
-/// A bounce must not gain speed from the penetration that one step has brought, which bullet would take back by a velocity.
-void keepBounceExact(btManifoldPoint & point, btCollisionObject const * first, btCollisionObject const * second) {
-  btVector3 const approach = velocityAt(first, point.getPositionWorldOnA()) - velocityAt(second, point.getPositionWorldOnB());
-  if (point.m_combinedRestitution > 0 && approach.dot(point.m_normalWorldOnB) < -bounceSpeed) {
-    point.m_contactERP = 0;
-    point.m_contactPointFlags |= BT_CONTACT_FLAG_HAS_CONTACT_ERP;
-  } else {
-    point.m_contactPointFlags &= ~BT_CONTACT_FLAG_HAS_CONTACT_ERP;
-  }
+/// A bounce must not gain speed from the penetration that one step has brought, which bullet would take back by a
+/// velocity.
+void keepBounceExact(btManifoldPoint& point, btCollisionObject const* first, btCollisionObject const* second) {
+    btVector3 const approach =
+        velocityAt(first, point.getPositionWorldOnA()) - velocityAt(second, point.getPositionWorldOnB());
+    if (point.m_combinedRestitution > 0 && approach.dot(point.m_normalWorldOnB) < -bounceSpeed) {
+        point.m_contactERP = 0;
+        point.m_contactPointFlags |= BT_CONTACT_FLAG_HAS_CONTACT_ERP;
+    } else {
+        point.m_contactPointFlags &= ~BT_CONTACT_FLAG_HAS_CONTACT_ERP;
+    }
 }
 
-bool isShape(btCollisionObjectWrapper const * wrapper, int type) {
-  return wrapper->getCollisionShape()->getShapeType() == type;
+bool isShape(btCollisionObjectWrapper const* wrapper, int type) {
+    return wrapper->getCollisionShape()->getShapeType() == type;
 }
 
-/// Whether a surface goes on in a triangle's plane at a point of that plane. Height fields tell; of other surfaces it is assumed.
-bool continuesAt(Geometry const & geometry, btVector3 const & point, double tolerance) {
-  auto const * field = dynamic_cast<hyxCollide::HeightField const *>(geometry.getShape());
-  return !field || std::abs(field->getHeightAt(point.x(), point.y()) - point.z()) < tolerance;
+/// Whether a surface goes on in a triangle's plane at a point of that plane. Height fields tell; of other surfaces it
+/// is assumed.
+bool continuesAt(Geometry const& geometry, btVector3 const& point, double tolerance) {
+    auto const* field = dynamic_cast<hyxCollide::HeightField const*>(geometry.getShape());
+    return !field || std::abs(field->getHeightAt(point.x(), point.y()) - point.z()) < tolerance;
 }
 
-/// The edges between the triangles of a smooth surface must not be felt: near one, a ball finds the edge beside it rather than the face below it,
-/// and the normal that leans over the edge would push it along. Such a contact becomes one with the triangle's plane; normals that lean more are
-/// those of true edges and stay.
-void rollOverEdges(btManifoldPoint & point, btCollisionObjectWrapper const * wrapper0, btCollisionObjectWrapper const * wrapper1, Geometry const & first,
-                   Geometry const & second) {
-  bool const ballFirst = isShape(wrapper0, SPHERE_SHAPE_PROXYTYPE) && isShape(wrapper1, TRIANGLE_SHAPE_PROXYTYPE);
-  if (!ballFirst && !(isShape(wrapper1, SPHERE_SHAPE_PROXYTYPE) && isShape(wrapper0, TRIANGLE_SHAPE_PROXYTYPE)))
-    return;
-  btCollisionObjectWrapper const & ball = ballFirst ? *wrapper0 : *wrapper1;
-  btCollisionObjectWrapper const & surface = ballFirst ? *wrapper1 : *wrapper0;
-  auto const & triangle = static_cast<btTriangleShape const &>(*surface.getCollisionShape());
-  btVector3 const leaning = ballFirst ? point.m_normalWorldOnB : -point.m_normalWorldOnB;
-  btVector3 normal;
-  triangle.calcNormal(normal);
-  normal = surface.getWorldTransform().getBasis() * normal;
-  if (normal.dot(leaning) < 0)
-    normal = -normal;
-  if (normal.dot(leaning) < straightCosine)
-    return;
-  double const radius = static_cast<btSphereShape const *>(ball.getCollisionShape())->getRadius();
-  btVector3 const lowest = ball.getWorldTransform().getOrigin() - normal * radius;
-  double const distance = (lowest - surface.getWorldTransform() * triangle.m_vertices1[0]).dot(normal);
-  btVector3 const below = lowest - normal * distance;
-  if (!continuesAt(ballFirst ? second : first, surface.getWorldTransform().invXform(below), smoothStep * radius))
-    return;
-  point.m_distance1 = distance;
-  point.m_normalWorldOnB = ballFirst ? normal : -normal;
-  point.m_positionWorldOnA = ballFirst ? lowest : below;
-  point.m_positionWorldOnB = ballFirst ? below : lowest;
-  point.m_localPointA = wrapper0->getCollisionObject()->getWorldTransform().invXform(point.m_positionWorldOnA);
-  point.m_localPointB = wrapper1->getCollisionObject()->getWorldTransform().invXform(point.m_positionWorldOnB);
+/// The edges between the triangles of a smooth surface must not be felt: near one, a ball finds the edge beside it
+/// rather than the face below it, and the normal that leans over the edge would push it along. Such a contact becomes
+/// one with the triangle's plane; normals that lean more are those of true edges and stay.
+void rollOverEdges(btManifoldPoint& point, btCollisionObjectWrapper const* wrapper0,
+                   btCollisionObjectWrapper const* wrapper1, Geometry const& first, Geometry const& second) {
+    bool const ballFirst = isShape(wrapper0, SPHERE_SHAPE_PROXYTYPE) && isShape(wrapper1, TRIANGLE_SHAPE_PROXYTYPE);
+    if (!ballFirst && !(isShape(wrapper1, SPHERE_SHAPE_PROXYTYPE) && isShape(wrapper0, TRIANGLE_SHAPE_PROXYTYPE)))
+        return;
+    btCollisionObjectWrapper const& ball = ballFirst ? *wrapper0 : *wrapper1;
+    btCollisionObjectWrapper const& surface = ballFirst ? *wrapper1 : *wrapper0;
+    auto const& triangle = static_cast<btTriangleShape const&>(*surface.getCollisionShape());
+    btVector3 const leaning = ballFirst ? point.m_normalWorldOnB : -point.m_normalWorldOnB;
+    btVector3 normal;
+    triangle.calcNormal(normal);
+    normal = surface.getWorldTransform().getBasis() * normal;
+    if (normal.dot(leaning) < 0)
+        normal = -normal;
+    if (normal.dot(leaning) < straightCosine)
+        return;
+    double const radius = static_cast<btSphereShape const*>(ball.getCollisionShape())->getRadius();
+    btVector3 const lowest = ball.getWorldTransform().getOrigin() - normal * radius;
+    double const distance = (lowest - surface.getWorldTransform() * triangle.m_vertices1[0]).dot(normal);
+    btVector3 const below = lowest - normal * distance;
+    if (!continuesAt(ballFirst ? second : first, surface.getWorldTransform().invXform(below), smoothStep * radius))
+        return;
+    point.m_distance1 = distance;
+    point.m_normalWorldOnB = ballFirst ? normal : -normal;
+    point.m_positionWorldOnA = ballFirst ? lowest : below;
+    point.m_positionWorldOnB = ballFirst ? below : lowest;
+    point.m_localPointA = wrapper0->getCollisionObject()->getWorldTransform().invXform(point.m_positionWorldOnA);
+    point.m_localPointB = wrapper1->getCollisionObject()->getWorldTransform().invXform(point.m_positionWorldOnB);
 }
 
-void makeForceless(btManifoldPoint & point) {
-  point.m_combinedFriction = point.m_combinedRestitution = point.m_combinedRollingFriction = point.m_combinedSpinningFriction = 0;
-  point.m_contactCFM = 1e20;
-  point.m_contactPointFlags |= BT_CONTACT_FLAG_HAS_CONTACT_CFM;
+void makeForceless(btManifoldPoint& point) {
+    point.m_combinedFriction = point.m_combinedRestitution = point.m_combinedRollingFriction =
+        point.m_combinedSpinningFriction = 0;
+    point.m_contactCFM = 1e20;
+    point.m_contactPointFlags |= BT_CONTACT_FLAG_HAS_CONTACT_CFM;
 }
 
-void respond(btManifoldPoint & point, ContactMaterial const & material) {
-  point.m_combinedFriction = material.getFriction();
-  point.m_combinedRestitution = material.getRestitution();
-  point.m_combinedSpinningFriction = material.getRollingResistance();
-  point.m_contactPointFlags &= ~BT_CONTACT_FLAG_CONTACT_STIFFNESS_DAMPING;
-  if (std::isfinite(material.getStiffness())) {
-    point.m_combinedContactStiffness1 = material.getStiffness();
-    point.m_combinedContactDamping1 = material.getDamping();
-    point.m_contactPointFlags |= BT_CONTACT_FLAG_CONTACT_STIFFNESS_DAMPING;
-  }
+void respond(btManifoldPoint& point, ContactMaterial const& material) {
+    point.m_combinedFriction = material.getFriction();
+    point.m_combinedRestitution = material.getRestitution();
+    point.m_combinedSpinningFriction = material.getRollingResistance();
+    point.m_contactPointFlags &= ~BT_CONTACT_FLAG_CONTACT_STIFFNESS_DAMPING;
+    if (std::isfinite(material.getStiffness())) {
+        point.m_combinedContactStiffness1 = material.getStiffness();
+        point.m_combinedContactDamping1 = material.getDamping();
+        point.m_contactPointFlags |= BT_CONTACT_FLAG_CONTACT_STIFFNESS_DAMPING;
+    }
 }
 
-void respond(btManifoldPoint & point, Material const * first, Material const * second) {
-  point.m_combinedFriction = ContactMaterial::combinedFriction(first, second);
-  point.m_combinedRestitution = ContactMaterial::combinedRestitution(first, second);
-  point.m_combinedSpinningFriction = ContactMaterial::combinedRollingResistance(first, second);
+void respond(btManifoldPoint& point, Material const* first, Material const* second) {
+    point.m_combinedFriction = ContactMaterial::combinedFriction(first, second);
+    point.m_combinedRestitution = ContactMaterial::combinedRestitution(first, second);
+    point.m_combinedSpinningFriction = ContactMaterial::combinedRollingResistance(first, second);
 }
 
-bool contactAdded(btManifoldPoint & point, btCollisionObjectWrapper const * wrapper0, int, int, btCollisionObjectWrapper const * wrapper1, int, int) {
-  Geometry const * first = geometryOf(wrapper0);
-  Geometry const * second = geometryOf(wrapper1);
-  if (!first || !second)
-    return false;
-  rollOverEdges(point, wrapper0, wrapper1, *first, *second);
-  point.m_index0 = first->implementation().index;
-  point.m_index1 = second->implementation().index;
-  if (first->isSensor() || second->isSensor()) {
-    makeForceless(point);
+bool contactAdded(btManifoldPoint& point, btCollisionObjectWrapper const* wrapper0, int, int,
+                  btCollisionObjectWrapper const* wrapper1, int, int) {
+    Geometry const* first = geometryOf(wrapper0);
+    Geometry const* second = geometryOf(wrapper1);
+    if (!first || !second)
+        return false;
+    rollOverEdges(point, wrapper0, wrapper1, *first, *second);
+    point.m_index0 = first->implementation().index;
+    point.m_index1 = second->implementation().index;
+    if (first->isSensor() || second->isSensor()) {
+        makeForceless(point);
+        return true;
+    }
+    PhysicsWorld const* world = carrierOf(wrapper0->getCollisionObject()).world;
+    ContactMaterial const* material =
+        world ? world->contactMaterial(first->getMaterial(), second->getMaterial()) : nullptr;
+    if (material)
+        respond(point, *material);
+    else
+        respond(point, first->getMaterial(), second->getMaterial());
+    if (!(point.m_contactPointFlags & BT_CONTACT_FLAG_CONTACT_STIFFNESS_DAMPING))
+        keepBounceExact(point, wrapper0->getCollisionObject(), wrapper1->getCollisionObject());
     return true;
-  }
-  PhysicsWorld const * world = carrierOf(wrapper0->getCollisionObject()).world;
-  ContactMaterial const * material = world ? world->contactMaterial(first->getMaterial(), second->getMaterial()) : nullptr;
-  if (material)
-    respond(point, *material);
-  else
-    respond(point, first->getMaterial(), second->getMaterial());
-  if (!(point.m_contactPointFlags & BT_CONTACT_FLAG_CONTACT_STIFFNESS_DAMPING))
-    keepBounceExact(point, wrapper0->getCollisionObject(), wrapper1->getCollisionObject());
-  return true;
 }
 
-bool partsMayCollide(btCollisionShape const * first, btCollisionShape const * second) {
-  return Geometry::Implementation::mayCollide(hyxCollide::geometryOf(first), hyxCollide::geometryOf(second));
+bool partsMayCollide(btCollisionShape const* first, btCollisionShape const* second) {
+    return Geometry::Implementation::mayCollide(hyxCollide::geometryOf(first), hyxCollide::geometryOf(second));
 }
 
+} // namespace
+
+ContactDispatcher::ContactDispatcher(btCollisionConfiguration* configuration) : btCollisionDispatcher(configuration) {
+    gContactAddedCallback = contactAdded;
+    gCompoundChildShapePairCallback = partsMayCollide;
 }
 
-ContactDispatcher::ContactDispatcher(btCollisionConfiguration * configuration) : btCollisionDispatcher(configuration) {
-  gContactAddedCallback = contactAdded;
-  gCompoundChildShapePairCallback = partsMayCollide;
+bool ContactDispatcher::needsCollision(btCollisionObject const* first, btCollisionObject const* second) {
+    return partsMayCollide(first->getCollisionShape(), second->getCollisionShape()) &&
+           btCollisionDispatcher::needsCollision(first, second);
 }
 
-bool ContactDispatcher::needsCollision(btCollisionObject const * first, btCollisionObject const * second) {
-  return partsMayCollide(first->getCollisionShape(), second->getCollisionShape()) && btCollisionDispatcher::needsCollision(first, second);
+Geometry* geometryAt(btCollisionObject const* object, int index) {
+    auto const& geometries = carrierOf(object).geometries;
+    return index >= 0 && index < static_cast<int>(geometries.size()) ? geometries[index] : nullptr;
 }
 
-Geometry * geometryAt(btCollisionObject const * object, int index) {
-  auto const & geometries = carrierOf(object).geometries;
-  return index >= 0 && index < static_cast<int>(geometries.size()) ? geometries[index] : nullptr;
-}
-
-}
+} // namespace hyx

@@ -7,15 +7,16 @@
 
 namespace hyx {
 
-/// Keeps pairs apart whose switches forbid contact, and gives every contact point the behaviour of its two materials. Bullet's hooks are process-wide; the first dispatcher sets them.
+/// Keeps pairs apart whose switches forbid contact, and gives every contact point the behaviour of its two materials.
+/// Bullet's hooks are process-wide; the first dispatcher sets them.
 class ContactDispatcher : public btCollisionDispatcher {
 public:
-  explicit ContactDispatcher(btCollisionConfiguration * configuration);
+    explicit ContactDispatcher(btCollisionConfiguration* configuration);
 
-  bool needsCollision(btCollisionObject const * first, btCollisionObject const * second) override;
+    bool needsCollision(btCollisionObject const* first, btCollisionObject const* second) override;
 };
 
 /// The geometry on one side of a contact point, which the contact hook wrote into it; null where it did not.
-hyxCollide::Geometry * geometryAt(btCollisionObject const * object, int index);
+hyxCollide::Geometry* geometryAt(btCollisionObject const* object, int index);
 
-}
+} // namespace hyx

@@ -13,41 +13,41 @@
 namespace hyxCollide {
 
 struct Geometry::Implementation {
-  Implementation(Geometry & owner, Shape * shape);
-  ~Implementation();
+    Implementation(Geometry& owner, Shape* shape);
+    ~Implementation();
 
-  /// The bullet shape, built when it is not there or was built for the other use.
-  btCollisionShape * bulletShape(bool moving);
-  /// Builds the bullet shape anew, wherever it is in use.
-  void rebuild();
-  /// Wakes what may rest on this geometry, and tells who wants to know.
-  void shapeChanged();
-  /// Takes the new place, shape or switch over into the simulation.
-  void refresh();
-  /// Whether these two may touch, as far as their switches go.
-  static bool mayCollide(Geometry const * first, Geometry const * second);
+    /// The bullet shape, built when it is not there or was built for the other use.
+    btCollisionShape* bulletShape(bool moving);
+    /// Builds the bullet shape anew, wherever it is in use.
+    void rebuild();
+    /// Wakes what may rest on this geometry, and tells who wants to know.
+    void shapeChanged();
+    /// Takes the new place, shape or switch over into the simulation.
+    void refresh();
+    /// Whether these two may touch, as far as their switches go.
+    static bool mayCollide(Geometry const* first, Geometry const* second);
 
-  Geometry & owner;
-  hyx::ref_ptr<Shape> shape;
-  hyx::ref_ptr<hyx::Material> material;
-  hyx::AffineMatrix4x4 local;
-  hyx::RigidBody * body = nullptr;
-  /// Set while this geometry stands in a simulation without a body.
-  hyxSDK::Simulation * simulation = nullptr;
-  bool enabled = true;
-  bool sensor = false;
-  std::unordered_set<Geometry const *> strangers;
+    Geometry& owner;
+    hyx::ref_ptr<Shape> shape;
+    hyx::ref_ptr<hyx::Material> material;
+    hyx::AffineMatrix4x4 local;
+    hyx::RigidBody* body = nullptr;
+    /// Set while this geometry stands in a simulation without a body.
+    hyxSDK::Simulation* simulation = nullptr;
+    bool enabled = true;
+    bool sensor = false;
+    std::unordered_set<Geometry const*> strangers;
 
-  BulletShape bullet;
-  bool builtForMoving = false;
-  /// Its place in its carrier's list.
-  int index = 0;
-  /// For standing without a body.
-  CollisionCarrier carrier;
-  btCollisionObject object;
+    BulletShape bullet;
+    bool builtForMoving = false;
+    /// Its place in its carrier's list.
+    int index = 0;
+    /// For standing without a body.
+    CollisionCarrier carrier;
+    btCollisionObject object;
 
-  ShapeChangeEvent shapeChangeEvent;
-  RemoveEvent removeEvent;
+    ShapeChangeEvent shapeChangeEvent;
+    RemoveEvent removeEvent;
 };
 
-}
+} // namespace hyxCollide

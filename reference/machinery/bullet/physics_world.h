@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/hyx/joints/constraint.h"
 #include "platform/hyx/bodies/contact_material.h"
 #include "platform/hyx/bodies/rigid_body.h"
+#include "platform/hyx/joints/constraint.h"
 #include "platform/hyxCollide/space.h"
 
 #include <BulletDynamics/ConstraintSolver/btConstraintSolver.h>
@@ -21,65 +21,67 @@ namespace hyx {
 
 /// Real time spent in the parts of a step, in seconds.
 struct StepTimes {
-  double collision = 0;
-  double solver = 0;
+    double collision = 0;
+    double solver = 0;
 };
 
 /// The bullet world of a simulation: what is in it collides and moves.
 class PhysicsWorld {
 public:
-  enum Solver { CONJUGATE, SEQUENTIAL, DIRECT };
+    enum Solver { CONJUGATE, SEQUENTIAL, DIRECT };
 
-  PhysicsWorld();
-  ~PhysicsWorld();
+    PhysicsWorld();
+    ~PhysicsWorld();
 
-  /// A disabled body stays out. Throws std::invalid_argument for a shape that cannot move on a body that does.
-  void add(RigidBody::Implementation & body);
-  void remove(RigidBody::Implementation & body);
-  void add(hyxCollide::Geometry & geometry);
-  void remove(hyxCollide::Geometry & geometry);
-  void add(Constraint::Implementation & constraint);
-  void remove(Constraint::Implementation & constraint);
+    /// A disabled body stays out. Throws std::invalid_argument for a shape that cannot move on a body that does.
+    void add(RigidBody::Implementation& body);
+    void remove(RigidBody::Implementation& body);
+    void add(hyxCollide::Geometry& geometry);
+    void remove(hyxCollide::Geometry& geometry);
+    void add(Constraint::Implementation& constraint);
+    void remove(Constraint::Implementation& constraint);
 
-  /// Takes over the new place, shape or switches of a geometry without a body.
-  void refresh(hyxCollide::Geometry & geometry);
-  void bodyMoved(RigidBody::Implementation & body);
-  void wakeAround(hyxCollide::Geometry const & geometry);
-  /// Forgets contacts and all else that depends on how the present state came about, so that equal states go on equally.
-  void forgetHistory(std::vector<RigidBody *> const & bodies);
+    /// Takes over the new place, shape or switches of a geometry without a body.
+    void refresh(hyxCollide::Geometry& geometry);
+    void bodyMoved(RigidBody::Implementation& body);
+    void wakeAround(hyxCollide::Geometry const& geometry);
+    /// Forgets contacts and all else that depends on how the present state came about, so that equal states go on
+    /// equally.
+    void forgetHistory(std::vector<RigidBody*> const& bodies);
 
-  void setSolver(Solver solver);
-  void setNumIterations(int iterations);
-  void setGravity(Vec3 const & gravity);
-  void setAutoSleep(bool enable, std::vector<RigidBody *> const & bodies);
+    void setSolver(Solver solver);
+    void setNumIterations(int iterations);
+    void setGravity(Vec3 const& gravity);
+    void setAutoSleep(bool enable, std::vector<RigidBody*> const& bodies);
 
-  /// Keyed by the pair, the lower address first.
-  std::map<std::pair<Material const *, Material const *>, ref_ptr<ContactMaterial>> contactMaterials;
-  ContactMaterial * contactMaterial(Material const * first, Material const * second) const;
+    /// Keyed by the pair, the lower address first.
+    std::map<std::pair<Material const*, Material const*>, ref_ptr<ContactMaterial>> contactMaterials;
+    ContactMaterial* contactMaterial(Material const* first, Material const* second) const;
 
-  /// One exact step. Kinematic bodies are at their new places when contacts are found.
-  StepTimes step(Real timeStep);
+    /// One exact step. Kinematic bodies are at their new places when contacts are found.
+    StepTimes step(Real timeStep);
 
-  hyxCollide::LocalGeometryContactVector contacts(hyxCollide::Geometry const * first, hyxCollide::Geometry const * second) const;
-  UInt numContactPoints() const;
-  Vector<hyxCollide::RayHit> castRay(Vec3 const & from, Vec3 const & to, RigidBody const * ignored, bool all) const;
-  hyxCollide::GeometryPtrVector findGeometries(Vec3 const & lower, Vec3 const & upper) const;
+    hyxCollide::LocalGeometryContactVector contacts(hyxCollide::Geometry const* first,
+                                                    hyxCollide::Geometry const* second) const;
+    UInt numContactPoints() const;
+    Vector<hyxCollide::RayHit> castRay(Vec3 const& from, Vec3 const& to, RigidBody const* ignored, bool all) const;
+    hyxCollide::GeometryPtrVector findGeometries(Vec3 const& lower, Vec3 const& upper) const;
 
 private:
-  class World;
+    class World;
 
-  std::unique_ptr<btConstraintSolver> makeSolver() const;
+    std::unique_ptr<btConstraintSolver> makeSolver() const;
 
-  std::unique_ptr<btDefaultCollisionConfiguration> m_configuration;
-  std::unique_ptr<btCollisionDispatcher> m_dispatcher;
-  std::unique_ptr<btDbvtBroadphase> m_broadphase;
-  Solver m_solverType = SEQUENTIAL;
-  std::unique_ptr<btConstraintSolver> m_solver;
-  std::unique_ptr<World> m_world;
-  std::vector<RigidBody::Implementation *> m_kinematicBodies;
-  std::vector<Constraint::Implementation *> m_constraints;
-  bool m_autoSleep = false;
-  Real m_timeStep = 1;
+    std::unique_ptr<btDefaultCollisionConfiguration> m_configuration;
+    std::unique_ptr<btCollisionDispatcher> m_dispatcher;
+    std::unique_ptr<btDbvtBroadphase> m_broadphase;
+    Solver m_solverType = SEQUENTIAL;
+    std::unique_ptr<btConstraintSolver> m_solver;
+    std::unique_ptr<World> m_world;
+    std::vector<RigidBody::Implementation*> m_kinematicBodies;
+    std::vector<Constraint::Implementation*> m_constraints;
+    bool m_autoSleep = false;
+    Real m_timeStep = 1;
 };
 
-}
+} // namespace hyx

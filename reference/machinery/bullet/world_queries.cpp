@@ -1,7 +1,7 @@
-#include "reference/machinery/bullet/exact_ray.h"
-#include "reference/machinery/bullet/geometry_implementation.h"
 #include "reference/machinery/bullet/bullet_values.h"
 #include "reference/machinery/bullet/contact_response.h"
+#include "reference/machinery/bullet/exact_ray.h"
+#include "reference/machinery/bullet/geometry_implementation.h"
 #include "reference/machinery/bullet/physics_world.h"
 
 #include <BulletCollision/BroadphaseCollision/btDbvtBroadphase.h>
@@ -21,174 +21,186 @@ using hyxCollide::RayHit;
 
 namespace {
 
-ContactPoint copyPoint(btManifoldPoint const & point, Real timeStep) {
-  ContactPoint copy;
-  copy.point = fromBullet((point.getPositionWorldOnA() + point.getPositionWorldOnB()) * 0.5);
-  // Bullet's normal leads from the second object to the first.
-  copy.normal = fromBullet(-point.m_normalWorldOnB);
-  copy.depth = -point.getDistance();
-  copy.normalForce = point.m_appliedImpulse / timeStep;
-  copy.tangentialForce = fromBullet(-(point.m_lateralFrictionDir1 * point.m_appliedImpulseLateral1 +
-                                      point.m_lateralFrictionDir2 * point.m_appliedImpulseLateral2) /
-                                    timeStep);
-  return copy;
+ContactPoint copyPoint(btManifoldPoint const& point, Real timeStep) {
+    ContactPoint copy;
+    copy.point = fromBullet((point.getPositionWorldOnA() + point.getPositionWorldOnB()) * 0.5);
+    // Bullet's normal leads from the second object to the first.
+    copy.normal = fromBullet(-point.m_normalWorldOnB);
+    copy.depth = -point.getDistance();
+    copy.normalForce = point.m_appliedImpulse / timeStep;
+    copy.tangentialForce = fromBullet(-(point.m_lateralFrictionDir1 * point.m_appliedImpulseLateral1 +
+                                        point.m_lateralFrictionDir2 * point.m_appliedImpulseLateral2) /
+                                      timeStep);
+    return copy;
 }
 
 /// A point that is nearer than the skin of a shape but does not touch is kept by bullet for the next step only.
-bool counts(btManifoldPoint const & point) {
-  return point.getDistance() <= 0 || point.m_appliedImpulse > 0;
+bool counts(btManifoldPoint const& point) {
+    return point.getDistance() <= 0 || point.m_appliedImpulse > 0;
 }
 
-/// Gives every geometry that a ray may meet before `end` (a share of its way) to `cast`, by way of bullet's tree of boxes.
+/// Gives every geometry that a ray may meet before `end` (a share of its way) to `cast`, by way of bullet's tree of
+/// boxes.
 template <class Cast>
 struct RayWalk : btBroadphaseRayCallback {
-  RayWalk(btVector3 const & from, btVector3 const & to, Real const & end, Cast cast) : from(from), to(to), end(end), cast(cast) {
-    btVector3 const way = to - from;
-    btVector3 const direction = way.normalized();
-    for (int i = 0; i < 3; ++i) {
-      m_rayDirectionInverse[i] = direction[i] == 0 ? BT_LARGE_FLOAT : 1 / direction[i];
-      m_signs[i] = m_rayDirectionInverse[i] < 0;
+    RayWalk(btVector3 const& from, btVector3 const& to, Real const& end, Cast cast)
+        : from(from), to(to), end(end), cast(cast) {
+        btVector3 const way = to - from;
+        btVector3 const direction = way.normalized();
+        for (int i = 0; i < 3; ++i) {
+            m_rayDirectionInverse[i] = direction[i] == 0 ? BT_LARGE_FLOAT : 1 / direction[i];
+            m_signs[i] = m_rayDirectionInverse[i] < 0;
+        }
+        m_lambda_max = direction.dot(way);
     }
-    m_lambda_max = direction.dot(way);
-  }
 
-  bool process(btBroadphaseProxy const * proxy) override {
-    btScalar reach = end;
-    btVector3 side;
-    if (!btRayAabb(from, to, proxy->m_aabbMin, proxy->m_aabbMax, reach, side))
-      return true;
-    auto * object = static_cast<btCollisionObject *>(proxy->m_clientObject);
-    for (Geometry * geometry : static_cast<hyxCollide::CollisionCarrier *>(object->getUserPointer())->geometries)
-      if (geometry->getEnableCollisions())
-        cast(*object, *geometry);
-    return true;
-  }
+    bool process(btBroadphaseProxy const* proxy) override {
+        btScalar reach = end;
+        btVector3 side;
+        if (!btRayAabb(from, to, proxy->m_aabbMin, proxy->m_aabbMax, reach, side))
+            return true;
+        auto* object = static_cast<btCollisionObject*>(proxy->m_clientObject);
+        for (Geometry* geometry : static_cast<hyxCollide::CollisionCarrier*>(object->getUserPointer())->geometries)
+            if (geometry->getEnableCollisions())
+                cast(*object, *geometry);
+        return true;
+    }
 
-  btVector3 from;
-  btVector3 to;
-  Real const & end;
-  Cast cast;
+    btVector3 from;
+    btVector3 to;
+    Real const& end;
+    Cast cast;
 };
 
 struct NearestHit : btCollisionWorld::ClosestRayResultCallback {
-  using ClosestRayResultCallback::ClosestRayResultCallback;
+    using ClosestRayResultCallback::ClosestRayResultCallback;
 
-  btScalar addSingleResult(btCollisionWorld::LocalRayResult & result, bool normalInWorld) override {
-    triangle = result.m_localShapeInfo ? static_cast<UInt>(result.m_localShapeInfo->m_triangleIndex) : ~UInt(0);
-    return ClosestRayResultCallback::addSingleResult(result, normalInWorld);
-  }
+    btScalar addSingleResult(btCollisionWorld::LocalRayResult& result, bool normalInWorld) override {
+        triangle = result.m_localShapeInfo ? static_cast<UInt>(result.m_localShapeInfo->m_triangleIndex) : ~UInt(0);
+        return ClosestRayResultCallback::addSingleResult(result, normalInWorld);
+    }
 
-  UInt triangle = ~UInt(0);
+    UInt triangle = ~UInt(0);
 };
 
 struct Meeting {
-  Real fraction;
-  btVector3 normal;
-  UInt triangle = ~UInt(0);
+    Real fraction;
+    btVector3 normal;
+    UInt triangle = ~UInt(0);
 };
 
 /// Where a ray meets one geometry, before `end`.
-std::optional<Meeting> meet(btCollisionObject & object, Geometry const & geometry, btVector3 const & from, btVector3 const & to, Real end) {
-  btCollisionShape const * shape = geometry.implementation().bullet.shape.get();
-  btTransform const place = object.getCollisionShape() == shape ? object.getWorldTransform() : toBullet(geometry.getTransform());
-  if (hyxCollide::hasExactRay(*geometry.getShape())) {
-    auto const entry = hyxCollide::castExactRay(*geometry.getShape(), place.invXform(from), place.invXform(to));
-    if (!entry || entry->fraction >= end)
-      return std::nullopt;
-    return Meeting{entry->fraction, place.getBasis() * entry->normal};
-  }
-  NearestHit nearest(from, to);
-  nearest.m_closestHitFraction = end;
-  btCollisionWorld::rayTestSingle(btTransform(btQuaternion::getIdentity(), from), btTransform(btQuaternion::getIdentity(), to), &object, shape,
-                                  place, nearest);
-  if (!nearest.hasHit())
-    return std::nullopt;
-  return Meeting{nearest.m_closestHitFraction, nearest.m_hitNormalWorld.normalized(), nearest.triangle};
-}
-
-}
-
-LocalGeometryContactVector PhysicsWorld::contacts(Geometry const * first, Geometry const * second) const {
-  LocalGeometryContactVector found;
-  btCollisionDispatcher & dispatcher = *m_dispatcher;
-  for (int i = 0; i < dispatcher.getNumManifolds(); ++i) {
-    btPersistentManifold const & manifold = *dispatcher.getManifoldByIndexInternal(i);
-    std::size_t const ofThisPair = found.size();
-    for (int j = 0; j < manifold.getNumContacts(); ++j) {
-      btManifoldPoint const & point = manifold.getContactPoint(j);
-      Geometry * one = geometryAt(manifold.getBody0(), point.m_index0);
-      Geometry * other = geometryAt(manifold.getBody1(), point.m_index1);
-      if (!one || !other || !counts(point) || (first && one != first && other != first) || (second && one != second && other != second))
-        continue;
-      auto place = std::find_if(found.begin() + ofThisPair, found.end(), [&](LocalGeometryContact const & contact) {
-        return contact.getGeometry(0) == one && contact.getGeometry(1) == other;
-      });
-      if (place == found.end())
-        place = found.insert(place, LocalGeometryContact(one, other));
-      place->points().push_back(copyPoint(point, m_timeStep));
+std::optional<Meeting> meet(btCollisionObject& object, Geometry const& geometry, btVector3 const& from,
+                            btVector3 const& to, Real end) {
+    btCollisionShape const* shape = geometry.implementation().bullet.shape.get();
+    btTransform const place =
+        object.getCollisionShape() == shape ? object.getWorldTransform() : toBullet(geometry.getTransform());
+    if (hyxCollide::hasExactRay(*geometry.getShape())) {
+        auto const entry = hyxCollide::castExactRay(*geometry.getShape(), place.invXform(from), place.invXform(to));
+        if (!entry || entry->fraction >= end)
+            return std::nullopt;
+        return Meeting{entry->fraction, place.getBasis() * entry->normal};
     }
-  }
-  return found;
+    NearestHit nearest(from, to);
+    nearest.m_closestHitFraction = end;
+    btCollisionWorld::rayTestSingle(btTransform(btQuaternion::getIdentity(), from),
+                                    btTransform(btQuaternion::getIdentity(), to), &object, shape, place, nearest);
+    if (!nearest.hasHit())
+        return std::nullopt;
+    return Meeting{nearest.m_closestHitFraction, nearest.m_hitNormalWorld.normalized(), nearest.triangle};
+}
+
+} // namespace
+
+LocalGeometryContactVector PhysicsWorld::contacts(Geometry const* first, Geometry const* second) const {
+    LocalGeometryContactVector found;
+    btCollisionDispatcher& dispatcher = *m_dispatcher;
+    for (int i = 0; i < dispatcher.getNumManifolds(); ++i) {
+        btPersistentManifold const& manifold = *dispatcher.getManifoldByIndexInternal(i);
+        std::size_t const ofThisPair = found.size();
+        for (int j = 0; j < manifold.getNumContacts(); ++j) {
+            btManifoldPoint const& point = manifold.getContactPoint(j);
+            Geometry* one = geometryAt(manifold.getBody0(), point.m_index0);
+            Geometry* other = geometryAt(manifold.getBody1(), point.m_index1);
+            if (!one || !other || !counts(point) || (first && one != first && other != first) ||
+                (second && one != second && other != second))
+                continue;
+            auto place =
+                std::find_if(found.begin() + ofThisPair, found.end(), [&](LocalGeometryContact const& contact) {
+                    return contact.getGeometry(0) == one && contact.getGeometry(1) == other;
+                });
+            if (place == found.end())
+                place = found.insert(place, LocalGeometryContact(one, other));
+            place->points().push_back(copyPoint(point, m_timeStep));
+        }
+    }
+    return found;
 }
 
 UInt PhysicsWorld::numContactPoints() const {
-  UInt count = 0;
-  btCollisionDispatcher & dispatcher = *m_dispatcher;
-  for (int i = 0; i < dispatcher.getNumManifolds(); ++i) {
-    btPersistentManifold const & manifold = *dispatcher.getManifoldByIndexInternal(i);
-    for (int j = 0; j < manifold.getNumContacts(); ++j)
-      count += counts(manifold.getContactPoint(j));
-  }
-  return count;
+    UInt count = 0;
+    btCollisionDispatcher& dispatcher = *m_dispatcher;
+    for (int i = 0; i < dispatcher.getNumManifolds(); ++i) {
+        btPersistentManifold const& manifold = *dispatcher.getManifoldByIndexInternal(i);
+        for (int j = 0; j < manifold.getNumContacts(); ++j)
+            count += counts(manifold.getContactPoint(j));
+    }
+    return count;
 }
 
-Vector<RayHit> PhysicsWorld::castRay(Vec3 const & fromPoint, Vec3 const & toPoint, RigidBody const * ignored, bool all) const {
-  btVector3 const from = toBullet(fromPoint);
-  btVector3 const to = toBullet(toPoint);
-  Vector<RayHit> hits;
-  Real const length = (toPoint - fromPoint).length();
-  if (!(length > 0))
+Vector<RayHit> PhysicsWorld::castRay(Vec3 const& fromPoint, Vec3 const& toPoint, RigidBody const* ignored,
+                                     bool all) const {
+    btVector3 const from = toBullet(fromPoint);
+    btVector3 const to = toBullet(toPoint);
+    Vector<RayHit> hits;
+    Real const length = (toPoint - fromPoint).length();
+    if (!(length > 0))
+        return hits;
+    Real end = 1;
+    auto const cast = [&](btCollisionObject& object, Geometry& geometry) {
+        if (ignored && geometry.getRigidBody() == ignored)
+            return;
+        auto const found = meet(object, geometry, from, to, end);
+        if (!found)
+            return;
+        if (!all) {
+            hits.clear();
+            end = found->fraction;
+        }
+        hits.push_back({&geometry, fromBullet(from.lerp(to, found->fraction)), fromBullet(found->normal),
+                        found->fraction * length, found->triangle});
+    };
+    RayWalk walk(from, to, end, cast);
+    m_broadphase->rayTest(from, to, walk);
+    std::stable_sort(hits.begin(), hits.end(),
+                     [](RayHit const& a, RayHit const& b) { return a.distance < b.distance; });
     return hits;
-  Real end = 1;
-  auto const cast = [&](btCollisionObject & object, Geometry & geometry) {
-    if (ignored && geometry.getRigidBody() == ignored)
-      return;
-    auto const found = meet(object, geometry, from, to, end);
-    if (!found)
-      return;
-    if (!all) {
-      hits.clear();
-      end = found->fraction;
-    }
-    hits.push_back({&geometry, fromBullet(from.lerp(to, found->fraction)), fromBullet(found->normal), found->fraction * length, found->triangle});
-  };
-  RayWalk walk(from, to, end, cast);
-  m_broadphase->rayTest(from, to, walk);
-  std::stable_sort(hits.begin(), hits.end(), [](RayHit const & a, RayHit const & b) { return a.distance < b.distance; });
-  return hits;
 }
 
-hyxCollide::GeometryPtrVector PhysicsWorld::findGeometries(Vec3 const & lower, Vec3 const & upper) const {
-  struct Finder : btBroadphaseAabbCallback {
-    bool process(btBroadphaseProxy const * proxy) override {
-      auto const & object = *static_cast<btCollisionObject const *>(proxy->m_clientObject);
-      for (Geometry * geometry : static_cast<hyxCollide::CollisionCarrier const *>(object.getUserPointer())->geometries) {
-        Vec3 low;
-        Vec3 high;
-        geometry->getBound(low, high);
-        if (TestAabbAgainstAabb2(toBullet(low), toBullet(high), lowest, highest))
-          found.push_back(geometry);
-      }
-      return true;
-    }
-    btVector3 lowest;
-    btVector3 highest;
-    hyxCollide::GeometryPtrVector found;
-  } finder;
-  finder.lowest = toBullet(lower);
-  finder.highest = toBullet(upper);
-  m_broadphase->aabbTest(finder.lowest, finder.highest, finder);
-  return finder.found;
+hyxCollide::GeometryPtrVector PhysicsWorld::findGeometries(Vec3 const& lower, Vec3 const& upper) const {
+    struct Finder : btBroadphaseAabbCallback {
+        bool process(btBroadphaseProxy const* proxy) override {
+            auto const& object = *static_cast<btCollisionObject const*>(proxy->m_clientObject);
+            for (Geometry* geometry :
+                 static_cast<hyxCollide::CollisionCarrier const*>(object.getUserPointer())->geometries) {
+                Vec3 low;
+                Vec3 high;
+                geometry->getBound(low, high);
+                if (TestAabbAgainstAabb2(toBullet(low), toBullet(high), lowest, highest))
+                    found.push_back(geometry);
+            }
+            return true;
+        }
+
+        btVector3 lowest;
+        btVector3 highest;
+        hyxCollide::GeometryPtrVector found;
+    } finder;
+
+    finder.lowest = toBullet(lower);
+    finder.highest = toBullet(upper);
+    m_broadphase->aabbTest(finder.lowest, finder.highest, finder);
+    return finder.found;
 }
 
-}
+} // namespace hyx

@@ -10,95 +10,123 @@ namespace hyxOSG {
 namespace {
 
 struct Candidate {
-  std::string name;
-  EGLenum platform;  ///< 0 for eglGetDisplay
-  void* native;
+    std::string name;
+    EGLenum platform; ///< 0 for eglGetDisplay
+    void* native;
 };
 
-bool hasWord(const char* list, const char* word) {
-  if (!list) return false;
-  const size_t length = std::strlen(word);
-  for (const char* at = std::strstr(list, word); at; at = std::strstr(at + length, word)) {
-    const bool starts = at == list || at[-1] == ' ';
-    if (starts && (at[length] == ' ' || at[length] == '\0')) return true;
-  }
-  return false;
+bool hasWord(char const* list, char const* word) {
+    if (!list)
+        return false;
+    size_t const length = std::strlen(word);
+    for (char const* at = std::strstr(list, word); at; at = std::strstr(at + length, word)) {
+        bool const starts = at == list || at[-1] == ' ';
+        if (starts && (at[length] == ' ' || at[length] == '\0'))
+            return true;
+    }
+    return false;
 }
 
 /// Devices first, those of graphics cards before the software one.
-std::vector<Candidate> findCandidates(const EglLibrary& egl) {
-  std::vector<Candidate> hardware, software;
-  if (egl.queryDevices && egl.queryDeviceString && egl.getPlatformDisplay) {
-    EGLint count = 0;
-    egl.queryDevices(0, nullptr, &count);
-    std::vector<EGLDeviceEXT> devices(count > 0 ? count : 0);
-    if (count > 0) egl.queryDevices(count, devices.data(), &count);
-    for (EGLDeviceEXT device : devices) {
-      const char* extensions = egl.queryDeviceString(device, EGL_EXTENSIONS);
-      const bool isSoftware = hasWord(extensions, "EGL_MESA_device_software");
-      auto& list = isSoftware ? software : hardware;
-      list.push_back({isSoftware ? "software device" : "graphics card", EGL_PLATFORM_DEVICE_EXT, device});
+std::vector<Candidate> findCandidates(EglLibrary const& egl) {
+    std::vector<Candidate> hardware, software;
+    if (egl.queryDevices && egl.queryDeviceString && egl.getPlatformDisplay) {
+        EGLint count = 0;
+        egl.queryDevices(0, nullptr, &count);
+        std::vector<EGLDeviceEXT> devices(count > 0 ? count : 0);
+        if (count > 0)
+            egl.queryDevices(count, devices.data(), &count);
+        for (EGLDeviceEXT device : devices) {
+            char const* extensions = egl.queryDeviceString(device, EGL_EXTENSIONS);
+            bool const isSoftware = hasWord(extensions, "EGL_MESA_device_software");
+            auto& list = isSoftware ? software : hardware;
+            list.push_back({isSoftware ? "software device" : "graphics card", EGL_PLATFORM_DEVICE_EXT, device});
+        }
     }
-  }
-  std::vector<Candidate> all = hardware;
-  all.insert(all.end(), software.begin(), software.end());
-  if (egl.getPlatformDisplay) all.push_back({"surfaceless platform", EGL_PLATFORM_SURFACELESS_MESA, nullptr});
-  all.push_back({"default display", 0, nullptr});
-  return all;
+    std::vector<Candidate> all = hardware;
+    all.insert(all.end(), software.begin(), software.end());
+    if (egl.getPlatformDisplay)
+        all.push_back({"surfaceless platform", EGL_PLATFORM_SURFACELESS_MESA, nullptr});
+    all.push_back({"default display", 0, nullptr});
+    return all;
 }
 
 /// A driver may initialize on a card that the process may not use, so only a context made current counts.
-bool canDraw(const EglLibrary& egl, EGLDisplay display) {
-  const EGLConfig config = chooseEglConfig(display, 0, false, true);
-  if (!config || !egl.bindApi(EGL_OPENGL_API)) return false;
-  const EGLint size[] = {EGL_WIDTH, 1, EGL_HEIGHT, 1, EGL_NONE};
-  const EGLDisplay oldDisplay = egl.currentDisplay();
-  const EGLContext oldContext = egl.currentContext();
-  const EGLSurface oldDraw = egl.currentSurface(EGL_DRAW), oldRead = egl.currentSurface(EGL_READ);
-  const EGLContext context = egl.createContext(display, config, EGL_NO_CONTEXT, nullptr);
-  const EGLSurface surface = egl.createPbuffer(display, config, size);
-  bool works = false;
-  if (context != EGL_NO_CONTEXT && surface != EGL_NO_SURFACE && egl.makeCurrent(display, surface, surface, context)) {
-    works = true;
-    egl.makeCurrent(display, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
-  }
-  if (surface != EGL_NO_SURFACE) egl.destroySurface(display, surface);
-  if (context != EGL_NO_CONTEXT) egl.destroyContext(display, context);
-  if (oldContext != EGL_NO_CONTEXT) egl.makeCurrent(oldDisplay, oldDraw, oldRead, oldContext);
-  return works;
+bool canDraw(EglLibrary const& egl, EGLDisplay display) {
+    EGLConfig const config = chooseEglConfig(display, 0, false, true);
+    if (!config || !egl.bindApi(EGL_OPENGL_API))
+        return false;
+    EGLint const size[] = {EGL_WIDTH, 1, EGL_HEIGHT, 1, EGL_NONE};
+    EGLDisplay const oldDisplay = egl.currentDisplay();
+    EGLContext const oldContext = egl.currentContext();
+    EGLSurface const oldDraw = egl.currentSurface(EGL_DRAW), oldRead = egl.currentSurface(EGL_READ);
+    EGLContext const context = egl.createContext(display, config, EGL_NO_CONTEXT, nullptr);
+    EGLSurface const surface = egl.createPbuffer(display, config, size);
+    bool works = false;
+    if (context != EGL_NO_CONTEXT && surface != EGL_NO_SURFACE && egl.makeCurrent(display, surface, surface, context)) {
+        works = true;
+        egl.makeCurrent(display, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
+    }
+    if (surface != EGL_NO_SURFACE)
+        egl.destroySurface(display, surface);
+    if (context != EGL_NO_CONTEXT)
+        egl.destroyContext(display, context);
+    if (oldContext != EGL_NO_CONTEXT)
+        egl.makeCurrent(oldDisplay, oldDraw, oldRead, oldContext);
+    return works;
 }
 
 EGLDisplay choose() {
-  const EglLibrary& egl = EglLibrary::instance();
-  std::string reasons;
-  for (const Candidate& candidate : findCandidates(egl)) {
-    const EGLDisplay display = candidate.platform ? egl.getPlatformDisplay(candidate.platform, candidate.native, nullptr)
-                                                  : egl.getDisplay(EGL_DEFAULT_DISPLAY);
-    if (display != EGL_NO_DISPLAY && egl.initialize(display, nullptr, nullptr) && canDraw(egl, display)) return display;
-    reasons += (reasons.empty() ? "" : "; ") + candidate.name + ": " + eglErrorText(egl.getError());
-  }
-  throw std::runtime_error("no off-screen drawing (a driver such as libgl1-mesa-dri is needed): " + reasons);
+    EglLibrary const& egl = EglLibrary::instance();
+    std::string reasons;
+    for (Candidate const& candidate : findCandidates(egl)) {
+        EGLDisplay const display = candidate.platform
+                                       ? egl.getPlatformDisplay(candidate.platform, candidate.native, nullptr)
+                                       : egl.getDisplay(EGL_DEFAULT_DISPLAY);
+        if (display != EGL_NO_DISPLAY && egl.initialize(display, nullptr, nullptr) && canDraw(egl, display))
+            return display;
+        reasons += (reasons.empty() ? "" : "; ") + candidate.name + ": " + eglErrorText(egl.getError());
+    }
+    throw std::runtime_error("no off-screen drawing (a driver such as libgl1-mesa-dri is needed): " + reasons);
 }
 
-}  // namespace
+} // namespace
 
 EGLDisplay eglDisplay() {
-  static const EGLDisplay display = choose();
-  return display;
+    static EGLDisplay const display = choose();
+    return display;
 }
 
 EGLConfig chooseEglConfig(EGLDisplay display, int samples, bool alpha, bool stencil) {
-  const EglLibrary& egl = EglLibrary::instance();
-  for (; samples >= 0; samples = samples > 1 ? samples / 2 : samples - 1) {
-    const EGLint attributes[] = {EGL_SURFACE_TYPE, EGL_PBUFFER_BIT, EGL_RENDERABLE_TYPE, EGL_OPENGL_BIT,
-                                 EGL_RED_SIZE, 8, EGL_GREEN_SIZE, 8, EGL_BLUE_SIZE, 8,
-                                 EGL_ALPHA_SIZE, alpha ? 8 : 0, EGL_DEPTH_SIZE, 24, EGL_STENCIL_SIZE, stencil ? 8 : 0,
-                                 EGL_SAMPLE_BUFFERS, samples > 0 ? 1 : 0, EGL_SAMPLES, samples, EGL_NONE};
-    EGLConfig config = nullptr;
-    EGLint count = 0;
-    if (egl.chooseConfig(display, attributes, &config, 1, &count) && count > 0) return config;
-  }
-  return nullptr;
+    EglLibrary const& egl = EglLibrary::instance();
+    for (; samples >= 0; samples = samples > 1 ? samples / 2 : samples - 1) {
+        EGLint const attributes[] = {EGL_SURFACE_TYPE,
+                                     EGL_PBUFFER_BIT,
+                                     EGL_RENDERABLE_TYPE,
+                                     EGL_OPENGL_BIT,
+                                     EGL_RED_SIZE,
+                                     8,
+                                     EGL_GREEN_SIZE,
+                                     8,
+                                     EGL_BLUE_SIZE,
+                                     8,
+                                     EGL_ALPHA_SIZE,
+                                     alpha ? 8 : 0,
+                                     EGL_DEPTH_SIZE,
+                                     24,
+                                     EGL_STENCIL_SIZE,
+                                     stencil ? 8 : 0,
+                                     EGL_SAMPLE_BUFFERS,
+                                     samples > 0 ? 1 : 0,
+                                     EGL_SAMPLES,
+                                     samples,
+                                     EGL_NONE};
+        EGLConfig config = nullptr;
+        EGLint count = 0;
+        if (egl.chooseConfig(display, attributes, &config, 1, &count) && count > 0)
+            return config;
+    }
+    return nullptr;
 }
 
-}  // namespace hyxOSG
+} // namespace hyxOSG

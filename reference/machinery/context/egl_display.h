@@ -13,4 +13,4 @@ EGLDisplay eglDisplay();
 /// A configuration of `display` for off-screen windows with at most `samples` samples; null when there is none.
 EGLConfig chooseEglConfig(EGLDisplay display, int samples, bool alpha, bool stencil);
 
-}  // namespace hyxOSG
+} // namespace hyxOSG

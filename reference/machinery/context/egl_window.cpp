@@ -9,108 +9,122 @@ namespace hyxOSG {
 namespace {
 
 EGLContext sharedContext(osg::GraphicsContext* context, EGLContext (*read)(EglWindow*)) {
-  auto* window = dynamic_cast<EglWindow*>(context);
-  return window ? read(window) : EGL_NO_CONTEXT;
+    auto* window = dynamic_cast<EglWindow*>(context);
+    return window ? read(window) : EGL_NO_CONTEXT;
 }
 
-}  // namespace
+} // namespace
 
 EglWindow::EglWindow(osg::GraphicsContext::Traits* traits) {
-  _traits = traits;
-  const EglLibrary& egl = EglLibrary::instance();
-  m_display = eglDisplay();
-  m_config = chooseEglConfig(m_display, traits->samples, traits->alpha > 0, traits->stencil > 0);
-  if (!m_config || !egl.bindApi(EGL_OPENGL_API)) throw std::runtime_error("no pixel format for an off-screen window");
+    _traits = traits;
+    EglLibrary const& egl = EglLibrary::instance();
+    m_display = eglDisplay();
+    m_config = chooseEglConfig(m_display, traits->samples, traits->alpha > 0, traits->stencil > 0);
+    if (!m_config || !egl.bindApi(EGL_OPENGL_API))
+        throw std::runtime_error("no pixel format for an off-screen window");
 
-  const EGLContext shared =
-      sharedContext(traits->sharedContext.get(), [](EglWindow* window) { return window->m_context; });
-  m_context = egl.createContext(m_display, m_config, shared, nullptr);
-  if (m_context == EGL_NO_CONTEXT)
-    throw std::runtime_error("no context for an off-screen window: " + eglErrorText(egl.getError()));
-  m_surface = makeSurface(traits->width, traits->height);
-  if (m_surface == EGL_NO_SURFACE) {
-    const std::string reason = eglErrorText(egl.getError());
-    egl.destroyContext(m_display, m_context);
-    m_context = EGL_NO_CONTEXT;
-    throw std::runtime_error("no off-screen window of this size: " + reason);
-  }
-  m_valid = true;
+    EGLContext const shared =
+        sharedContext(traits->sharedContext.get(), [](EglWindow* window) { return window->m_context; });
+    m_context = egl.createContext(m_display, m_config, shared, nullptr);
+    if (m_context == EGL_NO_CONTEXT)
+        throw std::runtime_error("no context for an off-screen window: " + eglErrorText(egl.getError()));
+    m_surface = makeSurface(traits->width, traits->height);
+    if (m_surface == EGL_NO_SURFACE) {
+        std::string const reason = eglErrorText(egl.getError());
+        egl.destroyContext(m_display, m_context);
+        m_context = EGL_NO_CONTEXT;
+        throw std::runtime_error("no off-screen window of this size: " + reason);
+    }
+    m_valid = true;
 
-  setState(new osg::State);
-  getState()->setGraphicsContext(this);
-  if (shared != EGL_NO_CONTEXT) {
-    getState()->setContextID(traits->sharedContext->getState()->getContextID());
-    incrementContextIDUsageCount(getState()->getContextID());
-  } else {
-    getState()->setContextID(osg::GraphicsContext::createNewContextID());
-  }
-  getEventQueue()->syncWindowRectangleWithGraphicsContext();
+    setState(new osg::State);
+    getState()->setGraphicsContext(this);
+    if (shared != EGL_NO_CONTEXT) {
+        getState()->setContextID(traits->sharedContext->getState()->getContextID());
+        incrementContextIDUsageCount(getState()->getContextID());
+    } else {
+        getState()->setContextID(osg::GraphicsContext::createNewContextID());
+    }
+    getEventQueue()->syncWindowRectangleWithGraphicsContext();
 }
 
-EglWindow::~EglWindow() { close(true); }
+EglWindow::~EglWindow() {
+    close(true);
+}
 
 EGLSurface EglWindow::makeSurface(int width, int height) const {
-  const EGLint size[] = {EGL_WIDTH, width, EGL_HEIGHT, height, EGL_NONE};
-  return EglLibrary::instance().createPbuffer(m_display, m_config, size);
+    EGLint const size[] = {EGL_WIDTH, width, EGL_HEIGHT, height, EGL_NONE};
+    return EglLibrary::instance().createPbuffer(m_display, m_config, size);
 }
 
 bool EglWindow::realizeImplementation() {
-  m_realized = m_valid;
-  return m_realized;
+    m_realized = m_valid;
+    return m_realized;
 }
 
 void EglWindow::closeImplementation() {
-  const EglLibrary& egl = EglLibrary::instance();
-  if (m_context != EGL_NO_CONTEXT && egl.currentContext() == m_context)
-    egl.makeCurrent(m_display, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
-  if (m_surface != EGL_NO_SURFACE) egl.destroySurface(m_display, m_surface);
-  if (m_context != EGL_NO_CONTEXT) egl.destroyContext(m_display, m_context);
-  m_surface = EGL_NO_SURFACE;
-  m_context = EGL_NO_CONTEXT;
-  m_valid = m_realized = false;
+    EglLibrary const& egl = EglLibrary::instance();
+    if (m_context != EGL_NO_CONTEXT && egl.currentContext() == m_context)
+        egl.makeCurrent(m_display, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
+    if (m_surface != EGL_NO_SURFACE)
+        egl.destroySurface(m_display, m_surface);
+    if (m_context != EGL_NO_CONTEXT)
+        egl.destroyContext(m_display, m_context);
+    m_surface = EGL_NO_SURFACE;
+    m_context = EGL_NO_CONTEXT;
+    m_valid = m_realized = false;
 }
 
 // Binding nothing succeeds in EGL, and the caller would then read GL strings of no context; so a window that is
 // not realized refuses.
 bool EglWindow::makeCurrentImplementation() {
-  if (!m_realized) return false;
-  const EglLibrary& egl = EglLibrary::instance();
-  egl.bindApi(EGL_OPENGL_API);
-  return egl.makeCurrent(m_display, m_surface, m_surface, m_context);
+    if (!m_realized)
+        return false;
+    EglLibrary const& egl = EglLibrary::instance();
+    egl.bindApi(EGL_OPENGL_API);
+    return egl.makeCurrent(m_display, m_surface, m_surface, m_context);
 }
 
 bool EglWindow::makeContextCurrentImplementation(osg::GraphicsContext* readContext) {
-  auto* reader = dynamic_cast<EglWindow*>(readContext);
-  if (!m_realized || !reader || !reader->m_realized) return false;
-  const EglLibrary& egl = EglLibrary::instance();
-  egl.bindApi(EGL_OPENGL_API);
-  return egl.makeCurrent(m_display, m_surface, reader->m_surface, m_context);
+    auto* reader = dynamic_cast<EglWindow*>(readContext);
+    if (!m_realized || !reader || !reader->m_realized)
+        return false;
+    EglLibrary const& egl = EglLibrary::instance();
+    egl.bindApi(EGL_OPENGL_API);
+    return egl.makeCurrent(m_display, m_surface, reader->m_surface, m_context);
 }
 
 bool EglWindow::releaseContextImplementation() {
-  if (!m_realized) return false;
-  return EglLibrary::instance().makeCurrent(m_display, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
+    if (!m_realized)
+        return false;
+    return EglLibrary::instance().makeCurrent(m_display, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
 }
 
 // There is nothing to swap; the commands must only be on their way before the next frame's.
-void EglWindow::swapBuffersImplementation() { glFlush(); }
+void EglWindow::swapBuffersImplementation() {
+    glFlush();
+}
 
 // A pixel buffer keeps its size, so a new one takes its place. The traits stay as they are: the caller scales the
 // viewports by new over old.
 bool EglWindow::setWindowRectangleImplementation(int x, int y, int width, int height) {
-  if (!m_valid || width < 1 || height < 1) return false;
-  if (width != _traits->width || height != _traits->height) {
-    const EglLibrary& egl = EglLibrary::instance();
-    const EGLSurface surface = makeSurface(width, height);
-    if (surface == EGL_NO_SURFACE) return false;
-    const bool current = egl.currentContext() == m_context;
-    if (current) egl.makeCurrent(m_display, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
-    egl.destroySurface(m_display, m_surface);
-    m_surface = surface;
-    if (current) egl.makeCurrent(m_display, m_surface, m_surface, m_context);
-  }
-  getEventQueue()->windowResize(x, y, width, height);
-  return true;
+    if (!m_valid || width < 1 || height < 1)
+        return false;
+    if (width != _traits->width || height != _traits->height) {
+        EglLibrary const& egl = EglLibrary::instance();
+        EGLSurface const surface = makeSurface(width, height);
+        if (surface == EGL_NO_SURFACE)
+            return false;
+        bool const current = egl.currentContext() == m_context;
+        if (current)
+            egl.makeCurrent(m_display, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
+        egl.destroySurface(m_display, m_surface);
+        m_surface = surface;
+        if (current)
+            egl.makeCurrent(m_display, m_surface, m_surface, m_context);
+    }
+    getEventQueue()->windowResize(x, y, width, height);
+    return true;
 }
 
-}  // namespace hyxOSG
+} // namespace hyxOSG

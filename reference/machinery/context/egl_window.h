@@ -12,42 +12,55 @@ namespace hyxOSG {
 /// The pixel buffer has one colour buffer only, so cameras draw to and read from GL_FRONT. Used by one thread.
 class EglWindow : public osgViewer::GraphicsWindow {
 public:
-  explicit EglWindow(osg::GraphicsContext::Traits* traits);
+    explicit EglWindow(osg::GraphicsContext::Traits* traits);
 
-  const char* libraryName() const override { return "hyxOSG"; }
-  const char* className() const override { return "EglWindow"; }
+    char const* libraryName() const override { return "hyxOSG"; }
 
-  bool valid() const override { return m_valid; }
-  bool realizeImplementation() override;
-  bool isRealizedImplementation() const override { return m_realized; }
-  void closeImplementation() override;
-  bool makeCurrentImplementation() override;
-  bool makeContextCurrentImplementation(osg::GraphicsContext* readContext) override;
-  bool releaseContextImplementation() override;
-  void bindPBufferToTextureImplementation(GLenum) override {}
-  void swapBuffersImplementation() override;
+    char const* className() const override { return "EglWindow"; }
 
-  bool setWindowRectangleImplementation(int x, int y, int width, int height) override;
-  bool setWindowDecorationImplementation(bool) override { return true; }
-  void setWindowName(const std::string& name) override { _traits->windowName = name; }
-  void setCursor(MouseCursor) override {}
-  void setSyncToVBlank(bool on) override { _traits->vsync = on; }
-  void grabFocus() override {}
-  void grabFocusIfPointerInWindow() override {}
-  void raiseWindow() override {}
+    bool valid() const override { return m_valid; }
+
+    bool realizeImplementation() override;
+
+    bool isRealizedImplementation() const override { return m_realized; }
+
+    void closeImplementation() override;
+    bool makeCurrentImplementation() override;
+    bool makeContextCurrentImplementation(osg::GraphicsContext* readContext) override;
+    bool releaseContextImplementation() override;
+
+    void bindPBufferToTextureImplementation(GLenum) override {}
+
+    void swapBuffersImplementation() override;
+
+    bool setWindowRectangleImplementation(int x, int y, int width, int height) override;
+
+    bool setWindowDecorationImplementation(bool) override { return true; }
+
+    void setWindowName(std::string const& name) override { _traits->windowName = name; }
+
+    void setCursor(MouseCursor) override {}
+
+    void setSyncToVBlank(bool on) override { _traits->vsync = on; }
+
+    void grabFocus() override {}
+
+    void grabFocusIfPointerInWindow() override {}
+
+    void raiseWindow() override {}
 
 protected:
-  ~EglWindow() override;
+    ~EglWindow() override;
 
 private:
-  EGLSurface makeSurface(int width, int height) const;
+    EGLSurface makeSurface(int width, int height) const;
 
-  EGLDisplay m_display = EGL_NO_DISPLAY;
-  EGLConfig m_config = nullptr;
-  EGLContext m_context = EGL_NO_CONTEXT;
-  EGLSurface m_surface = EGL_NO_SURFACE;
-  bool m_valid = false;     ///< context and surface were made
-  bool m_realized = false;  ///< between realize and close
+    EGLDisplay m_display = EGL_NO_DISPLAY;
+    EGLConfig m_config = nullptr;
+    EGLContext m_context = EGL_NO_CONTEXT;
+    EGLSurface m_surface = EGL_NO_SURFACE;
+    bool m_valid = false;    ///< context and surface were made
+    bool m_realized = false; ///< between realize and close
 };
 
-}  // namespace hyxOSG
+} // namespace hyxOSG

@@ -9,16 +9,16 @@ namespace hyxOSG {
 /// not pile up. The context must be current.
 class FrameFence {
 public:
-  /// Marks the end of a frame and waits until the previous one was drawn.
-  void endFrame(osg::State& state);
+    /// Marks the end of a frame and waits until the previous one was drawn.
+    void endFrame(osg::State& state);
 
-  /// Waits until all that was marked is drawn; also before the context is closed.
-  void finish(osg::State& state);
+    /// Waits until all that was marked is drawn; also before the context is closed.
+    void finish(osg::State& state);
 
 private:
-  void wait(osg::GLExtensions& gl);
+    void wait(osg::GLExtensions& gl);
 
-  GLsync m_previous = nullptr;
+    GLsync m_previous = nullptr;
 };
 
-}  // namespace hyxOSG
+} // namespace hyxOSG

@@ -16,123 +16,139 @@ namespace {
 constexpr int largestSide = 16384;
 
 WindowKind kindOfEnvironment(WindowKind kind) {
-  const char* value = std::getenv("HYX_DISPLAY");
-  const std::string word = value ? value : "";
-  if (word.empty() || word == "auto") return kind;
-  if (word == "window") return WindowKind::DISPLAY;
-  if (word == "offscreen") return WindowKind::OFFSCREEN;
-  throw std::invalid_argument("HYX_DISPLAY is '" + word + "'; it must be 'window', 'offscreen' or 'auto'");
+    char const* value = std::getenv("HYX_DISPLAY");
+    std::string const word = value ? value : "";
+    if (word.empty() || word == "auto")
+        return kind;
+    if (word == "window")
+        return WindowKind::DISPLAY;
+    if (word == "offscreen")
+        return WindowKind::OFFSCREEN;
+    throw std::invalid_argument("HYX_DISPLAY is '" + word + "'; it must be 'window', 'offscreen' or 'auto'");
 }
 
 void coverScreen(osg::GraphicsContext::Traits& traits) {
-  osg::GraphicsContext::WindowingSystemInterface* system = osg::GraphicsContext::getWindowingSystemInterface();
-  unsigned int width = 0, height = 0;
-  if (system) system->getScreenResolution(traits, width, height);
-  if (width == 0 || height == 0) return;
-  traits.x = traits.y = 0;
-  traits.width = width;
-  traits.height = height;
-  traits.windowDecoration = false;
+    osg::GraphicsContext::WindowingSystemInterface* system = osg::GraphicsContext::getWindowingSystemInterface();
+    unsigned int width = 0, height = 0;
+    if (system)
+        system->getScreenResolution(traits, width, height);
+    if (width == 0 || height == 0)
+        return;
+    traits.x = traits.y = 0;
+    traits.width = width;
+    traits.height = height;
+    traits.windowDecoration = false;
 }
 
-osg::ref_ptr<osg::GraphicsContext::Traits> makeTraits(const WindowRequest& request, bool onDisplay) {
-  osg::ref_ptr<osg::GraphicsContext::Traits> traits = new osg::GraphicsContext::Traits;
-  if (onDisplay) traits->readDISPLAY();
-  traits->setUndefinedScreenDetailsToDefaultScreen();
-  traits->x = request.x;
-  traits->y = request.y;
-  traits->width = request.width;
-  traits->height = request.height;
-  traits->windowName = request.title;
-  traits->windowDecoration = true;
-  traits->supportsResize = request.resizable;
-  traits->doubleBuffer = onDisplay;
-  traits->vsync = request.vsync;
-  traits->red = traits->green = traits->blue = 8;
-  traits->depth = 24;
-  traits->stencil = 8;
-  traits->samples = request.samples;
-  traits->sampleBuffers = request.samples > 0 ? 1 : 0;
-  traits->sharedContext = request.shared;
-  if (onDisplay && request.fullScreen) coverScreen(*traits);
-  return traits;
+osg::ref_ptr<osg::GraphicsContext::Traits> makeTraits(WindowRequest const& request, bool onDisplay) {
+    osg::ref_ptr<osg::GraphicsContext::Traits> traits = new osg::GraphicsContext::Traits;
+    if (onDisplay)
+        traits->readDISPLAY();
+    traits->setUndefinedScreenDetailsToDefaultScreen();
+    traits->x = request.x;
+    traits->y = request.y;
+    traits->width = request.width;
+    traits->height = request.height;
+    traits->windowName = request.title;
+    traits->windowDecoration = true;
+    traits->supportsResize = request.resizable;
+    traits->doubleBuffer = onDisplay;
+    traits->vsync = request.vsync;
+    traits->red = traits->green = traits->blue = 8;
+    traits->depth = 24;
+    traits->stencil = 8;
+    traits->samples = request.samples;
+    traits->sampleBuffers = request.samples > 0 ? 1 : 0;
+    traits->sharedContext = request.shared;
+    if (onDisplay && request.fullScreen)
+        coverScreen(*traits);
+    return traits;
 }
 
 /// Adds to the library's window what it lacks.
 class DisplayWindow : public osgViewer::GraphicsWindowX11 {
 public:
-  using GraphicsWindowX11::GraphicsWindowX11;
+    using GraphicsWindowX11::GraphicsWindowX11;
 
-  /// A viewer realizes its windows again, which the base class answers with a message.
-  bool realizeImplementation() override { return isRealizedImplementation() || GraphicsWindowX11::realizeImplementation(); }
+    /// A viewer realizes its windows again, which the base class answers with a message.
+    bool realizeImplementation() override {
+        return isRealizedImplementation() || GraphicsWindowX11::realizeImplementation();
+    }
 
-  /// Kept without effect where the driver cannot wait for the display.
-  void setSyncToVBlank(bool on) override {
-    _traits->vsync = on;
-    using SwapInterval = int (*)(unsigned int);
-    const auto swapInterval = reinterpret_cast<SwapInterval>(osg::getGLExtensionFuncPtr("glXSwapIntervalMESA"));
-    if (!swapInterval || !makeCurrent()) return;
-    swapInterval(on ? 1 : 0);
-    releaseContext();
-  }
+    /// Kept without effect where the driver cannot wait for the display.
+    void setSyncToVBlank(bool on) override {
+        _traits->vsync = on;
+        using SwapInterval = int (*)(unsigned int);
+        auto const swapInterval = reinterpret_cast<SwapInterval>(osg::getGLExtensionFuncPtr("glXSwapIntervalMESA"));
+        if (!swapInterval || !makeCurrent())
+            return;
+        swapInterval(on ? 1 : 0);
+        releaseContext();
+    }
 };
 
 /// Silences the scene-graph library while a display is tried that may not be able to draw.
 class QuietNotify {
 public:
-  QuietNotify() { osg::setNotifyLevel(osg::ALWAYS); }
-  ~QuietNotify() { osg::setNotifyLevel(m_level); }
+    QuietNotify() { osg::setNotifyLevel(osg::ALWAYS); }
+
+    ~QuietNotify() { osg::setNotifyLevel(m_level); }
 
 private:
-  osg::NotifySeverity m_level = osg::getNotifyLevel();
+    osg::NotifySeverity m_level = osg::getNotifyLevel();
 };
 
 /// Null when the display cannot draw (no GLX).
-osg::ref_ptr<osgViewer::GraphicsWindow> makeDisplayWindow(const WindowRequest& request) {
-  const QuietNotify quiet;
-  osg::ref_ptr<osgViewer::GraphicsWindow> window = new DisplayWindow(makeTraits(request, true).get());
-  if (!window->valid() || !window->realize()) return nullptr;
-  window->setSyncToVBlank(request.vsync);
-  return window;
+osg::ref_ptr<osgViewer::GraphicsWindow> makeDisplayWindow(WindowRequest const& request) {
+    QuietNotify const quiet;
+    osg::ref_ptr<osgViewer::GraphicsWindow> window = new DisplayWindow(makeTraits(request, true).get());
+    if (!window->valid() || !window->realize())
+        return nullptr;
+    window->setSyncToVBlank(request.vsync);
+    return window;
 }
 
-osg::ref_ptr<osgViewer::GraphicsWindow> makeOffscreenWindow(const WindowRequest& request) {
-  osg::ref_ptr<osgViewer::GraphicsWindow> window = new EglWindow(makeTraits(request, false).get());
-  if (!window->realize()) throw std::runtime_error("the off-screen window could not be realized");
-  return window;
+osg::ref_ptr<osgViewer::GraphicsWindow> makeOffscreenWindow(WindowRequest const& request) {
+    osg::ref_ptr<osgViewer::GraphicsWindow> window = new EglWindow(makeTraits(request, false).get());
+    if (!window->realize())
+        throw std::runtime_error("the off-screen window could not be realized");
+    return window;
 }
 
-}  // namespace
+} // namespace
 
-osg::ref_ptr<osgViewer::GraphicsWindow> makeGraphicsWindow(const WindowRequest& request) {
-  if (request.width < 1 || request.height < 1 || request.width > largestSide || request.height > largestSide)
-    throw std::invalid_argument("a window must be 1 to 16384 pixels wide and high");
-  const WindowKind kind = kindOfEnvironment(request.kind);
-  if (kind != WindowKind::OFFSCREEN && xDisplayAnswers()) {
-    if (auto window = makeDisplayWindow(request)) return window;
-  }
-  if (kind == WindowKind::DISPLAY)
-    throw std::runtime_error(
-        "a window was asked for, but no display answers (DISPLAY is missing, wrong or cannot draw); "
-        "set HYX_DISPLAY=offscreen to draw without one");
-  return makeOffscreenWindow(request);
+osg::ref_ptr<osgViewer::GraphicsWindow> makeGraphicsWindow(WindowRequest const& request) {
+    if (request.width < 1 || request.height < 1 || request.width > largestSide || request.height > largestSide)
+        throw std::invalid_argument("a window must be 1 to 16384 pixels wide and high");
+    WindowKind const kind = kindOfEnvironment(request.kind);
+    if (kind != WindowKind::OFFSCREEN && xDisplayAnswers()) {
+        if (auto window = makeDisplayWindow(request))
+            return window;
+    }
+    if (kind == WindowKind::DISPLAY)
+        throw std::runtime_error(
+            "a window was asked for, but no display answers (DISPLAY is missing, wrong or cannot draw); "
+            "set HYX_DISPLAY=offscreen to draw without one");
+    return makeOffscreenWindow(request);
 }
 
-osg::ref_ptr<osgViewer::GraphicsWindow> makeGraphicsWindow(int width, int height, const std::string& title,
+osg::ref_ptr<osgViewer::GraphicsWindow> makeGraphicsWindow(int width, int height, std::string const& title,
                                                            WindowKind kind) {
-  WindowRequest request;
-  request.width = width;
-  request.height = height;
-  request.title = title;
-  request.kind = kind;
-  return makeGraphicsWindow(request);
+    WindowRequest request;
+    request.width = width;
+    request.height = height;
+    request.title = title;
+    request.kind = kind;
+    return makeGraphicsWindow(request);
 }
 
-bool isOffscreen(const osg::GraphicsContext* context) { return dynamic_cast<const EglWindow*>(context) != nullptr; }
-
-unsigned long nativeWindow(const osg::GraphicsContext* context) {
-  const auto* window = dynamic_cast<const osgViewer::GraphicsWindowX11*>(context);
-  return window ? const_cast<osgViewer::GraphicsWindowX11*>(window)->getWindow() : 0;
+bool isOffscreen(osg::GraphicsContext const* context) {
+    return dynamic_cast<EglWindow const*>(context) != nullptr;
 }
 
-}  // namespace hyxOSG
+unsigned long nativeWindow(osg::GraphicsContext const* context) {
+    auto const* window = dynamic_cast<osgViewer::GraphicsWindowX11 const*>(context);
+    return window ? const_cast<osgViewer::GraphicsWindowX11*>(window)->getWindow() : 0;
+}
+
+} // namespace hyxOSG

@@ -9,20 +9,23 @@ namespace hyxOSG {
 namespace {
 
 bool probe() {
-  void* library = dlopen("libX11.so.6", RTLD_NOW | RTLD_LOCAL);
-  if (!library) return false;
-  auto* open = reinterpret_cast<void* (*)(const char*)>(dlsym(library, "XOpenDisplay"));
-  return open && open(nullptr);
+    void* library = dlopen("libX11.so.6", RTLD_NOW | RTLD_LOCAL);
+    if (!library)
+        return false;
+    auto* open = reinterpret_cast<void* (*)(char const*)>(dlsym(library, "XOpenDisplay"));
+    return open && open(nullptr);
 }
 
-}  // namespace
+} // namespace
 
 bool xDisplayAnswers() {
-  const char* name = std::getenv("DISPLAY");
-  if (!name || !*name) return false;
-  static bool answers = false;  // a refusal is asked again: the server may have been started since
-  if (!answers) answers = probe();
-  return answers;
+    char const* name = std::getenv("DISPLAY");
+    if (!name || !*name)
+        return false;
+    static bool answers = false; // a refusal is asked again: the server may have been started since
+    if (!answers)
+        answers = probe();
+    return answers;
 }
 
-}  // namespace hyxOSG
+} // namespace hyxOSG

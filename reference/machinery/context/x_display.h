@@ -7,4 +7,4 @@ namespace hyxOSG {
 /// end with their last client.
 bool xDisplayAnswers();
 
-}  // namespace hyxOSG
+} // namespace hyxOSG

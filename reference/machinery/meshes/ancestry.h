@@ -5,7 +5,7 @@
 namespace hyxOSG {
 
 /// Whether `group` is `node` or stands somewhere above it.
-inline bool isAbove(osg::Node const * group, osg::Node const & node) {
+inline bool isAbove(osg::Node const* group, osg::Node const& node) {
     if (group == &node)
         return true;
     for (unsigned int i = 0; i < node.getNumParents(); ++i)
@@ -14,4 +14,4 @@ inline bool isAbove(osg::Node const * group, osg::Node const & node) {
     return false;
 }
 
-}
+} // namespace hyxOSG

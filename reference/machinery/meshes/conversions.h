@@ -13,23 +13,28 @@
 
 namespace hyxOSG {
 
-inline osg::Vec3d toOsg(hyx::Vec3 const & vector) {
+inline osg::Vec3d toOsg(hyx::Vec3 const& vector) {
     return {vector.x, vector.y, vector.z};
 }
-inline osg::Vec4f toOsg(hyx::Vec4f const & vector) {
+
+inline osg::Vec4f toOsg(hyx::Vec4f const& vector) {
     return {vector.x, vector.y, vector.z, vector.w};
 }
-inline osg::Vec4f toOsg(hyx::Vec4 const & vector) {
+
+inline osg::Vec4f toOsg(hyx::Vec4 const& vector) {
     return toOsg(hyx::Vec4f(vector));
 }
-inline osg::Quat toOsg(hyx::Quat const & rotation) {
+
+inline osg::Quat toOsg(hyx::Quat const& rotation) {
     return {rotation.x, rotation.y, rotation.z, rotation.w};
 }
-inline osg::Matrixd toOsg(hyx::AffineMatrix4x4 const & matrix) {
+
+inline osg::Matrixd toOsg(hyx::AffineMatrix4x4 const& matrix) {
     return osg::Matrixd(matrix.ptr());
 }
-inline hyx::Vec3 toHyx(osg::Vec3d const & vector) {
+
+inline hyx::Vec3 toHyx(osg::Vec3d const& vector) {
     return {vector.x(), vector.y(), vector.z()};
 }
 
-}
+} // namespace hyxOSG

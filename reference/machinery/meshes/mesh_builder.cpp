@@ -5,12 +5,12 @@
 
 namespace hyxOSG {
 
-void useVertexBuffers(osg::Geometry & geometry) {
+void useVertexBuffers(osg::Geometry& geometry) {
     geometry.setUseDisplayList(false);
     geometry.setUseVertexBufferObjects(true);
 }
 
-unsigned int MeshBuilder::addVertex(osg::Vec3 const & position, osg::Vec3 const & normal, osg::Vec2 const & texcoord) {
+unsigned int MeshBuilder::addVertex(osg::Vec3 const& position, osg::Vec3 const& normal, osg::Vec2 const& texcoord) {
     m_positions->push_back(position);
     m_normals->push_back(normal);
     m_texcoords->push_back(texcoord);
@@ -21,7 +21,7 @@ void MeshBuilder::addTriangle(unsigned int a, unsigned int b, unsigned int c) {
     m_indices.insert(m_indices.end(), {a, b, c});
 }
 
-void MeshBuilder::addQuad(osg::Vec3 const & a, osg::Vec3 const & b, osg::Vec3 const & c, osg::Vec3 const & d) {
+void MeshBuilder::addQuad(osg::Vec3 const& a, osg::Vec3 const& b, osg::Vec3 const& c, osg::Vec3 const& d) {
     osg::Vec3 normal = (b - a) ^ (d - a);
     normal.normalize();
     unsigned int const first = addVertex(a, normal, {0, 0});
@@ -36,15 +36,16 @@ void MeshBuilder::addRevolution(std::span<ProfilePoint const> profile, unsigned 
     auto const base = static_cast<unsigned int>(m_positions->size());
     auto const columns = segments + 1; // the seam has its vertices twice, for the texture
     float widest = 0;
-    for (ProfilePoint const & point : profile)
+    for (ProfilePoint const& point : profile)
         widest = std::max(widest, point.radius);
     for (std::size_t row = 0; row < profile.size(); ++row) {
-        ProfilePoint const & point = profile[row];
+        ProfilePoint const& point = profile[row];
         bool const flat = point.normalRadial == 0.0f; // an end face takes its texture from above
         for (unsigned int column = 0; column < columns; ++column) {
             float const u = static_cast<float>(column) / static_cast<float>(segments);
             // The last column repeats the first one exactly, which keeps closed meshes closed.
-            float const angle = 2 * static_cast<float>(osg::PI) * static_cast<float>(column % segments) / static_cast<float>(segments);
+            float const angle =
+                2 * static_cast<float>(osg::PI) * static_cast<float>(column % segments) / static_cast<float>(segments);
             float const x = std::cos(angle), z = -std::sin(angle);
             float const v = 1 - static_cast<float>(row) / static_cast<float>(profile.size() - 1);
             osg::Vec2 const fromAbove(0.5f + 0.5f * x * point.radius / widest, 0.5f - 0.5f * z * point.radius / widest);
@@ -79,4 +80,4 @@ osg::ref_ptr<osg::Geometry> MeshBuilder::build() {
     return geometry;
 }
 
-}
+} // namespace hyxOSG

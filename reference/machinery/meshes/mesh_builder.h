@@ -20,10 +20,10 @@ public:
     };
 
     /// Returns the index of the new vertex.
-    unsigned int addVertex(osg::Vec3 const & position, osg::Vec3 const & normal, osg::Vec2 const & texcoord);
+    unsigned int addVertex(osg::Vec3 const& position, osg::Vec3 const& normal, osg::Vec2 const& texcoord);
     void addTriangle(unsigned int a, unsigned int b, unsigned int c);
     /// A flat four-sided face; the corners run counter-clockwise as seen from outside.
-    void addQuad(osg::Vec3 const & a, osg::Vec3 const & b, osg::Vec3 const & c, osg::Vec3 const & d);
+    void addQuad(osg::Vec3 const& a, osg::Vec3 const& b, osg::Vec3 const& c, osg::Vec3 const& d);
     /// The surface that `profile` sweeps around the y axis. Along an outer wall the profile runs downwards, along the
     /// wall of a hole upwards.
     void addRevolution(std::span<ProfilePoint const> profile, unsigned int segments);
@@ -39,6 +39,6 @@ private:
 };
 
 /// Sets a geometry up for vertex buffers.
-void useVertexBuffers(osg::Geometry & geometry);
+void useVertexBuffers(osg::Geometry& geometry);
 
-}
+} // namespace hyxOSG

@@ -6,8 +6,8 @@
 
 namespace hyxOSG {
 
-inline void warn(std::string const & text) {
+inline void warn(std::string const& text) {
     hyx::Notify::instance().notify(hyx::Notify::NOTIFY_WARNING, text);
 }
 
-}
+} // namespace hyxOSG

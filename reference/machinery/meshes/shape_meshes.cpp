@@ -12,7 +12,7 @@ namespace {
 using Profile = std::vector<MeshBuilder::ProfilePoint>;
 
 /// A quarter circle of radius 1 from angle `from` to `to` above the equator (in quarter turns), moved by `lift` in y.
-void addArc(Profile & profile, float from, float to, float lift, unsigned int steps) {
+void addArc(Profile& profile, float from, float to, float lift, unsigned int steps) {
     for (unsigned int step = 0; step <= steps; ++step) {
         float const quarter = from + (to - from) * static_cast<float>(step) / static_cast<float>(steps);
         float const angle = quarter * static_cast<float>(osg::PI_2);
@@ -41,7 +41,7 @@ Profile ring(float inner, float outer, float y) {
     return profile;
 }
 
-}
+} // namespace
 
 unsigned int segmentsForDetail(float detailRatio) {
     if (!(detailRatio > 0) || !std::isfinite(detailRatio))
@@ -101,9 +101,9 @@ osg::ref_ptr<osg::Geometry> unitSquareMesh(float tiles) {
     MeshBuilder mesh;
     mesh.addQuad({-1, -1, 0}, {1, -1, 0}, {1, 1, 0}, {-1, 1, 0});
     osg::ref_ptr<osg::Geometry> const square = mesh.build();
-    for (osg::Vec2 & texcoord : *static_cast<osg::Vec2Array *>(square->getTexCoordArray(0)))
+    for (osg::Vec2& texcoord : *static_cast<osg::Vec2Array*>(square->getTexCoordArray(0)))
         texcoord *= tiles;
     return square;
 }
 
-}
+} // namespace hyxOSG

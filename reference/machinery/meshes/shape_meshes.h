@@ -24,4 +24,4 @@ osg::ref_ptr<osg::Geometry> unitCapsuleMesh(unsigned int segments, float halfLen
 /// A square in the plane z = 0 with half sides of 1, seen from both sides, its texture repeated `tiles` times.
 osg::ref_ptr<osg::Geometry> unitSquareMesh(float tiles);
 
-}
+} // namespace hyxOSG

@@ -1,8 +1,8 @@
 #include "reference/machinery/meshes/sphere_impostors.h"
 
-#include "reference/machinery/shading/shadow_lookup.h"
 #include "reference/machinery/meshes/mesh_builder.h"
 #include "reference/machinery/meshes/shape_meshes.h"
+#include "reference/machinery/shading/shadow_lookup.h"
 
 #include <osg/BlendFunc>
 #include <osg/CullFace>
@@ -25,7 +25,7 @@ constexpr unsigned int placeAttribute = 6, colorAttribute = 7, rotationAttribute
 constexpr float largestPoint = 32, largestPossiblePoint = 255;
 constexpr float largestCoarseMesh = 16;
 
-char const * const vertexSource = R"(#version 120
+char const* const vertexSource = R"(#version 120
 attribute vec4 place;
 attribute vec4 color;
 attribute vec4 rotation;
@@ -69,7 +69,7 @@ void main() {
 }
 )";
 
-char const * const fragmentSource = R"(#version 120
+char const* const fragmentSource = R"(#version 120
 #pragma import_defines(BANDS, SOFT, SHADOW_LIGHT, BLACK_SHADOWS)
 uniform int form;
 uniform mat4 osg_ViewMatrixInverse;
@@ -145,7 +145,7 @@ void main() {
 }
 )";
 
-osg::Program & impostorProgram() {
+osg::Program& impostorProgram() {
     static osg::ref_ptr<osg::Program> const program = [] {
         osg::ref_ptr<osg::Program> const made = new osg::Program;
         made->setName("sphere impostors");
@@ -163,8 +163,7 @@ osg::Program & impostorProgram() {
 osg::ref_ptr<osg::Geometry> quadForm() {
     osg::ref_ptr<osg::Geometry> const quad = new osg::Geometry;
     osg::ref_ptr<osg::Vec3Array> const corners = new osg::Vec3Array;
-    for (osg::Vec3 const & corner :
-         {osg::Vec3(-1, -1, 0), osg::Vec3(1, -1, 0), osg::Vec3(-1, 1, 0), osg::Vec3(1, 1, 0)})
+    for (osg::Vec3 const& corner : {osg::Vec3(-1, -1, 0), osg::Vec3(1, -1, 0), osg::Vec3(-1, 1, 0), osg::Vec3(1, 1, 0)})
         corners->push_back(corner);
     quad->setVertexArray(corners);
     quad->addPrimitiveSet(new osg::DrawArrays(GL_TRIANGLE_STRIP, 0, 4));
@@ -178,8 +177,8 @@ osg::ref_ptr<osg::Geometry> ballForm(unsigned int segments) {
     return ball;
 }
 
-void setUniform(osg::State & state, char const * name, auto value) {
-    auto const * const program = state.getLastAppliedProgramObject();
+void setUniform(osg::State& state, char const* name, auto value) {
+    auto const* const program = state.getLastAppliedProgramObject();
     GLint const place = program->getUniformLocation(osg::Uniform::getNameID(name));
     if constexpr (std::is_integral_v<decltype(value)>)
         state.get<osg::GLExtensions>()->glUniform1i(place, value);
@@ -187,7 +186,7 @@ void setUniform(osg::State & state, char const * name, auto value) {
         state.get<osg::GLExtensions>()->glUniform1f(place, value);
 }
 
-}
+} // namespace
 
 SphereImpostors::SphereImpostors() {
     m_colors->setNormalize(true);
@@ -208,7 +207,7 @@ SphereImpostors::SphereImpostors() {
     m_coarseMeshes = instanced(ballForm(6));
 }
 
-osg::ref_ptr<osg::Geometry> SphereImpostors::instanced(osg::Geometry * form) const {
+osg::ref_ptr<osg::Geometry> SphereImpostors::instanced(osg::Geometry* form) const {
     form->setVertexAttribArray(placeAttribute, m_places, osg::Array::BIND_PER_VERTEX);
     form->setVertexAttribArray(colorAttribute, m_colors, osg::Array::BIND_PER_VERTEX);
     form->setVertexAttribArray(rotationAttribute, m_rotations, osg::Array::BIND_PER_VERTEX);
@@ -243,7 +242,7 @@ void SphereImpostors::begin(std::size_t expected) {
     m_largest = 0;
 }
 
-void SphereImpostors::add(osg::Vec3 const & center, float radius, osg::Vec4 const & color, osg::Quat const & rotation) {
+void SphereImpostors::add(osg::Vec3 const& center, float radius, osg::Vec4 const& color, osg::Quat const& rotation) {
     auto const byte = [](float value) {
         return static_cast<unsigned char>(std::clamp(value, 0.0f, 1.0f) * 255 + 0.5f);
     };
@@ -259,39 +258,41 @@ void SphereImpostors::end() {
         osg::Vec3 const rim(m_largest, m_largest, m_largest);
         m_bounds.set(m_bounds._min - rim, m_bounds._max + rim);
     }
-    for (osg::Array * const array : {static_cast<osg::Array *>(m_places), static_cast<osg::Array *>(m_colors),
-                                     static_cast<osg::Array *>(m_rotations)})
+    for (osg::Array* const array : {static_cast<osg::Array*>(m_places), static_cast<osg::Array*>(m_colors),
+                                    static_cast<osg::Array*>(m_rotations)})
         array->dirty();
-    static_cast<osg::DrawArrays *>(m_points->getPrimitiveSet(0))->setCount(static_cast<GLsizei>(size()));
-    for (osg::Geometry * const form : {m_quads.get(), m_meshes.get(), m_coarseMeshes.get()})
+    static_cast<osg::DrawArrays*>(m_points->getPrimitiveSet(0))->setCount(static_cast<GLsizei>(size()));
+    for (osg::Geometry* const form : {m_quads.get(), m_meshes.get(), m_coarseMeshes.get()})
         form->getPrimitiveSet(0)->setNumInstances(static_cast<int>(size()));
 }
 
-float SphereImpostors::largestInPixels(osg::State const & state, float viewportHeight) const {
+float SphereImpostors::largestInPixels(osg::State const& state, float viewportHeight) const {
     osg::BoundingSphere const around(m_bounds);
     auto const nearest = -(osg::Vec3f(around.center()) * state.getModelViewMatrix()).z() - around.radius();
     bool const perspective = state.getProjectionMatrix()(2, 3) != 0;
     if (perspective && nearest <= 0)
         return std::numeric_limits<float>::infinity();
-    return m_largest * static_cast<float>(state.getProjectionMatrix()(1, 1)) * viewportHeight / (perspective ? nearest : 1);
+    return m_largest * static_cast<float>(state.getProjectionMatrix()(1, 1)) * viewportHeight /
+           (perspective ? nearest : 1);
 }
 
-void SphereImpostors::draw(osg::RenderInfo & renderInfo, RenderingMode mode) const {
-    osg::State * const state = renderInfo.getState();
-    osg::Viewport const * const viewport = state ? state->getCurrentViewport() : nullptr;
+void SphereImpostors::draw(osg::RenderInfo& renderInfo, RenderingMode mode) const {
+    osg::State* const state = renderInfo.getState();
+    osg::Viewport const* const viewport = state ? state->getCurrentViewport() : nullptr;
     if (!viewport || !state->getLastAppliedProgramObject() || size() == 0)
         return;
     auto const height = static_cast<float>(viewport->height());
     float const size = largestInPixels(*state, height);
     bool const meshes = mode == ParticleSystemDrawable::TRIANGLES;
-    bool const points = !meshes && size < (mode == ParticleSystemDrawable::SPRITES ? largestPossiblePoint : largestPoint);
+    bool const points =
+        !meshes && size < (mode == ParticleSystemDrawable::SPRITES ? largestPossiblePoint : largestPoint);
     setUniform(*state, "viewportHeight", height);
     setUniform(*state, "form", meshes ? 2 : points ? 0 : 1);
     if (points) {
         m_points->drawImplementation(renderInfo);
         return;
     }
-    auto * const extensions = state->get<osg::GLExtensions>();
+    auto* const extensions = state->get<osg::GLExtensions>();
     auto const advancePerInstance = [extensions](GLuint instances) {
         for (GLuint const attribute : {placeAttribute, colorAttribute, rotationAttribute})
             extensions->glVertexAttribDivisor(attribute, instances);
@@ -301,9 +302,9 @@ void SphereImpostors::draw(osg::RenderInfo & renderInfo, RenderingMode mode) con
     advancePerInstance(0);
 }
 
-void SphereImpostors::releaseGLObjects(osg::State * state) const {
-    for (osg::Geometry const * const form : {m_points.get(), m_quads.get(), m_meshes.get(), m_coarseMeshes.get()})
+void SphereImpostors::releaseGLObjects(osg::State* state) const {
+    for (osg::Geometry const* const form : {m_points.get(), m_quads.get(), m_meshes.get(), m_coarseMeshes.get()})
         form->releaseGLObjects(state);
 }
 
-}
+} // namespace hyxOSG

@@ -16,15 +16,15 @@ namespace {
 constexpr double creaseAngle = 0.7; // radians; a box keeps its edges, a fine sphere is smooth
 
 /// Projects each vertex along the largest part of its normal, the picture once over the mesh's bounding box.
-void projectTexture(osg::Geometry & mesh) {
-    auto const & positions = static_cast<osg::Vec3Array const &>(*mesh.getVertexArray());
-    auto const & normals = static_cast<osg::Vec3Array const &>(*mesh.getNormalArray());
+void projectTexture(osg::Geometry& mesh) {
+    auto const& positions = static_cast<osg::Vec3Array const&>(*mesh.getVertexArray());
+    auto const& normals = static_cast<osg::Vec3Array const&>(*mesh.getNormalArray());
     osg::BoundingBox const box = mesh.getBoundingBox();
     osg::Vec3 const size = box._max - box._min;
     osg::ref_ptr<osg::Vec2Array> const texcoords = new osg::Vec2Array;
     texcoords->reserve(positions.size());
     for (std::size_t i = 0; i < positions.size(); ++i) {
-        osg::Vec3 const & n = normals[i];
+        osg::Vec3 const& n = normals[i];
         int const across = std::abs(n.x()) > std::abs(n.y()) ? (std::abs(n.x()) > std::abs(n.z()) ? 0 : 2)
                                                              : (std::abs(n.y()) > std::abs(n.z()) ? 1 : 2);
         int const s = across == 0 ? 1 : 0, t = across == 2 ? 1 : 2;
@@ -34,14 +34,14 @@ void projectTexture(osg::Geometry & mesh) {
     mesh.setTexCoordArray(0, texcoords, osg::Array::BIND_PER_VERTEX);
 }
 
-}
+} // namespace
 
-osg::ref_ptr<osg::Geometry> trimeshSurface(hyxCollide::Trimesh const & mesh) {
+osg::ref_ptr<osg::Geometry> trimeshSurface(hyxCollide::Trimesh const& mesh) {
     osg::ref_ptr<osg::Vec3Array> const positions = new osg::Vec3Array;
     positions->reserve(mesh.getVertices().size());
-    for (hyx::Vec3 const & vertex : mesh.getVertices())
+    for (hyx::Vec3 const& vertex : mesh.getVertices())
         positions->push_back(toOsg(vertex));
-    auto const & indices = mesh.getIndices();
+    auto const& indices = mesh.getIndices();
     osg::ref_ptr<osg::Geometry> const surface = new osg::Geometry;
     surface->setVertexArray(positions);
     surface->addPrimitiveSet(new osg::DrawElementsUInt(GL_TRIANGLES, indices.begin(), indices.end()));
@@ -51,7 +51,7 @@ osg::ref_ptr<osg::Geometry> trimeshSurface(hyxCollide::Trimesh const & mesh) {
     return surface;
 }
 
-osg::ref_ptr<osg::Geometry> heightFieldSurface(hyxCollide::HeightField const & field) {
+osg::ref_ptr<osg::Geometry> heightFieldSurface(hyxCollide::HeightField const& field) {
     hyx::UInt const columns = field.getResolutionX(), rows = field.getResolutionY();
     double const stepX = field.getSizeX() / static_cast<double>(columns - 1);
     double const stepY = field.getSizeY() / static_cast<double>(rows - 1);
@@ -80,4 +80,4 @@ osg::ref_ptr<osg::Geometry> heightFieldSurface(hyxCollide::HeightField const & f
     return mesh.build();
 }
 
-}
+} // namespace hyxOSG

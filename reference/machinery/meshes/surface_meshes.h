@@ -6,15 +6,15 @@
 namespace hyxCollide {
 class HeightField;
 class Trimesh;
-}
+} // namespace hyxCollide
 
 namespace hyxOSG {
 
-/// The triangles with normals that are smooth but for sharp edges, and texture coordinates projected along the main axis
-/// of each normal.
-osg::ref_ptr<osg::Geometry> trimeshSurface(hyxCollide::Trimesh const & mesh);
+/// The triangles with normals that are smooth but for sharp edges, and texture coordinates projected along the main
+/// axis of each normal.
+osg::ref_ptr<osg::Geometry> trimeshSurface(hyxCollide::Trimesh const& mesh);
 
 /// The surface with its texture once across.
-osg::ref_ptr<osg::Geometry> heightFieldSurface(hyxCollide::HeightField const & field);
+osg::ref_ptr<osg::Geometry> heightFieldSurface(hyxCollide::HeightField const& field);
 
-}
+} // namespace hyxOSG

@@ -11,12 +11,12 @@
 
 namespace hyxOSG {
 
-void prepareForLines(osg::Geometry & geometry) {
+void prepareForLines(osg::Geometry& geometry) {
     geometry.setDataVariance(osg::Object::DYNAMIC);
     geometry.setVertexArray(new osg::Vec3Array);
     geometry.setColorArray(new osg::Vec4Array, osg::Array::BIND_PER_VERTEX);
     useVertexBuffers(geometry);
-    osg::StateSet & state = *geometry.getOrCreateStateSet();
+    osg::StateSet& state = *geometry.getOrCreateStateSet();
     state.setAttributeAndModes(new osg::LineWidth(2));
     makeUnlit(state);
 }
@@ -31,40 +31,39 @@ osg::Vec4 distinctColor(std::size_t index) {
     return {channel(3), channel(1), channel(5), 1};
 }
 
-TrajectoryLines::TrajectoryLines(std::size_t capacity)
-    : m_capacity(capacity) {
+TrajectoryLines::TrajectoryLines(std::size_t capacity) : m_capacity(capacity) {
     if (capacity < 2)
         throw std::invalid_argument("a trajectory needs room for at least 2 points");
 }
 
-void TrajectoryLines::add(Key key, osg::Vec3 const & point, osg::Vec4 const & color) {
-    std::deque<Point> & way = m_ways[key];
+void TrajectoryLines::add(Key key, osg::Vec3 const& point, osg::Vec4 const& color) {
+    std::deque<Point>& way = m_ways[key];
     if (way.size() == m_capacity)
         way.pop_front();
     way.push_back({point, color});
 }
 
-void TrajectoryLines::keepOnly(std::set<Key> const & keys) {
-    std::erase_if(m_ways, [&keys](auto const & way) { return !keys.contains(way.first); });
+void TrajectoryLines::keepOnly(std::set<Key> const& keys) {
+    std::erase_if(m_ways, [&keys](auto const& way) { return !keys.contains(way.first); });
 }
 
 std::size_t TrajectoryLines::numPoints() const {
     std::size_t count = 0;
-    for (auto const & [key, way] : m_ways)
+    for (auto const& [key, way] : m_ways)
         count += way.size();
     return count;
 }
 
-void TrajectoryLines::writeTo(osg::Geometry & geometry) const {
-    auto & positions = static_cast<osg::Vec3Array &>(*geometry.getVertexArray());
-    auto & colors = static_cast<osg::Vec4Array &>(*geometry.getColorArray());
+void TrajectoryLines::writeTo(osg::Geometry& geometry) const {
+    auto& positions = static_cast<osg::Vec3Array&>(*geometry.getVertexArray());
+    auto& colors = static_cast<osg::Vec4Array&>(*geometry.getColorArray());
     positions.clear();
     colors.clear();
     geometry.removePrimitiveSet(0, geometry.getNumPrimitiveSets());
-    for (auto const & [key, way] : m_ways) {
+    for (auto const& [key, way] : m_ways) {
         geometry.addPrimitiveSet(
             new osg::DrawArrays(GL_LINE_STRIP, static_cast<GLint>(positions.size()), static_cast<GLsizei>(way.size())));
-        for (Point const & point : way) {
+        for (Point const& point : way) {
             positions.push_back(point.position);
             colors.push_back(point.color);
         }
@@ -74,4 +73,4 @@ void TrajectoryLines::writeTo(osg::Geometry & geometry) const {
     geometry.dirtyBound();
 }
 
-}
+} // namespace hyxOSG

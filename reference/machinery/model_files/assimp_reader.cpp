@@ -1,7 +1,7 @@
 /// Model files that the scene-graph library has no reader for, or no good one, through the asset importer.
 
-#include "reference/machinery/model_files/only_reader.h"
 #include "reference/machinery/meshes/mesh_builder.h"
+#include "reference/machinery/model_files/only_reader.h"
 
 #include <assimp/Importer.hpp>
 #include <assimp/config.h>
@@ -27,33 +27,32 @@
 namespace hyxOSG {
 namespace {
 
-// Left out: formats that the importer crashes on or never ends with when they are damaged (mdl, cob, md5mesh, off), ply,
-// and those that the scene-graph library reads well itself.
+// Left out: formats that the importer crashes on or never ends with when they are damaged (mdl, cob, md5mesh, off),
+// ply, and those that the scene-graph library reads well itself.
 constexpr std::array extensions{"obj",  "gltf", "glb", "fbx",  "blend", "3mf",     "amf", "ase", "assbin", "b3d",
                                 "bvh",  "csm",  "hmp", "ifc",  "irr",   "irrmesh", "lxo", "m3d", "md3",    "mdc",
                                 "ms3d", "ndo",  "nff", "ogex", "pk3",   "q3o",     "q3s", "raw", "scn",    "sib",
                                 "smd",  "step", "ter", "uc",   "vta",   "x3d",     "xgl", "zgl"};
 
-osg::Vec4 toOsg(aiColor4D const & color) {
+osg::Vec4 toOsg(aiColor4D const& color) {
     return {color.r, color.g, color.b, color.a};
 }
-osg::Vec3 toOsg(aiVector3D const & vector) {
+
+osg::Vec3 toOsg(aiVector3D const& vector) {
     return {vector.x, vector.y, vector.z};
 }
 
 /// Turns one imported scene into nodes.
 class SceneConverter {
 public:
-    SceneConverter(aiScene const & scene, std::string const & folder)
-        : m_scene(scene)
-        , m_folder(folder) {
+    SceneConverter(aiScene const& scene, std::string const& folder) : m_scene(scene), m_folder(folder) {
         for (unsigned int i = 0; i < scene.mNumMaterials; ++i)
             m_states.push_back(stateOf(*scene.mMaterials[i]));
         for (unsigned int i = 0; i < scene.mNumMeshes; ++i)
             m_meshes.push_back(meshOf(*scene.mMeshes[i]));
     }
 
-    osg::ref_ptr<osg::Node> convert(aiNode const & source) const {
+    osg::ref_ptr<osg::Node> convert(aiNode const& source) const {
         aiMatrix4x4 matrix = source.mTransformation;
         matrix.Transpose(); // row vectors here
         osg::ref_ptr<osg::Group> const node =
@@ -67,7 +66,7 @@ public:
     }
 
 private:
-    osg::ref_ptr<osg::StateSet> stateOf(aiMaterial const & source) const {
+    osg::ref_ptr<osg::StateSet> stateOf(aiMaterial const& source) const {
         osg::ref_ptr<osg::StateSet> const state = new osg::StateSet;
         osg::ref_ptr<osg::Material> const material = new osg::Material;
         auto const both = osg::Material::FRONT_AND_BACK;
@@ -103,7 +102,7 @@ private:
     }
 
     osg::ref_ptr<osg::Image> imageOf(std::string file) const {
-        if (aiTexture const * const inside = m_scene.GetEmbeddedTexture(file.c_str()))
+        if (aiTexture const* const inside = m_scene.GetEmbeddedTexture(file.c_str()))
             return embedded(*inside);
         std::replace(file.begin(), file.end(), '\\', '/');
         std::string const beside = osgDB::concatPaths(m_folder, file);
@@ -112,17 +111,17 @@ private:
                    : osgDB::readRefImageFile(osgDB::concatPaths(m_folder, osgDB::getSimpleFileName(file)));
     }
 
-    static osg::ref_ptr<osg::Image> embedded(aiTexture const & texture) {
+    static osg::ref_ptr<osg::Image> embedded(aiTexture const& texture) {
         bool const isFile = texture.mHeight == 0;
-        auto * const reader =
+        auto* const reader =
             isFile ? osgDB::Registry::instance()->getReaderWriterForExtension(texture.achFormatHint) : nullptr;
         if (!reader)
             return nullptr;
-        std::istringstream bytes(std::string(reinterpret_cast<char const *>(texture.pcData), texture.mWidth));
+        std::istringstream bytes(std::string(reinterpret_cast<char const*>(texture.pcData), texture.mWidth));
         return reader->readImage(bytes).getImage();
     }
 
-    osg::ref_ptr<osg::Geode> meshOf(aiMesh const & source) const {
+    osg::ref_ptr<osg::Geode> meshOf(aiMesh const& source) const {
         osg::ref_ptr<osg::Geode> const geode = new osg::Geode;
         osg::ref_ptr<osg::Geometry> const mesh = new osg::Geometry;
         mesh->setName(source.mName.C_Str());
@@ -153,7 +152,7 @@ private:
     }
 
     /// The importer sorts faces by their number of corners, so one mesh has one kind.
-    static void addFaces(aiMesh const & source, osg::Geometry & mesh) {
+    static void addFaces(aiMesh const& source, osg::Geometry& mesh) {
         unsigned int const corners = source.mNumFaces ? source.mFaces[0].mNumIndices : 0;
         GLenum const mode = corners == 1 ? GL_POINTS : corners == 2 ? GL_LINES : GL_TRIANGLES;
         osg::ref_ptr<osg::DrawElementsUInt> const elements = new osg::DrawElementsUInt(mode);
@@ -163,7 +162,7 @@ private:
         mesh.addPrimitiveSet(elements);
     }
 
-    aiScene const & m_scene;
+    aiScene const& m_scene;
     std::string m_folder;
     std::vector<osg::ref_ptr<osg::StateSet>> m_states;
     std::vector<osg::ref_ptr<osg::Geode>> m_meshes;
@@ -172,13 +171,14 @@ private:
 class AssetReader : public osgDB::ReaderWriter {
 public:
     AssetReader() {
-        for (char const * const extension : extensions)
+        for (char const* const extension : extensions)
             supportsExtension(extension, "through the asset importer");
         keepOnlyReader("obj");
     }
-    char const * className() const override { return "Asset importer"; }
 
-    ReadResult readNode(std::string const & file, Options const * options) const override {
+    char const* className() const override { return "Asset importer"; }
+
+    ReadResult readNode(std::string const& file, Options const* options) const override {
         if (!acceptsExtension(osgDB::getLowerCaseFileExtension(file)))
             return ReadResult::FILE_NOT_HANDLED;
         std::string const path = osgDB::findDataFile(file, options);
@@ -186,7 +186,7 @@ public:
             return ReadResult::FILE_NOT_FOUND;
         Assimp::Importer importer;
         importer.SetPropertyFloat(AI_CONFIG_PP_GSN_MAX_SMOOTHING_ANGLE, 45);
-        aiScene const * const scene = importer.ReadFile(
+        aiScene const* const scene = importer.ReadFile(
             path, aiProcess_Triangulate | aiProcess_GenSmoothNormals | aiProcess_JoinIdenticalVertices |
                       aiProcess_SortByPType | aiProcess_ValidateDataStructure);
         if (!scene || !scene->mRootNode)
@@ -197,5 +197,5 @@ public:
 
 osgDB::RegisterReaderWriterProxy<AssetReader> assimpRegistration;
 
-}
-}
+} // namespace
+} // namespace hyxOSG

@@ -7,6 +7,6 @@ namespace hyxOSG {
 
 /// Takes off a loaded model what would change the look of everything else, its lights and light models, and lets its
 /// textures keep the size of their images.
-void fitIntoScene(osg::Node & model);
+void fitIntoScene(osg::Node& model);
 
-}
+} // namespace hyxOSG

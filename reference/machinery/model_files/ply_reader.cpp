@@ -1,8 +1,8 @@
-/// Polygon files (PLY, text and both binary orders). Made for damaged files: every count is checked against what the file
-/// can hold before anything is allocated.
+/// Polygon files (PLY, text and both binary orders). Made for damaged files: every count is checked against what the
+/// file can hold before anything is allocated.
 
-#include "reference/machinery/model_files/only_reader.h"
 #include "reference/machinery/meshes/mesh_builder.h"
+#include "reference/machinery/model_files/only_reader.h"
 
 #include <osg/Geode>
 #include <osgDB/FileNameUtils>
@@ -33,7 +33,7 @@ struct Fault : std::runtime_error {
 
 enum class Scalar { INT8, UINT8, INT16, UINT16, INT32, UINT32, FLOAT32, FLOAT64 };
 
-Scalar scalarNamed(std::string const & name) {
+Scalar scalarNamed(std::string const& name) {
     static std::map<std::string, Scalar> const names{
         {"char", Scalar::INT8},      {"int8", Scalar::INT8},       {"uchar", Scalar::UINT8},
         {"uint8", Scalar::UINT8},    {"short", Scalar::INT16},     {"int16", Scalar::INT16},
@@ -61,15 +61,14 @@ struct Element {
 
 struct Header {
     enum Encoding { TEXT, LITTLE, BIG } encoding = TEXT;
+
     std::vector<Element> elements;
 };
 
 /// Reads numbers one after the other, as text or binary.
 class Values {
 public:
-    Values(std::string_view content, Header::Encoding encoding)
-        : m_rest(content)
-        , m_encoding(encoding) {}
+    Values(std::string_view content, Header::Encoding encoding) : m_rest(content), m_encoding(encoding) {}
 
     double next(Scalar type) {
         if (m_encoding == Header::TEXT)
@@ -136,7 +135,7 @@ std::size_t wholeNumber(double value, std::size_t most) {
     return static_cast<std::size_t>(value);
 }
 
-Header readHeader(std::istream & lines) {
+Header readHeader(std::istream& lines) {
     Header header;
     std::string line;
     if (!std::getline(lines, line) || line.substr(0, 3) != "ply")
@@ -178,7 +177,7 @@ Header readHeader(std::istream & lines) {
 
 class Surface {
 public:
-    void readElement(Element const & element, Values & values) {
+    void readElement(Element const& element, Values& values) {
         if (element.count > values.remaining())
             throw Fault("it promises more than it holds");
         for (std::size_t i = 0; i < element.count; ++i)
@@ -201,9 +200,9 @@ public:
     }
 
 private:
-    void readRecord(Element const & element, Values & values) {
+    void readRecord(Element const& element, Values& values) {
         std::map<std::string, double> record;
-        for (Property const & property : element.properties) {
+        for (Property const& property : element.properties) {
             if (!property.countType) {
                 record[property.name] = values.next(property.type);
                 continue;
@@ -211,7 +210,7 @@ private:
             std::size_t const count = wholeNumber(values.next(*property.countType), values.remaining());
             std::vector<std::size_t> corners(count);
             bool const isFace = element.name == "face" && property.name.starts_with("vertex_ind");
-            for (std::size_t & corner : corners) {
+            for (std::size_t& corner : corners) {
                 double const value = values.next(property.type);
                 corner = isFace ? wholeNumber(value, m_positions->size() - 1) : 0;
             }
@@ -222,8 +221,8 @@ private:
             addVertex(record);
     }
 
-    void addVertex(std::map<std::string, double> const & record) {
-        auto const value = [&record](char const * name) {
+    void addVertex(std::map<std::string, double> const& record) {
+        auto const value = [&record](char const* name) {
             auto const place = record.find(name);
             return place == record.end() ? 0.0f : static_cast<float>(place->second);
         };
@@ -234,13 +233,13 @@ private:
             m_colors->push_back(osg::Vec4(value("red"), value("green"), value("blue"), 255) / 255);
     }
 
-    void addFace(std::vector<std::size_t> const & corners) {
+    void addFace(std::vector<std::size_t> const& corners) {
         for (std::size_t i = 2; i < corners.size(); ++i)
             for (std::size_t const corner : {corners[0], corners[i - 1], corners[i]})
                 m_triangles->push_back(static_cast<GLuint>(corner));
     }
 
-    void addTriangles(osg::Geometry & mesh) {
+    void addTriangles(osg::Geometry& mesh) {
         mesh.addPrimitiveSet(m_triangles);
         if (m_normals->size() == m_positions->size())
             mesh.setNormalArray(m_normals, osg::Array::BIND_PER_VERTEX);
@@ -253,13 +252,13 @@ private:
     osg::ref_ptr<osg::DrawElementsUInt> m_triangles = new osg::DrawElementsUInt(GL_TRIANGLES);
 };
 
-osg::ref_ptr<osg::Node> readPly(std::string const & content) {
+osg::ref_ptr<osg::Node> readPly(std::string const& content) {
     std::istringstream lines(content);
     Header const header = readHeader(lines);
     auto const start = static_cast<std::size_t>(lines.tellg());
     Values values(std::string_view(content).substr(std::min(start, content.size())), header.encoding);
     Surface surface;
-    for (Element const & element : header.elements)
+    for (Element const& element : header.elements)
         surface.readElement(element, values);
     return surface.build();
 }
@@ -270,9 +269,10 @@ public:
         supportsExtension("ply", "Polygon file format");
         keepOnlyReader("ply");
     }
-    char const * className() const override { return "Polygon file reader"; }
 
-    ReadResult readNode(std::string const & file, Options const * options) const override {
+    char const* className() const override { return "Polygon file reader"; }
+
+    ReadResult readNode(std::string const& file, Options const* options) const override {
         if (!acceptsExtension(osgDB::getLowerCaseFileExtension(file)))
             return ReadResult::FILE_NOT_HANDLED;
         std::ifstream stream(osgDB::findDataFile(file, options), std::ios::binary);
@@ -281,7 +281,7 @@ public:
         std::string const content{std::istreambuf_iterator<char>(stream), {}};
         try {
             return readPly(content).get();
-        } catch (Fault const & fault) {
+        } catch (Fault const& fault) {
             return ReadResult(std::string("damaged polygon file: ") + fault.what());
         }
     }
@@ -289,5 +289,5 @@ public:
 
 osgDB::RegisterReaderWriterProxy<PlyReader> plyRegistration;
 
-}
-}
+} // namespace
+} // namespace hyxOSG

@@ -1,8 +1,7 @@
 #include "platform/hyxOSG/visuals/read_file.h"
-
+#include "reference/machinery/meshes/notices.h"
 #include "reference/machinery/model_files/model_state.h"
 #include "reference/machinery/model_files/trial_process.h"
-#include "reference/machinery/meshes/notices.h"
 
 #include <osg/Node>
 #include <osgDB/FileNameUtils>
@@ -14,14 +13,15 @@
 namespace hyxOSG {
 namespace {
 
-/// Formats whose readers have never crashed or hung on damaged files. All others are read in a process of their own first.
-bool isTrusted(std::string const & extension) {
+/// Formats whose readers have never crashed or hung on damaged files. All others are read in a process of their own
+/// first.
+bool isTrusted(std::string const& extension) {
     static std::set<std::string> const trusted{"obj", "ply", "stl",  "dae",  "gltf", "glb",
                                                "fbx", "osg", "osgt", "osgb", "osgx", "3ds"};
     return trusted.contains(extension);
 }
 
-osg::ref_ptr<osg::Node> read(std::string const & path, osgDB::Options const * options) {
+osg::ref_ptr<osg::Node> read(std::string const& path, osgDB::Options const* options) {
     osgDB::ReaderWriter::ReadResult result = osgDB::Registry::instance()->readNode(path, options);
     if (!result.validNode())
         warn("the model file \"" + path + "\" cannot be read: " +
@@ -31,7 +31,7 @@ osg::ref_ptr<osg::Node> read(std::string const & path, osgDB::Options const * op
     return result.getNode();
 }
 
-bool survivesTrial(std::string const & path, osgDB::Options const * options) {
+bool survivesTrial(std::string const& path, osgDB::Options const* options) {
     Trial const trial = tryInChild([&] { return osgDB::readRefNodeFile(path, options).valid(); });
     if (trial == Trial::CRASHED)
         warn("the model file \"" + path + "\" is damaged: its reader crashes on it");
@@ -40,13 +40,13 @@ bool survivesTrial(std::string const & path, osgDB::Options const * options) {
     return trial == Trial::SUCCEEDED || trial == Trial::FAILED; // a plain failure is reported by the real reading
 }
 
-}
+} // namespace
 
-osg::Node * readNodeFile(std::string const & file, bool useCache) {
+osg::Node* readNodeFile(std::string const& file, bool useCache) {
     return readNodeFile(file, nullptr, useCache);
 }
 
-osg::Node * readNodeFile(std::string const & file, osgDB::Options const * options, bool useCache) {
+osg::Node* readNodeFile(std::string const& file, osgDB::Options const* options, bool useCache) {
     std::string const path = osgDB::findDataFile(file, options);
     if (osgDB::fileType(path) != osgDB::REGULAR_FILE) {
         warn("there is no model file \"" + file + "\"");
@@ -71,4 +71,4 @@ osg::Node * readNodeFile(std::string const & file, osgDB::Options const * option
     return kept ? node.get() : node.release();
 }
 
-}
+} // namespace hyxOSG

@@ -14,7 +14,7 @@ namespace {
 constexpr rlim_t mostSeconds = 20;
 constexpr rlim_t mostBytes = rlim_t(8) << 30;
 
-[[noreturn]] void runAndLeave(std::function<bool()> const & work) {
+[[noreturn]] void runAndLeave(std::function<bool()> const& work) {
     for (int const signal : {SIGSEGV, SIGABRT, SIGFPE, SIGBUS, SIGILL, SIGINT})
         std::signal(signal, SIG_DFL); // a crash ends the copy, whatever handlers the script has installed
     rlimit const seconds{mostSeconds, mostSeconds}, bytes{mostBytes, mostBytes}, noCore{0, 0};
@@ -33,9 +33,9 @@ constexpr rlim_t mostBytes = rlim_t(8) << 30;
     _exit(succeeded ? 0 : 1);
 }
 
-}
+} // namespace
 
-Trial tryInChild(std::function<bool()> const & work) {
+Trial tryInChild(std::function<bool()> const& work) {
     pid_t const child = fork();
     if (child < 0)
         return Trial::SUCCEEDED;
@@ -50,4 +50,4 @@ Trial tryInChild(std::function<bool()> const & work) {
     return signal == SIGXCPU || signal == SIGALRM || signal == SIGKILL ? Trial::ENDLESS : Trial::CRASHED;
 }
 
-}
+} // namespace hyxOSG

@@ -6,8 +6,8 @@ namespace hyxOSG {
 
 enum class Trial { SUCCEEDED, FAILED, CRASHED, ENDLESS };
 
-/// Runs `work` in a copy of this process, with limits on time and memory. What it makes is lost with the copy; only how it
-/// went comes back. Where no process can be started the trial counts as a success.
-Trial tryInChild(std::function<bool()> const & work);
+/// Runs `work` in a copy of this process, with limits on time and memory. What it makes is lost with the copy; only how
+/// it went comes back. Where no process can be started the trial counts as a success.
+Trial tryInChild(std::function<bool()> const& work);
 
-}
+} // namespace hyxOSG

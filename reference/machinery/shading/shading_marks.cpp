@@ -8,11 +8,11 @@
 namespace hyxOSG::decorator {
 namespace {
 
-char const * const litName = "hyx_lit";
-char const * const receivesName = "hyx_receivesShadow";
+char const* const litName = "hyx_lit";
+char const* const receivesName = "hyx_receivesShadow";
 
-void setMark(osg::StateSet & state, char const * name, bool value, osg::StateAttribute::OverrideValue flags) {
-    osg::Uniform * mark = state.getUniform(name);
+void setMark(osg::StateSet& state, char const* name, bool value, osg::StateAttribute::OverrideValue flags) {
+    osg::Uniform* mark = state.getUniform(name);
     if (!mark)
         state.addUniform(mark = new osg::Uniform(name, value), flags);
     bool present = value;
@@ -21,8 +21,8 @@ void setMark(osg::StateSet & state, char const * name, bool value, osg::StateAtt
         mark->set(value);
 }
 
-void removeMark(osg::StateSet & state, char const * name) {
-    if (osg::Uniform * mark = state.getUniform(name))
+void removeMark(osg::StateSet& state, char const* name) {
+    if (osg::Uniform* mark = state.getUniform(name))
         state.removeUniform(mark);
 }
 
@@ -31,16 +31,16 @@ public:
     explicit Marker(bool castersReceive)
         : osg::NodeVisitor(osg::NodeVisitor::TRAVERSE_ALL_CHILDREN), m_castersReceive(castersReceive) {}
 
-    void apply(osg::Node & node) override {
+    void apply(osg::Node& node) override {
         Inherited const above = m_inherited;
         m_inherited.mask &= node.getNodeMask();
-        m_inherited.receives = (m_inherited.mask & RECEIVES_SHADOWS) &&
-                               (m_castersReceive || !(m_inherited.mask & CASTS_SHADOWS));
+        m_inherited.receives =
+            (m_inherited.mask & RECEIVES_SHADOWS) && (m_castersReceive || !(m_inherited.mask & CASTS_SHADOWS));
         if (m_inherited.receives != above.receives)
             setMark(*node.getOrCreateStateSet(), receivesName, m_inherited.receives, osg::StateAttribute::ON);
-        else if (osg::StateSet * state = node.getStateSet())
+        else if (osg::StateSet* state = node.getStateSet())
             removeMark(*state, receivesName);
-        if (osg::StateSet * state = node.getStateSet())
+        if (osg::StateSet* state = node.getStateSet())
             markLit(*state);
         traverse(node);
         m_inherited = above;
@@ -53,8 +53,8 @@ private:
         bool receives = true; ///< as the program's own uniform
     };
 
-    static void markLit(osg::StateSet & state) {
-        osg::StateSet::ModeList const & modes = state.getModeList();
+    static void markLit(osg::StateSet& state) {
+        osg::StateSet::ModeList const& modes = state.getModeList();
         auto const lighting = modes.find(GL_LIGHTING);
         if (lighting == modes.end())
             removeMark(state, litName);
@@ -68,7 +68,7 @@ private:
 
 } // namespace
 
-void markShading(osg::Node & node, bool castersReceive) {
+void markShading(osg::Node& node, bool castersReceive) {
     Marker marker(castersReceive);
     node.accept(marker);
 }

@@ -12,6 +12,6 @@ inline constexpr osg::Node::NodeMask RECEIVES_SHADOWS = 0x80;
 /// Brings the program's uniforms on a node and everything below it in step with node masks and lighting modes. Cheap
 /// enough for every frame: it changes a state set only when something has changed.
 /// \param castersReceive false: what casts shadows receives none
-void markShading(osg::Node & node, bool castersReceive = true);
+void markShading(osg::Node& node, bool castersReceive = true);
 
 } // namespace hyxOSG::decorator

@@ -12,7 +12,7 @@ namespace {
 
 // gl_Color holds the whole light of a vertex. What a shadow takes away is the shadow light's share of the matt light,
 // worked out from the lights alone: exact where ambient and diffuse material colours are equal, as they usually are.
-char const * const fragmentSource = R"(
+char const* const fragmentSource = R"(
 uniform sampler2D hyx_baseTexture;
 uniform bool hyx_lit;
 uniform bool hyx_lightOff0, hyx_lightOff1, hyx_lightOff2; // a node's own switches
@@ -65,7 +65,7 @@ void main()
 }
 )";
 
-char const * const lightSource = R"(
+char const* const lightSource = R"(
         if (!hyx_lightOffINDEX) {
             vec4 way = incidence(gl_LightSource[INDEX]);
             float facing = max(dot(normal, way.xyz), 0.0);
@@ -84,12 +84,12 @@ char const * const lightSource = R"(
         }
 )";
 
-void replaceAll(std::string & text, std::string const & from, std::string const & to) {
+void replaceAll(std::string& text, std::string const& from, std::string const& to) {
     for (std::size_t at = 0; (at = text.find(from, at)) != std::string::npos; at += to.size())
         text.replace(at, from.size(), to);
 }
 
-std::string lightText(int index, ShadingOptions const & options) {
+std::string lightText(int index, ShadingOptions const& options) {
     std::string text = lightSource;
     bool const throws = options.shadowMaps > 0 && options.shadowLight == index;
     replaceAll(text, "#if THROWS_SHADOW", throws ? "#if 1" : "#if 0");
@@ -98,24 +98,25 @@ std::string lightText(int index, ShadingOptions const & options) {
     return text;
 }
 
-std::string define(char const * name, unsigned int value) {
+std::string define(char const* name, unsigned int value) {
     return std::string("#define ") + name + " " + std::to_string(value) + "\n";
 }
 
-std::string fragmentText(ShadingOptions const & options) {
+std::string fragmentText(ShadingOptions const& options) {
     std::string lights;
     for (int index = 0; index < 3; ++index)
         if (options.lights & (1u << index))
             lights += lightText(index, options);
     std::string text = "#version 120\n#pragma import_defines(BLACK_SHADOWS)\n" +
                        define("PIXEL_HIGHLIGHTS", options.perPixelHighlights) +
-                       define("EYE_POSITION", EYE_POSITION_UNIT) + define("EYE_NORMAL", EYE_NORMAL_UNIT) + fragmentSource;
+                       define("EYE_POSITION", EYE_POSITION_UNIT) + define("EYE_NORMAL", EYE_NORMAL_UNIT) +
+                       fragmentSource;
     replaceAll(text, "ALL_LIGHTS", lights);
     return text;
 }
 
-void addCoordinateGenerators(osg::StateSet & state) {
-    auto * normals = new osg::TexGen;
+void addCoordinateGenerators(osg::StateSet& state) {
+    auto* normals = new osg::TexGen;
     normals->setMode(osg::TexGen::NORMAL_MAP);
     state.setTextureAttribute(EYE_NORMAL_UNIT, normals);
     for (GLenum mode : {GL_TEXTURE_GEN_S, GL_TEXTURE_GEN_T, GL_TEXTURE_GEN_R}) {
@@ -127,9 +128,9 @@ void addCoordinateGenerators(osg::StateSet & state) {
 
 } // namespace
 
-osg::ref_ptr<osg::StateSet> createShadingState(ShadingOptions const & options) {
+osg::ref_ptr<osg::StateSet> createShadingState(ShadingOptions const& options) {
     osg::ref_ptr<osg::StateSet> state = new osg::StateSet;
-    auto * program = new osg::Program;
+    auto* program = new osg::Program;
     program->setName("hyxOSG::SceneDecorator");
     program->addShader(new osg::Shader(osg::Shader::FRAGMENT, fragmentText(options)));
     program->addShader(shadowLookupShader());

@@ -21,19 +21,19 @@ inline constexpr unsigned int MAX_SHADOW_MAPS = 3;
 
 /// What a program is made for; programs differ only in these.
 struct ShadingOptions {
-    unsigned int lights = 1;           ///< the lights that are on, a bit each
-    int shadowLight = 0;               ///< index of the light that throws the shadows
-    unsigned int shadowMaps = 0;       ///< 0, 1 or MAX_SHADOW_MAPS
+    unsigned int lights = 1;     ///< the lights that are on, a bit each
+    int shadowLight = 0;         ///< index of the light that throws the shadows
+    unsigned int shadowMaps = 0; ///< 0, 1 or MAX_SHADOW_MAPS
     bool softShadows = false;
-    bool blackShadows = false;         ///< shadows take all light, and casters receive none
+    bool blackShadows = false; ///< shadows take all light, and casters receive none
     bool perPixelHighlights = false;
 
-    bool operator==(ShadingOptions const &) const = default;
+    bool operator==(ShadingOptions const&) const = default;
 };
 
 /// A state set that draws with the program: the program, its uniforms at their resting values and the coordinate
 /// generators' modes. The scene needs the eye position generator as well.
-osg::ref_ptr<osg::StateSet> createShadingState(ShadingOptions const & options);
+osg::ref_ptr<osg::StateSet> createShadingState(ShadingOptions const& options);
 
 /// The node that puts the position in eye coordinates on its unit; it takes effect for everything in the same view.
 osg::ref_ptr<osg::TexGenNode> createEyePositionGenerator();

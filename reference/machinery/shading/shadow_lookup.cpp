@@ -7,7 +7,7 @@
 namespace hyxOSG::decorator {
 namespace {
 
-char const * const source = R"(#version 120
+char const* const source = R"(#version 120
 #pragma import_defines(SHADOW_MAPS, SOFT_SHADOWS)
 #ifdef SHADOW_MAPS
 uniform bool hyx_receivesShadow;
@@ -66,7 +66,7 @@ osg::ref_ptr<osg::Shader> shadowLookupShader() {
     return shader;
 }
 
-void declareShadowMaps(osg::StateSet & state, ShadingOptions const & options) {
+void declareShadowMaps(osg::StateSet& state, ShadingOptions const& options) {
     if (options.shadowMaps == 0)
         return;
     state.setDefine("SHADOW_MAPS", std::to_string(options.shadowMaps));
@@ -76,8 +76,8 @@ void declareShadowMaps(osg::StateSet & state, ShadingOptions const & options) {
     if (options.blackShadows)
         state.setDefine("BLACK_SHADOWS");
     for (unsigned int map = 0; map < options.shadowMaps; ++map)
-        state.addUniform(new osg::Uniform(("hyx_shadowMap" + std::to_string(map)).c_str(),
-                                          static_cast<int>(SHADOW_MAP_UNIT + map)));
+        state.addUniform(
+            new osg::Uniform(("hyx_shadowMap" + std::to_string(map)).c_str(), static_cast<int>(SHADOW_MAP_UNIT + map)));
 }
 
 } // namespace hyxOSG::decorator

@@ -8,19 +8,19 @@
 namespace hyxOSG::decorator {
 namespace {
 
-bool drawsIntoWindow(osg::State const & state) {
+bool drawsIntoWindow(osg::State const& state) {
     if (!state.get<osg::GLExtensions>()->isFrameBufferObjectSupported)
         return true;
     GLint target = 0;
     glGetIntegerv(GL_FRAMEBUFFER_BINDING_EXT, &target);
-    osg::GraphicsContext const * const window = state.getGraphicsContext();
+    osg::GraphicsContext const* const window = state.getGraphicsContext();
     return target == static_cast<GLint>(window ? window->getDefaultFboId() : 0);
 }
 
-ShadowSupport supportOf(osg::State const & state) {
-    auto const & extensions = *state.get<osg::GLExtensions>();
+ShadowSupport supportOf(osg::State const& state) {
+    auto const& extensions = *state.get<osg::GLExtensions>();
     unsigned int const context = state.getContextID();
-    auto const has = [context](char const * name, float version) {
+    auto const has = [context](char const* name, float version) {
         return osg::isGLExtensionOrVersionSupported(context, name, version);
     };
     GLint stencilBits = 0;
@@ -35,7 +35,7 @@ ShadowSupport supportOf(osg::State const & state) {
 
 } // namespace
 
-SceneDecorator::ShadowMethod nearestMethod(SceneDecorator::ShadowMethod method, ShadowSupport const & support) {
+SceneDecorator::ShadowMethod nearestMethod(SceneDecorator::ShadowMethod method, ShadowSupport const& support) {
     if (method == SceneDecorator::NO_SHADOWS)
         return method;
     bool const volumes = method == SceneDecorator::SHADOWVOLUME;
@@ -46,7 +46,7 @@ SceneDecorator::ShadowMethod nearestMethod(SceneDecorator::ShadowMethod method, 
     return support.volumes ? SceneDecorator::SHADOWVOLUME : SceneDecorator::NO_SHADOWS;
 }
 
-void ShadowSupportProbe::drawImplementation(osg::RenderInfo & renderInfo, osg::Drawable const * drawable) const {
+void ShadowSupportProbe::drawImplementation(osg::RenderInfo& renderInfo, osg::Drawable const* drawable) const {
     if (drawsIntoWindow(*renderInfo.getState()))
         m_support = supportOf(*renderInfo.getState());
     drawable->drawImplementation(renderInfo);

@@ -1,7 +1,7 @@
 #include "reference/machinery/shading/surface_program.h"
 
-#include "reference/machinery/shading/shadow_lookup.h"
 #include "reference/hyxOSG/visuals/node_state.h"
+#include "reference/machinery/shading/shadow_lookup.h"
 
 #include <osg/NodeVisitor>
 #include <osg/Program>
@@ -13,7 +13,7 @@
 namespace hyxOSG {
 namespace {
 
-char const * const vertexSource = R"(#version 120
+char const* const vertexSource = R"(#version 120
 varying vec3 position;
 varying vec3 normal;
 varying vec2 texcoord;
@@ -28,7 +28,7 @@ void main() {
 )";
 
 // Tangents come from screen-space derivatives, so that meshes need none of their own.
-char const * const fragmentSource = R"(#version 120
+char const* const fragmentSource = R"(#version 120
 #pragma import_defines(DIFFUSE_MAP, SHADOW_MAP, SHADOW_JITTER_MAP, NORMAL_MAP, HEIGHT_MAP, SPECULAR_MAP, SPHERE_MAP, CUBE_MAP)
 #pragma import_defines(SHADOW_LIGHT, BLACK_SHADOWS)
 varying vec3 position;
@@ -140,10 +140,10 @@ void main() {
 }
 )";
 
-constexpr std::array<char const *, 7> defineNames{"DIFFUSE_MAP", "SHADOW_MAP",   "SHADOW_JITTER_MAP", "NORMAL_MAP",
-                                                  "HEIGHT_MAP",  "SPECULAR_MAP", "SPHERE_MAP"};
+constexpr std::array<char const*, 7> defineNames{"DIFFUSE_MAP", "SHADOW_MAP",   "SHADOW_JITTER_MAP", "NORMAL_MAP",
+                                                 "HEIGHT_MAP",  "SPECULAR_MAP", "SPHERE_MAP"};
 
-osg::Program & surfaceProgram() {
+osg::Program& surfaceProgram() {
     static osg::ref_ptr<osg::Program> const program = [] {
         osg::ref_ptr<osg::Program> const made = new osg::Program;
         made->setName("surface");
@@ -158,24 +158,24 @@ osg::Program & surfaceProgram() {
 /// Declares the colour textures that models carry themselves.
 class DeclareColorTextures : public osg::NodeVisitor {
 public:
-    DeclareColorTextures()
-        : osg::NodeVisitor(TRAVERSE_ALL_CHILDREN) {}
-    void apply(osg::Node & node) override {
-        osg::StateSet * const state = node.getStateSet();
+    DeclareColorTextures() : osg::NodeVisitor(TRAVERSE_ALL_CHILDREN) {}
+
+    void apply(osg::Node& node) override {
+        osg::StateSet* const state = node.getStateSet();
         if (state && state->getTextureAttribute(DIFFUSE_TEXTURE, osg::StateAttribute::TEXTURE))
             state->setDefine(defineNames[DIFFUSE_TEXTURE]);
         traverse(node);
     }
 };
 
-}
+} // namespace
 
-void declareTexture(osg::Node & node, TextureMode mode) {
+void declareTexture(osg::Node& node, TextureMode mode) {
     writableStateSet(node).setDefine(defineNames.at(mode));
 }
 
-void useSurfaceProgram(osg::Node & node) {
-    osg::StateSet & state = writableStateSet(node);
+void useSurfaceProgram(osg::Node& node) {
+    osg::StateSet& state = writableStateSet(node);
     state.setAttributeAndModes(&surfaceProgram(), setByScript);
     for (int unit = 0; unit < static_cast<int>(defineNames.size()); ++unit)
         state.addUniform(new osg::Uniform(("map" + std::to_string(unit)).c_str(), unit));
@@ -184,14 +184,14 @@ void useSurfaceProgram(osg::Node & node) {
     node.accept(visitor);
 }
 
-void declareCubeMap(osg::Node & node) {
+void declareCubeMap(osg::Node& node) {
     writableStateSet(node).setDefine("CUBE_MAP");
 }
 
-void setReflection(osg::Node & node, float coefficient, bool onlyIfUnset) {
-    osg::StateSet & state = writableStateSet(node);
+void setReflection(osg::Node& node, float coefficient, bool onlyIfUnset) {
+    osg::StateSet& state = writableStateSet(node);
     if (!onlyIfUnset || !state.getUniform("hyx_reflection"))
         state.addUniform(new osg::Uniform("hyx_reflection", coefficient), setByScript);
 }
 
-}
+} // namespace hyxOSG

@@ -4,9 +4,8 @@ import gc
 import random
 import weakref
 
-import pytest
-
 import _hyxOSG
+import pytest
 from hyxOSG import LidarOutputRendererLegend as Legend
 
 

@@ -3,6 +3,7 @@
 HOW is `fitting` (arguments of the right types, null where null is allowed) or `wrong` (every argument in turn of a wrong
 type, too few, too many). Prints one line per surprise; a crash shows as the process's death.
 """
+
 import csv
 import faulthandler
 import importlib.util
@@ -18,17 +19,36 @@ import _hyx_proxy  # noqa: E402
 import _hyxOSG  # noqa: E402
 
 FAMILY = ["_hyx", "_hyxCollide", "_hyxSDK", "_hyxModel", "_osg", "_hyxOSG"]
-DESCRIBED = {name: _hyx_proxy.describe(importlib.import_module(name)) for name in FAMILY if importlib.util.find_spec(name)}
+DESCRIBED = {
+    name: _hyx_proxy.describe(importlib.import_module(name)) for name in FAMILY if importlib.util.find_spec(name)
+}
 # Called on their own elsewhere: they block until a key, a viewer or a peer answers, or end what later calls need.
 SEPARATE = {"ExampleApplication_run", "ExampleApplication_initRpc", "ExampleApplication_initRecordJournal"}
-NUMBERS = {"int": 1, "unsigned int": 1, "long": 1, "unsigned long": 1, "size_t": 1, "hyx::UInt": 1, "hyx::Index": 1,
-           "ptrdiff_t": 1, "float": 0.5, "double": 0.5, "hyx::Real": 0.5, "bool": True}
+NUMBERS = {
+    "int": 1,
+    "unsigned int": 1,
+    "long": 1,
+    "unsigned long": 1,
+    "size_t": 1,
+    "hyx::UInt": 1,
+    "hyx::Index": 1,
+    "ptrdiff_t": 1,
+    "float": 0.5,
+    "double": 0.5,
+    "hyx::Real": 0.5,
+    "bool": True,
+}
 # Alias in the rows: the class that the constructors make.
 LEGEND = "std::vector< hyxOSG::LidarOutputRendererLegendPoint >"
-ALIASES = {f"{LEGEND}::value_type": "hyxOSG::LidarOutputRendererLegendPoint",
-           "std::vector< hyxOSG::LidarOutputRendererLegendPoint,std::allocator< hyxOSG::LidarOutputRendererLegendPoint > >": LEGEND,
-           "osg::Vec2": "osg::Vec2f", "osg::Vec3": "osg::Vec3f", "osg::Vec4": "osg::Vec4f", "osg::Matrix": "osg::Matrixd",
-           "hyx::TimeStamp": "double"}
+ALIASES = {
+    f"{LEGEND}::value_type": "hyxOSG::LidarOutputRendererLegendPoint",
+    "std::vector< hyxOSG::LidarOutputRendererLegendPoint,std::allocator< hyxOSG::LidarOutputRendererLegendPoint > >": LEGEND,
+    "osg::Vec2": "osg::Vec2f",
+    "osg::Vec3": "osg::Vec3f",
+    "osg::Vec4": "osg::Vec4f",
+    "osg::Matrix": "osg::Matrixd",
+    "hyx::TimeStamp": "double",
+}
 
 
 class Unavailable(Exception):
@@ -60,11 +80,18 @@ class Maker:
         app.initViewer(160, 120)
         app.initScene()
         self.kept += [app, simulation]
-        self.made.update({
-            "hyxOSG::ExampleApplication": app, "hyxSDK::Simulation": simulation, "osg::Camera": app.getCamera(),
-            "osgViewer::Viewer": app.getViewer(), "hyxOSG::SceneDecorator": app.getSceneDecorator(),
-            "hyxOSG::PickHandler": app.getPickHandler(), "hyxOSG::ImageCapture": app.getImageCapture(),
-            "hyxSDK::Assembly": hyxSDK.Assembly()})
+        self.made.update(
+            {
+                "hyxOSG::ExampleApplication": app,
+                "hyxSDK::Simulation": simulation,
+                "osg::Camera": app.getCamera(),
+                "osgViewer::Viewer": app.getViewer(),
+                "hyxOSG::SceneDecorator": app.getSceneDecorator(),
+                "hyxOSG::PickHandler": app.getPickHandler(),
+                "hyxOSG::ImageCapture": app.getImageCapture(),
+                "hyxSDK::Assembly": hyxSDK.Assembly(),
+            }
+        )
 
     def argument(self, native):
         plain = re.sub(r"\s*(const)?\s*[*&]$", "", native).strip()
@@ -90,12 +117,38 @@ class Maker:
 
     def enumerations(self):
         return {"hyxOSG::TextureMode"} | {
-            p["type"] for functions in DESCRIBED.values() for f in functions for form in f["forms"] for p in form["parameters"]
-            if not p["type"].endswith(("*", "&")) and p["type"].split("::")[-1] in (
-                "Lights", "ShadowMethod", "LogoLocation", "AxisAlignment", "BackdropType", "AlignmentType", "DrawModeMask",
-                "RenderFlag", "ParticleRenderingMode", "ParticleShaderMode", "ColorRangePreset", "Mode", "OutputCodec",
-                "BufferComponent", "TextureFormat", "ComputeNearFarMode", "SolverType", "ConstraintForceStatistics",
-                "MouseButtonMask", "MouseState", "ActivationMask", "NotifySeverity")}
+            p["type"]
+            for functions in DESCRIBED.values()
+            for f in functions
+            for form in f["forms"]
+            for p in form["parameters"]
+            if not p["type"].endswith(("*", "&"))
+            and p["type"].split("::")[-1]
+            in (
+                "Lights",
+                "ShadowMethod",
+                "LogoLocation",
+                "AxisAlignment",
+                "BackdropType",
+                "AlignmentType",
+                "DrawModeMask",
+                "RenderFlag",
+                "ParticleRenderingMode",
+                "ParticleShaderMode",
+                "ColorRangePreset",
+                "Mode",
+                "OutputCodec",
+                "BufferComponent",
+                "TextureFormat",
+                "ComputeNearFarMode",
+                "SolverType",
+                "ConstraintForceStatistics",
+                "MouseButtonMask",
+                "MouseState",
+                "ActivationMask",
+                "NotifySeverity",
+            )
+        }
 
     def instance(self, class_name):
         if class_name in self.made:
@@ -133,7 +186,11 @@ def call(function, arguments):
 
 def takes_instance(function, form):
     """Constructors of director classes take the Python object first, which their forms do not list."""
-    return form["class"].split("::")[-1] in ("GuiEventListener", "ExampleApplicationListener", "LidarOutputRendererColorFunctionCallback")
+    return form["class"].split("::")[-1] in (
+        "GuiEventListener",
+        "ExampleApplicationListener",
+        "LidarOutputRendererColorFunctionCallback",
+    )
 
 
 def takes_nothing(form):
@@ -170,7 +227,11 @@ def wrong(functions, maker):
 
     for function in functions:
         name = function["name"]
-        if function["role"] in ("swigregister", "swiginit", "static-set", "static-get") or "___" in name and "Iterator" in name:
+        if (
+            function["role"] in ("swigregister", "swiginit", "static-set", "static-get")
+            or "___" in name
+            and "Iterator" in name
+        ):
             continue
         accepts_any = {f"{p['type']}" for form in function["forms"] for p in form["parameters"]} & {"PyObject *"}
         for arguments in ((), (Foreign(),), (Foreign(),) * 2, (Foreign(),) * 20, (None,) * 3):
@@ -196,7 +257,9 @@ def wrong(functions, maker):
                 error = call(function, bad)
                 if not isinstance(error, (TypeError, OverflowError)):
                     print(f"SURPRISE {name}: argument {i + 1} may be anything: {error!r}")
-                elif function["convention"] != "dispatch" and f"in method '{name}', argument {i + 1} of type '" not in str(error):
+                elif function[
+                    "convention"
+                ] != "dispatch" and f"in method '{name}', argument {i + 1} of type '" not in str(error):
                     print(f"SURPRISE {name}: {error}")
 
 

@@ -1,11 +1,13 @@
 """The live native variable behind cvar."""
-import pytest
 
 import _hyxOSG
+import pytest
 
 NAME = "VideoFFMPEGPipeCapture_OutputCodecStrings"
-TEXT = ("in variable 'hyxOSG::VideoFFMPEGPipeCapture::OutputCodecStrings' of type "
-        "'hyxOSG::VideoFFMPEGPipeCapture::CodecStringConversionMap'")
+TEXT = (
+    "in variable 'hyxOSG::VideoFFMPEGPipeCapture::OutputCodecStrings' of type "
+    "'hyxOSG::VideoFFMPEGPipeCapture::CodecStringConversionMap'"
+)
 
 
 def test_texts():
@@ -29,8 +31,9 @@ def test_reading_gives_the_map_itself_and_assigning_it_back_changes_nothing():
     assert address(getattr(_hyxOSG.cvar, NAME)) == address(first)
 
 
-@pytest.mark.parametrize("assign", [lambda value: setattr(_hyxOSG.cvar, NAME, value),
-                                    _hyxOSG.VideoFFMPEGPipeCapture_OutputCodecStrings_set])
+@pytest.mark.parametrize(
+    "assign", [lambda value: setattr(_hyxOSG.cvar, NAME, value), _hyxOSG.VideoFFMPEGPipeCapture_OutputCodecStrings_set]
+)
 def test_wrong_values_are_refused(assign):
     for value, text in ((3, TEXT), ("x", TEXT), (None, "invalid null reference " + TEXT)):
         with pytest.raises(TypeError) as caught:

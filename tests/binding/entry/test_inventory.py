@@ -1,13 +1,13 @@
 """The method table, the constants and the exports of _hyxOSG against the golden list beside this file."""
+
 import csv
 import pathlib
 import subprocess
 import types
 
-import pytest
-
 import _hyx_proxy
 import _hyxOSG
+import pytest
 
 CONVENTIONS = {"one": "one", "tuple": "tuple", "dispatch": "dispatch", "noargs": "noargs"}
 
@@ -73,12 +73,29 @@ def test_the_module_has_115_constants():
 
 
 def test_constants_come_in_their_order():
-    names = [name for name in vars(_hyxOSG) if name in ("SWIG_MODULE_hyxOSG", "VideoFFMPEGPipeCapture_OutputCodec_XVID", "cvar",
-                                                       "ParticleSystemDrawable_SPRITES", "ExampleApplication_NUM_SOLVERS")]
-    assert names == ["SWIG_MODULE_hyxOSG", "VideoFFMPEGPipeCapture_OutputCodec_XVID", "cvar", "ParticleSystemDrawable_SPRITES",
-                     "ExampleApplication_NUM_SOLVERS"]
+    names = [
+        name
+        for name in vars(_hyxOSG)
+        if name
+        in (
+            "SWIG_MODULE_hyxOSG",
+            "VideoFFMPEGPipeCapture_OutputCodec_XVID",
+            "cvar",
+            "ParticleSystemDrawable_SPRITES",
+            "ExampleApplication_NUM_SOLVERS",
+        )
+    ]
+    assert names == [
+        "SWIG_MODULE_hyxOSG",
+        "VideoFFMPEGPipeCapture_OutputCodec_XVID",
+        "cvar",
+        "ParticleSystemDrawable_SPRITES",
+        "ExampleApplication_NUM_SOLVERS",
+    ]
 
 
 def test_the_entry_point_is_the_only_export():
-    symbols = subprocess.run(["nm", "-D", "--defined-only", _hyxOSG.__file__], capture_output=True, text=True, check=True).stdout
+    symbols = subprocess.run(
+        ["nm", "-D", "--defined-only", _hyxOSG.__file__], capture_output=True, text=True, check=True
+    ).stdout
     assert [line.split()[-1] for line in symbols.splitlines()] == ["PyInit__hyxOSG"]

@@ -1,11 +1,10 @@
 // Listeners of the library whose virtual functions throw, as those of a program that derives from them may.
 #include "binding/vocabulary/rows.h"
-
 #include "platform/hyxCable/cable_damage.h"
-#include "platform/hyxOSG/renderers/cable_damage_renderer.h"
-#include "platform/hyxOSG/renderers/deformable_height_field_renderer.h"
 #include "platform/hyxOSG/application/example_application_listener.h"
 #include "platform/hyxOSG/picking/pick_handler.h"
+#include "platform/hyxOSG/renderers/cable_damage_renderer.h"
+#include "platform/hyxOSG/renderers/deformable_height_field_renderer.h"
 #include "platform/hyxOSG/renderers/pressure_field_renderer.h"
 #include "platform/hyxOSG/renderers/spline_renderer.h"
 #include "platform/hyxOSG/renderers/spline_renderer_old.h"
@@ -18,85 +17,108 @@
 
 namespace {
 
-[[noreturn]] void fail() { throw std::runtime_error("on purpose"); }
+[[noreturn]] void fail() {
+    throw std::runtime_error("on purpose");
+}
 
 struct CableDamageRenderer : hyxOSG::CableDamageRenderer {
     using hyxOSG::CableDamageRenderer::CableDamageRenderer;
+
     void last(double) override { fail(); }
 };
 
 struct DeformableHeightFieldRenderer : hyxOSG::DeformableHeightFieldRenderer {
     using hyxOSG::DeformableHeightFieldRenderer::DeformableHeightFieldRenderer;
+
     void last(hyx::TimeStamp) override { fail(); }
 };
 
 struct ExampleApplicationListener : hyxOSG::ExampleApplicationListener {
-    void preFrame(hyxOSG::ExampleApplication *) override { fail(); }
-    void postFrame(hyxOSG::ExampleApplication *) override { fail(); }
+    void preFrame(hyxOSG::ExampleApplication*) override { fail(); }
+
+    void postFrame(hyxOSG::ExampleApplication*) override { fail(); }
 };
 
 struct PickHandler : hyxOSG::PickHandler {
     using hyxOSG::PickHandler::PickHandler;
+
     void update(float, float) override { fail(); }
+
     bool keyboard(int, unsigned int, float, float, bool) override { fail(); }
+
     bool mouse(MouseButtonMask, MouseState, float, float) override { fail(); }
+
     bool mouseDragged(MouseButtonMask, float, float) override { fail(); }
 };
 
 struct PressureFieldRenderer : hyxOSG::PressureFieldRenderer {
     using hyxOSG::PressureFieldRenderer::PressureFieldRenderer;
-    void addTriangle(hyxModel::TriangleData const &, hyx::AffineMatrix4x4 const &) override { fail(); }
+
+    void addTriangle(hyxModel::TriangleData const&, hyx::AffineMatrix4x4 const&) override { fail(); }
+
     void clear() override { fail(); }
+
     void done() override { fail(); }
-    void updateTransform(hyx::AffineMatrix4x4 const &) override { fail(); }
+
+    void updateTransform(hyx::AffineMatrix4x4 const&) override { fail(); }
 };
 
 struct SplineRenderer : hyxOSG::SplineRenderer {
     using hyxOSG::SplineRenderer::SplineRenderer;
+
     void removeNotification() override { fail(); }
 };
 
 struct SplineRendererOld : hyxOSG::SplineRendererOld {
     using hyxOSG::SplineRendererOld::SplineRendererOld;
+
     void removeNotification() override { fail(); }
 };
 
 // Kept alive for good: a borrowed proxy is all that Python gets.
-template <class T, class... A> T *make(A... arguments)
-{
-    T *object = new T(arguments...);
+template <class T, class... A>
+T* make(A... arguments) {
+    T* object = new T(arguments...);
     object->reference();
     return object;
 }
 
-hyxOSG::CableDamageRenderer *throwingCableDamageRenderer(hyxCable::CableDamage *damage, osg::Group *parent)
-{
+hyxOSG::CableDamageRenderer* throwingCableDamageRenderer(hyxCable::CableDamage* damage, osg::Group* parent) {
     return make<CableDamageRenderer>(damage, 0.01, parent);
 }
-hyxOSG::DeformableHeightFieldRenderer *throwingDeformableHeightFieldRenderer()
-{
+
+hyxOSG::DeformableHeightFieldRenderer* throwingDeformableHeightFieldRenderer() {
     return make<DeformableHeightFieldRenderer>(nullptr, nullptr);
 }
-hyxOSG::ExampleApplicationListener *throwingExampleApplicationListener() { return make<ExampleApplicationListener>(); }
-hyxOSG::PickHandler *throwingPickHandler() { return make<PickHandler>(nullptr, nullptr); }
-hyxOSG::PressureFieldRenderer *throwingPressureFieldRenderer(osg::Group *root) { return make<PressureFieldRenderer>(root); }
-hyxOSG::SplineRenderer *throwingSplineRenderer(hyxUtil::Spline *spline, osg::Group *parent)
-{
+
+hyxOSG::ExampleApplicationListener* throwingExampleApplicationListener() {
+    return make<ExampleApplicationListener>();
+}
+
+hyxOSG::PickHandler* throwingPickHandler() {
+    return make<PickHandler>(nullptr, nullptr);
+}
+
+hyxOSG::PressureFieldRenderer* throwingPressureFieldRenderer(osg::Group* root) {
+    return make<PressureFieldRenderer>(root);
+}
+
+hyxOSG::SplineRenderer* throwingSplineRenderer(hyxUtil::Spline* spline, osg::Group* parent) {
     return make<SplineRenderer>(spline, parent);
 }
-hyxOSG::SplineRendererOld *throwingSplineRendererOld(hyxUtil::Spline *spline, osg::Group *parent)
-{
+
+hyxOSG::SplineRendererOld* throwingSplineRendererOld(hyxUtil::Spline* spline, osg::Group* parent) {
     return make<SplineRendererOld>(spline, parent);
 }
 
 constexpr Declared functions[] = {
-    FUNCTION(throwingCableDamageRenderer, FREE(throwingCableDamageRenderer, (hyxCable::CableDamage *, osg::Group *))),
+    FUNCTION(throwingCableDamageRenderer, FREE(throwingCableDamageRenderer, (hyxCable::CableDamage*, osg::Group*))),
     FUNCTION(throwingDeformableHeightFieldRenderer, FREE(throwingDeformableHeightFieldRenderer, ())),
     FUNCTION(throwingExampleApplicationListener, FREE(throwingExampleApplicationListener, ())),
     FUNCTION(throwingPickHandler, FREE(throwingPickHandler, ())),
-    FUNCTION(throwingPressureFieldRenderer, FREE(throwingPressureFieldRenderer, (osg::Group *))),
-    FUNCTION(throwingSplineRenderer, FREE(throwingSplineRenderer, (hyxUtil::Spline *, osg::Group *))),
-    FUNCTION(throwingSplineRendererOld, FREE(throwingSplineRendererOld, (hyxUtil::Spline *, osg::Group *))),
+    FUNCTION(throwingPressureFieldRenderer, FREE(throwingPressureFieldRenderer, (osg::Group*))),
+    FUNCTION(throwingSplineRenderer, FREE(throwingSplineRenderer, (hyxUtil::Spline*, osg::Group*))),
+    FUNCTION(throwingSplineRendererOld, FREE(throwingSplineRendererOld, (hyxUtil::Spline*, osg::Group*))),
 };
 
 } // namespace

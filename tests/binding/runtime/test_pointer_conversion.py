@@ -1,7 +1,7 @@
 """Conversion of Python objects to native pointers and back."""
-import pytest
 
 import _sample
+import pytest
 
 GENERAL, REFERENCE, DISOWNING = 0, 1, 2
 

@@ -1,12 +1,12 @@
 """The Python objects that carry native pointers and packed bytes."""
+
 import gc
 import re
 import sys
 
+import _sample
 import pytest
 from subprocesses import run_python
-
-import _sample
 
 
 def test_repr_names_the_last_spelling_and_the_object():
@@ -56,7 +56,9 @@ def test_packed_objects_show_their_bytes_while_they_fit():
 
 
 def test_an_owned_object_without_destructor_reports_the_leak_once():
-    result = run_python("import _sample; x = _sample.new_Derived(); del x; y = _sample.new_Derived(); y.disown(); del y")
+    result = run_python(
+        "import _sample; x = _sample.new_Derived(); del x; y = _sample.new_Derived(); y.disown(); del y"
+    )
     assert result.stdout == "swig/python detected a memory leak of type 'sample::Derived *', no destructor found.\n"
 
 

@@ -1,8 +1,8 @@
 """Linking of type tables, look-ups by name, casts."""
-import pytest
-from subprocesses import run_python
 
 import _sample
+import pytest
+from subprocesses import run_python
 
 
 def test_both_names_of_a_type_find_its_descriptor():
@@ -11,7 +11,9 @@ def test_both_names_of_a_type_find_its_descriptor():
     assert "hyx::RigidBody *" in _sample.cached_queries()
 
 
-@pytest.mark.parametrize("spelling", ["sample::Renamed*", "sample :: Renamed  *", "sample::OtherName *", "sample::ThirdName*"])
+@pytest.mark.parametrize(
+    "spelling", ["sample::Renamed*", "sample :: Renamed  *", "sample::OtherName *", "sample::ThirdName*"]
+)
 def test_blanks_and_equivalent_spellings_do_not_matter(spelling):
     assert _sample.query_type(spelling) == "_p_sample__Renamed"
 
@@ -24,16 +26,20 @@ def test_unknown_names_find_nothing_and_are_not_cached(name):
 
 def test_every_shape_of_cast_reaches_the_base():
     both, virtual = _sample.new_Both(), _sample.new_Virtual()
-    assert _sample.base_value(_sample.new_Derived()) == 1       # same address
-    assert _sample.other_value(both) == 2                       # fixed offset
-    assert _sample.other_value(virtual) == 2                    # virtual base
-    assert _sample.root_base_value(virtual) == 4                # offset inside a virtual base
+    assert _sample.base_value(_sample.new_Derived()) == 1  # same address
+    assert _sample.other_value(both) == 2  # fixed offset
+    assert _sample.other_value(virtual) == 2  # virtual base
+    assert _sample.root_base_value(virtual) == 4  # offset inside a virtual base
     assert _sample.convert_object(both, "sample::Other *")[1] != int(both)
 
 
 def test_a_found_cast_moves_to_the_front():
     derived, both = _sample.new_Derived(), _sample.new_Both()
-    for handle, name in ((derived, "_p_sample__Derived+"), (both, "_p_sample__Both+"), (derived, "_p_sample__Derived+")):
+    for handle, name in (
+        (derived, "_p_sample__Derived+"),
+        (both, "_p_sample__Both+"),
+        (derived, "_p_sample__Derived+"),
+    ):
         before = sorted(_sample.cast_list("sample::Base *"))
         _sample.base_value(handle)
         after = _sample.cast_list("sample::Base *")

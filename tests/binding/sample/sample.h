@@ -10,12 +10,19 @@ namespace sample {
 
 struct Base {
     virtual ~Base() { --alive; }
+
     Base() { ++alive; }
-    Base(Base const &other) : value(other.value) { ++alive; }
-    Base &operator=(Base const &other) = default;
+
+    Base(Base const& other) : value(other.value) { ++alive; }
+
+    Base& operator=(Base const& other) = default;
+
     virtual std::string name() const { return "Base"; }
-    Base *self() { return this; }
+
+    Base* self() { return this; }
+
     Base copy() const { return *this; }
+
     int value = 1;
     static int alive;
 };
@@ -49,13 +56,15 @@ struct Virtual : virtual Root {
 };
 
 struct Unrelated {};
+
 struct Renamed {};
 
 struct Counted : hyx::Referenced {
     Counted() { ++alive; }
+
     static int alive;
 
-  protected:
+protected:
     ~Counted() override { --alive; }
 };
 
@@ -65,22 +74,22 @@ struct Settings {
     Base origin;
 };
 
-int base_value(Base const &object);
-int other_value(Other const *object); // -1 for null
-int root_base_value(RootBase const *object);
+int base_value(Base const& object);
+int other_value(Other const* object); // -1 for null
+int root_base_value(RootBase const* object);
 
 // One overload for each kind of parameter; each names itself.
 std::string which(bool);
 std::string which(int);
 std::string which(double);
-std::string which(std::string const &);
-std::string which(Base *);
-std::string which(Derived *);
+std::string which(std::string const&);
+std::string which(Base*);
+std::string which(Derived*);
 std::string which(int, float);
-std::string which(unsigned int, Base const &);
-std::string with_defaults(int a, std::string const &b, Base const &c, bool d);
+std::string which(unsigned int, Base const&);
+std::string with_defaults(int a, std::string const& b, Base const& c, bool d);
 
-void throw_standard(std::string const &text);
+void throw_standard(std::string const& text);
 void throw_other();
 void throw_out_of_range();
 
@@ -93,12 +102,11 @@ double take_double(double v);
 bool take_bool(bool v);
 int take_int(int v);
 std::string take_string(std::string v);
-std::size_t string_size(std::string const &v);
-hyx::String take_hyx_string(hyx::String const &v);
-std::string take_text(char const *v); // "null" for null
-char const *give_text(bool null);
+std::size_t string_size(std::string const& v);
+hyx::String take_hyx_string(hyx::String const& v);
+std::string take_text(char const* v); // "null" for null
+char const* give_text(bool null);
 int call_function(int (*function)(int), int argument);
 std::string nine(int, int, int, int, int, int, int, int, int);
-
 
 } // namespace sample

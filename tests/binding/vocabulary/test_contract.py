@@ -1,8 +1,8 @@
 """What every wrapped function does: conventions, messages, ownership, exceptions, choice among forms."""
-import pytest
-from subprocesses import run_python
 
 import _sample
+import pytest
+from subprocesses import run_python
 
 
 def message(function, *arguments, error=TypeError):
@@ -23,14 +23,25 @@ def test_messages_name_self_and_arguments():
     base = _sample.new_Base()
     assert message(_sample.Base_name, 3) == "in method 'Base_name', argument 1 of type 'sample::Base const *'"
     assert message(_sample.Base_self, "x") == "in method 'Base_self', argument 1 of type 'sample::Base *'"
-    assert message(_sample.Base_greeting, base, 3) == "in method 'Base_greeting', argument 2 of type 'std::string const &'"
-    assert message(_sample.delete_Base, _sample.new_Unrelated()) == "in method 'delete_Base', argument 1 of type 'sample::Base *'"
+    assert (
+        message(_sample.Base_greeting, base, 3) == "in method 'Base_greeting', argument 2 of type 'std::string const &'"
+    )
+    assert (
+        message(_sample.delete_Base, _sample.new_Unrelated())
+        == "in method 'delete_Base', argument 1 of type 'sample::Base *'"
+    )
     assert message(_sample.nine, *range(8), 1.0) == "in method 'nine', argument 9 of type 'int'"
 
 
 def test_null_is_refused_for_self_and_references_only():
-    assert message(_sample.Base_name, None) == "invalid null reference in method 'Base_name', argument 1 of type 'sample::Base const *'"
-    assert message(_sample.base_value, None) == "invalid null reference in method 'base_value', argument 1 of type 'sample::Base const &'"
+    assert (
+        message(_sample.Base_name, None)
+        == "invalid null reference in method 'Base_name', argument 1 of type 'sample::Base const *'"
+    )
+    assert (
+        message(_sample.base_value, None)
+        == "invalid null reference in method 'base_value', argument 1 of type 'sample::Base const &'"
+    )
     assert _sample.other_value(None) == -1
     assert _sample.delete_Base(None) is None
 
@@ -41,9 +52,12 @@ def test_members():
     _sample.Settings_title_set(settings, "new")
     assert (_sample.Settings_size_get(settings), _sample.Settings_title_get(settings)) == (4.0, "new")
     copy, view = _sample.Settings_origin_get(settings), _sample.Settings_origin_borrow(settings)
-    assert copy != view and int(view.this if hasattr(view, "this") else view) == int(_sample.wrap_address(int_of(view), ""))
+    assert copy != view and int(view.this if hasattr(view, "this") else view) == int(
+        _sample.wrap_address(int_of(view), "")
+    )
     assert message(_sample.Settings_origin_set, settings, None) == (
-        "invalid null reference in method 'Settings_origin_set', argument 2 of type 'sample::Base const &'")
+        "invalid null reference in method 'Settings_origin_set', argument 2 of type 'sample::Base const &'"
+    )
     assert "Settings_size_set', argument 2 of type 'double'" in message(_sample.Settings_size_set, settings, "x")
 
 
@@ -81,10 +95,22 @@ except SystemError as error:
         assert part in result.stderr
 
 
-@pytest.mark.parametrize("arguments, chosen", [
-    ((True,), "bool"), ((1,), "int"), ((2**40,), "double"), ((1.0,), "double"), (("x",), "string"),
-    ((_sample.new_Derived(),), "Derived"), ((_sample.new_Both(),), "Base"), ((None,), "Derived"),
-    ((1, 2.0), "int, float"), ((1, 2), "int, float"), ((1, _sample.new_Both()), "unsigned, Base")])
+@pytest.mark.parametrize(
+    "arguments, chosen",
+    [
+        ((True,), "bool"),
+        ((1,), "int"),
+        ((2**40,), "double"),
+        ((1.0,), "double"),
+        (("x",), "string"),
+        ((_sample.new_Derived(),), "Derived"),
+        ((_sample.new_Both(),), "Base"),
+        ((None,), "Derived"),
+        ((1, 2.0), "int, float"),
+        ((1, 2), "int, float"),
+        ((1, _sample.new_Both()), "unsigned, Base"),
+    ],
+)
 def test_the_first_fitting_form_in_trial_order_is_called(arguments, chosen):
     if chosen == "Derived" and arguments == (None,):
         chosen = "string"  # None is a null char pointer, and strings come before classes
@@ -116,7 +142,10 @@ def test_too_many_arguments_to_a_dispatcher():
 
 
 def test_a_chosen_form_reports_its_own_null_reference():
-    assert message(_sample.which, 1, None) == "invalid null reference in method 'which', argument 2 of type 'sample::Base const &'"
+    assert (
+        message(_sample.which, 1, None)
+        == "invalid null reference in method 'which', argument 2 of type 'sample::Base const &'"
+    )
 
 
 def test_defaults_make_shorter_forms():
@@ -127,7 +156,8 @@ def test_defaults_make_shorter_forms():
         "    sample::with_defaults(int,std::string const &,sample::Base const &,bool)\n"
         "    sample::with_defaults(int,std::string const &,sample::Base const &)\n"
         "    sample::with_defaults(int,std::string const &)\n"
-        "    sample::with_defaults(int)\n")
+        "    sample::with_defaults(int)\n"
+    )
 
 
 def test_binary_operators_leave_foreign_operands_to_python():

@@ -1,14 +1,13 @@
 """The wrappers of listener-style methods report what the native method throws, with their place, and raise nothing of it."""
-import pytest
 
 import _hyxOSG
 import _probe
 import hyx
 import hyxCable
 import hyxModel
-import hyxOSG
 import hyxUtil
 import osg
+import pytest
 
 SDK, MODEL, VISUAL = (f"swig/configuration/hyxPython/{name}" for name in ("hyxSDK", "hyxModel", "hyxOSG"))
 MATRIX = hyx.AffineMatrix4x4()

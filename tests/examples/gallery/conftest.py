@@ -19,4 +19,6 @@ def drawn(tmp_path_factory):
     variables = {**os.environ, "PYTHONPATH": os.pathsep.join(sys.path), "HYX_DISPLAY": "offscreen"}
     done = subprocess.run(command, capture_output=True, text=True, timeout=300, env=variables)
     assert done.returncode == 0, done.stderr
-    return folder, {sheet.name: {file.stem: Tile(file) for file in sheet.iterdir()} for sheet in folder.iterdir() if sheet.is_dir()}
+    return folder, {
+        sheet.name: {file.stem: Tile(file) for file in sheet.iterdir()} for sheet in folder.iterdir() if sheet.is_dir()
+    }

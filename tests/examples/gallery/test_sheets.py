@@ -1,7 +1,7 @@
 """The contact sheets as a whole."""
+
 from gallery import SHEETS, tiles_of
 from PIL import Image
-
 
 
 def test_every_tile_is_drawn_and_on_its_sheet(drawn):

@@ -1,8 +1,8 @@
 """Each tile of the text sheet shows its text as its label says."""
+
 import numpy
 import pytest
 from gallery import texts, tiles_of
-
 from tile import MIDDLE_X, MIDDLE_Y, frame, middle, runs
 
 INK = (204, 0, 128)
@@ -57,13 +57,24 @@ def test_base_lines_are_no_lower_ends(drawn):
     """The text's box ends below the last base line, where letters hang down."""
     tiles = drawn[1]["text"]
     for side in SIDES:
-        lines = [frame(ink(tiles[f"{side} {height}"]))[3] for height in ("bottom", "bottom base line", "center", "base line", "top")]
+        lines = [
+            frame(ink(tiles[f"{side} {height}"]))[3]
+            for height in ("bottom", "bottom base line", "center", "base line", "top")
+        ]
         assert lines == sorted(lines) and len(set(lines)) == 5, side
 
 
 # From the side that the planes are seen from, x runs to the right and down, y to the right and up.
-PLANES = {"xy plane": (1, -1), "reversed xy plane": (-1, -1), "xz plane": (1, 1), "reversed xz plane": (-1, -1),
-          "yz plane": (1, -1), "reversed yz plane": (-1, 1), "screen": (1, -1), "user defined rotation": (1, 1)}
+PLANES = {
+    "xy plane": (1, -1),
+    "reversed xy plane": (-1, -1),
+    "xz plane": (1, 1),
+    "reversed xz plane": (-1, -1),
+    "yz plane": (1, -1),
+    "reversed yz plane": (-1, 1),
+    "screen": (1, -1),
+    "user defined rotation": (1, 1),
+}
 
 
 @pytest.mark.parametrize("label", PLANES)
@@ -94,8 +105,14 @@ def test_backdrop(drawn, label):
 
 
 # Whether there is ink, a white frame or cross, and a dark field.
-MODES = {"text only": (1, 0, 0), "bounding box": (1, 1, 0), "filled box": (1, 0, 1), "box without text": (0, 1, 0),
-         "alignment cross": (1, 1, 0), "everything": (1, 1, 1)}
+MODES = {
+    "text only": (1, 0, 0),
+    "bounding box": (1, 1, 0),
+    "filled box": (1, 0, 1),
+    "box without text": (0, 1, 0),
+    "alignment cross": (1, 1, 0),
+    "everything": (1, 1, 1),
+}
 
 
 @pytest.mark.parametrize("label", MODES)

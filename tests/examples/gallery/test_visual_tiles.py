@@ -1,9 +1,9 @@
 """Each tile of the visuals shows what its label says, and not what its neighbours show."""
+
 import numpy
 import pytest
 from gallery import tiles_of
-
-from tile import fullness, frame, is_round, length_to_width, middle, runs, turns, width_at
+from tile import frame, fullness, is_round, length_to_width, middle, runs, turns, width_at
 
 
 def cream(tile):
@@ -39,7 +39,9 @@ def text_rows(tile, flags):
 SHAPES = {
     "box": lambda t, all: t.flat_shades() >= 2 and 0.6 < fullness(t.shown) < 0.9,
     "sphere": lambda t, all: is_round(t.shown) and t.shades() > 60,
-    "cylinder": lambda t, all: abs(width_at(t.shown, 0.3) - width_at(t.shown, 0.7)) <= 6 and length_to_width(t.shown) > 1.1,
+    "cylinder": lambda t, all: (
+        abs(width_at(t.shown, 0.3) - width_at(t.shown, 0.7)) <= 6 and length_to_width(t.shown) > 1.1
+    ),
     "capsule": lambda t, all: length_to_width(t.shown) > 1.2 and t.flat_shades() == 0,
     "cone": lambda t, all: width_at(t.shown, 0.2) < 0.4 * width_at(t.shown, 0.8),
     "plane": lambda t, all: t.shown[70:].all() and not t.shown[:50].any() and t.light[100, 80] > 100,
@@ -50,8 +52,9 @@ SHAPES = {
     "sensor": lambda t, all: is_round(t.shown) and t.colored("green")[t.shown].mean() > 0.5,
     "body": lambda t, all: middle(t.shown)[0] > 84 and middle(t.shown)[1] < 56,
     "assembly": lambda t, all: 1.3 < width_at(t.shown, 0.8) / width_at(t.shown, 0.2) < 2.2 and middle(t.shown)[0] < 72,
-    "cached assemblies": lambda t, all: runs(t.shown.any(axis=0)) == 2 and
-    abs(t.shown[:, :80].sum() - t.shown[:, 80:].sum()) < 0.1 * t.shown.sum(),
+    "cached assemblies": lambda t, all: (
+        runs(t.shown.any(axis=0)) == 2 and abs(t.shown[:, :80].sum() - t.shown[:, 80:].sum()) < 0.1 * t.shown.sum()
+    ),
     "simulation": lambda t, all: runs(t.shown.any(axis=0)) == 3,
     "observer frame": lambda t, all: primaries(t) and middle(t.colored("blue"))[1] < 60,
 }
@@ -63,8 +66,10 @@ MATERIALS = {
     "shininess": lambda t, all: 2 < white(t).sum() < 0.5 * white(all["specular"]).sum(),
     "alpha": lambda t, all: t.shown.sum() > 1.05 * all["box"].shown.sum() and t.colored("red").sum() > 800,
     "outline": lambda t, all: t.near((230, 26, 26)).sum() > 100 and frame(t.near((230, 26, 26))) == frame(t.shown),
-    "wire frame": lambda t, all: t.shown.sum() < 0.4 * all["box"].shown.sum() and
-    numpy.abs(numpy.subtract(frame(t.shown), frame(all["box"].shown))).max() <= 2,
+    "wire frame": lambda t, all: (
+        t.shown.sum() < 0.4 * all["box"].shown.sum()
+        and numpy.abs(numpy.subtract(frame(t.shown), frame(all["box"].shown))).max() <= 2
+    ),
     "forced wire frame": lambda t, all: t.shown.sum() < 0.9 * all["sphere"].shown.sum() and width_at(t.shown, 0.5) > 40,
     "light off": lambda t, all: is_round(t.shown) and t.light[t.shown].max() < 60,
     "smooth normals": lambda t, all: same_outline(t, all["box"]) and t.shades() > 3 * all["box"].shades(),
@@ -72,19 +77,26 @@ MATERIALS = {
 
 TEXTURES = {
     "diffuse map": lambda t, all: turns(row(t, cream(t))) >= 6,
-    "scaled 2 by half": lambda t, all: turns(row(t, cream(t))) > 1.5 * turns(row(all["diffuse map"], cream(all["diffuse map"]))),
+    "scaled 2 by half": lambda t, all: (
+        turns(row(t, cream(t))) > 1.5 * turns(row(all["diffuse map"], cream(all["diffuse map"])))
+    ),
     "edge drawn out": lambda t, all: t.flat_shades(300) > all["diffuse map"].flat_shades(300),
     "shadow map": lambda t, all: turns(row(t, t.light > t.light[60][t.shown[60]].mean())) >= 6,
     "shadow jitter": lambda t, all: 100 < t.differs(all["shadow map"], 4).sum() < 0.3 * t.shown.sum(),
     "normal map": lambda t, all: t.light[50:90, 70:90].std() > 3 * all["box"].light[50:90, 70:90].std(),
-    "height map": lambda t, all: t.light[50:90, 70:90].std() > 3 * all["box"].light[50:90, 70:90].std() and
-    t.differs(all["normal map"]).sum() > 500,
-    "specular map": lambda t, all: white(t).sum() > 60 and
-    white(t).sum() < 0.8 * is_round(t.shown) * frame(white(t))[1] * 20,
+    "height map": lambda t, all: (
+        t.light[50:90, 70:90].std() > 3 * all["box"].light[50:90, 70:90].std()
+        and t.differs(all["normal map"]).sum() > 500
+    ),
+    "specular map": lambda t, all: (
+        white(t).sum() > 60 and white(t).sum() < 0.8 * is_round(t.shown) * frame(white(t))[1] * 20
+    ),
     "sphere map": lambda t, all: t.blue[40, 80] > t.red[40, 80] + 40 and t.red[80, 80] > t.blue[80, 80] + 40,
     "mirror": lambda t, all: saturation(t) > 120 and primaries(t),
     "half a mirror": lambda t, all: 0.3 < saturation(t) / saturation(all["mirror"]) < 0.8,
-    "sky sphere": lambda t, all: t.blue[60, 5] > 2 * t.red[60, 5] and t.green[60, 155] < 20 and not t.shown[~t.shown].any(),
+    "sky sphere": lambda t, all: (
+        t.blue[60, 5] > 2 * t.red[60, 5] and t.green[60, 155] < 20 and not t.shown[~t.shown].any()
+    ),
 }
 
 DRAWN = {
@@ -92,7 +104,9 @@ DRAWN = {
     "polyline": lambda t, all: runs(t.colored("blue")[60]) >= 3,
     "cube lines": lambda t, all: runs(t.shown[60]) == 4 and t.near((0, 0, 139), 40).sum() > 150,
     "drawn sphere": lambda t, all: is_round(t.shown) and t.colored("blue").any() and middle(t.shown)[0] > 88,
-    "drawn cylinder": lambda t, all: length_to_width(t.shown) > 1.3 and t.flat_shades() >= 1 and t.colored("blue").any(),
+    "drawn cylinder": lambda t, all: (
+        length_to_width(t.shown) > 1.3 and t.flat_shades() >= 1 and t.colored("blue").any()
+    ),
     "grid": lambda t, all: runs(t.shown[65]) == 8 and runs(t.shown[:, 85]) == 8,
     "filled grid": lambda t, all: t.flat_shades(500) == 2 and turns(t.light[55] < 120) >= 6,
     "3D grid": lambda t, all: t.shown.sum() > 1.5 * all["grid"].shown.sum(),
@@ -135,10 +149,21 @@ PARTICLES = {
 }
 
 MOTION = {
-    "body trajectories": lambda t, all: len([flags for flags in (
-        t.near((0, 80, 255), 60), t.near((200, 255, 0), 60), t.near((255, 0, 220), 60)) if flags.sum() > 20]) == 3,
-    "coloured by speed": lambda t, all: (t.shown & (t.green < 30) & (t.blue > 100)).sum() > 20 and t.colored("red").sum() > 20 and
-    not t.near((200, 255, 0), 60).any(),
+    "body trajectories": lambda t, all: (
+        len(
+            [
+                flags
+                for flags in (t.near((0, 80, 255), 60), t.near((200, 255, 0), 60), t.near((255, 0, 220), 60))
+                if flags.sum() > 20
+            ]
+        )
+        == 3
+    ),
+    "coloured by speed": lambda t, all: (
+        (t.shown & (t.green < 30) & (t.blue > 100)).sum() > 20
+        and t.colored("red").sum() > 20
+        and not t.near((200, 255, 0), 60).any()
+    ),
     "frame trajectories": lambda t, all: 40 < t.colored("green").sum() < 300,
     "fracture": lambda t, all: numpy.ptp(t.pixels[t.shown], axis=1).max() < 30 and t.flat_shades() >= 5,
     "coloured fracture": lambda t, all: same_outline(t, all["fracture"]) and t.colored("blue")[t.shown].mean() > 0.4,

@@ -1,4 +1,5 @@
 """The picture of one tile, and what can be asked of it. x to the right and y downwards, in pixels."""
+
 import numpy
 from PIL import Image
 

@@ -16,11 +16,14 @@ def test_a_body_falls_as_the_integrator_says():
     assert falling.getVelocity().z == pytest.approx(-GRAVITY)
 
 
-@pytest.mark.parametrize("shape, volume, inertia", [
-    (hyxCollide.Box(0.5, 1, 1.5), 6, (4 + 9, 1 + 9, 1 + 4)),
-    (hyxCollide.Sphere(0.3), 4 / 3 * math.pi * 0.027, (0.4 * 0.09 * 12,) * 3),
-    (hyxCollide.Cylinder(0.3, 0.8), math.pi * 0.09 * 0.8, (3 * 0.09 + 0.64, 6 * 0.09, 3 * 0.09 + 0.64)),
-])
+@pytest.mark.parametrize(
+    "shape, volume, inertia",
+    [
+        (hyxCollide.Box(0.5, 1, 1.5), 6, (4 + 9, 1 + 9, 1 + 4)),
+        (hyxCollide.Sphere(0.3), 4 / 3 * math.pi * 0.027, (0.4 * 0.09 * 12,) * 3),
+        (hyxCollide.Cylinder(0.3, 0.8), math.pi * 0.09 * 0.8, (3 * 0.09 + 0.64, 6 * 0.09, 3 * 0.09 + 0.64)),
+    ],
+)
 def test_mass_and_inertia_follow_from_the_shape(shape, volume, inertia):
     solid = body(shape)
     assert solid.getMass() == pytest.approx(1000 * volume)
@@ -133,11 +136,19 @@ def test_kinetic_energy_of_motion_and_spin():
     assert moving.getKineticEnergy() == pytest.approx(0.5 * 6 * 25 + 0.5 * 1 * 4)
 
 
-@pytest.mark.parametrize("operation", [
-    lambda b: b.setMass(0.0), lambda b: b.setMass(math.nan), lambda b: b.setInertia(hyx.Vec3(1, -1, 1)),
-    lambda b: b.setPosition(hyx.Vec3(math.inf, 0, 0)), lambda b: b.setRotation(hyx.Quat(0, 0, 0, 0)),
-    lambda b: b.addForce(hyx.Vec3(0, math.nan, 0)), lambda b: b.setMotionControl(7), lambda b: b.setLinearDamping(2.0),
-])
+@pytest.mark.parametrize(
+    "operation",
+    [
+        lambda b: b.setMass(0.0),
+        lambda b: b.setMass(math.nan),
+        lambda b: b.setInertia(hyx.Vec3(1, -1, 1)),
+        lambda b: b.setPosition(hyx.Vec3(math.inf, 0, 0)),
+        lambda b: b.setRotation(hyx.Quat(0, 0, 0, 0)),
+        lambda b: b.addForce(hyx.Vec3(0, math.nan, 0)),
+        lambda b: b.setMotionControl(7),
+        lambda b: b.setLinearDamping(2.0),
+    ],
+)
 def test_impossible_values_are_refused_and_change_nothing(operation):
     solid = box(0.5, (1, 2, 3))
     before = solid.getMass(), solid.getPosition(), solid.getMotionControl()

@@ -191,10 +191,16 @@ def test_a_hinge_between_two_bodies_counts_the_first_relative_to_the_second():
     assert hinge.getAngle() == pytest.approx(1, abs=1e-2)
 
 
-@pytest.mark.parametrize("make", [
-    lambda b: hyx.Hinge(hyx.Vec3(), hyx.Vec3(), b), lambda b: hyx.Hinge(None, None), lambda b: hyx.BallJoint(hyx.Vec3(), b, b),
-    lambda b: hyx.Prismatic(hyx.Vec3(math.nan, 0, 0), hyx.Vec3(1, 0, 0), b), lambda b: hyx.LockJoint(None),
-])
+@pytest.mark.parametrize(
+    "make",
+    [
+        lambda b: hyx.Hinge(hyx.Vec3(), hyx.Vec3(), b),
+        lambda b: hyx.Hinge(None, None),
+        lambda b: hyx.BallJoint(hyx.Vec3(), b, b),
+        lambda b: hyx.Prismatic(hyx.Vec3(math.nan, 0, 0), hyx.Vec3(1, 0, 0), b),
+        lambda b: hyx.LockJoint(None),
+    ],
+)
 def test_impossible_joints_are_refused(make):
     with pytest.raises(RuntimeError):
         make(box(0.5))

@@ -1,16 +1,13 @@
 """Journals: recorded, listed, appended to, played back, damaged."""
+
 import json
 import os
 import signal
 import subprocess
 import sys
 
-import pytest
-
 import hyx
-import hyxOSG
-import hyxSDK
-
+import pytest
 from application_stage import add_box, difference
 
 
@@ -215,7 +212,10 @@ def test_another_program_reads_what_was_recorded(falling, path):
 
 
 def grains_of(system):
-    return [(grain.id, tuple(grain.position), tuple(grain.velocity), grain.radius, grain.mass) for grain in system.getParticles()]
+    return [
+        (grain.id, tuple(grain.position), tuple(grain.velocity), grain.radius, grain.mass)
+        for grain in system.getParticles()
+    ]
 
 
 @pytest.mark.parametrize("fresh", [False, True])
@@ -281,7 +281,7 @@ def test_damage_anywhere_in_a_journal_is_found(falling, path, tmp_path):
     falling.setJournalRecordPath(str(damaged))
     found = 0
     for place in range(0, len(whole), len(whole) // 80):
-        damaged.write_bytes(whole[:place] + bytes([whole[place] ^ 0x55]) + whole[place + 1:])
+        damaged.write_bytes(whole[:place] + bytes([whole[place] ^ 0x55]) + whole[place + 1 :])
         try:
             falling.journalPlayback()
             for _ in range(64):
@@ -316,7 +316,11 @@ os.kill(os.getpid(), 9)
 
 @pytest.mark.parametrize("format", [0, 1])
 def test_a_crash_loses_the_last_block_at_most(app, path, format):
-    done = subprocess.run([sys.executable, "-c", CRASH, path, str(format)], timeout=60, env={**os.environ, "PYTHONPATH": os.pathsep.join(sys.path)})
+    done = subprocess.run(
+        [sys.executable, "-c", CRASH, path, str(format)],
+        timeout=60,
+        env={**os.environ, "PYTHONPATH": os.pathsep.join(sys.path)},
+    )
     assert done.returncode == -signal.SIGKILL
     app.setJournalRecordPath(path)
     app.journalPlayback()

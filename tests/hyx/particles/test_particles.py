@@ -2,11 +2,10 @@
 
 import math
 
-import pytest
-
 import hyx
 import hyxCollide
 import hyxSDK
+import pytest
 
 STEP = 1 / 60
 

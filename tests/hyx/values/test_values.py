@@ -6,10 +6,17 @@ import hyx
 import pytest
 
 
-@pytest.mark.parametrize("kind, numbers", [
-    (hyx.Vec2, (1.5, -2)), (hyx.Vec3, (1.5, -2, 3)), (hyx.Vec3f, (1.5, -2, 3)), (hyx.Vec4, (1, 2, 3, 4)),
-    (hyx.Vec4f, (1, 2, 3, 4)), (hyx.Quat, (0, 0, 0.6, 0.8)),
-])
+@pytest.mark.parametrize(
+    "kind, numbers",
+    [
+        (hyx.Vec2, (1.5, -2)),
+        (hyx.Vec3, (1.5, -2, 3)),
+        (hyx.Vec3f, (1.5, -2, 3)),
+        (hyx.Vec4, (1, 2, 3, 4)),
+        (hyx.Vec4f, (1, 2, 3, 4)),
+        (hyx.Quat, (0, 0, 0.6, 0.8)),
+    ],
+)
 def test_a_value_is_a_mutable_sequence_of_its_numbers(kind, numbers):
     value = kind(*numbers)
     assert value == kind(numbers) == kind(value)
@@ -40,9 +47,16 @@ def test_arithmetic_works_by_component():
         a + 1
 
 
-@pytest.mark.parametrize("arguments, error", [
-    (((1, 2),), ValueError), (((1, 2, 3, 4),), ValueError), ((None,), TypeError), (("abc",), TypeError), ((1, 2), TypeError),
-])
+@pytest.mark.parametrize(
+    "arguments, error",
+    [
+        (((1, 2),), ValueError),
+        (((1, 2, 3, 4),), ValueError),
+        ((None,), TypeError),
+        (("abc",), TypeError),
+        ((1, 2), TypeError),
+    ],
+)
 def test_a_vector_refuses_what_are_not_three_numbers(arguments, error):
     with pytest.raises(error):
         hyx.Vec3(*arguments)
@@ -58,7 +72,9 @@ def test_a_rotation_turns_by_the_right_hand():
     quarter = hyx.Quat(math.pi / 2, hyx.Vec3(0, 0, 1))
     assert tuple(quarter * hyx.Vec3(1, 0, 0)) == pytest.approx((0, 1, 0), abs=1e-15)
     assert quarter.getAngle() == pytest.approx(math.pi / 2)
-    assert tuple(hyx.Quat(hyx.Vec3(1, 0, 0), hyx.Vec3(-1, 0, 0)) * hyx.Vec3(2, 0, 0)) == pytest.approx((-2, 0, 0), abs=1e-12)
+    assert tuple(hyx.Quat(hyx.Vec3(1, 0, 0), hyx.Vec3(-1, 0, 0)) * hyx.Vec3(2, 0, 0)) == pytest.approx(
+        (-2, 0, 0), abs=1e-12
+    )
 
 
 def test_products_apply_the_left_factor_first():
@@ -88,7 +104,9 @@ def test_a_matrix_keeps_its_rotation_whatever_the_axis(axis, angle):
 
 
 def test_an_inverse_takes_a_transform_back():
-    matrix = hyx.AffineMatrix4x4.scale(hyx.Vec3(1, 2, 3)) * hyx.AffineMatrix4x4(hyx.Quat(1, hyx.Vec3(1, 1, 0)), hyx.Vec3(4, 5, 6))
+    matrix = hyx.AffineMatrix4x4.scale(hyx.Vec3(1, 2, 3)) * hyx.AffineMatrix4x4(
+        hyx.Quat(1, hyx.Vec3(1, 1, 0)), hyx.Vec3(4, 5, 6)
+    )
     point = hyx.Vec3(0.3, -2, 5)
     assert tuple(matrix.inverse().transformPoint(matrix.transformPoint(point))) == pytest.approx(tuple(point))
     with pytest.raises(RuntimeError, match="no inverse"):

@@ -1,11 +1,10 @@
 """The camera: home, data, orbit, grid and the frame of the picture."""
-import math
 
-import pytest
+import math
 
 import hyx
 import hyxOSG
-
+import pytest
 from application_stage import add_box, difference
 
 
@@ -40,7 +39,8 @@ def test_none_for_a_vector_that_is_filled_is_refused(app):
     with pytest.raises(TypeError) as error:
         app.getCameraHome(None, hyx.Vec3(), hyx.Vec3())
     assert str(error.value) == (
-        "invalid null reference in method 'ExampleApplication_getCameraHome', argument 2 of type 'hyx::Vec3 &'")
+        "invalid null reference in method 'ExampleApplication_getCameraHome', argument 2 of type 'hyx::Vec3 &'"
+    )
 
 
 def test_camera_data_is_a_copy_that_can_be_applied(window):
@@ -61,8 +61,16 @@ def test_camera_data_is_a_copy_that_can_be_applied(window):
     assert window.getCameraData().eye.y == pytest.approx(-20)
 
 
-@pytest.mark.parametrize("field, value", [
-    ("nearClippingPlane", 0.5), ("farClippingPlane", 77.0), ("fieldOfView", 33.0), ("aspectRatio", 2.5), ("nearFarRatio", 0.01)])
+@pytest.mark.parametrize(
+    "field, value",
+    [
+        ("nearClippingPlane", 0.5),
+        ("farClippingPlane", 77.0),
+        ("fieldOfView", 33.0),
+        ("aspectRatio", 2.5),
+        ("nearFarRatio", 0.01),
+    ],
+)
 def test_each_number_of_camera_data_reaches_the_camera(window, field, value):
     window.step()
     data = hyxOSG.CameraData(window.getCamera())

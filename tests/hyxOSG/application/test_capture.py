@@ -1,13 +1,12 @@
 """Pictures, films and render targets of the application."""
+
 import shutil
 import subprocess
 
-import pytest
-
 import hyx
 import hyxOSG
-
-from application_stage import add_box, difference, read_picture
+import pytest
+from application_stage import add_box
 
 
 def test_a_screenshot_without_a_name_takes_the_next_number(window, tmp_path, monkeypatch):
@@ -66,8 +65,20 @@ def test_a_film_has_its_frames(window, tmp_path, through_texture):
         window.step()
     window.postExecution()
     counted = subprocess.run(
-        ["ffprobe", "-v", "error", "-count_frames", "-show_entries", "stream=nb_read_frames,width,height", "-of", "csv=p=0",
-         str(tmp_path / "film.mp4")], capture_output=True, text=True)
+        [
+            "ffprobe",
+            "-v",
+            "error",
+            "-count_frames",
+            "-show_entries",
+            "stream=nb_read_frames,width,height",
+            "-of",
+            "csv=p=0",
+            str(tmp_path / "film.mp4"),
+        ],
+        capture_output=True,
+        text=True,
+    )
     assert counted.stdout.strip() == "160,120,30"
 
 

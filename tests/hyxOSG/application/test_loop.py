@@ -1,17 +1,16 @@
 """The loop: how it runs, how it ends, how fast it goes, and who is told."""
+
 import gc
 import os
 import signal
 import subprocess
 import time
 
-import pytest
-
 import _hyxOSG
 import hyx
 import hyxOSG
 import hyxSDK
-
+import pytest
 from application_stage import add_box
 from subprocesses import run_python
 
@@ -273,7 +272,9 @@ def interrupts():
 def test_an_interrupt_ends_the_loop_at_the_next_frame(app, interrupts):
     app.initViewer(32, 32)
     app.setTargetFPS(100)
-    subprocess.Popen(["sh", "-c", f"sleep 0.3; kill -INT {os.getpid()}"])  # a thread would not run: the loop keeps the interpreter
+    subprocess.Popen(
+        ["sh", "-c", f"sleep 0.3; kill -INT {os.getpid()}"]
+    )  # a thread would not run: the loop keeps the interpreter
     start = time.monotonic()
     with pytest.raises(KeyboardInterrupt):
         app.run()

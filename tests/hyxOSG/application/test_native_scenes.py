@@ -1,8 +1,7 @@
 """Scenes that native functions build."""
-import pytest
 
 import hyxOSG
-
+import pytest
 from _probe import nativeScene
 
 
@@ -24,7 +23,13 @@ def test_a_native_function_builds_the_scene(scenes):
 
 def test_next_previous_and_reload_call_the_functions_again(scenes):
     order = []
-    for change in (scenes.createNextScene, scenes.createNextScene, scenes.createNextScene, scenes.createPreviousScene, scenes.reloadScene):
+    for change in (
+        scenes.createNextScene,
+        scenes.createNextScene,
+        scenes.createNextScene,
+        scenes.createPreviousScene,
+        scenes.reloadScene,
+    ):
         change()
         order += bodies(scenes)
     assert order == ["tower", "heap", "tower", "heap", "heap"]
@@ -34,7 +39,11 @@ def test_reloading_builds_a_scene_anew(scenes):
     scenes.initScene()
     first = scenes.getSimulation().getRigidBody("tower")
     scenes.reloadScene()
-    assert bodies(scenes) == ["tower"] and scenes.getSimulation().getRigidBody("tower") != first and first.getSimulation() is None
+    assert (
+        bodies(scenes) == ["tower"]
+        and scenes.getSimulation().getRigidBody("tower") != first
+        and first.getSimulation() is None
+    )
 
 
 @pytest.mark.parametrize("key", [(), (77,)])
@@ -42,16 +51,18 @@ def test_reloading_builds_a_scene_anew(scenes):
 def test_every_form_reaches_the_description(app, key, rest):
     assert app.addScene(nativeScene("tower"), *key, *rest)
     found = app.getCallback(*key) if key else app.getCallbackIdx(0)
-    unittest, stop_after, slow = rest + (True, -1.0, False)[len(rest):]
+    unittest, stop_after, slow = rest + (True, -1.0, False)[len(rest) :]
     assert (found.unittest, found.stopAfter, found.slowUnittest) == (unittest, stop_after, slow)
-    assert found.isValid() and found.scene == nativeScene("tower") and (found.fileName, found.scriptFunction) == ("", "")
+    assert (
+        found.isValid() and found.scene == nativeScene("tower") and (found.fileName, found.scriptFunction) == ("", "")
+    )
 
 
 @pytest.mark.parametrize("rest", [(), (False,), (False, 2.5), (False, 2.5, True)])
 def test_descriptions_carry_the_function(app, rest):
     made = hyxOSG.SceneDescription(nativeScene("heap"), *rest)
     assert made.isValid() and made.scene == nativeScene("heap") and made.scene != nativeScene("tower")
-    assert (made.unittest, made.stopAfter, made.slowUnittest) == rest + (True, -1.0, False)[len(rest):]
+    assert (made.unittest, made.stopAfter, made.slowUnittest) == rest + (True, -1.0, False)[len(rest) :]
     made.scene = nativeScene("tower")
     assert app.addScene(made, 5) and app.createSceneFromKey(5) and bodies(app) == ["tower"]
 

@@ -1,8 +1,8 @@
 """What the options of the command line do."""
-import pytest
 
 import hyxIO
 import hyxOSG
+import pytest
 
 
 @pytest.fixture
@@ -16,8 +16,18 @@ def started():
 
 
 def test_options_set_up_the_application(started):
-    app = started("--time-step", "0.02", "--stop-after", "0.1", "--target-fps", "500", "--solver", "multi", "--start-paused",
-                  "--real-time")
+    app = started(
+        "--time-step",
+        "0.02",
+        "--stop-after",
+        "0.1",
+        "--target-fps",
+        "500",
+        "--solver",
+        "multi",
+        "--start-paused",
+        "--real-time",
+    )
     assert app.getTimeStep() == 0.02 and app.getTargetFPS() == 500 and app.getRealTimeSync()
     assert app.getSolverType() == hyxOSG.ExampleApplication.MULTI and not app.getAutoStepping()
     app.setRealTimeSync(False)
@@ -64,8 +74,22 @@ def test_everything_can_be_made_at_once():
 
 
 def test_a_recording_and_a_capture_are_started(started, tmp_path):
-    app = started("--journal-record", str(tmp_path / "run.h5"), "--journal-session", "named", "--journal-frequency", "30",
-                  "--capture", str(tmp_path / "frame"), "--capture-rate", "20", "--stop-after", "0.5", "--window-size", "40x30")
+    app = started(
+        "--journal-record",
+        str(tmp_path / "run.h5"),
+        "--journal-session",
+        "named",
+        "--journal-frequency",
+        "30",
+        "--capture",
+        str(tmp_path / "frame"),
+        "--capture-rate",
+        "20",
+        "--stop-after",
+        "0.5",
+        "--window-size",
+        "40x30",
+    )
     assert app.getJournal().isRecording() and app.getJournal().getSessionName() == "named"
     app.run()
     assert not app.getJournal().isRecording()

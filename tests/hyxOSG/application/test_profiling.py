@@ -1,12 +1,9 @@
 """Traces of the loop and dumps of the simulation."""
+
 import json
 
-import pytest
-
-import hyx
 import hyxOSG
-import hyxSDK
-
+import pytest
 from application_stage import add_box
 
 
@@ -20,6 +17,7 @@ def traced(tmp_path):
 
 def hyxIO_parser(arguments):
     import hyxIO
+
     return hyxIO.ArgumentParser(arguments)
 
 

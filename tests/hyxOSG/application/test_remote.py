@@ -1,18 +1,15 @@
 """The remote control: its page, its guard, what it shows and what it steers."""
+
 import re
 import socket
 import time
 from pathlib import Path
 
-import pytest
-
 import hyx
 import hyxIO
-import hyxOSG
-
+import pytest
 from application_stage import add_box
 from web_client import Connection, open_page
-
 
 VERSION_6 = Path("/proc/net/if_inet6").exists() and Path("/proc/net/if_inet6").read_text()
 
@@ -61,9 +58,20 @@ def test_it_listens_on_loopback_only(app, capfd):
     assert len(ports) == 3 and [listening(port) for port in ports] == 3 * [{"0100007F"}]
 
 
-@pytest.mark.parametrize("host, shown, address", [
-    ("127.0.0.2", "127.0.0.2", "0200007F"), ("localhost", "127.0.0.1", "0100007F"), ("0.0.0.0", "0.0.0.0", "00000000"),
-    pytest.param("::1", "[::1]", 24 * "0" + "01000000", marks=pytest.mark.skipif(not VERSION_6, reason="no addresses of version 6"))])
+@pytest.mark.parametrize(
+    "host, shown, address",
+    [
+        ("127.0.0.2", "127.0.0.2", "0200007F"),
+        ("localhost", "127.0.0.1", "0100007F"),
+        ("0.0.0.0", "0.0.0.0", "00000000"),
+        pytest.param(
+            "::1",
+            "[::1]",
+            24 * "0" + "01000000",
+            marks=pytest.mark.skipif(not VERSION_6, reason="no addresses of version 6"),
+        ),
+    ],
+)
 def test_it_listens_where_it_is_told_to(app, capfd, host, shown, address):
     app.m_hostName = host
     app.init(hyxIO.ArgumentParser(["--rpc-port", "0", "--rpc-token", "secret"]))
@@ -109,7 +117,9 @@ def test_a_page_is_told_the_parameters(served, page):
     add_box(served)
     served.setTimeStep(0.01)
     served.pushParametersToControlChannel()
-    found = page.receive(lambda message: isinstance(message, dict) and "parameters" in message and message["parameters"]["bodies"] == 1)["parameters"]
+    found = page.receive(
+        lambda message: isinstance(message, dict) and "parameters" in message and message["parameters"]["bodies"] == 1
+    )["parameters"]
     assert found["time step"] == 0.01 and found["paused"] is False and found["solver"] == "ITERATIVE"
 
 
@@ -153,9 +163,13 @@ def test_the_page_pauses_steps_and_sets_parameters(served, page):
 
 def test_the_page_moves_the_camera(served, page):
     before = served.getViewDirection()
-    for message in ({"do": "press", "x": 80, "y": 60, "button": 1}, {"do": "move", "x": 40, "y": 60},
-                    {"do": "move", "x": 20, "y": 60}):
+    for message in (
+        {"do": "press", "x": 80, "y": 60, "button": 1},
+        {"do": "move", "x": 40, "y": 60},
+        {"do": "move", "x": 20, "y": 60},
+    ):
         page.send(**message)
+
     def turned():
         served.step()
         return abs(served.getViewDirection().x - before.x) > 0.05
@@ -164,9 +178,20 @@ def test_the_page_moves_the_camera(served, page):
     assert follow(served, page, {"do": "home"}, lambda: abs(served.getViewDirection().x - before.x) < 1e-6)
 
 
-@pytest.mark.parametrize("message", [
-    {"do": 5}, {"do": "key"}, {"do": "key", "key": "e"}, {"do": "key", "key": 1e300}, {"do": "timeStep"}, {"do": "timeStep", "value": "1"},
-    {"do": "press", "button": "left"}, {"do": "move", "x": [1]}, {}])
+@pytest.mark.parametrize(
+    "message",
+    [
+        {"do": 5},
+        {"do": "key"},
+        {"do": "key", "key": "e"},
+        {"do": "key", "key": 1e300},
+        {"do": "timeStep"},
+        {"do": "timeStep", "value": "1"},
+        {"do": "press", "button": "left"},
+        {"do": "move", "x": [1]},
+        {},
+    ],
+)
 def test_wrong_messages_are_answered_and_change_nothing(served, page, message):
     page.send(**message)
     assert page.receive(lambda answer: "error" in answer)["error"]
@@ -175,7 +200,11 @@ def test_wrong_messages_are_answered_and_change_nothing(served, page, message):
 
 def test_places_far_outside_leave_the_camera_sound(served, page):
     for place in (1e300, -1e300, 1e30):
-        for message in ({"do": "press", "x": place, "y": place}, {"do": "move", "x": -place, "y": 3}, {"do": "release", "x": 0, "y": 0}):
+        for message in (
+            {"do": "press", "x": place, "y": place},
+            {"do": "move", "x": -place, "y": 3},
+            {"do": "release", "x": 0, "y": 0},
+        ):
             page.send(**message)
     for _ in range(50):
         served.step()
@@ -218,7 +247,9 @@ def test_the_address_is_printed_with_its_token(app, capfd):
     app.initRpc()
     address, co_simulation = capfd.readouterr().out.splitlines()
     token = address.rpartition("=")[2]
-    assert len(token) == 32 and address == f"Remote control: http://127.0.0.1:{app.getControlChannelPort()}/?token={token}"
+    assert (
+        len(token) == 32 and address == f"Remote control: http://127.0.0.1:{app.getControlChannelPort()}/?token={token}"
+    )
     assert open_page(app, app.getControlChannelPort(), token).open
     assert co_simulation.startswith("Co-simulation: tcp://127.0.0.1:")
 

@@ -1,19 +1,17 @@
 """The remote page in a real browser: what it shows, and what a person's mouse and keys do."""
+
 import math
 import os
 import select
 import subprocess
 import sys
 
+import hyxIO
 import numpy
 import pytest
-from PIL import Image
-
-import hyx
-import hyxIO
-
 from application_stage import add_box
 from browser import Browser
+from PIL import Image
 from subprocesses import BUILD, ROOT
 
 LIVE = "document.querySelector('#parameters')?.rows.length > 0"
@@ -41,8 +39,10 @@ def browser(served, tmp_path):
 
 
 def middle_of_picture(browser):
-    return browser.evaluate("(() => { const b = document.querySelector('#picture').getBoundingClientRect();"
-                            " return [b.left + b.width / 2, b.top + b.height / 2]; })()")
+    return browser.evaluate(
+        "(() => { const b = document.querySelector('#picture').getBoundingClientRect();"
+        " return [b.left + b.width / 2, b.top + b.height / 2]; })()"
+    )
 
 
 def test_dragging_turns_the_camera_and_the_live_picture(served, browser):
@@ -87,8 +87,10 @@ def test_keys_reach_the_application(served, browser):
 
 
 def test_the_time_step_is_typed_in(served, browser):
-    browser.evaluate("(() => { const field = document.querySelector('#timeStep'); field.value = '0.005';"
-                     " field.dispatchEvent(new Event('change')); })()")
+    browser.evaluate(
+        "(() => { const field = document.querySelector('#timeStep'); field.value = '0.005';"
+        " field.dispatchEvent(new Event('change')); })()"
+    )
     assert browser.wait(lambda: served.getTimeStep() == 0.005)
 
 
@@ -98,8 +100,12 @@ def test_the_wrong_token_shows_nothing(served, browser):
 
 
 def test_the_example_is_steered_from_another_process(tmp_path):
-    program = subprocess.Popen([sys.executable, str(ROOT / "examples" / "08_remote_control.py"), "--rpc-port", "0", "--stop-after", "300"],
-                               env={**os.environ, "PYTHONPATH": str(BUILD / "python")}, stdout=subprocess.PIPE, text=True)
+    program = subprocess.Popen(
+        [sys.executable, str(ROOT / "examples" / "08_remote_control.py"), "--rpc-port", "0", "--stop-after", "300"],
+        env={**os.environ, "PYTHONPATH": str(BUILD / "python")},
+        stdout=subprocess.PIPE,
+        text=True,
+    )
     browser = None
     try:
         browser = Browser(lambda: None, tmp_path / "profile", 1000, 640)

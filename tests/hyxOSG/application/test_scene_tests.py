@@ -1,9 +1,9 @@
 """The run of all scenes that take part in tests."""
-import pytest
 
 import hyx
 import hyxIO
 import hyxOSG
+import pytest
 
 SCENES = """
 import hyx, hyxOSG

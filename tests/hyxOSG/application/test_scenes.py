@@ -1,12 +1,11 @@
 """Scenes: added, chosen, built by scripts, restored."""
+
 import os
 import textwrap
 
-import pytest
-
 import hyx
 import hyxOSG
-
+import pytest
 from application_stage import add_box
 
 SCENE = """
@@ -57,8 +56,14 @@ def test_scenes_are_built_by_key_and_by_index(scenes):
 
 def test_next_and_previous_go_around(scenes):
     order = []
-    for change in (scenes.createNextScene, scenes.createNextScene, scenes.createNextScene, scenes.createNextScene,
-                   scenes.createPreviousScene, scenes.createPreviousScene):
+    for change in (
+        scenes.createNextScene,
+        scenes.createNextScene,
+        scenes.createNextScene,
+        scenes.createNextScene,
+        scenes.createPreviousScene,
+        scenes.createPreviousScene,
+    ):
         change()
         order += bodies(scenes)
     assert order == ["one", "two", "three", "one", "three", "two"]
@@ -205,7 +210,7 @@ def test_a_damaged_state_is_refused_and_changes_nothing(app, tmp_path):
     app.step()
     before = tuple(body.getPosition()), app.getTimeStamp()
     damaged = [saved[:20], saved[:-1], b"", b"x" * 400]
-    damaged += [saved[:place] + bytes([saved[place] ^ 1]) + saved[place + 1:] for place in range(0, len(saved), 7)]
+    damaged += [saved[:place] + bytes([saved[place] ^ 1]) + saved[place + 1 :] for place in range(0, len(saved), 7)]
     for data in damaged:
         path.write_bytes(data)
         with pytest.raises(RuntimeError, match="damaged|no saved state"):
@@ -225,6 +230,7 @@ def test_clearing_empties_simulation_and_groups(scenes):
 
 def test_a_group_is_shown_and_replaced(app):
     import osg
+
     first, second = osg.Group(), osg.Group()
     app.initScene(first)
     assert app.getScene() == first and app.getSceneRoot().getNumChildren() == 1

@@ -1,11 +1,8 @@
 """The window and what is switched on in it."""
+
 import pytest
-
-import hyx
-import hyxOSG
-from subprocesses import has_display, run_python
-
 from application_stage import add_box, difference
+from subprocesses import has_display, run_python
 
 
 def test_the_window_has_its_size_and_changes_it(window, shoot):
@@ -80,6 +77,7 @@ def test_the_scene_can_be_switched_off(window, shoot):
 
 def test_visuals_of_a_simulation_and_an_assembly_are_made_once(app):
     import hyxSDK
+
     assembly = hyxSDK.Assembly()
     app.getSimulation().add(assembly)
     app.createVisual(app.getSimulation())

@@ -1,11 +1,11 @@
 """A window in a host's context with a small scene, and a simulation for the clock."""
-import pytest
 
 import hyxOSG
 import hyxSDK
-
+import pytest
 from capture_stage import Stage
 from egl_host import Host
+
 
 @pytest.fixture
 def host():

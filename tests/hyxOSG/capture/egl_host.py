@@ -1,4 +1,5 @@
 """A host application's OpenGL context without a window, made with ctypes: what the embedded window draws into."""
+
 import ctypes
 
 import numpy

@@ -1,9 +1,8 @@
 """The linked map from codec to encoder name, through `cvar` and through the flat functions."""
-import pytest
 
 import _hyxOSG
 import hyxOSG
-
+import pytest
 from video_file import probe
 
 NAME = "VideoFFMPEGPipeCapture_OutputCodecStrings"
@@ -29,13 +28,19 @@ def test_assigning_the_map_to_itself_changes_nothing():
 
 @pytest.mark.parametrize("value", [3, "libx264", {0: "libx264"}])
 def test_something_else_is_refused(value):
-    for assign in (lambda: setattr(_hyxOSG.cvar, NAME, value), lambda: _hyxOSG.VideoFFMPEGPipeCapture_OutputCodecStrings_set(value)):
+    for assign in (
+        lambda: setattr(_hyxOSG.cvar, NAME, value),
+        lambda: _hyxOSG.VideoFFMPEGPipeCapture_OutputCodecStrings_set(value),
+    ):
         with pytest.raises(TypeError, match=f"^{VARIABLE} {MAP}$"):
             assign()
 
 
 def test_no_map_is_refused():
-    for assign in (lambda: setattr(_hyxOSG.cvar, NAME, None), lambda: _hyxOSG.VideoFFMPEGPipeCapture_OutputCodecStrings_set(None)):
+    for assign in (
+        lambda: setattr(_hyxOSG.cvar, NAME, None),
+        lambda: _hyxOSG.VideoFFMPEGPipeCapture_OutputCodecStrings_set(None),
+    ):
         with pytest.raises(TypeError, match=f"^invalid null reference {VARIABLE} {MAP}$"):
             assign()
 

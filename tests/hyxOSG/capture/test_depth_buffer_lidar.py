@@ -1,11 +1,11 @@
 """The lidar that reads the depth buffer, against rays calculated by hand."""
-import math
 
-import numpy
-import pytest
+import math
 
 import hyx
 import hyxOSG
+import numpy
+import pytest
 
 WIDTH, HEIGHT, OPENING = 61, 41, 60.0
 EYE = numpy.array([1.0, -6.0, 3.0])
@@ -24,7 +24,11 @@ def beams():
         (2 * numpy.arange(HEIGHT) + 1) / HEIGHT - 1, (2 * numpy.arange(WIDTH) + 1) / WIDTH - 1, indexing="ij"
     )
     directions = forward + (x * half * WIDTH / HEIGHT)[..., None] * right + (y * half)[..., None] * up
-    return directions.reshape(-1, 3) / numpy.linalg.norm(directions.reshape(-1, 3), axis=1, keepdims=True), (right, up, -forward)
+    return directions.reshape(-1, 3) / numpy.linalg.norm(directions.reshape(-1, 3), axis=1, keepdims=True), (
+        right,
+        up,
+        -forward,
+    )
 
 
 def sphere_hits(directions):
@@ -36,7 +40,11 @@ def sphere_hits(directions):
 
 
 def scan(window, world=None):
-    lidar = hyxOSG.SimpleDepthBufferLidar(WIDTH, HEIGHT) if world is None else hyxOSG.SimpleDepthBufferLidar(WIDTH, HEIGHT, world)
+    lidar = (
+        hyxOSG.SimpleDepthBufferLidar(WIDTH, HEIGHT)
+        if world is None
+        else hyxOSG.SimpleDepthBufferLidar(WIDTH, HEIGHT, world)
+    )
     lidar.getCamera().addChild(hyxOSG.createSphere(hyx.Vec3(*CENTER), hyx.Vec4(1, 1, 1, 1), RADIUS))
     lidar.setViewMatrixAsLookAt(hyx.Vec3(*EYE), hyx.Vec3(*CENTER), hyx.Vec3(0, 0, 1))
     lidar.setProjectionMatrixAsPerspective(OPENING, WIDTH / HEIGHT, 0.2, 50.0)

@@ -1,13 +1,12 @@
 """The viewer in a host's context: picture, input, size, life, and several at once."""
-import numpy
-import pytest
 
 import _hyxOSG
 import hyx
 import hyxCollide
 import hyxOSG
+import numpy
 import osg
-
+import pytest
 from capture_stage import BLUE, GREEN, RED
 from egl_host import BLEND, CULL_FACE, DEPTH_TEST, GL, SCISSOR_TEST, Host
 
@@ -289,7 +288,11 @@ def test_the_camera_follows_a_body(host, window, simulation):
 
 
 def test_root_camera_and_decorator_are_always_the_same(window):
-    for function in (_hyxOSG.EmbeddedGLWindow_getRoot, _hyxOSG.EmbeddedGLWindow_getCamera, _hyxOSG.EmbeddedGLWindow_getSceneDecorator):
+    for function in (
+        _hyxOSG.EmbeddedGLWindow_getRoot,
+        _hyxOSG.EmbeddedGLWindow_getCamera,
+        _hyxOSG.EmbeddedGLWindow_getSceneDecorator,
+    ):
         assert function(window) == function(window)
     assert window.getEventQueue() == window.getEventQueue()
 

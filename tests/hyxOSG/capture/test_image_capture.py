@@ -1,16 +1,15 @@
 """Numbered image files: how many there are, what they are called and what they show."""
-import time
 
-import numpy
-import pytest
-from PIL import Image
+import time
 
 import _hyxOSG
 import hyx
 import hyxOSG
+import numpy
 import osg
-
+import pytest
 from capture_stage import BLUE, GREEN, RED
+from PIL import Image
 
 
 @pytest.fixture
@@ -37,7 +36,9 @@ def color_of(file):
 
 @pytest.mark.parametrize("rate", [1, 7, 24, 30, 60, 100])
 @pytest.mark.parametrize("steps_a_frame", [1, 2, 3, 10])
-def test_a_simulated_second_has_the_same_number_of_images_at_every_frame_rate(stage, capture, tmp_path, rate, steps_a_frame):
+def test_a_simulated_second_has_the_same_number_of_images_at_every_frame_rate(
+    stage, capture, tmp_path, rate, steps_a_frame
+):
     capture.setFps(rate)
     capture.setImageResolution(8, 6)
     capture.startCapture()
@@ -60,7 +61,11 @@ def test_file_names_are_prefix_number_postfix(stage, capture, tmp_path):
     capture.setPrefix("view_")
     capture.setPostfix("_left.png")
     capture.setFps(3)
-    assert (capture.getPrefix(), capture.getPostfix(), capture.getDirectoryPath()) == ("view_", "_left.png", str(tmp_path))
+    assert (capture.getPrefix(), capture.getPostfix(), capture.getDirectoryPath()) == (
+        "view_",
+        "_left.png",
+        str(tmp_path),
+    )
     capture.startCapture()
     stage.draw(60)
     assert files(tmp_path) == ["view_00000_left.png", "view_00001_left.png", "view_00002_left.png"]

@@ -1,16 +1,15 @@
 """Off-screen cameras: what they draw, in which pixels, from where."""
-import math
 
-import numpy
-import pytest
-from PIL import Image
+import math
 
 import _hyxOSG
 import hyx
 import hyxOSG
+import numpy
 import osg
-
+import pytest
 from capture_stage import BLUE, GREEN, RED
+from PIL import Image
 
 Target = hyxOSG.RenderTarget
 DEPTH, COLOR = Target.DEPTH_BUFFER, Target.COLOR_BUFFER
@@ -67,9 +66,7 @@ def test_the_size_of_a_sphere_in_the_image_is_that_of_the_projection(window, sph
     assert abs(len(columns) - expected) <= 3
 
 
-@pytest.mark.parametrize(
-    "format, channels", [(Target.RGBA, 4), (Target.RGB, 3)]
-)
+@pytest.mark.parametrize("format, channels", [(Target.RGBA, 4), (Target.RGB, 3)])
 def test_a_colour_image_has_the_channels_of_its_format(window, sphere, format, channels):
     target = look(hyxOSG.RenderToImage(31, 17, COLOR, 0, format), scene=sphere, window=window)
     clear_to(target, GREEN)
@@ -182,7 +179,15 @@ def test_the_size_can_be_given_as_two_numbers_or_as_one_value():
 
 @pytest.mark.parametrize(
     "arguments",
-    [(0, 4), (4, 16385), (4, 4, 1), (4, 4, COLOR, 17), (4, 4, COLOR, 0, Target.DEPTH_COMPONENT), (4, 4, COLOR, 0, 7), (4, 4, DEPTH, 0, 7)],
+    [
+        (0, 4),
+        (4, 16385),
+        (4, 4, 1),
+        (4, 4, COLOR, 17),
+        (4, 4, COLOR, 0, Target.DEPTH_COMPONENT),
+        (4, 4, COLOR, 0, 7),
+        (4, 4, DEPTH, 0, 7),
+    ],
 )
 def test_what_does_not_go_together_is_refused(arguments):
     for kind in (hyxOSG.RenderToImage, hyxOSG.RenderToTexture):
@@ -342,4 +347,8 @@ def test_drawing_targets_leaves_no_error_behind(host, window, sphere):
 
 def test_constants_are_those_of_the_graphics_library():
     assert (_hyxOSG.RenderTarget_DEPTH_BUFFER, _hyxOSG.RenderTarget_COLOR_BUFFER) == (0, 3)
-    assert (_hyxOSG.RenderTarget_RGBA, _hyxOSG.RenderTarget_RGB, _hyxOSG.RenderTarget_DEPTH_COMPONENT) == (6408, 6407, 6402)
+    assert (_hyxOSG.RenderTarget_RGBA, _hyxOSG.RenderTarget_RGB, _hyxOSG.RenderTarget_DEPTH_COMPONENT) == (
+        6408,
+        6407,
+        6402,
+    )

@@ -1,17 +1,16 @@
 """Videos, read back by an independent decoder."""
+
 import os
 import signal
 import subprocess
 import time
 
-import numpy
-import pytest
-from PIL import Image
-
 import hyx
 import hyxOSG
-
+import numpy
+import pytest
 from capture_stage import BLUE, GREEN, RED
+from PIL import Image
 from video_file import frame_count, frames, probe
 
 Video = hyxOSG.VideoFFMPEGPipeCapture
@@ -42,7 +41,11 @@ def children():
 
 @pytest.mark.parametrize(
     "codec, name, pixels",
-    [("OutputCodec_H264", "h264", "yuv420p"), ("OutputCodec_H264RGB", "h264", "gbrp"), ("OutputCodec_XVID", "mpeg4", "yuv420p")],
+    [
+        ("OutputCodec_H264", "h264", "yuv420p"),
+        ("OutputCodec_H264RGB", "h264", "gbrp"),
+        ("OutputCodec_XVID", "mpeg4", "yuv420p"),
+    ],
 )
 def test_each_codec_gives_a_video_of_the_size_rate_and_length_asked_for(stage, video, tmp_path, codec, name, pixels):
     video.setOutputVideoCodec(getattr(Video, codec))
@@ -138,7 +141,16 @@ def test_the_postfix_chooses_the_container(stage, video, tmp_path, postfix):
     video.setVideoPostFix(postfix)
     assert video.getVideoPostFix() == postfix
     record(stage, video, 20)
-    command = ["ffprobe", "-v", "error", "-show_entries", "format=format_name", "-of", "csv=p=0", f"{tmp_path}/video{postfix}"]
+    command = [
+        "ffprobe",
+        "-v",
+        "error",
+        "-show_entries",
+        "format=format_name",
+        "-of",
+        "csv=p=0",
+        f"{tmp_path}/video{postfix}",
+    ]
     names = subprocess.run(command, capture_output=True, text=True, check=True).stdout
     assert {".mkv": "matroska"}.get(postfix, postfix[1:]) in names
     assert frame_count(tmp_path / f"video{postfix}") == 10
@@ -269,7 +281,13 @@ def test_sizes_and_rates_out_of_range_are_refused(arguments):
 
 @pytest.mark.parametrize(
     "setter, value",
-    [("setFps", 0.0), ("setVideoFPS", -1.0), ("setImageCaptureFPS", float("inf")), ("setVideoCRF", 52), ("setOutputVideoCodec", 3)],
+    [
+        ("setFps", 0.0),
+        ("setVideoFPS", -1.0),
+        ("setImageCaptureFPS", float("inf")),
+        ("setVideoCRF", 52),
+        ("setOutputVideoCodec", 3),
+    ],
 )
 def test_settings_out_of_range_are_refused(video, setter, value):
     with pytest.raises(RuntimeError):

@@ -1,17 +1,16 @@
 """A small scene to decorate: a ground, a box floating over it and a camera, drawn off-screen."""
+
 import functools
 import pathlib
 import tempfile
 
-import numpy
-import pytest
-from PIL import Image
-
 import hyx
 import hyxCollide
 import hyxOSG
-
+import numpy
+import pytest
 from off_screen import OffScreen
+from PIL import Image
 
 WIDTH, HEIGHT = 320, 240
 CASTS, RECEIVES = 64, 128

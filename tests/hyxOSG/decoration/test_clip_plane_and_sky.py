@@ -1,15 +1,15 @@
 """Planes that cut the scene, and the sky around it."""
+
 import gc
 import math
-
-import numpy
-import pytest
 
 import _hyxOSG
 import hyx
 import hyxOSG
+import numpy
+import pytest
+from decorated_stage import changed, frame, near, write_image
 from hyxOSG import ClipPlane, SkyBox
-from decorated_stage import changed, decorator, frame, near, stage, write_image
 
 
 @pytest.fixture
@@ -61,16 +61,20 @@ def test_plane_moves_and_turns(stage, cut):
     assert cap.sum() < 0.8 * green(stage.picture()).sum()
 
 
-@pytest.mark.parametrize("arguments", [(hyx.Plane(1.0, 0.0, 0.0, -2.0),), (hyx.Vec3(2, 5, 5), hyx.Vec3(3, 0, 0)),
-                                       (2.0, 0.0, 0.0, -4.0)])
+@pytest.mark.parametrize(
+    "arguments", [(hyx.Plane(1.0, 0.0, 0.0, -2.0),), (hyx.Vec3(2, 5, 5), hyx.Vec3(3, 0, 0)), (2.0, 0.0, 0.0, -4.0)]
+)
 def test_each_constructor_makes_the_same_plane(arguments):
     plane = ClipPlane(*arguments).getPlane()
     assert numpy.allclose(tuple(plane.getNormal()), (1, 0, 0)) and math.isclose(plane.getD(), -2)
 
 
 def test_no_plane_without_a_normal():
-    for make in (lambda: ClipPlane(hyx.Vec3(), hyx.Vec3()), lambda: ClipPlane(0.0, 0.0, 0.0, 1.0),
-                 lambda: ClipPlane(hyx.Vec3(math.nan, 0, 0), hyx.Vec3(1, 0, 0))):
+    for make in (
+        lambda: ClipPlane(hyx.Vec3(), hyx.Vec3()),
+        lambda: ClipPlane(0.0, 0.0, 0.0, 1.0),
+        lambda: ClipPlane(hyx.Vec3(math.nan, 0, 0), hyx.Vec3(1, 0, 0)),
+    ):
         with pytest.raises(RuntimeError):
             make()
     with pytest.raises(TypeError, match="invalid null reference"):
@@ -122,7 +126,14 @@ def test_deleting_the_proxy_leaves_the_plane_in_the_scene(stage, cut):
 @pytest.fixture(scope="module")
 def sky_images(tmp_path_factory):
     folder = tmp_path_factory.mktemp("sky")
-    colors = {"posx": (1, 0, 0), "negx": (0, 1, 0), "posy": (1, 1, 1), "negy": (0, 0, 0), "posz": (0, 0, 1), "negz": (1, 1, 0)}
+    colors = {
+        "posx": (1, 0, 0),
+        "negx": (0, 1, 0),
+        "posy": (1, 1, 1),
+        "negy": (0, 0, 0),
+        "posz": (0, 0, 1),
+        "negz": (1, 1, 0),
+    }
     for name, color in colors.items():
         write_image(folder / f"{name}.png", color, (16, 16))
     return str(folder) + "/"

@@ -1,11 +1,11 @@
 """The background and what is switched on and off with the whole decoration."""
-import numpy
-import pytest
 
 import _hyxOSG
 import hyx
 import hyxOSG
-from decorated_stage import HEIGHT, WIDTH, changed, decorator, near, stage, write_image
+import numpy
+import pytest
+from decorated_stage import HEIGHT, WIDTH, changed, near, write_image
 
 CORNERS = [(2, 2), (2, WIDTH - 3), (HEIGHT - 3, 2), (HEIGHT - 3, WIDTH - 3)]
 RED, GREEN, BLUE, YELLOW = (1, 0, 0), (0, 1, 0), (0, 0, 1), (1, 1, 0)
@@ -28,8 +28,14 @@ def empty(stage):
 
 
 @pytest.mark.parametrize("kind", [double, single])
-@pytest.mark.parametrize("colors, seen", [([RED], [RED] * 4), ([RED, BLUE], [RED, RED, BLUE, BLUE]),
-                                          ([RED, GREEN, BLUE, YELLOW], [RED, GREEN, BLUE, YELLOW])])
+@pytest.mark.parametrize(
+    "colors, seen",
+    [
+        ([RED], [RED] * 4),
+        ([RED, BLUE], [RED, RED, BLUE, BLUE]),
+        ([RED, GREEN, BLUE, YELLOW], [RED, GREEN, BLUE, YELLOW]),
+    ],
+)
 def test_background_shows_its_colors_in_the_corners(empty, kind, colors, seen):
     empty.decorator.setBackgroundColor(*map(kind, colors))
     picture = empty.picture()
@@ -44,7 +50,9 @@ def test_two_colors_run_into_each_other(empty):
 
 
 def test_mixed_color_types_are_refused(decorator):
-    with pytest.raises(TypeError, match="Wrong number or type of arguments for overloaded function 'SceneDecorator_setBackgroundColor'"):
+    with pytest.raises(
+        TypeError, match="Wrong number or type of arguments for overloaded function 'SceneDecorator_setBackgroundColor'"
+    ):
         decorator.setBackgroundColor(single(RED), double(RED))
     with pytest.raises(TypeError):
         decorator.setBackgroundColor(double(RED), double(RED), double(RED))

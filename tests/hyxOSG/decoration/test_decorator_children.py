@@ -1,9 +1,9 @@
 """The decorator's children are those of the shadowed scene."""
-import pytest
 
 import hyx
 import hyxOSG
-from decorated_stage import changed, stage
+import pytest
+from decorated_stage import changed
 
 
 @pytest.fixture
@@ -67,8 +67,16 @@ def test_children_are_removed(decorator):
     assert decorator.removeChildren(0, 0) is False
 
 
-@pytest.mark.parametrize("call", [lambda d: d.addChild(None), lambda d: d.insertChild(0, None), lambda d: d.setChild(0, None),
-                                  lambda d: d.removeChild(None), lambda d: d.replaceChild(None, None)])
+@pytest.mark.parametrize(
+    "call",
+    [
+        lambda d: d.addChild(None),
+        lambda d: d.insertChild(0, None),
+        lambda d: d.setChild(0, None),
+        lambda d: d.removeChild(None),
+        lambda d: d.replaceChild(None, None),
+    ],
+)
 def test_null_is_no_child(decorator, call):
     assert call(decorator) is False
 

@@ -1,10 +1,10 @@
 """Logo, text rows, head-up display and cursor: what is drawn over the scene, in pixels."""
-import pytest
 
 import hyx
 import hyxOSG
+import pytest
+from decorated_stage import HEIGHT, WIDTH, changed, frame, near, write_image
 from hyxOSG import SceneDecorator
-from decorated_stage import HEIGHT, WIDTH, changed, decorator, frame, near, stage, write_image
 
 MAGENTA, CYAN = (1, 0, 1), (0, 1, 1)
 
@@ -15,8 +15,10 @@ def logo(tmp_path):
 
 
 PLACES = {
-    SceneDecorator.UPPER_LEFT: (6, 5), SceneDecorator.UPPER_RIGHT: (WIDTH - 46, 5),
-    SceneDecorator.LOWER_LEFT: (6, HEIGHT - 25), SceneDecorator.LOWER_RIGHT: (WIDTH - 46, HEIGHT - 25),
+    SceneDecorator.UPPER_LEFT: (6, 5),
+    SceneDecorator.UPPER_RIGHT: (WIDTH - 46, 5),
+    SceneDecorator.LOWER_LEFT: (6, HEIGHT - 25),
+    SceneDecorator.LOWER_RIGHT: (WIDTH - 46, HEIGHT - 25),
 }
 
 
@@ -165,7 +167,9 @@ def test_fonts_differ(stage):
     assert changed(stage.picture(), sans).any()
 
 
-@pytest.mark.parametrize("call, value", [("setFontSize", 0.0), ("setFontSize", float("nan")), ("setScreenPixelScale", -1.0)])
+@pytest.mark.parametrize(
+    "call, value", [("setFontSize", 0.0), ("setFontSize", float("nan")), ("setScreenPixelScale", -1.0)]
+)
 def test_sizes_that_are_none_are_refused(decorator, call, value):
     with pytest.raises(RuntimeError, match="must be positive and finite"):
         getattr(decorator, call)(value)

@@ -1,13 +1,13 @@
 """The handle to a light."""
+
 import gc
 import math
 
-import pytest
-
 import _hyxOSG
 import hyx
+import pytest
+from decorated_stage import changed
 from hyxOSG import LightSource, SceneDecorator
-from decorated_stage import changed, decorator, stage
 
 
 @pytest.fixture
@@ -39,7 +39,9 @@ def test_number_is_that_of_the_graphics_library(decorator):
     assert numbers == [0, 1, 2]
 
 
-@pytest.mark.parametrize("name, value", [("ConstantAttenuation", 4), ("LinearAttenuation", 2), ("QuadraticAttenuation", 1)])
+@pytest.mark.parametrize(
+    "name, value", [("ConstantAttenuation", 4), ("LinearAttenuation", 2), ("QuadraticAttenuation", 1)]
+)
 def test_attenuation_dims_the_light(stage, light, name, value):
     plain = stage.picture().mean()
     before = getattr(light, "get" + name)()
@@ -67,9 +69,17 @@ def test_a_spot_lights_only_where_it_points(stage, light):
     assert abs(stage.picture().mean() - everywhere) < 0.5
 
 
-@pytest.mark.parametrize("call, value", [("setSpotCutoff", 91), ("setSpotCutoff", -1), ("setSpotExponent", 129),
-                                         ("setConstantAttenuation", -1), ("setLinearAttenuation", math.nan),
-                                         ("setQuadraticAttenuation", math.inf)])
+@pytest.mark.parametrize(
+    "call, value",
+    [
+        ("setSpotCutoff", 91),
+        ("setSpotCutoff", -1),
+        ("setSpotExponent", 129),
+        ("setConstantAttenuation", -1),
+        ("setLinearAttenuation", math.nan),
+        ("setQuadraticAttenuation", math.inf),
+    ],
+)
 def test_values_out_of_range_are_refused(light, call, value):
     with pytest.raises(RuntimeError, match="must be"):
         getattr(light, call)(value)

@@ -1,18 +1,23 @@
 """Lights, where they stand, and the shadows that they throw."""
-import math
 
-import numpy
-import pytest
+import math
 
 import hyx
 import hyxOSG
+import numpy
 import osg
+import pytest
+from decorated_stage import CASTS, RECEIVES, changed, frame
 from hyxOSG import SceneDecorator
-from decorated_stage import CASTS, RECEIVES, changed, decorator, frame, stage
 
-METHODS = [SceneDecorator.SOFT_SHADOWMAP, SceneDecorator.SHADOWMAP, SceneDecorator.SHADOWVOLUME,
-           SceneDecorator.PARALLELLSPLIT_SHADOWMAP, SceneDecorator.LIGHTSPACEPERSPECTIVE_SHADOWMAP,
-           SceneDecorator.SHADOWTEXTURE]
+METHODS = [
+    SceneDecorator.SOFT_SHADOWMAP,
+    SceneDecorator.SHADOWMAP,
+    SceneDecorator.SHADOWVOLUME,
+    SceneDecorator.PARALLELLSPLIT_SHADOWMAP,
+    SceneDecorator.LIGHTSPACEPERSPECTIVE_SHADOWMAP,
+    SceneDecorator.SHADOWTEXTURE,
+]
 BESIDE_THE_BOX = numpy.s_[:, 181:]
 
 
@@ -163,10 +168,13 @@ def place(decorator, light):
     return numpy.array([position.x, position.y, position.z]), position.w
 
 
-@pytest.mark.parametrize("around, center, radius", [
-    (lambda: osg.BoundingSphere(osg.Vec3(1, 2, 3), 2.0), (1, 2, 3), 2.0),
-    (lambda: osg.BoundingBox(osg.Vec3(-1, -2, -2), osg.Vec3(1, 2, 2)), (0, 0, 0), 3.0),
-])
+@pytest.mark.parametrize(
+    "around, center, radius",
+    [
+        (lambda: osg.BoundingSphere(osg.Vec3(1, 2, 3), 2.0), (1, 2, 3), 2.0),
+        (lambda: osg.BoundingBox(osg.Vec3(-1, -2, -2), osg.Vec3(1, 2, 2)), (0, 0, 0), 3.0),
+    ],
+)
 def test_lights_are_placed_around_a_shape(decorator, around, center, radius):
     decorator.calculateLightPositions(around())
     for light in (1, 2, 4):

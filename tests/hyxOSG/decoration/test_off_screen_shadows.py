@@ -1,21 +1,26 @@
 """Pictures into images show the shadows and outlines that the window shows."""
-import numpy
-import pytest
 
 import hyx
 import hyxOSG
 import hyxRender
+import numpy
+import pytest
+from decorated_stage import CASTS, HEIGHT, WIDTH
 from hyxOSG import RenderTarget, SceneDecorator
-from decorated_stage import CASTS, HEIGHT, WIDTH, stage
 
 EYE = hyx.Vec3(0, -7, 5), hyx.Vec3(0, 0, 0.4), hyx.Vec3(0, 0, 1)
-FORMS = [(method, 0) for method in range(SceneDecorator.NO_SHADOWS)] + [(SceneDecorator.SHADOWVOLUME, 4), (SceneDecorator.SHADOWMAP, 4)]
+FORMS = [(method, 0) for method in range(SceneDecorator.NO_SHADOWS)] + [
+    (SceneDecorator.SHADOWVOLUME, 4),
+    (SceneDecorator.SHADOWMAP, 4),
+]
 
 
 @pytest.fixture
 def target(stage, request):
     """The window's view, drawn into an image."""
-    made = hyxOSG.RenderToImage(WIDTH, HEIGHT, RenderTarget.COLOR_BUFFER, getattr(request, "param", 0), RenderTarget.RGB)
+    made = hyxOSG.RenderToImage(
+        WIDTH, HEIGHT, RenderTarget.COLOR_BUFFER, getattr(request, "param", 0), RenderTarget.RGB
+    )
     made.setViewMatrixAsLookAt(*EYE)
     stage.app.addRenderTarget(made)
     stage.visuals["ground"].setNodeMask(0xFFFFFFFF & ~CASTS)

@@ -1,11 +1,11 @@
 """Panels, which the library makes for an object of the simulation."""
+
 import math
 
-import pytest
-
 import hyx
+import pytest
 from _probe import deletePanel, makePanel
-from decorated_stage import HEIGHT, changed, decorator, frame, near, stage
+from decorated_stage import HEIGHT, changed, frame, near
 
 
 @pytest.fixture

@@ -1,9 +1,9 @@
 """Where the graphics driver cannot make the chosen shadows, the nearest that it can make are drawn, with one warning."""
+
 import json
 import pathlib
 
 import pytest
-
 from hyxOSG import SceneDecorator
 from subprocesses import run_python
 

@@ -1,14 +1,14 @@
 """Text nodes: every option is seen in the picture."""
+
 import gc
 import math
-
-import pytest
 
 import _hyxOSG
 import hyx
 import hyxOSG
+import pytest
+from decorated_stage import changed, frame, near
 from hyxOSG import Text
-from decorated_stage import changed, frame, near, stage
 
 MAGENTA = (1, 0, 1)
 
@@ -81,10 +81,26 @@ def test_fonts_differ(show):
 def test_alignments_put_the_text_around_its_position(show):
     """Left, centre and right lie across; top, centre, bottom and base line lie along."""
     middle = {}
-    for name in ("LEFT_TOP", "LEFT_CENTER", "LEFT_BOTTOM", "CENTER_TOP", "CENTER_CENTER", "CENTER_BOTTOM", "RIGHT_TOP",
-                 "RIGHT_CENTER", "RIGHT_BOTTOM", "LEFT_BASE_LINE", "CENTER_BASE_LINE", "RIGHT_BASE_LINE",
-                 "LEFT_BOTTOM_BASE_LINE", "CENTER_BOTTOM_BASE_LINE", "RIGHT_BOTTOM_BASE_LINE"):
-        left, right, upper, lower = frame(near(show("HgH\nHgH", lambda t: t.setAlignment(getattr(Text, name))), MAGENTA))
+    for name in (
+        "LEFT_TOP",
+        "LEFT_CENTER",
+        "LEFT_BOTTOM",
+        "CENTER_TOP",
+        "CENTER_CENTER",
+        "CENTER_BOTTOM",
+        "RIGHT_TOP",
+        "RIGHT_CENTER",
+        "RIGHT_BOTTOM",
+        "LEFT_BASE_LINE",
+        "CENTER_BASE_LINE",
+        "RIGHT_BASE_LINE",
+        "LEFT_BOTTOM_BASE_LINE",
+        "CENTER_BOTTOM_BASE_LINE",
+        "RIGHT_BOTTOM_BASE_LINE",
+    ):
+        left, right, upper, lower = frame(
+            near(show("HgH\nHgH", lambda t: t.setAlignment(getattr(Text, name))), MAGENTA)
+        )
         middle[name] = ((left + right) / 2, (upper + lower) / 2)
     for end in ("TOP", "CENTER", "BOTTOM", "BASE_LINE", "BOTTOM_BASE_LINE"):
         x = [middle[f"{side}_{end}"][0] for side in ("RIGHT", "CENTER", "LEFT")]
@@ -146,14 +162,17 @@ def test_draw_modes(stage, show):
     assert drawn(0) == (0, 0, 0)
 
 
-@pytest.mark.parametrize("call, value, message", [
-    ("setAlignment", 15, "no alignment has the value 15"),
-    ("setAxisAlignment", 8, "no axis alignment has the value 8"),
-    ("setBackdropType", 10, "no backdrop has the value 10"),
-    ("setDrawMode", 16, "no sum of draw modes has the value 16"),
-    ("setCharacterSize", 0.0, "the character size must be positive"),
-    ("setPosition", hyx.Vec3(math.nan, 0, 0), "position must be finite"),
-])
+@pytest.mark.parametrize(
+    "call, value, message",
+    [
+        ("setAlignment", 15, "no alignment has the value 15"),
+        ("setAxisAlignment", 8, "no axis alignment has the value 8"),
+        ("setBackdropType", 10, "no backdrop has the value 10"),
+        ("setDrawMode", 16, "no sum of draw modes has the value 16"),
+        ("setCharacterSize", 0.0, "the character size must be positive"),
+        ("setPosition", hyx.Vec3(math.nan, 0, 0), "position must be finite"),
+    ],
+)
 def test_values_out_of_range_are_refused(call, value, message):
     with pytest.raises(RuntimeError, match=message):
         getattr(Text("H"), call)(value)
@@ -168,7 +187,8 @@ def test_no_match_lists_the_prototypes():
         "    hyxOSG::Text::Text()\n"
         "    hyxOSG::Text::Text(hyx::String const &,hyx::Vec3 const &,hyx::Vec4 const &)\n"
         "    hyxOSG::Text::Text(hyx::String const &,hyx::Vec3 const &)\n"
-        "    hyxOSG::Text::Text(hyx::String const &)\n")
+        "    hyxOSG::Text::Text(hyx::String const &)\n"
+    )
 
 
 def test_a_text_in_the_scene_outlives_its_proxy(stage, show):

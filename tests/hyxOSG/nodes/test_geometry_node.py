@@ -1,4 +1,5 @@
 """Nodes that follow a geometry."""
+
 import gc
 
 import _hyxOSG
@@ -45,7 +46,10 @@ def test_only_update_visitors_move_a_node(geometry):
     visitor.setVisitorType(osg.NodeVisitor_UPDATE_VISITOR)
     node.traverse(visitor)
     assert place(node) == [1, 0, 0]
-    with pytest.raises(TypeError, match="invalid null reference in method 'GeometryNode_traverse', argument 2 of type 'osg::NodeVisitor &'"):
+    with pytest.raises(
+        TypeError,
+        match="invalid null reference in method 'GeometryNode_traverse', argument 2 of type 'osg::NodeVisitor &'",
+    ):
         node.traverse(None)
 
 
@@ -146,7 +150,9 @@ def test_render_children_are_kept_apart_and_one_is_shown():
 def test_the_object_protocol_tells_the_class(geometry):
     node = hyxOSG.GeometryNode(geometry)
     assert (node.className(), node.libraryName()) == ("GeometryNode", "hyxOSG")
-    assert node.isSameKindAs(hyxOSG.GeometryNode()) and not node.isSameKindAs(osg.Group()) and not node.isSameKindAs(None)
+    assert (
+        node.isSameKindAs(hyxOSG.GeometryNode()) and not node.isSameKindAs(osg.Group()) and not node.isSameKindAs(None)
+    )
     fresh = node.cloneType()
     assert fresh.className() == "GeometryNode"
 
@@ -165,7 +171,10 @@ def test_copies_follow_the_same_geometry(geometry):
     holder = osg.Group()
     clone = node.clone(osg.CopyOp())
     assert clone.className() == "GeometryNode"
-    with pytest.raises(TypeError, match="invalid null reference in method 'GeometryNode_clone', argument 2 of type 'osg::CopyOp const &'"):
+    with pytest.raises(
+        TypeError,
+        match="invalid null reference in method 'GeometryNode_clone', argument 2 of type 'osg::CopyOp const &'",
+    ):
         node.clone(None)
     with pytest.raises(TypeError, match="invalid null reference"):
         hyxOSG.GeometryNode(None, None)

@@ -1,4 +1,5 @@
 """Who holds an object that Python constructed, counted for every class: after construction, and after its proxy has gone."""
+
 import gc
 import os
 
@@ -45,13 +46,17 @@ def mesh_updater(folder):
 
 
 def color_map(folder):
-    return hyxOSG.ScalarColorMap(hyxRender.ColorVector([hyxRender.Color(0, 0, 0, 1), hyxRender.Color(1, 1, 1, 1)]), 0.0, 1.0)
+    return hyxOSG.ScalarColorMap(
+        hyxRender.ColorVector([hyxRender.Color(0, 0, 0, 1), hyxRender.Color(1, 1, 1, 1)]), 0.0, 1.0
+    )
 
 
 # Scene-graph nodes: one reference, dropped with the proxy.
 NODES = {
-    "GeometryNode": lambda folder: hyxOSG.GeometryNode(), "Transform": lambda folder: hyxOSG.Transform(),
-    "Text": lambda folder: hyxOSG.Text(), "SkyBox": sky_box,
+    "GeometryNode": lambda folder: hyxOSG.GeometryNode(),
+    "Transform": lambda folder: hyxOSG.Transform(),
+    "Text": lambda folder: hyxOSG.Text(),
+    "SkyBox": sky_box,
     "ClipPlane": lambda folder: hyxOSG.ClipPlane(0.0, 0.0, 1.0, 0.0),
     "LidarOutputRenderer": lambda folder: hyxOSG.LidarOutputRenderer(hyxSensor.Lidar()),
 }
@@ -74,7 +79,9 @@ OBJECTS = {
     "SplineRendererOld": lambda folder: hyxOSG.SplineRendererOld(hyxUtil.Spline(), osg.Group()),
     "WireRendererOld": lambda folder: hyxOSG.WireRendererOld(hyxWire.Wire(0.08, 10), osg.Group()),
     "WireRenderer": lambda folder: hyxOSG.WireRenderer(hyxWire.Wire(0.08, 10), osg.Group()),
-    "CableDamageRenderer": lambda folder: hyxOSG.CableDamageRenderer(hyxCable.CableDamage(hyxCable.Cable(0.01, 20)), 0.1, osg.Group()),
+    "CableDamageRenderer": lambda folder: hyxOSG.CableDamageRenderer(
+        hyxCable.CableDamage(hyxCable.Cable(0.01, 20)), 0.1, osg.Group()
+    ),
     "PressureFieldRenderer": lambda folder: hyxOSG.PressureFieldRenderer(osg.Group()),
     "DeformableMeshUpdater": mesh_updater,
     "DeformableHeightFieldRenderer": height_field,
@@ -176,6 +183,10 @@ def test_records_are_deleted_with_their_proxies(name):
 
 
 def test_every_constructor_is_covered():
-    listeners = {"ExampleApplicationListener", "GuiEventListener", "LidarOutputRendererColorFunctionCallback"}  # with their directors
+    listeners = {
+        "ExampleApplicationListener",
+        "GuiEventListener",
+        "LidarOutputRendererColorFunctionCallback",
+    }  # with their directors
     covered = {*NODES, *OBJECTS, *UNCOUNTED, *RECORDS, "SceneDecorator", "LightSource", *listeners}
     assert covered == {name[4:] for name in dir(_hyxOSG) if name.startswith("new_")}

@@ -1,4 +1,5 @@
 """The drawable of a particle system, and handles around textures."""
+
 import _hyxOSG
 import hyx
 import hyxOSG
@@ -29,8 +30,11 @@ def test_modes_are_taken_and_checked(system):
     assert made.getParticleShaderMode() == DRAWABLE.ALPHA_SPRITES == 2
     made.setParticleShaderMode(DRAWABLE.SIMPLE_SPRITES)
     assert made.getParticleShaderMode() == 0
-    for call in (lambda: made.setParticleShaderMode(3), lambda: hyxOSG.ParticleSystemDrawable(system, -1),
-                 lambda: DRAWABLE.setAllowedRenderMode(3)):
+    for call in (
+        lambda: made.setParticleShaderMode(3),
+        lambda: hyxOSG.ParticleSystemDrawable(system, -1),
+        lambda: DRAWABLE.setAllowedRenderMode(3),
+    ):
         with pytest.raises(RuntimeError, match="mode -?[0-9]+ does not exist"):
             call()
     assert made.getParticleShaderMode() == 0
@@ -80,7 +84,9 @@ def test_the_object_protocol_and_copies(system):
 def test_drawing_without_a_context_draws_nothing(system):
     made = hyxOSG.ParticleSystemDrawable(system)
     assert made.drawImplementation(osg.RenderInfo()) is None
-    with pytest.raises(TypeError, match="invalid null reference in method 'ParticleSystemDrawable_drawImplementation', argument 2"):
+    with pytest.raises(
+        TypeError, match="invalid null reference in method 'ParticleSystemDrawable_drawImplementation', argument 2"
+    ):
         made.drawImplementation(None)
 
 

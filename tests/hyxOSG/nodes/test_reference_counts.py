@@ -1,4 +1,5 @@
 """References that scripts take and release by hand, and results that nobody holds."""
+
 import gc
 
 import _hyxOSG

@@ -1,4 +1,5 @@
 """Transform nodes set with the physics library's values."""
+
 import math
 
 import hyx

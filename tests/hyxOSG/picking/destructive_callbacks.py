@@ -2,6 +2,7 @@
 
 Prints the callbacks that came through it. A crash ends the program early.
 """
+
 import sys
 import tempfile
 
@@ -115,8 +116,18 @@ def stop(scene):
     scene.app.stop()
 
 
-ACTS = (delete_application, delete_application_and_simulation, delete_listener, replace_simulation, empty_simulation,
-        replace_window, set_the_viewer_up_again, take_picture, reload_scene, stop)
+ACTS = (
+    delete_application,
+    delete_application_and_simulation,
+    delete_listener,
+    replace_simulation,
+    empty_simulation,
+    replace_window,
+    set_the_viewer_up_again,
+    take_picture,
+    reload_scene,
+    stop,
+)
 
 
 def main():

@@ -3,14 +3,25 @@
 `native(listener)` is another proxy of the same native object. A call through it is a virtual call, as the library makes
 it; a call through the listener itself runs the native implementation. It does not keep the listener alive.
 """
+
 import hyx
 import hyxOSG
 import osg
 
 ARGUMENTS = {
-    "printSubtree": (), "setContext": (None,), "rebind": (), "addObject": (None, True), "removeObject": (None,), "setMask": (3,),
-    "addNotification": (), "removeNotification": (), "mouseDragged": (1, 2.0, 3.0), "mouseMoved": (2.0, 3.0),
-    "mouse": (1, 0, 2.0, 3.0), "keyboard": (65, 4, 2.0, 3.0, True), "update": (2.0, 3.0),
+    "printSubtree": (),
+    "setContext": (None,),
+    "rebind": (),
+    "addObject": (None, True),
+    "removeObject": (None,),
+    "setMask": (3,),
+    "addNotification": (),
+    "removeNotification": (),
+    "mouseDragged": (1, 2.0, 3.0),
+    "mouseMoved": (2.0, 3.0),
+    "mouse": (1, 0, 2.0, 3.0),
+    "keyboard": (65, 4, 2.0, 3.0, True),
+    "update": (2.0, 3.0),
     "setInverseTransform": (hyx.AffineMatrix4x4(),),
 }
 RAISING = ("printSubtree", "setContext", "rebind", "addObject", "removeObject", "setMask", "setInverseTransform")

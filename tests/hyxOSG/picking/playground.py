@@ -1,16 +1,16 @@
 """A box hanging in front of a camera without gravity, and the events of its off-screen window."""
+
 import functools
 import pathlib
 import tempfile
-
-import numpy
-import pytest
-from PIL import Image
 
 import hyx
 import hyxCollide
 import hyxOSG
 import hyxSDK
+import numpy
+import pytest
+from PIL import Image
 
 WIDTH, HEIGHT = 320, 240
 CENTER = (WIDTH / 2, HEIGHT / 2)

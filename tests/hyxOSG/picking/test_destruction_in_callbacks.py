@@ -1,9 +1,9 @@
 """Callbacks may end their listener, their simulation, their window or their application while these are calling them."""
+
 import collections
 import pathlib
 
 import pytest
-
 from destructive_callbacks import ACTS, FRAMES, INPUT
 from overrides import VIRTUAL, good_answer, native, overriding
 from subprocesses import run_python

@@ -1,11 +1,11 @@
 """Ten thousand calls of every kind leave no reference, no native object and no memory behind."""
-import sys
 
-import pytest
+import sys
 
 import hyx
 import hyxOSG
 import hyxSDK
+import pytest
 from overrides import BOOL, RAISING, VIRTUAL, good_answer, native
 from test_listener_life import resident_pages
 
@@ -64,8 +64,10 @@ def test_ten_thousand_rounds_leave_nothing_behind(base, kind, capfd):
     cls = DERIVED[kind](base)
     listener, thing = cls(), hyx.RigidBody("thing")
     alias = native(listener)
-    methods = {name: [thing if value is None and base is hyxOSG.GuiEventListener else value for value in arguments]
-               for name, arguments in VIRTUAL[base].items()}
+    methods = {
+        name: [thing if value is None and base is hyxOSG.GuiEventListener else value for value in arguments]
+        for name, arguments in VIRTUAL[base].items()
+    }
     methods.pop("setContext", None)  # holds the listener
     plan = [(name, arguments, expected_error(kind, name)) for name, arguments in methods.items()]
 

@@ -1,13 +1,12 @@
 """Python subclasses stand in for native virtual functions: what they get, what they may return, and how they may fail."""
-import pytest
 
 import _hyxOSG
 import hyx
 import hyxOSG
 import hyxSDK
 import osg
+import pytest
 from overrides import ARGUMENTS, BOOL, RAISING, VIRTUAL, native, overriding
-from playground import playground
 
 SIGNATURES = {
     "mouseDragged": "mouseDragged(hyxSDK::GuiEventListener::MouseButtonMask, float, float)",
@@ -100,7 +99,9 @@ QUALIFIED = {
 }
 
 
-@pytest.mark.parametrize("qualifier, name", [(qualifier, name) for qualifier, names in QUALIFIED.items() for name in names])
+@pytest.mark.parametrize(
+    "qualifier, name", [(qualifier, name) for qualifier, names in QUALIFIED.items() for name in names]
+)
 def test_the_script_manager_has_the_error_with_its_place_and_traceback(qualifier, name, capfd):
     def fail(self, *arguments):
         raise ValueError("on record")
@@ -147,7 +148,8 @@ def test_only_a_bool_is_a_bool(name, answer):
         getattr(native(listener), name)(*ARGUMENTS[name])
     assert str(refused.value) == (
         "SWIG director type mismatch : Python code called by 'virtual bool SwigDirector_GuiEventListener::"
-        f"{SIGNATURES[name]}' has wrong output value type. Expected bool.")
+        f"{SIGNATURES[name]}' has wrong output value type. Expected bool."
+    )
 
 
 @pytest.mark.parametrize("name", ["update", "rebind"])

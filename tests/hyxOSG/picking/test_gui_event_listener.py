@@ -1,12 +1,11 @@
 """The listener's own operations, and events that reach a Python subclass."""
 
-import numpy
-import pytest
-
 import _hyxOSG
 import hyx
 import hyxOSG
-from playground import CENTER, numbers, playground
+import numpy
+import pytest
+from playground import CENTER, numbers
 
 DEFAULT_MASK, ALL = 25, 31
 
@@ -47,8 +46,9 @@ def test_masks():
     assert hyxOSG.GuiEventListener(3).getMask() == 3
     with pytest.raises(OverflowError) as refused:
         _hyxOSG.new_GuiEventListener(None, 2**31)
-    assert str(refused.value) == ("in method 'new_GuiEventListener', argument 2 of type "
-                                  "'hyxSDK::GuiEventListener::ActivationMask'")
+    assert str(refused.value) == (
+        "in method 'new_GuiEventListener', argument 2 of type 'hyxSDK::GuiEventListener::ActivationMask'"
+    )
 
 
 @pytest.mark.parametrize("arguments", [(), (None, 1, 2)])
@@ -59,7 +59,8 @@ def test_wrong_counts_list_the_prototypes(arguments):
         "Wrong number or type of arguments for overloaded function 'new_GuiEventListener'.\n"
         "  Possible C/C++ prototypes are:\n"
         "    hyxOSG::GuiEventListener::GuiEventListener(hyxSDK::GuiEventListener::ActivationMask)\n"
-        "    hyxOSG::GuiEventListener::GuiEventListener(PyObject *)\n")
+        "    hyxOSG::GuiEventListener::GuiEventListener(PyObject *)\n"
+    )
 
 
 def test_events_reach_the_methods_with_places_and_masks(playground):
@@ -126,7 +127,9 @@ def test_near_and_far_points(playground):
     near, far = hyx.Vec3(), hyx.Vec3()
     listener.getNearFarPoints(playground.app.getCamera(), near, far, *CENTER)
     assert -10 < near.y < far.y and abs(far.x) < 1e-6 * far.y
-    with pytest.raises(TypeError, match="invalid null reference in method 'GuiEventListener_getNearFarPoints', argument 4"):
+    with pytest.raises(
+        TypeError, match="invalid null reference in method 'GuiEventListener_getNearFarPoints', argument 4"
+    ):
         listener.getNearFarPoints(playground.app.getCamera(), near, None, 0.0, 0.0)
 
 

@@ -1,10 +1,10 @@
 """The interactive scene: played by its recorded events, and by a person at a display."""
+
 import json
 import pathlib
 import re
 
 import pytest
-
 from subprocesses import has_display, run_python
 
 EXAMPLE = str(pathlib.Path(__file__).parents[3] / "examples" / "07_interactive.py")
@@ -12,7 +12,9 @@ EXAMPLE = str(pathlib.Path(__file__).parents[3] / "examples" / "07_interactive.p
 
 def play(folder, *options, **way):
     """Where the cart went, and where the box that the recorded events drag."""
-    result = run_python(EXAMPLE, "--output", str(folder), *options, **(way or {"DISPLAY": "", "HYX_DISPLAY": "offscreen"}))
+    result = run_python(
+        EXAMPLE, "--output", str(folder), *options, **(way or {"DISPLAY": "", "HYX_DISPLAY": "offscreen"})
+    )
     assert result.returncode == 0, result.stderr
     numbers = [float(number) for number in re.findall(r"-?\d+\.\d+", result.stdout.split("went to")[1])]
     return numbers[:3], numbers[3:]

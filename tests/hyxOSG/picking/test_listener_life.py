@@ -1,16 +1,15 @@
 """A Python listener lives as long as somebody knows it: the script, or the native object that it was added to."""
+
 import gc
 import sys
 import weakref
-
-import pytest
 
 import _hyxOSG
 import _hyxSDK
 import hyxOSG
 import hyxSDK
+import pytest
 from overrides import VIRTUAL, native
-from playground import playground
 from subprocesses import run_python
 
 STEP_LISTENERS = [hyxSDK.EventListener, hyxOSG.GuiEventListener]
@@ -215,7 +214,9 @@ def test_disowning_keeps_the_python_object_once(cls):
     disown(bare)
     assert sys.getrefcount(target) == count + 1
     assert disown(None) is None
-    with pytest.raises(TypeError, match=f"in method 'disown_{cls.__name__}', argument 1 of type 'hyxOSG::{cls.__name__} \\*'"):
+    with pytest.raises(
+        TypeError, match=f"in method 'disown_{cls.__name__}', argument 1 of type 'hyxOSG::{cls.__name__} \\*'"
+    ):
         disown(target)
 
 
@@ -296,10 +297,16 @@ def call_and_drop(listener, simulation):
         getattr(alias, name)(*arguments)
 
 
-@pytest.mark.parametrize("cls, use", [
-    *((cls, lambda listener, simulation: None) for cls in VIRTUAL), *((cls, call_and_drop) for cls in VIRTUAL),
-    *((cls, disown_and_drop) for cls in VIRTUAL), (hyxOSG.GuiEventListener, add_and_forget),
-    (hyxSDK.EventListener, add_and_forget)])
+@pytest.mark.parametrize(
+    "cls, use",
+    [
+        *((cls, lambda listener, simulation: None) for cls in VIRTUAL),
+        *((cls, call_and_drop) for cls in VIRTUAL),
+        *((cls, disown_and_drop) for cls in VIRTUAL),
+        (hyxOSG.GuiEventListener, add_and_forget),
+        (hyxSDK.EventListener, add_and_forget),
+    ],
+)
 def test_ten_thousand_listeners_leave_nothing_behind(cls, use):
     simulation = hyxSDK.Simulation()
     derived = type("Derived", (cls,), {})

@@ -1,13 +1,13 @@
 """Picking agrees with the physics, and the mouse spring drags a body."""
-import math
 
-import numpy
-import pytest
+import math
 
 import hyx
 import hyxOSG
 import hyxSDK
-from playground import CENTER, CONTROL_LEFT, HEIGHT, SHIFT_LEFT, WIDTH, numbers, playground
+import numpy
+import pytest
+from playground import CENTER, CONTROL_LEFT, HEIGHT, SHIFT_LEFT, WIDTH, numbers
 
 LEFT, MIDDLE, RIGHT = 1, 2, 4
 DOWN, UP = 0, 1
@@ -69,7 +69,10 @@ def test_null_arguments(playground, handler):
     point = hyx.Vec3(1, 2, 3)
     handler.getNearFarPoints(None, point, hyx.Vec3(), 0.0, 0.0)
     assert numpy.allclose(numbers(point), (1, 2, 3)), "left as it was"
-    with pytest.raises(TypeError, match="invalid null reference in method 'PickHandler_getNearFarPoints', argument 3 of type 'hyx::Vec3 &'"):
+    with pytest.raises(
+        TypeError,
+        match="invalid null reference in method 'PickHandler_getNearFarPoints', argument 3 of type 'hyx::Vec3 &'",
+    ):
         handler.getNearFarPoints(playground.app.getCamera(), None, hyx.Vec3(), 0.0, 0.0)
     handler.setCamera(None)
     assert handler.getCamera() is None

@@ -2,6 +2,7 @@
 
 Prints what a listener of the scene was told, as JSON.
 """
+
 import json
 import subprocess
 import sys
@@ -21,18 +22,47 @@ PATIENCE = 0.5  # seconds for a move to arrive; what the pick handler uses up is
 
 MOVES = [
     ("move", 100, 50),
-    ("press", LEFT), ("move", 110, 60), ("move", 120, 70), ("release", LEFT),
-    ("press", MIDDLE), ("release", MIDDLE), ("press", RIGHT), ("release", RIGHT),
-    ("press", LEFT), ("press", RIGHT), ("move", 130, 80), ("release", RIGHT), ("move", 131, 81), ("release", LEFT),
-    ("keydown", ord("k")), ("keyup", ord("k")), ("keydown", ARROW_LEFT), ("keyup", ARROW_LEFT),
-    ("keydown", SHIFT_LEFT), ("keydown", ord("K")), ("keyup", ord("K")), ("keyup", SHIFT_LEFT),
-    ("move", 0, 0), ("move", WIDTH - 1, HEIGHT - 1),
+    ("press", LEFT),
+    ("move", 110, 60),
+    ("move", 120, 70),
+    ("release", LEFT),
+    ("press", MIDDLE),
+    ("release", MIDDLE),
+    ("press", RIGHT),
+    ("release", RIGHT),
+    ("press", LEFT),
+    ("press", RIGHT),
+    ("move", 130, 80),
+    ("release", RIGHT),
+    ("move", 131, 81),
+    ("release", LEFT),
+    ("keydown", ord("k")),
+    ("keyup", ord("k")),
+    ("keydown", ARROW_LEFT),
+    ("keyup", ARROW_LEFT),
+    ("keydown", SHIFT_LEFT),
+    ("keydown", ord("K")),
+    ("keyup", ord("K")),
+    ("keyup", SHIFT_LEFT),
+    ("move", 0, 0),
+    ("move", WIDTH - 1, HEIGHT - 1),
 ]
 # By the application, and by the person.
-RESIZED = [("resize", 200, 150), ("move", 10, 20), ("move", 199, 149), ("stretch", 260, 180), ("move", 30, 40), ("move", 259, 179)]
+RESIZED = [
+    ("resize", 200, 150),
+    ("move", 10, 20),
+    ("move", 199, 149),
+    ("stretch", 260, 180),
+    ("move", 30, 40),
+    ("move", 259, 179),
+]
 DRAG = [
-    ("move", WIDTH // 2, HEIGHT // 2), ("keydown", CONTROL_LEFT), ("press", LEFT),
-    *(("move", WIDTH // 2 + 5 * step, HEIGHT // 2) for step in range(1, 9)), ("release", LEFT), ("keyup", CONTROL_LEFT),
+    ("move", WIDTH // 2, HEIGHT // 2),
+    ("keydown", CONTROL_LEFT),
+    ("press", LEFT),
+    *(("move", WIDTH // 2 + 5 * step, HEIGHT // 2) for step in range(1, 9)),
+    ("release", LEFT),
+    ("keyup", CONTROL_LEFT),
 ]
 
 

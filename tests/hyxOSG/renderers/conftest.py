@@ -1,5 +1,4 @@
 import pytest
-
 from stage import Stage
 
 

@@ -1,7 +1,6 @@
 """A small off-screen stage for the tests of renderers, and pictures of it that can be asked for colours."""
 
 import hyx
-
 from off_screen import OffScreen
 
 WIDTH, HEIGHT = 200, 150

@@ -1,11 +1,10 @@
 """Surfaces that change: a height field under load and a mesh whose vertices move are drawn as they are now."""
 
-import pytest
-
 import hyx
 import hyxCollide
 import hyxModel
 import hyxOSG
+import pytest
 from hyxOSG import DeformableHeightFieldRenderer, DeformableMeshUpdater
 
 RESOLUTION = 150  # more than one tile each way

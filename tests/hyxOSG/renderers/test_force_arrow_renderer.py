@@ -2,12 +2,11 @@
 
 import math
 
-import pytest
-
 import hyx
 import hyxCollide
 import hyxOSG
 import hyxRender
+import pytest
 from hyxOSG import ForceArrowRenderer
 
 MASS = 10.0

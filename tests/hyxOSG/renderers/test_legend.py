@@ -3,9 +3,8 @@
 import gc
 import random
 
-import pytest
-
 import _hyxOSG
+import pytest
 from hyxOSG import LidarOutputRendererLegend as Legend
 from hyxOSG import LidarOutputRendererLegendPoint as Point
 
@@ -135,8 +134,17 @@ def test_random_changes_agree_with_a_list(seed):
     chance = random.Random(seed)
     pair = Pair(chance)
     steps = [
-        pair.get_item, pair.get_slice, pair.set_item, pair.set_slice, pair.delete_item, pair.delete_slice,
-        pair.append, pair.append, pair.pop, pair.insert, pair.erase,
+        pair.get_item,
+        pair.get_slice,
+        pair.set_item,
+        pair.set_slice,
+        pair.delete_item,
+        pair.delete_slice,
+        pair.append,
+        pair.append,
+        pair.pop,
+        pair.insert,
+        pair.erase,
     ]
     for _ in range(60):
         chance.choice(steps)()
@@ -298,7 +306,9 @@ def test_sizes_that_cannot_be_are_runtime_errors():
         sequence.resize(2**62)
     with pytest.raises(RuntimeError, match="^vector::_M_fill_insert$"):
         sequence.resize(2**62, sequence[0])
-    with pytest.raises(OverflowError, match="argument 2 of type 'std::vector< hyxOSG::LidarOutputRendererLegendPoint >::size_type'"):
+    with pytest.raises(
+        OverflowError, match="argument 2 of type 'std::vector< hyxOSG::LidarOutputRendererLegendPoint >::size_type'"
+    ):
         sequence.reserve(-1)
 
 

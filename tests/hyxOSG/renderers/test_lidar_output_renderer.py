@@ -3,14 +3,13 @@
 import gc
 import math
 
-import pytest
-
 import _hyxOSG
 import hyx
 import hyxCollide
 import hyxOSG
 import hyxSensor
 import osg
+import pytest
 from hyxOSG import LidarOutputRenderer, LidarOutputRendererColorFunctionCallback, LidarOutputRendererLegendPoint
 
 RED, GREEN, BLUE, WHITE = (255, 0, 0), (0, 255, 0), (0, 0, 255), (255, 255, 255)

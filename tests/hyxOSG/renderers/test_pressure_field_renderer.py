@@ -2,11 +2,10 @@
 
 import math
 
-import pytest
-
 import hyx
 import hyxCollide
 import hyxModel
+import pytest
 from hyxOSG import PressureFieldRenderer
 
 IDENTITY = hyx.AffineMatrix4x4()
@@ -100,7 +99,9 @@ def test_impossible_limits_are_refused(stage, pressure):
 
 def test_null_references_are_refused(stage):
     field = PressureFieldRenderer(stage.root)
-    with pytest.raises(TypeError, match="invalid null reference in method 'PressureFieldRenderer_addTriangle', argument 2"):
+    with pytest.raises(
+        TypeError, match="invalid null reference in method 'PressureFieldRenderer_addTriangle', argument 2"
+    ):
         field.addTriangle(None, IDENTITY)
     with pytest.raises(TypeError, match="argument 2 of type 'hyx::AffineMatrix4x4 const &'"):
         field.updateTransform(None)

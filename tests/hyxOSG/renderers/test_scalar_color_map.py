@@ -2,11 +2,10 @@
 
 import math
 
-import pytest
-
 import _hyxOSG
 import hyxOSG
 import hyxRender
+import pytest
 from hyxOSG import ScalarColorMap
 
 STEPS = [i / 100 for i in range(101)]

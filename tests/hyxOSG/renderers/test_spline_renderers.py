@@ -2,12 +2,11 @@
 
 import math
 
-import pytest
-
 import hyx
 import hyxCollide
 import hyxOSG
 import hyxUtil
+import pytest
 from hyxOSG import SceneDecorator, SplineRenderer, SplineRendererOld, SplineShader
 from stage import WIDTH, Stage
 
@@ -59,7 +58,9 @@ def test_both_kinds_draw_the_same_tube(stage, spline):
     assert sum(lit(*a) != lit(*b) for a, b in zip(first.pixels, second.pixels)) < 0.1 * covered(first)
 
 
-@pytest.mark.parametrize("method", [SceneDecorator.SOFT_SHADOWMAP, SceneDecorator.PARALLELLSPLIT_SHADOWMAP, SceneDecorator.SHADOWTEXTURE])
+@pytest.mark.parametrize(
+    "method", [SceneDecorator.SOFT_SHADOWMAP, SceneDecorator.PARALLELLSPLIT_SHADOWMAP, SceneDecorator.SHADOWTEXTURE]
+)
 @pytest.mark.parametrize("kind", KINDS)
 def test_shadows_fall_on_the_tube(stage, spline, kind, method):
     renderer = kind(spline, stage.root)
@@ -223,8 +224,15 @@ def test_the_red_shift_can_be_switched_off(stage):
 
 def test_the_shader_hands_out_its_parts(stage):
     shader = shader_on(stage)
-    for part in ("Program", "CircleResolutionUniform", "CylinderColorUniform", "CircleNormalUniform", "VertexArray",
-                 "QuatsInColorArray", "RadiusArray"):
+    for part in (
+        "Program",
+        "CircleResolutionUniform",
+        "CylinderColorUniform",
+        "CircleNormalUniform",
+        "VertexArray",
+        "QuatsInColorArray",
+        "RadiusArray",
+    ):
         assert getattr(shader, "get" + part)() is not None
     with pytest.raises(RuntimeError, match="radius"):
         shader.add(hyx.Vec3(), hyx.Vec3(1, 0, 0), 0.0)

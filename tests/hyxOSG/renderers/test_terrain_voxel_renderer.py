@@ -1,12 +1,11 @@
 """The terrain renderer: surface, colours, voxels, velocities and grains are seen, and follow the soil."""
 
-import pytest
-
 import hyx
 import hyxOSG
 import hyxRender
 import hyxSDK
 import hyxTerrain
+import pytest
 from hyxOSG import TerrainVoxelRenderer
 from stage import Stage
 

@@ -1,11 +1,10 @@
 """Wires redden with their tension, cables show the damage of each segment."""
 
-import pytest
-
 import hyx
 import hyxCable
 import hyxUtil
 import hyxWire
+import pytest
 from hyxOSG import CableDamageRenderer, WireRenderer, WireRendererOld
 from stage import Stage
 

@@ -1,4 +1,5 @@
 """Input that cannot be meant is refused or does nothing, and the next frame is drawn as the one before."""
+
 import hyx
 import hyxCollide
 import hyxOSG
@@ -39,7 +40,9 @@ WRONG_TYPES = {
     "tuple for a vector": lambda s: hyxOSG.createText("x", (0, 0, 0)),
     "text as alpha": lambda s: hyxOSG.setAlpha(s.visual, "half"),
     "number as node": lambda s: hyxOSG.toggleWireFrameMode(1),
-    "float vectors in a double grid": lambda s: hyxOSG.createGrid(2, 2, osg.Vec3(), osg.Vec3(1, 0, 0), hyx.Vec3(0, 1, 0), s.root),
+    "float vectors in a double grid": lambda s: hyxOSG.createGrid(
+        2, 2, osg.Vec3(), osg.Vec3(1, 0, 0), hyx.Vec3(0, 1, 0), s.root
+    ),
 }
 
 REFUSED = {

@@ -1,4 +1,5 @@
 """Cameras: orbiting, points under the mouse, and what lies there."""
+
 import hyx
 import hyxCollide
 import hyxOSG
@@ -28,7 +29,9 @@ def test_near_and_far_points_lie_on_the_ray_of_a_pixel():
     hyxOSG.getNearFarPoints(osg.Camera(), 1.0, 1.0, near, far)
     assert list(near) == kept
     for arguments in ((None, far), (near, None)):
-        with pytest.raises(TypeError, match="invalid null reference in method 'getNearFarPoints', argument [45] of type 'hyx::Vec3 &'"):
+        with pytest.raises(
+            TypeError, match="invalid null reference in method 'getNearFarPoints', argument [45] of type 'hyx::Vec3 &'"
+        ):
             hyxOSG.getNearFarPoints(camera(), 1.0, 1.0, *arguments)
 
 
@@ -53,8 +56,13 @@ def test_the_orbit_camera_starts_at_its_home():
     place = viewer.getCameraManipulator().getMatrix().getTrans()
     assert list(place) == pytest.approx([5, 0, 0], abs=1e-6)
     assert hyxOSG.setOrbitCamera(viewer, scene, eye, center, up, 3) is True
-    for wrong in ((None, scene, eye, center, up), (viewer, None, eye, center, up), (viewer, scene, eye, eye, up),
-                  (viewer, scene, eye, center, hyx.Vec3(1, 0, 0)), (viewer, scene, eye, center, up, 4)):
+    for wrong in (
+        (None, scene, eye, center, up),
+        (viewer, None, eye, center, up),
+        (viewer, scene, eye, eye, up),
+        (viewer, scene, eye, center, hyx.Vec3(1, 0, 0)),
+        (viewer, scene, eye, center, up, 4),
+    ):
         assert hyxOSG.setOrbitCamera(*wrong) is False
 
 

@@ -1,4 +1,5 @@
 """Visuals of geometries, bodies, assemblies, simulations, particles and frames."""
+
 import time
 
 import hyx
@@ -18,7 +19,8 @@ SHAPES = {
     "plane": lambda: hyxCollide.Plane(hyx.Vec3(0, -1, 0), hyx.Vec3(0, 1, 0)),
     "trimesh": lambda: hyxCollide.Trimesh(
         hyx.Vec3Vector([hyx.Vec3(*p) for p in [(-1, 0, -1), (1, 0, -1), (0, 0, 1), (0, 1, 0)]]),
-        [0, 1, 2, 0, 3, 1, 1, 3, 2, 2, 3, 0]),
+        [0, 1, 2, 0, 3, 1, 1, 3, 2, 2, 3, 0],
+    ),
     "height field": lambda: hyxCollide.HeightField(5, 5, 2.0, 2.0),
 }
 
@@ -69,6 +71,7 @@ def test_detail_ratio_changes_the_number_of_facets():
         geometry = hyxCollide.Geometry(hyxCollide.Sphere(1))
         shape = hyxOSG.createVisual(geometry, root, detail).getChild(0)
         return shape.asGroup().getChild(0).asGeode().getDrawable(0).asGeometry().getNumVertices()
+
     assert vertices(2.0) > 3 * vertices(1.0) > 3 * vertices(0.3)
     for bad in (0.0, -1.0, float("nan"), float("inf")):
         with pytest.raises(RuntimeError, match="detail ratio"):
@@ -147,8 +150,10 @@ def test_a_cache_shares_the_nodes_of_one_shape():
     assembly = hyxSDK.Assembly()
     for _ in range(3):
         assembly.add(body_of(shape))
+
     def shape_nodes(group):
         return [group.getChild(i).asGroup().getChild(0).asGroup().getChild(0) for i in range(3)]
+
     root, cache = osg.Group(), hyxOSG.RigidBodyRenderCache()
     plain = shape_nodes(hyxOSG.createVisualTemplateCaching(assembly, root))
     assert plain[0] != plain[1] and cache.size() == 0

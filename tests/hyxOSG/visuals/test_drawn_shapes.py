@@ -1,4 +1,5 @@
 """Shapes, grids, axes and text that scripts make by themselves."""
+
 import hyx
 import hyxCollide
 import hyxOSG
@@ -45,7 +46,9 @@ def test_lines_join_their_points(studio):
     studio.root.addChild(hyxOSG.createLine(hyx.Vec3(-0.8, 0, 0), hyx.Vec3(0.8, 0, 0), RED, 3.0))
     line = studio.picture()
     assert 100 < line.count(red) < 500
-    studio.root.addChild(hyxOSG.createPolyline(corners([(0, 0, -0.8), (0, 0, 0.1), (0.1, 0, 0.8)]), hyx.Vec4(0, 0, 1, 1), 3.0))
+    studio.root.addChild(
+        hyxOSG.createPolyline(corners([(0, 0, -0.8), (0, 0, 0.1), (0.1, 0, 0.8)]), hyx.Vec4(0, 0, 1, 1), 3.0)
+    )
     assert studio.picture().count(blue) > 60
 
 
@@ -60,7 +63,9 @@ def test_a_line_without_width_is_refused():
 
 
 def test_cube_lines_are_the_twelve_edges_in_the_given_colour(studio):
-    geode = hyxOSG.createCubeLines(hyx.Vec3(-0.5, -0.5, -0.5), hyx.Vec3(0.5, 0.5, 0.5), hyxRender.Color(0, 1, 0, 1), 2.0)
+    geode = hyxOSG.createCubeLines(
+        hyx.Vec3(-0.5, -0.5, -0.5), hyx.Vec3(0.5, 0.5, 0.5), hyxRender.Color(0, 1, 0, 1), 2.0
+    )
     assert geode.getDrawable(0).asGeometry().getNumVertices() == 24
     studio.root.addChild(geode)
     picture = studio.picture()
@@ -117,7 +122,9 @@ def test_a_grid_refuses_no_cells_and_wrong_vectors():
     vectors = [osg.Vec3(), osg.Vec3(1, 0, 0), osg.Vec3(0, 1, 0)]
     with pytest.raises(RuntimeError, match="1 to 10000 cells"):
         hyxOSG.createGrid(0, 4, *vectors)
-    with pytest.raises(TypeError, match="invalid null reference in method 'createGrid', argument 3 of type 'osg::Vec3 const &'"):
+    with pytest.raises(
+        TypeError, match="invalid null reference in method 'createGrid', argument 3 of type 'osg::Vec3 const &'"
+    ):
         hyxOSG.createGrid(1, 4, None, *vectors[1:])
     with pytest.raises(TypeError, match="Possible C/C\\+\\+ prototypes"):
         hyxOSG.createGrid(1, 4, *vectors, 1)
@@ -126,7 +133,11 @@ def test_a_grid_refuses_no_cells_and_wrong_vectors():
 def test_a_grid_in_space_has_lines_along_all_edges(studio):
     grid = hyxOSG.create3DGrid(2, 1, 1, osg.Vec3(), osg.Vec3(2, 0, 0), osg.Vec3(0, 1, 0), osg.Vec3(0, 0, 1), 1.0)
     assert grid.getNumVertices() == 2 * (3 * 2 + 2 * 2 + 2 * 3)
-    studio.root.addChild(hyxOSG.create3DGrid(2, 1, 1, hyx.Vec3(-1, 0, -0.5), hyx.Vec3(2, 0, 0), hyx.Vec3(0, 1, 0), hyx.Vec3(0, 0, 1), 2.0))
+    studio.root.addChild(
+        hyxOSG.create3DGrid(
+            2, 1, 1, hyx.Vec3(-1, 0, -0.5), hyx.Vec3(2, 0, 0), hyx.Vec3(0, 1, 0), hyx.Vec3(0, 0, 1), 2.0
+        )
+    )
     assert studio.picture().lit() > 200
 
 

@@ -1,14 +1,13 @@
 """Scene files and model files."""
+
 import json
 import time
 
-import hyx
 import hyxOSG
 import hyxSDK
+import numpy
 import osg
 import osgDB
-import numpy
-import picture_files
 import pytest
 
 TETRAHEDRON = [(0, 0, 0), (1, 0, 0), (0, 1, 0), (0, 0, 1)]
@@ -16,9 +15,18 @@ FACES = [(0, 2, 1), (0, 1, 3), (1, 2, 3), (2, 0, 3)]
 
 
 def ply(extra_faces=()):
-    lines = ["ply", "format ascii 1.0", "comment by a test", f"element vertex {len(TETRAHEDRON)}", "property float x",
-             "property float y", "property float z", f"element face {len(FACES) + len(extra_faces)}",
-             "property list uchar int vertex_indices", "end_header"]
+    lines = [
+        "ply",
+        "format ascii 1.0",
+        "comment by a test",
+        f"element vertex {len(TETRAHEDRON)}",
+        "property float x",
+        "property float y",
+        "property float z",
+        f"element face {len(FACES) + len(extra_faces)}",
+        "property list uchar int vertex_indices",
+        "end_header",
+    ]
     lines += [" ".join(map(str, point)) for point in TETRAHEDRON]
     return "\n".join(lines + [" ".join(map(str, (len(face), *face))) for face in (*FACES, *extra_faces)]) + "\n"
 
@@ -29,8 +37,12 @@ def obj():
 
 
 def stl():
-    facets = "".join("facet normal 0 0 0\nouter loop\n" + "".join("vertex %g %g %g\n" % TETRAHEDRON[i] for i in face) +
-                     "endloop\nendfacet\n" for face in FACES)
+    facets = "".join(
+        "facet normal 0 0 0\nouter loop\n"
+        + "".join("vertex %g %g %g\n" % TETRAHEDRON[i] for i in face)
+        + "endloop\nendfacet\n"
+        for face in FACES
+    )
     return f"solid made\n{facets}endsolid made\n"
 
 
@@ -49,7 +61,9 @@ def test_a_large_stl_file_is_read_in_a_moment(tmp_path):
     facets = numpy.zeros(count, dtype=[("numbers", "<f4", (4, 3)), ("attribute", "<u2")])
     grid = numpy.arange(count)
     corners = numpy.stack([grid % 300, grid // 300, 0 * grid], axis=1)
-    facets["numbers"] = numpy.stack([0 * corners + (0, 0, 1), corners, corners + (1, 0, 0), corners + (0, 1, 0)], axis=1)
+    facets["numbers"] = numpy.stack(
+        [0 * corners + (0, 0, 1), corners, corners + (1, 0, 0), corners + (0, 1, 0)], axis=1
+    )
     path.write_bytes(bytes(80) + count.to_bytes(4, "little") + facets.tobytes())
     start = time.process_time()
     node = hyxOSG.readNodeFile(str(path), False)
@@ -74,10 +88,21 @@ def test_options_give_the_folder_to_look_in(tmp_path):
     assert hyxOSG.readNodeFile("hidden.ply", options, False) is not None
 
 
-@pytest.mark.parametrize("name, text", [
-    ("cut.ply", ply()[:-20]), ("index.ply", ply([(0, 1, 9)])), ("count.ply", ply().replace("vertex 4", "vertex 4000000000")),
-    ("type.ply", ply().replace("float x", "strange x")), ("empty.ply", ""), ("headless.ply", "ply\nformat ascii 1.0\n"),
-    ("text.glb", "no model"), ("none.unknown", "what"), ("junk.lwo", "FORM\0\0\1\0LWO2junk"), ("junk.md2", "IDP2" + "\x7f" * 64)])
+@pytest.mark.parametrize(
+    "name, text",
+    [
+        ("cut.ply", ply()[:-20]),
+        ("index.ply", ply([(0, 1, 9)])),
+        ("count.ply", ply().replace("vertex 4", "vertex 4000000000")),
+        ("type.ply", ply().replace("float x", "strange x")),
+        ("empty.ply", ""),
+        ("headless.ply", "ply\nformat ascii 1.0\n"),
+        ("text.glb", "no model"),
+        ("none.unknown", "what"),
+        ("junk.lwo", "FORM\0\0\1\0LWO2junk"),
+        ("junk.md2", "IDP2" + "\x7f" * 64),
+    ],
+)
 def test_damaged_and_unknown_files_give_nothing(tmp_path, name, text):
     file = tmp_path / name
     file.write_bytes(text.encode("latin-1"))
@@ -91,12 +116,29 @@ SCENE = {
     "materials": [{"name": "ice", "friction": 0.05, "density": 500}],
     "bodies": [
         {"name": "ground", "motion": "static", "geometries": [{"shape": "plane"}]},
-        {"name": "arm", "position": [0, 0, 2], "rpy": [0, 0, 90], "velocity": [1, 2, 3],
-         "geometries": [{"shape": "box", "halfExtents": [0.5, 0.1, 0.1], "material": "ice", "color": [1, 0, 0, 1]},
-                        {"shape": "sphere", "radius": 0.2, "position": [1, 0, 0], "sensor": True}]},
+        {
+            "name": "arm",
+            "position": [0, 0, 2],
+            "rpy": [0, 0, 90],
+            "velocity": [1, 2, 3],
+            "geometries": [
+                {"shape": "box", "halfExtents": [0.5, 0.1, 0.1], "material": "ice", "color": [1, 0, 0, 1]},
+                {"shape": "sphere", "radius": 0.2, "position": [1, 0, 0], "sensor": True},
+            ],
+        },
     ],
-    "constraints": [{"name": "joint", "type": "hinge", "body1": "arm", "body2": "ground", "position": [0, 0, 2], "axis": [0, 1, 0],
-                     "speed": 2.5, "range": [-1, 1]}],
+    "constraints": [
+        {
+            "name": "joint",
+            "type": "hinge",
+            "body1": "arm",
+            "body2": "ground",
+            "position": [0, 0, 2],
+            "axis": [0, 1, 0],
+            "speed": 2.5,
+            "range": [-1, 1],
+        }
+    ],
 }
 
 
@@ -112,7 +154,9 @@ def test_a_scene_file_fills_the_simulation_and_is_drawn(tmp_path):
     arm = simulation.getRigidBody("arm")
     assert list(arm.getPosition()) == [0, 0, 2] and list(arm.getVelocity()) == pytest.approx([1, 2, 3])
     assert arm.getRotation().getAngle() == pytest.approx(1.5708, abs=1e-3)
-    assert arm.getMass() == pytest.approx(500 * 0.04 + 1000 * 4.18879 * 0.008, rel=0.01) or arm.getMass() == pytest.approx(20, rel=0.01)
+    assert arm.getMass() == pytest.approx(
+        500 * 0.04 + 1000 * 4.18879 * 0.008, rel=0.01
+    ) or arm.getMass() == pytest.approx(20, rel=0.01)
     assert simulation.getGravity()[2] == -1.5
     assert simulation.getMaterial("ice").getFriction() == 0.05
     assert simulation.getConstraint("joint") is not None
@@ -134,10 +178,20 @@ def test_parts_of_a_scene_file_are_chosen_by_a_mask(tmp_path):
     assert hyxOSG.readFile(file, undrawn, None) is True and len(undrawn.getRigidBodies()) == 2
 
 
-@pytest.mark.parametrize("change", [
-    "no json", "[]", {"bodies": 3}, {"bodies": [{"geometries": [{"shape": "blob"}]}]}, {"bodies": [{"geometries": [{"shape": "box"}]}]},
-    {"bodies": [{"geometries": [{"shape": "sphere", "radius": -1}]}]}, {"bodies": [{"geometries": [{"shape": "mesh", "file": "no.stl"}]}]},
-    {"bodies": [{"motion": "sideways"}]}, {"constraints": [{"type": "hinge", "body1": "nobody"}]}])
+@pytest.mark.parametrize(
+    "change",
+    [
+        "no json",
+        "[]",
+        {"bodies": 3},
+        {"bodies": [{"geometries": [{"shape": "blob"}]}]},
+        {"bodies": [{"geometries": [{"shape": "box"}]}]},
+        {"bodies": [{"geometries": [{"shape": "sphere", "radius": -1}]}]},
+        {"bodies": [{"geometries": [{"shape": "mesh", "file": "no.stl"}]}]},
+        {"bodies": [{"motion": "sideways"}]},
+        {"constraints": [{"type": "hinge", "body1": "nobody"}]},
+    ],
+)
 def test_wrong_scene_files_are_refused_and_add_nothing(tmp_path, change):
     simulation, root = hyxSDK.Simulation(), osg.Group()
     assert hyxOSG.readFile(written(tmp_path, change), simulation, root) is False

@@ -1,4 +1,5 @@
 """Colours, opacity, light switches, outlines, wire frames, normals and uniforms."""
+
 import hyx
 import hyxCollide
 import hyxOSG
@@ -51,7 +52,9 @@ def test_wrong_colours_are_refused_and_no_node_is_no_error():
     node = ball(osg.Group())
     with pytest.raises(TypeError):
         hyxOSG.setDiffuseColor(node, hyx.Vec4(1, 0, 0, 1))
-    with pytest.raises(TypeError, match="invalid null reference in method 'setDiffuseColor', argument 2 of type 'hyx::Vec4f const &'"):
+    with pytest.raises(
+        TypeError, match="invalid null reference in method 'setDiffuseColor', argument 2 of type 'hyx::Vec4f const &'"
+    ):
         hyxOSG.setDiffuseColor(node, None)
     hyxOSG.setAmbientColor(None, RED)
     hyxOSG.setAlpha(None, 0.5)
@@ -202,7 +205,9 @@ def test_smoothing_one_visual_leaves_others_of_its_shape_alone():
     meshes = [n.getChild(0).asGroup().getChild(0).asGeode().getDrawable(0).asGeometry() for n in nodes]
     assert sorted(map(abs, meshes[1].getNormal(0))) == pytest.approx([0, 0, 1])
     assert meshes[0] != meshes[1]
-    assert sorted(map(abs, meshes[0].getNormal(0))) == pytest.approx([3**-0.5] * 3, abs=0.01), "the corner's faces are joined"
+    assert sorted(map(abs, meshes[0].getNormal(0))) == pytest.approx([3**-0.5] * 3, abs=0.01), (
+        "the corner's faces are joined"
+    )
 
 
 def test_uniforms_are_added_and_replaced():
@@ -216,5 +221,7 @@ def test_uniforms_are_added_and_replaced():
     assert hyxOSG.setUniformFloat(None, "u", 1.0) is None
     with pytest.raises(OverflowError):
         hyxOSG.setUniformInt(node, "count", 2**31)
-    with pytest.raises(TypeError, match="invalid null reference in method 'setUniformFloat', argument 2 of type 'std::string const &'"):
+    with pytest.raises(
+        TypeError, match="invalid null reference in method 'setUniformFloat', argument 2 of type 'std::string const &'"
+    ):
         hyxOSG.setUniformFloat(node, None, 1.0)

@@ -1,4 +1,5 @@
 """Model files bring their shapes, not their light, and their pictures in the size that they have."""
+
 import hyx
 import hyxCollide
 import hyxOSG
@@ -68,10 +69,17 @@ def test_textures_keep_the_size_of_their_pictures(tmp_path):
     corners = "v -1 1 -1\nv 1 1 -1\nv 0 1 1\nvt 0 0\nvt 1 0\nvt 0 1\n"
     (tmp_path / "m.obj").write_text(f"mtllib m.mtl\n{corners}usemtl red\nf 1/1 2/2 3/3\n")
     (tmp_path / "m.mtl").write_text("newmtl red\nmap_Kd odd.png\n")
-    (tmp_path / "m.ac").write_text('AC3Db\nMATERIAL "" rgb 1 1 1 amb 1 1 1 emis 0 0 0 spec 0 0 0 shi 1 trans 0\nOBJECT poly\n'
-                                   'texture "odd.png"\nnumvert 3\n-1 1 -1\n1 1 -1\n0 1 1\nnumsurf 1\nSURF 0x20\nmat 0\nrefs 3\n'
-                                   '0 0 0\n1 1 0\n2 0 1\nkids 0\n')
-    names = {"model": str(tmp_path / "m.obj"), "exchange": str(tmp_path / "m.ac"), "picture": picture, "shot": str(tmp_path / "shot.png")}
+    (tmp_path / "m.ac").write_text(
+        'AC3Db\nMATERIAL "" rgb 1 1 1 amb 1 1 1 emis 0 0 0 spec 0 0 0 shi 1 trans 0\nOBJECT poly\n'
+        'texture "odd.png"\nnumvert 3\n-1 1 -1\n1 1 -1\n0 1 1\nnumsurf 1\nSURF 0x20\nmat 0\nrefs 3\n'
+        "0 0 0\n1 1 0\n2 0 1\nkids 0\n"
+    )
+    names = {
+        "model": str(tmp_path / "m.obj"),
+        "exchange": str(tmp_path / "m.ac"),
+        "picture": picture,
+        "shot": str(tmp_path / "shot.png"),
+    }
     drawn = run_python(DRAW.format(**names))
     assert drawn.returncode == 0, drawn.stderr
     assert "Scaling" not in drawn.stdout + drawn.stderr

@@ -1,4 +1,5 @@
 """What moves or grows: particles, emitters, terrains, trajectories, contact graphs and pieces of broken bodies."""
+
 import hyx
 import hyxCollide
 import hyxModel
@@ -225,7 +226,9 @@ def test_ways_are_coloured_by_speed():
     simulation, _ = falling()
     root = osg.Group()
     colours = hyxRender.ColorVector([hyxRender.Color(0, 0, 1, 1), hyxRender.Color(1, 0, 0, 1)])
-    geode = hyxOSG.createRigidBodyTrajectoriesVisual(simulation, root, 0.0, 200, hyxOSG.ScalarColorMap(colours, 0.0, 10.0))
+    geode = hyxOSG.createRigidBodyTrajectoriesVisual(
+        simulation, root, 0.0, 200, hyxOSG.ScalarColorMap(colours, 0.0, 10.0)
+    )
     update(root, simulation, 100)
     slow, fast = lines(geode).getColor(0), lines(geode).getColor(99)
     assert slow[2] > 0.8 and fast[0] > 0.8
@@ -292,7 +295,9 @@ def broken_box(root, watch):
 
 
 def test_pieces_of_a_broken_body_are_drawn_in_its_place(studio):
-    simulation, body, visual, pieces = broken_box(studio.root, lambda g: hyxOSG.addRenderCallbackToFracture(g, studio.root))
+    simulation, body, visual, pieces = broken_box(
+        studio.root, lambda g: hyxOSG.addRenderCallbackToFracture(g, studio.root)
+    )
     assert hyxOSG.findGeometryNode(body.getGeometries()[0], studio.root) is None
     assert len(pieces) > 2
     assert all(hyxOSG.findGeometryNode(piece.getGeometries()[0], studio.root) for piece in pieces)
@@ -303,7 +308,9 @@ def test_pieces_of_a_broken_body_are_drawn_in_its_place(studio):
 
 def test_pieces_take_the_given_colour(studio):
     colour = hyx.Vec4f(0, 0, 1, 1)
-    simulation, _, _, pieces = broken_box(studio.root, lambda g: hyxOSG.addRenderColorCallbackToFracture(g, studio.root, colour))
+    simulation, _, _, pieces = broken_box(
+        studio.root, lambda g: hyxOSG.addRenderColorCallbackToFracture(g, studio.root, colour)
+    )
     assert studio.picture().count(blue) > 500
     with pytest.raises(TypeError, match="invalid null reference"):
         hyxOSG.addRenderColorCallbackToFracture(None, studio.root, None)

@@ -1,4 +1,5 @@
 """Textures, cube maps, sky spheres and reflections."""
+
 import hyx
 import hyxCollide
 import hyxOSG
@@ -7,9 +8,18 @@ import picture_files
 import pytest
 from studio import blue, green, red, studio, whole_studio  # noqa: F401
 
-MODES = {name: getattr(hyxOSG, name) for name in (
-    "DIFFUSE_TEXTURE", "SHADOW_TEXTURE", "SHADOW_JITTER_TEXTURE", "NORMALMAP_TEXTURE", "HEIGHTMAP_TEXTURE", "SPECULARMAP_TEXTURE",
-    "SPHEREMAP_TEXTURE")}
+MODES = {
+    name: getattr(hyxOSG, name)
+    for name in (
+        "DIFFUSE_TEXTURE",
+        "SHADOW_TEXTURE",
+        "SHADOW_JITTER_TEXTURE",
+        "NORMALMAP_TEXTURE",
+        "HEIGHTMAP_TEXTURE",
+        "SPECULARMAP_TEXTURE",
+        "SPHEREMAP_TEXTURE",
+    )
+}
 
 
 @pytest.fixture
@@ -52,10 +62,12 @@ def test_every_form_of_setting_a_texture_is_seen(studio, tmp_path, form):
 def test_scales_repeat_the_picture(studio, box, tmp_path):
     file = picture_files.write(tmp_path / "half.png", lambda x, y: (1, 0, 0) if x < 16 else (0, 0, 1))
     hyxOSG.setTexture(box[1], file, True)
+
     def changes():
         picture = studio.picture()
         row = [red(*picture.pixel(x, 64)) for x in range(10, 118)]
         return sum(a != b for a, b in zip(row, row[1:]))
+
     once = changes()
     hyxOSG.setTexture(box[1], file, True, 0, 4.0, 1.0)
     assert changes() >= 3 * once > 0
@@ -171,8 +183,13 @@ def test_a_sky_sphere_shows_each_side_where_it_belongs(studio, tmp_path):
     sky = hyxOSG.createSkySphere("sky", images, 50.0, 1.0)
     assert sky.getName() == "sky" and sky.getDrawable(0).getBoundingBox().upper().z == pytest.approx(50)
     studio.root.addChild(sky)
-    for direction, colour in (((1, 0, 0), (1, 0, 0)), ((-1, 0, 0), (0, 1, 1)), ((0, 1, 0), (1, 0, 1)), ((0, -1, 0), (0, 1, 0)),
-                              ((0.01, 0, 1), (0, 0, 1))):
+    for direction, colour in (
+        ((1, 0, 0), (1, 0, 0)),
+        ((-1, 0, 0), (0, 1, 1)),
+        ((0, 1, 0), (1, 0, 1)),
+        ((0, -1, 0), (0, 1, 0)),
+        ((0.01, 0, 1), (0, 0, 1)),
+    ):
         studio.look_from(hyx.Vec3(), hyx.Vec3(*direction))
         assert [part > 128 for part in studio.picture().center()] == [bool(part) for part in colour], direction
     images.clear()
