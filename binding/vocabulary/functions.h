@@ -86,7 +86,7 @@ public:
     static constexpr void write_prototype(Sink& sink, std::size_t given) {
         sink.put("    ");
         if (!F::Text::class_name.empty()) {
-            sink.put(F::Text::class_name);
+            put_type(sink, F::Text::class_name);
             sink.put("::");
         }
         sink.put(F::Text::native_name);

@@ -44,12 +44,26 @@ struct Literal {
     }();
 };
 
-// Writes a native type or list of types without blanks after commas.
+// Whether a `*` or `&` behind this letter stands apart from it.
+constexpr bool ends_name(char letter) {
+    return letter == '_' || letter == '>' || (letter >= '0' && letter <= '9') || (letter >= 'a' && letter <= 'z') ||
+           (letter >= 'A' && letter <= 'Z');
+}
+
+// Writes a native type or list of types as the messages have them: no blank after a comma, one before `*` and `&`, one
+// inside the brackets of template arguments.
 template <class Sink>
 constexpr void put_type(Sink& sink, std::string_view type) {
-    for (std::size_t i = 0; i < type.size(); ++i)
-        if (!(type[i] == ' ' && i > 0 && type[i - 1] == ','))
-            sink.put(type[i]);
+    char last = ',';
+    for (char const letter : type) {
+        if (letter == ' ' && (last == ',' || last == ' '))
+            continue;
+        bool const apart = letter == '>' || last == '<' || ((letter == '*' || letter == '&') && ends_name(last));
+        if (apart && letter != ' ' && last != ' ')
+            sink.put(' ');
+        sink.put(letter);
+        last = letter;
+    }
 }
 
 // A positive number below 100.

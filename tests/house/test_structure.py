@@ -67,22 +67,16 @@ ROWS(functions);
     import sysconfig
 
     names = tmp_path / "names"
-    lists = [*(ROOT / "catalogue").glob("*.txt"), ROOT / "tests/binding/sample/classes.txt"]
+    lists = [*(ROOT / "binding/catalogue/lists").glob("*.txt"), ROOT / "tests/binding/sample/classes.txt"]
     subprocess.run([sys.executable, GENERATOR, *lists, "--out", names], check=True)
-<<<<<<< Updated upstream
-    command = ["g++", "-std=c++20", "-fsyntax-only", f"-I{ROOT}", f"-I{names}",
-               f"-I{sysconfig.get_paths()['include']}", source]
-=======
     command = [
         "g++",
         "-std=c++20",
         "-fsyntax-only",
-        "-DHYX_AREA=rows",
         f"-I{ROOT}",
         f"-I{names}",
         f"-I{sysconfig.get_paths()['include']}",
         source,
     ]
->>>>>>> Stashed changes
     result = subprocess.run(command, capture_output=True, text=True)
     assert result.returncode != 0 and complaint in result.stderr

@@ -8,7 +8,7 @@ import hyx
 import hyxOSG
 import numpy
 import pytest
-from decorated_stage import changed, frame, near, write_image
+from decorated_stage import changed, decorator, frame, near, stage, write_image
 from hyxOSG import ClipPlane, SkyBox
 
 

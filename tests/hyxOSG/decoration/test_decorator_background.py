@@ -5,7 +5,7 @@ import hyx
 import hyxOSG
 import numpy
 import pytest
-from decorated_stage import HEIGHT, WIDTH, changed, near, write_image
+from decorated_stage import HEIGHT, WIDTH, changed, decorator, near, stage, write_image
 
 CORNERS = [(2, 2), (2, WIDTH - 3), (HEIGHT - 3, 2), (HEIGHT - 3, WIDTH - 3)]
 RED, GREEN, BLUE, YELLOW = (1, 0, 0), (0, 1, 0), (0, 0, 1), (1, 1, 0)

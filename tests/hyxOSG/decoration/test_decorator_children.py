@@ -3,7 +3,7 @@
 import hyx
 import hyxOSG
 import pytest
-from decorated_stage import changed
+from decorated_stage import changed, stage
 
 
 @pytest.fixture

@@ -3,7 +3,7 @@
 import hyx
 import hyxOSG
 import pytest
-from decorated_stage import HEIGHT, WIDTH, changed, frame, near, write_image
+from decorated_stage import HEIGHT, WIDTH, changed, decorator, frame, near, stage, write_image
 from hyxOSG import SceneDecorator
 
 MAGENTA, CYAN = (1, 0, 1), (0, 1, 1)

@@ -6,7 +6,7 @@ import math
 import _hyxOSG
 import hyx
 import pytest
-from decorated_stage import changed
+from decorated_stage import changed, decorator, stage
 from hyxOSG import LightSource, SceneDecorator
 
 

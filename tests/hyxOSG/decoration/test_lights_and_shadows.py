@@ -7,7 +7,7 @@ import hyxOSG
 import numpy
 import osg
 import pytest
-from decorated_stage import CASTS, RECEIVES, changed, frame
+from decorated_stage import CASTS, RECEIVES, changed, decorator, frame, stage
 from hyxOSG import SceneDecorator
 
 METHODS = [

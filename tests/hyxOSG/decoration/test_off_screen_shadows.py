@@ -5,7 +5,7 @@ import hyxOSG
 import hyxRender
 import numpy
 import pytest
-from decorated_stage import CASTS, HEIGHT, WIDTH
+from decorated_stage import CASTS, HEIGHT, WIDTH, stage
 from hyxOSG import RenderTarget, SceneDecorator
 
 EYE = hyx.Vec3(0, -7, 5), hyx.Vec3(0, 0, 0.4), hyx.Vec3(0, 0, 1)

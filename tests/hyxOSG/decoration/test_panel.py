@@ -5,7 +5,7 @@ import math
 import hyx
 import pytest
 from _probe import deletePanel, makePanel
-from decorated_stage import HEIGHT, changed, frame, near
+from decorated_stage import HEIGHT, changed, decorator, frame, near, stage
 
 
 @pytest.fixture

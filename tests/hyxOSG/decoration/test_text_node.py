@@ -7,7 +7,7 @@ import _hyxOSG
 import hyx
 import hyxOSG
 import pytest
-from decorated_stage import changed, frame, near
+from decorated_stage import changed, frame, near, stage
 from hyxOSG import Text
 
 MAGENTA = (1, 0, 1)

@@ -7,6 +7,7 @@ import hyxSDK
 import osg
 import pytest
 from overrides import ARGUMENTS, BOOL, RAISING, VIRTUAL, native, overriding
+from playground import playground
 
 SIGNATURES = {
     "mouseDragged": "mouseDragged(hyxSDK::GuiEventListener::MouseButtonMask, float, float)",

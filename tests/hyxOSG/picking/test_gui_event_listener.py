@@ -5,7 +5,7 @@ import hyx
 import hyxOSG
 import numpy
 import pytest
-from playground import CENTER, numbers
+from playground import CENTER, numbers, playground
 
 DEFAULT_MASK, ALL = 25, 31
 

@@ -10,6 +10,7 @@ import hyxOSG
 import hyxSDK
 import pytest
 from overrides import VIRTUAL, native
+from playground import playground
 from subprocesses import run_python
 
 STEP_LISTENERS = [hyxSDK.EventListener, hyxOSG.GuiEventListener]

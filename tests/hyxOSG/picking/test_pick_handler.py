@@ -7,7 +7,7 @@ import hyxOSG
 import hyxSDK
 import numpy
 import pytest
-from playground import CENTER, CONTROL_LEFT, HEIGHT, SHIFT_LEFT, WIDTH, numbers
+from playground import CENTER, CONTROL_LEFT, HEIGHT, SHIFT_LEFT, WIDTH, numbers, playground
 
 LEFT, MIDDLE, RIGHT = 1, 2, 4
 DOWN, UP = 0, 1
