@@ -74,8 +74,8 @@ protected:
     ~Cable() override;
 
 private:
-    struct Impl;
-    std::unique_ptr<Impl> m_impl;
+    struct Implementation;
+    std::unique_ptr<Implementation> m_implementation;
 };
 
 } // namespace hyxCable

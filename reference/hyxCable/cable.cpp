@@ -19,7 +19,7 @@ constexpr hyx::UInt substeps = 20;
 
 } // namespace
 
-struct Cable::Impl {
+struct Cable::Implementation {
     hyxWire::ChainRoute route;
     hyxWire::ChainSolver chain;
     CableProperties properties;
@@ -34,104 +34,106 @@ struct Cable::Impl {
     Real turnRate(bool first) const;
 };
 
-Cable::Cable(Real radius, Real segmentsPerMetre, CableProperties const& properties) : m_impl(std::make_unique<Impl>()) {
+Cable::Cable(Real radius, Real segmentsPerMetre, CableProperties const& properties)
+    : m_implementation(std::make_unique<Implementation>()) {
     hyx::requirePositive(radius, "the radius of a cable");
     hyx::requirePositive(segmentsPerMetre, "the number of segments per metre of a cable");
     hyx::requirePositive(properties.youngModulus, "the Young modulus of a cable");
     hyx::requirePositive(properties.shearModulus, "the shear modulus of a cable");
     hyx::requirePositive(properties.density, "the density of a cable");
     Real const section = std::numbers::pi * radius * radius;
-    m_impl->radius = radius;
-    m_impl->segmentLength = 1 / segmentsPerMetre;
-    m_impl->properties = properties;
-    m_impl->chain.axialStiffness = properties.youngModulus * section;
-    m_impl->chain.bendStiffness = properties.youngModulus * section * radius * radius / 4;
-    m_impl->chain.damping = properties.damping;
-    m_impl->chain.tensionOnly = false;
+    m_implementation->radius = radius;
+    m_implementation->segmentLength = 1 / segmentsPerMetre;
+    m_implementation->properties = properties;
+    m_implementation->chain.axialStiffness = properties.youngModulus * section;
+    m_implementation->chain.bendStiffness = properties.youngModulus * section * radius * radius / 4;
+    m_implementation->chain.damping = properties.damping;
+    m_implementation->chain.tensionOnly = false;
 }
 
 Cable::~Cable() = default;
 
 void Cable::add(Vec3 const& point) {
-    m_impl->route.add(point);
+    m_implementation->route.add(point);
 }
 
 void Cable::add(hyx::RigidBody* body, Vec3 const& localPoint) {
-    m_impl->route.add(body, localPoint);
+    m_implementation->route.add(body, localPoint);
 }
 
 void Cable::initialize() {
-    if (!m_impl->chain.restLengths.empty())
+    if (!m_implementation->chain.restLengths.empty())
         return;
-    Real const massPerLength = m_impl->properties.density * std::numbers::pi * m_impl->radius * m_impl->radius;
-    m_impl->route.build(m_impl->chain, m_impl->segmentLength, massPerLength);
-    m_impl->publish();
+    Real const massPerLength =
+        m_implementation->properties.density * std::numbers::pi * m_implementation->radius * m_implementation->radius;
+    m_implementation->route.build(m_implementation->chain, m_implementation->segmentLength, massPerLength);
+    m_implementation->publish();
 }
 
 Real Cable::getRadius() const {
-    return m_impl->radius;
+    return m_implementation->radius;
 }
 
 CableProperties const& Cable::getProperties() const {
-    return m_impl->properties;
+    return m_implementation->properties;
 }
 
 void Cable::setGravity(Vec3 const& gravity) {
-    m_impl->chain.gravity = gravity;
+    m_implementation->chain.gravity = gravity;
 }
 
 Vec3 Cable::getGravity() const {
-    return m_impl->chain.gravity;
+    return m_implementation->chain.gravity;
 }
 
 void Cable::setEndPoint(bool first, Vec3 const& point) {
-    m_impl->route.moveEnd(first, point);
+    m_implementation->route.moveEnd(first, point);
 }
 
 void Cable::setEndTwist(Real angle) {
-    m_impl->endTwist = hyx::requireFinite(angle, "the twist of a cable");
+    m_implementation->endTwist = hyx::requireFinite(angle, "the twist of a cable");
 }
 
 Real Cable::getEndTwist() const {
-    return m_impl->endTwist;
+    return m_implementation->endTwist;
 }
 
 hyx::UInt Cable::getNumSegments() const {
-    return m_impl->chain.restLengths.size();
+    return m_implementation->chain.restLengths.size();
 }
 
 std::vector<Vec3> const& Cable::getPoints() const {
-    return m_impl->positions;
+    return m_implementation->positions;
 }
 
 Real Cable::getLength() const {
-    return m_impl->chain.length();
+    return m_implementation->chain.length();
 }
 
 hyx::UInt Cable::getRevision() const {
-    return m_impl->revision;
+    return m_implementation->revision;
 }
 
 SegmentLoad Cable::getLoad(hyx::Index segment) const {
-    hyxWire::ChainSolver const& chain = m_impl->chain;
+    hyxWire::ChainSolver const& chain = m_implementation->chain;
     SegmentLoad load;
     load.tension = chain.tensions.at(segment);
     // A segment bends as much as the sharper of its two ends.
     for (std::size_t point = segment; point <= segment + 1; ++point)
         if (point > 0 && point + 1 < chain.points.size())
             load.curvature = std::max(load.curvature, chain.curvature(point));
-    load.twist = (m_impl->endTwist + m_impl->bodyTwist) / chain.length();
+    load.twist = (m_implementation->endTwist + m_implementation->bodyTwist) / chain.length();
     return load;
 }
 
 void Cable::step(Real timeStep) {
     hyx::requirePositive(timeStep, "the time step of a cable");
     initialize();
-    m_impl->route.takePlaces(m_impl->chain, timeStep);
-    m_impl->bodyTwist += (m_impl->turnRate(true) - m_impl->turnRate(false)) * timeStep;
-    m_impl->chain.step(timeStep, substeps);
-    m_impl->route.pullBodies(m_impl->chain);
-    m_impl->publish();
+    m_implementation->route.takePlaces(m_implementation->chain, timeStep);
+    m_implementation->bodyTwist += (m_implementation->turnRate(true) - m_implementation->turnRate(false)) * timeStep;
+    m_implementation->chain.step(timeStep, substeps);
+    m_implementation->route.pullBodies(m_implementation->chain);
+    m_implementation->publish();
 }
 
 void Cable::setSimulation(hyxSDK::Simulation* simulation) {
@@ -145,7 +147,7 @@ void Cable::preStep(hyx::TimeStamp, Real timeStep) {
 }
 
 // How fast the body at an end turns about the cable's direction there, rad/s.
-Real Cable::Impl::turnRate(bool first) const {
+Real Cable::Implementation::turnRate(bool first) const {
     hyx::RigidBody const* body = route.getEndBody(first);
     if (!body)
         return 0;
@@ -153,7 +155,7 @@ Real Cable::Impl::turnRate(bool first) const {
     return body->getAngularVelocity().dot((chain.points[from + 1].position - chain.points[from].position).normal());
 }
 
-void Cable::Impl::publish() {
+void Cable::Implementation::publish() {
     positions.clear();
     for (hyxWire::ChainSolver::Point const& point : chain.points)
         positions.push_back(point.position);

@@ -15,7 +15,7 @@ namespace hyxNet {
 
 using nlohmann::json;
 
-struct CoSimulationServer::State {
+struct CoSimulationServer::Implementation {
     zmq::context_t context;
     zmq::socket_t socket{context, zmq::socket_type::rep};
     std::string address;
@@ -33,36 +33,36 @@ struct CoSimulationServer::State {
 };
 
 CoSimulationServer::CoSimulationServer(int port, std::string const& token, std::string const& address)
-    : m_state(std::make_unique<State>()) {
+    : m_implementation(std::make_unique<Implementation>()) {
     if (port < 0 || port > 65535)
         throw std::invalid_argument("a port must be 0 to 65535");
-    m_state->token = token;
-    m_state->socket.set(zmq::sockopt::linger, 0);
+    m_implementation->token = token;
+    m_implementation->socket.set(zmq::sockopt::linger, 0);
     std::string const host = listenAddress(address);
     std::string const endpoint = "tcp://" + host + ":" + (port ? std::to_string(port) : "*");
     try {
-        m_state->socket.bind(endpoint);
+        m_implementation->socket.bind(endpoint);
     } catch (zmq::error_t const& error) {
         throw std::runtime_error("the co-simulation server cannot listen on " + endpoint + ": " + error.what());
     }
-    m_state->address = m_state->socket.get(zmq::sockopt::last_endpoint);
+    m_implementation->address = m_implementation->socket.get(zmq::sockopt::last_endpoint);
 }
 
 CoSimulationServer::~CoSimulationServer() = default;
 
 int CoSimulationServer::getPort() const {
-    return std::stoi(m_state->address.substr(m_state->address.rfind(':') + 1));
+    return std::stoi(m_implementation->address.substr(m_implementation->address.rfind(':') + 1));
 }
 
 std::string CoSimulationServer::getAddress() const {
-    return m_state->address;
+    return m_implementation->address;
 }
 
 void CoSimulationServer::setHandler(Handler handler) {
-    m_state->handler = std::move(handler);
+    m_implementation->handler = std::move(handler);
 }
 
-std::string CoSimulationServer::State::answer(std::string const& text) {
+std::string CoSimulationServer::Implementation::answer(std::string const& text) {
     try {
         json const request = json::parse(text);
         if (!request.is_object())
@@ -83,7 +83,7 @@ std::string CoSimulationServer::State::answer(std::string const& text) {
     }
 }
 
-std::string CoSimulationServer::State::answerHeldCall() {
+std::string CoSimulationServer::Implementation::answerHeldCall() {
     holdsCall = false;
     std::string const name = std::exchange(calledFunction, "");
     json const answer = callResult.empty()
@@ -93,44 +93,44 @@ std::string CoSimulationServer::State::answerHeldCall() {
 }
 
 int CoSimulationServer::update(int waitMilliseconds) {
-    if (m_state->holdsCall)
-        m_state->send(m_state->answerHeldCall());
+    if (m_implementation->holdsCall)
+        m_implementation->send(m_implementation->answerHeldCall());
     int answered = 0;
     for (;; ++answered) {
-        zmq::pollitem_t item{m_state->socket, 0, ZMQ_POLLIN, 0};
+        zmq::pollitem_t item{m_implementation->socket, 0, ZMQ_POLLIN, 0};
         zmq::message_t request;
         try {
             if (zmq::poll(&item, 1, std::chrono::milliseconds(answered ? 0 : waitMilliseconds)) == 0)
                 return answered;
-            if (!m_state->socket.recv(request, zmq::recv_flags::dontwait))
+            if (!m_implementation->socket.recv(request, zmq::recv_flags::dontwait))
                 return answered;
         } catch (zmq::error_t const& error) {
             if (error.num() == EINTR)
                 return answered; // a signal: the caller looks after it
             throw;
         }
-        std::string const answer = m_state->answer(request.to_string());
-        if (m_state->holdsCall)
+        std::string const answer = m_implementation->answer(request.to_string());
+        if (m_implementation->holdsCall)
             return answered + 1;
-        m_state->send(answer);
-        m_state->calledFunction.clear();
+        m_implementation->send(answer);
+        m_implementation->calledFunction.clear();
     }
 }
 
 std::string CoSimulationServer::getCalledFunction() const {
-    return m_state->calledFunction;
+    return m_implementation->calledFunction;
 }
 
 std::string CoSimulationServer::getCallArgument() const {
-    return m_state->callArgument;
+    return m_implementation->callArgument;
 }
 
 void CoSimulationServer::setCallResult(std::string const& result) {
-    m_state->callResult = result;
+    m_implementation->callResult = result;
 }
 
 std::string CoSimulationServer::getCallResult() const {
-    return m_state->callResult.empty() ? "null" : m_state->callResult;
+    return m_implementation->callResult.empty() ? "null" : m_implementation->callResult;
 }
 
 } // namespace hyxNet

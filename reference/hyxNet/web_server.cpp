@@ -34,7 +34,7 @@ struct Client {
 
 } // namespace
 
-struct WebServer::State {
+struct WebServer::Implementation {
     lws_context* context = nullptr;
     lws_vhost* host = nullptr;
     int port = 0;
@@ -44,7 +44,7 @@ struct WebServer::State {
     std::list<Client> clients;
     Client* current = nullptr; ///< whose message is being handled
 
-    ~State() {
+    ~Implementation() {
         if (context)
             lws_context_destroy(context);
     }
@@ -60,13 +60,13 @@ struct WebServer::State {
     static int callback(lws* socket, lws_callback_reasons reason, void* user, void* data, size_t size);
 };
 
-bool WebServer::State::hasToken(lws* socket) const {
+bool WebServer::Implementation::hasToken(lws* socket) const {
     char value[128];
     char const* given = lws_get_urlarg_by_name(socket, "token=", value, sizeof value);
     return given && sameToken(token, given);
 }
 
-int WebServer::State::servePage(lws* socket, char const* path) {
+int WebServer::Implementation::servePage(lws* socket, char const* path) {
     if (std::strcmp(path, "/") != 0)
         return lws_return_http_status(socket, HTTP_STATUS_NOT_FOUND, nullptr) ? -1 : 0;
     if (!hasToken(socket))
@@ -79,7 +79,7 @@ int WebServer::State::servePage(lws* socket, char const* path) {
     return 0;
 }
 
-int WebServer::State::writePage(lws* socket) const {
+int WebServer::Implementation::writePage(lws* socket) const {
     std::string body(LWS_PRE, '\0');
     body += page;
     auto* start = reinterpret_cast<unsigned char*>(body.data()) + LWS_PRE;
@@ -88,13 +88,13 @@ int WebServer::State::writePage(lws* socket) const {
     return lws_http_transaction_completed(socket) ? -1 : 0;
 }
 
-Client* WebServer::State::find(lws* socket) {
+Client* WebServer::Implementation::find(lws* socket) {
     auto const client =
         std::find_if(clients.begin(), clients.end(), [=](Client const& c) { return c.socket == socket; });
     return client == clients.end() ? nullptr : &*client;
 }
 
-void WebServer::State::receive(lws* socket, char const* bytes, size_t size) {
+void WebServer::Implementation::receive(lws* socket, char const* bytes, size_t size) {
     Client* client = find(socket);
     if (!client || client->incoming.size() + size > longestMessage)
         return;
@@ -108,7 +108,7 @@ void WebServer::State::receive(lws* socket, char const* bytes, size_t size) {
         queue(*client, false, answer);
 }
 
-bool WebServer::State::queue(Client& client, bool binary, std::string const& bytes) {
+bool WebServer::Implementation::queue(Client& client, bool binary, std::string const& bytes) {
     if (client.outgoing.size() >= longestQueue)
         return false;
     client.outgoing.push_back({binary, std::string(LWS_PRE, '\0') + bytes});
@@ -116,7 +116,7 @@ bool WebServer::State::queue(Client& client, bool binary, std::string const& byt
     return true;
 }
 
-int WebServer::State::send(Client& client) {
+int WebServer::Implementation::send(Client& client) {
     if (client.outgoing.empty())
         return 0;
     Message& message = client.outgoing.front();
@@ -130,9 +130,9 @@ int WebServer::State::send(Client& client) {
     return 0;
 }
 
-int WebServer::State::callback(lws* socket, lws_callback_reasons reason, void* user, void* data, size_t size) {
+int WebServer::Implementation::callback(lws* socket, lws_callback_reasons reason, void* user, void* data, size_t size) {
     lws_context* context = socket ? lws_get_context(socket) : nullptr;
-    auto* state = context ? static_cast<State*>(lws_context_user(context)) : nullptr;
+    auto* state = context ? static_cast<Implementation*>(lws_context_user(context)) : nullptr;
     if (!state)
         return lws_callback_http_dummy(socket, reason, user, data, size);
     switch (reason) {
@@ -161,14 +161,14 @@ int WebServer::State::callback(lws* socket, lws_callback_reasons reason, void* u
 }
 
 WebServer::WebServer(int port, std::string const& host, std::string const& token, char const* page, Handler handler)
-    : m_state(std::make_unique<State>()) {
+    : m_implementation(std::make_unique<Implementation>()) {
     if (port < 0 || port > 65535)
         throw std::invalid_argument("a port must be 0 to 65535");
-    m_state->token = token;
-    m_state->page = page;
-    m_state->handler = std::move(handler);
+    m_implementation->token = token;
+    m_implementation->page = page;
+    m_implementation->handler = std::move(handler);
     lws_set_log_level(0, nullptr);
-    static lws_protocols const protocols[] = {{"hyx", State::callback, 0, longestMessage, 0, nullptr, 0},
+    static lws_protocols const protocols[] = {{"hyx", Implementation::callback, 0, longestMessage, 0, nullptr, 0},
                                               {nullptr, nullptr, 0, 0, 0, nullptr, 0}};
     std::string const address = listenAddress(host);
     lws_context_creation_info info{};
@@ -177,15 +177,15 @@ WebServer::WebServer(int port, std::string const& host, std::string const& token
     bool const sixthVersion = address.find(':') != std::string::npos;
     info.options |= sixthVersion ? LWS_SERVER_OPTION_IPV6_V6ONLY_MODIFY | LWS_SERVER_OPTION_IPV6_V6ONLY_VALUE
                                  : LWS_SERVER_OPTION_DISABLE_IPV6;
-    info.user = m_state.get();
+    info.user = m_implementation.get();
     info.protocols = protocols;
     info.port = port;
     info.iface = address.c_str();
-    m_state->context = lws_create_context(&info);
-    m_state->host = m_state->context ? lws_create_vhost(m_state->context, &info) : nullptr;
-    if (m_state->host)
-        m_state->port = port ? port : lws_get_vhost_listen_port(m_state->host);
-    if (!m_state->host || m_state->port <= 0)
+    m_implementation->context = lws_create_context(&info);
+    m_implementation->host = m_implementation->context ? lws_create_vhost(m_implementation->context, &info) : nullptr;
+    if (m_implementation->host)
+        m_implementation->port = port ? port : lws_get_vhost_listen_port(m_implementation->host);
+    if (!m_implementation->host || m_implementation->port <= 0)
         throw std::runtime_error("the remote control cannot listen on port " + std::to_string(port) + " of " + address +
                                  ": it is in use, not allowed, or no address of this machine, such as 127.0.0.1");
 }
@@ -193,38 +193,38 @@ WebServer::WebServer(int port, std::string const& host, std::string const& token
 WebServer::~WebServer() = default;
 
 int WebServer::port() const {
-    return m_state->port;
+    return m_implementation->port;
 }
 
 int WebServer::numClients() const {
-    return int(m_state->clients.size());
+    return int(m_implementation->clients.size());
 }
 
 void WebServer::update() {
-    lws_service(m_state->context, -1);
+    lws_service(m_implementation->context, -1);
 }
 
 bool WebServer::wantsPicture() const {
-    return std::any_of(m_state->clients.begin(), m_state->clients.end(),
+    return std::any_of(m_implementation->clients.begin(), m_implementation->clients.end(),
                        [](Client const& c) { return c.wantsPicture; });
 }
 
 void WebServer::askForPicture() {
-    if (m_state->current)
-        m_state->current->wantsPicture = true;
+    if (m_implementation->current)
+        m_implementation->current->wantsPicture = true;
 }
 
 void WebServer::sendPicture(std::string const& bytes) {
-    for (Client& client : m_state->clients) {
+    for (Client& client : m_implementation->clients) {
         // A page asks again only when it has shown the last one, so one that had no room is still owed.
         if (client.wantsPicture)
-            client.wantsPicture = !m_state->queue(client, true, bytes);
+            client.wantsPicture = !m_implementation->queue(client, true, bytes);
     }
 }
 
 void WebServer::sendText(std::string const& text) {
-    for (Client& client : m_state->clients)
-        m_state->queue(client, false, text);
+    for (Client& client : m_implementation->clients)
+        m_implementation->queue(client, false, text);
 }
 
 } // namespace hyxNet

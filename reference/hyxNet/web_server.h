@@ -35,10 +35,10 @@ public:
     /// Sends a text to all pages. A page that does not keep up misses texts.
     void sendText(std::string const& text);
 
-    struct State;
+    struct Implementation;
 
 private:
-    std::unique_ptr<State> m_state;
+    std::unique_ptr<Implementation> m_implementation;
 };
 
 } // namespace hyxNet

@@ -16,7 +16,7 @@ namespace hyxSensor {
 using hyx::Real;
 using hyx::Vec3;
 
-struct Lidar::Impl {
+struct Lidar::Implementation {
     hyx::ref_ptr<hyx::Frame> frame;
     hyx::ref_ptr<hyx::RigidBody> ignored;
     hyx::UInt rings = 16;
@@ -37,41 +37,41 @@ struct Lidar::Impl {
     Real randomNormal();
 };
 
-Lidar::Lidar(hyx::Frame* frame) : m_impl(std::make_unique<Impl>()) {
-    m_impl->frame = frame;
+Lidar::Lidar(hyx::Frame* frame) : m_implementation(std::make_unique<Implementation>()) {
+    m_implementation->frame = frame;
 }
 
 Lidar::~Lidar() = default;
 
 void Lidar::setFrame(hyx::Frame* frame) {
-    m_impl->frame = frame;
+    m_implementation->frame = frame;
 }
 
 hyx::Frame* Lidar::getFrame() const {
-    return m_impl->frame.get();
+    return m_implementation->frame.get();
 }
 
 void Lidar::setIgnoredBody(hyx::RigidBody* body) {
-    m_impl->ignored = body;
+    m_implementation->ignored = body;
 }
 
 hyx::RigidBody* Lidar::getIgnoredBody() const {
-    return m_impl->ignored.get();
+    return m_implementation->ignored.get();
 }
 
 void Lidar::setResolution(hyx::UInt rings, hyx::UInt raysPerRing) {
     if (rings == 0 || raysPerRing == 0)
         throw std::invalid_argument("a lidar needs at least one ring and one ray in it");
-    m_impl->rings = rings;
-    m_impl->raysPerRing = raysPerRing;
+    m_implementation->rings = rings;
+    m_implementation->raysPerRing = raysPerRing;
 }
 
 hyx::UInt Lidar::getNumRings() const {
-    return m_impl->rings;
+    return m_implementation->rings;
 }
 
 hyx::UInt Lidar::getNumRaysPerRing() const {
-    return m_impl->raysPerRing;
+    return m_implementation->raysPerRing;
 }
 
 void Lidar::setFieldOfView(Real horizontal, Real vertical) {
@@ -79,77 +79,78 @@ void Lidar::setFieldOfView(Real horizontal, Real vertical) {
           vertical <= std::numbers::pi + 1e-9))
         throw std::invalid_argument(
             "the field of view of a lidar is from 0 to 2 pi across and from 0 to pi up and down");
-    m_impl->horizontal = horizontal;
-    m_impl->vertical = vertical;
+    m_implementation->horizontal = horizontal;
+    m_implementation->vertical = vertical;
 }
 
 Real Lidar::getHorizontalFieldOfView() const {
-    return m_impl->horizontal;
+    return m_implementation->horizontal;
 }
 
 Real Lidar::getVerticalFieldOfView() const {
-    return m_impl->vertical;
+    return m_implementation->vertical;
 }
 
 void Lidar::setRange(hyx::RangeReal range) {
     if (!(range.lower() >= 0 && range.upper() > range.lower()) || std::isinf(range.upper()))
         throw std::invalid_argument("the range of a lidar must be finite, not empty and not below 0");
-    m_impl->range = range;
+    m_implementation->range = range;
 }
 
 hyx::RangeReal Lidar::getRange() const {
-    return m_impl->range;
+    return m_implementation->range;
 }
 
 void Lidar::setDistanceNoise(Real standardDeviation) {
-    m_impl->noise = hyx::requireNonNegative(standardDeviation, "the noise of a lidar");
+    m_implementation->noise = hyx::requireNonNegative(standardDeviation, "the noise of a lidar");
 }
 
 Real Lidar::getDistanceNoise() const {
-    return m_impl->noise;
+    return m_implementation->noise;
 }
 
 void Lidar::setSeed(hyx::UInt seed) {
-    m_impl->generator.seed(seed);
+    m_implementation->generator.seed(seed);
 }
 
 void Lidar::setScanRate(Real perSecond) {
-    m_impl->rate = hyx::requireNonNegative(perSecond, "the scan rate of a lidar");
+    m_implementation->rate = hyx::requireNonNegative(perSecond, "the scan rate of a lidar");
 }
 
 Real Lidar::getScanRate() const {
-    return m_impl->rate;
+    return m_implementation->rate;
 }
 
 void Lidar::setEnable(bool enable) {
-    m_impl->enable = enable;
+    m_implementation->enable = enable;
 }
 
 bool Lidar::getEnable() const {
-    return m_impl->enable;
+    return m_implementation->enable;
 }
 
 hyx::UInt Lidar::scan() {
-    m_impl->hits.clear();
-    ++m_impl->revision;
+    m_implementation->hits.clear();
+    ++m_implementation->revision;
     if (!getSimulation())
         return 0;
     hyxCollide::Space const& space = *getSimulation()->getSpace();
-    hyx::AffineMatrix4x4 const pose = m_impl->frame ? m_impl->frame->getMatrix() : hyx::AffineMatrix4x4();
-    for (hyx::UInt ring = 0; ring < m_impl->rings; ++ring)
-        for (hyx::UInt ray = 0; ray < m_impl->raysPerRing; ++ray)
-            m_impl->cast(space, pose, ring, ray);
-    return m_impl->hits.size();
+    hyx::AffineMatrix4x4 const pose =
+        m_implementation->frame ? m_implementation->frame->getMatrix() : hyx::AffineMatrix4x4();
+    for (hyx::UInt ring = 0; ring < m_implementation->rings; ++ring)
+        for (hyx::UInt ray = 0; ray < m_implementation->raysPerRing; ++ray)
+            m_implementation->cast(space, pose, ring, ray);
+    return m_implementation->hits.size();
 }
 
 void Lidar::step(Real timeStep) {
     hyx::requirePositive(timeStep, "the time step of a lidar");
-    if (!m_impl->enable)
+    if (!m_implementation->enable)
         return;
-    m_impl->due += timeStep * m_impl->rate;
-    if (m_impl->rate > 0 && m_impl->due < 1 - 1e-9)
+    m_implementation->due += timeStep * m_implementation->rate;
+    if (m_implementation->rate > 0 && m_implementation->due < 1 - 1e-9)
         return;
-    m_impl->due = std::max(0.0, m_impl->due - std::floor(m_impl->due + 1e-9));
+    m_implementation->due = std::max(0.0, m_implementation->due - std::floor(m_implementation->due + 1e-9));
     scan();
 }
 
@@ -158,28 +159,28 @@ void Lidar::postStep(hyx::TimeStamp, Real timeStep) {
 }
 
 void Lidar::setHits(std::vector<LidarHit> hits) {
-    m_impl->hits = std::move(hits);
-    ++m_impl->revision;
+    m_implementation->hits = std::move(hits);
+    ++m_implementation->revision;
 }
 
 std::vector<LidarHit> const& Lidar::getHits() const {
-    return m_impl->hits;
+    return m_implementation->hits;
 }
 
 hyx::UInt Lidar::getRevision() const {
-    return m_impl->revision;
+    return m_implementation->revision;
 }
 
 std::vector<hyx::UInt> Lidar::getRingCounts() const {
-    std::vector<hyx::UInt> counts(m_impl->rings, 0);
-    for (LidarHit const& hit : m_impl->hits)
+    std::vector<hyx::UInt> counts(m_implementation->rings, 0);
+    for (LidarHit const& hit : m_implementation->hits)
         if (hit.ring < counts.size())
             ++counts[hit.ring];
     return counts;
 }
 
 // A full circle does not shoot its last ray over its first one.
-Vec3 Lidar::Impl::rayDirection(hyx::UInt ring, hyx::UInt ray) const {
+Vec3 Lidar::Implementation::rayDirection(hyx::UInt ring, hyx::UInt ray) const {
     bool const full = horizontal > 2 * std::numbers::pi - 1e-9;
     Real const steps = static_cast<Real>(full ? raysPerRing : raysPerRing - 1);
     Real const azimuth = raysPerRing > 1 ? horizontal * (ray / steps - 0.5) : 0;
@@ -187,8 +188,8 @@ Vec3 Lidar::Impl::rayDirection(hyx::UInt ring, hyx::UInt ray) const {
     return Vec3(std::cos(elevation) * std::cos(azimuth), std::cos(elevation) * std::sin(azimuth), std::sin(elevation));
 }
 
-void Lidar::Impl::cast(hyxCollide::Space const& space, hyx::AffineMatrix4x4 const& pose, hyx::UInt ring,
-                       hyx::UInt ray) {
+void Lidar::Implementation::cast(hyxCollide::Space const& space, hyx::AffineMatrix4x4 const& pose, hyx::UInt ring,
+                                 hyx::UInt ray) {
     Vec3 const from = pose.getTranslate();
     Vec3 const direction = pose.transformVector(rayDirection(ring, ray)).normal();
     hyxCollide::RayHit const met = space.castRay(from, from + direction * range.upper(), ignored.get());
@@ -206,7 +207,7 @@ void Lidar::Impl::cast(hyxCollide::Space const& space, hyx::AffineMatrix4x4 cons
 }
 
 // Box and Muller's; the distributions of the standard library differ from one library to the next.
-Real Lidar::Impl::randomNormal() {
+Real Lidar::Implementation::randomNormal() {
     Real const u = (static_cast<Real>(generator() >> 11) + 1) * 0x1p-53;
     Real const v = static_cast<Real>(generator() >> 11) * 0x1p-53;
     return std::sqrt(-2 * std::log(u)) * std::cos(2 * std::numbers::pi * v);

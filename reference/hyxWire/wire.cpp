@@ -21,7 +21,7 @@ constexpr Real ropeModulus = 1e11;
 
 } // namespace
 
-struct Wire::Impl {
+struct Wire::Implementation {
     ChainRoute route;
     ChainSolver chain;
     Real radius;
@@ -36,13 +36,14 @@ struct Wire::Impl {
     void publish();
 };
 
-Wire::Wire(Real radius, Real segmentsPerMetre) : m_impl(std::make_unique<Impl>()) {
-    m_impl->radius = hyx::requirePositive(radius, "the radius of a wire");
-    m_impl->segmentLength = 1 / hyx::requirePositive(segmentsPerMetre, "the number of segments per metre of a wire");
+Wire::Wire(Real radius, Real segmentsPerMetre) : m_implementation(std::make_unique<Implementation>()) {
+    m_implementation->radius = hyx::requirePositive(radius, "the radius of a wire");
+    m_implementation->segmentLength =
+        1 / hyx::requirePositive(segmentsPerMetre, "the number of segments per metre of a wire");
     Real const section = std::numbers::pi * radius * radius;
-    m_impl->massPerLength = steelDensity * section;
-    m_impl->chain.axialStiffness = ropeModulus * section;
-    m_impl->chain.damping = 0.5;
+    m_implementation->massPerLength = steelDensity * section;
+    m_implementation->chain.axialStiffness = ropeModulus * section;
+    m_implementation->chain.damping = 0.5;
 }
 
 Wire::~Wire() = default;
@@ -50,125 +51,126 @@ Wire::~Wire() = default;
 void Wire::add(Vec3 const& point) {
     if (isInitialized())
         throw std::runtime_error("the route of a wire cannot grow after its first step");
-    m_impl->route.add(point);
+    m_implementation->route.add(point);
 }
 
 void Wire::add(hyx::RigidBody* body, Vec3 const& localPoint) {
     if (isInitialized())
         throw std::runtime_error("the route of a wire cannot grow after its first step");
-    m_impl->route.add(body, localPoint);
+    m_implementation->route.add(body, localPoint);
 }
 
 void Wire::initialize() {
     if (isInitialized())
         return;
-    m_impl->route.build(m_impl->chain, m_impl->segmentLength, m_impl->massPerLength);
-    m_impl->publish();
+    m_implementation->route.build(m_implementation->chain, m_implementation->segmentLength,
+                                  m_implementation->massPerLength);
+    m_implementation->publish();
 }
 
 bool Wire::isInitialized() const {
-    return !m_impl->chain.restLengths.empty();
+    return !m_implementation->chain.restLengths.empty();
 }
 
 Real Wire::getRadius() const {
-    return m_impl->radius;
+    return m_implementation->radius;
 }
 
 void Wire::setMassPerLength(Real mass) {
     hyx::requirePositive(mass, "the mass per length of a wire");
-    for (ChainSolver::Point& point : m_impl->chain.points)
-        point.inverseMass *= m_impl->massPerLength / mass;
-    m_impl->massPerLength = mass;
+    for (ChainSolver::Point& point : m_implementation->chain.points)
+        point.inverseMass *= m_implementation->massPerLength / mass;
+    m_implementation->massPerLength = mass;
 }
 
 Real Wire::getMassPerLength() const {
-    return m_impl->massPerLength;
+    return m_implementation->massPerLength;
 }
 
 void Wire::setAxialStiffness(Real stiffness) {
-    m_impl->chain.axialStiffness = hyx::requirePositive(stiffness, "the stiffness of a wire");
+    m_implementation->chain.axialStiffness = hyx::requirePositive(stiffness, "the stiffness of a wire");
 }
 
 Real Wire::getAxialStiffness() const {
-    return m_impl->chain.axialStiffness;
+    return m_implementation->chain.axialStiffness;
 }
 
 void Wire::setDamping(Real damping) {
-    m_impl->chain.damping = hyx::requireNonNegative(damping, "the damping of a wire");
+    m_implementation->chain.damping = hyx::requireNonNegative(damping, "the damping of a wire");
 }
 
 Real Wire::getDamping() const {
-    return m_impl->chain.damping;
+    return m_implementation->chain.damping;
 }
 
 void Wire::setGravity(Vec3 const& gravity) {
-    m_impl->chain.gravity = gravity;
+    m_implementation->chain.gravity = gravity;
 }
 
 Vec3 Wire::getGravity() const {
-    return m_impl->chain.gravity;
+    return m_implementation->chain.gravity;
 }
 
 void Wire::setNumSubsteps(hyx::UInt count) {
-    m_impl->substeps = std::max<hyx::UInt>(count, 1);
+    m_implementation->substeps = std::max<hyx::UInt>(count, 1);
 }
 
 hyx::UInt Wire::getNumSubsteps() const {
-    return m_impl->substeps;
+    return m_implementation->substeps;
 }
 
 void Wire::setWinchSpeed(Real speed) {
-    m_impl->winchSpeed = hyx::requireFinite(speed, "the speed of a winch");
+    m_implementation->winchSpeed = hyx::requireFinite(speed, "the speed of a winch");
 }
 
 Real Wire::getWinchSpeed() const {
-    return m_impl->winchSpeed;
+    return m_implementation->winchSpeed;
 }
 
 Real Wire::getRestLength() const {
-    return std::accumulate(m_impl->chain.restLengths.begin(), m_impl->chain.restLengths.end(), 0.0);
+    return std::accumulate(m_implementation->chain.restLengths.begin(), m_implementation->chain.restLengths.end(), 0.0);
 }
 
 Real Wire::getCurrentLength() const {
-    return m_impl->chain.length();
+    return m_implementation->chain.length();
 }
 
 hyx::UInt Wire::getNumPoints() const {
-    return m_impl->positions.size();
+    return m_implementation->positions.size();
 }
 
 Vec3 Wire::getPoint(hyx::Index index) const {
-    return m_impl->positions.at(index);
+    return m_implementation->positions.at(index);
 }
 
 std::vector<Vec3> const& Wire::getPoints() const {
-    return m_impl->positions;
+    return m_implementation->positions;
 }
 
 Real Wire::getTension(hyx::Index segment) const {
-    return m_impl->chain.tensions.at(segment);
+    return m_implementation->chain.tensions.at(segment);
 }
 
 std::vector<Real> const& Wire::getTensions() const {
-    return m_impl->chain.tensions;
+    return m_implementation->chain.tensions;
 }
 
 Real Wire::getMaximumTension() const {
-    auto const& tensions = m_impl->chain.tensions;
+    auto const& tensions = m_implementation->chain.tensions;
     return tensions.empty() ? 0 : *std::max_element(tensions.begin(), tensions.end());
 }
 
 hyx::UInt Wire::getRevision() const {
-    return m_impl->revision;
+    return m_implementation->revision;
 }
 
 void Wire::step(Real timeStep) {
     hyx::requirePositive(timeStep, "the time step of a wire");
     initialize();
-    m_impl->route.takePlaces(m_impl->chain, timeStep);
-    m_impl->chain.step(timeStep, m_impl->substeps, m_impl->growth(timeStep));
-    m_impl->route.pullBodies(m_impl->chain);
-    m_impl->publish();
+    m_implementation->route.takePlaces(m_implementation->chain, timeStep);
+    m_implementation->chain.step(timeStep, m_implementation->substeps, m_implementation->growth(timeStep));
+    m_implementation->route.pullBodies(m_implementation->chain);
+    m_implementation->publish();
 }
 
 void Wire::setSimulation(hyxSDK::Simulation* simulation) {
@@ -183,13 +185,13 @@ void Wire::preStep(hyx::TimeStamp, Real timeStep) {
 
 // The winch lengthens or shortens all segments alike, so that the number of points stays; a tenth of the laid length is
 // left on the way in.
-Real Wire::Impl::growth(Real timeStep) const {
+Real Wire::Implementation::growth(Real timeStep) const {
     Real const total = std::accumulate(chain.restLengths.begin(), chain.restLengths.end(), 0.0);
     Real const shortest = std::min(total, 0.1 * segmentLength * static_cast<Real>(chain.restLengths.size()));
     return std::max(total + winchSpeed * timeStep, shortest) / total;
 }
 
-void Wire::Impl::publish() {
+void Wire::Implementation::publish() {
     positions.clear();
     for (ChainSolver::Point const& point : chain.points)
         positions.push_back(point.position);

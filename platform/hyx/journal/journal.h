@@ -70,8 +70,8 @@ protected:
     ~Journal() override;
 
 private:
-    struct State;
-    std::unique_ptr<State> m_state;
+    struct Implementation;
+    std::unique_ptr<Implementation> m_implementation;
 };
 
 } // namespace hyx

@@ -121,8 +121,8 @@ protected:
     ~ParticleSystem() override;
 
 private:
-    struct Impl;
-    std::unique_ptr<Impl> m_impl;
+    struct Implementation;
+    std::unique_ptr<Implementation> m_implementation;
 };
 
 } // namespace hyx

@@ -607,8 +607,8 @@ protected:
     ~ExampleApplication() override;
 
 private:
-    struct State;
-    std::unique_ptr<State> m_state;
+    struct Implementation;
+    std::unique_ptr<Implementation> m_implementation;
 };
 
 } // namespace hyxOSG

@@ -49,8 +49,8 @@ protected:
     ~ExampleApplicationController() override;
 
 private:
-    struct State;
-    std::unique_ptr<State> m_state;
+    struct Implementation;
+    std::unique_ptr<Implementation> m_implementation;
 };
 
 } // namespace hyxOSG

@@ -112,8 +112,8 @@ public:
     int getPolygonMode() const;
 
 private:
-    struct Impl;
-    std::unique_ptr<Impl> m_impl;
+    struct Implementation;
+    std::unique_ptr<Implementation> m_implementation;
 };
 
 } // namespace hyxOSG

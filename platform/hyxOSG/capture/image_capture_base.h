@@ -101,8 +101,8 @@ private:
     void takeImages(osg::Viewport const& viewport, long count);
     void endAfterFailure(std::exception_ptr failure);
 
-    struct Impl;
-    std::unique_ptr<Impl> m_impl;
+    struct Implementation;
+    std::unique_ptr<Implementation> m_implementation;
 };
 
 } // namespace hyxOSG

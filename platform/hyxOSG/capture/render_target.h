@@ -111,8 +111,8 @@ protected:
 private:
     void readFrame(osg::RenderInfo& renderInfo);
 
-    struct Impl;
-    std::unique_ptr<Impl> m_impl;
+    struct Implementation;
+    std::unique_ptr<Implementation> m_implementation;
 };
 
 } // namespace hyxOSG

@@ -98,8 +98,8 @@ protected:
     ~VideoFFMPEGPipeCapture() override;
 
 private:
-    struct Impl;
-    std::unique_ptr<Impl> m_impl;
+    struct Implementation;
+    std::unique_ptr<Implementation> m_implementation;
 };
 
 } // namespace hyxOSG

@@ -49,8 +49,8 @@ public:
     Panel& operator=(Panel const&) = delete;
 
 private:
-    struct Impl;
-    std::unique_ptr<Impl> m_impl;
+    struct Implementation;
+    std::unique_ptr<Implementation> m_implementation;
 };
 
 } // namespace hyxOSG

@@ -44,8 +44,8 @@ protected:
     ~FrameTrajectoryDrawable() override;
 
 private:
-    struct Impl;
-    std::unique_ptr<Impl> m_impl;
+    struct Implementation;
+    std::unique_ptr<Implementation> m_implementation;
 };
 
 } // namespace hyxOSG

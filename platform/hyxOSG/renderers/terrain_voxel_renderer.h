@@ -112,8 +112,8 @@ private:
     template <class T>
     void restyle(T& setting, T const& value);
 
-    struct Impl;
-    std::unique_ptr<Impl> m_impl;
+    struct Implementation;
+    std::unique_ptr<Implementation> m_implementation;
 };
 
 } // namespace hyxOSG

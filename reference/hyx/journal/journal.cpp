@@ -29,7 +29,7 @@ std::string nextSessionName(hid_t file) {
 
 } // namespace
 
-struct Journal::State {
+struct Journal::Implementation {
     std::string path;
     std::string sessionName;
     Hdf5Handle file;
@@ -60,7 +60,7 @@ struct Journal::State {
     void findParticleSystems(hyxSDK::Simulation& simulation);
 };
 
-Journal::Journal() : m_state(std::make_unique<State>()) {}
+Journal::Journal() : m_implementation(std::make_unique<Implementation>()) {}
 
 Journal::~Journal() {
     try {
@@ -71,7 +71,7 @@ Journal::~Journal() {
 
 void Journal::record(std::string const& path, std::string const& session, Settings const& settings, bool append) {
     close();
-    auto next = std::make_unique<State>();
+    auto next = std::make_unique<Implementation>();
     bool const extends = append && std::filesystem::exists(path);
     next->file = extends ? openHdf5File(path, true) : createHdf5File(path);
     next->path = path;
@@ -80,11 +80,11 @@ void Journal::record(std::string const& path, std::string const& session, Settin
         throw std::runtime_error("the journal '" + path + "' has a session '" + next->sessionName + "' already");
     next->session = createHdf5Group(next->file, next->sessionName);
     next->settings = settings;
-    m_state = std::move(next);
+    m_implementation = std::move(next);
 }
 
 void Journal::play(std::string const& path, std::string const& session) {
-    auto next = std::make_unique<State>();
+    auto next = std::make_unique<Implementation>();
     close();
     next->file = openHdf5File(path, false);
     std::vector<std::string> const sessions = listHdf5Groups(next->file);
@@ -99,33 +99,33 @@ void Journal::play(std::string const& path, std::string const& session) {
     for (std::string const& part : next->parts)
         next->numStates += JournalPartReader(next->session, part).numStates();
     next->playing = true;
-    m_state = std::move(next);
+    m_implementation = std::move(next);
 }
 
 void Journal::close() {
-    if (m_state->writer)
-        m_state->writer->flush();
-    m_state = std::make_unique<State>();
+    if (m_implementation->writer)
+        m_implementation->writer->flush();
+    m_implementation = std::make_unique<Implementation>();
 }
 
 bool Journal::isRecording() const {
-    return m_state->session && !m_state->playing;
+    return m_implementation->session && !m_implementation->playing;
 }
 
 bool Journal::isPlaying() const {
-    return m_state->playing;
+    return m_implementation->playing;
 }
 
 std::string Journal::getPath() const {
-    return m_state->path;
+    return m_implementation->path;
 }
 
 std::string Journal::getSessionName() const {
-    return m_state->sessionName;
+    return m_implementation->sessionName;
 }
 
 size_t Journal::getNumStates() const {
-    return m_state->numStates;
+    return m_implementation->numStates;
 }
 
 void Journal::store(hyxSDK::Simulation* simulation, bool force) {
@@ -133,20 +133,23 @@ void Journal::store(hyxSDK::Simulation* simulation, bool force) {
         return;
     double const time = simulation->getTimeStamp();
     double const slack = 1e-6 * simulation->getTimeStep(); // the sum of many steps is never exact
-    if (!force && m_state->settings.frequency > 0 && m_state->writer && time < m_state->nextTime - slack)
+    if (!force && m_implementation->settings.frequency > 0 && m_implementation->writer &&
+        time < m_implementation->nextTime - slack)
         return;
-    bool const changed = m_state->settings.incremental && m_state->writer &&
-                         !m_state->writer->covers(simulation->getRigidBodies(), particleSystemsOf(*simulation));
-    if (!m_state->writer || changed)
-        m_state->beginPart(*simulation);
-    m_state->writer->store(time);
-    ++m_state->numStates;
-    if (m_state->settings.frequency > 0)
-        m_state->nextTime =
-            std::max(m_state->nextTime, time - 1 / m_state->settings.frequency) + 1 / m_state->settings.frequency;
+    bool const changed =
+        m_implementation->settings.incremental && m_implementation->writer &&
+        !m_implementation->writer->covers(simulation->getRigidBodies(), particleSystemsOf(*simulation));
+    if (!m_implementation->writer || changed)
+        m_implementation->beginPart(*simulation);
+    m_implementation->writer->store(time);
+    ++m_implementation->numStates;
+    if (m_implementation->settings.frequency > 0)
+        m_implementation->nextTime =
+            std::max(m_implementation->nextTime, time - 1 / m_implementation->settings.frequency) +
+            1 / m_implementation->settings.frequency;
 }
 
-void Journal::State::beginPart(hyxSDK::Simulation& simulation) {
+void Journal::Implementation::beginPart(hyxSDK::Simulation& simulation) {
     if (writer)
         writer->flush();
     else
@@ -160,22 +163,23 @@ void Journal::State::beginPart(hyxSDK::Simulation& simulation) {
 bool Journal::playNext(hyxSDK::Simulation* simulation) {
     if (!simulation || !isPlaying())
         return false;
-    while (!m_state->reader || m_state->row >= m_state->reader->numStates()) {
-        if (m_state->part >= m_state->parts.size())
+    while (!m_implementation->reader || m_implementation->row >= m_implementation->reader->numStates()) {
+        if (m_implementation->part >= m_implementation->parts.size())
             return false;
-        m_state->reader = std::make_unique<JournalPartReader>(m_state->session, m_state->parts[m_state->part++]);
-        m_state->row = 0;
-        if (m_state->reader->numStates() == 0)
+        m_implementation->reader = std::make_unique<JournalPartReader>(
+            m_implementation->session, m_implementation->parts[m_implementation->part++]);
+        m_implementation->row = 0;
+        if (m_implementation->reader->numStates() == 0)
             continue;
-        m_state->findBodies(*simulation);
-        m_state->findParticleSystems(*simulation);
+        m_implementation->findBodies(*simulation);
+        m_implementation->findParticleSystems(*simulation);
     }
-    m_state->show(*simulation);
-    ++m_state->row;
+    m_implementation->show(*simulation);
+    ++m_implementation->row;
     return true;
 }
 
-void Journal::State::findBodies(hyxSDK::Simulation& simulation) {
+void Journal::Implementation::findBodies(hyxSDK::Simulation& simulation) {
     RigidBodyPtrVector const present = simulation.getRigidBodies();
     std::map<std::string, ref_ptr<RigidBody>> known;
     std::vector<std::string> const presentKeys = JournalKeys().of(present);
@@ -203,7 +207,7 @@ void Journal::State::findBodies(hyxSDK::Simulation& simulation) {
 }
 
 /// They have no names: the first is the first. Those that are missing are made, and stay when the journal ends.
-void Journal::State::findParticleSystems(hyxSDK::Simulation& simulation) {
+void Journal::Implementation::findParticleSystems(hyxSDK::Simulation& simulation) {
     shownSystems = particleSystemsOf(simulation);
     while (shownSystems.size() < reader->particles().numSystems()) {
         shownSystems.push_back(new ParticleSystem);
@@ -212,7 +216,7 @@ void Journal::State::findParticleSystems(hyxSDK::Simulation& simulation) {
     shownSystems.resize(reader->particles().numSystems());
 }
 
-void Journal::State::show(hyxSDK::Simulation& simulation) {
+void Journal::Implementation::show(hyxSDK::Simulation& simulation) {
     JournalPartReader::State const state = reader->read(row);
     for (size_t i = 0; i < shown.size(); ++i) {
         double const *p = &state.positions[3 * i], *q = &state.rotations[4 * i];

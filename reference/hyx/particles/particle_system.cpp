@@ -28,7 +28,7 @@ Real sphereVolume(Real radius) {
 
 } // namespace
 
-struct ParticleSystem::Impl {
+struct ParticleSystem::Implementation {
     struct Pair {
         std::size_t first, second;
         Vec3 normal;
@@ -69,12 +69,13 @@ struct ParticleSystem::Impl {
     void rub(Vec3& relative, Vec3 const& normal, Real push) const;
 };
 
-ParticleSystem::ParticleSystem() : m_impl(std::make_unique<Impl>()) {}
+ParticleSystem::ParticleSystem() : m_implementation(std::make_unique<Implementation>()) {}
 
 ParticleSystem::~ParticleSystem() = default;
 
 Index ParticleSystem::createParticle(Vec3 const& position, Vec3 const& velocity) {
-    return createParticle(position, velocity, m_impl->radius, m_impl->density * sphereVolume(m_impl->radius));
+    return createParticle(position, velocity, m_implementation->radius,
+                          m_implementation->density * sphereVolume(m_implementation->radius));
 }
 
 Index ParticleSystem::createParticle(Vec3 const& position, Vec3 const& velocity, Real radius, Real mass) {
@@ -83,121 +84,122 @@ Index ParticleSystem::createParticle(Vec3 const& position, Vec3 const& velocity,
     requirePositive(radius, "the radius of a particle");
     requirePositive(mass, "the mass of a particle");
     Particle particle;
-    particle.id = m_impl->nextId++;
+    particle.id = m_implementation->nextId++;
     particle.position = position;
     particle.velocity = velocity;
     particle.radius = radius;
     particle.mass = mass;
-    m_impl->particles.push_back(particle);
+    m_implementation->particles.push_back(particle);
     return particle.id;
 }
 
 bool ParticleSystem::removeParticle(Index id) {
-    return std::erase_if(m_impl->particles, [id](Particle const& particle) { return particle.id == id; }) > 0;
+    return std::erase_if(m_implementation->particles, [id](Particle const& particle) { return particle.id == id; }) > 0;
 }
 
 void ParticleSystem::clear() {
-    m_impl->particles.clear();
-    m_impl->contacts.clear();
+    m_implementation->particles.clear();
+    m_implementation->contacts.clear();
 }
 
 UInt ParticleSystem::getNumParticles() const {
-    return m_impl->particles.size();
+    return m_implementation->particles.size();
 }
 
 std::vector<Particle> const& ParticleSystem::getParticles() const {
-    return m_impl->particles;
+    return m_implementation->particles;
 }
 
 std::vector<Particle>& ParticleSystem::getParticles() {
-    return m_impl->particles;
+    return m_implementation->particles;
 }
 
 std::vector<ParticleContact> const& ParticleSystem::getContacts() const {
-    return m_impl->contacts;
+    return m_implementation->contacts;
 }
 
 Particle const* ParticleSystem::getParticle(Index id) const {
     // Ids rise with the place, since particles are only ever appended or removed.
-    auto const found = std::lower_bound(m_impl->particles.begin(), m_impl->particles.end(), id,
+    auto const found = std::lower_bound(m_implementation->particles.begin(), m_implementation->particles.end(), id,
                                         [](Particle const& particle, Index wanted) { return particle.id < wanted; });
-    return found != m_impl->particles.end() && found->id == id ? &*found : nullptr;
+    return found != m_implementation->particles.end() && found->id == id ? &*found : nullptr;
 }
 
 Real ParticleSystem::getMass() const {
     Real mass = 0;
-    for (Particle const& particle : m_impl->particles)
+    for (Particle const& particle : m_implementation->particles)
         mass += particle.mass;
     return mass;
 }
 
 void ParticleSystem::setParticleRadius(Real radius) {
-    m_impl->radius = requirePositive(radius, "the radius of particles");
+    m_implementation->radius = requirePositive(radius, "the radius of particles");
 }
 
 Real ParticleSystem::getParticleRadius() const {
-    return m_impl->radius;
+    return m_implementation->radius;
 }
 
 void ParticleSystem::setDensity(Real density) {
-    m_impl->density = requirePositive(density, "the density of particles");
+    m_implementation->density = requirePositive(density, "the density of particles");
 }
 
 Real ParticleSystem::getDensity() const {
-    return m_impl->density;
+    return m_implementation->density;
 }
 
 void ParticleSystem::setFriction(Real friction) {
-    m_impl->friction = requireNonNegative(friction, "the friction of particles");
+    m_implementation->friction = requireNonNegative(friction, "the friction of particles");
 }
 
 Real ParticleSystem::getFriction() const {
-    return m_impl->friction;
+    return m_implementation->friction;
 }
 
 void ParticleSystem::setGravity(Vec3 const& gravity) {
-    m_impl->gravity = gravity;
+    m_implementation->gravity = gravity;
 }
 
 Vec3 ParticleSystem::getGravity() const {
-    return m_impl->gravity;
+    return m_implementation->gravity;
 }
 
 void ParticleSystem::setLifetime(Real seconds) {
     if (!(seconds > 0))
         throw std::invalid_argument("the lifetime of particles must be above 0");
-    m_impl->lifetime = seconds;
+    m_implementation->lifetime = seconds;
 }
 
 Real ParticleSystem::getLifetime() const {
-    return m_impl->lifetime;
+    return m_implementation->lifetime;
 }
 
 void ParticleSystem::setEnable(bool enable) {
-    m_impl->enable = enable;
+    m_implementation->enable = enable;
 }
 
 bool ParticleSystem::getEnable() const {
-    return m_impl->enable;
+    return m_implementation->enable;
 }
 
 void ParticleSystem::addObstacle(ParticleObstacle* obstacle) {
     if (obstacle)
-        m_impl->obstacles.push_back(obstacle);
+        m_implementation->obstacles.push_back(obstacle);
 }
 
 void ParticleSystem::addObstacle(RigidBody* body) {
     if (!body)
         throw std::invalid_argument("an obstacle for particles needs a body");
-    m_impl->obstacles.push_back(new BodyObstacle(body));
+    m_implementation->obstacles.push_back(new BodyObstacle(body));
 }
 
 bool ParticleSystem::removeObstacle(ParticleObstacle* obstacle) {
-    return std::erase_if(m_impl->obstacles, [obstacle](auto const& other) { return other.get() == obstacle; }) > 0;
+    return std::erase_if(m_implementation->obstacles,
+                         [obstacle](auto const& other) { return other.get() == obstacle; }) > 0;
 }
 
 bool ParticleSystem::removeObstacle(RigidBody* body) {
-    return std::erase_if(m_impl->obstacles, [body](auto const& other) {
+    return std::erase_if(m_implementation->obstacles, [body](auto const& other) {
                auto const* obstacle = dynamic_cast<BodyObstacle const*>(other.get());
                return obstacle && obstacle->getRigidBody() == body;
            }) > 0;
@@ -205,27 +207,28 @@ bool ParticleSystem::removeObstacle(RigidBody* body) {
 
 void ParticleSystem::step(Real timeStep) {
     requirePositive(timeStep, "the time step of particles");
-    if (!m_impl->enable)
+    if (!m_implementation->enable)
         return;
     for (int i = 0; i < substepsPerStep; ++i)
-        m_impl->substep(timeStep / substepsPerStep);
-    m_impl->recordContacts(timeStep / substepsPerStep);
-    for (Particle& particle : m_impl->particles)
+        m_implementation->substep(timeStep / substepsPerStep);
+    m_implementation->recordContacts(timeStep / substepsPerStep);
+    for (Particle& particle : m_implementation->particles)
         particle.age += timeStep;
-    std::erase_if(m_impl->particles, [this](Particle const& particle) { return particle.age > m_impl->lifetime; });
+    std::erase_if(m_implementation->particles,
+                  [this](Particle const& particle) { return particle.age > m_implementation->lifetime; });
 }
 
 void ParticleSystem::setSimulation(hyxSDK::Simulation* simulation) {
     Process::setSimulation(simulation);
     if (simulation)
-        m_impl->gravity = simulation->getGravity();
+        m_implementation->gravity = simulation->getGravity();
 }
 
 void ParticleSystem::postStep(TimeStamp, Real timeStep) {
     step(timeStep);
 }
 
-void ParticleSystem::Impl::substep(Real h) {
+void ParticleSystem::Implementation::substep(Real h) {
     predicted.clear();
     fastest = 0;
     spin.assign(particles.size(), Vec3());
@@ -257,7 +260,7 @@ void ParticleSystem::Impl::substep(Real h) {
     }
 }
 
-void ParticleSystem::Impl::findPairs() {
+void ParticleSystem::Implementation::findPairs() {
     pairs.clear();
     Real largest = 0;
     for (Particle const& particle : particles)
@@ -275,7 +278,7 @@ void ParticleSystem::Impl::findPairs() {
 
 // Grains that were put into each other are parted without gaining speed: place and prediction move together. Whether
 // there were any.
-bool ParticleSystem::Impl::partOverlaps() {
+bool ParticleSystem::Implementation::partOverlaps() {
     bool parted = false;
     for (Pair const& pair : pairs) {
         Particle& a = particles[pair.first];
@@ -297,7 +300,7 @@ bool ParticleSystem::Impl::partOverlaps() {
 
 // The same for grains that were put into an obstacle; what the obstacle's own motion did since the last step still
 // drives them.
-bool ParticleSystem::Impl::leaveObstacles(Real h) {
+bool ParticleSystem::Implementation::leaveObstacles(Real h) {
     bool left = false;
     for (ref_ptr<ParticleObstacle> const& obstacle : obstacles)
         for (std::size_t i = 0; i < particles.size(); ++i) {
@@ -316,14 +319,14 @@ bool ParticleSystem::Impl::leaveObstacles(Real h) {
 }
 
 // Takes the part of a sliding displacement away that dry friction holds back under a push.
-void ParticleSystem::Impl::rub(Vec3& relative, Vec3 const& normal, Real push) const {
+void ParticleSystem::Implementation::rub(Vec3& relative, Vec3 const& normal, Real push) const {
     Vec3 const sliding = relative - normal * relative.dot(normal);
     Real const size = sliding.length();
     Real const held = friction * push;
     relative = size > held ? sliding * (held / size) : sliding;
 }
 
-void ParticleSystem::Impl::separatePairs() {
+void ParticleSystem::Implementation::separatePairs() {
     for (Pair& pair : pairs) {
         Particle const& a = particles[pair.first];
         Particle const& b = particles[pair.second];
@@ -344,7 +347,7 @@ void ParticleSystem::Impl::separatePairs() {
     }
 }
 
-void ParticleSystem::Impl::pushOutOfObstacles(Real h) {
+void ParticleSystem::Implementation::pushOutOfObstacles(Real h) {
     for (ref_ptr<ParticleObstacle> const& obstacle : obstacles)
         for (std::size_t i = 0; i < particles.size(); ++i) {
             ParticleObstacle::Surface surface;
@@ -363,7 +366,7 @@ void ParticleSystem::Impl::pushOutOfObstacles(Real h) {
 }
 
 // A push of d metres within a substep of h seconds is the work of a force m d / h^2.
-void ParticleSystem::Impl::recordContacts(Real h) {
+void ParticleSystem::Implementation::recordContacts(Real h) {
     contacts.clear();
     for (Pair const& pair : pairs) {
         if (pair.push <= 0)

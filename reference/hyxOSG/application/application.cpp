@@ -1,5 +1,5 @@
 /// Construction and initialisation of the application.
-#include "reference/hyxOSG/application/application_state.h"
+#include "reference/hyxOSG/application/application_implementation.h"
 #include "reference/hyxOSG/renderers/simulation_scene.h"
 
 #include <osg/Notify>
@@ -14,30 +14,31 @@ void ExampleApplicationListener::postFrame(ExampleApplication*) {}
 
 ExampleApplication::ExampleApplication() : ExampleApplication(nullptr) {}
 
-ExampleApplication::ExampleApplication(hyxSDK::Simulation* simulation) : m_state(std::make_unique<State>()) {
-    m_state->showSimulation(simulation);
+ExampleApplication::ExampleApplication(hyxSDK::Simulation* simulation)
+    : m_implementation(std::make_unique<Implementation>()) {
+    m_implementation->showSimulation(simulation);
 }
 
 ExampleApplication::~ExampleApplication() = default;
 
 void ExampleApplication::initSimulation(hyxSDK::Simulation* simulation, bool applyOptions) {
-    if (m_state->simulation && m_state->simulation != simulation) {
-        m_state->proxies->clear();
-        m_state->journal->close();
+    if (m_implementation->simulation && m_implementation->simulation != simulation) {
+        m_implementation->proxies->clear();
+        m_implementation->journal->close();
     }
-    m_state->showSimulation(simulation ? simulation : new hyxSDK::Simulation);
+    m_implementation->showSimulation(simulation ? simulation : new hyxSDK::Simulation);
     if (applyOptions)
-        m_state->configureSimulation();
-    if (m_state->pickHandler)
-        m_state->pickHandler->setSimulation(m_state->simulation.get());
-    if (m_state->imageCapture)
-        m_state->imageCapture->setSimulation(m_state->simulation.get());
-    if (m_state->videoCapture)
-        m_state->videoCapture->setSimulation(m_state->simulation.get());
-    m_state->pacer.restart();
+        m_implementation->configureSimulation();
+    if (m_implementation->pickHandler)
+        m_implementation->pickHandler->setSimulation(m_implementation->simulation.get());
+    if (m_implementation->imageCapture)
+        m_implementation->imageCapture->setSimulation(m_implementation->simulation.get());
+    if (m_implementation->videoCapture)
+        m_implementation->videoCapture->setSimulation(m_implementation->simulation.get());
+    m_implementation->pacer.restart();
 }
 
-hyxSDK::Simulation& ExampleApplication::State::ensureSimulation() {
+hyxSDK::Simulation& ExampleApplication::Implementation::ensureSimulation() {
     if (!simulation) {
         showSimulation(new hyxSDK::Simulation);
         configureSimulation();
@@ -45,15 +46,15 @@ hyxSDK::Simulation& ExampleApplication::State::ensureSimulation() {
     return *simulation;
 }
 
-void ExampleApplication::State::showSimulation(hyxSDK::Simulation* next) {
+void ExampleApplication::Implementation::showSimulation(hyxSDK::Simulation* next) {
     if (simulation)
-        set_simulation_scene(simulation, nullptr);
+        setSimulationScene(simulation, nullptr);
     simulation = next;
     if (simulation)
-        set_simulation_scene(simulation, graph.libraryRoot());
+        setSimulationScene(simulation, graph.libraryRoot());
 }
 
-void ExampleApplication::State::configureSimulation() {
+void ExampleApplication::Implementation::configureSimulation() {
     if (wantedTimeStep)
         simulation->setTimeStep(*wantedTimeStep);
     if (wantedSolver)
@@ -61,19 +62,19 @@ void ExampleApplication::State::configureSimulation() {
 }
 
 bool ExampleApplication::initialized() const {
-    return m_state->simulation && m_state->window && m_state->sceneBuilt;
+    return m_implementation->simulation && m_implementation->window && m_implementation->sceneBuilt;
 }
 
 RenderProxyFactory* ExampleApplication::getRenderProxyFactory() {
-    return m_state->proxies.get();
+    return m_implementation->proxies.get();
 }
 
 void ExampleApplication::createVisual(hyxSDK::Simulation* simulation, float detailRatio, bool evenIfSensor) {
-    m_state->proxies->create(simulation, detailRatio, evenIfSensor);
+    m_implementation->proxies->create(simulation, detailRatio, evenIfSensor);
 }
 
 void ExampleApplication::createVisual(hyxSDK::Assembly* assembly, float detailRatio, bool evenIfSensor) {
-    m_state->proxies->create(assembly, detailRatio, evenIfSensor);
+    m_implementation->proxies->create(assembly, detailRatio, evenIfSensor);
 }
 
 void ExampleApplication::setOsgNotifyLevel(osg::NotifySeverity severity) const {
@@ -83,11 +84,11 @@ void ExampleApplication::setOsgNotifyLevel(osg::NotifySeverity severity) const {
 }
 
 hyxSDK::Simulation* ExampleApplication::getSimulation() {
-    return &m_state->ensureSimulation();
+    return &m_implementation->ensureSimulation();
 }
 
 hyx::Vec3 ExampleApplication::getGravity() {
-    return m_state->ensureSimulation().getGravity();
+    return m_implementation->ensureSimulation().getGravity();
 }
 
 } // namespace hyxOSG

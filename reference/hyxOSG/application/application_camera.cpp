@@ -1,6 +1,6 @@
 /// The application's camera: view, home, orbit, grid and coordinate system.
 #include "platform/hyxOSG/nodes/geometry_node.h"
-#include "reference/hyxOSG/application/application_state.h"
+#include "reference/hyxOSG/application/application_implementation.h"
 
 #include <cmath>
 #include <stdexcept>
@@ -35,7 +35,7 @@ void setHome(osgGA::OrbitManipulator& orbit, osg::Vec3d const& eye, osg::Vec3d c
 
 } // namespace
 
-osg::ref_ptr<osgGA::OrbitManipulator> ExampleApplication::State::makeOrbit() {
+osg::ref_ptr<osgGA::OrbitManipulator> ExampleApplication::Implementation::makeOrbit() {
     osg::ref_ptr<osgGA::OrbitManipulator> orbit = new osgGA::OrbitManipulator;
     orbit->setAllowThrow(false);
     orbit->setAutoComputeHomePosition(false);
@@ -45,16 +45,16 @@ osg::ref_ptr<osgGA::OrbitManipulator> ExampleApplication::State::makeOrbit() {
 }
 
 CameraData ExampleApplication::getCameraData() {
-    return CameraData(static_cast<osgViewer::Viewer const*>(m_state->ensureWindow(*this)->viewer()));
+    return CameraData(static_cast<osgViewer::Viewer const*>(m_implementation->ensureWindow(*this)->viewer()));
 }
 
 void ExampleApplication::applyCameraData(CameraData const& cameraData) {
-    cameraData.applyTo(m_state->ensureWindow(*this)->viewer());
+    cameraData.applyTo(m_implementation->ensureWindow(*this)->viewer());
 }
 
 void ExampleApplication::getCameraHome(hyx::Vec3& eye, hyx::Vec3& center, hyx::Vec3& up) const {
     osg::Vec3d homeEye, homeCenter, homeUp;
-    m_state->orbit->getHomePosition(homeEye, homeCenter, homeUp);
+    m_implementation->orbit->getHomePosition(homeEye, homeCenter, homeUp);
     eye = toHyx(homeEye);
     center = toHyx(homeCenter);
     up = toHyx(homeUp);
@@ -62,12 +62,12 @@ void ExampleApplication::getCameraHome(hyx::Vec3& eye, hyx::Vec3& center, hyx::V
 
 void ExampleApplication::setCameraHome(hyx::Vec3 const& eye, hyx::Vec3 const& center, hyx::Vec3 const& up) {
     checkView(eye, center, up);
-    setHome(*m_state->orbit, toOsg(eye), toOsg(center), toOsg(up));
-    m_state->homeSet = true;
+    setHome(*m_implementation->orbit, toOsg(eye), toOsg(center), toOsg(up));
+    m_implementation->homeSet = true;
 }
 
 bool ExampleApplication::isCameraHomeSet() const {
-    return m_state->homeSet;
+    return m_implementation->homeSet;
 }
 
 void ExampleApplication::setOrbitCamera(GeometryNode* node, double distance, double azimuth, double elevation,
@@ -82,51 +82,52 @@ void ExampleApplication::setOrbitCamera(GeometryNode* node, double distance, dou
 void ExampleApplication::setOrbitCamera(GeometryNode* node, hyx::Vec3 const& eye, hyx::Vec3 const& center,
                                         hyx::Vec3 const& up, int mode) {
     if (!node) {
-        if (m_state->follow)
-            m_state->useManipulator(m_state->orbit);
-        m_state->follow = nullptr;
+        if (m_implementation->follow)
+            m_implementation->useManipulator(m_implementation->orbit);
+        m_implementation->follow = nullptr;
         return;
     }
     if (mode < 0 || mode > FollowManipulator::WHOLE_ROTATION)
         throw std::invalid_argument(
             "the mode of an orbit camera must be 0 (position), 1 (heading too) or 2 (whole rotation)");
     checkView(eye, center, up);
-    m_state->follow = new FollowManipulator(node, FollowManipulator::Mode(mode));
-    m_state->follow->setWheelZoomFactor(wheelZoom);
-    setHome(*m_state->follow, toOsg(eye), toOsg(center), toOsg(up));
-    m_state->useManipulator(m_state->follow);
+    m_implementation->follow = new FollowManipulator(node, FollowManipulator::Mode(mode));
+    m_implementation->follow->setWheelZoomFactor(wheelZoom);
+    setHome(*m_implementation->follow, toOsg(eye), toOsg(center), toOsg(up));
+    m_implementation->useManipulator(m_implementation->follow);
 }
 
-void ExampleApplication::State::useManipulator(osgGA::CameraManipulator* manipulator) {
+void ExampleApplication::Implementation::useManipulator(osgGA::CameraManipulator* manipulator) {
     if (window)
         window->viewer()->setCameraManipulator(manipulator, false);
 }
 
 void ExampleApplication::centerScene() {
-    osg::BoundingSphere const bound = m_state->graph.sceneBound();
+    osg::BoundingSphere const bound = m_implementation->graph.sceneBound();
     if (!bound.valid())
         return;
     osg::Vec3d eye, center, up;
-    m_state->orbit->getTransformation(eye, center, up);
-    m_state->orbit->setTransformation(eye, bound.center(), up);
+    m_implementation->orbit->getTransformation(eye, center, up);
+    m_implementation->orbit->setTransformation(eye, bound.center(), up);
 }
 
 void ExampleApplication::fitSceneIntoView() {
-    osg::BoundingSphere const bound = m_state->graph.sceneBound();
+    osg::BoundingSphere const bound = m_implementation->graph.sceneBound();
     if (!bound.valid() || !(bound.radius() > 0))
         return;
     double fieldOfView = 45, aspectRatio = 1, nearPlane, farPlane;
-    if (m_state->window)
-        m_state->window->camera()->getProjectionMatrixAsPerspective(fieldOfView, aspectRatio, nearPlane, farPlane);
+    if (m_implementation->window)
+        m_implementation->window->camera()->getProjectionMatrixAsPerspective(fieldOfView, aspectRatio, nearPlane,
+                                                                             farPlane);
     double const halfHeight = osg::DegreesToRadians(fieldOfView / 2);
     double const halfWidth = std::atan(std::tan(halfHeight) * aspectRatio);
     double const distance = bound.radius() / std::sin(std::min(halfHeight, halfWidth));
     osg::Vec3d eye, center, up;
-    m_state->orbit->getTransformation(eye, center, up);
+    m_implementation->orbit->getTransformation(eye, center, up);
     osg::Vec3d backward = eye - center;
     if (backward.normalize() == 0)
         backward.set(0, -1, 0);
-    m_state->orbit->setTransformation(bound.center() + backward * distance, bound.center(), up);
+    m_implementation->orbit->setTransformation(bound.center() + backward * distance, bound.center(), up);
 }
 
 hyx::Vec3 ExampleApplication::getViewDirection() {
@@ -135,63 +136,63 @@ hyx::Vec3 ExampleApplication::getViewDirection() {
 }
 
 osg::Camera* ExampleApplication::getCamera() {
-    return m_state->window ? m_state->window->camera() : nullptr;
+    return m_implementation->window ? m_implementation->window->camera() : nullptr;
 }
 
 osgViewer::Viewer* ExampleApplication::getViewer() {
-    return m_state->window ? m_state->window->viewer() : nullptr;
+    return m_implementation->window ? m_implementation->window->viewer() : nullptr;
 }
 
 osgGA::MatrixManipulator* ExampleApplication::getCameraManipulator() {
-    return m_state->window ? m_state->window->viewer()->getCameraManipulator() : nullptr;
+    return m_implementation->window ? m_implementation->window->viewer()->getCameraManipulator() : nullptr;
 }
 
 osgGA::MatrixManipulator const* ExampleApplication::getCameraManipulator() const {
-    return m_state->window ? m_state->window->viewer()->getCameraManipulator() : nullptr;
+    return m_implementation->window ? m_implementation->window->viewer()->getCameraManipulator() : nullptr;
 }
 
 void ExampleApplication::setCoordinateSystemTransform(hyx::AffineMatrix4x4 const& transform) {
-    m_state->graph.setTransform(transform);
+    m_implementation->graph.setTransform(transform);
 }
 
 hyx::AffineMatrix4x4 ExampleApplication::getCoordinateSystemTransform() const {
-    return m_state->graph.transform();
+    return m_implementation->graph.transform();
 }
 
 void ExampleApplication::setDebugRenderInverseMatrix(hyx::AffineMatrix4x4 const& matrix) {
-    m_state->graph.setDebugInverse(matrix);
+    m_implementation->graph.setDebugInverse(matrix);
 }
 
 void ExampleApplication::setGridSize(hyx::Vec2 const& size) {
-    m_state->markers.setCellSize(size);
+    m_implementation->markers.setCellSize(size);
 }
 
 hyx::Vec2 ExampleApplication::getGridSize() const {
-    return m_state->markers.cellSize();
+    return m_implementation->markers.cellSize();
 }
 
 void ExampleApplication::setGridResolution(hyx::Vec2u resolution) {
-    m_state->markers.setResolution(resolution);
+    m_implementation->markers.setResolution(resolution);
 }
 
 hyx::Vec2u ExampleApplication::getGridResolution() const {
-    return m_state->markers.resolution();
+    return m_implementation->markers.resolution();
 }
 
 void ExampleApplication::setEnableGrid(bool enable) {
-    m_state->markers.showGrid(enable);
+    m_implementation->markers.showGrid(enable);
 }
 
 bool ExampleApplication::getEnableGrid() const {
-    return m_state->markers.gridShown();
+    return m_implementation->markers.gridShown();
 }
 
 void ExampleApplication::setEnableCoordinateSystem(bool enable) {
-    m_state->markers.showAxes(enable);
+    m_implementation->markers.showAxes(enable);
 }
 
 bool ExampleApplication::getEnableCoordinateSystem() const {
-    return m_state->markers.axesShown();
+    return m_implementation->markers.axesShown();
 }
 
 } // namespace hyxOSG

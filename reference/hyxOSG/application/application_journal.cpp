@@ -1,5 +1,5 @@
 /// The application's journal and profiling.
-#include "reference/hyxOSG/application/application_state.h"
+#include "reference/hyxOSG/application/application_implementation.h"
 
 #include <nlohmann/json.hpp>
 
@@ -43,81 +43,81 @@ void configure(std::string const& path, hyx::Journal::Settings& settings, std::s
 } // namespace
 
 hyx::Journal* ExampleApplication::getJournal() {
-    return m_state->journal.get();
+    return m_implementation->journal.get();
 }
 
 std::string ExampleApplication::getJournalConfigurationPath() const {
-    return m_state->journalConfigurationPath;
+    return m_implementation->journalConfigurationPath;
 }
 
 std::string ExampleApplication::getJournalPlaybackPath() const {
-    return m_state->journalPlaybackPath;
+    return m_implementation->journalPlaybackPath;
 }
 
 std::string ExampleApplication::getProfilingJournalPath() const {
-    return m_state->profiler.path();
+    return m_implementation->profiler.path();
 }
 
 void ExampleApplication::setJournalConfigurationPath(hyx::String const& path) {
-    m_state->journalConfigurationPath = path;
+    m_implementation->journalConfigurationPath = path;
 }
 
 void ExampleApplication::setJournalRecordPath(hyx::String const& path) {
-    m_state->journalRecordPath = path;
+    m_implementation->journalRecordPath = path;
 }
 
 void ExampleApplication::setEnableJournalIncrementalStructure(bool enable) {
-    m_state->journalSettings.incremental = enable;
+    m_implementation->journalSettings.incremental = enable;
 }
 
 bool ExampleApplication::getEnableJournalIncrementalStructure() const {
-    return m_state->journalSettings.incremental;
+    return m_implementation->journalSettings.incremental;
 }
 
 hyx::UInt ExampleApplication::getJournalFormat() const {
-    return m_state->journalSettings.compressed ? COMPRESSED : PLAIN;
+    return m_implementation->journalSettings.compressed ? COMPRESSED : PLAIN;
 }
 
 void ExampleApplication::setJournalFormat(hyx::UInt format) {
     if (format != PLAIN && format != COMPRESSED)
         throw std::invalid_argument(
             "a journal's format is 0 (HDF5) or 1 (compressed HDF5); formats of other programs are not written");
-    m_state->journalSettings.compressed = format == COMPRESSED;
+    m_implementation->journalSettings.compressed = format == COMPRESSED;
 }
 
 void ExampleApplication::setEnableJournal32bitMode(bool enable) {
-    m_state->journalSettings.single = enable;
+    m_implementation->journalSettings.single = enable;
 }
 
 void ExampleApplication::setEnableJournalRecord(bool enable) {
-    if (enable == m_state->journal->isRecording())
+    if (enable == m_implementation->journal->isRecording())
         return;
     if (enable)
         initRecordJournal();
     else
-        m_state->journal->close();
+        m_implementation->journal->close();
 }
 
 void ExampleApplication::setRequestedJournalFrequency(double frequency) {
     if (!(frequency >= 0) || !std::isfinite(frequency))
         throw std::invalid_argument("the journal frequency must be 0 or a positive number");
-    m_state->journalSettings.frequency = frequency;
+    m_implementation->journalSettings.frequency = frequency;
 }
 
 void ExampleApplication::storeInitialJournalState() {
-    if (m_state->journal->isRecording())
-        m_state->journal->store(&m_state->ensureSimulation(), true);
+    if (m_implementation->journal->isRecording())
+        m_implementation->journal->store(&m_implementation->ensureSimulation(), true);
 }
 
 void ExampleApplication::initRecordJournal() {
-    m_state->startRecording(false);
+    m_implementation->startRecording(false);
 }
 
 void ExampleApplication::initAppendJournal() {
-    m_state->startRecording(true);
+    m_implementation->startRecording(true);
 }
 
-void ExampleApplication::State::startRecording(bool append) {
+void ExampleApplication::Implementation::startRecording(bool append) {
     if (journalRecordPath.empty())
         throw std::runtime_error("there is no file to record to: call setJournalRecordPath first");
     JournalPath path(journalRecordPath);
@@ -127,13 +127,13 @@ void ExampleApplication::State::startRecording(bool append) {
 }
 
 void ExampleApplication::journalPlayback() {
-    std::string const& chosen = m_state->journalPlaybackPath;
-    JournalPath const path(chosen.empty() ? m_state->journalRecordPath : chosen);
+    std::string const& chosen = m_implementation->journalPlaybackPath;
+    JournalPath const path(chosen.empty() ? m_implementation->journalRecordPath : chosen);
     if (path.file.empty())
         throw std::runtime_error("there is no journal to play back: call setJournalRecordPath first");
-    m_state->journal->play(path.file, path.session);
-    m_state->journalPlaybackPath = chosen.empty() ? m_state->journalRecordPath : chosen;
-    m_state->pacer.restart();
+    m_implementation->journal->play(path.file, path.session);
+    m_implementation->journalPlaybackPath = chosen.empty() ? m_implementation->journalRecordPath : chosen;
+    m_implementation->pacer.restart();
 }
 
 void ExampleApplication::listSessionNames(std::string const& fileName) {
@@ -143,19 +143,19 @@ void ExampleApplication::listSessionNames(std::string const& fileName) {
 }
 
 void ExampleApplication::setEnableThreadTimeline(bool enable) {
-    m_state->profiler.setTimeline(enable);
+    m_implementation->profiler.setTimeline(enable);
 }
 
 void ExampleApplication::setEnableTaskProfile(bool enable) {
-    m_state->profiler.setTaskProfile(enable);
+    m_implementation->profiler.setTaskProfile(enable);
 }
 
 void ExampleApplication::setEnableSimulationDump(bool enable) {
-    m_state->simulationDump.setEnable(enable);
+    m_implementation->simulationDump.setEnable(enable);
 }
 
 bool ExampleApplication::getEnableSimulationDump() const {
-    return m_state->simulationDump.enabled();
+    return m_implementation->simulationDump.enabled();
 }
 
 } // namespace hyxOSG

@@ -1,7 +1,7 @@
 /// The application's loop: stepping, drawing, pacing and its end.
 #include "platform/hyx/objects/high_accuracy_timer.h"
 #include "platform/hyxPython/script_manager.h"
-#include "reference/hyxOSG/application/application_state.h"
+#include "reference/hyxOSG/application/application_implementation.h"
 #include "reference/hyxOSG/application/removed_geometry.h"
 #include "reference/hyxPython/interpreter.h"
 
@@ -30,40 +30,41 @@ private:
 } // namespace
 
 int ExampleApplication::run() {
-    auto const kept = State::keep(*this);
-    m_state->ensureSimulation();
-    if (!m_state->noGraphics)
-        m_state->ensureWindow(*this);
+    auto const kept = Implementation::keep(*this);
+    m_implementation->ensureSimulation();
+    if (!m_implementation->noGraphics)
+        m_implementation->ensureWindow(*this);
     initRpc();
-    if (m_state->testsScenes) {
-        m_state->testScenes(*this);
+    if (m_implementation->testsScenes) {
+        m_implementation->testScenes(*this);
     } else {
-        if (!m_state->sceneBuilt)
+        if (!m_implementation->sceneBuilt)
             initScene();
         while (!done())
             stepWrapper();
     }
     postExecution();
-    return m_state->exitCode;
+    return m_implementation->exitCode;
 }
 
 void ExampleApplication::stop(int code) {
-    m_state->stopRequested = true;
-    m_state->exitCode = code;
+    m_implementation->stopRequested = true;
+    m_implementation->exitCode = code;
 }
 
 void ExampleApplication::cancelStop() {
-    m_state->stopRequested = false;
-    m_state->exitCode = 0;
+    m_implementation->stopRequested = false;
+    m_implementation->exitCode = 0;
 }
 
 bool ExampleApplication::shouldStop() const {
-    if (m_state->stopRequested)
+    if (m_implementation->stopRequested)
         return true;
-    if (m_state->stopTime < 0 || !m_state->simulation)
+    if (m_implementation->stopTime < 0 || !m_implementation->simulation)
         return false;
     // Half a step of slack: the sum of many steps is never exact.
-    return m_state->simulation->getTimeStamp() >= m_state->stopTime - 0.5 * m_state->simulation->getTimeStep();
+    return m_implementation->simulation->getTimeStamp() >=
+           m_implementation->stopTime - 0.5 * m_implementation->simulation->getTimeStep();
 }
 
 bool ExampleApplication::breakRequested() const {
@@ -71,42 +72,43 @@ bool ExampleApplication::breakRequested() const {
 }
 
 bool ExampleApplication::done() const {
-    bool const closed = m_state->quitEventSetsDone && m_state->window && !m_state->window->open();
+    bool const closed =
+        m_implementation->quitEventSetsDone && m_implementation->window && !m_implementation->window->open();
     return closed || shouldStop() || breakRequested();
 }
 
 int ExampleApplication::getExitCode() const {
-    return m_state->exitCode;
+    return m_implementation->exitCode;
 }
 
 void ExampleApplication::step() {
-    auto const kept = State::keep(*this);
-    m_state->turn(*this, true);
+    auto const kept = Implementation::keep(*this);
+    m_implementation->turn(*this, true);
 }
 
 void ExampleApplication::stepWrapper() {
-    auto const kept = State::keep(*this);
+    auto const kept = Implementation::keep(*this);
     step();
     handleReactiveScriptErrors(false);
 }
 
 bool ExampleApplication::executeOneStepWithGraphics(hyx::HighAccuracyTimer& timer) {
-    auto const kept = State::keep(*this);
+    auto const kept = Implementation::keep(*this);
     timer.reset();
     timer.start();
-    m_state->ensureWindow(*this);
-    m_state->turn(*this, true);
+    m_implementation->ensureWindow(*this);
+    m_implementation->turn(*this, true);
     timer.stop();
     return !done();
 }
 
 bool ExampleApplication::executeOneStepWithoutGraphics() {
-    auto const kept = State::keep(*this);
-    m_state->turn(*this, false);
+    auto const kept = Implementation::keep(*this);
+    m_implementation->turn(*this, false);
     return !done();
 }
 
-void ExampleApplication::State::turn(ExampleApplication& application, bool withGraphics) {
+void ExampleApplication::Implementation::turn(ExampleApplication& application, bool withGraphics) {
     if (inTurn)
         throw std::logic_error("the application is making a frame already: a listener cannot step it again");
     ensureSimulation();
@@ -120,7 +122,7 @@ void ExampleApplication::State::turn(ExampleApplication& application, bool withG
     application.throttleIdleCpuUsageBySleeping();
 }
 
-void ExampleApplication::State::makeFrame(ExampleApplication& application, bool draws) {
+void ExampleApplication::Implementation::makeFrame(ExampleApplication& application, bool draws) {
     bool const updates = autoStepping || pauseUpdate;
     auto const called = listeners; // a listener may add others
     if (updates)
@@ -146,7 +148,7 @@ void ExampleApplication::State::makeFrame(ExampleApplication& application, bool 
             listener->postFrame(&application);
 }
 
-void ExampleApplication::State::draw() {
+void ExampleApplication::Implementation::draw() {
     RemovedGeometry::sweep();
     if (debug.enabled())
         debug.update(*simulation);
@@ -156,22 +158,22 @@ void ExampleApplication::State::draw() {
 }
 
 void ExampleApplication::stepSimulation() {
-    auto const kept = State::keep(*this);
-    hyxSDK::Simulation& simulation = m_state->ensureSimulation();
-    if (m_state->journal->isPlaying()) {
-        Profiler::Task const task(m_state->profiler, "journal");
-        if (!m_state->journal->playNext(&simulation))
+    auto const kept = Implementation::keep(*this);
+    hyxSDK::Simulation& simulation = m_implementation->ensureSimulation();
+    if (m_implementation->journal->isPlaying()) {
+        Profiler::Task const task(m_implementation->profiler, "journal");
+        if (!m_implementation->journal->playNext(&simulation))
             setAutoStepping(false);
         return;
     }
     {
-        Profiler::Task const task(m_state->profiler, "simulation");
+        Profiler::Task const task(m_implementation->profiler, "simulation");
         simulation.step();
     }
-    m_state->followStep(*this);
+    m_implementation->followStep(*this);
 }
 
-void ExampleApplication::State::followStep(ExampleApplication& application) {
+void ExampleApplication::Implementation::followStep(ExampleApplication& application) {
     if (stepCallback.valid()) {
         Profiler::Task const task(profiler, "callback");
         stepCallback();
@@ -191,142 +193,142 @@ void ExampleApplication::State::followStep(ExampleApplication& application) {
 }
 
 void ExampleApplication::synchronizedStep(bool force) {
-    auto const kept = State::keep(*this);
-    int due = m_state->pacer.realTimeSync() ? m_state->pacer.stepsDue(getTimeStep()) : 1;
+    auto const kept = Implementation::keep(*this);
+    int due = m_implementation->pacer.realTimeSync() ? m_implementation->pacer.stepsDue(getTimeStep()) : 1;
     if (force)
         due = std::max(due, 1);
     for (; due > 0 && !shouldStop(); --due) {
         stepSimulation();
-        if (!m_state->autoStepping)
+        if (!m_implementation->autoStepping)
             return; // paused by what the step did
     }
 }
 
 void ExampleApplication::updateServices() {
-    Profiler::Task const task(m_state->profiler, "services");
+    Profiler::Task const task(m_implementation->profiler, "services");
     updateRemoteDebugger();
     updateCoSimulationServer();
 }
 
 void ExampleApplication::postExecution() {
-    m_state->journal->close();
-    if (m_state->imageCapture)
-        m_state->imageCapture->stopCapture();
-    if (m_state->videoCapture)
-        m_state->videoCapture->stopCapture();
-    m_state->profiler.close();
+    m_implementation->journal->close();
+    if (m_implementation->imageCapture)
+        m_implementation->imageCapture->stopCapture();
+    if (m_implementation->videoCapture)
+        m_implementation->videoCapture->stopCapture();
+    m_implementation->profiler.close();
 }
 
 void ExampleApplication::throttleIdleCpuUsageBySleeping() {
-    if (!m_state->autoStepping && m_state->pacer.targetFps() == 0)
+    if (!m_implementation->autoStepping && m_implementation->pacer.targetFps() == 0)
         std::this_thread::sleep_for(idleSleep);
 }
 
 void ExampleApplication::setTimeStep(double timeStep) {
-    m_state->ensureSimulation().setTimeStep(timeStep);
-    m_state->wantedTimeStep = timeStep;
+    m_implementation->ensureSimulation().setTimeStep(timeStep);
+    m_implementation->wantedTimeStep = timeStep;
 }
 
 double ExampleApplication::getTimeStep() const {
-    return m_state->ensureSimulation().getTimeStep();
+    return m_implementation->ensureSimulation().getTimeStep();
 }
 
 double ExampleApplication::getTimeStamp() const {
-    return m_state->ensureSimulation().getTimeStamp();
+    return m_implementation->ensureSimulation().getTimeStamp();
 }
 
 void ExampleApplication::stopAfter(double time) {
     if (std::isnan(time))
         throw std::invalid_argument("the time to stop after must be a number");
-    m_state->stopTime = time;
+    m_implementation->stopTime = time;
 }
 
 void ExampleApplication::setTargetFPS(double framesPerSecond) {
-    m_state->pacer.setTargetFps(framesPerSecond);
+    m_implementation->pacer.setTargetFps(framesPerSecond);
 }
 
 double ExampleApplication::getTargetFPS() const {
-    return m_state->pacer.targetFps();
+    return m_implementation->pacer.targetFps();
 }
 
 void ExampleApplication::setRealTimeSync(bool enable) {
-    m_state->pacer.setRealTimeSync(enable);
-    m_state->realTimeSyncSet = true;
+    m_implementation->pacer.setRealTimeSync(enable);
+    m_implementation->realTimeSyncSet = true;
 }
 
 bool ExampleApplication::getRealTimeSync() const {
-    return m_state->pacer.realTimeSync();
+    return m_implementation->pacer.realTimeSync();
 }
 
 void ExampleApplication::setAutoStepping(bool enable, bool triggerEvent) {
-    if (m_state->autoStepping == enable)
+    if (m_implementation->autoStepping == enable)
         return;
-    m_state->autoStepping = enable;
-    m_state->pacer.restart();
+    m_implementation->autoStepping = enable;
+    m_implementation->pacer.restart();
     if (triggerEvent)
         autoStepEvent.trigger(enable);
 }
 
 bool ExampleApplication::getAutoStepping() const {
-    return m_state->autoStepping;
+    return m_implementation->autoStepping;
 }
 
 void ExampleApplication::setEnablePauseUpdate(bool enable) {
-    m_state->pauseUpdate = enable;
+    m_implementation->pauseUpdate = enable;
 }
 
 bool ExampleApplication::getEnablePauseUpdate() const {
-    return m_state->pauseUpdate;
+    return m_implementation->pauseUpdate;
 }
 
 void ExampleApplication::addAutoPausePair(hyx::RigidBody const* body1, hyx::RigidBody const* body2) {
-    m_state->autoPause.add(body1, body2);
+    m_implementation->autoPause.add(body1, body2);
 }
 
 void ExampleApplication::addAutoPausePair(hyxCollide::Geometry const* geometry1,
                                           hyxCollide::Geometry const* geometry2) {
-    m_state->autoPause.add(geometry1, geometry2);
+    m_implementation->autoPause.add(geometry1, geometry2);
 }
 
 void ExampleApplication::removeAutoPausePair(hyx::RigidBody const* body1, hyx::RigidBody const* body2) {
-    m_state->autoPause.remove(body1, body2);
+    m_implementation->autoPause.remove(body1, body2);
 }
 
 void ExampleApplication::removeAutoPausePair(hyxCollide::Geometry const* geometry1,
                                              hyxCollide::Geometry const* geometry2) {
-    m_state->autoPause.remove(geometry1, geometry2);
+    m_implementation->autoPause.remove(geometry1, geometry2);
 }
 
 void ExampleApplication::setEnableAutoPausing(bool enable) {
-    m_state->autoPause.setEnable(enable);
+    m_implementation->autoPause.setEnable(enable);
 }
 
 bool ExampleApplication::getEnableAutoPausing() const {
-    return m_state->autoPause.enabled();
+    return m_implementation->autoPause.enabled();
 }
 
 hyx::Callback ExampleApplication::getStepCallback() const {
-    return m_state->stepCallback;
+    return m_implementation->stepCallback;
 }
 
 void ExampleApplication::setStepCallback(hyx::Callback callback) {
-    m_state->stepCallback = callback;
+    m_implementation->stepCallback = callback;
 }
 
 void ExampleApplication::setQuitEventSetsDone(bool enable) {
-    m_state->quitEventSetsDone = enable;
+    m_implementation->quitEventSetsDone = enable;
 }
 
 bool ExampleApplication::getQuitEventSetsDone() const {
-    return m_state->quitEventSetsDone;
+    return m_implementation->quitEventSetsDone;
 }
 
 std::mutex* ExampleApplication::getFrameMutex() {
-    return &m_state->frameMutex;
+    return &m_implementation->frameMutex;
 }
 
 void ExampleApplication::addListener(ExampleApplicationListener* listener) {
-    auto& listeners = m_state->listeners;
+    auto& listeners = m_implementation->listeners;
     bool const known =
         std::any_of(listeners.begin(), listeners.end(), [=](auto const& other) { return other.get() == listener; });
     if (listener && !known)
@@ -334,14 +336,14 @@ void ExampleApplication::addListener(ExampleApplicationListener* listener) {
 }
 
 void ExampleApplication::handleReactiveScriptErrors(bool pause) {
-    size_t const errors = State::countScriptErrors();
-    bool const anyNew = errors > m_state->errorsSeen;
-    m_state->errorsSeen = errors;
+    size_t const errors = Implementation::countScriptErrors();
+    bool const anyNew = errors > m_implementation->errorsSeen;
+    m_implementation->errorsSeen = errors;
     if (anyNew && pause)
         setAutoStepping(false);
 }
 
-size_t ExampleApplication::State::countScriptErrors() {
+size_t ExampleApplication::Implementation::countScriptErrors() {
     hyxPython::ScriptManager const* manager = hyxPython::ScriptManager::instance("", "", "", false);
     return manager ? manager->getNumRegistered() : 0;
 }

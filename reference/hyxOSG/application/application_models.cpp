@@ -1,7 +1,7 @@
 /// Robot models that the application loads.
 #include "platform/hyxOSG/visuals/create_visual.h"
 #include "platform/hyxOSG/visuals/grid_axes.h"
-#include "reference/hyxOSG/application/application_state.h"
+#include "reference/hyxOSG/application/application_implementation.h"
 #include "reference/hyxtavlang/urdf_model.h"
 
 #include <cstdlib>
@@ -13,17 +13,17 @@ hyxtavlang::LoadResult ExampleApplication::loadTavLangFile(std::string path, osg
                                                            hyxtavlang::OptParams params) {
     for (std::string const& folder : getTavLangBundlePaths())
         params.addSearchPath(folder);
-    hyxtavlang::UrdfModel const model = hyxtavlang::readUrdf(path, m_state->modelName, params);
+    hyxtavlang::UrdfModel const model = hyxtavlang::readUrdf(path, m_implementation->modelName, params);
     if (!model.result.isSuccess())
         return model.result;
-    m_state->ensureSimulation().add(model.result.getAssembly());
+    m_implementation->ensureSimulation().add(model.result.getAssembly());
     if (root)
-        model.createVisuals(*root, m_state->debugFrames);
+        model.createVisuals(*root, m_implementation->debugFrames);
     return model.result;
 }
 
 std::vector<std::string> ExampleApplication::getTavLangBundlePaths(std::vector<std::string> additionalPaths) const {
-    std::vector<std::string> paths = m_state->bundlePaths;
+    std::vector<std::string> paths = m_implementation->bundlePaths;
     if (char const* variable = std::getenv("HYX_BUNDLE_PATH")) {
         std::istringstream folders(variable);
         for (std::string folder; std::getline(folders, folder, ':');)
@@ -35,23 +35,23 @@ std::vector<std::string> ExampleApplication::getTavLangBundlePaths(std::vector<s
 }
 
 std::string ExampleApplication::getTavLangModelName() const {
-    return m_state->modelName;
+    return m_implementation->modelName;
 }
 
 void ExampleApplication::setTavLangModelName(std::string name) {
-    m_state->modelName = name;
+    m_implementation->modelName = name;
 }
 
 bool ExampleApplication::getTavLangDebugRenderFrames() const {
-    return m_state->debugFrames;
+    return m_implementation->debugFrames;
 }
 
 bool ExampleApplication::getTavLangUseClick() const {
-    return m_state->click.valid();
+    return m_implementation->click.valid();
 }
 
 std::string ExampleApplication::getTavLangClickServerAddr() const {
-    return m_state->click ? m_state->click->getAddress() : "";
+    return m_implementation->click ? m_implementation->click->getAddress() : "";
 }
 
 } // namespace hyxOSG

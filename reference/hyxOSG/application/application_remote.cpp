@@ -1,7 +1,7 @@
 /// The application's remote control and co-simulation.
 #include "platform/hyxPython/script_manager.h"
 #include "reference/hyxNet/access_token.h"
-#include "reference/hyxOSG/application/application_state.h"
+#include "reference/hyxOSG/application/application_implementation.h"
 #include "reference/hyxOSG/application/co_simulation_answers.h"
 
 #include <cstdio>
@@ -18,19 +18,21 @@ void announce(char const* service, std::string const& address) {
 } // namespace
 
 void ExampleApplication::initRpc() {
-    if (m_state->remotePort && !m_state->controller) {
-        m_state->controller =
-            new ExampleApplicationController(this, *m_state->remotePort, m_state->remoteToken, m_hostName);
-        announce("Remote control", m_state->controller->getUrl());
+    if (m_implementation->remotePort && !m_implementation->controller) {
+        m_implementation->controller = new ExampleApplicationController(this, *m_implementation->remotePort,
+                                                                        m_implementation->remoteToken, m_hostName);
+        announce("Remote control", m_implementation->controller->getUrl());
     }
-    if (m_state->coSimulationPort && !m_state->coSimulation)
-        m_state->coSimulation = m_state->serve(*this, "Co-simulation", *m_state->coSimulationPort);
-    if (m_state->clickPort && !m_state->click)
-        m_state->click = m_state->serve(*this, "Joint control", *m_state->clickPort);
+    if (m_implementation->coSimulationPort && !m_implementation->coSimulation)
+        m_implementation->coSimulation =
+            m_implementation->serve(*this, "Co-simulation", *m_implementation->coSimulationPort);
+    if (m_implementation->clickPort && !m_implementation->click)
+        m_implementation->click = m_implementation->serve(*this, "Joint control", *m_implementation->clickPort);
 }
 
-hyx::ref_ptr<hyxNet::CoSimulationServer> ExampleApplication::State::serve(ExampleApplication& application,
-                                                                          char const* service, int port) const {
+hyx::ref_ptr<hyxNet::CoSimulationServer> ExampleApplication::Implementation::serve(ExampleApplication& application,
+                                                                                   char const* service,
+                                                                                   int port) const {
     std::string const token = remoteToken.empty() ? hyxNet::makeAccessToken() : remoteToken;
     hyx::ref_ptr<hyxNet::CoSimulationServer> const made =
         new hyxNet::CoSimulationServer(port, token, application.m_hostName);
@@ -42,45 +44,45 @@ hyx::ref_ptr<hyxNet::CoSimulationServer> ExampleApplication::State::serve(Exampl
 }
 
 bool ExampleApplication::useCoSimulation() const {
-    return m_state->coSimulation.valid();
+    return m_implementation->coSimulation.valid();
 }
 
 void ExampleApplication::updateCoSimulationServer() {
     constexpr int waitMilliseconds = 5; // the other process sets the pace: its requests are answered at once
-    if (m_state->coSimulation)
-        m_state->coSimulation->update(waitMilliseconds);
-    if (m_state->click)
-        m_state->click->update();
+    if (m_implementation->coSimulation)
+        m_implementation->coSimulation->update(waitMilliseconds);
+    if (m_implementation->click)
+        m_implementation->click->update();
 }
 
 void ExampleApplication::updateRemoteDebugger() {
-    if (m_state->controller)
-        m_state->controller->update();
+    if (m_implementation->controller)
+        m_implementation->controller->update();
 }
 
 void ExampleApplication::pushFrameToRemoteViewer() {
-    if (!m_state->controller || m_state->controller->getNumClients() == 0 || !m_state->window ||
-        !m_state->window->open())
+    if (!m_implementation->controller || m_implementation->controller->getNumClients() == 0 ||
+        !m_implementation->window || !m_implementation->window->open())
         return;
-    auto const window = m_state->window;
-    m_state->controller->pushFrame(*window->grab(getTimeStamp()));
+    auto const window = m_implementation->window;
+    m_implementation->controller->pushFrame(*window->grab(getTimeStamp()));
 }
 
 ExampleApplicationController* ExampleApplication::getController() {
-    return m_state->controller.get();
+    return m_implementation->controller.get();
 }
 
 int ExampleApplication::getControlChannelPort() const {
-    return m_state->controller ? m_state->controller->getPort() : 0;
+    return m_implementation->controller ? m_implementation->controller->getPort() : 0;
 }
 
 void ExampleApplication::pushParametersToControlChannel() {
-    if (m_state->controller)
-        m_state->controller->pushParameters();
+    if (m_implementation->controller)
+        m_implementation->controller->pushParameters();
 }
 
 void ExampleApplication::setEnableControlChannelTickSignals(bool enable) {
-    m_state->tickSignals = enable;
+    m_implementation->tickSignals = enable;
 }
 
 } // namespace hyxOSG

@@ -1,6 +1,6 @@
 /// The run of all scenes that take part in tests.
 #include "platform/hyxPython/script_manager.h"
-#include "reference/hyxOSG/application/application_state.h"
+#include "reference/hyxOSG/application/application_implementation.h"
 
 #include <cstdio>
 #include <exception>
@@ -18,7 +18,7 @@ void takeScriptError() {
 
 } // namespace
 
-void ExampleApplication::State::testScenes(ExampleApplication& application) {
+void ExampleApplication::Implementation::testScenes(ExampleApplication& application) {
     for (size_t index = 0; index < scenes.size() && !stopRequested; ++index) {
         SceneDescription const description = scenes.at(index);
         if (!description.unittest || (description.slowUnittest && !slowTests))
@@ -33,7 +33,7 @@ void ExampleApplication::State::testScenes(ExampleApplication& application) {
     }
 }
 
-std::string ExampleApplication::State::testScene(ExampleApplication& application, size_t index) {
+std::string ExampleApplication::Implementation::testScene(ExampleApplication& application, size_t index) {
     size_t const errors = countScriptErrors();
     std::string fault;
     try {

@@ -1,7 +1,7 @@
 /// The application's scenes: added, built, changed, restored.
 #include "platform/hyxOSG/nodes/geometry_node.h"
 #include "platform/hyxOSG/visuals/read_file.h"
-#include "reference/hyxOSG/application/application_state.h"
+#include "reference/hyxOSG/application/application_implementation.h"
 #include "reference/hyxOSG/application/removed_geometry.h"
 #include "reference/hyxPython/script_file.h"
 
@@ -44,71 +44,71 @@ bool ExampleApplication::addScene(BuildScenePtr scene, bool unittest, float stop
 }
 
 bool ExampleApplication::addScene(SceneDescription description) {
-    return m_state->scenes.add(description);
+    return m_implementation->scenes.add(description);
 }
 
 bool ExampleApplication::addScene(SceneDescription description, int key) {
-    return m_state->scenes.add(description, key);
+    return m_implementation->scenes.add(description, key);
 }
 
 void ExampleApplication::clearAddedScenes() {
-    m_state->scenes.clear();
-    m_state->presentIndex.reset();
+    m_implementation->scenes.clear();
+    m_implementation->presentIndex.reset();
 }
 
 size_t ExampleApplication::getNumScenes() const {
-    return m_state->scenes.size();
+    return m_implementation->scenes.size();
 }
 
 void ExampleApplication::initScene() {
-    m_state->sceneBuilt = true;
-    if (m_state->scenes.size() > 0)
-        createSceneFromIndex(m_state->firstScene);
+    m_implementation->sceneBuilt = true;
+    if (m_implementation->scenes.size() > 0)
+        createSceneFromIndex(m_implementation->firstScene);
 }
 
 void ExampleApplication::initScene(osg::Group* scene) {
-    m_state->sceneBuilt = true;
+    m_implementation->sceneBuilt = true;
     setScene(scene);
-    if (!m_state->homeSet)
+    if (!m_implementation->homeSet)
         fitSceneIntoView();
 }
 
 bool ExampleApplication::createSceneFromKey(int key) {
-    auto const index = m_state->scenes.indexOf(key);
+    auto const index = m_implementation->scenes.indexOf(key);
     return index && createSceneFromIndex(int(*index));
 }
 
 bool ExampleApplication::createSceneFromIndex(int index, bool keepCamera) {
-    if (index < 0 || size_t(index) >= m_state->scenes.size())
+    if (index < 0 || size_t(index) >= m_implementation->scenes.size())
         return false;
-    SceneDescription const description = m_state->scenes.at(index); // the scene may clear the list
-    if (!m_state->buildScene(*this, description, keepCamera))
+    SceneDescription const description = m_implementation->scenes.at(index); // the scene may clear the list
+    if (!m_implementation->buildScene(*this, description, keepCamera))
         return false;
-    m_state->presentIndex = index;
+    m_implementation->presentIndex = index;
     return true;
 }
 
 void ExampleApplication::reloadScene() {
-    if (!m_state->presentScene)
+    if (!m_implementation->presentScene)
         return;
-    SceneDescription const description = *m_state->presentScene;
-    m_state->buildScene(*this, description, true);
+    SceneDescription const description = *m_implementation->presentScene;
+    m_implementation->buildScene(*this, description, true);
 }
 
 void ExampleApplication::createNextScene() {
-    size_t const count = m_state->scenes.size();
+    size_t const count = m_implementation->scenes.size();
     if (count > 0)
-        createSceneFromIndex(m_state->presentIndex ? int((*m_state->presentIndex + 1) % count) : 0);
+        createSceneFromIndex(m_implementation->presentIndex ? int((*m_implementation->presentIndex + 1) % count) : 0);
 }
 
 void ExampleApplication::createPreviousScene() {
-    size_t const count = m_state->scenes.size();
+    size_t const count = m_implementation->scenes.size();
     if (count > 0)
-        createSceneFromIndex(int((m_state->presentIndex.value_or(0) + count - 1) % count));
+        createSceneFromIndex(int((m_implementation->presentIndex.value_or(0) + count - 1) % count));
 }
 
-bool ExampleApplication::State::buildScene(ExampleApplication& application, SceneDescription const& description,
-                                           bool keepCamera) {
+bool ExampleApplication::Implementation::buildScene(ExampleApplication& application,
+                                                    SceneDescription const& description, bool keepCamera) {
     // A script that cannot be read leaves the application as it was.
     if (isScript(description) && !hyxPython::ScriptFile::load(description.fileName))
         return false;
@@ -141,8 +141,8 @@ bool ExampleApplication::State::buildScene(ExampleApplication& application, Scen
     return true;
 }
 
-osg::ref_ptr<osg::Group> ExampleApplication::State::runBuilder(ExampleApplication& application,
-                                                               SceneDescription const& description, bool& ok) {
+osg::ref_ptr<osg::Group> ExampleApplication::Implementation::runBuilder(ExampleApplication& application,
+                                                                        SceneDescription const& description, bool& ok) {
     if (description.scene) {
         ok = true;
         return description.scene(&ensureSimulation(), &application);
@@ -165,57 +165,57 @@ osg::ref_ptr<osg::Group> ExampleApplication::State::runBuilder(ExampleApplicatio
 }
 
 void ExampleApplication::clearScene() {
-    m_state->proxies->clear();
-    m_state->graph.clear();
-    m_state->graph.decorator()->clearText();
-    m_state->scriptGroup = nullptr;
-    if (m_state->follow)
+    m_implementation->proxies->clear();
+    m_implementation->graph.clear();
+    m_implementation->graph.decorator()->clearText();
+    m_implementation->scriptGroup = nullptr;
+    if (m_implementation->follow)
         setOrbitCamera(nullptr, 1, 0, 0);
-    if (m_state->pickHandler)
-        m_state->pickHandler->reset();
-    if (m_state->simulation)
-        m_state->simulation->cleanup();
+    if (m_implementation->pickHandler)
+        m_implementation->pickHandler->reset();
+    if (m_implementation->simulation)
+        m_implementation->simulation->cleanup();
     m_loadedSceneFile = false;
 }
 
 SceneDescription ExampleApplication::getCallback(int key) const {
-    auto const index = m_state->scenes.indexOf(key);
-    return index ? m_state->scenes.at(*index) : SceneDescription();
+    auto const index = m_implementation->scenes.indexOf(key);
+    return index ? m_implementation->scenes.at(*index) : SceneDescription();
 }
 
 SceneDescription ExampleApplication::getCallbackIdx(size_t index) const {
-    if (index >= m_state->scenes.size())
-        throw std::out_of_range("there are " + std::to_string(m_state->scenes.size()) + " scenes, and no number " +
-                                std::to_string(index));
-    return m_state->scenes.at(index);
+    if (index >= m_implementation->scenes.size())
+        throw std::out_of_range("there are " + std::to_string(m_implementation->scenes.size()) +
+                                " scenes, and no number " + std::to_string(index));
+    return m_implementation->scenes.at(index);
 }
 
 osg::Group* ExampleApplication::getScene() {
-    return m_state->graph.scene();
+    return m_implementation->graph.scene();
 }
 
 osg::Group* ExampleApplication::getSceneRoot() {
-    return m_state->graph.sceneRoot();
+    return m_implementation->graph.sceneRoot();
 }
 
 osg::Group* ExampleApplication::getSceneHyxOSGRoot() {
-    return m_state->graph.libraryRoot();
+    return m_implementation->graph.libraryRoot();
 }
 
 osg::Group* ExampleApplication::getSceneSwitch() {
-    return m_state->graph.sceneSwitch();
+    return m_implementation->graph.sceneSwitch();
 }
 
 osg::Group* ExampleApplication::getRoot() {
-    return m_state->graph.root();
+    return m_implementation->graph.root();
 }
 
 void ExampleApplication::setScene(osg::Group* scene) {
-    m_state->graph.setScene(scene);
+    m_implementation->graph.setScene(scene);
 }
 
 SceneDecorator* ExampleApplication::getSceneDecorator() {
-    return m_state->graph.decorator();
+    return m_implementation->graph.decorator();
 }
 
 std::string ExampleApplication::getSaveSceneFilename() const {
@@ -225,8 +225,8 @@ std::string ExampleApplication::getSaveSceneFilename() const {
 bool ExampleApplication::restoreFromFile(std::string const& fileName) {
     if (!std::filesystem::is_regular_file(fileName))
         return false;
-    m_state->ensureSimulation().restore(fileName);
-    m_state->pacer.restart();
+    m_implementation->ensureSimulation().restore(fileName);
+    m_implementation->pacer.restart();
     return true;
 }
 
@@ -236,9 +236,9 @@ void ExampleApplication::registerRemovedGeometry(GeometryNode* node) {
 
 void ExampleApplication::journalRenderLoader(hyxSDK::Assembly* assembly, bool remove) {
     if (remove)
-        m_state->proxies->remove(assembly);
+        m_implementation->proxies->remove(assembly);
     else
-        m_state->proxies->create(assembly);
+        m_implementation->proxies->create(assembly);
 }
 
 } // namespace hyxOSG

@@ -1,6 +1,6 @@
 /// Scripts that the application runs.
 #include "platform/hyxPython/script_conversions.h"
-#include "reference/hyxOSG/application/application_state.h"
+#include "reference/hyxOSG/application/application_implementation.h"
 #include "reference/hyxPython/script_file.h"
 
 #include <stdexcept>
@@ -11,13 +11,13 @@ osg::Group* ExampleApplication::executePythonScript(hyx::String const& file, hyx
     using hyxPython::ScriptFile;
     using hyxPython::ScriptObject;
     ok = false;
-    m_state->scriptFile = file;
+    m_implementation->scriptFile = file;
     ScriptFile const script = ScriptFile::load(file);
     if (!script)
         return nullptr;
-    ScriptObject const result = script.call(function, {{&m_state->ensureSimulation(), "hyxSDK::Simulation"},
+    ScriptObject const result = script.call(function, {{&m_implementation->ensureSimulation(), "hyxSDK::Simulation"},
                                                        {this, "hyxOSG::ExampleApplication"},
-                                                       {m_state->graph.sceneRoot(), "osg::Group"}});
+                                                       {m_implementation->graph.sceneRoot(), "osg::Group"}});
     if (!result)
         return nullptr;
     bool isGroup = false;
@@ -25,20 +25,20 @@ osg::Group* ExampleApplication::executePythonScript(hyx::String const& file, hyx
         static_cast<osg::Group*>(hyxPython::getScriptConversions()->fromScript(result.get(), "osg::Group", isGroup));
     if (!isGroup)
         throw std::runtime_error("the function '" + function + "' of '" + file + "' must return a group or None");
-    m_state->scriptGroup = group;
+    m_implementation->scriptGroup = group;
     ok = true;
     return group;
 }
 
 std::string ExampleApplication::getScriptFile() const {
-    return m_state->scriptFile;
+    return m_implementation->scriptFile;
 }
 
 bool ExampleApplication::updatePythonCoSimulationServer(hyx::String const& function, std::stringstream& stream) {
     using namespace hyxPython;
-    if (m_state->scriptFile.empty())
+    if (m_implementation->scriptFile.empty())
         return false;
-    ScriptFile const script = ScriptFile::load(m_state->scriptFile);
+    ScriptFile const script = ScriptFile::load(m_implementation->scriptFile);
     if (!script || !script.hasFunction(function))
         return false;
     std::string const text = stream.str();

@@ -1,5 +1,5 @@
 /// The application's window and what is drawn in it.
-#include "reference/hyxOSG/application/application_state.h"
+#include "reference/hyxOSG/application/application_implementation.h"
 #include "reference/hyxOSG/application/window_events.h"
 
 #include <algorithm>
@@ -8,16 +8,16 @@
 namespace hyxOSG {
 
 void ExampleApplication::initViewer(int width, int height, bool offscreen) {
-    WindowRequest request = m_state->windowRequest;
+    WindowRequest request = m_implementation->windowRequest;
     request.width = width;
     request.height = height;
     if (offscreen)
         request.kind = WindowKind::OFFSCREEN;
-    m_state->openWindow(request);
+    m_implementation->openWindow(request);
     setupViewer();
 }
 
-void ExampleApplication::State::openWindow(WindowRequest const& request) {
+void ExampleApplication::Implementation::openWindow(WindowRequest const& request) {
     // The new window is made first: when that fails the old one stays.
     auto next = std::make_shared<ViewerWindow>(request, graph.root());
     graph.root()->releaseGLObjects();
@@ -34,114 +34,115 @@ void ExampleApplication::State::openWindow(WindowRequest const& request) {
 
 void ExampleApplication::setupViewer(bool manipulator, bool pickHandler) {
     initGraphics();
-    osgViewer::Viewer* viewer = m_state->window->viewer();
-    osgGA::CameraManipulator* chosen = m_state->follow ? m_state->follow.get() : m_state->orbit.get();
-    m_state->useManipulator(manipulator ? chosen : nullptr);
+    osgViewer::Viewer* viewer = m_implementation->window->viewer();
+    osgGA::CameraManipulator* chosen =
+        m_implementation->follow ? m_implementation->follow.get() : m_implementation->orbit.get();
+    m_implementation->useManipulator(manipulator ? chosen : nullptr);
     // A listener may ask for this while the viewer goes through its handlers.
     if (auto const& handlers = viewer->getEventHandlers();
-        std::find(handlers.begin(), handlers.end(), m_state->eventHandler) == handlers.end()) {
-        m_state->eventHandler = new WindowEvents(this);
-        viewer->addEventHandler(m_state->eventHandler);
+        std::find(handlers.begin(), handlers.end(), m_implementation->eventHandler) == handlers.end()) {
+        m_implementation->eventHandler = new WindowEvents(this);
+        viewer->addEventHandler(m_implementation->eventHandler);
     }
-    m_state->pickHandler = pickHandler ? new PickHandler(viewer, m_state->graph.root()) : nullptr;
+    m_implementation->pickHandler = pickHandler ? new PickHandler(viewer, m_implementation->graph.root()) : nullptr;
     if (pickHandler)
-        m_state->pickHandler->setSimulation(&m_state->ensureSimulation());
+        m_implementation->pickHandler->setSimulation(&m_implementation->ensureSimulation());
 }
 
 void ExampleApplication::initGraphics() {
-    if (!m_state->window)
-        initViewer(m_state->windowRequest.width, m_state->windowRequest.height);
+    if (!m_implementation->window)
+        initViewer(m_implementation->windowRequest.width, m_implementation->windowRequest.height);
 }
 
-std::shared_ptr<ViewerWindow> ExampleApplication::State::ensureWindow(ExampleApplication& application) {
+std::shared_ptr<ViewerWindow> ExampleApplication::Implementation::ensureWindow(ExampleApplication& application) {
     application.initGraphics();
     return window;
 }
 
 PickHandler* ExampleApplication::getPickHandler() {
-    return m_state->pickHandler.get();
+    return m_implementation->pickHandler.get();
 }
 
 PickHandler const* ExampleApplication::getPickHandler() const {
-    return m_state->pickHandler.get();
+    return m_implementation->pickHandler.get();
 }
 
 bool ExampleApplication::setWindowRectangle(unsigned int x, unsigned int y, unsigned int width, unsigned int height) {
     constexpr unsigned int largest = 16384;
-    if (!m_state->window || width < 1 || height < 1 || width > largest || height > largest || x > largest ||
+    if (!m_implementation->window || width < 1 || height < 1 || width > largest || height > largest || x > largest ||
         y > largest)
         return false;
-    auto const* traits = m_state->window->window()->getTraits();
+    auto const* traits = m_implementation->window->window()->getTraits();
     bool const resizes = int(width) != traits->width || int(height) != traits->height;
-    if (resizes && !m_state->windowRequest.resizable)
+    if (resizes && !m_implementation->windowRequest.resizable)
         return false;
-    if (!m_state->window->setRectangle(x, y, width, height))
+    if (!m_implementation->window->setRectangle(x, y, width, height))
         return false;
-    m_state->graph.decorator()->updateWindowSize(width, height);
+    m_implementation->graph.decorator()->updateWindowSize(width, height);
     return true;
 }
 
 bool ExampleApplication::setWindowTitle(std::string const& title) {
-    m_state->windowRequest.title = title;
-    if (!m_state->window)
+    m_implementation->windowRequest.title = title;
+    if (!m_implementation->window)
         return false;
-    m_state->window->window()->setWindowName(title);
+    m_implementation->window->window()->setWindowName(title);
     return true;
 }
 
 void ExampleApplication::setAllowWindowResizing(bool allow) {
-    m_state->windowRequest.resizable = allow;
+    m_implementation->windowRequest.resizable = allow;
 }
 
 bool ExampleApplication::getAllowWindowResizing() const {
-    return m_state->windowRequest.resizable;
+    return m_implementation->windowRequest.resizable;
 }
 
 bool ExampleApplication::hasOffscreenWindow() const {
-    return m_state->window && m_state->window->offscreen();
+    return m_implementation->window && m_implementation->window->offscreen();
 }
 
 hyx::UInt ExampleApplication::getHWND() const {
-    return m_state->window ? nativeWindow(m_state->window->window()) : 0;
+    return m_implementation->window ? nativeWindow(m_implementation->window->window()) : 0;
 }
 
 void ExampleApplication::setEnableVSync(bool enable, bool applyNow) {
-    m_state->windowRequest.vsync = enable;
-    if (applyNow && m_state->window)
-        m_state->window->window()->setSyncToVBlank(enable);
+    m_implementation->windowRequest.vsync = enable;
+    if (applyNow && m_implementation->window)
+        m_implementation->window->window()->setSyncToVBlank(enable);
 }
 
 bool ExampleApplication::getEnableVSync() const {
-    return m_state->windowRequest.vsync;
+    return m_implementation->windowRequest.vsync;
 }
 
 bool ExampleApplication::setEnableDebugRenderer(bool enable) {
-    m_state->debug.setEnable(enable);
-    return m_state->debug.enabled();
+    m_implementation->debug.setEnable(enable);
+    return m_implementation->debug.enabled();
 }
 
 bool ExampleApplication::getEnableDebugRenderer() const {
-    return m_state->debug.enabled();
+    return m_implementation->debug.enabled();
 }
 
 void ExampleApplication::setEnableTextDebugRendering(bool enable) {
-    m_state->debug.setText(enable);
+    m_implementation->debug.setText(enable);
 }
 
 bool ExampleApplication::getEnableTextDebugRendering() const {
-    return m_state->debug.text();
+    return m_implementation->debug.text();
 }
 
 void ExampleApplication::setEnableOSGRenderer(bool enable) {
-    m_state->osgRenderer = enable;
+    m_implementation->osgRenderer = enable;
     if (enable)
-        m_state->graph.sceneSwitch()->setAllChildrenOn();
+        m_implementation->graph.sceneSwitch()->setAllChildrenOn();
     else
-        m_state->graph.sceneSwitch()->setAllChildrenOff();
+        m_implementation->graph.sceneSwitch()->setAllChildrenOff();
 }
 
 bool ExampleApplication::getEnableOSGRenderer() const {
-    return m_state->osgRenderer;
+    return m_implementation->osgRenderer;
 }
 
 } // namespace hyxOSG

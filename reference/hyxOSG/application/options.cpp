@@ -1,5 +1,5 @@
 /// What each command-line option does.
-#include "reference/hyxOSG/application/application_state.h"
+#include "reference/hyxOSG/application/application_implementation.h"
 
 #include <filesystem>
 #include <sstream>
@@ -8,13 +8,13 @@
 namespace hyxOSG {
 
 bool ExampleApplication::init(hyxIO::ArgumentParser* parser, bool withGraphics) {
-    m_state->arguments = parser;
+    m_implementation->arguments = parser;
     if (parser && parser->isHelpRequested())
         return false;
     if (parser)
-        m_state->applyOptions(*this, *parser);
+        m_implementation->applyOptions(*this, *parser);
     if (withGraphics) {
-        m_state->ensureSimulation();
+        m_implementation->ensureSimulation();
         initGraphics();
         initRpc();
         initScene();
@@ -23,10 +23,11 @@ bool ExampleApplication::init(hyxIO::ArgumentParser* parser, bool withGraphics) 
 }
 
 hyxIO::ArgumentParser* ExampleApplication::getArguments() {
-    return m_state->arguments.get();
+    return m_implementation->arguments.get();
 }
 
-void ExampleApplication::State::applyOptions(ExampleApplication& application, hyxIO::ArgumentParser const& options) {
+void ExampleApplication::Implementation::applyOptions(ExampleApplication& application,
+                                                      hyxIO::ArgumentParser const& options) {
     applyWindowOptions(options);
     if (options.has("--debug-frames"))
         debugFrames = true;
@@ -58,7 +59,7 @@ void ExampleApplication::State::applyOptions(ExampleApplication& application, hy
     applyRecordingOptions(application, options);
 }
 
-void ExampleApplication::State::applyWindowOptions(hyxIO::ArgumentParser const& options) {
+void ExampleApplication::Implementation::applyWindowOptions(hyxIO::ArgumentParser const& options) {
     long first = 0, second = 0;
     if (options.has("--window-size")) {
         options.getSize("--window-size", first, second);
@@ -78,8 +79,8 @@ void ExampleApplication::State::applyWindowOptions(hyxIO::ArgumentParser const& 
         noGraphics = true;
 }
 
-void ExampleApplication::State::applyLoopOptions(ExampleApplication& application,
-                                                 hyxIO::ArgumentParser const& options) {
+void ExampleApplication::Implementation::applyLoopOptions(ExampleApplication& application,
+                                                          hyxIO::ArgumentParser const& options) {
     if (options.has("--time-step"))
         application.setTimeStep(options.getReal("--time-step"));
     if (options.has("--stop-after"))
@@ -101,8 +102,8 @@ void ExampleApplication::State::applyLoopOptions(ExampleApplication& application
     }
 }
 
-void ExampleApplication::State::applyRecordingOptions(ExampleApplication& application,
-                                                      hyxIO::ArgumentParser const& options) {
+void ExampleApplication::Implementation::applyRecordingOptions(ExampleApplication& application,
+                                                               hyxIO::ArgumentParser const& options) {
     std::string const session = options.has("--journal-session") ? "#" + options.getString("--journal-session") : "";
     if (options.has("--journal-frequency"))
         journalSettings.frequency = options.getReal("--journal-frequency");

@@ -32,7 +32,7 @@ int keyOf(json const& message) {
 
 } // namespace
 
-struct ExampleApplicationController::State {
+struct ExampleApplicationController::Implementation {
     ExampleApplication* application;
     std::string token;
     std::string host;
@@ -48,50 +48,50 @@ struct ExampleApplicationController::State {
 
 ExampleApplicationController::ExampleApplicationController(ExampleApplication* application, int port,
                                                            std::string const& token, std::string const& host)
-    : m_state(std::make_unique<State>()) {
+    : m_implementation(std::make_unique<Implementation>()) {
     if (!application)
         throw std::invalid_argument("the remote control needs an application, not None");
-    m_state->application = application;
-    m_state->token = token.empty() ? hyxNet::makeAccessToken() : token;
-    m_state->host = hyxNet::listenAddress(host);
-    State* state = m_state.get();
-    m_state->server =
-        std::make_unique<hyxNet::WebServer>(port, m_state->host, m_state->token, remotePage,
+    m_implementation->application = application;
+    m_implementation->token = token.empty() ? hyxNet::makeAccessToken() : token;
+    m_implementation->host = hyxNet::listenAddress(host);
+    Implementation* state = m_implementation.get();
+    m_implementation->server =
+        std::make_unique<hyxNet::WebServer>(port, m_implementation->host, m_implementation->token, remotePage,
                                             [state](std::string const& message) { return state->follow(message); });
 }
 
 ExampleApplicationController::~ExampleApplicationController() = default;
 
 int ExampleApplicationController::getPort() const {
-    return m_state->server->port();
+    return m_implementation->server->port();
 }
 
 std::string ExampleApplicationController::getToken() const {
-    return m_state->token;
+    return m_implementation->token;
 }
 
 int ExampleApplicationController::getNumClients() const {
-    return m_state->server->numClients();
+    return m_implementation->server->numClients();
 }
 
 std::string ExampleApplicationController::getUrl() const {
-    bool const sixthVersion = m_state->host.find(':') != std::string::npos;
-    return "http://" + (sixthVersion ? "[" + m_state->host + "]" : m_state->host) + ":" + std::to_string(getPort()) +
-           "/?token=" + m_state->token;
+    bool const sixthVersion = m_implementation->host.find(':') != std::string::npos;
+    return "http://" + (sixthVersion ? "[" + m_implementation->host + "]" : m_implementation->host) + ":" +
+           std::to_string(getPort()) + "/?token=" + m_implementation->token;
 }
 
 void ExampleApplicationController::update() {
-    m_state->server->update();
+    m_implementation->server->update();
     constexpr auto interval = std::chrono::milliseconds(250);
     auto const now = std::chrono::steady_clock::now();
-    if (getNumClients() == 0 || now - m_state->parametersSent < interval)
+    if (getNumClients() == 0 || now - m_implementation->parametersSent < interval)
         return;
-    m_state->parametersSent = now;
+    m_implementation->parametersSent = now;
     pushParameters();
 }
 
 bool ExampleApplicationController::wantsFrame() const {
-    return m_state->server->wantsPicture();
+    return m_implementation->server->wantsPicture();
 }
 
 void ExampleApplicationController::pushFrame(osg::Image const& image) {
@@ -102,27 +102,27 @@ void ExampleApplicationController::pushFrame(osg::Image const& image) {
     osg::ref_ptr<osgDB::Options> const options = new osgDB::Options("JPEG_QUALITY 85");
     if (!writer || !writer->writeImage(image, bytes, options).success())
         throw std::runtime_error("the scene-graph library cannot write JPEG pictures");
-    m_state->server->sendPicture(bytes.str());
+    m_implementation->server->sendPicture(bytes.str());
 }
 
 void ExampleApplicationController::pushParameters() {
-    ExampleApplication const& application = *m_state->application;
+    ExampleApplication const& application = *m_implementation->application;
     json const parameters = {{"time", application.getTimeStamp()},
                              {"time step", application.getTimeStep()},
                              {"paused", !application.getAutoStepping()},
                              {"solver", application.getSolverName(application.getSolverType())},
                              {"target frames per second", application.getTargetFPS()},
-                             {"bodies", m_state->application->getSimulation()->getRigidBodies().size()},
+                             {"bodies", m_implementation->application->getSimulation()->getRigidBodies().size()},
                              {"scenes", application.getNumScenes()}};
-    m_state->server->sendText(json{{"parameters", parameters}}.dump());
+    m_implementation->server->sendText(json{{"parameters", parameters}}.dump());
 }
 
 void ExampleApplicationController::pushTick() {
-    json const tick = {{"number", ++m_state->ticks}, {"time", m_state->application->getTimeStamp()}};
-    m_state->server->sendText(json{{"tick", tick}}.dump());
+    json const tick = {{"number", ++m_implementation->ticks}, {"time", m_implementation->application->getTimeStamp()}};
+    m_implementation->server->sendText(json{{"tick", tick}}.dump());
 }
 
-std::string ExampleApplicationController::State::follow(std::string const& text) {
+std::string ExampleApplicationController::Implementation::follow(std::string const& text) {
     try {
         json const message = json::parse(text);
         if (message.value("do", "") == "ready")
@@ -135,7 +135,7 @@ std::string ExampleApplicationController::State::follow(std::string const& text)
     }
 }
 
-void ExampleApplicationController::State::followCommand(json const& message) {
+void ExampleApplicationController::Implementation::followCommand(json const& message) {
     std::string const what = message.value("do", "");
     if (what == "pause")
         application->setAutoStepping(!application->getAutoStepping());
@@ -159,14 +159,14 @@ void ExampleApplicationController::State::followCommand(json const& message) {
         input(message);
 }
 
-void ExampleApplicationController::State::restore() {
+void ExampleApplicationController::Implementation::restore() {
     std::string const file = application->getSaveSceneFilename();
     if (!application->restoreFromFile(file))
         throw std::runtime_error("no state was saved: there is no " + file);
 }
 
 /// Input goes the way of the window's own: through its event queue, in pixels from the upper left corner.
-void ExampleApplicationController::State::input(json const& message) {
+void ExampleApplicationController::Implementation::input(json const& message) {
     osg::Camera* camera = application->getCamera();
     auto* window = camera ? dynamic_cast<osgViewer::GraphicsWindow*>(camera->getGraphicsContext()) : nullptr;
     if (!window)

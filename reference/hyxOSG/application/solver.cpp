@@ -1,5 +1,5 @@
 /// The application's choice of the simulation's solver.
-#include "reference/hyxOSG/application/application_state.h"
+#include "reference/hyxOSG/application/application_implementation.h"
 
 #include <strings.h>
 
@@ -19,13 +19,13 @@ bool isSolver(int value) {
 void ExampleApplication::setSolverType(SolverType solverType) {
     if (!isSolver(solverType))
         throw std::invalid_argument("a solver type must be ExampleApplication_MULTI or ExampleApplication_ITERATIVE");
-    m_state->wantedSolver = solverType;
-    m_state->ensureSimulation();
-    m_state->configureSimulation();
+    m_implementation->wantedSolver = solverType;
+    m_implementation->ensureSimulation();
+    m_implementation->configureSimulation();
 }
 
 ExampleApplication::SolverType ExampleApplication::getSolverType() const {
-    return SolverType(m_state->ensureSimulation().getSolver());
+    return SolverType(m_implementation->ensureSimulation().getSolver());
 }
 
 ExampleApplication::SolverType ExampleApplication::getSolverType(std::string const& name) const {

@@ -58,9 +58,9 @@ void makeOpaque(osg::Viewport const& viewport) {
 
 } // namespace
 
-struct EmbeddedGLWindow::Impl {
-    Impl();
-    ~Impl();
+struct EmbeddedGLWindow::Implementation {
+    Implementation();
+    ~Implementation();
 
     void setRectangle(int x, int y, int width, int height);
     void requireWindow() const;
@@ -79,7 +79,7 @@ struct EmbeddedGLWindow::Impl {
     int height = 0;
 };
 
-EmbeddedGLWindow::Impl::Impl()
+EmbeddedGLWindow::Implementation::Implementation()
     : decorator(new SceneDecorator(640, 480)), events(new EmbeddedEvents(viewer, decorator->getNonShadowedScene())) {
     content->setName("EmbeddedGLWindow root");
     content->setNodeMask(MAIN_SCENE_MASK | shadowMasks);
@@ -98,7 +98,7 @@ EmbeddedGLWindow::Impl::Impl()
 
 /// Deletes what lies in the host's context if that is the current one. Otherwise its names may mean other objects, so
 /// they are only forgotten; they end with the context.
-EmbeddedGLWindow::Impl::~Impl() {
+EmbeddedGLWindow::Implementation::~Implementation() {
     if (!window) {
         return;
     }
@@ -113,7 +113,7 @@ EmbeddedGLWindow::Impl::~Impl() {
 }
 
 /// osg takes the corner for the window's place on the screen and draws from (0, 0).
-void EmbeddedGLWindow::Impl::setRectangle(int x, int y, int newWidth, int newHeight) {
+void EmbeddedGLWindow::Implementation::setRectangle(int x, int y, int newWidth, int newHeight) {
     width = newWidth;
     height = newHeight;
     viewer->getCamera()->setViewport(x, y, width, height);
@@ -121,148 +121,149 @@ void EmbeddedGLWindow::Impl::setRectangle(int x, int y, int newWidth, int newHei
     decorator->updateWindowSize(width, height);
 }
 
-void EmbeddedGLWindow::Impl::requireWindow() const {
+void EmbeddedGLWindow::Implementation::requireWindow() const {
     if (!window) {
         throw std::runtime_error("the embedded window is not set up: call init with the host's context current");
     }
 }
 
-osgGA::EventQueue& EmbeddedGLWindow::Impl::queue() const {
+osgGA::EventQueue& EmbeddedGLWindow::Implementation::queue() const {
     requireWindow();
     return *window->getEventQueue();
 }
 
-EmbeddedGLWindow::EmbeddedGLWindow() : m_impl(std::make_unique<Impl>()) {}
+EmbeddedGLWindow::EmbeddedGLWindow() : m_implementation(std::make_unique<Implementation>()) {}
 
 EmbeddedGLWindow::~EmbeddedGLWindow() = default;
 
 bool EmbeddedGLWindow::init(int x, int y, int width, int height) {
-    if (m_impl->window || width < 1 || height < 1) {
+    if (m_implementation->window || width < 1 || height < 1) {
         return false;
     }
-    m_impl->context = currentContext();
-    if (!m_impl->context) {
+    m_implementation->context = currentContext();
+    if (!m_implementation->context) {
         throw std::runtime_error("there is no OpenGL context: make the host's current before init");
     }
-    m_impl->window = m_impl->viewer->setUpViewerAsEmbeddedInWindow(x, y, width, height);
-    m_impl->viewer->getCamera()->setProjectionMatrixAsPerspective(fieldOfView, double(width) / height, 0.1, 1000);
-    m_impl->setRectangle(x, y, width, height);
-    m_impl->viewer->realize();
-    m_impl->viewer->home();
+    m_implementation->window = m_implementation->viewer->setUpViewerAsEmbeddedInWindow(x, y, width, height);
+    m_implementation->viewer->getCamera()->setProjectionMatrixAsPerspective(fieldOfView, double(width) / height, 0.1,
+                                                                            1000);
+    m_implementation->setRectangle(x, y, width, height);
+    m_implementation->viewer->realize();
+    m_implementation->viewer->home();
     return true;
 }
 
 void EmbeddedGLWindow::resize(int x, int y, int width, int height) {
-    m_impl->requireWindow();
+    m_implementation->requireWindow();
     if (width < 1 || height < 1) {
         return;
     }
-    m_impl->queue().windowResize(x, y, width, height);
-    m_impl->window->resized(x, y, width, height);
-    m_impl->setRectangle(x, y, width, height);
+    m_implementation->queue().windowResize(x, y, width, height);
+    m_implementation->window->resized(x, y, width, height);
+    m_implementation->setRectangle(x, y, width, height);
 }
 
 void EmbeddedGLWindow::frame() {
-    m_impl->requireWindow();
-    if (currentContext() != m_impl->context) {
+    m_implementation->requireWindow();
+    if (currentContext() != m_implementation->context) {
         throw std::runtime_error(
             "another OpenGL context than the one of init is current: make the host's current before frame");
     }
     GLint frameBuffer = 0;
     glGetIntegerv(GL_FRAMEBUFFER_BINDING, &frameBuffer);
-    m_impl->window->setDefaultFboId(GLuint(frameBuffer));
+    m_implementation->window->setDefaultFboId(GLuint(frameBuffer));
     {
-        ContextStay const stay(*m_impl->window->getState());
-        m_impl->viewer->frame();
+        ContextStay const stay(*m_implementation->window->getState());
+        m_implementation->viewer->frame();
     }
-    makeOpaque(*m_impl->viewer->getCamera()->getViewport());
+    makeOpaque(*m_implementation->viewer->getCamera()->getViewport());
 }
 
 void EmbeddedGLWindow::clear() {
     removeSimulation();
-    m_impl->content->removeChildren(0, m_impl->content->getNumChildren());
-    m_impl->content->addChild(m_impl->visuals);
+    m_implementation->content->removeChildren(0, m_implementation->content->getNumChildren());
+    m_implementation->content->addChild(m_implementation->visuals);
 }
 
 int EmbeddedGLWindow::getWidth() const {
-    return m_impl->width;
+    return m_implementation->width;
 }
 
 int EmbeddedGLWindow::getHeight() const {
-    return m_impl->height;
+    return m_implementation->height;
 }
 
 void EmbeddedGLWindow::mouseMoveEvent(int x, int y) {
-    m_impl->queue().mouseMotion(float(x), float(y));
+    m_implementation->queue().mouseMotion(float(x), float(y));
 }
 
 void EmbeddedGLWindow::mousePressEvent(int x, int y, int button) {
-    m_impl->queue().mouseButtonPress(float(x), float(y), unsigned(button));
+    m_implementation->queue().mouseButtonPress(float(x), float(y), unsigned(button));
 }
 
 void EmbeddedGLWindow::mouseReleaseEvent(int x, int y, int button) {
-    m_impl->queue().mouseButtonRelease(float(x), float(y), unsigned(button));
+    m_implementation->queue().mouseButtonRelease(float(x), float(y), unsigned(button));
 }
 
 void EmbeddedGLWindow::keyPressEvent(int key, int modifiers) {
-    m_impl->queue().getCurrentEventState()->setModKeyMask(modifiers);
-    m_impl->queue().keyPress(key);
+    m_implementation->queue().getCurrentEventState()->setModKeyMask(modifiers);
+    m_implementation->queue().keyPress(key);
 }
 
 void EmbeddedGLWindow::keyReleaseEvent(int key, int modifiers) {
-    m_impl->queue().getCurrentEventState()->setModKeyMask(modifiers);
-    m_impl->queue().keyRelease(key);
+    m_implementation->queue().getCurrentEventState()->setModKeyMask(modifiers);
+    m_implementation->queue().keyRelease(key);
 }
 
 void EmbeddedGLWindow::wheelEvent(int delta) {
     auto const direction = delta > 0 ? osgGA::GUIEventAdapter::SCROLL_UP : osgGA::GUIEventAdapter::SCROLL_DOWN;
     int const steps = delta == 0 ? 0 : std::max(1, std::abs(delta) / wheelNotch);
     for (int i = 0; i < steps; ++i) {
-        m_impl->queue().mouseScroll(direction);
+        m_implementation->queue().mouseScroll(direction);
     }
 }
 
 osgGA::EventQueue* EmbeddedGLWindow::getEventQueue() const {
-    return m_impl->window ? m_impl->window->getEventQueue() : nullptr;
+    return m_implementation->window ? m_implementation->window->getEventQueue() : nullptr;
 }
 
 void EmbeddedGLWindow::setSimulation(hyxSDK::Simulation* simulation) {
     removeSimulation();
-    m_impl->events->setSimulation(simulation);
-    createVisual(simulation, m_impl->visuals);
+    m_implementation->events->setSimulation(simulation);
+    createVisual(simulation, m_implementation->visuals);
 }
 
 hyxSDK::Simulation* EmbeddedGLWindow::getSimulation() const {
-    return m_impl->events->simulation();
+    return m_implementation->events->simulation();
 }
 
 void EmbeddedGLWindow::removeSimulation() {
-    m_impl->visuals->removeChildren(0, m_impl->visuals->getNumChildren());
-    m_impl->events->setSimulation(nullptr);
+    m_implementation->visuals->removeChildren(0, m_implementation->visuals->getNumChildren());
+    m_implementation->events->setSimulation(nullptr);
 }
 
 osg::Group const* EmbeddedGLWindow::getRoot() const {
-    return m_impl->content.get();
+    return m_implementation->content.get();
 }
 
 osg::Group* EmbeddedGLWindow::getRoot() {
-    return m_impl->content.get();
+    return m_implementation->content.get();
 }
 
 osg::Camera const* EmbeddedGLWindow::getCamera() const {
-    return m_impl->viewer->getCamera();
+    return m_implementation->viewer->getCamera();
 }
 
 osg::Camera* EmbeddedGLWindow::getCamera() {
-    return m_impl->viewer->getCamera();
+    return m_implementation->viewer->getCamera();
 }
 
 SceneDecorator* EmbeddedGLWindow::getSceneDecorator() const {
-    return m_impl->decorator.get();
+    return m_implementation->decorator.get();
 }
 
 void EmbeddedGLWindow::fitSceneIntoView() {
-    osg::BoundingSphere const sphere = m_impl->content->getBound();
+    osg::BoundingSphere const sphere = m_implementation->content->getBound();
     if (!sphere.valid()) {
         return;
     }
@@ -271,22 +272,22 @@ void EmbeddedGLWindow::fitSceneIntoView() {
     double aspect = 1;
     double zNear = 0;
     double zFar = 0;
-    m_impl->viewer->getCamera()->getProjectionMatrixAsPerspective(vertical, aspect, zNear, zFar);
+    m_implementation->viewer->getCamera()->getProjectionMatrixAsPerspective(vertical, aspect, zNear, zFar);
     double const halfAngle = std::atan(std::tan(osg::DegreesToRadians(vertical / 2)) * std::min(1.0, aspect));
-    m_impl->viewer->setCameraManipulator(m_impl->freeCamera, false);
-    m_impl->freeCamera->setCenter(sphere.center());
-    m_impl->freeCamera->setDistance(std::max(0.01, sphere.radius() / std::sin(halfAngle)));
+    m_implementation->viewer->setCameraManipulator(m_implementation->freeCamera, false);
+    m_implementation->freeCamera->setCenter(sphere.center());
+    m_implementation->freeCamera->setDistance(std::max(0.01, sphere.radius() / std::sin(halfAngle)));
 }
 
 float EmbeddedGLWindow::getSceneRadius(osg::Group* group) const {
-    osg::BoundingSphere const sphere = (group ? group : m_impl->content.get())->getBound();
+    osg::BoundingSphere const sphere = (group ? group : m_implementation->content.get())->getBound();
     return sphere.valid() ? float(sphere.radius()) : 0.0f;
 }
 
 void EmbeddedGLWindow::setOrbitCamera(GeometryNode* node, hyx::Vec3 const& eye) {
     if (!node) {
-        m_impl->freeCamera->setByInverseMatrix(m_impl->viewer->getCamera()->getViewMatrix());
-        m_impl->viewer->setCameraManipulator(m_impl->freeCamera, false);
+        m_implementation->freeCamera->setByInverseMatrix(m_implementation->viewer->getCamera()->getViewMatrix());
+        m_implementation->viewer->setCameraManipulator(m_implementation->freeCamera, false);
         return;
     }
     osg::Vec3d const offset = toOsg(eye);
@@ -301,18 +302,18 @@ void EmbeddedGLWindow::setOrbitCamera(GeometryNode* node, hyx::Vec3 const& eye) 
     follower->setAutoComputeHomePosition(false);
     follower->setHomePosition(offset, osg::Vec3d(0, 0, 0), up);
     follower->setTransformation(offset, osg::Vec3d(0, 0, 0), up);
-    m_impl->viewer->setCameraManipulator(follower, false);
+    m_implementation->viewer->setCameraManipulator(follower, false);
 }
 
 void EmbeddedGLWindow::setPolygonMode(int mode) {
     if (mode != osg::PolygonMode::POINT && mode != osg::PolygonMode::LINE && mode != osg::PolygonMode::FILL) {
         throw std::invalid_argument("the polygon mode must be 0x1B00 (points), 0x1B01 (lines) or 0x1B02 (filled)");
     }
-    m_impl->polygonMode->setMode(osg::PolygonMode::FRONT_AND_BACK, osg::PolygonMode::Mode(mode));
+    m_implementation->polygonMode->setMode(osg::PolygonMode::FRONT_AND_BACK, osg::PolygonMode::Mode(mode));
 }
 
 int EmbeddedGLWindow::getPolygonMode() const {
-    return int(m_impl->polygonMode->getMode(osg::PolygonMode::FRONT_AND_BACK));
+    return int(m_implementation->polygonMode->getMode(osg::PolygonMode::FRONT_AND_BACK));
 }
 
 } // namespace hyxOSG

@@ -26,7 +26,7 @@ double wallClock() {
 
 } // namespace
 
-struct ImageCaptureBase::Impl {
+struct ImageCaptureBase::Implementation {
     double now() const { return simulated() ? simulation->getTimeStamp() : wallClock(); }
 
     bool simulated() const { return simulation && synchronised; }
@@ -59,102 +59,103 @@ void ImageCaptureBase::DrawCallback::detach() {
     m_capture = nullptr;
 }
 
-ImageCaptureBase::ImageCaptureBase(hyxSDK::Simulation* simulation) : m_impl(std::make_unique<Impl>()) {
-    m_impl->simulation = simulation;
-    m_impl->callback = new DrawCallback(this);
+ImageCaptureBase::ImageCaptureBase(hyxSDK::Simulation* simulation)
+    : m_implementation(std::make_unique<Implementation>()) {
+    m_implementation->simulation = simulation;
+    m_implementation->callback = new DrawCallback(this);
 }
 
 ImageCaptureBase::~ImageCaptureBase() {
-    m_impl->callback->detach();
+    m_implementation->callback->detach();
 }
 
 void ImageCaptureBase::setFps(double fps) {
     if (!std::isfinite(fps) || fps < 0) {
         throw std::invalid_argument("images a second must be zero (each drawn frame) or more");
     }
-    m_impl->clock.setRate(fps);
+    m_implementation->clock.setRate(fps);
 }
 
 double ImageCaptureBase::getFps() const {
-    return m_impl->clock.rate();
+    return m_implementation->clock.rate();
 }
 
 void ImageCaptureBase::setMaxImages(int maxImages) {
-    m_impl->maxImages = maxImages;
+    m_implementation->maxImages = maxImages;
 }
 
 void ImageCaptureBase::startCapture(int maxImages) {
-    if (m_impl->started) {
+    if (m_implementation->started) {
         stopCapture();
     }
-    m_impl->failure = nullptr;
-    m_impl->captureLimit = maxImages;
-    m_impl->imageNumber = 0;
-    m_impl->started = true;
+    m_implementation->failure = nullptr;
+    m_implementation->captureLimit = maxImages;
+    m_implementation->imageNumber = 0;
+    m_implementation->started = true;
     resetTime();
 }
 
 bool ImageCaptureBase::stopCapture() {
-    bool const wasStarted = m_impl->started;
-    m_impl->started = false;
-    if (m_impl->failure) {
-        std::rethrow_exception(std::exchange(m_impl->failure, nullptr));
+    bool const wasStarted = m_implementation->started;
+    m_implementation->started = false;
+    if (m_implementation->failure) {
+        std::rethrow_exception(std::exchange(m_implementation->failure, nullptr));
     }
     return wasStarted;
 }
 
 bool ImageCaptureBase::getCaptureStarted() const {
-    return m_impl->started;
+    return m_implementation->started;
 }
 
 void ImageCaptureBase::setSimulation(hyxSDK::Simulation* simulation) {
-    m_impl->simulation = simulation;
+    m_implementation->simulation = simulation;
     resetTime();
 }
 
 hyxSDK::Simulation* ImageCaptureBase::getSimulation() const {
-    return m_impl->simulation;
+    return m_implementation->simulation;
 }
 
 void ImageCaptureBase::setImageResolution(hyx::UInt width, hyx::UInt height) {
     if ((width == 0) != (height == 0) || width > largestSize || height > largestSize) {
         throw std::invalid_argument("the image resolution must be 1 to 16384 each way, or 0, 0 for the size as drawn");
     }
-    m_impl->resolution = hyx::Vec2u(width, height);
+    m_implementation->resolution = hyx::Vec2u(width, height);
 }
 
 hyx::Vec2u ImageCaptureBase::getImageResolution() const {
-    return m_impl->resolution;
+    return m_implementation->resolution;
 }
 
 int ImageCaptureBase::getImageNum() const {
-    return m_impl->imageNumber;
+    return m_implementation->imageNumber;
 }
 
 ImageCaptureBase::DrawCallback* ImageCaptureBase::getDrawCallback() {
-    return m_impl->callback;
+    return m_implementation->callback;
 }
 
 void ImageCaptureBase::setEnableSyncWithSimulation(bool enable) {
-    m_impl->synchronised = enable;
+    m_implementation->synchronised = enable;
     resetTime();
 }
 
 bool ImageCaptureBase::getEnableSyncWithSimulation() const {
-    return m_impl->synchronised;
+    return m_implementation->synchronised;
 }
 
 void ImageCaptureBase::resetTime() {
-    m_impl->clock.begin(m_impl->now());
+    m_implementation->clock.begin(m_implementation->now());
 }
 
 void ImageCaptureBase::apply(osg::RenderInfo& renderInfo) {
-    if (!m_impl->started) {
+    if (!m_implementation->started) {
         return;
     }
     // A simulation may jump as far as it likes; when the wall clock does, the program was held up.
-    double const longestGap = m_impl->simulated() ? std::numeric_limits<double>::infinity() : 1;
-    long const due = m_impl->clock.takeDue(m_impl->now(), longestGap);
+    double const longestGap = m_implementation->simulated() ? std::numeric_limits<double>::infinity() : 1;
+    long const due = m_implementation->clock.takeDue(m_implementation->now(), longestGap);
     if (due <= 0) {
         return;
     }
@@ -174,18 +175,18 @@ void ImageCaptureBase::apply(osg::RenderInfo& renderInfo) {
 /// Reads the picture once and writes it as often as it is due, up to the limit.
 void ImageCaptureBase::takeImages(osg::Viewport const& viewport, long count) {
     // Four bytes a pixel are read in half the time of three.
-    m_impl->image->readPixels(int(viewport.x()), int(viewport.y()), int(viewport.width()), int(viewport.height()),
-                              GL_RGBA, GL_UNSIGNED_BYTE, 1);
-    hyx::Vec2u const size = m_impl->resolution;
+    m_implementation->image->readPixels(int(viewport.x()), int(viewport.y()), int(viewport.width()),
+                                        int(viewport.height()), GL_RGBA, GL_UNSIGNED_BYTE, 1);
+    hyx::Vec2u const size = m_implementation->resolution;
     bool const asDrawn = size.x == 0;
-    unsigned const width = asDrawn ? unsigned(m_impl->image->s()) : unsigned(size.x);
-    unsigned const height = asDrawn ? unsigned(m_impl->image->t()) : unsigned(size.y);
+    unsigned const width = asDrawn ? unsigned(m_implementation->image->s()) : unsigned(size.x);
+    unsigned const height = asDrawn ? unsigned(m_implementation->image->t()) : unsigned(size.y);
     // What lies in a window's alpha does not belong to the picture.
-    copyImage(m_impl->image, width, height, *m_impl->picture);
-    for (; count > 0 && m_impl->started; --count) {
-        writeImage(m_impl->picture, hyx::Index(m_impl->imageNumber));
-        ++m_impl->imageNumber;
-        if (m_impl->limit() > 0 && m_impl->imageNumber >= m_impl->limit()) {
+    copyImage(m_implementation->image, width, height, *m_implementation->picture);
+    for (; count > 0 && m_implementation->started; --count) {
+        writeImage(m_implementation->picture, hyx::Index(m_implementation->imageNumber));
+        ++m_implementation->imageNumber;
+        if (m_implementation->limit() > 0 && m_implementation->imageNumber >= m_implementation->limit()) {
             stopCapture();
         }
     }
@@ -198,7 +199,7 @@ void ImageCaptureBase::endAfterFailure(std::exception_ptr failure) {
     } catch (std::exception const&) {
         // The first failure tells why; the encoder's end says the same again.
     }
-    m_impl->failure = failure;
+    m_implementation->failure = failure;
 }
 
 } // namespace hyxOSG

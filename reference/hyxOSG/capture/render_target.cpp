@@ -103,7 +103,7 @@ osg::ref_ptr<osg::Texture2D> createTexture(RenderTarget::BufferComponent compone
 
 } // namespace
 
-struct RenderTarget::Impl {
+struct RenderTarget::Implementation {
     void attachResult() {
         camera->detach(osg::Camera::BufferComponent(component));
         camera->attach(osg::Camera::BufferComponent(component), result, 0, 0, false, samples, samples);
@@ -145,7 +145,7 @@ RenderTarget::RenderTarget(hyx::UInt width, hyx::UInt height) : RenderTarget(wid
 
 RenderTarget::RenderTarget(hyx::UInt width, hyx::UInt height, BufferComponent component, hyx::UInt samples,
                            TextureFormat format)
-    : m_impl(std::make_unique<Impl>()) {
+    : m_implementation(std::make_unique<Implementation>()) {
     requireSize(width, height);
     if (component != COLOR_BUFFER && component != DEPTH_BUFFER) {
         throw std::invalid_argument("a render target draws COLOR_BUFFER or DEPTH_BUFFER, nothing else");
@@ -159,17 +159,17 @@ RenderTarget::RenderTarget(hyx::UInt width, hyx::UInt height, BufferComponent co
     if (samples > mostSamples) {
         throw std::invalid_argument("a render target takes at most 16 samples a pixel");
     }
-    m_impl->component = component;
-    m_impl->samples = samples > 1 ? unsigned(samples) : 0;
-    m_impl->result = createTexture(component, samples, format);
-    if (m_impl->samples > 0) {
-        m_impl->first->function = [this](osg::RenderInfo& renderInfo) {
-            m_impl->prepareSamples(*renderInfo.getState());
+    m_implementation->component = component;
+    m_implementation->samples = samples > 1 ? unsigned(samples) : 0;
+    m_implementation->result = createTexture(component, samples, format);
+    if (m_implementation->samples > 0) {
+        m_implementation->first->function = [this](osg::RenderInfo& renderInfo) {
+            m_implementation->prepareSamples(*renderInfo.getState());
         };
     }
-    m_impl->after->function = [this](osg::RenderInfo& renderInfo) { readFrame(renderInfo); };
+    m_implementation->after->function = [this](osg::RenderInfo& renderInfo) { readFrame(renderInfo); };
 
-    osg::Camera& camera = *m_impl->camera;
+    osg::Camera& camera = *m_implementation->camera;
     camera.setName("RenderTarget");
     camera.setRenderOrder(osg::Camera::PRE_RENDER);
     camera.setRenderTargetImplementation(osg::Camera::FRAME_BUFFER_OBJECT);
@@ -178,9 +178,9 @@ RenderTarget::RenderTarget(hyx::UInt width, hyx::UInt height, BufferComponent co
     camera.setClearColor(osg::Vec4(0, 0, 0, 1));
     camera.setCullMask(~0u);
     camera.setProjectionMatrixAsPerspective(60, double(width) / double(height), 0.1, 100);
-    camera.setInitialDrawCallback(m_impl->first);
-    camera.setPreDrawCallback(m_impl->before);
-    camera.setFinalDrawCallback(m_impl->after);
+    camera.setInitialDrawCallback(m_implementation->first);
+    camera.setPreDrawCallback(m_implementation->before);
+    camera.setFinalDrawCallback(m_implementation->after);
     setComputeNearFarMode(component == DEPTH_BUFFER ? DO_NOT_COMPUTE_NEAR_FAR
                                                     : COMPUTE_NEAR_FAR_USING_BOUNDING_VOLUMES);
     setSize(width, height);
@@ -188,34 +188,34 @@ RenderTarget::RenderTarget(hyx::UInt width, hyx::UInt height, BufferComponent co
 
 RenderTarget::~RenderTarget() {
     // The scene may keep the camera for longer.
-    m_impl->first->function = nullptr;
-    m_impl->after->function = nullptr;
+    m_implementation->first->function = nullptr;
+    m_implementation->after->function = nullptr;
 }
 
 void RenderTarget::setReferenceCamera(osg::Camera const* camera) {
-    m_impl->camera->follow();
-    m_impl->camera->reference = camera;
+    m_implementation->camera->follow();
+    m_implementation->camera->reference = camera;
 }
 
 void RenderTarget::setImageCapture(ImageCaptureBase* imageCapture) {
-    if (imageCapture && m_impl->component == DEPTH_BUFFER) {
+    if (imageCapture && m_implementation->component == DEPTH_BUFFER) {
         throw std::invalid_argument("a depth target has no colours to capture: use a colour target");
     }
-    m_impl->capture = imageCapture;
+    m_implementation->capture = imageCapture;
 }
 
 ImageCaptureBase* RenderTarget::getImageCapture() const {
-    return m_impl->capture;
+    return m_implementation->capture;
 }
 
 void RenderTarget::setSize(hyx::UInt width, hyx::UInt height) {
     requireSize(width, height);
-    m_impl->size = hyx::Vec2u(width, height);
-    m_impl->camera->setViewport(0, 0, int(width), int(height));
-    m_impl->result->setTextureSize(int(width), int(height));
-    m_impl->result->dirtyTextureObject();
-    m_impl->attachResult();
-    m_impl->camera->dirtyAttachmentMap();
+    m_implementation->size = hyx::Vec2u(width, height);
+    m_implementation->camera->setViewport(0, 0, int(width), int(height));
+    m_implementation->result->setTextureSize(int(width), int(height));
+    m_implementation->result->dirtyTextureObject();
+    m_implementation->attachResult();
+    m_implementation->camera->dirtyAttachmentMap();
 }
 
 void RenderTarget::setSize(hyx::Vec2u size) {
@@ -223,16 +223,16 @@ void RenderTarget::setSize(hyx::Vec2u size) {
 }
 
 hyx::Vec2u RenderTarget::getSize() const {
-    return m_impl->size;
+    return m_implementation->size;
 }
 
 osg::Camera* RenderTarget::getCamera() const {
-    return m_impl->camera;
+    return m_implementation->camera;
 }
 
 void RenderTarget::addPreRenderCallback(osg::Camera::DrawCallback* callback) {
     if (callback) {
-        m_impl->before->callbacks.emplace_back(callback);
+        m_implementation->before->callbacks.emplace_back(callback);
     }
 }
 
@@ -242,13 +242,13 @@ void RenderTarget::setViewMatrixAsLookAt(hyx::Vec3 const& eye, hyx::Vec3 const& 
     if (!(sine > 1e-9)) {
         throw std::invalid_argument("eye and center must differ, and up must not point along the view");
     }
-    m_impl->camera->setViewMatrixAsLookAt(osg::Vec3d(eye.x, eye.y, eye.z), osg::Vec3d(center.x, center.y, center.z),
-                                          osg::Vec3d(up.x, up.y, up.z));
+    m_implementation->camera->setViewMatrixAsLookAt(
+        osg::Vec3d(eye.x, eye.y, eye.z), osg::Vec3d(center.x, center.y, center.z), osg::Vec3d(up.x, up.y, up.z));
 }
 
 void RenderTarget::setViewMatrixFromOtherCamera(osg::Camera const* camera) {
     requireCamera(camera);
-    m_impl->camera->setViewMatrix(camera->getViewMatrix());
+    m_implementation->camera->setViewMatrix(camera->getViewMatrix());
 }
 
 void RenderTarget::setProjectionMatrixAsPerspective(double fieldOfViewY, double aspectRatio, double zNear,
@@ -259,12 +259,12 @@ void RenderTarget::setProjectionMatrixAsPerspective(double fieldOfViewY, double 
         throw std::invalid_argument(
             "a perspective needs an opening angle of 0 to 180 degrees, an aspect ratio above 0 and 0 < near < far");
     }
-    m_impl->camera->setProjectionMatrixAsPerspective(fieldOfViewY, aspectRatio, zNear, zFar);
+    m_implementation->camera->setProjectionMatrixAsPerspective(fieldOfViewY, aspectRatio, zNear, zFar);
 }
 
 void RenderTarget::setProjectionMatrixFromOtherCamera(osg::Camera const* camera) {
     requireCamera(camera);
-    m_impl->camera->setProjectionMatrix(camera->getProjectionMatrix());
+    m_implementation->camera->setProjectionMatrix(camera->getProjectionMatrix());
 }
 
 void RenderTarget::setProjectionMatrixAsOrtho(double left, double right, double bottom, double top, double zNear,
@@ -273,7 +273,7 @@ void RenderTarget::setProjectionMatrixAsOrtho(double left, double right, double 
     if (volume == 0 || !std::isfinite(volume)) {
         throw std::invalid_argument("a parallel projection needs a volume that is not empty");
     }
-    m_impl->camera->setProjectionMatrixAsOrtho(left, right, bottom, top, zNear, zFar);
+    m_implementation->camera->setProjectionMatrixAsOrtho(left, right, bottom, top, zNear, zFar);
 }
 
 void RenderTarget::setComputeNearFarMode(ComputeNearFarMode mode) {
@@ -281,41 +281,42 @@ void RenderTarget::setComputeNearFarMode(ComputeNearFarMode mode) {
         throw std::invalid_argument("there is no near and far mode " + std::to_string(int(mode)) +
                                     ": use one of the constants");
     }
-    m_impl->camera->setComputeNearFarMode(osg::CullSettings::ComputeNearFarMode(mode));
+    m_implementation->camera->setComputeNearFarMode(osg::CullSettings::ComputeNearFarMode(mode));
 }
 
 hyx::Vec2 RenderTarget::calculateScreenCoords(hyx::Vec3& worldPosition) const {
-    m_impl->camera->follow();
-    osg::Matrixd const toClip = m_impl->camera->getViewMatrix() * m_impl->camera->getProjectionMatrix();
+    m_implementation->camera->follow();
+    osg::Matrixd const toClip =
+        m_implementation->camera->getViewMatrix() * m_implementation->camera->getProjectionMatrix();
     osg::Vec4d const clip = osg::Vec4d(worldPosition.x, worldPosition.y, worldPosition.z, 1) * toClip;
     if (!(clip.w() > 0)) {
         double const nowhere = std::numeric_limits<double>::quiet_NaN();
         return hyx::Vec2(nowhere, nowhere);
     }
-    return hyx::Vec2((clip.x() / clip.w() + 1) / 2 * double(m_impl->size.x),
-                     (clip.y() / clip.w() + 1) / 2 * double(m_impl->size.y));
+    return hyx::Vec2((clip.x() / clip.w() + 1) / 2 * double(m_implementation->size.x),
+                     (clip.y() / clip.w() + 1) / 2 * double(m_implementation->size.y));
 }
 
 void RenderTarget::setCameraCullMask(int mask) {
-    m_impl->camera->setCullMask(osg::Node::NodeMask(mask));
+    m_implementation->camera->setCullMask(osg::Node::NodeMask(mask));
 }
 
 int RenderTarget::getCameraCullMask() const {
-    return int(m_impl->camera->getCullMask());
+    return int(m_implementation->camera->getCullMask());
 }
 
 void RenderTarget::finishFrame(osg::RenderInfo& renderInfo) {
-    if (m_impl->capture) {
-        m_impl->capture->apply(renderInfo);
+    if (m_implementation->capture) {
+        m_implementation->capture->apply(renderInfo);
     }
 }
 
 osg::Texture2D* RenderTarget::resultTexture() const {
-    return m_impl->result;
+    return m_implementation->result;
 }
 
 RenderTarget::BufferComponent RenderTarget::bufferComponent() const {
-    return m_impl->component;
+    return m_implementation->component;
 }
 
 /// Binds the result for reading while `finishFrame` runs. The binding before is kept: in a host's window it is not the
@@ -324,8 +325,8 @@ void RenderTarget::readFrame(osg::RenderInfo& renderInfo) {
     osg::State& state = *renderInfo.getState();
     GLint before = 0;
     glGetIntegerv(GL_READ_FRAMEBUFFER_BINDING, &before);
-    m_impl->reading->apply(state, osg::FrameBufferObject::READ_FRAMEBUFFER);
-    glReadBuffer(m_impl->component == DEPTH_BUFFER ? GL_NONE : GL_COLOR_ATTACHMENT0_EXT);
+    m_implementation->reading->apply(state, osg::FrameBufferObject::READ_FRAMEBUFFER);
+    glReadBuffer(m_implementation->component == DEPTH_BUFFER ? GL_NONE : GL_COLOR_ATTACHMENT0_EXT);
     finishFrame(renderInfo);
     state.get<osg::GLExtensions>()->glBindFramebuffer(GL_READ_FRAMEBUFFER_EXT, GLuint(before));
 }

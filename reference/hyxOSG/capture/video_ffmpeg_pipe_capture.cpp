@@ -29,7 +29,7 @@ void requireRate(double fps) {
 VideoFFMPEGPipeCapture::CodecStringConversionMap VideoFFMPEGPipeCapture::OutputCodecStrings{
     {OutputCodec_H264, "libx264"}, {OutputCodec_H264RGB, "libx264rgb"}, {OutputCodec_XVID, "libxvid"}};
 
-struct VideoFFMPEGPipeCapture::Impl {
+struct VideoFFMPEGPipeCapture::Implementation {
     std::string filename = "video";
     std::string postFix = ".mp4";
     double videoRate = 0;
@@ -43,10 +43,10 @@ struct VideoFFMPEGPipeCapture::Impl {
 
 VideoFFMPEGPipeCapture::VideoFFMPEGPipeCapture(hyx::UInt width, hyx::UInt height, double fps,
                                                hyxSDK::Simulation* simulation)
-    : ImageCaptureBase(simulation), m_impl(std::make_unique<Impl>()) {
+    : ImageCaptureBase(simulation), m_implementation(std::make_unique<Implementation>()) {
     VideoFFMPEGPipeCapture::setImageResolution(width, height);
     VideoFFMPEGPipeCapture::setFps(fps);
-    m_impl->videoRate = fps;
+    m_implementation->videoRate = fps;
 }
 
 VideoFFMPEGPipeCapture::~VideoFFMPEGPipeCapture() {
@@ -64,63 +64,64 @@ void VideoFFMPEGPipeCapture::init() {
         hyx::Notify::instance().notify(hyx::Notify::NOTIFY_WARNING,
                                        std::string("the video before is incomplete: ") + failure.what());
     }
-    auto const name = OutputCodecStrings.find(m_impl->codec);
+    auto const name = OutputCodecStrings.find(m_implementation->codec);
     if (name == OutputCodecStrings.end() || name->second.empty()) {
-        throw std::runtime_error("OutputCodecStrings holds no encoder name for codec " + std::to_string(m_impl->codec));
+        throw std::runtime_error("OutputCodecStrings holds no encoder name for codec " +
+                                 std::to_string(m_implementation->codec));
     }
     EncoderSettings settings;
-    settings.rgb = m_impl->codec == OutputCodec_H264RGB;
-    settings.quantiser = m_impl->codec == OutputCodec_XVID;
-    settings.lossless = m_impl->lossless;
+    settings.rgb = m_implementation->codec == OutputCodec_H264RGB;
+    settings.quantiser = m_implementation->codec == OutputCodec_XVID;
+    settings.lossless = m_implementation->lossless;
     if (settings.lossless && settings.quantiser) {
         throw std::runtime_error("this codec cannot be lossless: choose OutputCodec_H264RGB, or disable lossless");
     }
     settings.width = getImageResolution().x;
     settings.height = getImageResolution().y;
     settings.imageRate = getFps();
-    settings.videoRate = m_impl->videoRate;
-    settings.rateFactor = m_impl->rateFactor;
+    settings.videoRate = m_implementation->videoRate;
+    settings.rateFactor = m_implementation->rateFactor;
     settings.encoderName = name->second;
-    settings.file = m_impl->filename + m_impl->postFix;
+    settings.file = m_implementation->filename + m_implementation->postFix;
     prepareOutputFolder(std::filesystem::path(settings.file).parent_path().string());
-    m_impl->size = getImageResolution();
-    m_impl->feeder = std::make_unique<EncoderFeeder>(encoderCommand(settings));
+    m_implementation->size = getImageResolution();
+    m_implementation->feeder = std::make_unique<EncoderFeeder>(encoderCommand(settings));
 }
 
 void VideoFFMPEGPipeCapture::setFilename(hyx::String const& filename) {
-    m_impl->filename = filename;
+    m_implementation->filename = filename;
 }
 
 hyx::String VideoFFMPEGPipeCapture::getFilename() const {
-    return m_impl->filename;
+    return m_implementation->filename;
 }
 
 void VideoFFMPEGPipeCapture::setVideoPostFix(hyx::String const& postFix) {
-    m_impl->postFix = postFix;
+    m_implementation->postFix = postFix;
 }
 
 hyx::String VideoFFMPEGPipeCapture::getVideoPostFix() const {
-    return m_impl->postFix;
+    return m_implementation->postFix;
 }
 
 void VideoFFMPEGPipeCapture::setVideoFPS(double fps) {
     requireRate(fps);
-    m_impl->videoRate = fps;
+    m_implementation->videoRate = fps;
 }
 
 double VideoFFMPEGPipeCapture::getVideoFPS() const {
-    return m_impl->videoRate;
+    return m_implementation->videoRate;
 }
 
 void VideoFFMPEGPipeCapture::setVideoCRF(hyx::UInt crf) {
     if (crf > worstRateFactor) {
         throw std::invalid_argument("the constant rate factor must be 0 (best) to 51");
     }
-    m_impl->rateFactor = crf;
+    m_implementation->rateFactor = crf;
 }
 
 hyx::UInt VideoFFMPEGPipeCapture::getVideoCRF() const {
-    return m_impl->rateFactor;
+    return m_implementation->rateFactor;
 }
 
 void VideoFFMPEGPipeCapture::setImageCaptureFPS(double fps) {
@@ -132,11 +133,11 @@ double VideoFFMPEGPipeCapture::getImageCaptureFPS() const {
 }
 
 void VideoFFMPEGPipeCapture::setEnableLossless(bool enable) {
-    m_impl->lossless = enable;
+    m_implementation->lossless = enable;
 }
 
 bool VideoFFMPEGPipeCapture::getEnableLossless() const {
-    return m_impl->lossless;
+    return m_implementation->lossless;
 }
 
 void VideoFFMPEGPipeCapture::setOutputVideoCodec(OutputCodec codec) {
@@ -144,23 +145,23 @@ void VideoFFMPEGPipeCapture::setOutputVideoCodec(OutputCodec codec) {
         throw std::invalid_argument("there is no codec " + std::to_string(int(codec)) +
                                     ": use one of the OutputCodec_ constants");
     }
-    m_impl->codec = codec;
+    m_implementation->codec = codec;
 }
 
 VideoFFMPEGPipeCapture::OutputCodec VideoFFMPEGPipeCapture::getOutputCodec() const {
-    return m_impl->codec;
+    return m_implementation->codec;
 }
 
 bool VideoFFMPEGPipeCapture::hasActiveVideo() const {
-    return m_impl->feeder && m_impl->feeder->isActive();
+    return m_implementation->feeder && m_implementation->feeder->isActive();
 }
 
 bool VideoFFMPEGPipeCapture::stopProcess() {
-    if (!m_impl->feeder) {
+    if (!m_implementation->feeder) {
         return false;
     }
     // Whether it ends well or not, this encoder is done with.
-    std::unique_ptr<EncoderFeeder> const feeder = std::move(m_impl->feeder);
+    std::unique_ptr<EncoderFeeder> const feeder = std::move(m_implementation->feeder);
     feeder->finish();
     return true;
 }
@@ -204,12 +205,12 @@ bool VideoFFMPEGPipeCapture::stopCapture() {
 
 void VideoFFMPEGPipeCapture::writeImage(osg::Image* image, hyx::Index) {
     requirePixels(image);
-    if (!m_impl->feeder) {
+    if (!m_implementation->feeder) {
         init();
     }
-    EncoderFeeder::Frame frame = m_impl->feeder->takeFrame();
-    copyPixels(image, unsigned(m_impl->size.x), unsigned(m_impl->size.y), frame);
-    m_impl->feeder->add(std::move(frame));
+    EncoderFeeder::Frame frame = m_implementation->feeder->takeFrame();
+    copyPixels(image, unsigned(m_implementation->size.x), unsigned(m_implementation->size.y), frame);
+    m_implementation->feeder->add(std::move(frame));
 }
 
 } // namespace hyxOSG

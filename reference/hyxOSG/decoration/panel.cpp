@@ -33,7 +33,7 @@ osg::ref_ptr<osg::Geometry> createSquare() {
 
 } // namespace
 
-struct Panel::Impl {
+struct Panel::Implementation {
     void const* key = nullptr;
     hyx::Vec2 position;
     hyx::Vec2 size{100, 20};
@@ -43,69 +43,70 @@ struct Panel::Impl {
     osg::observer_ptr<osg::Group> hud;
 };
 
-Panel::Panel(osg::Group* hud, void const* key) : m_impl(std::make_unique<Impl>()) {
-    m_impl->key = key;
-    m_impl->hud = hud;
-    m_impl->transform->addChild(m_impl->square);
+Panel::Panel(osg::Group* hud, void const* key) : m_implementation(std::make_unique<Implementation>()) {
+    m_implementation->key = key;
+    m_implementation->hud = hud;
+    m_implementation->transform->addChild(m_implementation->square);
     if (hud)
-        hud->addChild(m_impl->transform);
+        hud->addChild(m_implementation->transform);
     update();
 }
 
 Panel::~Panel() {
     osg::ref_ptr<osg::Group> hud;
-    if (m_impl->hud.lock(hud))
-        hud->removeChild(m_impl->transform);
+    if (m_implementation->hud.lock(hud))
+        hud->removeChild(m_implementation->transform);
 }
 
 void Panel::setPosition(hyx::Vec2 const& position) {
     if (!std::isfinite(position.x + position.y))
         throw std::invalid_argument("the panel's position must be finite");
-    m_impl->position = position;
+    m_implementation->position = position;
 }
 
 hyx::Vec2 Panel::getPosition() const {
-    return m_impl->position;
+    return m_implementation->position;
 }
 
 void Panel::setSize(hyx::Vec2 const& size) {
     if (!(size.x >= 0) || !(size.y >= 0) || !std::isfinite(size.x + size.y))
         throw std::invalid_argument("the panel's size must be finite and not negative");
-    m_impl->size = size;
+    m_implementation->size = size;
 }
 
 hyx::Vec2 Panel::getSize() const {
-    return m_impl->size;
+    return m_implementation->size;
 }
 
 void Panel::setColor(hyx::Vec4 const& color) {
-    m_impl->color = color;
+    m_implementation->color = color;
 }
 
 hyx::Vec4 Panel::getColor() const {
-    return m_impl->color;
+    return m_implementation->color;
 }
 
 void Panel::uninitialize(osg::Group* hud) {
-    if (hud && m_impl->hud == hud && hud->removeChild(m_impl->transform))
-        m_impl->hud = nullptr;
+    if (hud && m_implementation->hud == hud && hud->removeChild(m_implementation->transform))
+        m_implementation->hud = nullptr;
 }
 
 bool Panel::isValid() const {
     osg::ref_ptr<osg::Group> hud;
-    return m_impl->hud.lock(hud) && hud->containsNode(m_impl->transform);
+    return m_implementation->hud.lock(hud) && hud->containsNode(m_implementation->transform);
 }
 
 void Panel::update() {
-    m_impl->transform->setMatrix(osg::Matrix::scale(m_impl->size.x, m_impl->size.y, 1) *
-                                 osg::Matrix::translate(m_impl->position.x, m_impl->position.y, 0));
-    auto& color = static_cast<osg::Vec4Array&>(*m_impl->square->getColorArray());
-    color[0] = toOsg(m_impl->color);
+    m_implementation->transform->setMatrix(
+        osg::Matrix::scale(m_implementation->size.x, m_implementation->size.y, 1) *
+        osg::Matrix::translate(m_implementation->position.x, m_implementation->position.y, 0));
+    auto& color = static_cast<osg::Vec4Array&>(*m_implementation->square->getColorArray());
+    color[0] = toOsg(m_implementation->color);
     color.dirty();
 }
 
 bool Panel::match(void const* key) const {
-    return m_impl->key == key;
+    return m_implementation->key == key;
 }
 
 } // namespace hyxOSG

@@ -80,8 +80,8 @@ osg::ref_ptr<osg::LightModel> createLightModel() {
 } // namespace
 
 /// The decorator's subtree: background, lit scene (lights, shadowed and non-shadowed part) and overlay.
-struct SceneDecorator::Impl {
-    Impl(int width, int height, int mapSize)
+struct SceneDecorator::Implementation {
+    Implementation(int width, int height, int mapSize)
         : window(width, height), shadowMapSize(static_cast<unsigned int>(mapSize)) {
         scene->setName("SceneDecorator scene");
         shadowed->setName("SceneDecorator shadowed scene");
@@ -189,12 +189,12 @@ SceneDecorator::SceneDecorator(int width, int height, int shadowMapSize) {
         throw std::invalid_argument("the window's width and height must be positive");
     if (shadowMapSize < 16 || shadowMapSize > 8192)
         throw std::invalid_argument("the shadow map size must be 16 to 8192");
-    m_impl = std::make_unique<Impl>(width, height, shadowMapSize);
+    m_implementation = std::make_unique<Implementation>(width, height, shadowMapSize);
     setName("SceneDecorator");
     // By pointer: the forms for holders would call this class's own addChild.
-    osg::Group::addChild(m_impl->background.node());
-    osg::Group::addChild(m_impl->scene.get());
-    osg::Group::addChild(m_impl->overlay.get());
+    osg::Group::addChild(m_implementation->background.node());
+    osg::Group::addChild(m_implementation->scene.get());
+    osg::Group::addChild(m_implementation->overlay.get());
     // Layout is done in the update traversal, which passes by groups without need for it.
     setNumChildrenRequiringUpdateTraversal(getNumChildrenRequiringUpdateTraversal() + 1);
     setBackgroundColor(hyx::Vec3(0.55, 0.66, 0.80), hyx::Vec3(0.87, 0.89, 0.92));
@@ -203,51 +203,51 @@ SceneDecorator::SceneDecorator(int width, int height, int shadowMapSize) {
 SceneDecorator::~SceneDecorator() = default;
 
 void SceneDecorator::setEnable(bool enable) {
-    m_impl->enabled = enable;
-    m_impl->updateParts();
+    m_implementation->enabled = enable;
+    m_implementation->updateParts();
 }
 
 bool SceneDecorator::getEnable() const {
-    return m_impl->enabled;
+    return m_implementation->enabled;
 }
 
 bool SceneDecorator::isEnabled() const {
-    return m_impl->enabled;
+    return m_implementation->enabled;
 }
 
 void SceneDecorator::setEnableShadows(bool enable) {
-    m_impl->shadowsEnabled = enable;
-    m_impl->updateParts();
+    m_implementation->shadowsEnabled = enable;
+    m_implementation->updateParts();
 }
 
 bool SceneDecorator::getEnableShadows() const {
-    return m_impl->shadowsEnabled;
+    return m_implementation->shadowsEnabled;
 }
 
 void SceneDecorator::setShadowMethod(ShadowMethod method) {
     decorator::requireShadowMethod(method);
-    m_impl->method = method;
-    m_impl->updateParts();
+    m_implementation->method = method;
+    m_implementation->updateParts();
 }
 
 SceneDecorator::ShadowMethod SceneDecorator::getShadowMethod() const {
-    return m_impl->method;
+    return m_implementation->method;
 }
 
 void SceneDecorator::setEnableShaderState(bool enable, bool perPixelHighlights) {
-    m_impl->shaderState = enable;
-    m_impl->perPixelHighlights = perPixelHighlights;
-    m_impl->updateParts();
+    m_implementation->shaderState = enable;
+    m_implementation->perPixelHighlights = perPixelHighlights;
+    m_implementation->updateParts();
 }
 
 bool SceneDecorator::getEnableShaderState() const {
-    return m_impl->shaderState;
+    return m_implementation->shaderState;
 }
 
 void SceneDecorator::setEnableLights(Lights mask) {
-    m_impl->lights.setEnabled(static_cast<unsigned int>(mask));
-    m_impl->updateLights();
-    m_impl->updateParts();
+    m_implementation->lights.setEnabled(static_cast<unsigned int>(mask));
+    m_implementation->updateLights();
+    m_implementation->updateParts();
 }
 
 int SceneDecorator::lightToIndex(Lights light) {
@@ -259,33 +259,33 @@ int SceneDecorator::lightToIndex(Lights light) {
 }
 
 void SceneDecorator::setEnableCalculateLightPositions(Lights light, bool enable) {
-    m_impl->lights.setComputed(static_cast<unsigned int>(light), enable);
+    m_implementation->lights.setComputed(static_cast<unsigned int>(light), enable);
 }
 
 bool SceneDecorator::getEnableCalculateLightPositions(Lights light) const {
-    return m_impl->lights.isComputed(lightToIndex(light));
+    return m_implementation->lights.isComputed(lightToIndex(light));
 }
 
 bool SceneDecorator::setShadowLightSource(Lights light) {
     int const index = indexOf(light);
     if (index < 0)
         return false;
-    m_impl->lights.setShadowLight(index);
-    m_impl->updateParts();
+    m_implementation->lights.setShadowLight(index);
+    m_implementation->updateParts();
     return true;
 }
 
 osg::LightSource* SceneDecorator::getShadowLightSource() {
-    return m_impl->lights.light(m_impl->lights.shadowLight());
+    return m_implementation->lights.light(m_implementation->lights.shadowLight());
 }
 
 osg::LightSource* SceneDecorator::getOSGLight(Lights light) {
     int const index = indexOf(light);
-    return index < 0 ? nullptr : m_impl->lights.light(index);
+    return index < 0 ? nullptr : m_implementation->lights.light(index);
 }
 
 LightSource SceneDecorator::getLightSource(Lights light) {
-    return LightSource(m_impl->lights.light(lightToIndex(light)));
+    return LightSource(m_implementation->lights.light(lightToIndex(light)));
 }
 
 void SceneDecorator::calculateLightPositions() {
@@ -302,7 +302,7 @@ void SceneDecorator::calculateLightPositions(osg::BoundingBox const& box) {
 }
 
 void SceneDecorator::calculateLightPositions(osg::BoundingSphere const& sphere) {
-    m_impl->lights.place(sphere);
+    m_implementation->lights.place(sphere);
 }
 
 void SceneDecorator::setBackgroundColor(hyx::Vec4f const& color) {
@@ -323,30 +323,31 @@ void SceneDecorator::setBackgroundColor(hyx::Vec3 upper, hyx::Vec3 lower) {
 
 void SceneDecorator::setBackgroundColor(hyx::Vec4f const& upperLeft, hyx::Vec4f const& upperRight,
                                         hyx::Vec4f const& lowerLeft, hyx::Vec4f const& lowerRight) {
-    m_impl->background.setColors(toOsg(upperLeft), toOsg(upperRight), toOsg(lowerLeft), toOsg(lowerRight));
+    m_implementation->background.setColors(toOsg(upperLeft), toOsg(upperRight), toOsg(lowerLeft), toOsg(lowerRight));
 }
 
 void SceneDecorator::setBackgroundColor(hyx::Vec3 upperLeft, hyx::Vec3 upperRight, hyx::Vec3 lowerLeft,
                                         hyx::Vec3 lowerRight) {
-    m_impl->background.setColors(opaque(upperLeft), opaque(upperRight), opaque(lowerLeft), opaque(lowerRight));
+    m_implementation->background.setColors(opaque(upperLeft), opaque(upperRight), opaque(lowerLeft),
+                                           opaque(lowerRight));
 }
 
 bool SceneDecorator::setBaseTexture(std::string const& file) {
-    osg::ref_ptr<osg::Texture2D> const texture = file.empty() ? m_impl->whiteTexture : loadTexture(file);
+    osg::ref_ptr<osg::Texture2D> const texture = file.empty() ? m_implementation->whiteTexture : loadTexture(file);
     if (!texture)
         return false;
     texture->setWrap(osg::Texture2D::WRAP_S, osg::Texture2D::REPEAT);
     texture->setWrap(osg::Texture2D::WRAP_T, osg::Texture2D::REPEAT);
-    m_impl->scene->getOrCreateStateSet()->setTextureAttributeAndModes(decorator::BASE_TEXTURE_UNIT, texture);
+    m_implementation->scene->getOrCreateStateSet()->setTextureAttributeAndModes(decorator::BASE_TEXTURE_UNIT, texture);
     return true;
 }
 
 void SceneDecorator::setEnableLogo(bool enable) {
-    m_impl->logo.setEnabled(enable);
+    m_implementation->logo.setEnabled(enable);
 }
 
 bool SceneDecorator::getEnableLogo() const {
-    return m_impl->logo.enabled();
+    return m_implementation->logo.enabled();
 }
 
 bool SceneDecorator::setLogoFile(std::string const& file, float alpha) {
@@ -357,40 +358,40 @@ bool SceneDecorator::setLogoFile(std::string const& file, float alpha) {
 }
 
 void SceneDecorator::setLogo(osg::Texture2D* texture, float alpha) {
-    m_impl->logo.setTexture(texture, alpha);
+    m_implementation->logo.setTexture(texture, alpha);
 }
 
 osg::Texture2D* SceneDecorator::getLogo() {
-    return m_impl->logo.texture();
+    return m_implementation->logo.texture();
 }
 
 void SceneDecorator::setLogoLocation(LogoLocation location) {
     if (location < UPPER_LEFT || location > FREE)
         throw std::invalid_argument("no logo location has the value " + std::to_string(static_cast<int>(location)) +
                                     "; use one of 1 to 5");
-    m_impl->logo.setLocation(location);
+    m_implementation->logo.setLocation(location);
 }
 
 SceneDecorator::LogoLocation SceneDecorator::getLogoLocation() const {
-    return m_impl->logo.location();
+    return m_implementation->logo.location();
 }
 
 void SceneDecorator::setLogoPosition(float x, float y) {
-    m_impl->logo.setPosition(osg::Vec2f(x, y));
+    m_implementation->logo.setPosition(osg::Vec2f(x, y));
 }
 
 osg::Vec2f& SceneDecorator::getLogoDimension() {
-    return m_impl->logo.dimension();
+    return m_implementation->logo.dimension();
 }
 
 osg::Vec2f SceneDecorator::getMaximumLogoDimension() const {
-    return m_impl->logo.maximumDimension();
+    return m_implementation->logo.maximumDimension();
 }
 
 void SceneDecorator::setMaximumLogoDimension(float width, float height) {
     requirePositive(width, "the maximum width of the logo");
     requirePositive(height, "the maximum height of the logo");
-    m_impl->logo.setMaximumDimension(osg::Vec2f(width, height));
+    m_implementation->logo.setMaximumDimension(osg::Vec2f(width, height));
 }
 
 osg::Vec2f SceneDecorator::getDefaultLogoPosition() {
@@ -412,84 +413,85 @@ osg::Material* SceneDecorator::getDefaultDecoratorMaterial() {
 void SceneDecorator::setText(int row, hyx::String const& text, hyx::Vec4f const& color) {
     if (row < 0 || row > decorator::TextRows::maximumRow)
         throw std::invalid_argument("a text row must be 0 to 999");
-    m_impl->rows.setText(row, text, toOsg(color));
+    m_implementation->rows.setText(row, text, toOsg(color));
 }
 
 void SceneDecorator::clearText() {
-    m_impl->rows.clear();
+    m_implementation->rows.clear();
 }
 
 std::string SceneDecorator::getFontName() const {
-    return m_impl->rows.fontName();
+    return m_implementation->rows.fontName();
 }
 
 void SceneDecorator::setFontName(std::string const& name) {
-    m_impl->rows.setFontName(name);
+    m_implementation->rows.setFontName(name);
 }
 
 float SceneDecorator::getFontSize() const {
-    return m_impl->rows.fontSize();
+    return m_implementation->rows.fontSize();
 }
 
 void SceneDecorator::setFontSize(float size) {
     requirePositive(size, "the font size");
-    m_impl->rows.setFontSize(size);
+    m_implementation->rows.setFontSize(size);
 }
 
 void SceneDecorator::updateWindowSize(int width, int height) {
     if (width > 0 && height > 0)
-        m_impl->window.set(static_cast<float>(width), static_cast<float>(height));
+        m_implementation->window.set(static_cast<float>(width), static_cast<float>(height));
 }
 
 void SceneDecorator::setScreenPixelScale(float scale) {
     requirePositive(scale, "the pixel scale");
-    m_impl->pixelScale = scale;
+    m_implementation->pixelScale = scale;
 }
 
 osg::MatrixTransform* SceneDecorator::getHud() {
-    return m_impl->hud;
+    return m_implementation->hud;
 }
 
 void SceneDecorator::resetHUD() {
-    m_impl->rows.clear();
-    m_impl->hud->removeChildren(0, m_impl->hud->getNumChildren());
-    m_impl->hud->setMatrix(osg::Matrix::identity());
+    m_implementation->rows.clear();
+    m_implementation->hud->removeChildren(0, m_implementation->hud->getNumChildren());
+    m_implementation->hud->setMatrix(osg::Matrix::identity());
 }
 
 void SceneDecorator::setEnableRenderedCursor(bool enable) {
-    m_impl->cursor.setEnabled(enable);
+    m_implementation->cursor.setEnabled(enable);
 }
 
 bool SceneDecorator::getEnableRenderedCursor() const {
-    return m_impl->cursor.enabled();
+    return m_implementation->cursor.enabled();
 }
 
 void SceneDecorator::updateCursorPosition(float x, float y) {
-    m_impl->cursor.setPosition(osg::Vec2f(x, y));
+    m_implementation->cursor.setPosition(osg::Vec2f(x, y));
 }
 
 osg::StateSet* SceneDecorator::getDecoratorStateSet() {
-    return m_impl->scene->getOrCreateStateSet();
+    return m_implementation->scene->getOrCreateStateSet();
 }
 
 osg::Group* SceneDecorator::getShadowedScene() {
-    return m_impl->shadowed;
+    return m_implementation->shadowed;
 }
 
 osg::Group* SceneDecorator::getNonShadowedScene() {
-    return m_impl->unshadowed;
+    return m_implementation->unshadowed;
 }
 
 bool SceneDecorator::addChild(osg::Node* node) {
-    return node && m_impl->shadowed->addChild(node);
+    return node && m_implementation->shadowed->addChild(node);
 }
 
 bool SceneDecorator::insertChild(unsigned int index, osg::Node* node) {
-    return node && m_impl->shadowed->insertChild(std::min(index, m_impl->shadowed->getNumChildren()), node);
+    return node &&
+           m_implementation->shadowed->insertChild(std::min(index, m_implementation->shadowed->getNumChildren()), node);
 }
 
 bool SceneDecorator::removeChild(osg::Node* node) {
-    return node && (m_impl->shadowed->removeChild(node) || m_impl->unshadowed->removeChild(node));
+    return node && (m_implementation->shadowed->removeChild(node) || m_implementation->unshadowed->removeChild(node));
 }
 
 bool SceneDecorator::removeChild(unsigned int index, unsigned int count) {
@@ -498,31 +500,34 @@ bool SceneDecorator::removeChild(unsigned int index, unsigned int count) {
 
 bool SceneDecorator::replaceChild(osg::Node* oldNode, osg::Node* newNode) {
     return oldNode && newNode &&
-           (m_impl->shadowed->replaceChild(oldNode, newNode) || m_impl->unshadowed->replaceChild(oldNode, newNode));
+           (m_implementation->shadowed->replaceChild(oldNode, newNode) ||
+            m_implementation->unshadowed->replaceChild(oldNode, newNode));
 }
 
 bool SceneDecorator::setChild(unsigned int index, osg::Node* node) {
-    return node && index < m_impl->shadowed->getNumChildren() && m_impl->shadowed->setChild(index, node);
+    return node && index < m_implementation->shadowed->getNumChildren() &&
+           m_implementation->shadowed->setChild(index, node);
 }
 
 bool SceneDecorator::removeChildren(unsigned int index, unsigned int count) {
-    unsigned int const present = m_impl->shadowed->getNumChildren();
-    return count > 0 && index < present && m_impl->shadowed->removeChildren(index, std::min(count, present - index));
+    unsigned int const present = m_implementation->shadowed->getNumChildren();
+    return count > 0 && index < present &&
+           m_implementation->shadowed->removeChildren(index, std::min(count, present - index));
 }
 
 void SceneDecorator::traverse(osg::NodeVisitor& visitor) {
     if (visitor.getVisitorType() == osg::NodeVisitor::UPDATE_VISITOR) {
-        m_impl->layOut();
-        m_impl->followSupport();
-        if (m_impl->shaderState)
-            decorator::markShading(*m_impl->scene);
+        m_implementation->layOut();
+        m_implementation->followSupport();
+        if (m_implementation->shaderState)
+            decorator::markShading(*m_implementation->scene);
     }
     osg::Group::traverse(visitor);
 }
 
 osg::BoundingSphere SceneDecorator::computeBound() const {
-    osg::BoundingSphere sphere = m_impl->shadowed->getBound();
-    sphere.expandBy(m_impl->unshadowed->getBound());
+    osg::BoundingSphere sphere = m_implementation->shadowed->getBound();
+    sphere.expandBy(m_implementation->unshadowed->getBound());
     return sphere;
 }
 

@@ -9,8 +9,8 @@
 
 namespace hyxOSG {
 
-struct FrameTrajectoryDrawable::Impl {
-    Impl(hyx::UInt numPoints, hyx::Vec4f const& color) : lines(numPoints), color(toOsg(color)) {}
+struct FrameTrajectoryDrawable::Implementation {
+    Implementation(hyx::UInt numPoints, hyx::Vec4f const& color) : lines(numPoints), color(toOsg(color)) {}
 
     static TrajectoryLines::Key keyOf(hyx::Frame const* frame) { return reinterpret_cast<TrajectoryLines::Key>(frame); }
 
@@ -20,50 +20,52 @@ struct FrameTrajectoryDrawable::Impl {
 };
 
 FrameTrajectoryDrawable::FrameTrajectoryDrawable(hyx::UInt numPoints, hyx::Vec4f const& color)
-    : m_impl(std::make_unique<Impl>(numPoints, color)) {
+    : m_implementation(std::make_unique<Implementation>(numPoints, color)) {
     prepareForLines(*this);
 }
 
 FrameTrajectoryDrawable::FrameTrajectoryDrawable(FrameTrajectoryDrawable const& other, osg::CopyOp const&)
-    : osg::Geometry(), m_impl(std::make_unique<Impl>(*other.m_impl)) {
+    : osg::Geometry(), m_implementation(std::make_unique<Implementation>(*other.m_implementation)) {
     prepareForLines(*this);
-    m_impl->lines.writeTo(*this);
+    m_implementation->lines.writeTo(*this);
 }
 
 FrameTrajectoryDrawable::~FrameTrajectoryDrawable() = default;
 
 bool FrameTrajectoryDrawable::add(hyx::Frame* frame) {
-    if (!frame || std::ranges::find(m_impl->frames, frame, &hyx::ref_ptr<hyx::Frame>::get) != m_impl->frames.end())
+    if (!frame || std::ranges::find(m_implementation->frames, frame, &hyx::ref_ptr<hyx::Frame>::get) !=
+                      m_implementation->frames.end())
         return false;
-    m_impl->frames.emplace_back(frame);
+    m_implementation->frames.emplace_back(frame);
     return true;
 }
 
 bool FrameTrajectoryDrawable::remove(hyx::Frame* frame) {
-    if (std::erase_if(m_impl->frames, [frame](auto const& followed) { return followed.get() == frame; }) == 0)
+    if (std::erase_if(m_implementation->frames, [frame](auto const& followed) { return followed.get() == frame; }) == 0)
         return false;
-    m_impl->lines.remove(Impl::keyOf(frame));
-    m_impl->lines.writeTo(*this);
+    m_implementation->lines.remove(Implementation::keyOf(frame));
+    m_implementation->lines.writeTo(*this);
     return true;
 }
 
 std::size_t FrameTrajectoryDrawable::getNumFrames() const {
-    return m_impl->frames.size();
+    return m_implementation->frames.size();
 }
 
 std::size_t FrameTrajectoryDrawable::getNumPoints() const {
-    return m_impl->lines.numPoints();
+    return m_implementation->lines.numPoints();
 }
 
 void FrameTrajectoryDrawable::update() {
-    for (auto const& frame : m_impl->frames)
-        m_impl->lines.add(Impl::keyOf(frame), toOsg(frame->getTranslate()), m_impl->color);
-    m_impl->lines.writeTo(*this);
+    for (auto const& frame : m_implementation->frames)
+        m_implementation->lines.add(Implementation::keyOf(frame), toOsg(frame->getTranslate()),
+                                    m_implementation->color);
+    m_implementation->lines.writeTo(*this);
 }
 
 void FrameTrajectoryDrawable::clear() {
-    m_impl->lines.clear();
-    m_impl->lines.writeTo(*this);
+    m_implementation->lines.clear();
+    m_implementation->lines.writeTo(*this);
 }
 
 } // namespace hyxOSG

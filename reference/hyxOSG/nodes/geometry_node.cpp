@@ -32,7 +32,7 @@ GeometryNodeIndex& geometryNodeIndex() {
     return index;
 }
 
-struct GeometryNode::Impl {
+struct GeometryNode::Implementation {
     hyxCollide::Geometry* geometry = nullptr; // forgotten when its remove event tells of its end
     bool autoRemove = true;
     RenderFlag selected = GEOMETRY_DATA;
@@ -43,7 +43,7 @@ struct GeometryNode::Impl {
     osg::ref_ptr<osg::Node>& child(RenderFlag flag) { return flag == RENDER_DATA ? renderData : geometryData; }
 };
 
-GeometryNode::GeometryNode() : m_impl(std::make_unique<Impl>()) {
+GeometryNode::GeometryNode() : m_implementation(std::make_unique<Implementation>()) {
     listen();
 }
 
@@ -52,16 +52,18 @@ GeometryNode::GeometryNode(hyxCollide::Geometry* geometry) : GeometryNode() {
 }
 
 GeometryNode::GeometryNode(GeometryNode const& other, osg::CopyOp const& copyOperation)
-    : osg::MatrixTransform(other, copyOperation), shapeCallback(other.shapeCallback), m_impl(std::make_unique<Impl>()) {
+    : osg::MatrixTransform(other, copyOperation),
+      shapeCallback(other.shapeCallback),
+      m_implementation(std::make_unique<Implementation>()) {
     listen();
-    m_impl->autoRemove = other.m_impl->autoRemove;
-    m_impl->selected = other.m_impl->selected;
+    m_implementation->autoRemove = other.m_implementation->autoRemove;
+    m_implementation->selected = other.m_implementation->selected;
     for (RenderFlag const flag : {RENDER_DATA, GEOMETRY_DATA}) {
-        osg::Node* const source = other.m_impl->child(flag);
+        osg::Node* const source = other.m_implementation->child(flag);
         unsigned int const place = source ? other.getChildIndex(source) : other.getNumChildren();
-        m_impl->child(flag) = place < getNumChildren() ? getChild(place) : copyOperation(source);
+        m_implementation->child(flag) = place < getNumChildren() ? getChild(place) : copyOperation(source);
     }
-    setGeometry(other.m_impl->geometry);
+    setGeometry(other.m_implementation->geometry);
 }
 
 GeometryNode::~GeometryNode() {
@@ -71,53 +73,53 @@ GeometryNode::~GeometryNode() {
 void GeometryNode::listen() {
     // Counted as a child with updates of its own, the node is visited by each update traversal.
     setNumChildrenRequiringUpdateTraversal(getNumChildrenRequiringUpdateTraversal() + 1);
-    m_impl->shapeChange = {[this](hyxCollide::Geometry const* geometry) { shapeCallback(geometry); }};
-    m_impl->removal = {[this](hyxCollide::Geometry const* geometry) {
+    m_implementation->shapeChange = {[this](hyxCollide::Geometry const* geometry) { shapeCallback(geometry); }};
+    m_implementation->removal = {[this](hyxCollide::Geometry const* geometry) {
         // The one reference is that of who tells of the end; a geometry without a body and another holder lives on.
         bool const ends = geometry->getReferenceCount() <= 1 && !geometry->getRigidBody();
         if (ends)
             setGeometry(nullptr);
-        if (m_impl->autoRemove)
+        if (m_implementation->autoRemove)
             removeFromParents();
     }};
 }
 
 void GeometryNode::setGeometry(hyxCollide::Geometry* geometry) {
-    hyxCollide::Geometry*& present = m_impl->geometry;
+    hyxCollide::Geometry*& present = m_implementation->geometry;
     if (geometry == present)
         return;
     if (present) {
         dropFromIndex(present, this);
-        present->getRemoveEvent().remove(m_impl->removal);
-        present->getShapeChangeEvent().remove(m_impl->shapeChange);
+        present->getRemoveEvent().remove(m_implementation->removal);
+        present->getShapeChangeEvent().remove(m_implementation->shapeChange);
     }
     present = geometry;
     if (present) {
         geometryNodeIndex().emplace(present, this);
-        present->getRemoveEvent().add(m_impl->removal);
-        present->getShapeChangeEvent().add(m_impl->shapeChange);
+        present->getRemoveEvent().add(m_implementation->removal);
+        present->getShapeChangeEvent().add(m_implementation->shapeChange);
         updateTransform();
     }
 }
 
 hyxCollide::Geometry* GeometryNode::getGeometry() {
-    return m_impl->geometry;
+    return m_implementation->geometry;
 }
 
 hyxCollide::Geometry const* GeometryNode::getGeometry() const {
-    return m_impl->geometry;
+    return m_implementation->geometry;
 }
 
 void GeometryNode::setAutoRemove(bool autoRemove) {
-    m_impl->autoRemove = autoRemove;
+    m_implementation->autoRemove = autoRemove;
 }
 
 bool GeometryNode::getAutoRemove() const {
-    return m_impl->autoRemove;
+    return m_implementation->autoRemove;
 }
 
 void GeometryNode::removeNode(hyxCollide::Space*, hyxCollide::Geometry* geometry) {
-    if (m_impl->autoRemove && geometry && geometry == m_impl->geometry)
+    if (m_implementation->autoRemove && geometry && geometry == m_implementation->geometry)
         removeFromParents();
 }
 
@@ -130,32 +132,32 @@ void GeometryNode::removeFromParents() {
 }
 
 void GeometryNode::updateTransform() {
-    if (!m_impl->geometry)
+    if (!m_implementation->geometry)
         return;
-    osg::Matrixd const transform = toOsg(m_impl->geometry->getTransform());
+    osg::Matrixd const transform = toOsg(m_implementation->geometry->getTransform());
     if (transform != getMatrix()) // a body at rest costs no new bounds
         setMatrix(transform);
 }
 
 void GeometryNode::selectRenderChild(RenderFlag flag) {
     checkFlag(flag);
-    if (osg::Node* const hidden = m_impl->child(m_impl->selected))
+    if (osg::Node* const hidden = m_implementation->child(m_implementation->selected))
         removeChild(hidden);
-    m_impl->selected = flag;
-    if (osg::Node* const shown = m_impl->child(flag))
+    m_implementation->selected = flag;
+    if (osg::Node* const shown = m_implementation->child(flag))
         insertChild(0, shown);
 }
 
 GeometryNode::RenderFlag GeometryNode::getSelectedRenderChild() const {
-    return m_impl->selected;
+    return m_implementation->selected;
 }
 
 void GeometryNode::setRenderChild(RenderFlag flag, osg::Node* node) {
     checkFlag(flag);
-    osg::ref_ptr<osg::Node>& place = m_impl->child(flag);
+    osg::ref_ptr<osg::Node>& place = m_implementation->child(flag);
     if (place == node)
         return;
-    bool const shown = flag == m_impl->selected;
+    bool const shown = flag == m_implementation->selected;
     if (shown && place)
         removeChild(place);
     place = node;
@@ -165,12 +167,12 @@ void GeometryNode::setRenderChild(RenderFlag flag, osg::Node* node) {
 
 osg::Node* GeometryNode::getRenderChild(RenderFlag flag) {
     checkFlag(flag);
-    return m_impl->child(flag);
+    return m_implementation->child(flag);
 }
 
 osg::Node const* GeometryNode::getRenderChild(RenderFlag flag) const {
     checkFlag(flag);
-    return m_impl->child(flag);
+    return m_implementation->child(flag);
 }
 
 osg::Object* GeometryNode::cloneType() const {

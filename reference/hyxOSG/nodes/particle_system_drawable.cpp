@@ -30,7 +30,7 @@ struct ReadParticles : osg::DrawableUpdateCallback {
 
 } // namespace
 
-struct ParticleSystemDrawable::Impl {
+struct ParticleSystemDrawable::Implementation {
     hyx::ref_ptr<hyx::ParticleSystem> system;
     ParticleRenderingMode renderingMode = QUAD_SPRITES;
     ParticleShaderMode shaderMode = ROTATION_SPRITES;
@@ -42,50 +42,51 @@ ParticleSystemDrawable::ParticleSystemDrawable() : ParticleSystemDrawable(nullpt
 
 ParticleSystemDrawable::ParticleSystemDrawable(hyx::ParticleSystem* particleSystem, ParticleRenderingMode renderingMode,
                                                ParticleShaderMode shaderMode)
-    : m_impl(std::make_unique<Impl>()) {
-    m_impl->system = particleSystem;
-    m_impl->renderingMode = checked(renderingMode, TRIANGLES, "rendering");
+    : m_implementation(std::make_unique<Implementation>()) {
+    m_implementation->system = particleSystem;
+    m_implementation->renderingMode = checked(renderingMode, TRIANGLES, "rendering");
     setSupportsDisplayList(false);
     setUseVertexBufferObjects(true);
     setDataVariance(osg::Object::DYNAMIC);
-    setStateSet(m_impl->impostors.state());
+    setStateSet(m_implementation->impostors.state());
     setParticleShaderMode(shaderMode);
     setUpdateCallback(new ReadParticles);
     update();
 }
 
 ParticleSystemDrawable::ParticleSystemDrawable(ParticleSystemDrawable const& other, osg::CopyOp const&)
-    : ParticleSystemDrawable(other.m_impl->system, other.m_impl->renderingMode, other.m_impl->shaderMode) {
+    : ParticleSystemDrawable(other.m_implementation->system, other.m_implementation->renderingMode,
+                             other.m_implementation->shaderMode) {
     setName(other.getName());
     setNodeMask(other.getNodeMask());
-    m_impl->enabled = other.m_impl->enabled;
+    m_implementation->enabled = other.m_implementation->enabled;
 }
 
 ParticleSystemDrawable::~ParticleSystemDrawable() = default;
 
 ParticleSystemDrawable::ParticleShaderMode ParticleSystemDrawable::getParticleShaderMode() const {
-    return m_impl->shaderMode;
+    return m_implementation->shaderMode;
 }
 
 void ParticleSystemDrawable::setParticleShaderMode(ParticleShaderMode shaderMode) {
-    m_impl->shaderMode = checked(shaderMode, ALPHA_SPRITES, "shader");
-    m_impl->impostors.setShaderMode(shaderMode);
+    m_implementation->shaderMode = checked(shaderMode, ALPHA_SPRITES, "shader");
+    m_implementation->impostors.setShaderMode(shaderMode);
 }
 
 ParticleSystemDrawable::ParticleRenderingMode ParticleSystemDrawable::getParticleRenderingMode() const {
-    return std::min(m_impl->renderingMode, allowedMode);
+    return std::min(m_implementation->renderingMode, allowedMode);
 }
 
 void ParticleSystemDrawable::setEnable(bool enable) {
-    m_impl->enabled = enable;
+    m_implementation->enabled = enable;
 }
 
 bool ParticleSystemDrawable::getEnable() const {
-    return m_impl->enabled;
+    return m_implementation->enabled;
 }
 
 hyx::ParticleSystem* ParticleSystemDrawable::getParticleSystem() const {
-    return m_impl->system;
+    return m_implementation->system;
 }
 
 void ParticleSystemDrawable::setAllowedRenderMode(ParticleRenderingMode renderingMode) {
@@ -117,20 +118,21 @@ char const* ParticleSystemDrawable::className() const {
 }
 
 void ParticleSystemDrawable::drawImplementation(osg::RenderInfo& renderInfo) const {
-    if (m_impl->enabled)
-        m_impl->impostors.draw(renderInfo, getParticleRenderingMode());
+    if (m_implementation->enabled)
+        m_implementation->impostors.draw(renderInfo, getParticleRenderingMode());
 }
 
 osg::BoundingBox ParticleSystemDrawable::computeBoundingBox() const {
-    return m_impl->impostors.bounds();
+    return m_implementation->impostors.bounds();
 }
 
 void ParticleSystemDrawable::update() {
-    bool const shown = m_impl->enabled && m_impl->system && m_impl->system->getEnable();
-    SphereImpostors& impostors = m_impl->impostors;
-    impostors.begin(shown ? m_impl->system->getNumParticles() : 0);
+    bool const shown = m_implementation->enabled && m_implementation->system && m_implementation->system->getEnable();
+    SphereImpostors& impostors = m_implementation->impostors;
+    impostors.begin(shown ? m_implementation->system->getNumParticles() : 0);
     if (shown)
-        for (hyx::Particle const& particle : static_cast<hyx::ParticleSystem const&>(*m_impl->system).getParticles())
+        for (hyx::Particle const& particle :
+             static_cast<hyx::ParticleSystem const&>(*m_implementation->system).getParticles())
             impostors.add(toOsg(particle.position), static_cast<float>(particle.radius), toOsg(particle.color),
                           toOsg(particle.rotation));
     impostors.end();
@@ -139,7 +141,7 @@ void ParticleSystemDrawable::update() {
 
 void ParticleSystemDrawable::releaseGLObjects(osg::State* state) const {
     osg::Drawable::releaseGLObjects(state);
-    m_impl->impostors.releaseGLObjects(state);
+    m_implementation->impostors.releaseGLObjects(state);
 }
 
 } // namespace hyxOSG

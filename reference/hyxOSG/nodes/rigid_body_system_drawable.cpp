@@ -27,17 +27,17 @@ struct ReadBodies : osg::DrawableUpdateCallback {
 
 } // namespace
 
-struct RigidBodySystemDrawable::Impl {
+struct RigidBodySystemDrawable::Implementation {
     std::vector<hyx::ref_ptr<hyx::RigidBody>> bodies;
     SphereImpostors impostors;
 };
 
-RigidBodySystemDrawable::RigidBodySystemDrawable() : m_impl(std::make_unique<Impl>()) {
+RigidBodySystemDrawable::RigidBodySystemDrawable() : m_implementation(std::make_unique<Implementation>()) {
     setSupportsDisplayList(false);
     setUseVertexBufferObjects(true);
     setDataVariance(osg::Object::DYNAMIC);
-    setStateSet(m_impl->impostors.state());
-    m_impl->impostors.setShaderMode(ParticleSystemDrawable::ROTATION_SPRITES);
+    setStateSet(m_implementation->impostors.state());
+    m_implementation->impostors.setShaderMode(ParticleSystemDrawable::ROTATION_SPRITES);
     setUpdateCallback(new ReadBodies);
 }
 
@@ -45,58 +45,60 @@ RigidBodySystemDrawable::RigidBodySystemDrawable(RigidBodySystemDrawable const& 
     : RigidBodySystemDrawable() {
     setName(other.getName());
     setNodeMask(other.getNodeMask());
-    m_impl->bodies = other.m_impl->bodies;
+    m_implementation->bodies = other.m_implementation->bodies;
     update();
 }
 
 RigidBodySystemDrawable::~RigidBodySystemDrawable() = default;
 
 bool RigidBodySystemDrawable::add(hyx::RigidBody* body) {
-    if (!body || std::ranges::find(m_impl->bodies, body, &hyx::ref_ptr<hyx::RigidBody>::get) != m_impl->bodies.end())
+    if (!body || std::ranges::find(m_implementation->bodies, body, &hyx::ref_ptr<hyx::RigidBody>::get) !=
+                     m_implementation->bodies.end())
         return false;
     auto const& geometries = body->getGeometries();
     bool const onlySpheres =
         std::all_of(geometries.begin(), geometries.end(), [](auto const& geometry) { return sphereOf(*geometry); });
     if (geometries.empty() || !onlySpheres)
         return false;
-    m_impl->bodies.emplace_back(body);
+    m_implementation->bodies.emplace_back(body);
     update();
     return true;
 }
 
 bool RigidBodySystemDrawable::remove(hyx::RigidBody* body) {
-    bool const removed = std::erase_if(m_impl->bodies, [body](auto const& drawn) { return drawn.get() == body; }) > 0;
+    bool const removed =
+        std::erase_if(m_implementation->bodies, [body](auto const& drawn) { return drawn.get() == body; }) > 0;
     if (removed)
         update();
     return removed;
 }
 
 std::size_t RigidBodySystemDrawable::getNumBodies() const {
-    return m_impl->bodies.size();
+    return m_implementation->bodies.size();
 }
 
 void RigidBodySystemDrawable::update() {
-    m_impl->impostors.begin(m_impl->bodies.size());
-    for (auto const& body : m_impl->bodies)
+    m_implementation->impostors.begin(m_implementation->bodies.size());
+    for (auto const& body : m_implementation->bodies)
         for (auto const& geometry : body->getGeometries())
             if (auto const* const sphere = sphereOf(*geometry))
-                m_impl->impostors.add(toOsg(geometry->getPosition()), static_cast<float>(sphere->getRadius()),
-                                      bodyColor, toOsg(geometry->getRotation()));
-    m_impl->impostors.end();
+                m_implementation->impostors.add(toOsg(geometry->getPosition()), static_cast<float>(sphere->getRadius()),
+                                                bodyColor, toOsg(geometry->getRotation()));
+    m_implementation->impostors.end();
     dirtyBound();
 }
 
 void RigidBodySystemDrawable::drawImplementation(osg::RenderInfo& renderInfo) const {
-    m_impl->impostors.draw(renderInfo, ParticleSystemDrawable::QUAD_SPRITES);
+    m_implementation->impostors.draw(renderInfo, ParticleSystemDrawable::QUAD_SPRITES);
 }
 
 osg::BoundingBox RigidBodySystemDrawable::computeBoundingBox() const {
-    return m_impl->impostors.bounds();
+    return m_implementation->impostors.bounds();
 }
 
 void RigidBodySystemDrawable::releaseGLObjects(osg::State* state) const {
     osg::Drawable::releaseGLObjects(state);
-    m_impl->impostors.releaseGLObjects(state);
+    m_implementation->impostors.releaseGLObjects(state);
 }
 
 } // namespace hyxOSG

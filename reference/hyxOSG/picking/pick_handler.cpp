@@ -51,7 +51,7 @@ bool meetPlane(hyx::Vec3 const& from, hyx::Vec3 const& to, hyx::Vec3 const& poin
 
 } // namespace
 
-struct PickHandler::Impl {
+struct PickHandler::Implementation {
     osg::observer_ptr<osg::Camera> camera;
     osg::observer_ptr<osg::Group> root;
     hyx::ref_ptr<hyxSDK::Simulation> simulation;
@@ -89,80 +89,81 @@ struct PickHandler::Impl {
     }
 };
 
-PickHandler::PickHandler(osgViewer::Viewer* viewer, osg::Group* root) : m_impl(std::make_unique<Impl>()) {
-    m_impl->camera = viewer ? viewer->getCamera() : nullptr;
-    m_impl->root = root;
+PickHandler::PickHandler(osgViewer::Viewer* viewer, osg::Group* root)
+    : m_implementation(std::make_unique<Implementation>()) {
+    m_implementation->camera = viewer ? viewer->getCamera() : nullptr;
+    m_implementation->root = root;
     createMouseSpringRendering(0.03f);
 }
 
 PickHandler::~PickHandler() {
-    m_impl->removePicture();
+    m_implementation->removePicture();
 }
 
 void PickHandler::reset() {
-    m_impl->spring.release();
-    m_impl->showSpring();
+    m_implementation->spring.release();
+    m_implementation->showSpring();
 }
 
 void PickHandler::setActivateModKeyMask(unsigned int mask) {
-    m_impl->activateKeys = mask;
+    m_implementation->activateKeys = mask;
 }
 
 unsigned int PickHandler::getActivateModKeyMask() const {
-    return m_impl->activateKeys;
+    return m_implementation->activateKeys;
 }
 
 void PickHandler::setActivateMouseButton(unsigned int button) {
-    m_impl->activateButtons = button;
+    m_implementation->activateButtons = button;
 }
 
 unsigned int PickHandler::getActivateMouseButton() const {
-    return m_impl->activateButtons;
+    return m_implementation->activateButtons;
 }
 
 void PickHandler::setSimulation(hyxSDK::Simulation* simulation) {
-    if (m_impl->simulation.get() == simulation)
+    if (m_implementation->simulation.get() == simulation)
         return;
     reset();
-    m_impl->simulation = simulation;
+    m_implementation->simulation = simulation;
 }
 
 void PickHandler::setCamera(osg::Camera* camera) {
-    m_impl->camera = camera;
+    m_implementation->camera = camera;
 }
 
 osg::Camera* PickHandler::getCamera() {
-    return m_impl->camera.get();
+    return m_implementation->camera.get();
 }
 
 void PickHandler::updateRenderState() {
-    m_impl->showSpring();
+    m_implementation->showSpring();
 }
 
 void PickHandler::createMouseSpringRendering(float radius) {
     if (!(radius > 0) || !std::isfinite(radius))
         throw std::invalid_argument("the radius of the drawn spring's ends must be positive and finite");
-    m_impl->removePicture();
+    m_implementation->removePicture();
     osg::ref_ptr<osg::Group> group;
-    if (!m_impl->root.lock(group))
+    if (!m_implementation->root.lock(group))
         return;
-    m_impl->picture = std::make_unique<input::SpringPicture>(radius);
-    group->addChild(m_impl->picture->node());
-    m_impl->showSpring();
+    m_implementation->picture = std::make_unique<input::SpringPicture>(radius);
+    group->addChild(m_implementation->picture->node());
+    m_implementation->showSpring();
 }
 
 hyxSDK::PickResult PickHandler::intersect(hyx::Vec3 const& nearPoint, hyx::Vec3 const& farPoint, bool all) {
-    return input::pickAlong(m_impl->simulation.get(), nearPoint, farPoint, all);
+    return input::pickAlong(m_implementation->simulation.get(), nearPoint, farPoint, all);
 }
 
 hyxSDK::PickResult PickHandler::intersect(float x, float y, bool all) {
-    return input::pickUnder(m_impl->simulation.get(), m_impl->camera.get(), x, y, all);
+    return input::pickUnder(m_implementation->simulation.get(), m_implementation->camera.get(), x, y, all);
 }
 
 hyxSDK::PickResult PickHandler::pick(float x, float y) {
     hyxSDK::PickResult const result = intersect(x, y, false);
-    m_impl->spring.attach(result.getRigidBody(), result.getPoint());
-    m_impl->showSpring();
+    m_implementation->spring.attach(result.getRigidBody(), result.getPoint());
+    m_implementation->showSpring();
     return result;
 }
 
@@ -178,39 +179,39 @@ void PickHandler::getNearFarPoints(osg::Camera const* camera, hyx::Vec3& nearPoi
 
 bool PickHandler::keyboard(int key, unsigned int modKeyMask, float, float, bool keydown) {
     unsigned int const own = modifierBit(key);
-    m_impl->keys = keydown ? modKeyMask | own : modKeyMask & ~own;
+    m_implementation->keys = keydown ? modKeyMask | own : modKeyMask & ~own;
     return false;
 }
 
 bool PickHandler::mouse(hyxSDK::GuiEventListener::MouseButtonMask buttons, hyxSDK::GuiEventListener::MouseState state,
                         float x, float y) {
-    if (!(static_cast<unsigned int>(buttons) & m_impl->activateButtons))
+    if (!(static_cast<unsigned int>(buttons) & m_implementation->activateButtons))
         return false;
     if (state == UP) {
-        bool const held = m_impl->spring.holds();
+        bool const held = m_implementation->spring.holds();
         reset();
         return held;
     }
-    if (m_impl->activateKeys && !(m_impl->keys & m_impl->activateKeys))
+    if (m_implementation->activateKeys && !(m_implementation->keys & m_implementation->activateKeys))
         return false;
     pick(x, y);
-    return m_impl->spring.holds();
+    return m_implementation->spring.holds();
 }
 
 bool PickHandler::mouseDragged(hyxSDK::GuiEventListener::MouseButtonMask, float x, float y) {
-    if (!m_impl->spring.holds())
+    if (!m_implementation->spring.holds())
         return false;
-    m_impl->dragTo(x, y);
-    m_impl->showSpring();
+    m_implementation->dragTo(x, y);
+    m_implementation->showSpring();
     return true;
 }
 
 void PickHandler::update(float x, float y) {
-    if (m_impl->spring.holds())
-        m_impl->dragTo(x, y);
+    if (m_implementation->spring.holds())
+        m_implementation->dragTo(x, y);
     else
-        m_impl->spring.release();
-    m_impl->showSpring();
+        m_implementation->spring.release();
+    m_implementation->showSpring();
 }
 
 } // namespace hyxOSG

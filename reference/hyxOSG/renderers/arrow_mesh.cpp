@@ -17,7 +17,7 @@ struct Ring {
     double radius;
 };
 
-osg::Vec3d any_normal(osg::Vec3d const& axis) {
+osg::Vec3d anyNormal(osg::Vec3d const& axis) {
     auto normal = axis ^ (std::abs(axis.z()) < 0.9 ? osg::Vec3d(0, 0, 1) : osg::Vec3d(1, 0, 0));
     normal.normalize();
     return normal;
@@ -52,7 +52,7 @@ void ArrowMesh::begin() {
     m_triangles->clear();
 }
 
-void ArrowMesh::add_vertex(osg::Vec3d const& position, osg::Vec3d const& normal, osg::Vec4f const& color) {
+void ArrowMesh::addVertex(osg::Vec3d const& position, osg::Vec3d const& normal, osg::Vec4f const& color) {
     m_positions->push_back(position);
     m_normals->push_back(normal);
     m_colors->push_back(color);
@@ -63,7 +63,7 @@ void ArrowMesh::add(osg::Vec3d const& tail, osg::Vec3d const& span, osg::Vec4f c
         return;
     auto const length = span.length();
     auto const axis = span / length;
-    auto const right = any_normal(axis);
+    auto const right = anyNormal(axis);
     auto const up = axis ^ right;
     auto const tip = std::min<double>(style.coneHeight, length);
     auto const radius = style.coneHeight > 0 ? style.radius * tip / style.coneHeight : style.radius;
@@ -81,8 +81,8 @@ void ArrowMesh::add(osg::Vec3d const& tail, osg::Vec3d const& span, osg::Vec4f c
             auto const angle = 2 * std::numbers::pi * side / shaftSides;
             auto const outward = right * std::cos(angle) + up * std::sin(angle);
             auto const normal = outward * slope.x() + axis * slope.y();
-            add_vertex(tail + axis * from.along + outward * from.radius, normal, color);
-            add_vertex(tail + axis * to.along + outward * to.radius, normal, color);
+            addVertex(tail + axis * from.along + outward * from.radius, normal, color);
+            addVertex(tail + axis * to.along + outward * to.radius, normal, color);
         }
         for (unsigned side = 0; side < shaftSides; ++side) {
             auto const corner = first + 2 * side;

@@ -28,7 +28,7 @@ public:
     void end();
 
 private:
-    void add_vertex(osg::Vec3d const& position, osg::Vec3d const& normal, osg::Vec4f const& color);
+    void addVertex(osg::Vec3d const& position, osg::Vec3d const& normal, osg::Vec4f const& color);
 
     osg::ref_ptr<osg::Geometry> m_geometry = new osg::Geometry;
     osg::ref_ptr<osg::Vec3Array> m_positions = new osg::Vec3Array;

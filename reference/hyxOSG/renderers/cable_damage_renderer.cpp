@@ -21,7 +21,7 @@ constexpr unsigned int cylinderSides = 12;
 
 } // namespace
 
-struct CableDamageRenderer::Impl {
+struct CableDamageRenderer::Implementation {
     hyx::ref_ptr<hyxCable::CableDamage> damage;
     double radius;
     double rangeMax = 0;
@@ -33,7 +33,7 @@ struct CableDamageRenderer::Impl {
     hyx::UInt drawnDamage = 0;
     ShownNode shown;
 
-    Impl(hyxCable::CableDamage* damage, double radius, osg::Group* parent)
+    Implementation(hyxCable::CableDamage* damage, double radius, osg::Group* parent)
         : damage(damage), radius(radius), shown(group, parent, "a cable damage renderer", [this] { follow(); }) {
         group->setName("cable damage");
     }
@@ -51,60 +51,61 @@ struct CableDamageRenderer::Impl {
 CableDamageRenderer::CableDamageRenderer(hyxCable::CableDamage* damage, double radius, osg::Group* parent) {
     if (!damage)
         throw std::invalid_argument("a cable damage renderer needs the damage of a cable");
-    m_impl = std::make_unique<Impl>(damage, hyx::requirePositive(radius, "the radius of a drawn cable"), parent);
-    m_impl->follow();
+    m_implementation =
+        std::make_unique<Implementation>(damage, hyx::requirePositive(radius, "the radius of a drawn cable"), parent);
+    m_implementation->follow();
 }
 
 CableDamageRenderer::~CableDamageRenderer() = default;
 
 void CableDamageRenderer::renderCurrent() {
-    m_impl->accumulated = false;
-    m_impl->color();
+    m_implementation->accumulated = false;
+    m_implementation->color();
 }
 
 void CableDamageRenderer::renderAccumulated() {
-    m_impl->accumulated = true;
-    m_impl->color();
+    m_implementation->accumulated = true;
+    m_implementation->color();
 }
 
 bool CableDamageRenderer::isRenderingCurrent() const {
-    return !m_impl->accumulated;
+    return !m_implementation->accumulated;
 }
 
 bool CableDamageRenderer::isRenderingAccumulated() const {
-    return m_impl->accumulated;
+    return m_implementation->accumulated;
 }
 
 void CableDamageRenderer::setEnableRendering(bool enable) {
-    m_impl->group->setNodeMask(enable ? ~0u : 0u);
+    m_implementation->group->setNodeMask(enable ? ~0u : 0u);
 }
 
 bool CableDamageRenderer::getEnableRendering() const {
-    return m_impl->group->getNodeMask() != 0;
+    return m_implementation->group->getNodeMask() != 0;
 }
 
 void CableDamageRenderer::setColorRangeMax(double damage) {
-    m_impl->rangeMax = hyx::requireNonNegative(damage, "the maximum of a damage colour range");
-    m_impl->color();
+    m_implementation->rangeMax = hyx::requireNonNegative(damage, "the maximum of a damage colour range");
+    m_implementation->color();
 }
 
 double CableDamageRenderer::getColorRangeMax() const {
-    return m_impl->rangeMax;
+    return m_implementation->rangeMax;
 }
 
 GeometryNode* CableDamageRenderer::getOsgNode(std::size_t segment) {
-    return segment < m_impl->segments.size() ? m_impl->segments[segment].get() : nullptr;
+    return segment < m_implementation->segments.size() ? m_implementation->segments[segment].get() : nullptr;
 }
 
 void CableDamageRenderer::last(double) {
-    m_impl->follow();
+    m_implementation->follow();
 }
 
 void CableDamageRenderer::removeNotification() {
-    m_impl->shown.remove();
+    m_implementation->shown.remove();
 }
 
-void CableDamageRenderer::Impl::follow() {
+void CableDamageRenderer::Implementation::follow() {
     hyxCable::Cable const& cable = *damage->getCable();
     if (segments.size() != cable.getNumSegments())
         makeSegments(cable.getNumSegments());
@@ -116,7 +117,7 @@ void CableDamageRenderer::Impl::follow() {
     drawnDamage = damage->getRevision();
 }
 
-void CableDamageRenderer::Impl::makeSegments(std::size_t count) {
+void CableDamageRenderer::Implementation::makeSegments(std::size_t count) {
     group->removeChildren(0, group->getNumChildren());
     segments.clear();
     materials.clear();
@@ -136,7 +137,7 @@ void CableDamageRenderer::Impl::makeSegments(std::size_t count) {
 }
 
 // The mesh has radius 1 and reaches from -1 to 1 along Y.
-void CableDamageRenderer::Impl::place() {
+void CableDamageRenderer::Implementation::place() {
     std::vector<hyx::Vec3> const& points = damage->getCable()->getPoints();
     for (std::size_t i = 0; i < segments.size(); ++i) {
         osg::Vec3d const from = toOsg(points[i]), to = toOsg(points[i + 1]);
@@ -147,7 +148,7 @@ void CableDamageRenderer::Impl::place() {
     }
 }
 
-void CableDamageRenderer::Impl::color() {
+void CableDamageRenderer::Implementation::color() {
     double most = rangeMax;
     for (std::size_t i = 0; rangeMax == 0 && i < segments.size(); ++i)
         most = std::max(most, damageOf(i));

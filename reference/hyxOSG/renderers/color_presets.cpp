@@ -51,7 +51,7 @@ constexpr ControlPoint grayscale[] = {
     {0, 0x000000},
     {255, 0xffffff},
 };
-constexpr ControlPoint blue_white_red[] = {
+constexpr ControlPoint blueWhiteRed[] = {
     {0, 0x0000ff},
     {127, 0xfefeff},
     {128, 0xfffefe},
@@ -79,19 +79,19 @@ constexpr ControlPoint afmhot[] = {
 };
 
 constexpr std::span<ControlPoint const> presets[] = {
-    rainbow, coolwarm, viridis, inferno, plasma, grayscale, blue_white_red, cividis, bone, copper, afmhot,
+    rainbow, coolwarm, viridis, inferno, plasma, grayscale, blueWhiteRed, cividis, bone, copper, afmhot,
 };
-constexpr int preset_count = static_cast<int>(std::size(presets));
+constexpr int presetCount = static_cast<int>(std::size(presets));
 
-osg::Vec4f color_of(ControlPoint const& point) {
+osg::Vec4f colorOf(ControlPoint const& point) {
     return {((point.rgb >> 16) & 0xff) / 255.0f, ((point.rgb >> 8) & 0xff) / 255.0f, (point.rgb & 0xff) / 255.0f, 1.0f};
 }
 
 std::vector<osg::Vec4f> expand(std::span<ControlPoint const> points) {
-    std::vector<osg::Vec4f> colors{color_of(points.front())};
+    std::vector<osg::Vec4f> colors{colorOf(points.front())};
     for (std::size_t i = 1; i < points.size(); ++i) {
-        auto const from = color_of(points[i - 1]);
-        auto const to = color_of(points[i]);
+        auto const from = colorOf(points[i - 1]);
+        auto const to = colorOf(points[i]);
         auto const steps = points[i].index - points[i - 1].index;
         for (int step = 1; step <= steps; ++step)
             colors.push_back(from + (to - from) * (static_cast<float>(step) / static_cast<float>(steps)));
@@ -101,16 +101,16 @@ std::vector<osg::Vec4f> expand(std::span<ControlPoint const> points) {
 
 } // namespace
 
-std::vector<osg::Vec4f> const& preset_colors(int preset) {
+std::vector<osg::Vec4f> const& presetColors(int preset) {
     static std::vector<std::vector<osg::Vec4f>> const tables = [] {
         std::vector<std::vector<osg::Vec4f>> expanded;
         for (auto const& points : presets)
             expanded.push_back(expand(points));
         return expanded;
     }();
-    if (preset < 0 || preset >= preset_count)
+    if (preset < 0 || preset >= presetCount)
         throw std::invalid_argument("there is no colour preset " + std::to_string(preset) + ": use 0 to " +
-                                    std::to_string(preset_count - 1));
+                                    std::to_string(presetCount - 1));
     return tables[static_cast<std::size_t>(preset)];
 }
 

@@ -9,6 +9,6 @@ namespace hyxOSG {
 
 // The 256 evenly spaced colours of a preset, numbered as ScalarColorMap::ColorRangePreset.
 // Throws std::invalid_argument for an unknown number.
-std::vector<osg::Vec4f> const& preset_colors(int preset);
+std::vector<osg::Vec4f> const& presetColors(int preset);
 
 } // namespace hyxOSG

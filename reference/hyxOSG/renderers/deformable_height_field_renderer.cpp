@@ -14,11 +14,11 @@ namespace hyxOSG {
 namespace {
 
 // Small enough that a wheel's track rewrites a fraction of the field, large enough for few draw calls.
-constexpr hyx::UInt cells_per_tile = 64;
+constexpr hyx::UInt cellsPerTile = 64;
 
 } // namespace
 
-struct DeformableHeightFieldRenderer::Impl {
+struct DeformableHeightFieldRenderer::Implementation {
     hyx::ref_ptr<hyxModel::HeightFieldDeformer> deformer;
     osg::observer_ptr<osg::Group> root;
     osg::ref_ptr<GeometryNode> node; // null: not valid
@@ -26,18 +26,18 @@ struct DeformableHeightFieldRenderer::Impl {
     hyx::RealVector drawn; // the heights that the tiles show
     bool dirty = false;
 
-    void make_tiles(hyxCollide::HeightField const& field);
+    void makeTiles(hyxCollide::HeightField const& field);
     void update(hyxCollide::HeightField const& field);
 };
 
-void DeformableHeightFieldRenderer::Impl::make_tiles(hyxCollide::HeightField const& field) {
+void DeformableHeightFieldRenderer::Implementation::makeTiles(hyxCollide::HeightField const& field) {
     auto const lastX = field.getResolutionX() - 1;
     auto const lastY = field.getResolutionY() - 1;
     osg::ref_ptr<osg::Group> const group = new osg::Group;
-    for (hyx::UInt y = 0; y < lastY; y += cells_per_tile)
-        for (hyx::UInt x = 0; x < lastX; x += cells_per_tile) {
-            HeightFieldTile::Span const span{x, std::min(x + cells_per_tile, lastX), y,
-                                             std::min(y + cells_per_tile, lastY)};
+    for (hyx::UInt y = 0; y < lastY; y += cellsPerTile)
+        for (hyx::UInt x = 0; x < lastX; x += cellsPerTile) {
+            HeightFieldTile::Span const span{x, std::min(x + cellsPerTile, lastX), y,
+                                             std::min(y + cellsPerTile, lastY)};
             group->addChild(tiles.emplace_back(field, span).node());
         }
     drawn = field.getHeights();
@@ -45,7 +45,7 @@ void DeformableHeightFieldRenderer::Impl::make_tiles(hyxCollide::HeightField con
     node->selectRenderChild(GeometryNode::RENDER_DATA);
 }
 
-void DeformableHeightFieldRenderer::Impl::update(hyxCollide::HeightField const& field) {
+void DeformableHeightFieldRenderer::Implementation::update(hyxCollide::HeightField const& field) {
     for (auto& tile : tiles)
         if (dirty || tile.differs(field, drawn))
             tile.rewrite(field);
@@ -54,41 +54,42 @@ void DeformableHeightFieldRenderer::Impl::update(hyxCollide::HeightField const& 
 }
 
 DeformableHeightFieldRenderer::DeformableHeightFieldRenderer(hyxModel::HeightFieldDeformer* deformer, osg::Group* root)
-    : m_impl(std::make_unique<Impl>()) {
-    m_impl->deformer = deformer;
-    m_impl->root = root;
+    : m_implementation(std::make_unique<Implementation>()) {
+    m_implementation->deformer = deformer;
+    m_implementation->root = root;
     if (!deformer || !deformer->getHeightField())
         return;
-    m_impl->node = new GeometryNode(deformer->getGeometry());
-    m_impl->make_tiles(*deformer->getHeightField());
+    m_implementation->node = new GeometryNode(deformer->getGeometry());
+    m_implementation->makeTiles(*deformer->getHeightField());
     if (root)
-        root->addChild(m_impl->node);
+        root->addChild(m_implementation->node);
 }
 
 DeformableHeightFieldRenderer::~DeformableHeightFieldRenderer() {
-    if (m_impl->root.valid() && m_impl->node)
-        m_impl->root->removeChild(m_impl->node);
+    if (m_implementation->root.valid() && m_implementation->node)
+        m_implementation->root->removeChild(m_implementation->node);
 }
 
 void DeformableHeightFieldRenderer::last(hyx::TimeStamp) {
-    if (isValid() && (m_impl->dirty || m_impl->deformer->getHeightField()->getHeights() != m_impl->drawn))
-        m_impl->update(*m_impl->deformer->getHeightField());
+    if (isValid() && (m_implementation->dirty ||
+                      m_implementation->deformer->getHeightField()->getHeights() != m_implementation->drawn))
+        m_implementation->update(*m_implementation->deformer->getHeightField());
 }
 
 GeometryNode* DeformableHeightFieldRenderer::getHeightFieldNode() const {
-    return m_impl->node.get();
+    return m_implementation->node.get();
 }
 
 void DeformableHeightFieldRenderer::forceWireFrameRendering() {
-    forceWireFrameModeOn(m_impl->node);
+    forceWireFrameModeOn(m_implementation->node);
 }
 
 void DeformableHeightFieldRenderer::setAsDirty() {
-    m_impl->dirty = true;
+    m_implementation->dirty = true;
 }
 
 bool DeformableHeightFieldRenderer::isValid() const {
-    return m_impl->node.valid();
+    return m_implementation->node.valid();
 }
 
 } // namespace hyxOSG

@@ -7,7 +7,7 @@
 
 namespace hyxOSG {
 
-struct DeformableMeshUpdater::Impl {
+struct DeformableMeshUpdater::Implementation {
     hyx::ref_ptr<hyxCollide::Trimesh> mesh;
     osg::observer_ptr<osg::Group> root;
     SurfaceMesh surface{"deformable mesh"};
@@ -17,7 +17,7 @@ struct DeformableMeshUpdater::Impl {
     void rewrite();
 };
 
-void DeformableMeshUpdater::Impl::rewrite() {
+void DeformableMeshUpdater::Implementation::rewrite() {
     drawn = mesh->getVertices();
     auto& positions = surface.positions();
     positions.resize(drawn.size());
@@ -28,37 +28,37 @@ void DeformableMeshUpdater::Impl::rewrite() {
     auto const topology = !std::equal(indices.begin(), indices.end(), triangles.begin(), triangles.end());
     if (topology)
         triangles.assign(indices.begin(), indices.end());
-    surface.compute_normals();
+    surface.computeNormals();
     surface.publish(topology);
 }
 
 DeformableMeshUpdater::DeformableMeshUpdater(hyxCollide::Trimesh* mesh, osg::Group* root)
-    : m_impl(std::make_unique<Impl>()) {
-    m_impl->mesh = mesh;
-    m_impl->root = root;
+    : m_implementation(std::make_unique<Implementation>()) {
+    m_implementation->mesh = mesh;
+    m_implementation->root = root;
     if (root)
-        root->addChild(m_impl->surface.node());
+        root->addChild(m_implementation->surface.node());
     update(true);
 }
 
 DeformableMeshUpdater::~DeformableMeshUpdater() {
-    if (m_impl->root.valid())
-        m_impl->root->removeChild(m_impl->surface.node());
+    if (m_implementation->root.valid())
+        m_implementation->root->removeChild(m_implementation->surface.node());
 }
 
 void DeformableMeshUpdater::update(bool force) {
-    if (!m_impl->mesh)
+    if (!m_implementation->mesh)
         return;
-    if (force || m_impl->forceUpdate || m_impl->mesh->getVertices() != m_impl->drawn)
-        m_impl->rewrite();
+    if (force || m_implementation->forceUpdate || m_implementation->mesh->getVertices() != m_implementation->drawn)
+        m_implementation->rewrite();
 }
 
 void DeformableMeshUpdater::setForceUpdate(bool forceUpdate) {
-    m_impl->forceUpdate = forceUpdate;
+    m_implementation->forceUpdate = forceUpdate;
 }
 
 bool DeformableMeshUpdater::getForceUpdate() const {
-    return m_impl->forceUpdate;
+    return m_implementation->forceUpdate;
 }
 
 } // namespace hyxOSG

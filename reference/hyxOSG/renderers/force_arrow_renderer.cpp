@@ -18,11 +18,11 @@
 namespace hyxOSG {
 namespace {
 
-osg::Vec3d to_scene(hyx::Vec3 const& v) {
+osg::Vec3d toScene(hyx::Vec3 const& v) {
     return {v.x, v.y, v.z};
 }
 
-osg::Vec4f to_scene(hyxRender::Color const& color) {
+osg::Vec4f toScene(hyxRender::Color const& color) {
     return {color.r, color.g, color.b, color.a};
 }
 
@@ -49,14 +49,14 @@ struct ConstraintArrow : Arrow {
 };
 
 // Everything but the weight, from the change of motion.
-hyx::Vec3 carrying_force(hyx::RigidBody const& body, hyx::Vec3 const& velocityBefore, hyx::Vec3 const& gravity,
-                         double timeStep) {
+hyx::Vec3 carryingForce(hyx::RigidBody const& body, hyx::Vec3 const& velocityBefore, hyx::Vec3 const& gravity,
+                        double timeStep) {
     if (body.getMotionControl() == hyx::RigidBody::STATIC || timeStep <= 0)
         return {};
     return ((body.getVelocity() - velocityBefore) / timeStep - gravity) * body.getMass();
 }
 
-double axial_force(hyx::Constraint1DOF const& constraint, int statistics) {
+double axialForce(hyx::Constraint1DOF const& constraint, int statistics) {
     double force = 0;
     if (statistics & ForceArrowRenderer::MOTOR1D)
         force += constraint.getMotor1D()->getCurrentForce();
@@ -69,7 +69,7 @@ double axial_force(hyx::Constraint1DOF const& constraint, int statistics) {
 
 } // namespace
 
-struct ForceArrowRenderer::Impl {
+struct ForceArrowRenderer::Implementation {
     std::map<hyx::RigidBody*, BodyArrow> bodies;
     std::map<hyx::Constraint1DOF*, ConstraintArrow> constraints;
     osg::ref_ptr<osg::Group> node = new osg::Group;
@@ -87,153 +87,153 @@ struct ForceArrowRenderer::Impl {
     void draw();
 };
 
-void ForceArrowRenderer::Impl::attach(hyxSDK::Simulation const* simulation) {
+void ForceArrowRenderer::Implementation::attach(hyxSDK::Simulation const* simulation) {
     if (node->getNumParents() > 0)
         return;
-    root = find_simulation_scene(simulation);
+    root = findSimulationScene(simulation);
     if (root.valid())
         root->addChild(node);
 }
 
-void ForceArrowRenderer::Impl::detach() {
+void ForceArrowRenderer::Implementation::detach() {
     if (root.valid())
         root->removeChild(node);
     root = nullptr;
 }
 
-void ForceArrowRenderer::Impl::follow(hyxSDK::Simulation const& simulation, double timeStep) {
+void ForceArrowRenderer::Implementation::follow(hyxSDK::Simulation const& simulation, double timeStep) {
     for (auto& [body, arrow] : bodies) {
-        auto const force = carrying_force(*body, arrow.velocity, simulation.getGravity(), timeStep);
+        auto const force = carryingForce(*body, arrow.velocity, simulation.getGravity(), timeStep);
         arrow.velocity = body->getVelocity();
         arrow.follow(body->getTransform().transformPoint(arrow.attachment), force, smoothFactor);
     }
     for (auto& [constraint, arrow] : constraints) {
         auto const frame = constraint->getAttachmentTransform(0);
         auto const axis = frame.transformVector(hyx::Vec3(0, 0, 1));
-        arrow.follow(frame.transformPoint(arrow.attachment), axis * axial_force(*constraint, arrow.statistics),
+        arrow.follow(frame.transformPoint(arrow.attachment), axis * axialForce(*constraint, arrow.statistics),
                      smoothFactor);
     }
 }
 
-void ForceArrowRenderer::Impl::draw() {
+void ForceArrowRenderer::Implementation::draw() {
     ArrowMesh::Style const style{static_cast<float>(coneHeight), static_cast<float>(arrowRadius)};
     mesh.begin();
     for (auto const& [body, arrow] : bodies)
-        mesh.add(to_scene(arrow.tail), to_scene(arrow.force * scale), arrow.color, style);
+        mesh.add(toScene(arrow.tail), toScene(arrow.force * scale), arrow.color, style);
     for (auto const& [constraint, arrow] : constraints)
-        mesh.add(to_scene(arrow.tail), to_scene(arrow.force * scale), arrow.color, style);
+        mesh.add(toScene(arrow.tail), toScene(arrow.force * scale), arrow.color, style);
     mesh.end();
 }
 
-ForceArrowRenderer::ForceArrowRenderer() : m_impl(std::make_unique<Impl>()) {
-    m_impl->node->setName("ForceArrowRenderer");
-    m_impl->node->setNodeMask(~(decorator::CASTS_SHADOWS | decorator::RECEIVES_SHADOWS));
-    m_impl->node->addChild(m_impl->mesh.node());
+ForceArrowRenderer::ForceArrowRenderer() : m_implementation(std::make_unique<Implementation>()) {
+    m_implementation->node->setName("ForceArrowRenderer");
+    m_implementation->node->setNodeMask(~(decorator::CASTS_SHADOWS | decorator::RECEIVES_SHADOWS));
+    m_implementation->node->addChild(m_implementation->mesh.node());
 }
 
 ForceArrowRenderer::~ForceArrowRenderer() {
-    m_impl->detach();
+    m_implementation->detach();
 }
 
 bool ForceArrowRenderer::add(hyx::RigidBody* body, hyx::Vec3 const& attachment, hyxRender::Color const& color) {
-    if (!body || m_impl->bodies.contains(body))
+    if (!body || m_implementation->bodies.contains(body))
         return false;
-    m_impl->bodies[body] = {{attachment, to_scene(color), {}, {}}, body, body->getVelocity()};
+    m_implementation->bodies[body] = {{attachment, toScene(color), {}, {}}, body, body->getVelocity()};
     return true;
 }
 
 bool ForceArrowRenderer::add(hyx::Constraint1DOF* constraint, hyx::Vec3 const& attachment,
                              hyxRender::Color const& color, int statistics) {
     hyx::requireArgument((statistics & ~ALL) == 0, "the force statistics are a sum of MOTOR1D, RANGE1D and LOCK1D");
-    if (!constraint || m_impl->constraints.contains(constraint))
+    if (!constraint || m_implementation->constraints.contains(constraint))
         return false;
-    m_impl->constraints[constraint] = {{attachment, to_scene(color), {}, {}}, constraint, statistics};
+    m_implementation->constraints[constraint] = {{attachment, toScene(color), {}, {}}, constraint, statistics};
     return true;
 }
 
 void ForceArrowRenderer::remove(hyx::RigidBody* body) {
-    m_impl->bodies.erase(body);
-    m_impl->draw();
+    m_implementation->bodies.erase(body);
+    m_implementation->draw();
 }
 
 void ForceArrowRenderer::remove(hyx::Constraint1DOF* constraint) {
-    m_impl->constraints.erase(constraint);
-    m_impl->draw();
+    m_implementation->constraints.erase(constraint);
+    m_implementation->draw();
 }
 
 void ForceArrowRenderer::setColor(hyx::RigidBody* body, hyxRender::Color const& color) {
-    if (auto const found = m_impl->bodies.find(body); found != m_impl->bodies.end())
-        found->second.color = to_scene(color);
-    m_impl->draw();
+    if (auto const found = m_implementation->bodies.find(body); found != m_implementation->bodies.end())
+        found->second.color = toScene(color);
+    m_implementation->draw();
 }
 
 void ForceArrowRenderer::setColor(hyx::Constraint1DOF* constraint, hyxRender::Color const& color) {
-    if (auto const found = m_impl->constraints.find(constraint); found != m_impl->constraints.end())
-        found->second.color = to_scene(color);
-    m_impl->draw();
+    if (auto const found = m_implementation->constraints.find(constraint); found != m_implementation->constraints.end())
+        found->second.color = toScene(color);
+    m_implementation->draw();
 }
 
 void ForceArrowRenderer::setSmoothFactor(hyx::Real smoothFactor) {
     hyx::requireArgument(smoothFactor >= 0 && smoothFactor < 1, "the smooth factor must be 0 or more and below 1");
-    m_impl->smoothFactor = smoothFactor;
+    m_implementation->smoothFactor = smoothFactor;
 }
 
 hyx::Real ForceArrowRenderer::getSmoothFactor() const {
-    return m_impl->smoothFactor;
+    return m_implementation->smoothFactor;
 }
 
 void ForceArrowRenderer::setConeHeight(hyx::Real coneHeight) {
     hyx::requireArgument(coneHeight >= 0 && std::isfinite(coneHeight),
                          "the height of the arrow tips must be 0 or more metres");
-    m_impl->coneHeight = coneHeight;
-    m_impl->draw();
+    m_implementation->coneHeight = coneHeight;
+    m_implementation->draw();
 }
 
 hyx::Real ForceArrowRenderer::getConeHeight() const {
-    return m_impl->coneHeight;
+    return m_implementation->coneHeight;
 }
 
 void ForceArrowRenderer::setArrowRadius(hyx::Real arrowRadius) {
     hyx::requireArgument(arrowRadius > 0 && std::isfinite(arrowRadius),
                          "the radius of the arrows must be positive and finite");
-    m_impl->arrowRadius = arrowRadius;
-    m_impl->draw();
+    m_implementation->arrowRadius = arrowRadius;
+    m_implementation->draw();
 }
 
 hyx::Real ForceArrowRenderer::getArrowRadius() const {
-    return m_impl->arrowRadius;
+    return m_implementation->arrowRadius;
 }
 
 void ForceArrowRenderer::setScale(hyx::Real scale) {
     hyx::requireArgument(std::isfinite(scale), "the scale of the arrows must be finite");
-    m_impl->scale = scale;
-    m_impl->draw();
+    m_implementation->scale = scale;
+    m_implementation->draw();
 }
 
 hyx::Real ForceArrowRenderer::getScale() const {
-    return m_impl->scale;
+    return m_implementation->scale;
 }
 
 osg::Group* ForceArrowRenderer::getNode() const {
-    return m_impl->node.get();
+    return m_implementation->node.get();
 }
 
 void ForceArrowRenderer::addNotification() {
-    m_impl->time = getSimulation()->getTimeStamp();
-    m_impl->attach(getSimulation());
+    m_implementation->time = getSimulation()->getTimeStamp();
+    m_implementation->attach(getSimulation());
 }
 
 void ForceArrowRenderer::removeNotification() {
-    m_impl->detach();
+    m_implementation->detach();
 }
 
 void ForceArrowRenderer::last(hyx::TimeStamp time) {
     if (!getSimulation())
         return;
-    m_impl->attach(getSimulation());
-    m_impl->follow(*getSimulation(), time - m_impl->time);
-    m_impl->time = time;
-    m_impl->draw();
+    m_implementation->attach(getSimulation());
+    m_implementation->follow(*getSimulation(), time - m_implementation->time);
+    m_implementation->time = time;
+    m_implementation->draw();
 }
 
 } // namespace hyxOSG

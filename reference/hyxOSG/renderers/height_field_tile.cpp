@@ -14,7 +14,7 @@ hyx::UInt after(hyx::UInt knot, hyx::UInt resolution) {
 }
 
 // From the slopes between the neighbouring knots; one-sided at the edge of the field.
-osg::Vec3 normal_at(hyxCollide::HeightField const& field, hyx::UInt x, hyx::UInt y) {
+osg::Vec3 normalAt(hyxCollide::HeightField const& field, hyx::UInt x, hyx::UInt y) {
     auto const left = field.getVertex(before(x), y);
     auto const right = field.getVertex(after(x, field.getResolutionX()), y);
     auto const front = field.getVertex(x, before(y));
@@ -28,12 +28,12 @@ osg::Vec3 normal_at(hyxCollide::HeightField const& field, hyx::UInt x, hyx::UInt
 } // namespace
 
 HeightFieldTile::HeightFieldTile(hyxCollide::HeightField const& field, Span span) : m_span(span) {
-    make_triangles();
+    makeTriangles();
     rewrite(field);
     m_surface.publish(true);
 }
 
-void HeightFieldTile::make_triangles() {
+void HeightFieldTile::makeTriangles() {
     auto const width = static_cast<unsigned>(m_span.lastX - m_span.firstX + 1);
     auto const height = static_cast<unsigned>(m_span.lastY - m_span.firstY + 1);
     for (unsigned y = 0; y + 1 < height; ++y)
@@ -66,7 +66,7 @@ void HeightFieldTile::rewrite(hyxCollide::HeightField const& field) {
         for (auto x = m_span.firstX; x <= m_span.lastX; ++x) {
             auto const vertex = field.getVertex(x, y);
             positions.push_back(osg::Vec3d(vertex.x, vertex.y, vertex.z));
-            normals.push_back(normal_at(field, x, y));
+            normals.push_back(normalAt(field, x, y));
         }
     m_surface.publish(false);
 }

@@ -24,7 +24,7 @@ public:
     void rewrite(hyxCollide::HeightField const& field);
 
 private:
-    void make_triangles();
+    void makeTriangles();
 
     Span m_span;
     SurfaceMesh m_surface{"height field tile"};

@@ -6,20 +6,20 @@
 namespace hyxOSG {
 namespace {
 
-constexpr std::size_t bounded_samples = 4096;
-constexpr std::size_t callback_samples = 256;
+constexpr std::size_t boundedSamples = 4096;
+constexpr std::size_t callbackSamples = 256;
 // Beyond this the table no longer widens: the samples would lie too far apart to mean anything.
 constexpr float widest = 1e30f;
 
-float to_byte_range(float component) {
+float toByteRange(float component) {
     return std::isnan(component) ? 0.0f : std::clamp(component, 0.0f, 1.0f) * 255.0f;
 }
 
-float power_of_two_above(float value) {
+float powerOfTwoAbove(float value) {
     return value <= 1.0f ? 1.0f : std::exp2(std::ceil(std::log2(std::min(value, widest))));
 }
 
-osg::Vec4f legend_color(LidarOutputRendererLegend const& sorted, float intensity) {
+osg::Vec4f legendColor(LidarOutputRendererLegend const& sorted, float intensity) {
     if (sorted.empty())
         return {1, 1, 1, 1};
     auto const above = std::upper_bound(sorted.begin(), sorted.end(), intensity,
@@ -35,11 +35,11 @@ osg::Vec4f legend_color(LidarOutputRendererLegend const& sorted, float intensity
 
 } // namespace
 
-LidarColorTable LidarColorTable::of_bounded(ColorFunc function, float low, float high) {
-    return {std::move(function), {low, high}, bounded_samples, false};
+LidarColorTable LidarColorTable::ofBounded(ColorFunc function, float low, float high) {
+    return {std::move(function), {low, high}, boundedSamples, false};
 }
 
-LidarColorTable LidarColorTable::of_legend(LidarOutputRendererLegend legend, float maxIntensity) {
+LidarColorTable LidarColorTable::ofLegend(LidarOutputRendererLegend legend, float maxIntensity) {
     std::erase_if(legend, [](auto const& point) { return !std::isfinite(point.intensity); });
     std::stable_sort(legend.begin(), legend.end(),
                      [](auto const& left, auto const& right) { return left.intensity < right.intensity; });
@@ -48,12 +48,12 @@ LidarColorTable LidarColorTable::of_legend(LidarOutputRendererLegend legend, flo
     auto const low = legend.empty() ? 0.0f : legend.front().intensity;
     auto const high = legend.empty() ? 0.0f : legend.back().intensity;
     auto const span = high > low ? Span{low, high} : Span{low, low + maxIntensity};
-    auto function = [legend = std::move(legend)](float intensity) { return legend_color(legend, intensity); };
-    return of_bounded(std::move(function), span.low, span.high);
+    auto function = [legend = std::move(legend)](float intensity) { return legendColor(legend, intensity); };
+    return ofBounded(std::move(function), span.low, span.high);
 }
 
-LidarColorTable LidarColorTable::of_any(ColorFunc function) {
-    return {std::move(function), {0.0f, 1.0f}, callback_samples, true};
+LidarColorTable LidarColorTable::ofAny(ColorFunc function) {
+    return {std::move(function), {0.0f, 1.0f}, callbackSamples, true};
 }
 
 LidarColorTable::LidarColorTable(ColorFunc function, Span span, std::size_t sampleCount, bool widens)
@@ -64,9 +64,9 @@ LidarColorTable::Span LidarColorTable::widened(float lowest, float highest) cons
         return m_span;
     auto span = m_span;
     if (highest > span.high)
-        span.high = power_of_two_above(highest);
+        span.high = powerOfTwoAbove(highest);
     if (lowest < span.low)
-        span.low = -power_of_two_above(-lowest);
+        span.low = -powerOfTwoAbove(-lowest);
     return span;
 }
 
@@ -84,8 +84,8 @@ void LidarColorTable::sample(Span span) {
     auto const step = (span.high - span.low) / static_cast<float>(m_sampleCount - 1);
     for (std::size_t i = 0; i < m_sampleCount; ++i) {
         auto const color = m_function(span.low + step * static_cast<float>(i));
-        samples.emplace_back(to_byte_range(color.r()), to_byte_range(color.g()), to_byte_range(color.b()),
-                             to_byte_range(color.a()));
+        samples.emplace_back(toByteRange(color.r()), toByteRange(color.g()), toByteRange(color.b()),
+                             toByteRange(color.a()));
     }
     samples.push_back(samples.back());
     m_translucent = std::any_of(samples.begin(), samples.end(), [](auto const& color) { return color.a() < 255.0f; });

@@ -15,11 +15,11 @@ public:
     using ColorFunc = LidarOutputRenderer::IntensityState::ColorFunc;
 
     // A function that is cheap to call and constant outside of `low` to `high`.
-    static LidarColorTable of_bounded(ColorFunc function, float low, float high);
+    static LidarColorTable ofBounded(ColorFunc function, float low, float high);
     // Linear between neighbouring legend points, the end colours beyond them; white without points.
-    static LidarColorTable of_legend(LidarOutputRendererLegend legend, float maxIntensity);
+    static LidarColorTable ofLegend(LidarOutputRendererLegend legend, float maxIntensity);
     // Any function, under the bound that LidarOutputRenderer::setIntensityColorFunction states.
-    static LidarColorTable of_any(ColorFunc function);
+    static LidarColorTable ofAny(ColorFunc function);
 
     // Makes the table cover these intensities. Returns whether it was sampled anew; passes on what the function
     // throws and is then as it was before.

@@ -4,7 +4,7 @@ namespace hyxOSG {
 
 namespace {
 
-osg::Vec4f shade_of_gray(float intensity) {
+osg::Vec4f shadeOfGray(float intensity) {
     return {intensity, intensity, intensity, 1};
 }
 
@@ -13,7 +13,7 @@ struct CallOverride {
     std::shared_ptr<LidarOutputRendererColorFunctionCallback*> callback;
 
     osg::Vec4f operator()(float intensity) const {
-        return *callback ? (*callback)->getLidarPointColor(intensity) : shade_of_gray(intensity);
+        return *callback ? (*callback)->getLidarPointColor(intensity) : shadeOfGray(intensity);
     }
 };
 
@@ -28,7 +28,7 @@ LidarOutputRendererColorFunctionCallback::~LidarOutputRendererColorFunctionCallb
 }
 
 osg::Vec4f LidarOutputRendererColorFunctionCallback::getLidarPointColor(float intensity) {
-    return shade_of_gray(intensity);
+    return shadeOfGray(intensity);
 }
 
 LidarOutputRenderer::IntensityState::ColorFunc* LidarOutputRendererColorFunctionCallback::getColorFunction() {

@@ -31,7 +31,7 @@ void LidarPointCloud::add(std::vector<hyxSensor::LidarHit> const& hits, double t
     publish();
 }
 
-bool LidarPointCloud::drop_before(double time) {
+bool LidarPointCloud::dropBefore(double time) {
     std::size_t count = 0;
     while (!m_scans.empty() && m_scans.front().time < time) {
         count += m_scans.front().count;
@@ -39,18 +39,18 @@ bool LidarPointCloud::drop_before(double time) {
     }
     if (count == 0)
         return false;
-    drop_front(count);
+    dropFront(count);
     publish();
     return true;
 }
 
 void LidarPointCloud::clear() {
     m_scans.clear();
-    drop_front(m_positions->size());
+    dropFront(m_positions->size());
     publish();
 }
 
-void LidarPointCloud::drop_front(std::size_t count) {
+void LidarPointCloud::dropFront(std::size_t count) {
     auto const cut = [count](auto& values) {
         values.erase(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(std::min(count, values.size())));
     };

@@ -22,7 +22,7 @@ public:
     // Appends the hits whose coordinates are finite, white until recolor().
     void add(std::vector<hyxSensor::LidarHit> const& hits, double time);
     // Drops the points from before `time`; returns whether there were any.
-    bool drop_before(double time);
+    bool dropBefore(double time);
     void clear();
 
     // Colours the points added since the last time, or all when the table had to be sampled anew or `all` is set.
@@ -35,7 +35,7 @@ private:
         std::size_t count;
     };
 
-    void drop_front(std::size_t count);
+    void dropFront(std::size_t count);
     void publish();
 
     osg::ref_ptr<osg::Geometry> m_geometry = new osg::Geometry;

@@ -30,7 +30,7 @@ bool drawable(hyxModel::TriangleData const& triangle, hyx::AffineMatrix4x4 const
 
 } // namespace
 
-struct PressureFieldRenderer::Impl {
+struct PressureFieldRenderer::Implementation {
     osg::observer_ptr<osg::Group> root;
     double maxPressure = 0; // 0: that of the round
     osg::ref_ptr<osg::MatrixTransform> node = new osg::MatrixTransform;
@@ -42,11 +42,11 @@ struct PressureFieldRenderer::Impl {
     std::vector<osg::Vec3> corners;
     std::vector<double> pressures;
 
-    void set_up();
+    void setUp();
     void show();
 };
 
-void PressureFieldRenderer::Impl::set_up() {
+void PressureFieldRenderer::Implementation::setUp() {
     geometry->setName("pressure field");
     geometry->setUseDisplayList(false);
     geometry->setUseVertexBufferObjects(true);
@@ -67,10 +67,10 @@ void PressureFieldRenderer::Impl::set_up() {
     state->setAttributeAndModes(new osg::PolygonOffset(-1, -1), on);
 }
 
-void PressureFieldRenderer::Impl::show() {
+void PressureFieldRenderer::Implementation::show() {
     auto const highest = pressures.empty() ? 0.0 : *std::max_element(pressures.begin(), pressures.end());
     auto const limit = maxPressure > 0 ? maxPressure : highest;
-    auto const& table = preset_colors(coolwarm);
+    auto const& table = presetColors(coolwarm);
     positions->assign(corners.begin(), corners.end());
     colors->clear();
     for (auto const pressure : pressures) {
@@ -85,19 +85,19 @@ void PressureFieldRenderer::Impl::show() {
 }
 
 PressureFieldRenderer::PressureFieldRenderer(osg::Group* root, hyx::Real maxPressure)
-    : m_impl(std::make_unique<Impl>()) {
+    : m_implementation(std::make_unique<Implementation>()) {
     if (!(maxPressure >= 0) || !std::isfinite(maxPressure))
         throw std::invalid_argument("the highest pressure must be 0 (automatic) or more pascal");
-    m_impl->root = root;
-    m_impl->maxPressure = maxPressure;
-    m_impl->set_up();
+    m_implementation->root = root;
+    m_implementation->maxPressure = maxPressure;
+    m_implementation->setUp();
     if (root)
-        root->addChild(m_impl->node);
+        root->addChild(m_implementation->node);
 }
 
 PressureFieldRenderer::~PressureFieldRenderer() {
-    if (m_impl->root.valid())
-        m_impl->root->removeChild(m_impl->node);
+    if (m_implementation->root.valid())
+        m_implementation->root->removeChild(m_implementation->node);
 }
 
 void PressureFieldRenderer::addTriangle(hyxModel::TriangleData const& triangle, hyx::AffineMatrix4x4 const& transform) {
@@ -105,22 +105,22 @@ void PressureFieldRenderer::addTriangle(hyxModel::TriangleData const& triangle, 
         return;
     for (int corner = 0; corner < 3; ++corner) {
         auto const point = transform.transformPoint(triangle.vertices[corner]);
-        m_impl->corners.emplace_back(osg::Vec3d(point.x, point.y, point.z));
-        m_impl->pressures.push_back(triangle.pressures[corner]);
+        m_implementation->corners.emplace_back(osg::Vec3d(point.x, point.y, point.z));
+        m_implementation->pressures.push_back(triangle.pressures[corner]);
     }
 }
 
 void PressureFieldRenderer::clear() {
-    m_impl->corners.clear();
-    m_impl->pressures.clear();
+    m_implementation->corners.clear();
+    m_implementation->pressures.clear();
 }
 
 void PressureFieldRenderer::done() {
-    m_impl->show();
+    m_implementation->show();
 }
 
 void PressureFieldRenderer::updateTransform(hyx::AffineMatrix4x4 const& transform) {
-    m_impl->node->setMatrix(osg::Matrixd(transform.ptr()));
+    m_implementation->node->setMatrix(osg::Matrixd(transform.ptr()));
 }
 
 } // namespace hyxOSG

@@ -11,12 +11,12 @@ namespace {
 
 using Colors = std::vector<osg::Vec4f>;
 
-void require_interval(hyx::Real minScalar, hyx::Real maxScalar) {
+void requireInterval(hyx::Real minScalar, hyx::Real maxScalar) {
     if (!std::isfinite(minScalar) || !std::isfinite(maxScalar) || minScalar > maxScalar)
         throw std::invalid_argument("the interval of a colour map must be finite, with its minimum first");
 }
 
-Colors to_scene(hyxRender::ColorVector const& colors) {
+Colors toScene(hyxRender::ColorVector const& colors) {
     Colors converted;
     for (auto const& color : colors)
         converted.emplace_back(color.r, color.g, color.b, color.a);
@@ -25,20 +25,20 @@ Colors to_scene(hyxRender::ColorVector const& colors) {
 
 } // namespace
 
-struct ScalarColorMap::Impl {
+struct ScalarColorMap::Implementation {
     Colors colors;
     hyx::Real min = 0;
     hyx::Real max = 1;
     osg::ref_ptr<osgSim::ColorRange> range; // null when the map has changed since it was made
 
-    void set_interval(hyx::Real minScalar, hyx::Real maxScalar) {
-        require_interval(minScalar, maxScalar);
+    void setInterval(hyx::Real minScalar, hyx::Real maxScalar) {
+        requireInterval(minScalar, maxScalar);
         min = minScalar;
         max = maxScalar;
         range = nullptr;
     }
 
-    void set_colors(Colors next) {
+    void setColors(Colors next) {
         colors = next.empty() ? Colors{{1, 1, 1, 1}} : std::move(next);
         range = nullptr;
     }
@@ -46,7 +46,7 @@ struct ScalarColorMap::Impl {
     osg::Vec4f color(hyx::Real scalar, bool clamp) const;
 };
 
-osg::Vec4f ScalarColorMap::Impl::color(hyx::Real scalar, bool clamp) const {
+osg::Vec4f ScalarColorMap::Implementation::color(hyx::Real scalar, bool clamp) const {
     if (std::isnan(scalar) || (!clamp && (scalar < min || scalar > max)))
         return {0, 0, 0, 0};
     if (scalar <= min)
@@ -64,68 +64,69 @@ osg::Vec4f ScalarColorMap::Impl::color(hyx::Real scalar, bool clamp) const {
 ScalarColorMap::ScalarColorMap() : ScalarColorMap(RAINBOW, 0, 1) {}
 
 ScalarColorMap::ScalarColorMap(hyxRender::ColorVector const& colors, hyx::Real minScalar, hyx::Real maxScalar)
-    : m_impl(std::make_unique<Impl>()) {
-    m_impl->set_interval(minScalar, maxScalar);
-    m_impl->set_colors(to_scene(colors));
+    : m_implementation(std::make_unique<Implementation>()) {
+    m_implementation->setInterval(minScalar, maxScalar);
+    m_implementation->setColors(toScene(colors));
 }
 
 ScalarColorMap::ScalarColorMap(ColorRangePreset preset, hyx::Real minScalar, hyx::Real maxScalar)
-    : m_impl(std::make_unique<Impl>()) {
-    m_impl->set_interval(minScalar, maxScalar);
-    m_impl->set_colors(preset_colors(preset));
+    : m_implementation(std::make_unique<Implementation>()) {
+    m_implementation->setInterval(minScalar, maxScalar);
+    m_implementation->setColors(presetColors(preset));
 }
 
 ScalarColorMap::~ScalarColorMap() = default;
 
 void ScalarColorMap::setColorsFromPreset(ColorRangePreset preset) {
-    m_impl->set_colors(preset_colors(preset));
+    m_implementation->setColors(presetColors(preset));
 }
 
 void ScalarColorMap::setColors(hyxRender::ColorVector const& colors) {
-    m_impl->set_colors(to_scene(colors));
+    m_implementation->setColors(toScene(colors));
 }
 
 hyxRender::ColorVector ScalarColorMap::getColors() const {
     hyxRender::ColorVector colors;
-    for (auto const& color : m_impl->colors)
+    for (auto const& color : m_implementation->colors)
         colors.emplace_back(color.r(), color.g(), color.b(), color.a());
     return colors;
 }
 
 void ScalarColorMap::setMinScalar(hyx::Real minScalar) {
-    m_impl->set_interval(minScalar, std::max(minScalar, m_impl->max));
+    m_implementation->setInterval(minScalar, std::max(minScalar, m_implementation->max));
 }
 
 void ScalarColorMap::setMaxScalar(hyx::Real maxScalar) {
-    m_impl->set_interval(std::min(m_impl->min, maxScalar), maxScalar);
+    m_implementation->setInterval(std::min(m_implementation->min, maxScalar), maxScalar);
 }
 
 void ScalarColorMap::setScalarInterval(hyx::Real minScalar, hyx::Real maxScalar) {
-    m_impl->set_interval(minScalar, maxScalar);
+    m_implementation->setInterval(minScalar, maxScalar);
 }
 
 hyx::Real ScalarColorMap::getMinScalar() const {
-    return m_impl->min;
+    return m_implementation->min;
 }
 
 hyx::Real ScalarColorMap::getMaxScalar() const {
-    return m_impl->max;
+    return m_implementation->max;
 }
 
 hyx::Vec4f ScalarColorMap::getColor(hyx::Real scalar, bool clamp) const {
-    auto const color = m_impl->color(scalar, clamp);
+    auto const color = m_implementation->color(scalar, clamp);
     return {color.r(), color.g(), color.b(), color.a()};
 }
 
 osg::Vec4f ScalarColorMap::getColorOSG(hyx::Real scalar, bool clamp) const {
-    return m_impl->color(scalar, clamp);
+    return m_implementation->color(scalar, clamp);
 }
 
 osg::ref_ptr<osgSim::ColorRange> ScalarColorMap::getOsgColorRange() const {
-    if (!m_impl->range)
-        m_impl->range =
-            new osgSim::ColorRange(static_cast<float>(m_impl->min), static_cast<float>(m_impl->max), m_impl->colors);
-    return m_impl->range;
+    if (!m_implementation->range)
+        m_implementation->range =
+            new osgSim::ColorRange(static_cast<float>(m_implementation->min), static_cast<float>(m_implementation->max),
+                                   m_implementation->colors);
+    return m_implementation->range;
 }
 
 } // namespace hyxOSG

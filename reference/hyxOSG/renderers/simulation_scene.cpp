@@ -16,14 +16,14 @@ Scenes& scenes() {
 
 } // namespace
 
-void set_simulation_scene(hyxSDK::Simulation const* simulation, osg::Group* root) {
+void setSimulationScene(hyxSDK::Simulation const* simulation, osg::Group* root) {
     if (simulation && root)
         scenes()[simulation] = root;
     else
         scenes().erase(simulation);
 }
 
-osg::Group* find_simulation_scene(hyxSDK::Simulation const* simulation) {
+osg::Group* findSimulationScene(hyxSDK::Simulation const* simulation) {
     auto const found = scenes().find(simulation);
     return found == scenes().end() ? nullptr : found->second.get();
 }

@@ -10,9 +10,9 @@ class Simulation;
 namespace hyxOSG {
 
 // The application that shows a simulation says where; null ends it. The root is not kept alive.
-void set_simulation_scene(hyxSDK::Simulation const* simulation, osg::Group* root);
+void setSimulationScene(hyxSDK::Simulation const* simulation, osg::Group* root);
 
 // The root for a simulation, or null.
-osg::Group* find_simulation_scene(hyxSDK::Simulation const* simulation);
+osg::Group* findSimulationScene(hyxSDK::Simulation const* simulation);
 
 } // namespace hyxOSG

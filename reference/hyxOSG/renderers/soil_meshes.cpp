@@ -43,7 +43,7 @@ osg::ref_ptr<osg::Node> makeStone() {
             for (unsigned int corner : {a, c, d})
                 stone.triangles().push_back(corner);
         }
-    stone.compute_normals();
+    stone.computeNormals();
     osg::ref_ptr<osg::Material> const material = new osg::Material;
     material->setDiffuse(osg::Material::FRONT_AND_BACK, osg::Vec4(0.5f, 0.4f, 0.3f, 1));
     stone.node()->getOrCreateStateSet()->setAttributeAndModes(material);

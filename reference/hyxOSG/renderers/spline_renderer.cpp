@@ -5,61 +5,61 @@
 
 namespace hyxOSG {
 
-struct SplineRenderer::Impl {
+struct SplineRenderer::Implementation {
     SplineDisplay display;
 };
 
 SplineRenderer::SplineRenderer(hyxUtil::Spline* spline, osg::Group* parent)
-    : m_impl(new Impl{{spline, parent, std::make_unique<ShaderTube>()}}) {}
+    : m_implementation(new Implementation{{spline, parent, std::make_unique<ShaderTube>()}}) {}
 
 SplineRenderer::~SplineRenderer() = default;
 
 void SplineRenderer::update() {
-    m_impl->display.draw();
+    m_implementation->display.draw();
 }
 
 void SplineRenderer::update(hyx::RealVector const& values) {
-    m_impl->display.draw(values);
+    m_implementation->display.draw(values);
 }
 
 void SplineRenderer::setSplineModel(hyxUtil::Spline* spline) {
-    m_impl->display.setSpline(spline);
+    m_implementation->display.setSpline(spline);
 }
 
 hyxUtil::Spline* SplineRenderer::getSplineModel() {
-    return m_impl->display.spline();
+    return m_implementation->display.spline();
 }
 
 hyxUtil::Spline const* SplineRenderer::getSplineModel() const {
-    return m_impl->display.spline();
+    return m_implementation->display.spline();
 }
 
 void SplineRenderer::setRadius(double radius) {
-    m_impl->display.setRadius(radius);
+    m_implementation->display.setRadius(radius);
 }
 
 double SplineRenderer::getRadius() const {
-    return m_impl->display.radius();
+    return m_implementation->display.radius();
 }
 
 void SplineRenderer::setNumSegmentsPerUnitLength(double count) {
-    m_impl->display.setSegmentsPerMetre(count);
+    m_implementation->display.setSegmentsPerMetre(count);
 }
 
 double SplineRenderer::getNumSegmentsPerUnitLength() const {
-    return m_impl->display.segmentsPerMetre();
+    return m_implementation->display.segmentsPerMetre();
 }
 
 void SplineRenderer::setColor(hyx::Vec4f const& color) {
-    m_impl->display.setColor(color);
+    m_implementation->display.setColor(color);
 }
 
 hyx::Vec4f SplineRenderer::getColor() const {
-    return m_impl->display.color();
+    return m_implementation->display.color();
 }
 
 void SplineRenderer::removeNotification() {
-    m_impl->display.remove();
+    m_implementation->display.remove();
 }
 
 } // namespace hyxOSG

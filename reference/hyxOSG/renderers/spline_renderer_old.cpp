@@ -5,61 +5,61 @@
 
 namespace hyxOSG {
 
-struct SplineRendererOld::Impl {
+struct SplineRendererOld::Implementation {
     SplineDisplay display;
 };
 
 SplineRendererOld::SplineRendererOld(hyxUtil::Spline* spline, osg::Group* parent)
-    : m_impl(new Impl{{spline, parent, std::make_unique<TubeMesh>()}}) {}
+    : m_implementation(new Implementation{{spline, parent, std::make_unique<TubeMesh>()}}) {}
 
 SplineRendererOld::~SplineRendererOld() = default;
 
 void SplineRendererOld::update() {
-    m_impl->display.draw();
+    m_implementation->display.draw();
 }
 
 void SplineRendererOld::update(hyx::RealVector const& values) {
-    m_impl->display.draw(values);
+    m_implementation->display.draw(values);
 }
 
 void SplineRendererOld::setSplineModel(hyxUtil::Spline* spline) {
-    m_impl->display.setSpline(spline);
+    m_implementation->display.setSpline(spline);
 }
 
 hyxUtil::Spline* SplineRendererOld::getSplineModel() {
-    return m_impl->display.spline();
+    return m_implementation->display.spline();
 }
 
 hyxUtil::Spline const* SplineRendererOld::getSplineModel() const {
-    return m_impl->display.spline();
+    return m_implementation->display.spline();
 }
 
 void SplineRendererOld::setRadius(double radius) {
-    m_impl->display.setRadius(radius);
+    m_implementation->display.setRadius(radius);
 }
 
 double SplineRendererOld::getRadius() const {
-    return m_impl->display.radius();
+    return m_implementation->display.radius();
 }
 
 void SplineRendererOld::setNumSegmentsPerUnitLength(double count) {
-    m_impl->display.setSegmentsPerMetre(count);
+    m_implementation->display.setSegmentsPerMetre(count);
 }
 
 double SplineRendererOld::getNumSegmentsPerUnitLength() const {
-    return m_impl->display.segmentsPerMetre();
+    return m_implementation->display.segmentsPerMetre();
 }
 
 void SplineRendererOld::setColor(hyx::Vec4f const& color) {
-    m_impl->display.setColor(color);
+    m_implementation->display.setColor(color);
 }
 
 hyx::Vec4f SplineRendererOld::getColor() const {
-    return m_impl->display.color();
+    return m_implementation->display.color();
 }
 
 void SplineRendererOld::removeNotification() {
-    m_impl->display.remove();
+    m_implementation->display.remove();
 }
 
 } // namespace hyxOSG

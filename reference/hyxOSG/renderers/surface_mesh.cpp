@@ -14,7 +14,7 @@ SurfaceMesh::SurfaceMesh(std::string const& name) {
     m_geometry->addPrimitiveSet(m_triangles);
 }
 
-void SurfaceMesh::compute_normals() {
+void SurfaceMesh::computeNormals() {
     m_normals->resize(m_positions->size());
     std::fill(m_normals->begin(), m_normals->end(), osg::Vec3());
     auto const& positions = *m_positions;

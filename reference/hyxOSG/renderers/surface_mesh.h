@@ -22,7 +22,7 @@ public:
     osg::DrawElementsUInt& triangles() { return *m_triangles; }
 
     // Normals from the triangles around each vertex, weighted with their areas.
-    void compute_normals();
+    void computeNormals();
     // Shows what was written to positions and normals, and to the triangles where `topology` is set.
     void publish(bool topology);
 

@@ -47,7 +47,7 @@ void show(osg::Node* node, bool visible) {
 
 } // namespace
 
-struct TerrainVoxelRenderer::Impl {
+struct TerrainVoxelRenderer::Implementation {
     hyx::ref_ptr<hyxTerrain::Terrain> terrain;
     hyx::ref_ptr<hyxSDK::TerrainInstance> instance; ///< null for a terrain outside of a simulation
     TerrainColoring coloring;
@@ -67,13 +67,14 @@ struct TerrainVoxelRenderer::Impl {
     osg::ref_ptr<osg::MatrixTransform> grains = new osg::MatrixTransform;
     ShownNode shown;
 
-    Impl(hyxTerrain::Terrain* terrain, hyxSDK::TerrainInstance* instance, osg::Group* parent);
+    Implementation(hyxTerrain::Terrain* terrain, hyxSDK::TerrainInstance* instance, osg::Group* parent);
     void update();
     void place();
     void updateGrains();
 };
 
-TerrainVoxelRenderer::Impl::Impl(hyxTerrain::Terrain* terrain, hyxSDK::TerrainInstance* instance, osg::Group* parent)
+TerrainVoxelRenderer::Implementation::Implementation(hyxTerrain::Terrain* terrain, hyxSDK::TerrainInstance* instance,
+                                                     osg::Group* parent)
     : terrain(terrain),
       instance(instance),
       surface(*terrain),
@@ -95,7 +96,7 @@ TerrainVoxelRenderer::Impl::Impl(hyxTerrain::Terrain* terrain, hyxSDK::TerrainIn
     update();
 }
 
-void TerrainVoxelRenderer::Impl::update() {
+void TerrainVoxelRenderer::Implementation::update() {
     place();
     show(surface.node(), heightField);
     if (heightField)
@@ -110,7 +111,7 @@ void TerrainVoxelRenderer::Impl::update() {
 }
 
 // The node follows the instance's geometry, which has its origin in the middle of the terrain.
-void TerrainVoxelRenderer::Impl::place() {
+void TerrainVoxelRenderer::Implementation::place() {
     osg::Vec3d const corner = toOsg(terrain->getPosition());
     node->updateTransform();
     osg::Matrixd const local = osg::Matrixd::translate(corner) * osg::Matrixd::inverse(node->getMatrix());
@@ -120,7 +121,7 @@ void TerrainVoxelRenderer::Impl::place() {
         grains->setMatrix(back);
 }
 
-void TerrainVoxelRenderer::Impl::updateGrains() {
+void TerrainVoxelRenderer::Implementation::updateGrains() {
     show(grains, soilParticles && !soilMeshes);
     show(meshes.node(), soilMeshes);
     if (soilMeshes)
@@ -128,12 +129,12 @@ void TerrainVoxelRenderer::Impl::updateGrains() {
 }
 
 TerrainVoxelRenderer::TerrainVoxelRenderer(hyxTerrain::Terrain* terrain, osg::Group* parent)
-    : m_impl(std::make_unique<Impl>(required(terrain), nullptr, parent)) {
+    : m_implementation(std::make_unique<Implementation>(required(terrain), nullptr, parent)) {
     renderers().push_back(this);
 }
 
 TerrainVoxelRenderer::TerrainVoxelRenderer(hyxSDK::TerrainInstance* instance, osg::Group* parent)
-    : m_impl(std::make_unique<Impl>(required(instance)->getTerrain(), instance, parent)) {
+    : m_implementation(std::make_unique<Implementation>(required(instance)->getTerrain(), instance, parent)) {
     renderers().push_back(this);
 }
 
@@ -147,168 +148,168 @@ TerrainVoxelRenderer* TerrainVoxelRenderer::find(hyxTerrain::Terrain const* terr
         return nullptr;
     auto const found =
         std::find_if(renderers().begin(), renderers().end(), [terrain](TerrainVoxelRenderer const* renderer) {
-            return renderer->getTerrain() == terrain && !renderer->m_impl->shown.isRemoved();
+            return renderer->getTerrain() == terrain && !renderer->m_implementation->shown.isRemoved();
         });
     return found != renderers().end() ? *found : nullptr;
 }
 
 hyxTerrain::Terrain* TerrainVoxelRenderer::getTerrain() const {
-    return m_impl->terrain.get();
+    return m_implementation->terrain.get();
 }
 
 GeometryNode* TerrainVoxelRenderer::getNode() const {
-    return m_impl->node.get();
+    return m_implementation->node.get();
 }
 
 /// Takes a setting; what is drawn follows with the next update.
 template <class T>
 void TerrainVoxelRenderer::restyle(T& setting, T const& value) {
     setting = value;
-    m_impl->restyled = true;
+    m_implementation->restyled = true;
 }
 
 void TerrainVoxelRenderer::setRenderVoxelSolidMass(bool enable) {
-    restyle(m_impl->voxelLook.solidMass, enable);
+    restyle(m_implementation->voxelLook.solidMass, enable);
 }
 
 bool TerrainVoxelRenderer::getRenderVoxelSolidMass() const {
-    return m_impl->voxelLook.solidMass;
+    return m_implementation->voxelLook.solidMass;
 }
 
 void TerrainVoxelRenderer::setRenderVoxelFluidMass(bool enable) {
-    restyle(m_impl->voxelLook.fluidMass, enable);
+    restyle(m_implementation->voxelLook.fluidMass, enable);
 }
 
 bool TerrainVoxelRenderer::getRenderVoxelFluidMass() const {
-    return m_impl->voxelLook.fluidMass;
+    return m_implementation->voxelLook.fluidMass;
 }
 
 void TerrainVoxelRenderer::setRenderVoxelBoundingBox(bool enable) {
-    restyle(m_impl->voxelLook.edges, enable);
+    restyle(m_implementation->voxelLook.edges, enable);
 }
 
 bool TerrainVoxelRenderer::getRenderVoxelBoundingBox() const {
-    return m_impl->voxelLook.edges;
+    return m_implementation->voxelLook.edges;
 }
 
 void TerrainVoxelRenderer::setRenderHeightField(bool enable) {
-    restyle(m_impl->heightField, enable);
+    restyle(m_implementation->heightField, enable);
 }
 
 bool TerrainVoxelRenderer::getRenderHeightField() const {
-    return m_impl->heightField;
+    return m_implementation->heightField;
 }
 
 void TerrainVoxelRenderer::setRenderVoxelCompaction(bool enable) {
-    restyle(m_impl->voxelLook.compaction, enable);
+    restyle(m_implementation->voxelLook.compaction, enable);
 }
 
 bool TerrainVoxelRenderer::getRenderVoxelCompaction() const {
-    return m_impl->voxelLook.compaction;
+    return m_implementation->voxelLook.compaction;
 }
 
 void TerrainVoxelRenderer::setRenderTerrainMaterials(bool enable) {
-    restyle(m_impl->coloring.materials, enable);
+    restyle(m_implementation->coloring.materials, enable);
 }
 
 bool TerrainVoxelRenderer::getRenderTerrainMaterials() const {
-    return m_impl->coloring.materials;
+    return m_implementation->coloring.materials;
 }
 
 void TerrainVoxelRenderer::setRenderDefaultTerrainMaterial(bool enable) {
-    restyle(m_impl->coloring.defaultMaterial, enable);
+    restyle(m_implementation->coloring.defaultMaterial, enable);
 }
 
 bool TerrainVoxelRenderer::getRenderDefaultTerrainMaterial() const {
-    return m_impl->coloring.defaultMaterial;
+    return m_implementation->coloring.defaultMaterial;
 }
 
 void TerrainVoxelRenderer::setRenderVelocityField(bool enable) {
-    restyle(m_impl->voxelLook.velocities, enable);
+    restyle(m_implementation->voxelLook.velocities, enable);
 }
 
 bool TerrainVoxelRenderer::getRenderVelocityField() const {
-    return m_impl->voxelLook.velocities;
+    return m_implementation->voxelLook.velocities;
 }
 
 void TerrainVoxelRenderer::setRenderSoilParticles(bool enable) {
-    restyle(m_impl->soilParticles, enable);
+    restyle(m_implementation->soilParticles, enable);
 }
 
 bool TerrainVoxelRenderer::getRenderSoilParticles() const {
-    return m_impl->soilParticles;
+    return m_implementation->soilParticles;
 }
 
 void TerrainVoxelRenderer::setRenderSoilParticlesMesh(bool enable) {
-    restyle(m_impl->soilMeshes, enable);
+    restyle(m_implementation->soilMeshes, enable);
 }
 
 bool TerrainVoxelRenderer::getRenderSoilParticlesMesh() const {
-    return m_impl->soilMeshes;
+    return m_implementation->soilMeshes;
 }
 
 void TerrainVoxelRenderer::setRenderHeights(bool enable, hyx::RangeReal range) {
-    m_impl->coloring.heightRange = range;
-    restyle(m_impl->coloring.heights, enable);
+    m_implementation->coloring.heightRange = range;
+    restyle(m_implementation->coloring.heights, enable);
 }
 
 bool TerrainVoxelRenderer::getRenderHeights() const {
-    return m_impl->coloring.heights;
+    return m_implementation->coloring.heights;
 }
 
 void TerrainVoxelRenderer::setRenderCompaction(bool enable, hyx::RangeReal range) {
-    m_impl->coloring.compactionRange = range;
-    restyle(m_impl->coloring.compaction, enable);
+    m_implementation->coloring.compactionRange = range;
+    restyle(m_implementation->coloring.compaction, enable);
 }
 
 bool TerrainVoxelRenderer::getRenderCompaction() const {
-    return m_impl->coloring.compaction;
+    return m_implementation->coloring.compaction;
 }
 
 void TerrainVoxelRenderer::setTerrainMaterialsColors(hyxRender::ColorVector const& colors) {
-    restyle(m_impl->coloring.materialColors, colors);
+    restyle(m_implementation->coloring.materialColors, colors);
 }
 
 hyxRender::ColorVector TerrainVoxelRenderer::getTerrainMaterialColors() const {
-    return m_impl->coloring.materialColors;
+    return m_implementation->coloring.materialColors;
 }
 
 void TerrainVoxelRenderer::setColor(hyx::Vec4f color) {
-    restyle(m_impl->coloring.color, color);
+    restyle(m_implementation->coloring.color, color);
 }
 
 hyx::Vec4f TerrainVoxelRenderer::getColor() const {
-    return m_impl->coloring.color;
+    return m_implementation->coloring.color;
 }
 
 void TerrainVoxelRenderer::setVelocityFieldLineColor(hyx::Vec4 const& color) {
-    restyle(m_impl->voxelLook.velocityColor, hyx::Vec4f(color));
+    restyle(m_implementation->voxelLook.velocityColor, hyx::Vec4f(color));
 }
 
 void TerrainVoxelRenderer::setMaxVoxelValueColor(hyx::Vec4f const& color) {
-    restyle(m_impl->voxelLook.maximumColor, color);
+    restyle(m_implementation->voxelLook.maximumColor, color);
 }
 
 void TerrainVoxelRenderer::setSoilParticleMeshData(hyx::String model, hyx::String texture) {
-    m_impl->meshes.load(model, texture);
-    m_impl->modelFile = model;
-    m_impl->textureFile = texture;
+    m_implementation->meshes.load(model, texture);
+    m_implementation->modelFile = model;
+    m_implementation->textureFile = texture;
 }
 
 hyx::String TerrainVoxelRenderer::getSoilParticleMeshModelFilename() const {
-    return m_impl->modelFile;
+    return m_implementation->modelFile;
 }
 
 hyx::String TerrainVoxelRenderer::getSoilParticleMeshTextureFilename() const {
-    return m_impl->textureFile;
+    return m_implementation->textureFile;
 }
 
 void TerrainVoxelRenderer::update() {
-    m_impl->update();
+    m_implementation->update();
 }
 
 void TerrainVoxelRenderer::removeNotification() {
-    m_impl->shown.remove();
+    m_implementation->shown.remove();
 }
 
 } // namespace hyxOSG

@@ -9,7 +9,7 @@
 
 namespace hyxOSG {
 
-struct WireRenderer::Impl {
+struct WireRenderer::Implementation {
     hyx::ref_ptr<hyxWire::Wire> wire;
     SplineDisplay display;
     double reference = 0;
@@ -17,12 +17,12 @@ struct WireRenderer::Impl {
     hyx::UInt drawnRevision = 0;
     ShownNode shown;
 
-    Impl(hyxWire::Wire* wire, osg::Group* parent, hyxUtil::Spline* spline);
+    Implementation(hyxWire::Wire* wire, osg::Group* parent, hyxUtil::Spline* spline);
     void follow();
     void draw();
 };
 
-WireRenderer::Impl::Impl(hyxWire::Wire* wire, osg::Group* parent, hyxUtil::Spline* spline)
+WireRenderer::Implementation::Implementation(hyxWire::Wire* wire, osg::Group* parent, hyxUtil::Spline* spline)
     : wire(wire),
       display(spline ? spline : new hyxUtil::CubicSpline, parent, std::make_unique<TubeMesh>()),
       // The tube follows its spline; this node only makes the spline follow the wire.
@@ -34,33 +34,33 @@ WireRenderer::Impl::Impl(hyxWire::Wire* wire, osg::Group* parent, hyxUtil::Splin
 WireRenderer::WireRenderer(hyxWire::Wire* wire, osg::Group* parent, hyxUtil::Spline* spline) {
     if (!wire)
         throw std::invalid_argument("a wire renderer needs a wire");
-    m_impl = std::make_unique<Impl>(wire, parent, spline);
+    m_implementation = std::make_unique<Implementation>(wire, parent, spline);
 }
 
 WireRenderer::~WireRenderer() = default;
 
 void WireRenderer::setReferenceMaxTension(double tension) {
-    m_impl->reference = hyx::requireNonNegative(tension, "the reference tension of a wire");
-    m_impl->draw();
+    m_implementation->reference = hyx::requireNonNegative(tension, "the reference tension of a wire");
+    m_implementation->draw();
 }
 
 double WireRenderer::getReferenceMaxTension() const {
-    return m_impl->reference;
+    return m_implementation->reference;
 }
 
 void WireRenderer::removeNotification() {
-    m_impl->display.remove();
-    m_impl->shown.remove();
+    m_implementation->display.remove();
+    m_implementation->shown.remove();
 }
 
-void WireRenderer::Impl::follow() {
+void WireRenderer::Implementation::follow() {
     if (drawnRevision == wire->getRevision())
         return;
     drawnRevision = wire->getRevision();
     draw();
 }
 
-void WireRenderer::Impl::draw() {
+void WireRenderer::Implementation::draw() {
     std::vector<hyx::Vec3> const& points = wire->getPoints();
     std::vector<hyx::Real> const& tensions = wire->getTensions();
     if (points.size() < 2)

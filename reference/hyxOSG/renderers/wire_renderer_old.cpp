@@ -11,7 +11,7 @@
 
 namespace hyxOSG {
 
-struct WireRendererOld::Impl {
+struct WireRendererOld::Implementation {
     hyx::ref_ptr<hyxWire::Wire> wire;
     osg::ref_ptr<osg::Geometry> geometry = new osg::Geometry;
     osg::ref_ptr<osg::Vec3Array> positions = new osg::Vec3Array;
@@ -19,7 +19,7 @@ struct WireRendererOld::Impl {
     hyx::UInt drawnRevision = 0;
     ShownNode shown;
 
-    Impl(hyxWire::Wire* wire, osg::Group* parent)
+    Implementation(hyxWire::Wire* wire, osg::Group* parent)
         : wire(wire), shown(geometry, parent, "a wire renderer", [this] { follow(); }) {}
 
     void setUp();
@@ -29,18 +29,18 @@ struct WireRendererOld::Impl {
 WireRendererOld::WireRendererOld(hyxWire::Wire* wire, osg::Group* parent) {
     if (!wire)
         throw std::invalid_argument("a wire renderer needs a wire");
-    m_impl = std::make_unique<Impl>(wire, parent);
-    m_impl->setUp();
-    m_impl->follow();
+    m_implementation = std::make_unique<Implementation>(wire, parent);
+    m_implementation->setUp();
+    m_implementation->follow();
 }
 
 WireRendererOld::~WireRendererOld() = default;
 
 void WireRendererOld::removeNotification() {
-    m_impl->shown.remove();
+    m_implementation->shown.remove();
 }
 
-void WireRendererOld::Impl::setUp() {
+void WireRendererOld::Implementation::setUp() {
     geometry->setName("wire");
     geometry->setUseDisplayList(false);
     geometry->setUseVertexBufferObjects(true);
@@ -54,7 +54,7 @@ void WireRendererOld::Impl::setUp() {
     useNoLight(*geometry);
 }
 
-void WireRendererOld::Impl::follow() {
+void WireRendererOld::Implementation::follow() {
     if (drawnRevision == wire->getRevision())
         return;
     drawnRevision = wire->getRevision();

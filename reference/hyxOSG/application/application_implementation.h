@@ -32,7 +32,7 @@
 namespace hyxOSG {
 
 /// The parts of an application, each with its own behaviour; the application's operations join them.
-struct ExampleApplication::State {
+struct ExampleApplication::Implementation {
     hyx::ref_ptr<hyxIO::ArgumentParser> arguments;
     hyx::ref_ptr<hyxSDK::Simulation> simulation;
     std::optional<double> wantedTimeStep; ///< for simulations to come
