@@ -11,18 +11,18 @@ PyObject* points(hyxCable::Cable const& self) {
     return vocabulary::to_list(self.getPoints());
 }
 
-hyxCable::CableProperties properties(hyxCable::Cable const& self) {
+hyxCable::CableProperties cable_properties(hyxCable::Cable const& self) {
     return self.getProperties();
 }
 
-constexpr Declared functions[] = {
+constexpr Declared cable_rows[] = {
     FUNCTION(new_Cable, NEW(hyxCable::Cable, (hyx::Real, hyx::Real, hyxCable::CableProperties const&),
                             hyxCable::CableProperties())),
     FUNCTION(Cable_add, METHOD(hyxCable::Cable, add, (hyx::Vec3 const&)),
              METHOD(hyxCable::Cable, add, (hyx::RigidBody*, hyx::Vec3 const&))),
     FUNCTION(Cable_initialize, METHOD(hyxCable::Cable, initialize, ())),
     FUNCTION(Cable_getRadius, METHOD(hyxCable::Cable, getRadius, () const)),
-    FUNCTION(Cable_getProperties, ADAPTER(hyxCable::Cable, getProperties, properties, () const)),
+    FUNCTION(Cable_getProperties, ADAPTER(hyxCable::Cable, getProperties, cable_properties, () const)),
     FUNCTION(Cable_setGravity, METHOD(hyxCable::Cable, setGravity, (hyx::Vec3 const&))),
     FUNCTION(Cable_getGravity, METHOD(hyxCable::Cable, getGravity, () const)),
     FUNCTION(Cable_setEndPoint, METHOD(hyxCable::Cable, setEndPoint, (bool, hyx::Vec3 const&))),
@@ -59,4 +59,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(cable_rows);

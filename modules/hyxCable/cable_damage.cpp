@@ -6,15 +6,16 @@
 
 namespace {
 
-hyxCable::DamageProperties properties(hyxCable::CableDamage const& self) {
+hyxCable::DamageProperties cable_damage_properties(hyxCable::CableDamage const& self) {
     return self.getProperties();
 }
 
-constexpr Declared functions[] = {
+constexpr Declared cable_damage_rows[] = {
     FUNCTION(new_CableDamage, NEW(hyxCable::CableDamage, (hyxCable::Cable*, hyxCable::DamageProperties const&),
                                   hyxCable::DamageProperties())),
     FUNCTION(CableDamage_getCable, SHARED(hyxCable::Cable, METHOD(hyxCable::CableDamage, getCable, () const))),
-    FUNCTION(CableDamage_getProperties, ADAPTER(hyxCable::CableDamage, getProperties, properties, () const)),
+    FUNCTION(CableDamage_getProperties,
+             ADAPTER(hyxCable::CableDamage, getProperties, cable_damage_properties, () const)),
     FUNCTION(CableDamage_update, METHOD(hyxCable::CableDamage, update, ())),
     FUNCTION(CableDamage_reset, METHOD(hyxCable::CableDamage, reset, ())),
     FUNCTION(CableDamage_getNumSegments, METHOD(hyxCable::CableDamage, getNumSegments, () const)),
@@ -45,4 +46,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(cable_damage_rows);

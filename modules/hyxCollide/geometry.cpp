@@ -14,7 +14,7 @@ PyObject* shape(hyxCollide::Geometry const& self) {
     return modules::to_derived(self.getShape());
 }
 
-constexpr Declared functions[] = {
+constexpr Declared geometry_rows[] = {
     FUNCTION(new_Geometry, NEW(hyxCollide::Geometry, (hyxCollide::Shape*, hyx::Name const&), hyx::Name())),
     FUNCTION(delete_Geometry, DELETE(hyxCollide::Geometry)),
     FUNCTION(Geometry_getShape, ADAPTER(hyxCollide::Geometry, getShape, shape, () const)),
@@ -46,4 +46,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(geometry_rows);

@@ -88,7 +88,7 @@ void set_heights(hyxCollide::HeightField& self, PyObject* heights) {
     self.setHeights(read_heights(heights));
 }
 
-constexpr Declared functions[] = {
+constexpr Declared meshes_rows[] = {
     FUNCTION(new_Trimesh,
              CONTAINER(MAKE(hyxCollide::Trimesh, make_mesh, (PyObject*, PyObject*, hyx::Name const&), hyx::Name()))),
     FUNCTION(delete_Trimesh, DELETE(hyxCollide::Trimesh)),
@@ -123,4 +123,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(meshes_rows);

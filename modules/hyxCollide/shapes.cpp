@@ -23,7 +23,7 @@ PyObject* part(hyxCollide::Compound const& self, hyx::UInt index) {
     return modules::to_derived(self.getShape(index));
 }
 
-constexpr Declared functions[] = {
+constexpr Declared shapes_rows[] = {
     FUNCTION(delete_Shape, DELETE(hyxCollide::Shape)),
     FUNCTION(Shape_getType, METHOD(hyxCollide::Shape, getType, () const)),
     FUNCTION(Shape_getVolume, METHOD(hyxCollide::Shape, getVolume, () const)),
@@ -69,4 +69,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(shapes_rows);

@@ -69,7 +69,7 @@ LocalGeometryContact get_item(LocalGeometryContactVector const& self, long index
     return self.at(static_cast<std::size_t>(index < 0 ? index + static_cast<long>(self.size()) : index));
 }
 
-constexpr Declared functions[] = {
+constexpr Declared space_rows[] = {
     FUNCTION(delete_ContactPoint, DELETE(hyxCollide::ContactPoint)),
     FUNCTION(ContactPoint_point_get, GET(hyxCollide::ContactPoint, point)),
     FUNCTION(ContactPoint_normal_get, GET(hyxCollide::ContactPoint, normal)),
@@ -132,4 +132,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(space_rows);

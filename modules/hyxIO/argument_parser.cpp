@@ -45,7 +45,7 @@ PyObject* size_of(ArgumentParser const& self, hyx::String const& name) {
     return Py_BuildValue("(ll)", width, height);
 }
 
-constexpr Declared functions[] = {
+constexpr Declared argument_parser_rows[] = {
     FUNCTION(new_ArgumentParser, NEW(hyxIO::ArgumentParser, ()),
              CONTAINER(MAKE(hyxIO::ArgumentParser, from_arguments, (PyObject*)))),
     FUNCTION(delete_ArgumentParser, DELETE(hyxIO::ArgumentParser)),
@@ -71,4 +71,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(argument_parser_rows);

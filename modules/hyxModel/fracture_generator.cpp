@@ -14,7 +14,7 @@ PyObject* fragments(hyxModel::FractureGenerator const& self) {
     return vocabulary::to_shared_list(self.getFragments());
 }
 
-constexpr Declared functions[] = {
+constexpr Declared fracture_generator_rows[] = {
     FUNCTION(new_FractureGenerator, NEW(hyxModel::FractureGenerator, ())),
     FUNCTION(FractureGenerator_setNumFragments, METHOD(hyxModel::FractureGenerator, setNumFragments, (hyx::UInt))),
     FUNCTION(FractureGenerator_getNumFragments, METHOD(hyxModel::FractureGenerator, getNumFragments, () const)),
@@ -34,4 +34,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(fracture_generator_rows);

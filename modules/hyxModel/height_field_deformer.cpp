@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared height_field_deformer_rows[] = {
     FUNCTION(new_HeightFieldDeformer, NEW(hyxModel::HeightFieldDeformer, (hyxCollide::Geometry*))),
     FUNCTION(HeightFieldDeformer_getGeometry,
              SHARED(hyxCollide::Geometry, METHOD(hyxModel::HeightFieldDeformer, getGeometry, () const))),
@@ -33,4 +33,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(height_field_deformer_rows);

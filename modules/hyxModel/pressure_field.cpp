@@ -35,7 +35,7 @@ PyObject* triangles(hyxModel::PressureField const& self) {
     return vocabulary::to_list(self.getTriangles());
 }
 
-constexpr Declared functions[] = {
+constexpr Declared pressure_field_rows[] = {
     FUNCTION(new_TriangleData, NEW(hyxModel::TriangleData, ())),
     FUNCTION(TriangleData_getVertex, ADAPTER(hyxModel::TriangleData, getVertex, vertex, (hyx::UInt) const)),
     FUNCTION(TriangleData_setVertex,
@@ -64,4 +64,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(pressure_field_rows);

@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared co_simulation_server_rows[] = {
     FUNCTION(new_CoSimulationServer, NEW(hyxNet::CoSimulationServer, (int, std::string const&, std::string const&), 0,
                                          std::string(), std::string())),
     FUNCTION(delete_CoSimulationServer, DELETE(hyxNet::CoSimulationServer)),
@@ -22,4 +22,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(co_simulation_server_rows);

@@ -20,7 +20,7 @@ PyObject* errors(ScriptManager const& self) {
     return Py_NewRef(list.get());
 }
 
-constexpr Declared functions[] = {
+constexpr Declared script_manager_rows[] = {
     FUNCTION(ScriptManager_instance, STATIC(hyxPython::ScriptManager, instance,
                                             (hyx::String const&, hyx::String const&, hyx::String const&, bool),
                                             hyx::String(), hyx::String(), hyx::String(), false)),
@@ -34,4 +34,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(script_manager_rows);

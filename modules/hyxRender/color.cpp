@@ -9,7 +9,7 @@ std::string color_repr(hyxRender::Color const& self) {
     return "hyxRender.Color(" + modules::numbers_text(self) + ")";
 }
 
-constexpr Declared functions[] = {
+constexpr Declared color_rows[] = {
     FUNCTION(new_Color, NEW(hyxRender::Color, ()), NEW(hyxRender::Color, (float, float, float, float), 1.0f),
              NEW(hyxRender::Color, (hyx::String const&)), NEW(hyxRender::Color, (hyx::Vec4f const&)),
              NEW(hyxRender::Color, (hyx::Vec4 const&)), NEW(hyxRender::Color, (hyxRender::Color const&)),
@@ -37,4 +37,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(color_rows);

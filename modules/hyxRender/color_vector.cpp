@@ -36,7 +36,7 @@ void clear(hyxRender::ColorVector& self) {
 
 #define ELEMENT(...) FINISHED(::vocabulary::keep_container, CONTAINER(__VA_ARGS__))
 
-constexpr Declared functions[] = {
+constexpr Declared color_vector_rows[] = {
     FUNCTION(new_ColorVector, NEW(hyxRender::ColorVector, ()),
              NEW(hyxRender::ColorVector, (hyxRender::ColorVector const&))),
     FUNCTION(delete_ColorVector, DELETE(hyxRender::ColorVector)),
@@ -64,4 +64,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(color_vector_rows);

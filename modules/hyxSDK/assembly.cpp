@@ -7,7 +7,7 @@ namespace {
 
 using hyxSDK::Assembly;
 
-PyObject* bodies(Assembly const& self) {
+PyObject* assembly_bodies(Assembly const& self) {
     return vocabulary::to_shared_list(self.getRigidBodies());
 }
 
@@ -15,19 +15,19 @@ PyObject* geometries(Assembly const& self) {
     return vocabulary::to_shared_list(self.getGeometries());
 }
 
-PyObject* constraints(Assembly const& self) {
+PyObject* assembly_constraints(Assembly const& self) {
     return modules::to_derived_list(self.getConstraints());
 }
 
-PyObject* assemblies(Assembly const& self) {
+PyObject* assembly_assemblies(Assembly const& self) {
     return vocabulary::to_shared_list(self.getAssemblies());
 }
 
-PyObject* constraint(Assembly const& self, hyx::Name const& name) {
+PyObject* assembly_constraint(Assembly const& self, hyx::Name const& name) {
     return modules::to_derived(self.getConstraint(name));
 }
 
-constexpr Declared functions[] = {
+constexpr Declared assembly_rows[] = {
     FUNCTION(new_Assembly, NEW(hyxSDK::Assembly, (hyx::Name const&), hyx::Name())),
     FUNCTION(delete_Assembly, DELETE(hyxSDK::Assembly)),
     FUNCTION(Assembly_add, METHOD(hyxSDK::Assembly, add, (hyx::RigidBody*)),
@@ -41,13 +41,14 @@ constexpr Declared functions[] = {
              METHOD(hyxSDK::Assembly, remove, (hyx::Frame*)),
              METHOD(hyxSDK::Assembly, remove, (hyxSDK::EventListener*)),
              METHOD(hyxSDK::Assembly, remove, (hyxSDK::Assembly*))),
-    FUNCTION(Assembly_getRigidBodies, ADAPTER(hyxSDK::Assembly, getRigidBodies, bodies, () const)),
+    FUNCTION(Assembly_getRigidBodies, ADAPTER(hyxSDK::Assembly, getRigidBodies, assembly_bodies, () const)),
     FUNCTION(Assembly_getGeometries, ADAPTER(hyxSDK::Assembly, getGeometries, geometries, () const)),
-    FUNCTION(Assembly_getConstraints, ADAPTER(hyxSDK::Assembly, getConstraints, constraints, () const)),
-    FUNCTION(Assembly_getAssemblies, ADAPTER(hyxSDK::Assembly, getAssemblies, assemblies, () const)),
+    FUNCTION(Assembly_getConstraints, ADAPTER(hyxSDK::Assembly, getConstraints, assembly_constraints, () const)),
+    FUNCTION(Assembly_getAssemblies, ADAPTER(hyxSDK::Assembly, getAssemblies, assembly_assemblies, () const)),
     FUNCTION(Assembly_getRigidBody,
              SHARED(hyx::RigidBody, METHOD(hyxSDK::Assembly, getRigidBody, (hyx::Name const&) const))),
-    FUNCTION(Assembly_getConstraint, ADAPTER(hyxSDK::Assembly, getConstraint, constraint, (hyx::Name const&) const)),
+    FUNCTION(Assembly_getConstraint,
+             ADAPTER(hyxSDK::Assembly, getConstraint, assembly_constraint, (hyx::Name const&) const)),
     FUNCTION(Assembly_getAssembly,
              SHARED(hyxSDK::Assembly, METHOD(hyxSDK::Assembly, getAssembly, (hyx::Name const&) const))),
     FUNCTION(Assembly_transform, METHOD(hyxSDK::Assembly, transform, (hyx::AffineMatrix4x4 const&))),
@@ -58,4 +59,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(assembly_rows);

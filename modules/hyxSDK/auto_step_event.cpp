@@ -41,7 +41,7 @@ std::size_t size(AutoStepEvent const& self) {
     return self.size();
 }
 
-constexpr Declared functions[] = {
+constexpr Declared auto_step_event_rows[] = {
     FUNCTION(new_AutoStepEvent, NEW(hyxOSG::ExampleApplication::AutoStepEvent, ())),
     FUNCTION(delete_AutoStepEvent, DELETE(hyxOSG::ExampleApplication::AutoStepEvent)),
     FUNCTION(AutoStepEvent_add, ADAPTER(hyxOSG::ExampleApplication::AutoStepEvent, add, add, (PyObject*))),
@@ -53,4 +53,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(auto_step_event_rows);

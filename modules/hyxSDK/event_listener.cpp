@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared event_listener_rows[] = {
     FUNCTION(new_EventListener,
              NEW_DIRECTOR(hyxSDK::EventListener, SwigDirector_EventListener, (hyx::Name const&), hyx::Name())),
     FUNCTION(delete_EventListener, DELETE(hyxSDK::EventListener)),
@@ -44,4 +44,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(event_listener_rows);

@@ -15,7 +15,7 @@ unsigned long count(hyxSDK::PickResult const& self) {
     return self.getNumContacts();
 }
 
-constexpr Declared functions[] = {
+constexpr Declared pick_result_rows[] = {
     FUNCTION(new_PickResult, NEW(hyxSDK::PickResult, ())),
     FUNCTION(delete_PickResult, DELETE(hyxSDK::PickResult)),
     FUNCTION(PickResult_isValid, METHOD(hyxSDK::PickResult, isValid, () const)),
@@ -34,4 +34,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(pick_result_rows);

@@ -10,11 +10,11 @@ namespace {
 
 using hyxSDK::Simulation;
 
-PyObject* bodies(Simulation const& self) {
+PyObject* simulation_bodies(Simulation const& self) {
     return vocabulary::to_shared_list(self.getRigidBodies());
 }
 
-PyObject* constraints(Simulation const& self) {
+PyObject* simulation_constraints(Simulation const& self) {
     return modules::to_derived_list(self.getConstraints());
 }
 
@@ -30,7 +30,7 @@ PyObject* listeners(Simulation const& self) {
     return vocabulary::to_shared_list(self.getEventListeners());
 }
 
-PyObject* assemblies(Simulation const& self) {
+PyObject* simulation_assemblies(Simulation const& self) {
     return vocabulary::to_shared_list(self.getAssemblies());
 }
 
@@ -38,7 +38,7 @@ PyObject* materials(Simulation const& self) {
     return vocabulary::to_shared_list(self.getMaterials());
 }
 
-PyObject* constraint(Simulation const& self, hyx::Name const& name) {
+PyObject* simulation_constraint(Simulation const& self, hyx::Name const& name) {
     return modules::to_derived(self.getConstraint(name));
 }
 
@@ -76,7 +76,7 @@ PyObject* statistics(Simulation const& self) {
 }
 
 // Python counts the references to a simulation; a script that leaves its last one ends it.
-constexpr Declared functions[] = {
+constexpr Declared simulation_rows[] = {
     FUNCTION(new_Simulation, NEW(hyxSDK::Simulation, (hyx::Name const&), hyx::Name())),
     FUNCTION(delete_Simulation, DELETE(hyxSDK::Simulation)),
     FUNCTION(Simulation_add, METHOD(hyxSDK::Simulation, add, (hyx::RigidBody*)),
@@ -94,17 +94,17 @@ constexpr Declared functions[] = {
         METHOD(hyxSDK::Simulation, remove, (hyxSDK::Assembly*)), METHOD(hyxSDK::Simulation, remove, (hyx::Material*)),
         METHOD(hyxSDK::Simulation, remove, (hyx::ContactMaterial*))),
     FUNCTION(Simulation_cleanup, METHOD(hyxSDK::Simulation, cleanup, ())),
-    FUNCTION(Simulation_getRigidBodies, ADAPTER(hyxSDK::Simulation, getRigidBodies, bodies, () const)),
-    FUNCTION(Simulation_getConstraints, ADAPTER(hyxSDK::Simulation, getConstraints, constraints, () const)),
+    FUNCTION(Simulation_getRigidBodies, ADAPTER(hyxSDK::Simulation, getRigidBodies, simulation_bodies, () const)),
+    FUNCTION(Simulation_getConstraints, ADAPTER(hyxSDK::Simulation, getConstraints, simulation_constraints, () const)),
     FUNCTION(Simulation_getProcesses, ADAPTER(hyxSDK::Simulation, getProcesses, processes, () const)),
     FUNCTION(Simulation_getFrames, ADAPTER(hyxSDK::Simulation, getFrames, frames, () const)),
     FUNCTION(Simulation_getEventListeners, ADAPTER(hyxSDK::Simulation, getEventListeners, listeners, () const)),
-    FUNCTION(Simulation_getAssemblies, ADAPTER(hyxSDK::Simulation, getAssemblies, assemblies, () const)),
+    FUNCTION(Simulation_getAssemblies, ADAPTER(hyxSDK::Simulation, getAssemblies, simulation_assemblies, () const)),
     FUNCTION(Simulation_getMaterials, ADAPTER(hyxSDK::Simulation, getMaterials, materials, () const)),
     FUNCTION(Simulation_getRigidBody,
              SHARED(hyx::RigidBody, METHOD(hyxSDK::Simulation, getRigidBody, (hyx::Name const&) const))),
     FUNCTION(Simulation_getConstraint,
-             ADAPTER(hyxSDK::Simulation, getConstraint, constraint, (hyx::Name const&) const)),
+             ADAPTER(hyxSDK::Simulation, getConstraint, simulation_constraint, (hyx::Name const&) const)),
     FUNCTION(Simulation_getPoses, ADAPTER(hyxSDK::Simulation, getPoses, poses, () const)),
     FUNCTION(Simulation_getAssembly,
              SHARED(hyxSDK::Assembly, METHOD(hyxSDK::Simulation, getAssembly, (hyx::Name const&) const))),
@@ -140,4 +140,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(simulation_rows);

@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared terrain_instance_rows[] = {
     FUNCTION(new_TerrainInstance, NEW(hyxSDK::TerrainInstance, (hyxTerrain::Terrain*))),
     FUNCTION(TerrainInstance_getTerrain,
              SHARED(hyxTerrain::Terrain, METHOD(hyxSDK::TerrainInstance, getTerrain, () const))),
@@ -24,4 +24,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(terrain_instance_rows);

@@ -61,7 +61,7 @@ void set_hits(hyxSensor::Lidar& self, PyObject* points, PyObject* intensities) {
     self.setHits(std::move(taken));
 }
 
-constexpr Declared functions[] = {
+constexpr Declared lidar_rows[] = {
     FUNCTION(new_Lidar, NEW(hyxSensor::Lidar, (hyx::Frame*), nullptr)),
     FUNCTION(Lidar_setFrame, METHOD(hyxSensor::Lidar, setFrame, (hyx::Frame*))),
     FUNCTION(Lidar_getFrame, SHARED(hyx::Frame, METHOD(hyxSensor::Lidar, getFrame, () const))),
@@ -111,4 +111,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(lidar_rows);

@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared dig_tool_rows[] = {
     FUNCTION(new_DigTool,
              NEW(hyxTerrain::DigTool, (hyx::RigidBody*, hyx::Vec3 const&, hyx::Vec3 const&, hyx::Vec3 const&))),
     FUNCTION(DigTool_getRigidBody, SHARED(hyx::RigidBody, METHOD(hyxTerrain::DigTool, getRigidBody, () const))),
@@ -26,4 +26,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(dig_tool_rows);

@@ -28,7 +28,7 @@ PyObject* tools(hyxTerrain::Terrain const& self) {
     return vocabulary::to_shared_list(self.getTools());
 }
 
-constexpr Declared functions[] = {
+constexpr Declared terrain_rows[] = {
     FUNCTION(new_Terrain, NEW(hyxTerrain::Terrain, (hyx::UInt, hyx::UInt, hyx::Real, hyx::Real))),
     FUNCTION(Terrain_getNumColumnsX, METHOD(hyxTerrain::Terrain, getNumColumnsX, () const)),
     FUNCTION(Terrain_getNumColumnsY, METHOD(hyxTerrain::Terrain, getNumColumnsY, () const)),
@@ -101,4 +101,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(terrain_rows);

@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared spline_rows[] = {
     FUNCTION(new_Spline, NEW(hyxUtil::Spline, ())),
     FUNCTION(Spline_add, METHOD(hyxUtil::Spline, add, (hyx::Vec3 const&))),
     FUNCTION(Spline_setPoint, METHOD(hyxUtil::Spline, setPoint, (hyx::Index, hyx::Vec3 const&))),
@@ -35,4 +35,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(spline_rows);

@@ -15,7 +15,7 @@ PyObject* tensions(hyxWire::Wire const& self) {
     return vocabulary::to_list(self.getTensions());
 }
 
-constexpr Declared functions[] = {
+constexpr Declared wire_rows[] = {
     FUNCTION(new_Wire, NEW(hyxWire::Wire, (hyx::Real, hyx::Real))),
     FUNCTION(Wire_add, METHOD(hyxWire::Wire, add, (hyx::Vec3 const&)),
              METHOD(hyxWire::Wire, add, (hyx::RigidBody*, hyx::Vec3 const&))),
@@ -51,4 +51,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(wire_rows);

@@ -8,7 +8,7 @@ namespace {
 
 using hyxtavlang::LoadResult;
 
-constexpr Declared functions[] = {
+constexpr Declared tavlang_rows[] = {
     FUNCTION(new_OptParams, NEW(hyxtavlang::OptParams, ())),
     FUNCTION(delete_OptParams, DELETE(hyxtavlang::OptParams)),
     FUNCTION(OptParams_setFixedBase, METHOD(hyxtavlang::OptParams, setFixedBase, (bool))),
@@ -33,4 +33,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(tavlang_rows);

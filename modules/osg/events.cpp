@@ -84,7 +84,7 @@ osg::Vec3d orbit_center(osgGA::OrbitManipulator const& self) {
     return self.getCenter();
 }
 
-constexpr Declared functions[] = {
+constexpr Declared events_rows[] = {
     FUNCTION(new_EventQueue, NEW(osgGA::EventQueue, ())),
     FUNCTION(EventQueue_mouseMotion, ADAPTER(osgGA::EventQueue, mouseMotion, mouse_motion, (float, float))),
     FUNCTION(EventQueue_mouseButtonPress,
@@ -130,4 +130,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(events_rows);

@@ -38,7 +38,7 @@ void set_path(osgDB::Options& self, std::string const& path) {
     self.getDatabasePathList().push_back(path);
 }
 
-constexpr Declared functions[] = {
+constexpr Declared files_rows[] = {
     FUNCTION(new_Options, NEW(osgDB::Options, ()), NEW(osgDB::Options, (std::string const&))),
     FUNCTION(Options_setOptionString, METHOD(osgDB::Options, setOptionString, (std::string const&))),
     FUNCTION(Options_getOptionString, METHOD(osgDB::Options, getOptionString, () const)),
@@ -52,4 +52,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(files_rows);

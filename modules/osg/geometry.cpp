@@ -101,12 +101,12 @@ osg::Vec4f vertex_color(osg::Geometry const& self, unsigned int place) {
     return colors->getBinding() == osg::Array::BIND_OVERALL ? colors->front() : (*colors)[place];
 }
 
-osg::BoundingBox bounding_box(osg::Drawable const& self) {
+osg::BoundingBox drawable_bounding_box(osg::Drawable const& self) {
     return self.getBoundingBox();
 }
 
-constexpr Declared functions[] = {
-    FUNCTION(Drawable_getBoundingBox, ADAPTER(osg::Drawable, getBoundingBox, bounding_box, () const)),
+constexpr Declared geometry_rows[] = {
+    FUNCTION(Drawable_getBoundingBox, ADAPTER(osg::Drawable, getBoundingBox, drawable_bounding_box, () const)),
     SHARED_CLASS_ROWS(osg::Drawable, Drawable),
     FUNCTION(new_Geometry, NEW(osg::Geometry, ())),
     FUNCTION(Geometry_setVertexArray, ADAPTER(osg::Geometry, setVertexArray, set_vertices, (PyObject*))),
@@ -125,4 +125,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(geometry_rows);

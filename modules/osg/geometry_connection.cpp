@@ -21,7 +21,7 @@ PyObject* places(osg::GeometryConnection const& self) {
     return vocabulary::to_list(std::get<1>(self));
 }
 
-constexpr Declared functions[] = {
+constexpr Declared geometry_connection_rows[] = {
     FUNCTION(delete_GeometryConnection, DELETE(osg::GeometryConnection)),
     FUNCTION(GeometryConnection_getGroup,
              SHARED_NODE(osg::Group, ADAPTER(osg::GeometryConnection, getGroup, group, () const))),
@@ -32,4 +32,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(geometry_connection_rows);

@@ -20,12 +20,12 @@ void check_place(osg::Image const& self, int s, int t) {
         throw std::out_of_range("there is no pixel " + std::to_string(s) + ", " + std::to_string(t));
 }
 
-osg::Vec4f color(osg::Image const& self, int s, int t) {
+osg::Vec4f image_color(osg::Image const& self, int s, int t) {
     check_place(self, s, t);
     return self.getColor(static_cast<unsigned int>(s), static_cast<unsigned int>(t));
 }
 
-void set_color(osg::Image& self, osg::Vec4f const& value, int s, int t) {
+void set_image_color(osg::Image& self, osg::Vec4f const& value, int s, int t) {
     check_place(self, s, t);
     self.setColor(value, static_cast<unsigned int>(s), static_cast<unsigned int>(t));
 }
@@ -107,13 +107,13 @@ void clear(osg::ImageVector& self) {
     self.clear();
 }
 
-constexpr Declared functions[] = {
+constexpr Declared images_rows[] = {
     FUNCTION(new_Image, NEW(osg::Image, ()), MAKE(osg::Image, make_image, (int, int, bool), false)),
     FUNCTION(Image_s, METHOD(osg::Image, s, () const)),
     FUNCTION(Image_t, METHOD(osg::Image, t, () const)),
     FUNCTION(Image_getPixelFormat, METHOD(osg::Image, getPixelFormat, () const)),
-    FUNCTION(Image_getColor, CONTAINER(ADAPTER(osg::Image, getColor, color, (int, int) const))),
-    FUNCTION(Image_setColor, CONTAINER(ADAPTER(osg::Image, setColor, set_color, (osg::Vec4f const&, int, int)))),
+    FUNCTION(Image_getColor, CONTAINER(ADAPTER(osg::Image, getColor, image_color, (int, int) const))),
+    FUNCTION(Image_setColor, CONTAINER(ADAPTER(osg::Image, setColor, set_image_color, (osg::Vec4f const&, int, int)))),
     FUNCTION(Image_getData, ADAPTER(osg::Image, getData, pixels, () const)),
     FUNCTION(Image_setData, ADAPTER(osg::Image, setData, set_pixels, (PyObject*))),
     FUNCTION(Image_getFileName, ADAPTER(osg::Image, getFileName, file_name, () const)),
@@ -147,4 +147,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(images_rows);

@@ -85,7 +85,7 @@ osg::BoundingSphere bound(osg::Node const& self) {
     return self.getBound();
 }
 
-osg::BoundingBox* bounding_box(osg::Vec3f const& lower, osg::Vec3f const& upper) {
+osg::BoundingBox* make_bounding_box(osg::Vec3f const& lower, osg::Vec3f const& upper) {
     return new osg::BoundingBox(lower, upper);
 }
 
@@ -125,7 +125,7 @@ void visit(osg::Node& self, osg::NodeVisitor& visitor) {
     self.accept(visitor);
 }
 
-constexpr Declared functions[] = {
+constexpr Declared nodes_rows[] = {
     FUNCTION(Referenced_referenceCount, METHOD(osg::Referenced, referenceCount, () const)),
     SHARED_CLASS_ROWS(osg::Referenced, Referenced),
 
@@ -225,7 +225,7 @@ constexpr Declared functions[] = {
     SHARED_CLASS_ROWS(osg::NodeVisitor, NodeVisitor),
 
     FUNCTION(new_BoundingBox, NEW(osg::BoundingBox, ()),
-             MAKE(osg::BoundingBox, bounding_box, (osg::Vec3f const&, osg::Vec3f const&))),
+             MAKE(osg::BoundingBox, make_bounding_box, (osg::Vec3f const&, osg::Vec3f const&))),
     FUNCTION(delete_BoundingBox, DELETE(osg::BoundingBox)),
     FUNCTION(BoundingBox_valid, METHOD(osg::BoundingBox, valid, () const)),
     FUNCTION(BoundingBox_lower, ADAPTER(osg::BoundingBox, lower, lower_corner, () const)),
@@ -247,4 +247,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(nodes_rows);

@@ -121,7 +121,7 @@ osg::Shader* shader(int type, std::string const& source) {
     return new osg::Shader(static_cast<osg::Shader::Type>(type), source);
 }
 
-constexpr Declared functions[] = {
+constexpr Declared state_rows[] = {
     SHARED_CLASS_ROWS(osg::StateAttribute, StateAttribute),
     FUNCTION(new_StateSet, NEW(osg::StateSet, ())),
     FUNCTION(StateSet_setMode, ADAPTER(osg::StateSet, setMode, set_mode, (unsigned int, unsigned int))),
@@ -171,4 +171,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(state_rows);

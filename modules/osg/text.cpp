@@ -9,7 +9,7 @@ void set_text(osgText::TextBase& self, std::string const& text) {
     self.setText(text, osgText::String::ENCODING_UTF8);
 }
 
-std::string text(osgText::TextBase const& self) {
+std::string text_of(osgText::TextBase const& self) {
     return self.getText().createUTF8EncodedString();
 }
 
@@ -25,23 +25,23 @@ osg::Vec3f position(osgText::TextBase const& self) {
     return self.getPosition();
 }
 
-void set_color(osgText::TextBase& self, osg::Vec4f const& color) {
+void set_text_color(osgText::TextBase& self, osg::Vec4f const& color) {
     self.setColor(color);
 }
 
-osg::Vec4f color(osgText::TextBase const& self) {
+osg::Vec4f text_color(osgText::TextBase const& self) {
     return self.getColor();
 }
 
-constexpr Declared functions[] = {
+constexpr Declared text_rows[] = {
     FUNCTION(TextBase_setText, ADAPTER(osgText::TextBase, setText, set_text, (std::string const&))),
-    FUNCTION(TextBase_getText, ADAPTER(osgText::TextBase, getText, text, () const)),
+    FUNCTION(TextBase_getText, ADAPTER(osgText::TextBase, getText, text_of, () const)),
     FUNCTION(TextBase_setCharacterSize, ADAPTER(osgText::TextBase, setCharacterSize, set_size, (float))),
     FUNCTION(TextBase_getCharacterHeight, METHOD(osgText::TextBase, getCharacterHeight, () const)),
     FUNCTION(TextBase_setPosition, ADAPTER(osgText::TextBase, setPosition, set_position, (osg::Vec3f const&))),
     FUNCTION(TextBase_getPosition, ADAPTER(osgText::TextBase, getPosition, position, () const)),
-    FUNCTION(TextBase_setColor, ADAPTER(osgText::TextBase, setColor, set_color, (osg::Vec4f const&))),
-    FUNCTION(TextBase_getColor, ADAPTER(osgText::TextBase, getColor, color, () const)),
+    FUNCTION(TextBase_setColor, ADAPTER(osgText::TextBase, setColor, set_text_color, (osg::Vec4f const&))),
+    FUNCTION(TextBase_getColor, ADAPTER(osgText::TextBase, getColor, text_color, () const)),
     SHARED_CLASS_ROWS(osgText::TextBase, TextBase),
     FUNCTION(new_Text, NEW(osgText::Text, ())),
     SHARED_CLASS_ROWS(osgText::Text, Text),
@@ -49,4 +49,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(text_rows);

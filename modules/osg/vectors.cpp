@@ -14,24 +14,24 @@
 namespace {
 
 template <class Value>
-std::string text(Value const& self, char const* name) {
+std::string vector_text(Value const& self, char const* name) {
     return std::string("osg.") + name + "(" + modules::component_text(self) + ")";
 }
 
 std::string text2f(osg::Vec2f const& self) {
-    return text(self, "Vec2f");
+    return vector_text(self, "Vec2f");
 }
 
 std::string text3f(osg::Vec3f const& self) {
-    return text(self, "Vec3f");
+    return vector_text(self, "Vec3f");
 }
 
 std::string text4f(osg::Vec4f const& self) {
-    return text(self, "Vec4f");
+    return vector_text(self, "Vec4f");
 }
 
 std::string text3d(osg::Vec3d const& self) {
-    return text(self, "Vec3d");
+    return vector_text(self, "Vec3d");
 }
 
 template <class Value>
@@ -108,7 +108,7 @@ osg::Matrixd* matrix_from_numbers(PyObject* numbers) {
         FUNCTION(name_##___neg__, ADAPTER(class_, __neg__, opposite<class_>, () const)),                \
         FUNCTION(name_##_length, METHOD(class_, length, () const))
 
-constexpr Declared functions[] = {
+constexpr Declared vectors_rows[] = {
     FUNCTION(new_Vec2f, NEW(osg::Vec2f, ()), NEW(osg::Vec2f, (float, float)), NEW(osg::Vec2f, (osg::Vec2f const&)),
              CONTAINER(MAKE(osg::Vec2f, modules::from_components<osg::Vec2f>, (PyObject*)))),
     COMPONENT_ROWS(osg::Vec2f, Vec2f),
@@ -168,4 +168,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(vectors_rows);

@@ -94,7 +94,7 @@ osgViewer::GraphicsWindow* window(osg::Camera& self) {
     return dynamic_cast<osgViewer::GraphicsWindow*>(self.getGraphicsContext());
 }
 
-constexpr Declared functions[] = {
+constexpr Declared viewer_rows[] = {
     FUNCTION(new_Camera, NEW(osg::Camera, ())),
     FUNCTION(Camera_setViewMatrixAsLookAt, ADAPTER(osg::Camera, setViewMatrixAsLookAt, look_at,
                                                    (osg::Vec3d const&, osg::Vec3d const&, osg::Vec3d const&))),
@@ -144,4 +144,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(viewer_rows);

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared visual_objects_rows[] = {
     FUNCTION(new_RigidBodyRenderCache, NEW(hyxOSG::RigidBodyRenderCache, ())),
     FUNCTION(RigidBodyRenderCache_size, METHOD(hyxOSG::RigidBodyRenderCache, size, () const)),
     FUNCTION(RigidBodyRenderCache_clear, METHOD(hyxOSG::RigidBodyRenderCache, clear, ())),
@@ -33,4 +33,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(visual_objects_rows);

@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared frame_rows[] = {
     FUNCTION(new_Frame, NEW(hyx::Frame, ()), NEW(hyx::Frame, (hyx::AffineMatrix4x4 const&, hyx::Frame*), nullptr)),
     FUNCTION(delete_Frame, DELETE(hyx::Frame)),
     FUNCTION(Frame_setParent, METHOD(hyx::Frame, setParent, (hyx::Frame*))),
@@ -41,4 +41,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(frame_rows);

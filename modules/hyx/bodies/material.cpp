@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared material_rows[] = {
     FUNCTION(new_Material, NEW(hyx::Material, (hyx::Name const&), hyx::Name())),
     FUNCTION(delete_Material, DELETE(hyx::Material)),
     FUNCTION(Material_setDensity, METHOD(hyx::Material, setDensity, (hyx::Real))),
@@ -40,4 +40,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(material_rows);

@@ -13,7 +13,7 @@ PyObject* geometries(hyx::RigidBody const& self) {
     return vocabulary::to_shared_list(self.getGeometries());
 }
 
-constexpr Declared functions[] = {
+constexpr Declared rigid_body_rows[] = {
     FUNCTION(new_RigidBody, NEW(hyx::RigidBody, (hyx::Name const&), hyx::Name()),
              NEW(hyx::RigidBody, (hyxCollide::Geometry*, hyx::Name const&), hyx::Name())),
     FUNCTION(delete_RigidBody, DELETE(hyx::RigidBody)),
@@ -63,4 +63,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(rigid_body_rows);

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared constraint_rows[] = {
     FUNCTION(delete_Constraint, DELETE(hyx::Constraint)),
     FUNCTION(Constraint_getBodyAt, SHARED(hyx::RigidBody, METHOD(hyx::Constraint, getBodyAt, (hyx::UInt) const))),
     FUNCTION(Constraint_getNumBodies, METHOD(hyx::Constraint, getNumBodies, () const)),
@@ -46,4 +46,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(constraint_rows);

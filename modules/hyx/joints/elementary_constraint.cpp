@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared elementary_constraint_rows[] = {
     FUNCTION(ElementaryConstraint_setEnable, METHOD(hyx::ElementaryConstraint, setEnable, (bool))),
     FUNCTION(ElementaryConstraint_isEnabled, METHOD(hyx::ElementaryConstraint, isEnabled, () const)),
     FUNCTION(ElementaryConstraint_setForceRange,
@@ -40,4 +40,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(elementary_constraint_rows);

@@ -17,7 +17,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared joints_rows[] = {
     AXIS_JOINT(hyx::Hinge, Hinge),
     AXIS_JOINT(hyx::Prismatic, Prismatic),
     // Its two vectors are the two points.
@@ -47,4 +47,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(joints_rows);

@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared journal_rows[] = {
     FUNCTION(new_Journal, NEW(hyx::Journal, ())),
     FUNCTION(delete_Journal, DELETE(hyx::Journal)),
     FUNCTION(Journal_play, METHOD(hyx::Journal, play, (std::string const&, std::string const&), std::string())),
@@ -24,4 +24,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(journal_rows);

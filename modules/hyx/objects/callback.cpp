@@ -69,7 +69,7 @@ void trigger(hyx::Event& self) {
     self.trigger();
 }
 
-constexpr Declared functions[] = {
+constexpr Declared callback_rows[] = {
     FUNCTION(new_Callback, NEW(hyx::Callback, ()), NEW(hyx::Callback, (hyx::Callback const&)),
              MAKE(hyx::Callback, make_callback, (PyObject*))),
     FUNCTION(delete_Callback, DELETE(hyx::Callback)),
@@ -100,4 +100,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(callback_rows);

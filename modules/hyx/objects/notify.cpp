@@ -36,7 +36,7 @@ void set_sink(hyx::Notify& self, PyObject* function) {
     });
 }
 
-constexpr Declared functions[] = {
+constexpr Declared notify_rows[] = {
     FUNCTION(Notify_instance, STATIC(hyx::Notify, instance, ())),
     FUNCTION(Notify_notify, METHOD(hyx::Notify, notify, (int, std::string const&))),
     FUNCTION(Notify_setLevel, METHOD(hyx::Notify, setLevel, (int))),
@@ -48,4 +48,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(notify_rows);

@@ -10,7 +10,7 @@ PyObject* objects(hyx::Component const& self) {
     return vocabulary::to_shared_list(self.getObjects());
 }
 
-constexpr Declared functions[] = {
+constexpr Declared object_rows[] = {
     FUNCTION(delete_Referenced, DELETE(hyx::Referenced)),
     FUNCTION(Referenced_getReferenceCount, METHOD(hyx::Referenced, getReferenceCount, () const)),
     REGISTER(hyx::Referenced, Referenced),
@@ -41,4 +41,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(object_rows);

@@ -11,7 +11,7 @@ PyObject* bodies(hyx::RigidBodyEmitter const& self) {
     return vocabulary::to_shared_list(self.getBodies());
 }
 
-constexpr Declared functions[] = {
+constexpr Declared emitter_rows[] = {
     FUNCTION(new_Emitter, NEW(hyx::Emitter, (hyx::ParticleSystem*), nullptr)),
     FUNCTION(Emitter_setParticleSystem, METHOD(hyx::Emitter, setParticleSystem, (hyx::ParticleSystem*))),
     FUNCTION(Emitter_getParticleSystem, SHARED(hyx::ParticleSystem, METHOD(hyx::Emitter, getParticleSystem, () const))),
@@ -44,4 +44,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(emitter_rows);

@@ -30,7 +30,7 @@ PyObject* particle(hyx::ParticleSystem const& self, hyx::Index id) {
     return found ? vocabulary::from_object(*found) : Py_NewRef(Py_None);
 }
 
-constexpr Declared functions[] = {
+constexpr Declared particle_system_rows[] = {
     FUNCTION(new_ParticleSystem, NEW(hyx::ParticleSystem, ())),
     FUNCTION(ParticleSystem_createParticle,
              METHOD(hyx::ParticleSystem, createParticle, (hyx::Vec3 const&, hyx::Vec3 const&), hyx::Vec3()),
@@ -101,4 +101,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(particle_system_rows);

@@ -24,11 +24,11 @@ Matrix* from_rows(PyObject* rows) {
     return new Matrix(numbers);
 }
 
-Matrix product(Matrix const& self, Matrix const& next) {
+Matrix affine_matrix4x4_product(Matrix const& self, Matrix const& next) {
     return self * next;
 }
 
-bool equal(Matrix const& self, Matrix const& other) {
+bool affine_matrix4x4_equal(Matrix const& self, Matrix const& other) {
     return self == other;
 }
 
@@ -62,7 +62,7 @@ std::string matrix_repr(Matrix const& self) {
     return std::string("hyx.AffineMatrix4x4(") + PyUnicode_AsUTF8(text.get()) + ")";
 }
 
-constexpr Declared functions[] = {
+constexpr Declared affine_matrix4x4_rows[] = {
     FUNCTION(new_AffineMatrix4x4, NEW(hyx::AffineMatrix4x4, ()),
              NEW(hyx::AffineMatrix4x4, (hyx::Quat const&, hyx::Vec3 const&)),
              NEW(hyx::AffineMatrix4x4, (hyx::Quat const&)), NEW(hyx::AffineMatrix4x4, (hyx::Vec3 const&)),
@@ -85,9 +85,10 @@ constexpr Declared functions[] = {
     FUNCTION(AffineMatrix4x4_transformPoint, METHOD(hyx::AffineMatrix4x4, transformPoint, (hyx::Vec3 const&) const)),
     FUNCTION(AffineMatrix4x4_transformVector, METHOD(hyx::AffineMatrix4x4, transformVector, (hyx::Vec3 const&) const)),
     OPERATOR(AffineMatrix4x4___mul__,
-             ADAPTER(hyx::AffineMatrix4x4, __mul__, product, (hyx::AffineMatrix4x4 const&) const)),
+             ADAPTER(hyx::AffineMatrix4x4, __mul__, affine_matrix4x4_product, (hyx::AffineMatrix4x4 const&) const)),
     OPERATOR(AffineMatrix4x4___rmul__, ADAPTER(hyx::AffineMatrix4x4, __rmul__, transformed, (hyx::Vec3 const&) const)),
-    OPERATOR(AffineMatrix4x4___eq__, ADAPTER(hyx::AffineMatrix4x4, __eq__, equal, (hyx::AffineMatrix4x4 const&) const)),
+    OPERATOR(AffineMatrix4x4___eq__,
+             ADAPTER(hyx::AffineMatrix4x4, __eq__, affine_matrix4x4_equal, (hyx::AffineMatrix4x4 const&) const)),
     FUNCTION(AffineMatrix4x4___len__, ADAPTER(hyx::AffineMatrix4x4, __len__, row_count, () const)),
     FUNCTION(AffineMatrix4x4___getitem__, CONTAINER(ADAPTER(hyx::AffineMatrix4x4, __getitem__, get_row, (long) const))),
     FUNCTION(AffineMatrix4x4___repr__, ADAPTER(hyx::AffineMatrix4x4, __repr__, matrix_repr, () const)),
@@ -97,4 +98,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(affine_matrix4x4_rows);

@@ -29,7 +29,7 @@ void set_text(std::stringstream& self, std::string const& text) {
     self.str(text);
 }
 
-constexpr Declared functions[] = {
+constexpr Declared out_values_rows[] = {
     FUNCTION(new_Flag, MAKE(bool, make_flag, (bool), false)),
     FUNCTION(delete_Flag, DELETE(bool)),
     FUNCTION(Flag_get, ADAPTER(bool, get, get_flag, () const)),
@@ -46,4 +46,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(out_values_rows);

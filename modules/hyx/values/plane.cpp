@@ -19,11 +19,11 @@ std::string range_repr(hyx::RangeReal const& self) {
     return "hyx.RangeReal(" + number(self.lower()) + ", " + number(self.upper()) + ")";
 }
 
-bool equal(hyx::RangeReal const& self, hyx::RangeReal const& other) {
+bool plane_equal(hyx::RangeReal const& self, hyx::RangeReal const& other) {
     return self == other;
 }
 
-constexpr Declared functions[] = {
+constexpr Declared plane_rows[] = {
     FUNCTION(new_Plane, NEW(hyx::Plane, ()), NEW(hyx::Plane, (double, double, double, double)),
              NEW(hyx::Plane, (hyx::Vec3 const&, double)), NEW(hyx::Plane, (hyx::Vec3 const&, hyx::Vec3 const&)),
              NEW(hyx::Plane, (hyx::Plane const&)),
@@ -45,7 +45,7 @@ constexpr Declared functions[] = {
     FUNCTION(RangeReal_size, METHOD(hyx::RangeReal, size, () const)),
     FUNCTION(RangeReal_contains, METHOD(hyx::RangeReal, contains, (double) const)),
     FUNCTION(RangeReal_clamp, METHOD(hyx::RangeReal, clamp, (double) const)),
-    OPERATOR(RangeReal___eq__, ADAPTER(hyx::RangeReal, __eq__, equal, (hyx::RangeReal const&) const)),
+    OPERATOR(RangeReal___eq__, ADAPTER(hyx::RangeReal, __eq__, plane_equal, (hyx::RangeReal const&) const)),
     FUNCTION(RangeReal___repr__, ADAPTER(hyx::RangeReal, __repr__, range_repr, () const)),
     REGISTER(hyx::RangeReal, RangeReal),
     INIT(RangeReal),
@@ -53,4 +53,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(plane_rows);

@@ -9,7 +9,7 @@ hyx::Vec3 turned(hyx::Quat const& self, hyx::Vec3 const& vector) {
     return self * vector;
 }
 
-hyx::Quat product(hyx::Quat const& self, hyx::Quat const& next) {
+hyx::Quat quat_product(hyx::Quat const& self, hyx::Quat const& next) {
     return self * next;
 }
 
@@ -17,7 +17,7 @@ std::string quat_repr(hyx::Quat const& self) {
     return "hyx.Quat(" + modules::numbers_text(self) + ")";
 }
 
-constexpr Declared functions[] = {
+constexpr Declared quat_rows[] = {
     FUNCTION(new_Quat, NEW(hyx::Quat, ()), NEW(hyx::Quat, (double, double, double, double)),
              NEW(hyx::Quat, (double, hyx::Vec3 const&)), NEW(hyx::Quat, (hyx::Vec3 const&, hyx::Vec3 const&)),
              NEW(hyx::Quat, (hyx::Quat const&)),
@@ -25,7 +25,7 @@ constexpr Declared functions[] = {
     SEQUENCE_ROWS(hyx::Quat, Quat, double),
     FUNCTION(Quat___repr__, ADAPTER(hyx::Quat, __repr__, quat_repr, () const)),
     OPERATOR(Quat___mul__, ADAPTER(hyx::Quat, __mul__, turned, (hyx::Vec3 const&) const),
-             ADAPTER(hyx::Quat, __mul__, product, (hyx::Quat const&) const)),
+             ADAPTER(hyx::Quat, __mul__, quat_product, (hyx::Quat const&) const)),
     FUNCTION(Quat_conjugate, METHOD(hyx::Quat, conjugate, () const)),
     FUNCTION(Quat_inverse, METHOD(hyx::Quat, inverse, () const)),
     FUNCTION(Quat_getAngle, METHOD(hyx::Quat, getAngle, () const)),
@@ -42,4 +42,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(quat_rows);

@@ -15,15 +15,15 @@ hyx::RealVector* from_numbers(PyObject* numbers) {
     return new hyx::RealVector(std::move(list));
 }
 
-unsigned long count(hyx::RealVector const& self) {
+unsigned long real_vector_count(hyx::RealVector const& self) {
     return self.size();
 }
 
-void append(hyx::RealVector& self, double number) {
+void real_vector_append(hyx::RealVector& self, double number) {
     self.push_back(number);
 }
 
-void clear(hyx::RealVector& self) {
+void real_vector_clear(hyx::RealVector& self) {
     self.clear();
 }
 
@@ -34,26 +34,28 @@ std::size_t checked(hyx::RealVector const& self, long index) {
     return static_cast<std::size_t>(index < 0 ? index + size : index);
 }
 
-double get_item(hyx::RealVector const& self, long index) {
+double real_vector_get_item(hyx::RealVector const& self, long index) {
     return self[checked(self, index)];
 }
 
-void set_item(hyx::RealVector& self, long index, double number) {
+void real_vector_set_item(hyx::RealVector& self, long index, double number) {
     self[checked(self, index)] = number;
 }
 
-constexpr Declared functions[] = {
+constexpr Declared real_vector_rows[] = {
     FUNCTION(new_RealVector, NEW(hyx::RealVector, ()), MAKE(hyx::RealVector, from_numbers, (PyObject*))),
     FUNCTION(delete_RealVector, DELETE(hyx::RealVector)),
-    FUNCTION(RealVector___len__, ADAPTER(hyx::RealVector, __len__, count, () const)),
-    FUNCTION(RealVector___getitem__, CONTAINER(ADAPTER(hyx::RealVector, __getitem__, get_item, (long) const))),
-    FUNCTION(RealVector___setitem__, CONTAINER(ADAPTER(hyx::RealVector, __setitem__, set_item, (long, double)))),
-    FUNCTION(RealVector_append, ADAPTER(hyx::RealVector, append, append, (double))),
-    FUNCTION(RealVector_clear, ADAPTER(hyx::RealVector, clear, clear, ())),
+    FUNCTION(RealVector___len__, ADAPTER(hyx::RealVector, __len__, real_vector_count, () const)),
+    FUNCTION(RealVector___getitem__,
+             CONTAINER(ADAPTER(hyx::RealVector, __getitem__, real_vector_get_item, (long) const))),
+    FUNCTION(RealVector___setitem__,
+             CONTAINER(ADAPTER(hyx::RealVector, __setitem__, real_vector_set_item, (long, double)))),
+    FUNCTION(RealVector_append, ADAPTER(hyx::RealVector, append, real_vector_append, (double))),
+    FUNCTION(RealVector_clear, ADAPTER(hyx::RealVector, clear, real_vector_clear, ())),
     REGISTER(hyx::RealVector, RealVector),
     INIT(RealVector),
 };
 
 } // namespace
 
-ROWS(functions);
+ROWS(real_vector_rows);

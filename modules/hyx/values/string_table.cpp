@@ -33,11 +33,11 @@ bool contains(hyx::StringTable const& self, int key) {
     return self.find(key) != self.end();
 }
 
-hyx::String get_item(hyx::StringTable& self, int key) {
+hyx::String string_table_get_item(hyx::StringTable& self, int key) {
     return entry(self, key)->second;
 }
 
-void set_item(hyx::StringTable& self, int key, hyx::String const& text) {
+void string_table_set_item(hyx::StringTable& self, int key, hyx::String const& text) {
     self[key] = text;
 }
 
@@ -59,13 +59,14 @@ PyObject* keys(hyx::StringTable const& self) {
     return list.release();
 }
 
-constexpr Declared functions[] = {
+constexpr Declared string_table_rows[] = {
     FUNCTION(new_StringTable, NEW(hyx::StringTable, ()), NEW(hyx::StringTable, (hyx::StringTable const&))),
     FUNCTION(delete_StringTable, DELETE(hyx::StringTable)),
     FUNCTION(StringTable___len__, ADAPTER(hyx::StringTable, __len__, length_of, () const)),
     FUNCTION(StringTable___contains__, ADAPTER(hyx::StringTable, __contains__, contains, (int) const)),
-    FUNCTION(StringTable___getitem__, ADAPTER(hyx::StringTable, __getitem__, get_item, (int))),
-    FUNCTION(StringTable___setitem__, ADAPTER(hyx::StringTable, __setitem__, set_item, (int, hyx::String const&))),
+    FUNCTION(StringTable___getitem__, ADAPTER(hyx::StringTable, __getitem__, string_table_get_item, (int))),
+    FUNCTION(StringTable___setitem__,
+             ADAPTER(hyx::StringTable, __setitem__, string_table_set_item, (int, hyx::String const&))),
     FUNCTION(StringTable___delitem__, ADAPTER(hyx::StringTable, __delitem__, delete_item, (int))),
     FUNCTION(StringTable_keys, ADAPTER(hyx::StringTable, keys, keys, () const)),
     REGISTER(hyx::StringTable, StringTable),
@@ -74,4 +75,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(string_table_rows);

@@ -9,7 +9,7 @@ std::string vec2_repr(hyx::Vec2 const& self) {
     return "hyx.Vec2(" + modules::numbers_text(self) + ")";
 }
 
-constexpr Declared functions[] = {
+constexpr Declared vec2_rows[] = {
     FUNCTION(new_Vec2, NEW(hyx::Vec2, ()), NEW(hyx::Vec2, (double, double)), NEW(hyx::Vec2, (double)),
              NEW(hyx::Vec2, (hyx::Vec2 const&)),
              CONTAINER(MAKE(hyx::Vec2, modules::from_numbers<hyx::Vec2>, (PyObject*)))),
@@ -25,4 +25,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(vec2_rows);

@@ -9,7 +9,7 @@ std::string vec2u_repr(hyx::Vec2u const& self) {
     return "hyx.Vec2u(" + modules::numbers_text(self) + ")";
 }
 
-constexpr Declared functions[] = {
+constexpr Declared vec2u_rows[] = {
     FUNCTION(new_Vec2u, NEW(hyx::Vec2u, ()), NEW(hyx::Vec2u, (unsigned long, unsigned long)),
              NEW(hyx::Vec2u, (unsigned long)), NEW(hyx::Vec2u, (hyx::Vec2u const&)),
              CONTAINER(MAKE(hyx::Vec2u, modules::from_numbers<hyx::Vec2u>, (PyObject*)))),
@@ -22,4 +22,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(vec2u_rows);

@@ -6,7 +6,7 @@
 
 namespace {
 
-hyx::Vec3* from_single(hyx::Vec3f const& single) {
+hyx::Vec3* vec3_from_single(hyx::Vec3f const& single) {
     return new hyx::Vec3(single.toVec3());
 }
 
@@ -14,9 +14,9 @@ std::string vec3_repr(hyx::Vec3 const& self) {
     return "hyx.Vec3(" + modules::numbers_text(self) + ")";
 }
 
-constexpr Declared functions[] = {
+constexpr Declared vec3_rows[] = {
     FUNCTION(new_Vec3, NEW(hyx::Vec3, ()), NEW(hyx::Vec3, (double, double, double)), NEW(hyx::Vec3, (double)),
-             NEW(hyx::Vec3, (hyx::Vec3 const&)), MAKE(hyx::Vec3, from_single, (hyx::Vec3f const&)),
+             NEW(hyx::Vec3, (hyx::Vec3 const&)), MAKE(hyx::Vec3, vec3_from_single, (hyx::Vec3f const&)),
              CONTAINER(MAKE(hyx::Vec3, modules::from_numbers<hyx::Vec3>, (PyObject*)))),
     SEQUENCE_ROWS(hyx::Vec3, Vec3, double),
     FUNCTION(Vec3___repr__, ADAPTER(hyx::Vec3, __repr__, vec3_repr, () const)),
@@ -32,4 +32,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(vec3_rows);

@@ -9,7 +9,7 @@ std::string vec3f_repr(hyx::Vec3f const& self) {
     return "hyx.Vec3f(" + modules::numbers_text(self) + ")";
 }
 
-constexpr Declared functions[] = {
+constexpr Declared vec3f_rows[] = {
     FUNCTION(new_Vec3f, NEW(hyx::Vec3f, ()), NEW(hyx::Vec3f, (float, float, float)), NEW(hyx::Vec3f, (float)),
              NEW(hyx::Vec3f, (hyx::Vec3f const&)), NEW(hyx::Vec3f, (hyx::Vec3 const&)),
              CONTAINER(MAKE(hyx::Vec3f, modules::from_numbers<hyx::Vec3f>, (PyObject*)))),
@@ -28,4 +28,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(vec3f_rows);

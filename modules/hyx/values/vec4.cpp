@@ -6,7 +6,7 @@
 
 namespace {
 
-hyx::Vec4* from_single(hyx::Vec4f const& single) {
+hyx::Vec4* vec4_from_single(hyx::Vec4f const& single) {
     return new hyx::Vec4(single.toVec4());
 }
 
@@ -14,10 +14,10 @@ std::string vec4_repr(hyx::Vec4 const& self) {
     return "hyx.Vec4(" + modules::numbers_text(self) + ")";
 }
 
-constexpr Declared functions[] = {
+constexpr Declared vec4_rows[] = {
     FUNCTION(new_Vec4, NEW(hyx::Vec4, ()), NEW(hyx::Vec4, (double, double, double, double)), NEW(hyx::Vec4, (double)),
              NEW(hyx::Vec4, (hyx::Vec4 const&)), NEW(hyx::Vec4, (hyx::Vec3 const&, double)),
-             MAKE(hyx::Vec4, from_single, (hyx::Vec4f const&)),
+             MAKE(hyx::Vec4, vec4_from_single, (hyx::Vec4f const&)),
              CONTAINER(MAKE(hyx::Vec4, modules::from_numbers<hyx::Vec4>, (PyObject*)))),
     SEQUENCE_ROWS(hyx::Vec4, Vec4, double),
     FUNCTION(Vec4___repr__, ADAPTER(hyx::Vec4, __repr__, vec4_repr, () const)),
@@ -34,4 +34,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(vec4_rows);

@@ -9,7 +9,7 @@ std::string vec4f_repr(hyx::Vec4f const& self) {
     return "hyx.Vec4f(" + modules::numbers_text(self) + ")";
 }
 
-constexpr Declared functions[] = {
+constexpr Declared vec4f_rows[] = {
     FUNCTION(new_Vec4f, NEW(hyx::Vec4f, ()), NEW(hyx::Vec4f, (float, float, float, float)), NEW(hyx::Vec4f, (float)),
              NEW(hyx::Vec4f, (hyx::Vec4f const&)), NEW(hyx::Vec4f, (hyx::Vec4 const&)),
              CONTAINER(MAKE(hyx::Vec4f, modules::from_numbers<hyx::Vec4f>, (PyObject*)))),
@@ -28,4 +28,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(vec4f_rows);

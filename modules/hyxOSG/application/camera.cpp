@@ -3,7 +3,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared camera_rows[] = {
     FUNCTION(ExampleApplication_getCameraData, METHOD(hyxOSG::ExampleApplication, getCameraData, ())),
     FUNCTION(ExampleApplication_applyCameraData,
              METHOD(hyxOSG::ExampleApplication, applyCameraData, (hyxOSG::CameraData const&))),
@@ -47,4 +47,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(camera_rows);

@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared camera_data_rows[] = {
     FUNCTION(new_CameraData, NEW(hyxOSG::CameraData, (osg::Camera const*)),
              NEW(hyxOSG::CameraData, (osgViewer::Viewer const*))),
     FUNCTION(delete_CameraData, DELETE(hyxOSG::CameraData)),
@@ -34,4 +34,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(camera_data_rows);

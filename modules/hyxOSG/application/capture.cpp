@@ -3,7 +3,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared capture_rows[] = {
     FUNCTION(ExampleApplication_takeScreenShot,
              METHOD(hyxOSG::ExampleApplication, takeScreenShot, (hyx::String const&), hyx::String())),
     FUNCTION(ExampleApplication_getImageCapture, METHOD(hyxOSG::ExampleApplication, getImageCapture, ()),
@@ -26,4 +26,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(capture_rows);

@@ -3,7 +3,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared journal_rows[] = {
     FUNCTION(ExampleApplication_getJournal, METHOD(hyxOSG::ExampleApplication, getJournal, ())),
     FUNCTION(ExampleApplication_getJournalConfigurationPath,
              METHOD(hyxOSG::ExampleApplication, getJournalConfigurationPath, () const)),
@@ -45,4 +45,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(journal_rows);

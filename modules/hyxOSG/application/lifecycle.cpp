@@ -3,7 +3,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared lifecycle_rows[] = {
     FUNCTION(new_ExampleApplication, NEW(hyxOSG::ExampleApplication, ()),
              NEW(hyxOSG::ExampleApplication, (hyxSDK::Simulation*))),
     FUNCTION(ExampleApplication_init, METHOD(hyxOSG::ExampleApplication, init, (hyxIO::ArgumentParser*, bool), false)),
@@ -30,4 +30,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(lifecycle_rows);

@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared listener_rows[] = {
     FUNCTION(new_ExampleApplicationListener,
              NEW_DIRECTOR(hyxOSG::ExampleApplicationListener, SwigDirector_ExampleApplicationListener, ())),
     FUNCTION(ExampleApplicationListener_preFrame,
@@ -20,4 +20,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(listener_rows);

@@ -20,7 +20,7 @@ bool done(hyxOSG::ExampleApplication const& self) {
     return self.done();
 }
 
-constexpr Declared functions[] = {
+constexpr Declared loop_rows[] = {
     FUNCTION(ExampleApplication_run, METHOD(hyxOSG::ExampleApplication, run, ())),
     FUNCTION(ExampleApplication_stop, METHOD(hyxOSG::ExampleApplication, stop, (int), 0)),
     FUNCTION(ExampleApplication_cancelStop, METHOD(hyxOSG::ExampleApplication, cancelStop, ())),
@@ -87,4 +87,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(loop_rows);

@@ -3,7 +3,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared members_rows[] = {
     FUNCTION(ExampleApplication_autoStepEvent_get, GET_BORROWED(hyxOSG::ExampleApplication, autoStepEvent)),
     FUNCTION(ExampleApplication_autoStepEvent_set,
              SET(hyxOSG::ExampleApplication, autoStepEvent, (hyxOSG::ExampleApplication::AutoStepEvent const&))),
@@ -22,4 +22,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(members_rows);

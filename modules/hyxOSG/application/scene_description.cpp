@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared scene_description_rows[] = {
     FUNCTION(
         new_SceneDescription, NEW(hyxOSG::SceneDescription, ()),
         NEW(hyxOSG::SceneDescription, (hyxOSG::BuildScenePtr, bool, float, bool), true, -1.0f, false),
@@ -32,4 +32,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(scene_description_rows);

@@ -3,7 +3,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared scenes_rows[] = {
     FUNCTION(
         ExampleApplication_addScene,
         METHOD(hyxOSG::ExampleApplication, addScene, (std::string const&, std::string const&, int, bool, float, bool),
@@ -47,4 +47,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(scenes_rows);

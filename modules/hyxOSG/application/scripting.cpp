@@ -32,7 +32,7 @@ constexpr hyxPython::ScriptConversions conversions = {to_script, from_script};
 // Installed with the module, before any script can be run.
 bool const installed = (hyxPython::setScriptConversions(&conversions), true);
 
-constexpr Declared functions[] = {
+constexpr Declared scripting_rows[] = {
     FUNCTION(ExampleApplication_executePythonScript,
              METHOD(hyxOSG::ExampleApplication, executePythonScript, (hyx::String const&, hyx::String const&, bool&))),
     FUNCTION(ExampleApplication_getScriptFile, METHOD(hyxOSG::ExampleApplication, getScriptFile, () const)),
@@ -60,4 +60,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(scripting_rows);

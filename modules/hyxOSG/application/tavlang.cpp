@@ -10,7 +10,7 @@ inline constexpr Conversion const* sequence_conversion<std::vector<std::string>>
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared tavlang_rows[] = {
     FUNCTION(ExampleApplication_loadTavLangFile,
              METHOD(hyxOSG::ExampleApplication, loadTavLangFile, (std::string, osg::Group*, hyxtavlang::OptParams),
                     hyxtavlang::OptParams())),
@@ -29,4 +29,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(tavlang_rows);

@@ -3,7 +3,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared window_rows[] = {
     FUNCTION(ExampleApplication_setWindowRectangle, METHOD(hyxOSG::ExampleApplication, setWindowRectangle,
                                                            (unsigned int, unsigned int, unsigned int, unsigned int))),
     FUNCTION(ExampleApplication_setWindowTitle,
@@ -31,4 +31,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(window_rows);

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared embedded_gl_window_rows[] = {
     FUNCTION(new_EmbeddedGLWindow, NEW(hyxOSG::EmbeddedGLWindow, ())),
     FUNCTION(delete_EmbeddedGLWindow, DELETE(hyxOSG::EmbeddedGLWindow)),
     FUNCTION(EmbeddedGLWindow_init, METHOD(hyxOSG::EmbeddedGLWindow, init, (int, int, int, int))),
@@ -44,4 +44,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(embedded_gl_window_rows);

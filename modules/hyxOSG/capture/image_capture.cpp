@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared image_capture_rows[] = {
     FUNCTION(new_ImageCapture, NEW(hyxOSG::ImageCapture, (hyxSDK::Simulation*), nullptr)),
     FUNCTION(ImageCapture_getPrefix, METHOD(hyxOSG::ImageCapture, getPrefix, () const)),
     FUNCTION(ImageCapture_getPostfix, METHOD(hyxOSG::ImageCapture, getPostfix, () const)),
@@ -21,4 +21,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(image_capture_rows);

@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared image_capture_base_rows[] = {
     FUNCTION(ImageCaptureBase_setFps, METHOD(hyxOSG::ImageCaptureBase, setFps, (double))),
     FUNCTION(ImageCaptureBase_getFps, METHOD(hyxOSG::ImageCaptureBase, getFps, () const)),
     FUNCTION(ImageCaptureBase_setMaxImages, METHOD(hyxOSG::ImageCaptureBase, setMaxImages, (int))),
@@ -32,4 +32,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(image_capture_base_rows);

@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared render_target_rows[] = {
     FUNCTION(new_RenderTarget, NEW(hyxOSG::RenderTarget, (hyx::UInt, hyx::UInt))),
     FUNCTION(RenderTarget_setReferenceCamera, METHOD(hyxOSG::RenderTarget, setReferenceCamera, (osg::Camera const*))),
     FUNCTION(RenderTarget_setImageCapture, METHOD(hyxOSG::RenderTarget, setImageCapture, (hyxOSG::ImageCaptureBase*))),
@@ -39,4 +39,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(render_target_rows);

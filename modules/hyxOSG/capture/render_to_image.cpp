@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared render_to_image_rows[] = {
     FUNCTION(new_RenderToImage, NEW(hyxOSG::RenderToImage,
                                     (hyx::UInt, hyx::UInt, hyxOSG::RenderTarget::BufferComponent, hyx::UInt,
                                      hyxOSG::RenderTarget::TextureFormat),
@@ -21,4 +21,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(render_to_image_rows);

@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared render_to_texture_rows[] = {
     FUNCTION(new_RenderToTexture, NEW(hyxOSG::RenderToTexture,
                                       (hyx::UInt, hyx::UInt, hyxOSG::RenderTarget::BufferComponent, hyx::UInt,
                                        hyxOSG::RenderTarget::TextureFormat),
@@ -18,4 +18,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(render_to_texture_rows);

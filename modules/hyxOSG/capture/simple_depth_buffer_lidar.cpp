@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared simple_depth_buffer_lidar_rows[] = {
     FUNCTION(new_SimpleDepthBufferLidar, NEW(hyxOSG::SimpleDepthBufferLidar, (hyx::UInt, hyx::UInt, bool), true)),
     FUNCTION(SimpleDepthBufferLidar_getScan, METHOD(hyxOSG::SimpleDepthBufferLidar, getScan, ())),
     REGISTER(hyxOSG::SimpleDepthBufferLidar, SimpleDepthBufferLidar),
@@ -14,4 +14,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(simple_depth_buffer_lidar_rows);

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared video_ffmpeg_pipe_capture_rows[] = {
     FUNCTION(new_VideoFFMPEGPipeCapture,
              NEW(hyxOSG::VideoFFMPEGPipeCapture, (hyx::UInt, hyx::UInt, double, hyxSDK::Simulation*), nullptr)),
     FUNCTION(VideoFFMPEGPipeCapture_init, METHOD(hyxOSG::VideoFFMPEGPipeCapture, init, ())),
@@ -42,4 +42,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(video_ffmpeg_pipe_capture_rows);

@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared clip_plane_rows[] = {
     FUNCTION(new_ClipPlane, NEW(hyxOSG::ClipPlane, (hyx::Plane const&)),
              NEW(hyxOSG::ClipPlane, (hyx::Vec3 const&, hyx::Vec3 const&)),
              NEW(hyxOSG::ClipPlane, (double, double, double, double))),
@@ -27,4 +27,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(clip_plane_rows);

@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared light_source_rows[] = {
     FUNCTION(new_LightSource, NEW(hyxOSG::LightSource, (osg::LightSource*))),
     FUNCTION(delete_LightSource, DELETE(hyxOSG::LightSource)),
     FUNCTION(LightSource_getLightNum, METHOD(hyxOSG::LightSource, getLightNum, () const)),
@@ -35,4 +35,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(light_source_rows);

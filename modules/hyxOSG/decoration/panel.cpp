@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared panel_rows[] = {
     FUNCTION(Panel_setPosition, METHOD(hyxOSG::Panel, setPosition, (hyx::Vec2 const&))),
     FUNCTION(Panel_getPosition, METHOD(hyxOSG::Panel, getPosition, () const)),
     FUNCTION(Panel_setSize, METHOD(hyxOSG::Panel, setSize, (hyx::Vec2 const&))),
@@ -21,4 +21,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(panel_rows);

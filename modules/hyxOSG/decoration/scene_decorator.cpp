@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared scene_decorator_rows[] = {
     FUNCTION(new_SceneDecorator, NEW(hyxOSG::SceneDecorator, (int, int, int), 1024)),
     FUNCTION(SceneDecorator_setEnable, METHOD(hyxOSG::SceneDecorator, setEnable, (bool))),
     FUNCTION(SceneDecorator_getEnable, METHOD(hyxOSG::SceneDecorator, getEnable, () const)),
@@ -92,4 +92,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(scene_decorator_rows);

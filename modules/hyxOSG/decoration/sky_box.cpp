@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared sky_box_rows[] = {
     FUNCTION(new_SkyBox, NEW(hyxOSG::SkyBox,
                              (std::string const&, std::string const&, std::string const&, double, float), 0.0, 1.0f)),
     FUNCTION(delete_SkyBox, DELETE(hyxOSG::SkyBox)),
@@ -15,4 +15,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(sky_box_rows);

@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared text_rows[] = {
     FUNCTION(new_Text, NEW(hyxOSG::Text, ()),
              NEW(hyxOSG::Text, (hyx::String const&, hyx::Vec3 const&, hyx::Vec4 const&), hyx::Vec3(),
                  hyx::Vec4(1, 1, 1, 1))),
@@ -27,4 +27,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(text_rows);

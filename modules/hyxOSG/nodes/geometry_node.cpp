@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared geometry_node_rows[] = {
     FUNCTION(new_GeometryNode, NEW(hyxOSG::GeometryNode, ()), NEW(hyxOSG::GeometryNode, (hyxCollide::Geometry*)),
              NEW(hyxOSG::GeometryNode, (hyxOSG::GeometryNode const&, osg::CopyOp const&),
                  osg::CopyOp(osg::CopyOp::SHALLOW_COPY))),
@@ -46,4 +46,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(geometry_node_rows);

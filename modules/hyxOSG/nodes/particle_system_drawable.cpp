@@ -9,7 +9,7 @@ namespace {
 
 using hyxOSG::ParticleSystemDrawable;
 
-constexpr Declared functions[] = {
+constexpr Declared particle_system_drawable_rows[] = {
     FUNCTION(new_ParticleSystemDrawable,
              NEW(hyxOSG::ParticleSystemDrawable,
                  (hyx::ParticleSystem*, hyxOSG::ParticleSystemDrawable::ParticleRenderingMode,
@@ -43,4 +43,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(particle_system_drawable_rows);

@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared texture2d_rows[] = {
     FUNCTION(new_Texture2D, NEW(hyxOSG::Texture2D, (osg::Texture2D*))),
     FUNCTION(Texture2D_getTexture, METHOD(hyxOSG::Texture2D, getTexture, ())),
     REGISTER(hyxOSG::Texture2D, Texture2D),
@@ -13,4 +13,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(texture2d_rows);

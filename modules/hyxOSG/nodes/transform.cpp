@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared transform_rows[] = {
     FUNCTION(new_Transform, NEW(hyxOSG::Transform, ())),
     FUNCTION(delete_Transform, DELETE(hyxOSG::Transform)),
     FUNCTION(Transform_setName, METHOD(hyxOSG::Transform, setName, (std::string const&))),
@@ -24,4 +24,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(transform_rows);

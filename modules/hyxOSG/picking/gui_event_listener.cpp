@@ -24,7 +24,7 @@ inline constexpr Conversion const* sequence_conversion<hyxCollide::LocalGeometry
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared gui_event_listener_rows[] = {
     FUNCTION_BY_COUNT(new_GuiEventListener,
                       NEW_DIRECTOR(hyxOSG::GuiEventListener, SwigDirector_GuiEventListener,
                                    (hyxSDK::GuiEventListener::ActivationMask), hyxSDK::GuiEventListener::DEFAULT)),
@@ -41,4 +41,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(gui_event_listener_rows);

@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared pick_handler_rows[] = {
     FUNCTION(new_PickHandler, NEW(hyxOSG::PickHandler, (osgViewer::Viewer*, osg::Group*), nullptr)),
     FUNCTION(PickHandler_reset, METHOD(hyxOSG::PickHandler, reset, ())),
     FUNCTION(PickHandler_setActivateModKeyMask, METHOD(hyxOSG::PickHandler, setActivateModKeyMask, (unsigned int))),
@@ -45,4 +45,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(pick_handler_rows);

@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared cable_damage_renderer_rows[] = {
     FUNCTION(new_CableDamageRenderer, NEW(hyxOSG::CableDamageRenderer, (hyxCable::CableDamage*, double, osg::Group*))),
     FUNCTION(CableDamageRenderer_renderCurrent, METHOD(hyxOSG::CableDamageRenderer, renderCurrent, ())),
     FUNCTION(CableDamageRenderer_renderAccumulated, METHOD(hyxOSG::CableDamageRenderer, renderAccumulated, ())),
@@ -25,4 +25,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(cable_damage_renderer_rows);

@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared deformable_height_field_renderer_rows[] = {
     FUNCTION(new_DeformableHeightFieldRenderer,
              NEW(hyxOSG::DeformableHeightFieldRenderer, (hyxModel::HeightFieldDeformer*, osg::Group*))),
     FUNCTION(DeformableHeightFieldRenderer_last,
@@ -24,4 +24,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(deformable_height_field_renderer_rows);

@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared deformable_mesh_updater_rows[] = {
     FUNCTION(new_DeformableMeshUpdater, NEW(hyxOSG::DeformableMeshUpdater, (hyxCollide::Trimesh*, osg::Group*))),
     FUNCTION(DeformableMeshUpdater_update, METHOD(hyxOSG::DeformableMeshUpdater, update, (bool), false)),
     FUNCTION(DeformableMeshUpdater_setForceUpdate, METHOD(hyxOSG::DeformableMeshUpdater, setForceUpdate, (bool))),
@@ -16,4 +16,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(deformable_mesh_updater_rows);

@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared force_arrow_renderer_rows[] = {
     FUNCTION(new_ForceArrowRenderer, NEW(hyxOSG::ForceArrowRenderer, ())),
     FUNCTION(ForceArrowRenderer_add,
              METHOD(hyxOSG::ForceArrowRenderer, add, (hyx::RigidBody*, hyx::Vec3 const&, hyxRender::Color const&),
@@ -33,4 +33,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(force_arrow_renderer_rows);

@@ -6,7 +6,7 @@ namespace {
 #define ITERATING(...) GUARDED(::vocabulary::translate_iterator_exception, __VA_ARGS__)
 #define ITSELF(...) FINISHED(::vocabulary::keep_owner, ITERATING(__VA_ARGS__))
 
-constexpr Declared functions[] = {
+constexpr Declared iterators_rows[] = {
     FUNCTION(delete_SwigPyIterator, DELETE(swig::SwigPyIterator)),
     FUNCTION(SwigPyIterator_value, ITERATING(METHOD(swig::SwigPyIterator, value, () const))),
     FUNCTION(SwigPyIterator_incr, ITSELF(METHOD(swig::SwigPyIterator, incr, (size_t), 1))),
@@ -33,4 +33,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(iterators_rows);

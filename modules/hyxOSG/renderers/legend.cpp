@@ -11,7 +11,7 @@ using Methods = swig::SequenceMethods<hyxOSG::LidarOutputRendererLegend>;
 // An iterator.
 #define POSITION(...) OWNED(FINISHED(::vocabulary::hold_sequence, CONTAINER(__VA_ARGS__)))
 
-constexpr Declared functions[] = {
+constexpr Declared legend_rows[] = {
     FUNCTION(LidarOutputRendererLegend_iterator,
              POSITION(ADAPTER(std::vector<hyxOSG::LidarOutputRendererLegendPoint>, iterator, Methods::iterate, ()))),
     FUNCTION(LidarOutputRendererLegend___nonzero__,
@@ -136,4 +136,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(legend_rows);

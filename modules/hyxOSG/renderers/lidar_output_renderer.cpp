@@ -15,7 +15,7 @@ void color_by(hyxOSG::LidarOutputRenderer& renderer, hyxOSG::LidarOutputRenderer
         renderer.setIntensityColorFunctionReplacement(callback);
 }
 
-constexpr Declared functions[] = {
+constexpr Declared lidar_output_renderer_rows[] = {
     FUNCTION(new_LidarOutputRenderer, NEW(hyxOSG::LidarOutputRenderer, (hyxSensor::Lidar const*, bool), false),
              NEW(hyxOSG::LidarOutputRenderer, (hyxOSG::LidarOutputRenderer const&))),
     FUNCTION(delete_LidarOutputRenderer, DELETE(hyxOSG::LidarOutputRenderer)),
@@ -51,4 +51,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(lidar_output_renderer_rows);

@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared lidar_output_renderer_color_function_callback_rows[] = {
     FUNCTION(new_LidarOutputRendererColorFunctionCallback,
              NEW_DIRECTOR(hyxOSG::LidarOutputRendererColorFunctionCallback,
                           SwigDirector_LidarOutputRendererColorFunctionCallback, ())),
@@ -21,4 +21,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(lidar_output_renderer_color_function_callback_rows);

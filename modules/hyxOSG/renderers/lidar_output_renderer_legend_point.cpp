@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared lidar_output_renderer_legend_point_rows[] = {
     FUNCTION(LidarOutputRendererLegendPoint_intensity_get, GET(hyxOSG::LidarOutputRendererLegendPoint, intensity)),
     FUNCTION(LidarOutputRendererLegendPoint_intensity_set,
              SET(hyxOSG::LidarOutputRendererLegendPoint, intensity, (float))),
@@ -23,4 +23,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(lidar_output_renderer_legend_point_rows);

@@ -6,7 +6,7 @@ namespace {
 
 #define HYX_MODEL "swig/configuration/hyxPython/hyxModel"
 
-constexpr Declared functions[] = {
+constexpr Declared pressure_field_renderer_rows[] = {
     FUNCTION(new_PressureFieldRenderer, NEW(hyxOSG::PressureFieldRenderer, (osg::Group*, double), 0.0)),
     FUNCTION(PressureFieldRenderer_addTriangle,
              LISTENER(METHOD(hyxOSG::PressureFieldRenderer, addTriangle,
@@ -23,4 +23,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(pressure_field_renderer_rows);

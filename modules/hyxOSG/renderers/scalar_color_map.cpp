@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared scalar_color_map_rows[] = {
     FUNCTION(new_ScalarColorMap, NEW(hyxOSG::ScalarColorMap, ()),
              NEW(hyxOSG::ScalarColorMap, (hyxRender::ColorVector const&, double, double)),
              NEW(hyxOSG::ScalarColorMap, (hyxOSG::ScalarColorMap::ColorRangePreset, double, double))),
@@ -26,4 +26,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(scalar_color_map_rows);

@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared spline_renderer_rows[] = {
     FUNCTION(new_SplineRenderer, NEW(hyxOSG::SplineRenderer, (hyxUtil::Spline*, osg::Group*))),
     FUNCTION(SplineRenderer_update, METHOD(hyxOSG::SplineRenderer, update, ()),
              METHOD(hyxOSG::SplineRenderer, update, (hyx::RealVector const&))),
@@ -27,4 +27,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(spline_renderer_rows);

@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared spline_renderer_old_rows[] = {
     FUNCTION(new_SplineRendererOld, NEW(hyxOSG::SplineRendererOld, (hyxUtil::Spline*, osg::Group*))),
     FUNCTION(SplineRendererOld_update, METHOD(hyxOSG::SplineRendererOld, update, ()),
              METHOD(hyxOSG::SplineRendererOld, update, (hyx::RealVector const&))),
@@ -27,4 +27,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(spline_renderer_old_rows);

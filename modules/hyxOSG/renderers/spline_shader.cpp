@@ -14,7 +14,7 @@ struct ReferencePolicy<hyxOSG::SplineShader> {
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared spline_shader_rows[] = {
     FUNCTION(new_SplineShader, NEW(hyxOSG::SplineShader, (std::size_t), 256)),
     FUNCTION(
         SplineShader_add,
@@ -39,4 +39,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(spline_shader_rows);

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared terrain_voxel_renderer_rows[] = {
     FUNCTION(new_TerrainVoxelRenderer, NEW(hyxOSG::TerrainVoxelRenderer, (hyxTerrain::Terrain*, osg::Group*)),
              NEW(hyxOSG::TerrainVoxelRenderer, (hyxSDK::TerrainInstance*, osg::Group*))),
     FUNCTION(TerrainVoxelRenderer_find,
@@ -83,4 +83,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(terrain_voxel_renderer_rows);

@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared wire_renderer_rows[] = {
     FUNCTION(new_WireRenderer, NEW(hyxOSG::WireRenderer, (hyxWire::Wire*, osg::Group*, hyxUtil::Spline*), nullptr)),
     FUNCTION(WireRenderer_setReferenceMaxTension, METHOD(hyxOSG::WireRenderer, setReferenceMaxTension, (double))),
     FUNCTION(WireRenderer_getReferenceMaxTension, METHOD(hyxOSG::WireRenderer, getReferenceMaxTension, () const)),
@@ -14,4 +14,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(wire_renderer_rows);

@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared wire_renderer_old_rows[] = {
     FUNCTION(new_WireRendererOld, NEW(hyxOSG::WireRendererOld, (hyxWire::Wire*, osg::Group*))),
     REGISTER(hyxOSG::WireRendererOld, WireRendererOld),
     INIT(WireRendererOld),
@@ -12,4 +12,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(wire_renderer_old_rows);

@@ -18,7 +18,7 @@ namespace {
 
 using hyxOSG::ParticleSystemDrawable;
 
-constexpr Declared functions[] = {
+constexpr Declared create_visual_rows[] = {
     FUNCTION(
         createVisual,
         FREE(hyxOSG::createVisual, (hyxCollide::Geometry const*, osg::Group*, float, bool, bool), 1.0f, false, true),
@@ -43,4 +43,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(create_visual_rows);

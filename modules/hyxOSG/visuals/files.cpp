@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared files_rows[] = {
     FUNCTION(readFile, FREE(hyxOSG::readFile,
                             (std::string const&, hyxSDK::Simulation*, osg::Group*, hyxSDK::Assembly*, double, bool,
                              hyx::UInt, hyxOSG::RigidBodyRenderCache*),
@@ -21,4 +21,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(files_rows);

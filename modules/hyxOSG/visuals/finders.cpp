@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared finders_rows[] = {
     FUNCTION(findGeometryNode, FREE(hyxOSG::findGeometryNode, (hyxCollide::Geometry const*, osg::Group*))),
     FUNCTION(findParticleSystemDrawable, FREE(hyxOSG::findParticleSystemDrawable, (osg::Group*))),
     FUNCTION(findRigidBodySystemDrawable, FREE(hyxOSG::findRigidBodySystemDrawable, (osg::Group*))),
@@ -21,4 +21,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(finders_rows);

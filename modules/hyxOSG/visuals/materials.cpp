@@ -26,7 +26,7 @@ void setUniformInt(osg::Node* node, std::string const& name, int value) {
     setUniform(node, name, value);
 }
 
-constexpr Declared functions[] = {
+constexpr Declared materials_rows[] = {
     FUNCTION(setDiffuseColor, FREE(hyxOSG::setDiffuseColor, (osg::Node*, hyx::Vec4f const&, bool), false),
              FREE(hyxOSG::setDiffuseColor, (hyx::RigidBody*, hyx::Vec4f const&, osg::Group*)),
              FREE(hyxOSG::setDiffuseColor, (hyxCollide::Geometry*, hyx::Vec4f const&, osg::Group*))),
@@ -55,4 +55,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(materials_rows);

@@ -15,7 +15,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared shapes_rows[] = {
     FUNCTION(createSphere, FREE(hyxOSG::createSphere, (hyx::Vec3 const&, hyx::Vec4 const&, float))),
     FUNCTION(createCylinder,
              FREE(hyxOSG::createCylinder, (hyx::AffineMatrix4x4 const&, hyx::Vec4 const&, float, float))),
@@ -54,4 +54,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(shapes_rows);

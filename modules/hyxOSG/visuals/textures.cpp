@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared textures_rows[] = {
     FUNCTION(createTexture, FREE(hyxOSG::createTexture, (std::string const&))),
     FUNCTION(loadCubeMapImages, FREE(hyxOSG::loadCubeMapImages,
                                      (std::string const&, std::string const&, hyx::Vector<osg::ref_ptr<osg::Image>>&))),
@@ -42,4 +42,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(textures_rows);

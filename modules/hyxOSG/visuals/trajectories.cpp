@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr Declared functions[] = {
+constexpr Declared trajectories_rows[] = {
     FUNCTION(createParticleContactGraph,
              FREE(hyxOSG::createParticleContactGraph, (hyx::ParticleSystem*, osg::Group*, double, double))),
     FUNCTION(createParticleTrajectoriesVisual,
@@ -30,4 +30,4 @@ constexpr Declared functions[] = {
 
 } // namespace
 
-ROWS(functions);
+ROWS(trajectories_rows);
