@@ -1,7 +1,6 @@
 /// The interpreter that runs this process, if any.
 #pragma once
 
-#define PY_SSIZE_T_CLEAN
 #include <Python.h>
 
 #include <string>

@@ -1,5 +1,4 @@
 // The stream of notices.
-#define PY_SSIZE_T_CLEAN
 #include "platform/hyx/objects/notify.h"
 
 #include "binding/vocabulary/python_values.h"
