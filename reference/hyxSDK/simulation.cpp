@@ -1,9 +1,9 @@
 #include "platform/hyxSDK/simulation.h"
 
-#include "reference/hyx/joints/constraint_implementation.h"
 #include "reference/hyx/values/number_checks.h"
 #include "reference/hyxSDK/named.h"
 #include "reference/hyxSDK/simulation_implementation.h"
+#include "reference/machinery/bullet/constraint_implementation.h"
 #include "reference/machinery/bullet/geometry_implementation.h"
 #include "reference/machinery/bullet/rigid_body_implementation.h"
 

@@ -1,7 +1,7 @@
 #include "platform/hyxSDK/simulation.h"
-#include "reference/hyx/joints/constraint_implementation.h"
 #include "reference/hyxSDK/simulation_implementation.h"
 #include "reference/machinery/bullet/bullet_values.h"
+#include "reference/machinery/bullet/constraint_implementation.h"
 #include "reference/machinery/bullet/rigid_body_implementation.h"
 
 #include <algorithm>

@@ -1,9 +1,9 @@
 #include "platform/hyx/joints/constraint.h"
 
 #include "platform/hyx/bodies/rigid_body.h"
-#include "reference/hyx/joints/constraint_implementation.h"
 #include "reference/hyx/values/number_checks.h"
 #include "reference/machinery/bullet/bullet_values.h"
+#include "reference/machinery/bullet/constraint_implementation.h"
 
 #include <stdexcept>
 

@@ -4,9 +4,9 @@
 #include "platform/hyx/joints/hinge.h"
 #include "platform/hyx/joints/lock_joint.h"
 #include "platform/hyx/joints/prismatic.h"
-#include "reference/hyx/joints/constraint_implementation.h"
 #include "reference/hyx/joints/joint_place.h"
 #include "reference/hyx/values/number_checks.h"
+#include "reference/machinery/bullet/constraint_implementation.h"
 
 #include <stdexcept>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "reference/hyx/joints/constraint_implementation.h"
 #include "reference/hyx/joints/joint_place.h"
+#include "reference/machinery/bullet/constraint_implementation.h"
 
 namespace hyx {
 

@@ -15,7 +15,6 @@
 #include "platform/hyxSDK/simulation.h"
 #include "reference/hyxOSG/application/auto_pause.h"
 #include "reference/hyxOSG/application/debug_renderer.h"
-#include "reference/hyxOSG/application/follow_manipulator.h"
 #include "reference/hyxOSG/application/grid_markers.h"
 #include "reference/hyxOSG/application/pacer.h"
 #include "reference/hyxOSG/application/profiler.h"
@@ -23,6 +22,7 @@
 #include "reference/hyxOSG/application/scene_list.h"
 #include "reference/hyxOSG/application/simulation_dump.h"
 #include "reference/hyxOSG/application/viewer_window.h"
+#include "reference/machinery/viewing/follow_manipulator.h"
 
 #include <osgGA/OrbitManipulator>
 

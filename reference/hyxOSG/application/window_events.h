@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/hyxOSG/application/example_application.h"
-#include "reference/hyxOSG/application/listener_bridge.h"
+#include "reference/machinery/viewing/listener_bridge.h"
 
 #include <osgGA/GUIEventHandler>
 

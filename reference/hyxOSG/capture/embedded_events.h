@@ -4,7 +4,7 @@
 #include "platform/hyx/objects/ref_ptr.h"
 #include "platform/hyxOSG/picking/pick_handler.h"
 #include "platform/hyxSDK/simulation.h"
-#include "reference/hyxOSG/application/listener_bridge.h"
+#include "reference/machinery/viewing/listener_bridge.h"
 
 #include <osgGA/GUIEventHandler>
 

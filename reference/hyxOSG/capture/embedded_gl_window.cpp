@@ -6,7 +6,7 @@
 #include "platform/hyxOSG/nodes/geometry_node.h"
 #include "platform/hyxOSG/visuals/create_visual.h"
 #include "platform/hyxSDK/simulation.h"
-#include "reference/hyxOSG/application/follow_manipulator.h"
+#include "reference/machinery/viewing/follow_manipulator.h"
 #include "reference/hyxOSG/capture/embedded_events.h"
 #include "reference/hyxOSG/capture/host_context.h"
 

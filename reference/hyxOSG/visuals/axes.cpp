@@ -5,9 +5,9 @@
 #include "platform/hyxCollide/geometry.h"
 #include "platform/hyxOSG/visuals/grid_axes.h"
 #include "reference/hyxOSG/visuals/follow_callback.h"
-#include "reference/hyxOSG/visuals/node_state.h"
 #include "reference/machinery/meshes/conversions.h"
 #include "reference/machinery/meshes/shape_meshes.h"
+#include "reference/machinery/shading/node_state.h"
 
 #include <osg/Geode>
 #include <osg/Material>

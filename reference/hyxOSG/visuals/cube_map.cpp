@@ -1,9 +1,9 @@
 #include "platform/hyxOSG/visuals/cube_map.h"
 
 #include "reference/hyxOSG/visuals/image_files.h"
-#include "reference/hyxOSG/visuals/node_state.h"
 #include "reference/machinery/meshes/notices.h"
 #include "reference/machinery/meshes/shape_meshes.h"
+#include "reference/machinery/shading/node_state.h"
 #include "reference/machinery/shading/surface_program.h"
 
 #include <osg/Geode>

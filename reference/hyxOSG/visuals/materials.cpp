@@ -3,8 +3,8 @@
 #include "platform/hyx/bodies/rigid_body.h"
 #include "platform/hyxOSG/nodes/geometry_node.h"
 #include "platform/hyxOSG/visuals/finders.h"
-#include "reference/hyxOSG/visuals/node_state.h"
 #include "reference/machinery/meshes/conversions.h"
+#include "reference/machinery/shading/node_state.h"
 
 #include <osg/NodeVisitor>
 

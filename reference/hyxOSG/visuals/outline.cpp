@@ -1,8 +1,8 @@
 /// Silhouette lines around nodes.
 
 #include "platform/hyxOSG/visuals/render_state.h"
-#include "reference/hyxOSG/visuals/node_state.h"
 #include "reference/machinery/meshes/stencil_buffer.h"
+#include "reference/machinery/shading/node_state.h"
 
 #include <osg/Camera>
 #include <osg/CullFace>

@@ -2,9 +2,9 @@
 
 #include "platform/hyxOSG/nodes/geometry_node.h"
 #include "platform/hyxOSG/visuals/finders.h"
-#include "reference/hyxOSG/visuals/node_state.h"
 #include "reference/machinery/meshes/conversions.h"
 #include "reference/machinery/meshes/line_meshes.h"
+#include "reference/machinery/shading/node_state.h"
 
 #include <osg/Geode>
 #include <osgText/Text>

@@ -5,7 +5,7 @@
 #include "platform/hyxOSG/nodes/texture2d.h"
 #include "platform/hyxOSG/visuals/finders.h"
 #include "reference/hyxOSG/visuals/image_files.h"
-#include "reference/hyxOSG/visuals/node_state.h"
+#include "reference/machinery/shading/node_state.h"
 #include "reference/machinery/shading/surface_program.h"
 
 #include <osg/BlendFunc>

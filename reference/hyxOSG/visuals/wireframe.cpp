@@ -1,7 +1,7 @@
 /// Edges instead of faces.
 
 #include "platform/hyxOSG/visuals/render_state.h"
-#include "reference/hyxOSG/visuals/node_state.h"
+#include "reference/machinery/shading/node_state.h"
 
 #include <osg/PolygonMode>
 

@@ -1,13 +1,13 @@
 #include "reference/machinery/bullet/physics_world.h"
 
 #include "platform/hyxCollide/shape.h"
-#include "reference/hyx/joints/constraint_implementation.h"
-#include "reference/hyx/joints/soft_row_solver.h"
 #include "reference/machinery/bullet/bullet_values.h"
+#include "reference/machinery/bullet/constraint_implementation.h"
 #include "reference/machinery/bullet/contact_response.h"
 #include "reference/machinery/bullet/geometry_implementation.h"
 #include "reference/machinery/bullet/rigid_body_implementation.h"
 #include "reference/machinery/bullet/rolling_resistance.h"
+#include "reference/machinery/bullet/soft_row_solver.h"
 
 #include <BulletCollision/BroadphaseCollision/btDbvtBroadphase.h>
 #include <BulletCollision/CollisionDispatch/btDefaultCollisionConfiguration.h>

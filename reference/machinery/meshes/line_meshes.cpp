@@ -1,7 +1,7 @@
 #include "reference/machinery/meshes/line_meshes.h"
 
-#include "reference/hyxOSG/visuals/node_state.h"
 #include "reference/machinery/meshes/mesh_builder.h"
+#include "reference/machinery/shading/node_state.h"
 
 #include <osg/LineWidth>
 

@@ -1,6 +1,6 @@
 #include "reference/machinery/shading/surface_program.h"
 
-#include "reference/hyxOSG/visuals/node_state.h"
+#include "reference/machinery/shading/node_state.h"
 #include "reference/machinery/shading/shadow_lookup.h"
 
 #include <osg/NodeVisitor>

@@ -4,7 +4,7 @@
 #include "platform/hyx/joints/lock1d.h"
 #include "platform/hyx/joints/motor1d.h"
 #include "platform/hyx/joints/range1d.h"
-#include "reference/hyx/joints/constraint_row.h"
+#include "reference/machinery/bullet/constraint_row.h"
 
 #include <memory>
 #include <vector>

@@ -1,5 +1,5 @@
 /// Window events as calls of listeners.
-#include "reference/hyxOSG/application/listener_bridge.h"
+#include "reference/machinery/viewing/listener_bridge.h"
 
 #include <osg/Camera>
 

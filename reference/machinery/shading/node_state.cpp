@@ -1,4 +1,4 @@
-#include "reference/hyxOSG/visuals/node_state.h"
+#include "reference/machinery/shading/node_state.h"
 
 #include <osg/BlendFunc>
 #include <osg/Depth>

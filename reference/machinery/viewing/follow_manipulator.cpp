@@ -1,5 +1,5 @@
 /// Puts the orbit of the base class into the frame of a node.
-#include "reference/hyxOSG/application/follow_manipulator.h"
+#include "reference/machinery/viewing/follow_manipulator.h"
 
 #include <cmath>
 

@@ -1,4 +1,4 @@
-#include "reference/hyx/joints/constraint_row.h"
+#include "reference/machinery/bullet/constraint_row.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "reference/hyx/joints/constraint_implementation.h"
+#include "reference/machinery/bullet/constraint_implementation.h"
 
 #include "reference/machinery/bullet/bullet_values.h"
 #include "reference/machinery/bullet/physics_world.h"
