@@ -4,7 +4,7 @@ import hyx
 import hyxCollide
 import hyxSDK
 
-GRAVITY = 9.80665
+GRAVITY = hyxSDK.Simulation().getGravity().length()
 
 
 def body(shape, position=(0, 0, 0), mass=None, control=hyx.RigidBody.DYNAMICS, name=""):

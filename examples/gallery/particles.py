@@ -12,7 +12,6 @@ Drawable = hyxOSG.ParticleSystemDrawable
 def grains(stage, height=0.0):
     system = hyx.ParticleSystem()
     system.setParticleRadius(0.45)
-    system.setGravity(hyx.Vec3())
     for place in ((-0.1, 0, -0.3), (0.5, -0.2, 0), (-0.4, 0.1, 0.3)):
         system.createParticle(hyx.Vec3(*place) + hyx.Vec3(0, 0, height), hyx.Vec3())
     stage.simulation.add(system)
@@ -41,7 +40,6 @@ def contact_graph(stage):
     """Grains that fly into each other, the faster the farther out; drawn small, so that the graph is seen."""
     system = hyx.ParticleSystem()
     system.setParticleRadius(0.2)
-    system.setGravity(hyx.Vec3())
     for x in range(-3, 4):
         for z in range(-2, 3):
             system.createParticle(hyx.Vec3(0.39 * x, 0, 0.39 * z), hyx.Vec3(-x, 0, -z))

@@ -56,7 +56,6 @@ def on_a_texture_map(stage):
 def on_particles(stage):
     system = hyx.ParticleSystem()
     system.setParticleRadius(0.3)
-    system.setGravity(hyx.Vec3())
     for x in range(-6, 7):
         for y in range(-6, 7):
             system.createParticle(hyx.Vec3(0.4 * x, 0.4 * y, 0.1), hyx.Vec3())

@@ -46,7 +46,10 @@ public:
 
     hyx::Real getRadius() const;
     CableProperties const& getProperties() const;
+    /// Gravity in m/s2 while this is in no simulation, standard gravity along -Z at first; in a simulation, that one's
+    /// gravity acts. Throws `std::invalid_argument` when not finite.
     void setGravity(hyx::Vec3 const& gravity);
+    /// What acts now: the simulation's gravity, or the own one in none.
     hyx::Vec3 getGravity() const;
     /// Lets a fixed end (`first` or the last) travel to a point in metres, world, within the next step; no effect on an
     /// end that rides on a body.
@@ -66,8 +69,6 @@ public:
     /// Advances the cable by `timeStep` seconds. Throws `std::invalid_argument` unless it is above 0.
     void step(hyx::Real timeStep);
 
-    /// Takes the simulation's gravity.
-    void setSimulation(hyxSDK::Simulation* simulation) override;
     void preStep(hyx::TimeStamp time, hyx::Real timeStep) override;
 
 protected:

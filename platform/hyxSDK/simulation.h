@@ -18,10 +18,13 @@ public:
     /// ITERATIVE the fast general one, DIRECT an exact one for small mechanisms.
     enum SolverType { MULTI = 0, ITERATIVE = 1, DIRECT = 2 };
 
+    /// m/s2 at the surface of the earth.
+    static constexpr hyx::Real standardGravity = 9.80665;
+
     using BodyEvent = hyx::TypedEvent<hyx::RigidBody*>;
     using GeometryEvent = hyx::TypedEvent<hyxCollide::Geometry*>;
 
-    /// Gravity (0, 0, -9.80665) m/s2, time step 1/60 s, ITERATIVE.
+    /// Standard gravity along -Z, time step 1/60 s, ITERATIVE.
     explicit Simulation(hyx::Name const& name = hyx::Name());
 
     void add(hyx::RigidBody* body);
@@ -71,7 +74,7 @@ public:
 
     hyxCollide::Space* getSpace() const;
 
-    /// m/s2. Throws std::invalid_argument when not finite.
+    /// m/s2, of all that is in the simulation, from the next step on. Throws std::invalid_argument when not finite.
     void setGravity(hyx::Vec3 const& gravity);
     hyx::Vec3 getGravity() const;
     /// Seconds. Throws std::invalid_argument unless positive and finite.

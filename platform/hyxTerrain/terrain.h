@@ -100,7 +100,7 @@ public:
     /// Removes a tool; false when it was not there.
     bool removeTool(DigTool* tool);
     std::vector<hyx::ref_ptr<DigTool>> const& getTools() const;
-    /// The grains freed by digging.
+    /// The grains freed by digging. Their gravity is that of all the soil: it drives the slides and presses on tools.
     hyx::ParticleSystem* getSoilParticles() const;
     /// Whether digging makes grains (true at first) or piles the soil up beside the tool.
     void setEnableSoilParticles(bool enable);

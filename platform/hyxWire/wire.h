@@ -42,7 +42,10 @@ public:
     /// The part of the points' velocity that is lost in a second, 0.5 at first.
     void setDamping(hyx::Real damping);
     hyx::Real getDamping() const;
+    /// Gravity in m/s2 while this is in no simulation, standard gravity along -Z at first; in a simulation, that one's
+    /// gravity acts. Throws `std::invalid_argument` when not finite.
     void setGravity(hyx::Vec3 const& gravity);
+    /// What acts now: the simulation's gravity, or the own one in none.
     hyx::Vec3 getGravity() const;
     /// Steps of the solver for each step of the simulation, 20 at first; long chains need 10 or more.
     void setNumSubsteps(hyx::UInt count);
@@ -73,8 +76,6 @@ public:
     /// above 0.
     void step(hyx::Real timeStep);
 
-    /// Takes the simulation's gravity.
-    void setSimulation(hyxSDK::Simulation* simulation) override;
     void preStep(hyx::TimeStamp time, hyx::Real timeStep) override;
 
 protected:

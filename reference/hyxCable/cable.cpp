@@ -1,7 +1,7 @@
 #include "platform/hyxCable/cable.h"
 
 #include "platform/hyx/bodies/rigid_body.h"
-#include "platform/hyxSDK/simulation.h"
+#include "reference/hyx/objects/process_gravity.h"
 #include "reference/hyx/values/number_checks.h"
 #include "reference/hyxWire/chain_route.h"
 
@@ -22,6 +22,7 @@ constexpr hyx::UInt substeps = 20;
 struct Cable::Implementation {
     hyxWire::ChainRoute route;
     hyxWire::ChainSolver chain;
+    hyx::ProcessGravity gravity;
     CableProperties properties;
     Real radius;
     Real segmentLength;
@@ -79,11 +80,11 @@ CableProperties const& Cable::getProperties() const {
 }
 
 void Cable::setGravity(Vec3 const& gravity) {
-    m_implementation->chain.gravity = gravity;
+    m_implementation->gravity.setOwn(gravity);
 }
 
 Vec3 Cable::getGravity() const {
-    return m_implementation->chain.gravity;
+    return m_implementation->gravity.of(*this);
 }
 
 void Cable::setEndPoint(bool first, Vec3 const& point) {
@@ -131,15 +132,9 @@ void Cable::step(Real timeStep) {
     initialize();
     m_implementation->route.takePlaces(m_implementation->chain, timeStep);
     m_implementation->bodyTwist += (m_implementation->turnRate(true) - m_implementation->turnRate(false)) * timeStep;
-    m_implementation->chain.step(timeStep, substeps);
+    m_implementation->chain.step(timeStep, substeps, getGravity());
     m_implementation->route.pullBodies(m_implementation->chain);
     m_implementation->publish();
-}
-
-void Cable::setSimulation(hyxSDK::Simulation* simulation) {
-    Process::setSimulation(simulation);
-    if (simulation)
-        setGravity(simulation->getGravity());
 }
 
 void Cable::preStep(hyx::TimeStamp, Real timeStep) {

@@ -38,7 +38,7 @@ struct Simulation::Implementation {
     hyxCollide::GeometryPtrVector geometries;
     bool geometriesOutdated = true;
 
-    hyx::Vec3 gravity{0, 0, -9.80665};
+    hyx::Vec3 gravity{0, 0, -standardGravity};
     hyx::Real timeStep = 1.0 / 60;
     /// The time is counted in steps from a start, so that it stays exact over long runs.
     hyx::TimeStamp startTime = 0;

@@ -41,17 +41,17 @@ void Avalanche::wakeAll() {
         activate(c);
 }
 
-void Avalanche::step(Real timeStep) {
+void Avalanche::step(Real timeStep, Real gravity) {
     for (std::size_t c : m_columns.takeChanged())
         wake(c);
-    if (m_active.empty())
+    if (m_active.empty() || gravity <= 0)
         return;
     m_standing.clear();
     for (SoilMaterial const& material : m_columns.materials)
         m_standing.push_back(std::tan(std::min(material.reposeAngle, 1.5)));
     for (int sweep = 0; sweep < sweeps; ++sweep) {
         for (std::size_t const c : std::vector<std::size_t>(m_active))
-            slide(c, timeStep);
+            slide(c, timeStep, gravity);
         for (std::size_t c : m_columns.takeChanged())
             wake(c);
     }
@@ -79,7 +79,7 @@ Real Avalanche::standingSlope(std::size_t c) const {
     return m_standing[material];
 }
 
-void Avalanche::slide(std::size_t c, Real timeStep) {
+void Avalanche::slide(std::size_t c, Real timeStep, Real gravity) {
     long const x = static_cast<long>(c % m_columns.nx), y = static_cast<long>(c / m_columns.nx);
     Real const size = m_columns.elementSize;
     Real const standing = standingSlope(c);
@@ -98,7 +98,7 @@ void Avalanche::slide(std::size_t c, Real timeStep) {
             if (soil.mass <= 0)
                 return;
             // What it would gain by falling freely down the slope, but no faster than one column a step.
-            Real const speed = std::min(std::sqrt(2 * 9.81 * excess), distance / timeStep) / distance * size;
+            Real const speed = std::min(std::sqrt(2 * gravity * excess), distance / timeStep) / distance * size;
             m_columns.addFluid(neighbour, soil, hyx::Vec3f(dx * speed, dy * speed, -standing * speed));
             m_slid[c] = m_slid[neighbour] = 1;
         }

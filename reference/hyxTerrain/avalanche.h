@@ -15,15 +15,16 @@ public:
     void wake(std::size_t c);
     /// Looks at all columns in the next step.
     void wakeAll();
-    /// Lets soil slide and come to rest for `timeStep` seconds.
-    void step(hyx::Real timeStep);
+    /// Lets soil slide and come to rest for `timeStep` seconds. `gravity` is what pulls it down in m/s2: soil without
+    /// any stays where it is.
+    void step(hyx::Real timeStep, hyx::Real gravity);
 
     /// Whether anything still moves.
     bool isActive() const { return !m_active.empty(); }
 
 private:
     void activate(std::size_t c);
-    void slide(std::size_t c, hyx::Real timeStep);
+    void slide(std::size_t c, hyx::Real timeStep, hyx::Real gravity);
     hyx::Real standingSlope(std::size_t c) const;
 
     Columns& m_columns;

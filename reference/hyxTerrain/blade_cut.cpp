@@ -46,7 +46,7 @@ std::vector<Cut> findCuts(Columns const& columns, DigTool const& tool, Vec3 cons
     return cuts;
 }
 
-Vec3 soilForce(Columns const& columns, std::vector<Cut> const& cuts, Vec3 const& velocity) {
+Vec3 soilForce(Columns const& columns, std::vector<Cut> const& cuts, Vec3 const& velocity, Real gravity) {
     Real const speed = velocity.length();
     if (cuts.empty() || speed < 1e-3)
         return Vec3();
@@ -56,7 +56,7 @@ Vec3 soilForce(Columns const& columns, std::vector<Cut> const& cuts, Vec3 const&
         SoilMaterial const& soil = columns.materials[column.count > 0 ? column.layers[column.count - 1].material : 0];
         Real const depth = columns.height(cut.column) - cut.height;
         Real const passive = std::pow(std::tan(std::numbers::pi / 4 + 0.5 * std::min(soil.reposeAngle, 1.2)), 2);
-        pressure += 0.5 * soil.density * 9.81 * passive * depth * depth * columns.elementSize;
+        pressure += 0.5 * soil.density * gravity * passive * depth * depth * columns.elementSize;
     }
     // The force comes up with the speed, so that a blade at rest is not pushed back.
     return velocity / speed * -(pressure * std::min(speed / 0.1, 1.0));

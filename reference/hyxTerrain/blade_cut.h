@@ -17,7 +17,8 @@ struct Cut {
 std::vector<Cut> findCuts(Columns const& columns, DigTool const& tool, hyx::Vec3 const& terrainPosition,
                           hyx::Real timeStep);
 
-/// The force in newtons on a blade that takes `cuts` at `velocity`: passive earth pressure over its width.
-hyx::Vec3 soilForce(Columns const& columns, std::vector<Cut> const& cuts, hyx::Vec3 const& velocity);
+/// The force in newtons on a blade that takes `cuts` at `velocity`: passive earth pressure over its width, of soil that
+/// `gravity` in m/s2 pulls down.
+hyx::Vec3 soilForce(Columns const& columns, std::vector<Cut> const& cuts, hyx::Vec3 const& velocity, hyx::Real gravity);
 
 } // namespace hyxTerrain

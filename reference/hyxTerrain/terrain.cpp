@@ -66,6 +66,9 @@ struct Terrain::Implementation {
         return mass;
     }
 
+    /// Gravity downwards in m/s2; columns do not feel what pulls sideways or up.
+    Real gravityDown() const { return std::max(-grains->getGravity().z, 0.0); }
+
     void useTool(DigTool& tool, Real timeStep);
     std::size_t ahead(std::size_t c, Vec3 const& velocity) const;
 };
@@ -291,7 +294,7 @@ void Terrain::step(Real timeStep) {
             m_implementation->useTool(*tool, timeStep);
             blades.push_back((tool->getWorldEdgeBegin() + tool->getWorldEdgeEnd()) * 0.5);
         }
-    m_implementation->avalanche.step(timeStep);
+    m_implementation->avalanche.step(timeStep, m_implementation->gravityDown());
     if (m_implementation->grains->getNumParticles() > 0) {
         m_implementation->grains->step(timeStep);
         m_implementation->loose.settle(timeStep, m_implementation->position, blades,
@@ -311,7 +314,7 @@ UInt Terrain::getRowRevision(UInt y) const {
 void Terrain::Implementation::useTool(DigTool& tool, Real timeStep) {
     Vec3 const velocity = tool.getWorldVelocity();
     std::vector<Cut> const cuts = findCuts(columns, tool, position, timeStep);
-    Vec3 const force = soilForce(columns, cuts, velocity);
+    Vec3 const force = soilForce(columns, cuts, velocity, gravityDown());
     Real mass = 0;
     for (Cut const& cut : cuts)
         mass += takeAbove(cut.column, cut.height, [&](Soil const& soil) {

@@ -50,6 +50,8 @@ bool TerrainInstance::getEnableCompaction() const {
 }
 
 void TerrainInstance::step(Real timeStep) {
+    if (getSimulation())
+        m_terrain->getSoilParticles()->setGravity(getSimulation()->getGravity());
     if (m_enableCompaction)
         takeContacts();
     m_terrain->step(timeStep);
@@ -66,7 +68,6 @@ void TerrainInstance::setSimulation(Simulation* simulation) {
     Process::setSimulation(simulation);
     if (!simulation)
         return;
-    m_terrain->getSoilParticles()->setGravity(simulation->getGravity());
     simulation->add(m_body.get());
 }
 

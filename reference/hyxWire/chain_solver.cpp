@@ -15,7 +15,7 @@ constexpr Real slackStiffness = 1e-3;
 
 } // namespace
 
-void ChainSolver::step(Real timeStep, hyx::UInt substeps, Real growth) {
+void ChainSolver::step(Real timeStep, hyx::UInt substeps, Vec3 const& gravity, Real growth) {
     Real const h = timeStep / substeps;
     Real const kept = std::exp(-damping * h);
     std::size_t const count = points.size();

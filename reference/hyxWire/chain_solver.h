@@ -28,11 +28,10 @@ public:
     hyx::Real bendStiffness = 0;        ///< N m2
     bool tensionOnly = true;            ///< segments buckle instead of pushing
     hyx::Real damping = 0;              ///< part of the velocity lost in a second
-    hyx::Vec3 gravity = hyx::Vec3(0, 0, -9.81);
 
-    /// Advances by `timeStep` seconds in `substeps` parts. Held points move with their own velocity. All rest lengths
-    /// grow by the factor `growth`, a part in each substep: at once it would be a blow.
-    void step(hyx::Real timeStep, hyx::UInt substeps, hyx::Real growth = 1);
+    /// Advances by `timeStep` seconds in `substeps` parts under `gravity` in m/s2. Held points move with their own
+    /// velocity. All rest lengths grow by the factor `growth`, a part in each substep: at once it would be a blow.
+    void step(hyx::Real timeStep, hyx::UInt substeps, hyx::Vec3 const& gravity, hyx::Real growth = 1);
     /// Length of the chain in metres as it hangs.
     hyx::Real length() const;
     /// Curvature (1/m) at an inner point.

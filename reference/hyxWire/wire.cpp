@@ -1,6 +1,6 @@
 #include "platform/hyxWire/wire.h"
 
-#include "platform/hyxSDK/simulation.h"
+#include "reference/hyx/objects/process_gravity.h"
 #include "reference/hyx/values/number_checks.h"
 #include "reference/hyxWire/chain_route.h"
 
@@ -24,6 +24,7 @@ constexpr Real ropeModulus = 1e11;
 struct Wire::Implementation {
     ChainRoute route;
     ChainSolver chain;
+    hyx::ProcessGravity gravity;
     Real radius;
     Real segmentLength;
     Real massPerLength;
@@ -104,11 +105,11 @@ Real Wire::getDamping() const {
 }
 
 void Wire::setGravity(Vec3 const& gravity) {
-    m_implementation->chain.gravity = gravity;
+    m_implementation->gravity.setOwn(gravity);
 }
 
 Vec3 Wire::getGravity() const {
-    return m_implementation->chain.gravity;
+    return m_implementation->gravity.of(*this);
 }
 
 void Wire::setNumSubsteps(hyx::UInt count) {
@@ -168,15 +169,10 @@ void Wire::step(Real timeStep) {
     hyx::requirePositive(timeStep, "the time step of a wire");
     initialize();
     m_implementation->route.takePlaces(m_implementation->chain, timeStep);
-    m_implementation->chain.step(timeStep, m_implementation->substeps, m_implementation->growth(timeStep));
+    m_implementation->chain.step(timeStep, m_implementation->substeps, getGravity(),
+                                 m_implementation->growth(timeStep));
     m_implementation->route.pullBodies(m_implementation->chain);
     m_implementation->publish();
-}
-
-void Wire::setSimulation(hyxSDK::Simulation* simulation) {
-    Process::setSimulation(simulation);
-    if (simulation)
-        setGravity(simulation->getGravity());
 }
 
 void Wire::preStep(hyx::TimeStamp, Real timeStep) {

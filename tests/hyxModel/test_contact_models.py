@@ -7,6 +7,7 @@ import hyxCollide
 import hyxModel
 import hyxSDK
 import pytest
+from physics_scene import GRAVITY
 
 
 def box(half, position, mass=None):
@@ -98,7 +99,7 @@ def resting_field(tilt=0.0):
 def test_pressure_adds_up_to_the_weight_on_the_lower_face():
     field = resting_field()
     triangles = field.getTriangles()
-    assert field.getForce() == pytest.approx(80 * 9.80665, rel=0.02)
+    assert field.getForce() == pytest.approx(80 * GRAVITY, rel=0.02)
     assert len(triangles) == 2 * 10 * 8
     assert all(triangle.normal.z == pytest.approx(-1) for triangle in triangles)
     assert sum(triangle.getArea() for triangle in triangles) == pytest.approx(1.0 * 0.8)
@@ -108,7 +109,7 @@ def test_pressure_adds_up_to_the_weight_on_the_lower_face():
 def test_pressure_is_even_under_a_flat_face():
     pressures = [triangle.getPressure(corner) for triangle in resting_field().getTriangles() for corner in range(3)]
     assert min(pressures) > 0.5 * max(pressures)
-    assert max(pressures) == pytest.approx(80 * 9.80665 / 0.8, rel=0.5)
+    assert max(pressures) == pytest.approx(80 * GRAVITY / 0.8, rel=0.5)
 
 
 def test_no_contact_no_pressure():

@@ -8,6 +8,7 @@ import hyxCollide
 import hyxSDK
 import hyxWire
 import pytest
+from physics_scene import GRAVITY
 
 STEP = 1 / 60
 
@@ -38,7 +39,7 @@ def hanging(segments=10):
 def test_a_wire_hangs_as_a_catenary_with_its_tension():
     wire = hanging()
     a = catenary(10, 8)
-    weight = wire.getMassPerLength() * 9.81
+    weight = wire.getMassPerLength() * GRAVITY
     middle = wire.getNumPoints() // 2
     assert -wire.getPoint(middle).z == pytest.approx(a * (math.cosh(4 / a) - 1), rel=0.005)
     assert wire.getTension(middle) == pytest.approx(weight * a, rel=0.01)
@@ -61,8 +62,8 @@ def test_a_wire_carries_a_body_with_its_weight():
     for _ in range(600):
         simulation.step()
     last = wire.getTensions()[-1]
-    assert last == pytest.approx(50 * 9.81, rel=0.02)
-    own_weight = wire.getMassPerLength() * 9.81 * 2
+    assert last == pytest.approx(50 * GRAVITY, rel=0.02)
+    own_weight = wire.getMassPerLength() * GRAVITY * 2
     assert wire.getTension(0) - last == pytest.approx(own_weight * 9 / 10, rel=0.2)
     assert body.getPosition().z == pytest.approx(-2, abs=0.01)
 
@@ -101,7 +102,7 @@ def test_a_slack_wire_carries_nothing():
     simulation.add(wire)
     for _ in range(300):
         simulation.step()
-    assert wire.getTensions()[-1] < 0.1 * body.getMass() * 9.81
+    assert wire.getTensions()[-1] < 0.1 * body.getMass() * GRAVITY
     assert wire.getCurrentLength() > 1.9
 
 

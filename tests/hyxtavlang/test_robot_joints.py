@@ -6,6 +6,7 @@ import hyx
 import hyxtavlang
 import numpy
 import pytest
+from physics_scene import GRAVITY
 
 LINK = (
     '<link name="{0}"><inertial><mass value="{1}"/>'
@@ -136,7 +137,7 @@ def test_a_planar_joint_leaves_the_plane_and_the_turn_about_its_normal(load):
 
 def test_a_floating_joint_holds_nothing(load):
     world = load(WHEEL + joint("floating"))
-    world.setGravity(hyx.Vec3(0, 0, -9.81))
+    world.setGravity(hyx.Vec3(0, 0, -GRAVITY))
     for _ in range(60):
         world.step()
     assert world.getConstraints() == [] and world.getRigidBody("wheel").getPosition().z < -4

@@ -92,8 +92,10 @@ public:
     /// Coefficient of dry friction in all contacts, 0.6 at first. Throws `std::invalid_argument` below 0.
     void setFriction(Real friction);
     Real getFriction() const;
-    /// Acceleration in m/s2 of all grains, (0, 0, -9.81) at first; joining a simulation takes the simulation's.
+    /// Gravity in m/s2 while this is in no simulation, standard gravity along -Z at first; in a simulation, that one's
+    /// gravity acts. Throws `std::invalid_argument` when not finite.
     void setGravity(Vec3 const& gravity);
+    /// What acts now: the simulation's gravity, or the own one in none.
     Vec3 getGravity() const;
     /// Seconds after which a grain is removed; infinite at first.
     void setLifetime(Real seconds);
@@ -113,7 +115,6 @@ public:
     /// Advances all grains by `timeStep` seconds. Throws `std::invalid_argument` unless it is above 0.
     void step(Real timeStep);
 
-    void setSimulation(hyxSDK::Simulation* simulation) override;
     /// Advances by the simulation's time step.
     void postStep(TimeStamp time, Real timeStep) override;
 

@@ -1,7 +1,7 @@
 #include "platform/hyx/particles/particle_system.h"
 
 #include "platform/hyx/bodies/rigid_body.h"
-#include "platform/hyxSDK/simulation.h"
+#include "reference/hyx/objects/process_gravity.h"
 #include "reference/hyx/particles/body_obstacle.h"
 #include "reference/hyx/particles/neighbour_grid.h"
 #include "reference/hyx/values/number_checks.h"
@@ -48,7 +48,7 @@ struct ParticleSystem::Implementation {
     Real radius = 0.05;
     Real density = 1500;
     Real friction = 0.6;
-    Vec3 gravity = Vec3(0, 0, -9.81);
+    ProcessGravity gravity;
     Real lifetime = std::numeric_limits<Real>::infinity();
     bool enable = true;
 
@@ -59,7 +59,7 @@ struct ParticleSystem::Implementation {
     std::vector<Pair> pairs;
     std::vector<Touch> touches;
 
-    void substep(Real h);
+    void substep(Real h, Vec3 const& acceleration);
     void findPairs();
     bool partOverlaps();
     bool leaveObstacles(Real h);
@@ -157,11 +157,11 @@ Real ParticleSystem::getFriction() const {
 }
 
 void ParticleSystem::setGravity(Vec3 const& gravity) {
-    m_implementation->gravity = gravity;
+    m_implementation->gravity.setOwn(gravity);
 }
 
 Vec3 ParticleSystem::getGravity() const {
-    return m_implementation->gravity;
+    return m_implementation->gravity.of(*this);
 }
 
 void ParticleSystem::setLifetime(Real seconds) {
@@ -210,7 +210,7 @@ void ParticleSystem::step(Real timeStep) {
     if (!m_implementation->enable)
         return;
     for (int i = 0; i < substepsPerStep; ++i)
-        m_implementation->substep(timeStep / substepsPerStep);
+        m_implementation->substep(timeStep / substepsPerStep, getGravity());
     m_implementation->recordContacts(timeStep / substepsPerStep);
     for (Particle& particle : m_implementation->particles)
         particle.age += timeStep;
@@ -218,23 +218,17 @@ void ParticleSystem::step(Real timeStep) {
                   [this](Particle const& particle) { return particle.age > m_implementation->lifetime; });
 }
 
-void ParticleSystem::setSimulation(hyxSDK::Simulation* simulation) {
-    Process::setSimulation(simulation);
-    if (simulation)
-        m_implementation->gravity = simulation->getGravity();
-}
-
 void ParticleSystem::postStep(TimeStamp, Real timeStep) {
     step(timeStep);
 }
 
-void ParticleSystem::Implementation::substep(Real h) {
+void ParticleSystem::Implementation::substep(Real h, Vec3 const& acceleration) {
     predicted.clear();
     fastest = 0;
     spin.assign(particles.size(), Vec3());
     touches.clear();
     for (Particle& particle : particles) {
-        particle.velocity += gravity * h;
+        particle.velocity += acceleration * h;
         predicted.push_back(particle.position + particle.velocity * h);
         fastest = std::max(fastest, particle.velocity.length());
     }

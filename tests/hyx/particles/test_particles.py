@@ -6,6 +6,7 @@ import hyx
 import hyxCollide
 import hyxSDK
 import pytest
+from physics_scene import GRAVITY
 
 STEP = 1 / 60
 
@@ -32,8 +33,8 @@ def test_a_grain_falls_as_fast_as_it_should():
     ident = grains.createParticle(hyx.Vec3(0, 0, 10), hyx.Vec3(1, 0, 0))
     run(grains, 60)
     grain = grains.getParticle(ident)
-    assert grain.velocity.z == pytest.approx(-9.81)
-    assert grain.position.z == pytest.approx(10 - 0.5 * 9.81, abs=0.06)
+    assert grain.velocity.z == pytest.approx(-GRAVITY)
+    assert grain.position.z == pytest.approx(10 - 0.5 * GRAVITY, abs=0.06)
     assert grain.position.x == pytest.approx(1)
     assert grain.age == pytest.approx(1)
 
@@ -47,7 +48,7 @@ def test_a_pile_rests_and_the_floor_carries_its_weight():
     assert max(grain.velocity.length() for grain in grains.getParticles()) < 0.1
     none = 2**64 - 1  # the surroundings
     carried = sum(contact.force for contact in grains.getContacts() if contact.second == none)
-    assert carried == pytest.approx(grains.getMass() * 9.81, rel=0.03)
+    assert carried == pytest.approx(grains.getMass() * GRAVITY, rel=0.03)
 
 
 def test_grains_do_not_enter_each_other():

@@ -8,9 +8,10 @@ import hyxOSG
 import hyxRender
 import pytest
 from hyxOSG import ForceArrowRenderer
+from physics_scene import GRAVITY
 
 MASS = 10.0
-WEIGHT = MASS * 9.80665
+WEIGHT = MASS * GRAVITY
 
 
 def color(r, g, b):

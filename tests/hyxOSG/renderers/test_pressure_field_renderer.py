@@ -7,6 +7,7 @@ import hyxCollide
 import hyxModel
 import pytest
 from hyxOSG import PressureFieldRenderer
+from physics_scene import GRAVITY
 
 IDENTITY = hyx.AffineMatrix4x4()
 COLD, HOT = (59, 76, 192), (180, 4, 38)
@@ -124,5 +125,5 @@ def test_the_pressure_under_a_box_is_drawn_on_its_underside(stage):
     field.updateTransform(box.getTransform())
     field.done()
     stage.app.setCameraHome(hyx.Vec3(0, -4, -4), hyx.Vec3(0, 0, 0), hyx.Vec3(0, 0, 1))
-    assert source.getForce() == pytest.approx(box.getMass() * 9.80665, rel=0.1)
+    assert source.getForce() == pytest.approx(box.getMass() * GRAVITY, rel=0.1)
     assert drawn(stage.shoot()) > 500

@@ -267,7 +267,6 @@ def test_the_contact_graph_joins_grains_that_touch():
     system = grains((5, 0, 0))
     system.createParticle(hyx.Vec3(0, 0, 0), hyx.Vec3(20, 0, 0))
     system.createParticle(hyx.Vec3(0.9, 0, 0), hyx.Vec3(-20, 0, 0))
-    system.setGravity(hyx.Vec3())
     simulation.setGravity(hyx.Vec3())
     simulation.add(system)
     root = osg.Group()
