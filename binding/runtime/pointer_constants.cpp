@@ -10,8 +10,9 @@
 
 namespace {
 
-constexpr char marker[] = "swig_ptr: ";
-constexpr std::size_t marker_size = sizeof marker - 1;
+using runtime::pointer_reference;
+
+constexpr std::size_t marker_size = sizeof pointer_reference - 1;
 
 swig_const_info const* find_named(swig_const_info const* constants, char const* text) noexcept {
     for (; constants->type; ++constants)
@@ -28,7 +29,7 @@ char* doc_with_pointer(char const* doc, std::size_t before, swig_const_info cons
     if (!text)
         return nullptr;
     std::memcpy(text, doc, before);
-    std::memcpy(text + before, marker, marker_size);
+    std::memcpy(text + before, pointer_reference, marker_size);
     char* end = runtime::encode_bytes(text + before + marker_size, &constant.pvalue, sizeof(void*));
     std::strcpy(end, type);
     return text;
@@ -50,7 +51,7 @@ PyObject* new_constant(swig_const_info const& constant) noexcept {
 void SWIG_Python_FixMethods(PyMethodDef* methods, swig_const_info const* constants) noexcept {
     for (; methods->ml_name; ++methods) {
         char const* doc = methods->ml_doc;
-        char const* reference = doc ? std::strstr(doc, marker) : nullptr;
+        char const* reference = doc ? std::strstr(doc, pointer_reference) : nullptr;
         swig_const_info const* constant = reference ? find_named(constants, reference + marker_size) : nullptr;
         if (!constant || constant->type != SWIG_PY_POINTER || !constant->pvalue)
             continue;

@@ -10,6 +10,13 @@ enum SwigConstantKind : int {
     SWIG_PY_BINARY = 5,  // pvalue points at lvalue bytes
 };
 
+namespace runtime {
+
+// What a doc string has before the pointer, or the name of the constant, that it refers to.
+inline constexpr char pointer_reference[] = "swig_ptr: ";
+
+} // namespace runtime
+
 struct swig_const_info {
     int type; // SwigConstantKind; 0 ends the table
     char const* name;

@@ -1,4 +1,5 @@
 #include "binding/runtime/client_data.h"
+#include "binding/runtime/pointer_constants.h"
 #include "binding/runtime/reference.h"
 #include "binding/runtime/this_lookup.h"
 #include "binding/runtime/type_chain.h"
@@ -77,12 +78,11 @@ char const* decode_pointer(char const* text, void** pointer) noexcept {
 int SWIG_Python_ConvertFunctionPtr(PyObject* obj, void** ptr, swig_type_info* ty) noexcept {
     if (!obj || !PyCFunction_Check(obj))
         return SWIG_Python_ConvertPtrAndOwn(obj, ptr, ty);
-    static constexpr char marker[] = "swig_ptr: ";
     char const* doc = reinterpret_cast<PyCFunctionObject*>(obj)->m_ml->ml_doc;
-    char const* description = doc ? std::strstr(doc, marker) : nullptr;
+    char const* description = doc ? std::strstr(doc, runtime::pointer_reference) : nullptr;
     if (!description || !ty)
         return SWIG_ERROR;
-    description += sizeof marker - 1;
+    description += sizeof runtime::pointer_reference - 1;
     void* pointer = nullptr;
     char const* type_name = ty->name;
     if (*description == '_')

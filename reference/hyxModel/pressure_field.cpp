@@ -18,10 +18,10 @@ using hyx::Vec3;
 
 namespace {
 
-constexpr hyx::UInt mostPieces = 200; ///< along one side of a face
+constexpr hyx::UInt mostPiecesAlong = 200; ///< along one side of a face
 
 hyx::UInt pieces(Real length, Real resolution) {
-    return std::clamp<hyx::UInt>(static_cast<hyx::UInt>(std::ceil(length / resolution)), 1, mostPieces);
+    return std::clamp<hyx::UInt>(static_cast<hyx::UInt>(std::ceil(length / resolution)), 1, mostPiecesAlong);
 }
 
 } // namespace

@@ -3,6 +3,8 @@
 
 #include <sys/random.h>
 
+#include <iomanip>
+#include <sstream>
 #include <stdexcept>
 
 namespace hyxNet {
@@ -11,13 +13,11 @@ std::string makeAccessToken() {
     unsigned char bytes[16];
     if (getrandom(bytes, sizeof bytes, 0) != sizeof bytes)
         throw std::runtime_error("the system gives no random numbers");
-    constexpr char digits[] = "0123456789abcdef";
-    std::string token;
-    for (unsigned char const byte : bytes) {
-        token += digits[byte >> 4];
-        token += digits[byte & 15];
-    }
-    return token;
+    std::ostringstream token;
+    token << std::hex << std::setfill('0');
+    for (unsigned char const byte : bytes)
+        token << std::setw(2) << unsigned(byte);
+    return token.str();
 }
 
 bool sameToken(std::string const& one, std::string const& other) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/hyx/values/vec3.h"
+#include "platform/hyxOSG/application/example_application.h"
 
 #include <osg/Camera>
 #include <osg/Group>
@@ -25,13 +26,13 @@ class SceneDecorator;
 /// Several windows may live beside each other.
 class EmbeddedGLWindow {
 public:
-    /// Node mask bits of the parts of the scene.
+    /// Node mask bits of the parts of the scene, those of the application.
     enum NodeMask : unsigned int {
-        MAIN_SCENE_MASK = 2,
-        DEBUG_RENDER_MASK = 4,
-        OSG_RENDER_MASK = 8,
-        HUD_MASK = 16,
-        DECORATOR_MASK = 32
+        MAIN_SCENE_MASK = ExampleApplication::MAIN_SCENE_MASK,
+        DEBUG_RENDER_MASK = ExampleApplication::DEBUG_RENDER_MASK,
+        OSG_RENDER_MASK = ExampleApplication::OSG_RENDER_MASK,
+        HUD_MASK = ExampleApplication::HUD_MASK,
+        DECORATOR_MASK = ExampleApplication::DECORATOR_MASK
     };
 
     EmbeddedGLWindow();

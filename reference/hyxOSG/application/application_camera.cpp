@@ -1,6 +1,7 @@
 /// The application's camera: view, home, orbit, grid and coordinate system.
 #include "platform/hyxOSG/nodes/geometry_node.h"
 #include "reference/hyxOSG/application/application_implementation.h"
+#include "reference/machinery/viewing/wheel_zoom.h"
 
 #include <cmath>
 #include <stdexcept>
@@ -21,8 +22,6 @@ void checkView(hyx::Vec3 const& eye, hyx::Vec3 const& center, hyx::Vec3 const& u
     if (!(side > 0) || !std::isfinite(side))
         throw std::invalid_argument("eye and center must be apart, and up must not be along the view");
 }
-
-constexpr double wheelZoom = -0.1; // share of the distance; the wheel turned away from the user goes nearer
 
 /// Turning keeps Z upright, unless the view was set up otherwise.
 void setHome(osgGA::OrbitManipulator& orbit, osg::Vec3d const& eye, osg::Vec3d const& center, osg::Vec3d const& up) {

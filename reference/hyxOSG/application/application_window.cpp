@@ -1,6 +1,7 @@
 /// The application's window and what is drawn in it.
 #include "reference/hyxOSG/application/application_implementation.h"
 #include "reference/hyxOSG/application/window_events.h"
+#include "reference/machinery/context/picture_size.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -68,9 +69,7 @@ PickHandler const* ExampleApplication::getPickHandler() const {
 }
 
 bool ExampleApplication::setWindowRectangle(unsigned int x, unsigned int y, unsigned int width, unsigned int height) {
-    constexpr unsigned int largest = 16384;
-    if (!m_implementation->window || width < 1 || height < 1 || width > largest || height > largest || x > largest ||
-        y > largest)
+    if (!m_implementation->window || !isPictureSize(width, height) || x > largestSide || y > largestSide)
         return false;
     auto const* traits = m_implementation->window->window()->getTraits();
     bool const resizes = int(width) != traits->width || int(height) != traits->height;

@@ -2,6 +2,7 @@
 #include "reference/hyxOSG/application/scene_graph.h"
 
 #include "platform/hyxOSG/application/example_application.h"
+#include "reference/machinery/shading/node_state.h"
 
 #include <osg/ComputeBoundsVisitor>
 #include <osg/Depth>
@@ -34,11 +35,10 @@ SceneGraph::SceneGraph(int width, int height)
     m_libraryRoot->setNodeMask(m_sceneRoot->getNodeMask());
     m_markers->setNodeMask(App::OSG_RENDER_MASK);
     m_debugTransform->setNodeMask(App::DEBUG_RENDER_MASK);
-    m_markers->getOrCreateStateSet()->setMode(GL_LIGHTING, osg::StateAttribute::OFF | osg::StateAttribute::PROTECTED);
+    m_markers->getOrCreateStateSet()->setMode(GL_LIGHTING, keptOff);
     // A little nearer than they are, so that a ground in their plane does not hide them.
     m_markers->getStateSet()->setAttributeAndModes(new osg::Depth(osg::Depth::LEQUAL, 0, 0.9999));
-    m_debugTransform->getOrCreateStateSet()->setMode(GL_LIGHTING,
-                                                     osg::StateAttribute::OFF | osg::StateAttribute::PROTECTED);
+    m_debugTransform->getOrCreateStateSet()->setMode(GL_LIGHTING, keptOff);
 
     m_transform->addChild(m_sceneRoot);
     m_transform->addChild(m_libraryRoot);

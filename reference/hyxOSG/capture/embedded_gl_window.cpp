@@ -6,9 +6,11 @@
 #include "platform/hyxOSG/nodes/geometry_node.h"
 #include "platform/hyxOSG/visuals/create_visual.h"
 #include "platform/hyxSDK/simulation.h"
-#include "reference/machinery/viewing/follow_manipulator.h"
 #include "reference/hyxOSG/capture/embedded_events.h"
 #include "reference/hyxOSG/capture/host_context.h"
+#include "reference/machinery/shading/shading_marks.h"
+#include "reference/machinery/viewing/follow_manipulator.h"
+#include "reference/machinery/viewing/wheel_zoom.h"
 
 #include <osg/GLObjects>
 #include <osg/PolygonMode>
@@ -23,10 +25,7 @@
 namespace hyxOSG {
 namespace {
 
-constexpr unsigned shadowMasks = 64 | 128;
 constexpr double fieldOfView = 45;
-/// Turning the wheel up comes nearer.
-constexpr double wheelZoom = -0.1;
 /// What a wheel reports for one notch, in the toolkits that count eighths of a degree.
 constexpr int wheelNotch = 120;
 
@@ -82,7 +81,7 @@ struct EmbeddedGLWindow::Implementation {
 EmbeddedGLWindow::Implementation::Implementation()
     : decorator(new SceneDecorator(640, 480)), events(new EmbeddedEvents(viewer, decorator->getNonShadowedScene())) {
     content->setName("EmbeddedGLWindow root");
-    content->setNodeMask(MAIN_SCENE_MASK | shadowMasks);
+    content->setNodeMask(MAIN_SCENE_MASK | decorator::shadowMasks);
     content->addChild(visuals);
     content->getOrCreateStateSet()->setAttributeAndModes(polygonMode);
     decorator->addChild(content);

@@ -6,6 +6,7 @@
 #include "platform/hyxSDK/simulation.h"
 #include "reference/hyxOSG/capture/capture_clock.h"
 #include "reference/hyxOSG/capture/image_pixels.h"
+#include "reference/machinery/context/picture_size.h"
 
 #include <osg/RenderInfo>
 
@@ -17,8 +18,6 @@
 
 namespace hyxOSG {
 namespace {
-
-constexpr hyx::UInt largestSize = 16384;
 
 double wallClock() {
     return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
@@ -118,7 +117,7 @@ hyxSDK::Simulation* ImageCaptureBase::getSimulation() const {
 }
 
 void ImageCaptureBase::setImageResolution(hyx::UInt width, hyx::UInt height) {
-    if ((width == 0) != (height == 0) || width > largestSize || height > largestSize) {
+    if ((width != 0 || height != 0) && !isPictureSize(width, height)) {
         throw std::invalid_argument("the image resolution must be 1 to 16384 each way, or 0, 0 for the size as drawn");
     }
     m_implementation->resolution = hyx::Vec2u(width, height);

@@ -3,6 +3,7 @@
 #include "platform/hyxOSG/capture/render_target.h"
 
 #include "platform/hyxOSG/capture/image_capture_base.h"
+#include "reference/machinery/context/picture_size.h"
 
 #include <osg/FrameBufferObject>
 #include <osg/GLExtensions>
@@ -19,7 +20,6 @@
 namespace hyxOSG {
 namespace {
 
-constexpr hyx::UInt largestSize = 16384;
 constexpr hyx::UInt mostSamples = 16;
 
 /// Takes over the matrices of its reference when it is culled: the viewer moves its camera after the update of the
@@ -69,7 +69,7 @@ public:
 };
 
 void requireSize(hyx::UInt width, hyx::UInt height) {
-    if (width < 1 || height < 1 || width > largestSize || height > largestSize) {
+    if (!isPictureSize(width, height)) {
         throw std::invalid_argument("the size of a render target must be 1 to 16384 pixels each way");
     }
 }

@@ -29,10 +29,6 @@ namespace {
 
 constexpr int overlayBin = 1000;
 
-// The application shows and hides these parts by mask.
-constexpr osg::Node::NodeMask headUpDisplayMask = 0x10;
-constexpr osg::Node::NodeMask decorationMask = 0x20;
-
 osg::Vec4 opaque(hyx::Vec3 const& color) {
     return osg::Vec4(osg::Vec3(toOsg(color)), 1);
 }
@@ -118,8 +114,8 @@ struct SceneDecorator::Implementation {
 
     /// Turns parts on and off and puts the program and the shadow technique in.
     void updateParts() {
-        background.node()->setNodeMask(enabled ? decorationMask : 0u);
-        overlay->setNodeMask(enabled ? headUpDisplayMask : 0u);
+        background.node()->setNodeMask(enabled ? ExampleApplication::DECORATOR_MASK : 0u);
+        overlay->setNodeMask(enabled ? ExampleApplication::HUD_MASK : 0u);
         lit->setStateSet(shaderState ? decorator::createShadingState(shading()) : osg::ref_ptr<osg::StateSet>());
         bool const shadows = enabled && shadowsEnabled;
         drawnMethod = shadows ? decorator::nearestMethod(method, shadowSupport->support()) : NO_SHADOWS;

@@ -1,6 +1,7 @@
 #include "reference/hyxOSG/decoration/shadow_map.h"
 
 #include "reference/hyxOSG/decoration/light_view.h"
+#include "reference/machinery/shading/node_state.h"
 #include "reference/machinery/shading/shading_marks.h"
 
 #include <osg/ColorMask>
@@ -48,7 +49,6 @@ osg::ref_ptr<osg::Texture2D> createDepthTexture(unsigned int size, bool smooth) 
 }
 
 osg::ref_ptr<osg::StateSet> createCasterState() {
-    constexpr auto forced = osg::StateAttribute::ON | osg::StateAttribute::OVERRIDE;
     osg::ref_ptr<osg::StateSet> state = new osg::StateSet;
     state->setAttribute(new osg::ColorMask(false, false, false, false), forced);
     state->setAttributeAndModes(new osg::PolygonOffset(1.5f, 4.0f), forced);
@@ -148,7 +148,7 @@ void ShadowMap::cull(osgUtil::CullVisitor& visitor) {
     osg::Matrixd const projection = *visitor.getProjectionMatrix();
 
     osg::ComputeBoundsVisitor casters;
-    casters.setTraversalMask(CASTS_SHADOWS);
+    casters.setTraversalMask(ExampleApplication::CASTS_SHADOWS_MASK);
     osg::ComputeBoundsVisitor scene;
     for (unsigned int i = 0; i < _shadowedScene->getNumChildren(); ++i) {
         _shadowedScene->getChild(i)->accept(casters);
@@ -226,12 +226,12 @@ void ShadowMap::drawMap(osgUtil::CullVisitor& visitor, Map& map, osg::Matrixd co
         map.camera->setRenderOrder(osg::Camera::PRE_RENDER, 100);
         map.camera->setRenderTargetImplementation(osg::Camera::FRAME_BUFFER_OBJECT);
         map.camera->attach(osg::Camera::DEPTH_BUFFER, map.texture);
-        map.camera->setCullMask(CASTS_SHADOWS);
+        map.camera->setCullMask(ExampleApplication::CASTS_SHADOWS_MASK);
     }
     map.camera->setViewMatrix(view);
     map.camera->setProjectionMatrix(projection);
     unsigned int const mask = visitor.getTraversalMask();
-    visitor.setTraversalMask(mask & CASTS_SHADOWS);
+    visitor.setTraversalMask(mask & ExampleApplication::CASTS_SHADOWS_MASK);
     map.camera->accept(visitor);
     visitor.setTraversalMask(mask);
 }

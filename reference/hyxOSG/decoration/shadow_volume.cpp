@@ -2,6 +2,7 @@
 
 #include "reference/hyxOSG/decoration/volume_mesh.h"
 #include "reference/machinery/meshes/stencil_buffer.h"
+#include "reference/machinery/shading/node_state.h"
 #include "reference/machinery/shading/shading_marks.h"
 
 #include <osg/BlendFunc>
@@ -26,8 +27,6 @@ constexpr float shadowBrightness = 0.45f;
 
 // After the scene's own bins, in this order.
 enum Bin { STARTING_BIN = 59, COUNTING_BIN = 60, LEAVING_OUT_BIN = 61, DARKENING_BIN = 62 };
-
-constexpr auto forced = osg::StateAttribute::ON | osg::StateAttribute::OVERRIDE;
 
 osg::ref_ptr<osg::Program> createPullingProgram() {
     osg::ref_ptr<osg::Program> program = new osg::Program;
@@ -124,7 +123,7 @@ class ShadowVolume::Casters : public osg::NodeVisitor {
 public:
     Casters(ShadowVolume& technique, osgUtil::CullVisitor& cull)
         : osg::NodeVisitor(osg::NodeVisitor::TRAVERSE_ACTIVE_CHILDREN), m_technique(technique), m_cull(cull) {
-        setTraversalMask(CASTS_SHADOWS);
+        setTraversalMask(ExampleApplication::CASTS_SHADOWS_MASK);
     }
 
     void apply(osg::Transform& transform) override {

@@ -90,7 +90,7 @@ SkyBox::SkyBox(std::string const& name, std::string const& imagePath, std::strin
     setName(name);
     setCullingActive(false);
     // No bit of the shadows: the sky neither casts nor receives them.
-    setNodeMask(~(decorator::CASTS_SHADOWS | decorator::RECEIVES_SHADOWS));
+    setNodeMask(~decorator::shadowMasks);
 
     addChild(createBox(osg::Quat(heading, osg::Vec3d(0, 0, 1)), brightness));
     osg::StateSet* state = getOrCreateStateSet();

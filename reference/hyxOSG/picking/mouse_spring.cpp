@@ -1,6 +1,7 @@
 #include "reference/hyxOSG/picking/mouse_spring.h"
 
 #include "platform/hyx/bodies/frame.h"
+#include "platform/hyxOSG/application/example_application.h"
 #include "platform/hyxSDK/simulation.h"
 #include "reference/machinery/meshes/conversions.h"
 
@@ -98,7 +99,7 @@ void SpringPicture::show(hyx::Vec3 const& held, hyx::Vec3 const& target) {
     }
     ends.dirty();
     line.dirtyBound();
-    m_group->setNodeMask(0x2); // seen with the scene, without part in the shadows
+    m_group->setNodeMask(ExampleApplication::MAIN_SCENE_MASK); // without part in the shadows
 }
 
 void SpringPicture::hide() {

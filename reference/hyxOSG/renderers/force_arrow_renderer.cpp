@@ -127,7 +127,7 @@ void ForceArrowRenderer::Implementation::draw() {
 
 ForceArrowRenderer::ForceArrowRenderer() : m_implementation(std::make_unique<Implementation>()) {
     m_implementation->node->setName("ForceArrowRenderer");
-    m_implementation->node->setNodeMask(~(decorator::CASTS_SHADOWS | decorator::RECEIVES_SHADOWS));
+    m_implementation->node->setNodeMask(~decorator::shadowMasks);
     m_implementation->node->addChild(m_implementation->mesh.node());
 }
 

@@ -7,6 +7,7 @@
 #include "reference/hyxOSG/renderers/color_presets.h"
 #include "reference/hyxOSG/renderers/lidar_color_table.h"
 #include "reference/hyxOSG/renderers/lidar_point_cloud.h"
+#include "reference/machinery/shading/node_state.h"
 #include "reference/machinery/shading/shading_marks.h"
 
 #include <osg/BlendFunc>
@@ -57,10 +58,9 @@ struct LidarOutputRenderer::Implementation {
 
 void LidarOutputRenderer::Implementation::setUpState(osg::StateSet& state) {
     // Whatever programs and lights the scene has, the points keep exactly their colours.
-    constexpr auto off = osg::StateAttribute::OFF | osg::StateAttribute::PROTECTED;
-    state.setAttributeAndModes(new osg::Program, osg::StateAttribute::ON | osg::StateAttribute::PROTECTED);
-    state.setMode(GL_LIGHTING, off);
-    state.setTextureMode(0, GL_TEXTURE_2D, off);
+    state.setAttributeAndModes(new osg::Program, keptOn);
+    state.setMode(GL_LIGHTING, keptOff);
+    state.setTextureMode(0, GL_TEXTURE_2D, keptOff);
     state.setAttributeAndModes(point);
 }
 
@@ -100,7 +100,7 @@ LidarOutputRenderer::LidarOutputRenderer(hyxSensor::Lidar const* lidar, bool alw
     m_implementation->setUpState(*getOrCreateStateSet());
     setName("LidarOutputRenderer");
     addChild(m_implementation->cloud.node());
-    m_implementation->cloud.node()->setNodeMask(~(decorator::CASTS_SHADOWS | decorator::RECEIVES_SHADOWS));
+    m_implementation->cloud.node()->setNodeMask(~decorator::shadowMasks);
     setNumChildrenRequiringUpdateTraversal(1);
     setHitPointsAlwaysOnTop(alwaysOnTop);
 }

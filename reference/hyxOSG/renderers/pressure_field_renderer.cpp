@@ -1,6 +1,7 @@
 #include "platform/hyxOSG/renderers/pressure_field_renderer.h"
 
 #include "reference/hyxOSG/renderers/color_presets.h"
+#include "reference/machinery/shading/node_state.h"
 #include "reference/machinery/shading/shading_marks.h"
 
 #include <osg/Geometry>
@@ -55,16 +56,14 @@ void PressureFieldRenderer::Implementation::setUp() {
     geometry->setColorArray(colors, osg::Array::BIND_PER_VERTEX);
     geometry->addPrimitiveSet(range);
     node->addChild(geometry);
-    node->setNodeMask(~(decorator::CASTS_SHADOWS | decorator::RECEIVES_SHADOWS));
-    constexpr auto on = osg::StateAttribute::ON | osg::StateAttribute::PROTECTED;
-    constexpr auto off = osg::StateAttribute::OFF | osg::StateAttribute::PROTECTED;
+    node->setNodeMask(~decorator::shadowMasks);
     auto* const state = geometry->getOrCreateStateSet();
     // The colours are read as values: no light, shadow or texture may change them.
-    state->setAttributeAndModes(new osg::Program, on);
-    state->setMode(GL_LIGHTING, off);
-    state->setTextureMode(0, GL_TEXTURE_2D, off);
+    state->setAttributeAndModes(new osg::Program, keptOn);
+    state->setMode(GL_LIGHTING, keptOff);
+    state->setTextureMode(0, GL_TEXTURE_2D, keptOff);
     // The field lies on the surface it belongs to.
-    state->setAttributeAndModes(new osg::PolygonOffset(-1, -1), on);
+    state->setAttributeAndModes(new osg::PolygonOffset(-1, -1), keptOn);
 }
 
 void PressureFieldRenderer::Implementation::show() {

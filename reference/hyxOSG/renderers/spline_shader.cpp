@@ -2,6 +2,8 @@
 
 #include "reference/hyx/values/number_checks.h"
 #include "reference/machinery/meshes/conversions.h"
+#include "reference/machinery/shading/light_equation.h"
+#include "reference/machinery/shading/node_state.h"
 #include "reference/machinery/shading/shadow_lookup.h"
 
 #include <algorithm>
@@ -62,7 +64,7 @@ void main() {
     vec3 first = normalize(vec3(circleNormal.xy, 0.0));
     vec3 second = vec3(-first.y, first.x, 0.0);
     for (int i = 0; i <= sides; ++i) {
-        float angle = 6.28318530718 * float(i) / float(sides);
+        float angle = radians(360.0) * float(i) / float(sides);
         vec3 direction = cos(angle) * first + sin(angle) * second;
         emitCorner(1, direction);
         emitCorner(0, direction);
@@ -79,16 +81,16 @@ in vec3 eyePosition;
 in vec3 eyeNormal;
 in float redShift;
 
+vec4 lightIncidence(int light, vec3 place);
 float shadowVisibility(vec3 eyePosition, vec3 eyeNormal);
 
 void main() {
     float share = useRedShiftScale ? clamp(redShift, 0.0, 1.0) : 0.0;
     vec3 color = mix(cylinderColor.rgb, vec3(1.0, 0.0, 0.0), share);
     vec3 normal = normalize(gl_FrontFacing ? eyeNormal : -eyeNormal);
-    vec4 place = gl_LightSource[0].position;
-    vec3 light = normalize(place.w == 0.0 ? place.xyz : place.xyz / place.w - eyePosition);
-    vec3 ambient = gl_LightModel.ambient.rgb + gl_LightSource[0].ambient.rgb;
-    vec3 direct = gl_LightSource[0].diffuse.rgb * max(dot(normal, light), 0.0);
+    vec4 way = lightIncidence(0, eyePosition);
+    vec3 ambient = gl_LightModel.ambient.rgb + way.w * gl_LightSource[0].ambient.rgb;
+    vec3 direct = way.w * gl_LightSource[0].diffuse.rgb * max(dot(normal, way.xyz), 0.0);
     float visible = shadowVisibility(eyePosition, normal);
 #ifdef SHADOW_LIGHT
 #if SHADOW_LIGHT == 0
@@ -141,12 +143,13 @@ void SplineShader::createState() {
     m_program->addShader(new osg::Shader(osg::Shader::VERTEX, vertexSource));
     m_program->addShader(new osg::Shader(osg::Shader::GEOMETRY, geometrySource));
     m_program->addShader(new osg::Shader(osg::Shader::FRAGMENT, fragmentSource));
+    m_program->addShader(decorator::lightEquationShader());
     m_program->addShader(decorator::shadowLookupShader());
     m_program->addBindAttribLocation("stationRadius", radiusAttribute);
     m_program->addBindAttribLocation("stationShift", valueAttribute);
     osg::StateSet* const state = getOrCreateStateSet();
     // What draws the scene may bring its own program, which cannot make tubes of lines.
-    state->setAttributeAndModes(m_program, osg::StateAttribute::ON | osg::StateAttribute::PROTECTED);
+    state->setAttributeAndModes(m_program, keptOn);
     for (osg::Uniform* uniform :
          {m_circleResolution.get(), m_cylinderColor.get(), m_circleNormal.get(), m_useRedShift.get()})
         state->addUniform(uniform);

@@ -1,5 +1,7 @@
 #include "reference/hyxOSG/renderers/vertex_colors.h"
 
+#include "reference/machinery/shading/node_state.h"
+
 #include <osg/Material>
 
 namespace hyxOSG {
@@ -25,7 +27,7 @@ void useVertexColors(osg::Geometry& geometry, osg::Vec4ubArray* colors) {
 }
 
 void useNoLight(osg::Geometry& geometry) {
-    geometry.getOrCreateStateSet()->setMode(GL_LIGHTING, osg::StateAttribute::OFF | osg::StateAttribute::PROTECTED);
+    geometry.getOrCreateStateSet()->setMode(GL_LIGHTING, keptOff);
 }
 
 } // namespace hyxOSG

@@ -2,6 +2,7 @@
 
 #include "platform/hyxCollide/space.h"
 #include "reference/machinery/meshes/conversions.h"
+#include "reference/machinery/viewing/wheel_zoom.h"
 
 #include <osg/Camera>
 #include <osgGA/OrbitManipulator>
@@ -16,7 +17,6 @@ public:
     explicit OrbitWithButton(int button) : m_button(button) {
         setAllowThrow(false);
         setVerticalAxisFixed(true);
-        constexpr double wheelZoom = -0.1; // turned away from the user the wheel goes nearer
         setWheelZoomFactor(wheelZoom);
     }
 

@@ -9,6 +9,7 @@
 #include "platform/hyxCollide/plane.h"
 #include "platform/hyxCollide/sphere.h"
 #include "platform/hyxCollide/trimesh.h"
+#include "platform/hyxOSG/application/example_application.h"
 #include "reference/machinery/meshes/conversions.h"
 #include "reference/machinery/meshes/shape_meshes.h"
 #include "reference/machinery/meshes/surface_meshes.h"
@@ -25,8 +26,6 @@
 
 namespace hyxOSG {
 namespace {
-
-constexpr osg::Node::NodeMask castsShadow = 64;
 
 /// The state of all shapes: normals survive scaling, and faces of closed shapes that look away are not drawn.
 osg::ref_ptr<osg::StateSet> shapeState(bool closed) {
@@ -85,7 +84,7 @@ osg::ref_ptr<osg::Node> planeNode(hyxCollide::Plane const& plane) {
     osg::ref_ptr<osg::Geode> square;
     if (!shared.lock(square)) {
         square = geodeOf(unitSquareMesh(1), false);
-        square->setNodeMask(~castsShadow); // a ground that casts shadows darkens itself
+        square->setNodeMask(~ExampleApplication::CASTS_SHADOWS_MASK); // a ground that casts shadows darkens itself
         shared = square;
     }
     osg::Vec3d const normal = toOsg(plane.getNormal());

@@ -2,6 +2,7 @@
 #include "reference/machinery/context/graphics_window.h"
 
 #include "reference/machinery/context/egl_window.h"
+#include "reference/machinery/context/picture_size.h"
 #include "reference/machinery/context/x_display.h"
 
 #include <osg/GLExtensions>
@@ -12,8 +13,6 @@
 
 namespace hyxOSG {
 namespace {
-
-constexpr int largestSide = 16384;
 
 WindowKind kindOfEnvironment(WindowKind kind) {
     char const* value = std::getenv("HYX_DISPLAY");
@@ -118,7 +117,7 @@ osg::ref_ptr<osgViewer::GraphicsWindow> makeOffscreenWindow(WindowRequest const&
 } // namespace
 
 osg::ref_ptr<osgViewer::GraphicsWindow> makeGraphicsWindow(WindowRequest const& request) {
-    if (request.width < 1 || request.height < 1 || request.width > largestSide || request.height > largestSide)
+    if (!isPictureSize(request.width, request.height))
         throw std::invalid_argument("a window must be 1 to 16384 pixels wide and high");
     WindowKind const kind = kindOfEnvironment(request.kind);
     if (kind != WindowKind::OFFSCREEN && xDisplayAnswers()) {

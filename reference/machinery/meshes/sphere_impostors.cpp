@@ -2,6 +2,8 @@
 
 #include "reference/machinery/meshes/mesh_builder.h"
 #include "reference/machinery/meshes/shape_meshes.h"
+#include "reference/machinery/shading/light_equation.h"
+#include "reference/machinery/shading/node_state.h"
 #include "reference/machinery/shading/shadow_lookup.h"
 
 #include <osg/BlendFunc>
@@ -81,9 +83,11 @@ varying vec4 turn;
 
 float shadowVisibility(vec3 eyePosition, vec3 eyeNormal);
 
-vec3 light(gl_LightSourceParameters source, vec3 n, float lit) {
-    vec3 way = normalize(source.position.xyz - ball.xyz * source.position.w);
-    return source.ambient.rgb + lit * max(dot(n, way), 0.0) * source.diffuse.rgb;
+vec4 lightIncidence(int light, vec3 place);
+
+vec3 light(int index, vec3 n, float lit) {
+    vec4 way = lightIncidence(index, ball.xyz);
+    return way.w * (gl_LightSource[index].ambient.rgb + lit * max(dot(n, way.xyz), 0.0) * gl_LightSource[index].diffuse.rgb);
 }
 
 vec3 wayTo(vec3 point) {
@@ -124,11 +128,11 @@ void main() {
 #endif
     vec3 shade = gl_LightModel.ambient.rgb;
     if (!hyx_lightOff0)
-        shade += light(gl_LightSource[0], n, litBy[0]);
+        shade += light(0, n, litBy[0]);
     if (!hyx_lightOff1)
-        shade += light(gl_LightSource[1], n, litBy[1]);
+        shade += light(1, n, litBy[1]);
     if (!hyx_lightOff2)
-        shade += light(gl_LightSource[2], n, litBy[2]);
+        shade += light(2, n, litBy[2]);
     color.rgb *= shade;
 #ifdef BLACK_SHADOWS
     color.rgb *= visible;
@@ -151,6 +155,7 @@ osg::Program& impostorProgram() {
         made->setName("sphere impostors");
         made->addShader(new osg::Shader(osg::Shader::VERTEX, vertexSource));
         made->addShader(new osg::Shader(osg::Shader::FRAGMENT, fragmentSource));
+        made->addShader(decorator::lightEquationShader());
         made->addShader(decorator::shadowLookupShader());
         made->addBindAttribLocation("place", placeAttribute);
         made->addBindAttribLocation("color", colorAttribute);
@@ -190,11 +195,10 @@ void setUniform(osg::State& state, char const* name, auto value) {
 
 SphereImpostors::SphereImpostors() {
     m_colors->setNormalize(true);
-    osg::StateAttribute::GLModeValue const kept = osg::StateAttribute::ON | osg::StateAttribute::PROTECTED;
-    m_state->setAttributeAndModes(&impostorProgram(), kept);
-    m_state->setMode(GL_VERTEX_PROGRAM_POINT_SIZE, kept);
-    m_state->setTextureAttributeAndModes(0, new osg::PointSprite, kept);
-    m_state->setMode(GL_CULL_FACE, osg::StateAttribute::OFF | osg::StateAttribute::PROTECTED);
+    m_state->setAttributeAndModes(&impostorProgram(), keptOn);
+    m_state->setMode(GL_VERTEX_PROGRAM_POINT_SIZE, keptOn);
+    m_state->setTextureAttributeAndModes(0, new osg::PointSprite, keptOn);
+    m_state->setMode(GL_CULL_FACE, keptOff);
 
     m_points = new osg::Geometry;
     m_points->setVertexArray(m_places);

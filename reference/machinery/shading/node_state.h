@@ -11,6 +11,13 @@ namespace hyxOSG {
 inline constexpr osg::StateAttribute::GLModeValue setByScript =
     osg::StateAttribute::ON | osg::StateAttribute::OVERRIDE | osg::StateAttribute::PROTECTED;
 
+/// For looks that no program or light of the scene may change.
+inline constexpr osg::StateAttribute::GLModeValue keptOn = osg::StateAttribute::ON | osg::StateAttribute::PROTECTED;
+inline constexpr osg::StateAttribute::GLModeValue keptOff = osg::StateAttribute::OFF | osg::StateAttribute::PROTECTED;
+
+/// For passes that draw what is below their own way, whatever it looks like.
+inline constexpr osg::StateAttribute::GLModeValue forced = osg::StateAttribute::ON | osg::StateAttribute::OVERRIDE;
+
 /// The state set of `node` to be written: made when there is none, copied first when other nodes use it too.
 osg::StateSet& writableStateSet(osg::Node& node);
 

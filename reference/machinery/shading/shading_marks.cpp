@@ -34,8 +34,8 @@ public:
     void apply(osg::Node& node) override {
         Inherited const above = m_inherited;
         m_inherited.mask &= node.getNodeMask();
-        m_inherited.receives =
-            (m_inherited.mask & RECEIVES_SHADOWS) && (m_castersReceive || !(m_inherited.mask & CASTS_SHADOWS));
+        m_inherited.receives = (m_inherited.mask & ExampleApplication::RECIEVES_SHADOWS_MASK) &&
+                               (m_castersReceive || !(m_inherited.mask & ExampleApplication::CASTS_SHADOWS_MASK));
         if (m_inherited.receives != above.receives)
             setMark(*node.getOrCreateStateSet(), receivesName, m_inherited.receives, osg::StateAttribute::ON);
         else if (osg::StateSet* state = node.getStateSet())

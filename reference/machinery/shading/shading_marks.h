@@ -1,13 +1,15 @@
 #pragma once
 /// Tells the shading program what it cannot see by itself: which nodes are not lit and which receive no shadow.
 
+#include "platform/hyxOSG/application/example_application.h"
+
 #include <osg/Node>
 
 namespace hyxOSG::decorator {
 
-/// Node mask bits of the scene.
-inline constexpr osg::Node::NodeMask CASTS_SHADOWS = 0x40;
-inline constexpr osg::Node::NodeMask RECEIVES_SHADOWS = 0x80;
+/// Node mask bits of what has any part in the shadows.
+inline constexpr osg::Node::NodeMask shadowMasks =
+    ExampleApplication::CASTS_SHADOWS_MASK | ExampleApplication::RECIEVES_SHADOWS_MASK;
 
 /// Brings the program's uniforms on a node and everything below it in step with node masks and lighting modes. Cheap
 /// enough for every frame: it changes a state set only when something has changed.

@@ -1,5 +1,6 @@
 #include "reference/machinery/shading/shading_program.h"
 
+#include "reference/machinery/shading/light_equation.h"
 #include "reference/machinery/shading/shadow_lookup.h"
 
 #include <osg/TexGen>
@@ -22,22 +23,8 @@ vec3 eyeNormal() { return normalize(gl_TexCoord[EYE_NORMAL].xyz); }
 
 float shadowVisibility(vec3 eyePosition, vec3 eyeNormal);
 
-// Direction to the light and, in w, what distance and spot leave of its brightness.
-vec4 incidence(gl_LightSourceParameters light)
-{
-    vec3 way = light.position.xyz - eyePosition() * light.position.w;
-    float d = length(way);
-    way /= max(d, 1e-6);
-    float strength = 1.0;
-    if (light.position.w != 0.0) {
-        strength = 1.0 / (light.constantAttenuation + d * (light.linearAttenuation + d * light.quadraticAttenuation));
-        if (light.spotCutoff < 180.0) {
-            float c = dot(-way, normalize(light.spotDirection));
-            strength *= c < light.spotCosCutoff ? 0.0 : pow(c, light.spotExponent);
-        }
-    }
-    return vec4(way, strength);
-}
+vec4 lightIncidence(int light, vec3 place);
+float lightShine(vec3 normal, vec3 toLight, vec3 toEye);
 
 void main()
 {
@@ -67,7 +54,7 @@ void main()
 
 char const* const lightSource = R"(
         if (!hyx_lightOffINDEX) {
-            vec4 way = incidence(gl_LightSource[INDEX]);
+            vec4 way = lightIncidence(INDEX, eyePosition());
             float facing = max(dot(normal, way.xyz), 0.0);
             vec3 matt = gl_LightSource[INDEX].diffuse.rgb * (way.w * facing);
             all += gl_LightSource[INDEX].ambient.rgb * way.w + matt;
@@ -76,8 +63,7 @@ char const* const lightSource = R"(
 #endif
 #if PIXEL_HIGHLIGHTS
             if (facing > 0.0) {
-                vec3 middle = normalize(way.xyz - normalize(eyePosition()));
-                float shine = pow(max(dot(normal, middle), 0.0), max(gl_FrontMaterial.shininess, 1e-3)) * way.w;
+                float shine = lightShine(normal, way.xyz, -normalize(eyePosition())) * way.w;
                 highlight += gl_FrontLightProduct[INDEX].specular.rgb * shine * (THROWS_SHADOW ? visible : 1.0);
             }
 #endif
@@ -133,6 +119,7 @@ osg::ref_ptr<osg::StateSet> createShadingState(ShadingOptions const& options) {
     auto* program = new osg::Program;
     program->setName("hyxOSG::SceneDecorator");
     program->addShader(new osg::Shader(osg::Shader::FRAGMENT, fragmentText(options)));
+    program->addShader(lightEquationShader());
     program->addShader(shadowLookupShader());
     state->setAttributeAndModes(program);
     state->addUniform(new osg::Uniform("hyx_baseTexture", static_cast<int>(BASE_TEXTURE_UNIT)));

@@ -1,5 +1,6 @@
 #include "reference/machinery/shading/surface_program.h"
 
+#include "reference/machinery/shading/light_equation.h"
 #include "reference/machinery/shading/node_state.h"
 #include "reference/machinery/shading/shadow_lookup.h"
 
@@ -54,23 +55,15 @@ mat3 tangentFrame(vec3 n, vec2 place) {
     return mat3(t * inversesqrt(size), b * inversesqrt(size), n);
 }
 
-void addLight(gl_LightSourceParameters light, gl_LightProducts product, vec3 n, vec3 toEye, float lit,
-              inout vec3 diffuse, inout vec3 specular) {
-    vec3 toLight = light.position.xyz - position * light.position.w;
-    float distance = length(toLight);
-    toLight /= max(distance, 1e-6);
-    float strength = 1.0;
-    if (light.position.w != 0.0)
-        strength /= light.constantAttenuation + distance * (light.linearAttenuation + distance * light.quadraticAttenuation);
-    if (light.spotCutoff < 180.0) {
-        float spot = dot(-toLight, normalize(light.spotDirection));
-        strength *= spot < light.spotCosCutoff ? 0.0 : pow(spot, light.spotExponent);
-    }
-    float slope = max(dot(n, toLight), 0.0);
-    diffuse += strength * (product.ambient.rgb + lit * slope * product.diffuse.rgb);
+vec4 lightIncidence(int light, vec3 place);
+float lightShine(vec3 normal, vec3 toLight, vec3 toEye);
+
+void addLight(int light, gl_LightProducts product, vec3 n, vec3 toEye, float lit, inout vec3 diffuse, inout vec3 specular) {
+    vec4 way = lightIncidence(light, position);
+    float slope = max(dot(n, way.xyz), 0.0);
+    diffuse += way.w * (product.ambient.rgb + lit * slope * product.diffuse.rgb);
     if (slope > 0.0)
-        specular += strength * lit * pow(max(dot(n, normalize(toLight + toEye)), 0.0), max(gl_FrontMaterial.shininess, 1e-3)) *
-                    product.specular.rgb;
+        specular += way.w * lit * lightShine(n, way.xyz, toEye) * product.specular.rgb;
 }
 
 void main() {
@@ -109,11 +102,11 @@ void main() {
 #endif
     vec3 diffuse = gl_FrontLightModelProduct.sceneColor.rgb, specular = vec3(0.0);
     if (!hyx_lightOff0)
-        addLight(gl_LightSource[0], gl_FrontLightProduct[0], n, toEye, litBy[0], diffuse, specular);
+        addLight(0, gl_FrontLightProduct[0], n, toEye, litBy[0], diffuse, specular);
     if (!hyx_lightOff1)
-        addLight(gl_LightSource[1], gl_FrontLightProduct[1], n, toEye, litBy[1], diffuse, specular);
+        addLight(1, gl_FrontLightProduct[1], n, toEye, litBy[1], diffuse, specular);
     if (!hyx_lightOff2)
-        addLight(gl_LightSource[2], gl_FrontLightProduct[2], n, toEye, litBy[2], diffuse, specular);
+        addLight(2, gl_FrontLightProduct[2], n, toEye, litBy[2], diffuse, specular);
     float alpha = gl_FrontMaterial.diffuse.a;
 #ifdef DIFFUSE_MAP
     vec4 texel0 = texture2D(map0, scaled(gl_TextureMatrix[0], place));
@@ -149,6 +142,7 @@ osg::Program& surfaceProgram() {
         made->setName("surface");
         made->addShader(new osg::Shader(osg::Shader::VERTEX, vertexSource));
         made->addShader(new osg::Shader(osg::Shader::FRAGMENT, fragmentSource));
+        made->addShader(decorator::lightEquationShader());
         made->addShader(decorator::shadowLookupShader());
         return made;
     }();
