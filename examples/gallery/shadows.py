@@ -8,7 +8,7 @@ from gallery.particles import Drawable, grains
 from gallery.stage import CASTS_SHADOWS, GREY, SAND, Decorator
 from gallery.textures import textured
 
-RECEIVES_SHADOWS = 128
+RECEIVES_SHADOWS = hyxOSG.ExampleApplication.RECIEVES_SHADOWS_MASK
 
 
 def method(chosen):

@@ -12,7 +12,7 @@ SAND = hyx.Vec4f(0.85, 0.6, 0.35, 1)
 GREY = hyx.Vec4f(0.6, 0.6, 0.6, 1)
 WHITE = hyx.Vec4f(1, 1, 1, 1)
 Decorator = hyxOSG.SceneDecorator
-CASTS_SHADOWS = 64  # the bit of a node mask
+CASTS_SHADOWS = hyxOSG.ExampleApplication.CASTS_SHADOWS_MASK
 
 
 class Stage:

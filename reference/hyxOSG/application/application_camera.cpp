@@ -1,6 +1,7 @@
 /// The application's camera: view, home, orbit, grid and coordinate system.
 #include "platform/hyxOSG/nodes/geometry_node.h"
 #include "reference/hyxOSG/application/application_implementation.h"
+#include "reference/machinery/meshes/conversions.h"
 #include "reference/machinery/viewing/wheel_zoom.h"
 
 #include <cmath>
@@ -8,14 +9,6 @@
 
 namespace hyxOSG {
 namespace {
-
-hyx::Vec3 toHyx(osg::Vec3d const& v) {
-    return {v.x(), v.y(), v.z()};
-}
-
-osg::Vec3d toOsg(hyx::Vec3 const& v) {
-    return {v.x, v.y, v.z};
-}
 
 void checkView(hyx::Vec3 const& eye, hyx::Vec3 const& center, hyx::Vec3 const& up) {
     double const side = (center - eye).cross(up).length();

@@ -1,6 +1,8 @@
 /// Reads and sets the view of cameras.
 #include "platform/hyxOSG/application/camera_data.h"
 
+#include "reference/machinery/meshes/conversions.h"
+
 #include <osg/Camera>
 #include <osgGA/StandardManipulator>
 #include <osgViewer/Viewer>
@@ -10,14 +12,6 @@
 
 namespace hyxOSG {
 namespace {
-
-hyx::Vec3 toHyx(osg::Vec3d const& v) {
-    return {v.x(), v.y(), v.z()};
-}
-
-osg::Vec3d toOsg(hyx::Vec3 const& v) {
-    return {v.x, v.y, v.z};
-}
 
 void readView(CameraData& data, osg::Matrixd const& view, double distance) {
     osg::Vec3d eye, center, up;

@@ -8,6 +8,7 @@
 #include "platform/hyxSDK/simulation.h"
 #include "reference/hyxOSG/capture/embedded_events.h"
 #include "reference/hyxOSG/capture/host_context.h"
+#include "reference/machinery/meshes/conversions.h"
 #include "reference/machinery/shading/shading_marks.h"
 #include "reference/machinery/viewing/follow_manipulator.h"
 #include "reference/machinery/viewing/wheel_zoom.h"
@@ -28,10 +29,6 @@ namespace {
 constexpr double fieldOfView = 45;
 /// What a wheel reports for one notch, in the toolkits that count eighths of a degree.
 constexpr int wheelNotch = 120;
-
-osg::Vec3d toOsg(hyx::Vec3 const& v) {
-    return osg::Vec3d(v.x, v.y, v.z);
-}
 
 osg::ref_ptr<osgGA::OrbitManipulator> createFreeCamera() {
     osg::ref_ptr<osgGA::OrbitManipulator> manipulator = new osgGA::OrbitManipulator;

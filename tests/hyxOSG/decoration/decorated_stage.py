@@ -13,7 +13,8 @@ from off_screen import OffScreen
 from PIL import Image
 
 WIDTH, HEIGHT = 320, 240
-CASTS, RECEIVES = 64, 128
+CASTS = hyxOSG.ExampleApplication.CASTS_SHADOWS_MASK
+RECEIVES = hyxOSG.ExampleApplication.RECIEVES_SHADOWS_MASK
 
 
 def static_box(half_extents, position):

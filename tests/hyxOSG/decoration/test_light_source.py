@@ -5,6 +5,7 @@ import math
 
 import _hyxOSG
 import hyx
+import hyxOSG
 import pytest
 from decorated_stage import changed, decorator, stage
 from hyxOSG import LightSource, SceneDecorator
@@ -49,6 +50,56 @@ def test_attenuation_dims_the_light(stage, light, name, value):
     assert getattr(light, "get" + name)() == value
     assert stage.picture().mean() < plain - 2
     getattr(light, "set" + name)(before)
+
+
+def box_alone(stage):
+    return stage.visuals["box"]
+
+
+def grain_alone(stage):
+    system = hyx.ParticleSystem()
+    system.setParticleRadius(0.7)
+    system.createParticle(hyx.Vec3(0, 0, 1))
+    return hyxOSG.createVisual(system, stage.app.getSceneRoot())
+
+
+def tube_alone(stage):
+    tube = hyxOSG.SplineShader(1)
+    tube.add(hyx.Vec3(-2, 0, 1), hyx.Vec3(2, 0, 1), 0.5, hyx.Vec2())
+    tube.update()
+    stage.app.getSceneRoot().addChild(tube)
+    return tube
+
+
+@pytest.fixture
+def own_light(light):
+    """The light, which is afterwards what it was before."""
+    before = light.getDiffuse(), light.getConstantAttenuation()
+    yield light
+    light.setDiffuse(before[0])
+    light.setConstantAttenuation(before[1])
+
+
+@pytest.mark.parametrize("shader", [False, True])
+@pytest.mark.parametrize("alone", [box_alone, grain_alone, tube_alone])
+def test_every_program_dims_the_light_alike(stage, own_light, alone, shader):
+    stage.decorator.setEnableShaderState(shader)
+    seen = alone(stage)
+    for other in set(stage.visuals.values()) - {seen}:
+        other.setNodeMask(0)
+
+    def brightness():
+        return stage.picture().sum()
+
+    own_light.setDiffuse(hyx.Vec4f(0, 0, 0, 1))
+    dark = brightness()  # what does not come from the light
+    own_light.setDiffuse(hyx.Vec4f(0.5, 0.5, 0.5, 1))
+    plain = brightness() - dark
+    own_light.setConstantAttenuation(2)
+    dimmed = brightness() - dark
+    if alone is not box_alone:
+        stage.app.getSceneRoot().removeChild(seen)
+    assert plain > 10000 and dimmed == pytest.approx(plain / 2, rel=0.1)
 
 
 def test_a_spot_lights_only_where_it_points(stage, light):
