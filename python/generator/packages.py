@@ -6,20 +6,23 @@ import shutil
 import types
 from pathlib import Path
 
-from .catalogue import Catalogue, read_catalogue
+from binding.catalogue.class_lists import read_lists
+from binding.catalogue.declarations import read_descriptions
+
 from .documentation import Documentation, document
 from .extras import read_extras
 from .interface import Interface, Package, ProxyClass, read_interface
+from .natives import Natives
 from .package_text import package_text
 from .python_types import TypeHints
 from .stub_text import stub_text
 
 
-def write_packages(modules: dict[str, types.ModuleType], source: Path, root: Path, header_root: Path) -> None:
-    catalogue = read_catalogue(source / "binding" / "catalogue" / "lists")
-    interface = read_interface(modules, catalogue)
-    headers = sorted((source / "platform").rglob("*.h")) + _library_headers(catalogue, header_root)
-    documentation = Documentation(headers)
+def write_packages(modules: dict[str, types.ModuleType], source: Path, root: Path, described: Path) -> None:
+    description = read_descriptions([described])
+    natives = Natives(read_lists([source / "binding" / "catalogue" / "lists"]), description)
+    interface = read_interface(modules, natives)
+    documentation = Documentation(description, natives)
     document(interface, documentation)
     hints = TypeHints(interface)
     extras_folder = source / "python" / "extras"
@@ -40,13 +43,6 @@ def write_packages(modules: dict[str, types.ModuleType], source: Path, root: Pat
     _write(root / "_hyx_extras" / "py.typed", "")
     _write(root / "_hyx_proxy.pyi", (source / "python" / "support" / "_hyx_proxy.pyi").read_text())
     _write(root / "hyx_describe.py", (source / "python" / "hyx_describe.py").read_text())
-
-
-def _library_headers(catalogue: Catalogue, root: Path) -> list[Path]:
-    """The scene-graph library's headers of the classes that cross: most are named after the class."""
-    names = [name for name in catalogue.bases if name.startswith("osg")]
-    places = {catalogue.headers.get(name, "/".join(name.split("::")[:2])) for name in names}
-    return sorted(root / place for place in places if (root / place).is_file())
 
 
 def _write(path: Path, text: str) -> None:
