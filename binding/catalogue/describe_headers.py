@@ -33,7 +33,7 @@ def check_text(listed: Type, name: str) -> str:
         for spelling in listed.spellings
         if spelling != listed.native
     ]
-    complete = "static_assert(defined<type>, \"its definition is in none of the headers\");"
+    complete = 'static_assert(defined<type>, "its definition is in none of the headers");'
     return f"namespace {name} {{ using type = {listed.native}; {complete} {' '.join(checks)} }}"
 
 
@@ -64,6 +64,7 @@ def include_folders(compiler: str) -> list[str]:
 
 def parse(source: Source, compiler: str, includes: list[str]) -> clang.TranslationUnit:
     options = ["-x", "c++", "-std=c++20", "-nostdinc", "-nostdinc++", "-ferror-limit=0", f"-I{ROOT}"]
+    options.append("-fretain-comments-from-system-headers")  # as which libraries' headers count
     # The system's folders last, and only once: their order matters.
     system = include_folders(compiler)
     for folder in [*(set(includes) - set(system)), sysconfig.get_paths()["include"], *system]:

@@ -44,7 +44,11 @@ def rows_of(listed: Type, description: Description) -> list[Row]:
     pointer = "" if listed.kind == "type" else " *"
     readable = "|".join(f"{name}{pointer}" for name in listed.spellings)
     described = description.types.get(listed.native)
-    return [Row(listed.native, listed.mangled, readable, include(described.header if described else ""), False, listed.place)]
+    return [
+        Row(
+            listed.native, listed.mangled, readable, include(described.header if described else ""), False, listed.place
+        )
+    ]
 
 
 def include(header: str) -> str:
@@ -158,9 +162,18 @@ def cast_lists(rows: list[Row]) -> list[list[str]]:
 def tables_text(rows: list[Row]) -> str:
     lists = cast_lists(rows)
     starts = list(itertools.accumulate(map(len, lists), initial=0))[:-1]
-    declared = [f"void *{cast_name(row, base)}(void *, int *);" for row in rows if not row.shared for base in row.ancestors]
+    declared = [
+        f"void *{cast_name(row, base)}(void *, int *);" for row in rows if not row.shared for base in row.ancestors
+    ]
     described = [f"    {{{quoted(r.mangled)}, {quoted(r.readable)}, nullptr, nullptr, nullptr, 0}}," for r in rows]
-    parts = [TABLES_HEAD, 'extern "C" {', *declared, "}\n\nnamespace {\n", "swig_type_info descriptors[] = {", *described]
+    parts = [
+        TABLES_HEAD,
+        'extern "C" {',
+        *declared,
+        "}\n\nnamespace {\n",
+        "swig_type_info descriptors[] = {",
+        *described,
+    ]
     parts += ["};\n", "swig_cast_info casts[] = {", *(line for items in lists for line in items)]
     parts += ["};\n\n} // namespace\n", "swig_type_info *swig_type_initial[] = {"]
     parts += [f"    &descriptors[{i}]," for i in range(len(rows))]

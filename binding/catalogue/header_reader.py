@@ -5,7 +5,7 @@ from __future__ import annotations
 import re
 from pathlib import Path
 
-from clang.cindex import AccessSpecifier, Cursor, CursorKind, TranslationUnit, conf
+from clang.cindex import AccessSpecifier, Cursor, CursorKind, SourceLocation, SourceRange, TranslationUnit, conf
 
 from .class_lists import ROOT, Type
 from .declarations import Declaration, Described, Description, Parameter
@@ -19,6 +19,10 @@ FUNCTIONS = {
 }
 VARIABLES = {CursorKind.VAR_DECL, CursorKind.FIELD_DECL}
 ROOMS = {CursorKind.NAMESPACE, CursorKind.LINKAGE_SPEC}
+
+# What the package declares no function for.
+COMMENT_RANGE = conf.lib.clang_Cursor_getCommentRange
+COMMENT_RANGE.argtypes, COMMENT_RANGE.restype = [Cursor], SourceRange
 
 
 class HeaderReader:
@@ -100,7 +104,10 @@ class HeaderReader:
         scope = f"{scope}::{cursor.spelling}" if cursor.is_scoped_enum() else scope
         for child in cursor.get_children():
             if child.kind == CursorKind.ENUM_CONSTANT_DECL:
-                self._add("enumerator", f"{scope}::{child.spelling}".removeprefix("::"), child).value = child.enum_value
+                added = self._add("enumerator", f"{scope}::{child.spelling}".removeprefix("::"), child)
+                added.value = child.enum_value
+                if added.doc and self._text(COMMENT_RANGE(child).end, child.extent.start).strip():
+                    added.doc = ""  # of the enumerator before
 
     def _read_function(self, cursor: Cursor, scope: str) -> None:
         name = re.sub(r"<.*", "", cursor.spelling) if cursor.kind == CursorKind.CONSTRUCTOR else cursor.spelling
@@ -113,14 +120,15 @@ class HeaderReader:
                 declaration.parameters.append(Parameter(child.type.spelling, child.spelling, self._default(child)))
 
     def _default(self, parameter: Cursor) -> str | None:
-        """What stands behind the parameter's `=`: the text, as the parser's own words would leave the reader's out."""
-        extent = parameter.extent
-        file = extent.start.file.name
+        """What stands behind the parameter's `=`, as it is written."""
+        default = self._text(parameter.extent.start, parameter.extent.end).partition("=")[2]
+        return re.sub(r"\s+", " ", default).strip() or None
+
+    def _text(self, start: SourceLocation, end: SourceLocation) -> str:
+        file = start.file.name
         if file not in self.sources:
             self.sources[file] = Path(file).read_bytes()
-        text = self.sources[file][extent.start.offset : extent.end.offset].decode(errors="replace")
-        default = text.partition("=")[2]
-        return re.sub(r"\s+", " ", default).strip() or None
+        return self.sources[file][start.offset : end.offset].decode(errors="replace")
 
 
 def _project_path(file: str) -> str:
@@ -132,7 +140,6 @@ def comment_text(comment: str | None) -> str:
     """The words of a comment, without its marks."""
     if not comment:
         return ""
-    lines = []
-    for line in re.sub(r"\*+/$", "", comment.strip()).split("\n"):
-        lines.append(re.sub(r"^\s*(?://[/!]<?|/\*[*!]<?|\*(?!\*))\s?", "", line).strip())
+    text = re.sub(r"^\s*/{4,}$|\*+/$", "", comment.strip(), flags=re.MULTILINE)
+    lines = (re.sub(r"^\s*(?://[/!]<?|/\*[*!]<?|\*(?!\*))", "", line).strip() for line in text.split("\n"))
     return "\n".join(lines).strip()

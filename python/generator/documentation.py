@@ -5,6 +5,7 @@ from __future__ import annotations
 import re
 from binding.catalogue.declarations import Declaration, Description, without_arguments
 
+from .defaults import Defaults, same
 from .interface import Form, Interface, Member, Operation, Parameter, ProxyClass
 from .natives import Natives
 from .python_types import plain_type
@@ -44,9 +45,10 @@ KEYWORDS = {
 class Documentation:
     """The texts of the headers, as Python's readers want them."""
 
-    def __init__(self, description: Description, natives: Natives) -> None:
+    def __init__(self, description: Description, natives: Natives, interface: Interface) -> None:
         self.find = description.find
         self.natives = natives
+        self.defaults = Defaults(interface, description)
 
     def class_text(self, native: str) -> str:
         return _first_text(self.find(without_arguments(native), "class"))
@@ -99,6 +101,7 @@ def _document_operation(operation: Operation, names: list[str], documentation: D
             declarations += documentation.find(name, "function")
         best = _match(form, declarations)
         _name_parameters(form, best)
+        _translate_defaults(form, best, documentation.defaults)
         # An override without a comment of its own has its base's.
         inherited = [d for d in declarations if best and d.scope != best.scope and _types(d) == _types(best)]
         texts = [d.doc for d in (best, *inherited) if d and d.doc]
@@ -127,6 +130,22 @@ def _name_parameters(form: Form, declaration: Declaration | None) -> None:
     for index, parameter in enumerate(form.parameters):
         declared = declaration.parameters[index] if declaration and index < len(declaration.parameters) else None
         parameter.name = _free_name(declared.name if declared and declared.name else _name_from_type(parameter), taken)
+
+
+def _translate_defaults(form: Form, declaration: Declaration | None, defaults: Defaults) -> None:
+    """Rows decide whether an argument may be left out; in the project's own headers the same value must stand."""
+    scope = form.native.rpartition("::")[0]
+    for index, parameter in enumerate(form.parameters):
+        if parameter.default is None:
+            continue
+        parameter.default = defaults.text(parameter.default, scope)
+        written = declaration.parameters[index].default if declaration else None
+        declared = defaults.text(written, declaration.scope) if declaration and written else "..."
+        if form.native.startswith("hyx") and not same(parameter.default, declared):
+            raise SystemExit(
+                f"{form.native}: its row has {parameter.default} as default of `{parameter.name}`, "
+                f"its declaration {declared}"
+            )
 
 
 def _name_from_type(parameter: Parameter) -> str:

@@ -10,7 +10,7 @@ from binding.catalogue.class_lists import read_lists
 from binding.catalogue.declarations import read_descriptions
 
 from .documentation import Documentation, document
-from .extras import read_extras
+from .extras import check_files, read_extras
 from .interface import Interface, Package, ProxyClass, read_interface
 from .natives import Natives
 from .package_text import package_text
@@ -22,10 +22,11 @@ def write_packages(modules: dict[str, types.ModuleType], source: Path, root: Pat
     description = read_descriptions([described])
     natives = Natives(read_lists([source / "binding" / "catalogue" / "lists"]), description)
     interface = read_interface(modules, natives)
-    documentation = Documentation(description, natives)
+    documentation = Documentation(description, natives, interface)
     document(interface, documentation)
     hints = TypeHints(interface)
     extras_folder = source / "python" / "extras"
+    check_files(extras_folder, interface.packages)
     order = package_order(interface)
     for position, package in enumerate(order):
         # The last package, the library itself, makes the whole family known.
