@@ -13,7 +13,7 @@ SHARED = 700  # classes behind shared pointers; each makes two descriptors
 
 
 def shared_lines():
-    """A tree in which every class has up to three levels above it: lines, declarations and the number of conversions."""
+    """A tree in which every class has up to three levels above it: lines, declarations, number of conversions."""
     lines, declarations, conversions = [], ["namespace lang {"], 0
     depth = {}
     for i in range(SHARED):

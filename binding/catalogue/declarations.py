@@ -76,7 +76,13 @@ def without_arguments(name: str) -> str:
 def write_description(description: Description, path: Path) -> None:
     declarations = [asdict(d) for d in description.declarations]
     types = {name: asdict(described) for name, described in description.types.items()}
-    path.write_text(json.dumps({"declarations": declarations, "types": types}))
+    write_changed(json.dumps({"declarations": declarations, "types": types}), path)
+
+
+def write_changed(text: str, path: Path) -> None:
+    """Leaves an unchanged file alone, so that nothing is built again that depends on it."""
+    if not path.exists() or path.read_text() != text:
+        path.write_text(text)
 
 
 def read_descriptions(paths: list[Path]) -> Description:

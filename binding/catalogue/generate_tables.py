@@ -13,7 +13,7 @@ from dataclasses import dataclass, field
 from pathlib import Path
 
 from .class_lists import ROOT, Type, read_lists
-from .declarations import Description, read_descriptions
+from .declarations import Description, read_descriptions, write_changed
 
 
 @dataclass
@@ -186,12 +186,6 @@ swig_module_info swig_module = {{swig_types, {len(rows)}, nullptr, nullptr, null
     return "\n".join(parts)
 
 
-def write(text: str, path: Path) -> None:
-    """Leaves an unchanged file alone: a new comment in a header compiles no table."""
-    if not path.exists() or path.read_text() != text:
-        path.write_text(text)
-
-
 def main() -> None:
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("--lists", nargs="+", type=Path, required=True, help="class lists")
@@ -203,9 +197,9 @@ def main() -> None:
     rows.sort(key=lambda row: row.mangled.encode())
     resolve(rows, description)
     arguments.out.mkdir(parents=True, exist_ok=True)
-    write(names_text(rows), arguments.out / "catalogue_names.h")
-    write(casts_text(rows), arguments.out / "catalogue_casts.cpp")
-    write(tables_text(rows), arguments.out / "catalogue_tables.cpp")
+    write_changed(names_text(rows), arguments.out / "catalogue_names.h")
+    write_changed(casts_text(rows), arguments.out / "catalogue_casts.cpp")
+    write_changed(tables_text(rows), arguments.out / "catalogue_tables.cpp")
 
 
 if __name__ == "__main__":

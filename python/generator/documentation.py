@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 import re
+
 from binding.catalogue.declarations import Declaration, Description, without_arguments
 
 from .defaults import Defaults, same

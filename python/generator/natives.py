@@ -26,12 +26,12 @@ class Natives:
         return [name for name in self._names.get(plain, ()) if name != plain]
 
     def bases(self, native: str) -> list[str]:
-        described = self.description.types.get(self._native.get(plain_name(native), native))
+        described = self.description.types.get(self._described(native))
         return described.bases if described else []
 
     def lineage(self, native: str) -> list[str]:
         """A class and its bases, those first that are nearer."""
-        found = [native]
-        for base in self.bases(native):
-            found += [name for name in self.lineage(base) if name not in found]
-        return found
+        return self.description.lineage(self._described(native))
+
+    def _described(self, native: str) -> str:
+        return self._native.get(plain_name(native), native)

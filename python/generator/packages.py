@@ -7,7 +7,7 @@ import types
 from pathlib import Path
 
 from binding.catalogue.class_lists import read_lists
-from binding.catalogue.declarations import read_descriptions
+from binding.catalogue.declarations import read_descriptions, write_changed
 
 from .documentation import Documentation, document
 from .extras import check_files, read_extras
@@ -35,21 +35,15 @@ def write_packages(modules: dict[str, types.ModuleType], source: Path, root: Pat
         classes = class_order(package)
         folder = root / package.name
         folder.mkdir(exist_ok=True)
-        _write(folder / "__init__.py", package_text(package, classes, imports, extras, hints))
-        _write(folder / "__init__.pyi", stub_text(package, classes, extras, hints, documentation))
-        _write(folder / "py.typed", "")
+        write_changed(package_text(package, classes, imports, extras, hints), folder / "__init__.py")
+        write_changed(stub_text(package, classes, extras, hints, documentation), folder / "__init__.pyi")
+        write_changed("", folder / "py.typed")
     shutil.copytree(
         extras_folder, root / "_hyx_extras", dirs_exist_ok=True, ignore=shutil.ignore_patterns("__pycache__")
     )
-    _write(root / "_hyx_extras" / "py.typed", "")
-    _write(root / "_hyx_proxy.pyi", (source / "python" / "support" / "_hyx_proxy.pyi").read_text())
-    _write(root / "hyx_describe.py", (source / "python" / "hyx_describe.py").read_text())
-
-
-def _write(path: Path, text: str) -> None:
-    """Leaves an unchanged file alone, and with it its byte code."""
-    if not path.exists() or path.read_text() != text:
-        path.write_text(text)
+    write_changed("", root / "_hyx_extras" / "py.typed")
+    write_changed((source / "python" / "support" / "_hyx_proxy.pyi").read_text(), root / "_hyx_proxy.pyi")
+    write_changed((source / "python" / "hyx_describe.py").read_text(), root / "hyx_describe.py")
 
 
 def _imports(package: Package) -> list[str]:
