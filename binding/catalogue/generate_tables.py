@@ -1,173 +1,89 @@
-"""Makes the type tables of an extension module from the class lists in this folder.
+"""Makes the type tables of an extension module from class lists and the description of the headers.
 
-Input lines (`#` starts a comment):
-
-    hyxOSG::Text : osg::Geode                 a class and its direct bases
-    osg::Vec4f = osg::Vec4                    further spellings of a class
-    hyx::Foo::Bar : hyx::Foo @ platform/hyx/foo.h    the header that defines it, where it is not the default one
-    type _p_char | char * | char              mangled name | readable name | the compiler's spelling [: bases @ header]
-    shared tavlang::Core::Object : ...        shared pointers to a class, by value and by pointer
-
-The compiler checks every base (`static_cast`) and chooses how a pointer is adjusted; this program checks that every
-base is listed, and finds all indirect ones.
+The compiler checks every base (`static_cast`) and chooses how a pointer is adjusted; this program finds which of a
+type's bases are listed, direct and indirect ones.
 """
 
+from __future__ import annotations
+
 import argparse
-import difflib
-import pathlib
-import re
+import itertools
 import sys
 from dataclasses import dataclass, field
+from pathlib import Path
 
-ROOT = pathlib.Path(__file__).resolve().parents[2]
+from .class_lists import ROOT, Type, read_lists
+from .declarations import Description, read_descriptions, write_changed
 
 
 @dataclass
-class Type:
-    native: str  # the compiler's spelling; empty for types that rows never name
+class Row:
+    """A type descriptor."""
+
+    native: str  # the compiler's spelling
     mangled: str
     readable: str
-    bases: list[str] = field(default_factory=list)  # natives of direct bases
-    header: str = ""
+    header: str = ""  # as an include
     shared: bool = False  # a shared pointer: converts by sharing ownership
     place: str = ""  # file:line, for messages
-    ancestors: list["Type"] = field(default_factory=list)
-
-
-def mangle(name: str) -> str:
-    text = re.sub(r"\s+", "", name)
-    for old, new in (("::", "__"), ("<", "T_"), (">", "_t"), (",", "_"), ("*", "_p")):
-        text = text.replace(old, new)
-    return text
-
-
-def default_header(name: str) -> str:
-    library, _, rest = name.partition("::")
-    outer = rest.split("::")[0]
-    if library.startswith("osg"):
-        return f"<{library}/{outer}>"
-    snake = re.sub(r"(?<=[a-z0-9])(?=[A-Z])|(?<=[A-Z])(?=[A-Z][a-z])", "_", outer).lower()
-    places = sorted(ROOT.glob(f"platform/{library}/**/{snake}.h"))
-    return f'"{places[0].relative_to(ROOT)}"' if places else f'"platform/{library}/{snake}.h"'
-
-
-def parse_class(line: str, place: str) -> Type:
-    line, _, header = line.partition(" @ ")
-    line, _, spellings = line.partition(" = ")
-    name, _, bases = line.partition(" : ")
-    name = name.strip()
-    names = [name] + [s.strip() for s in spellings.split(" | ") if s.strip()]
-    return Type(
-        native=name,
-        mangled="_p_" + mangle(name),
-        readable="|".join(f"{n} *" for n in names),
-        bases=[b.strip() for b in bases.split(", ") if b.strip()],
-        header=f'"{header.strip()}"' if header else default_header(name),
-        place=place,
-    )
-
-
-def parse_type(line: str, place: str) -> Type:
-    line, _, header = line.partition(" @ ")
-    mangled, readable, native = (part.strip() for part in line.split(" | "))
-    native, _, bases = native.partition(" : ")
-    return Type(
-        native=native,
-        mangled=mangled,
-        readable=readable,
-        bases=[b.strip() for b in bases.split(", ") if b.strip()],
-        header=f"<{header.strip()}>" if header else "",
-        place=place,
-    )
-
-
-def parse_shared(line: str, place: str) -> list[Type]:
-    name, _, bases = line.partition(" : ")
-    base_names = [b.strip() for b in bases.split(", ") if b.strip()]
-    types = []
-    for prefix, star in (("_", ""), ("_p_", " *")):
-        spelled = f"std::shared_ptr< {name.strip()} >{star}"
-        types.append(
-            Type(
-                native=spelled,
-                mangled=f"{prefix}std__shared_ptrT_{mangle(name)}_t",
-                readable=spelled,
-                bases=[f"std::shared_ptr< {b} >{star}" for b in base_names],
-                shared=True,
-                place=place,
-            )
-        )
-    return types
-
-
-def parse(path: pathlib.Path) -> list[Type]:
-    types: list[Type] = []
-    for number, raw in enumerate(path.read_text().splitlines(), 1):
-        line = raw.split("#")[0].strip()
-        place = f"{path.name}:{number}"
-        if not line:
-            continue
-        if line.startswith("type "):
-            types.append(parse_type(line[5:], place))
-        elif line.startswith("shared "):
-            types += parse_shared(line[7:], place)
-        else:
-            types.append(parse_class(line, place))
-    return types
+    ancestors: list[Row] = field(default_factory=list)  # nearest first
 
 
 def fail(message: str) -> None:
     sys.exit(f"type catalogue: {message}")
 
 
-def resolve(types: list[Type]) -> None:
-    """Fills in `ancestors`, nearest first, and refuses what does not add up."""
-    by_name: dict[str, Type] = {}
-    for t in types:
-        if t.native and t.native in by_name:
-            fail(f"{t.place}: {t.native} is listed twice (first in {by_name[t.native].place})")
-        by_name[t.native] = t
-    seen: dict[str, Type] = {}
-    for t in types:
-        if t.mangled in seen:
-            fail(f"{t.place}: {t.mangled} is the name of another type, too ({seen[t.mangled].place})")
-        seen[t.mangled] = t
+def rows_of(listed: Type, description: Description) -> list[Row]:
+    """The descriptors of one line of a list."""
+    if listed.kind == "shared":
+        spelled = f"std::shared_ptr< {listed.native} >"
+        return [
+            Row(listed.native, f"_{listed.mangled}", spelled, shared=True, place=listed.place),
+            Row(listed.native, f"_p_{listed.mangled}", f"{spelled} *", shared=True, place=listed.place),
+        ]
+    pointer = "" if listed.kind == "type" else " *"
+    readable = "|".join(f"{name}{pointer}" for name in listed.spellings)
+    described = description.types.get(listed.native)
+    return [
+        Row(
+            listed.native, listed.mangled, readable, include(described.header if described else ""), False, listed.place
+        )
+    ]
 
-    def bases_of(t: Type) -> list[Type]:
-        found = []
-        for base in t.bases:
-            if base not in by_name:
-                near = difflib.get_close_matches(base, by_name, 1)
-                fail(
-                    f"{t.place}: base '{base}' of {t.native} is not in the catalogue"
-                    + (f"; did you mean '{near[0]}'?" if near else "")
-                )
-            found.append(by_name[base])
-        return found
 
-    def collect(t: Type, path: tuple[str, ...]) -> list[Type]:
-        if t.native in path:
-            fail(f"{t.place}: {t.native} derives from itself")
-        if not t.ancestors and t.bases:
-            for base in bases_of(t):
-                for ancestor in [base, *collect(base, (*path, t.native))]:
-                    if ancestor not in t.ancestors:
-                        t.ancestors.append(ancestor)
-        return t.ancestors
+def include(header: str) -> str:
+    own = (ROOT / header).exists()
+    return f'"{header}"' if own else f"<{header}>"
 
-    for t in types:
-        collect(t, ())
+
+def resolve(rows: list[Row], description: Description) -> None:
+    """Fills in `ancestors`, and refuses what is listed twice."""
+    by_mangled: dict[str, Row] = {}
+    families: dict[str, dict[str, Row]] = {}  # by native, among the types of one kind
+    for row in rows:
+        family = families.setdefault(_family(row), {})
+        if row.native in family:
+            fail(f"{row.place}: {row.native} is listed twice (first in {family[row.native].place})")
+        if row.mangled in by_mangled:
+            fail(f"{row.place}: {row.mangled} is the name of another type, too ({by_mangled[row.mangled].place})")
+        by_mangled[row.mangled] = family[row.native] = row
+    for row in rows:
+        family = families[_family(row)]
+        row.ancestors = [family[name] for name in description.lineage(row.native)[1:] if name in family]
+
+
+def _family(row: Row) -> str:
+    return "plain" if not row.shared else "pointers" if row.mangled.startswith("_p_") else "shared"
 
 
 def quoted(text: str) -> str:
     return '"' + text.replace("\\", "\\\\").replace('"', '\\"') + '"'
 
 
-def write_names(types: list[Type], out: pathlib.Path) -> None:
-    index = {id(t): i for i, t in enumerate(types)}
-    named = sorted((t for t in types if t.native and not t.shared), key=lambda t: t.native.encode())
-    rows = "\n".join(f"    {{{quoted(t.native)}, {index[id(t)]}, {len(t.ancestors)}}}," for t in named)
-    out.write_text(f"""// Made from the type catalogue.
+def names_text(rows: list[Row]) -> str:
+    named = sorted((i for i, row in enumerate(rows) if not row.shared), key=lambda i: rows[i].native.encode())
+    entries = "\n".join(f"    {{{quoted(rows[i].native)}, {i}, {len(rows[i].ancestors)}}}," for i in named)
+    return f"""// Made from the type catalogue.
 #pragma once
 
 #include <cstdint>
@@ -182,25 +98,25 @@ struct Entry {{
 }};
 
 inline constexpr Entry entries[] = {{ // sorted by native
-{rows}
+{entries}
 }};
 
 }} // namespace catalogue
-""")
+"""
 
 
-def cast_name(source: Type, target: Type) -> str:
+def cast_name(source: Row, target: Row) -> str:
     return f"{source.mangled}To{target.mangled}"
 
 
-def write_casts(types: list[Type], out: pathlib.Path) -> None:
-    plain = [(t, a) for t in types if not t.shared for a in t.ancestors]
-    headers = dict.fromkeys(t.header for t in types if t.bases and not t.shared and t.header)
+def casts_text(rows: list[Row]) -> str:
+    plain = [(row, base) for row in rows if not row.shared for base in row.ancestors]
+    includes = "\n".join(f"#include {header}" for header in sorted({row.header for row, _ in plain}))
     body = "\n".join(
-        f"void *{cast_name(t, a)}(void *x, int *) {{ return upcast<{t.native}, {a.native}>(x); }}" for t, a in plain
+        f"void *{cast_name(row, base)}(void *x, int *) {{ return upcast<{row.native}, {base.native}>(x); }}"
+        for row, base in plain
     )
-    includes = "\n".join(f"#include {h}" for h in sorted(headers))
-    out.write_text(f"""// Made from the type catalogue: how a pointer to a derived object becomes one to its base.
+    return f"""// Made from the type catalogue: how a pointer to a derived object becomes one to its base.
 {includes}
 
 template <class Derived, class Base> void *upcast(void *pointer)
@@ -211,17 +127,10 @@ template <class Derived, class Base> void *upcast(void *pointer)
 extern "C" {{
 {body}
 }}
-""")
+"""
 
 
-def write_tables(types: list[Type], out: pathlib.Path) -> None:
-    derived: dict[int, list[Type]] = {id(t): [] for t in types}
-    for t in types:
-        for a in t.ancestors:
-            derived[id(a)].append(t)
-    index = {id(t): i for i, t in enumerate(types)}
-    parts = [
-        """// Made from the type catalogue: the module's type descriptors and their initial cast lists.
+TABLES_HEAD = """// Made from the type catalogue: the module's type descriptors and their initial cast lists.
 #include "binding/runtime/state.h"
 
 #include <memory>
@@ -236,51 +145,61 @@ namespace {
 }
 
 } // namespace
+"""
 
-extern "C" {"""
+
+def cast_lists(rows: list[Row]) -> list[list[str]]:
+    """For each descriptor its initialisers: itself, what converts to it, and the end."""
+    index = {row.mangled: i for i, row in enumerate(rows)}
+    lists = [[f"    {{&descriptors[{i}], nullptr, nullptr, nullptr}},"] for i in range(len(rows))]
+    for i, row in enumerate(rows):
+        for base in row.ancestors:
+            converter = "share_pointer" if row.shared else cast_name(row, base)
+            lists[index[base.mangled]].append(f"    {{&descriptors[{i}], {converter}, nullptr, nullptr}},")
+    return [[*items, "    {nullptr, nullptr, nullptr, nullptr},"] for items in lists]
+
+
+def tables_text(rows: list[Row]) -> str:
+    lists = cast_lists(rows)
+    starts = list(itertools.accumulate(map(len, lists), initial=0))[:-1]
+    declared = [
+        f"void *{cast_name(row, base)}(void *, int *);" for row in rows if not row.shared for base in row.ancestors
     ]
-    parts += [f"void *{cast_name(t, a)}(void *, int *);" for t in types if not t.shared for a in t.ancestors]
-    parts.append("}\n\nnamespace {\n")
-    parts.append("swig_type_info descriptors[] = {")
-    parts += [f"    {{{quoted(t.mangled)}, {quoted(t.readable)}, nullptr, nullptr, nullptr, 0}}," for t in types]
-    parts.append("};\n")
-    parts.append("swig_cast_info casts[] = {")
-    starts = []
-    position = 0
-    for i, t in enumerate(types):
-        starts.append(position)
-        rows = [f"    {{&descriptors[{i}], nullptr, nullptr, nullptr}},"]
-        for d in sorted(derived[id(t)], key=lambda d: d.mangled.encode()):
-            converter = "share_pointer" if d.shared else cast_name(d, t)
-            rows.append(f"    {{&descriptors[{index[id(d)]}], {converter}, nullptr, nullptr}},")
-        rows.append("    {nullptr, nullptr, nullptr, nullptr},")
-        position += len(rows)
-        parts += rows
-    parts.append("};\n\n} // namespace\n")
-    parts.append("swig_type_info *swig_type_initial[] = {")
-    parts += [f"    &descriptors[{i}]," for i in range(len(types))]
-    parts.append("};\n\nswig_cast_info *swig_cast_initial[] = {")
-    parts += [f"    &casts[{s}]," for s in starts]
+    described = [f"    {{{quoted(r.mangled)}, {quoted(r.readable)}, nullptr, nullptr, nullptr, 0}}," for r in rows]
+    parts = [
+        TABLES_HEAD,
+        'extern "C" {',
+        *declared,
+        "}\n\nnamespace {\n",
+        "swig_type_info descriptors[] = {",
+        *described,
+    ]
+    parts += ["};\n", "swig_cast_info casts[] = {", *(line for items in lists for line in items)]
+    parts += ["};\n\n} // namespace\n", "swig_type_info *swig_type_initial[] = {"]
+    parts += [f"    &descriptors[{i}]," for i in range(len(rows))]
+    parts += ["};\n\nswig_cast_info *swig_cast_initial[] = {", *(f"    &casts[{start}]," for start in starts)]
     parts.append(f"""}};
 
-swig_type_info *swig_types[{len(types) + 1}];
-swig_module_info swig_module = {{swig_types, {len(types)}, nullptr, nullptr, nullptr, nullptr}};
+swig_type_info *swig_types[{len(rows) + 1}];
+swig_module_info swig_module = {{swig_types, {len(rows)}, nullptr, nullptr, nullptr, nullptr}};
 """)
-    out.write_text("\n".join(parts))
+    return "\n".join(parts)
 
 
 def main() -> None:
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
-    parser.add_argument("lists", nargs="+", type=pathlib.Path, help="class lists")
-    parser.add_argument("--out", type=pathlib.Path, required=True, help="folder for the generated files")
+    parser.add_argument("--lists", nargs="+", type=Path, required=True, help="class lists")
+    parser.add_argument("--descriptions", nargs="+", type=Path, required=True, help="what their headers declare")
+    parser.add_argument("--out", type=Path, required=True, help="folder for the generated files")
     arguments = parser.parse_args()
-    types = [t for path in sorted(arguments.lists) for t in parse(path)]
-    types.sort(key=lambda t: t.mangled.encode())
-    resolve(types)
+    description = read_descriptions(arguments.descriptions)
+    rows = [row for listed in read_lists(arguments.lists) for row in rows_of(listed, description)]
+    rows.sort(key=lambda row: row.mangled.encode())
+    resolve(rows, description)
     arguments.out.mkdir(parents=True, exist_ok=True)
-    write_names(types, arguments.out / "catalogue_names.h")
-    write_casts(types, arguments.out / "catalogue_casts.cpp")
-    write_tables(types, arguments.out / "catalogue_tables.cpp")
+    write_changed(names_text(rows), arguments.out / "catalogue_names.h")
+    write_changed(casts_text(rows), arguments.out / "catalogue_casts.cpp")
+    write_changed(tables_text(rows), arguments.out / "catalogue_tables.cpp")
 
 
 if __name__ == "__main__":

@@ -14,11 +14,6 @@ class Vec2f(Numbers):
     y = component(1)
 
 
-class Vec2d(Numbers):
-    x = component(0)
-    y = component(1)
-
-
 class Vec3f(Numbers):
     x = component(0)
     y = component(1)
@@ -32,13 +27,6 @@ class Vec3d(Numbers):
 
 
 class Vec4f(Numbers):
-    x = component(0)
-    y = component(1)
-    z = component(2)
-    w = component(3)
-
-
-class Vec4d(Numbers):
     x = component(0)
     y = component(1)
     z = component(2)

@@ -1,9 +1,9 @@
-"""Makes the Python packages from the built extension modules and the public headers.
+"""Makes the Python packages from the built extension modules and the description of the headers.
 
 interface.py      what the modules offer: classes and operations, sorted into packages
-catalogue.py      bases and spellings of the native classes
-header.py         reads declarations and comments from C++ headers
+natives.py        bases and spellings of the native classes
 documentation.py  gives the operations their parameter names, defaults and texts
+defaults.py       native default values as Python writes them
 python_types.py   native types as Python type hints
 signature.py      signatures and docstrings
 package_text.py   the text of a package

@@ -15,7 +15,7 @@ def main() -> None:
         "--import-root", type=Path, required=True, help="where the extension modules are and the packages go"
     )
     parser.add_argument("--source", type=Path, required=True, help="the root of the source tree")
-    parser.add_argument("--headers", type=Path, required=True, help="where the scene-graph library's headers are")
+    parser.add_argument("--description", type=Path, required=True, help="what the headers declare")
     arguments = parser.parse_args()
     sys.path.insert(0, str(arguments.import_root))
 
@@ -23,7 +23,7 @@ def main() -> None:
     from .packages import write_packages
 
     modules = {name: importlib.import_module(name) for name in interface.MODULES if importlib.util.find_spec(name)}
-    write_packages(modules, arguments.source, arguments.import_root, arguments.headers)
+    write_packages(modules, arguments.source, arguments.import_root, arguments.description)
 
 
 if __name__ == "__main__":

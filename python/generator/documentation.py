@@ -3,11 +3,13 @@
 from __future__ import annotations
 
 import re
-from pathlib import Path
 
-from .catalogue import plain_name
-from .header import Declaration, plain_type, read_header
+from binding.catalogue.declarations import Declaration, Description, without_arguments
+
+from .defaults import Defaults, same
 from .interface import Form, Interface, Member, Operation, Parameter, ProxyClass
+from .natives import Natives
+from .python_types import plain_type
 
 RAISED = re.compile(r"`?std::(invalid_argument|runtime_error|logic_error|domain_error|length_error)`?")
 RAISED_RANGE = re.compile(r"`?std::out_of_range`?")
@@ -42,35 +44,26 @@ KEYWORDS = {
 
 
 class Documentation:
-    """The declarations of many headers, by qualified name."""
+    """The texts of the headers, as Python's readers want them."""
 
-    def __init__(self, headers: list[Path]) -> None:
-        self.by_name: dict[str, list[Declaration]] = {}
-        for header in headers:
-            for declaration in read_header(header.read_text(errors="replace")):
-                self.by_name.setdefault(declaration.qualified, []).append(declaration)
-
-    def lineage(self, native: str) -> list[str]:
-        """A class and its bases as the headers have them, also those that have no proxy."""
-        found = [native]
-        for declaration in self.find(native, "class"):
-            for base in declaration.bases:
-                scopes = ["::".join(declaration.scope[:depth]) for depth in range(len(declaration.scope), -1, -1)]
-                names = [f"{scope}::{base}".removeprefix("::") for scope in scopes]
-                known = next((name for name in names if self.find(name, "class")), None)
-                found += [name for name in (self.lineage(known) if known else ()) if name not in found]
-        return found
-
-    def find(self, qualified: str, kind: str) -> list[Declaration]:
-        return [d for d in self.by_name.get(qualified, ()) if d.kind == kind]
+    def __init__(self, description: Description, natives: Natives, interface: Interface) -> None:
+        self.find = description.find
+        self.natives = natives
+        self.defaults = Defaults(interface, description)
 
     def class_text(self, native: str) -> str:
-        found = [d.doc for d in self.find(native, "class") if d.doc]
-        return readable(found[0]) if found else ""
+        return _first_text(self.find(without_arguments(native), "class"))
 
     def enumerator_text(self, native: str, name: str) -> str:
-        found = [d.doc for d in self.find(f"{native}::{name}", "enumerator") if d.doc]
-        return readable(found[0]) if found else ""
+        return _first_text(self.find(f"{without_arguments(native)}::{name}", "enumerator"))
+
+    def lineage(self, native: str) -> list[str]:
+        """The names under which a class and its bases declare their members."""
+        return list(dict.fromkeys(without_arguments(name) for name in self.natives.lineage(native)))
+
+
+def _first_text(declarations: list[Declaration]) -> str:
+    return next((readable(d.doc) for d in declarations if d.doc), "")
 
 
 def document(interface: Interface, documentation: Documentation) -> None:
@@ -83,26 +76,15 @@ def document(interface: Interface, documentation: Documentation) -> None:
 
 def _document_class(proxy: ProxyClass, documentation: Documentation) -> None:
     proxy.doc = documentation.class_text(proxy.native)
-    lineage = list(dict.fromkeys(name for native in _lineage(proxy) for name in documentation.lineage(native)))
+    lineage = documentation.lineage(proxy.native)
     for kind, operation in proxy.machinery.items():
         if kind == "constructor":
-            _document_operation(operation, [f"{proxy.native}::{_last_name(proxy.native)}"], documentation)
+            _document_operation(operation, [f"{lineage[0]}::{lineage[0].rpartition('::')[2]}"], documentation)
     for operation in proxy.methods.values():
         names = [f"{native}::{operation.name}" for native in lineage]
         _document_operation(operation, names, documentation)
     for member in proxy.members.values():
         _document_member(member, lineage, documentation)
-
-
-def _last_name(native: str) -> str:
-    return plain_name(native).split("<")[0].split("::")[-1]
-
-
-def _lineage(proxy: ProxyClass) -> list[str]:
-    natives = [proxy.native]
-    for base in proxy.bases:
-        natives += [native for native in _lineage(base) if native not in natives]
-    return natives
 
 
 def _document_member(member: Member, lineage: list[str], documentation: Documentation) -> None:
@@ -120,6 +102,7 @@ def _document_operation(operation: Operation, names: list[str], documentation: D
             declarations += documentation.find(name, "function")
         best = _match(form, declarations)
         _name_parameters(form, best)
+        _translate_defaults(form, best, documentation.defaults)
         # An override without a comment of its own has its base's.
         inherited = [d for d in declarations if best and d.scope != best.scope and _types(d) == _types(best)]
         texts = [d.doc for d in (best, *inherited) if d and d.doc]
@@ -148,13 +131,22 @@ def _name_parameters(form: Form, declaration: Declaration | None) -> None:
     for index, parameter in enumerate(form.parameters):
         declared = declaration.parameters[index] if declaration and index < len(declaration.parameters) else None
         parameter.name = _free_name(declared.name if declared and declared.name else _name_from_type(parameter), taken)
-        if parameter.default is None and declared and declared.default:
-            parameter.default = _default_when_omissible(form, index, declared.default)
 
 
-def _default_when_omissible(form: Form, index: int, default: str) -> str | None:
-    """Rows decide whether an argument may be left out; the header only knows the value."""
-    return default if form.parameters[index].default is not None else None
+def _translate_defaults(form: Form, declaration: Declaration | None, defaults: Defaults) -> None:
+    """Rows decide whether an argument may be left out; in the project's own headers the same value must stand."""
+    scope = form.native.rpartition("::")[0]
+    for index, parameter in enumerate(form.parameters):
+        if parameter.default is None:
+            continue
+        parameter.default = defaults.text(parameter.default, scope)
+        written = declaration.parameters[index].default if declaration else None
+        declared = defaults.text(written, declaration.scope) if declaration and written else "..."
+        if form.native.startswith("hyx") and not same(parameter.default, declared):
+            raise SystemExit(
+                f"{form.native}: its row has {parameter.default} as default of `{parameter.name}`, "
+                f"its declaration {declared}"
+            )
 
 
 def _name_from_type(parameter: Parameter) -> str:

@@ -1,13 +1,13 @@
 """What is written by hand for a package: python/extras/<package>.py.
 
-A class there named like a proxy class lends it its attributes and its bases; everything else that is public
-becomes part of the package. The files become the package `_hyx_extras`; names are taken over one by one in
-the generated text, so that a reader sees where each comes from.
+A class there is named like a proxy class, and lends it its attributes and its bases. The files become the package
+`_hyx_extras`; names are taken over one by one in the generated text, so that a reader sees where each comes from.
 """
 
 from __future__ import annotations
 
 import ast
+from collections.abc import Iterable
 from dataclasses import dataclass, field
 from pathlib import Path
 
@@ -19,7 +19,6 @@ class Extras:
     present: bool = False
     class_bases: dict[str, list[str]] = field(default_factory=dict)
     class_attributes: dict[str, dict[str, ast.stmt]] = field(default_factory=dict)
-    package_names: dict[str, ast.stmt] = field(default_factory=dict)
     imports: list[ast.stmt] = field(default_factory=list)
 
 
@@ -34,12 +33,20 @@ def read_extras(folder: Path, package: Package) -> Extras:
             extras.class_attributes[statement.name] = dict(_attributes(statement))
             extras.class_bases[statement.name] = [ast.unparse(base) for base in statement.bases]
         elif isinstance(statement, (ast.ClassDef, ast.FunctionDef)) and not statement.name.startswith("_"):
-            extras.package_names[statement.name] = statement
+            raise SystemExit(f"{path}:{statement.lineno}: {package.name} has no proxy class {statement.name}")
         elif isinstance(statement, (ast.Import, ast.ImportFrom)):
             if isinstance(statement, ast.ImportFrom) and statement.level == 1:
                 statement.module, statement.level = f"_hyx_extras.{statement.module}", 0
             extras.imports.append(statement)
     return extras
+
+
+def check_files(folder: Path, packages: Iterable[str]) -> None:
+    """Refuses a file of no package that none of the others imports."""
+    texts = {path.stem: path.read_text() for path in folder.glob("*.py")}
+    for name in texts.keys() - {"__init__", *packages}:
+        if not any(f"from .{name} import" in text for text in texts.values()):
+            raise SystemExit(f"{folder / name}.py: there is no package {name}")
 
 
 def _statements(body: list[ast.stmt]):

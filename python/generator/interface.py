@@ -7,7 +7,9 @@ from dataclasses import dataclass, field
 
 import _hyx_proxy
 
-from .catalogue import Catalogue, plain_name
+from binding.catalogue.class_lists import plain_name
+
+from .natives import Natives
 
 # The package of what lies in no namespace that is a package: containers of std, the iterators.
 DEFAULT_PACKAGES = {
@@ -99,15 +101,15 @@ class Interface:
     classes: dict[str, ProxyClass]  # by every native spelling, plain
 
 
-def read_interface(modules: dict[str, types.ModuleType], catalogue: Catalogue) -> Interface:
+def read_interface(modules: dict[str, types.ModuleType], natives: Natives) -> Interface:
     interface = Interface({name: Package(name) for name in PACKAGES}, {})
     rows = {name: _hyx_proxy.describe(module) for name, module in modules.items()}
     for module, functions in rows.items():
         _add_classes(interface, module, functions)
         _add_operations(interface, module, functions)
         _add_constants(interface, module, modules[module])
-    _add_spellings(interface, catalogue)
-    _add_bases(interface, catalogue)
+    _add_spellings(interface, natives)
+    _add_bases(interface, natives)
     return interface
 
 
@@ -198,9 +200,9 @@ def _add_constants(interface: Interface, module: str, loaded: types.ModuleType) 
         interface.packages[package].constants[name] = (module, value)
 
 
-def _add_spellings(interface: Interface, catalogue: Catalogue) -> None:
+def _add_spellings(interface: Interface, natives: Natives) -> None:
     for proxy in list(interface.classes.values()):
-        for spelling in catalogue.spellings.get(plain_name(proxy.native), ()):
+        for spelling in natives.spellings(proxy.native):
             interface.classes.setdefault(plain_name(spelling), proxy)
             namespace, _, name = spelling.rpartition("::")
             package = interface.packages.get(namespace)
@@ -208,27 +210,19 @@ def _add_spellings(interface: Interface, catalogue: Catalogue) -> None:
                 package.aliases[name] = proxy.qualified
 
 
-def _add_bases(interface: Interface, catalogue: Catalogue) -> None:
+def _add_bases(interface: Interface, natives: Natives) -> None:
     for proxy in {id(p): p for p in interface.classes.values()}.values():
-        bases = _nearest(interface, catalogue, proxy.native)
-        proxy.bases = [
-            base for base in bases if not any(base is not other and _derives(catalogue, other, base) for other in bases)
-        ]
+        bases = _nearest(interface, natives, proxy.native)
+        further = {plain_name(name) for base in bases for name in natives.lineage(base.native)[1:]}
+        proxy.bases = [base for base in bases if plain_name(base.native) not in further]
 
 
-def _nearest(interface: Interface, catalogue: Catalogue, native: str) -> list[ProxyClass]:
+def _nearest(interface: Interface, natives: Natives, native: str) -> list[ProxyClass]:
     """The nearest native bases that have proxies, in order."""
     found: list[ProxyClass] = []
-    for base in catalogue.bases.get(plain_name(native), ()):
+    for base in natives.bases(native):
         proxy = interface.classes.get(plain_name(base))
-        for candidate in [proxy] if proxy else _nearest(interface, catalogue, base):
+        for candidate in [proxy] if proxy else _nearest(interface, natives, base):
             if candidate not in found:
                 found.append(candidate)
     return found
-
-
-def _derives(catalogue: Catalogue, proxy: ProxyClass, base: ProxyClass) -> bool:
-    bases = [plain_name(name) for name in catalogue.bases.get(plain_name(proxy.native), ())]
-    if plain_name(base.native) in bases:
-        return True
-    return any(_derives(catalogue, ProxyClass("", "", name, ""), base) for name in bases)

@@ -59,7 +59,6 @@ def package_text(
     lines += [f"{name} = {value}" for name, (_, value) in package.constants.items()]
     if DEFAULT_PACKAGES.get(f"_{package.name}") and package.name == "hyxOSG":
         lines.append("cvar = _hyxOSG.cvar")
-    lines += [f"{name} = _extras.{name}" for name in extras.package_names]
     return "\n".join(lines) + "\n"
 
 

@@ -6,23 +6,27 @@ import shutil
 import types
 from pathlib import Path
 
-from .catalogue import Catalogue, read_catalogue
+from binding.catalogue.class_lists import read_lists
+from binding.catalogue.declarations import read_descriptions, write_changed
+
 from .documentation import Documentation, document
-from .extras import read_extras
+from .extras import check_files, read_extras
 from .interface import Interface, Package, ProxyClass, read_interface
+from .natives import Natives
 from .package_text import package_text
 from .python_types import TypeHints
 from .stub_text import stub_text
 
 
-def write_packages(modules: dict[str, types.ModuleType], source: Path, root: Path, header_root: Path) -> None:
-    catalogue = read_catalogue(source / "binding" / "catalogue" / "lists")
-    interface = read_interface(modules, catalogue)
-    headers = sorted((source / "platform").rglob("*.h")) + _library_headers(catalogue, header_root)
-    documentation = Documentation(headers)
+def write_packages(modules: dict[str, types.ModuleType], source: Path, root: Path, described: Path) -> None:
+    description = read_descriptions([described])
+    natives = Natives(read_lists([source / "binding" / "catalogue" / "lists"]), description)
+    interface = read_interface(modules, natives)
+    documentation = Documentation(description, natives, interface)
     document(interface, documentation)
     hints = TypeHints(interface)
     extras_folder = source / "python" / "extras"
+    check_files(extras_folder, interface.packages)
     order = package_order(interface)
     for position, package in enumerate(order):
         # The last package, the library itself, makes the whole family known.
@@ -31,28 +35,15 @@ def write_packages(modules: dict[str, types.ModuleType], source: Path, root: Pat
         classes = class_order(package)
         folder = root / package.name
         folder.mkdir(exist_ok=True)
-        _write(folder / "__init__.py", package_text(package, classes, imports, extras, hints))
-        _write(folder / "__init__.pyi", stub_text(package, classes, extras, hints, documentation))
-        _write(folder / "py.typed", "")
+        write_changed(package_text(package, classes, imports, extras, hints), folder / "__init__.py")
+        write_changed(stub_text(package, classes, extras, hints, documentation), folder / "__init__.pyi")
+        write_changed("", folder / "py.typed")
     shutil.copytree(
         extras_folder, root / "_hyx_extras", dirs_exist_ok=True, ignore=shutil.ignore_patterns("__pycache__")
     )
-    _write(root / "_hyx_extras" / "py.typed", "")
-    _write(root / "_hyx_proxy.pyi", (source / "python" / "support" / "_hyx_proxy.pyi").read_text())
-    _write(root / "hyx_describe.py", (source / "python" / "hyx_describe.py").read_text())
-
-
-def _library_headers(catalogue: Catalogue, root: Path) -> list[Path]:
-    """The scene-graph library's headers of the classes that cross: most are named after the class."""
-    names = [name for name in catalogue.bases if name.startswith("osg")]
-    places = {catalogue.headers.get(name, "/".join(name.split("::")[:2])) for name in names}
-    return sorted(root / place for place in places if (root / place).is_file())
-
-
-def _write(path: Path, text: str) -> None:
-    """Leaves an unchanged file alone, and with it its byte code."""
-    if not path.exists() or path.read_text() != text:
-        path.write_text(text)
+    write_changed("", root / "_hyx_extras" / "py.typed")
+    write_changed((source / "python" / "support" / "_hyx_proxy.pyi").read_text(), root / "_hyx_proxy.pyi")
+    write_changed((source / "python" / "hyx_describe.py").read_text(), root / "hyx_describe.py")
 
 
 def _imports(package: Package) -> list[str]:

@@ -4,7 +4,8 @@ from __future__ import annotations
 
 import re
 
-from .catalogue import plain_name
+from binding.catalogue.class_lists import plain_name
+
 from .interface import Interface, ProxyClass
 
 INTEGERS = {
@@ -109,3 +110,12 @@ def _core(native: str) -> tuple[str, str]:
     marks = "".join(re.findall(r"[*&]", re.sub(r"<.*>", "", text)))
     kind = re.sub(r"[*&\s]+$", "", text).strip()
     return re.sub(r"\s+", " ", kind), marks + ("const" if constant and marks == "&" else "")
+
+
+def plain_type(native: str) -> str:
+    """A spelling of a native type for comparing: no `const`, no namespaces, no blanks beside marks."""
+    text = re.sub(r"\b(?:const|class|struct|enum|typename)\b", " ", native)
+    text = re.sub(r"\w+::", "", text)
+    text = re.sub(r"\s*([*&<>,])\s*", r"\1", text)
+    text = re.sub(r"\s+", " ", text).strip()
+    return {"unsigned": "unsigned int", "long unsigned int": "unsigned long"}.get(text, text)

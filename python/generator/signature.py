@@ -2,26 +2,10 @@
 
 from __future__ import annotations
 
-import re
 import textwrap
 
 from .interface import Form, Operation
 from .python_types import TypeHints
-
-LITERALS = {"true": "True", "false": "False", "nullptr": "None", "NULL": "None"}
-
-
-def python_default(default: str) -> str:
-    """A native default value as Python text; `...` for what has no literal."""
-    text = default.strip()
-    if text in LITERALS:
-        return LITERALS[text]
-    if re.fullmatch(r'"[^"\\]*"', text):
-        return text
-    if re.fullmatch(r"(?:hyx::|std::)[Ss]tring(?:\(\)|\{\})", text):
-        return '""'
-    number = re.fullmatch(r"([+-]?(?:\d+\.?\d*|\.\d+)(?:[eE][+-]?\d+)?)[fFuUlL]*", text)
-    return number.group(1) if number else "..."
 
 
 def text_signature(operation: Operation, bound: bool) -> str:
@@ -30,8 +14,13 @@ def text_signature(operation: Operation, bound: bool) -> str:
     if len(operation.forms) != 1:
         return f"({', '.join([*names, '/', '*args'] if names else ['*args'])})"
     form = operation.forms[0]
-    names += [p.name if p.default is None else f"{p.name}={python_default(p.default)}" for p in form.parameters]
+    names += [p.name if p.default is None else f"{p.name}={_simple(p.default)}" for p in form.parameters]
     return f"({', '.join([*names, '/'])})" if names else "()"
+
+
+def _simple(default: str) -> str:
+    """A default as `inspect` can read it: literals and names."""
+    return "..." if "(" in default and not default.startswith('"') else default
 
 
 def call_text(name: str, form: Form, hints: TypeHints, result: str | None = None) -> str:
@@ -39,7 +28,7 @@ def call_text(name: str, form: Form, hints: TypeHints, result: str | None = None
     parameters = []
     for parameter in form.parameters:
         text = f"{parameter.name}: {hints.parameter(parameter.type)}"
-        parameters.append(text if parameter.default is None else f"{text} = {python_default(parameter.default)}")
+        parameters.append(text if parameter.default is None else f"{text} = {parameter.default}")
     result = hints.result(form.result) if result is None else result
     return f"{name}({', '.join(parameters)})" + (f" -> {result}" if result else "")
 

@@ -10,7 +10,7 @@ from .documentation import Documentation
 from .extras import Extras
 from .interface import PACKAGES, Form, Member, Operation, Package, ProxyClass
 from .python_types import TypeHints
-from .signature import docstring, python_default
+from .signature import docstring
 
 # What native classes may do and Python's typing rules refuse: overrides with other parameters, overloads
 # that a number could match twice, operators of one side only.
@@ -27,8 +27,6 @@ def stub_text(package: Package, order: list[ProxyClass], extras: Extras, hints: 
     body += [f"{name}: int" for name in package.constants]
     if package.name == "hyxOSG":
         body.append("cvar: Any")
-    for statement in extras.package_names.values():
-        body += _extra_lines(statement, 0)
     text = "\n".join(body)
     head = [
         HEAD,
@@ -113,12 +111,12 @@ def _parameters(form: Form, hints: TypeHints) -> list[str]:
     listed = []
     for parameter in form.parameters:
         text = f"{parameter.name}: {hints.parameter(parameter.type)}"
-        listed.append(text if parameter.default is None else f"{text} = {python_default(parameter.default)}")
+        listed.append(text if parameter.default is None else f"{text} = {parameter.default}")
     return listed
 
 
 def _extra_lines(statement: ast.stmt, indent: int) -> list[str]:
-    """A hand-written function, class or assignment with its body left out."""
+    """A hand-written function or assignment with its body left out."""
     blanks = " " * indent
     if isinstance(statement, ast.FunctionDef):
         result = f" -> {ast.unparse(statement.returns)}" if statement.returns else ""
@@ -126,12 +124,6 @@ def _extra_lines(statement: ast.stmt, indent: int) -> list[str]:
         text = ast.get_docstring(statement)
         head = f"{blanks}def {statement.name}({ast.unparse(statement.args)}){result}:"
         return [*lines, head, _text(text, indent + 4)] if text else [*lines, f"{head} ..."]
-    if isinstance(statement, ast.ClassDef):
-        lines = [f"{blanks}class {statement.name}({', '.join(ast.unparse(b) for b in statement.bases)}):"]
-        for item in statement.body:
-            if isinstance(item, (ast.FunctionDef, ast.Assign, ast.AnnAssign)):
-                lines += _extra_lines(item, indent + 4)
-        return lines if len(lines) > 1 else [lines[0] + " ..."]
     if isinstance(statement, ast.AnnAssign):
         return [f"{blanks}{ast.unparse(statement.target)}: {ast.unparse(statement.annotation)}"]
     if isinstance(statement, ast.Assign) and isinstance(statement.targets[0], ast.Name):

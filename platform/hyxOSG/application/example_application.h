@@ -598,8 +598,8 @@ public:
     AutoStepEvent autoStepEvent;    ///< raised when automatic stepping is switched
     bool m_loadedSceneFile = false; ///< whether the present scene came from a file
     bool m_isLoadingScene = false;  ///< whether a scene is being built now
-    bool m_isFMU =
-        false; ///< whether a master outside steps the simulation: the loop then draws and serves, but does not step
+    /// Whether a master outside steps the simulation: the loop then draws and serves, but does not step.
+    bool m_isFMU = false;
     hyx::Event m_sceneLoadEvent; ///< raised after a scene was built
     std::string m_hostName;      ///< the address that remote services listen on, such as 0.0.0.0; empty for loopback
 

@@ -59,6 +59,16 @@ struct Unrelated {};
 
 struct Renamed {};
 
+using OtherName = Renamed;
+using ThirdName = Renamed;
+
+// Classes that only shared pointers are about.
+struct Top {};
+
+struct Middle : Top {};
+
+struct Leaf : Middle {};
+
 struct Counted : hyx::Referenced {
     Counted() { ++alive; }
 
