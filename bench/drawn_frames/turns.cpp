@@ -1,3 +1,4 @@
+// Takes the frames of all cases in turn, so that a busy machine slows each of them alike.
 #include "bench/drawn_frames/turns.h"
 
 #include <osg/Point>

@@ -1,5 +1,6 @@
-#pragma once
 // Frame times of different ways to draw the same thing.
+#pragma once
+
 #include "platform/hyxOSG/application/example_application.h"
 
 #include <osg/Geometry>

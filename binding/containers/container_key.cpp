@@ -1,3 +1,4 @@
+// Makes the key under which views keep their container alive, once a process.
 #include "binding/containers/container_key.h"
 
 PyObject* containers::container_key() {

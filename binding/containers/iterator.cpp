@@ -1,3 +1,4 @@
+// The iterator's operations that do not depend on the sequence.
 #include "binding/containers/iterator.h"
 
 #include <memory>

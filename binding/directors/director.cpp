@@ -1,3 +1,4 @@
+// What a director does for its Python object, and how its exceptions become Python errors.
 #include "binding/directors/director.h"
 
 namespace Swig {

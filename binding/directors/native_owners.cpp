@@ -1,3 +1,4 @@
+// Counts a director's native owners, and holds its Python object from the first to the last.
 #include "binding/directors/native_owners.h"
 
 namespace Swig {

@@ -1,3 +1,4 @@
+// Calls a Python method for an override, and reports or raises what goes wrong.
 #include "binding/directors/python_call.h"
 
 #include "binding/runtime/pointers.h"

@@ -1,3 +1,4 @@
+// Runs the steps of a module's import in their order.
 #include "binding/entry/family_module.h"
 
 #include "binding/runtime/packed_object.h"

@@ -1,3 +1,4 @@
+// Remembers how instances of a proxy class are made without their `__init__`.
 #include "binding/runtime/client_data.h"
 
 #include "binding/runtime/reference.h"

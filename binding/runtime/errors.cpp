@@ -1,3 +1,4 @@
+// Raises Python errors with the texts that scripts know.
 #include "binding/runtime/errors.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// The type of the object whose attributes are native variables.
 #include "binding/runtime/global_variables.h"
 
 #include "binding/runtime/reference.h"

@@ -1,3 +1,4 @@
+// The type of the objects that carry a few native bytes.
 #include "binding/runtime/packed_object.h"
 
 #include <cstdlib>

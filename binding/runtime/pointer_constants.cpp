@@ -1,3 +1,4 @@
+// Installs pointer constants, and names their types in the doc strings that ask for it.
 #include "binding/runtime/pointer_constants.h"
 
 #include "binding/runtime/packed_object.h"

@@ -1,3 +1,4 @@
+// The type of the objects that carry a native pointer.
 #include "binding/runtime/pointer_object.h"
 
 #include "binding/runtime/client_data.h"

@@ -1,3 +1,4 @@
+// Converts objects to pointers and back, and moves ownership with them.
 #include "binding/runtime/client_data.h"
 #include "binding/runtime/pointer_constants.h"
 #include "binding/runtime/reference.h"

@@ -1,3 +1,4 @@
+// Links a module's type table into the process's chain, searches it, and takes it down at the end.
 #include "binding/runtime/type_chain.h"
 
 #include "binding/runtime/client_data.h"

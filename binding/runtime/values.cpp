@@ -1,3 +1,4 @@
+// Converts numbers, booleans and text, strictly.
 #include "binding/runtime/values.h"
 
 #include "binding/runtime/pointers.h"

@@ -1,3 +1,4 @@
+// Reads the records when a wrapped function is called: unpacks, converts, chooses, calls.
 #include "binding/vocabulary/call.h"
 
 #include "binding/runtime/errors.h"

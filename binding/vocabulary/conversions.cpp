@@ -1,3 +1,4 @@
+// Makes native strings of Python's text, and frees them after the call.
 #include "binding/vocabulary/conversions.h"
 
 #include "binding/runtime/values.h"

@@ -1,3 +1,4 @@
+// Turns the records into the dictionaries that `python -m hyx_describe` prints.
 #include "binding/vocabulary/describe.h"
 
 #include "binding/runtime/reference.h"

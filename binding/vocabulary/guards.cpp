@@ -1,3 +1,4 @@
+// Names the Python exception for each native one.
 #include "binding/vocabulary/guards.h"
 
 #include "binding/directors/director.h"

@@ -1,3 +1,4 @@
+// Lets a proxy class announce itself, and its instances take up their pointers.
 #include "binding/vocabulary/registration.h"
 
 #include "binding/runtime/client_data.h"

@@ -1,3 +1,4 @@
+// Python texts and lists of texts from native ones.
 #include "binding/vocabulary/results.h"
 
 #include "binding/runtime/reference.h"

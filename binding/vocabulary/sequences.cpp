@@ -1,3 +1,4 @@
+// Hands out what points into a container, with the container kept alive.
 #include "binding/vocabulary/sequences.h"
 
 #include "binding/containers/container_key.h"

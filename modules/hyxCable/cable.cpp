@@ -1,4 +1,4 @@
-// Cables.
+// Rows of the cables.
 #include "platform/hyxCable/cable.h"
 
 #include "binding/vocabulary/python_values.h"

@@ -1,4 +1,4 @@
-// Geometries.
+// Rows of the geometries.
 #include "platform/hyxCollide/geometry.h"
 
 #include "binding/vocabulary/python_values.h"

@@ -1,4 +1,4 @@
-// Colours.
+// Rows of the colours.
 #include "platform/hyxRender/color.h"
 
 #include "modules/hyx/objects/component_rows.h"

@@ -1,4 +1,4 @@
-// Assemblies.
+// Rows of the assemblies.
 #include "binding/vocabulary/rows.h"
 #include "modules/hyx/joints/derived_constraint.h"
 #include "platform/hyxSDK/simulation.h"

@@ -1,4 +1,4 @@
-// Simulations.
+// Rows of the simulation.
 #include "platform/hyxSDK/simulation.h"
 
 #include "binding/vocabulary/python_buffers.h"

@@ -1,4 +1,4 @@
-// Laser scanners.
+// Rows of the laser scanners.
 #include "platform/hyxSensor/lidar.h"
 
 #include "binding/vocabulary/python_buffers.h"

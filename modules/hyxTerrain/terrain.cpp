@@ -1,4 +1,4 @@
-// Soil.
+// Rows of terrain and soil.
 #include "platform/hyxTerrain/terrain.h"
 
 #include "binding/vocabulary/python_buffers.h"

@@ -1,4 +1,4 @@
-// Wires.
+// Rows of the wires.
 #include "platform/hyxWire/wire.h"
 
 #include "binding/vocabulary/python_values.h"

@@ -1,3 +1,4 @@
+// Cables: chains with bending and torsion whose load is known piece by piece.
 #pragma once
 
 #include "platform/hyx/objects/process.h"

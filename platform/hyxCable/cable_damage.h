@@ -1,3 +1,4 @@
+// How much of its life a cable has used up.
 #pragma once
 
 #include "platform/hyx/objects/process.h"

@@ -1,3 +1,4 @@
+// Boxes as collision shapes.
 #pragma once
 
 #include "platform/hyxCollide/shape.h"

@@ -1,3 +1,4 @@
+// Capsules as collision shapes.
 #pragma once
 
 #include "platform/hyxCollide/shape.h"

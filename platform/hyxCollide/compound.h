@@ -1,3 +1,4 @@
+// Shapes put together from others.
 #pragma once
 
 #include "platform/hyx/values/affine_matrix4x4.h"

@@ -1,3 +1,4 @@
+// Cones as collision shapes.
 #pragma once
 
 #include "platform/hyxCollide/shape.h"

@@ -1,3 +1,4 @@
+// Cylinders as collision shapes.
 #pragma once
 
 #include "platform/hyxCollide/shape.h"

@@ -1,3 +1,4 @@
+// The parts of bodies that collide.
 #pragma once
 
 #include "platform/hyx/objects/event.h"

@@ -1,3 +1,4 @@
+// Ground given by heights over a grid, as a collision shape.
 #pragma once
 
 #include "platform/hyx/values/vector.h"

@@ -1,3 +1,4 @@
+// What is known of two geometries that touch.
 #pragma once
 
 #include "platform/hyx/values/vec3.h"

@@ -1,3 +1,4 @@
+// Endless ground as a collision shape.
 #pragma once
 
 #include "platform/hyx/values/plane.h"

@@ -1,3 +1,4 @@
+// The base of all collision shapes.
 #pragma once
 
 #include "platform/hyx/objects/object.h"

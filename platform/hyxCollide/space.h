@@ -1,3 +1,4 @@
+// Asking a simulation what touches what, and what a ray meets.
 #pragma once
 
 #include "platform/hyx/objects/object.h"

@@ -1,3 +1,4 @@
+// Balls as collision shapes.
 #pragma once
 
 #include "platform/hyxCollide/shape.h"

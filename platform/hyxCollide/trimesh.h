@@ -1,3 +1,4 @@
+// Triangle meshes as collision shapes.
 #pragma once
 
 #include "platform/hyx/values/vec3_vector.h"

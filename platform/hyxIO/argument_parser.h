@@ -1,3 +1,4 @@
+// Reading the command line of an application.
 #pragma once
 
 #include "platform/hyx/objects/object.h"

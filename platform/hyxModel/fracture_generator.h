@@ -1,3 +1,4 @@
+// Breaking bodies into pieces.
 #pragma once
 
 #include "platform/hyx/bodies/rigid_body.h"

@@ -1,3 +1,4 @@
+// Wheel tracks: ground that gives way under contacts and stays pressed in.
 #pragma once
 
 #include "platform/hyx/objects/process.h"

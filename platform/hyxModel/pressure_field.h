@@ -1,3 +1,4 @@
+// The pressure that contacts spread over the surface of a body.
 #pragma once
 
 #include "platform/hyx/objects/process.h"

@@ -1,3 +1,4 @@
+// The pieces that a pressure field consists of.
 #pragma once
 
 #include "platform/hyx/values/types.h"

@@ -1,3 +1,4 @@
+// Errors of scripts that no script can catch.
 #pragma once
 
 #include "platform/hyx/objects/object.h"

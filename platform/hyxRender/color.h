@@ -1,3 +1,4 @@
+// Colours, by number and by name.
 #pragma once
 
 #include "platform/hyx/objects/components.h"

@@ -1,3 +1,4 @@
+// Groups of simulated things that are added and removed as one.
 #pragma once
 
 #include "platform/hyx/bodies/frame.h"

@@ -1,3 +1,4 @@
+// Taking part in the steps of a simulation.
 #pragma once
 
 #include "platform/hyx/objects/component.h"

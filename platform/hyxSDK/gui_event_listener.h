@@ -1,3 +1,4 @@
+// Taking part in what the user does with mouse and keyboard.
 #pragma once
 
 #include "platform/hyx/values/affine_matrix4x4.h"

@@ -1,3 +1,4 @@
+// What was found under a point of the screen.
 #pragma once
 
 #include "platform/hyxCollide/local_geometry_contact.h"

@@ -1,3 +1,4 @@
+// The world that steps: bodies, joints, processes, listeners, time.
 #pragma once
 
 #include "platform/hyx/bodies/contact_material.h"

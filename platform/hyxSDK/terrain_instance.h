@@ -1,3 +1,4 @@
+// Terrain as a part of a simulation.
 #pragma once
 
 #include "platform/hyx/bodies/rigid_body.h"

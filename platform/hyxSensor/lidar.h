@@ -1,3 +1,4 @@
+// Laser scanners that measure distances.
 #pragma once
 
 #include "platform/hyx/objects/process.h"

@@ -1,3 +1,4 @@
+// Blades and buckets that cut into terrain.
 #pragma once
 
 #include "platform/hyx/bodies/rigid_body.h"

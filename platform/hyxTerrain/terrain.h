@@ -1,3 +1,4 @@
+// Soil in columns: digging, sliding, compaction, layers.
 #pragma once
 
 #include "platform/hyx/objects/object.h"

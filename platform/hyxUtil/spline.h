@@ -1,3 +1,4 @@
+// Curves through points.
 #pragma once
 
 #include "platform/hyx/objects/object.h"

@@ -1,3 +1,4 @@
+// Wires and ropes under tension, over bodies and off winches.
 #pragma once
 
 #include "platform/hyx/objects/process.h"

@@ -1,3 +1,4 @@
+// Steps a cable, and tells how each of its segments is loaded.
 #include "platform/hyxCable/cable.h"
 
 #include "platform/hyx/bodies/rigid_body.h"

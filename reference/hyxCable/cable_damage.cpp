@@ -1,3 +1,4 @@
+// Counts stress cycles, and sums the harm that they do.
 #include "platform/hyxCable/cable_damage.h"
 
 #include "reference/hyx/values/number_checks.h"

@@ -1,3 +1,4 @@
+// Volume and bounds of shapes put together.
 #include "platform/hyxCollide/compound.h"
 
 #include "reference/hyx/values/number_checks.h"

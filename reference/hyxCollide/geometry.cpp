@@ -1,3 +1,4 @@
+// The operations of geometries, and their rebuilding when shape or body changes.
 #include "platform/hyx/bodies/rigid_body.h"
 #include "reference/hyx/values/number_checks.h"
 #include "reference/machinery/bullet/bullet_values.h"

@@ -1,3 +1,4 @@
+// Heights over a grid: reading, changing, and telling who shows them.
 #include "platform/hyxCollide/height_field.h"
 
 #include "reference/hyx/values/number_checks.h"

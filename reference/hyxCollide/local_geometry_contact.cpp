@@ -1,3 +1,4 @@
+// What a contact tells of its bodies and forces.
 #include "platform/hyxCollide/local_geometry_contact.h"
 
 #include "platform/hyx/bodies/rigid_body.h"

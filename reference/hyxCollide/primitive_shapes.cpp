@@ -1,3 +1,4 @@
+// Sizes, volumes and bounds of the simple shapes.
 #include "platform/hyxCollide/box.h"
 #include "platform/hyxCollide/capsule.h"
 #include "platform/hyxCollide/cone.h"

@@ -1,3 +1,4 @@
+// Tells the geometries that use a shape that it has changed.
 #include "platform/hyxCollide/shape.h"
 
 #include "reference/machinery/bullet/geometry_implementation.h"

@@ -1,3 +1,4 @@
+// Puts questions about contacts and rays to the simulation's world.
 #include "platform/hyxCollide/space.h"
 
 #include "reference/hyxSDK/simulation_implementation.h"

@@ -1,3 +1,4 @@
+// Checks meshes when they are made, and finds out whether they are closed.
 #include "platform/hyxCollide/trimesh.h"
 
 #include "reference/hyx/values/number_checks.h"

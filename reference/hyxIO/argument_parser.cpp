@@ -1,3 +1,4 @@
+// Reads options against what was declared, and complains readably.
 #include "platform/hyxIO/argument_parser.h"
 
 #include <CLI/CLI.hpp>

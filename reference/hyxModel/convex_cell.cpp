@@ -1,3 +1,4 @@
+// Cuts a convex solid by a plane: corners, faces and volume of what is left.
 #include "reference/hyxModel/convex_cell.h"
 
 #include <algorithm>

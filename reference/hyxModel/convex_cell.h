@@ -1,3 +1,4 @@
+// Solids that Voronoi cells are cut from.
 #pragma once
 
 #include "platform/hyxModel/fracture_generator.h"

@@ -1,3 +1,4 @@
+// Scatters seeds around the blow, and cuts a box into their cells.
 #include "platform/hyxModel/fracture_generator.h"
 
 #include "platform/hyxCollide/box.h"

@@ -1,3 +1,4 @@
+// Presses ground in where contacts push harder than it bears.
 #include "platform/hyxModel/height_field_deformer.h"
 
 #include "platform/hyxCollide/space.h"

@@ -1,3 +1,4 @@
+// Spreads contact forces over the triangles that are near the other surface.
 #include "platform/hyxModel/pressure_field.h"
 
 #include "platform/hyx/bodies/rigid_body.h"

@@ -1,3 +1,4 @@
+// Area and force of a piece of pressed surface.
 #include "platform/hyxModel/triangle_data.h"
 
 namespace hyxModel {

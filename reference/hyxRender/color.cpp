@@ -1,3 +1,4 @@
+// Reads colours from names and digits.
 #include "platform/hyxRender/color.h"
 
 #include <algorithm>

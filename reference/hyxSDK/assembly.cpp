@@ -1,3 +1,4 @@
+// Adds and removes the members of a group, together and one by one.
 #include "platform/hyxSDK/assembly.h"
 
 #include "platform/hyxSDK/simulation.h"

@@ -1,3 +1,4 @@
+// What listeners do unless they say otherwise: nothing.
 #include "platform/hyxSDK/event_listener.h"
 #include "platform/hyxSDK/gui_event_listener.h"
 

@@ -1,3 +1,4 @@
+// Orders what a ray met by distance.
 #include "platform/hyxSDK/pick_result.h"
 
 #include "platform/hyx/bodies/rigid_body.h"

@@ -1,3 +1,4 @@
+// Adds things to a simulation, finds them, and takes them out.
 #include "platform/hyxSDK/simulation.h"
 
 #include "reference/hyx/values/number_checks.h"

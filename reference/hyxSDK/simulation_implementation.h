@@ -1,3 +1,4 @@
+// What a simulation holds.
 #pragma once
 
 #include "platform/hyxSDK/simulation.h"

@@ -1,3 +1,4 @@
+// Saves the state of all bodies and brings it back, bit by bit.
 #include "platform/hyxSDK/simulation.h"
 #include "reference/hyxSDK/simulation_implementation.h"
 #include "reference/machinery/bullet/bullet_values.h"

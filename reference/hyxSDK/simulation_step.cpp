@@ -1,3 +1,4 @@
+// A step of the simulation in its order: listeners, processes, the physics, time.
 #include "platform/hyxSDK/simulation.h"
 #include "reference/hyx/values/number_checks.h"
 #include "reference/hyxSDK/simulation_implementation.h"

@@ -1,3 +1,4 @@
+// Shoots a scanner's rays, with noise that repeats from run to run.
 #include "platform/hyxSensor/lidar.h"
 
 #include "platform/hyx/bodies/frame.h"

@@ -1,3 +1,4 @@
+// Levels slopes in sweeps over the columns that are awake.
 #include "reference/hyxTerrain/avalanche.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// Soil that slides.
 #pragma once
 
 #include "reference/hyxTerrain/columns.h"

@@ -1,3 +1,4 @@
+// Finds the columns under a blade, and the force that cutting takes.
 #include "reference/hyxTerrain/blade_cut.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// What a blade meets in the ground.
 #pragma once
 
 #include "platform/hyxTerrain/dig_tool.h"

@@ -1,3 +1,4 @@
+// Adds, takes, settles and compacts the layers of columns.
 #include "reference/hyxTerrain/columns.h"
 
 #include <algorithm>

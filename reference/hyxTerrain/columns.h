@@ -1,3 +1,4 @@
+// Soil as columns of layers.
 #pragma once
 
 #include "platform/hyx/values/types.h"

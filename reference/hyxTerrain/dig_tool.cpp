@@ -1,3 +1,4 @@
+// Where the edge of a blade is, and how it moves.
 #include "platform/hyxTerrain/dig_tool.h"
 
 #include <stdexcept>

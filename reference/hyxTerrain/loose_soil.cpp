@@ -1,3 +1,4 @@
+// Frees grains from the ground, and takes back those that lie still.
 #include "reference/hyxTerrain/loose_soil.h"
 
 #include <algorithm>

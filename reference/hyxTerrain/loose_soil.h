@@ -1,3 +1,4 @@
+// Soil in the air or in a bucket, as grains.
 #pragma once
 
 #include "platform/hyx/particles/particle_system.h"

@@ -1,3 +1,4 @@
+// The operations of terrains, and their step.
 #include "platform/hyxTerrain/terrain.h"
 
 #include "reference/hyx/values/number_checks.h"

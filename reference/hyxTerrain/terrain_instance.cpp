@@ -1,3 +1,4 @@
+// Lets bodies stand on a terrain, press it down and dig in it.
 #include "platform/hyxSDK/terrain_instance.h"
 
 #include "platform/hyxCollide/height_field.h"

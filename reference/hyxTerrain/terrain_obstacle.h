@@ -1,3 +1,4 @@
+// Terrain as grains feel it.
 #pragma once
 
 #include "platform/hyx/particles/particle_system.h"

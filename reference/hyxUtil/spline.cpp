@@ -1,3 +1,4 @@
+// Evaluates curves, and keeps their derivatives up to date.
 #include "platform/hyxUtil/spline.h"
 
 #include "reference/hyx/values/number_checks.h"

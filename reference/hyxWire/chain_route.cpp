@@ -1,3 +1,4 @@
+// Lays a chain along its route, and moves bodies by its pull.
 #include "reference/hyxWire/chain_route.h"
 
 #include "reference/hyx/values/number_checks.h"

@@ -1,3 +1,4 @@
+// The way of a wire or cable over bodies and off winches.
 #pragma once
 
 #include "platform/hyx/bodies/rigid_body.h"

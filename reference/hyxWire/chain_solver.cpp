@@ -1,3 +1,4 @@
+// Solves all segments of a chain together, in bands.
 #include "reference/hyxWire/chain_solver.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// The motion of a chain of stiff segments.
 #pragma once
 
 #include "platform/hyx/values/types.h"

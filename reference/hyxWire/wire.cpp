@@ -1,3 +1,4 @@
+// The operations of wires and their winches, and their step.
 #include "platform/hyxWire/wire.h"
 
 #include "reference/hyx/objects/process_gravity.h"

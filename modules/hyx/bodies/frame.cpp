@@ -1,4 +1,4 @@
-// Coordinate systems.
+// Rows of the coordinate systems.
 #include "binding/vocabulary/python_values.h"
 #include "binding/vocabulary/rows.h"
 #include "platform/hyx/bodies/observer_frame.h"

@@ -1,4 +1,4 @@
-// Bodies.
+// Rows of the bodies.
 #include "platform/hyx/bodies/rigid_body.h"
 
 #include "binding/vocabulary/python_values.h"

@@ -1,4 +1,4 @@
-// The joints.
+// Rows of each kind of joint.
 #include "binding/vocabulary/python_values.h"
 #include "binding/vocabulary/rows.h"
 #include "platform/hyx/bodies/rigid_body.h"

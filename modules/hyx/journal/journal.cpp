@@ -1,4 +1,4 @@
-// Recorded sessions.
+// Rows of the recorded sessions.
 #include "platform/hyx/journal/journal.h"
 
 #include "binding/vocabulary/rows.h"

@@ -1,4 +1,4 @@
-// Grains.
+// Rows of the grains.
 #include "platform/hyx/particles/particle_system.h"
 
 #include "binding/vocabulary/python_buffers.h"

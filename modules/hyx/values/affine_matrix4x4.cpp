@@ -1,4 +1,4 @@
-// Transforms.
+// Rows of the placements.
 #include "platform/hyx/values/affine_matrix4x4.h"
 
 #include "binding/vocabulary/python_values.h"

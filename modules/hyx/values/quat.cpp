@@ -1,4 +1,4 @@
-// Rotations.
+// Rows of the rotations.
 #include "platform/hyx/values/quat.h"
 
 #include "modules/hyx/objects/component_rows.h"

@@ -1,4 +1,4 @@
-// Two numbers.
+// Rows of pairs of numbers.
 #include "platform/hyx/values/vec2.h"
 
 #include "modules/hyx/objects/component_rows.h"

@@ -1,3 +1,4 @@
+// Calls a script's listener before and after each frame.
 #include "modules/hyxOSG/application/application_listener_director.h"
 
 #include "binding/directors/python_call.h"

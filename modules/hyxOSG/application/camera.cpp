@@ -1,3 +1,4 @@
+// Rows of ExampleApplication: the camera and its home.
 #include "binding/vocabulary/rows.h"
 #include "platform/hyxOSG/application/example_application.h"
 

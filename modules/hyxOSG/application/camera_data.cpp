@@ -1,3 +1,4 @@
+// Rows of CameraData.
 #include "platform/hyxOSG/application/camera_data.h"
 
 #include "binding/vocabulary/rows.h"

@@ -1,3 +1,4 @@
+// Rows of ExampleApplication: pictures and films of what is shown.
 #include "binding/vocabulary/rows.h"
 #include "platform/hyxOSG/application/example_application.h"
 

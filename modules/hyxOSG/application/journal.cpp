@@ -1,3 +1,4 @@
+// Rows of ExampleApplication: recording and playing journals.
 #include "binding/vocabulary/rows.h"
 #include "platform/hyxOSG/application/example_application.h"
 

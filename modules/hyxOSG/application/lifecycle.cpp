@@ -1,3 +1,4 @@
+// Rows of ExampleApplication: from making it to its end.
 #include "binding/vocabulary/rows.h"
 #include "platform/hyxOSG/application/example_application.h"
 

@@ -1,3 +1,4 @@
+// Rows of the listeners that are called around each frame.
 #include "binding/vocabulary/rows.h"
 #include "modules/hyxOSG/application/application_listener_director.h"
 #include "platform/hyxOSG/application/example_application_listener.h"

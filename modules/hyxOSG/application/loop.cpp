@@ -1,3 +1,4 @@
+// Rows of ExampleApplication: running, stepping, breaking, listeners.
 #include "binding/vocabulary/rows.h"
 #include "modules/hyxOSG/application/application_listener_director.h"
 #include "platform/hyxOSG/application/example_application.h"

@@ -1,3 +1,4 @@
+// Rows of the data members of ExampleApplication.
 #include "binding/vocabulary/rows.h"
 #include "platform/hyxOSG/application/example_application.h"
 

@@ -1,3 +1,4 @@
+// Rows of SceneDescription.
 #include "platform/hyxOSG/application/scene_description.h"
 
 #include "binding/vocabulary/rows.h"

@@ -1,3 +1,4 @@
+// Rows of ExampleApplication: scenes, their roots and their decoration.
 #include "binding/vocabulary/rows.h"
 #include "platform/hyxOSG/application/example_application.h"
 

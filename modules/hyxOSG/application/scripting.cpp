@@ -1,3 +1,4 @@
+// Rows of ExampleApplication: running scripts; how objects get into them.
 #include "binding/runtime/pointers.h"
 #include "binding/runtime/type_chain.h"
 #include "binding/vocabulary/rows.h"

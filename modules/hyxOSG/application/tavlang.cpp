@@ -1,3 +1,4 @@
+// Rows of ExampleApplication: robots and models in files.
 #include "binding/vocabulary/rows.h"
 #include "binding/vocabulary/sequences.h"
 #include "platform/hyxOSG/application/example_application.h"

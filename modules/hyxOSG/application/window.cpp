@@ -1,3 +1,4 @@
+// Rows of ExampleApplication: the window and what it is like.
 #include "binding/vocabulary/rows.h"
 #include "platform/hyxOSG/application/example_application.h"
 

@@ -1,3 +1,4 @@
+// Takes codecs by name or by number, with the messages that scripts know.
 #include "modules/hyxOSG/capture/codec_strings.h"
 
 #include "binding/runtime/errors.h"

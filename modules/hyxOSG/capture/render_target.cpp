@@ -1,4 +1,4 @@
-// Off-screen cameras.
+// Rows of the off-screen cameras.
 #include "platform/hyxOSG/capture/render_target.h"
 
 #include "binding/vocabulary/rows.h"

@@ -1,3 +1,4 @@
+// Rows of GeometryNode.
 #include "platform/hyxOSG/nodes/geometry_node.h"
 
 #include "binding/vocabulary/rows.h"

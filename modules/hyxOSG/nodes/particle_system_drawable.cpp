@@ -1,3 +1,4 @@
+// Rows of ParticleSystemDrawable.
 #include "platform/hyxOSG/nodes/particle_system_drawable.h"
 
 #include "binding/vocabulary/rows.h"

@@ -1,3 +1,4 @@
+// Rows of Texture2D.
 #include "platform/hyxOSG/nodes/texture2d.h"
 
 #include "binding/vocabulary/rows.h"

@@ -1,3 +1,4 @@
+// Rows of Transform.
 #include "platform/hyxOSG/nodes/transform.h"
 
 #include "binding/vocabulary/rows.h"

@@ -1,3 +1,4 @@
+// Calls a script's listener for input events and around the steps of its simulation.
 #include "modules/hyxOSG/picking/gui_event_listener_director.h"
 
 #include "binding/directors/python_call.h"

@@ -1,3 +1,4 @@
+// Rows of CableDamageRenderer.
 #include "platform/hyxOSG/renderers/cable_damage_renderer.h"
 
 #include "binding/vocabulary/rows.h"

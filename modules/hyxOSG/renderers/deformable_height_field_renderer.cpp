@@ -1,3 +1,4 @@
+// Rows of DeformableHeightFieldRenderer.
 #include "platform/hyxOSG/renderers/deformable_height_field_renderer.h"
 
 #include "binding/vocabulary/rows.h"

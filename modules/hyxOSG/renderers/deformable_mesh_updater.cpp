@@ -1,3 +1,4 @@
+// Rows of DeformableMeshUpdater.
 #include "platform/hyxOSG/renderers/deformable_mesh_updater.h"
 
 #include "binding/vocabulary/rows.h"

@@ -1,3 +1,4 @@
+// Rows of ForceArrowRenderer.
 #include "platform/hyxOSG/renderers/force_arrow_renderer.h"
 
 #include "binding/vocabulary/rows.h"

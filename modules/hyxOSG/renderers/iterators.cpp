@@ -1,3 +1,4 @@
+// Rows of the iterator that all sequences hand out.
 #include "binding/vocabulary/rows.h"
 #include "binding/vocabulary/sequences.h"
 

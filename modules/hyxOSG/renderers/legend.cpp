@@ -1,3 +1,4 @@
+// Rows of the legend: a sequence of points that colours laser hits.
 #include "binding/containers/sequence.h"
 #include "binding/vocabulary/rows.h"
 #include "modules/hyxOSG/renderers/legend_arguments.h"

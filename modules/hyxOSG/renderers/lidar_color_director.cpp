@@ -1,3 +1,4 @@
+// Asks a script for the colour of a laser point.
 #include "modules/hyxOSG/renderers/lidar_color_director.h"
 
 #include "binding/directors/python_call.h"

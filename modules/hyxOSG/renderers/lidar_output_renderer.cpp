@@ -1,3 +1,4 @@
+// Rows of LidarOutputRenderer.
 #include "platform/hyxOSG/renderers/lidar_output_renderer.h"
 
 #include "binding/vocabulary/rows.h"

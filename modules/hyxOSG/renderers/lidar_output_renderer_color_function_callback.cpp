@@ -1,3 +1,4 @@
+// Rows of the callback that colours laser points.
 #include "platform/hyxOSG/renderers/lidar_output_renderer_color_function_callback.h"
 
 #include "binding/vocabulary/rows.h"

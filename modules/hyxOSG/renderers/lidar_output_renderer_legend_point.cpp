@@ -1,3 +1,4 @@
+// Rows of the legend's points.
 #include "platform/hyxOSG/renderers/lidar_output_renderer_legend_point.h"
 
 #include "binding/vocabulary/rows.h"

@@ -1,3 +1,4 @@
+// Rows of PressureFieldRenderer.
 #include "platform/hyxOSG/renderers/pressure_field_renderer.h"
 
 #include "binding/vocabulary/rows.h"

@@ -1,3 +1,4 @@
+// Rows of ScalarColorMap.
 #include "platform/hyxOSG/renderers/scalar_color_map.h"
 
 #include "binding/vocabulary/rows.h"

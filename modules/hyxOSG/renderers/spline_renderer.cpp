@@ -1,3 +1,4 @@
+// Rows of SplineRenderer.
 #include "platform/hyxOSG/renderers/spline_renderer.h"
 
 #include "binding/vocabulary/rows.h"

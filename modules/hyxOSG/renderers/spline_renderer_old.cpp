@@ -1,3 +1,4 @@
+// Rows of SplineRendererOld.
 #include "platform/hyxOSG/renderers/spline_renderer_old.h"
 
 #include "binding/vocabulary/rows.h"

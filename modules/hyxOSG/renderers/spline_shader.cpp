@@ -1,3 +1,4 @@
+// Rows of SplineShader.
 #include "platform/hyxOSG/renderers/spline_shader.h"
 
 #include "binding/vocabulary/rows.h"

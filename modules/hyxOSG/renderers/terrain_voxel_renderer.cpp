@@ -1,3 +1,4 @@
+// Rows of TerrainVoxelRenderer.
 #include "platform/hyxOSG/renderers/terrain_voxel_renderer.h"
 
 #include "binding/vocabulary/rows.h"

@@ -1,3 +1,4 @@
+// Rows of WireRenderer.
 #include "platform/hyxOSG/renderers/wire_renderer.h"
 
 #include "binding/vocabulary/rows.h"

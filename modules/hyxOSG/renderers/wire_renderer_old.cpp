@@ -1,3 +1,4 @@
+// Rows of WireRendererOld.
 #include "platform/hyxOSG/renderers/wire_renderer_old.h"
 
 #include "binding/vocabulary/rows.h"

@@ -1,3 +1,4 @@
+// Rows of the functions that make visuals.
 #include "platform/hyxOSG/visuals/create_visual.h"
 
 #include "binding/vocabulary/rows.h"

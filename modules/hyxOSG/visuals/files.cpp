@@ -1,3 +1,4 @@
+// Rows of the functions that load files.
 #include "binding/vocabulary/rows.h"
 #include "platform/hyxOSG/application/terrain_journal.h"
 #include "platform/hyxOSG/visuals/read_file.h"

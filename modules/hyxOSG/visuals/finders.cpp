@@ -1,3 +1,4 @@
+// Rows of the functions that find visuals.
 #include "platform/hyxOSG/visuals/finders.h"
 
 #include "binding/vocabulary/rows.h"

@@ -1,3 +1,4 @@
+// Rows of the functions that colour visuals.
 #include "platform/hyxOSG/visuals/materials.h"
 
 #include "binding/vocabulary/rows.h"

@@ -1,3 +1,4 @@
+// Rows of the functions that make figures, grids, axes and text.
 #include "platform/hyxOSG/visuals/shapes.h"
 
 #include "binding/vocabulary/rows.h"

@@ -1,3 +1,4 @@
+// Rows of the functions that put pictures on visuals.
 #include "platform/hyxOSG/visuals/textures.h"
 
 #include "binding/vocabulary/rows.h"

@@ -1,3 +1,4 @@
+// Rows of the functions that trace moving things.
 #include "platform/hyxOSG/visuals/trajectories.h"
 
 #include "binding/vocabulary/rows.h"

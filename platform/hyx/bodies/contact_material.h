@@ -1,3 +1,4 @@
+// What happens where two given materials touch, in place of the rule that mixes them.
 #pragma once
 
 #include "platform/hyx/objects/object.h"

@@ -1,3 +1,4 @@
+// Coordinate systems that stand in one another.
 #pragma once
 
 #include "platform/hyx/objects/object.h"

@@ -1,3 +1,4 @@
+// What the surface and the inside of a body are made of.
 #pragma once
 
 #include "platform/hyx/objects/object.h"

@@ -1,3 +1,4 @@
+// Frames without mass from which the motion of a body is read.
 #pragma once
 
 #include "platform/hyx/bodies/frame.h"

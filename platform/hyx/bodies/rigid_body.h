@@ -1,3 +1,4 @@
+// Bodies: mass, place, motion, and the forces on them.
 #pragma once
 
 #include "platform/hyx/objects/event.h"

@@ -1,3 +1,4 @@
+// The joint of a ball in its socket.
 #pragma once
 
 #include "platform/hyx/joints/constraint.h"

@@ -1,3 +1,4 @@
+// What all joints have in common: bodies, attachment frames, strength and softness, the forces they take.
 #pragma once
 
 #include "platform/hyx/bodies/frame.h"

@@ -1,3 +1,4 @@
+// What the joints with a single free direction have in common.
 #pragma once
 
 #include "platform/hyx/joints/constraint.h"

@@ -1,3 +1,4 @@
+// The joint of a shaft that slides and turns in its bearing.
 #pragma once
 
 #include "platform/hyx/joints/constraint.h"

@@ -1,3 +1,4 @@
+// The joint that rules the distance of two points.
 #pragma once
 
 #include "platform/hyx/joints/constraint1dof.h"

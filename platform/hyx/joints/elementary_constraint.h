@@ -1,3 +1,4 @@
+// What motor, range and lock of a joint have in common.
 #pragma once
 
 #include "platform/hyx/objects/object.h"

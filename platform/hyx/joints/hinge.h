@@ -1,3 +1,4 @@
+// The joint of a door.
 #pragma once
 
 #include "platform/hyx/joints/constraint1dof.h"

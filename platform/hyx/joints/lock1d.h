@@ -1,3 +1,4 @@
+// The part of a joint that holds it where it is to be.
 #pragma once
 
 #include "platform/hyx/joints/elementary_constraint.h"

@@ -1,3 +1,4 @@
+// The joint that lets nothing move.
 #pragma once
 
 #include "platform/hyx/joints/constraint.h"

@@ -1,3 +1,4 @@
+// The part of a joint that drives it.
 #pragma once
 
 #include "platform/hyx/joints/elementary_constraint.h"

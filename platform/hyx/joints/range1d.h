@@ -1,3 +1,4 @@
+// The part of a joint that stops it at its ends.
 #pragma once
 
 #include "platform/hyx/joints/elementary_constraint.h"

@@ -1,3 +1,4 @@
+// Functions as values that can be compared, held and called later.
 #pragma once
 
 #include <functional>

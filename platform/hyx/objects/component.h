@@ -1,3 +1,4 @@
+// The tree of named parts that robots and machines are described by.
 #pragma once
 
 #include "platform/hyx/objects/object.h"

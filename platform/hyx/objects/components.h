@@ -1,3 +1,4 @@
+// Element access and arithmetic, written once for all small vectors.
 #pragma once
 
 #include <cmath>

@@ -1,3 +1,4 @@
+// Occasions that any number of callbacks can be hung on.
 #pragma once
 
 #include "platform/hyx/objects/callback.h"

@@ -1,3 +1,4 @@
+// Measuring real time.
 #pragma once
 
 #include <chrono>

@@ -1,3 +1,4 @@
+// Where notices for the user go.
 #pragma once
 
 #include <functional>

@@ -1,3 +1,4 @@
+// The base of everything that is shared and has a name.
 #pragma once
 
 #include "platform/hyx/objects/ref_ptr.h"

@@ -1,3 +1,4 @@
+// The base of what a simulation carries along beside its bodies.
 #pragma once
 
 #include "platform/hyx/objects/component.h"

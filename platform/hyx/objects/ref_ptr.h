@@ -1,3 +1,4 @@
+// The pointer that keeps a shared object alive.
 #pragma once
 
 #include <utility>

@@ -1,3 +1,4 @@
+// The count of references that shared objects live by.
 #pragma once
 
 #include "platform/hyx/objects/ref_ptr.h"

@@ -1,3 +1,4 @@
+// The type of points in simulated time.
 #pragma once
 
 namespace hyx {

@@ -1,3 +1,4 @@
+// Sources from which grains come.
 #pragma once
 
 #include "platform/hyx/objects/process.h"

@@ -1,3 +1,4 @@
+// Grains in great number, and what they touch.
 #pragma once
 
 #include "platform/hyx/objects/process.h"

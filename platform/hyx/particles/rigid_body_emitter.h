@@ -1,3 +1,4 @@
+// Sources from which rigid bodies come.
 #pragma once
 
 #include "platform/hyx/bodies/rigid_body.h"

@@ -1,3 +1,4 @@
+// Placements: rotation, scale and translation as one matrix.
 #pragma once
 
 #include "platform/hyx/values/quat.h"

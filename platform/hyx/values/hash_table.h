@@ -1,3 +1,4 @@
+// The hash table of the library's interfaces.
 #pragma once
 
 #include "platform/hyx/values/types.h"

@@ -1,3 +1,4 @@
+// Planes that divide space.
 #pragma once
 
 #include "platform/hyx/values/vec3.h"

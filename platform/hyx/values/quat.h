@@ -1,3 +1,4 @@
+// Rotations as quaternions.
 #pragma once
 
 #include "platform/hyx/objects/components.h"

@@ -1,3 +1,4 @@
+// Intervals of numbers.
 #pragma once
 
 #include <limits>

@@ -1,3 +1,4 @@
+// The number type that physics computes with.
 #pragma once
 
 namespace hyx {

@@ -1,3 +1,4 @@
+// The text type of the library's interfaces.
 #pragma once
 
 #include <functional>

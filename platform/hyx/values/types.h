@@ -1,3 +1,4 @@
+// Short names of the plain number types.
 #pragma once
 
 #include "platform/hyx/objects/time_stamp.h"

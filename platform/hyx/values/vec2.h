@@ -1,3 +1,4 @@
+// Pairs of numbers in double precision.
 #pragma once
 
 #include "platform/hyx/objects/components.h"

@@ -1,3 +1,4 @@
+// Pairs of whole numbers.
 #pragma once
 
 #include "platform/hyx/objects/components.h"

@@ -1,3 +1,4 @@
+// Triples of numbers in double precision, in which physics computes.
 #pragma once
 
 #include "platform/hyx/objects/components.h"

@@ -1,3 +1,4 @@
+// The list of points that crosses interfaces.
 #pragma once
 
 #include "platform/hyx/values/vec3.h"

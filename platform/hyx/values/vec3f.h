@@ -1,3 +1,4 @@
+// Triples of numbers in single precision, as graphics hardware takes them.
 #pragma once
 
 #include "platform/hyx/objects/components.h"

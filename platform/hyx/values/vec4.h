@@ -1,3 +1,4 @@
+// Quadruples of numbers in double precision.
 #pragma once
 
 #include "platform/hyx/objects/components.h"

@@ -1,3 +1,4 @@
+// Quadruples of numbers in single precision, colours above all.
 #pragma once
 
 #include "platform/hyx/objects/components.h"

@@ -1,3 +1,4 @@
+// The list type of the library's interfaces.
 #pragma once
 
 #include "platform/hyx/values/real.h"

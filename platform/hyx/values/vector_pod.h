@@ -1,3 +1,4 @@
+// The list type for plain values.
 #pragma once
 
 #include <vector>

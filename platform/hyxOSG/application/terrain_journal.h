@@ -1,3 +1,4 @@
+// Getting terrains ready for the playback of a journal.
 #pragma once
 
 namespace hyxSDK {

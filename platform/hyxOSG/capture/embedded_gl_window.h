@@ -1,3 +1,4 @@
+// Drawing into the window of a host program.
 #pragma once
 
 #include "platform/hyx/values/vec3.h"

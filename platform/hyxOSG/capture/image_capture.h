@@ -1,3 +1,4 @@
+// Series of numbered picture files.
 #pragma once
 
 #include "platform/hyxOSG/capture/image_capture_base.h"

@@ -1,3 +1,4 @@
+// What all captures have in common: switching on and off, frame rate, the clock they follow.
 #pragma once
 
 #include "platform/hyx/objects/referenced.h"

@@ -1,3 +1,4 @@
+// Drawing a scene anywhere but into a window.
 #pragma once
 
 #include "platform/hyx/objects/referenced.h"

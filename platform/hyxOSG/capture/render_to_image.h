@@ -1,3 +1,4 @@
+// Off-screen pictures as pixels in memory.
 #pragma once
 
 #include "platform/hyx/values/string.h"

@@ -1,3 +1,4 @@
+// Off-screen pictures that stay on the graphics card.
 #pragma once
 
 #include "platform/hyx/objects/ref_ptr.h"

@@ -1,3 +1,4 @@
+// A laser scanner made of depth pictures.
 #pragma once
 
 #include "platform/hyx/values/vec3f.h"

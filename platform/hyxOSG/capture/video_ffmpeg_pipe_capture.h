@@ -1,3 +1,4 @@
+// Films, encoded by a separate program while the simulation runs.
 #pragma once
 
 #include "platform/hyx/values/hash_table.h"

@@ -1,5 +1,5 @@
+// A plane that cuts away part of the scene.
 #pragma once
-/// A plane that cuts away part of the scene.
 
 #include "platform/hyx/particles/particle_system.h"
 #include "platform/hyx/values/plane.h"

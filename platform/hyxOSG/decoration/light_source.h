@@ -1,5 +1,5 @@
+// A handle to a light of the scene.
 #pragma once
-/// A handle to a light of the scene.
 
 #include "platform/hyx/values/vec3.h"
 #include "platform/hyx/values/vec4.h"

@@ -1,5 +1,5 @@
+// A flat coloured field on the head-up display.
 #pragma once
-/// A flat coloured field on the head-up display.
 
 #include "platform/hyx/values/vec2.h"
 #include "platform/hyx/values/vec4.h"

@@ -1,5 +1,5 @@
+// The frame around a scene: background, lights, shadows, logo, text rows and a rendered cursor.
 #pragma once
-/// The frame around a scene: background, lights, shadows, logo, text rows and a rendered cursor.
 
 #include "platform/hyx/values/string.h"
 #include "platform/hyx/values/vec3.h"

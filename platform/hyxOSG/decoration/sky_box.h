@@ -1,5 +1,5 @@
+// A sky of six images around the scene.
 #pragma once
-/// A sky of six images around the scene.
 
 #include <osg/Group>
 

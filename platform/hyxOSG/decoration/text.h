@@ -1,5 +1,5 @@
+// A piece of text in the scene.
 #pragma once
-/// A piece of text in the scene.
 
 #include "platform/hyx/values/string.h"
 #include "platform/hyx/values/vec3.h"

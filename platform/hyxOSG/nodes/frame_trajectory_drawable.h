@@ -1,4 +1,6 @@
+// The ways of frames as lines.
 #pragma once
+
 #include "platform/hyx/values/types.h"
 #include "platform/hyx/values/vec4f.h"
 

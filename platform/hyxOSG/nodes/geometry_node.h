@@ -1,4 +1,6 @@
+// The node that shows a collision geometry, and follows it.
 #pragma once
+
 #include "platform/hyxCollide/geometry.h"
 
 #include <osg/MatrixTransform>

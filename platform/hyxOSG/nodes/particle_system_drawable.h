@@ -1,4 +1,6 @@
+// The grains of a particle system as sprites, quads or small meshes.
 #pragma once
+
 #include <osg/Drawable>
 
 #include <memory>

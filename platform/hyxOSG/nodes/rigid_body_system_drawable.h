@@ -1,4 +1,6 @@
+// Many bodies drawn at once.
 #pragma once
+
 #include <osg/Drawable>
 
 #include <memory>

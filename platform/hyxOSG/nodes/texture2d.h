@@ -1,4 +1,6 @@
+// Textures as objects that physics can hold.
 #pragma once
+
 #include "platform/hyx/objects/referenced.h"
 
 #include <osg/Texture2D>

@@ -1,4 +1,6 @@
+// Placing nodes by translation, rotation and scale.
 #pragma once
+
 #include "platform/hyx/values/affine_matrix4x4.h"
 #include "platform/hyx/values/quat.h"
 #include "platform/hyx/values/vec3.h"

@@ -1,5 +1,5 @@
+// The base of input listeners that work with the window's camera.
 #pragma once
-/// The base of input listeners that work with the window's camera.
 
 #include "platform/hyxSDK/gui_event_listener.h"
 #include "platform/hyxSDK/pick_result.h"

@@ -1,5 +1,5 @@
+// Picks bodies with the pointer and drags them with a spring.
 #pragma once
-/// Picks bodies with the pointer and drags them with a spring.
 
 #include "platform/hyxSDK/gui_event_listener.h"
 #include "platform/hyxSDK/pick_result.h"

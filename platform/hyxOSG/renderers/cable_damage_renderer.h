@@ -1,3 +1,4 @@
+// A cable in the colours of its wear.
 #pragma once
 
 #include "platform/hyx/values/types.h"

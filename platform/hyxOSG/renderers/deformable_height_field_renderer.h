@@ -1,5 +1,5 @@
+// Draws a height field that is being deformed.
 #pragma once
-/// Draws a height field that is being deformed.
 
 #include "platform/hyxSDK/event_listener.h"
 

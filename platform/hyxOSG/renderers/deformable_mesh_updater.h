@@ -1,5 +1,5 @@
+// Draws a triangle mesh whose vertices move.
 #pragma once
-/// Draws a triangle mesh whose vertices move.
 
 #include "platform/hyx/objects/referenced.h"
 

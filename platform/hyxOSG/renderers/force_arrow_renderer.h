@@ -1,5 +1,5 @@
+// Arrows that show the forces on bodies and in constraints.
 #pragma once
-/// Arrows that show the forces on bodies and in constraints.
 
 #include "platform/hyx/values/vec3.h"
 #include "platform/hyxRender/color.h"

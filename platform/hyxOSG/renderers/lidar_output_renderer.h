@@ -1,5 +1,5 @@
+// Draws what a lidar has hit as points coloured by the returned intensity.
 #pragma once
-/// Draws what a lidar has hit as points coloured by the returned intensity.
 
 #include "platform/hyxOSG/renderers/lidar_output_renderer_legend_point.h"
 

@@ -1,5 +1,5 @@
+// A colour function of lidar hit points that can be overridden.
 #pragma once
-/// A colour function of lidar hit points that can be overridden.
 
 #include "platform/hyxOSG/renderers/lidar_output_renderer.h"
 

@@ -1,5 +1,5 @@
+// One entry of the table that colours lidar hit points by intensity.
 #pragma once
-/// One entry of the table that colours lidar hit points by intensity.
 
 #include <osg/Vec4>
 

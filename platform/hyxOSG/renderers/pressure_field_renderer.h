@@ -1,5 +1,5 @@
+// Shows the pressure in a contact as coloured triangles.
 #pragma once
-/// Shows the pressure in a contact as coloured triangles.
 
 #include "platform/hyx/objects/referenced.h"
 #include "platform/hyx/values/affine_matrix4x4.h"

@@ -1,5 +1,5 @@
+// Colours for scalar values.
 #pragma once
-/// Colours for scalar values.
 
 #include "platform/hyx/objects/referenced.h"
 #include "platform/hyx/values/types.h"

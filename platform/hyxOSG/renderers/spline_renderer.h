@@ -1,3 +1,4 @@
+// Curves as smooth tubes, computed on the graphics card.
 #pragma once
 
 #include "platform/hyx/values/types.h"

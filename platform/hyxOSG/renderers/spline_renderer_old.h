@@ -1,3 +1,4 @@
+// Curves as smooth tubes, whose triangles the program makes.
 #pragma once
 
 #include "platform/hyx/values/types.h"

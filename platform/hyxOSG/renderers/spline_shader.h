@@ -1,3 +1,4 @@
+// Many tube pieces in one draw, bent on the graphics card.
 #pragma once
 
 #include "platform/hyx/values/quat.h"

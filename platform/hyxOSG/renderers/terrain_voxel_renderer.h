@@ -1,3 +1,4 @@
+// Terrain and its layers of soil, down to single voxels.
 #pragma once
 
 #include "platform/hyx/values/range_real.h"

@@ -1,3 +1,4 @@
+// Wires as smooth tubes, reddened by their tension.
 #pragma once
 
 #include "platform/hyx/values/types.h"

@@ -1,3 +1,4 @@
+// Wires as plain lines.
 #pragma once
 
 #include "platform/hyx/values/types.h"

@@ -1,4 +1,6 @@
+// Looking through a camera: orbiting, rays under the pointer, what they hit.
 #pragma once
+
 #include "platform/hyx/values/vec3.h"
 #include "platform/hyxCollide/local_geometry_contact.h"
 

@@ -1,4 +1,6 @@
+// Visuals for the things of a simulation.
 #pragma once
+
 #include "platform/hyxOSG/nodes/particle_system_drawable.h"
 
 #include <cstddef>

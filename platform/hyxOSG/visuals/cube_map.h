@@ -1,4 +1,6 @@
+// Pictures of the surroundings: skies and reflections.
 #pragma once
+
 #include "platform/hyx/values/vector.h"
 
 #include <osg/Image>

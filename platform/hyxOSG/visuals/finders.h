@@ -1,4 +1,6 @@
+// Finding the visual of a thing in a scene.
 #pragma once
+
 #include <cstddef>
 
 namespace osg {

@@ -1,4 +1,6 @@
+// Visuals for the pieces that break off.
 #pragma once
+
 #include "platform/hyx/values/vec4f.h"
 
 namespace osg {

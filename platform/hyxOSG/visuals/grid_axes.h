@@ -1,4 +1,6 @@
+// Grids and axes for orientation.
 #pragma once
+
 #include "platform/hyx/values/affine_matrix4x4.h"
 #include "platform/hyx/values/vec3.h"
 

@@ -1,4 +1,6 @@
+// Colours, shine and opacity of visuals.
 #pragma once
+
 #include "platform/hyx/values/vec4f.h"
 
 namespace osg {

@@ -1,4 +1,6 @@
+// Loading scenes and models from files.
 #pragma once
+
 #include "platform/hyx/values/types.h"
 
 #include <osgDB/Options>

@@ -1,4 +1,6 @@
+// How visuals are drawn: outlines, edges, hidden, shadows.
 #pragma once
+
 #include "platform/hyxRender/color.h"
 
 #include <cstddef>

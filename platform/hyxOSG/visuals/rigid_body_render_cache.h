@@ -1,4 +1,6 @@
+// Sharing one node between the visuals of equal shapes.
 #pragma once
+
 #include "platform/hyx/objects/referenced.h"
 
 #include <osg/ref_ptr>

@@ -1,4 +1,6 @@
+// Simple figures that belong to no body.
 #pragma once
+
 #include "platform/hyx/values/affine_matrix4x4.h"
 #include "platform/hyx/values/vec3.h"
 #include "platform/hyx/values/vec3_vector.h"

@@ -1,4 +1,6 @@
+// Labels on visuals.
 #pragma once
+
 #include "platform/hyx/values/vec3.h"
 #include "platform/hyx/values/vec4f.h"
 

@@ -1,3 +1,4 @@
+// The roles that textures can play on a surface.
 #pragma once
 
 namespace hyxOSG {

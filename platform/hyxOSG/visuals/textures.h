@@ -1,4 +1,6 @@
+// Pictures on visuals.
 #pragma once
+
 #include "platform/hyxOSG/visuals/texture_mode.h"
 
 #include <string>

@@ -1,4 +1,6 @@
+// The traces of moving things, and the contacts between grains.
 #pragma once
+
 #include "platform/hyx/values/types.h"
 #include "platform/hyx/values/vec4f.h"
 

@@ -1,3 +1,4 @@
+// Collision meshes from scene graphs.
 #pragma once
 
 namespace osg {

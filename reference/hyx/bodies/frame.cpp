@@ -1,3 +1,4 @@
+// Follows a frame's parents up to the world, and refuses circles.
 #include "platform/hyx/bodies/frame.h"
 
 #include <stdexcept>

@@ -1,3 +1,4 @@
+// Checks the numbers of materials, and mixes two where no contact material is given.
 #include "platform/hyx/bodies/material.h"
 
 #include "platform/hyx/bodies/contact_material.h"

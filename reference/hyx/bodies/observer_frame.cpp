@@ -1,3 +1,4 @@
+// Reads the motion of the point of a body that an observer rides on.
 #include "platform/hyx/bodies/observer_frame.h"
 
 #include "platform/hyx/bodies/rigid_body.h"

@@ -1,3 +1,4 @@
+// The operations of bodies, handed to what stands for them in Bullet.
 #include "platform/hyx/bodies/rigid_body.h"
 
 #include "reference/hyx/values/number_checks.h"

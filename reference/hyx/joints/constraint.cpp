@@ -1,3 +1,4 @@
+// The operations that all joints share.
 #include "platform/hyx/joints/constraint.h"
 
 #include "platform/hyx/bodies/rigid_body.h"

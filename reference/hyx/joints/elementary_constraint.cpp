@@ -1,3 +1,4 @@
+// Checks what motors, ranges and locks are set to.
 #include "platform/hyx/joints/elementary_constraint.h"
 
 #include "platform/hyx/joints/lock1d.h"

@@ -1,3 +1,4 @@
+// Sees the frame of a joint from each of its bodies.
 #include "reference/hyx/joints/joint_place.h"
 
 #include "reference/hyx/values/number_checks.h"

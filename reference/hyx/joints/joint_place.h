@@ -1,3 +1,4 @@
+// Where in the world a joint is made.
 #pragma once
 
 #include "platform/hyx/bodies/frame.h"

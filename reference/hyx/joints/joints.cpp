@@ -1,3 +1,4 @@
+// Each kind of joint: which directions it holds, and which are free.
 #include "platform/hyx/joints/ball_joint.h"
 #include "platform/hyx/joints/cylindrical_joint.h"
 #include "platform/hyx/joints/distance_joint.h"

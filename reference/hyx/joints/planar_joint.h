@@ -1,3 +1,4 @@
+// The joint of robots that slide on a plane.
 #pragma once
 
 #include "reference/hyx/joints/joint_place.h"

@@ -1,3 +1,4 @@
+// Keeps the tree of components in order: parents, names, one place for each object.
 #include "platform/hyx/objects/component.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// Reads the steady clock.
 #include "platform/hyx/objects/high_accuracy_timer.h"
 
 namespace hyx {

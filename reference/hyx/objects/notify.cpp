@@ -1,3 +1,4 @@
+// Passes notices on, to the console unless somebody else takes them.
 #include "platform/hyx/objects/notify.h"
 
 #include <iostream>

@@ -1,3 +1,4 @@
+// What a process does in a step unless it says otherwise: nothing.
 #include "platform/hyx/objects/process.h"
 
 namespace hyx {

@@ -1,3 +1,4 @@
+// Finds how deep grains are in the geometries of a body.
 #include "reference/hyx/particles/body_obstacle.h"
 
 #include "platform/hyxCollide/geometry.h"

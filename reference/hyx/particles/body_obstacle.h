@@ -1,3 +1,4 @@
+// Bodies as grains feel them.
 #pragma once
 
 #include "platform/hyx/bodies/rigid_body.h"

@@ -1,3 +1,4 @@
+// Drops grains at a rate, at places that repeat from run to run.
 #include "platform/hyx/particles/emitter.h"
 
 #include "reference/hyx/values/number_checks.h"

@@ -1,3 +1,4 @@
+// Works out the nearest surface point for every kind of shape.
 #include "reference/hyx/particles/nearest_surface.h"
 
 #include "platform/hyxCollide/box.h"

@@ -1,3 +1,4 @@
+// Distance and direction from a point to the surface of a shape.
 #pragma once
 
 #include "platform/hyx/particles/particle_system.h"

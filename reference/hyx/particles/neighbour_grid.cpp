@@ -1,3 +1,4 @@
+// Sorts points into the cells of a hashed grid.
 #include "reference/hyx/particles/neighbour_grid.h"
 
 #include <algorithm>

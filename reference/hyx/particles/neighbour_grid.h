@@ -1,3 +1,4 @@
+// Finding the points near a point quickly.
 #pragma once
 
 #include "platform/hyx/values/types.h"

@@ -1,3 +1,4 @@
+// Moves grains and keeps them apart, in substeps that correct positions.
 #include "platform/hyx/particles/particle_system.h"
 
 #include "platform/hyx/bodies/rigid_body.h"

@@ -1,3 +1,4 @@
+// Makes bodies after a template at a rate.
 #include "platform/hyx/particles/rigid_body_emitter.h"
 
 #include "platform/hyxCollide/box.h"

@@ -1,3 +1,4 @@
+// The arithmetic of placements.
 #include "platform/hyx/values/affine_matrix4x4.h"
 
 #include <algorithm>

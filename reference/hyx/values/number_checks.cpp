@@ -1,3 +1,4 @@
+// Refuses numbers that mean nothing, and says which.
 #include "reference/hyx/values/number_checks.h"
 
 #include <cmath>

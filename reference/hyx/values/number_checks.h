@@ -1,3 +1,4 @@
+// The checks of arguments that all areas share.
 #pragma once
 
 #include "platform/hyx/values/affine_matrix4x4.h"

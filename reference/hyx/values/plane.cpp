@@ -1,3 +1,4 @@
+// Planes from points and normals.
 #include "platform/hyx/values/plane.h"
 
 #include <stdexcept>

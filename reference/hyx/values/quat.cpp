@@ -1,3 +1,4 @@
+// The arithmetic of rotations.
 #include "platform/hyx/values/quat.h"
 
 #include <algorithm>

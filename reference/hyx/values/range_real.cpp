@@ -1,3 +1,4 @@
+// Intervals made from their bounds.
 #include "platform/hyx/values/range_real.h"
 
 #include <stdexcept>

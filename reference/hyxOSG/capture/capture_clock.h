@@ -1,5 +1,5 @@
+// Decides how many images are due, so that a second of the clock holds exactly its number of images.
 #pragma once
-/// Decides how many images are due, so that a second of the clock holds exactly its number of images.
 
 namespace hyxOSG {
 

@@ -1,5 +1,5 @@
+// The forwarded input of an embedded window, as a simulation's listeners see it.
 #pragma once
-/// The forwarded input of an embedded window, as a simulation's listeners see it.
 
 #include "platform/hyx/objects/ref_ptr.h"
 #include "platform/hyxOSG/picking/pick_handler.h"

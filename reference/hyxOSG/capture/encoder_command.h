@@ -1,5 +1,5 @@
+// The command line of the encoder.
 #pragma once
-/// The command line of the encoder.
 
 #include <string>
 #include <vector>

@@ -1,5 +1,5 @@
+// Pipes frames to an encoder while the next ones are drawn.
 #pragma once
-/// Pipes frames to an encoder while the next ones are drawn.
 
 #include "reference/hyxOSG/capture/encoder_process.h"
 

@@ -1,5 +1,5 @@
+// A child process that is fed through its standard input and says on its standard error what goes wrong.
 #pragma once
-/// A child process that is fed through its standard input and says on its standard error what goes wrong.
 
 #include <sys/types.h>
 

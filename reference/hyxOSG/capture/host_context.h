@@ -1,5 +1,5 @@
+// Drawing in a context that belongs to somebody else.
 #pragma once
-/// Drawing in a context that belongs to somebody else.
 
 #include <osg/State>
 

@@ -1,5 +1,5 @@
+// Pictures in files.
 #pragma once
-/// Pictures in files.
 
 #include <osg/Image>
 

@@ -1,5 +1,5 @@
+// Images as rows of plain RGB bytes, in the size that a file or an encoder wants.
 #pragma once
-/// Images as rows of plain RGB bytes, in the size that a file or an encoder wants.
 
 #include <osg/Image>
 

@@ -1,5 +1,5 @@
+// The folder that files are written to.
 #pragma once
-/// The folder that files are written to.
 
 #include <string>
 

@@ -1,3 +1,4 @@
+// Draws the background before anything else.
 #include "reference/hyxOSG/decoration/background.h"
 
 #include "reference/hyxOSG/decoration/screen_layer.h"

@@ -1,5 +1,5 @@
+// The coloured background behind everything.
 #pragma once
-/// The coloured background behind everything.
 
 #include <osg/Camera>
 #include <osg/Geometry>

@@ -1,3 +1,4 @@
+// Places cutting planes, and shares out their numbers.
 #include "platform/hyxOSG/decoration/clip_plane.h"
 
 #include <osg/StateSet>

@@ -1,3 +1,4 @@
+// Where the standard lights stand, and which of them are on.
 #include "reference/hyxOSG/decoration/decorator_lights.h"
 
 #include <algorithm>

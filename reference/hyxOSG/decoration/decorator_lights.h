@@ -1,5 +1,5 @@
+// The decorator's three lights.
 #pragma once
-/// The decorator's three lights.
 
 #include <osg/BoundingSphere>
 #include <osg/Group>

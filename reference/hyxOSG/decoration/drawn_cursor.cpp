@@ -1,3 +1,4 @@
+// The shape of the drawn cursor, and its place.
 #include "reference/hyxOSG/decoration/drawn_cursor.h"
 
 #include <osg/Geometry>

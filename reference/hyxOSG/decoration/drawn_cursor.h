@@ -1,5 +1,5 @@
+// An arrow drawn into the picture where the pointer is.
 #pragma once
-/// An arrow drawn into the picture where the pointer is.
 
 #include <osg/MatrixTransform>
 

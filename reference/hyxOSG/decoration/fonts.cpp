@@ -1,3 +1,4 @@
+// Looks fonts up in the system's list.
 #include "reference/hyxOSG/decoration/fonts.h"
 
 #include <map>

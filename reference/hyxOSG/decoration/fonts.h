@@ -1,5 +1,5 @@
+// Fonts by name or file.
 #pragma once
-/// Fonts by name or file.
 
 #include <osgText/Font>
 

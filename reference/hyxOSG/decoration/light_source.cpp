@@ -1,3 +1,4 @@
+// Checks what lights are set to, and hands it to the scene graph.
 #include "platform/hyxOSG/decoration/light_source.h"
 
 #include "reference/machinery/meshes/conversions.h"

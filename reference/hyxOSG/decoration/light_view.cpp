@@ -1,3 +1,4 @@
+// Fits the view from a light around what must get shadows.
 #include "reference/hyxOSG/decoration/light_view.h"
 
 #include <osg/Polytope>

@@ -1,5 +1,5 @@
+// The view from a light that a shadow map is drawn with.
 #pragma once
-/// The view from a light that a shadow map is drawn with.
 
 #include <osg/BoundingBox>
 #include <osg/Matrixd>

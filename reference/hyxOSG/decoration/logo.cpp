@@ -1,3 +1,4 @@
+// Keeps the logo in its corner at its size.
 #include "reference/hyxOSG/decoration/logo.h"
 
 #include <algorithm>

@@ -1,5 +1,5 @@
+// The picture in a corner of the window.
 #pragma once
-/// The picture in a corner of the window.
 
 #include "platform/hyxOSG/decoration/scene_decorator.h"
 

@@ -1,3 +1,4 @@
+// Keeps a panel's rectangle where and as large as it was set.
 #include "platform/hyxOSG/decoration/panel.h"
 
 #include "reference/machinery/meshes/conversions.h"

@@ -1,3 +1,4 @@
+// The operations of the decorator, handed to the parts that do the work.
 #include "platform/hyxOSG/decoration/scene_decorator.h"
 
 #include "reference/hyxOSG/decoration/background.h"

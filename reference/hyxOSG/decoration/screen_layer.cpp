@@ -1,3 +1,4 @@
+// Makes cameras that draw in pixels over the picture.
 #include "reference/hyxOSG/decoration/screen_layer.h"
 
 #include <osg/Depth>

@@ -1,5 +1,5 @@
+// A flat layer over the whole view, before or behind the scene.
 #pragma once
-/// A flat layer over the whole view, before or behind the scene.
 
 #include <osg/Camera>
 

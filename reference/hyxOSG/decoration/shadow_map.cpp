@@ -1,3 +1,4 @@
+// Draws depth maps from the light, and tells the shaders where they are.
 #include "reference/hyxOSG/decoration/shadow_map.h"
 
 #include "reference/hyxOSG/decoration/light_view.h"

@@ -1,5 +1,5 @@
+// Shadows from depth maps drawn from the light.
 #pragma once
-/// Shadows from depth maps drawn from the light.
 
 #include "reference/machinery/shading/shading_program.h"
 

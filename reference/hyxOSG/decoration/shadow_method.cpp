@@ -1,3 +1,4 @@
+// Chooses the technique for each way to throw shadows.
 #include "reference/hyxOSG/decoration/shadow_method.h"
 
 #include "reference/hyxOSG/decoration/shadow_map.h"

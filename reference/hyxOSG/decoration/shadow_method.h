@@ -1,5 +1,5 @@
+// From a shadow method to the technique that makes it.
 #pragma once
-/// From a shadow method to the technique that makes it.
 
 #include "platform/hyxOSG/decoration/scene_decorator.h"
 #include "reference/machinery/shading/shading_program.h"

@@ -1,3 +1,4 @@
+// Counts shadow volumes in the stencil buffer, and darkens what is inside.
 #include "reference/hyxOSG/decoration/shadow_volume.h"
 
 #include "reference/hyxOSG/decoration/volume_mesh.h"

@@ -1,5 +1,5 @@
+// Shadows from stencil volumes: exact to the pixel, for closed meshes.
 #pragma once
-/// Shadows from stencil volumes: exact to the pixel, for closed meshes.
 
 #include <osg/Geometry>
 #include <osg/LightSource>

@@ -1,3 +1,4 @@
+// Draws the surroundings behind all else, however far the scene reaches.
 #include "platform/hyxOSG/decoration/sky_box.h"
 
 #include "platform/hyxOSG/visuals/cube_map.h"

@@ -1,3 +1,4 @@
+// The operations of texts, handed to the scene graph's own.
 #include "platform/hyxOSG/decoration/text.h"
 
 #include "reference/hyxOSG/decoration/fonts.h"

@@ -1,3 +1,4 @@
+// Lays rows of text out from the upper left corner.
 #include "reference/hyxOSG/decoration/text_rows.h"
 
 #include "reference/hyxOSG/decoration/fonts.h"

@@ -1,5 +1,5 @@
+// Rows of text over the scene, counted from the upper edge of the window.
 #pragma once
-/// Rows of text over the scene, counted from the upper edge of the window.
 
 #include <osg/Geode>
 #include <osg/Vec2f>

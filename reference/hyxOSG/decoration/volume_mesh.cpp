@@ -1,3 +1,4 @@
+// Makes the prisms that a shader pulls into shadow volumes.
 #include "reference/hyxOSG/decoration/volume_mesh.h"
 
 #include <osg/TriangleFunctor>

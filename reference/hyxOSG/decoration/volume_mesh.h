@@ -1,5 +1,5 @@
+// The mesh that a shadow volume is drawn with.
 #pragma once
-/// The mesh that a shadow volume is drawn with.
 
 #include <osg/Drawable>
 #include <osg/Geometry>

@@ -1,3 +1,4 @@
+// Records where frames were, and shows it as lines.
 #include "platform/hyxOSG/nodes/frame_trajectory_drawable.h"
 
 #include "platform/hyx/bodies/frame.h"

@@ -1,3 +1,4 @@
+// Follows a geometry, and can be found by it.
 #include "platform/hyxOSG/nodes/geometry_node.h"
 
 #include "reference/hyxOSG/nodes/geometry_node_index.h"

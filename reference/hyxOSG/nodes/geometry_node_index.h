@@ -1,5 +1,6 @@
 /// Which nodes show a geometry, so that they are found without a walk through the scene.
 #pragma once
+
 #include <unordered_map>
 
 namespace hyxCollide {

@@ -1,3 +1,4 @@
+// Shows the grains of a system as they are at each frame.
 #include "platform/hyxOSG/nodes/particle_system_drawable.h"
 
 #include "platform/hyx/particles/particle_system.h"

@@ -1,3 +1,4 @@
+// Counts references for the nodes that are counted by function.
 #include "platform/hyxOSG/nodes/reference_helpers.h"
 
 #include "platform/hyxOSG/nodes/geometry_node.h"

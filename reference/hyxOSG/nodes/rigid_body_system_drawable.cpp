@@ -1,3 +1,4 @@
+// Shows many bodies as they are at each frame.
 #include "platform/hyxOSG/nodes/rigid_body_system_drawable.h"
 
 #include "platform/hyx/bodies/rigid_body.h"

@@ -1,3 +1,4 @@
+// Holds a texture for objects that know nothing of the scene graph.
 #include "platform/hyxOSG/nodes/texture2d.h"
 
 namespace hyxOSG {

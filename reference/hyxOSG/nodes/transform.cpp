@@ -1,3 +1,4 @@
+// Composes translation, rotation and scale into a node's matrix.
 #include "platform/hyxOSG/nodes/transform.h"
 
 #include "platform/hyxOSG/nodes/geometry_node.h"

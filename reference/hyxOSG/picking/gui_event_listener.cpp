@@ -1,3 +1,4 @@
+// Answers what is under the pointer.
 #include "platform/hyxOSG/picking/gui_event_listener.h"
 
 #include "platform/hyxOSG/visuals/camera_functions.h"

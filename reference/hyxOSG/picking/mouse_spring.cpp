@@ -1,3 +1,4 @@
+// Pulls the held body towards the pointer, and draws the spring.
 #include "reference/hyxOSG/picking/mouse_spring.h"
 
 #include "platform/hyx/bodies/frame.h"

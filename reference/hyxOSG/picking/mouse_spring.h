@@ -1,5 +1,5 @@
+// The spring between the pointer and a body.
 #pragma once
-/// The spring between the pointer and a body.
 
 #include "platform/hyx/bodies/rigid_body.h"
 #include "platform/hyx/joints/ball_joint.h"

@@ -1,3 +1,4 @@
+// Grabs, pulls and releases bodies as mouse and keys say.
 #include "platform/hyxOSG/picking/pick_handler.h"
 
 #include "platform/hyxOSG/visuals/camera_functions.h"

@@ -1,3 +1,4 @@
+// Sends rays from the eye into the simulation.
 #include "reference/hyxOSG/picking/ray_pick.h"
 
 #include "platform/hyxOSG/visuals/camera_functions.h"

@@ -1,5 +1,5 @@
+// Picking with rays through the physics.
 #pragma once
-/// Picking with rays through the physics.
 
 #include "platform/hyxSDK/pick_result.h"
 

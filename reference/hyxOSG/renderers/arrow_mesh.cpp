@@ -1,3 +1,4 @@
+// Turns the outline of an arrow about its axis, for any number of arrows.
 #include "reference/hyxOSG/renderers/arrow_mesh.h"
 
 #include <osg/CullFace>

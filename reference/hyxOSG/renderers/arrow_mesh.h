@@ -1,5 +1,5 @@
-#pragma once
 // Any number of arrows in one vertex buffer, rewritten in place.
+#pragma once
 
 #include <osg/Geometry>
 #include <osg/Vec3d>

@@ -1,3 +1,4 @@
+// Colours the segments of a cable by their wear, now or summed up.
 #include "platform/hyxOSG/renderers/cable_damage_renderer.h"
 
 #include "platform/hyxOSG/nodes/geometry_node.h"

@@ -1,3 +1,4 @@
+// The control points of the standard colour scales.
 #include "reference/hyxOSG/renderers/color_presets.h"
 
 #include <cstdint>

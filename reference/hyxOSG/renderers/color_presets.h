@@ -1,5 +1,5 @@
-#pragma once
 // The colour tables that ScalarColorMap and the lidar colourings offer by name.
+#pragma once
 
 #include <osg/Vec4f>
 

@@ -1,3 +1,4 @@
+// Redraws the tiles of a height field that have changed.
 #include "platform/hyxOSG/renderers/deformable_height_field_renderer.h"
 
 #include "platform/hyxModel/height_field_deformer.h"

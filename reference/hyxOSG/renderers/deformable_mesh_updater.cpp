@@ -1,3 +1,4 @@
+// Writes the vertices of a changed collision mesh into its visual.
 #include "platform/hyxOSG/renderers/deformable_mesh_updater.h"
 
 #include "platform/hyxCollide/trimesh.h"

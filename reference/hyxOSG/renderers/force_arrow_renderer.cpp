@@ -1,3 +1,4 @@
+// Reads forces once a frame, and shows them as arrows.
 #include "platform/hyxOSG/renderers/force_arrow_renderer.h"
 
 #include "platform/hyx/bodies/rigid_body.h"

@@ -1,3 +1,4 @@
+// Puts nodes into a scene and takes them out again.
 #include "reference/hyxOSG/renderers/frame_update.h"
 
 #include <stdexcept>

@@ -1,5 +1,5 @@
+// What a renderer does at the start of each frame.
 #pragma once
-/// What a renderer does at the start of each frame.
 
 #include <osg/Callback>
 #include <osg/Group>

@@ -1,3 +1,4 @@
+// Compares and rewrites a part of a height field.
 #include "reference/hyxOSG/renderers/height_field_tile.h"
 
 #include <algorithm>

@@ -1,5 +1,5 @@
-#pragma once
 // A square piece of a height field, drawn from one vertex buffer.
+#pragma once
 
 #include "platform/hyxCollide/height_field.h"
 #include "reference/hyxOSG/renderers/surface_mesh.h"

@@ -1,3 +1,4 @@
+// Samples colour rules into tables that a texture can hold.
 #include "reference/hyxOSG/renderers/lidar_color_table.h"
 
 #include <algorithm>

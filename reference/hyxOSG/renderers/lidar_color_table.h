@@ -1,5 +1,5 @@
-#pragma once
 // Colours of intensities, sampled once so that a million points cost a million look-ups and not as many calls.
+#pragma once
 
 #include "platform/hyxOSG/renderers/lidar_output_renderer.h"
 

@@ -1,3 +1,4 @@
+// Gathers points from scans or from outside, and shows them for their time.
 #include "platform/hyxOSG/renderers/lidar_output_renderer.h"
 
 #include "platform/hyxOSG/renderers/lidar_output_renderer_color_function_callback.h"

@@ -1,3 +1,4 @@
+// Lends an overridden function to a renderer, safely beyond its own end.
 #include "platform/hyxOSG/renderers/lidar_output_renderer_color_function_callback.h"
 
 namespace hyxOSG {

@@ -1,3 +1,4 @@
+// A legend's point is an intensity and a colour.
 #include "platform/hyxOSG/renderers/lidar_output_renderer_legend_point.h"
 
 namespace hyxOSG {

@@ -1,3 +1,4 @@
+// Adds and drops points without moving those that stay.
 #include "reference/hyxOSG/renderers/lidar_point_cloud.h"
 
 #include <cmath>

@@ -1,5 +1,5 @@
-#pragma once
 // Hit points of several scans in one vertex buffer, the oldest first.
+#pragma once
 
 #include "platform/hyxSensor/lidar.h"
 #include "reference/hyxOSG/renderers/lidar_color_table.h"

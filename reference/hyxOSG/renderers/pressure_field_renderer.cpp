@@ -1,3 +1,4 @@
+// Gathers triangles of a round, and shows them at its end.
 #include "platform/hyxOSG/renderers/pressure_field_renderer.h"
 
 #include "reference/hyxOSG/renderers/color_presets.h"

@@ -1,3 +1,4 @@
+// Blends between the colours of a scale.
 #include "platform/hyxOSG/renderers/scalar_color_map.h"
 
 #include "reference/hyxOSG/renderers/color_presets.h"

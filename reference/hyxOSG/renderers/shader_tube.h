@@ -1,5 +1,5 @@
+// A tube that the graphics processor makes from its stations.
 #pragma once
-/// A tube that the graphics processor makes from its stations.
 
 #include "platform/hyxOSG/renderers/spline_shader.h"
 #include "reference/hyxOSG/renderers/tube_drawing.h"

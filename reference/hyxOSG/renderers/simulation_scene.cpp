@@ -1,3 +1,4 @@
+// Remembers which scene shows which simulation.
 #include "reference/hyxOSG/renderers/simulation_scene.h"
 
 #include <osg/observer_ptr>

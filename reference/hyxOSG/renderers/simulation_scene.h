@@ -1,5 +1,5 @@
-#pragma once
 // Where the things of a simulation are drawn, for renderers that are given no group.
+#pragma once
 
 #include <osg/Group>
 

@@ -1,3 +1,4 @@
+// Shows grains as stones, in one draw for each kind.
 #include "reference/hyxOSG/renderers/soil_meshes.h"
 
 #include "platform/hyxOSG/visuals/read_file.h"

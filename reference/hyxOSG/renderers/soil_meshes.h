@@ -1,5 +1,5 @@
+// Loose soil as meshes, one for each grain.
 #pragma once
-/// Loose soil as meshes, one for each grain.
 
 #include "platform/hyx/particles/particle_system.h"
 

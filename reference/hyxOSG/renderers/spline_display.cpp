@@ -1,3 +1,4 @@
+// Draws a spline anew when it or its look has changed.
 #include "reference/hyxOSG/renderers/spline_display.h"
 
 #include "reference/hyx/values/number_checks.h"

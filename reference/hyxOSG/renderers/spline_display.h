@@ -1,5 +1,5 @@
+// What the two spline renderers share: which spline is drawn, how, and when anew.
 #pragma once
-/// What the two spline renderers share: which spline is drawn, how, and when anew.
 
 #include "platform/hyx/values/vec4f.h"
 #include "reference/hyxOSG/renderers/frame_update.h"

@@ -1,3 +1,4 @@
+// Draws a spline on the graphics card.
 #include "platform/hyxOSG/renderers/spline_renderer.h"
 
 #include "reference/hyxOSG/renderers/shader_tube.h"

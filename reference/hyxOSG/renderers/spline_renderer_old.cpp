@@ -1,3 +1,4 @@
+// Draws a spline in plain triangles.
 #include "platform/hyxOSG/renderers/spline_renderer_old.h"
 
 #include "reference/hyxOSG/renderers/spline_display.h"

@@ -1,3 +1,4 @@
+// The program that bends tube pieces along cubic curves, and the data it reads.
 #include "platform/hyxOSG/renderers/spline_shader.h"
 
 #include "reference/hyx/values/number_checks.h"

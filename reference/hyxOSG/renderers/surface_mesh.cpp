@@ -1,3 +1,4 @@
+// Computes the normals of a regular surface, and hands it to the card.
 #include "reference/hyxOSG/renderers/surface_mesh.h"
 
 #include <algorithm>

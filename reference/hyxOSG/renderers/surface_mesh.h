@@ -1,5 +1,5 @@
-#pragma once
 // A lit surface in one vertex buffer that is rewritten in place.
+#pragma once
 
 #include <osg/Geometry>
 

@@ -1,3 +1,4 @@
+// Computes heights, normals and colours of the rows that changed.
 #include "reference/hyxOSG/renderers/terrain_surface.h"
 
 #include "platform/hyxOSG/renderers/scalar_color_map.h"

@@ -1,5 +1,5 @@
+// The surface of a terrain in one vertex buffer that is rewritten in place, row by row.
 #pragma once
-/// The surface of a terrain in one vertex buffer that is rewritten in place, row by row.
 
 #include "platform/hyx/values/range_real.h"
 #include "platform/hyx/values/vec4f.h"

@@ -1,3 +1,4 @@
+// The operations of the terrain's renderer, and its update in each frame.
 #include "platform/hyxOSG/renderers/terrain_voxel_renderer.h"
 
 #include "platform/hyxOSG/nodes/geometry_node.h"

@@ -1,3 +1,4 @@
+// Makes the boxes, edges and velocity arrows of soil voxels.
 #include "reference/hyxOSG/renderers/terrain_voxels.h"
 
 #include "reference/hyxOSG/renderers/vertex_colors.h"

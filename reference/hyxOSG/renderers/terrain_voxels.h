@@ -1,5 +1,5 @@
+// The voxels of a terrain as boxes and edges, and its velocity field as lines.
 #pragma once
-/// The voxels of a terrain as boxes and edges, and its velocity field as lines.
 
 #include "platform/hyx/values/vec4f.h"
 #include "platform/hyxTerrain/terrain.h"

@@ -1,3 +1,4 @@
+// Cuts curves into stations as fine as they bend.
 #include "reference/hyxOSG/renderers/tube_drawing.h"
 
 #include <algorithm>

@@ -1,5 +1,5 @@
+// Round tubes along curves.
 #pragma once
-/// Round tubes along curves.
 
 #include "platform/hyx/values/quat.h"
 #include "platform/hyx/values/vec3.h"

@@ -1,3 +1,4 @@
+// Makes rings and caps of triangles along a curve.
 #include "reference/hyxOSG/renderers/tube_mesh.h"
 
 #include "reference/hyxOSG/renderers/vertex_colors.h"

@@ -1,5 +1,5 @@
+// A tube as triangles, made here.
 #pragma once
-/// A tube as triangles, made here.
 
 #include "reference/hyxOSG/renderers/surface_mesh.h"
 #include "reference/hyxOSG/renderers/tube_drawing.h"

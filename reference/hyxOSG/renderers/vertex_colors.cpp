@@ -1,3 +1,4 @@
+// Lets vertex colours decide, with and without light.
 #include "reference/hyxOSG/renderers/vertex_colors.h"
 
 #include "reference/machinery/shading/node_state.h"

@@ -1,5 +1,5 @@
+// State for meshes that carry their colours in their vertices.
 #pragma once
-/// State for meshes that carry their colours in their vertices.
 
 #include <osg/Geometry>
 

@@ -1,3 +1,4 @@
+// Draws a wire on the graphics card, reddened by tension.
 #include "platform/hyxOSG/renderers/wire_renderer.h"
 
 #include "reference/hyx/values/number_checks.h"

@@ -1,3 +1,4 @@
+// Draws a wire as a line strip through its points.
 #include "platform/hyxOSG/renderers/wire_renderer_old.h"
 
 #include "reference/hyxOSG/renderers/frame_update.h"

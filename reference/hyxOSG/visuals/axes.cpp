@@ -1,4 +1,4 @@
-/// Coordinate axes.
+// Draws coordinate axes.
 
 #include "platform/hyx/bodies/rigid_body.h"
 #include "platform/hyx/joints/constraint.h"

@@ -1,3 +1,4 @@
+// Sets cameras up to orbit, and shoots rays through them.
 #include "platform/hyxOSG/visuals/camera_functions.h"
 
 #include "platform/hyxCollide/space.h"

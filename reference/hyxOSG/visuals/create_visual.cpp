@@ -1,3 +1,4 @@
+// Finds the look of each thing of a simulation, and puts it into the scene.
 #include "platform/hyxOSG/visuals/create_visual.h"
 
 #include "platform/hyx/bodies/observer_frame.h"

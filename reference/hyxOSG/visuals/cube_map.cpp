@@ -1,3 +1,4 @@
+// Checks six pictures, and makes a sky or reflections of them.
 #include "platform/hyxOSG/visuals/cube_map.h"
 
 #include "reference/hyxOSG/visuals/image_files.h"

@@ -1,3 +1,4 @@
+// Searches scenes for the visuals of things.
 #include "platform/hyxOSG/visuals/finders.h"
 
 #include "platform/hyxOSG/nodes/frame_trajectory_drawable.h"

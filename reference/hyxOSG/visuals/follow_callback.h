@@ -1,5 +1,6 @@
 /// Nodes that take their place from something that moves.
 #pragma once
+
 #include <osg/MatrixTransform>
 
 #include <functional>

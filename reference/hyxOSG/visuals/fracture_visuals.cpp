@@ -1,3 +1,4 @@
+// Gives pieces a look as soon as they break off.
 #include "platform/hyxOSG/visuals/fracture_visuals.h"
 
 #include "platform/hyx/bodies/rigid_body.h"

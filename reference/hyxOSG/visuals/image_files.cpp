@@ -1,3 +1,4 @@
+// Reads pictures and textures from files, each once.
 #include "reference/hyxOSG/visuals/image_files.h"
 
 #include "reference/machinery/meshes/notices.h"

@@ -1,5 +1,6 @@
 /// Image files as textures.
 #pragma once
+
 #include <osg/Image>
 #include <osg/Texture2D>
 #include <osg/ref_ptr>

@@ -1,3 +1,4 @@
+// Changes the materials of visuals, each visual its own.
 #include "platform/hyxOSG/visuals/materials.h"
 
 #include "platform/hyx/bodies/rigid_body.h"

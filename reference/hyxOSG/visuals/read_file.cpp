@@ -1,3 +1,4 @@
+// Tells by a file's kind what it holds, and puts that into the simulation and the scene.
 #include "platform/hyxOSG/visuals/read_file.h"
 
 #include "platform/hyxOSG/nodes/geometry_node.h"

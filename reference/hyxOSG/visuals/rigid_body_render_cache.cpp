@@ -1,3 +1,4 @@
+// Remembers meshes by shape and detail.
 #include "platform/hyxOSG/visuals/rigid_body_render_cache.h"
 
 #include "platform/hyxCollide/geometry.h"

@@ -1,3 +1,4 @@
+// Reads scenes in JSON: bodies, joints, materials, looks.
 #include "reference/hyxOSG/visuals/scene_json.h"
 
 #include "platform/hyx/bodies/material.h"

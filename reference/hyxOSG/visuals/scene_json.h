@@ -1,5 +1,6 @@
 /// Scenes as JSON text.
 #pragma once
+
 #include "platform/hyx/bodies/material.h"
 #include "platform/hyx/values/vec4f.h"
 #include "platform/hyxSDK/assembly.h"

@@ -1,3 +1,4 @@
+// Makes the node for each kind of shape.
 #include "reference/hyxOSG/visuals/shape_nodes.h"
 
 #include "platform/hyxCollide/box.h"

@@ -1,3 +1,4 @@
+// Makes balls, cylinders and lines.
 #include "platform/hyxOSG/visuals/shapes.h"
 
 #include "platform/hyxCollide/cylinder.h"

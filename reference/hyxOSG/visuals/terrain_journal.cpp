@@ -1,3 +1,4 @@
+// Takes from terrains all that would change the soil while a journal plays.
 #include "platform/hyxOSG/application/terrain_journal.h"
 
 #include "platform/hyxSDK/simulation.h"

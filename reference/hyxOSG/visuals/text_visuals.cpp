@@ -1,3 +1,4 @@
+// Makes labels, and takes them away.
 #include "platform/hyxOSG/visuals/text_visuals.h"
 
 #include "platform/hyxOSG/nodes/geometry_node.h"

@@ -1,3 +1,4 @@
+// Reads pictures, and puts them on visuals in their roles.
 #include "platform/hyxOSG/visuals/textures.h"
 
 #include "platform/hyx/bodies/rigid_body.h"

@@ -1,3 +1,4 @@
+// Records positions over time as lines.
 #include "platform/hyxOSG/visuals/trajectories.h"
 
 #include "platform/hyx/bodies/observer_frame.h"

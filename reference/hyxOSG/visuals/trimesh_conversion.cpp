@@ -1,3 +1,4 @@
+// Gathers the triangles of a scene graph into a collision mesh.
 #include "platform/hyxOSG/visuals/trimesh_conversion.h"
 
 #include "platform/hyxCollide/trimesh.h"

@@ -1,3 +1,4 @@
+// Gives visuals to what is added to a simulation, and takes them from what leaves.
 #include "reference/hyxOSG/visuals/visual_updater.h"
 
 #include "platform/hyxOSG/nodes/geometry_node.h"

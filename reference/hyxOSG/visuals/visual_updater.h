@@ -1,5 +1,6 @@
 /// Visuals that come and go with a simulation's bodies.
 #pragma once
+
 #include "platform/hyxSDK/event_listener.h"
 #include "platform/hyxSDK/simulation.h"
 

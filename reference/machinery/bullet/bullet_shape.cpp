@@ -1,3 +1,4 @@
+// Builds Bullet's shape for each kind of shape.
 #include "platform/hyxCollide/box.h"
 #include "platform/hyxCollide/capsule.h"
 #include "platform/hyxCollide/compound.h"

@@ -1,3 +1,4 @@
+// Vectors and placements in Bullet's types and back.
 #pragma once
 
 #include "platform/hyx/values/affine_matrix4x4.h"

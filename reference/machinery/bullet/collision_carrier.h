@@ -1,3 +1,4 @@
+// The way back from Bullet's collision objects to ours.
 #pragma once
 
 #include <vector>

@@ -1,3 +1,4 @@
+// Gives a joint its rows in Bullet, and keeps them in step with its settings and its bodies.
 #include "reference/machinery/bullet/constraint_implementation.h"
 
 #include "reference/machinery/bullet/bullet_values.h"

@@ -1,3 +1,4 @@
+// What stands behind a joint: its row in Bullet and the motor, range and lock on it.
 #pragma once
 
 #include "platform/hyx/joints/constraint.h"

@@ -1,3 +1,4 @@
+// Writes one direction of a joint into the solver's arrays.
 #include "reference/machinery/bullet/constraint_row.h"
 
 #include <algorithm>

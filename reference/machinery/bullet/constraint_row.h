@@ -1,3 +1,4 @@
+// A constraint of a single row for Bullet's solvers.
 #pragma once
 
 #include "platform/hyx/joints/constraint.h"

@@ -1,3 +1,4 @@
+// Mixes materials at contacts, and keeps inner edges of meshes from tripping bodies.
 #include "reference/machinery/bullet/contact_response.h"
 
 #include "platform/hyxCollide/height_field.h"

@@ -1,3 +1,4 @@
+// What happens at contacts, in Bullet's hooks.
 #pragma once
 
 #include "platform/hyxCollide/geometry.h"

@@ -1,3 +1,4 @@
+// Solves rays against balls and boxes in closed form.
 #include "reference/machinery/bullet/exact_ray.h"
 
 #include "platform/hyxCollide/box.h"

@@ -1,3 +1,4 @@
+// Rays against shapes that need no search.
 #pragma once
 
 #include "platform/hyxCollide/shape.h"

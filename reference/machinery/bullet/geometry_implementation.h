@@ -1,3 +1,4 @@
+// What stands behind a geometry.
 #pragma once
 
 #include "platform/hyx/bodies/material.h"

@@ -1,3 +1,4 @@
+// Adds to Bullet's world what moves and collides, and steps it.
 #include "reference/machinery/bullet/physics_world.h"
 
 #include "platform/hyxCollide/shape.h"

@@ -1,3 +1,4 @@
+// Bullet's world, in the words of this library.
 #pragma once
 
 #include "platform/hyx/bodies/contact_material.h"

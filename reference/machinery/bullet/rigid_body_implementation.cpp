@@ -1,3 +1,4 @@
+// Keeps Bullet's body in step with mass, geometries and place.
 #include "reference/machinery/bullet/rigid_body_implementation.h"
 
 #include "reference/hyx/values/number_checks.h"

@@ -1,3 +1,4 @@
+// What stands behind a body.
 #pragma once
 
 #include "platform/hyx/bodies/frame.h"

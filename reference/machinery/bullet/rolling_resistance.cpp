@@ -1,3 +1,4 @@
+// Brakes bodies that roll, by the weight on their contacts.
 #include "reference/machinery/bullet/rolling_resistance.h"
 
 #include <BulletCollision/BroadphaseCollision/btDispatcher.h>

@@ -1,3 +1,4 @@
+// Friction against rolling.
 #pragma once
 
 #include "platform/hyx/values/real.h"

@@ -1,3 +1,4 @@
+// What stands behind a shape, and Bullet's shapes made for it.
 #pragma once
 
 #include "platform/hyxCollide/shape.h"

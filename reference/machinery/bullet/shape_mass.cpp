@@ -1,3 +1,4 @@
+// Volumes, centres and moments of all shapes.
 #include "reference/machinery/bullet/shape_mass.h"
 
 #include "platform/hyxCollide/box.h"

@@ -1,3 +1,4 @@
+// How mass is spread in shapes.
 #pragma once
 
 #include "platform/hyxCollide/shape.h"

@@ -1,3 +1,4 @@
+// Solvers that know the softness of each row, which Bullet's own do not.
 #pragma once
 
 #include <BulletDynamics/ConstraintSolver/btNNCGConstraintSolver.h>

@@ -1,3 +1,4 @@
+// Answers what touches what, and what rays meet.
 #include "reference/machinery/bullet/bullet_values.h"
 #include "reference/machinery/bullet/contact_response.h"
 #include "reference/machinery/bullet/exact_ray.h"

@@ -1,5 +1,6 @@
 /// Who stands above whom in the scene.
 #pragma once
+
 #include <osg/Group>
 
 namespace hyxOSG {

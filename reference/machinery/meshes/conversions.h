@@ -1,5 +1,6 @@
 /// Values of the physics library as values of the scene graph and back.
 #pragma once
+
 #include "platform/hyx/values/affine_matrix4x4.h"
 #include "platform/hyx/values/quat.h"
 #include "platform/hyx/values/vec3.h"

@@ -1,3 +1,4 @@
+// Makes unlit meshes of lines.
 #include "reference/machinery/meshes/line_meshes.h"
 
 #include "reference/machinery/meshes/mesh_builder.h"

@@ -1,5 +1,6 @@
-/// Unlit lines.
+// Meshes of unlit lines.
 #pragma once
+
 #include <osg/Geometry>
 #include <osg/ref_ptr>
 

@@ -1,3 +1,4 @@
+// Gathers vertices and triangles into vertex buffers.
 #include "reference/machinery/meshes/mesh_builder.h"
 
 #include <cmath>

@@ -1,5 +1,6 @@
 /// Triangle meshes for the renderer, built vertex by vertex.
 #pragma once
+
 #include <osg/Geometry>
 #include <osg/ref_ptr>
 

@@ -1,5 +1,6 @@
 /// Notices of why something could not be done.
 #pragma once
+
 #include "platform/hyx/objects/notify.h"
 
 #include <string>

@@ -1,3 +1,4 @@
+// Makes meshes of unit size that nodes scale to shapes.
 #include "reference/machinery/meshes/shape_meshes.h"
 
 #include "reference/machinery/meshes/mesh_builder.h"

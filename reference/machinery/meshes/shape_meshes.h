@@ -1,5 +1,6 @@
 /// Meshes of the basic shapes, one for each combination of form and fineness.
 #pragma once
+
 #include <osg/Geometry>
 #include <osg/ref_ptr>
 

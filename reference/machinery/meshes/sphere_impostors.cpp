@@ -1,3 +1,4 @@
+// Draws each sphere as a square whose pixels are computed as a ball's.
 #include "reference/machinery/meshes/sphere_impostors.h"
 
 #include "reference/machinery/meshes/mesh_builder.h"

@@ -1,5 +1,6 @@
 /// Many spheres in one draw call.
 #pragma once
+
 #include "platform/hyxOSG/nodes/particle_system_drawable.h"
 
 #include <osg/BoundingBox>

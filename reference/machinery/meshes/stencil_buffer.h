@@ -1,5 +1,5 @@
+// Where outlines and shadow volumes can be drawn.
 #pragma once
-/// Where outlines and shadow volumes can be drawn.
 
 #include <osg/Camera>
 

@@ -1,3 +1,4 @@
+// Makes meshes of collision meshes and height fields.
 #include "reference/machinery/meshes/surface_meshes.h"
 
 #include "platform/hyxCollide/height_field.h"

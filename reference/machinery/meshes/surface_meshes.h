@@ -1,5 +1,6 @@
 /// Meshes of collision shapes that are given by their points.
 #pragma once
+
 #include <osg/Geometry>
 #include <osg/ref_ptr>
 

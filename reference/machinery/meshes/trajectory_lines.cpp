@@ -1,3 +1,4 @@
+// Keeps the newest points of many lines.
 #include "reference/machinery/meshes/trajectory_lines.h"
 
 #include "reference/machinery/meshes/line_meshes.h"

@@ -1,5 +1,6 @@
 /// The ways of many moving things as lines, each with its newest points.
 #pragma once
+
 #include <osg/Geometry>
 
 #include <cstdint>

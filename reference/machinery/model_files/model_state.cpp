@@ -1,3 +1,4 @@
+// Makes models from files fit the shading of the scene.
 #include "reference/machinery/model_files/model_state.h"
 
 #include <osg/LightSource>

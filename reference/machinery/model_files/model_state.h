@@ -1,5 +1,5 @@
+// What a model file may bring into a scene.
 #pragma once
-/// What a model file may bring into a scene.
 
 #include <osg/Node>
 

@@ -1,5 +1,6 @@
 /// Readers that stand in for plugins of the scene-graph library.
 #pragma once
+
 #include <osgDB/Registry>
 
 #include <string>

@@ -1,3 +1,4 @@
+// Reads model files, strange ones only after a child process has survived them.
 #include "platform/hyxOSG/visuals/read_file.h"
 #include "reference/machinery/meshes/notices.h"
 #include "reference/machinery/model_files/model_state.h"

@@ -1,3 +1,4 @@
+// Runs something dangerous in a child process with bounds.
 #include "reference/machinery/model_files/trial_process.h"
 
 #include <fcntl.h>

@@ -1,5 +1,7 @@
+// Trying out what may crash.
 /// Runs something that may crash in a process of its own first.
 #pragma once
+
 #include <functional>
 
 namespace hyxOSG {

@@ -1,3 +1,4 @@
+// Finds or makes the state of a node that may be changed without changing others.
 #include "reference/machinery/shading/node_state.h"
 
 #include <osg/BlendFunc>

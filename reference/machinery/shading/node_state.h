@@ -1,5 +1,6 @@
 /// State sets of nodes that may share them with other nodes.
 #pragma once
+
 #include <osg/Material>
 #include <osg/Node>
 #include <osg/StateSet>

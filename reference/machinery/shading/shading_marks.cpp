@@ -1,3 +1,4 @@
+// Marks parts of scenes as lit, receiving and casting.
 #include "reference/machinery/shading/shading_marks.h"
 
 #include <osg/Drawable>

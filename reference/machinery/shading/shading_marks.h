@@ -1,5 +1,5 @@
+// Tells the shading program what it cannot see by itself: which nodes are not lit and which receive no shadow.
 #pragma once
-/// Tells the shading program what it cannot see by itself: which nodes are not lit and which receive no shadow.
 
 #include "platform/hyxOSG/application/example_application.h"
 

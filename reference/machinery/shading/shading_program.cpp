@@ -1,3 +1,4 @@
+// Writes the program that all lit surfaces share.
 #include "reference/machinery/shading/shading_program.h"
 
 #include "reference/machinery/shading/light_equation.h"

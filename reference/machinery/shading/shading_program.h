@@ -1,7 +1,7 @@
+// The fragment program that lights the decorated scene. The vertex stage stays the fixed one, so that vertex colours,
+// unlit lines, clip planes and scaled normals behave as without a program; two texture coordinate generators hand
+// position and normal in eye coordinates to the fragments.
 #pragma once
-/// The fragment program that lights the decorated scene. The vertex stage stays the fixed one, so that vertex colours,
-/// unlit lines, clip planes and scaled normals behave as without a program; two texture coordinate generators hand
-/// position and normal in eye coordinates to the fragments.
 
 #include <osg/Program>
 #include <osg/StateSet>

@@ -1,3 +1,4 @@
+// The shader's part that reads shadow maps.
 #include "reference/machinery/shading/shadow_lookup.h"
 
 #include <osg/Uniform>

@@ -1,6 +1,6 @@
+// How fragment programs ask what a shadow map leaves of the light: the decorator's own program, those of textured
+// surfaces and those of particles.
 #pragma once
-/// How fragment programs ask what a shadow map leaves of the light: the decorator's own program, those of textured
-/// surfaces and those of particles.
 
 #include "reference/machinery/shading/shading_program.h"
 

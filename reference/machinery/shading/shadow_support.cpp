@@ -1,3 +1,4 @@
+// Asks the graphics context which shadows it can draw.
 #include "reference/machinery/shading/shadow_support.h"
 
 #include <osg/FrameBufferObject>

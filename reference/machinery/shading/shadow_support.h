@@ -1,5 +1,5 @@
+// What a graphics driver can do for shadows, and what stands in for the rest.
 #pragma once
-/// What a graphics driver can do for shadows, and what stands in for the rest.
 
 #include "platform/hyxOSG/decoration/scene_decorator.h"
 

@@ -1,3 +1,4 @@
+// The program of surfaces with normal maps, cube maps and further textures.
 #include "reference/machinery/shading/surface_program.h"
 
 #include "reference/machinery/shading/light_equation.h"

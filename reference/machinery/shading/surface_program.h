@@ -1,6 +1,7 @@
 /// The shader program for surfaces with more than a colour texture. Its parts are switched on by defines of the state
 /// set, so that one program object serves all combinations.
 #pragma once
+
 #include "platform/hyxOSG/visuals/texture_mode.h"
 
 #include <osg/Node>

@@ -1,3 +1,4 @@
+// The sample library's functions, which record what was called and count what lives.
 #include "tests/binding/sample/sample.h"
 
 #include <stdexcept>

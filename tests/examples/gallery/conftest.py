@@ -1,3 +1,5 @@
+"""The pictures of the gallery, drawn once for all tests of this folder."""
+
 import os
 import subprocess
 import sys

@@ -1,3 +1,5 @@
+"""A stage for each test of a renderer."""
+
 import pytest
 from stage import Stage
 
