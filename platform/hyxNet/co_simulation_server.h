@@ -1,4 +1,4 @@
-/// Lets another process step a simulation.
+// Lets another process step a simulation.
 #pragma once
 
 #include "platform/hyx/objects/referenced.h"

@@ -1,4 +1,4 @@
-/// How objects cross between native code and the scripts that it runs.
+// How objects cross between native code and the scripts that it runs.
 #pragma once
 
 struct _object; // the interpreter's object

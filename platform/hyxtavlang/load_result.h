@@ -1,4 +1,4 @@
-/// What loading a model gave.
+// What loading a model gave.
 #pragma once
 
 #include "platform/hyx/objects/referenced.h"

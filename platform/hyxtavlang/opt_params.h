@@ -1,4 +1,4 @@
-/// Choices for loading a model.
+// Choices for loading a model.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-/// Makes and compares tokens.
+// Makes and compares tokens.
 #include "reference/hyxNet/access_token.h"
 
 #include <sys/random.h>

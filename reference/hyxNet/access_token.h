@@ -1,4 +1,4 @@
-/// Words that guard services.
+// Words that guard services.
 #pragma once
 
 #include <string>

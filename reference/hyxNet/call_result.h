@@ -1,4 +1,4 @@
-/// Results of calls between processes.
+// Results of calls between processes.
 #pragma once
 
 #include <nlohmann/json.hpp>

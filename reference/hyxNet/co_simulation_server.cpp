@@ -1,4 +1,4 @@
-/// Answers requests over a ZeroMQ socket.
+// Answers requests over a ZeroMQ socket.
 #include "platform/hyxNet/co_simulation_server.h"
 
 #include "reference/hyxNet/access_token.h"

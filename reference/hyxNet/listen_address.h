@@ -1,4 +1,4 @@
-/// The address that a service listens on.
+// The address that a service listens on.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-/// Serves through libwebsockets.
+// Serves through libwebsockets.
 #include "reference/hyxNet/web_server.h"
 
 #include "reference/hyxNet/access_token.h"

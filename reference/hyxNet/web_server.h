@@ -1,4 +1,4 @@
-/// A small server of HTTP and WebSocket on one port.
+// A small server of HTTP and WebSocket on one port.
 #pragma once
 
 #include <functional>

@@ -1,4 +1,4 @@
-/// Questions to the interpreter that runs this process.
+// Questions to the interpreter that runs this process.
 #include "reference/hyxPython/interpreter.h"
 
 namespace hyxPython {

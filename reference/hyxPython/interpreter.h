@@ -1,4 +1,4 @@
-/// The interpreter that runs this process, if any.
+// The interpreter that runs this process, if any.
 #pragma once
 
 #include <Python.h>

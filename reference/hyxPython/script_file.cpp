@@ -1,4 +1,4 @@
-/// Reads script files and calls their functions.
+// Reads script files and calls their functions.
 #include "reference/hyxPython/script_file.h"
 
 #include "platform/hyxPython/script_conversions.h"

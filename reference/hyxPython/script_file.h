@@ -1,4 +1,4 @@
-/// Functions of script files, run in the interpreter of this process.
+// Functions of script files, run in the interpreter of this process.
 #pragma once
 
 #include "reference/hyxPython/interpreter.h"

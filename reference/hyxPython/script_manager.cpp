@@ -1,4 +1,4 @@
-/// Records the errors of scripts.
+// Records the errors of scripts.
 #include "platform/hyxPython/script_manager.h"
 
 #include "platform/hyxPython/script_conversions.h"

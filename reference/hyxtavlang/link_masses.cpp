@@ -1,4 +1,4 @@
-/// Adds masses by the parallel axis theorem.
+// Adds masses by the parallel axis theorem.
 #include "reference/hyxtavlang/link_masses.h"
 
 #include "reference/hyxtavlang/urdf_geometry.h"

@@ -1,4 +1,4 @@
-/// The masses of links that are one body.
+// The masses of links that are one body.
 #pragma once
 
 #include "platform/hyx/bodies/rigid_body.h"

@@ -1,4 +1,4 @@
-/// Joints that follow others.
+// Joints that follow others.
 #pragma once
 
 #include "platform/hyx/joints/constraint1dof.h"

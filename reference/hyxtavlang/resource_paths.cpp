@@ -1,4 +1,4 @@
-/// Looks for files in packages.
+// Looks for files in packages.
 #include "reference/hyxtavlang/resource_paths.h"
 
 #include <filesystem>

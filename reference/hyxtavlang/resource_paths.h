@@ -1,4 +1,4 @@
-/// Files that models refer to.
+// Files that models refer to.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-/// Turns boxes, spheres, cylinders and meshes of a robot description into shapes and nodes.
+// Turns boxes, spheres, cylinders and meshes of a robot description into shapes and nodes.
 #include "reference/hyxtavlang/urdf_geometry.h"
 
 #include "platform/hyxCollide/box.h"

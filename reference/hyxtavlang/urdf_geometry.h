@@ -1,4 +1,4 @@
-/// The shapes of a robot description.
+// The shapes of a robot description.
 #pragma once
 
 #include "platform/hyx/values/affine_matrix4x4.h"

@@ -1,4 +1,4 @@
-/// Turns the joints of a robot description into constraints.
+// Turns the joints of a robot description into constraints.
 #include "reference/hyxtavlang/urdf_joint.h"
 
 #include "platform/hyx/joints/hinge.h"

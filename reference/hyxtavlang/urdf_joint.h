@@ -1,4 +1,4 @@
-/// The joints of a robot description.
+// The joints of a robot description.
 #pragma once
 
 #include "platform/hyx/bodies/rigid_body.h"

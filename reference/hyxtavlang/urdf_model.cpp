@@ -1,4 +1,4 @@
-/// Builds bodies and joints from a parsed robot description.
+// Builds bodies and joints from a parsed robot description.
 #include "reference/hyxtavlang/urdf_model.h"
 
 #include "platform/hyxOSG/visuals/grid_axes.h"

@@ -1,4 +1,4 @@
-/// Robot descriptions as bodies, joints and visuals.
+// Robot descriptions as bodies, joints and visuals.
 #pragma once
 
 #include "platform/hyxtavlang/load_result.h"

@@ -1,4 +1,4 @@
-/// Recording and playback of the states of bodies and grains.
+// Recording and playback of the states of bodies and grains.
 #pragma once
 
 #include "platform/hyx/objects/referenced.h"

@@ -1,4 +1,4 @@
-/// A saved camera.
+// A saved camera.
 #pragma once
 
 #include "platform/hyx/values/vec3.h"

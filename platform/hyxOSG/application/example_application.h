@@ -1,4 +1,4 @@
-/// The ready-made application: a window, a viewer, a scene graph and the loop that steps a simulation.
+// The ready-made application: a window, a viewer, a scene graph and the loop that steps a simulation.
 #pragma once
 
 #include "platform/hyx/objects/callback.h"
@@ -110,9 +110,8 @@ public:
     // ---- Creation and initialisation
 
     /// Follows the options of `parser` (`--help` lists them); null means none. With `withGraphics` simulation, window
-    /// and scene are made at once instead of when they are needed. Returns false when the program has nothing left to
-    /// do
-    /// (`--help` was given). Throws std::invalid_argument for a malformed value.
+    /// and scene are made at once instead of when they are needed. Returns false when the program has nothing left
+    /// to do (`--help` was given). Throws std::invalid_argument for a malformed value.
     bool init(hyxIO::ArgumentParser* parser, bool withGraphics = false);
 
     /// Takes `simulation` over, or makes a new one for null; the one before is let go with its visuals. With

@@ -1,4 +1,4 @@
-/// The remote control of an application.
+// The remote control of an application.
 #pragma once
 
 #include "platform/hyx/objects/referenced.h"

@@ -1,4 +1,4 @@
-/// Observer of the application's frames.
+// Observer of the application's frames.
 #pragma once
 
 #include "platform/hyx/objects/referenced.h"

@@ -1,4 +1,4 @@
-/// Makes the visuals that an application shows of its simulations.
+// Makes the visuals that an application shows of its simulations.
 #pragma once
 
 #include "platform/hyx/objects/referenced.h"

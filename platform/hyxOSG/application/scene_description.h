@@ -1,4 +1,4 @@
-/// One scene that an application can build.
+// One scene that an application can build.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-/// Calls HDF5 and turns its failures into exceptions.
+// Calls HDF5 and turns its failures into exceptions.
 #include "reference/hyx/journal/hdf5_file.h"
 
 #include <algorithm>

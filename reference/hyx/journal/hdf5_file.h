@@ -1,4 +1,4 @@
-/// The few parts of HDF5 that journals are made of.
+// The few parts of HDF5 that journals are made of.
 #pragma once
 
 #include <hdf5.h>

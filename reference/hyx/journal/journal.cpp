@@ -1,4 +1,4 @@
-/// Sessions: recording and playback.
+// Sessions: recording and playback.
 #include "platform/hyx/journal/journal.h"
 
 #include "platform/hyxSDK/simulation.h"

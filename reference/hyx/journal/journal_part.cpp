@@ -1,4 +1,4 @@
-/// Bodies and their states as datasets.
+// Bodies and their states as datasets.
 #include "reference/hyx/journal/journal_part.h"
 
 #include "platform/hyxCollide/geometry.h"

@@ -1,4 +1,4 @@
-/// A span of a session in which the bodies are the same.
+// A span of a session in which the bodies are the same.
 #pragma once
 
 #include "platform/hyx/bodies/rigid_body.h"

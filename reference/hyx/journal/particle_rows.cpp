@@ -1,4 +1,4 @@
-/// Grains as rows of numbers.
+// Grains as rows of numbers.
 #include "reference/hyx/journal/particle_rows.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-/// The grains of particle systems in journals.
+// The grains of particle systems in journals.
 #pragma once
 
 #include "platform/hyx/particles/particle_system.h"

@@ -1,4 +1,4 @@
-/// Turns shapes into JSON and back.
+// Turns shapes into JSON and back.
 #include "reference/hyx/journal/shape_json.h"
 
 #include "platform/hyxCollide/box.h"

@@ -1,4 +1,4 @@
-/// Shapes as JSON.
+// Shapes as JSON.
 #pragma once
 
 #include "platform/hyxCollide/shape.h"

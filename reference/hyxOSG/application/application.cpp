@@ -1,4 +1,4 @@
-/// Construction and initialisation of the application.
+// Construction and initialisation of the application.
 #include "reference/hyxOSG/application/application_implementation.h"
 #include "reference/hyxOSG/renderers/simulation_scene.h"
 

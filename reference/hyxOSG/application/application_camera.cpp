@@ -1,4 +1,4 @@
-/// The application's camera: view, home, orbit, grid and coordinate system.
+// The application's camera: view, home, orbit, grid and coordinate system.
 #include "platform/hyxOSG/nodes/geometry_node.h"
 #include "reference/hyxOSG/application/application_implementation.h"
 #include "reference/machinery/meshes/conversions.h"

@@ -1,4 +1,4 @@
-/// The application's pictures, films and render targets.
+// The application's pictures, films and render targets.
 #include "reference/hyxOSG/application/application_implementation.h"
 #include "reference/hyxOSG/capture/image_file.h"
 

@@ -1,4 +1,4 @@
-/// What an application holds.
+// What an application holds.
 #pragma once
 
 #include "platform/hyx/journal/journal.h"

@@ -1,4 +1,4 @@
-/// The application's journal and profiling.
+// The application's journal and profiling.
 #include "reference/hyxOSG/application/application_implementation.h"
 
 #include <nlohmann/json.hpp>

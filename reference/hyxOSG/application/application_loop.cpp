@@ -1,4 +1,4 @@
-/// The application's loop: stepping, drawing, pacing and its end.
+// The application's loop: stepping, drawing, pacing and its end.
 #include "platform/hyx/objects/high_accuracy_timer.h"
 #include "platform/hyxPython/script_manager.h"
 #include "reference/hyxOSG/application/application_implementation.h"

@@ -1,4 +1,4 @@
-/// Robot models that the application loads.
+// Robot models that the application loads.
 #include "platform/hyxOSG/visuals/create_visual.h"
 #include "platform/hyxOSG/visuals/grid_axes.h"
 #include "reference/hyxOSG/application/application_implementation.h"

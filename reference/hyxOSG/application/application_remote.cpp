@@ -1,4 +1,4 @@
-/// The application's remote control and co-simulation.
+// The application's remote control and co-simulation.
 #include "platform/hyxPython/script_manager.h"
 #include "reference/hyxNet/access_token.h"
 #include "reference/hyxOSG/application/application_implementation.h"

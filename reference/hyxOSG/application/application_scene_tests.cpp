@@ -1,4 +1,4 @@
-/// The run of all scenes that take part in tests.
+// The run of all scenes that take part in tests.
 #include "platform/hyxPython/script_manager.h"
 #include "reference/hyxOSG/application/application_implementation.h"
 

@@ -1,4 +1,4 @@
-/// The application's scenes: added, built, changed, restored.
+// The application's scenes: added, built, changed, restored.
 #include "platform/hyxOSG/nodes/geometry_node.h"
 #include "platform/hyxOSG/visuals/read_file.h"
 #include "reference/hyxOSG/application/application_implementation.h"

@@ -1,4 +1,4 @@
-/// Scripts that the application runs.
+// Scripts that the application runs.
 #include "platform/hyxPython/script_conversions.h"
 #include "reference/hyxOSG/application/application_implementation.h"
 #include "reference/hyxPython/script_file.h"

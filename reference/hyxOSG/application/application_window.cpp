@@ -1,4 +1,4 @@
-/// The application's window and what is drawn in it.
+// The application's window and what is drawn in it.
 #include "reference/hyxOSG/application/application_implementation.h"
 #include "reference/hyxOSG/application/window_events.h"
 #include "reference/machinery/context/picture_size.h"

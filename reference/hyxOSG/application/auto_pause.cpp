@@ -1,4 +1,4 @@
-/// Compares the contacts of a step with the pairs.
+// Compares the contacts of a step with the pairs.
 #include "reference/hyxOSG/application/auto_pause.h"
 
 #include "platform/hyxCollide/local_geometry_contact.h"

@@ -1,4 +1,4 @@
-/// Pairs that pause the simulation when they touch.
+// Pairs that pause the simulation when they touch.
 #pragma once
 
 #include <utility>

@@ -1,4 +1,4 @@
-/// Turns bodies into JSON and back.
+// Turns bodies into JSON and back.
 #include "reference/hyxOSG/application/body_state_json.h"
 
 #include <cmath>

@@ -1,4 +1,4 @@
-/// The state of a body as JSON.
+// The state of a body as JSON.
 #pragma once
 
 #include "platform/hyx/bodies/rigid_body.h"

@@ -1,4 +1,4 @@
-/// Reads and sets the view of cameras.
+// Reads and sets the view of cameras.
 #include "platform/hyxOSG/application/camera_data.h"
 
 #include "reference/machinery/meshes/conversions.h"

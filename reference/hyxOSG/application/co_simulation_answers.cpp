@@ -1,4 +1,4 @@
-/// Follows requests of co-simulation.
+// Follows requests of co-simulation.
 #include "reference/hyxOSG/application/co_simulation_answers.h"
 
 #include "platform/hyx/joints/constraint1dof.h"

@@ -1,4 +1,4 @@
-/// What another process can ask of an application.
+// What another process can ask of an application.
 #pragma once
 
 #include <string>

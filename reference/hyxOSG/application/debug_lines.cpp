@@ -1,4 +1,4 @@
-/// Lets the physics library draw its world, and adds what it does not know of.
+// Lets the physics library draw its world, and adds what it does not know of.
 #include "reference/hyxOSG/application/debug_lines.h"
 
 #include "platform/hyx/bodies/frame.h"

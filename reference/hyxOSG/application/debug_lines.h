@@ -1,4 +1,4 @@
-/// Collects the lines of a simulation's debug drawing.
+// Collects the lines of a simulation's debug drawing.
 #pragma once
 
 #include <LinearMath/btIDebugDraw.h>

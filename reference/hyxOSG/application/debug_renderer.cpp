@@ -1,4 +1,4 @@
-/// Shows debug lines and names in the scene graph.
+// Shows debug lines and names in the scene graph.
 #include "reference/hyxOSG/application/debug_renderer.h"
 
 #include "platform/hyx/bodies/rigid_body.h"

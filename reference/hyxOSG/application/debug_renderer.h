@@ -1,4 +1,4 @@
-/// Lines and names of what a simulation computes with.
+// Lines and names of what a simulation computes with.
 #pragma once
 
 #include <osg/Group>

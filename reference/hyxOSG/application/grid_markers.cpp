@@ -1,4 +1,4 @@
-/// Makes grid and axes from the library's own.
+// Makes grid and axes from the library's own.
 #include "reference/hyxOSG/application/grid_markers.h"
 
 #include "platform/hyxOSG/visuals/grid_axes.h"

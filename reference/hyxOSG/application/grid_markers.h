@@ -1,4 +1,4 @@
-/// The grid in the ground plane and the axes of the world.
+// The grid in the ground plane and the axes of the world.
 #pragma once
 
 #include "platform/hyx/values/vec2.h"

@@ -1,4 +1,4 @@
-/// What each command-line option does.
+// What each command-line option does.
 #include "reference/hyxOSG/application/application_implementation.h"
 
 #include <filesystem>

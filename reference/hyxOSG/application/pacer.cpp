@@ -1,4 +1,4 @@
-/// Waits by sleeping to points of the steady clock.
+// Waits by sleeping to points of the steady clock.
 #include "reference/hyxOSG/application/pacer.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-/// Keeps a loop at its pace.
+// Keeps a loop at its pace.
 #pragma once
 
 #include <chrono>

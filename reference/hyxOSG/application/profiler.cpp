@@ -1,4 +1,4 @@
-/// Writes trace events.
+// Writes trace events.
 #include "reference/hyxOSG/application/profiler.h"
 
 #include <unistd.h>

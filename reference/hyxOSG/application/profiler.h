@@ -1,4 +1,4 @@
-/// Measures what a loop spends its time on.
+// Measures what a loop spends its time on.
 #pragma once
 
 #include <chrono>

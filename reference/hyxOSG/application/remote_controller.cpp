@@ -1,4 +1,4 @@
-/// What the remote page asks of an application, and is told.
+// What the remote page asks of an application, and is told.
 #include "platform/hyxOSG/application/example_application.h"
 #include "platform/hyxOSG/application/example_application_controller.h"
 #include "platform/hyxSDK/simulation.h"

@@ -1,4 +1,4 @@
-/// Shows the picture and the parameters; sends mouse, keys and commands.
+// Shows the picture and the parameters; sends mouse, keys and commands.
 #include "reference/hyxOSG/application/remote_page.h"
 
 namespace hyxOSG {

@@ -1,4 +1,4 @@
-/// The page of the remote control.
+// The page of the remote control.
 #pragma once
 
 namespace hyxOSG {

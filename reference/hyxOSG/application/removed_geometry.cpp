@@ -1,4 +1,4 @@
-/// Collects visuals until the next frame.
+// Collects visuals until the next frame.
 #include "reference/hyxOSG/application/removed_geometry.h"
 
 #include "platform/hyxOSG/nodes/geometry_node.h"

@@ -1,4 +1,4 @@
-/// Visuals whose geometry has left its simulation.
+// Visuals whose geometry has left its simulation.
 #pragma once
 
 namespace hyxOSG {

@@ -1,4 +1,4 @@
-/// Makes and takes away visuals of whole simulations and assemblies.
+// Makes and takes away visuals of whole simulations and assemblies.
 #include "platform/hyxOSG/application/render_proxy_factory.h"
 
 #include "platform/hyxOSG/visuals/create_visual.h"

@@ -1,4 +1,4 @@
-/// Builds the application's groups and moves scenes in and out.
+// Builds the application's groups and moves scenes in and out.
 #include "reference/hyxOSG/application/scene_graph.h"
 
 #include "platform/hyxOSG/application/example_application.h"

@@ -1,4 +1,4 @@
-/// The groups that an application draws.
+// The groups that an application draws.
 #pragma once
 
 #include "platform/hyx/values/affine_matrix4x4.h"

@@ -1,4 +1,4 @@
-/// Keys of scenes, and the scene description's constructors.
+// Keys of scenes, and the scene description's constructors.
 #include "reference/hyxOSG/application/scene_list.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-/// The scenes that an application can build.
+// The scenes that an application can build.
 #pragma once
 
 #include "platform/hyxOSG/application/scene_description.h"

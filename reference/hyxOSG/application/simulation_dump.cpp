@@ -1,4 +1,4 @@
-/// Turns a simulation's state into JSON.
+// Turns a simulation's state into JSON.
 #include "reference/hyxOSG/application/simulation_dump.h"
 
 #include "platform/hyxSDK/simulation.h"

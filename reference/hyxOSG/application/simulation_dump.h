@@ -1,4 +1,4 @@
-/// Writes the state of a simulation after each step.
+// Writes the state of a simulation after each step.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-/// The application's choice of the simulation's solver.
+// The application's choice of the simulation's solver.
 #include "reference/hyxOSG/application/application_implementation.h"
 
 #include <strings.h>

@@ -1,4 +1,4 @@
-/// Drives the scene-graph library's viewer.
+// Drives the scene-graph library's viewer.
 #include "reference/hyxOSG/application/viewer_window.h"
 
 #include <stdexcept>

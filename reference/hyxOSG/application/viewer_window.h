@@ -1,4 +1,4 @@
-/// The viewer of an application and its window.
+// The viewer of an application and its window.
 #pragma once
 
 #include "reference/machinery/context/frame_fence.h"

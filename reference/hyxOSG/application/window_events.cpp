@@ -1,4 +1,4 @@
-/// Follows the events of the window.
+// Follows the events of the window.
 #include "reference/hyxOSG/application/window_events.h"
 
 #include "platform/hyx/objects/notify.h"

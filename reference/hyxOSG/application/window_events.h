@@ -1,4 +1,4 @@
-/// Keys and window changes of an application.
+// Keys and window changes of an application.
 #pragma once
 
 #include "platform/hyxOSG/application/example_application.h"

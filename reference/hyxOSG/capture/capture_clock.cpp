@@ -1,4 +1,4 @@
-/// The counting of the images that are due.
+// The counting of the images that are due.
 
 #include "reference/hyxOSG/capture/capture_clock.h"
 

@@ -1,4 +1,4 @@
-/// Finding the listeners of each event.
+// Finding the listeners of each event.
 
 #include "reference/hyxOSG/capture/embedded_events.h"
 

@@ -1,4 +1,4 @@
-/// The viewer that draws into the context of a host.
+// The viewer that draws into the context of a host.
 
 #include "platform/hyxOSG/capture/embedded_gl_window.h"
 

@@ -1,4 +1,4 @@
-/// Putting the encoder's arguments together.
+// Putting the encoder's arguments together.
 
 #include "reference/hyxOSG/capture/encoder_command.h"
 

@@ -1,4 +1,4 @@
-/// The queue of frames and the thread that empties it.
+// The queue of frames and the thread that empties it.
 
 #include "reference/hyxOSG/capture/encoder_feeder.h"
 

@@ -1,4 +1,4 @@
-/// Starting, feeding and ending the encoder's process.
+// Starting, feeding and ending the encoder's process.
 
 #include "reference/hyxOSG/capture/encoder_process.h"
 

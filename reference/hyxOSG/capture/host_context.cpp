@@ -1,4 +1,4 @@
-/// Asking for the current context, and agreeing with its host about its state.
+// Asking for the current context, and agreeing with its host about its state.
 
 #include "reference/hyxOSG/capture/host_context.h"
 

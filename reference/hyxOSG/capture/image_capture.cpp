@@ -1,4 +1,4 @@
-/// Numbered image files.
+// Numbered image files.
 
 #include "platform/hyxOSG/capture/image_capture.h"
 

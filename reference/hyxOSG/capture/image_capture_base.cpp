@@ -1,4 +1,4 @@
-/// When an image is due, and grabbing it from the frame buffer.
+// When an image is due, and grabbing it from the frame buffer.
 
 #include "platform/hyxOSG/capture/image_capture_base.h"
 

@@ -1,4 +1,4 @@
-/// Writes pictures with the scene-graph library's writers.
+// Writes pictures with the scene-graph library's writers.
 
 #include "reference/hyxOSG/capture/image_file.h"
 

@@ -1,4 +1,4 @@
-/// Copying and scaling of images.
+// Copying and scaling of images.
 
 #include "reference/hyxOSG/capture/image_pixels.h"
 

@@ -1,4 +1,4 @@
-/// Creating and checking the folder that files are written to.
+// Creating and checking the folder that files are written to.
 
 #include "reference/hyxOSG/capture/output_folder.h"
 

@@ -1,4 +1,4 @@
-/// The off-screen camera: its frame buffer, its view and its callbacks.
+// The off-screen camera: its frame buffer, its view and its callbacks.
 
 #include "platform/hyxOSG/capture/render_target.h"
 

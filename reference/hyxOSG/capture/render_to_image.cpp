@@ -1,4 +1,4 @@
-/// Reading a target back into memory.
+// Reading a target back into memory.
 
 #include "platform/hyxOSG/capture/render_to_image.h"
 

@@ -1,4 +1,4 @@
-/// A target whose result is shown by other nodes.
+// A target whose result is shown by other nodes.
 
 #include "platform/hyxOSG/capture/render_to_texture.h"
 

@@ -1,4 +1,4 @@
-/// From depths to points.
+// From depths to points.
 
 #include "platform/hyxOSG/capture/simple_depth_buffer_lidar.h"
 

@@ -1,4 +1,4 @@
-/// Video through an encoder process.
+// Video through an encoder process.
 
 #include "platform/hyxOSG/capture/video_ffmpeg_pipe_capture.h"
 

@@ -1,4 +1,4 @@
-/// Which nodes show a geometry, so that they are found without a walk through the scene.
+// Which nodes show a geometry, so that they are found without a walk through the scene.
 #pragma once
 
 #include <unordered_map>

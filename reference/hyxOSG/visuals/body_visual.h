@@ -1,4 +1,4 @@
-/// The visual of one body with all that may be chosen about it.
+// The visual of one body with all that may be chosen about it.
 #pragma once
 
 namespace osg {

@@ -1,4 +1,4 @@
-/// Nodes that take their place from something that moves.
+// Nodes that take their place from something that moves.
 #pragma once
 
 #include <osg/MatrixTransform>

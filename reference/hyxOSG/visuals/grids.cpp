@@ -1,4 +1,4 @@
-/// Grids in the plane and in space.
+// Grids in the plane and in space.
 
 #include "platform/hyxOSG/visuals/grid_axes.h"
 #include "reference/machinery/meshes/conversions.h"

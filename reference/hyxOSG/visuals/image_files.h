@@ -1,4 +1,4 @@
-/// Image files as textures.
+// Image files as textures.
 #pragma once
 
 #include <osg/Image>

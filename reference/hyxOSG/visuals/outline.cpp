@@ -1,4 +1,4 @@
-/// Silhouette lines around nodes.
+// Silhouette lines around nodes.
 
 #include "platform/hyxOSG/visuals/render_state.h"
 #include "reference/machinery/meshes/stencil_buffer.h"

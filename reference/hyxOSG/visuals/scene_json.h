@@ -1,4 +1,4 @@
-/// Scenes as JSON text.
+// Scenes as JSON text.
 #pragma once
 
 #include "platform/hyx/bodies/material.h"

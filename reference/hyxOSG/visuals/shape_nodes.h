@@ -1,4 +1,4 @@
-/// The look of collision shapes: one mesh for all shapes of the same form, fitted by a transform.
+// The look of collision shapes: one mesh for all shapes of the same form, fitted by a transform.
 #pragma once
 
 #include "platform/hyxCollide/shape.h"

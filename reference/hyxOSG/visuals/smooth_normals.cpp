@@ -1,4 +1,4 @@
-/// Smooth shading of meshes.
+// Smooth shading of meshes.
 
 #include "platform/hyxOSG/nodes/geometry_node.h"
 #include "platform/hyxOSG/visuals/render_state.h"

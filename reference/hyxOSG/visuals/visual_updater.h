@@ -1,4 +1,4 @@
-/// Visuals that come and go with a simulation's bodies.
+// Visuals that come and go with a simulation's bodies.
 #pragma once
 
 #include "platform/hyxSDK/event_listener.h"

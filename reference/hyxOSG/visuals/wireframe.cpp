@@ -1,4 +1,4 @@
-/// Edges instead of faces.
+// Edges instead of faces.
 
 #include "platform/hyxOSG/visuals/render_state.h"
 #include "reference/machinery/shading/node_state.h"

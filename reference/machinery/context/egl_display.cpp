@@ -1,4 +1,4 @@
-/// Chooses the EGL display by trying a context on each candidate.
+// Chooses the EGL display by trying a context on each candidate.
 #include "reference/machinery/context/egl_display.h"
 
 #include <cstring>

@@ -1,4 +1,4 @@
-/// The EGL display that off-screen windows draw with.
+// The EGL display that off-screen windows draw with.
 #pragma once
 
 #include "reference/machinery/context/egl_library.h"

@@ -1,4 +1,4 @@
-/// Loads libEGL and the addresses of its functions.
+// Loads libEGL and the addresses of its functions.
 #include "reference/machinery/context/egl_library.h"
 
 #include <dlfcn.h>

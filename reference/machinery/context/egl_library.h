@@ -1,4 +1,4 @@
-/// The EGL library, found at run time, so that programs start without it.
+// The EGL library, found at run time, so that programs start without it.
 #pragma once
 
 #define EGL_NO_X11

@@ -1,4 +1,4 @@
-/// The off-screen window's life: context, surface, resize, close.
+// The off-screen window's life: context, surface, resize, close.
 #include "reference/machinery/context/egl_window.h"
 
 #include "reference/machinery/context/egl_display.h"

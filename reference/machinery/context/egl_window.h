@@ -1,4 +1,4 @@
-/// An off-screen window over an EGL pixel buffer.
+// An off-screen window over an EGL pixel buffer.
 #pragma once
 
 #include "reference/machinery/context/egl_library.h"

@@ -1,4 +1,4 @@
-/// Fence objects of the driver, where it has them.
+// Fence objects of the driver, where it has them.
 #include "reference/machinery/context/frame_fence.h"
 
 #include <osg/State>

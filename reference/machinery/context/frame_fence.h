@@ -1,4 +1,4 @@
-/// Keeps drawing at most one frame behind the caller.
+// Keeps drawing at most one frame behind the caller.
 #pragma once
 
 #include <osg/GLExtensions>

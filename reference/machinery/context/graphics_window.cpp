@@ -1,4 +1,4 @@
-/// Chooses between a window on the display and an off-screen one.
+// Chooses between a window on the display and an off-screen one.
 #include "reference/machinery/context/graphics_window.h"
 
 #include "reference/machinery/context/egl_window.h"

@@ -1,4 +1,4 @@
-/// Windows to draw into: on the display where there is one, else off-screen.
+// Windows to draw into: on the display where there is one, else off-screen.
 #pragma once
 
 #include <osg/ref_ptr>

@@ -1,4 +1,4 @@
-/// Asks the X server once.
+// Asks the X server once.
 #include "reference/machinery/context/x_display.h"
 
 #include <dlfcn.h>

@@ -1,4 +1,4 @@
-/// The display of the windowing system.
+// The display of the windowing system.
 #pragma once
 
 namespace hyxOSG {

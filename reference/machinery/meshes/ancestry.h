@@ -1,4 +1,4 @@
-/// Who stands above whom in the scene.
+// Who stands above whom in the scene.
 #pragma once
 
 #include <osg/Group>

@@ -1,4 +1,4 @@
-/// Values of the physics library as values of the scene graph and back.
+// Values of the physics library as values of the scene graph and back.
 #pragma once
 
 #include "platform/hyx/values/affine_matrix4x4.h"

@@ -1,4 +1,4 @@
-/// Triangle meshes for the renderer, built vertex by vertex.
+// Triangle meshes for the renderer, built vertex by vertex.
 #pragma once
 
 #include <osg/Geometry>

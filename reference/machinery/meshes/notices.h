@@ -1,4 +1,4 @@
-/// Notices of why something could not be done.
+// Notices of why something could not be done.
 #pragma once
 
 #include "platform/hyx/objects/notify.h"

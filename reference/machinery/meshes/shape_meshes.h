@@ -1,4 +1,4 @@
-/// Meshes of the basic shapes, one for each combination of form and fineness.
+// Meshes of the basic shapes, one for each combination of form and fineness.
 #pragma once
 
 #include <osg/Geometry>

@@ -1,4 +1,4 @@
-/// Many spheres in one draw call.
+// Many spheres in one draw call.
 #pragma once
 
 #include "platform/hyxOSG/nodes/particle_system_drawable.h"

@@ -1,4 +1,4 @@
-/// Meshes of collision shapes that are given by their points.
+// Meshes of collision shapes that are given by their points.
 #pragma once
 
 #include <osg/Geometry>

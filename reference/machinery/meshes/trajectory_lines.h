@@ -1,4 +1,4 @@
-/// The ways of many moving things as lines, each with its newest points.
+// The ways of many moving things as lines, each with its newest points.
 #pragma once
 
 #include <osg/Geometry>

@@ -1,4 +1,4 @@
-/// Model files that the scene-graph library has no reader for, or no good one, through the asset importer.
+// Model files that the scene-graph library has no reader for, or no good one, through the asset importer.
 
 #include "reference/machinery/meshes/mesh_builder.h"
 #include "reference/machinery/model_files/only_reader.h"

@@ -1,4 +1,4 @@
-/// Readers that stand in for plugins of the scene-graph library.
+// Readers that stand in for plugins of the scene-graph library.
 #pragma once
 
 #include <osgDB/Registry>

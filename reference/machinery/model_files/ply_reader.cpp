@@ -1,5 +1,5 @@
-/// Polygon files (PLY, text and both binary orders). Made for damaged files: every count is checked against what the
-/// file can hold before anything is allocated.
+// Polygon files (PLY, text and both binary orders). Made for damaged files: every count is checked against what the
+// file can hold before anything is allocated.
 
 #include "reference/machinery/meshes/mesh_builder.h"
 #include "reference/machinery/model_files/only_reader.h"

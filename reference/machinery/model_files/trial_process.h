@@ -1,5 +1,5 @@
 // Trying out what may crash.
-/// Runs something that may crash in a process of its own first.
+// Runs something that may crash in a process of its own first.
 #pragma once
 
 #include <functional>

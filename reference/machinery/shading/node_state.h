@@ -1,4 +1,4 @@
-/// State sets of nodes that may share them with other nodes.
+// State sets of nodes that may share them with other nodes.
 #pragma once
 
 #include <osg/Material>

@@ -1,5 +1,5 @@
-/// The shader program for surfaces with more than a colour texture. Its parts are switched on by defines of the state
-/// set, so that one program object serves all combinations.
+// The shader program for surfaces with more than a colour texture. Its parts are switched on by defines of the state
+// set, so that one program object serves all combinations.
 #pragma once
 
 #include "platform/hyxOSG/visuals/texture_mode.h"

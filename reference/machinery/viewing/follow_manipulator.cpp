@@ -1,4 +1,4 @@
-/// Puts the orbit of the base class into the frame of a node.
+// Puts the orbit of the base class into the frame of a node.
 #include "reference/machinery/viewing/follow_manipulator.h"
 
 #include <cmath>

@@ -1,4 +1,4 @@
-/// An orbit camera around a moving node.
+// An orbit camera around a moving node.
 #pragma once
 
 #include <osg/observer_ptr>

@@ -1,4 +1,4 @@
-/// Window events as calls of listeners.
+// Window events as calls of listeners.
 #include "reference/machinery/viewing/listener_bridge.h"
 
 #include <osg/Camera>

@@ -1,4 +1,4 @@
-/// Tells the library's own listeners of the events of a window.
+// Tells the library's own listeners of the events of a window.
 #pragma once
 
 #include "platform/hyxSDK/gui_event_listener.h"

@@ -1,0 +1,112 @@
+// Puts the parts of a decorator together, and keeps them as they were set.
+#include "reference/hyxOSG/decoration/scene_decorator_implementation.h"
+
+#include "platform/hyxOSG/application/example_application.h"
+#include "reference/hyxOSG/decoration/screen_layer.h"
+#include "reference/hyxOSG/decoration/shadow_method.h"
+#include "reference/hyxOSG/decoration/shadow_volume.h"
+#include "reference/machinery/meshes/notices.h"
+
+#include <osg/LightModel>
+
+#include <utility>
+
+namespace hyxOSG {
+namespace {
+
+constexpr int overlayBin = 1000;
+
+// Programs read unit 0 on every surface, also where no texture is set.
+osg::ref_ptr<osg::Texture2D> createWhiteTexture() {
+    osg::ref_ptr<osg::Image> image = new osg::Image;
+    image->allocateImage(1, 1, 1, GL_RGBA, GL_UNSIGNED_BYTE);
+    image->setColor(osg::Vec4(1, 1, 1, 1), 0, 0);
+    osg::ref_ptr<osg::Texture2D> texture = new osg::Texture2D(image);
+    texture->setFilter(osg::Texture2D::MIN_FILTER, osg::Texture2D::NEAREST);
+    texture->setFilter(osg::Texture2D::MAG_FILTER, osg::Texture2D::NEAREST);
+    return texture;
+}
+
+osg::ref_ptr<osg::LightModel> createLightModel() {
+    osg::ref_ptr<osg::LightModel> model = new osg::LightModel;
+    model->setAmbientIntensity(osg::Vec4(0.3f, 0.3f, 0.3f, 1));
+    model->setColorControl(osg::LightModel::SEPARATE_SPECULAR_COLOR);
+    return model;
+}
+
+} // namespace
+
+SceneDecorator::Implementation::Implementation(int width, int height, int mapSize)
+    : window(width, height),
+      shadowMapSize(static_cast<unsigned int>(mapSize)),
+      overlay(decorator::createScreenLayer(overlayBin)),
+      whiteTexture(createWhiteTexture()) {
+    scene->setName("SceneDecorator scene");
+    shadowed->setName("SceneDecorator shadowed scene");
+    unshadowed->setName("SceneDecorator non-shadowed scene");
+    hud->setName("SceneDecorator head-up display");
+    overlay->setName("SceneDecorator overlay");
+    osg::StateSet* state = scene->getOrCreateStateSet();
+    state->setMode(GL_LIGHTING, osg::StateAttribute::ON);
+    state->setAttribute(SceneDecorator::getDefaultDecoratorMaterial());
+    state->setAttribute(createLightModel());
+    state->setTextureAttributeAndModes(decorator::BASE_TEXTURE_UNIT, whiteTexture);
+    scene->addChild(lights.node());
+    scene->addChild(decorator::createEyePositionGenerator());
+    scene->addChild(lit);
+    lit->addChild(shadowed);
+    lit->addChild(aside);
+    aside->addChild(unshadowed);
+    overlay->getOrCreateStateSet()->setMode(GL_BLEND, osg::StateAttribute::ON);
+    for (osg::Node* node : {logo.node(), rows.node(), static_cast<osg::Node*>(hud.get()), cursor.node()})
+        overlay->addChild(node);
+    hud->setDataVariance(osg::Object::DYNAMIC);
+    background.setDrawCallback(shadowSupport);
+    updateLights();
+    updateParts();
+}
+
+decorator::ShadingOptions SceneDecorator::Implementation::shading() const {
+    decorator::ShadingOptions options;
+    options.lights = lights.enabled();
+    options.shadowLight = lights.shadowLight();
+    options.perPixelHighlights = shaderState && perPixelHighlights;
+    return options;
+}
+
+void SceneDecorator::Implementation::updateParts() {
+    background.node()->setNodeMask(enabled ? ExampleApplication::DECORATOR_MASK : 0u);
+    overlay->setNodeMask(enabled ? ExampleApplication::HUD_MASK : 0u);
+    lit->setStateSet(shaderState ? decorator::createShadingState(shading()) : osg::ref_ptr<osg::StateSet>());
+    bool const shadows = enabled && shadowsEnabled;
+    drawnMethod = shadows ? decorator::nearestMethod(method, shadowSupport->support()) : NO_SHADOWS;
+    if (shadows)
+        warnOfReplacement();
+    aside->setStateSet(drawnMethod == SHADOWVOLUME ? decorator::ShadowVolume::leaveOutState()
+                                                   : osg::ref_ptr<osg::StateSet>());
+    shadowed->setShadowTechnique(
+        decorator::createShadowTechnique(drawnMethod, shading(), shadowMapSize, lights.light(lights.shadowLight())));
+}
+
+void SceneDecorator::Implementation::followSupport() {
+    if (enabled && shadowsEnabled && drawnMethod != decorator::nearestMethod(method, shadowSupport->support()))
+        updateParts();
+}
+
+void SceneDecorator::Implementation::warnOfReplacement() {
+    if (drawnMethod == method || std::exchange(replacedMethod, method) == method)
+        return;
+    warn("the graphics driver cannot do shadow method " + std::to_string(static_cast<int>(method)) +
+         (drawnMethod == NO_SHADOWS
+              ? "; there are no shadows"
+              : "; method " + std::to_string(static_cast<int>(drawnMethod)) + " stands in for it"));
+}
+
+void SceneDecorator::Implementation::layOut() {
+    overlay->setProjectionMatrixAsOrtho(0, window.x(), 0, window.y(), -1000, 1000);
+    logo.layOut(window, pixelScale);
+    rows.layOut(window, pixelScale);
+    cursor.layOut(pixelScale);
+}
+
+} // namespace hyxOSG
