@@ -28,3 +28,10 @@ def read_picture(path):
 def difference(one, other):
     """The number of pixels that differ clearly."""
     return int((abs(one - other).max(axis=2) > 24).sum())
+
+
+def steps_of(app, frames):
+    before = app.getTimeStamp()
+    for _ in range(frames):
+        app.executeOneStepWithoutGraphics()
+    return round((app.getTimeStamp() - before) / app.getTimeStep())

@@ -36,7 +36,7 @@ public:
     virtual SwigPyIterator* copy() const = 0;
 
     // Keeps the Python object of the sequence alive as long as this iterator.
-    void hold(PyObject* sequence) { _seq = SwigPtr_PyObject::share(sequence); }
+    void hold(PyObject* sequence) { sequence_ = SwigPtr_PyObject::share(sequence); }
 
     PyObject* next();
 
@@ -65,7 +65,7 @@ protected:
     SwigPyIterator(SwigPyIterator const&) = default;
 
 private:
-    SwigPtr_PyObject _seq; // empty for an iterator that native code has made
+    SwigPtr_PyObject sequence_; // empty for an iterator that native code has made
 };
 
 template <class OutIter>

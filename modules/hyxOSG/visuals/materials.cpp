@@ -14,17 +14,17 @@
 namespace {
 
 template <class Value>
-void setUniform(osg::Node* node, std::string const& name, Value value) {
+void set_uniform(osg::Node* node, std::string const& name, Value value) {
     if (node)
         node->getOrCreateStateSet()->addUniform(new osg::Uniform(name.c_str(), value), osg::StateAttribute::ON);
 }
 
 void setUniformFloat(osg::Node* node, std::string const& name, float value) {
-    setUniform(node, name, value);
+    set_uniform(node, name, value);
 }
 
 void setUniformInt(osg::Node* node, std::string const& name, int value) {
-    setUniform(node, name, value);
+    set_uniform(node, name, value);
 }
 
 constexpr Declared materials_rows[] = {

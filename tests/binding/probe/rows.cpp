@@ -13,11 +13,11 @@
 
 namespace {
 
-hyxOSG::Panel* makePanel(osg::Group* hud, void const* key) {
+hyxOSG::Panel* make_panel(osg::Group* hud, void const* key) {
     return new hyxOSG::Panel(hud, key);
 }
 
-void deletePanel(hyxOSG::Panel* panel) {
+void delete_panel(hyxOSG::Panel* panel) {
     delete panel;
 }
 
@@ -26,7 +26,7 @@ hyx::Referenced* borrow(hyx::Referenced* object) {
     return object;
 }
 
-osg::Node* borrowNode(osg::Node* node) {
+osg::Node* borrow_node(osg::Node* node) {
     return node;
 }
 
@@ -40,29 +40,29 @@ osg::Group* build(hyxSDK::Simulation* simulation, hyxOSG::ExampleApplication* ap
     return group;
 }
 
-osg::Group* buildTower(hyxSDK::Simulation* simulation, hyxOSG::ExampleApplication* application) {
+osg::Group* build_tower(hyxSDK::Simulation* simulation, hyxOSG::ExampleApplication* application) {
     return build(simulation, application, "tower");
 }
 
-osg::Group* buildHeap(hyxSDK::Simulation* simulation, hyxOSG::ExampleApplication* application) {
+osg::Group* build_heap(hyxSDK::Simulation* simulation, hyxOSG::ExampleApplication* application) {
     return build(simulation, application, "heap");
 }
 
-osg::Group* failToBuild(hyxSDK::Simulation* simulation, hyxOSG::ExampleApplication* application) {
+osg::Group* fail_to_build(hyxSDK::Simulation* simulation, hyxOSG::ExampleApplication* application) {
     build(simulation, application, "ruin")->unref();
     throw std::runtime_error("the blueprint is lost");
 }
 
-hyxOSG::BuildScenePtr nativeScene(std::string const& name) {
-    return name == "tower" ? buildTower : name == "heap" ? buildHeap : name == "ruin" ? failToBuild : nullptr;
+hyxOSG::BuildScenePtr native_scene(std::string const& name) {
+    return name == "tower" ? build_tower : name == "heap" ? build_heap : name == "ruin" ? fail_to_build : nullptr;
 }
 
 constexpr Declared functions[] = {
-    FUNCTION(makePanel, FREE(makePanel, (osg::Group*, void const*))),
-    FUNCTION(deletePanel, FREE(deletePanel, (hyxOSG::Panel*))),
+    FUNCTION(make_panel, FREE(make_panel, (osg::Group*, void const*))),
+    FUNCTION(delete_panel, FREE(delete_panel, (hyxOSG::Panel*))),
     FUNCTION(borrow, FREE(borrow, (hyx::Referenced*))),
-    FUNCTION(borrowNode, FREE(borrowNode, (osg::Node*))),
-    FUNCTION(nativeScene, FREE(nativeScene, (std::string const&))),
+    FUNCTION(borrow_node, FREE(borrow_node, (osg::Node*))),
+    FUNCTION(native_scene, FREE(native_scene, (std::string const&))),
 };
 
 } // namespace

@@ -83,42 +83,43 @@ T* make(A... arguments) {
     return object;
 }
 
-hyxOSG::CableDamageRenderer* throwingCableDamageRenderer(hyxCable::CableDamage* damage, osg::Group* parent) {
+hyxOSG::CableDamageRenderer* throwing_cable_damage_renderer(hyxCable::CableDamage* damage, osg::Group* parent) {
     return make<CableDamageRenderer>(damage, 0.01, parent);
 }
 
-hyxOSG::DeformableHeightFieldRenderer* throwingDeformableHeightFieldRenderer() {
+hyxOSG::DeformableHeightFieldRenderer* throwing_deformable_height_field_renderer() {
     return make<DeformableHeightFieldRenderer>(nullptr, nullptr);
 }
 
-hyxOSG::ExampleApplicationListener* throwingExampleApplicationListener() {
+hyxOSG::ExampleApplicationListener* throwing_example_application_listener() {
     return make<ExampleApplicationListener>();
 }
 
-hyxOSG::PickHandler* throwingPickHandler() {
+hyxOSG::PickHandler* throwing_pick_handler() {
     return make<PickHandler>(nullptr, nullptr);
 }
 
-hyxOSG::PressureFieldRenderer* throwingPressureFieldRenderer(osg::Group* root) {
+hyxOSG::PressureFieldRenderer* throwing_pressure_field_renderer(osg::Group* root) {
     return make<PressureFieldRenderer>(root);
 }
 
-hyxOSG::SplineRenderer* throwingSplineRenderer(hyxUtil::Spline* spline, osg::Group* parent) {
+hyxOSG::SplineRenderer* throwing_spline_renderer(hyxUtil::Spline* spline, osg::Group* parent) {
     return make<SplineRenderer>(spline, parent);
 }
 
-hyxOSG::SplineRendererOld* throwingSplineRendererOld(hyxUtil::Spline* spline, osg::Group* parent) {
+hyxOSG::SplineRendererOld* throwing_spline_renderer_old(hyxUtil::Spline* spline, osg::Group* parent) {
     return make<SplineRendererOld>(spline, parent);
 }
 
 constexpr Declared functions[] = {
-    FUNCTION(throwingCableDamageRenderer, FREE(throwingCableDamageRenderer, (hyxCable::CableDamage*, osg::Group*))),
-    FUNCTION(throwingDeformableHeightFieldRenderer, FREE(throwingDeformableHeightFieldRenderer, ())),
-    FUNCTION(throwingExampleApplicationListener, FREE(throwingExampleApplicationListener, ())),
-    FUNCTION(throwingPickHandler, FREE(throwingPickHandler, ())),
-    FUNCTION(throwingPressureFieldRenderer, FREE(throwingPressureFieldRenderer, (osg::Group*))),
-    FUNCTION(throwingSplineRenderer, FREE(throwingSplineRenderer, (hyxUtil::Spline*, osg::Group*))),
-    FUNCTION(throwingSplineRendererOld, FREE(throwingSplineRendererOld, (hyxUtil::Spline*, osg::Group*))),
+    FUNCTION(throwing_cable_damage_renderer,
+             FREE(throwing_cable_damage_renderer, (hyxCable::CableDamage*, osg::Group*))),
+    FUNCTION(throwing_deformable_height_field_renderer, FREE(throwing_deformable_height_field_renderer, ())),
+    FUNCTION(throwing_example_application_listener, FREE(throwing_example_application_listener, ())),
+    FUNCTION(throwing_pick_handler, FREE(throwing_pick_handler, ())),
+    FUNCTION(throwing_pressure_field_renderer, FREE(throwing_pressure_field_renderer, (osg::Group*))),
+    FUNCTION(throwing_spline_renderer, FREE(throwing_spline_renderer, (hyxUtil::Spline*, osg::Group*))),
+    FUNCTION(throwing_spline_renderer_old, FREE(throwing_spline_renderer_old, (hyxUtil::Spline*, osg::Group*))),
 };
 
 } // namespace

@@ -1,4 +1,6 @@
-"""The wrappers of listener-style methods report what the native method throws, with their place, and raise nothing of it."""
+"""The wrappers of listener-style methods report what the native method throws, with their place, and raise nothing."""
+
+import re
 
 import _hyxOSG
 import _probe
@@ -27,7 +29,7 @@ def throwing(name):
         "SplineRenderer": lambda: (hyxUtil.Spline(), osg.Group()),
         "SplineRendererOld": lambda: (hyxUtil.Spline(), osg.Group()),
     }.get(name, tuple)
-    return getattr(_probe, "throwing" + name)(*arguments())
+    return getattr(_probe, "throwing" + re.sub("([A-Z])", r"_\1", name).lower())(*arguments())
 
 
 ROWS = [

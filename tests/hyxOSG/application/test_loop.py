@@ -1,37 +1,16 @@
-"""The loop: how it runs, how it ends, how fast it goes, and who is told."""
+"""The loop: how it runs, how it ends, and how fast it goes."""
 
-import gc
 import os
 import signal
 import subprocess
 import time
 
-import _hyxOSG
 import hyx
 import hyxOSG
 import hyxSDK
 import pytest
-from application_stage import add_box
+from application_stage import add_box, steps_of
 from subprocesses import run_python
-
-
-class Recorder(hyxOSG.ExampleApplicationListener):
-    def __init__(self):
-        super().__init__()
-        self.calls = []
-
-    def preFrame(self, app):
-        self.calls.append(("pre", app.getTimeStamp()))
-
-    def postFrame(self, app):
-        self.calls.append(("post", app.getTimeStamp()))
-
-
-def steps_of(app, frames):
-    before = app.getTimeStamp()
-    for _ in range(frames):
-        app.executeOneStepWithoutGraphics()
-    return round((app.getTimeStamp() - before) / app.getTimeStep())
 
 
 def test_the_loop_ends_after_the_simulated_time(window):
@@ -88,18 +67,6 @@ def test_a_paused_application_does_not_step_but_tells_of_it(app):
     assert steps_of(app, 3) == 3
     app.setAutoStepping(False, False)
     assert events == [False, True]
-
-
-def test_pausing_can_rest_the_listeners_too(app):
-    listener = Recorder()
-    app.addListener(listener)
-    app.setAutoStepping(False)
-    assert app.getEnablePauseUpdate()
-    app.step()
-    assert len(listener.calls) == 2
-    app.setEnablePauseUpdate(False)
-    app.step()
-    assert len(listener.calls) == 2 and not app.getEnablePauseUpdate()
 
 
 def quickest(operation):
@@ -167,83 +134,6 @@ def test_simulated_time_follows_real_time(app):
     before = app.getTimeStamp()
     app.synchronizedStep(True)
     assert app.getTimeStamp() > before
-
-
-def test_listeners_are_told_before_and_after_each_frame(app):
-    listener = Recorder()
-    app.addListener(listener)
-    app.addListener(listener)
-    app.addListener(None)
-    app.step()
-    step = app.getTimeStep()
-    assert listener.calls == [("pre", 0), ("post", pytest.approx(step))]
-
-
-def test_an_error_of_a_listener_does_not_stop_the_frame(app, capfd):
-    class Failing(hyxOSG.ExampleApplicationListener):
-        def preFrame(self, app):
-            raise ValueError("no such frame")
-
-        def postFrame(self, app):
-            app.stop(3)
-
-    listener = Failing()
-    app.addListener(listener)
-    assert app.run() == 3
-    assert "ValueError: no such frame" in capfd.readouterr().err
-
-
-def test_errors_of_scripts_can_pause_the_simulation(app, capfd):
-    app.handleReactiveScriptErrors()
-    app.setStepCallback(hyx.Callback(lambda: 1 / 0))
-    app.step()
-    assert app.getAutoStepping()
-    app.handleReactiveScriptErrors()
-    assert not app.getAutoStepping()
-    assert "ZeroDivisionError" in capfd.readouterr().err
-    app.setAutoStepping(True)
-    app.handleReactiveScriptErrors()
-    assert app.getAutoStepping(), "no new error"
-    app.step()
-    app.handleReactiveScriptErrors(False)
-    app.handleReactiveScriptErrors()
-    assert app.getAutoStepping(), "the new one was let pass"
-
-
-@pytest.mark.parametrize("errors", [0, 1100])
-def test_new_errors_pause_after_others_were_forgotten(app, capfd, errors):
-    manager = hyxSDK.ScriptManager.instance()
-    app.setStepCallback(hyx.Callback(lambda: 1 / 0))
-    for _ in range(3 + errors):
-        app.stepSimulation()
-    app.handleReactiveScriptErrors(False)
-    if not errors:
-        manager.clearErrors()
-    app.stepSimulation()
-    assert manager.getNumErrors() == min(1000, 1 + errors)
-    app.handleReactiveScriptErrors()
-    assert not app.getAutoStepping()
-    manager.clearErrors()
-
-
-def test_a_listener_cannot_make_a_frame_inside_a_frame(app):
-    failures = []
-
-    class Nested(hyxOSG.ExampleApplicationListener):
-        def preFrame(self, app):
-            try:
-                app.step()
-            except RuntimeError as error:
-                failures.append(str(error))
-
-        def postFrame(self, app):
-            pass
-
-    listener = Nested()
-    app.addListener(listener)
-    app.step()
-    assert len(failures) == 1 and "already" in failures[0]
-    assert steps_of(app, 1) == 1
 
 
 def test_the_step_callback_follows_each_step(app):
@@ -372,132 +262,3 @@ def test_a_pair_that_touches_pauses_the_simulation(app, of):
 def test_the_frame_lock_is_always_the_same(app):
     assert app.getFrameMutex() is not None
     assert app.getFrameMutex() == app.getFrameMutex()
-
-
-def queue_of(app):
-    """The events of the application's window."""
-    return app.getCamera().getGraphicsWindow().getEventQueue()
-
-
-def press(app, key):
-    queue = queue_of(app)
-    queue.keyPress(key)
-    queue.keyRelease(key)
-    app.step()
-
-
-def test_escape_ends_the_loop_unless_it_must_not(window):
-    assert window.getQuitEventSetsDone()
-    window.setQuitEventSetsDone(False)
-    press(window, 0xFF1B)
-    assert not window.getQuitEventSetsDone() and not window.done()
-    window.setQuitEventSetsDone(True)
-    press(window, 0xFF1B)
-    assert window.done()
-
-
-def test_keys_pause_and_step(window):
-    press(window, ord("e"))
-    assert not window.getAutoStepping()
-    before = window.getTimeStamp()
-    press(window, ord("."))
-    assert window.getTimeStamp() == pytest.approx(before + window.getTimeStep())
-
-
-def test_a_closed_window_ends_the_loop(window):
-    queue_of(window).closeWindow()
-    window.setQuitEventSetsDone(False)
-    window.step()
-    assert not window.done()
-    window.setQuitEventSetsDone(True)
-    assert window.done()
-    with pytest.raises(RuntimeError, match="closed"):
-        window.takeScreenShot("never.png")
-
-
-class Input(hyxOSG.GuiEventListener):
-    """Remembers its events and uses keys up."""
-
-    def __init__(self):
-        super().__init__(hyxOSG.GuiEventListener.ALL)
-        self.events = []
-
-    def keyboard(self, key, modifiers, x, y, down):
-        self.events.append(("key", key, down))
-        return True
-
-    def mouse(self, button, state, x, y):
-        self.events.append(("mouse", button, state, round(x), round(y)))
-        return False
-
-    def mouseDragged(self, buttons, x, y):
-        self.events.append(("dragged", buttons, round(x), round(y)))
-        return False
-
-    def mouseMoved(self, x, y):
-        self.events.append(("moved", round(x), round(y)))
-        return False
-
-    def update(self, x, y):
-        self.events.append(("update", round(x), round(y)))
-
-
-def test_listeners_of_the_simulation_get_the_windows_events(window):
-    listener = Input()
-    window.getSimulation().add(listener)
-    window.step()
-    listener.events.clear()
-    queue = queue_of(window)
-    queue.mouseMotion(40, 30)  # from the upper left corner
-    queue.mouseButtonPress(40, 30, 1)
-    queue.mouseMotion(60, 30)
-    queue.mouseButtonRelease(60, 30, 1)
-    queue.keyPress(ord("e"))
-    window.step()
-    window.step()
-    events = [event for event in listener.events if event[0] != "update"]
-    assert [event[0] for event in events] == ["moved", "mouse", "dragged", "mouse", "key"]
-    assert [event[-2:] for event in events[:4]] == [pytest.approx((x, 90), abs=1.5) for x in (40, 40, 60, 60)]
-    assert [event[1:-2] for event in events[1:4]] == [(1, 0), (1,), (1, 1)] and events[4] == ("key", ord("e"), True)
-    assert ("update",) + events[3][-2:] in listener.events
-    assert window.getAutoStepping()  # the key was used up
-
-
-def test_a_disowned_listener_lives_with_the_application(app):
-    told = []
-
-    class Kept(hyxOSG.ExampleApplicationListener):
-        def preFrame(self, app):
-            told.append(app.getTimeStamp())
-
-    listener = Kept()
-    _hyxOSG.disown_ExampleApplicationListener(listener)
-    app.addListener(listener)
-    del listener
-    gc.collect()
-    app.step()
-    assert told == [0]
-
-
-def test_the_native_call_of_a_listener_reaches_its_override(app):
-    recorder = Recorder()
-    handle = recorder.this  # not the object itself: for that the call is one of the override, upwards
-    _hyxOSG.ExampleApplicationListener_preFrame(handle, app)
-    _hyxOSG.ExampleApplicationListener_postFrame(handle, app)
-    assert recorder.calls == [("pre", 0), ("post", 0)]
-    hyxOSG.ExampleApplicationListener.preFrame(recorder, app)
-    assert len(recorder.calls) == 2
-
-
-def test_a_listener_without_overrides_does_nothing(app):
-    listener = hyxOSG.ExampleApplicationListener()
-    listener.preFrame(app)
-    listener.postFrame(app)
-
-    class Silent(hyxOSG.ExampleApplicationListener):
-        pass
-
-    silent = Silent()
-    for one in (listener, silent):
-        app.addListener(one)
-    assert steps_of(app, 2) == 2

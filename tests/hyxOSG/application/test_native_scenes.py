@@ -2,7 +2,7 @@
 
 import hyxOSG
 import pytest
-from _probe import nativeScene
+from _probe import native_scene
 
 
 def bodies(app):
@@ -11,7 +11,7 @@ def bodies(app):
 
 @pytest.fixture
 def scenes(app):
-    assert app.addScene(nativeScene("tower"), ord("t")) and app.addScene(nativeScene("heap"), ord("h"))
+    assert app.addScene(native_scene("tower"), ord("t")) and app.addScene(native_scene("heap"), ord("h"))
     return app
 
 
@@ -49,39 +49,39 @@ def test_reloading_builds_a_scene_anew(scenes):
 @pytest.mark.parametrize("key", [(), (77,)])
 @pytest.mark.parametrize("rest", [(), (False,), (False, 2.5), (False, 2.5, True)])
 def test_every_form_reaches_the_description(app, key, rest):
-    assert app.addScene(nativeScene("tower"), *key, *rest)
+    assert app.addScene(native_scene("tower"), *key, *rest)
     found = app.getCallback(*key) if key else app.getCallbackIdx(0)
     unittest, stop_after, slow = rest + (True, -1.0, False)[len(rest) :]
     assert (found.unittest, found.stopAfter, found.slowUnittest) == (unittest, stop_after, slow)
     assert (
-        found.isValid() and found.scene == nativeScene("tower") and (found.fileName, found.scriptFunction) == ("", "")
+        found.isValid() and found.scene == native_scene("tower") and (found.fileName, found.scriptFunction) == ("", "")
     )
 
 
 @pytest.mark.parametrize("rest", [(), (False,), (False, 2.5), (False, 2.5, True)])
 def test_descriptions_carry_the_function(app, rest):
-    made = hyxOSG.SceneDescription(nativeScene("heap"), *rest)
-    assert made.isValid() and made.scene == nativeScene("heap") and made.scene != nativeScene("tower")
+    made = hyxOSG.SceneDescription(native_scene("heap"), *rest)
+    assert made.isValid() and made.scene == native_scene("heap") and made.scene != native_scene("tower")
     assert (made.unittest, made.stopAfter, made.slowUnittest) == rest + (True, -1.0, False)[len(rest) :]
-    made.scene = nativeScene("tower")
+    made.scene = native_scene("tower")
     assert app.addScene(made, 5) and app.createSceneFromKey(5) and bodies(app) == ["tower"]
 
 
 def test_no_function_is_no_scene(app):
-    assert nativeScene("nothing") is None
-    gone = hyxOSG.SceneDescription(nativeScene("tower"))
+    assert native_scene("nothing") is None
+    gone = hyxOSG.SceneDescription(native_scene("tower"))
     gone.scene = None
     assert not gone.isValid() and not app.addScene(gone) and app.getNumScenes() == 0
     for wrong in (len, "tower", 3, hyxOSG.SceneDescription):
-        made = hyxOSG.SceneDescription(nativeScene("tower"))
+        made = hyxOSG.SceneDescription(native_scene("tower"))
         with pytest.raises(TypeError):
             made.scene = wrong
-        assert made.scene == nativeScene("tower")
+        assert made.scene == native_scene("tower")
 
 
 def test_an_exception_of_the_function_leaves_an_empty_scene(scenes):
     scenes.createSceneFromIndex(0)
-    scenes.addScene(nativeScene("ruin"), ord("r"))
+    scenes.addScene(native_scene("ruin"), ord("r"))
     with pytest.raises(RuntimeError, match="the blueprint is lost"):
         scenes.createSceneFromKey(ord("r"))
     assert bodies(scenes) == [] and scenes.getScene() is None and not scenes.m_isLoadingScene
@@ -90,5 +90,5 @@ def test_an_exception_of_the_function_leaves_an_empty_scene(scenes):
 
 def test_the_time_of_a_native_scene_ends_the_loop(app):
     app.initViewer(32, 32)
-    app.addScene(nativeScene("tower"), ord("t"), True, 0.2)
+    app.addScene(native_scene("tower"), ord("t"), True, 0.2)
     assert app.run() == 0 and app.getTimeStamp() == pytest.approx(0.2, abs=1e-6)

@@ -4,7 +4,7 @@ import math
 
 import hyx
 import pytest
-from _probe import deletePanel, makePanel
+from _probe import delete_panel, make_panel
 from decorated_stage import HEIGHT, changed, decorator, frame, near, stage
 
 
@@ -15,13 +15,13 @@ def key():
 
 @pytest.fixture
 def panel(decorator, key):
-    made = makePanel(decorator.getHud(), key)
+    made = make_panel(decorator.getHud(), key)
     made.setPosition(hyx.Vec2(60, 40))
     made.setSize(hyx.Vec2(100, 30))
     made.setColor(hyx.Vec4(1, 0, 1, 1))
     made.update()
     yield made
-    deletePanel(made)
+    delete_panel(made)
 
 
 def test_panel_is_drawn_where_it_stands(stage, panel):

@@ -113,7 +113,7 @@ def test_nodes_hold_one_reference_as_long_as_their_proxy(tmp_path, name, ending)
     holder = osg.Group()
     holder.addChild(node)
     assert node_count(node) == 2
-    seen = _probe.borrowNode(node)
+    seen = _probe.borrow_node(node)
     if ending == "deleted":
         getattr(_hyxOSG, f"delete_{name}")(node)
     else:
@@ -125,7 +125,7 @@ def test_nodes_hold_one_reference_as_long_as_their_proxy(tmp_path, name, ending)
 def test_a_decorator_keeps_its_reference_for_good():
     decorator = hyxOSG.SceneDecorator(64, 48)
     assert node_count(decorator) == 1 and not hasattr(_hyxOSG, "delete_SceneDecorator")
-    seen = _probe.borrowNode(decorator)
+    seen = _probe.borrow_node(decorator)
     del decorator
     gc.collect()
     assert node_count(seen) == 1 and seen.className() == "SceneDecorator"
