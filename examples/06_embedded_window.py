@@ -1,4 +1,4 @@
-"""Two views of one simulation inside a Qt application: the host owns the windows, forwards its input and steps the time.
+"""Two views of one simulation inside a Qt application: the host owns the windows, forwards input and steps the time.
 
     06_embedded_window.py [--seconds S] [--picture FILE]
 
@@ -23,7 +23,7 @@ COLORS = [(0.86, 0.32, 0.23), (0.95, 0.66, 0.22), (0.27, 0.55, 0.62), (0.36, 0.6
 
 
 class SimulationView(QOpenGLWidget):
-    """Shows a simulation in Qt's OpenGL context. Qt makes the context current before it calls the three GL functions."""
+    """Shows a simulation in Qt's OpenGL context. Qt makes the context current before it calls the GL functions."""
 
     def __init__(self, sim, eye):
         super().__init__()

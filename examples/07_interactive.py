@@ -152,7 +152,8 @@ def main():
         with video:
             app.run()
         print(
-            f"{video.getImageNum()} frames; the cart went to {cart.getPosition()}, a dragged box to {left_top.getPosition()}"
+            f"{video.getImageNum()} frames; the cart went to {cart.getPosition()}, "
+            f"a dragged box to {left_top.getPosition()}"
         )
     if recorder:
         options.record.write_text(json.dumps(recorder.events))

@@ -107,7 +107,8 @@ def main():
         for switch in switches:
             getattr(renderer, "set" + switch)(False)
     print(
-        f"mass kept to {abs(soil.getMass() / (before + 500) - 1):.1e}, {soil.getSoilParticles().getNumParticles()} grains"
+        f"mass kept to {abs(soil.getMass() / (before + 500) - 1):.1e}, "
+        f"{soil.getSoilParticles().getNumParticles()} grains"
     )
 
 

@@ -1,4 +1,4 @@
-"""A crane's wire lifts a load and swings it: red where the tension is highest. A cable beside it wears where it is bent.
+"""A crane's wire lifts a load and swings it: red where the tension is highest. A cable beside it wears where it bends.
 
 wire_under_tension.py [--output FOLDER] [--seconds S]
 """

@@ -17,9 +17,8 @@ def add_box(app, name="box", position=(0, 0, 0), half=0.5, static=False):
 def read_picture(path):
     """Rows of RGB, the upper row first."""
     data = path.read_bytes()
-    magic, size, most, pixels = data.split(b"\n", 3)[0], None, None, None
     fields = data.split(None, 4)
-    assert magic == b"P6" and fields[3] == b"255"
+    assert fields[0] == b"P6" and fields[3] == b"255"
     width, height = int(fields[1]), int(fields[2])
     pixels = numpy.frombuffer(data[-width * height * 3 :], numpy.uint8)
     return pixels.reshape(height, width, 3).astype(int)

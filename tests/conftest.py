@@ -1,4 +1,4 @@
-"""Every test may assume that the import root and the test modules are on the path; applications off-screen, and their pictures."""
+"""Import root and test modules on the path for every test; applications off-screen, and their pictures."""
 
 import os
 import sys
@@ -17,7 +17,7 @@ from application_stage import read_picture
 
 @pytest.fixture
 def app():
-    """An application with a simulation of its own. It lives to the end of the process, so tests look only at their own."""
+    """An application with a simulation of its own. It lives as long as the process, so tests look only at their own."""
     made = hyxOSG.ExampleApplication()
     made.init(None)
     made.initSimulation()

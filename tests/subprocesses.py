@@ -11,7 +11,7 @@ BUILD = pathlib.Path(os.environ.get("HYX_BUILD", ROOT / "build"))
 
 
 def run_python(*arguments: str, on_display: bool = False, **environment: str) -> subprocess.CompletedProcess:
-    """Runs code, when it is the only argument, or a program with its arguments; `on_display` on a display of its own."""
+    """Runs code, when it is the only argument, or a program with arguments; `on_display` on a display of its own."""
     path = os.pathsep.join(str(BUILD / folder) for folder in ("test_modules", "python"))
     variables = {**os.environ, "PYTHONPATH": path, **environment}
     command = [sys.executable, *(("-c", *arguments) if len(arguments) == 1 else arguments)]

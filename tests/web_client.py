@@ -1,4 +1,4 @@
-"""HTTP and WebSocket over one socket, for both sides of the remote control: its page, and a browser's debugging port."""
+"""HTTP and WebSocket over one socket, for both sides of the remote control: its page and a browser's debugging port."""
 
 import base64
 import json

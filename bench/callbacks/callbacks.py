@@ -76,7 +76,7 @@ def main():
         missed = ours > LIMIT * theirs
         failed |= missed
         print(
-            f"{method:20} {ours:9.1f} {theirs:9.1f} {ours / theirs:6.2f}{'  MISSED' if missed else ''} (at most {LIMIT})"
+            f"{method:20} {ours:9.1f} {theirs:9.1f} {ours / theirs:6.2f}{' MISSED' if missed else ''} (at most {LIMIT})"
         )
     sys.exit(failed)
 

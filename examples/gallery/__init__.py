@@ -1,4 +1,4 @@
-"""Tiles that show every look that can be asked for. A tile is a function that fills a stage; a sheet is some groups of tiles."""
+"""Tiles that show every look there is. A tile is a function that fills a stage; a sheet is some groups of tiles."""
 
 from gallery import (
     backgrounds,

@@ -58,7 +58,7 @@ class Stage:
         return body, paint(hyxOSG.createVisual(body, self.root), color)
 
     def furnished(self):
-        """A box and a ball that float over a ground which casts no shadow, seen from above; returns the ground's visual."""
+        """A box and a ball over a ground which casts no shadow, seen from above; returns the ground's visual."""
         _, ground = self.body(
             hyxCollide.HeightField(61, 61, 6.0, 6.0), (0, 0, 0), GREY
         )  # light is computed at its points

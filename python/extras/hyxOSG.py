@@ -47,8 +47,9 @@ class RenderToImage:
     def pixels(self) -> Any:
         """The image as a NumPy array over its own memory, no copy: each drawn frame shows in it.
 
-        Colour is uint8 of shape (height, width, channels), depth float32 of shape (height, width) from 0 at the near to 1
-        at the far plane. Row 0 is the lowest: `pixels[::-1]` is the way files have it. After a change of the size ask anew.
+        Colour is uint8 of shape (height, width, channels), depth float32 of shape (height, width) from 0 at the near to
+        1 at the far plane. Row 0 is the lowest: `pixels[::-1]` is the way files have it. Ask anew after a change of
+        the size.
         """
         import ctypes
 

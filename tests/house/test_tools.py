@@ -16,7 +16,8 @@ def find_python(**variables):
 def test_the_chosen_interpreter_is_new_enough_and_has_headers():
     chosen = find_python()
     assert chosen.returncode == 0, chosen.stderr
-    check = "import os, sys, sysconfig; print(sys.version_info >= (3, 10), os.path.exists(sysconfig.get_path('include') + '/Python.h'))"
+    check = """import os, sys, sysconfig
+print(sys.version_info >= (3, 10), os.path.exists(sysconfig.get_path('include') + '/Python.h'))"""
     assert subprocess.run([chosen.stdout.strip(), "-c", check], capture_output=True, text=True).stdout == "True True\n"
 
 

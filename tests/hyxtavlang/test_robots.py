@@ -12,16 +12,19 @@ from zmq_client import Client
 
 ARM = """<robot name="arm">
   <link name="base">
-    <visual><geometry><box size="0.4 0.4 0.2"/></geometry><material name="red"><color rgba="1 0 0 1"/></material></visual>
+    <visual><geometry><box size="0.4 0.4 0.2"/></geometry>
+      <material name="red"><color rgba="1 0 0 1"/></material></visual>
     <collision><geometry><box size="0.4 0.4 0.2"/></geometry></collision>
   </link>
   <link name="upper">
-    <inertial><origin xyz="0 0 0.5"/><mass value="2"/><inertia ixx="0.2" iyy="0.2" izz="0.01" ixy="0" ixz="0" iyz="0"/></inertial>
+    <inertial><origin xyz="0 0 0.5"/><mass value="2"/>
+      <inertia ixx="0.2" iyy="0.2" izz="0.01" ixy="0" ixz="0" iyz="0"/></inertial>
     <visual><origin xyz="0 0 0.5"/><geometry><cylinder radius="0.05" length="1"/></geometry></visual>
     <collision><origin xyz="0 0 0.5"/><geometry><cylinder radius="0.05" length="1"/></geometry></collision>
   </link>
   <link name="tip"><collision><geometry><sphere radius="0.1"/></geometry></collision></link>
-  <link name="slide"><inertial><mass value="1"/><inertia ixx="1" iyy="1" izz="1" ixy="0" ixz="0" iyz="0"/></inertial></link>
+  <link name="slide"><inertial><mass value="1"/>
+      <inertia ixx="1" iyy="1" izz="1" ixy="0" ixz="0" iyz="0"/></inertial></link>
   <joint name="shoulder" type="revolute">
     <parent link="base"/><child link="upper"/><origin xyz="0 0 0.2"/><axis xyz="0 1 0"/>
     <limit lower="-1" upper="1.5" effort="500" velocity="3"/>

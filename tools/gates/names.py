@@ -1,9 +1,9 @@
 """Checks how native code names things: one dialect for the libraries, one for the binding.
 
 platform/ and reference/ say camelCase for functions, variables and fields; private fields of classes start with m_.
-All other native code says snake_case. Types are PascalCase (in C snake_case) and macros UPPER_CASE, enumerators and constants
-UPPER_CASE or like variables. Names that an interface fixes are taken from where it stands: what platform/ declares,
-what the rows present, and the prefixes of the shared records.
+All other native code says snake_case. Types are PascalCase (in C snake_case) and macros UPPER_CASE, enumerators and
+constants UPPER_CASE or like variables. Names that an interface fixes are taken from where it stands: what platform/
+declares, what the rows present, and the prefixes of the shared records.
 """
 
 import pathlib

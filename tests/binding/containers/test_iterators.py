@@ -190,7 +190,8 @@ def test_refusals_name_the_argument():
         iterator.advance("x")
     with pytest.raises(
         TypeError,
-        match="^invalid null reference in method 'SwigPyIterator_equal', argument 2 of type 'swig::SwigPyIterator const &'$",
+        match="^invalid null reference in method 'SwigPyIterator_equal', "
+        "argument 2 of type 'swig::SwigPyIterator const &'$",
     ):
         iterator.equal(None)
     for name in ("incr", "decr"):

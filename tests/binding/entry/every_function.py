@@ -1,6 +1,6 @@
 """Calls functions of _hyxOSG with generated arguments, in a process of its own: python every_function.py HOW AREA
 
-HOW is `fitting` (arguments of the right types, null where null is allowed) or `wrong` (every argument in turn of a wrong
+HOW is `fitting` (arguments of the right types, null where null is allowed) or `wrong` (each argument in turn of a wrong
 type, too few, too many). Prints one line per surprise; a crash shows as the process's death.
 """
 
@@ -42,7 +42,8 @@ NUMBERS = {
 LEGEND = "std::vector< hyxOSG::LidarOutputRendererLegendPoint >"
 ALIASES = {
     f"{LEGEND}::value_type": "hyxOSG::LidarOutputRendererLegendPoint",
-    "std::vector< hyxOSG::LidarOutputRendererLegendPoint,std::allocator< hyxOSG::LidarOutputRendererLegendPoint > >": LEGEND,
+    "std::vector< hyxOSG::LidarOutputRendererLegendPoint,"
+    "std::allocator< hyxOSG::LidarOutputRendererLegendPoint > >": LEGEND,
     "osg::Vec2": "osg::Vec2f",
     "osg::Vec3": "osg::Vec3f",
     "osg::Vec4": "osg::Vec4f",

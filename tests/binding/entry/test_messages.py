@@ -13,7 +13,8 @@ OVERLOADS = "Wrong number or type of arguments for overloaded function '{}'.\n  
 CREATE_GRID = OVERLOADS.format("createGrid") + (
     "    hyxOSG::createGrid(unsigned int,unsigned int,osg::Vec3 const &,osg::Vec3 const &,osg::Vec3 const &,bool)\n"
     "    hyxOSG::createGrid(unsigned int,unsigned int,osg::Vec3 const &,osg::Vec3 const &,osg::Vec3 const &)\n"
-    "    hyxOSG::createGrid(unsigned int,unsigned int,hyx::Vec3 const &,hyx::Vec3 const &,hyx::Vec3 const &,osg::Group *)\n"
+    "    hyxOSG::createGrid(unsigned int,unsigned int,hyx::Vec3 const &,hyx::Vec3 const &,hyx::Vec3 const &,"
+    "osg::Group *)\n"
 )
 NEW_TEXT = OVERLOADS.format("new_Text") + (
     "    hyxOSG::Text::Text()\n"

@@ -53,7 +53,7 @@ def test_the_task_profile_counts_and_sums(traced):
 
 def test_the_dump_has_the_state_after_each_step(app, tmp_path, monkeypatch):
     monkeypatch.chdir(tmp_path)
-    body = add_box(app, "box", (0, 0, 2))
+    add_box(app, "box", (0, 0, 2))
     assert not app.getEnableSimulationDump()
     app.setEnableSimulationDump(True)
     assert app.getEnableSimulationDump()

@@ -24,7 +24,7 @@ def still(sim, app):
 
 @pytest.fixture
 def run(tmp_path, capfd):
-    """Adds scenes as (function, unittest, stopAfter, slowUnittest); gives the exit code, the lines printed and the times."""
+    """Adds scenes as (function, unittest, stopAfter, slowUnittest); gives exit code, printed lines and times."""
     script = tmp_path / "scenes.py"
     script.write_text(SCENES)
 

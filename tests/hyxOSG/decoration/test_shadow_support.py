@@ -1,4 +1,4 @@
-"""Where the graphics driver cannot make the chosen shadows, the nearest that it can make are drawn, with one warning."""
+"""Where the graphics driver cannot make the chosen shadows, the nearest that it can are drawn, with one warning."""
 
 import json
 import pathlib

@@ -1,4 +1,4 @@
-"""Who holds an object that Python constructed, counted for every class: after construction, and after its proxy has gone."""
+"""Who holds an object that Python constructed: counted for every class, while its proxy is there and afterwards."""
 
 import gc
 import os

@@ -61,7 +61,7 @@ class Playground:
         return listener
 
     def add_ball(self, y):
-        """A ball before the box or behind it, visible, since what is picked in the window lies between the camera's planes."""
+        """A ball before the box or behind it, visible, since what the window picks lies between the camera's planes."""
         ball = hyx.RigidBody(hyxCollide.Geometry(hyxCollide.Sphere(0.5)))
         ball.setPosition(hyx.Vec3(0, y, 0))
         self.simulation.add(ball)
@@ -72,7 +72,7 @@ class Playground:
 
     @property
     def events(self):
-        """The queue of the window: what is put here takes the road of every real event. Its Y runs downwards, `up` turns
+        """The queue of the window: what is put here goes the way of real events. Its Y runs downwards, `up` turns
         a height into it."""
         return self.app.getCamera().getGraphicsWindow().getEventQueue()
 

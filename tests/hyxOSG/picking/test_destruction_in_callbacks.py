@@ -1,4 +1,4 @@
-"""Callbacks may end their listener, their simulation, their window or their application while these are calling them."""
+"""Callbacks may end their listener, their simulation, their window or their application while these call them."""
 
 import collections
 import pathlib

@@ -1,4 +1,4 @@
-"""Python subclasses stand in for native virtual functions: what they get, what they may return, and how they may fail."""
+"""Python subclasses stand in for native virtual functions: what they get, what they may return, how they may fail."""
 
 import _hyxOSG
 import hyx

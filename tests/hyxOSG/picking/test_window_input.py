@@ -1,4 +1,4 @@
-"""Keys, buttons and the pointer of a display reach a Python listener, and so do the same moves in the window's queue."""
+"""Keys, buttons and the pointer of a display reach a Python listener, and so do the same ones in the window's queue."""
 
 import functools
 import json

@@ -50,7 +50,7 @@ def resting_box(stage, x=0.0):
 
 
 def hanging_rod(stage):
-    """A rod held level against its weight by the motor of a hinge about the Y axis; the torque is that of the weight."""
+    """A rod held level against its weight by the motor of a hinge about the Y axis, whose torque is the weight's."""
     rod = hyx.RigidBody(hyxCollide.Geometry(hyxCollide.Box(0.5, 0.05, 0.05)))
     rod.setMass(MASS)
     rod.setPosition(hyx.Vec3(0.5, 0, 0))

@@ -293,7 +293,8 @@ def test_both_native_operations_are_listed(lidar):
     assert str(refusal.value) == (
         "Wrong number or type of arguments for overloaded function 'LidarOutputRenderer_setIntensityColorFunction'.\n"
         "  Possible C/C++ prototypes are:\n"
-        "    hyxOSG::LidarOutputRenderer::setIntensityColorFunction(hyxOSG::LidarOutputRenderer::IntensityState::ColorFunc)\n"
+        "    hyxOSG::LidarOutputRenderer::setIntensityColorFunction("
+        "hyxOSG::LidarOutputRenderer::IntensityState::ColorFunc)\n"
         "    hyxOSG::LidarOutputRenderer::setIntensityColorFunctionReplacement("
         "hyxOSG::LidarOutputRendererColorFunctionCallback *)\n"
     )

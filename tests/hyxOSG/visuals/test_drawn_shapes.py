@@ -157,16 +157,16 @@ def test_axes_follow_what_they_are_attached_to(studio):
     frame = hyx.Frame(hyx.AffineMatrix4x4(hyx.Vec3(0, 0, 5)))
     local = hyx.AffineMatrix4x4(hyx.Vec3(1, 0, 0))
     root = studio.root
-    axes = {
-        (2, 0, 0): hyxOSG.createAxes(body, local, root),
-        (1, 0, 0): hyxOSG.createAxes(body, None, root, 2.0),
-        (2, 0, 0.0): hyxOSG.createAxes(geometry, local, root, 1.0, 0.5),
-        (0, 0, 5): hyxOSG.createAxes(geometry, frame, root),
-        (0, 7, 0): hyxOSG.createAxes(hyx.AffineMatrix4x4(hyx.Vec3(0, 7, 0)), root),
-    }
+    axes = [
+        ((2, 0, 0), hyxOSG.createAxes(body, local, root)),
+        ((1, 0, 0), hyxOSG.createAxes(body, None, root, 2.0)),
+        ((2, 0, 0), hyxOSG.createAxes(geometry, local, root, 1.0, 0.5)),
+        ((0, 0, 5), hyxOSG.createAxes(geometry, frame, root)),
+        ((0, 7, 0), hyxOSG.createAxes(hyx.AffineMatrix4x4(hyx.Vec3(0, 7, 0)), root)),
+    ]
     body.setPosition(hyx.Vec3(1, 0, 0))
     studio.picture()
-    for place, node in axes.items():
+    for place, node in axes:
         assert list(node.getMatrix().getTrans()) == pytest.approx(place)
 
 

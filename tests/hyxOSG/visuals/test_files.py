@@ -205,7 +205,8 @@ def test_scene_files_need_a_simulation_and_a_known_kind(tmp_path):
 
 
 def test_a_robot_is_read_into_the_simulation(tmp_path):
-    robot = """<robot name="one"><link name="base"><inertial><mass value="2"/><inertia ixx="1" ixy="0" ixz="0" iyy="1" iyz="0" izz="1"/>
+    robot = """<robot name="one"><link name="base"><inertial><mass value="2"/>
+    <inertia ixx="1" ixy="0" ixz="0" iyy="1" iyz="0" izz="1"/>
     </inertial><collision><geometry><box size="1 1 1"/></geometry></collision>
     <visual><geometry><box size="1 1 1"/></geometry></visual></link></robot>"""
     simulation, root = hyxSDK.Simulation(), osg.Group()

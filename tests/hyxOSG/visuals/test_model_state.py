@@ -10,12 +10,15 @@ from subprocesses import run_python
 
 COLLADA = """<?xml version="1.0"?>
 <COLLADA xmlns="http://www.collada.org/2005/11/COLLADASchema" version="1.4.1">
-<library_lights><light id="lamp"><technique_common><point><color>0 1 0</color></point></technique_common></light></library_lights>
+<library_lights><light id="lamp"><technique_common><point><color>0 1 0</color></point></technique_common></light>
+</library_lights>
 <library_geometries><geometry id="mesh"><mesh>
 <source id="p"><float_array id="pa" count="9">0 0 0 1 0 0 0 1 0</float_array><technique_common>
-<accessor source="#pa" count="3" stride="3"><param name="X" type="float"/><param name="Y" type="float"/><param name="Z" type="float"/>
+<accessor source="#pa" count="3" stride="3"><param name="X" type="float"/><param name="Y" type="float"/>
+<param name="Z" type="float"/>
 </accessor></technique_common></source><vertices id="v"><input semantic="POSITION" source="#p"/></vertices>
-<triangles count="1"><input semantic="VERTEX" source="#v" offset="0"/><p>0 1 2</p></triangles></mesh></geometry></library_geometries>
+<triangles count="1"><input semantic="VERTEX" source="#v" offset="0"/><p>0 1 2</p></triangles></mesh></geometry>
+</library_geometries>
 <library_visual_scenes><visual_scene id="scene"><node><translate>0 -6 0</translate><instance_light url="#lamp"/></node>
 <node><instance_geometry url="#mesh"/></node></visual_scene></library_visual_scenes>
 <scene><instance_visual_scene url="#scene"/></scene></COLLADA>
