@@ -50,32 +50,31 @@ def test_forgotten_errors_are_gone_for_all_who_ask(manager):
     assert len(kept) == 2
 
 
-def test_errors_that_a_script_can_catch_are_not_kept(manager):
-    with pytest.raises(ZeroDivisionError):
-        hyx.Callback(lambda: 1 / 0)()
-    assert not manager.hasErrors()
+def test_the_error_of_a_callback_is_kept_with_the_line_that_raised_it(manager):
+    hyx.Callback(lambda: 1 / 0)()
+    ((_, message, traceback),) = manager.getErrors()
+    assert message == "ZeroDivisionError: division by zero"
+    assert "test_script_manager.py" in traceback and "1 / 0" in traceback
 
 
 PREPARED = """
-import sys
 import hyxSDK
-
-folders = [{scripts!r}, {modules!r}]
-for _ in range(2):
-    manager = hyxSDK.ScriptManager.instance(*folders, {start!r}, False)
-assert [folder for folder in sys.path if folder in folders], sys.path
-assert manager.hasErrors() is {fails}, manager.getErrors()
-import of_scripts, of_modules
-print(runs)
+hyxSDK.ScriptManager.instance({scripts!r}, {modules!r}, {start!r}, False)
+import both, of_modules
+print(runs, both.place, of_modules.place)
 """
 
 
-@pytest.mark.parametrize("line, fails", [("", False), ("raise ValueError('no start')", True)])
-def test_scripts_find_their_modules_and_start_once(tmp_path, line, fails):
-    scripts, modules, start = tmp_path / "scripts", tmp_path / "modules", tmp_path / "start.py"
-    for folder, module in ((scripts, "of_scripts.py"), (modules, "of_modules.py")):
-        folder.mkdir()
-        (folder / module).write_text("")
+@pytest.mark.parametrize("line", ["", "raise ValueError('no start')"])
+def test_a_start_script_runs_where_scripts_find_their_modules(tmp_path, line):
+    """A start that fails is told of, and the program goes on."""
+    for folder, modules in (("scripts", ("both",)), ("modules", ("both", "of_modules"))):
+        (tmp_path / folder).mkdir()
+        for module in modules:
+            (tmp_path / folder / f"{module}.py").write_text(f"place = {folder!r}")
+    start = tmp_path / "start.py"
     start.write_text(f"runs = globals().get('runs', 0) + 1\n{line}\n")
-    done = run_python(PREPARED.format(scripts=str(scripts), modules=str(modules), start=str(start), fails=fails))
-    assert done.stdout == "1\n", done.stderr
+    folders = {folder: str(tmp_path / folder) for folder in ("scripts", "modules")}
+    done = run_python(PREPARED.format(**folders, start=str(start)))
+    assert done.stdout == "1 scripts modules\n", done.stderr
+    assert ("ValueError: no start" in done.stderr) == bool(line)
