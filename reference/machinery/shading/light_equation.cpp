@@ -1,3 +1,4 @@
+// The text of the equation by which every program dims lights.
 #include "reference/machinery/shading/light_equation.h"
 
 namespace hyxOSG::decorator {
