@@ -35,15 +35,6 @@ inline void read_numbers(PyObject* iterable, std::size_t count, double* numbers)
     }
 }
 
-// A Python object that keeps a shared native object alive.
-template <class T>
-PyObject* to_shared(T* object) {
-    if (!object)
-        return Py_NewRef(Py_None);
-    object->reference();
-    return from_pointer(object, PointerResult::owned_proxied);
-}
-
 // A list of Python objects that keep the native ones of a list of holders alive.
 template <class List>
 PyObject* to_shared_list(List const& list) {
@@ -104,19 +95,4 @@ void read_values(PyObject* iterable, List& list) {
     }
 }
 
-// For FINISHED: the object behind a pointer result lives as long as its Python object. Only an object that was made as
-// an owner may own, so the borrowing one is replaced.
-template <class T>
-PyObject* share(PyObject* result, vocabulary::Call const&) {
-    SwigPyObject* const handle = SWIG_Python_GetSwigThis(result);
-    if (!handle || handle->own)
-        return result;
-    auto* object = static_cast<T*>(handle->ptr);
-    Py_DECREF(result);
-    return to_shared(object);
-}
-
 } // namespace vocabulary
-
-// A getter of a shared object, which Python then keeps alive.
-#define SHARED(class_, ...) FINISHED(::vocabulary::share<class_>, __VA_ARGS__)

@@ -11,17 +11,6 @@
 
 namespace modules {
 
-// For FINISHED: the node behind a pointer result lives as long as its Python object.
-template <class T>
-PyObject* share_node(PyObject* result, vocabulary::Call const&) {
-    SwigPyObject* const handle = SWIG_Python_GetSwigThis(result);
-    if (handle && !handle->own) {
-        static_cast<osg::Referenced*>(static_cast<T*>(handle->ptr))->ref();
-        handle->own = 1;
-    }
-    return result;
-}
-
 template <class Value>
 constexpr std::size_t count_of = Value::num_components;
 
@@ -76,9 +65,6 @@ Value* from_components(PyObject* numbers) {
 }
 
 } // namespace modules
-
-// A getter of a shared object, which Python then keeps alive.
-#define SHARED_NODE(class_, ...) FINISHED(::modules::share_node<class_>, __VA_ARGS__)
 
 #define SHARED_CLASS_ROWS(class_, name_) FUNCTION(delete_##name_, DELETE(class_)), REGISTER(class_, name_), INIT(name_)
 
