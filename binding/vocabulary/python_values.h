@@ -71,28 +71,4 @@ PyObject* to_list(List const& list) {
     return result.release();
 }
 
-// The native values of any Python iterable of wrapped ones; a sequence of three numbers and the like is taken for a
-// value.
-template <class Value, class List>
-void read_values(PyObject* iterable, List& list) {
-    runtime::Reference const fast =
-        runtime::Reference::take(PySequence_Fast(iterable, "expected a sequence of values"));
-    if (!fast.get())
-        throw PythonError();
-    for (Py_ssize_t i = 0; i < PySequence_Fast_GET_SIZE(fast.get()); ++i) {
-        PyObject* item = PySequence_Fast_GET_ITEM(fast.get(), i);
-        void* wrapped = nullptr;
-        if (SWIG_Python_ConvertPtrAndOwn(item, &wrapped, vocabulary::descriptor<Value>()) >= 0 && wrapped) {
-            list.push_back(*static_cast<Value*>(wrapped));
-            continue;
-        }
-        double numbers[Value::size()];
-        read_numbers(item, Value::size(), numbers);
-        Value value;
-        for (std::size_t k = 0; k < Value::size(); ++k)
-            value[k] = static_cast<typename Value::value_type>(numbers[k]);
-        list.push_back(value);
-    }
-}
-
 } // namespace vocabulary

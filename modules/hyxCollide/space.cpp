@@ -1,7 +1,7 @@
 // Contacts and rays.
 #include "platform/hyxCollide/space.h"
 
-#include "binding/vocabulary/python_values.h"
+#include "binding/vocabulary/lists.h"
 #include "binding/vocabulary/rows.h"
 #include "platform/hyx/bodies/rigid_body.h"
 #include "platform/hyxSDK/simulation.h"
@@ -10,7 +10,6 @@ namespace {
 
 using hyxCollide::Geometry;
 using hyxCollide::LocalGeometryContact;
-using hyxCollide::LocalGeometryContactVector;
 using hyxCollide::RayHit;
 using hyxCollide::Space;
 
@@ -42,33 +41,6 @@ PyObject* hit_geometry(RayHit const& self) {
     return vocabulary::to_shared(self.geometry.get());
 }
 
-LocalGeometryContactVector* from_contacts(PyObject* contacts) {
-    runtime::Reference const fast =
-        runtime::Reference::take(PySequence_Fast(contacts, "expected a sequence of contacts"));
-    if (!fast.get())
-        throw vocabulary::PythonError();
-    LocalGeometryContactVector list;
-    for (Py_ssize_t i = 0; i < PySequence_Fast_GET_SIZE(fast.get()); ++i) {
-        void* contact = nullptr;
-        PyObject* item = PySequence_Fast_GET_ITEM(fast.get(), i);
-        if (SWIG_Python_ConvertPtrAndOwn(item, &contact, vocabulary::descriptor<LocalGeometryContact>()) < 0 ||
-            !contact) {
-            PyErr_SetString(PyExc_TypeError, "expected a sequence of contacts");
-            throw vocabulary::PythonError();
-        }
-        list.push_back(*static_cast<LocalGeometryContact*>(contact));
-    }
-    return new LocalGeometryContactVector(std::move(list));
-}
-
-unsigned long count(LocalGeometryContactVector const& self) {
-    return self.size();
-}
-
-LocalGeometryContact get_item(LocalGeometryContactVector const& self, long index) {
-    return self.at(static_cast<std::size_t>(index < 0 ? index + static_cast<long>(self.size()) : index));
-}
-
 constexpr Declared space_rows[] = {
     FUNCTION(delete_ContactPoint, DELETE(hyxCollide::ContactPoint)),
     FUNCTION(ContactPoint_point_get, GET(hyxCollide::ContactPoint, point)),
@@ -93,15 +65,8 @@ constexpr Declared space_rows[] = {
     FUNCTION(LocalGeometryContact_getForce, METHOD(hyxCollide::LocalGeometryContact, getForce, () const)),
     REGISTER(hyxCollide::LocalGeometryContact, LocalGeometryContact),
     INIT(LocalGeometryContact),
-    FUNCTION(new_LocalGeometryContactVector, NEW(hyx::Vector<hyxCollide::LocalGeometryContact>, ()),
-             MAKE(hyx::Vector<hyxCollide::LocalGeometryContact>, from_contacts, (PyObject*))),
-    FUNCTION(delete_LocalGeometryContactVector, DELETE(hyx::Vector<hyxCollide::LocalGeometryContact>)),
-    FUNCTION(LocalGeometryContactVector___len__,
-             ADAPTER(hyx::Vector<hyxCollide::LocalGeometryContact>, __len__, count, () const)),
-    FUNCTION(LocalGeometryContactVector___getitem__,
-             CONTAINER(ADAPTER(hyx::Vector<hyxCollide::LocalGeometryContact>, __getitem__, get_item, (long) const))),
-    REGISTER(hyx::Vector<hyxCollide::LocalGeometryContact>, LocalGeometryContactVector),
-    INIT(LocalGeometryContactVector),
+    LIST_ROWS(hyx::Vector<hyxCollide::LocalGeometryContact>, LocalGeometryContactVector,
+              hyxCollide::LocalGeometryContact const&, PLAIN),
     FUNCTION(new_RayHit, NEW(hyxCollide::RayHit, ())),
     FUNCTION(delete_RayHit, DELETE(hyxCollide::RayHit)),
     FUNCTION(RayHit_isValid, METHOD(hyxCollide::RayHit, isValid, () const)),
