@@ -1,5 +1,6 @@
-// The index and slice rules of native sequences. They follow Python's lists except for one thing: reading a slice that
-// starts at or behind the end counts from the front, so v[len(v):] is a copy of the whole sequence.
+// The index and slice rules of native sequences. They follow Python's lists except for one thing, which a sequence can
+// choose: reading a slice that starts at or behind the end counts from the front, so v[len(v):] is a copy of the whole
+// sequence.
 #pragma once
 
 #include <algorithm>
@@ -60,10 +61,17 @@ inline SliceRange slice_range(std::ptrdiff_t i, std::ptrdiff_t j, std::ptrdiff_t
     return {ii, step, width / stride + (width % stride != 0)};
 }
 
+// What a slice gives that is read from behind the end.
+enum class PastEnd {
+    front,   // the elements from the front up to its stop
+    nothing, // as with Python's lists
+};
+
 // A new sequence with copies of the slice.
 template <class Sequence>
-Sequence* getslice(Sequence const* self, std::ptrdiff_t i, std::ptrdiff_t j, std::ptrdiff_t step) {
-    auto const range = slice_range(i, j, step, self->size(), false);
+Sequence* getslice(Sequence const* self, std::ptrdiff_t i, std::ptrdiff_t j, std::ptrdiff_t step,
+                   PastEnd past_end = PastEnd::front) {
+    auto const range = slice_range(i, j, step, self->size(), past_end == PastEnd::nothing);
     if (step == 1) {
         auto const from = self->begin() + range.first;
         return new Sequence(from, from + static_cast<std::ptrdiff_t>(range.count));

@@ -27,22 +27,15 @@ void DirectorTypeMismatchException::raise(PyObject* error, char const* msg) {
 Director::Director(PyObject* self) noexcept : swig_self(self) {
     if (!self)
         return;
-    swig_watch = runtime::Reference::take(PyWeakref_NewRef(self, nullptr));
+    swig_watch = runtime::KeptReference(runtime::Reference::take(PyWeakref_NewRef(self, nullptr)));
     if (!swig_watch)
         PyErr_Clear();
 }
 
-Director::~Director() {
-    if (!Py_IsInitialized()) {
-        static_cast<void>(swig_watch.release());
-        return;
-    }
-    if (swig_disown_flag)
-        Py_DECREF(swig_self);
-}
+Director::~Director() = default;
 
 bool Director::swig_is_gone() const noexcept {
-    return !Py_IsInitialized() || (swig_watch && PyWeakref_GET_OBJECT(swig_watch.get()) == Py_None);
+    return !swig_watch.alive() || (swig_watch && PyWeakref_GET_OBJECT(swig_watch.get()) == Py_None);
 }
 
 bool Director::swig_get_inner(char const*) const {
@@ -55,7 +48,7 @@ void Director::swig_disown() noexcept {
     if (swig_disown_flag)
         return;
     swig_disown_flag = true;
-    Py_INCREF(swig_self);
+    swig_kept = runtime::KeptReference(swig_self);
 }
 
 } // namespace Swig

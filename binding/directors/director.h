@@ -71,14 +71,15 @@ public:
 
     // Whether the Python object has died or the interpreter has ended: then only the native implementation is left.
     bool swig_is_gone() const noexcept;
-    // Takes one reference to the Python object, once.
+    // Takes one reference to the Python object, for good.
     void swig_disown() noexcept;
 
 private:
     PyObject* swig_self; // borrowed until disowned
     bool swig_disown_flag = false;
+    runtime::KeptReference swig_kept; // swig_self, once disowned
     std::map<void*, GCItem_var> swig_owner;
-    runtime::Reference swig_watch; // weak reference to swig_self; empty where it does not support them
+    runtime::KeptReference swig_watch; // weak reference to swig_self; empty where it does not support them
 };
 
 } // namespace Swig

@@ -14,7 +14,6 @@ public:
     NativeOwners() = default;
     NativeOwners(NativeOwners const&) = delete;
     NativeOwners& operator=(NativeOwners const&) = delete;
-    ~NativeOwners();
 
     void enter(Owner owner, PyObject* self) noexcept;
     // May drop the last reference to the Python object, and so destroy the director.
@@ -22,7 +21,7 @@ public:
 
 private:
     unsigned owners_ = 0;
-    runtime::Reference self_; // empty without an owner
+    runtime::KeptReference self_; // empty without an owner
 };
 
 } // namespace Swig

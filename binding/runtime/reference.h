@@ -1,8 +1,9 @@
-// A holder of one strong Python reference.
+// Holders of one strong Python reference: for code of the binding, and for native objects.
 #pragma once
 
 #include <Python.h>
 
+#include <memory>
 #include <utility>
 
 namespace runtime {
@@ -43,6 +44,33 @@ private:
     explicit Reference(PyObject* object) noexcept : object_(object) {}
 
     PyObject* object_ = nullptr;
+};
+
+// A Python object that native objects hold, in std::function and the like. Copies share the one reference. Native
+// objects may outlive the interpreter: then the reference is left alone, and `alive` says so.
+class KeptReference {
+public:
+    KeptReference() noexcept = default;
+
+    // Adds a reference to a borrowed object, or holds nothing for NULL.
+    explicit KeptReference(PyObject* object) : kept_(object ? Py_NewRef(object) : nullptr, &drop) {}
+
+    // Takes over what a holder has.
+    explicit KeptReference(Reference object) : kept_(object.release(), &drop) {}
+
+    PyObject* get() const noexcept { return kept_.get(); }
+
+    explicit operator bool() const noexcept { return kept_ != nullptr; }
+
+    static bool alive() noexcept { return Py_IsInitialized(); }
+
+private:
+    static void drop(PyObject* object) noexcept {
+        if (alive())
+            Py_XDECREF(object);
+    }
+
+    std::shared_ptr<PyObject> kept_;
 };
 
 // Sets the pending Python error aside and puts it back when destroyed.

@@ -20,7 +20,7 @@ struct FormBase {
     static constexpr bool self_is_const = false;
     static constexpr bool is_static = false;
     static constexpr bool disowns = false;
-    static constexpr bool result_owned = false;
+    static constexpr Hold hold = Hold::borrowed;
     static constexpr bool may_call_back = true;
     static constexpr Role role = Role::function;
 
@@ -42,13 +42,13 @@ struct WithSelf<Self, Types<P...>> {
 };
 
 // Runs call() and converts its result.
-template <class R, bool Owned, class F>
+template <class R, Hold How, class F>
 PyObject* converted_result(F&& call) {
     if constexpr (std::is_void_v<R>) {
         call();
         Py_RETURN_NONE;
     } else {
-        return from_result<R, Owned>(call());
+        return from_result<R, How>(call());
     }
 }
 
@@ -62,9 +62,9 @@ struct FreeForm : FormBase<void> {
     static constexpr std::size_t required = Given::required;
     static constexpr bool is_static = HasClass;
 
-    template <bool Owned>
+    template <Hold How>
     static PyObject* invoke(Call const& call) {
-        return converted_result<Result, Owned>([&]() -> Result {
+        return converted_result<Result, How>([&]() -> Result {
             return Given::apply(call.slots, call.count,
                                 [](auto&&... a) -> Result { return Native(std::forward<decltype(a)>(a)...); });
         });
@@ -84,10 +84,10 @@ struct MethodForm : FormBase<void> {
     static constexpr bool self_is_const = Select<Signature>::is_const;
     static constexpr bool may_call_back = !self_is_const;
 
-    template <bool Owned>
+    template <Hold How>
     static PyObject* invoke(Call const& call) {
         auto* self = static_cast<Class*>(call.slots[0].pointer);
-        return converted_result<Result, Owned>([&]() -> Result {
+        return converted_result<Result, How>([&]() -> Result {
             return Given::apply(call.slots + 1, call.count - 1, [self](auto&&... a) -> Result {
                 return (self->*Native)(std::forward<decltype(a)>(a)...);
             });
@@ -108,13 +108,13 @@ struct VirtualForm : MethodForm<Class, Native, Row, Signature, Defaults> {
         translate_director_exception();
     }
 
-    template <bool Owned>
+    template <Hold How>
     static PyObject* invoke(Call const& call) {
         auto* self = static_cast<Class*>(call.slots[0].pointer);
         auto* director = dynamic_cast<Swig::Director*>(self);
         if (!director || director->swig_get_self() != call.arguments[0])
-            return Base::template invoke<Owned>(call);
-        return converted_result<Result, Owned>([&]() -> Result {
+            return Base::template invoke<How>(call);
+        return converted_result<Result, How>([&]() -> Result {
             return Base::Given::apply(call.slots + 1, call.count - 1, [self](auto&&... a) -> Result {
                 return Upcall{}(*self, std::forward<decltype(a)>(a)...);
             });
@@ -134,10 +134,10 @@ struct AdapterForm : FormBase<void> {
     static constexpr bool has_self = true;
     static constexpr bool self_is_const = Select<Signature>::is_const;
 
-    template <bool Owned>
+    template <Hold How>
     static PyObject* invoke(Call const& call) {
         auto& self = *static_cast<Class*>(call.slots[0].pointer);
-        return converted_result<Result, Owned>([&]() -> Result {
+        return converted_result<Result, How>([&]() -> Result {
             return Given::apply(call.slots + 1, call.count - 1, [&self](auto&&... a) -> Result {
                 return Native(self, std::forward<decltype(a)>(a)...);
             });
@@ -154,10 +154,10 @@ struct NewForm : FormBase<void> {
     using Given = Arguments<Parameters, Defaults>;
     static constexpr std::size_t required = Given::required;
     static constexpr bool is_static = true;
-    static constexpr bool result_owned = true;
+    static constexpr Hold hold = Hold::owned;
     static constexpr Role role = Role::constructor;
 
-    template <bool>
+    template <Hold>
     static PyObject* invoke(Call const& call) {
         Class* object = Given::apply(call.slots, call.count,
                                      [](auto&&... a) { return new Class(std::forward<decltype(a)>(a)...); });
@@ -171,7 +171,7 @@ template <class Class, auto Make, class Row, class Signature, class Defaults>
 struct MakeForm : NewForm<Class, Row, Signature, Defaults> {
     using Base = NewForm<Class, Row, Signature, Defaults>;
 
-    template <bool>
+    template <Hold>
     static PyObject* invoke(Call const& call) {
         Class* object = Base::Given::apply(call.slots, call.count,
                                            [](auto&&... a) { return Make(std::forward<decltype(a)>(a)...); });
@@ -199,10 +199,10 @@ struct NewDirectorForm : FormBase<void> {
     using Given = Arguments<NativeParameters, Defaults>;
     static constexpr std::size_t required = Given::required + 1;
     static constexpr bool is_static = true;
-    static constexpr bool result_owned = true;
+    static constexpr Hold hold = Hold::owned;
     static constexpr Role role = Role::constructor;
 
-    template <bool>
+    template <Hold>
     static PyObject* invoke(Call const& call) {
         PyObject* self = call.slots[0].object;
         Class* object = Given::apply(call.slots + 1, call.count - 1, [self](auto&&... a) -> Class* {
@@ -226,7 +226,7 @@ struct DeleteForm : FormBase<void> {
     static constexpr bool disowns = true;
     static constexpr Role role = Role::destructor;
 
-    template <bool>
+    template <Hold>
     static PyObject* invoke(Call const& call) {
         if (auto* object = static_cast<Class*>(call.slots[0].pointer))
             ReferencePolicy<Class>::drop(object);
@@ -244,7 +244,7 @@ struct DisownForm : FormBase<void> {
     static constexpr bool has_self = true;
     static constexpr Role role = Role::disown;
 
-    template <bool>
+    template <Hold>
     static PyObject* invoke(Call const& call) {
         if (auto* director = dynamic_cast<Swig::Director*>(static_cast<Class*>(call.slots[0].pointer)))
             director->swig_disown();
@@ -264,9 +264,9 @@ struct GetForm : FormBase<void> {
     static constexpr bool may_call_back = false;
     static constexpr Role role = Role::member_get;
 
-    template <bool>
+    template <Hold>
     static PyObject* invoke(Call const& call) {
-        return from_result<Result, false>(static_cast<Class*>(call.slots[0].pointer)->*Member);
+        return from_result<Result, Hold::borrowed>(static_cast<Class*>(call.slots[0].pointer)->*Member);
     }
 };
 
@@ -286,7 +286,7 @@ struct SetForm : FormBase<void> {
         std::tuple<> operator()() const { return {}; }
     };
 
-    template <bool>
+    template <Hold>
     static PyObject* invoke(Call const& call) {
         auto* self = static_cast<Class*>(call.slots[0].pointer);
         Arguments<NativeParameters, NoDefaults>::apply(
@@ -299,7 +299,12 @@ struct SetForm : FormBase<void> {
 
 template <class Base>
 struct OwnedForm : Base {
-    static constexpr bool result_owned = true;
+    static constexpr Hold hold = Hold::owned;
+};
+
+template <class Base>
+struct SharedForm : Base {
+    static constexpr Hold hold = Hold::shared;
 };
 
 template <class Base, auto Translate>

@@ -38,7 +38,7 @@ class FormOf {
         return ((ParameterOf<P>::kind == Kind::converted) || ...);
     }
 
-    static PyObject* thunk(Call const& call) { return F::finish(F::template invoke<F::result_owned>(call), call); }
+    static PyObject* thunk(Call const& call) { return F::finish(F::template invoke<F::hold>(call), call); }
 
 public:
     static constexpr std::array<Parameter, count + 1> parameters = make_parameters(Parameters{});
@@ -57,7 +57,7 @@ public:
         TypeName<typename F::Result>::text.data(),
         F::is_static,
         F::self_is_const,
-        F::result_owned,
+        F::hold == Hold::owned,
     };
 
     // A position's rank in the trial order: primitive kinds, then strings, then class pointers, more derived first.

@@ -35,15 +35,6 @@ inline void read_numbers(PyObject* iterable, std::size_t count, double* numbers)
     }
 }
 
-// A Python object that keeps a shared native object alive.
-template <class T>
-PyObject* to_shared(T* object) {
-    if (!object)
-        return Py_NewRef(Py_None);
-    object->reference();
-    return from_pointer(object, PointerResult::owned_proxied);
-}
-
 // A list of Python objects that keep the native ones of a list of holders alive.
 template <class List>
 PyObject* to_shared_list(List const& list) {
@@ -80,43 +71,4 @@ PyObject* to_list(List const& list) {
     return result.release();
 }
 
-// The native values of any Python iterable of wrapped ones; a sequence of three numbers and the like is taken for a
-// value.
-template <class Value, class List>
-void read_values(PyObject* iterable, List& list) {
-    runtime::Reference const fast =
-        runtime::Reference::take(PySequence_Fast(iterable, "expected a sequence of values"));
-    if (!fast.get())
-        throw PythonError();
-    for (Py_ssize_t i = 0; i < PySequence_Fast_GET_SIZE(fast.get()); ++i) {
-        PyObject* item = PySequence_Fast_GET_ITEM(fast.get(), i);
-        void* wrapped = nullptr;
-        if (SWIG_Python_ConvertPtrAndOwn(item, &wrapped, vocabulary::descriptor<Value>()) >= 0 && wrapped) {
-            list.push_back(*static_cast<Value*>(wrapped));
-            continue;
-        }
-        double numbers[Value::size()];
-        read_numbers(item, Value::size(), numbers);
-        Value value;
-        for (std::size_t k = 0; k < Value::size(); ++k)
-            value[k] = static_cast<typename Value::value_type>(numbers[k]);
-        list.push_back(value);
-    }
-}
-
-// For FINISHED: the object behind a pointer result lives as long as its Python object. Only an object that was made as
-// an owner may own, so the borrowing one is replaced.
-template <class T>
-PyObject* share(PyObject* result, vocabulary::Call const&) {
-    SwigPyObject* const handle = SWIG_Python_GetSwigThis(result);
-    if (!handle || handle->own)
-        return result;
-    auto* object = static_cast<T*>(handle->ptr);
-    Py_DECREF(result);
-    return to_shared(object);
-}
-
 } // namespace vocabulary
-
-// A getter of a shared object, which Python then keeps alive.
-#define SHARED(class_, ...) FINISHED(::vocabulary::share<class_>, __VA_ARGS__)

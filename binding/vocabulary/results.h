@@ -61,15 +61,37 @@ template <class T>
 inline constexpr bool is_text_class =
     std::is_same_v<std::remove_cvref_t<T>, std::string> || std::is_same_v<std::remove_cvref_t<T>, hyx::String>;
 
-// The Python object for a native result of declared type R. Pointers and references are borrowed unless `Owned`.
-template <class R, bool Owned>
+// A Python object that keeps a reference-counted native object alive. It is made as an owner: ownership that is set
+// later would give back a hold on the type table that was never taken.
+template <class T>
+PyObject* to_shared(T* object) {
+    using Object = std::remove_cv_t<T>;
+    static_assert(std::is_base_of_v<osg::Referenced, Object> || std::is_base_of_v<hyx::Referenced, Object>,
+                  "only what counts references can be shared");
+    if (object)
+        ReferencePolicy<Object>::take(const_cast<Object*>(object));
+    return from_pointer(object, PointerResult::owned_proxied);
+}
+
+// Who keeps the native object behind a pointer or reference result alive.
+enum class Hold {
+    borrowed, // somebody else
+    owned,    // its Python object, which it was made for
+    shared,   // its Python object too, with one more reference
+};
+
+// The Python object for a native result of declared type R.
+template <class R, Hold How>
 PyObject* from_result(R result) {
-    constexpr PointerResult how = Owned ? PointerResult::owned_proxied : PointerResult::borrowed_proxied;
+    constexpr PointerResult how =
+        How == Hold::borrowed ? PointerResult::borrowed_proxied : PointerResult::owned_proxied;
     using Plain = std::remove_cvref_t<R>;
     if constexpr (std::is_same_v<Plain, PyObject*>)
         return result;
     else if constexpr (std::is_same_v<Plain, char*> || std::is_same_v<Plain, char const*>)
         return SWIG_FromCharPtr(result);
+    else if constexpr (How == Hold::shared)
+        return to_shared(result);
     else if constexpr (std::is_pointer_v<Plain>) {
         if constexpr (std::is_function_v<std::remove_pointer_t<Plain>>)
             return SWIG_Python_NewPointerObj(reinterpret_cast<void*>(result),

@@ -19,7 +19,7 @@
 //     NEW_DIRECTOR(Class, Director, (P...), defaults...) a constructor of a class with a director
 //     DELETE(Class)  DISOWN(Class)
 //     GET(Class, member)  GET_BORROWED(Class, member)  SET(Class, member, (P))
-// Policies around a form: OWNED(form), CONTAINER(form), LISTENER(form, line, source),
+// Policies around a form: OWNED(form), SHARED(form), CONTAINER(form), LISTENER(form, line, source),
 // GUARDED(translator, form), FINISHED(function, form).
 // Variants of FUNCTION: FUNCTION_BY_COUNT, OPERATOR. Rows without forms: REGISTER, INIT, STATIC_GET, STATIC_SET.
 #pragma once
@@ -73,6 +73,8 @@ using vocabulary::Declared;
     ::vocabulary::SetForm<class_, &class_::member_, HYX_ROW(#class_, #member_, #list_, ), void list_>
 
 #define OWNED(...) ::vocabulary::OwnedForm<__VA_ARGS__>
+// A pointer to a reference-counted object, which the Python object then keeps alive.
+#define SHARED(...) ::vocabulary::SharedForm<__VA_ARGS__>
 #define GUARDED(translate_, ...) ::vocabulary::GuardedForm<__VA_ARGS__, translate_>
 #define CONTAINER(...) GUARDED(::vocabulary::translate_container_exception, __VA_ARGS__)
 #define FINISHED(finish_, ...) ::vocabulary::FinishedForm<__VA_ARGS__, finish_>

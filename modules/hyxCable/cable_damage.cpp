@@ -13,7 +13,7 @@ hyxCable::DamageProperties cable_damage_properties(hyxCable::CableDamage const& 
 constexpr Declared cable_damage_rows[] = {
     FUNCTION(new_CableDamage, NEW(hyxCable::CableDamage, (hyxCable::Cable*, hyxCable::DamageProperties const&),
                                   hyxCable::DamageProperties())),
-    FUNCTION(CableDamage_getCable, SHARED(hyxCable::Cable, METHOD(hyxCable::CableDamage, getCable, () const))),
+    FUNCTION(CableDamage_getCable, SHARED(METHOD(hyxCable::CableDamage, getCable, () const))),
     FUNCTION(CableDamage_getProperties,
              ADAPTER(hyxCable::CableDamage, getProperties, cable_damage_properties, () const)),
     FUNCTION(CableDamage_update, METHOD(hyxCable::CableDamage, update, ())),

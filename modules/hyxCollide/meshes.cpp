@@ -1,5 +1,5 @@
 // The shapes that are given by many points.
-#include "binding/vocabulary/python_buffers.h"
+#include "binding/vocabulary/lists.h"
 #include "binding/vocabulary/rows.h"
 #include "platform/hyxCollide/height_field.h"
 #include "platform/hyxCollide/trimesh.h"
@@ -9,11 +9,9 @@ namespace {
 using vocabulary::PythonError;
 
 hyx::Vec3Vector read_points(PyObject* points) {
+    if (!PyObject_CheckBuffer(points))
+        return vocabulary::read_list<hyx::Vec3Vector>(points);
     hyx::Vec3Vector list;
-    if (!PyObject_CheckBuffer(points)) {
-        vocabulary::read_values<hyx::Vec3>(points, list);
-        return list;
-    }
     std::vector<double> const numbers = vocabulary::read_buffer(points);
     if (numbers.size() % 3 != 0)
         throw std::invalid_argument("an array of points needs three numbers for each");
@@ -48,13 +46,7 @@ hyx::RealVector read_heights(PyObject* iterable) {
         std::vector<double> const numbers = vocabulary::read_buffer(iterable);
         return hyx::RealVector(numbers.begin(), numbers.end());
     }
-    runtime::Reference const fast =
-        runtime::Reference::take(PySequence_Fast(iterable, "expected a sequence of heights"));
-    if (!fast.get())
-        throw vocabulary::PythonError();
-    hyx::RealVector heights(static_cast<std::size_t>(PySequence_Fast_GET_SIZE(fast.get())));
-    vocabulary::read_numbers(fast.get(), heights.size(), heights.data());
-    return heights;
+    return vocabulary::read_list<hyx::RealVector>(iterable);
 }
 
 hyxCollide::Trimesh* make_mesh(PyObject* vertices, PyObject* indices, hyx::Name const& name) {

@@ -1,7 +1,7 @@
 // Contacts and rays.
 #include "platform/hyxCollide/space.h"
 
-#include "binding/vocabulary/python_values.h"
+#include "binding/vocabulary/lists.h"
 #include "binding/vocabulary/rows.h"
 #include "platform/hyx/bodies/rigid_body.h"
 #include "platform/hyxSDK/simulation.h"
@@ -10,7 +10,6 @@ namespace {
 
 using hyxCollide::Geometry;
 using hyxCollide::LocalGeometryContact;
-using hyxCollide::LocalGeometryContactVector;
 using hyxCollide::RayHit;
 using hyxCollide::Space;
 
@@ -42,33 +41,6 @@ PyObject* hit_geometry(RayHit const& self) {
     return vocabulary::to_shared(self.geometry.get());
 }
 
-LocalGeometryContactVector* from_contacts(PyObject* contacts) {
-    runtime::Reference const fast =
-        runtime::Reference::take(PySequence_Fast(contacts, "expected a sequence of contacts"));
-    if (!fast.get())
-        throw vocabulary::PythonError();
-    LocalGeometryContactVector list;
-    for (Py_ssize_t i = 0; i < PySequence_Fast_GET_SIZE(fast.get()); ++i) {
-        void* contact = nullptr;
-        PyObject* item = PySequence_Fast_GET_ITEM(fast.get(), i);
-        if (SWIG_Python_ConvertPtrAndOwn(item, &contact, vocabulary::descriptor<LocalGeometryContact>()) < 0 ||
-            !contact) {
-            PyErr_SetString(PyExc_TypeError, "expected a sequence of contacts");
-            throw vocabulary::PythonError();
-        }
-        list.push_back(*static_cast<LocalGeometryContact*>(contact));
-    }
-    return new LocalGeometryContactVector(std::move(list));
-}
-
-unsigned long count(LocalGeometryContactVector const& self) {
-    return self.size();
-}
-
-LocalGeometryContact get_item(LocalGeometryContactVector const& self, long index) {
-    return self.at(static_cast<std::size_t>(index < 0 ? index + static_cast<long>(self.size()) : index));
-}
-
 constexpr Declared space_rows[] = {
     FUNCTION(delete_ContactPoint, DELETE(hyxCollide::ContactPoint)),
     FUNCTION(ContactPoint_point_get, GET(hyxCollide::ContactPoint, point)),
@@ -83,9 +55,9 @@ constexpr Declared space_rows[] = {
     FUNCTION(delete_LocalGeometryContact, DELETE(hyxCollide::LocalGeometryContact)),
     FUNCTION(LocalGeometryContact_isValid, METHOD(hyxCollide::LocalGeometryContact, isValid, () const)),
     FUNCTION(LocalGeometryContact_getGeometry,
-             SHARED(hyxCollide::Geometry, METHOD(hyxCollide::LocalGeometryContact, getGeometry, (hyx::UInt) const))),
+             SHARED(METHOD(hyxCollide::LocalGeometryContact, getGeometry, (hyx::UInt) const))),
     FUNCTION(LocalGeometryContact_getRigidBody,
-             SHARED(hyx::RigidBody, METHOD(hyxCollide::LocalGeometryContact, getRigidBody, (hyx::UInt) const))),
+             SHARED(METHOD(hyxCollide::LocalGeometryContact, getRigidBody, (hyx::UInt) const))),
     FUNCTION(LocalGeometryContact_points, ADAPTER(hyxCollide::LocalGeometryContact, points, points, () const)),
     FUNCTION(LocalGeometryContact_getNumPoints, METHOD(hyxCollide::LocalGeometryContact, getNumPoints, () const)),
     FUNCTION(LocalGeometryContact_getPoint,
@@ -93,15 +65,8 @@ constexpr Declared space_rows[] = {
     FUNCTION(LocalGeometryContact_getForce, METHOD(hyxCollide::LocalGeometryContact, getForce, () const)),
     REGISTER(hyxCollide::LocalGeometryContact, LocalGeometryContact),
     INIT(LocalGeometryContact),
-    FUNCTION(new_LocalGeometryContactVector, NEW(hyx::Vector<hyxCollide::LocalGeometryContact>, ()),
-             MAKE(hyx::Vector<hyxCollide::LocalGeometryContact>, from_contacts, (PyObject*))),
-    FUNCTION(delete_LocalGeometryContactVector, DELETE(hyx::Vector<hyxCollide::LocalGeometryContact>)),
-    FUNCTION(LocalGeometryContactVector___len__,
-             ADAPTER(hyx::Vector<hyxCollide::LocalGeometryContact>, __len__, count, () const)),
-    FUNCTION(LocalGeometryContactVector___getitem__,
-             CONTAINER(ADAPTER(hyx::Vector<hyxCollide::LocalGeometryContact>, __getitem__, get_item, (long) const))),
-    REGISTER(hyx::Vector<hyxCollide::LocalGeometryContact>, LocalGeometryContactVector),
-    INIT(LocalGeometryContactVector),
+    LIST_ROWS(hyx::Vector<hyxCollide::LocalGeometryContact>, LocalGeometryContactVector,
+              hyxCollide::LocalGeometryContact const&, PLAIN),
     FUNCTION(new_RayHit, NEW(hyxCollide::RayHit, ())),
     FUNCTION(delete_RayHit, DELETE(hyxCollide::RayHit)),
     FUNCTION(RayHit_isValid, METHOD(hyxCollide::RayHit, isValid, () const)),
@@ -125,7 +90,7 @@ constexpr Declared space_rows[] = {
              ADAPTER(hyxCollide::Space, castRayAll, all_hits, (hyx::Vec3 const&, hyx::Vec3 const&) const)),
     FUNCTION(Space_findGeometries,
              ADAPTER(hyxCollide::Space, findGeometries, find, (hyx::Vec3 const&, hyx::Vec3 const&) const)),
-    FUNCTION(Space_getSimulation, SHARED(hyxSDK::Simulation, METHOD(hyxCollide::Space, getSimulation, () const))),
+    FUNCTION(Space_getSimulation, SHARED(METHOD(hyxCollide::Space, getSimulation, () const))),
     REGISTER(hyxCollide::Space, Space),
     INIT(Space),
 };

@@ -8,10 +8,9 @@ namespace {
 
 constexpr Declared height_field_deformer_rows[] = {
     FUNCTION(new_HeightFieldDeformer, NEW(hyxModel::HeightFieldDeformer, (hyxCollide::Geometry*))),
-    FUNCTION(HeightFieldDeformer_getGeometry,
-             SHARED(hyxCollide::Geometry, METHOD(hyxModel::HeightFieldDeformer, getGeometry, () const))),
+    FUNCTION(HeightFieldDeformer_getGeometry, SHARED(METHOD(hyxModel::HeightFieldDeformer, getGeometry, () const))),
     FUNCTION(HeightFieldDeformer_getHeightField,
-             SHARED(hyxCollide::HeightField, METHOD(hyxModel::HeightFieldDeformer, getHeightField, () const))),
+             SHARED(METHOD(hyxModel::HeightFieldDeformer, getHeightField, () const))),
     FUNCTION(HeightFieldDeformer_setStiffness, METHOD(hyxModel::HeightFieldDeformer, setStiffness, (hyx::Real))),
     FUNCTION(HeightFieldDeformer_getStiffness, METHOD(hyxModel::HeightFieldDeformer, getStiffness, () const)),
     FUNCTION(HeightFieldDeformer_setMaximumSinkage,

@@ -1,20 +1,20 @@
 // Rows of the colours.
 #include "platform/hyxRender/color.h"
 
-#include "modules/hyx/objects/component_rows.h"
+#include "binding/vocabulary/component_rows.h"
 
 namespace {
 
 std::string color_repr(hyxRender::Color const& self) {
-    return "hyxRender.Color(" + modules::numbers_text(self) + ")";
+    return "hyxRender.Color(" + vocabulary::components_text(self) + ")";
 }
 
 constexpr Declared color_rows[] = {
     FUNCTION(new_Color, NEW(hyxRender::Color, ()), NEW(hyxRender::Color, (float, float, float, float), 1.0f),
              NEW(hyxRender::Color, (hyx::String const&)), NEW(hyxRender::Color, (hyx::Vec4f const&)),
              NEW(hyxRender::Color, (hyx::Vec4 const&)), NEW(hyxRender::Color, (hyxRender::Color const&)),
-             CONTAINER(MAKE(hyxRender::Color, modules::from_numbers<hyxRender::Color>, (PyObject*)))),
-    SEQUENCE_ROWS(hyxRender::Color, Color, float),
+             CONTAINER(MAKE(hyxRender::Color, vocabulary::from_components<hyxRender::Color>, (PyObject*)))),
+    COMPONENT_ROWS(hyxRender::Color, Color, float),
     ARITHMETIC_ROWS(hyxRender::Color, Color, float),
     SCALE_ROW(hyxRender::Color, Color, float),
     FUNCTION(Color___repr__, ADAPTER(hyxRender::Color, __repr__, color_repr, () const)),

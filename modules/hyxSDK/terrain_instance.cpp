@@ -8,12 +8,9 @@ namespace {
 
 constexpr Declared terrain_instance_rows[] = {
     FUNCTION(new_TerrainInstance, NEW(hyxSDK::TerrainInstance, (hyxTerrain::Terrain*))),
-    FUNCTION(TerrainInstance_getTerrain,
-             SHARED(hyxTerrain::Terrain, METHOD(hyxSDK::TerrainInstance, getTerrain, () const))),
-    FUNCTION(TerrainInstance_getGeometry,
-             SHARED(hyxCollide::Geometry, METHOD(hyxSDK::TerrainInstance, getGeometry, () const))),
-    FUNCTION(TerrainInstance_getRigidBody,
-             SHARED(hyx::RigidBody, METHOD(hyxSDK::TerrainInstance, getRigidBody, () const))),
+    FUNCTION(TerrainInstance_getTerrain, SHARED(METHOD(hyxSDK::TerrainInstance, getTerrain, () const))),
+    FUNCTION(TerrainInstance_getGeometry, SHARED(METHOD(hyxSDK::TerrainInstance, getGeometry, () const))),
+    FUNCTION(TerrainInstance_getRigidBody, SHARED(METHOD(hyxSDK::TerrainInstance, getRigidBody, () const))),
     FUNCTION(TerrainInstance_setEnableCompaction, METHOD(hyxSDK::TerrainInstance, setEnableCompaction, (bool))),
     FUNCTION(TerrainInstance_getEnableCompaction, METHOD(hyxSDK::TerrainInstance, getEnableCompaction, () const)),
     FUNCTION(TerrainInstance_step, METHOD(hyxSDK::TerrainInstance, step, (hyx::Real))),

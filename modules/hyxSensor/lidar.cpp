@@ -64,9 +64,9 @@ void set_hits(hyxSensor::Lidar& self, PyObject* points, PyObject* intensities) {
 constexpr Declared lidar_rows[] = {
     FUNCTION(new_Lidar, NEW(hyxSensor::Lidar, (hyx::Frame*), nullptr)),
     FUNCTION(Lidar_setFrame, METHOD(hyxSensor::Lidar, setFrame, (hyx::Frame*))),
-    FUNCTION(Lidar_getFrame, SHARED(hyx::Frame, METHOD(hyxSensor::Lidar, getFrame, () const))),
+    FUNCTION(Lidar_getFrame, SHARED(METHOD(hyxSensor::Lidar, getFrame, () const))),
     FUNCTION(Lidar_setIgnoredBody, METHOD(hyxSensor::Lidar, setIgnoredBody, (hyx::RigidBody*))),
-    FUNCTION(Lidar_getIgnoredBody, SHARED(hyx::RigidBody, METHOD(hyxSensor::Lidar, getIgnoredBody, () const))),
+    FUNCTION(Lidar_getIgnoredBody, SHARED(METHOD(hyxSensor::Lidar, getIgnoredBody, () const))),
     FUNCTION(Lidar_setResolution, METHOD(hyxSensor::Lidar, setResolution, (hyx::UInt, hyx::UInt))),
     FUNCTION(Lidar_getNumRings, METHOD(hyxSensor::Lidar, getNumRings, () const)),
     FUNCTION(Lidar_getNumRaysPerRing, METHOD(hyxSensor::Lidar, getNumRaysPerRing, () const)),

@@ -9,7 +9,7 @@ namespace {
 constexpr Declared dig_tool_rows[] = {
     FUNCTION(new_DigTool,
              NEW(hyxTerrain::DigTool, (hyx::RigidBody*, hyx::Vec3 const&, hyx::Vec3 const&, hyx::Vec3 const&))),
-    FUNCTION(DigTool_getRigidBody, SHARED(hyx::RigidBody, METHOD(hyxTerrain::DigTool, getRigidBody, () const))),
+    FUNCTION(DigTool_getRigidBody, SHARED(METHOD(hyxTerrain::DigTool, getRigidBody, () const))),
     FUNCTION(DigTool_getWorldEdgeBegin, METHOD(hyxTerrain::DigTool, getWorldEdgeBegin, () const)),
     FUNCTION(DigTool_getWorldEdgeEnd, METHOD(hyxTerrain::DigTool, getWorldEdgeEnd, () const)),
     FUNCTION(DigTool_getWorldTop, METHOD(hyxTerrain::DigTool, getWorldTop, () const)),

@@ -24,7 +24,7 @@ constexpr Declared tavlang_rows[] = {
     FUNCTION(new_LoadResult, NEW(hyxtavlang::LoadResult, ())),
     FUNCTION(delete_LoadResult, DELETE(hyxtavlang::LoadResult)),
     FUNCTION(LoadResult_isSuccess, METHOD(hyxtavlang::LoadResult, isSuccess, () const)),
-    FUNCTION(LoadResult_getAssembly, SHARED(hyxSDK::Assembly, METHOD(hyxtavlang::LoadResult, getAssembly, () const))),
+    FUNCTION(LoadResult_getAssembly, SHARED(METHOD(hyxtavlang::LoadResult, getAssembly, () const))),
     FUNCTION(LoadResult_getModelName, METHOD(hyxtavlang::LoadResult, getModelName, () const)),
     FUNCTION(LoadResult_getErrors, METHOD(hyxtavlang::LoadResult, getErrors, () const)),
     REGISTER(hyxtavlang::LoadResult, LoadResult),

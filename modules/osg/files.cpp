@@ -44,8 +44,8 @@ constexpr Declared files_rows[] = {
     FUNCTION(Options_getOptionString, METHOD(osgDB::Options, getOptionString, () const)),
     FUNCTION(Options_setDatabasePath, ADAPTER(osgDB::Options, setDatabasePath, set_path, (std::string const&))),
     SHARED_CLASS_ROWS(osgDB::Options, Options),
-    FUNCTION(readNodeFile, SHARED_NODE(osg::Node, FREE(osgDB::read_node, (std::string const&)))),
-    FUNCTION(readImageFile, SHARED_NODE(osg::Image, FREE(osgDB::read_image, (std::string const&)))),
+    FUNCTION(readNodeFile, SHARED(FREE(osgDB::read_node, (std::string const&)))),
+    FUNCTION(readImageFile, SHARED(FREE(osgDB::read_image, (std::string const&)))),
     FUNCTION(writeNodeFile, FREE(osgDB::write_node, (osg::Node const&, std::string const&))),
     FUNCTION(writeImageFile, FREE(osgDB::write_image, (osg::Image const&, std::string const&))),
 };

@@ -23,8 +23,7 @@ PyObject* places(osg::GeometryConnection const& self) {
 
 constexpr Declared geometry_connection_rows[] = {
     FUNCTION(delete_GeometryConnection, DELETE(osg::GeometryConnection)),
-    FUNCTION(GeometryConnection_getGroup,
-             SHARED_NODE(osg::Group, ADAPTER(osg::GeometryConnection, getGroup, group, () const))),
+    FUNCTION(GeometryConnection_getGroup, SHARED(ADAPTER(osg::GeometryConnection, getGroup, group, () const))),
     FUNCTION(GeometryConnection_getPlaces, ADAPTER(osg::GeometryConnection, getPlaces, places, () const)),
     REGISTER(osg::GeometryConnection, GeometryConnection),
     INIT(GeometryConnection),

@@ -1,4 +1,5 @@
 // Images, textures and lists of images.
+#include "binding/vocabulary/lists.h"
 #include "modules/osg/scene_graph_rows.h"
 #include "platform/hyxOSG/visuals/cube_map.h"
 
@@ -88,25 +89,6 @@ bool repeats(osg::Texture2D const& self) {
     return self.getWrap(osg::Texture::WRAP_S) == osg::Texture::REPEAT;
 }
 
-unsigned long count(osg::ImageVector const& self) {
-    return self.size();
-}
-
-osg::Image* image_at(osg::ImageVector const& self, long index) {
-    long const size = static_cast<long>(self.size()), place = index < 0 ? index + size : index;
-    if (place < 0 || place >= size)
-        throw std::out_of_range("there is no image " + std::to_string(index));
-    return self[static_cast<std::size_t>(place)].get();
-}
-
-void append(osg::ImageVector& self, osg::Image* image) {
-    self.push_back(image);
-}
-
-void clear(osg::ImageVector& self) {
-    self.clear();
-}
-
 constexpr Declared images_rows[] = {
     FUNCTION(new_Image, NEW(osg::Image, ()), MAKE(osg::Image, make_image, (int, int, bool), false)),
     FUNCTION(Image_s, METHOD(osg::Image, s, () const)),
@@ -123,7 +105,7 @@ constexpr Declared images_rows[] = {
 
     SHARED_CLASS_ROWS(osg::Texture, Texture),
     FUNCTION(new_Texture2D, NEW(osg::Texture2D, ()), NEW(osg::Texture2D, (osg::Image*))),
-    FUNCTION(Texture2D_getImage, SHARED_NODE(osg::Image, ADAPTER(osg::Texture2D, getImage, texture_image, ()))),
+    FUNCTION(Texture2D_getImage, SHARED(ADAPTER(osg::Texture2D, getImage, texture_image, ()))),
     FUNCTION(Texture2D_setImage, ADAPTER(osg::Texture2D, setImage, set_texture_image, (osg::Image*))),
     FUNCTION(Texture2D_getTextureWidth, ADAPTER(osg::Texture2D, getTextureWidth, texture_width, () const)),
     FUNCTION(Texture2D_getTextureHeight, ADAPTER(osg::Texture2D, getTextureHeight, texture_height, () const)),
@@ -131,18 +113,10 @@ constexpr Declared images_rows[] = {
     SHARED_CLASS_ROWS(osg::Texture2D, Texture2D),
     FUNCTION(new_TextureCubeMap, NEW(osg::TextureCubeMap, ())),
     FUNCTION(TextureCubeMap_getImage,
-             CONTAINER(SHARED_NODE(osg::Image, ADAPTER(osg::TextureCubeMap, getImage, cube_side, (unsigned int))))),
+             CONTAINER(SHARED(ADAPTER(osg::TextureCubeMap, getImage, cube_side, (unsigned int))))),
     SHARED_CLASS_ROWS(osg::TextureCubeMap, TextureCubeMap),
 
-    FUNCTION(new_ImageVector, NEW(osg::ImageVector, ())),
-    FUNCTION(delete_ImageVector, DELETE(osg::ImageVector)),
-    FUNCTION(ImageVector___len__, ADAPTER(osg::ImageVector, __len__, count, () const)),
-    FUNCTION(ImageVector___getitem__,
-             CONTAINER(SHARED_NODE(osg::Image, ADAPTER(osg::ImageVector, __getitem__, image_at, (long) const)))),
-    FUNCTION(ImageVector_append, ADAPTER(osg::ImageVector, append, append, (osg::Image*))),
-    FUNCTION(ImageVector_clear, ADAPTER(osg::ImageVector, clear, clear, ())),
-    REGISTER(osg::ImageVector, ImageVector),
-    INIT(ImageVector),
+    LIST_ROWS(osg::ImageVector, ImageVector, osg::Image*, SHARED),
 };
 
 } // namespace

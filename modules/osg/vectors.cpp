@@ -1,4 +1,5 @@
 // Vectors, rotations and matrices of the scene graph.
+#include "binding/vocabulary/component_rows.h"
 #include "modules/osg/scene_graph_rows.h"
 
 #include <osg/Matrixd>
@@ -11,11 +12,14 @@
 #include <algorithm>
 #include <cmath>
 
+template <>
+inline constexpr std::size_t vocabulary::component_count<osg::Quat> = 4;
+
 namespace {
 
 template <class Value>
 std::string vector_text(Value const& self, char const* name) {
-    return std::string("osg.") + name + "(" + modules::component_text(self) + ")";
+    return std::string("osg.") + name + "(" + vocabulary::components_text(self) + ")";
 }
 
 std::string text2f(osg::Vec2f const& self) {
@@ -32,36 +36,6 @@ std::string text4f(osg::Vec4f const& self) {
 
 std::string text3d(osg::Vec3d const& self) {
     return vector_text(self, "Vec3d");
-}
-
-template <class Value>
-Value sum(Value const& self, Value const& other) {
-    return self + other;
-}
-
-template <class Value>
-Value difference(Value const& self, Value const& other) {
-    return self - other;
-}
-
-template <class Value>
-Value opposite(Value const& self) {
-    return -self;
-}
-
-template <class Value>
-Value scaled(Value const& self, double factor) {
-    return self * static_cast<typename Value::value_type>(factor);
-}
-
-unsigned long quat_count(osg::Quat const&) {
-    return 4;
-}
-
-double quat_part(osg::Quat const& self, long index) {
-    if (index < 0 || index > 3)
-        throw std::out_of_range("component index out of range: there are 4");
-    return self[static_cast<int>(index)];
 }
 
 osg::Vec3d rotate(osg::Quat const& self, osg::Vec3d const& vector) {
@@ -101,46 +75,43 @@ osg::Matrixd* matrix_from_numbers(PyObject* numbers) {
     return new osg::Matrixd(read);
 }
 
-#define ARITHMETIC_ROWS(class_, name_)                                                                  \
-    OPERATOR(name_##___add__, ADAPTER(class_, __add__, sum<class_>, (class_ const&) const)),            \
-        OPERATOR(name_##___sub__, ADAPTER(class_, __sub__, difference<class_>, (class_ const&) const)), \
-        OPERATOR(name_##___mul__, ADAPTER(class_, __mul__, scaled<class_>, (double) const)),            \
-        FUNCTION(name_##___neg__, ADAPTER(class_, __neg__, opposite<class_>, () const)),                \
-        FUNCTION(name_##_length, METHOD(class_, length, () const))
-
 constexpr Declared vectors_rows[] = {
     FUNCTION(new_Vec2f, NEW(osg::Vec2f, ()), NEW(osg::Vec2f, (float, float)), NEW(osg::Vec2f, (osg::Vec2f const&)),
-             CONTAINER(MAKE(osg::Vec2f, modules::from_components<osg::Vec2f>, (PyObject*)))),
-    COMPONENT_ROWS(osg::Vec2f, Vec2f),
-    ARITHMETIC_ROWS(osg::Vec2f, Vec2f),
+             CONTAINER(MAKE(osg::Vec2f, vocabulary::from_components<osg::Vec2f>, (PyObject*)))),
+    COMPONENT_ROWS(osg::Vec2f, Vec2f, float),
+    ARITHMETIC_ROWS(osg::Vec2f, Vec2f, float),
+    SCALE_ROW(osg::Vec2f, Vec2f, float),
+    FUNCTION(Vec2f_length, METHOD(osg::Vec2f, length, () const)),
     FUNCTION(Vec2f___repr__, ADAPTER(osg::Vec2f, __repr__, text2f, () const)),
     FUNCTION(new_Vec3f, NEW(osg::Vec3f, ()), NEW(osg::Vec3f, (float, float, float)),
              NEW(osg::Vec3f, (osg::Vec3f const&)),
-             CONTAINER(MAKE(osg::Vec3f, modules::from_components<osg::Vec3f>, (PyObject*)))),
-    COMPONENT_ROWS(osg::Vec3f, Vec3f),
-    ARITHMETIC_ROWS(osg::Vec3f, Vec3f),
+             CONTAINER(MAKE(osg::Vec3f, vocabulary::from_components<osg::Vec3f>, (PyObject*)))),
+    COMPONENT_ROWS(osg::Vec3f, Vec3f, float),
+    ARITHMETIC_ROWS(osg::Vec3f, Vec3f, float),
+    SCALE_ROW(osg::Vec3f, Vec3f, float),
+    FUNCTION(Vec3f_length, METHOD(osg::Vec3f, length, () const)),
     FUNCTION(Vec3f___repr__, ADAPTER(osg::Vec3f, __repr__, text3f, () const)),
     FUNCTION(new_Vec4f, NEW(osg::Vec4f, ()), NEW(osg::Vec4f, (float, float, float, float)),
              NEW(osg::Vec4f, (osg::Vec4f const&)),
-             CONTAINER(MAKE(osg::Vec4f, modules::from_components<osg::Vec4f>, (PyObject*)))),
-    COMPONENT_ROWS(osg::Vec4f, Vec4f),
-    ARITHMETIC_ROWS(osg::Vec4f, Vec4f),
+             CONTAINER(MAKE(osg::Vec4f, vocabulary::from_components<osg::Vec4f>, (PyObject*)))),
+    COMPONENT_ROWS(osg::Vec4f, Vec4f, float),
+    ARITHMETIC_ROWS(osg::Vec4f, Vec4f, float),
+    SCALE_ROW(osg::Vec4f, Vec4f, float),
+    FUNCTION(Vec4f_length, METHOD(osg::Vec4f, length, () const)),
     FUNCTION(Vec4f___repr__, ADAPTER(osg::Vec4f, __repr__, text4f, () const)),
     FUNCTION(new_Vec3d, NEW(osg::Vec3d, ()), NEW(osg::Vec3d, (double, double, double)),
              NEW(osg::Vec3d, (osg::Vec3f const&)), NEW(osg::Vec3d, (osg::Vec3d const&)),
-             CONTAINER(MAKE(osg::Vec3d, modules::from_components<osg::Vec3d>, (PyObject*)))),
-    COMPONENT_ROWS(osg::Vec3d, Vec3d),
-    ARITHMETIC_ROWS(osg::Vec3d, Vec3d),
+             CONTAINER(MAKE(osg::Vec3d, vocabulary::from_components<osg::Vec3d>, (PyObject*)))),
+    COMPONENT_ROWS(osg::Vec3d, Vec3d, double),
+    ARITHMETIC_ROWS(osg::Vec3d, Vec3d, double),
+    SCALE_ROW(osg::Vec3d, Vec3d, double),
+    FUNCTION(Vec3d_length, METHOD(osg::Vec3d, length, () const)),
     FUNCTION(Vec3d___repr__, ADAPTER(osg::Vec3d, __repr__, text3d, () const)),
 
     FUNCTION(new_Quat, NEW(osg::Quat, ()), NEW(osg::Quat, (double, double, double, double)),
              NEW(osg::Quat, (double, osg::Vec3d const&))),
-    FUNCTION(delete_Quat, DELETE(osg::Quat)),
-    FUNCTION(Quat___len__, ADAPTER(osg::Quat, __len__, quat_count, () const)),
-    FUNCTION(Quat___getitem__, CONTAINER(ADAPTER(osg::Quat, __getitem__, quat_part, (long) const))),
+    COMPONENT_ROWS(osg::Quat, Quat, double),
     FUNCTION(Quat_rotate, ADAPTER(osg::Quat, rotate, rotate, (osg::Vec3d const&) const)),
-    REGISTER(osg::Quat, Quat),
-    INIT(Quat),
 
     FUNCTION(new_Matrixd, NEW(osg::Matrixd, ()), NEW(osg::Matrixd, (osg::Matrixd const&)),
              CONTAINER(MAKE(osg::Matrixd, matrix_from_numbers, (PyObject*)))),

@@ -1,9 +1,10 @@
 """Colours: iteration, copies, pickling and NumPy."""
 
+from .lists import NumberList
 from .numbers import Numbers
 
 
 class Color(Numbers): ...
 
 
-class ColorVector(Numbers): ...
+class ColorVector(NumberList): ...

@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+from .lists import Items
 from .numbers import Numbers, component
 
 TYPE_CHECKING = False
@@ -34,6 +35,9 @@ class Vec4f(Numbers):
 
 
 class Quat(Numbers): ...
+
+
+class ImageVector(Items): ...
 
 
 class Image:

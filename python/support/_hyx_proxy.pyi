@@ -9,6 +9,9 @@ class Handle:
     this: Any
     thisown: bool
 
+class Buffer(Handle):
+    """The base of the proxy classes whose objects are arrays of numbers."""
+
 class method:
     def __init__(self, function: Any, signature: str | None = None, doc: str | None = None) -> None: ...
 

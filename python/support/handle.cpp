@@ -143,12 +143,37 @@ PyTypeObject make_type() {
     return type;
 }
 
+// The interpreter learns to ask `__buffer__` itself only in its version 3.12.
+int get_buffer(PyObject* object, Py_buffer* view, int flags) {
+    view->obj = nullptr;
+    PyObject* given = PyObject_CallMethod(object, "__buffer__", "i", flags);
+    if (!given)
+        return -1;
+    int const status = PyObject_GetBuffer(given, view, flags); // the view holds what was given
+    Py_DECREF(given);
+    return status;
+}
+
+PyBufferProcs buffer_procedures = {get_buffer, nullptr};
+
+PyTypeObject make_buffer_type() {
+    PyTypeObject type = {PyVarObject_HEAD_INIT(nullptr, 0)};
+    type.tp_name = "_hyx_proxy.Buffer";
+    type.tp_doc = "The base of the proxy classes whose objects are arrays of numbers.";
+    type.tp_basicsize = sizeof(Handle);
+    type.tp_flags = Py_TPFLAGS_DEFAULT | Py_TPFLAGS_BASETYPE;
+    type.tp_base = &handle_type;
+    type.tp_as_buffer = &buffer_procedures;
+    return type;
+}
+
 } // namespace
 
 PyTypeObject handle_type = make_type();
+PyTypeObject buffer_type = make_buffer_type();
 
 bool add_handle(PyObject* module) {
-    return PyModule_AddType(module, &handle_type) == 0;
+    return PyModule_AddType(module, &handle_type) == 0 && PyModule_AddType(module, &buffer_type) == 0;
 }
 
 } // namespace proxy

@@ -14,4 +14,7 @@ struct Handle {
 // The base class of every proxy class.
 extern PyTypeObject handle_type;
 
+// The base class of those whose instances are buffers: what their `__buffer__` gives, which takes the buffer flags.
+extern PyTypeObject buffer_type;
+
 } // namespace proxy

@@ -13,12 +13,13 @@ namespace {
 
 struct Loaded {
     std::filesystem::file_time_type changed;
-    PyObject* names; ///< owned for the life of the process, like the interpreter's own modules
+    ScriptObject names;
 };
 
 std::map<std::string, Loaded>& loadedFiles() {
-    static std::map<std::string, Loaded> files;
-    return files;
+    // Never destroyed: at the process's end there is no interpreter left that would take the references.
+    static auto* const files = new std::map<std::string, Loaded>;
+    return *files;
 }
 
 /// The script's folder stands first in the search path while the script runs, as when it is run by itself; it stays
@@ -90,11 +91,9 @@ ScriptFile ScriptFile::load(std::string const& path, bool again) {
         ScriptObject names = run(script.m_path);
         if (!names)
             return script;
-        if (known != files.end())
-            Py_DECREF(known->second.names);
-        known = files.insert_or_assign(script.m_path, Loaded{changed, names.release()}).first;
+        known = files.insert_or_assign(script.m_path, Loaded{changed, std::move(names)}).first;
     }
-    script.m_namespace = ScriptObject::borrow(known->second.names);
+    script.m_namespace = ScriptObject::borrow(known->second.names.get());
     return script;
 }
 

@@ -27,7 +27,7 @@ constexpr Declared rigid_body_rows[] = {
     FUNCTION(RigidBody_getRotation, METHOD(hyx::RigidBody, getRotation, () const)),
     FUNCTION(RigidBody_setTransform, METHOD(hyx::RigidBody, setTransform, (hyx::AffineMatrix4x4 const&))),
     FUNCTION(RigidBody_getTransform, METHOD(hyx::RigidBody, getTransform, () const)),
-    FUNCTION(RigidBody_getFrame, SHARED(hyx::Frame, METHOD(hyx::RigidBody, getFrame, () const))),
+    FUNCTION(RigidBody_getFrame, SHARED(METHOD(hyx::RigidBody, getFrame, () const))),
     FUNCTION(RigidBody_setVelocity, METHOD(hyx::RigidBody, setVelocity, (hyx::Vec3 const&))),
     FUNCTION(RigidBody_getVelocity, METHOD(hyx::RigidBody, getVelocity, () const)),
     FUNCTION(RigidBody_setAngularVelocity, METHOD(hyx::RigidBody, setAngularVelocity, (hyx::Vec3 const&))),
@@ -56,7 +56,7 @@ constexpr Declared rigid_body_rows[] = {
     FUNCTION(RigidBody_setAngularDamping, METHOD(hyx::RigidBody, setAngularDamping, (hyx::Real))),
     FUNCTION(RigidBody_getAngularDamping, METHOD(hyx::RigidBody, getAngularDamping, () const)),
     FUNCTION(RigidBody_getKineticEnergy, METHOD(hyx::RigidBody, getKineticEnergy, () const)),
-    FUNCTION(RigidBody_getSimulation, SHARED(hyxSDK::Simulation, METHOD(hyx::RigidBody, getSimulation, () const))),
+    FUNCTION(RigidBody_getSimulation, SHARED(METHOD(hyx::RigidBody, getSimulation, () const))),
     REGISTER(hyx::RigidBody, RigidBody),
     INIT(RigidBody),
 };

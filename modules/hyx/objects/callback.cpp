@@ -1,43 +1,14 @@
 // Callbacks made from Python functions, and the events that call them; the stop-watch.
-#include "binding/vocabulary/python_values.h"
 #include "binding/vocabulary/rows.h"
+#include "binding/vocabulary/script_function.h"
 #include "platform/hyx/objects/event.h"
 #include "platform/hyx/objects/high_accuracy_timer.h"
-#include "platform/hyxPython/script_manager.h"
-
-#include <memory>
 
 namespace {
 
-// Keeps a Python function for as long as any copy of its callback.
-class PythonFunction {
-public:
-    explicit PythonFunction(PyObject* function) : m_function(Py_NewRef(function), &release) {}
-
-    // An error has no caller who could catch it: it goes to the script manager, or stays set where there is none.
-    void operator()() const {
-        if (PyObject* result = PyObject_CallNoArgs(m_function.get()))
-            Py_DECREF(result);
-        else if (auto* manager = hyxPython::ScriptManager::instance("", "", "", false))
-            manager->registerError("hyx::Callback");
-    }
-
-private:
-    // Native objects may outlive the interpreter.
-    static void release(PyObject* function) {
-        if (Py_IsInitialized())
-            Py_DECREF(function);
-    }
-
-    std::shared_ptr<PyObject> m_function;
-};
-
 hyx::Callback* make_callback(PyObject* function) {
-    if (!PyCallable_Check(function)) {
-        PyErr_SetString(PyExc_TypeError, "a callback is made from a function or another callable");
-        throw vocabulary::PythonError();
-    }
-    return new hyx::Callback(PythonFunction(function));
+    auto const kept = vocabulary::keep_function(function, "a callback is made from a function or another callable");
+    return new hyx::Callback([kept] { vocabulary::call_function(kept, nullptr, "hyx::Callback"); });
 }
 
 // Inherited from templates.

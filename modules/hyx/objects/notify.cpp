@@ -1,10 +1,8 @@
 // The stream of notices.
 #include "platform/hyx/objects/notify.h"
 
-#include "binding/vocabulary/python_values.h"
 #include "binding/vocabulary/rows.h"
-
-#include <memory>
+#include "binding/vocabulary/script_function.h"
 
 namespace {
 
@@ -12,26 +10,16 @@ namespace {
 void set_sink(hyx::Notify& self, PyObject* function) {
     if (function == Py_None)
         return self.setSink({});
-    if (!PyCallable_Check(function)) {
-        PyErr_SetString(PyExc_TypeError, "a sink is a function of the level and the text");
-        throw vocabulary::PythonError();
-    }
-    std::shared_ptr<PyObject> const kept(Py_NewRef(function), [](PyObject* object) {
-        if (Py_IsInitialized())
-            Py_DECREF(object);
-    });
+    auto const kept = vocabulary::keep_function(function, "a sink is a function of the level and the text");
     self.setSink([kept](int level, std::string const& text) {
-        if (!Py_IsInitialized())
+        if (!kept.alive())
             return;
         // A notice may be about an error that is pending, and a failing sink must not replace it.
-        PyObject *type, *value, *traceback;
-        PyErr_Fetch(&type, &value, &traceback);
-        if (PyObject* result =
-                PyObject_CallFunction(kept.get(), "is#", level, text.data(), static_cast<Py_ssize_t>(text.size())))
-            Py_DECREF(result);
-        else
+        runtime::SavedError const pending;
+        auto const result = runtime::Reference::take(
+            PyObject_CallFunction(kept.get(), "is#", level, text.data(), static_cast<Py_ssize_t>(text.size())));
+        if (!result)
             PyErr_WriteUnraisable(kept.get());
-        PyErr_Restore(type, value, traceback);
     });
 }
 

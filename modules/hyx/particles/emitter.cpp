@@ -14,7 +14,7 @@ PyObject* bodies(hyx::RigidBodyEmitter const& self) {
 constexpr Declared emitter_rows[] = {
     FUNCTION(new_Emitter, NEW(hyx::Emitter, (hyx::ParticleSystem*), nullptr)),
     FUNCTION(Emitter_setParticleSystem, METHOD(hyx::Emitter, setParticleSystem, (hyx::ParticleSystem*))),
-    FUNCTION(Emitter_getParticleSystem, SHARED(hyx::ParticleSystem, METHOD(hyx::Emitter, getParticleSystem, () const))),
+    FUNCTION(Emitter_getParticleSystem, SHARED(METHOD(hyx::Emitter, getParticleSystem, () const))),
     FUNCTION(Emitter_setPosition, METHOD(hyx::Emitter, setPosition, (hyx::Vec3 const&))),
     FUNCTION(Emitter_getPosition, METHOD(hyx::Emitter, getPosition, () const)),
     FUNCTION(Emitter_setHalfExtents, METHOD(hyx::Emitter, setHalfExtents, (hyx::Vec3 const&))),

@@ -1,7 +1,7 @@
 // Planes and ranges of numbers.
 #include "platform/hyx/values/plane.h"
 
-#include "modules/hyx/objects/component_rows.h"
+#include "binding/vocabulary/component_rows.h"
 #include "platform/hyx/values/range_real.h"
 
 namespace {
@@ -12,7 +12,7 @@ std::string number(double value) {
 }
 
 std::string plane_repr(hyx::Plane const& self) {
-    return "hyx.Plane(" + modules::numbers_text(self.getNormal()) + ", " + number(self.getD()) + ")";
+    return "hyx.Plane(" + vocabulary::components_text(self.getNormal()) + ", " + number(self.getD()) + ")";
 }
 
 std::string range_repr(hyx::RangeReal const& self) {

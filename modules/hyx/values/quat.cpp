@@ -1,7 +1,7 @@
 // Rows of the rotations.
 #include "platform/hyx/values/quat.h"
 
-#include "modules/hyx/objects/component_rows.h"
+#include "binding/vocabulary/component_rows.h"
 
 namespace {
 
@@ -14,15 +14,15 @@ hyx::Quat quat_product(hyx::Quat const& self, hyx::Quat const& next) {
 }
 
 std::string quat_repr(hyx::Quat const& self) {
-    return "hyx.Quat(" + modules::numbers_text(self) + ")";
+    return "hyx.Quat(" + vocabulary::components_text(self) + ")";
 }
 
 constexpr Declared quat_rows[] = {
     FUNCTION(new_Quat, NEW(hyx::Quat, ()), NEW(hyx::Quat, (double, double, double, double)),
              NEW(hyx::Quat, (double, hyx::Vec3 const&)), NEW(hyx::Quat, (hyx::Vec3 const&, hyx::Vec3 const&)),
              NEW(hyx::Quat, (hyx::Quat const&)),
-             CONTAINER(MAKE(hyx::Quat, modules::from_numbers<hyx::Quat>, (PyObject*)))),
-    SEQUENCE_ROWS(hyx::Quat, Quat, double),
+             CONTAINER(MAKE(hyx::Quat, vocabulary::from_components<hyx::Quat>, (PyObject*)))),
+    COMPONENT_ROWS(hyx::Quat, Quat, double),
     FUNCTION(Quat___repr__, ADAPTER(hyx::Quat, __repr__, quat_repr, () const)),
     OPERATOR(Quat___mul__, ADAPTER(hyx::Quat, __mul__, turned, (hyx::Vec3 const&) const),
              ADAPTER(hyx::Quat, __mul__, quat_product, (hyx::Quat const&) const)),

@@ -1,19 +1,19 @@
 // Three numbers in single precision.
 #include "platform/hyx/values/vec3f.h"
 
-#include "modules/hyx/objects/component_rows.h"
+#include "binding/vocabulary/component_rows.h"
 
 namespace {
 
 std::string vec3f_repr(hyx::Vec3f const& self) {
-    return "hyx.Vec3f(" + modules::numbers_text(self) + ")";
+    return "hyx.Vec3f(" + vocabulary::components_text(self) + ")";
 }
 
 constexpr Declared vec3f_rows[] = {
     FUNCTION(new_Vec3f, NEW(hyx::Vec3f, ()), NEW(hyx::Vec3f, (float, float, float)), NEW(hyx::Vec3f, (float)),
              NEW(hyx::Vec3f, (hyx::Vec3f const&)), NEW(hyx::Vec3f, (hyx::Vec3 const&)),
-             CONTAINER(MAKE(hyx::Vec3f, modules::from_numbers<hyx::Vec3f>, (PyObject*)))),
-    SEQUENCE_ROWS(hyx::Vec3f, Vec3f, float),
+             CONTAINER(MAKE(hyx::Vec3f, vocabulary::from_components<hyx::Vec3f>, (PyObject*)))),
+    COMPONENT_ROWS(hyx::Vec3f, Vec3f, float),
     FUNCTION(Vec3f___repr__, ADAPTER(hyx::Vec3f, __repr__, vec3f_repr, () const)),
     ARITHMETIC_ROWS(hyx::Vec3f, Vec3f, float),
     SCALE_ROW(hyx::Vec3f, Vec3f, float),

@@ -1,7 +1,7 @@
 // Four numbers in double precision.
 #include "platform/hyx/values/vec4.h"
 
-#include "modules/hyx/objects/component_rows.h"
+#include "binding/vocabulary/component_rows.h"
 #include "platform/hyx/values/vec4f.h"
 
 namespace {
@@ -11,15 +11,15 @@ hyx::Vec4* vec4_from_single(hyx::Vec4f const& single) {
 }
 
 std::string vec4_repr(hyx::Vec4 const& self) {
-    return "hyx.Vec4(" + modules::numbers_text(self) + ")";
+    return "hyx.Vec4(" + vocabulary::components_text(self) + ")";
 }
 
 constexpr Declared vec4_rows[] = {
     FUNCTION(new_Vec4, NEW(hyx::Vec4, ()), NEW(hyx::Vec4, (double, double, double, double)), NEW(hyx::Vec4, (double)),
              NEW(hyx::Vec4, (hyx::Vec4 const&)), NEW(hyx::Vec4, (hyx::Vec3 const&, double)),
              MAKE(hyx::Vec4, vec4_from_single, (hyx::Vec4f const&)),
-             CONTAINER(MAKE(hyx::Vec4, modules::from_numbers<hyx::Vec4>, (PyObject*)))),
-    SEQUENCE_ROWS(hyx::Vec4, Vec4, double),
+             CONTAINER(MAKE(hyx::Vec4, vocabulary::from_components<hyx::Vec4>, (PyObject*)))),
+    COMPONENT_ROWS(hyx::Vec4, Vec4, double),
     FUNCTION(Vec4___repr__, ADAPTER(hyx::Vec4, __repr__, vec4_repr, () const)),
     ARITHMETIC_ROWS(hyx::Vec4, Vec4, double),
     SCALE_ROW(hyx::Vec4, Vec4, double),

@@ -1,19 +1,19 @@
 // Four numbers in single precision.
 #include "platform/hyx/values/vec4f.h"
 
-#include "modules/hyx/objects/component_rows.h"
+#include "binding/vocabulary/component_rows.h"
 
 namespace {
 
 std::string vec4f_repr(hyx::Vec4f const& self) {
-    return "hyx.Vec4f(" + modules::numbers_text(self) + ")";
+    return "hyx.Vec4f(" + vocabulary::components_text(self) + ")";
 }
 
 constexpr Declared vec4f_rows[] = {
     FUNCTION(new_Vec4f, NEW(hyx::Vec4f, ()), NEW(hyx::Vec4f, (float, float, float, float)), NEW(hyx::Vec4f, (float)),
              NEW(hyx::Vec4f, (hyx::Vec4f const&)), NEW(hyx::Vec4f, (hyx::Vec4 const&)),
-             CONTAINER(MAKE(hyx::Vec4f, modules::from_numbers<hyx::Vec4f>, (PyObject*)))),
-    SEQUENCE_ROWS(hyx::Vec4f, Vec4f, float),
+             CONTAINER(MAKE(hyx::Vec4f, vocabulary::from_components<hyx::Vec4f>, (PyObject*)))),
+    COMPONENT_ROWS(hyx::Vec4f, Vec4f, float),
     FUNCTION(Vec4f___repr__, ADAPTER(hyx::Vec4f, __repr__, vec4f_repr, () const)),
     ARITHMETIC_ROWS(hyx::Vec4f, Vec4f, float),
     SCALE_ROW(hyx::Vec4f, Vec4f, float),

@@ -5,8 +5,6 @@
 #include "binding/runtime/errors.h"
 #include "binding/runtime/pointers.h"
 
-#include <memory>
-
 using Base = hyxOSG::LidarOutputRendererColorFunctionCallback;
 
 namespace {
@@ -48,13 +46,7 @@ void SwigDirector_LidarOutputRendererColorFunctionCallback::swig_set_inner(char 
 
 hyxOSG::LidarOutputRenderer::IntensityState::ColorFunc
 SwigDirector_LidarOutputRendererColorFunctionCallback::swig_keeping_color_function() {
-    auto const release = [](PyObject* object) {
-        if (Py_IsInitialized())
-            Py_XDECREF(object);
-    };
-    PyObject* const self = swig_get_self();
-    Py_XINCREF(self);
-    return [kept = std::shared_ptr<PyObject>(self, release), function = *getColorFunction()](float intensity) {
+    return [kept = runtime::KeptReference(swig_get_self()), function = *getColorFunction()](float intensity) {
         return function(intensity);
     };
 }

@@ -75,8 +75,8 @@ decorator::ShadingOptions SceneDecorator::Implementation::shading() const {
 }
 
 void SceneDecorator::Implementation::updateParts() {
-    background.node()->setNodeMask(enabled ? ExampleApplication::DECORATOR_MASK : 0u);
-    overlay->setNodeMask(enabled ? ExampleApplication::HUD_MASK : 0u);
+    background.node()->setNodeMask(enabled ? unsigned(ExampleApplication::DECORATOR_MASK) : 0u);
+    overlay->setNodeMask(enabled ? unsigned(ExampleApplication::HUD_MASK) : 0u);
     lit->setStateSet(shaderState ? decorator::createShadingState(shading()) : osg::ref_ptr<osg::StateSet>());
     bool const shadows = enabled && shadowsEnabled;
     drawnMethod = shadows ? decorator::nearestMethod(method, shadowSupport->support()) : NO_SHADOWS;

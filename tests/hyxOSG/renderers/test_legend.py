@@ -1,14 +1,11 @@
 """The legend is a Python sequence: a list of points, but for the differences that are stated here."""
 
 import gc
-import random
 
 import _hyxOSG
 import pytest
 from hyxOSG import LidarOutputRendererLegend as Legend
 from hyxOSG import LidarOutputRendererLegendPoint as Point
-
-OUT_OF_RANGE = "index out of range"
 
 
 def point(intensity):
@@ -27,127 +24,6 @@ def legend(values):
 
 def values(sequence):
     return [element.intensity for element in sequence]
-
-
-def read(model, taken):
-    """What reading a slice gives: a slice that starts at or behind the end counts from the front."""
-    start = taken.start or 0
-    forward = (taken.step or 1) > 0
-    if forward and start >= len(model):
-        taken = slice(0, taken.stop, taken.step)
-    return model[taken]
-
-
-def random_slice(chance, length):
-    def bound():
-        return chance.choice([None, chance.randint(-length - 3, length + 3)])
-
-    return slice(bound(), bound(), chance.choice([None, 1, 1, 2, 3, -1, -2, -5]))
-
-
-class Pair:
-    """A legend and the list that it is compared with."""
-
-    def __init__(self, chance):
-        self.chance = chance
-        self.model = [float(chance.randint(0, 99)) for _ in range(chance.randint(0, 8))]
-        self.legend = legend(self.model)
-        self.next = 100.0
-
-    def fresh(self, count):
-        self.next += count
-        return [self.next - i for i in range(count)]
-
-    def both(self, change_model, change_legend):
-        """The same change on both; where the list refuses, the legend has to refuse with the same exception."""
-        try:
-            change_model()
-        except (IndexError, ValueError) as refusal:
-            with pytest.raises(type(refusal)):
-                change_legend()
-        else:
-            change_legend()
-        assert values(self.legend) == self.model
-        assert len(self.legend) == len(self.model)
-        assert bool(self.legend) == bool(self.model)
-
-    def index(self):
-        return self.chance.randint(-len(self.model) - 2, len(self.model) + 1)
-
-    def get_item(self):
-        i = self.index()
-        if -len(self.model) <= i < len(self.model):
-            assert self.legend[i].intensity == self.model[i]
-        else:
-            with pytest.raises(IndexError, match=OUT_OF_RANGE):
-                self.legend[i]
-
-    def get_slice(self):
-        taken = random_slice(self.chance, len(self.model))
-        assert values(self.legend[taken]) == read(self.model, taken)
-
-    def set_item(self):
-        i, (value,) = self.index(), self.fresh(1)
-        self.both(lambda: self.model.__setitem__(i, value), lambda: self.legend.__setitem__(i, point(value)))
-
-    def set_slice(self):
-        taken = random_slice(self.chance, len(self.model))
-        new = self.fresh(self.chance.choice([len(self.model[taken]), self.chance.randint(0, 5)]))
-        as_legend = self.chance.random() < 0.5
-        given = legend(new) if as_legend else points(new)
-        self.both(lambda: self.model.__setitem__(taken, new), lambda: self.legend.__setitem__(taken, given))
-
-    def delete_item(self):
-        i = self.index()
-        self.both(lambda: self.model.__delitem__(i), lambda: self.legend.__delitem__(i))
-
-    def delete_slice(self):
-        taken = random_slice(self.chance, len(self.model))
-        self.both(lambda: self.model.__delitem__(taken), lambda: self.legend.__delitem__(taken))
-
-    def append(self):
-        (value,) = self.fresh(1)
-        self.both(lambda: self.model.append(value), lambda: self.legend.append(point(value)))
-
-    def pop(self):
-        self.both(lambda: self.model.pop(), lambda: self.legend.pop())
-
-    def insert(self):
-        (value,) = self.fresh(1)
-        at = self.chance.randint(0, len(self.model))
-        self.both(
-            lambda: self.model.insert(at, value),
-            lambda: self.legend.insert(self.legend.begin() + at, point(value)),
-        )
-
-    def erase(self):
-        first = self.chance.randint(0, len(self.model))
-        last = self.chance.randint(first, len(self.model))
-        self.both(
-            lambda: self.model.__delitem__(slice(first, last)),
-            lambda: self.legend.erase(self.legend.begin() + first, self.legend.begin() + last),
-        )
-
-
-@pytest.mark.parametrize("seed", range(40))
-def test_random_changes_agree_with_a_list(seed):
-    chance = random.Random(seed)
-    pair = Pair(chance)
-    steps = [
-        pair.get_item,
-        pair.get_slice,
-        pair.set_item,
-        pair.set_slice,
-        pair.delete_item,
-        pair.delete_slice,
-        pair.append,
-        pair.append,
-        pair.pop,
-        pair.insert,
-        pair.erase,
-    ]
-    for _ in range(60):
-        chance.choice(steps)()
 
 
 def test_reading_from_the_end_on_copies_everything_but_writing_does_not():

@@ -167,7 +167,10 @@ def test_own_colors_are_spread_evenly():
 def test_lists_of_colors_are_sequences():
     colors = hyxRender.ColorVector([hyxRender.Color(1.0, 0.0, 0.0, 1.0)])
     colors.append(hyxRender.Color(0.0, 0.0, 1.0, 1.0))
-    colors[0].g = 0.5
+    changed = colors[0]
+    changed.g = 0.5
+    assert colors[0].g == 0, "elements are copies: a list that grows moves its own"
+    colors[0] = changed
     assert [tuple(color) for color in colors] == [(1, 0.5, 0, 1), (0, 0, 1, 1)]
     assert [tuple(color) for color in colors[::-1]] == [(0, 0, 1, 1), (1, 0.5, 0, 1)]
     between = ScalarColorMap(colors, 0.0, 1.0)
