@@ -1,7 +1,7 @@
 """Calls every getter of all modules and watches the hold on the type table: python shared_results.py PACKAGE
 
-PACKAGE is imported before all others, so that each module in turn is the one that publishes the table. Prints a line per
-call that does not give back what it took, then how many results kept a native object alive.
+PACKAGE is imported before all others, so that each module in turn is the one that publishes the table. Prints a line
+per call that does not give back what it took, then the functions whose results kept a native object alive.
 """
 
 import faulthandler
