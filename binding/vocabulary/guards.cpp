@@ -7,8 +7,10 @@
 #include <Python.h>
 
 #include <exception>
+#include <filesystem>
 #include <stdexcept>
 #include <string>
+#include <system_error>
 
 namespace {
 
@@ -17,11 +19,41 @@ void set_error(PyObject* type, char const* text) {
         PyErr_SetString(type, text);
 }
 
+bool set_attribute(PyObject* error, char const* name, PyObject* value) {
+    bool const set = value && PyObject_SetAttrString(error, name, value) == 0;
+    Py_XDECREF(value);
+    return set;
+}
+
+// RuntimeError with the text, and what the system said as attributes named as those of OSError, into which the proxies
+// turn it.
+void set_system_error(std::system_error const& failure, std::string const& path) {
+    bool const numbered =
+        failure.code().category() == std::generic_category() || failure.code().category() == std::system_category();
+    if (PyErr_Occurred() || !numbered)
+        return set_error(PyExc_RuntimeError, failure.what());
+    PyObject* error = PyObject_CallFunction(PyExc_RuntimeError, "s", failure.what());
+    if (!error)
+        return;
+    std::string const reason = failure.code().message();
+    bool const complete =
+        set_attribute(error, "errno", PyLong_FromLong(failure.code().value())) &&
+        set_attribute(error, "strerror", PyUnicode_DecodeLocale(reason.c_str(), "surrogateescape")) &&
+        set_attribute(error, "filename", path.empty() ? Py_NewRef(Py_None) : PyUnicode_DecodeFSDefault(path.c_str()));
+    if (complete)
+        PyErr_SetObject(PyExc_RuntimeError, error);
+    Py_DECREF(error);
+}
+
 } // namespace
 
 void vocabulary::translate_native_exception() {
     try {
         throw;
+    } catch (std::filesystem::filesystem_error const& error) {
+        set_system_error(error, error.path1().string());
+    } catch (std::system_error const& error) {
+        set_system_error(error, "");
     } catch (std::exception const& error) {
         set_error(PyExc_RuntimeError, error.what());
     } catch (...) {

@@ -6,8 +6,8 @@
 
 namespace vocabulary {
 
-// RuntimeError with what(), or "Unknown exception". A Python error that is pending already (a script that the native
-// side ran has failed) is kept.
+// RuntimeError with what(), or "Unknown exception"; that of a std::system_error has `errno`, `strerror` and `filename`.
+// A Python error that is pending already (a script that the native side ran has failed) is kept.
 void translate_native_exception();
 
 // Sequences: std::out_of_range is IndexError, std::invalid_argument ValueError; else as translate_native_exception.

@@ -1,17 +1,21 @@
 // Model and image files, and how they are read.
 #include "modules/osg/scene_graph_rows.h"
+#include "platform/hyx/objects/notify.h"
+#include "platform/osg/scene_files.h"
 
 #include <osg/Image>
 #include <osg/Node>
 #include <osgDB/Options>
 #include <osgDB/ReadFile>
-#include <osgDB/WriteFile>
+
+#include <stdexcept>
+#include <system_error>
 
 namespace osgDB {
 namespace {
 
-// The plain readers and writers, in forms that a row can name. A file that cannot be read gives null, one that cannot
-// be written false.
+// Readers and writers in forms that a row can name. A file that cannot be read gives null, what no writer takes false;
+// a file that cannot be written throws.
 osg::Node* read_node(std::string const& file) {
     return osgDB::readRefNodeFile(file).release();
 }
@@ -20,12 +24,25 @@ osg::Image* read_image(std::string const& file) {
     return osgDB::readRefImageFile(file).release();
 }
 
+template <class Write>
+bool succeeds(Write const& write) {
+    try {
+        write();
+        return true;
+    } catch (std::system_error const&) {
+        throw;
+    } catch (std::runtime_error const& refusal) {
+        hyx::Notify::instance().notify(hyx::Notify::NOTIFY_WARNING, refusal.what());
+        return false;
+    }
+}
+
 bool write_node(osg::Node const& node, std::string const& file) {
-    return osgDB::writeNodeFile(node, file);
+    return succeeds([&] { osg::writeNode(node, file); });
 }
 
 bool write_image(osg::Image const& image, std::string const& file) {
-    return osgDB::writeImageFile(image, file);
+    return succeeds([&] { osg::writeImage(image, file); });
 }
 
 } // namespace

@@ -104,7 +104,8 @@ public:
     /// Goes back to a state saved when the same objects were here. Throws std::runtime_error, changing nothing, for
     /// anything else.
     void restoreState(std::string const& state);
-    /// As above, to and from a file; throws std::runtime_error with the reason when it cannot be written or read.
+    /// As above, to and from a file; throws std::filesystem::filesystem_error when it cannot be written, which leaves
+    /// the file as it was, or read.
     void save(hyx::String const& fileName) const;
     void restore(hyx::String const& fileName);
 

@@ -12,6 +12,7 @@ from .natives import Natives
 from .python_types import plain_type
 
 RAISED = re.compile(r"`?std::(invalid_argument|runtime_error|logic_error|domain_error|length_error)`?")
+RAISED_BY_SYSTEM = re.compile(r"`?std::(filesystem::filesystem_error|system_error)`?")
 RAISED_RANGE = re.compile(r"`?std::out_of_range`?")
 PARAMETER_LINE = re.compile(r"^[\\@]param(?:\[\w+\])?\s+(\w+)\s*", re.MULTILINE)
 THROWS_LINE = re.compile(r"^[\\@](?:throws?|exception)\s+(\S+)\s*", re.MULTILINE)
@@ -186,6 +187,7 @@ def readable(comment: str) -> str:
     text = THROWS_LINE.sub(r"Raises \1 ", text)
     text = RETURN_LINE.sub("Returns ", text)
     text = RAISED.sub("RuntimeError", text)
+    text = RAISED_BY_SYSTEM.sub("OSError", text)
     text = RAISED_RANGE.sub("IndexError", text)
     text = re.sub(r"\bnullptr\b|\b[Nn]ull\b", "None", text)
     text = re.sub(r"[\\@](?:brief|ref|c|p|a|e|b|note|see|sa|deprecated)\s+", "", text)

@@ -3,6 +3,37 @@
 
 namespace proxy {
 
+namespace {
+
+// The attribute in the error's own dictionary; a new reference, or null without an error.
+PyObject* attribute(PyObject* error, char const* name) {
+    PyObject* found = PyObject_GetAttrString(error, name);
+    if (!found)
+        PyErr_Clear();
+    return found;
+}
+
+} // namespace
+
+void speak_of_files() {
+    PyObject *type = nullptr, *value = nullptr, *traceback = nullptr;
+    if (PyErr_Occurred() != PyExc_RuntimeError)
+        return;
+    PyErr_Fetch(&type, &value, &traceback);
+    PyErr_NormalizeException(&type, &value, &traceback);
+    PyObject* number = attribute(value, "errno");
+    PyObject* reason = number ? attribute(value, "strerror") : nullptr;
+    PyObject* path = reason ? attribute(value, "filename") : nullptr;
+    if (PyObject* error = path ? PyObject_CallFunctionObjArgs(PyExc_OSError, number, reason, path, nullptr) : nullptr) {
+        Py_SETREF(type, Py_NewRef(reinterpret_cast<PyObject*>(Py_TYPE(error))));
+        Py_SETREF(value, error);
+    }
+    Py_XDECREF(number);
+    Py_XDECREF(reason);
+    Py_XDECREF(path);
+    PyErr_Restore(type, value, traceback);
+}
+
 ModuleDefinition const* find_definition(PyObject* module) {
     if (PyModule_Check(module)) {
         auto const* definition = reinterpret_cast<ModuleDefinition const*>(PyModule_GetDef(module));

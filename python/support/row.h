@@ -10,6 +10,10 @@ namespace proxy {
 using vocabulary::Function;
 using vocabulary::ModuleDefinition;
 
+// Turns a pending RuntimeError that says what the system refused (as the flat functions leave it) into the OSError that
+// Python's own functions would raise: FileNotFoundError, PermissionError and so on. Any other error stays.
+void speak_of_files();
+
 // What it takes to run one row without an argument tuple. `flat` is the module's own function; it is
 // kept for the calls that the row cannot take directly (keywords, wrong counts), so that their messages
 // are the flat function's own.
@@ -23,11 +27,17 @@ struct Row {
     PyObject* call(PyObject* const* arguments, Py_ssize_t count) const {
         if (exact_count >= 0 && count != exact_count) [[unlikely]]
             return call_flat(arguments, count, nullptr);
-        return run(function, arguments, count);
+        PyObject* const result = run(function, arguments, count);
+        if (!result) [[unlikely]]
+            speak_of_files();
+        return result;
     }
 
     [[gnu::noinline]] PyObject* call_flat(PyObject* const* arguments, Py_ssize_t count, PyObject* keyword_names) const {
-        return PyObject_Vectorcall(flat, arguments, static_cast<std::size_t>(count), keyword_names);
+        PyObject* const result = PyObject_Vectorcall(flat, arguments, static_cast<std::size_t>(count), keyword_names);
+        if (!result)
+            speak_of_files();
+        return result;
     }
 };
 

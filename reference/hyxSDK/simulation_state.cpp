@@ -4,16 +4,19 @@
 #include "reference/machinery/bullet/bullet_values.h"
 #include "reference/machinery/bullet/constraint_implementation.h"
 #include "reference/machinery/bullet/rigid_body_implementation.h"
+#include "reference/machinery/files/whole_file.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
 #include <string_view>
+#include <system_error>
 
 namespace hyxSDK {
 
@@ -171,16 +174,15 @@ void Simulation::restoreState(std::string const& state) {
 void Simulation::save(hyx::String const& fileName) const {
     std::string bytes = saveState();
     write(bytes, checkSum(bytes));
-    std::ofstream file(fileName, std::ios::binary);
-    if (!file.write(bytes.data(), static_cast<std::streamsize>(bytes.size())).flush())
-        throw std::runtime_error("cannot write the state to '" + fileName + "': " + std::strerror(errno));
+    hyx::writeWholeFile(std::string(fileName), bytes);
 }
 
 void Simulation::restore(hyx::String const& fileName) {
     std::ifstream file(fileName, std::ios::binary);
     std::stringstream content;
     if (!file || !(content << file.rdbuf()))
-        throw std::runtime_error("cannot read the state in '" + fileName + "': " + std::strerror(errno));
+        throw std::filesystem::filesystem_error("cannot read the state", std::string(fileName),
+                                                std::error_code(errno, std::generic_category()));
     std::string state = content.str();
     std::size_t const size = state.size() - std::min(state.size(), sizeof(std::uint64_t));
     std::string sum;

@@ -18,7 +18,9 @@ namespace hyx {
 ///
 /// A session is a group with the names and shapes of its bodies, the times, and for each span of time with the same
 /// bodies their positions, rotations and velocities as extendable arrays, and those of the grains of particle systems.
-/// Blocks are written out as they fill, so that a crash loses the last block at most.
+/// While it is recorded, a session lies in a log beside the file (`run.h5.log`), to which each state is added at once.
+/// Closing makes it part of the file, which until then stays as it was; a log that a killed process or a full disk left
+/// behind becomes part of it when the file is next recorded to, played back or listed.
 class Journal : public hyx::Referenced {
 public:
     /// How a session is recorded.
@@ -32,16 +34,17 @@ public:
 
     Journal();
 
-    /// Opens `path` for recording a session called `session` (empty: `session_1`, `session_2` ...). With `append` the
-    /// sessions already in the file stay. Throws std::runtime_error when the file cannot be written, is damaged, or has
-    /// the session already.
+    /// Starts to record a session called `session` (empty: `session_1`, `session_2` ...) for the file `path`. With
+    /// `append` the sessions already in the file stay. Throws std::filesystem::filesystem_error when it cannot be
+    /// written, and std::runtime_error when it is damaged, or has the session already.
     void record(std::string const& path, std::string const& session, Settings const& settings, bool append);
 
     /// Opens `path` for playback of `session` (empty: the first). Throws std::runtime_error for a missing or damaged
-    /// file or session.
+    /// file or session; damaged parts of a session are passed over with a notification.
     void play(std::string const& path, std::string const& session = "");
 
-    /// Writes what is left and closes the file.
+    /// Ends recording or playback. What was recorded becomes part of the file, or throws
+    /// std::filesystem::filesystem_error and stays in the log.
     void close();
 
     /// Whether a session is being recorded.

@@ -516,8 +516,8 @@ public:
     // ---- Capture and render targets
 
     /// Draws a frame and writes it to `fileName` (png, jpg, bmp, ppm ... by its ending); empty gives
-    /// `screenshot_0001.png` with the next free number, in the working folder. Throws std::runtime_error when it
-    /// cannot be written.
+    /// `screenshot_0001.png` with the next free number, in the working folder. Throws
+    /// std::filesystem::filesystem_error when it cannot be written; a file that was there before stays.
     void takeScreenShot(hyx::String const& fileName = "");
     /// The capture of numbered pictures; made on first use.
     hyxOSG::ImageCapture* getImageCapture();

@@ -29,11 +29,12 @@ public:
     /// Sets the folder of the files; "" means the working directory.
     void setDirectoryPath(std::string const& directoryPath);
 
-    /// Creates the directory where it is missing and starts the capture. Throws `std::runtime_error` when that fails.
+    /// Creates the directory where it is missing and starts the capture. Throws
+    /// `std::filesystem::filesystem_error` when that fails.
     void startCapture(int maxImages = 0) override;
 
     /// Writes the image to the file of this number. Throws `std::invalid_argument` for a null or empty image and
-    /// `std::runtime_error` with the file's name and the reason when it cannot be written.
+    /// `std::filesystem::filesystem_error` when it cannot be written; a file that was there before stays.
     void writeImage(osg::Image* image, hyx::Index index) override;
 
 protected:

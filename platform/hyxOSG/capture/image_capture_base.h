@@ -91,7 +91,7 @@ public:
     /// Writes one image.
     /// \param image the picture, lower row first; null throws `std::invalid_argument`.
     /// \param index the number of the image in the capture.
-    /// Throws `std::runtime_error` with the reason when it cannot be written.
+    /// Throws `std::filesystem::filesystem_error` when it cannot be written.
     virtual void writeImage(osg::Image* image, hyx::Index index) = 0;
 
 protected:

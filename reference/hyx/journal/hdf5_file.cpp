@@ -1,29 +1,32 @@
 // Calls HDF5 and turns its failures into exceptions.
 #include "reference/hyx/journal/hdf5_file.h"
 
-#include <algorithm>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
 #include <stdexcept>
+#include <system_error>
 
 namespace hyx {
 namespace {
 
-void keepQuiet() {
-    static herr_t const quiet = H5Eset_auto2(H5E_DEFAULT, nullptr, nullptr);
-    (void)quiet;
+/// HDF5's own closing at the end of the process crashes over files that could not be written. Filters that are not
+/// built in would be loaded as code from a folder.
+void prepareLibrary() {
+    static bool const prepared = [] {
+        H5dont_atexit();
+        H5PLset_loading_state(0);
+        return H5Eset_auto2(H5E_DEFAULT, nullptr, nullptr) >= 0;
+    }();
+    (void)prepared;
 }
 
-/// A handle for a call that was made with `keepQuiet` in front.
 Hdf5Handle property(hid_t kind) {
     return Hdf5Handle(H5Pcreate(kind), H5Pclose, "HDF5 has no memory left");
-}
-
-/// Texts of one length, filled up with zeros: those of any length lie in a heap whose damage crashes the library.
-Hdf5Handle textType(size_t length) {
-    Hdf5Handle type(H5Tcopy(H5T_C_S1), H5Tclose, "HDF5 has no memory left");
-    H5Tset_size(type, std::max<size_t>(length, 1));
-    H5Tset_strpad(type, H5T_STR_NULLPAD);
-    H5Tset_cset(type, H5T_CSET_UTF8);
-    return type;
 }
 
 /// The oldest format whose structures have check sums.
@@ -33,29 +36,78 @@ Hdf5Handle fileAccess() {
     return access;
 }
 
-void require(bool good, std::string const& failure) {
-    if (!good)
-        throw std::runtime_error(failure);
+/// The system's reasons stand only in the texts of the failures.
+herr_t findReason(unsigned, H5E_error2_t const* failure, void* found) {
+    char const* const place = failure->desc ? std::strstr(failure->desc, "errno = ") : nullptr;
+    return place && std::sscanf(place, "errno = %d", static_cast<int*>(found)) == 1 ? 1 : 0;
+}
+
+std::string quoted(std::string const& name) {
+    return "the journal's '" + name + "' ";
+}
+
+/// The kind of object that a name stands for in this file itself.
+H5O_type_t kindOf(hid_t parent, std::string const& name) {
+    H5L_info_t link;
+    if (name.empty() || name.find('/') != std::string::npos ||
+        H5Lget_info(parent, name.c_str(), &link, H5P_DEFAULT) < 0)
+        throw std::runtime_error("the journal has no '" + name + "'");
+    if (link.type != H5L_TYPE_HARD)
+        throw std::runtime_error(quoted(name) + "is a link to another place, which is not followed");
+    H5O_info_t object;
+    if (H5Oget_info_by_name2(parent, name.c_str(), &object, H5O_INFO_BASIC, H5P_DEFAULT) < 0)
+        throw std::runtime_error(quoted(name) + "is damaged");
+    return object.type;
 }
 
 } // namespace
 
+void failHdf5(std::string const& failure) {
+    int reason = 0;
+    H5Ewalk2(H5E_DEFAULT, H5E_WALK_UPWARD, findReason, &reason);
+    if (reason > 0)
+        throw std::system_error(reason, std::generic_category(), failure);
+    throw std::runtime_error(failure);
+}
+
 Hdf5Handle::Hdf5Handle(hid_t id, herr_t (*close)(hid_t), std::string const& failure) : m_id(id), m_close(close) {
-    require(id >= 0, failure);
+    if (id < 0)
+        failHdf5(failure);
+}
+
+void Hdf5Handle::close(char const* failure) {
+    if (m_id < 0)
+        return;
+    requireHdf5(m_close(m_id) >= 0, failure);
+    m_id = H5I_INVALID_HID;
 }
 
 Hdf5Handle createHdf5File(std::string const& path) {
-    keepQuiet();
+    prepareLibrary();
     Hdf5Handle const creation = property(H5P_FILE_CREATE);
     H5Pset_link_creation_order(creation, H5P_CRT_ORDER_TRACKED | H5P_CRT_ORDER_INDEXED);
     return Hdf5Handle(H5Fcreate(path.c_str(), H5F_ACC_TRUNC, creation, fileAccess()), H5Fclose,
-                      "the journal '" + path + "' cannot be written: is the folder there, and not write-protected?");
+                      "the journal cannot be written");
 }
 
 Hdf5Handle openHdf5File(std::string const& path, bool forWriting) {
-    keepQuiet();
+    prepareLibrary();
+    struct stat found;
+    if (stat(path.c_str(), &found) != 0)
+        throw std::system_error(errno, std::generic_category(), "the journal cannot be read");
+    if (!S_ISREG(found.st_mode)) // a pipe would be waited for
+        throw std::runtime_error("the journal '" + path + "' cannot be read: it is no ordinary file");
     return Hdf5Handle(H5Fopen(path.c_str(), forWriting ? H5F_ACC_RDWR : H5F_ACC_RDONLY, fileAccess()), H5Fclose,
-                      "the journal '" + path + "' cannot be read: it is missing, damaged or no journal");
+                      "the journal '" + path + "' cannot be read: it is damaged or no journal");
+}
+
+void discardHdf5File(hid_t file) noexcept {
+    void* descriptor = nullptr;
+    int const nowhere = memfd_create("discarded", MFD_CLOEXEC);
+    if (nowhere >= 0 && H5Fget_vfd_handle(file, H5P_DEFAULT, &descriptor) >= 0 && descriptor)
+        dup2(nowhere, *static_cast<int*>(descriptor));
+    if (nowhere >= 0)
+        close(nowhere);
 }
 
 Hdf5Handle createHdf5Group(hid_t parent, std::string const& name) {
@@ -66,130 +118,38 @@ Hdf5Handle createHdf5Group(hid_t parent, std::string const& name) {
 }
 
 Hdf5Handle openHdf5Group(hid_t parent, std::string const& name) {
-    return Hdf5Handle(H5Gopen2(parent, name.c_str(), H5P_DEFAULT), H5Gclose, "the journal has no '" + name + "'");
+    if (kindOf(parent, name) != H5O_TYPE_GROUP)
+        throw std::runtime_error(quoted(name) + "is no group");
+    return Hdf5Handle(H5Gopen2(parent, name.c_str(), H5P_DEFAULT), H5Gclose, quoted(name) + "is damaged");
+}
+
+Hdf5Handle openHdf5Data(hid_t parent, std::string const& name) {
+    if (kindOf(parent, name) != H5O_TYPE_DATASET)
+        throw std::runtime_error(quoted(name) + "holds no numbers or texts");
+    return Hdf5Handle(H5Dopen2(parent, name.c_str(), H5P_DEFAULT), H5Dclose, quoted(name) + "is damaged");
 }
 
 std::vector<std::string> listHdf5Groups(hid_t parent) {
     std::vector<std::string> names;
-    auto const add = [](hid_t, char const* name, H5L_info_t const*, void* list) -> herr_t {
-        static_cast<std::vector<std::string>*>(list)->push_back(name);
+    auto const add = [](hid_t group, char const* name, H5L_info_t const* link, void* list) -> herr_t {
+        H5O_info_t object;
+        bool const isOther = link->type == H5L_TYPE_HARD &&
+                             H5Oget_info_by_name2(group, name, &object, H5O_INFO_BASIC, H5P_DEFAULT) >= 0 &&
+                             object.type != H5O_TYPE_GROUP;
+        if (!isOther)
+            static_cast<std::vector<std::string>*>(list)->push_back(name);
         return 0;
     };
     if (H5Literate(parent, H5_INDEX_CRT_ORDER, H5_ITER_INC, nullptr, add, &names) < 0) {
         names.clear(); // files of other programs need not keep the order
-        require(H5Literate(parent, H5_INDEX_NAME, H5_ITER_INC, nullptr, add, &names) >= 0, "the journal is damaged");
+        requireHdf5(H5Literate(parent, H5_INDEX_NAME, H5_ITER_INC, nullptr, add, &names) >= 0,
+                    "the journal is damaged");
     }
     return names;
 }
 
 bool hasHdf5Link(hid_t parent, std::string const& name) {
-    return H5Lexists(parent, name.c_str(), H5P_DEFAULT) > 0;
-}
-
-void writeHdf5Texts(hid_t parent, std::string const& name, std::vector<std::string> const& texts) {
-    hsize_t const size = texts.size();
-    size_t length = 1;
-    for (std::string const& text : texts)
-        length = std::max(length, text.size());
-    std::string padded;
-    for (std::string const& text : texts)
-        padded.append(text).append(length - text.size(), '\0');
-    Hdf5Handle const type = textType(length);
-    Hdf5Handle const space(H5Screate_simple(1, &size, nullptr), H5Sclose, "HDF5 has no memory left");
-    Hdf5Handle const data(H5Dcreate2(parent, name.c_str(), type, space, H5P_DEFAULT, H5P_DEFAULT, H5P_DEFAULT),
-                          H5Dclose, "the journal cannot be written");
-    if (!texts.empty())
-        require(H5Dwrite(data, type, H5S_ALL, H5S_ALL, H5P_DEFAULT, padded.data()) >= 0,
-                "the journal cannot be written");
-}
-
-std::vector<std::string> readHdf5Texts(hid_t parent, std::string const& name) {
-    Hdf5Handle const data(H5Dopen2(parent, name.c_str(), H5P_DEFAULT), H5Dclose, "the journal has no '" + name + "'");
-    Hdf5Handle const space(H5Dget_space(data), H5Sclose, "the journal is damaged");
-    Hdf5Handle const stored(H5Dget_type(data), H5Tclose, "the journal is damaged");
-    hssize_t const count = H5Sget_simple_extent_npoints(space);
-    std::vector<std::string> texts;
-    if (count <= 0)
-        return texts;
-    require(H5Tget_class(stored) == H5T_STRING && H5Tis_variable_str(stored) == 0,
-            "the journal's '" + name + "' has no texts of one length");
-    size_t const length = H5Tget_size(stored);
-    require(length > 0 && size_t(count) <= H5Dget_storage_size(data) / length, "the journal is damaged");
-    std::string padded(count * length, '\0');
-    require(H5Dread(data, textType(length), H5S_ALL, H5S_ALL, H5P_DEFAULT, padded.data()) >= 0,
-            "the journal is damaged");
-    for (hssize_t i = 0; i < count; ++i) {
-        std::string const text = padded.substr(i * length, length);
-        texts.push_back(text.substr(0, text.find('\0')));
-    }
-    return texts;
-}
-
-Hdf5Rows Hdf5Rows::create(hid_t parent, std::string const& name, size_t items, size_t components, Hdf5Storage storage) {
-    Hdf5Rows rows;
-    rows.m_items = items;
-    rows.m_components = components;
-    constexpr size_t numbersInChunk = 8192;
-    hsize_t const none[] = {0, items, components};
-    hsize_t const most[] = {H5S_UNLIMITED, items, components};
-    hsize_t const chunk[] = {std::clamp<size_t>(numbersInChunk / std::max<size_t>(items * components, 1), 1, 1024),
-                             std::max<size_t>(items, 1), components};
-    Hdf5Handle const creation = property(H5P_DATASET_CREATE);
-    H5Pset_chunk(creation, 3, chunk);
-    H5Pset_fletcher32(creation);
-    if (storage.compressed) {
-        constexpr unsigned level = 4;
-        H5Pset_shuffle(creation);
-        require(H5Pset_deflate(creation, level) >= 0, "this HDF5 library cannot compress: choose the journal format 0");
-    }
-    Hdf5Handle const space(H5Screate_simple(3, none, most), H5Sclose, "HDF5 has no memory left");
-    rows.m_data = Hdf5Handle(H5Dcreate2(parent, name.c_str(), storage.single ? H5T_IEEE_F32LE : H5T_IEEE_F64LE, space,
-                                        H5P_DEFAULT, creation, H5P_DEFAULT),
-                             H5Dclose, "the journal cannot be written");
-    return rows;
-}
-
-Hdf5Rows Hdf5Rows::open(hid_t parent, std::string const& name) {
-    Hdf5Rows rows;
-    rows.m_data =
-        Hdf5Handle(H5Dopen2(parent, name.c_str(), H5P_DEFAULT), H5Dclose, "the journal has no '" + name + "'");
-    Hdf5Handle const space(H5Dget_space(rows.m_data), H5Sclose, "the journal is damaged");
-    hsize_t size[3] = {};
-    require(H5Sget_simple_extent_ndims(space) == 3 && H5Sget_simple_extent_dims(space, size, nullptr) == 3,
-            "the journal's '" + name + "' is damaged");
-    rows.m_rows = size[0];
-    rows.m_items = size[1];
-    rows.m_components = size[2];
-    return rows;
-}
-
-void Hdf5Rows::append(std::vector<double> const& numbers) {
-    if (width() == 0 || numbers.empty())
-        return;
-    hsize_t const start[] = {m_rows, 0, 0};
-    hsize_t const count[] = {numbers.size() / width(), m_items, m_components};
-    hsize_t const size[] = {m_rows + count[0], m_items, m_components};
-    require(H5Dset_extent(m_data, size) >= 0, "the journal cannot be written");
-    Hdf5Handle const file(H5Dget_space(m_data), H5Sclose, "the journal cannot be written");
-    Hdf5Handle const memory(H5Screate_simple(3, count, nullptr), H5Sclose, "HDF5 has no memory left");
-    H5Sselect_hyperslab(file, H5S_SELECT_SET, start, nullptr, count, nullptr);
-    require(H5Dwrite(m_data, H5T_NATIVE_DOUBLE, memory, file, H5P_DEFAULT, numbers.data()) >= 0,
-            "the journal cannot be written: is the disk full?");
-    m_rows = size[0];
-}
-
-std::vector<double> Hdf5Rows::read(size_t row, size_t rows) const {
-    std::vector<double> numbers(rows * width());
-    if (numbers.empty())
-        return numbers;
-    hsize_t const start[] = {row, 0, 0};
-    hsize_t const count[] = {rows, m_items, m_components};
-    Hdf5Handle const file(H5Dget_space(m_data), H5Sclose, "the journal is damaged");
-    Hdf5Handle const memory(H5Screate_simple(3, count, nullptr), H5Sclose, "HDF5 has no memory left");
-    H5Sselect_hyperslab(file, H5S_SELECT_SET, start, nullptr, count, nullptr);
-    require(H5Dread(m_data, H5T_NATIVE_DOUBLE, memory, file, H5P_DEFAULT, numbers.data()) >= 0,
-            "the journal is damaged");
-    return numbers;
+    return !name.empty() && name.find('/') == std::string::npos && H5Lexists(parent, name.c_str(), H5P_DEFAULT) > 0;
 }
 
 } // namespace hyx

@@ -1,30 +1,59 @@
 // Sessions: recording and playback.
 #include "platform/hyx/journal/journal.h"
 
+#include "platform/hyx/objects/notify.h"
 #include "platform/hyxSDK/simulation.h"
 #include "reference/hyx/journal/journal_part.h"
+#include "reference/hyx/journal/journal_session.h"
 
-#include <algorithm>
+#include <unistd.h>
+
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <map>
+#include <set>
 #include <stdexcept>
 
 namespace hyx {
 namespace {
 
-std::string partName(size_t number) {
-    char name[24];
-    std::snprintf(name, sizeof name, "part_%06zu", number);
+void warn(std::string const& text) {
+    Notify::instance().notify(Notify::NOTIFY_WARNING, text);
+}
+
+/// The name given, or the first `session_` with a number that is free; the file's sessions when it will be extended.
+std::string freeSessionName(std::string const& session, std::string const& path, bool extends) {
+    Hdf5Handle const file = extends ? openHdf5File(path, false) : Hdf5Handle();
+    auto const isTaken = [&](std::string const& name) { return file && hasHdf5Link(file, name); };
+    if (session.find('/') != std::string::npos || session == ".")
+        throw std::invalid_argument("'" + session + "' is no name for a session of a journal");
+    if (isTaken(session))
+        throw std::runtime_error("the journal '" + path + "' has a session '" + session + "' already");
+    std::string name = session;
+    for (size_t number = 1; name.empty() || isTaken(name); ++number)
+        name = "session_" + std::to_string(number);
     return name;
 }
 
-std::string nextSessionName(hid_t file) {
-    for (size_t number = 1;; ++number) {
-        std::string const name = "session_" + std::to_string(number);
-        if (!hasHdf5Link(file, name))
-            return name;
-    }
+/// An application lives until the process ends; then its journal still becomes one that other programs can read. A
+/// forked copy of the process leaves it to the original.
+void finishAtExit(Journal* journal, bool recording) {
+    static auto& journals = *new std::set<Journal*>; // needed by what ends after it would
+    static pid_t const process = getpid();
+    static bool const registered = std::atexit([] {
+        for (auto const all = getpid() == process ? journals : std::set<Journal*>(); Journal* each : all)
+            try {
+                each->close();
+            } catch (std::exception const& failure) {
+                std::fprintf(stderr, "%s\n", failure.what());
+            }
+    }) == 0;
+    (void)registered;
+    if (recording)
+        journals.insert(journal);
+    else
+        journals.erase(journal);
 }
 
 } // namespace
@@ -32,30 +61,25 @@ std::string nextSessionName(hid_t file) {
 struct Journal::Implementation {
     std::string path;
     std::string sessionName;
-    Hdf5Handle file;
-    Hdf5Handle session;
     size_t numStates = 0;
-
-    // Recording
-    Settings settings;
-    std::unique_ptr<JournalPartWriter> writer; ///< null before the first state
-    JournalKeys keys;
-    size_t numParts = 0;
-    double nextTime = 0;
+    std::unique_ptr<SessionRecorder> recorder; ///< null unless recording
 
     // Playback
+    Hdf5Handle session;
     std::vector<std::string> parts;
     size_t part = 0;
     size_t row = 0;
+    bool warned = false;                            ///< of damage in the reader's part
     std::unique_ptr<JournalPartReader> reader;
     RigidBodyPtrVector shown;                       ///< by the place in the reader's part
     ParticleSystems shownSystems;                   ///< the same
     std::map<std::string, ref_ptr<RigidBody>> made; ///< bodies that playback brought, by key
     bool playing = false;
 
-    void open(Hdf5Handle handle, std::string const& name);
-    void beginPart(hyxSDK::Simulation& simulation);
-    void show(hyxSDK::Simulation& simulation);
+    void findParts();
+    bool beginPart(hyxSDK::Simulation& simulation);
+    bool show(hyxSDK::Simulation& simulation);
+    void passOver(std::string const& place, std::exception const& failure);
     void findBodies(hyxSDK::Simulation& simulation);
     void findParticleSystems(hyxSDK::Simulation& simulation);
 };
@@ -71,45 +95,63 @@ Journal::~Journal() {
 
 void Journal::record(std::string const& path, std::string const& session, Settings const& settings, bool append) {
     close();
+    recoverSession(path);
     auto next = std::make_unique<Implementation>();
-    bool const extends = append && std::filesystem::exists(path);
-    next->file = extends ? openHdf5File(path, true) : createHdf5File(path);
     next->path = path;
-    next->sessionName = session.empty() ? nextSessionName(next->file) : session;
-    if (hasHdf5Link(next->file, next->sessionName))
-        throw std::runtime_error("the journal '" + path + "' has a session '" + next->sessionName + "' already");
-    next->session = createHdf5Group(next->file, next->sessionName);
-    next->settings = settings;
+    next->sessionName = freeSessionName(session, path, append && std::filesystem::exists(path));
+    next->recorder = std::make_unique<SessionRecorder>(path, next->sessionName, settings, append);
     m_implementation = std::move(next);
+    finishAtExit(this, true);
 }
 
 void Journal::play(std::string const& path, std::string const& session) {
     auto next = std::make_unique<Implementation>();
     close();
-    next->file = openHdf5File(path, false);
-    std::vector<std::string> const sessions = listHdf5Groups(next->file);
+    std::vector<std::string> const sessions = listSessions(path);
     if (sessions.empty())
         throw std::runtime_error("the journal '" + path + "' has no sessions");
+    Hdf5Handle const file = openHdf5File(path, false);
     next->path = path;
     next->sessionName = session.empty() ? sessions.front() : session;
-    if (!hasHdf5Link(next->file, next->sessionName))
+    if (!hasHdf5Link(file, next->sessionName))
         throw std::runtime_error("the journal '" + path + "' has no session '" + next->sessionName + "'");
-    next->session = openHdf5Group(next->file, next->sessionName);
-    next->parts = listHdf5Groups(next->session);
-    for (std::string const& part : next->parts)
-        next->numStates += JournalPartReader(next->session, part).numStates();
+    next->session = openHdf5Group(file, next->sessionName);
+    next->findParts();
     next->playing = true;
     m_implementation = std::move(next);
 }
 
+/// Parts that cannot be read are passed over, unless that leaves none.
+void Journal::Implementation::findParts() {
+    std::string reason;
+    for (std::string const& name : listHdf5Groups(session)) {
+        try {
+            numStates += JournalPartReader(session, name).numStates();
+            parts.push_back(name);
+        } catch (std::runtime_error const& failure) {
+            passOver(name, failure);
+            reason = failure.what();
+        }
+    }
+    if (parts.empty() && !reason.empty())
+        throw std::runtime_error(reason);
+}
+
+void Journal::Implementation::passOver(std::string const& place, std::exception const& failure) {
+    warn("the journal '" + path + "' is damaged, and '" + sessionName + "/" + place +
+         "' passed over: " + failure.what());
+}
+
 void Journal::close() {
-    if (m_implementation->writer)
-        m_implementation->writer->flush();
-    m_implementation = std::make_unique<Implementation>();
+    std::unique_ptr<Implementation> const ended =
+        std::exchange(m_implementation, std::make_unique<Implementation>());
+    finishAtExit(this, false);
+    if (ended->recorder)
+        ended->recorder->finish();
 }
 
 bool Journal::isRecording() const {
-    return m_implementation->session && !m_implementation->playing;
+    return m_implementation->recorder != nullptr;
 }
 
 bool Journal::isPlaying() const {
@@ -129,53 +171,41 @@ size_t Journal::getNumStates() const {
 }
 
 void Journal::store(hyxSDK::Simulation* simulation, bool force) {
-    if (!simulation || !isRecording())
-        return;
-    double const time = simulation->getTimeStamp();
-    double const slack = 1e-6 * simulation->getTimeStep(); // the sum of many steps is never exact
-    if (!force && m_implementation->settings.frequency > 0 && m_implementation->writer &&
-        time < m_implementation->nextTime - slack)
-        return;
-    bool const changed =
-        m_implementation->settings.incremental && m_implementation->writer &&
-        !m_implementation->writer->covers(simulation->getRigidBodies(), particleSystemsOf(*simulation));
-    if (!m_implementation->writer || changed)
-        m_implementation->beginPart(*simulation);
-    m_implementation->writer->store(time);
-    ++m_implementation->numStates;
-    if (m_implementation->settings.frequency > 0)
-        m_implementation->nextTime =
-            std::max(m_implementation->nextTime, time - 1 / m_implementation->settings.frequency) +
-            1 / m_implementation->settings.frequency;
-}
-
-void Journal::Implementation::beginPart(hyxSDK::Simulation& simulation) {
-    if (writer)
-        writer->flush();
-    else
-        nextTime = simulation.getTimeStamp();
-    RigidBodyPtrVector const bodies = simulation.getRigidBodies();
-    Hdf5Storage const storage{.single = settings.single, .compressed = settings.compressed};
-    writer = std::make_unique<JournalPartWriter>(session, partName(numParts++), bodies, keys.of(bodies),
-                                                 particleSystemsOf(simulation), storage, settings.velocities);
+    if (simulation && isRecording() && m_implementation->recorder->store(*simulation, force))
+        ++m_implementation->numStates;
 }
 
 bool Journal::playNext(hyxSDK::Simulation* simulation) {
     if (!simulation || !isPlaying())
         return false;
-    while (!m_implementation->reader || m_implementation->row >= m_implementation->reader->numStates()) {
-        if (m_implementation->part >= m_implementation->parts.size())
-            return false;
-        m_implementation->reader = std::make_unique<JournalPartReader>(
-            m_implementation->session, m_implementation->parts[m_implementation->part++]);
-        m_implementation->row = 0;
-        if (m_implementation->reader->numStates() == 0)
-            continue;
-        m_implementation->findBodies(*simulation);
-        m_implementation->findParticleSystems(*simulation);
+    for (;;) {
+        while (!m_implementation->reader || m_implementation->row >= m_implementation->reader->numStates())
+            if (m_implementation->part >= m_implementation->parts.size())
+                return false;
+            else if (!m_implementation->beginPart(*simulation))
+                m_implementation->reader = nullptr;
+        bool const shown = m_implementation->show(*simulation);
+        ++m_implementation->row;
+        if (shown)
+            return true;
     }
-    m_implementation->show(*simulation);
-    ++m_implementation->row;
+}
+
+/// False when the next part has nothing to show.
+bool Journal::Implementation::beginPart(hyxSDK::Simulation& simulation) {
+    std::string const& name = parts[part++];
+    row = 0;
+    warned = false;
+    try {
+        reader = std::make_unique<JournalPartReader>(session, name);
+        if (reader->numStates() == 0)
+            return false;
+        findBodies(simulation);
+    } catch (std::runtime_error const& failure) {
+        passOver(name, failure);
+        return false;
+    }
+    findParticleSystems(simulation);
     return true;
 }
 
@@ -209,15 +239,23 @@ void Journal::Implementation::findBodies(hyxSDK::Simulation& simulation) {
 /// They have no names: the first is the first. Those that are missing are made, and stay when the journal ends.
 void Journal::Implementation::findParticleSystems(hyxSDK::Simulation& simulation) {
     shownSystems = particleSystemsOf(simulation);
-    while (shownSystems.size() < reader->particles().numSystems()) {
+    while (shownSystems.size() < reader->numSystems()) {
         shownSystems.push_back(new ParticleSystem);
         simulation.add(shownSystems.back().get());
     }
-    shownSystems.resize(reader->particles().numSystems());
+    shownSystems.resize(reader->numSystems());
 }
 
-void Journal::Implementation::show(hyxSDK::Simulation& simulation) {
-    JournalPartReader::State const state = reader->read(row);
+/// False for a damaged state.
+bool Journal::Implementation::show(hyxSDK::Simulation& simulation) {
+    JournalPartReader::State state;
+    try {
+        state = reader->read(row);
+    } catch (std::runtime_error const& failure) {
+        if (!std::exchange(warned, true))
+            passOver(parts[part - 1], failure);
+        return false;
+    }
     for (size_t i = 0; i < shown.size(); ++i) {
         double const *p = &state.positions[3 * i], *q = &state.rotations[4 * i];
         shown[i]->setPosition(Vec3(p[0], p[1], p[2]));
@@ -230,11 +268,20 @@ void Journal::Implementation::show(hyxSDK::Simulation& simulation) {
         shown[i]->setVelocity(vector(state.velocities));
         shown[i]->setAngularVelocity(vector(state.angularVelocities));
     }
-    reader->particles().show(row, shownSystems);
+    for (size_t i = 0; i < shownSystems.size(); ++i)
+        shownSystems[i]->getParticles() = state.grains[i];
     simulation.setTimeStamp(state.time);
+    return true;
 }
 
 std::vector<std::string> Journal::listSessions(std::string const& path) {
+    try {
+        recoverSession(path);
+    } catch (std::exception const& failure) {
+        if (!std::filesystem::exists(path))
+            throw;
+        warn(failure.what());
+    }
     return listHdf5Groups(openHdf5File(path, false));
 }
 

@@ -5,7 +5,6 @@
 #include "reference/hyx/journal/shape_json.h"
 
 #include <algorithm>
-#include <set>
 #include <stdexcept>
 
 namespace hyx {
@@ -13,97 +12,66 @@ namespace {
 
 using nlohmann::json;
 
-constexpr size_t statesInBlock = 32;
-
-json describeBody(RigidBody const& body) {
-    json geometries = json::array();
-    for (auto const& geometry : body.getGeometries()) {
-        AffineMatrix4x4 const& local = geometry->getLocalTransform();
-        geometries.push_back({{"shape", describeShape(*geometry->getShape())},
-                              {"local", std::vector<double>(local.ptr(), local.ptr() + 16)}});
-    }
-    return json{{"geometries", geometries}, {"motion", int(body.getMotionControl())}, {"mass", body.getMass()}};
-}
-
-void add(std::vector<double>& list, Vec3 const& v) {
-    list.insert(list.end(), {v.x, v.y, v.z});
-}
-
-void writeBlock(Hdf5Rows& rows, std::vector<double>& numbers) {
-    if (rows)
-        rows.append(numbers);
-    numbers.clear();
+std::runtime_error disagreement() {
+    return std::runtime_error("the journal is damaged: the sizes of its parts do not agree");
 }
 
 } // namespace
 
-std::vector<std::string> JournalKeys::of(RigidBodyPtrVector const& bodies) {
-    std::map<RigidBody const*, std::string> next;
-    std::set<std::string> used;
-    std::vector<std::string> keys;
-    for (size_t place = 0; place < bodies.size(); ++place) {
-        auto const known = m_keys.find(bodies[place].get());
-        std::string key = known != m_keys.end() ? known->second : std::string(bodies[place]->getName());
-        if (key.empty() || used.contains(key))
-            key = "#" + std::to_string(m_keys.empty() ? place : m_nextNumber++);
-        used.insert(key);
-        next[bodies[place].get()] = key;
-        keys.push_back(key);
-    }
-    m_nextNumber = std::max(m_nextNumber, bodies.size());
-    m_keys = std::move(next);
-    return keys;
-}
-
-JournalPartWriter::JournalPartWriter(hid_t session, std::string const& name, RigidBodyPtrVector const& bodies,
-                                     std::vector<std::string> const& keys, ParticleSystems const& systems,
-                                     Hdf5Storage storage, bool velocities)
-    : m_bodies(bodies), m_group(createHdf5Group(session, name)), m_particles(m_group, systems, storage) {
-    json shapes = json::array();
-    for (auto const& body : bodies)
-        shapes.push_back(describeBody(*body));
+JournalPartWriter::JournalPartWriter(hid_t session, std::string const& name, json const& description,
+                                     Hdf5Storage storage)
+    : m_group(createHdf5Group(session, name)), m_systems(description.at("systems").get<size_t>()) {
+    auto const keys = description.at("bodies").get<std::vector<std::string>>();
     writeHdf5Texts(m_group, "bodies", keys);
-    writeHdf5Texts(m_group, "shapes", {shapes.dump()});
-    m_time = Hdf5Rows::create(m_group, "time", 1, 1, {.compressed = storage.compressed});
-    m_position = Hdf5Rows::create(m_group, "position", bodies.size(), 3, storage);
-    m_rotation = Hdf5Rows::create(m_group, "rotation", bodies.size(), 4, storage);
-    if (!velocities)
-        return;
-    m_velocity = Hdf5Rows::create(m_group, "velocity", bodies.size(), 3, storage);
-    m_angularVelocity = Hdf5Rows::create(m_group, "angularVelocity", bodies.size(), 3, storage);
-}
-
-bool JournalPartWriter::covers(RigidBodyPtrVector const& bodies, ParticleSystems const& systems) const {
-    auto const same = [](auto const& a, auto const& b) { return a.get() == b.get(); };
-    return std::equal(m_bodies.begin(), m_bodies.end(), bodies.begin(), bodies.end(), same) &&
-           std::equal(m_particles.systems().begin(), m_particles.systems().end(), systems.begin(), systems.end(), same);
-}
-
-void JournalPartWriter::store(double time) {
-    m_times.push_back(time);
-    m_particles.store();
-    for (auto const& body : m_bodies) {
-        Quat const rotation = body->getRotation();
-        add(m_positions, body->getPosition());
-        m_rotations.insert(m_rotations.end(), {rotation.x, rotation.y, rotation.z, rotation.w});
-        if (!m_velocity)
-            continue;
-        add(m_velocities, body->getVelocity());
-        add(m_angularVelocities, body->getAngularVelocity());
+    writeHdf5Texts(m_group, "shapes", {description.at("shapes").dump()});
+    Hdf5Storage const exact{.compressed = storage.compressed};
+    m_rows.push_back({"time", 1, 1, exact, {}, {}});
+    m_rows.push_back({"position", keys.size(), 3, storage, {}, {}});
+    m_rows.push_back({"rotation", keys.size(), 4, storage, {}, {}});
+    if (description.at("velocities").get<bool>()) {
+        m_rows.push_back({"velocity", keys.size(), 3, storage, {}, {}});
+        m_rows.push_back({"angularVelocity", keys.size(), 3, storage, {}, {}});
     }
-    if (m_times.size() >= statesInBlock)
+    if (m_systems == 0)
+        return;
+    writeHdf5Texts(m_group, "particleColumns", grainColumns());
+    m_rows.push_back({"particleCount", m_systems, 1, exact, {}, {}});
+    m_rows.push_back({"particles", 1, grainColumns().size(), storage, {}, {}});
+}
+
+void JournalPartWriter::store(std::span<double const> state) {
+    constexpr size_t mostWaiting = 1024, mostNumbers = 1 << 20;
+    // The grains come last, and there can be any number of them.
+    size_t const fixed = m_rows.size() - (m_systems > 0 ? 1 : 0);
+    size_t needed = 0;
+    for (size_t i = 0; i < fixed; ++i)
+        needed += m_rows[i].items * m_rows[i].components;
+    if (state.size() < needed || (state.size() - needed) % grainColumns().size() != 0 ||
+        (m_systems == 0 && state.size() > needed))
+        throw disagreement();
+    for (size_t i = 0; i < m_rows.size(); ++i) {
+        size_t const count = i < fixed ? m_rows[i].items * m_rows[i].components : state.size();
+        m_rows[i].waiting.insert(m_rows[i].waiting.end(), state.begin(), state.begin() + std::ptrdiff_t(count));
+        state = state.subspan(count);
+    }
+    auto const full = [](Rows const& rows) { return rows.waiting.size() >= mostNumbers; };
+    if (++m_waiting >= mostWaiting || std::any_of(m_rows.begin(), m_rows.end(), full))
         flush();
 }
 
 void JournalPartWriter::flush() {
-    writeBlock(m_position, m_positions);
-    writeBlock(m_rotation, m_rotations);
-    writeBlock(m_velocity, m_velocities);
-    writeBlock(m_angularVelocity, m_angularVelocities);
-    m_particles.flush();
-    writeBlock(m_time, m_times); // last: a state counts when its time is there
-    if (H5Fflush(m_group, H5F_SCOPE_GLOBAL) < 0)
-        throw std::runtime_error("the journal cannot be written: is the disk full?");
+    for (Rows& rows : m_rows)
+        write(rows);
+    m_waiting = 0;
+}
+
+void JournalPartWriter::write(Rows& rows) {
+    size_t const width = std::max<size_t>(rows.items * rows.components, 1);
+    if (!rows.data)
+        rows.data = Hdf5Rows::create(m_group, rows.name, rows.items, rows.components, rows.storage,
+                                     rows.waiting.size() / width);
+    rows.data.append(rows.waiting);
+    rows.waiting.clear();
 }
 
 JournalPartReader::JournalPartReader(Hdf5Handle const& group) : m_particles(group) {
@@ -111,20 +79,28 @@ JournalPartReader::JournalPartReader(Hdf5Handle const& group) : m_particles(grou
     std::vector<std::string> const shapes = readHdf5Texts(group, "shapes");
     if (!shapes.empty())
         m_shapes = json::parse(shapes.front(), nullptr, false);
-    m_time = Hdf5Rows::open(group, "time");
-    m_position = Hdf5Rows::open(group, "position");
-    m_rotation = Hdf5Rows::open(group, "rotation");
+    m_time = Hdf5Rows::open(group, "time", 1);
+    m_position = openBodyRows(group, "position", 3);
+    m_rotation = openBodyRows(group, "rotation", 4);
     if (hasHdf5Link(group, "velocity"))
-        m_velocity = Hdf5Rows::open(group, "velocity");
+        m_velocity = openBodyRows(group, "velocity", 3);
     if (hasHdf5Link(group, "angularVelocity"))
-        m_angularVelocity = Hdf5Rows::open(group, "angularVelocity");
-    bool const fits =
-        m_shapes.is_array() && m_shapes.size() == m_keys.size() && m_position.numItems() == m_keys.size() &&
-        m_rotation.numItems() == m_keys.size() &&
-        (m_keys.empty() || (m_position.numRows() >= m_time.numRows() && m_rotation.numRows() >= m_time.numRows())) &&
-        (m_particles.numSystems() == 0 || m_particles.numStates() >= m_time.numRows());
-    if (!fits)
-        throw std::runtime_error("the journal is damaged: the sizes of its parts do not agree");
+        m_angularVelocity = openBodyRows(group, "angularVelocity", 3);
+    if (m_time.numItems() != 1 || !m_shapes.is_array() || m_shapes.size() != m_keys.size())
+        throw disagreement();
+    // Where writing was cut off, the arrays need not have come equally far.
+    m_numStates = m_time.numRows();
+    if (!m_keys.empty())
+        m_numStates = std::min({m_numStates, m_position.numRows(), m_rotation.numRows()});
+    if (m_particles.numSystems() > 0)
+        m_numStates = std::min(m_numStates, m_particles.numStates());
+}
+
+Hdf5Rows JournalPartReader::openBodyRows(hid_t group, char const* name, size_t components) const {
+    Hdf5Rows rows = Hdf5Rows::open(group, name, components);
+    if (rows.numItems() != m_keys.size())
+        throw disagreement();
+    return rows;
 }
 
 ref_ptr<RigidBody> JournalPartReader::makeBody(size_t body) const {
@@ -142,7 +118,10 @@ ref_ptr<RigidBody> JournalPartReader::makeBody(size_t body) const {
         }
         if (description.contains("mass"))
             made->setMass(description["mass"].get<double>());
-        made->setMotionControl(RigidBody::MotionControl(description.at("motion").get<int>()));
+        int const motion = description.at("motion").get<int>();
+        if (motion < RigidBody::DYNAMICS || motion > RigidBody::STATIC)
+            throw std::invalid_argument("there is no such motion");
+        made->setMotionControl(RigidBody::MotionControl(motion));
     } catch (std::exception const& error) {
         throw std::runtime_error("the journal is damaged: the body '" + key + "': " + error.what());
     }
@@ -154,10 +133,14 @@ JournalPartReader::State JournalPartReader::read(size_t row) const {
     state.time = m_time.read(row).at(0);
     state.positions = m_position.read(row);
     state.rotations = m_rotation.read(row);
+    for (size_t i = 0; i < state.rotations.size(); i += 4)
+        if (std::all_of(&state.rotations[i], &state.rotations[i] + 4, [](double part) { return part == 0; }))
+            throw std::runtime_error("the journal is damaged: it has a rotation that is none");
     if (m_velocity && m_velocity.numRows() > row)
         state.velocities = m_velocity.read(row);
     if (m_angularVelocity && m_angularVelocity.numRows() > row)
         state.angularVelocities = m_angularVelocity.read(row);
+    state.grains = m_particles.numSystems() > 0 ? m_particles.read(row) : decltype(state.grains)();
     return state;
 }
 

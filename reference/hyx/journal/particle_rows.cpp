@@ -7,9 +7,6 @@
 namespace hyx {
 namespace {
 
-std::vector<std::string> const columns = {"id", "x",  "y",      "z",    "vx",  "vy",  "vz",    "qx",   "qy",
-                                          "qz", "qw", "radius", "mass", "age", "red", "green", "blue", "alpha"};
-
 void add(std::vector<double>& numbers, Particle const& grain) {
     auto const& [id, position, velocity, rotation, radius, mass, age, color] = grain;
     numbers.insert(numbers.end(),
@@ -18,6 +15,9 @@ void add(std::vector<double>& numbers, Particle const& grain) {
 }
 
 Particle grainOf(double const* n) {
+    constexpr double largestNumber = 9007199254740992; // 2^53
+    if (!(n[0] >= 0 && n[0] <= largestNumber && n[11] >= 0))
+        throw std::runtime_error("the journal is damaged: its particles");
     return {Index(n[0]),
             Vec3(n[1], n[2], n[3]),
             Vec3(n[4], n[5], n[6]),
@@ -38,55 +38,46 @@ ParticleSystems particleSystemsOf(hyxSDK::Simulation const& simulation) {
     return systems;
 }
 
-ParticleWriter::ParticleWriter(hid_t group, ParticleSystems const& systems, Hdf5Storage storage) : m_systems(systems) {
-    if (systems.empty())
-        return;
-    writeHdf5Texts(group, "particleColumns", columns);
-    m_counts = Hdf5Rows::create(group, "particleCount", systems.size(), 1, {.compressed = storage.compressed});
-    m_grains = Hdf5Rows::create(group, "particles", 1, columns.size(), storage);
+std::vector<std::string> const& grainColumns() {
+    static std::vector<std::string> const columns = {"id", "x",  "y",      "z",    "vx",  "vy",  "vz",    "qx",   "qy",
+                                                     "qz", "qw", "radius", "mass", "age", "red", "green", "blue", "alpha"};
+    return columns;
 }
 
-void ParticleWriter::store() {
-    for (auto const& system : m_systems) {
-        m_newCounts.push_back(double(system->getNumParticles()));
+void addGrains(std::vector<double>& numbers, ParticleSystems const& systems) {
+    for (auto const& system : systems)
+        numbers.push_back(double(system->getNumParticles()));
+    for (auto const& system : systems)
         for (Particle const& grain : system->getParticles())
-            add(m_newGrains, grain);
-    }
-}
-
-void ParticleWriter::flush() {
-    if (m_systems.empty())
-        return;
-    m_grains.append(m_newGrains);
-    m_counts.append(m_newCounts); // last: grains count when their number is there
-    m_newGrains.clear();
-    m_newCounts.clear();
+            add(numbers, grain);
 }
 
 ParticleReader::ParticleReader(hid_t group) {
     if (!hasHdf5Link(group, "particles"))
         return;
-    m_counts = Hdf5Rows::open(group, "particleCount");
-    m_grains = Hdf5Rows::open(group, "particles");
+    m_counts = Hdf5Rows::open(group, "particleCount", 1);
+    m_grains = Hdf5Rows::open(group, "particles", grainColumns().size());
+    if (m_grains.numItems() != 1)
+        throw std::runtime_error("the journal is damaged: its particles are not one in a row");
+    constexpr size_t block = 1024; // states: how many there are is only a claim
     m_starts = {0};
-    for (double const count : m_counts.read(0, m_counts.numRows())) {
-        if (!(count >= 0 && count <= double(m_grains.numRows())))
-            throw std::runtime_error("the journal is damaged: its counts of particles");
-        m_starts.push_back(m_starts.back() + size_t(count));
-    }
-    if (m_starts.back() > m_grains.numRows() || m_grains.numComponents() != columns.size())
-        throw std::runtime_error("the journal is damaged: its particles are not as many as were counted");
+    for (size_t row = 0; row < m_counts.numRows(); row += block)
+        for (double const count : m_counts.read(row, std::min(block, m_counts.numRows() - row))) {
+            if (!(count >= 0 && count <= double(m_grains.numRows() - m_starts.back())))
+                throw std::runtime_error("the journal is damaged: its particles are not as many as were counted");
+            m_starts.push_back(m_starts.back() + size_t(count));
+        }
 }
 
-void ParticleReader::show(size_t state, ParticleSystems const& systems) const {
+std::vector<std::vector<Particle>> ParticleReader::read(size_t state) const {
+    std::vector<std::vector<Particle>> systems(numSystems());
     for (size_t i = 0; i < systems.size(); ++i) {
-        size_t const place = state * numSystems() + i, first = m_starts[place], count = m_starts[place + 1] - first;
+        size_t const place = state * numSystems() + i, first = m_starts.at(place), count = m_starts.at(place + 1) - first;
         std::vector<double> const numbers = m_grains.read(first, count);
-        std::vector<Particle>& grains = systems[i]->getParticles();
-        grains.clear();
         for (size_t grain = 0; grain < count; ++grain)
-            grains.push_back(grainOf(&numbers[grain * columns.size()]));
+            systems[i].push_back(grainOf(&numbers[grain * grainColumns().size()]));
     }
+    return systems;
 }
 
 } // namespace hyx

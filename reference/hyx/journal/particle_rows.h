@@ -3,7 +3,7 @@
 
 #include "platform/hyx/particles/particle_system.h"
 #include "platform/hyxSDK/simulation.h"
-#include "reference/hyx/journal/hdf5_file.h"
+#include "reference/hyx/journal/hdf5_data.h"
 
 #include <vector>
 
@@ -14,23 +14,13 @@ using ParticleSystems = std::vector<ref_ptr<ParticleSystem>>;
 /// In the order in which they were added.
 ParticleSystems particleSystemsOf(hyxSDK::Simulation const& simulation);
 
-/// Writes all grains of all states as one long array, and how many there are of each system in each state.
-class ParticleWriter {
-public:
-    ParticleWriter(hid_t group, ParticleSystems const& systems, Hdf5Storage storage);
+/// What the numbers of a grain are.
+std::vector<std::string> const& grainColumns();
+/// The number of grains of each system, then the grains.
+void addGrains(std::vector<double>& numbers, ParticleSystems const& systems);
 
-    void store();
-    void flush();
-
-    ParticleSystems const& systems() const { return m_systems; }
-
-private:
-    ParticleSystems m_systems;
-    Hdf5Rows m_counts, m_grains;
-    std::vector<double> m_newCounts, m_newGrains;
-};
-
-/// Reads what a ParticleWriter wrote; of a group without particles nothing.
+/// Reads one long array of all grains of all states, and how many there are of each system in each state; of a group
+/// without particles nothing.
 class ParticleReader {
 public:
     explicit ParticleReader(hid_t group);
@@ -39,8 +29,8 @@ public:
 
     size_t numStates() const { return m_counts.numRows(); }
 
-    /// Gives the systems the grains of a state.
-    void show(size_t state, ParticleSystems const& systems) const;
+    /// The grains of each system in a state. Throws std::runtime_error for what no grain can be.
+    std::vector<std::vector<Particle>> read(size_t state) const;
 
 private:
     Hdf5Rows m_counts, m_grains;

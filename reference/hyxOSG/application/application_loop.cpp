@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <exception>
 #include <stdexcept>
 #include <thread>
 
@@ -211,12 +212,23 @@ void ExampleApplication::updateServices() {
 }
 
 void ExampleApplication::postExecution() {
-    m_implementation->journal->close();
+    // What one of them cannot write does not keep the others from ending; the first reason is the caller's.
+    std::exception_ptr failure;
+    auto const end = [&failure](auto const& part) {
+        try {
+            part();
+        } catch (std::exception const&) {
+            failure = failure ? failure : std::current_exception();
+        }
+    };
+    end([this] { m_implementation->journal->close(); });
     if (m_implementation->imageCapture)
-        m_implementation->imageCapture->stopCapture();
+        end([this] { m_implementation->imageCapture->stopCapture(); });
     if (m_implementation->videoCapture)
-        m_implementation->videoCapture->stopCapture();
-    m_implementation->profiler.close();
+        end([this] { m_implementation->videoCapture->stopCapture(); });
+    end([this] { m_implementation->profiler.close(); });
+    if (failure)
+        std::rethrow_exception(failure);
 }
 
 void ExampleApplication::throttleIdleCpuUsageBySleeping() {

@@ -3,7 +3,9 @@
 
 #include <unistd.h>
 
-#include <stdexcept>
+#include <cerrno>
+#include <filesystem>
+#include <system_error>
 
 namespace hyxOSG {
 namespace {
@@ -28,6 +30,7 @@ bool Profiler::open() {
         return false;
     m_file = std::fopen(m_path.c_str(), "w");
     m_failed = !m_file;
+    m_reason = errno;
     if (m_file)
         std::fputs("[\n", m_file);
     return m_file != nullptr;
@@ -55,16 +58,19 @@ void Profiler::close() {
                          name.c_str(), getpid(), gettid(), now, sum.count, microseconds(sum.total) / 1000);
     }
     m_sums.clear();
-    bool const failed = m_failed || (m_file && std::ferror(m_file));
+    int reason = m_failed ? m_reason : 0;
     if (m_file) {
         std::fprintf(m_file, "{\"name\":\"end\",\"ph\":\"i\",\"s\":\"p\",\"pid\":%d,\"tid\":%d,\"ts\":%.3f}\n]\n",
                      getpid(), gettid(), microseconds(Clock::now() - m_begin));
-        std::fclose(m_file);
+        bool const written = !std::ferror(m_file);
+        if (std::fclose(m_file) != 0 || !written)
+            reason = errno ? errno : EIO;
     }
     m_file = nullptr;
     m_failed = false;
-    if (failed)
-        throw std::runtime_error("the trace '" + m_path + "' cannot be written");
+    if (reason)
+        throw std::filesystem::filesystem_error("cannot write the trace", m_path,
+                                                std::error_code(reason, std::generic_category()));
 }
 
 } // namespace hyxOSG

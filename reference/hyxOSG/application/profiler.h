@@ -54,7 +54,7 @@ public:
     std::string const& path() const { return m_path; }
 
     /// Writes the sums of the task profile and closes the file; measuring again makes a new one. Throws
-    /// std::runtime_error when the file could not be written.
+    /// std::filesystem::filesystem_error when the file could not be written.
     void close();
 
 private:
@@ -68,7 +68,8 @@ private:
 
     bool m_timeline = false;
     bool m_taskProfile = false;
-    bool m_failed = false; ///< the file cannot be written; said when closed
+    bool m_failed = false; ///< the file cannot be opened; said when closed
+    int m_reason = 0;      ///< and why
     std::string m_path = "hyx_profile.json";
     FILE* m_file = nullptr;
     Clock::time_point m_begin = Clock::now();

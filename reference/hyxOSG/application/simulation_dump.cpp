@@ -3,11 +3,10 @@
 
 #include "platform/hyxSDK/simulation.h"
 #include "reference/hyxOSG/application/body_state_json.h"
+#include "reference/machinery/files/whole_file.h"
 
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
-#include <stdexcept>
 
 namespace hyxOSG {
 void SimulationDump::setEnable(bool enable) {
@@ -19,13 +18,10 @@ void SimulationDump::write(hyxSDK::Simulation const& simulation) {
     nlohmann::json state = {{"time", simulation.getTimeStamp()}, {"bodies", nlohmann::json::array()}};
     for (auto const& body : simulation.getRigidBodies())
         state["bodies"].push_back(bodyState(*body));
-    std::error_code error;
-    std::filesystem::create_directories(m_folder, error);
+    std::filesystem::create_directories(m_folder);
     char name[32];
     std::snprintf(name, sizeof name, "state_%06lu.json", ++m_number);
-    std::ofstream file(std::filesystem::path(m_folder) / name);
-    if (!(file << state.dump(1) << "\n"))
-        throw std::runtime_error("the simulation dump cannot be written to '" + m_folder + "'");
+    hyx::writeWholeFile(std::filesystem::path(m_folder) / name, state.dump(1) + "\n", hyx::Durability::UNSYNCED);
 }
 
 } // namespace hyxOSG

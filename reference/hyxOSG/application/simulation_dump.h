@@ -20,7 +20,7 @@ public:
     /// The folder the files are written to; it is made when it is missing.
     void setFolder(std::string const& folder) { m_folder = folder; }
 
-    /// Throws std::runtime_error when the file cannot be written.
+    /// Throws std::filesystem::filesystem_error when the file cannot be written.
     void write(hyxSDK::Simulation const& simulation);
 
 private:

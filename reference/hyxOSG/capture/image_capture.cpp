@@ -50,7 +50,7 @@ void ImageCapture::writeImage(osg::Image* image, hyx::Index index) {
     char number[24];
     std::snprintf(number, sizeof number, "%05lu", index);
     std::filesystem::path const file = std::filesystem::path(m_directoryPath) / (m_prefix + number + m_postfix);
-    writeImageFile(*image, file.string());
+    writeImageFile(*image, file.string(), true);
 }
 
 } // namespace hyxOSG

@@ -5,9 +5,8 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstring>
 #include <filesystem>
-#include <stdexcept>
+#include <system_error>
 
 namespace hyxOSG {
 
@@ -15,14 +14,14 @@ void prepareOutputFolder(std::string const& folder) {
     std::string const path = folder.empty() ? "." : folder;
     std::error_code failure;
     std::filesystem::create_directories(path, failure);
-    std::string reason;
+    std::error_code reason;
     if (!std::filesystem::is_directory(path)) {
-        reason = failure ? failure.message() : "it is not a folder";
+        reason = failure ? failure : std::make_error_code(std::errc::not_a_directory);
     } else if (access(path.c_str(), W_OK | X_OK) != 0) {
-        reason = std::strerror(errno);
+        reason.assign(errno, std::generic_category());
     }
-    if (!reason.empty()) {
-        throw std::runtime_error("cannot write to the folder \"" + path + "\": " + reason);
+    if (reason) {
+        throw std::filesystem::filesystem_error("cannot write to the folder", path, reason);
     }
 }
 

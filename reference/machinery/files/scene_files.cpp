@@ -1,0 +1,71 @@
+// Pictures and models in files: encoded in memory by the scene-graph library's writers, then written whole.
+#include "platform/osg/scene_files.h"
+
+#include "reference/machinery/files/memory_file.h"
+#include "reference/machinery/files/whole_file.h"
+
+#include <osg/Image>
+#include <osg/Node>
+#include <osgDB/FileNameUtils>
+#include <osgDB/Registry>
+
+#include <sstream>
+#include <stdexcept>
+
+namespace osg {
+namespace {
+
+using osgDB::ReaderWriter;
+
+std::runtime_error refusal(std::string const& path, ReaderWriter::WriteResult const& result) {
+    std::string const reason = result.notHandled()
+                                   ? "no writer for the extension \"" + osgDB::getFileExtension(path) + "\""
+                               : result.message().empty() ? "its writer refuses it"
+                                                          : result.message();
+    return std::runtime_error("cannot write \"" + path + "\": " + reason);
+}
+
+/// For writers that write only to files by name.
+template <class Write>
+void writeByName(std::string const& path, hyx::Durability durability, Write const& write) {
+    ReaderWriter::WriteResult result;
+    hyx::WrittenFiles const files = hyx::captureFiles(path, [&](std::string const& name) {
+        result = write(name);
+        return result.success();
+    });
+    if (!files.success || files.content.empty())
+        throw refusal(path, result);
+    std::filesystem::path const folder = std::filesystem::path(path).parent_path();
+    for (auto const& [name, content] : files.besides)
+        hyx::writeWholeFile(folder / name, content, durability);
+    hyx::writeWholeFile(path, files.content, durability);
+}
+
+} // namespace
+
+void writeImage(osg::Image const& image, std::string const& path, bool oneOfMany) {
+    hyx::Durability const durability = oneOfMany ? hyx::Durability::UNSYNCED : hyx::Durability::SYNCED;
+    // Fast compression: the default level takes twice the time for little.
+    ref_ptr<osgDB::Options> const options = new osgDB::Options("PNG_COMPRESSION 1");
+    osgDB::Registry& registry = *osgDB::Registry::instance();
+    ReaderWriter* const writer = registry.getReaderWriterForExtension(osgDB::getLowerCaseFileExtension(path));
+    if (!writer)
+        throw refusal(path, ReaderWriter::WriteResult::FILE_NOT_HANDLED);
+    std::ostringstream bytes;
+    ReaderWriter::WriteResult const result = writer->writeImage(image, bytes, options);
+    if (!result.success())
+        writeByName(path, durability,
+                    [&](std::string const& name) { return registry.writeImage(image, name, options); });
+    else if (std::string const content = std::move(bytes).str(); !content.empty())
+        hyx::writeWholeFile(path, content, durability);
+    else
+        throw std::runtime_error("cannot write \"" + path + "\": its writer made nothing of it");
+}
+
+void writeNode(osg::Node const& node, std::string const& path) {
+    writeByName(path, hyx::Durability::SYNCED, [&](std::string const& name) {
+        return osgDB::Registry::instance()->writeNode(node, name, osgDB::Registry::instance()->getOptions());
+    });
+}
+
+} // namespace osg
