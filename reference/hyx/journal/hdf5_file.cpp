@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
 #include <stdexcept>
 #include <system_error>
 
@@ -94,7 +95,8 @@ Hdf5Handle openHdf5File(std::string const& path, bool forWriting) {
     prepareLibrary();
     struct stat found;
     if (stat(path.c_str(), &found) != 0)
-        throw std::system_error(errno, std::generic_category(), "the journal cannot be read");
+        throw std::filesystem::filesystem_error("the journal cannot be read", path,
+                                                std::error_code(errno, std::generic_category()));
     if (!S_ISREG(found.st_mode)) // a pipe would be waited for
         throw std::runtime_error("the journal '" + path + "' cannot be read: it is no ordinary file");
     return Hdf5Handle(H5Fopen(path.c_str(), forWriting ? H5F_ACC_RDWR : H5F_ACC_RDONLY, fileAccess()), H5Fclose,

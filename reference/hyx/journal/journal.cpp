@@ -41,14 +41,15 @@ std::string freeSessionName(std::string const& session, std::string const& path,
 void finishAtExit(Journal* journal, bool recording) {
     static auto& journals = *new std::set<Journal*>; // needed by what ends after it would
     static pid_t const process = getpid();
-    static bool const registered = std::atexit([] {
-        for (auto const all = getpid() == process ? journals : std::set<Journal*>(); Journal* each : all)
-            try {
-                each->close();
-            } catch (std::exception const& failure) {
-                std::fprintf(stderr, "%s\n", failure.what());
-            }
-    }) == 0;
+    static bool const registered =
+        std::atexit([] {
+            for (auto const all = getpid() == process ? journals : std::set<Journal*>(); Journal* each : all)
+                try {
+                    each->close();
+                } catch (std::exception const& failure) {
+                    std::fprintf(stderr, "%s\n", failure.what());
+                }
+        }) == 0;
     (void)registered;
     if (recording)
         journals.insert(journal);
@@ -69,7 +70,7 @@ struct Journal::Implementation {
     std::vector<std::string> parts;
     size_t part = 0;
     size_t row = 0;
-    bool warned = false;                            ///< of damage in the reader's part
+    bool warned = false; ///< of damage in the reader's part
     std::unique_ptr<JournalPartReader> reader;
     RigidBodyPtrVector shown;                       ///< by the place in the reader's part
     ParticleSystems shownSystems;                   ///< the same
@@ -143,8 +144,7 @@ void Journal::Implementation::passOver(std::string const& place, std::exception 
 }
 
 void Journal::close() {
-    std::unique_ptr<Implementation> const ended =
-        std::exchange(m_implementation, std::make_unique<Implementation>());
+    std::unique_ptr<Implementation> const ended = std::exchange(m_implementation, std::make_unique<Implementation>());
     finishAtExit(this, false);
     if (ended->recorder)
         ended->recorder->finish();

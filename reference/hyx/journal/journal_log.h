@@ -24,11 +24,14 @@ public:
     static JournalLog open(std::filesystem::path const& path);
 
     JournalLog() = default;
+
     JournalLog(JournalLog&& other) noexcept { swap(other); }
+
     JournalLog& operator=(JournalLog other) noexcept {
         swap(other);
         return *this;
     }
+
     ~JournalLog();
 
     explicit operator bool() const { return m_file >= 0; }
@@ -37,6 +40,7 @@ public:
 
     /// The next record is the first.
     void rewind() { m_place = 0; }
+
     /// False behind the last whole record.
     bool next(Kind& kind, std::string& content);
 

@@ -24,9 +24,8 @@ std::filesystem::path logOf(std::filesystem::path journal) {
     return journal += ".log";
 }
 
-void append(JournalLog& log, Kind kind, json const& content) {
-    std::string const text = content.dump(-1, ' ', false, json::error_handler_t::replace);
-    log.append(kind, text);
+std::string textOf(json const& content) {
+    return content.dump(-1, ' ', false, json::error_handler_t::replace);
 }
 
 std::string partName(size_t number) {
@@ -114,9 +113,9 @@ void finishLog(JournalLog& log, std::filesystem::path const& journal) {
 
 /// Not to learn it only when everything is recorded.
 void requireWritable(std::filesystem::path const& journal) {
-    int const reason = std::filesystem::is_directory(journal)                                           ? EISDIR
+    int const reason = std::filesystem::is_directory(journal)                                   ? EISDIR
                        : std::filesystem::exists(journal) && access(journal.c_str(), W_OK) != 0 ? errno
-                                                                                                         : 0;
+                                                                                                : 0;
     if (reason)
         throw std::filesystem::filesystem_error("cannot record the journal", journal,
                                                 std::error_code(reason, std::generic_category()));
@@ -129,11 +128,15 @@ SessionRecorder::SessionRecorder(std::filesystem::path const& journal, std::stri
     : m_journal(journal), m_settings(settings) {
     requireWritable(journal);
     m_log = JournalLog::create(logOf(journal));
-    hyx::append(m_log, Kind::SESSION,
-                {{"session", session},
-                 {"append", append},
-                 {"single", settings.single},
-                 {"compressed", settings.compressed}});
+    json const plan = {
+        {"session", session}, {"append", append}, {"single", settings.single}, {"compressed", settings.compressed}};
+    m_log.append(Kind::SESSION, textOf(plan));
+}
+
+void SessionRecorder::append(JournalLog::Kind kind, std::span<char const> content) {
+    m_failed = true;
+    m_log.append(kind, content);
+    m_failed = false;
 }
 
 bool SessionRecorder::store(hyxSDK::Simulation& simulation, bool force) {
@@ -147,7 +150,8 @@ bool SessionRecorder::store(hyxSDK::Simulation& simulation, bool force) {
     if (!m_bodies || changed)
         beginPart(simulation);
     std::vector<double> const& state = m_bodies->state(time);
-    m_log.append(Kind::STATE, {reinterpret_cast<char const*>(state.data()), state.size() * sizeof(double)});
+    append(Kind::STATE, {reinterpret_cast<char const*>(state.data()), state.size() * sizeof(double)});
+    m_hasStates = true;
     if (frequency > 0)
         m_nextTime = std::max(m_nextTime, time - 1 / frequency) + 1 / frequency;
     return true;
@@ -158,12 +162,14 @@ void SessionRecorder::beginPart(hyxSDK::Simulation& simulation) {
         m_nextTime = simulation.getTimeStamp();
     RigidBodyPtrVector const bodies = simulation.getRigidBodies();
     RecordedBodies next(bodies, particleSystemsOf(simulation), m_settings.velocities);
-    append(m_log, Kind::PART, next.describe(m_keys.of(bodies)));
+    append(Kind::PART, textOf(next.describe(m_keys.of(bodies))));
     m_bodies = std::move(next);
 }
 
 void SessionRecorder::finish() {
     JournalLog log = std::move(m_log);
+    if (m_failed && !m_hasStates)
+        return log.remove(); // nothing was recorded that could take the place of an earlier journal
     finishLog(log, m_journal);
 }
 

@@ -7,6 +7,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <span>
 #include <string>
 
 namespace hyx {
@@ -27,6 +28,7 @@ public:
 
 private:
     void beginPart(hyxSDK::Simulation& simulation);
+    void append(JournalLog::Kind kind, std::span<char const> content);
 
     std::filesystem::path m_journal;
     Journal::Settings m_settings;
@@ -34,6 +36,8 @@ private:
     JournalKeys m_keys;
     std::optional<RecordedBodies> m_bodies; ///< none before the first state
     double m_nextTime = 0;
+    bool m_hasStates = false;
+    bool m_failed = false; ///< to append the last record
 };
 
 /// Makes a log that was left behind part of the journal. Nothing for a journal that has none, or is being recorded.

@@ -39,8 +39,9 @@ ParticleSystems particleSystemsOf(hyxSDK::Simulation const& simulation) {
 }
 
 std::vector<std::string> const& grainColumns() {
-    static std::vector<std::string> const columns = {"id", "x",  "y",      "z",    "vx",  "vy",  "vz",    "qx",   "qy",
-                                                     "qz", "qw", "radius", "mass", "age", "red", "green", "blue", "alpha"};
+    static std::vector<std::string> const columns = {"id",   "x",   "y",   "z",     "vx",   "vy",
+                                                     "vz",   "qx",  "qy",  "qz",    "qw",   "radius",
+                                                     "mass", "age", "red", "green", "blue", "alpha"};
     return columns;
 }
 
@@ -72,7 +73,8 @@ ParticleReader::ParticleReader(hid_t group) {
 std::vector<std::vector<Particle>> ParticleReader::read(size_t state) const {
     std::vector<std::vector<Particle>> systems(numSystems());
     for (size_t i = 0; i < systems.size(); ++i) {
-        size_t const place = state * numSystems() + i, first = m_starts.at(place), count = m_starts.at(place + 1) - first;
+        size_t const place = state * numSystems() + i, first = m_starts.at(place),
+                     count = m_starts.at(place + 1) - first;
         std::vector<double> const numbers = m_grains.read(first, count);
         for (size_t grain = 0; grain < count; ++grain)
             systems[i].push_back(grainOf(&numbers[grain * grainColumns().size()]));

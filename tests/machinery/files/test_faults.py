@@ -21,7 +21,7 @@ HERE = pathlib.Path(__file__).parent
 KILLS = int(os.environ.get("HYX_KILLS", 3))
 STREAMS = {"trace.json", "film.mp4"}  # grow in their place; a part of them can be read
 FILES = [f"shot.{e}" for e in PICTURES] + [f"image.{e}" for e in PICTURES] + [f"model.{e}" for e in MODELS]
-FILES += ["number00000.png", "target.png", "state", "plain.h5", "compressed.h5", "hyx_profile_dump/state_000001.json"]
+FILES += ["number00000.png", "target.bmp", "state", "plain.h5", "compressed.h5", "hyx_profile_dump/state_000001.json"]
 
 
 def mount(*arguments):
@@ -77,7 +77,7 @@ def test_what_cannot_be_written_is_an_error_and_the_old_file_stands(fault, tmp_p
     assert report.pop("left over") == []
     assert set(report) == {*FILES, *STREAMS}
     for name, outcome in report.items():
-        if name == "target.png":
+        if name == "target.bmp":
             assert outcome == {"result": False, "kept": True}, name
         elif name == "film.mp4":
             assert outcome["error"] in ("RuntimeError", "OSError"), name
@@ -104,6 +104,56 @@ def test_errors_of_files_are_those_of_python(app, tmp_path):
     assert type(flat.value) is RuntimeError and flat.value.errno == errno.ENOENT
 
 
+CROWDED = """
+import os, sys, hyx, hyxCollide, hyxOSG
+folder, form = sys.argv[1], int(sys.argv[2])
+app = hyxOSG.ExampleApplication()
+app.init(None)
+app.initSimulation()
+for number in range(20):
+    app.getSimulation().add(hyx.RigidBody(hyxCollide.Geometry(hyxCollide.Sphere(1)), f"ball {number}"))
+app.setJournalRecordPath(folder + "/run.h5")
+app.setJournalFormat(form)
+filler, stored, failures = folder + "/filler", 0, 0
+for free in range(10, 400, 30):
+    with open(filler, "wb", buffering=0) as file:
+        try:
+            while True:
+                file.write(bytes(1024))
+        except OSError:
+            file.truncate(os.path.getsize(filler) - 1024 * free)
+    try:
+        app.initAppendJournal()
+        for _ in range(100):
+            app.step()
+            stored += 1
+    except OSError:
+        failures += 1
+    try:
+        app.setEnableJournalRecord(False)
+    except OSError:
+        failures += 1
+    os.remove(filler)
+print(stored, failures)
+"""
+
+
+@pytest.mark.parametrize("form", [0, 1])
+def test_no_state_is_lost_to_a_full_disk(form, tmp_path, app, capfd):
+    with mounted(tmp_path, "-t", "tmpfs", "-o", "size=16m", "tmpfs"):
+        done = run_python("-c", CROWDED, str(tmp_path), str(form))
+        assert (done.returncode, done.stderr) == (0, "")
+        stored, failures = map(int, done.stdout.split())
+        assert failures > 5 and stored > 100
+        app.listSessionNames(str(tmp_path / "run.h5"))
+        assert number_of_states(tmp_path / "run.h5") == stored
+
+
+def number_of_states(journal):
+    with h5py.File(journal) as file:
+        return sum(len(part["time"]) for session in file.values() for part in session.values())
+
+
 STATES = """
 import os, sys, hyx, hyxCollide, hyxSDK
 simulation = hyxSDK.Simulation()
@@ -123,7 +173,8 @@ for number in range(20):
     app.getSimulation().add(hyx.RigidBody(hyxCollide.Geometry(hyxCollide.Sphere(1)), f"ball {number}"))
 app.setJournalRecordPath(sys.argv[1])
 app.setJournalFormat(int(sys.argv[3]))
-count = mmap.mmap(open(sys.argv[2], "r+b").fileno(), 8)
+with open(sys.argv[2], "r+b") as file:
+    count = mmap.mmap(file.fileno(), 8)
 print("ready", flush=True)
 stored = 0
 while True:
@@ -167,7 +218,5 @@ def test_a_killed_recorder_loses_32_states_at_most(form, by, tmp_path, app, capf
         kill_soon(RECORDER, journal, counter, form, by=by)
         stored = int.from_bytes(counter.read_bytes(), "little")
         app.listSessionNames(str(journal))
-        with h5py.File(journal) as file:
-            kept = sum(len(part["time"]) for session in file.values() for part in session.values())
-        assert stored - 32 <= kept <= stored + 1
+        assert stored - 32 <= number_of_states(journal) <= stored + 1
         assert not journal.with_suffix(".h5.log").exists()

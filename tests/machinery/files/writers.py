@@ -10,6 +10,7 @@ import os
 import pathlib
 import resource
 import sys
+import tempfile
 
 import hyx
 import hyxCollide
@@ -20,7 +21,7 @@ import osgDB
 
 OLD = b"what was there before"
 PICTURES = ["png", "jpg", "bmp", "tga", "ppm", "tiff", "rgb"]
-MODELS = ["osgt", "osgb", "ive", "obj", "stl"]
+MODELS = ["osgt", "osgb", "ive", "stl", "3ds"]
 
 
 def noisy_image():
@@ -31,14 +32,11 @@ def noisy_image():
 
 
 def model():
-    group = osg.Group()
-    for number in range(50):
-        child = osg.MatrixTransform()
-        child.setName(f"child {number}")
-        group.addChild(child)
-    shape = hyxOSG.createVisual(hyxCollide.Sphere(1), 2.0)
-    group.addChild(shape)
-    return group
+    with tempfile.NamedTemporaryFile("w", suffix=".obj") as file:
+        for number in range(100):
+            file.write(f"v {number} 0 0\nv {number} 1 0\nv {number} 0 1\nf -3 -2 -1\n")
+        file.flush()
+        return osgDB.readNodeFile(file.name)
 
 
 class Writers:
@@ -59,7 +57,7 @@ class Writers:
         self.all |= {f"model.{ending}": self.write_model for ending in MODELS}
         self.all |= {
             "number00000.png": self.number,
-            "target.png": self.target.saveImage,
+            "target.bmp": self.target.saveImage,
             "state": lambda path: self.simulation.save(path),
             "plain.h5": lambda path: self.record(path, 0),
             "compressed.h5": lambda path: self.record(path, 1),
