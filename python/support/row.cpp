@@ -26,7 +26,8 @@ void speak_of_files() {
     PyObject* path = reason ? attribute(value, "filename") : nullptr;
     if (PyObject* error = path ? PyObject_CallFunctionObjArgs(PyExc_OSError, number, reason, path, nullptr) : nullptr) {
         Py_SETREF(type, Py_NewRef(reinterpret_cast<PyObject*>(Py_TYPE(error))));
-        Py_SETREF(value, error);
+        PyException_SetCause(error, value); // it tells what was being done
+        value = error;
     }
     Py_XDECREF(number);
     Py_XDECREF(reason);

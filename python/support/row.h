@@ -11,7 +11,8 @@ using vocabulary::Function;
 using vocabulary::ModuleDefinition;
 
 // Turns a pending RuntimeError that says what the system refused (as the flat functions leave it) into the OSError that
-// Python's own functions would raise: FileNotFoundError, PermissionError and so on. Any other error stays.
+// Python's own functions would raise, FileNotFoundError, PermissionError and so on, with the RuntimeError as its cause.
+// Any other error stays.
 void speak_of_files();
 
 // What it takes to run one row without an argument tuple. `flat` is the module's own function; it is

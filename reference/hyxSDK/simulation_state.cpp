@@ -179,10 +179,11 @@ void Simulation::save(hyx::String const& fileName) const {
 
 void Simulation::restore(hyx::String const& fileName) {
     std::ifstream file(fileName, std::ios::binary);
-    std::stringstream content;
-    if (!file || !(content << file.rdbuf()))
+    if (!file)
         throw std::filesystem::filesystem_error("cannot read the state", std::string(fileName),
                                                 std::error_code(errno, std::generic_category()));
+    std::stringstream content;
+    content << file.rdbuf();
     std::string state = content.str();
     std::size_t const size = state.size() - std::min(state.size(), sizeof(std::uint64_t));
     std::string sum;

@@ -52,9 +52,9 @@ def test_a_state_survives_in_a_file(tmp_path):
     run(world, 1)
     world.restore(file)
     assert tuple(world.getRigidBodies()[0].getPosition()) == pytest.approx((1, 2, 3))
-    with pytest.raises(RuntimeError, match="nowhere"):
+    with pytest.raises(FileNotFoundError, match="nowhere"):
         world.restore(str(tmp_path / "nowhere"))
-    with pytest.raises(RuntimeError, match="No such file"):
+    with pytest.raises(FileNotFoundError, match="missing"):
         world.save(str(tmp_path / "missing" / "state"))
 
 

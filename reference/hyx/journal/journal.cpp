@@ -12,6 +12,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <map>
+#include <optional>
 #include <set>
 #include <stdexcept>
 
@@ -71,6 +72,7 @@ struct Journal::Implementation {
     size_t part = 0;
     size_t row = 0;
     bool warned = false; ///< of damage in the reader's part
+    bool found = false;  ///< the objects of the reader's part
     std::unique_ptr<JournalPartReader> reader;
     RigidBodyPtrVector shown;                       ///< by the place in the reader's part
     ParticleSystems shownSystems;                   ///< the same
@@ -78,8 +80,10 @@ struct Journal::Implementation {
     bool playing = false;
 
     void findParts();
-    bool beginPart(hyxSDK::Simulation& simulation);
-    bool show(hyxSDK::Simulation& simulation);
+    void openPart();
+    std::optional<JournalPartReader::State> readState();
+    bool findObjects(hyxSDK::Simulation& simulation);
+    void show(JournalPartReader::State const& state, hyxSDK::Simulation& simulation);
     void passOver(std::string const& place, std::exception const& failure);
     void findBodies(hyxSDK::Simulation& simulation);
     void findParticleSystems(hyxSDK::Simulation& simulation);
@@ -179,34 +183,58 @@ bool Journal::playNext(hyxSDK::Simulation* simulation) {
     if (!simulation || !isPlaying())
         return false;
     for (;;) {
-        while (!m_implementation->reader || m_implementation->row >= m_implementation->reader->numStates())
+        while (!m_implementation->reader || m_implementation->row >= m_implementation->reader->numStates()) {
             if (m_implementation->part >= m_implementation->parts.size())
                 return false;
-            else if (!m_implementation->beginPart(*simulation))
-                m_implementation->reader = nullptr;
-        bool const shown = m_implementation->show(*simulation);
+            m_implementation->openPart();
+        }
+        std::optional<JournalPartReader::State> const state = m_implementation->readState();
         ++m_implementation->row;
-        if (shown)
+        if (state && m_implementation->findObjects(*simulation)) {
+            m_implementation->show(*state, *simulation);
             return true;
+        }
     }
 }
 
-/// False when the next part has nothing to show.
-bool Journal::Implementation::beginPart(hyxSDK::Simulation& simulation) {
+/// Leaves no reader where the next part is damaged.
+void Journal::Implementation::openPart() {
     std::string const& name = parts[part++];
     row = 0;
     warned = false;
+    found = false;
+    reader = nullptr;
     try {
         reader = std::make_unique<JournalPartReader>(session, name);
-        if (reader->numStates() == 0)
-            return false;
-        findBodies(simulation);
     } catch (std::runtime_error const& failure) {
         passOver(name, failure);
+    }
+}
+
+/// Nothing for a damaged state, of which the first in a part is told.
+std::optional<JournalPartReader::State> Journal::Implementation::readState() {
+    try {
+        return reader->read(row);
+    } catch (std::runtime_error const& failure) {
+        if (!std::exchange(warned, true))
+            passOver(parts[part - 1], failure);
+        return std::nullopt;
+    }
+}
+
+/// The bodies and particle systems of the part, once; false where they cannot be made, which ends the part.
+bool Journal::Implementation::findObjects(hyxSDK::Simulation& simulation) {
+    if (found)
+        return true;
+    try {
+        findBodies(simulation);
+    } catch (std::runtime_error const& failure) {
+        passOver(parts[part - 1], failure);
+        reader = nullptr;
         return false;
     }
     findParticleSystems(simulation);
-    return true;
+    return found = true;
 }
 
 void Journal::Implementation::findBodies(hyxSDK::Simulation& simulation) {
@@ -246,16 +274,7 @@ void Journal::Implementation::findParticleSystems(hyxSDK::Simulation& simulation
     shownSystems.resize(reader->numSystems());
 }
 
-/// False for a damaged state.
-bool Journal::Implementation::show(hyxSDK::Simulation& simulation) {
-    JournalPartReader::State state;
-    try {
-        state = reader->read(row);
-    } catch (std::runtime_error const& failure) {
-        if (!std::exchange(warned, true))
-            passOver(parts[part - 1], failure);
-        return false;
-    }
+void Journal::Implementation::show(JournalPartReader::State const& state, hyxSDK::Simulation& simulation) {
     for (size_t i = 0; i < shown.size(); ++i) {
         double const *p = &state.positions[3 * i], *q = &state.rotations[4 * i];
         shown[i]->setPosition(Vec3(p[0], p[1], p[2]));
@@ -271,7 +290,6 @@ bool Journal::Implementation::show(hyxSDK::Simulation& simulation) {
     for (size_t i = 0; i < shownSystems.size(); ++i)
         shownSystems[i]->getParticles() = state.grains[i];
     simulation.setTimeStamp(state.time);
-    return true;
 }
 
 std::vector<std::string> Journal::listSessions(std::string const& path) {

@@ -6,9 +6,11 @@ import signal
 import subprocess
 import sys
 
+import h5py
 import hyx
 import pytest
 from application_stage import add_box, difference
+from subprocesses import run_python
 
 
 @pytest.fixture
@@ -312,20 +314,34 @@ app.initRecordJournal()
 for step in range(100):
     app.getSimulation().getProcesses()[0].createParticle(hyx.Vec3(step, 0, 0))
     app.step()
-os.kill(os.getpid(), 9)
 """
 
 
+def run_crash(path, format, end):
+    return run_python("-c", CRASH + end, path, str(format))
+
+
 @pytest.mark.parametrize("format", [0, 1])
-def test_a_crash_loses_the_last_block_at_most(app, path, format):
-    done = subprocess.run(
-        [sys.executable, "-c", CRASH, path, str(format)],
-        timeout=60,
-        env={**os.environ, "PYTHONPATH": os.pathsep.join(sys.path)},
-    )
-    assert done.returncode == -signal.SIGKILL
+def test_a_crash_loses_no_step(app, path, format):
+    assert run_crash(path, format, "os.kill(os.getpid(), 9)").returncode == -signal.SIGKILL
     app.setJournalRecordPath(path)
     app.journalPlayback()
-    assert 64 <= app.getJournal().getNumStates() <= 100
+    assert app.getJournal().getNumStates() == 100 and not os.path.exists(path + ".log")
     app.step()
     assert app.getSimulation().getRigidBody("ball").getPosition().z < 0
+
+
+@pytest.mark.parametrize("end", ["", "sys.exit(0)", "del app", "os.fork()"])
+def test_the_end_of_a_script_ends_its_journal(path, end):
+    done = run_crash(path, 0, end)
+    assert (done.returncode, done.stderr) == (0, "")
+    with h5py.File(path) as file:
+        assert len(file["session_1/part_000000/time"]) == 100
+    assert os.listdir(os.path.dirname(path)) == ["run.h5"]
+
+
+def test_a_journal_that_cannot_be_ended_is_told_at_the_end_of_the_script(path):
+    limit = "import resource; resource.setrlimit(resource.RLIMIT_FSIZE, (4096, 4096))"
+    done = run_crash(path, 0, limit)
+    assert done.returncode == 0 and "stays in the log" in done.stderr and path in done.stderr
+    assert os.listdir(os.path.dirname(path)) == ["run.h5.log"]

@@ -26,10 +26,13 @@ def test_a_screenshot_shows_the_scene(window, shoot):
     assert changed[60, 80] and not changed[5, 5] and 200 < changed.sum() < 2000
 
 
-@pytest.mark.parametrize("name, reason", [("/nowhere/shot.png", "/nowhere/shot.png"), ("shot.nothing", "nothing")])
-def test_a_picture_that_cannot_be_written_is_an_exception(window, tmp_path, monkeypatch, name, reason):
+@pytest.mark.parametrize(
+    "name, error, reason",
+    [("/nowhere/shot.png", FileNotFoundError, "/nowhere/shot.png"), ("shot.nothing", RuntimeError, "nothing")],
+)
+def test_a_picture_that_cannot_be_written_is_an_exception(window, tmp_path, monkeypatch, name, error, reason):
     monkeypatch.chdir(tmp_path)
-    with pytest.raises(RuntimeError, match=reason):
+    with pytest.raises(error, match=reason):
         window.takeScreenShot(name)
     assert not list(tmp_path.iterdir())
 

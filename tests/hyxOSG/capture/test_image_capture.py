@@ -248,8 +248,9 @@ def test_a_resolution_that_is_none_is_refused(capture, size):
 def test_a_folder_that_cannot_be_made_is_an_error_at_the_start(stage, capture, tmp_path):
     (tmp_path / "file").write_text("")
     capture.setDirectoryPath(str(tmp_path / "file" / "folder"))
-    with pytest.raises(RuntimeError, match="cannot write to the folder .*file/folder"):
+    with pytest.raises(NotADirectoryError, match="file/folder") as caught:
         capture.startCapture()
+    assert "cannot write to the folder" in str(caught.value.__cause__)
     assert not capture.getCaptureStarted()
 
 
