@@ -71,13 +71,9 @@ CONTENTS = {
         "shapes": shapes(body(), body({"kind": "mesh", "vertices": [[0, 0, 0]], "triangles": [0, 1, 2**31]}))
     },
     "height field without heights": {
-        "shapes": shapes(
-            body(), body({"kind": "heights", "resolution": [60000, 60000], "size": [1, 1], "heights": []})
-        )
+        "shapes": shapes(body(), body({"kind": "heights", "resolution": [60000, 60000], "size": [1, 1], "heights": []}))
     },
-    "transform of three numbers": {
-        "shapes": shapes(body(), body(geometries=[{"shape": SPHERE, "local": [1, 2, 3]}]))
-    },
+    "transform of three numbers": {"shapes": shapes(body(), body(geometries=[{"shape": SPHERE, "local": [1, 2, 3]}]))},
     "no such motion": {"shapes": shapes(body(), body(motion=77))},
     "negative mass": {"shapes": shapes(body(), body(mass=-1))},
     "bodies that are numbers": {"bodies": numpy.arange(2)},
