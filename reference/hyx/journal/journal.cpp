@@ -6,8 +6,6 @@
 #include "reference/hyx/journal/journal_part.h"
 #include "reference/hyx/journal/journal_session.h"
 
-#include <unistd.h>
-
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -37,20 +35,17 @@ std::string freeSessionName(std::string const& session, std::string const& path,
     return name;
 }
 
-/// An application lives until the process ends; then its journal still becomes one that other programs can read. A
-/// forked copy of the process leaves it to the original.
+/// An application lives until the process ends; then its journal still becomes one that other programs can read.
 void finishAtExit(Journal* journal, bool recording) {
     static auto& journals = *new std::set<Journal*>; // needed by what ends after it would
-    static pid_t const process = getpid();
-    static bool const registered =
-        std::atexit([] {
-            for (auto const all = getpid() == process ? journals : std::set<Journal*>(); Journal* each : all)
-                try {
-                    each->close();
-                } catch (std::exception const& failure) {
-                    std::fprintf(stderr, "%s\n", failure.what());
-                }
-        }) == 0;
+    static bool const registered = std::atexit([] {
+                                       for (auto const all = journals; Journal* each : all)
+                                           try {
+                                               each->close();
+                                           } catch (std::exception const& failure) {
+                                               std::fprintf(stderr, "%s\n", failure.what());
+                                           }
+                                   }) == 0;
     (void)registered;
     if (recording)
         journals.insert(journal);

@@ -125,7 +125,7 @@ void requireWritable(std::filesystem::path const& journal) {
 
 SessionRecorder::SessionRecorder(std::filesystem::path const& journal, std::string const& session,
                                  Journal::Settings const& settings, bool append)
-    : m_journal(journal), m_settings(settings) {
+    : m_journal(journal), m_settings(settings), m_process(getpid()) {
     requireWritable(journal);
     m_log = JournalLog::create(logOf(journal));
     json const plan = {
@@ -168,6 +168,8 @@ void SessionRecorder::beginPart(hyxSDK::Simulation& simulation) {
 
 void SessionRecorder::finish() {
     JournalLog log = std::move(m_log);
+    if (getpid() != m_process)
+        return; // a forked copy leaves the journal to the process that records it
     if (m_failed && !m_hasStates)
         return log.remove(); // nothing was recorded that could take the place of an earlier journal
     finishLog(log, m_journal);

@@ -5,6 +5,8 @@
 #include "reference/hyx/journal/journal_log.h"
 #include "reference/hyx/journal/recorded_bodies.h"
 
+#include <sys/types.h>
+
 #include <filesystem>
 #include <optional>
 #include <span>
@@ -32,6 +34,7 @@ private:
 
     std::filesystem::path m_journal;
     Journal::Settings m_settings;
+    pid_t m_process;
     JournalLog m_log;
     JournalKeys m_keys;
     std::optional<RecordedBodies> m_bodies; ///< none before the first state

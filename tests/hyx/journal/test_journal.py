@@ -331,7 +331,7 @@ def test_a_crash_loses_no_step(app, path, format):
     assert app.getSimulation().getRigidBody("ball").getPosition().z < 0
 
 
-@pytest.mark.parametrize("end", ["", "sys.exit(0)", "del app", "os.fork()"])
+@pytest.mark.parametrize("end", ["", "sys.exit(0)", "del app", "os.fork() or app.postExecution()"])
 def test_the_end_of_a_script_ends_its_journal(path, end):
     done = run_crash(path, 0, end)
     assert (done.returncode, done.stderr) == (0, "")

@@ -15,7 +15,7 @@ import _hyxOSG
 import h5py
 import pytest
 from subprocesses import run_python
-from writers import MODELS, OLD, PICTURES
+from written_files import MODELS, OLD, PICTURES
 
 HERE = pathlib.Path(__file__).parent
 KILLS = int(os.environ.get("HYX_KILLS", 3))
@@ -71,7 +71,7 @@ def readonly(folder):
 @pytest.mark.parametrize("fault", [full, limit, readonly], ids=lambda fault: fault.__name__)
 def test_what_cannot_be_written_is_an_error_and_the_old_file_stands(fault, tmp_path):
     with fault(tmp_path) as reason:
-        done = run_python(str(HERE / "writers.py"), str(tmp_path), fault.__name__)
+        done = run_python(str(HERE / "written_files.py"), str(tmp_path), fault.__name__)
     assert done.returncode == 0, done.stderr
     report = json.loads(done.stdout.splitlines()[-1])
     assert report.pop("left over") == []

@@ -1,6 +1,6 @@
 """Writes a file of every kind into a folder where that cannot succeed, and prints how each went, as JSON.
 
-    python writers.py FOLDER FAULT      FAULT: full, limit or readonly; the folder has been readied for it
+    python written_files.py FOLDER FAULT      FAULT: full, limit or readonly; the folder has been readied for it
 
 Each file is there before, with OLD in it, and has to be so afterwards.
 """
