@@ -7,6 +7,7 @@
 
 #include <BulletCollision/CollisionDispatch/btCollisionObjectWrapper.h>
 #include <BulletCollision/CollisionDispatch/btCompoundCollisionAlgorithm.h>
+#include <BulletCollision/CollisionDispatch/btCompoundCompoundCollisionAlgorithm.h>
 #include <BulletCollision/CollisionDispatch/btManifoldResult.h>
 #include <BulletCollision/CollisionShapes/btSphereShape.h>
 #include <BulletCollision/CollisionShapes/btTriangleShape.h>
@@ -163,6 +164,7 @@ bool partsMayCollide(btCollisionShape const* first, btCollisionShape const* seco
 ContactDispatcher::ContactDispatcher(btCollisionConfiguration* configuration) : btCollisionDispatcher(configuration) {
     gContactAddedCallback = contactAdded;
     gCompoundChildShapePairCallback = partsMayCollide;
+    gCompoundCompoundChildShapePairCallback = partsMayCollide;
 }
 
 bool ContactDispatcher::needsCollision(btCollisionObject const* first, btCollisionObject const* second) {

@@ -194,6 +194,12 @@ void PhysicsWorld::setNumIterations(int iterations) {
 
 void PhysicsWorld::setGravity(Vec3 const& gravity) {
     m_world->setGravity(toBullet(gravity));
+    // Who sleeps would keep the gravity it fell asleep with.
+    auto& bodies = m_world->getNonStaticRigidBodies();
+    for (int i = 0; i < bodies.size(); ++i) {
+        bodies[i]->setGravity(toBullet(gravity));
+        bodies[i]->activate();
+    }
 }
 
 void PhysicsWorld::setAutoSleep(bool enable, std::vector<RigidBody*> const& bodies) {
