@@ -67,6 +67,8 @@ std::unique_ptr<btCollisionShape> buildMesh(Trimesh const& mesh, bool moving) {
         shape->setMargin(surfaceSkin);
         shape->optimizeConvexHull();
         shape->recalcLocalAabb();
+        // Faces are cut against faces, which finds all corners of a contact at once.
+        shape->initializePolyhedralFeatures();
         return shape;
     }
     if (moving) {

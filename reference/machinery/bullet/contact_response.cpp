@@ -22,9 +22,6 @@ using hyxCollide::Geometry;
 
 namespace {
 
-/// m/s; slower contacts come to rest.
-constexpr double bounceSpeed = 0.3;
-
 /// Of 45 degrees.
 constexpr double straightCosine = 0.7071;
 /// How far a height field may lie from the plane of one of its triangles, in radii of the ball over it, and still
@@ -41,24 +38,6 @@ Geometry* geometryOf(btCollisionObjectWrapper const* wrapper) {
         if (Geometry* geometry = hyxCollide::geometryOf(wrapper->getCollisionShape()))
             return geometry;
     return nullptr;
-}
-
-btVector3 velocityAt(btCollisionObject const* object, btVector3 const& point) {
-    btRigidBody const* body = btRigidBody::upcast(object);
-    return body ? body->getVelocityInLocalPoint(point - body->getCenterOfMassPosition()) : btVector3(0, 0, 0);
-}
-
-/// A bounce must not gain speed from the penetration that one step has brought, which bullet would take back by a
-/// velocity.
-void keepBounceExact(btManifoldPoint& point, btCollisionObject const* first, btCollisionObject const* second) {
-    btVector3 const approach =
-        velocityAt(first, point.getPositionWorldOnA()) - velocityAt(second, point.getPositionWorldOnB());
-    if (point.m_combinedRestitution > 0 && approach.dot(point.m_normalWorldOnB) < -bounceSpeed) {
-        point.m_contactERP = 0;
-        point.m_contactPointFlags |= BT_CONTACT_FLAG_HAS_CONTACT_ERP;
-    } else {
-        point.m_contactPointFlags &= ~BT_CONTACT_FLAG_HAS_CONTACT_ERP;
-    }
 }
 
 bool isShape(btCollisionObjectWrapper const* wrapper, int type) {
@@ -150,8 +129,6 @@ bool contactAdded(btManifoldPoint& point, btCollisionObjectWrapper const* wrappe
         respond(point, *material);
     else
         respond(point, first->getMaterial(), second->getMaterial());
-    if (!(point.m_contactPointFlags & BT_CONTACT_FLAG_CONTACT_STIFFNESS_DAMPING))
-        keepBounceExact(point, wrapper0->getCollisionObject(), wrapper1->getCollisionObject());
     return true;
 }
 

@@ -184,6 +184,7 @@ Vector<RayHit> PhysicsWorld::castRay(Vec3 const& fromPoint, Vec3 const& toPoint,
     Real const length = (toPoint - fromPoint).length();
     if (!(length > 0))
         return hits;
+    bringBoxesUpToDate();
     Real end = 1;
     auto const cast = [&](btCollisionObject& object, Geometry& geometry) {
         if (ignored && geometry.getRigidBody() == ignored)
@@ -225,6 +226,7 @@ hyxCollide::GeometryPtrVector PhysicsWorld::findGeometries(Vec3 const& lower, Ve
         hyxCollide::GeometryPtrVector found;
     } finder;
 
+    bringBoxesUpToDate();
     finder.lowest = toBullet(lower);
     finder.highest = toBullet(upper);
     m_broadphase->aabbTest(finder.lowest, finder.highest, finder);
