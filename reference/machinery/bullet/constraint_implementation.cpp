@@ -1,10 +1,10 @@
 // How joints are put together, and where they are.
 #include "reference/machinery/bullet/constraint_implementation.h"
 
-#include "reference/machinery/dynamics/joint_pose.h"
 #include "reference/machinery/bullet/bullet_values.h"
 #include "reference/machinery/bullet/physics_world.h"
 #include "reference/machinery/bullet/rigid_body_implementation.h"
+#include "reference/machinery/dynamics/joint_pose.h"
 
 #include <algorithm>
 #include <cmath>

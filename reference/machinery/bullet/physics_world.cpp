@@ -2,17 +2,20 @@
 #include "reference/machinery/bullet/physics_world.h"
 
 #include "platform/hyxCollide/shape.h"
-#include "reference/machinery/bullet/constraint_implementation.h"
 #include "reference/machinery/bullet/bullet_values.h"
+#include "reference/machinery/bullet/constraint_implementation.h"
 #include "reference/machinery/bullet/contact_response.h"
 #include "reference/machinery/bullet/geometry_implementation.h"
 #include "reference/machinery/bullet/plane_contacts.h"
 #include "reference/machinery/bullet/rigid_body_implementation.h"
+#include "reference/machinery/bullet/surface_contacts.h"
 
 #include <BulletCollision/BroadphaseCollision/btDbvtBroadphase.h>
+#include <BulletCollision/CollisionDispatch/btConvexConvexAlgorithm.h>
 #include <BulletCollision/CollisionDispatch/btDefaultCollisionConfiguration.h>
 #include <BulletCollision/CollisionDispatch/btSimulationIslandManager.h>
 #include <BulletCollision/Gimpact/btGImpactCollisionAlgorithm.h>
+#include <BulletCollision/NarrowPhaseCollision/btGjkEpaPenetrationDepthSolver.h>
 
 #include <algorithm>
 #include <chrono>
@@ -43,6 +46,26 @@ void requireMovable(RigidBody::Implementation const& body) {
     }
 }
 
+/// Cylinders and cones stand on others with more than the one point that is nearest: bullet looks for them by turning
+/// the bodies a little.
+void registerFlatEnds(btCollisionDispatcher& dispatcher) {
+    struct CreateFunc : btConvexConvexAlgorithm::CreateFunc {
+        CreateFunc() : btConvexConvexAlgorithm::CreateFunc(&depth) {
+            m_numPerturbationIterations = m_minimumPointsPerturbationThreshold = 4;
+        }
+
+        btGjkEpaPenetrationDepthSolver depth;
+    };
+
+    static CreateFunc create;
+    for (int round : {CYLINDER_SHAPE_PROXYTYPE, CONE_SHAPE_PROXYTYPE})
+        for (int other :
+             {BOX_SHAPE_PROXYTYPE, CYLINDER_SHAPE_PROXYTYPE, CONE_SHAPE_PROXYTYPE, CONVEX_HULL_SHAPE_PROXYTYPE}) {
+            dispatcher.registerCollisionCreateFunc(round, other, &create);
+            dispatcher.registerCollisionCreateFunc(other, round, &create);
+        }
+}
+
 } // namespace
 
 /// Finds contacts and who sleeps by bullet's means, and moves the bodies by our own.
@@ -54,6 +77,7 @@ public:
         StepTimes times;
         auto const start = Clock::now();
         predictMotion(timeStep);
+        getDispatchInfo().m_timeStep = timeStep;
         performDiscreteCollisionDetection();
         times.collision = secondsSince(start);
         m_manifolds.clear();
@@ -120,8 +144,8 @@ PhysicsWorld::PhysicsWorld()
       m_world(std::make_unique<World>(m_dispatcher.get(), m_broadphase.get(), &m_solver, m_configuration.get())) {
     btGImpactCollisionAlgorithm::registerAlgorithm(m_dispatcher.get());
     registerPlaneContacts(*m_dispatcher);
-    // Curved solids that lie on others need several points at once too.
-    m_configuration->setConvexConvexMultipointIterations();
+    registerSurfaceContacts(*m_dispatcher);
+    registerFlatEnds(*m_dispatcher);
     m_world->getDispatchInfo().m_deterministicOverlappingPairs = true;
 }
 

@@ -5,7 +5,6 @@
 #include "reference/machinery/bullet/contact_response.h"
 #include "reference/machinery/dynamics/contact_solver.h"
 
-#include <BulletCollision/CollisionShapes/btCollisionShape.h>
 #include <BulletCollision/NarrowPhaseCollision/btPersistentManifold.h>
 #include <BulletDynamics/Dynamics/btRigidBody.h>
 
@@ -85,10 +84,7 @@ void ContactSolver::begin(std::vector<btPersistentManifold*> const& manifolds, s
         if (!first.isFree() && !second.isFree())
             continue;
         addManifold(*manifold, first, second, step);
-        for (MovingBody const* body : {&first, &second})
-            if (body->isFree())
-                m_smallestRadius =
-                    std::min(m_smallestRadius, body->bullet->getCollisionShape()->getAngularMotionDisc());
+        m_smallestRadius = std::min(m_smallestRadius, manifold->getContactProcessingThreshold());
     }
 }
 
@@ -103,8 +99,7 @@ void ContactSolver::setSubstep(double substep) {
 }
 
 void ContactSolver::addManifold(btPersistentManifold& manifold, MovingBody& first, MovingBody& second, double step) {
-    double const size = std::min(manifold.getBody0()->getCollisionShape()->getAngularMotionDisc(),
-                                 manifold.getBody1()->getCollisionShape()->getAngularMotionDisc());
+    double const size = manifold.getContactProcessingThreshold();
     bool taken[MANIFOLD_CACHE_SIZE] = {};
     for (int i = 0; i < manifold.getNumContacts(); ++i) {
         btManifoldPoint const& model = manifold.getContactPoint(i);

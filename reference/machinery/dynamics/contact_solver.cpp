@@ -17,6 +17,7 @@ constexpr double leastBounce = 0.3;
 constexpr double contactFrequency = 60;
 constexpr double contactDamping = 10;
 constexpr double fastestPush = 3;
+constexpr double fastest = 1e30;
 
 } // namespace
 
@@ -56,6 +57,7 @@ void ContactSolver::applyHalf(Patch& patch) {
 }
 
 void ContactSolver::aimAtPlaces(double substep) {
+    m_bounces = false;
     for (Patch& patch : m_patches) {
         patch.now = {};
         patch.roll[0] = patch.roll[1] = 0;
@@ -67,6 +69,7 @@ void ContactSolver::aimAtPlaces(double substep) {
                 aimPoint(patch, point, substep);
             else
                 point.half = 0;
+            m_bounces = m_bounces || point.bounces;
             point.share = 1 / (point.stiffness + point.softness);
         }
     }
@@ -131,7 +134,8 @@ void ContactSolver::aimAtSpeeds(double substep) {
                 point.softness = 2 / (substep * damping);
                 point.target = -point.gap * point.springStiffness / damping;
             } else {
-                point.target = point.gap > 0 ? -point.gap / substep : 0;
+                // What has not met the surface in this substep may go on.
+                point.target = point.gap > 0 && point.impulse == 0 ? -fastest : 0;
             }
             point.share = 1 / (point.stiffness + point.softness);
         }
@@ -141,14 +145,18 @@ void ContactSolver::aimAtSpeeds(double substep) {
 
 double ContactSolver::sweep() {
     double greatest = 0;
-    for (Patch& patch : m_patches) {
-        greatest = std::max(greatest, sweepPoints(patch));
-        if (patch.friction > 0)
-            sweepFriction(patch);
-        if (patch.rolling > 0)
-            sweepRolling(patch);
-    }
+    for (Patch& patch : m_patches)
+        greatest = std::max(greatest, sweepPatch(patch));
     return greatest;
+}
+
+double ContactSolver::sweepPatch(Patch& patch) {
+    double const change = sweepPoints(patch);
+    if (patch.friction > 0)
+        sweepFriction(patch);
+    if (patch.rolling > 0)
+        sweepRolling(patch);
+    return change;
 }
 
 double ContactSolver::sweepPoints(Patch& patch) {

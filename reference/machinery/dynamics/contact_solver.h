@@ -31,6 +31,10 @@ public:
     void aimAtSpeeds(double substep);
     /// One round over all patches; tells the greatest change of a speed.
     double sweep();
+
+    /// Whether a bounce falls into this substep, which needs all points of a body to agree.
+    bool bounces() const { return m_bounces; }
+
     /// Follows the surfaces through the substep.
     void advance(double substep);
     void finishSubstep();
@@ -106,6 +110,7 @@ private:
     void applyHalf(Patch& patch);
     void push(Patch const& patch, Point const& point, double impulse);
     void rub(Patch& patch, double lateral0, double lateral1, double torsion);
+    double sweepPatch(Patch& patch);
     double sweepPoints(Patch& patch);
     void sweepFriction(Patch& patch);
     void sweepRolling(Patch& patch);
@@ -116,6 +121,7 @@ private:
     std::vector<Patch> m_patches;
     double m_step = 1;
     double m_smallestRadius = 0;
+    bool m_bounces = false;
 };
 
 } // namespace hyx

@@ -192,7 +192,7 @@ void StepSolver::solve(int numSweeps) {
         mechanism->solve();
     if (m_contacts.isEmpty())
         return;
-    int const most = effort == ALL ? mostSweeps : numSweeps;
+    int const most = effort == ALL || m_contacts.bounces() ? mostSweeps : numSweeps;
     for (int i = 0; i < most; ++i) {
         double const change = m_contacts.sweep();
         for (auto const& mechanism : m_mechanisms)
