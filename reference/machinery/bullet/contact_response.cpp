@@ -26,6 +26,7 @@ namespace {
 
 /// Of 45 degrees.
 constexpr double straightCosine = 0.7071;
+constexpr double upright = 0.9999;
 /// How far a height field may lie from the plane of one of its triangles, in radii of the ball over it, and still
 /// continue that triangle.
 constexpr double smoothStep = 0.01;
@@ -89,6 +90,8 @@ void rollOverEdges(btManifoldPoint& point, btCollisionObjectWrapper const* wrapp
         normal = -normal;
     if (normal.dot(leaning) < straightCosine)
         return;
+    if (normal.dot(leaning) < upright)
+        point.m_contactPointFlags |= leaningContact;
     double size = 0.1 * usualReach(solid.getCollisionShape()->getAngularMotionDisc());
     btVector3 lowest = solidFirst ? point.m_positionWorldOnA : point.m_positionWorldOnB;
     if (isShape(&solid, SPHERE_SHAPE_PROXYTYPE)) {

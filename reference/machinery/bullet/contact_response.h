@@ -25,6 +25,9 @@ private:
     double m_timeStep = 0;
 };
 
+/// Among the flags of a contact point: it was found with a normal that leans over the edge of a smooth surface.
+constexpr int leaningContact = 1 << 10;
+
 /// The geometry on one side of a contact point, which the contact hook wrote into it; null where it did not.
 hyxCollide::Geometry* geometryAt(btCollisionObject const* object, int index);
 

@@ -1,6 +1,7 @@
 // Closed forms of the contact of solids with planes.
 #include "reference/machinery/bullet/plane_contacts.h"
 
+#include "reference/machinery/bullet/former_contacts.h"
 #include "reference/machinery/bullet/low_points.h"
 
 #include <BulletCollision/BroadphaseCollision/btCollisionAlgorithm.h>
@@ -36,14 +37,10 @@ public:
     void processCollision(btCollisionObjectWrapper const* first, btCollisionObjectWrapper const* second,
                           btDispatcherInfo const&, btManifoldResult* result) override {
         result->setPersistentManifold(m_manifold);
-        btManifoldPoint former[MANIFOLD_CACHE_SIZE];
-        int const numFormer = m_manifold->getNumContacts();
-        for (int i = 0; i < numFormer; ++i)
-            former[i] = m_manifold->getContactPoint(i);
+        FormerContacts const former(*m_manifold);
         m_manifold->clearManifold();
         addPoints(m_swapped ? *second : *first, m_swapped ? *first : *second, *result);
-        for (int i = 0; i < m_manifold->getNumContacts(); ++i)
-            continueFrom(m_manifold->getContactPoint(i), former, numFormer);
+        former.goOn(*m_manifold);
     }
 
     btScalar calculateTimeOfImpact(btCollisionObject*, btCollisionObject*, btDispatcherInfo const&,
@@ -85,25 +82,6 @@ private:
         for (auto const& [point, distance] : near)
             result.addContactPoint(m_swapped ? -normal : normal, m_swapped ? point : point - normal * distance,
                                    distance);
-    }
-
-    /// The forces of the last step go on at the nearest point.
-    void continueFrom(btManifoldPoint& point, btManifoldPoint* former, int numFormer) const {
-        int nearest = -1;
-        for (int i = 0; i < numFormer; ++i)
-            if (former[i].m_lifeTime >= 0 &&
-                (nearest < 0 || former[i].m_positionWorldOnB.distance2(point.m_positionWorldOnB) <
-                                    former[nearest].m_positionWorldOnB.distance2(point.m_positionWorldOnB)))
-                nearest = i;
-        if (nearest < 0)
-            return;
-        btManifoldPoint& found = former[nearest];
-        point.m_appliedImpulse = found.m_appliedImpulse;
-        point.m_appliedImpulseLateral1 = found.m_appliedImpulseLateral1;
-        point.m_appliedImpulseLateral2 = found.m_appliedImpulseLateral2;
-        point.m_prevRHS = found.m_prevRHS;
-        point.m_lifeTime = found.m_lifeTime + 1;
-        found.m_lifeTime = -1;
     }
 
     btPersistentManifold* m_manifold;
