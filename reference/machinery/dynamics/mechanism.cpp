@@ -13,7 +13,7 @@ namespace {
 
 /// Rounds of letting go and taking up rows; after half of them rows are only let go, which ends.
 constexpr int mostRounds = 30;
-constexpr int mostCorrections = 6;
+constexpr int mostCorrections = 8;
 /// Metres or radians.
 constexpr double exactPlace = 1e-11;
 constexpr double exactSpeed = 1e-9;
@@ -76,18 +76,76 @@ void Mechanism::collectRows() {
         m_firstRows.push_back(static_cast<int>(m_rows.size()));
         for (ConstraintRow* row : joint->allRows)
             if (row->working) {
-                row->impulse = 0;
-                // A bound that pushes one way only is left alone until it is needed.
-                double const wanted = lack(*row, *joint);
-                if (row->lowerImpulse == 0 && wanted < 0)
-                    row->hold = ConstraintRow::LOWER;
-                else if (row->upperImpulse == 0 && wanted > 0)
-                    row->hold = ConstraintRow::UPPER;
+                startRow(*row, *joint);
                 m_rows.push_back({row, joint});
             }
         m_sizes.push_back(static_cast<int>(m_rows.size()) - m_firstRows.back());
     }
     m_outdated = true;
+}
+
+void Mechanism::startRow(ConstraintRow& row, Constraint::Implementation const& joint) {
+    row.impulse = 0;
+    row.hold = ConstraintRow::FREE;
+    // A bound that pushes one way only is left alone until it is needed.
+    double const wanted = lack(row, joint);
+    if (row.lowerImpulse == 0 && wanted < 0)
+        row.hold = ConstraintRow::LOWER;
+    else if (row.upperImpulse == 0 && wanted > 0)
+        row.hold = ConstraintRow::UPPER;
+}
+
+/// A great pull on a light body makes it swing faster than a substep can follow, which would gain energy. Such a body
+/// gets as much inertia as makes it slow enough; no other body is changed.
+bool Mechanism::stiffen(double substep) {
+    bool found = false;
+    for (MovingBody* body : m_bodies) {
+        if (!body->isFree())
+            continue;
+        double stiffness = 0;
+        for (Constraint::Implementation const* joint : m_joints)
+            for (int i : {0, 1}) {
+                if (joint->moving[i] != body)
+                    continue;
+                btVector3 pull(0, 0, 0);
+                double arm = 0;
+                for (ConstraintRow const* row : joint->allRows)
+                    if (row->working && row->type == Constraint::TRANSLATIONAL) {
+                        pull += row->axis * row->impulse;
+                        arm = (row->anchors[i] - body->position).length();
+                    }
+                stiffness += pull.length() * arm * 2 / substep;
+            }
+        double const moment = stiffness * substep * substep;
+        if (moment > body->moments[body->moments.minAxis()]) {
+            body->stiffen(moment);
+            found = true;
+        }
+    }
+    return found;
+}
+
+void Mechanism::solvePlaces(double substep) {
+    m_saved.clear();
+    for (MovingBody* body : m_bodies) {
+        if (body->leastMoment > 0)
+            body->stiffen(0);
+        m_saved.push_back(*body);
+    }
+    solve();
+    if (!stiffen(substep))
+        return;
+    for (std::size_t i = 0; i < m_bodies.size(); ++i) {
+        m_bodies[i]->velocity = m_saved[i].velocity;
+        m_bodies[i]->spin = m_saved[i].spin;
+    }
+    for (auto const& [row, joint] : m_rows) {
+        for (int i : {0, 1})
+            row->response[i] = joint->moving[i]->inverseInertia * row->angular[i];
+        startRow(*row, *joint);
+    }
+    m_outdated = true;
+    solve();
 }
 
 double Mechanism::speedOf(ConstraintRow const& row, Constraint::Implementation const& joint) const {

@@ -28,6 +28,8 @@ public:
     void aimAtSpeeds(double substep, double step);
     /// Gives the bodies the velocities that the joints allow.
     void solve();
+    /// The same in the first half of a substep, for which it looks how stiff the joints make their bodies.
+    void solvePlaces(double substep);
     /// Corrects the velocities until the bodies, put where these lead in the substep, satisfy the joints there.
     void correctPlaces(double substep);
     void finishHalf();
@@ -37,6 +39,8 @@ public:
 
 private:
     void collectRows();
+    void startRow(ConstraintRow& row, Constraint::Implementation const& joint);
+    bool stiffen(double substep);
     void factor();
     void couple(int first, int second, BlockMatrix::Coupling const& coupling);
     /// Solves for what the rows still lack; whether bounds were met on the way.

@@ -31,7 +31,15 @@ btQuaternion turnAbout(int axis, double angle) {
 } // namespace
 
 void MovingBody::updateInertia() {
-    inverseInertia = basis.scaled(inverseMoments) * basis.transpose();
+    btVector3 inverse = inverseMoments;
+    if (leastMoment > 0)
+        inverse.setMin(btVector3(1, 1, 1) / leastMoment);
+    inverseInertia = basis.scaled(inverse) * basis.transpose();
+}
+
+void MovingBody::stiffen(double moment) {
+    leastMoment = moment;
+    updateInertia();
 }
 
 void MovingBody::accelerate(double time) {

@@ -20,6 +20,8 @@ struct MovingBody {
     btVector3 moments{0, 0, 0};
     btVector3 inverseMoments{0, 0, 0};
     btMatrix3x3 inverseInertia{0, 0, 0, 0, 0, 0, 0, 0, 0};
+    /// The least moment that impulses meet; `stiffen` raises it.
+    double leastMoment = 0;
     /// By gravity and by the forces of the step.
     btVector3 acceleration{0, 0, 0};
     btVector3 torque{0, 0, 0};
@@ -34,6 +36,8 @@ struct MovingBody {
     btVector3 velocityAt(btVector3 const& arm) const { return velocity + spin.cross(arm); }
 
     void updateInertia();
+    /// Makes the body as slow to turn as a substep can follow.
+    void stiffen(double moment);
     /// The forces of the step act for a while.
     void accelerate(double time);
     void damp(double time);

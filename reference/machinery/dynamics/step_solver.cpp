@@ -21,8 +21,8 @@ constexpr double longestOfContacts = 1.0 / 480;
 constexpr double smallRadius = 0.07;
 constexpr double longestOfJoints = 1.0 / 60;
 /// Radians that a joined body may turn in a substep.
-constexpr double greatestTurn = 0.5;
-constexpr int mostSubsteps = 64;
+constexpr double greatestTurn = 0.25;
+constexpr int mostSubsteps = 128;
 /// m/s; rounds that change less are enough.
 constexpr double settledSpeed = 1e-9;
 constexpr int mostSweeps = 500;
@@ -166,7 +166,7 @@ void StepSolver::substep(double substep, double step, int numSubsteps) {
     for (auto const& mechanism : m_mechanisms)
         mechanism->aimAtPlaces(substep, step);
     m_contacts.aimAtPlaces(substep);
-    solve(numSweeps);
+    solve(true, substep, numSweeps);
     for (auto const& mechanism : m_mechanisms) {
         mechanism->correctPlaces(substep);
         mechanism->finishHalf();
@@ -179,7 +179,7 @@ void StepSolver::substep(double substep, double step, int numSubsteps) {
     for (auto const& mechanism : m_mechanisms)
         mechanism->aimAtSpeeds(substep, step);
     m_contacts.aimAtSpeeds(substep);
-    solve(numSweeps);
+    solve(false, substep, numSweeps);
     for (auto const& mechanism : m_mechanisms)
         mechanism->finishHalf();
     m_contacts.finishSubstep();
@@ -187,9 +187,9 @@ void StepSolver::substep(double substep, double step, int numSubsteps) {
         body.damp(substep);
 }
 
-void StepSolver::solve(int numSweeps) {
+void StepSolver::solve(bool atPlaces, double substep, int numSweeps) {
     for (auto const& mechanism : m_mechanisms)
-        mechanism->solve();
+        atPlaces ? mechanism->solvePlaces(substep) : mechanism->solve();
     if (m_contacts.isEmpty())
         return;
     int const most = effort == ALL || m_contacts.bounces() ? mostSweeps : numSweeps;

@@ -33,7 +33,7 @@ private:
     void buildMechanisms(std::vector<Constraint::Implementation*> const& working);
     int numSubsteps(double step) const;
     void substep(double substep, double step, int numSubsteps);
-    void solve(int numSweeps);
+    void solve(bool atPlaces, double substep, int numSweeps);
     void giveBack();
 
     std::vector<MovingBody> m_bodies;
