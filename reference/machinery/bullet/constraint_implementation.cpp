@@ -2,9 +2,9 @@
 #include "reference/machinery/bullet/constraint_implementation.h"
 
 #include "reference/machinery/bullet/bullet_values.h"
+#include "reference/machinery/bullet/joint_pose.h"
 #include "reference/machinery/bullet/physics_world.h"
 #include "reference/machinery/bullet/rigid_body_implementation.h"
-#include "reference/machinery/dynamics/joint_pose.h"
 
 #include <algorithm>
 #include <cmath>

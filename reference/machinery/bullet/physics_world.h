@@ -5,7 +5,7 @@
 #include "platform/hyx/bodies/rigid_body.h"
 #include "platform/hyx/joints/constraint.h"
 #include "platform/hyxCollide/space.h"
-#include "reference/machinery/dynamics/step_solver.h"
+#include "reference/machinery/bullet/step_solver.h"
 
 #include <BulletDynamics/ConstraintSolver/btSequentialImpulseConstraintSolver.h>
 #include <BulletDynamics/Dynamics/btDiscreteDynamicsWorld.h>

@@ -1,5 +1,5 @@
 // The joint rows of a mechanism as one system.
-#include "reference/machinery/dynamics/mechanism.h"
+#include "reference/machinery/bullet/mechanism.h"
 
 #include "platform/hyx/bodies/rigid_body.h"
 

@@ -1,5 +1,5 @@
 // The course of a step.
-#include "reference/machinery/dynamics/step_solver.h"
+#include "reference/machinery/bullet/step_solver.h"
 
 #include "reference/machinery/bullet/collision_carrier.h"
 #include "reference/machinery/bullet/rigid_body_implementation.h"

@@ -1,8 +1,8 @@
 // One step of all bodies, in substeps.
 #pragma once
 
+#include "reference/machinery/bullet/mechanism.h"
 #include "reference/machinery/dynamics/contact_solver.h"
-#include "reference/machinery/dynamics/mechanism.h"
 
 #include <memory>
 #include <vector>

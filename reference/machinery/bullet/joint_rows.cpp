@@ -1,6 +1,6 @@
 // What the rows of a joint aim at during a step.
 #include "reference/machinery/bullet/bullet_values.h"
-#include "reference/machinery/dynamics/joint_pose.h"
+#include "reference/machinery/bullet/joint_pose.h"
 #include "reference/machinery/dynamics/moving_body.h"
 
 #include <cmath>
