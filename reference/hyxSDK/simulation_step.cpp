@@ -17,14 +17,14 @@ double secondsSince(Clock::time_point start) {
     return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-hyx::PhysicsWorld::Solver worldSolver(Simulation::SolverType solver) {
+hyx::PhysicsWorld::Effort effortOf(Simulation::SolverType solver) {
     switch (solver) {
     case Simulation::MULTI:
-        return hyx::PhysicsWorld::CONJUGATE;
+        return hyx::StepSolver::MORE;
     case Simulation::ITERATIVE:
-        return hyx::PhysicsWorld::SEQUENTIAL;
+        return hyx::StepSolver::USUAL;
     case Simulation::DIRECT:
-        return hyx::PhysicsWorld::DIRECT;
+        return hyx::StepSolver::ALL;
     }
     throw std::invalid_argument("a simulation's solver is MULTI, ITERATIVE or DIRECT");
 }
@@ -121,7 +121,7 @@ hyx::UInt Simulation::stepTo(hyx::TimeStamp time) {
 void Simulation::setSolver(SolverType solver) {
     if (solver == m_implementation->solver)
         return;
-    m_implementation->world.setSolver(worldSolver(solver));
+    m_implementation->world.setEffort(effortOf(solver));
     m_implementation->solver = solver;
 }
 

@@ -1,6 +1,7 @@
 """Rays find what is in their way."""
 
 import math
+import random
 
 import hyx
 import hyxCollide
@@ -133,3 +134,88 @@ def test_geometries_are_found_by_the_space_they_take():
     assert [g.getRigidBody().getName() for g in found] == ["near"]
     assert len(space.findGeometries(hyx.Vec3(-1, -1, -1), hyx.Vec3(5, 1, 1))) == 2
     assert len(space.getGeometries()) == 2
+
+
+OCTAHEDRON = 0.6  # from the centre to a corner
+
+
+def inside(shape, p):
+    """The depth of a point below a shape's surface along the shape's own measure: positive inside."""
+    radial = math.hypot(p.x, p.z)
+    if isinstance(shape, hyxCollide.Sphere):
+        return shape.getRadius() - p.length()
+    if isinstance(shape, hyxCollide.Capsule):
+        half = shape.getHeight() / 2
+        return shape.getRadius() - math.hypot(radial, p.y - max(-half, min(half, p.y)))
+    if isinstance(shape, hyxCollide.Cylinder):
+        return min(shape.getRadius() - radial, shape.getHeight() / 2 - abs(p.y))
+    if isinstance(shape, hyxCollide.Cone):
+        half, radius = shape.getHeight() / 2, shape.getRadius()
+        side = (radius * (half - p.y) / (2 * half) - radial) * 2 * half / math.hypot(radius, 2 * half)
+        return min(side, p.y + half)
+    if isinstance(shape, hyxCollide.Trimesh):
+        return (OCTAHEDRON - abs(p.x) - abs(p.y) - abs(p.z)) / math.sqrt(3)
+    half = shape.getHalfExtents()
+    return min(half.x - abs(p.x), half.y - abs(p.y), half.z - abs(p.z))
+
+
+def octahedron():
+    size = OCTAHEDRON
+    corners = [(size, 0, 0), (0, size, 0), (-size, 0, 0), (0, -size, 0), (0, 0, size), (0, 0, -size)]
+    around = [(0, 1), (1, 2), (2, 3), (3, 0)]
+    faces = [(a, b, 4) for a, b in around] + [(b, a, 5) for a, b in around]
+    return hyxCollide.Trimesh(corners, faces)
+
+
+@pytest.mark.parametrize("parts", [1, 2], ids=["one geometry", "one of two"])
+@pytest.mark.parametrize(
+    "shape",
+    [
+        hyxCollide.Box(0.3, 0.5, 0.2),
+        hyxCollide.Sphere(0.4),
+        hyxCollide.Cylinder(0.3, 0.8),
+        hyxCollide.Capsule(0.2, 0.9),
+        hyxCollide.Cone(0.4, 0.7),
+        octahedron(),
+    ],
+    ids=lambda shape: type(shape).__name__,
+)
+def test_rays_from_all_around_end_on_the_surface(shape, parts):
+    solid = body(shape)
+    if parts == 2:
+        solid.add(hyxCollide.Geometry(hyxCollide.Sphere(0.1)), hyx.AffineMatrix4x4(hyx.Vec3(100, 0, 0)))
+    place = hyx.AffineMatrix4x4(hyx.Quat(0.7, hyx.Vec3(1, 2, 3)), hyx.Vec3(4, 5, 6))
+    solid.setTransform(place)
+    world = simulation(solid)
+    space = world.getSpace()
+
+    def depth(point):
+        return inside(shape, point)
+
+    chance, met, deepest = random.Random(1), 0, 0
+    for _ in range(1500):
+        start, end = (
+            hyx.Vec3(*(chance.gauss(0, 1) for _ in range(3))).normal() * length for length in (3, -chance.random())
+        )
+        hit = space.castRay(place.transformPoint(start), place.transformPoint(end))
+        way = [depth(start + (end - start) * (i / 200)) for i in range(201)]
+        if not hit.isValid():
+            assert max(way) < 1e-9, "missed"
+            continue
+        met += 1
+        point = place.inverse().transformPoint(hit.point)
+        assert depth(point) == pytest.approx(0, abs=1e-9)
+        share = (point - start).length() / (end - start).length()
+        assert all(d < 1e-9 for i, d in enumerate(way) if i / 200 < share - 1e-9), "met on its far side"
+        normal = place.inverse().transformVector(hit.normal)
+        assert depth(point - normal * 1e-6) == pytest.approx(1e-6, abs=1e-9), "not the outward normal"
+        deepest = max(deepest, *way)
+    assert met > 500 and deepest > 0.1
+
+
+def test_a_ray_meets_a_plane_from_above_only():
+    world = simulation(ground())
+    space = world.getSpace()
+    hit = space.castRay(hyx.Vec3(1, 2, 1000), hyx.Vec3(500, 2, -1))
+    assert hit.point.z == pytest.approx(0, abs=1e-9) and hit.normal == hyx.Vec3(0, 0, 1)
+    assert not space.castRay(DOWN, UP).isValid(), "below is solid"

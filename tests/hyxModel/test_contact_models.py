@@ -63,7 +63,8 @@ def test_a_hard_fall_breaks_and_a_soft_one_does_not():
         brick = box((0.2, 0.2, 0.2), (0, 0, 0.2 + height), 10.0)
         simulation.add(brick)
         generator = hyxModel.FractureGenerator()
-        generator.setBreakingForce(1500.0)
+        # The four corners share the blow: 10 kg that lose 7.7 m/s in a step push each by 1150 N.
+        generator.setBreakingForce(1000.0)
         generator.add(brick)
         simulation.add(generator)
         run(simulation, 120)

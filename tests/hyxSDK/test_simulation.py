@@ -228,6 +228,16 @@ def test_sleeping_bodies_wake_when_their_support_goes():
     assert upper.getPosition().z == pytest.approx(0.5, abs=2e-2)
 
 
+def test_sleeping_bodies_wake_when_gravity_turns():
+    resting = box(0.5, (0, 0, 0.5))
+    world = simulation(ground(), resting)
+    world.setEnableAutoSleep(True)
+    run(world, 5)
+    world.setGravity(hyx.Vec3(0, 0, 2))
+    run(world, 2)
+    assert resting.getVelocity().z == pytest.approx(4, rel=1e-2)
+
+
 def test_poses_of_all_bodies_come_as_one_array():
     numpy = pytest.importorskip("numpy")
     world = simulation(box(0.5, (1, 2, 3)), box(0.5, (4, 5, 6)))

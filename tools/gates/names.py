@@ -122,7 +122,10 @@ class Judge:
         of_template = node.parent is not None and node.parent.type == "template_parameter_list"
         constant = of_template or any(text(child) == "constexpr" for child in node.children)
         of = owner(node)
+        overriding = any(child.type == "virtual_specifier" for inner in walk(node) for child in inner.children)
         for name, at, function in declared(node):
+            if function and overriding:
+                continue  # named where it is declared first, which may be in another library
             if of_template and PASCAL.fullmatch(name) or constant and UPPER.fullmatch(name):
                 continue
             if of and not function and self.camel and not self._is_static(node):

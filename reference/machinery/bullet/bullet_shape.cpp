@@ -67,6 +67,7 @@ std::unique_ptr<btCollisionShape> buildMesh(Trimesh const& mesh, bool moving) {
         shape->setMargin(surfaceSkin);
         shape->optimizeConvexHull();
         shape->recalcLocalAabb();
+        shape->initializePolyhedralFeatures();
         return shape;
     }
     if (moving) {
@@ -111,10 +112,17 @@ BulletShape buildCompound(Compound const& compound, bool moving) {
     return result;
 }
 
+std::unique_ptr<btCollisionShape> buildBox(Box const& box) {
+    auto shape = std::make_unique<btBoxShape>(hyx::toBullet(box.getHalfExtents()));
+    // Its faces are cut against those of hulls and triangles, which finds all corners of a contact at once.
+    shape->initializePolyhedralFeatures();
+    return shape;
+}
+
 std::unique_ptr<btCollisionShape> buildPlain(Shape const& shape, bool moving) {
     switch (shape.getType()) {
     case Shape::BOX:
-        return std::make_unique<btBoxShape>(hyx::toBullet(static_cast<Box const&>(shape).getHalfExtents()));
+        return buildBox(static_cast<Box const&>(shape));
     case Shape::SPHERE:
         return std::make_unique<btSphereShape>(static_cast<Sphere const&>(shape).getRadius());
     case Shape::CYLINDER: {

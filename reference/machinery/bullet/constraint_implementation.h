@@ -1,4 +1,4 @@
-// What stands behind a joint: its row in Bullet and the motor, range and lock on it.
+// What joints are made of.
 #pragma once
 
 #include "platform/hyx/joints/constraint.h"
@@ -7,12 +7,15 @@
 #include "platform/hyx/joints/range1d.h"
 #include "reference/machinery/bullet/constraint_row.h"
 
+#include <LinearMath/btTransform.h>
+
 #include <memory>
 #include <vector>
 
 namespace hyx {
 
 class PhysicsWorld;
+struct MovingBody;
 
 /// What a joint does is described by the directions of the first attachment frame that it holds, and by those it leaves
 /// to a motor, a range and a lock.
@@ -34,6 +37,9 @@ struct Constraint::Implementation {
         /// Full turns so far and the angle seen last, for counting on.
         Real turns = 0;
         Real lastAngle = 0;
+        /// At the start of a substep and where the bodies were put last.
+        Real startPosition = 0;
+        Real position = 0;
     };
 
     Implementation(RigidBody* body1, Frame* frame1, RigidBody* body2, Frame* frame2);
@@ -48,11 +54,18 @@ struct Constraint::Implementation {
 
     Real resistance(Part part) const { return free.front().resistance[part - FRICTION]; }
 
-    /// Works out all rows from where the bodies are now.
-    void prepare(Real timeStep);
-    /// Reads the forces that the solver found.
+    /// Takes over where the bodies and the attachment frames are at the start of a step.
+    void begin(MovingBody& first, MovingBody& second);
+    /// Says what all rows aim at, over a substep that starts where the bodies are now: places at its end in its first
+    /// half, speeds in its second half. Springs know the whole step.
+    void aimAtPlaces(Real substep, Real step);
+    void aimAtSpeeds(Real substep, Real step);
+    /// Finds the values of all working rows where the bodies are now, `time` after the substep's start.
+    void measure(Real time);
+    void finishHalf();
+    /// Tells the forces of a step.
     void collect(Real timeStep);
-    /// No row works until `prepare` finds otherwise.
+    /// No row works until the next step.
     void rest();
     bool canWork() const;
 
@@ -73,19 +86,24 @@ struct Constraint::Implementation {
     Real damping = 0;
     hyxSDK::Simulation* simulation = nullptr;
     PhysicsWorld* world = nullptr;
-    /// Whether the rows are in the bullet world, which the world looks after.
-    bool inWorld = false;
+    /// During a step, of a joint that takes part in it.
+    bool works = false;
+    MovingBody* moving[2] = {nullptr, nullptr};
+    /// The attachment frames, seen from the moving bodies.
+    btTransform places[2];
+    int numRotations = 0;
 
 private:
     struct Pose;
     Pose pose() const;
-    btRigidBody& side(int index) const;
+    Pose movingPose() const;
     std::unique_ptr<ConstraintRow> makeRow(RowType type);
-    void aim(ConstraintRow& row, FreeDirection const& direction, Pose const& pose) const;
-    void prepareHeld(Pose const& pose, Real timeStep);
-    void prepareFree(FreeDirection& direction, Pose const& pose, Real timeStep);
-    void prepareRange(FreeDirection& direction, Real now, ConstraintRow& row, Real timeStep);
-    void prepareResistance(FreeDirection& direction, Pose const& pose, Real timeStep);
+    void start(ConstraintRow& row, Real substep, Real lowerForce, Real upperForce);
+    void aimHeld(Pose const& pose, bool atPlaces, Real substep, Real step);
+    void aimFree(FreeDirection& direction, Pose const& pose, bool atPlaces, Real substep, Real step);
+    void aimRange(FreeDirection& direction, ConstraintRow& row, bool atPlaces, Real substep, Real step);
+    void aimResistance(FreeDirection& direction, Pose const& pose, Real substep);
+    void linearize(ConstraintRow& row) const;
 };
 
 } // namespace hyx

@@ -4,14 +4,17 @@
 #include "platform/hyxCollide/height_field.h"
 #include "reference/machinery/bullet/geometry_implementation.h"
 #include "reference/machinery/bullet/physics_world.h"
+#include "reference/machinery/bullet/rigid_body_implementation.h"
 
 #include <BulletCollision/CollisionDispatch/btCollisionObjectWrapper.h>
 #include <BulletCollision/CollisionDispatch/btCompoundCollisionAlgorithm.h>
+#include <BulletCollision/CollisionDispatch/btCompoundCompoundCollisionAlgorithm.h>
 #include <BulletCollision/CollisionDispatch/btManifoldResult.h>
 #include <BulletCollision/CollisionShapes/btSphereShape.h>
 #include <BulletCollision/CollisionShapes/btTriangleShape.h>
 #include <BulletDynamics/Dynamics/btRigidBody.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace hyx {
@@ -21,11 +24,9 @@ using hyxCollide::Geometry;
 
 namespace {
 
-/// m/s; slower contacts come to rest.
-constexpr double bounceSpeed = 0.3;
-
 /// Of 45 degrees.
 constexpr double straightCosine = 0.7071;
+constexpr double upright = 0.9999;
 /// How far a height field may lie from the plane of one of its triangles, in radii of the ball over it, and still
 /// continue that triangle.
 constexpr double smoothStep = 0.01;
@@ -42,22 +43,21 @@ Geometry* geometryOf(btCollisionObjectWrapper const* wrapper) {
     return nullptr;
 }
 
-btVector3 velocityAt(btCollisionObject const* object, btVector3 const& point) {
-    btRigidBody const* body = btRigidBody::upcast(object);
-    return body ? body->getVelocityInLocalPoint(point - body->getCenterOfMassPosition()) : btVector3(0, 0, 0);
+btVector3 velocityOf(btCollisionObject const& object) {
+    RigidBody const* body = carrierOf(&object).body;
+    return body ? body->implementation().velocity() : btVector3(0, 0, 0);
 }
 
-/// A bounce must not gain speed from the penetration that one step has brought, which bullet would take back by a
-/// velocity.
-void keepBounceExact(btManifoldPoint& point, btCollisionObject const* first, btCollisionObject const* second) {
-    btVector3 const approach =
-        velocityAt(first, point.getPositionWorldOnA()) - velocityAt(second, point.getPositionWorldOnB());
-    if (point.m_combinedRestitution > 0 && approach.dot(point.m_normalWorldOnB) < -bounceSpeed) {
-        point.m_contactERP = 0;
-        point.m_contactPointFlags |= BT_CONTACT_FLAG_HAS_CONTACT_ERP;
-    } else {
-        point.m_contactPointFlags &= ~BT_CONTACT_FLAG_HAS_CONTACT_ERP;
-    }
+/// How near surfaces are that may touch, in metres; less for small bodies.
+double usualReach(double radius) {
+    return std::min(0.02, 0.1 * radius);
+}
+
+/// Further for bodies that come nearer in a step by a good part of their size: they must not pass through each other.
+double reachOf(btCollisionObject const& first, btCollisionObject const& second, double radius, double timeStep) {
+    double const way = (velocityOf(first) - velocityOf(second)).length() * timeStep;
+    bool const surface = first.getCollisionShape()->isConcave() || second.getCollisionShape()->isConcave();
+    return way > (surface ? 1 : 0.5) * radius ? std::max(usualReach(radius), 1.1 * way) : usualReach(radius);
 }
 
 bool isShape(btCollisionObjectWrapper const* wrapper, int type) {
@@ -71,18 +71,18 @@ bool continuesAt(Geometry const& geometry, btVector3 const& point, double tolera
     return !field || std::abs(field->getHeightAt(point.x(), point.y()) - point.z()) < tolerance;
 }
 
-/// The edges between the triangles of a smooth surface must not be felt: near one, a ball finds the edge beside it
+/// The edges between the triangles of a smooth surface must not be felt: near one, a body finds the edge beside it
 /// rather than the face below it, and the normal that leans over the edge would push it along. Such a contact becomes
 /// one with the triangle's plane; normals that lean more are those of true edges and stay.
 void rollOverEdges(btManifoldPoint& point, btCollisionObjectWrapper const* wrapper0,
                    btCollisionObjectWrapper const* wrapper1, Geometry const& first, Geometry const& second) {
-    bool const ballFirst = isShape(wrapper0, SPHERE_SHAPE_PROXYTYPE) && isShape(wrapper1, TRIANGLE_SHAPE_PROXYTYPE);
-    if (!ballFirst && !(isShape(wrapper1, SPHERE_SHAPE_PROXYTYPE) && isShape(wrapper0, TRIANGLE_SHAPE_PROXYTYPE)))
+    bool const solidFirst = isShape(wrapper1, TRIANGLE_SHAPE_PROXYTYPE);
+    if (solidFirst == isShape(wrapper0, TRIANGLE_SHAPE_PROXYTYPE))
         return;
-    btCollisionObjectWrapper const& ball = ballFirst ? *wrapper0 : *wrapper1;
-    btCollisionObjectWrapper const& surface = ballFirst ? *wrapper1 : *wrapper0;
+    btCollisionObjectWrapper const& solid = solidFirst ? *wrapper0 : *wrapper1;
+    btCollisionObjectWrapper const& surface = solidFirst ? *wrapper1 : *wrapper0;
     auto const& triangle = static_cast<btTriangleShape const&>(*surface.getCollisionShape());
-    btVector3 const leaning = ballFirst ? point.m_normalWorldOnB : -point.m_normalWorldOnB;
+    btVector3 const leaning = solidFirst ? point.m_normalWorldOnB : -point.m_normalWorldOnB;
     btVector3 normal;
     triangle.calcNormal(normal);
     normal = surface.getWorldTransform().getBasis() * normal;
@@ -90,16 +90,23 @@ void rollOverEdges(btManifoldPoint& point, btCollisionObjectWrapper const* wrapp
         normal = -normal;
     if (normal.dot(leaning) < straightCosine)
         return;
-    double const radius = static_cast<btSphereShape const*>(ball.getCollisionShape())->getRadius();
-    btVector3 const lowest = ball.getWorldTransform().getOrigin() - normal * radius;
+    if (normal.dot(leaning) < upright)
+        point.m_contactPointFlags |= leaningContact;
+    double size = 0.1 * usualReach(solid.getCollisionShape()->getAngularMotionDisc());
+    btVector3 lowest = solidFirst ? point.m_positionWorldOnA : point.m_positionWorldOnB;
+    if (isShape(&solid, SPHERE_SHAPE_PROXYTYPE)) {
+        double const radius = static_cast<btSphereShape const*>(solid.getCollisionShape())->getRadius();
+        size = smoothStep * radius;
+        lowest = solid.getWorldTransform().getOrigin() - normal * radius;
+    }
     double const distance = (lowest - surface.getWorldTransform() * triangle.m_vertices1[0]).dot(normal);
     btVector3 const below = lowest - normal * distance;
-    if (!continuesAt(ballFirst ? second : first, surface.getWorldTransform().invXform(below), smoothStep * radius))
+    if (!continuesAt(solidFirst ? second : first, surface.getWorldTransform().invXform(below), size))
         return;
     point.m_distance1 = distance;
-    point.m_normalWorldOnB = ballFirst ? normal : -normal;
-    point.m_positionWorldOnA = ballFirst ? lowest : below;
-    point.m_positionWorldOnB = ballFirst ? below : lowest;
+    point.m_normalWorldOnB = solidFirst ? normal : -normal;
+    point.m_positionWorldOnA = solidFirst ? lowest : below;
+    point.m_positionWorldOnB = solidFirst ? below : lowest;
     point.m_localPointA = wrapper0->getCollisionObject()->getWorldTransform().invXform(point.m_positionWorldOnA);
     point.m_localPointB = wrapper1->getCollisionObject()->getWorldTransform().invXform(point.m_positionWorldOnB);
 }
@@ -149,8 +156,6 @@ bool contactAdded(btManifoldPoint& point, btCollisionObjectWrapper const* wrappe
         respond(point, *material);
     else
         respond(point, first->getMaterial(), second->getMaterial());
-    if (!(point.m_contactPointFlags & BT_CONTACT_FLAG_CONTACT_STIFFNESS_DAMPING))
-        keepBounceExact(point, wrapper0->getCollisionObject(), wrapper1->getCollisionObject());
     return true;
 }
 
@@ -163,6 +168,67 @@ bool partsMayCollide(btCollisionShape const* first, btCollisionShape const* seco
 ContactDispatcher::ContactDispatcher(btCollisionConfiguration* configuration) : btCollisionDispatcher(configuration) {
     gContactAddedCallback = contactAdded;
     gCompoundChildShapePairCallback = partsMayCollide;
+    gCompoundCompoundChildShapePairCallback = partsMayCollide;
+    setNearCallback(findContacts);
+}
+
+/// The manifold keeps the radius of the smaller body where bullet keeps a threshold that only its own solvers look at.
+btPersistentManifold* ContactDispatcher::getNewManifold(btCollisionObject const* first,
+                                                        btCollisionObject const* second) {
+    btPersistentManifold* manifold = btCollisionDispatcher::getNewManifold(first, second);
+    double const radius = std::min(first->getCollisionShape()->getAngularMotionDisc(),
+                                   second->getCollisionShape()->getAngularMotionDisc());
+    manifold->setContactProcessingThreshold(radius);
+    manifold->setContactBreakingThreshold(reachOf(*first, *second, radius, m_timeStep));
+    return manifold;
+}
+
+void ContactDispatcher::dispatchAllCollisionPairs(btOverlappingPairCache* pairs, btDispatcherInfo const& info,
+                                                  btDispatcher* dispatcher) {
+    m_timeStep = info.m_timeStep;
+    for (int i = 0; i < getNumManifolds(); ++i) {
+        btPersistentManifold& manifold = *getManifoldByIndexInternal(i);
+        double const radius = manifold.getContactProcessingThreshold();
+        double const reach = reachOf(*manifold.getBody0(), *manifold.getBody1(), radius, m_timeStep);
+        // What was near a fast body is no longer.
+        if (reach > usualReach(radius))
+            manifold.clearManifold();
+        manifold.setContactBreakingThreshold(reach);
+    }
+    btCollisionDispatcher::dispatchAllCollisionPairs(pairs, info, dispatcher);
+}
+
+void ContactDispatcher::findContacts(btBroadphasePair& pair, btCollisionDispatcher& dispatcher,
+                                     btDispatcherInfo const& info) {
+    auto& first = *static_cast<btCollisionObject*>(pair.m_pProxy0->m_clientObject);
+    auto& second = *static_cast<btCollisionObject*>(pair.m_pProxy1->m_clientObject);
+    if (!dispatcher.needsCollision(&first, &second))
+        return;
+    btCollisionShape const& one = *first.getCollisionShape();
+    btCollisionShape const& other = *second.getCollisionShape();
+    double const radius = std::min(one.getAngularMotionDisc(), other.getAngularMotionDisc());
+    double const reach = reachOf(first, second, radius, info.m_timeStep);
+    bool const ahead = reach > usualReach(radius) && !one.isCompound() && !other.isCompound();
+    // Bullet's own way with two boxes sees overlap only.
+    int const way = ahead && one.getShapeType() == BOX_SHAPE_PROXYTYPE && other.getShapeType() == BOX_SHAPE_PROXYTYPE;
+    if (pair.m_algorithm && pair.m_internalTmpValue != way) {
+        pair.m_algorithm->~btCollisionAlgorithm();
+        dispatcher.freeCollisionAlgorithm(pair.m_algorithm);
+        pair.m_algorithm = nullptr;
+    }
+    btCollisionObjectWrapper const wrapped0(nullptr, &one, &first, first.getWorldTransform(), -1, -1);
+    btCollisionObjectWrapper const wrapped1(nullptr, &other, &second, second.getWorldTransform(), -1, -1);
+    if (!pair.m_algorithm) {
+        pair.m_algorithm = dispatcher.findAlgorithm(&wrapped0, &wrapped1, nullptr,
+                                                    way ? BT_CLOSEST_POINT_ALGORITHMS : BT_CONTACT_POINT_ALGORITHMS);
+        pair.m_internalTmpValue = way;
+    }
+    if (!pair.m_algorithm)
+        return;
+    btManifoldResult result(&wrapped0, &wrapped1);
+    if (ahead)
+        result.m_closestPointDistanceThreshold = reach;
+    pair.m_algorithm->processCollision(&wrapped0, &wrapped1, info, &result);
 }
 
 bool ContactDispatcher::needsCollision(btCollisionObject const* first, btCollisionObject const* second) {

@@ -8,14 +8,25 @@
 
 namespace hyx {
 
-/// Keeps pairs apart whose switches forbid contact, and gives every contact point the behaviour of its two materials.
-/// Bullet's hooks are process-wide; the first dispatcher sets them.
+/// Keeps pairs apart whose switches forbid contact, gives every contact point the behaviour of its two materials, and
+/// looks ahead of bodies that move far in a step. Bullet's hooks are process-wide; the first dispatcher sets them.
 class ContactDispatcher : public btCollisionDispatcher {
 public:
     explicit ContactDispatcher(btCollisionConfiguration* configuration);
 
     bool needsCollision(btCollisionObject const* first, btCollisionObject const* second) override;
+    btPersistentManifold* getNewManifold(btCollisionObject const* first, btCollisionObject const* second) override;
+    void dispatchAllCollisionPairs(btOverlappingPairCache* pairs, btDispatcherInfo const& info,
+                                   btDispatcher* dispatcher) override;
+
+private:
+    static void findContacts(btBroadphasePair& pair, btCollisionDispatcher& dispatcher, btDispatcherInfo const& info);
+
+    double m_timeStep = 0;
 };
+
+/// Among the flags of a contact point: it was found with a normal that leans over the edge of a smooth surface.
+constexpr int leaningContact = 1 << 10;
 
 /// The geometry on one side of a contact point, which the contact hook wrote into it; null where it did not.
 hyxCollide::Geometry* geometryAt(btCollisionObject const* object, int index);

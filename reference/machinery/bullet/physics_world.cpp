@@ -6,13 +6,16 @@
 #include "reference/machinery/bullet/constraint_implementation.h"
 #include "reference/machinery/bullet/contact_response.h"
 #include "reference/machinery/bullet/geometry_implementation.h"
+#include "reference/machinery/bullet/plane_contacts.h"
 #include "reference/machinery/bullet/rigid_body_implementation.h"
-#include "reference/machinery/bullet/rolling_resistance.h"
-#include "reference/machinery/bullet/soft_row_solver.h"
+#include "reference/machinery/bullet/surface_contacts.h"
 
 #include <BulletCollision/BroadphaseCollision/btDbvtBroadphase.h>
+#include <BulletCollision/CollisionDispatch/btConvexConvexAlgorithm.h>
 #include <BulletCollision/CollisionDispatch/btDefaultCollisionConfiguration.h>
+#include <BulletCollision/CollisionDispatch/btSimulationIslandManager.h>
 #include <BulletCollision/Gimpact/btGImpactCollisionAlgorithm.h>
+#include <BulletCollision/NarrowPhaseCollision/btGjkEpaPenetrationDepthSolver.h>
 
 #include <algorithm>
 #include <chrono>
@@ -43,37 +46,106 @@ void requireMovable(RigidBody::Implementation const& body) {
     }
 }
 
+/// Cylinders and cones stand on others with more than the one point that is nearest: bullet looks for them by turning
+/// the bodies a little.
+void registerFlatEnds(btCollisionDispatcher& dispatcher) {
+    struct CreateFunc : btConvexConvexAlgorithm::CreateFunc {
+        CreateFunc() : btConvexConvexAlgorithm::CreateFunc(&depth) {
+            m_numPerturbationIterations = m_minimumPointsPerturbationThreshold = 4;
+        }
+
+        btGjkEpaPenetrationDepthSolver depth;
+    };
+
+    static CreateFunc create;
+    for (int round : {CYLINDER_SHAPE_PROXYTYPE, CONE_SHAPE_PROXYTYPE})
+        for (int other :
+             {BOX_SHAPE_PROXYTYPE, CYLINDER_SHAPE_PROXYTYPE, CONE_SHAPE_PROXYTYPE, CONVEX_HULL_SHAPE_PROXYTYPE}) {
+            dispatcher.registerCollisionCreateFunc(round, other, &create);
+            dispatcher.registerCollisionCreateFunc(other, round, &create);
+        }
+}
+
 } // namespace
 
-/// Measures the two parts of a step that take the time.
-class PhysicsWorld::World : public btDiscreteDynamicsWorld {
+/// Finds contacts and who sleeps by bullet's means, and moves the bodies by our own.
+class PhysicsWorld::World : public btDiscreteDynamicsWorld, private btSimulationIslandManager::IslandCallback {
 public:
     using btDiscreteDynamicsWorld::btDiscreteDynamicsWorld;
 
-    void performDiscreteCollisionDetection() override {
+    StepTimes advance(double timeStep, std::vector<Constraint::Implementation*> const& constraints, bool autoSleep) {
+        StepTimes times;
         auto const start = Clock::now();
-        btDiscreteDynamicsWorld::performDiscreteCollisionDetection();
+        predictMotion(timeStep);
+        getDispatchInfo().m_timeStep = timeStep;
+        performDiscreteCollisionDetection();
         times.collision = secondsSince(start);
+        m_manifolds.clear();
+        if (autoSleep)
+            findAwakeIslands(constraints);
+        else
+            takeAllManifolds();
+        solver.step(*this, m_manifolds, constraints, timeStep);
+        if (autoSleep)
+            updateActivationState(timeStep);
+        clearForces();
+        times.solver = secondsSince(start) - times.collision;
+        return times;
     }
 
-    void solveConstraints(btContactSolverInfo& info) override {
-        auto const start = Clock::now();
-        btDiscreteDynamicsWorld::solveConstraints(info);
-        times.solver = secondsSince(start);
+    StepSolver solver;
+
+private:
+    /// For the boxes that the search for pairs looks at.
+    void predictMotion(double timeStep) {
+        for (int i = 0; i < m_nonStaticRigidBodies.size(); ++i) {
+            btRigidBody& body = *m_nonStaticRigidBodies[i];
+            btTransform next = body.getWorldTransform();
+            if (body.isActive() && !body.isKinematicObject())
+                next.getOrigin() += body.getLinearVelocity() * timeStep;
+            body.setInterpolationWorldTransform(next);
+        }
     }
 
-    StepTimes times;
+    void takeAllManifolds() {
+        btDispatcher& dispatcher = *getDispatcher();
+        for (int i = 0; i < dispatcher.getNumManifolds(); ++i) {
+            btPersistentManifold* manifold = dispatcher.getManifoldByIndexInternal(i);
+            if (manifold->getNumContacts() > 0)
+                m_manifolds.push_back(manifold);
+        }
+    }
+
+    void findAwakeIslands(std::vector<Constraint::Implementation*> const& constraints) {
+        m_islandManager->updateActivationState(getCollisionWorld(), getDispatcher());
+        for (Constraint::Implementation const* constraint : constraints) {
+            if (!constraint->canWork() || !constraint->bodies[1])
+                continue;
+            btRigidBody const& first = constraint->bodies[0]->implementation().bullet;
+            btRigidBody const& second = constraint->bodies[1]->implementation().bullet;
+            if (!first.isStaticOrKinematicObject() && !second.isStaticOrKinematicObject())
+                m_islandManager->getUnionFind().unite(first.getIslandTag(), second.getIslandTag());
+        }
+        m_islandManager->storeIslandActivationState(getCollisionWorld());
+        m_islandManager->buildAndProcessIslands(getDispatcher(), getCollisionWorld(), this);
+    }
+
+    void processIsland(btCollisionObject**, int, btPersistentManifold** manifolds, int numManifolds, int) override {
+        m_manifolds.insert(m_manifolds.end(), manifolds, manifolds + numManifolds);
+    }
+
+    std::vector<btPersistentManifold*> m_manifolds;
 };
 
 PhysicsWorld::PhysicsWorld()
     : m_configuration(std::make_unique<btDefaultCollisionConfiguration>()),
       m_dispatcher(std::make_unique<ContactDispatcher>(m_configuration.get())),
       m_broadphase(std::make_unique<btDbvtBroadphase>()),
-      m_solver(makeSolver()),
-      m_world(std::make_unique<World>(m_dispatcher.get(), m_broadphase.get(), m_solver.get(), m_configuration.get())) {
+      m_world(std::make_unique<World>(m_dispatcher.get(), m_broadphase.get(), &m_solver, m_configuration.get())) {
     btGImpactCollisionAlgorithm::registerAlgorithm(m_dispatcher.get());
-    // The second direction lets friction hold and brake at right angles to the motion too.
-    m_world->getSolverInfo().m_solverMode |= SOLVER_USE_2_FRICTION_DIRECTIONS;
+    registerPlaneContacts(*m_dispatcher);
+    registerSurfaceContacts(*m_dispatcher);
+    registerFlatEnds(*m_dispatcher);
     m_world->getDispatchInfo().m_deterministicOverlappingPairs = true;
 }
 
@@ -86,12 +158,9 @@ void PhysicsWorld::add(RigidBody::Implementation& body) {
     bool const awake = !m_autoSleep || body.control == RigidBody::KINEMATICS;
     body.bullet.forceActivationState(awake ? DISABLE_DEACTIVATION : ACTIVE_TAG);
     m_world->addRigidBody(&body.bullet);
-    if (body.control == RigidBody::KINEMATICS)
-        m_kinematicBodies.push_back(&body);
 }
 
 void PhysicsWorld::remove(RigidBody::Implementation& body) {
-    std::erase(m_kinematicBodies, &body);
     if (!body.bullet.getBroadphaseHandle())
         return;
     if (m_autoSleep)
@@ -131,10 +200,6 @@ void PhysicsWorld::add(Constraint::Implementation& constraint) {
 
 void PhysicsWorld::remove(Constraint::Implementation& constraint) {
     std::erase(m_constraints, &constraint);
-    if (constraint.inWorld)
-        for (ConstraintRow* row : constraint.allRows)
-            m_world->removeConstraint(row);
-    constraint.inWorld = false;
     constraint.rest();
     constraint.world = nullptr;
 }
@@ -167,33 +232,26 @@ void PhysicsWorld::forgetHistory(std::vector<RigidBody*> const& bodies) {
     for (RigidBody* body : bodies)
         remove(body->implementation());
     m_broadphase->resetPool(m_dispatcher.get());
-    m_solver->reset();
     for (RigidBody* body : bodies)
         add(body->implementation());
 }
 
-std::unique_ptr<btConstraintSolver> PhysicsWorld::makeSolver() const {
-    if (m_solverType == DIRECT)
-        return std::make_unique<DirectSolver>();
-    if (m_solverType == CONJUGATE)
-        return std::make_unique<ConjugateSolver>();
-    return std::make_unique<SequentialSolver>();
-}
-
-void PhysicsWorld::setSolver(Solver solver) {
-    m_solverType = solver;
-    auto former = std::exchange(m_solver, makeSolver());
-    m_world->setConstraintSolver(m_solver.get());
-    // A direct solution is of all bodies that touch each other; bullet's batches of islands would mix them.
-    m_world->getSolverInfo().m_minimumSolverBatchSize = solver == DIRECT ? 1 : 128;
+void PhysicsWorld::setEffort(Effort effort) {
+    m_world->solver.effort = effort;
 }
 
 void PhysicsWorld::setNumIterations(int iterations) {
-    m_world->getSolverInfo().m_numIterations = iterations;
+    m_world->solver.numIterations = iterations;
 }
 
 void PhysicsWorld::setGravity(Vec3 const& gravity) {
     m_world->setGravity(toBullet(gravity));
+    // Who sleeps would keep the gravity it fell asleep with.
+    auto& bodies = m_world->getNonStaticRigidBodies();
+    for (int i = 0; i < bodies.size(); ++i) {
+        bodies[i]->setGravity(toBullet(gravity));
+        bodies[i]->activate();
+    }
 }
 
 void PhysicsWorld::setAutoSleep(bool enable, std::vector<RigidBody*> const& bodies) {
@@ -212,26 +270,14 @@ ContactMaterial* PhysicsWorld::contactMaterial(Material const* first, Material c
 
 StepTimes PhysicsWorld::step(Real timeStep) {
     m_timeStep = timeStep;
-    for (RigidBody::Implementation* body : m_kinematicBodies)
-        body->moveKinematic(timeStep);
-    for (Constraint::Implementation* constraint : m_constraints) {
-        bool const works = constraint->canWork();
-        if (works != constraint->inWorld)
-            for (ConstraintRow* row : constraint->allRows)
-                works ? m_world->addConstraint(row) : m_world->removeConstraint(row);
-        constraint->inWorld = works;
-        constraint->prepare(timeStep);
-    }
-    // Bullet takes deep penetration back without a force, which would let bodies sink through soft contacts.
-    bool const soft = std::any_of(contactMaterials.begin(), contactMaterials.end(),
-                                  [](auto const& entry) { return std::isfinite(entry.second->getStiffness()); });
-    m_world->getSolverInfo().m_splitImpulse = !soft;
-    applyRollingResistance(*m_dispatcher, timeStep);
-    m_world->times = {};
-    m_world->stepSimulation(timeStep, 0);
-    for (Constraint::Implementation* constraint : m_constraints)
-        constraint->collect(timeStep);
-    return m_world->times;
+    m_boxesOutdated = true;
+    return m_world->advance(timeStep, m_constraints, m_autoSleep);
+}
+
+void PhysicsWorld::bringBoxesUpToDate() const {
+    if (m_boxesOutdated)
+        m_world->updateAabbs();
+    m_boxesOutdated = false;
 }
 
 } // namespace hyx

@@ -5,8 +5,9 @@
 #include "platform/hyx/bodies/rigid_body.h"
 #include "platform/hyx/joints/constraint.h"
 #include "platform/hyxCollide/space.h"
+#include "reference/machinery/bullet/step_solver.h"
 
-#include <BulletDynamics/ConstraintSolver/btConstraintSolver.h>
+#include <BulletDynamics/ConstraintSolver/btSequentialImpulseConstraintSolver.h>
 #include <BulletDynamics/Dynamics/btDiscreteDynamicsWorld.h>
 
 #include <map>
@@ -14,11 +15,12 @@
 #include <utility>
 #include <vector>
 
-class btCollisionDispatcher;
 class btDbvtBroadphase;
 class btDefaultCollisionConfiguration;
 
 namespace hyx {
+
+class ContactDispatcher;
 
 /// Real time spent in the parts of a step, in seconds.
 struct StepTimes {
@@ -29,7 +31,8 @@ struct StepTimes {
 /// The bullet world of a simulation: what is in it collides and moves.
 class PhysicsWorld {
 public:
-    enum Solver { CONJUGATE, SEQUENTIAL, DIRECT };
+    /// How far the rounds of contacts go; joints are always solved exactly.
+    using Effort = StepSolver::Effort;
 
     PhysicsWorld();
     ~PhysicsWorld();
@@ -50,7 +53,7 @@ public:
     /// equally.
     void forgetHistory(std::vector<RigidBody*> const& bodies);
 
-    void setSolver(Solver solver);
+    void setEffort(Effort effort);
     void setNumIterations(int iterations);
     void setGravity(Vec3 const& gravity);
     void setAutoSleep(bool enable, std::vector<RigidBody*> const& bodies);
@@ -59,7 +62,7 @@ public:
     std::map<std::pair<Material const*, Material const*>, ref_ptr<ContactMaterial>> contactMaterials;
     ContactMaterial* contactMaterial(Material const* first, Material const* second) const;
 
-    /// One exact step. Kinematic bodies are at their new places when contacts are found.
+    /// One exact step. Throws std::runtime_error, and moves nothing, when a state would not be finite.
     StepTimes step(Real timeStep);
 
     hyxCollide::LocalGeometryContactVector contacts(hyxCollide::Geometry const* first,
@@ -71,18 +74,19 @@ public:
 private:
     class World;
 
-    std::unique_ptr<btConstraintSolver> makeSolver() const;
+    void bringBoxesUpToDate() const;
 
     std::unique_ptr<btDefaultCollisionConfiguration> m_configuration;
-    std::unique_ptr<btCollisionDispatcher> m_dispatcher;
+    std::unique_ptr<ContactDispatcher> m_dispatcher;
     std::unique_ptr<btDbvtBroadphase> m_broadphase;
-    Solver m_solverType = SEQUENTIAL;
-    std::unique_ptr<btConstraintSolver> m_solver;
+    /// Bullet's world asks for a solver, which is not used.
+    btSequentialImpulseConstraintSolver m_solver;
     std::unique_ptr<World> m_world;
-    std::vector<RigidBody::Implementation*> m_kinematicBodies;
     std::vector<Constraint::Implementation*> m_constraints;
     bool m_autoSleep = false;
     Real m_timeStep = 1;
+    /// Whether bodies have moved since bullet's boxes around them were found.
+    mutable bool m_boxesOutdated = false;
 };
 
 } // namespace hyx

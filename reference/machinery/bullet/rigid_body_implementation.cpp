@@ -7,8 +7,6 @@
 #include "reference/machinery/bullet/physics_world.h"
 #include "reference/machinery/bullet/shape_mass.h"
 
-#include <LinearMath/btTransformUtil.h>
-
 namespace hyx {
 
 using hyxCollide::Geometry;
@@ -187,12 +185,6 @@ btVector3 RigidBody::Implementation::spin() const {
     return control == DYNAMICS     ? bullet.getAngularVelocity()
            : control == KINEMATICS ? kinematicSpin
                                    : btVector3(0, 0, 0);
-}
-
-void RigidBody::Implementation::moveKinematic(Real timeStep) {
-    btTransform next;
-    btTransformUtil::integrateTransform(bullet.getWorldTransform(), kinematicVelocity, kinematicSpin, timeStep, next);
-    bullet.setWorldTransform(next);
 }
 
 } // namespace hyx

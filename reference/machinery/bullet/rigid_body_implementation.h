@@ -52,8 +52,6 @@ struct RigidBody::Implementation {
 
     btVector3 velocity() const;
     btVector3 spin() const;
-    /// Moves a kinematic body by its velocity, before a step.
-    void moveKinematic(Real timeStep);
 
     RigidBody& owner;
     hyxCollide::CollisionCarrier carrier;

@@ -1,4 +1,6 @@
 // Answers what touches what, and what rays meet.
+#include "platform/hyxCollide/compound.h"
+#include "platform/hyxCollide/trimesh.h"
 #include "reference/machinery/bullet/bullet_values.h"
 #include "reference/machinery/bullet/contact_response.h"
 #include "reference/machinery/bullet/exact_ray.h"
@@ -7,6 +9,7 @@
 
 #include <BulletCollision/BroadphaseCollision/btDbvtBroadphase.h>
 #include <BulletCollision/CollisionDispatch/btCollisionWorld.h>
+#include <BulletCollision/CollisionShapes/btCompoundShape.h>
 #include <LinearMath/btAabbUtil2.h>
 
 #include <algorithm>
@@ -90,25 +93,49 @@ struct Meeting {
     UInt triangle = ~UInt(0);
 };
 
+/// Where a ray meets a shape that stands at `place`, before `end`.
+std::optional<Meeting> meet(btCollisionObject& object, hyxCollide::Shape const& shape, btCollisionShape const& bullet,
+                            btTransform const& place, btVector3 const& from, btVector3 const& to, Real end) {
+    if (shape.getType() == hyxCollide::Shape::COMPOUND) {
+        auto const& whole = static_cast<hyxCollide::Compound const&>(shape);
+        auto const& parts = static_cast<btCompoundShape const&>(bullet);
+        std::optional<Meeting> nearest;
+        for (int i = 0; i < parts.getNumChildShapes(); ++i)
+            if (auto const found = meet(object, *whole.getShape(i), *parts.getChildShape(i),
+                                        place * parts.getChildTransform(i), from, to, end)) {
+                nearest = found;
+                end = found->fraction;
+            }
+        return nearest;
+    }
+    // A mesh that bullet holds as a hull is convex.
+    bool const hull = bullet.getShapeType() == CONVEX_HULL_SHAPE_PROXYTYPE;
+    if (hull || hyxCollide::hasExactRay(shape)) {
+        btVector3 const localFrom = place.invXform(from);
+        btVector3 const localTo = place.invXform(to);
+        auto const entry =
+            hull ? hyxCollide::castConvexMeshRay(static_cast<hyxCollide::Trimesh const&>(shape), localFrom, localTo)
+                 : hyxCollide::castExactRay(shape, localFrom, localTo);
+        if (!entry || entry->fraction >= end)
+            return std::nullopt;
+        return Meeting{entry->fraction, place.getBasis() * entry->normal, entry->triangle};
+    }
+    NearestHit nearest(from, to);
+    nearest.m_closestHitFraction = end;
+    btCollisionWorld::rayTestSingle(btTransform(btQuaternion::getIdentity(), from),
+                                    btTransform(btQuaternion::getIdentity(), to), &object, &bullet, place, nearest);
+    if (!nearest.hasHit())
+        return std::nullopt;
+    return Meeting{nearest.m_closestHitFraction, nearest.m_hitNormalWorld.normalized(), nearest.triangle};
+}
+
 /// Where a ray meets one geometry, before `end`.
 std::optional<Meeting> meet(btCollisionObject& object, Geometry const& geometry, btVector3 const& from,
                             btVector3 const& to, Real end) {
     btCollisionShape const* shape = geometry.implementation().bullet.shape.get();
     btTransform const place =
         object.getCollisionShape() == shape ? object.getWorldTransform() : toBullet(geometry.getTransform());
-    if (hyxCollide::hasExactRay(*geometry.getShape())) {
-        auto const entry = hyxCollide::castExactRay(*geometry.getShape(), place.invXform(from), place.invXform(to));
-        if (!entry || entry->fraction >= end)
-            return std::nullopt;
-        return Meeting{entry->fraction, place.getBasis() * entry->normal};
-    }
-    NearestHit nearest(from, to);
-    nearest.m_closestHitFraction = end;
-    btCollisionWorld::rayTestSingle(btTransform(btQuaternion::getIdentity(), from),
-                                    btTransform(btQuaternion::getIdentity(), to), &object, shape, place, nearest);
-    if (!nearest.hasHit())
-        return std::nullopt;
-    return Meeting{nearest.m_closestHitFraction, nearest.m_hitNormalWorld.normalized(), nearest.triangle};
+    return meet(object, *geometry.getShape(), *shape, place, from, to, end);
 }
 
 } // namespace
@@ -157,6 +184,7 @@ Vector<RayHit> PhysicsWorld::castRay(Vec3 const& fromPoint, Vec3 const& toPoint,
     Real const length = (toPoint - fromPoint).length();
     if (!(length > 0))
         return hits;
+    bringBoxesUpToDate();
     Real end = 1;
     auto const cast = [&](btCollisionObject& object, Geometry& geometry) {
         if (ignored && geometry.getRigidBody() == ignored)
@@ -198,6 +226,7 @@ hyxCollide::GeometryPtrVector PhysicsWorld::findGeometries(Vec3 const& lower, Ve
         hyxCollide::GeometryPtrVector found;
     } finder;
 
+    bringBoxesUpToDate();
     finder.lowest = toBullet(lower);
     finder.highest = toBullet(upper);
     m_broadphase->aabbTest(finder.lowest, finder.highest, finder);

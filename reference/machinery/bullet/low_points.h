@@ -1,0 +1,15 @@
+// Where solids may touch flat ground.
+#pragma once
+
+#include <LinearMath/btVector3.h>
+
+#include <vector>
+
+class btCollisionShape;
+
+namespace hyx {
+
+/// The points of a solid that may touch a plane, in the solid's coordinates; `down` leads to the plane.
+std::vector<btVector3> lowPoints(btCollisionShape const& shape, btVector3 const& down);
+
+} // namespace hyx

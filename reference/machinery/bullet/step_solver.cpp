@@ -1,0 +1,224 @@
+// The course of a step.
+#include "reference/machinery/bullet/step_solver.h"
+
+#include "reference/machinery/bullet/collision_carrier.h"
+#include "reference/machinery/bullet/rigid_body_implementation.h"
+
+#include <BulletDynamics/Dynamics/btDiscreteDynamicsWorld.h>
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <stdexcept>
+
+namespace hyx {
+
+namespace {
+
+/// Substeps of contacts and of joints are no longer than these, in seconds.
+constexpr double longestOfContacts = 1.0 / 480;
+/// Metres; smaller bodies fall over in less time, by the root of their size.
+constexpr double smallRadius = 0.07;
+constexpr double longestOfJoints = 1.0 / 60;
+/// Radians that a joined body may turn in a substep.
+constexpr double greatestTurn = 0.25;
+constexpr int mostSubsteps = 128;
+/// m/s; rounds that change less are enough.
+constexpr double settledSpeed = 1e-9;
+constexpr int mostSweeps = 500;
+
+RigidBody::Implementation& implementationOf(btCollisionObject const& object) {
+    return static_cast<hyxCollide::CollisionCarrier const*>(object.getUserPointer())->body->implementation();
+}
+
+} // namespace
+
+void StepSolver::takeBodies(btDiscreteDynamicsWorld& world) {
+    m_bodies.assign(1, MovingBody());
+    auto& all = world.getNonStaticRigidBodies();
+    for (int i = 0; i < all.size(); ++i) {
+        btRigidBody& source = *all[i];
+        source.setCompanionId(0);
+        bool const kinematic = source.isKinematicObject();
+        if (!kinematic && !source.isActive())
+            continue;
+        source.setCompanionId(static_cast<int>(m_bodies.size()));
+        MovingBody body;
+        body.bullet = &source;
+        body.position = source.getWorldTransform().getOrigin();
+        body.basis = source.getWorldTransform().getBasis();
+        body.basis.getRotation(body.rotation);
+        RigidBody::Implementation const& self = implementationOf(source);
+        body.velocity = self.velocity();
+        body.spin = self.spin();
+        if (!kinematic) {
+            body.inverseMass = source.getInvMass();
+            body.inverseMoments = source.getInvInertiaDiagLocal();
+            body.moments =
+                btVector3(1 / body.inverseMoments.x(), 1 / body.inverseMoments.y(), 1 / body.inverseMoments.z());
+            body.updateInertia();
+            body.acceleration = source.getGravity() + source.getTotalForce() * source.getInvMass();
+            body.torque = source.getTotalTorque();
+            body.linearDecay = 1 - source.getLinearDamping();
+            body.angularDecay = 1 - source.getAngularDamping();
+        }
+        m_bodies.push_back(body);
+    }
+}
+
+void StepSolver::takeMechanisms(std::vector<Constraint::Implementation*> const& constraints) {
+    std::vector<Constraint::Implementation*> working;
+    m_newStructure.clear();
+    for (Constraint::Implementation* constraint : constraints) {
+        constraint->rest();
+        if (!constraint->canWork())
+            continue;
+        MovingBody* sides[2] = {&m_bodies[0], &m_bodies[0]};
+        bool awake = false;
+        for (int i : {0, 1})
+            if (constraint->bodies[i]) {
+                btRigidBody const& bullet = constraint->bodies[i]->implementation().bullet;
+                if (!bullet.isStaticObject())
+                    sides[i] = &m_bodies[std::max(bullet.getCompanionId(), 0)];
+                awake = awake || sides[i]->isFree();
+            }
+        if (!awake)
+            continue;
+        constraint->begin(*sides[0], *sides[1]);
+        working.push_back(constraint);
+        m_newStructure.push_back(constraint);
+        for (MovingBody const* side : sides)
+            m_newStructure.push_back(side->isFree() ? side->bullet : nullptr);
+    }
+    if (m_newStructure != m_structure) {
+        m_structure.swap(m_newStructure);
+        buildMechanisms(working);
+    }
+    for (auto const& mechanism : m_mechanisms) {
+        mechanism->begin();
+        mechanism->touches = false;
+    }
+}
+
+void StepSolver::buildMechanisms(std::vector<Constraint::Implementation*> const& working) {
+    std::vector<int> parents(m_bodies.size());
+    for (std::size_t i = 0; i < parents.size(); ++i)
+        parents[i] = static_cast<int>(i);
+    auto const rootOf = [&](MovingBody const* body) {
+        int root = static_cast<int>(body - m_bodies.data());
+        while (parents[root] != root)
+            root = parents[root] = parents[parents[root]];
+        return root;
+    };
+    for (Constraint::Implementation const* joint : working)
+        if (joint->moving[0]->isFree() && joint->moving[1]->isFree())
+            parents[rootOf(joint->moving[0])] = rootOf(joint->moving[1]);
+    std::map<int, std::vector<Constraint::Implementation*>> groups;
+    for (Constraint::Implementation* joint : working)
+        groups[rootOf(joint->moving[joint->moving[0]->isFree() ? 0 : 1])].push_back(joint);
+    m_mechanisms.clear();
+    for (auto& [root, joints] : groups)
+        m_mechanisms.push_back(std::make_unique<Mechanism>(std::move(joints)));
+}
+
+int StepSolver::numSubsteps(double step) const {
+    double longest = step;
+    if (!m_contacts.isEmpty())
+        longest = (effort == USUAL ? longestOfContacts : longestOfContacts / 2) *
+                  std::sqrt(std::min(1.0, m_contacts.smallestRadius() / smallRadius));
+    else if (!m_mechanisms.empty())
+        longest = longestOfJoints;
+    double number = step / longest;
+    for (auto const& mechanism : m_mechanisms)
+        number = std::max(number, step * mechanism->greatestSpin() / greatestTurn);
+    return static_cast<int>(std::clamp(std::ceil(number - 1e-6), 1.0, double(mostSubsteps)));
+}
+
+void StepSolver::step(btDiscreteDynamicsWorld& world, std::vector<btPersistentManifold*> const& manifolds,
+                      std::vector<Constraint::Implementation*> const& constraints, double step) {
+    takeBodies(world);
+    takeMechanisms(constraints);
+    m_contacts.begin(manifolds, m_bodies, step);
+    int const number = numSubsteps(step);
+    m_contacts.setSubstep(step / number);
+    if (!m_mechanisms.empty()) {
+        std::vector<char> touching(m_bodies.size());
+        m_contacts.forPairs([&](MovingBody const& first, MovingBody const& second) {
+            touching[&first - m_bodies.data()] = touching[&second - m_bodies.data()] = 1;
+        });
+        for (auto const& mechanism : m_mechanisms)
+            for (Constraint::Implementation const* joint : mechanism->joints())
+                for (MovingBody const* body : joint->moving)
+                    mechanism->touches = mechanism->touches || (body->isFree() && touching[body - m_bodies.data()]);
+    }
+    for (int i = 0; i < number; ++i)
+        substep(step / number, step, number);
+    giveBack();
+    m_contacts.finish();
+    for (Constraint::Implementation* constraint : constraints)
+        constraint->collect(step);
+}
+
+void StepSolver::substep(double substep, double step, int numSubsteps) {
+    int const numSweeps = std::max(1, (numIterations + numSubsteps) / (2 * numSubsteps));
+    for (MovingBody& body : m_bodies)
+        body.accelerate(substep / 2);
+    for (auto const& mechanism : m_mechanisms)
+        mechanism->aimAtPlaces(substep, step);
+    m_contacts.aimAtPlaces(substep);
+    solve(true, substep, numSweeps);
+    for (auto const& mechanism : m_mechanisms) {
+        mechanism->correctPlaces(substep);
+        mechanism->finishHalf();
+    }
+    m_contacts.advance(substep);
+    for (MovingBody& body : m_bodies)
+        body.drift(substep);
+    for (MovingBody& body : m_bodies)
+        body.accelerate(substep / 2);
+    for (auto const& mechanism : m_mechanisms)
+        mechanism->aimAtSpeeds(substep, step);
+    m_contacts.aimAtSpeeds(substep);
+    solve(false, substep, numSweeps);
+    for (auto const& mechanism : m_mechanisms)
+        mechanism->finishHalf();
+    m_contacts.finishSubstep();
+    for (MovingBody& body : m_bodies)
+        body.damp(substep);
+}
+
+void StepSolver::solve(bool atPlaces, double substep, int numSweeps) {
+    for (auto const& mechanism : m_mechanisms)
+        atPlaces ? mechanism->solvePlaces(substep) : mechanism->solve();
+    if (m_contacts.isEmpty())
+        return;
+    int const most = effort == ALL || m_contacts.bounces() ? mostSweeps : numSweeps;
+    for (int i = 0; i < most; ++i) {
+        double const change = m_contacts.sweep();
+        for (auto const& mechanism : m_mechanisms)
+            if (mechanism->touches)
+                mechanism->solve();
+        if (change < settledSpeed)
+            return;
+    }
+}
+
+void StepSolver::giveBack() {
+    for (MovingBody const& body : m_bodies)
+        if (body.bullet && !body.isFinite())
+            throw std::runtime_error("the state of the body '" + implementationOf(*body.bullet).owner.getName() +
+                                     "' is no longer finite");
+    for (MovingBody const& body : m_bodies) {
+        if (!body.bullet)
+            continue;
+        body.bullet->setWorldTransform(body.transform());
+        body.bullet->setInterpolationWorldTransform(body.transform());
+        if (!body.isFree())
+            continue;
+        body.bullet->setLinearVelocity(body.velocity);
+        body.bullet->setAngularVelocity(body.spin);
+        body.bullet->updateInertiaTensor();
+    }
+}
+
+} // namespace hyx

@@ -1,0 +1,269 @@
+// What contact points aim at, and the rounds that bring them there.
+#include "reference/machinery/dynamics/contact_solver.h"
+
+#include <BulletCollision/NarrowPhaseCollision/btManifoldPoint.h>
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace hyx {
+
+namespace {
+
+/// m/s; slower contacts come to rest.
+constexpr double leastBounce = 0.3;
+/// Overlap is taken back like a spring of this frequency (Hz), damped many times over, and no faster than this (m/s).
+constexpr double contactFrequency = 60;
+constexpr double contactDamping = 10;
+constexpr double fastestPush = 3;
+constexpr double fastest = 1e30;
+
+} // namespace
+
+double ContactSolver::speedOf(Patch const& patch, Point const& point) const {
+    return patch.normal.dot(patch.first->velocity - patch.second->velocity) + point.cross[0].dot(patch.first->spin) -
+           point.cross[1].dot(patch.second->spin);
+}
+
+void ContactSolver::push(Patch const& patch, Point const& point, double impulse) {
+    patch.first->velocity += patch.normal * (impulse * patch.first->inverseMass);
+    patch.first->spin += point.response[0] * impulse;
+    patch.second->velocity -= patch.normal * (impulse * patch.second->inverseMass);
+    patch.second->spin -= point.response[1] * impulse;
+}
+
+void ContactSolver::rub(Patch& patch, double lateral0, double lateral1, double torsion) {
+    btVector3 const push = patch.tangents[0] * lateral0 + patch.tangents[1] * lateral1;
+    patch.first->velocity += push * patch.first->inverseMass;
+    patch.second->velocity -= push * patch.second->inverseMass;
+    patch.first->spin += patch.lateralResponse[0][0] * lateral0 + patch.lateralResponse[1][0] * lateral1 +
+                         patch.torsionResponse[0] * torsion;
+    patch.second->spin -= patch.lateralResponse[0][1] * lateral0 + patch.lateralResponse[1][1] * lateral1 +
+                          patch.torsionResponse[1] * torsion;
+}
+
+/// The last half's forces are the first guess.
+void ContactSolver::applyHalf(Patch& patch) {
+    for (int i = patch.start; i < patch.start + patch.count; ++i) {
+        Point& point = m_points[i];
+        point.impulse += point.half;
+        push(patch, point, point.half);
+    }
+    patch.now.lateral[0] += patch.half.lateral[0];
+    patch.now.lateral[1] += patch.half.lateral[1];
+    patch.now.torsion += patch.half.torsion;
+    rub(patch, patch.half.lateral[0], patch.half.lateral[1], patch.half.torsion);
+}
+
+void ContactSolver::aimAtPlaces(double substep) {
+    m_bounces = false;
+    for (Patch& patch : m_patches) {
+        patch.now = {};
+        patch.roll[0] = patch.roll[1] = 0;
+        for (int i = patch.start; i < patch.start + patch.count; ++i) {
+            Point& point = m_points[i];
+            point.impulse = point.base = 0;
+            point.bounces = point.restitution > 0 && aimBounce(patch, point, substep);
+            if (!point.bounces)
+                aimPoint(patch, point, substep);
+            else
+                point.half = 0;
+            m_bounces = m_bounces || point.bounces;
+            point.share = 1 / (point.stiffness + point.softness);
+        }
+    }
+    for (Patch& patch : m_patches)
+        applyHalf(patch);
+}
+
+void ContactSolver::aimPoint(Patch const&, Point& point, double substep) {
+    if (point.springStiffness > 0) {
+        double const resistance = substep * point.springStiffness + point.springDamping;
+        point.softness = 2 / (substep * resistance);
+        point.target = -point.gap * point.springStiffness / resistance;
+        return;
+    }
+    double const left = point.gap + point.slop;
+    if (left >= 0) {
+        point.softness = 0;
+        point.target = -left / substep;
+        return;
+    }
+    double const turn = 2 * std::numbers::pi * std::min(contactFrequency, 0.125 / substep);
+    double const slowness = 2 * contactDamping + substep * turn;
+    point.softness = point.stiffness / (substep * turn * slowness);
+    point.target = std::min(-left * turn / slowness, fastestPush);
+}
+
+/// Follows the free flight to the moment of impact, which lies behind where the surfaces overlap already, and back from
+/// there: so the height of a bounce depends neither on the step nor on its phase.
+bool ContactSolver::aimBounce(Patch const& patch, Point& point, double substep) {
+    // The first half of the substep's forces has acted already.
+    double const pull = patch.normal.dot(patch.first->acceleration - patch.second->acceleration);
+    double const speed = speedOf(patch, point) - pull * substep / 2;
+    if (speed >= 0 && pull >= 0)
+        return false;
+    double const end = point.gap + speed * substep + pull * substep * substep / 2;
+    double const square = speed * speed - 2 * pull * point.gap;
+    if (end >= 0 || square < leastBounce * leastBounce)
+        return false;
+    double const impact = -std::sqrt(square);
+    double const time = std::abs(pull) > 1e-9 ? (impact - speed) / pull : -point.gap / speed;
+    if (std::abs(time) > m_step)
+        return false;
+    double const left = substep - time;
+    double const away = -point.restitution * impact;
+    double const gap = std::max(away * left + pull * left * left / 2, 0.0);
+    point.softness = 0;
+    point.target = (gap - point.gap) / substep;
+    point.bounceSpeed = away + pull * left;
+    return true;
+}
+
+void ContactSolver::aimAtSpeeds(double substep) {
+    for (Patch& patch : m_patches) {
+        for (int i = patch.start; i < patch.start + patch.count; ++i) {
+            Point& point = m_points[i];
+            point.softness = 0;
+            point.base = point.impulse;
+            if (point.bounces) {
+                point.target = point.bounceSpeed;
+            } else if (point.springStiffness > 0) {
+                double const damping = std::max(point.springDamping, 0.05 * point.springStiffness * m_step);
+                point.softness = 2 / (substep * damping);
+                point.target = -point.gap * point.springStiffness / damping;
+            } else {
+                // What has not met the surface in this substep may go on.
+                point.target = point.gap > 0 && point.impulse == 0 ? -fastest : 0;
+            }
+            point.share = 1 / (point.stiffness + point.softness);
+        }
+        applyHalf(patch);
+    }
+}
+
+double ContactSolver::sweep() {
+    double greatest = 0;
+    for (Patch& patch : m_patches)
+        greatest = std::max(greatest, sweepPatch(patch));
+    return greatest;
+}
+
+double ContactSolver::sweepPatch(Patch& patch) {
+    double const change = sweepPoints(patch);
+    if (patch.friction > 0)
+        sweepFriction(patch);
+    if (patch.rolling > 0)
+        sweepRolling(patch);
+    return change;
+}
+
+double ContactSolver::sweepPoints(Patch& patch) {
+    double greatest = 0;
+    for (int i = patch.start; i < patch.start + patch.count; ++i) {
+        Point& point = m_points[i];
+        double const wanted = point.target - speedOf(patch, point) - point.softness * (point.impulse - point.base);
+        double const former = point.impulse;
+        point.impulse = std::max(former + wanted * point.share, 0.0);
+        double const change = point.impulse - former;
+        if (change == 0)
+            continue;
+        push(patch, point, change);
+        greatest = std::max(greatest, std::abs(change) * point.stiffness);
+    }
+    return greatest;
+}
+
+void ContactSolver::sweepFriction(Patch& patch) {
+    double const most = patch.friction * loadOf(patch);
+    Friction next;
+    if (most > 0) {
+        btVector3 const sliding = patch.first->velocityAt(patch.arms[0]) - patch.second->velocityAt(patch.arms[1]);
+        double const s0 = patch.tangents[0].dot(sliding);
+        double const s1 = patch.tangents[1].dot(sliding);
+        next.lateral[0] = patch.now.lateral[0] - patch.lateralInverse[0][0] * s0 - patch.lateralInverse[0][1] * s1;
+        next.lateral[1] = patch.now.lateral[1] - patch.lateralInverse[1][0] * s0 - patch.lateralInverse[1][1] * s1;
+        double square = (next.lateral[0] * next.lateral[0] + next.lateral[1] * next.lateral[1]) / (most * most);
+        if (patch.reach > 0) {
+            double const turning = patch.normal.dot(patch.first->spin - patch.second->spin);
+            next.torsion = patch.now.torsion - patch.torsionMass * turning;
+            double const part = next.torsion / (most * patch.reach);
+            square += part * part;
+        }
+        // Sliding and turning share the friction that there is.
+        if (square > 1) {
+            double const scale = 1 / std::sqrt(square);
+            next = {{next.lateral[0] * scale, next.lateral[1] * scale}, next.torsion * scale};
+        }
+    }
+    rub(patch, next.lateral[0] - patch.now.lateral[0], next.lateral[1] - patch.now.lateral[1],
+        next.torsion - patch.now.torsion);
+    patch.now = next;
+}
+
+double ContactSolver::loadOf(Patch const& patch) const {
+    double load = 0;
+    for (int i = patch.start; i < patch.start + patch.count; ++i)
+        load += m_points[i].impulse;
+    return load;
+}
+
+void ContactSolver::sweepRolling(Patch& patch) {
+    double const load = loadOf(patch);
+    btVector3 const rolling = patch.first->spin - patch.second->spin;
+    double next[2];
+    for (int k : {0, 1})
+        next[k] = patch.roll[k] - patch.rollingMass[k] * patch.tangents[k].dot(rolling);
+    double const size = std::hypot(next[0], next[1]);
+    double const scale = size > patch.rolling * load ? patch.rolling * load / size : 1;
+    for (int k : {0, 1}) {
+        double const change = next[k] * scale - patch.roll[k];
+        patch.first->spin += patch.rollingResponse[k][0] * change;
+        patch.second->spin -= patch.rollingResponse[k][1] * change;
+        patch.roll[k] += change;
+    }
+}
+
+void ContactSolver::advance(double substep) {
+    for (Patch const& patch : m_patches)
+        for (int i = patch.start; i < patch.start + patch.count; ++i)
+            m_points[i].gap += speedOf(patch, m_points[i]) * substep;
+}
+
+void ContactSolver::finishSubstep() {
+    for (Patch& patch : m_patches) {
+        for (int i = patch.start; i < patch.start + patch.count; ++i) {
+            Point& point = m_points[i];
+            point.sum += point.impulse;
+            point.half = point.bounces ? 0 : point.impulse / 2;
+        }
+        for (int k : {0, 1}) {
+            patch.sum.lateral[k] += patch.now.lateral[k];
+            patch.half.lateral[k] = patch.now.lateral[k] / 2;
+        }
+        patch.sum.torsion += patch.now.torsion;
+        patch.half.torsion = patch.now.torsion / 2;
+    }
+}
+
+void ContactSolver::finish() {
+    for (Patch const& patch : m_patches) {
+        double load = 0;
+        for (int i = patch.start; i < patch.start + patch.count; ++i)
+            load += m_points[i].sum;
+        for (int i = patch.start; i < patch.start + patch.count; ++i) {
+            btManifoldPoint& source = *m_points[i].source;
+            // The points share the patch's friction by their loads.
+            double const share = load > 0 ? m_points[i].sum / load : 0;
+            source.m_appliedImpulse = m_points[i].sum;
+            source.m_lateralFrictionDir1 = patch.tangents[0];
+            source.m_lateralFrictionDir2 = patch.tangents[1];
+            source.m_appliedImpulseLateral1 = patch.sum.lateral[0] * share;
+            source.m_appliedImpulseLateral2 = patch.sum.lateral[1] * share;
+            source.m_prevRHS = patch.sum.torsion * share;
+        }
+    }
+}
+
+} // namespace hyx

@@ -1,0 +1,129 @@
+"""Bodies that rest, slide, roll and bounce."""
+
+import math
+
+import hyx
+import hyxCollide
+import hyxSDK
+import pytest
+from physics_scene import GRAVITY, body, box, ground, run, simulation
+
+STEPS = pytest.mark.parametrize("step", [1 / 60, 1 / 240, 1 / 1000], ids=["1/60 s", "1/240 s", "1/1000 s"])
+SOLVERS = pytest.mark.parametrize(
+    "solver",
+    [hyxSDK.Simulation.MULTI, hyxSDK.Simulation.ITERATIVE, hyxSDK.Simulation.DIRECT],
+    ids=["MULTI", "ITERATIVE", "DIRECT"],
+)
+UPRIGHT = hyx.Quat(math.pi / 2, hyx.Vec3(1, 0, 0))
+
+
+def slab():
+    return body(hyxCollide.Box(20, 20, 0.5), (0, 0, -0.5), control=hyx.RigidBody.STATIC)
+
+
+def field():
+    return hyxCollide.Geometry(hyxCollide.HeightField(161, 161, 80, 80))
+
+
+def mesh():
+    count = 80
+    corners = [(i - 40.0, j - 40.0, 0) for j in range(count + 1) for i in range(count + 1)]
+    first = [j * (count + 1) + i for j in range(count) for i in range(count)]
+    triangles = [t for a in first for t in ((a, a + 1, a + count + 2), (a, a + count + 2, a + count + 1))]
+    return hyxCollide.Geometry(hyxCollide.Trimesh(corners, triangles))
+
+
+def of_one_material(*things, friction=None, restitution=None):
+    material = hyx.Material()
+    if friction is not None:
+        material.setFriction(friction)
+    if restitution is not None:
+        material.setRestitution(restitution)
+    for thing in things:
+        for geometry in thing.getGeometries() if isinstance(thing, hyx.RigidBody) else [thing]:
+            geometry.setMaterial(material)
+
+
+@STEPS
+@pytest.mark.parametrize("floor", [ground, slab])
+@pytest.mark.parametrize(
+    "shape", [hyxCollide.Sphere(0.1), hyxCollide.Box(0.1, 0.1, 0.1)], ids=lambda shape: type(shape).__name__
+)
+@pytest.mark.parametrize("restitution", [1.0, 0.7])
+def test_a_bounce_reaches_its_height_at_every_phase(measured, step, floor, shape, restitution):
+    heights = []
+    for phase in range(6 if step > 1 / 500 else 2):
+        height = 1 + phase * 0.037
+        bouncing, base = body(shape, (0, 0, height + 0.1)), floor()
+        of_one_material(bouncing, base, restitution=restitution)
+        world = simulation(base, bouncing)
+        world.setTimeStep(step)
+        # Into the rise after the second bounce.
+        fall = math.sqrt(2 * height / GRAVITY)
+        run(world, fall * (1 + 2 * restitution + 0.5 * restitution**2))
+        energy = bouncing.getPosition().z - 0.1 + bouncing.getVelocity().length2() / 2 / GRAVITY
+        heights.append(energy / height)
+    measured.relative("least height", restitution**4, min(heights), 0.01)
+    measured.relative("greatest height", restitution**4, max(heights), 0.01)
+
+
+@SOLVERS
+@pytest.mark.parametrize("count, size", [(20, 1), (10, 0.1)])
+def test_a_tower_stands_for_half_a_minute(measured, solver, count, size):
+    cubes = [box(size / 2, (0, 0, size * (0.5 + i))) for i in range(count)]
+    world = simulation(ground(), *cubes)
+    world.setSolver(solver)
+    run(world, 30 if solver != hyxSDK.Simulation.DIRECT else 5)
+    drift = max(math.hypot(cube.getPosition().x, cube.getPosition().y) for cube in cubes)
+    measured("drift, sizes", 0, drift / size, 0.05)
+    measured("height, sizes", count - 0.5, cubes[-1].getPosition().z / size, 0.01 * count)
+
+
+@STEPS
+@pytest.mark.parametrize("friction, radius", [(0.4, 0.5), (0.6, 0.2)])
+def test_a_spinning_disc_stops_as_an_even_pressure_stops_it(measured, step, friction, radius):
+    disc, base = body(hyxCollide.Cylinder(radius, 0.1), (0, 0, 0.05)), ground()
+    disc.setRotation(UPRIGHT)
+    disc.setAngularVelocity(hyx.Vec3(0, 0, 20))
+    of_one_material(disc, base, friction=friction)
+    world = simulation(base, disc)
+    world.setTimeStep(step)
+    while disc.getAngularVelocity().length() > 1e-2 and world.getTimeStamp() < 10:
+        world.step()
+    measured.relative("time, s", 0.75 * radius * 20 / (friction * GRAVITY), world.getTimeStamp(), 0.03)
+
+
+@STEPS
+@pytest.mark.parametrize("heading", [0, 17, 45])
+def test_a_launched_box_goes_straight_and_as_far_as_friction_lets_it(measured, step, heading):
+    angle = math.radians(heading)
+    way = hyx.Vec3(math.cos(angle), math.sin(angle), 0)
+    slider, base = body(hyxCollide.Box(0.2, 0.1, 0.1), (0, 0, 0.1)), ground()
+    slider.setRotation(hyx.Quat(angle, hyx.Vec3(0, 0, 1)))
+    slider.setVelocity(way * 4.43)
+    of_one_material(slider, base, friction=0.5)
+    world = simulation(base, slider)
+    world.setTimeStep(step)
+    run(world, 2)
+    front = slider.getRotation() * hyx.Vec3(1, 0, 0)
+    measured("yaw, deg", 0, math.degrees(math.atan2(front.y, front.x)) - heading, 0.1)
+    measured.relative("way, m", 4.43**2 / (2 * 0.5 * GRAVITY), slider.getPosition().dot(way), 0.01)
+    measured("speed, m/s", 0, slider.getVelocity().length(), 1e-3)
+
+
+@pytest.mark.parametrize("step", [1 / 60, 1 / 240], ids=["1/60 s", "1/240 s"])
+@pytest.mark.parametrize("floor", [ground, field, mesh])
+@pytest.mark.parametrize(
+    "shape", [hyxCollide.Cylinder(0.3, 0.2), hyxCollide.Sphere(0.3)], ids=lambda shape: type(shape).__name__
+)
+def test_a_free_wheel_keeps_its_speed_on_flat_ground(measured, step, floor, shape):
+    wheel, highest = body(shape, (-30, 0.1, 0.3)), 0
+    wheel.setVelocity(hyx.Vec3(10, 0, 0))
+    wheel.setAngularVelocity(hyx.Vec3(0, 10 / 0.3, 0))
+    world = simulation(floor(), wheel)
+    world.setTimeStep(step)
+    while world.getTimeStamp() < 5:
+        world.step()
+        highest = max(highest, wheel.getPosition().z)
+    measured.relative("speed, m/s", 10, wheel.getVelocity().length(), 0.01)
+    measured("highest place, m", 0.3, highest, 2e-3)
