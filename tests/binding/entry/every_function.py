@@ -30,6 +30,7 @@ NUMBERS = {
     "long": 1,
     "unsigned long": 1,
     "size_t": 1,
+    "std::size_t": 1,
     "hyx::UInt": 1,
     "hyx::Index": 1,
     "ptrdiff_t": 1,
@@ -63,6 +64,7 @@ class Maker:
         self.kept = []
         self.making = set()
         self.made = {}
+        self.asked = {}  # what belongs to the application's present window
         self.constructors = {}
         for module, functions in DESCRIBED.items():
             for function in functions:
@@ -85,12 +87,16 @@ class Maker:
             {
                 "hyxOSG::ExampleApplication": app,
                 "hyxSDK::Simulation": simulation,
-                "osg::Camera": app.getCamera(),
-                "osgViewer::Viewer": app.getViewer(),
-                "hyxOSG::SceneDecorator": app.getSceneDecorator(),
-                "hyxOSG::PickHandler": app.getPickHandler(),
-                "hyxOSG::ImageCapture": app.getImageCapture(),
                 "hyxSDK::Assembly": hyxSDK.Assembly(),
+            }
+        )
+        self.asked.update(
+            {
+                "osg::Camera": app.getCamera,
+                "osgViewer::Viewer": app.getViewer,
+                "hyxOSG::SceneDecorator": app.getSceneDecorator,
+                "hyxOSG::PickHandler": app.getPickHandler,
+                "hyxOSG::ImageCapture": app.getImageCapture,
             }
         )
 
@@ -103,7 +109,7 @@ class Maker:
             return 1
         if native == "SWIGPY_SLICEOBJECT *":
             return slice(0, 0)
-        if plain in ("std::string", "hyx::String", "char"):
+        if plain in ("std::string", "hyx::String", "hyx::Name", "char"):
             return "x"
         if native == "PyObject *" or "(*)" in native or plain == "hyxOSG::BuildScenePtr":
             return None
@@ -152,6 +158,8 @@ class Maker:
         }
 
     def instance(self, class_name):
+        if class_name in self.asked:
+            return self.asked[class_name]()
         if class_name in self.made:
             return self.made[class_name]
         if class_name not in self.constructors or class_name in self.making:
