@@ -48,7 +48,7 @@ class Browser:
         assert page.open
         return page
 
-    def wait(self, condition, seconds=10):
+    def wait(self, condition, seconds=40):
         """Whether the condition comes true in time."""
         end = time.monotonic() + seconds
         while not condition():
@@ -58,7 +58,7 @@ class Browser:
             time.sleep(0.001)
         return True
 
-    def call(self, method, seconds=10, **parameters):
+    def call(self, method, seconds=40, **parameters):
         self.calls += 1
         self.page.send(id=self.calls, method=method, params=parameters)
         answer = self.page.receive(lambda message: message.get("id") == self.calls, seconds)

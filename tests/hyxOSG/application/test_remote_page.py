@@ -14,6 +14,9 @@ from browser import Browser
 from PIL import Image
 from subprocesses import BUILD, ROOT
 
+# One browser at a time: two share the processors badly.
+pytestmark = pytest.mark.xdist_group("browser")
+
 LIVE = "document.querySelector('#parameters')?.rows.length > 0"
 PICTURE = "document.querySelector('#picture').toDataURL()"
 
