@@ -2,6 +2,7 @@
 // member of a larger record.
 #pragma once
 
+#include "binding/runtime/type_records.h"
 #include "binding/vocabulary/record.h"
 
 #include <Python.h>
@@ -17,6 +18,12 @@ struct RecordTable {
     Function const* const* functions; // functions[i] is row i of the method table
     // Runs a row like the flat function, from an argument array without a tuple.
     PyObject* (*call)(Function const* function, PyObject* const* arguments, Py_ssize_t count);
+    // The module's descriptors, by index.
+    swig_type_info* const* types;
+    // A new borrowing proxy of an object.
+    PyObject* (*borrow)(void* object, swig_type_info* type);
+    // Where set, sees each object that a director shows to Python, and may replace it.
+    PyObject* (**show)(PyObject* object);
     // A new list of dicts, one a function: names, forms, types, defaults, results.
     PyObject* (*describe)();
 };

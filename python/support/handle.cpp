@@ -7,6 +7,7 @@
 #include "python/support/handle.h"
 
 #include "python/support/operation.h"
+#include "python/support/shown.h"
 
 #include <structmember.h>
 
@@ -29,6 +30,8 @@ void dealloc(PyObject* object) {
     auto* self = reinterpret_cast<Handle*>(object);
     if (self->weak_references)
         PyObject_ClearWeakRefs(object);
+    if (self->held)
+        let_go(self);
     Py_XDECREF(self->pointer);
     Py_XDECREF(self->container);
     Py_TYPE(object)->tp_free(object);

@@ -1,5 +1,6 @@
 // The support module of the proxy packages: the types that proxy classes are made of, and `describe`.
 #include "python/support/operation.h"
+#include "python/support/shown.h"
 
 namespace {
 
@@ -8,14 +9,15 @@ PyObject* describe(PyObject*, PyObject* module) {
     return definition ? definition->records->describe() : nullptr;
 }
 
-// The destroy function of a class that has none of its own: its objects live until the process ends.
-PyObject* keep(PyObject*, PyObject*) {
+// The destroy function of a class that has none of its own.
+PyObject* release(PyObject*, PyObject* pointer) {
+    proxy::release(pointer);
     Py_RETURN_NONE;
 }
 
 PyMethodDef methods[] = {
-    {"keep", keep, METH_O,
-     "keep(object, /)\n--\n\nThe destroy function of a class whose objects live until the process ends: does nothing."},
+    {"release", release, METH_O,
+     "release(object, /)\n--\n\nThe destroy function of classes without one: drops the constructor's reference."},
     {"describe", describe, METH_O,
      "describe(module, /)\n--\n\nThe functions of an extension module of the family, with their forms, as a list of dicts."},
     {},

@@ -7,6 +7,8 @@
 
 namespace proxy {
 
+PyObject* show(PyObject* result, PyObject* owner); // see shown.h
+
 using vocabulary::Function;
 using vocabulary::ModuleDefinition;
 
@@ -17,17 +19,26 @@ struct Row {
     Function const* function;
     PyObject* (*run)(Function const*, PyObject* const*, Py_ssize_t);
     Py_ssize_t exact_count; // the only count the row takes directly; -1: the row checks its counts itself
+    bool shows;             // may give objects that are somebody else's, too
+    bool has_self;          // the first argument is the object that the row is called on
     PyObject* flat;         // owned
 
     // `arguments` are borrowed; the result is a new reference, or null with the error set.
     PyObject* call(PyObject* const* arguments, Py_ssize_t count) const {
         if (exact_count >= 0 && count != exact_count) [[unlikely]]
             return call_flat(arguments, count, nullptr);
-        return run(function, arguments, count);
+        PyObject* result = run(function, arguments, count);
+        return shows ? shown(result, arguments, count) : result;
     }
 
     [[gnu::noinline]] PyObject* call_flat(PyObject* const* arguments, Py_ssize_t count, PyObject* keyword_names) const {
-        return PyObject_Vectorcall(flat, arguments, static_cast<std::size_t>(count), keyword_names);
+        PyObject* result = PyObject_Vectorcall(flat, arguments, static_cast<std::size_t>(count), keyword_names);
+        return shows ? shown(result, arguments, count) : result;
+    }
+
+private:
+    PyObject* shown(PyObject* result, PyObject* const* arguments, Py_ssize_t count) const {
+        return result && result != Py_None ? show(result, has_self && count > 0 ? arguments[0] : nullptr) : result;
     }
 };
 
