@@ -28,21 +28,22 @@ void release_converted(void* result) {
 template <class Sequence>
 inline constexpr Conversion sequence_argument = {convert_sequence<Sequence>, release_converted<Sequence>};
 
-// The conversion of a wrapped iterator into a native one.
-template <class NativeIterator>
+// The conversion of a wrapped iterator into a native one of the Sequence.
+template <class Sequence>
 int convert_iterator(PyObject* object, void** result) {
     void* pointer = nullptr;
     if (SWIG_Python_ConvertPtrAndOwn(object, &pointer, swig::SwigPyIterator::descriptor()) != SWIG_OK)
         return SWIG_TypeError;
     auto const* iterator =
-        dynamic_cast<swig::SwigPyIterator_T<NativeIterator> const*>(static_cast<swig::SwigPyIterator*>(pointer));
+        dynamic_cast<swig::SwigPyIterator_T<swig::Position<Sequence>> const*>(static_cast<swig::SwigPyIterator*>(pointer));
     if (!iterator)
         return SWIG_TypeError;
-    *result = new NativeIterator(iterator->get_current());
+    *result = new typename Sequence::iterator(iterator->get_current().native());
     return SWIG_NEWOBJ;
 }
-template <class NativeIterator>
-inline constexpr Conversion iterator_argument = {convert_iterator<NativeIterator>, release_converted<NativeIterator>};
+template <class Sequence>
+inline constexpr Conversion iterator_argument = {convert_iterator<Sequence>,
+                                                 release_converted<typename Sequence::iterator>};
 
 // For FINISHED: a result that points into self keeps self's Python object alive.
 PyObject* keep_container(PyObject* result, Call const& call) noexcept;
