@@ -30,10 +30,7 @@ void dealloc(PyObject* object) {
     auto* self = reinterpret_cast<Handle*>(object);
     if (self->weak_references)
         PyObject_ClearWeakRefs(object);
-    if (self->held)
-        let_go(self);
-    Py_XDECREF(self->pointer);
-    Py_XDECREF(self->container);
+    empty(self);
     Py_TYPE(object)->tp_free(object);
 }
 

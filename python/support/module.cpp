@@ -15,7 +15,17 @@ PyObject* release(PyObject*, PyObject* pointer) {
     Py_RETURN_NONE;
 }
 
+// Nothing to do for a proxy that holds nothing.
+PyObject* let_go(PyObject*, PyObject* object) {
+    if (!PyObject_TypeCheck(object, &proxy::handle_type))
+        return PyErr_Format(PyExc_TypeError, "%R is no proxy", object);
+    proxy::empty(reinterpret_cast<proxy::Handle*>(object));
+    Py_RETURN_NONE;
+}
+
 PyMethodDef methods[] = {
+    {"let_go", let_go, METH_O,
+     "let_go(proxy, /)\n--\n\nTakes the native object from a proxy, as if that ended: the last proxy ends the object."},
     {"release", release, METH_O,
      "release(object, /)\n--\n\nThe destroy function of classes without one: drops the constructor's reference."},
     {"describe", describe, METH_O,

@@ -183,12 +183,18 @@ void hold_constructed(PyObject* object) {
     hold(handle, *shared->operations->family, root, shared->operations->family->whole(root));
 }
 
-void let_go(Handle* handle) {
-    shown_table().remove(handle);
-    PyObject *type, *value, *trace;
-    PyErr_Fetch(&type, &value, &trace); // what ends with the native object may run Python code
-    handle->family->drop(std::exchange(handle->held, nullptr));
-    PyErr_Restore(type, value, trace);
+void empty(Handle* handle) {
+    PyObject* const pointer = std::exchange(handle->pointer, nullptr);
+    PyObject* const container = std::exchange(handle->container, nullptr);
+    if (handle->held) {
+        shown_table().remove(handle);
+        PyObject *type, *value, *trace;
+        PyErr_Fetch(&type, &value, &trace); // what ends with the native object may run Python code
+        handle->family->drop(std::exchange(handle->held, nullptr));
+        PyErr_Restore(type, value, trace);
+    }
+    Py_XDECREF(pointer);
+    Py_XDECREF(container);
 }
 
 void release(PyObject* pointer) {

@@ -27,8 +27,8 @@ PyObject* show(PyObject* result, PyObject* owner);
 // For an object that its constructor has just given its native object.
 void hold_constructed(PyObject* object);
 
-// Drops the reference of a proxy that ends.
-void let_go(Handle* handle);
+// Drops what a proxy holds.
+void empty(Handle* handle);
 
 // Drops the constructor's reference to the object of a pointer object.
 void release(PyObject* pointer);
