@@ -5,11 +5,11 @@
 #include "binding/runtime/packed_object.h"
 #include "binding/runtime/pointer_constants.h"
 #include "binding/runtime/pointer_object.h"
-#include "binding/runtime/pointers.h"
 #include "binding/runtime/state.h"
 #include "binding/runtime/type_chain.h"
 #include "binding/vocabulary/call.h"
 #include "binding/vocabulary/describe.h"
+#include "binding/vocabulary/results.h"
 
 #include <vector>
 
@@ -34,10 +34,11 @@ PyObject* describe() {
 }
 
 PyObject* borrow(void* object, swig_type_info* type) {
-    return SWIG_Python_NewPointerObj(object, type, PointerResult::borrowed_proxied);
+    return SwigPyObject_Create(object, type, 0);
 }
 
-vocabulary::RecordTable records = {0, nullptr, vocabulary::call_array, swig_types, borrow, &Swig::shown_by, describe};
+vocabulary::RecordTable records = {0, nullptr, vocabulary::call_array, swig_types, borrow,
+                                   &vocabulary::shower, &Swig::shown_by, describe};
 
 vocabulary::ModuleDefinition SWIG_module = {
     {PyModuleDef_HEAD_INIT, nullptr, nullptr, -1, nullptr, nullptr, nullptr, nullptr, nullptr},

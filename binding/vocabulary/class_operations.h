@@ -12,20 +12,26 @@ namespace vocabulary {
 
 template <class Root>
 struct FamilyOf {
-    static void take(void* root) { count(static_cast<Root*>(root), true); }
+    static void take(void* root) { change(static_cast<Root*>(root), true); }
 
-    static void drop(void* root) { count(static_cast<Root*>(root), false); }
+    static void drop(void* root) { change(static_cast<Root*>(root), false); }
+
+    static int count(void* root) { return count_of(static_cast<Root*>(root)); }
 
     static void* whole(void* root) { return dynamic_cast<void*>(static_cast<Root*>(root)); }
 
     static std::type_info const& type(void* root) { return typeid(*static_cast<Root*>(root)); }
 
-    static constexpr Family family = {std::is_same_v<Root, osg::Referenced>, take, drop, whole, type};
+    static constexpr Family family = {std::is_same_v<Root, osg::Referenced>, take, drop, count, whole, type};
 
 private:
-    static void count(osg::Referenced* root, bool up) { up ? static_cast<void>(root->ref()) : static_cast<void>(root->unref()); }
+    static int count_of(osg::Referenced* root) { return root->referenceCount(); }
 
-    static void count(hyx::Referenced* root, bool up) { up ? root->reference() : root->unreference(); }
+    static int count_of(hyx::Referenced* root) { return root->getReferenceCount(); }
+
+    static void change(osg::Referenced* root, bool up) { up ? static_cast<void>(root->ref()) : static_cast<void>(root->unref()); }
+
+    static void change(hyx::Referenced* root, bool up) { up ? root->reference() : root->unreference(); }
 };
 
 template <class Class, class Root>

@@ -2,6 +2,8 @@
 // thunks are code of their own.
 #pragma once
 
+#include "binding/runtime/type_records.h"
+
 #include <Python.h>
 
 #include <cstddef>
@@ -106,11 +108,19 @@ struct Trial {
     std::uint8_t count;
 };
 
+// How the objects behind pointer results are shown to the one call that has these arguments. The proxies set it around
+// each call of theirs; the flat functions, also where such a call leads to them, give what they state.
+struct Shower {
+    PyObject* const* arguments;
+    PyObject* (*show)(void* object, swig_type_info* type); // a new reference, or NULL to leave it to the caller
+};
+
 // One of the two families of objects that count references, each under a root class. The functions take the root.
 struct Family {
     bool of_scene_graph;
     void (*take)(void* root);
     void (*drop)(void* root);                   // the last reference ends the object
+    int (*count)(void* root);                   // of references
     void* (*whole)(void* root);                 // the address of the complete object
     std::type_info const& (*type)(void* root);  // of the complete object
 };

@@ -2,7 +2,6 @@
 // member of a larger record.
 #pragma once
 
-#include "binding/runtime/type_records.h"
 #include "binding/vocabulary/record.h"
 
 #include <Python.h>
@@ -20,8 +19,9 @@ struct RecordTable {
     PyObject* (*call)(Function const* function, PyObject* const* arguments, Py_ssize_t count);
     // The module's descriptors, by index.
     swig_type_info* const* types;
-    // A new borrowing proxy of an object.
+    // A new pointer object that borrows.
     PyObject* (*borrow)(void* object, swig_type_info* type);
+    Shower* shower;
     // Where set, sees each object that a director shows to Python, and may replace it.
     PyObject* (**show)(PyObject* object);
     // A new list of dicts, one a function: names, forms, types, defaults, results.

@@ -43,6 +43,7 @@ PyObject* make_native(Constructor const* self, PyObject* const* arguments, Py_ss
 PyObject* attach_native(Constructor const* self, PyObject* object, PyObject* native) {
     if (auto* handle = reinterpret_cast<Handle*>(object); self->makes_handles && !handle->pointer) {
         handle->pointer = native;
+        handle->is_called = self->with_director && Py_TYPE(object) != self->owner;
         hold_constructed(object);
         Py_RETURN_NONE;
     }

@@ -6,6 +6,7 @@
 // All proxy classes share this one layout, so that a class may derive from several.
 #include "python/support/handle.h"
 
+#include "python/support/kept_state.h"
 #include "python/support/operation.h"
 #include "python/support/shown.h"
 
@@ -135,6 +136,7 @@ PyTypeObject make_type() {
     type.tp_new = new_handle;
     type.tp_init = refuse_construction;
     type.tp_dealloc = dealloc;
+    type.tp_finalize = keep_state;
     type.tp_repr = repr;
     type.tp_richcompare = compare;
     type.tp_hash = hash;

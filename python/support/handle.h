@@ -14,6 +14,7 @@ struct Handle {
     vocabulary::Family const* family;
     void* held;         // the root of the native object, which this holds a reference to; null for none
     void* shown;        // its address; set with `held`
+    bool is_called;     // by native code: a script's class with a director
     Handle* next_shown; // in the table of the objects that Python sees
 };
 

@@ -1,4 +1,5 @@
 // The support module of the proxy packages: the types that proxy classes are made of, and `describe`.
+#include "python/support/kept_state.h"
 #include "python/support/operation.h"
 #include "python/support/shown.h"
 
@@ -23,7 +24,19 @@ PyObject* let_go(PyObject*, PyObject* object) {
     Py_RETURN_NONE;
 }
 
+bool sweep_with_garbage(PyObject* module) {
+    PyObject* collector = PyImport_ImportModule("gc");
+    PyObject* callbacks = collector ? PyObject_GetAttrString(collector, "callbacks") : nullptr;
+    PyObject* sweep = callbacks ? PyObject_GetAttrString(module, "_sweep") : nullptr;
+    bool const added = sweep && PyList_Append(callbacks, sweep) == 0;
+    Py_XDECREF(sweep);
+    Py_XDECREF(callbacks);
+    Py_XDECREF(collector);
+    return added;
+}
+
 PyMethodDef methods[] = {
+    {"_sweep", proxy::sweep_kept, METH_VARARGS, nullptr},
     {"let_go", let_go, METH_O,
      "let_go(proxy, /)\n--\n\nTakes the native object from a proxy, as if that ended: the last proxy ends the object."},
     {"release", release, METH_O,
@@ -54,5 +67,7 @@ PyMODINIT_FUNC PyInit__hyx_proxy() {
         Py_DECREF(module);
         return nullptr;
     }
+    if (module && !sweep_with_garbage(module))
+        Py_CLEAR(module);
     return module;
 }

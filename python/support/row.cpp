@@ -50,6 +50,7 @@ bool find_row(PyObject* flat, Row& row) {
     row.exact_count = (method->ml_flags & METH_O) ? 1 : (method->ml_flags & METH_NOARGS) ? 0 : -1;
     row.flat = Py_NewRef(flat);
     row.shows = may_show(*row.function);
+    row.shower = definition->records->shower;
     row.has_self = row.function->form_count > 0 && row.function->forms[0].class_name && !row.function->forms[0].is_static;
     learn_classes(*definition->records);
     return true;

@@ -5,6 +5,8 @@
 
 #include <Python.h>
 
+#include <utility>
+
 namespace proxy {
 
 PyObject* show(PyObject* result, PyObject* owner); // see shown.h
@@ -20,6 +22,7 @@ struct Row {
     PyObject* (*run)(Function const*, PyObject* const*, Py_ssize_t);
     Py_ssize_t exact_count; // the only count the row takes directly; -1: the row checks its counts itself
     bool shows;             // may give objects that are somebody else's, too
+    vocabulary::Shower* shower;
     bool has_self;          // the first argument is the object that the row is called on
     PyObject* flat;         // owned
 
@@ -27,8 +30,12 @@ struct Row {
     PyObject* call(PyObject* const* arguments, Py_ssize_t count) const {
         if (exact_count >= 0 && count != exact_count) [[unlikely]]
             return call_flat(arguments, count, nullptr);
+        if (!shows)
+            return run(function, arguments, count);
+        PyObject* const* const before = std::exchange(shower->arguments, arguments);
         PyObject* result = run(function, arguments, count);
-        return shows ? shown(result, arguments, count) : result;
+        shower->arguments = before;
+        return shown(result, arguments, count);
     }
 
     [[gnu::noinline]] PyObject* call_flat(PyObject* const* arguments, Py_ssize_t count, PyObject* keyword_names) const {

@@ -3,6 +3,7 @@
 
 #include "binding/runtime/client_data.h"
 #include "binding/runtime/pointer_object.h"
+#include "python/support/kept_state.h"
 
 #include <cstring>
 #include <typeindex>
@@ -118,9 +119,59 @@ PyObject* keep_owner(Handle* handle, SwigPyObject const* pointer, PyObject* owne
 }
 
 PyObject* show_items(PyObject* list) {
-    for (Py_ssize_t i = 0; i < PyList_GET_SIZE(list); ++i)
-        PyList_SET_ITEM(list, i, show(PyList_GET_ITEM(list, i), nullptr));
+    for (Py_ssize_t i = 0; i < PyList_GET_SIZE(list); ++i) {
+        PyObject* const shown = show(PyList_GET_ITEM(list, i), nullptr);
+        PyList_SET_ITEM(list, i, shown);
+        if (!shown) {
+            Py_DECREF(list);
+            return nullptr;
+        }
+    }
     return list;
+}
+
+// A new proxy of an object that the class's root shows as; null with an error set, and where no proxies are registered.
+Handle* make_shown(SharedClass const& shared, void* root, void* whole) {
+    PyTypeObject* const type = python_class(shared);
+    if (!type || !PyType_IsSubtype(type, &handle_type))
+        return nullptr;
+    vocabulary::Family const& family = *shared.operations->family;
+    family.take(root); // what is kept of it ends with its revival
+    PyObject* const pointer = shared.records->borrow(shared.operations->from_root(root), shared.type);
+    PyObject* object = pointer ? revive(whole, type) : nullptr;
+    if (pointer && !object && !PyErr_Occurred())
+        object = type->tp_alloc(type, 0);
+    auto* handle = reinterpret_cast<Handle*>(object);
+    if (handle) {
+        handle->pointer = pointer;
+        hold(handle, family, root, whole);
+    } else {
+        Py_XDECREF(pointer);
+    }
+    family.drop(root);
+    return handle;
+}
+
+// A new reference to the proxy of an object that counts references; null as above. Where no other fits better it is
+// `made`, unless that is null.
+PyObject* show_shared(SharedClass const& declared, void* object, Handle* made) {
+    vocabulary::Family const& family = *declared.operations->family;
+    void* const root = declared.operations->to_root(object);
+    void* const whole = family.whole(root);
+    PyTypeObject* const wanted = python_class(declared);
+    if (Handle* shown = shown_table().find(whole); shown && wanted && PyObject_TypeCheck(shown, wanted))
+        return Py_NewRef(reinterpret_cast<PyObject*>(shown));
+    SharedClass const* exact = find_exact_class(family, root);
+    if (made && (!exact || exact == &declared) && !is_kept(whole)) {
+        hold(made, family, root, whole);
+        return Py_NewRef(reinterpret_cast<PyObject*>(made));
+    }
+    return reinterpret_cast<PyObject*>(make_shown(exact ? *exact : declared, root, whole));
+}
+
+PyObject* show_native(void* object, swig_type_info* type) {
+    SharedClass const* declared = find_class(type);
+    return declared ? show_shared(*declared, object, nullptr) : nullptr;
 }
 
 } // namespace
@@ -135,6 +186,7 @@ void learn_classes(vocabulary::RecordTable const& records) {
             classes.try_emplace(type, SharedClass{type, operations, &records});
         }
     exact_classes.clear();
+    records.shower->show = show_native;
     *records.show = [](PyObject* proxy) { return show(proxy, nullptr); };
 }
 
@@ -150,27 +202,11 @@ PyObject* show(PyObject* result, PyObject* owner) {
     SharedClass const* declared = find_class(pointer->ty);
     if (!declared)
         return keep_owner(handle, pointer, owner);
-    vocabulary::Family const& family = *declared->operations->family;
-    void* const root = declared->operations->to_root(pointer->ptr);
-    void* const whole = family.whole(root);
-    if (Handle* shown = shown_table().find(whole); shown && PyObject_TypeCheck(shown, Py_TYPE(result))) {
-        Py_INCREF(shown);
-        Py_DECREF(result);
-        return reinterpret_cast<PyObject*>(shown);
-    }
-    hold(handle, family, root, whole);
-    SharedClass const* exact = find_exact_class(family, root);
-    if (!exact || exact == declared)
+    PyObject* const shown = show_shared(*declared, pointer->ptr, handle);
+    if (!shown && !PyErr_Occurred())
         return result;
-    PyObject* derived = exact->records->borrow(exact->operations->from_root(root), exact->type);
-    if (!derived) {
-        Py_DECREF(result);
-        return nullptr;
-    }
-    if (PyObject_TypeCheck(derived, &handle_type))
-        hold(reinterpret_cast<Handle*>(derived), family, root, whole);
     Py_DECREF(result);
-    return derived;
+    return shown;
 }
 
 void hold_constructed(PyObject* object) {

@@ -185,6 +185,31 @@ def test_attributes_of_derived_objects_come_back():
         crate = Crate(5)
         simulation.add(crate)
         assert simulation.getRigidBodies()[0] is crate and simulation.getRigidBodies()[0].load == 5
+        number = int(crate.this)
+        del crate
+        gc.collect()
+        back, = simulation.getRigidBodies()
+        assert type(back) is Crate and back.load == 5 and int(back.this) == number
+        back.load = 6
+        del back
+        gc.collect()
+        back, = simulation.getRigidBodies()
+        watch = weakref.ref(back)
+        assert back.load == 6
+        simulation.remove(back)
+        del back
+        assert watch() is None
+        class Load:
+            pass
+        crate = Crate(Load())
+        watch = weakref.ref(crate.load)
+        simulation.add(crate)
+        del crate
+        gc.collect()
+        assert watch() is not None
+        simulation.remove(simulation.getRigidBodies()[0])
+        gc.collect()
+        assert watch() is None
         class Listener(hyxOSG.ExampleApplicationListener):
             def preFrame(self, given):
                 self.given = given
