@@ -17,13 +17,11 @@ from application_stage import read_picture
 
 @pytest.fixture
 def app():
-    """An application with a simulation of its own. It lives as long as the process, so tests look only at their own."""
-    made = hyxOSG.ExampleApplication()
-    made.init(None)
-    made.initSimulation()
-    yield made
-    made.postExecution()
-    made.clearScene()
+    """An application with a simulation of its own."""
+    with hyxOSG.ExampleApplication() as made:
+        made.init(None)
+        made.initSimulation()
+        yield made
 
 
 @pytest.fixture

@@ -61,7 +61,8 @@ swig_type_info* DirectorType::find() {
 }
 
 runtime::Reference to_python(void* object, DirectorType& type) {
-    return runtime::Reference::take(SWIG_Python_NewPointerObj(object, type.find(), PointerResult::borrowed_proxied));
+    PyObject* proxy = SWIG_Python_NewPointerObj(object, type.find(), PointerResult::borrowed_proxied);
+    return runtime::Reference::take(proxy && shown_by ? shown_by(proxy) : proxy);
 }
 
 runtime::Reference call_python(Callee const& callee, DirectorMethod& method, PyObject** arguments, std::size_t count) {

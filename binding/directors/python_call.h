@@ -44,6 +44,9 @@ inline runtime::Reference to_python(double value) {
     return runtime::Reference::take(PyFloat_FromDouble(value));
 }
 
+// Where set, sees each proxy that to_python makes, which it takes over, and may give another instead.
+inline PyObject* (*shown_by)(PyObject* proxy) = nullptr;
+
 // A proxy that does not own the object.
 runtime::Reference to_python(void* object, DirectorType& type);
 

@@ -1,6 +1,7 @@
 // Runs the steps of a module's import in their order.
 #include "binding/entry/family_module.h"
 
+#include "binding/directors/python_call.h"
 #include "binding/runtime/packed_object.h"
 #include "binding/runtime/pointer_constants.h"
 #include "binding/runtime/pointer_object.h"
@@ -8,6 +9,7 @@
 #include "binding/runtime/type_chain.h"
 #include "binding/vocabulary/call.h"
 #include "binding/vocabulary/describe.h"
+#include "binding/vocabulary/results.h"
 
 #include <vector>
 
@@ -31,7 +33,12 @@ PyObject* describe() {
     return vocabulary::describe_functions(functions.data(), functions.size());
 }
 
-vocabulary::RecordTable records = {0, nullptr, vocabulary::call_array, describe};
+PyObject* borrow(void* object, swig_type_info* type) {
+    return SwigPyObject_Create(object, type, 0);
+}
+
+vocabulary::RecordTable records = {0, nullptr, vocabulary::call_array, swig_types, borrow,
+                                   &vocabulary::shower, &Swig::shown_by, describe};
 
 vocabulary::ModuleDefinition SWIG_module = {
     {PyModuleDef_HEAD_INIT, nullptr, nullptr, -1, nullptr, nullptr, nullptr, nullptr, nullptr},

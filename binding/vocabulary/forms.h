@@ -43,12 +43,12 @@ struct WithSelf<Self, Types<P...>> {
 
 // Runs call() and converts its result.
 template <class R, Hold How, class F>
-PyObject* converted_result(F&& call) {
+PyObject* converted_result(PyObject* const* arguments, F&& call) {
     if constexpr (std::is_void_v<R>) {
         call();
         Py_RETURN_NONE;
     } else {
-        return from_result<R, How>(call());
+        return from_result<R, How>(call(), arguments);
     }
 }
 
@@ -64,7 +64,7 @@ struct FreeForm : FormBase<void> {
 
     template <Hold How>
     static PyObject* invoke(Call const& call) {
-        return converted_result<Result, How>([&]() -> Result {
+        return converted_result<Result, How>(call.arguments, [&]() -> Result {
             return Given::apply(call.slots, call.count,
                                 [](auto&&... a) -> Result { return Native(std::forward<decltype(a)>(a)...); });
         });
@@ -87,7 +87,7 @@ struct MethodForm : FormBase<void> {
     template <Hold How>
     static PyObject* invoke(Call const& call) {
         auto* self = static_cast<Class*>(call.slots[0].pointer);
-        return converted_result<Result, How>([&]() -> Result {
+        return converted_result<Result, How>(call.arguments, [&]() -> Result {
             return Given::apply(call.slots + 1, call.count - 1, [self](auto&&... a) -> Result {
                 return (self->*Native)(std::forward<decltype(a)>(a)...);
             });
@@ -114,7 +114,7 @@ struct VirtualForm : MethodForm<Class, Native, Row, Signature, Defaults> {
         auto* director = dynamic_cast<Swig::Director*>(self);
         if (!director || director->swig_get_self() != call.arguments[0])
             return Base::template invoke<How>(call);
-        return converted_result<Result, How>([&]() -> Result {
+        return converted_result<Result, How>(call.arguments, [&]() -> Result {
             return Base::Given::apply(call.slots + 1, call.count - 1, [self](auto&&... a) -> Result {
                 return Upcall{}(*self, std::forward<decltype(a)>(a)...);
             });
@@ -137,7 +137,7 @@ struct AdapterForm : FormBase<void> {
     template <Hold How>
     static PyObject* invoke(Call const& call) {
         auto& self = *static_cast<Class*>(call.slots[0].pointer);
-        return converted_result<Result, How>([&]() -> Result {
+        return converted_result<Result, How>(call.arguments, [&]() -> Result {
             return Given::apply(call.slots + 1, call.count - 1, [&self](auto&&... a) -> Result {
                 return Native(self, std::forward<decltype(a)>(a)...);
             });
@@ -266,7 +266,7 @@ struct GetForm : FormBase<void> {
 
     template <Hold>
     static PyObject* invoke(Call const& call) {
-        return from_result<Result, Hold::borrowed>(static_cast<Class*>(call.slots[0].pointer)->*Member);
+        return from_result<Result, Hold::borrowed>(static_cast<Class*>(call.slots[0].pointer)->*Member, call.arguments);
     }
 };
 

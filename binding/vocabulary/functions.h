@@ -2,6 +2,7 @@
 #pragma once
 
 #include "binding/vocabulary/call.h"
+#include "binding/vocabulary/class_operations.h"
 #include "binding/vocabulary/forms.h"
 #include "binding/vocabulary/registration.h"
 
@@ -199,7 +200,7 @@ struct RegisterOf {
 
     static constexpr Function function = {
         Name{}().data(), Role::swigregister,   METH_O, entry, nullptr, 0, 1, false, false, nullptr, nullptr, 0,
-        nullptr,         ClassName{}().data(),
+        nullptr,         ClassName{}().data(), class_operations<Class>(),
     };
 };
 

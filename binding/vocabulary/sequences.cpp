@@ -50,6 +50,12 @@ PyObject* keep_container(PyObject* result, Call const& call) noexcept {
     return result;
 }
 
+PyObject* keep_element_part(PyObject* result, Call const& call) noexcept {
+    if (SwigPyObject* const view = SWIG_Python_GetSwigThis(result); view && view->own != 1)
+        containers::watch_inside(view);
+    return keep_container(result, call);
+}
+
 PyObject* keep_owner(PyObject* result, Call const& call) noexcept {
     keep(result, owner_of(call.arguments[0]).get());
     return result;

@@ -2,6 +2,7 @@
 // results that keep their sequence alive, and the exceptions of iterators.
 #pragma once
 
+#include "binding/containers/element_views.h"
 #include "binding/containers/iterator.h"
 #include "binding/containers/sequence_conversion.h"
 #include "binding/vocabulary/conversions.h"
@@ -28,30 +29,71 @@ void release_converted(void* result) {
 template <class Sequence>
 inline constexpr Conversion sequence_argument = {convert_sequence<Sequence>, release_converted<Sequence>};
 
-// The conversion of a wrapped iterator into a native one.
-template <class NativeIterator>
+// The conversion of a wrapped iterator into a native one of the Sequence.
+template <class Sequence>
 int convert_iterator(PyObject* object, void** result) {
     void* pointer = nullptr;
     if (SWIG_Python_ConvertPtrAndOwn(object, &pointer, swig::SwigPyIterator::descriptor()) != SWIG_OK)
         return SWIG_TypeError;
     auto const* iterator =
-        dynamic_cast<swig::SwigPyIterator_T<NativeIterator> const*>(static_cast<swig::SwigPyIterator*>(pointer));
+        dynamic_cast<swig::SwigPyIterator_T<swig::Position<Sequence>> const*>(static_cast<swig::SwigPyIterator*>(pointer));
     if (!iterator)
         return SWIG_TypeError;
-    *result = new NativeIterator(iterator->get_current());
+    *result = new typename Sequence::iterator(iterator->get_current().native());
     return SWIG_NEWOBJ;
 }
-template <class NativeIterator>
-inline constexpr Conversion iterator_argument = {convert_iterator<NativeIterator>, release_converted<NativeIterator>};
+template <class Sequence>
+inline constexpr Conversion iterator_argument = {convert_iterator<Sequence>,
+                                                 release_converted<typename Sequence::iterator>};
 
 // For FINISHED: a result that points into self keeps self's Python object alive.
 PyObject* keep_container(PyObject* result, Call const& call) noexcept;
+
+// For FINISHED: the same for what may point into an element.
+PyObject* keep_element_part(PyObject* result, Call const& call) noexcept;
+
+template <class Vector>
+containers::Storage storage_of(Call const& call) noexcept {
+    auto* const vector = static_cast<Vector*>(call.slots[0].pointer);
+    return {vector, vector->data(), vector->size() * sizeof(typename Vector::value_type)};
+}
+
+// For FINISHED: a view of an element keeps the vector's Python object alive and follows the element.
+template <class Vector>
+PyObject* keep_element(PyObject* result, Call const& call) noexcept {
+    if (SwigPyObject* const view = SWIG_Python_GetSwigThis(result); view && view->own != 1)
+        containers::watch(storage_of<Vector>(call), view);
+    return keep_container(result, call);
+}
+
+// For FINISHED: the views of elements follow what the call has done to the vector.
+template <class Vector>
+PyObject* move_elements(PyObject* result, Call const& call) noexcept {
+    containers::follow(storage_of<Vector>(call));
+    return result;
+}
+
+inline PyObject* swap_elements(PyObject* result, Call const& call) noexcept {
+    containers::exchange(call.slots[0].pointer, call.slots[1].pointer);
+    return result;
+}
+
+inline PyObject* forget_elements(PyObject* result, Call const& call) noexcept {
+    containers::forget(call.slots[0].pointer);
+    return result;
+}
 
 // For FINISHED: a result that is self under another proxy keeps the object that owns it alive.
 PyObject* keep_owner(PyObject* result, Call const& call) noexcept;
 
 // For FINISHED: an iterator keeps its sequence's Python object, the first argument, alive.
 PyObject* hold_sequence(PyObject* result, Call const& call) noexcept;
+
+// For FINISHED: both, for an operation whose result is an iterator.
+template <class Vector>
+PyObject* hold_moved_sequence(PyObject* result, Call const& call) noexcept {
+    return hold_sequence(move_elements<Vector>(result, call), call);
+}
 
 // For GUARDED: swig::stop_iteration is StopIteration; std::invalid_argument is raised as a proxy of its copy.
 void translate_iterator_exception();

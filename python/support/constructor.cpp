@@ -3,6 +3,7 @@
 // proxy class itself, the Python object for an instance of a class derived from it.
 #include "python/support/handle.h"
 #include "python/support/operation.h"
+#include "python/support/shown.h"
 
 #include <structmember.h>
 
@@ -42,6 +43,8 @@ PyObject* make_native(Constructor const* self, PyObject* const* arguments, Py_ss
 PyObject* attach_native(Constructor const* self, PyObject* object, PyObject* native) {
     if (auto* handle = reinterpret_cast<Handle*>(object); self->makes_handles && !handle->pointer) {
         handle->pointer = native;
+        handle->is_called = self->with_director && Py_TYPE(object) != self->owner;
+        hold_constructed(object);
         Py_RETURN_NONE;
     }
     PyObject* const attached[] = {object, native};

@@ -54,11 +54,17 @@ ViewerWindow::ViewerWindow(WindowRequest const& request, osg::Group* scene)
     m_viewer->realize();
 }
 
+// A script may keep the viewer or its camera for longer: nothing in them leads back to here or to the application, and
+// there is no window to draw into.
 ViewerWindow::~ViewerWindow() {
     if (open() && m_window->makeCurrent()) {
         m_fence.finish(*m_window->getState());
         m_window->releaseContext();
     }
+    camera()->setFinalDrawCallback(nullptr);
+    m_viewer->getEventHandlers().clear();
+    m_viewer->setDone(true);
+    m_window->close();
 }
 
 void ViewerWindow::makeCamera(int width, int height) {

@@ -30,6 +30,7 @@ NUMBERS = {
     "long": 1,
     "unsigned long": 1,
     "size_t": 1,
+    "std::size_t": 1,
     "hyx::UInt": 1,
     "hyx::Index": 1,
     "ptrdiff_t": 1,
@@ -103,7 +104,7 @@ class Maker:
             return 1
         if native == "SWIGPY_SLICEOBJECT *":
             return slice(0, 0)
-        if plain in ("std::string", "hyx::String", "char"):
+        if plain in ("std::string", "hyx::String", "hyx::Name", "char"):
             return "x"
         if native == "PyObject *" or "(*)" in native or plain == "hyxOSG::BuildScenePtr":
             return None
