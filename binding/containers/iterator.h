@@ -27,7 +27,8 @@ class Position {
 public:
     using value_type = typename Sequence::value_type;
 
-    Position(Sequence& sequence, std::size_t index) : sequence_(&sequence), index_(static_cast<std::ptrdiff_t>(index)) {}
+    Position(Sequence& sequence, std::size_t index)
+        : sequence_(&sequence), index_(static_cast<std::ptrdiff_t>(index)) {}
 
     // One past the last element, wherever that is.
     static Position live_end(Sequence& sequence) { return Position(sequence, most); }
@@ -152,8 +153,7 @@ private:
     }
 };
 
-template <class OutIter, class Value = typename OutIter::value_type,
-          class FromOper = from_oper<Value>>
+template <class OutIter, class Value = typename OutIter::value_type, class FromOper = from_oper<Value>>
 class SwigPyForwardIteratorOpen_T : public SwigPyIterator_T<OutIter> {
 public:
     using SwigPyIterator_T<OutIter>::SwigPyIterator_T;
@@ -168,8 +168,7 @@ public:
     }
 };
 
-template <class OutIter, class Value = typename OutIter::value_type,
-          class FromOper = from_oper<Value>>
+template <class OutIter, class Value = typename OutIter::value_type, class FromOper = from_oper<Value>>
 class SwigPyIteratorOpen_T : public SwigPyForwardIteratorOpen_T<OutIter, Value, FromOper> {
 public:
     using SwigPyForwardIteratorOpen_T<OutIter, Value, FromOper>::SwigPyForwardIteratorOpen_T;
@@ -182,8 +181,7 @@ public:
     }
 };
 
-template <class OutIter, class Value = typename OutIter::value_type,
-          class FromOper = from_oper<Value>>
+template <class OutIter, class Value = typename OutIter::value_type, class FromOper = from_oper<Value>>
 class SwigPyForwardIteratorClosed_T : public SwigPyIterator_T<OutIter> {
 public:
     SwigPyForwardIteratorClosed_T(OutIter current, OutIter first, OutIter last)
@@ -211,8 +209,7 @@ protected:
     OutIter end;
 };
 
-template <class OutIter, class Value = typename OutIter::value_type,
-          class FromOper = from_oper<Value>>
+template <class OutIter, class Value = typename OutIter::value_type, class FromOper = from_oper<Value>>
 class SwigPyIteratorClosed_T : public SwigPyForwardIteratorClosed_T<OutIter, Value, FromOper> {
 public:
     using SwigPyForwardIteratorClosed_T<OutIter, Value, FromOper>::SwigPyForwardIteratorClosed_T;

@@ -55,7 +55,9 @@ struct SequenceMethods {
 
     static SwigPyIterator* end(Sequence& self) { return make_output_iterator(At(self, self.size())); }
 
-    static SwigPyIterator* rbegin(Sequence& self) { return make_output_iterator(Position<Sequence, true>(self, self.size())); }
+    static SwigPyIterator* rbegin(Sequence& self) {
+        return make_output_iterator(Position<Sequence, true>(self, self.size()));
+    }
 
     static SwigPyIterator* rend(Sequence& self) { return make_output_iterator(Position<Sequence, true>(self, 0)); }
 

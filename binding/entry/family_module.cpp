@@ -37,8 +37,8 @@ PyObject* borrow(void* object, swig_type_info* type) {
     return SwigPyObject_Create(object, type, 0);
 }
 
-vocabulary::RecordTable records = {0, nullptr, vocabulary::call_array, swig_types, borrow,
-                                   &vocabulary::shower, &Swig::shown_by, describe};
+vocabulary::RecordTable records = {
+    0, nullptr, vocabulary::call_array, swig_types, borrow, &vocabulary::shower, &Swig::shown_by, describe};
 
 vocabulary::ModuleDefinition SWIG_module = {
     {PyModuleDef_HEAD_INIT, nullptr, nullptr, -1, nullptr, nullptr, nullptr, nullptr, nullptr},

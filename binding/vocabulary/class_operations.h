@@ -5,8 +5,8 @@
 #include "binding/vocabulary/policies.h"
 #include "binding/vocabulary/record.h"
 
-#include <typeinfo>
 #include <type_traits>
+#include <typeinfo>
 
 namespace vocabulary {
 
@@ -29,7 +29,9 @@ private:
 
     static int count_of(hyx::Referenced* root) { return root->getReferenceCount(); }
 
-    static void change(osg::Referenced* root, bool up) { up ? static_cast<void>(root->ref()) : static_cast<void>(root->unref()); }
+    static void change(osg::Referenced* root, bool up) {
+        up ? static_cast<void>(root->ref()) : static_cast<void>(root->unref());
+    }
 
     static void change(hyx::Referenced* root, bool up) { up ? root->reference() : root->unreference(); }
 };

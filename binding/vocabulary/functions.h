@@ -199,8 +199,21 @@ struct RegisterOf {
     static PyObject* entry(PyObject*, PyObject* cls) { return register_class(cls, type_index<Class>); }
 
     static constexpr Function function = {
-        Name{}().data(), Role::swigregister,   METH_O, entry, nullptr, 0, 1, false, false, nullptr, nullptr, 0,
-        nullptr,         ClassName{}().data(), class_operations<Class>(),
+        Name{}().data(),
+        Role::swigregister,
+        METH_O,
+        entry,
+        nullptr,
+        0,
+        1,
+        false,
+        false,
+        nullptr,
+        nullptr,
+        0,
+        nullptr,
+        ClassName{}().data(),
+        class_operations<Class>(),
     };
 };
 

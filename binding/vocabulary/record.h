@@ -119,10 +119,10 @@ struct Shower {
 struct Family {
     bool of_scene_graph;
     void (*take)(void* root);
-    void (*drop)(void* root);                   // the last reference ends the object
-    int (*count)(void* root);                   // of references
-    void* (*whole)(void* root);                 // the address of the complete object
-    std::type_info const& (*type)(void* root);  // of the complete object
+    void (*drop)(void* root);                  // the last reference ends the object
+    int (*count)(void* root);                  // of references
+    void* (*whole)(void* root);                // the address of the complete object
+    std::type_info const& (*type)(void* root); // of the complete object
 };
 
 // A class whose objects count references.
@@ -147,8 +147,8 @@ struct Function {
     Form const* direct;   // the only form, where it makes no temporaries and nothing but the count is to be checked
     Trial const* trials;  // NULL for functions with one fixed form
     std::size_t trial_count;
-    char const* failure;    // the complete message when no form fits; NULL without trials
-    char const* class_name; // of swigregister rows
+    char const* failure;                         // the complete message when no form fits; NULL without trials
+    char const* class_name;                      // of swigregister rows
     ClassOperations const* operations = nullptr; // of swigregister rows of classes that count references
 
     bool dispatches() const noexcept { return trials != nullptr; }

@@ -110,8 +110,7 @@ PyObject* from_result(R result, PyObject* const* arguments) {
     else if constexpr (How == Hold::shared) {
         PyObject* const shown = show(result, descriptor<std::remove_cv_t<std::remove_pointer_t<Plain>>>(), arguments);
         return shown ? shown : to_shared(result);
-    }
-    else if constexpr (std::is_pointer_v<Plain>) {
+    } else if constexpr (std::is_pointer_v<Plain>) {
         if constexpr (std::is_function_v<std::remove_pointer_t<Plain>>)
             return SWIG_Python_NewPointerObj(reinterpret_cast<void*>(result),
                                              descriptor<std::remove_pointer_t<Plain>>(), how);

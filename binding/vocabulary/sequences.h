@@ -35,8 +35,8 @@ int convert_iterator(PyObject* object, void** result) {
     void* pointer = nullptr;
     if (SWIG_Python_ConvertPtrAndOwn(object, &pointer, swig::SwigPyIterator::descriptor()) != SWIG_OK)
         return SWIG_TypeError;
-    auto const* iterator =
-        dynamic_cast<swig::SwigPyIterator_T<swig::Position<Sequence>> const*>(static_cast<swig::SwigPyIterator*>(pointer));
+    auto const* iterator = dynamic_cast<swig::SwigPyIterator_T<swig::Position<Sequence>> const*>(
+        static_cast<swig::SwigPyIterator*>(pointer));
     if (!iterator)
         return SWIG_TypeError;
     *result = new typename Sequence::iterator(iterator->get_current().native());

@@ -31,7 +31,10 @@ void dealloc(PyObject* object) {
     auto* self = reinterpret_cast<Handle*>(object);
     if (self->weak_references)
         PyObject_ClearWeakRefs(object);
-    empty(self);
+    if (self->held)
+        empty(self);
+    Py_XDECREF(self->pointer);
+    Py_XDECREF(self->container);
     Py_TYPE(object)->tp_free(object);
 }
 

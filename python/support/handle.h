@@ -12,8 +12,9 @@ struct Handle {
     PyObject* container;             // "__swig_container"; usually null
     PyObject* weak_references;
     vocabulary::Family const* family;
-    void* held;         // the root of the native object, which this holds a reference to; null for none
+    void* held;         // the root of the native object that this keeps alive; null for none
     void* shown;        // its address; set with `held`
+    bool has_reference; // a reference of its own; else the pointer object's is enough, as long as that owns
     bool is_called;     // by native code: a script's class with a director
     Handle* next_shown; // in the table of the objects that Python sees
 };

@@ -49,8 +49,8 @@ void sweep() {
 // Whether anybody but the proxy holds the native object.
 bool is_held_elsewhere(Handle const* handle) {
     auto const* pointer = reinterpret_cast<SwigPyObject const*>(handle->pointer);
-    int const own = pointer && pointer->own == 1 ? 2 : 1;
-    return handle->family->count(handle->held) > own;
+    int const own = (pointer && pointer->own == 1) + handle->has_reference;
+    return own > 0 && handle->family->count(handle->held) > own;
 }
 
 } // namespace

@@ -55,10 +55,12 @@ namespace {
 
 // Values, numbers and texts are nobody else's.
 bool may_show(Function const& function) {
-    return std::any_of(function.forms, function.forms + function.form_count, [](vocabulary::Form const& form) {
-        std::string_view const type = form.result;
-        return type.ends_with('*') || type.ends_with('&');
-    }) && function.role != vocabulary::Role::constructor;
+    return std::any_of(function.forms, function.forms + function.form_count,
+                       [](vocabulary::Form const& form) {
+                           std::string_view const type = form.result;
+                           return type.ends_with('*') || type.ends_with('&');
+                       }) &&
+           function.role != vocabulary::Role::constructor;
 }
 
 } // namespace
@@ -83,7 +85,8 @@ bool find_row(PyObject* flat, Row& row) {
     row.flat = Py_NewRef(flat);
     row.shows = may_show(*row.function);
     row.shower = definition->records->shower;
-    row.has_self = row.function->form_count > 0 && row.function->forms[0].class_name && !row.function->forms[0].is_static;
+    row.has_self =
+        row.function->form_count > 0 && row.function->forms[0].class_name && !row.function->forms[0].is_static;
     learn_classes(*definition->records);
     return true;
 }

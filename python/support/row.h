@@ -28,8 +28,8 @@ struct Row {
     Py_ssize_t exact_count; // the only count the row takes directly; -1: the row checks its counts itself
     bool shows;             // may give objects that are somebody else's, too
     vocabulary::Shower* shower;
-    bool has_self;          // the first argument is the object that the row is called on
-    PyObject* flat;         // owned
+    bool has_self;  // the first argument is the object that the row is called on
+    PyObject* flat; // owned
 
     // `arguments` are borrowed; the result is a new reference, or null with the error set.
     PyObject* call(PyObject* const* arguments, Py_ssize_t count) const {

@@ -51,12 +51,22 @@ SharedClass const* find_exact_class(vocabulary::Family const& family, void* root
     return exact;
 }
 
+bool owns(Handle const* handle) {
+    auto const* pointer = reinterpret_cast<SwigPyObject const*>(handle->pointer);
+    return pointer && pointer->own == 1;
+}
+
+// Not one that ends, nor one from which its native object was taken.
+bool keeps(Handle const* handle) {
+    return Py_REFCNT(handle) > 0 && (handle->has_reference || owns(handle));
+}
+
 // The proxies by the addresses of their complete native objects, chained through the proxies themselves.
 class ShownTable {
 public:
     Handle* find(void* whole) const {
         for (Handle* handle = buckets_[place(whole)]; handle; handle = handle->next_shown)
-            if (handle->shown == whole && Py_REFCNT(handle) > 0) // one that ends no longer counts
+            if (handle->shown == whole && keeps(handle))
                 return handle;
         return nullptr;
     }
@@ -104,7 +114,9 @@ ShownTable& shown_table() {
 }
 
 void hold(Handle* handle, vocabulary::Family const& family, void* root, void* whole) {
-    family.take(root);
+    handle->has_reference = !owns(handle) || family.count(root) == 0;
+    if (handle->has_reference)
+        family.take(root);
     handle->family = &family;
     handle->held = root;
     handle->shown = whole;
@@ -209,14 +221,15 @@ PyObject* show(PyObject* result, PyObject* owner) {
     return shown;
 }
 
-void hold_constructed(PyObject* object) {
-    auto* handle = reinterpret_cast<Handle*>(object);
+void hold_constructed(Handle* handle, ConstructedClass& known) {
     auto const* pointer = reinterpret_cast<SwigPyObject const*>(handle->pointer);
-    SharedClass const* shared = find_class(pointer->ty);
-    if (!shared || handle->held)
+    if (known.type != pointer->ty)
+        known = {pointer->ty, find_class(pointer->ty)};
+    if (!known.shared || handle->held)
         return;
-    void* const root = shared->operations->to_root(pointer->ptr);
-    hold(handle, *shared->operations->family, root, shared->operations->family->whole(root));
+    vocabulary::Family const& family = *known.shared->operations->family;
+    void* const root = known.shared->operations->to_root(pointer->ptr);
+    hold(handle, family, root, family.whole(root));
 }
 
 void empty(Handle* handle) {
@@ -224,10 +237,13 @@ void empty(Handle* handle) {
     PyObject* const container = std::exchange(handle->container, nullptr);
     if (handle->held) {
         shown_table().remove(handle);
-        PyObject *type, *value, *trace;
-        PyErr_Fetch(&type, &value, &trace); // what ends with the native object may run Python code
-        handle->family->drop(std::exchange(handle->held, nullptr));
-        PyErr_Restore(type, value, trace);
+        void* const root = std::exchange(handle->held, nullptr);
+        if (handle->has_reference) {
+            PyObject *type, *value, *trace;
+            PyErr_Fetch(&type, &value, &trace); // what ends with the native object may run Python code
+            handle->family->drop(root);
+            PyErr_Restore(type, value, trace);
+        }
     }
     Py_XDECREF(pointer);
     Py_XDECREF(container);

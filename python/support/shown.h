@@ -24,10 +24,16 @@ void learn_classes(vocabulary::RecordTable const& records);
 // object that the row was called on, or null.
 PyObject* show(PyObject* result, PyObject* owner);
 
-// For an object that its constructor has just given its native object.
-void hold_constructed(PyObject* object);
+// Whose constructor it is: `shared` is null for a class that does not count.
+struct ConstructedClass {
+    swig_type_info* type;
+    SharedClass const* shared;
+};
 
-// Drops what a proxy holds.
+// For a proxy that its constructor has just given its native object. `known` is of the calls before, at first empty.
+void hold_constructed(Handle* handle, ConstructedClass& known);
+
+// Drops what a proxy holds, and "this" with it.
 void empty(Handle* handle);
 
 // Drops the constructor's reference to the object of a pointer object.
