@@ -61,6 +61,10 @@ swig_type_info* DirectorType::find() {
 }
 
 runtime::Reference to_python(void* object, DirectorType& type) {
+    // Making the proxy runs Python code, which must not find the error that an earlier call has left.
+    std::optional<runtime::SavedError> earlier;
+    if (PyErr_Occurred())
+        earlier.emplace();
     PyObject* proxy = SWIG_Python_NewPointerObj(object, type.find(), PointerResult::borrowed_proxied);
     return runtime::Reference::take(proxy && shown_by ? shown_by(proxy) : proxy);
 }

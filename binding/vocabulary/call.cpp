@@ -8,6 +8,7 @@
 #include "binding/runtime/type_chain.h"
 #include "binding/runtime/values.h"
 #include "binding/vocabulary/conversions.h"
+#include "platform/hyxPython/native_work.h"
 
 #include <algorithm>
 #include <climits>
@@ -190,6 +191,8 @@ inline bool convert_at_once(Parameter const& parameter, PyObject* object, Slot& 
 // Makes the native call with converted arguments.
 inline PyObject* invoke(Form const& form, Slot const* slots, PyObject* const* arguments, std::size_t count) {
     PyObject* result = nullptr;
+    if (hyxPython::nativeWorkRuns.load(std::memory_order_relaxed)) [[unlikely]]
+        hyxPython::waitForNativeWork();
     try {
         result = form.thunk(Call{slots, arguments, count});
     } catch (...) {

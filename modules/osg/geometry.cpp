@@ -37,8 +37,20 @@ osg::ref_ptr<Array> array_of(PyObject* rows) {
     return array;
 }
 
+// One more than the highest place that the elements name.
+unsigned int vertices_named(osg::Geometry const& self) {
+    unsigned int most = 0;
+    for (auto const& elements : self.getPrimitiveSetList())
+        for (unsigned int i = 0; i < elements->getNumIndices(); ++i)
+            most = std::max(most, elements->index(i) + 1);
+    return most;
+}
+
 void set_vertices(osg::Geometry& self, PyObject* rows) {
-    self.setVertexArray(array_of<osg::Vec3Array>(rows));
+    osg::ref_ptr<osg::Vec3Array> const vertices = array_of<osg::Vec3Array>(rows);
+    if (unsigned int const named = vertices_named(self); named > vertices->size())
+        throw std::invalid_argument("the elements name " + std::to_string(named) + " vertices: give as many");
+    self.setVertexArray(vertices);
     self.dirtyBound();
 }
 

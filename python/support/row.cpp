@@ -4,6 +4,7 @@
 #include "python/support/shown.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <string_view>
 
 namespace proxy {
@@ -27,6 +28,13 @@ void speak_of_files() {
     PyErr_Fetch(&type, &value, &traceback);
     PyErr_NormalizeException(&type, &value, &traceback);
     PyObject* number = attribute(value, "errno");
+    if (number && PyLong_Check(number) && PyLong_AsLong(number) == ENOMEM) {
+        Py_DECREF(number);
+        PyErr_Restore(type, value, traceback);
+        PyErr_Clear();
+        PyErr_NoMemory();
+        return;
+    }
     PyObject* reason = number ? attribute(value, "strerror") : nullptr;
     PyObject* path = reason ? attribute(value, "filename") : nullptr;
     if (PyObject* error = path ? PyObject_CallFunctionObjArgs(PyExc_OSError, number, reason, path, nullptr) : nullptr) {
