@@ -15,6 +15,7 @@ struct Watched {
     std::byte* data = nullptr;
     std::size_t bytes = 0;
     std::vector<runtime::Reference> views;
+    std::vector<SwigPyObject*> keeping; // views that keep the vector's object alive: held, they would never end
     std::size_t most_before_pruning = 16;
 };
 
@@ -27,7 +28,17 @@ SwigPyObject* handle_of(runtime::Reference const& view) {
     return reinterpret_cast<SwigPyObject*>(view.get());
 }
 
+void forget_view(SwigPyObject* view) {
+    for (auto& [vector, watched] : watched_vectors())
+        std::erase(watched.keeping, view);
+}
+
 void add(Watched& watched, SwigPyObject* view) {
+    if (runtime::is_view(view)) {
+        runtime::view_ended = forget_view;
+        watched.keeping.push_back(view);
+        return;
+    }
     if (watched.views.size() >= watched.most_before_pruning) {
         std::erase_if(watched.views, [](runtime::Reference const& other) { return Py_REFCNT(other.get()) == 1; });
         watched.most_before_pruning = 2 * watched.views.size() + 16;
@@ -36,13 +47,16 @@ void add(Watched& watched, SwigPyObject* view) {
 }
 
 void move_views(Watched& watched, std::byte* data, std::size_t bytes) {
-    for (auto const& view : watched.views) {
-        void*& pointer = handle_of(view)->ptr;
+    auto const move = [&](void*& pointer) {
         if (!pointer)
-            continue;
+            return;
         std::size_t const place = static_cast<std::size_t>(static_cast<std::byte*>(pointer) - watched.data);
         pointer = place < bytes ? data + place : nullptr;
-    }
+    };
+    for (auto const& view : watched.views)
+        move(handle_of(view)->ptr);
+    for (SwigPyObject* const view : watched.keeping)
+        move(view->ptr);
     watched.data = data;
     watched.bytes = bytes;
 }

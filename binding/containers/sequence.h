@@ -45,7 +45,9 @@ struct SequenceMethods {
 
     static size_type length(Sequence const& self) { return self.size(); }
 
-    static typename Sequence::allocator_type get_allocator(Sequence const& self) { return self.get_allocator(); }
+    using allocator_type = typename Sequence::allocator_type;
+
+    static allocator_type get_allocator(Sequence const& self) { return self.get_allocator(); }
 
     static SwigPyIterator* iterate(Sequence& self) {
         return make_output_iterator(At(self, 0), At(self, 0), At::live_end(self));

@@ -8,6 +8,7 @@
 #include "binding/vocabulary/results.h"
 #include "binding/vocabulary/signatures.h"
 
+#include <stdexcept>
 #include <tuple>
 #include <utility>
 
@@ -205,6 +206,9 @@ struct NewDirectorForm : FormBase<void> {
     template <Hold>
     static PyObject* invoke(Call const& call) {
         PyObject* self = call.slots[0].object;
+        if (self != Py_None && !PyType_SUPPORTS_WEAKREFS(Py_TYPE(self)))
+            return PyErr_Format(PyExc_TypeError, "cannot forward to a '%s' object: it cannot be weakly referenced",
+                                Py_TYPE(self)->tp_name);
         Class* object = Given::apply(call.slots + 1, call.count - 1, [self](auto&&... a) -> Class* {
             if (self == Py_None)
                 return new Class(std::forward<decltype(a)>(a)...);
@@ -228,8 +232,13 @@ struct DeleteForm : FormBase<void> {
 
     template <Hold>
     static PyObject* invoke(Call const& call) {
-        if (auto* object = static_cast<Class*>(call.slots[0].pointer))
+        if (auto* object = static_cast<Class*>(call.slots[0].pointer)) {
+            if (runtime::holds_lent(call.arguments[0]))
+                throw std::invalid_argument("the object lies inside of another one and cannot be deleted");
+            if (ends_when_dropped(object))
+                runtime::forget_deleted(call.arguments[0], object, descriptor<Class>());
             ReferencePolicy<Class>::drop(object);
+        }
         Py_RETURN_NONE;
     }
 };
@@ -266,7 +275,11 @@ struct GetForm : FormBase<void> {
 
     template <Hold>
     static PyObject* invoke(Call const& call) {
-        return from_result<Result, Hold::borrowed>(static_cast<Class*>(call.slots[0].pointer)->*Member, call.arguments);
+        PyObject* result =
+            from_result<Result, Hold::borrowed>(static_cast<Class*>(call.slots[0].pointer)->*Member, call.arguments);
+        if constexpr (Borrowed)
+            lend_result(result);
+        return result;
     }
 };
 

@@ -28,10 +28,7 @@ class FormOf {
     template <class... P>
     static constexpr std::array<Parameter, count + 1> make_parameters(Types<P...>) {
         [[maybe_unused]] char const* message = Text::text.data();
-        std::array<Parameter, count + 1> list{make_parameter<P, F::disowns>(message)..., Parameter{}};
-        if (F::has_self && !F::disowns)
-            list[0].reference = F::role != Role::disown; // a method cannot run without an object
-        return list;
+        return {make_parameter<P, F::disowns>(message)..., Parameter{}};
     }
 
     template <class... P>
@@ -49,6 +46,7 @@ public:
         F::required,
         F::may_call_back,
         makes_temporaries(Parameters{}),
+        F::has_self && !F::disowns && F::role != Role::disown,
         thunk,
         F::template translate<Name>,
         F::Text::class_name.empty() ? nullptr : F::Text::class_name.data(),

@@ -76,6 +76,7 @@ struct Form {
     std::uint8_t minimum;   // without those that have defaults
     bool may_call_back;     // the native call can run Python code, which can leave an error pending
     bool makes_temporaries; // some argument's conversion can make an object that is released after the call
+    bool needs_self;        // a null self is refused once all arguments have converted
     PyObject* (*thunk)(Call const& call); // makes the native call; may throw
     void (*translate)();                  // called in a handler: turns the native exception into a Python one
     // For descriptions:

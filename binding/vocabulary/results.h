@@ -82,6 +82,12 @@ PyObject* to_shared(T* object) {
     return from_pointer(object, PointerResult::owned_proxied);
 }
 
+// Marks a result that lies inside of another native object.
+inline void lend_result(PyObject* result) noexcept {
+    if (SwigPyObject* handle = result ? SWIG_Python_GetSwigThis(result) : nullptr)
+        runtime::lend(reinterpret_cast<PyObject*>(handle));
+}
+
 // Who keeps the native object behind a pointer or reference result alive.
 enum class Hold {
     borrowed, // somebody else
@@ -118,9 +124,14 @@ PyObject* from_result(R result, PyObject* const* arguments) {
             return from_borrowed(result, how, arguments);
     } else if constexpr (std::is_arithmetic_v<Plain> || std::is_enum_v<Plain>)
         return from_scalar(static_cast<Plain>(result));
-    else if constexpr (std::is_lvalue_reference_v<R> && !is_text_class<R>)
-        return from_borrowed(&result, how, arguments);
-    else
+    else if constexpr (std::is_lvalue_reference_v<R> && !is_text_class<R>) {
+        PyObject* object = from_borrowed(&result, how, arguments);
+        // A value behind a reference is some object's member; what counts references may be anyone's.
+        if constexpr (How == Hold::borrowed && !std::is_base_of_v<osg::Referenced, Plain> &&
+                      !std::is_base_of_v<hyx::Referenced, Plain>)
+            lend_result(object);
+        return object;
+    } else
         return from_object(std::forward<R>(result));
 }
 

@@ -6,6 +6,7 @@
 #include "binding/containers/iterator.h"
 #include "binding/containers/sequence_conversion.h"
 #include "binding/vocabulary/conversions.h"
+#include "binding/vocabulary/native_types.h"
 #include "binding/vocabulary/record.h"
 
 #include <new>
@@ -46,6 +47,13 @@ template <class Sequence>
 inline constexpr Conversion iterator_argument = {convert_iterator<Sequence>,
                                                  release_converted<typename Sequence::iterator>};
 
+// For FINISHED: owned objects of a class that no proxy class stands for are deleted all the same.
+template <class Object>
+PyObject* destroy_unregistered(PyObject* result, Call const&) {
+    runtime::set_destroyer(descriptor<Object>(), release_converted<Object>);
+    return result;
+}
+
 // For FINISHED: a result that points into self keeps self's Python object alive.
 PyObject* keep_container(PyObject* result, Call const& call) noexcept;
 
@@ -61,9 +69,11 @@ containers::Storage storage_of(Call const& call) noexcept {
 // For FINISHED: a view of an element keeps the vector's Python object alive and follows the element.
 template <class Vector>
 PyObject* keep_element(PyObject* result, Call const& call) noexcept {
-    if (SwigPyObject* const view = SWIG_Python_GetSwigThis(result); view && view->own != 1)
+    PyObject* const kept = keep_container(result, call);
+    SwigPyObject* const view = kept ? SWIG_Python_GetSwigThis(kept) : nullptr;
+    if (view && view->own != 1)
         containers::watch(storage_of<Vector>(call), view);
-    return keep_container(result, call);
+    return kept;
 }
 
 // For FINISHED: the views of elements follow what the call has done to the vector.
@@ -95,7 +105,8 @@ PyObject* hold_moved_sequence(PyObject* result, Call const& call) noexcept {
     return hold_sequence(move_elements<Vector>(result, call), call);
 }
 
-// For GUARDED: swig::stop_iteration is StopIteration; std::invalid_argument is raised as a proxy of its copy.
+// For GUARDED: swig::stop_iteration is StopIteration; std::invalid_argument is raised as the Python class registered
+// for it, or RuntimeError, with its text and around a copy of it.
 void translate_iterator_exception();
 
 } // namespace vocabulary

@@ -12,7 +12,7 @@ namespace {
 
 // How objects reach scripts that the library runs: as borrowed proxies of the types that are known by name.
 swig_type_info* find_type(char const* type) {
-    return SWIG_Python_TypeQuery((std::string(type) + " *").c_str());
+    return runtime::known_type((std::string(type) + " *").c_str());
 }
 
 PyObject* to_script(void* object, char const* type) {

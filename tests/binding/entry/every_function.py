@@ -64,6 +64,7 @@ class Maker:
         self.kept = []
         self.making = set()
         self.made = {}
+        self.asked = {}  # what belongs to the application's present window
         self.constructors = {}
         for module, functions in DESCRIBED.items():
             for function in functions:
@@ -86,12 +87,16 @@ class Maker:
             {
                 "hyxOSG::ExampleApplication": app,
                 "hyxSDK::Simulation": simulation,
-                "osg::Camera": app.getCamera(),
-                "osgViewer::Viewer": app.getViewer(),
-                "hyxOSG::SceneDecorator": app.getSceneDecorator(),
-                "hyxOSG::PickHandler": app.getPickHandler(),
-                "hyxOSG::ImageCapture": app.getImageCapture(),
                 "hyxSDK::Assembly": hyxSDK.Assembly(),
+            }
+        )
+        self.asked.update(
+            {
+                "osg::Camera": app.getCamera,
+                "osgViewer::Viewer": app.getViewer,
+                "hyxOSG::SceneDecorator": app.getSceneDecorator,
+                "hyxOSG::PickHandler": app.getPickHandler,
+                "hyxOSG::ImageCapture": app.getImageCapture,
             }
         )
 
@@ -153,6 +158,8 @@ class Maker:
         }
 
     def instance(self, class_name):
+        if class_name in self.asked:
+            return self.asked[class_name]()
         if class_name in self.made:
             return self.made[class_name]
         if class_name not in self.constructors or class_name in self.making:
