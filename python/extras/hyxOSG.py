@@ -13,9 +13,9 @@ _DEPTH_COMPONENT, _RGB = 0x1902, 0x1907  # pixel formats of OpenGL
 
 class ExampleApplication:
     def close(self) -> None:
-        """Finishes captures and journal and lets go of everything: window, context and memory end, unless something else
-        still holds the application. It cannot be used any more then; closing it again does nothing. A script that opens
-        one application after another closes each, or uses `with`.
+        """Finishes captures and journal and lets go of everything: window, context and memory end, unless something
+        else still holds the application. It cannot be used any more then; closing it again does nothing. A script
+        that opens one application after another closes each, or uses `with`.
         """
         import _hyx_proxy
 

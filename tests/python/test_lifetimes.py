@@ -1,4 +1,4 @@
-"""Proxies keep what they show alive, are the same for the same object, and let go of it: each program in a process of its own."""
+"""Proxies keep what they show alive, are the same for the same object, and let go of it; each in a fresh process."""
 
 import textwrap
 

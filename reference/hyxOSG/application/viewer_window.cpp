@@ -71,11 +71,10 @@ ViewerWindow::~ViewerWindow() {
     camera()->setFinalDrawCallback(nullptr);
     m_viewer->getEventHandlers().clear();
     m_viewer->setDone(true);
-    unsigned int const context = m_window->getState()->getContextID();
     m_window->close();
     // Whatever is not in the scene now, shared shaders and nodes that a script holds, remembers what it had in this
-    // context by its number: no later window may get that.
-    osg::GraphicsContext::incrementContextIDUsageCount(context);
+    // context by its number. That is free now; taking it for good keeps it from later windows.
+    osg::GraphicsContext::createNewContextID();
 }
 
 void ViewerWindow::makeCamera(int width, int height) {
