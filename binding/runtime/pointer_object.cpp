@@ -59,10 +59,13 @@ PyObject* disown(PyObject* self, PyObject*) noexcept {
     Py_RETURN_NONE;
 }
 
+// A value that no module leaves in this place by chance, since siblings outside of this project leave it undefined.
+constexpr std::int32_t lent_mark = 0x4c454e54;
+
 bool refuse_owning(SwigPyObject const* object) noexcept {
-    if (object->lent == 1)
+    if (object->lent == lent_mark)
         PyErr_SetString(PyExc_ValueError, "the object lies inside of another one and cannot be owned");
-    return object->lent == 1;
+    return object->lent == lent_mark;
 }
 
 PyObject* acquire(PyObject* self, PyObject*) noexcept {
@@ -276,11 +279,11 @@ bool is_of_this_module(PyObject* pointer_object) noexcept {
 
 void runtime::lend(PyObject* pointer_object) noexcept {
     if (is_of_this_module(pointer_object))
-        as_pointer_object(pointer_object)->lent = 1;
+        as_pointer_object(pointer_object)->lent = lent_mark;
 }
 
 bool runtime::is_lent(PyObject* pointer_object) noexcept {
-    return is_of_this_module(pointer_object) && as_pointer_object(pointer_object)->lent == 1;
+    return as_pointer_object(pointer_object)->lent == lent_mark;
 }
 
 PyTypeObject* SwigPyObject_type() noexcept {
@@ -307,7 +310,7 @@ PyObject* SwigPyObject_CreateView(void* ptr, swig_type_info* ty, PyObject* conta
     if (!view)
         return nullptr;
     fill(&view->object, ptr, ty, 0);
-    view->object.lent = 1;
+    view->object.lent = lent_mark;
     view->container = Py_XNewRef(container);
     return reinterpret_cast<PyObject*>(view);
 }

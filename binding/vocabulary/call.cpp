@@ -25,7 +25,6 @@ public:
     explicit Slots(Form const& form) noexcept : form_(form) {}
 
     Slots(Slots const&) = delete;
-    Slots& operator=(Slots const&) = delete;
 
     ~Slots() {
         for (std::size_t i = 0; made_ != 0; ++i, made_ >>= 1)
@@ -389,8 +388,7 @@ PyObject* call_one_argument(Function const& function, PyObject* argument) {
 }
 
 PyObject* call_tuple(Function const& function, PyObject* arguments) {
-    PyObject* const* items = reinterpret_cast<PyTupleObject*>(arguments)->ob_item;
-    return call_counted(function, items, std::size_t(PyTuple_GET_SIZE(arguments)));
+    return call_counted(function, PySequence_Fast_ITEMS(arguments), std::size_t(PyTuple_GET_SIZE(arguments)));
 }
 
 PyObject* call_array(Function const* function, PyObject* const* arguments, Py_ssize_t count) {
