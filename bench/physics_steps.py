@@ -6,6 +6,7 @@
 Exits with 1 when a figure is above its limit on an idle 2-core machine.
 """
 
+import math
 import sys
 
 import hyx
@@ -47,6 +48,28 @@ def chain(count):
     return sim
 
 
+def arm():
+    """Seven links of two capsules, held by motors."""
+    sim = hyxSDK.Simulation()
+    last = None
+    for i in range(7):
+        link = hyx.RigidBody()
+        for z in (0.0, 0.15):
+            upright = hyx.Quat(math.pi / 2, hyx.Vec3(1, 0, 0))
+            place = hyx.AffineMatrix4x4(upright, hyx.Vec3(0, 0, z))
+            link.add(hyxCollide.Geometry(hyxCollide.Capsule(0.05, 0.1)), place)
+        link.setPosition(hyx.Vec3(0, 0, 0.3 * i + 0.15))
+        hinge = hyx.Hinge(hyx.Vec3(0, 0, 0.3 * i), hyx.Vec3(0, i % 2, 1 - i % 2), link, last)
+        hinge.getMotor1D().setEnable(True)
+        for one in last.getGeometries() if last else []:
+            for other in link.getGeometries():
+                one.setEnableCollisions(other, False)
+        sim.add(link)
+        sim.add(hinge)
+        last = link
+    return sim
+
+
 def cast_rays(space):
     up, down = hyx.Vec3(0, 0, 5), hyx.Vec3(0, 0, -5)
     for i in range(100):
@@ -61,6 +84,7 @@ def main():
         ("step of 200 mixed bodies", best(heap.step, 50) / 1e3, 3.0),
         ("poses of 200 bodies", best(heap.getPoses, 50) / 1e3, 0.1),
         ("100 rays into them", best(lambda: cast_rays(heap.getSpace()), 5) / 1e3, 1.5),
+        ("step of an arm of 7 links", best(arm().step, 200) / 1e3, 0.05),
         ("step of 200 ball joints", best(chain(200).step, 20) / 1e3, 1.5),
     ]
     for name, milliseconds, limit in figures:

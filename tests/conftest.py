@@ -15,10 +15,15 @@ import hyxOSG
 from application_stage import read_picture
 
 
+# Held to the end of the process, as scripts at a module's level hold theirs.
+APPLICATIONS = []
+
+
 @pytest.fixture
 def app():
-    """An application with a simulation of its own. It lives as long as the process, so tests look only at their own."""
+    """An application with a simulation of its own. It lives to the end of the process, so tests look only at their own."""
     made = hyxOSG.ExampleApplication()
+    APPLICATIONS.append(made)
     made.init(None)
     made.initSimulation()
     yield made

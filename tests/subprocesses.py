@@ -10,9 +10,11 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 BUILD = pathlib.Path(os.environ.get("HYX_BUILD", ROOT / "build"))
 
 
-def run_python(*arguments: str, on_display: bool = False, **environment: str) -> subprocess.CompletedProcess:
+def run_python(
+    *arguments: str, on_display: bool = False, extra_path: str = "", **environment: str
+) -> subprocess.CompletedProcess:
     """Runs code, when it is the only argument, or a program with arguments; `on_display` on a display of its own."""
-    path = os.pathsep.join(str(BUILD / folder) for folder in ("test_modules", "python"))
+    path = os.pathsep.join([str(BUILD / "test_modules"), str(BUILD / "python"), *extra_path.split()])
     variables = {**os.environ, "PYTHONPATH": path, **environment}
     command = [sys.executable, *(("-c", *arguments) if len(arguments) == 1 else arguments)]
     if on_display:

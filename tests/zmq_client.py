@@ -12,7 +12,7 @@ REQUEST, LINGER, TIMEOUT = 3, 17, 27
 
 class Client:
     def __init__(self, port, token):
-        self.token = token
+        self.token, self.port = token, port
         self.socket = ctypes.c_void_p(ZMQ.zmq_socket(ctypes.c_void_p(ZMQ.zmq_ctx_new()), REQUEST))
         for option, value in ((LINGER, 0), (TIMEOUT, 20000)):
             ZMQ.zmq_setsockopt(self.socket, option, ctypes.byref(ctypes.c_int(value)), 4)
@@ -20,6 +20,11 @@ class Client:
 
     def send(self, text):
         ZMQ.zmq_send(self.socket, text, len(text), 0)
+
+    def send_parts(self, parts):
+        more = 2
+        for place, part in enumerate(parts, 1):
+            ZMQ.zmq_send(self.socket, part, len(part), more if place < len(parts) else 0)
 
     def receive(self):
         buffer = ctypes.create_string_buffer(65536)

@@ -69,7 +69,19 @@ def resolve(rows: list[Row], description: Description) -> None:
         by_mangled[row.mangled] = family[row.native] = row
     for row in rows:
         family = families[_family(row)]
-        row.ancestors = [family[name] for name in description.lineage(row.native)[1:] if name in family]
+        row.ancestors = [family[name] for name in _bases(row.native, description) if name in family]
+
+
+def is_function(native: str) -> bool:
+    return native.endswith(")")
+
+
+def _bases(native: str, description: Description) -> list[str]:
+    """What a type converts to: a class to its bases, a function to those of its parameters that return a base."""
+    if not is_function(native):
+        return description.lineage(native)[1:]
+    result, _, parameters = native.partition("*(")
+    return [f"{base}*({parameters}" for base in description.lineage(result)[1:]]
 
 
 def _family(row: Row) -> str:
@@ -109,12 +121,17 @@ def cast_name(source: Row, target: Row) -> str:
     return f"{source.mangled}To{target.mangled}"
 
 
+def _cast_text(row: Row, base: Row) -> str:
+    return "x" if is_function(row.native) else f"upcast<{row.native}, {base.native}>(x)"
+
+
 def casts_text(rows: list[Row]) -> str:
     plain = [(row, base) for row in rows if not row.shared for base in row.ancestors]
-    includes = "\n".join(f"#include {header}" for header in sorted({row.header for row, _ in plain}))
+    includes = "\n".join(
+        f"#include {header}" for header in sorted({row.header for row, _ in plain if not is_function(row.native)})
+    )
     body = "\n".join(
-        f"void *{cast_name(row, base)}(void *x, int *) {{ return upcast<{row.native}, {base.native}>(x); }}"
-        for row, base in plain
+        f"void *{cast_name(row, base)}(void *x, int *) {{ return {_cast_text(row, base)}; }}" for row, base in plain
     )
     return f"""// Made from the type catalogue: how a pointer to a derived object becomes one to its base.
 {includes}

@@ -26,7 +26,7 @@ struct traits<std::vector<std::string>> {
 // The descriptor of pointers to Type; looked up once.
 template <class Type>
 swig_type_info* type_info() {
-    static swig_type_info* const info = SWIG_Python_TypeQuery((std::string(traits<Type>::type_name) + " *").c_str());
+    static swig_type_info* const info = runtime::required_type((std::string(traits<Type>::type_name) + " *").c_str());
     return info;
 }
 

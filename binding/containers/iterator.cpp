@@ -52,7 +52,7 @@ SwigPyIterator* SwigPyIterator::operator-(std::ptrdiff_t n) const {
 }
 
 swig_type_info* SwigPyIterator::descriptor() {
-    static swig_type_info* const info = SWIG_Python_TypeQuery("swig::SwigPyIterator *");
+    static swig_type_info* const info = runtime::required_type("swig::SwigPyIterator *");
     return info;
 }
 

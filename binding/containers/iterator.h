@@ -1,7 +1,8 @@
 // Python's view of a position in a native sequence.
 //
-// Life: an iterator keeps its sequence's Python object alive, but does not notice that the sequence's storage has
-// moved. A closed iterator knows both ends of the sequence; an open one, as `begin` and `end` make it, does not.
+// Life: an iterator keeps its sequence's Python object alive, and counts positions in the sequence as it is, so that it
+// follows storage that moves. A closed iterator stops at both ends of the sequence; an open one, as `begin` and `end`
+// make it, may leave it, and has no value there.
 // Failure: running past an end throws stop_iteration, operands that do not fit std::invalid_argument.
 #pragma once
 
@@ -9,6 +10,7 @@
 #include "binding/runtime/reference.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <stdexcept>
 
 namespace swig {
@@ -17,6 +19,67 @@ namespace swig {
 struct stop_iteration {};
 
 using SwigPtr_PyObject = runtime::Reference;
+
+// A position in a sequence, by number: nothing that happens to the sequence makes it point elsewhere. A position past
+// an end has no element.
+template <class Sequence, bool Reverse = false>
+class Position {
+public:
+    using value_type = typename Sequence::value_type;
+
+    Position(Sequence& sequence, std::size_t index)
+        : sequence_(&sequence), index_(static_cast<std::ptrdiff_t>(index)) {}
+
+    // One past the last element, wherever that is.
+    static Position live_end(Sequence& sequence) { return Position(sequence, most); }
+
+    value_type const& operator*() const {
+        std::ptrdiff_t const at = Reverse ? index() - 1 : index();
+        if (at < 0 || at >= size())
+            throw stop_iteration();
+        return (*sequence_)[static_cast<std::size_t>(at)];
+    }
+
+    Position& operator+=(std::ptrdiff_t n) { return Reverse ? back(n) : forth(n); }
+
+    Position& operator-=(std::ptrdiff_t n) { return Reverse ? forth(n) : back(n); }
+
+    std::ptrdiff_t operator-(Position const& other) const {
+        return Reverse ? other.index() - index() : index() - other.index();
+    }
+
+    bool operator==(Position const& other) const { return sequence_ == other.sequence_ && index() == other.index(); }
+
+    bool operator<(Position const& other) const { return Reverse ? other.index() < index() : index() < other.index(); }
+
+    // For the sequence's own operations, which refuse the iterator that stands for positions outside.
+    typename Sequence::iterator native() const {
+        bool const inside = index() >= 0 && index() <= size();
+        return sequence_->begin() + (inside ? index() : size() + 1);
+    }
+
+private:
+    static constexpr std::ptrdiff_t most = PTRDIFF_MAX;
+
+    Position& forth(std::ptrdiff_t n) {
+        if (__builtin_add_overflow(index(), n, &index_))
+            index_ = n > 0 ? most - 1 : -most;
+        return *this;
+    }
+
+    Position& back(std::ptrdiff_t n) {
+        if (__builtin_sub_overflow(index(), n, &index_))
+            index_ = n < 0 ? most - 1 : -most;
+        return *this;
+    }
+
+    std::ptrdiff_t size() const { return static_cast<std::ptrdiff_t>(sequence_->size()); }
+
+    std::ptrdiff_t index() const { return index_ == most ? size() : index_; }
+
+    Sequence* sequence_;
+    std::ptrdiff_t index_; // of the element behind a reverse position
+};
 
 class SwigPyIterator {
 public:
@@ -90,8 +153,7 @@ private:
     }
 };
 
-template <class OutIter, class Value = typename std::iterator_traits<OutIter>::value_type,
-          class FromOper = from_oper<Value>>
+template <class OutIter, class Value = typename OutIter::value_type, class FromOper = from_oper<Value>>
 class SwigPyForwardIteratorOpen_T : public SwigPyIterator_T<OutIter> {
 public:
     using SwigPyIterator_T<OutIter>::SwigPyIterator_T;
@@ -106,8 +168,7 @@ public:
     }
 };
 
-template <class OutIter, class Value = typename std::iterator_traits<OutIter>::value_type,
-          class FromOper = from_oper<Value>>
+template <class OutIter, class Value = typename OutIter::value_type, class FromOper = from_oper<Value>>
 class SwigPyIteratorOpen_T : public SwigPyForwardIteratorOpen_T<OutIter, Value, FromOper> {
 public:
     using SwigPyForwardIteratorOpen_T<OutIter, Value, FromOper>::SwigPyForwardIteratorOpen_T;
@@ -120,15 +181,14 @@ public:
     }
 };
 
-template <class OutIter, class Value = typename std::iterator_traits<OutIter>::value_type,
-          class FromOper = from_oper<Value>>
+template <class OutIter, class Value = typename OutIter::value_type, class FromOper = from_oper<Value>>
 class SwigPyForwardIteratorClosed_T : public SwigPyIterator_T<OutIter> {
 public:
     SwigPyForwardIteratorClosed_T(OutIter current, OutIter first, OutIter last)
         : SwigPyIterator_T<OutIter>(current), begin(first), end(last) {}
 
     PyObject* value() const override {
-        if (this->current == end)
+        if (!(this->current < end))
             throw stop_iteration();
         return FromOper()(*this->current);
     }
@@ -137,9 +197,9 @@ public:
 
     SwigPyIterator* incr(std::size_t n = 1) override {
         while (n--) {
-            if (this->current == end)
+            if (!(this->current < end))
                 throw stop_iteration();
-            ++this->current;
+            this->current += 1;
         }
         return this;
     }
@@ -149,8 +209,7 @@ protected:
     OutIter end;
 };
 
-template <class OutIter, class Value = typename std::iterator_traits<OutIter>::value_type,
-          class FromOper = from_oper<Value>>
+template <class OutIter, class Value = typename OutIter::value_type, class FromOper = from_oper<Value>>
 class SwigPyIteratorClosed_T : public SwigPyForwardIteratorClosed_T<OutIter, Value, FromOper> {
 public:
     using SwigPyForwardIteratorClosed_T<OutIter, Value, FromOper>::SwigPyForwardIteratorClosed_T;
@@ -159,9 +218,9 @@ public:
 
     SwigPyIterator* decr(std::size_t n = 1) override {
         while (n--) {
-            if (this->current == this->begin)
+            if (!(this->begin < this->current))
                 throw stop_iteration();
-            --this->current;
+            this->current -= 1;
         }
         return this;
     }

@@ -45,19 +45,23 @@ struct SequenceMethods {
 
     static size_type length(Sequence const& self) { return self.size(); }
 
-    static typename Sequence::allocator_type get_allocator(Sequence const& self) { return self.get_allocator(); }
+    using allocator_type = typename Sequence::allocator_type;
+
+    static allocator_type get_allocator(Sequence const& self) { return self.get_allocator(); }
 
     static SwigPyIterator* iterate(Sequence& self) {
-        return make_output_iterator(self.begin(), self.begin(), self.end());
+        return make_output_iterator(At(self, 0), At(self, 0), At::live_end(self));
     }
 
-    static SwigPyIterator* begin(Sequence& self) { return make_output_iterator(self.begin()); }
+    static SwigPyIterator* begin(Sequence& self) { return make_output_iterator(At(self, 0)); }
 
-    static SwigPyIterator* end(Sequence& self) { return make_output_iterator(self.end()); }
+    static SwigPyIterator* end(Sequence& self) { return make_output_iterator(At(self, self.size())); }
 
-    static SwigPyIterator* rbegin(Sequence& self) { return make_output_iterator(self.rbegin()); }
+    static SwigPyIterator* rbegin(Sequence& self) {
+        return make_output_iterator(Position<Sequence, true>(self, self.size()));
+    }
 
-    static SwigPyIterator* rend(Sequence& self) { return make_output_iterator(self.rend()); }
+    static SwigPyIterator* rend(Sequence& self) { return make_output_iterator(Position<Sequence, true>(self, 0)); }
 
     static value_type const& get_item(Sequence const& self, difference_type i) {
         return self[check_index(i, self.size())];
@@ -121,18 +125,18 @@ struct SequenceMethods {
 
     static SwigPyIterator* erase(Sequence& self, iterator pos) {
         require_position(self, pos, self.size());
-        return make_output_iterator(self.erase(pos));
+        return at(self, self.erase(pos));
     }
 
     static SwigPyIterator* erase_range(Sequence& self, iterator first, iterator last) {
         require_position(self, last, self.size() + 1);
         require_position(self, first, static_cast<size_type>(last - self.begin()) + 1);
-        return make_output_iterator(self.erase(first, last));
+        return at(self, self.erase(first, last));
     }
 
     static SwigPyIterator* insert(Sequence& self, iterator pos, value_type const& x) {
         require_position(self, pos, self.size() + 1);
-        return make_output_iterator(self.insert(pos, x));
+        return at(self, self.insert(pos, x));
     }
 
     static void insert_copies(Sequence& self, iterator pos, size_type n, value_type const& x) {
@@ -141,7 +145,13 @@ struct SequenceMethods {
     }
 
 private:
-    // Iterators can be of another sequence, or from before its storage moved. Only the first `limit` positions are
+    using At = Position<Sequence>;
+
+    static SwigPyIterator* at(Sequence& self, iterator place) {
+        return make_output_iterator(At(self, static_cast<std::size_t>(place - self.begin())));
+    }
+
+    // Iterators can be of another sequence, or past its ends. Only the first `limit` positions are
     // good.
     static void require_position(Sequence& self, iterator pos, size_type limit) {
         auto const address = reinterpret_cast<std::uintptr_t>(std::to_address(pos));

@@ -5,6 +5,7 @@
 #include "binding/runtime/errors.h"
 #include "binding/runtime/reference.h"
 #include "binding/runtime/status.h"
+#include "binding/runtime/user_code.h"
 #include "binding/runtime/values.h"
 
 #include <memory>
@@ -59,8 +60,11 @@ struct traits_asptr_stdseq {
                 return SWIG_OK;
             }
         }
+        ++runtime::user_code_runs;
         auto const iterator = runtime::Reference::take(PyObject_GetIter(object));
         if (!iterator) {
+            if (is_of_user())
+                return SWIG_UserError;
             PyErr_Clear();
             return SWIG_ERROR;
         }
@@ -68,19 +72,22 @@ struct traits_asptr_stdseq {
     }
 
 private:
+    // A TypeError says that the object is no such sequence; whatever else an iteration raises is the user's.
+    static bool is_of_user() { return !PyErr_ExceptionMatches(PyExc_TypeError); }
+
     static int collect(PyObject* iterator, Sequence** seq) {
         try {
             auto filled = std::make_unique<Sequence>();
             while (auto const item = runtime::Reference::take(PyIter_Next(iterator)))
                 filled->push_back(element(item.get()));
             if (PyErr_Occurred())
-                return SWIG_ERROR;
+                return is_of_user() ? SWIG_UserError : SWIG_ERROR;
             *seq = filled.release();
             return SWIG_NEWOBJ;
         } catch (std::exception const& failure) {
             if (!PyErr_Occurred())
                 PyErr_SetString(PyExc_TypeError, failure.what());
-            return SWIG_ERROR;
+            return runtime::is_ending() ? SWIG_UserError : SWIG_ERROR;
         }
     }
 

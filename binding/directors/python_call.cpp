@@ -1,8 +1,6 @@
 // Calls a Python method for an override, and reports or raises what goes wrong.
 #include "binding/directors/python_call.h"
 
-#include "binding/runtime/pointers.h"
-#include "binding/runtime/type_chain.h"
 #include "platform/hyx/objects/notify.h"
 #include "platform/hyxPython/script_manager.h"
 
@@ -54,22 +52,24 @@ bool all_converted(PyObject* const* arguments, std::size_t count) {
 
 } // namespace
 
-swig_type_info* DirectorType::find() {
-    if (!descriptor)
-        descriptor = SWIG_Python_TypeQuery(name);
-    return descriptor;
-}
-
-runtime::Reference to_python(void* object, DirectorType& type) {
-    return runtime::Reference::take(SWIG_Python_NewPointerObj(object, type.find(), PointerResult::borrowed_proxied));
+runtime::Reference to_python(void* object, swig_type_info* type) {
+    // Making the proxy runs Python code, which must not find the error that an earlier call has left.
+    std::optional<runtime::SavedError> earlier;
+    if (PyErr_Occurred())
+        earlier.emplace();
+    PyObject* proxy = SWIG_Python_NewPointerObj(object, type, PointerResult::borrowed_proxied);
+    return runtime::Reference::take(proxy && shown_by ? shown_by(proxy) : proxy);
 }
 
 runtime::Reference call_python(Callee const& callee, DirectorMethod& method, PyObject** arguments, std::size_t count) {
     if (!callee.self())
         raise_uninitialized(method);
     std::optional<runtime::SavedError> earlier;
-    if (PyErr_Occurred())
+    if (PyErr_Occurred()) {
+        if (method.of_frame)
+            return {};
         earlier.emplace();
+    }
     if (!method.text)
         method.text = PyUnicode_InternFromString(method.name);
     runtime::Reference result;

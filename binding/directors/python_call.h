@@ -3,10 +3,9 @@
 #pragma once
 
 #include "binding/directors/director.h"
+#include "binding/runtime/pointers.h"
 
 #include <array>
-
-struct swig_type_info;
 
 namespace Swig {
 
@@ -15,16 +14,8 @@ struct DirectorMethod {
     char const* class_name; // of the Python proxy
     char const* name;
     char const* qualified; // reporting form: the name under which failures are registered; NULL: raising form
+    bool of_frame = false; // one of the calls of a frame or step, which end with the first error that is set
     PyObject* text = nullptr;
-};
-
-// The type of a pointer argument. Lives for the process, since it keeps its descriptor.
-struct DirectorType {
-    char const* name; // readable
-    swig_type_info* descriptor = nullptr;
-
-    // NULL while no module has the type.
-    swig_type_info* find();
 };
 
 // Native arguments as new Python objects.
@@ -44,8 +35,11 @@ inline runtime::Reference to_python(double value) {
     return runtime::Reference::take(PyFloat_FromDouble(value));
 }
 
-// A proxy that does not own the object.
-runtime::Reference to_python(void* object, DirectorType& type);
+// Where set, sees each proxy that to_python makes, which it takes over, and may give another instead.
+inline PyObject* (*shown_by)(PyObject* proxy) = nullptr;
+
+// A proxy of this type that does not own the object.
+runtime::Reference to_python(void* object, swig_type_info* type);
 
 // The Python object of one call, which the call itself must not let go.
 class Callee {
@@ -65,7 +59,8 @@ private:
 };
 
 // Calls the method with arguments[0], which is self, to arguments[count]. Returns the result, or nothing
-// after a failure in the reporting form. A Python error that was pending before is kept aside and left pending. The
+// after a failure in the reporting form. A Python error that was pending before is kept aside and left pending; the
+// methods of a frame are not called then. The
 // method may have destroyed the director: nothing of it may be touched afterwards.
 runtime::Reference call_python(Callee const& callee, DirectorMethod& method, PyObject** arguments, std::size_t count);
 

@@ -1,6 +1,7 @@
 // Runs the steps of a module's import in their order.
 #include "binding/entry/family_module.h"
 
+#include "binding/directors/python_call.h"
 #include "binding/runtime/packed_object.h"
 #include "binding/runtime/pointer_constants.h"
 #include "binding/runtime/pointer_object.h"
@@ -8,6 +9,7 @@
 #include "binding/runtime/type_chain.h"
 #include "binding/vocabulary/call.h"
 #include "binding/vocabulary/describe.h"
+#include "binding/vocabulary/results.h"
 
 #include <vector>
 
@@ -31,7 +33,12 @@ PyObject* describe() {
     return vocabulary::describe_functions(functions.data(), functions.size());
 }
 
-vocabulary::RecordTable records = {0, nullptr, vocabulary::call_array, describe};
+PyObject* borrow(void* object, swig_type_info* type) {
+    return SwigPyObject_Create(object, type, 0);
+}
+
+vocabulary::RecordTable records = {
+    0, nullptr, vocabulary::call_array, swig_types, borrow, &vocabulary::shower, &Swig::shown_by, describe};
 
 vocabulary::ModuleDefinition SWIG_module = {
     {PyModuleDef_HEAD_INIT, nullptr, nullptr, -1, nullptr, nullptr, nullptr, nullptr, nullptr},
@@ -64,9 +71,28 @@ void create_singletons() {
     SwigPyObject_type();
 }
 
+// The types, the chain and the proxy classes are the process's: objects of one interpreter must not reach another.
+bool refuse_sub_interpreter(char const* name) noexcept {
+    if (PyInterpreterState_Get() == PyInterpreterState_Main())
+        return false;
+    PyErr_Format(PyExc_ImportError, "%s works in the main interpreter only, not in a sub-interpreter", name);
+    return true;
+}
+
+#if PY_VERSION_HEX < 0x030C0000
+// After an import the interpreter keeps a copy of the module's dict, which it would hand to other interpreters without
+// asking. Without the copy they run the module's initialisation, which refuses.
+int forget_copy(void*) noexcept {
+    Py_CLEAR(SWIG_module.def.m_base.m_copy);
+    return 0;
+}
+#endif
+
 } // namespace
 
 PyObject* initialise(Contents const& contents) noexcept {
+    if (refuse_sub_interpreter(contents.name))
+        return nullptr;
     join_method_tables(contents);
     create_singletons();
     SWIG_Python_FixMethods(SwigMethods.data(), swig_const_table);
@@ -78,6 +104,9 @@ PyObject* initialise(Contents const& contents) noexcept {
     SWIG_Python_InstallConstants(dict, swig_const_table);
     if (contents.install && !contents.install(dict))
         return nullptr;
+#if PY_VERSION_HEX < 0x030C0000
+    Py_AddPendingCall(forget_copy, nullptr);
+#endif
     return module;
 }
 

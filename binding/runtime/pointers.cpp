@@ -36,12 +36,13 @@ int SWIG_Python_ConvertPtrAndOwn(PyObject* obj, void** ptr, swig_type_info* ty, 
             *ptr = nullptr;
         return how == PointerConversion::reference ? SWIG_NullReferenceError : SWIG_OK;
     }
-    SwigPyObject* handle = runtime::find_this(obj);
+    runtime::Views views(runtime::find_this(obj));
     if (own)
         *own = 0;
     int newmemory = 0;
-    while (handle && !runtime::convert_handle(handle, ty, ptr, &newmemory))
-        handle = reinterpret_cast<SwigPyObject*>(handle->next);
+    while (views.get() && !runtime::convert_handle(views.get(), ty, ptr, &newmemory))
+        views.advance();
+    SwigPyObject* const handle = views.get();
     if (!handle)
         return SWIG_ERROR;
     if (own)
@@ -110,11 +111,26 @@ PyObject* new_typed_object(PyTypeObject* type, void* ptr, swig_type_info* ty, in
     object->ptr = ptr;
     object->ty = ty;
     object->own = own;
+    object->lent = 0;
     object->next = nullptr;
     return reinterpret_cast<PyObject*>(object);
 }
 
 } // namespace
+
+bool runtime::holds_lent(PyObject* object) noexcept {
+    SwigPyObject* const handle = SWIG_Python_GetSwigThis(object);
+    return handle && is_lent(reinterpret_cast<PyObject*>(handle));
+}
+
+void runtime::forget_deleted(PyObject* object, void const* pointer, swig_type_info* ty) noexcept {
+    SwigPyObject* const first = SWIG_Python_GetSwigThis(object);
+    for (Views views(first); views.get(); views.advance()) {
+        void* viewed = nullptr;
+        if (convert_handle(views.get(), ty, &viewed) && viewed == pointer)
+            views.get()->ptr = nullptr;
+    }
+}
 
 PyObject* SWIG_Python_NewPointerObj(void* ptr, swig_type_info* ty, PointerResult how) noexcept {
     if (!ptr)

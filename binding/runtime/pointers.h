@@ -43,4 +43,10 @@ namespace runtime {
 // One pointer object as type ty, without following its chain. Returns false when it does not convert.
 bool convert_handle(SwigPyObject* handle, swig_type_info* ty, void** ptr, int* newmemory = nullptr) noexcept;
 
+// Whether object's pointer object points into another object's memory.
+bool holds_lent(PyObject* object) noexcept;
+
+// Leaves no pointer in object's pointer objects to a native object of type ty that has been deleted.
+void forget_deleted(PyObject* object, void const* pointer, swig_type_info* ty) noexcept;
+
 } // namespace runtime

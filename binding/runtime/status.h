@@ -16,6 +16,8 @@ enum SwigStatus : int {
     SWIG_AttributeError = -11,
     SWIG_MemoryError = -12,
     SWIG_NullReferenceError = -13,
+    // Code of the user that the conversion ran has raised: its error is set, and stays.
+    SWIG_UserError = -100,
     // Success, and the destination holds a new native object that the caller deletes after use.
     SWIG_NEWOBJ = 512,
 };

@@ -5,13 +5,15 @@
 // version tag, which the interpreter changes whenever the type or one of its bases does.
 #include "binding/runtime/this_lookup.h"
 
+#include "binding/runtime/errors.h"
 #include "binding/runtime/reference.h"
 #include "binding/runtime/state.h"
+#include "binding/runtime/user_code.h"
 
 #include <structmember.h>
 
-#include <cstring>
 #include <iterator>
+#include <utility>
 
 namespace {
 
@@ -27,7 +29,7 @@ bool has_dict(PyTypeObject* type) noexcept {
 
 Route find_route(PyTypeObject* type) noexcept {
     Route route{type, 0, Road::general, 0};
-    if (std::strcmp(type->tp_name, pointer_object_type_name) == 0) {
+    if (is_pointer_type(type)) {
         route.road = Road::pointer_object;
     } else if (type->tp_getattro == PyObject_GenericGetAttr) {
         PyObject* attribute = _PyType_Lookup(type, SWIG_This()); // borrowed; gives the type a version tag
@@ -58,8 +60,13 @@ Route const& route_of(PyTypeObject* type) noexcept {
     return route;
 }
 
+// What is computed anew at each look-up has no other holder: the latest are kept here until their call is over.
+PyObject* parked[64];
+std::size_t parking_place = 0;
+
 // Borrowed: the instance keeps its attribute alive.
 PyObject* ask(PyObject* object) noexcept {
+    ++user_code_runs;
     PyObject* value = nullptr;
 #if PY_VERSION_HEX >= 0x030D0000
     int const found = PyObject_GetOptionalAttr(object, SWIG_This(), &value);
@@ -67,8 +74,11 @@ PyObject* ask(PyObject* object) noexcept {
     int const found = _PyObject_LookupAttr(object, SWIG_This(), &value);
 #endif
     if (found < 0)
-        PyErr_Clear();
-    Py_XDECREF(value);
+        clear_error();
+    if (value && Py_REFCNT(value) == 1)
+        Py_XDECREF(std::exchange(parked[parking_place++ % std::size(parked)], value));
+    else
+        Py_XDECREF(value);
     return value;
 }
 
@@ -77,13 +87,18 @@ PyObject* from_dict(PyObject* object, Py_ssize_t offset) noexcept {
     return dict ? PyDict_GetItemWithError(dict, SWIG_This()) : nullptr;
 }
 
+// Attributes "this" that lead to further ones, perhaps in a ring, are not followed longer than this.
+constexpr int longest_way = 1000;
+
 } // namespace
 
 SwigPyObject* SWIG_Python_GetSwigThis(PyObject* object) noexcept {
-    while (object) {
+    for (int steps = 0; object; ++steps) {
         Route const& route = route_of(Py_TYPE(object));
         if (route.road == Road::pointer_object)
             break;
+        if (steps == longest_way)
+            return nullptr;
         switch (route.road) {
         case Road::slot:
             object = field(object, route.offset);

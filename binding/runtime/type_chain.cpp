@@ -297,6 +297,23 @@ swig_cast_info* runtime::find_cast(swig_type_info const* source, swig_type_info*
     return cast;
 }
 
+swig_type_info* runtime::known_type(char const* name) noexcept {
+    if (swig_type_info* type = search(&swig_module, name))
+        return type;
+    // A shared descriptor has the spellings of the module that made it.
+    char const* end = name + std::strlen(name);
+    for (std::size_t i = 0; swig_module.type_initial && i < swig_module.size; ++i)
+        if (has_spelling(swig_module.type_initial[i], name, end))
+            return swig_module.types[i];
+    return SWIG_Python_TypeQuery(name);
+}
+
+swig_type_info* runtime::required_type(char const* name) noexcept {
+    static swig_type_info nothing = {"", nullptr, nullptr, nullptr, nullptr, 0};
+    swig_type_info* type = known_type(name);
+    return type ? type : &nothing;
+}
+
 void SWIG_TypeClientData(swig_type_info* type, void* clientdata) noexcept {
     type->clientdata = clientdata;
     for (swig_cast_info* cast = type->cast; cast; cast = cast->next)

@@ -49,4 +49,12 @@ namespace runtime {
 // again until another module joins the chain.
 swig_cast_info* find_cast(swig_type_info const* source, swig_type_info* target) noexcept;
 
+// The descriptor of a mangled or readable name as this module means it: of its own types, and only where it has none of
+// that name, of another module's. NULL where nobody has one.
+swig_type_info* known_type(char const* name) noexcept;
+
+// The same for a type that this module lists. Never NULL, which would stand for any type: without one, a descriptor
+// that nothing converts to.
+swig_type_info* required_type(char const* name) noexcept;
+
 } // namespace runtime

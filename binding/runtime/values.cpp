@@ -19,14 +19,18 @@ bool converted(Value result) noexcept {
     return false;
 }
 
-// The descriptor of wrapped characters, once some module of the chain knows it.
+// The descriptor of wrapped characters. Found once; a failed search is no answer for good.
 swig_type_info* char_pointer_type() noexcept {
     static swig_type_info* type = nullptr;
-    static bool searched = false;
-    if (!searched) {
-        type = SWIG_Python_TypeQuery("_p_char");
-        searched = true;
-    }
+    if (!type)
+        type = runtime::known_type("_p_char");
+    return type;
+}
+
+swig_type_info* string_type() noexcept {
+    static swig_type_info* type = nullptr;
+    if (!type)
+        type = runtime::known_type("std::string *");
     return type;
 }
 
@@ -144,7 +148,7 @@ int SWIG_AsPtr_std_string(PyObject* obj, std::string** val) noexcept {
             *val = nullptr;
         return SWIG_OK;
     }
-    static swig_type_info* const type = SWIG_Python_TypeQuery("std::string *");
+    swig_type_info* const type = string_type();
     if (!type)
         return SWIG_ERROR;
     void* pointer = nullptr;

@@ -6,8 +6,10 @@
 #include "binding/runtime/state.h"
 #include "binding/runtime/this_lookup.h"
 #include "binding/runtime/type_chain.h"
+#include "binding/runtime/user_code.h"
 #include "binding/runtime/values.h"
 #include "binding/vocabulary/conversions.h"
+#include "platform/hyxPython/native_work.h"
 
 #include <algorithm>
 #include <climits>
@@ -23,7 +25,6 @@ public:
     explicit Slots(Form const& form) noexcept : form_(form) {}
 
     Slots(Slots const&) = delete;
-    Slots& operator=(Slots const&) = delete;
 
     ~Slots() {
         for (std::size_t i = 0; made_ != 0; ++i, made_ >>= 1)
@@ -41,8 +42,8 @@ private:
 };
 
 int convert_handles(SwigPyObject* handle, swig_type_info* type, void** result) noexcept {
-    for (; handle; handle = reinterpret_cast<SwigPyObject*>(handle->next))
-        if (runtime::convert_handle(handle, type, result))
+    for (runtime::Views views(handle); views.get(); views.advance())
+        if (runtime::convert_handle(views.get(), type, result))
             return SWIG_OK;
     return SWIG_ERROR;
 }
@@ -56,18 +57,29 @@ struct Candidates {
     std::uint32_t converted = 0;
     swig_type_info* types[most_arguments];
     void* pointers[most_arguments];
+    unsigned long runs = runtime::user_code_runs;
+
+    void forget_what_may_have_ended() noexcept {
+        if (runs == runtime::user_code_runs)
+            return;
+        known = converted = 0;
+        runs = runtime::user_code_runs;
+    }
 
     SwigPyObject* handle(std::size_t index) noexcept {
+        forget_what_may_have_ended();
         if (!(known & 1u << index)) {
             handles[index] = runtime::find_this(arguments[index]);
+            forget_what_may_have_ended();
             known |= 1u << index;
         }
         return handles[index];
     }
 
     bool convert(std::size_t index, swig_type_info* type, Slot& slot) noexcept {
+        SwigPyObject* const found = handle(index);
         if (!(converted & 1u << index) || types[index] != type) {
-            if (convert_handles(handle(index), type, &pointers[index]) != SWIG_OK)
+            if (convert_handles(found, type, &pointers[index]) != SWIG_OK)
                 return false;
             types[index] = type;
             converted |= 1u << index;
@@ -151,7 +163,7 @@ int convert_value(Parameter const& parameter, PyObject* object, Slot& slot) {
     return convert_pointer(object, swig_types[parameter.type], &slot.pointer);
 }
 
-// Refuses a null pointer where the parameter is a reference, or self of a method.
+// Refuses a null pointer where the parameter is a reference.
 bool refuse_null(Parameter const& parameter, Slot slot) noexcept {
     if (slot.pointer || !parameter.reference)
         return false;
@@ -189,7 +201,13 @@ inline bool convert_at_once(Parameter const& parameter, PyObject* object, Slot& 
 
 // Makes the native call with converted arguments.
 inline PyObject* invoke(Form const& form, Slot const* slots, PyObject* const* arguments, std::size_t count) {
+    if (form.needs_self && !slots[0].pointer) [[unlikely]] {
+        PyErr_SetString(PyExc_TypeError, form.parameters[0].null_message);
+        return nullptr;
+    }
     PyObject* result = nullptr;
+    if (hyxPython::nativeWorkRuns.load(std::memory_order_relaxed)) [[unlikely]]
+        hyxPython::waitForNativeWork();
     try {
         result = form.thunk(Call{slots, arguments, count});
     } catch (...) {
@@ -203,8 +221,19 @@ inline PyObject* invoke(Form const& form, Slot const* slots, PyObject* const* ar
     return result;
 }
 
+// Code of the user that ran in between may have deleted or exchanged what earlier arguments held: a pointer that they
+// hold no more is converted again, and one that is gone is null. False with an error set.
+[[gnu::noinline]] bool renew(Form const& form, Slot* slots, PyObject* const* arguments, std::size_t count) {
+    for (std::size_t i = 0; i < count; ++i)
+        if (form.parameters[i].kind == Kind::pointer && runtime::find_this_at_once(arguments[i]) &&
+            convert_argument(form.parameters[i], arguments[i], slots[i]) < 0)
+            return false;
+    return true;
+}
+
 PyObject* call_form(Form const& form, PyObject* const* arguments, std::size_t count) {
     Slots slots(form);
+    unsigned long const runs = runtime::user_code_runs;
     for (std::size_t i = 0; i < count; ++i) {
         int const status = convert_argument(form.parameters[i], arguments[i], slots.slots[i]);
         if (status == SWIG_NEWOBJ)
@@ -212,24 +241,29 @@ PyObject* call_form(Form const& form, PyObject* const* arguments, std::size_t co
         if (status < 0)
             return nullptr;
     }
+    if (runs != runtime::user_code_runs && !renew(form, slots.slots, arguments, count))
+        return nullptr;
     return invoke(form, slots.slots, arguments, count);
 }
 
 // The same for a form without temporaries.
 PyObject* call_direct(Form const& form, PyObject* const* arguments, std::size_t count) {
     Slot slots[most_arguments];
+    unsigned long const runs = runtime::user_code_runs;
     for (std::size_t i = 0; i < count; ++i) {
         Parameter const& parameter = form.parameters[i];
         if (!convert_at_once(parameter, arguments[i], slots[i]) &&
             convert_argument(parameter, arguments[i], slots[i]) < 0)
             return nullptr;
     }
+    if (runs != runtime::user_code_runs && !renew(form, slots, arguments, count)) [[unlikely]]
+        return nullptr;
     return invoke(form, slots, arguments, count);
 }
 
 // Whether an argument that is no str may hold text. Asking spares all other objects the full conversion.
 bool may_wrap_text(PyObject* object, SwigPyObject* handle) noexcept {
-    static swig_type_info* const types[] = {SWIG_Python_TypeQuery("_p_char"), SWIG_Python_TypeQuery("std::string *")};
+    static swig_type_info* const types[] = {runtime::known_type("_p_char"), runtime::known_type("std::string *")};
     if (!handle || handle->next)
         return handle || object == Py_None;
     return std::any_of(std::begin(types), std::end(types), [handle](swig_type_info* type) {
@@ -254,8 +288,8 @@ bool accepts(Parameter const& parameter, Candidates& candidates, Slots& slots, s
     int const status = convert_value(parameter, object, slot);
     if (status == SWIG_NEWOBJ)
         slots.mark_made(index);
-    if (status < 0 && parameter.kind == Kind::converted)
-        PyErr_Clear();
+    if (status < 0 && status != SWIG_UserError)
+        runtime::clear_error();
     return status >= 0;
 }
 
@@ -275,6 +309,7 @@ PyObject* call_chosen(Form const& form, Slots const& slots, PyObject* const* arg
 }
 
 PyObject* dispatch(Function const& function, PyObject* const* arguments, std::size_t count) {
+    unsigned long const runs = runtime::user_code_runs;
     Candidates candidates;
     candidates.arguments = arguments;
     // Trials are grouped by count, smaller counts first.
@@ -287,7 +322,11 @@ PyObject* dispatch(Function const& function, PyObject* const* arguments, std::si
             return call_form(*trial.form, arguments, count);
         Slots slots(*trial.form);
         if (accepts_all(*trial.form, candidates, slots, count))
-            return call_chosen(*trial.form, slots, arguments, count);
+            return runs != runtime::user_code_runs && !renew(*trial.form, slots.slots, arguments, count)
+                       ? nullptr
+                       : call_chosen(*trial.form, slots, arguments, count);
+        if (PyErr_Occurred() && !PyErr_ExceptionMatches(PyExc_TypeError))
+            return nullptr; // of the user's own code
     }
     SWIG_Python_RaiseOrModifyTypeError(function.failure);
     return nullptr;
@@ -349,8 +388,7 @@ PyObject* call_one_argument(Function const& function, PyObject* argument) {
 }
 
 PyObject* call_tuple(Function const& function, PyObject* arguments) {
-    PyObject* const* items = reinterpret_cast<PyTupleObject*>(arguments)->ob_item;
-    return call_counted(function, items, std::size_t(PyTuple_GET_SIZE(arguments)));
+    return call_counted(function, PySequence_Fast_ITEMS(arguments), std::size_t(PyTuple_GET_SIZE(arguments)));
 }
 
 PyObject* call_array(Function const* function, PyObject* const* arguments, Py_ssize_t count) {

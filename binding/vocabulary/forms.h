@@ -8,6 +8,7 @@
 #include "binding/vocabulary/results.h"
 #include "binding/vocabulary/signatures.h"
 
+#include <stdexcept>
 #include <tuple>
 #include <utility>
 
@@ -43,12 +44,12 @@ struct WithSelf<Self, Types<P...>> {
 
 // Runs call() and converts its result.
 template <class R, Hold How, class F>
-PyObject* converted_result(F&& call) {
+PyObject* converted_result(PyObject* const* arguments, F&& call) {
     if constexpr (std::is_void_v<R>) {
         call();
         Py_RETURN_NONE;
     } else {
-        return from_result<R, How>(call());
+        return from_result<R, How>(call(), arguments);
     }
 }
 
@@ -64,7 +65,7 @@ struct FreeForm : FormBase<void> {
 
     template <Hold How>
     static PyObject* invoke(Call const& call) {
-        return converted_result<Result, How>([&]() -> Result {
+        return converted_result<Result, How>(call.arguments, [&]() -> Result {
             return Given::apply(call.slots, call.count,
                                 [](auto&&... a) -> Result { return Native(std::forward<decltype(a)>(a)...); });
         });
@@ -87,7 +88,7 @@ struct MethodForm : FormBase<void> {
     template <Hold How>
     static PyObject* invoke(Call const& call) {
         auto* self = static_cast<Class*>(call.slots[0].pointer);
-        return converted_result<Result, How>([&]() -> Result {
+        return converted_result<Result, How>(call.arguments, [&]() -> Result {
             return Given::apply(call.slots + 1, call.count - 1, [self](auto&&... a) -> Result {
                 return (self->*Native)(std::forward<decltype(a)>(a)...);
             });
@@ -114,7 +115,7 @@ struct VirtualForm : MethodForm<Class, Native, Row, Signature, Defaults> {
         auto* director = dynamic_cast<Swig::Director*>(self);
         if (!director || director->swig_get_self() != call.arguments[0])
             return Base::template invoke<How>(call);
-        return converted_result<Result, How>([&]() -> Result {
+        return converted_result<Result, How>(call.arguments, [&]() -> Result {
             return Base::Given::apply(call.slots + 1, call.count - 1, [self](auto&&... a) -> Result {
                 return Upcall{}(*self, std::forward<decltype(a)>(a)...);
             });
@@ -137,7 +138,7 @@ struct AdapterForm : FormBase<void> {
     template <Hold How>
     static PyObject* invoke(Call const& call) {
         auto& self = *static_cast<Class*>(call.slots[0].pointer);
-        return converted_result<Result, How>([&]() -> Result {
+        return converted_result<Result, How>(call.arguments, [&]() -> Result {
             return Given::apply(call.slots + 1, call.count - 1, [&self](auto&&... a) -> Result {
                 return Native(self, std::forward<decltype(a)>(a)...);
             });
@@ -205,6 +206,9 @@ struct NewDirectorForm : FormBase<void> {
     template <Hold>
     static PyObject* invoke(Call const& call) {
         PyObject* self = call.slots[0].object;
+        if (self != Py_None && !PyType_SUPPORTS_WEAKREFS(Py_TYPE(self)))
+            return PyErr_Format(PyExc_TypeError, "cannot forward to a '%s' object: it cannot be weakly referenced",
+                                Py_TYPE(self)->tp_name);
         Class* object = Given::apply(call.slots + 1, call.count - 1, [self](auto&&... a) -> Class* {
             if (self == Py_None)
                 return new Class(std::forward<decltype(a)>(a)...);
@@ -228,8 +232,13 @@ struct DeleteForm : FormBase<void> {
 
     template <Hold>
     static PyObject* invoke(Call const& call) {
-        if (auto* object = static_cast<Class*>(call.slots[0].pointer))
+        if (auto* object = static_cast<Class*>(call.slots[0].pointer)) {
+            if (runtime::holds_lent(call.arguments[0]))
+                throw std::invalid_argument("the object lies inside of another one and cannot be deleted");
+            if (ends_when_dropped(object))
+                runtime::forget_deleted(call.arguments[0], object, descriptor<Class>());
             ReferencePolicy<Class>::drop(object);
+        }
         Py_RETURN_NONE;
     }
 };
@@ -266,7 +275,11 @@ struct GetForm : FormBase<void> {
 
     template <Hold>
     static PyObject* invoke(Call const& call) {
-        return from_result<Result, Hold::borrowed>(static_cast<Class*>(call.slots[0].pointer)->*Member);
+        PyObject* result =
+            from_result<Result, Hold::borrowed>(static_cast<Class*>(call.slots[0].pointer)->*Member, call.arguments);
+        if constexpr (Borrowed)
+            lend_result(result);
+        return result;
     }
 };
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "binding/vocabulary/call.h"
+#include "binding/vocabulary/class_operations.h"
 #include "binding/vocabulary/forms.h"
 #include "binding/vocabulary/registration.h"
 
@@ -27,10 +28,7 @@ class FormOf {
     template <class... P>
     static constexpr std::array<Parameter, count + 1> make_parameters(Types<P...>) {
         [[maybe_unused]] char const* message = Text::text.data();
-        std::array<Parameter, count + 1> list{make_parameter<P, F::disowns>(message)..., Parameter{}};
-        if (F::has_self && !F::disowns)
-            list[0].reference = F::role != Role::disown; // a method cannot run without an object
-        return list;
+        return {make_parameter<P, F::disowns>(message)..., Parameter{}};
     }
 
     template <class... P>
@@ -48,6 +46,7 @@ public:
         F::required,
         F::may_call_back,
         makes_temporaries(Parameters{}),
+        F::has_self && !F::disowns && F::role != Role::disown,
         thunk,
         F::template translate<Name>,
         F::Text::class_name.empty() ? nullptr : F::Text::class_name.data(),
@@ -198,8 +197,21 @@ struct RegisterOf {
     static PyObject* entry(PyObject*, PyObject* cls) { return register_class(cls, type_index<Class>); }
 
     static constexpr Function function = {
-        Name{}().data(), Role::swigregister,   METH_O, entry, nullptr, 0, 1, false, false, nullptr, nullptr, 0,
-        nullptr,         ClassName{}().data(),
+        Name{}().data(),
+        Role::swigregister,
+        METH_O,
+        entry,
+        nullptr,
+        0,
+        1,
+        false,
+        false,
+        nullptr,
+        nullptr,
+        0,
+        nullptr,
+        ClassName{}().data(),
+        class_operations<Class>(),
     };
 };
 

@@ -6,8 +6,10 @@
 
 #include <Python.h>
 
+#include <cerrno>
 #include <exception>
 #include <filesystem>
+#include <new>
 #include <stdexcept>
 #include <string>
 #include <system_error>
@@ -45,6 +47,14 @@ void set_system_error(std::system_error const& failure, std::string const& path)
     Py_DECREF(error);
 }
 
+// The same for memory.
+void set_memory_error(std::bad_alloc const& failure) {
+    PyObject* error = PyErr_Occurred() ? nullptr : PyObject_CallFunction(PyExc_RuntimeError, "s", failure.what());
+    if (error && set_attribute(error, "errno", PyLong_FromLong(ENOMEM)))
+        PyErr_SetObject(PyExc_RuntimeError, error);
+    Py_XDECREF(error);
+}
+
 } // namespace
 
 void vocabulary::translate_native_exception() {
@@ -54,6 +64,8 @@ void vocabulary::translate_native_exception() {
         set_system_error(error, error.path1().string());
     } catch (std::system_error const& error) {
         set_system_error(error, "");
+    } catch (std::bad_alloc const& error) {
+        set_memory_error(error);
     } catch (std::exception const& error) {
         set_error(PyExc_RuntimeError, error.what());
     } catch (...) {

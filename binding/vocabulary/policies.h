@@ -83,4 +83,15 @@ struct ReferencePolicy<hyxOSG::ParticleSystemDrawable> {
     static void take(hyxOSG::ParticleSystemDrawable*) {}
 };
 
+// Whether dropping the constructor's reference deletes the object.
+template <class T>
+bool ends_when_dropped([[maybe_unused]] T const* object) {
+    if constexpr (std::is_base_of_v<osg::Referenced, T>)
+        return object->referenceCount() <= 1;
+    else if constexpr (std::is_base_of_v<hyx::Referenced, T>)
+        return object->getReferenceCount() <= 1;
+    else
+        return true;
+}
+
 } // namespace vocabulary

@@ -17,19 +17,48 @@ struct PythonError : std::runtime_error {
     PythonError() : std::runtime_error("a Python error is set") {}
 };
 
+// The items of any iterable as a tuple of their own: reading an item runs Python code, which may change the iterable.
+// TypeError in the words of `refusal` for what is none.
+inline runtime::Reference read_items(PyObject* iterable, char const* refusal) {
+    runtime::Reference const fast = runtime::Reference::take(PySequence_Fast(iterable, refusal));
+    runtime::Reference items = runtime::Reference::take(fast ? PySequence_Tuple(fast.get()) : nullptr);
+    if (!items)
+        throw PythonError();
+    return items;
+}
+
+// The first `most` items of an iterable, which may have no end.
+inline runtime::Reference read_first_items(PyObject* iterable, Py_ssize_t most, char const* refusal) {
+    if (PyList_Check(iterable) || PyTuple_Check(iterable))
+        return read_items(iterable, refusal);
+    runtime::Reference const iterator = runtime::Reference::take(PyObject_GetIter(iterable));
+    if (!iterator) {
+        if (PyErr_ExceptionMatches(PyExc_TypeError))
+            PyErr_SetString(PyExc_TypeError, refusal);
+        throw PythonError();
+    }
+    runtime::Reference items = runtime::Reference::take(PyList_New(0));
+    while (items && PyList_GET_SIZE(items.get()) < most) {
+        runtime::Reference const item = runtime::Reference::take(PyIter_Next(iterator.get()));
+        if (!item || PyList_Append(items.get(), item.get()) != 0)
+            break;
+    }
+    if (PyErr_Occurred())
+        throw PythonError();
+    return runtime::Reference::take(PyList_AsTuple(items.get()));
+}
+
 // The numbers of any Python iterable of exactly `count` numbers; TypeError or ValueError otherwise.
 inline void read_numbers(PyObject* iterable, std::size_t count, double* numbers) {
-    runtime::Reference const fast =
-        runtime::Reference::take(PySequence_Fast(iterable, "expected a sequence of numbers"));
-    if (!fast.get())
-        throw PythonError();
-    auto const given = static_cast<std::size_t>(PySequence_Fast_GET_SIZE(fast.get()));
+    constexpr Py_ssize_t most = 1000; // told in messages; no value has more
+    runtime::Reference const items = read_first_items(iterable, most, "expected a sequence of numbers");
+    auto const given = static_cast<std::size_t>(PyTuple_GET_SIZE(items.get()));
     if (given != count) {
         PyErr_Format(PyExc_ValueError, "expected %zu numbers, got %zu", count, given);
         throw PythonError();
     }
     for (std::size_t i = 0; i < count; ++i) {
-        numbers[i] = PyFloat_AsDouble(PySequence_Fast_GET_ITEM(fast.get(), i));
+        numbers[i] = PyFloat_AsDouble(PyTuple_GET_ITEM(items.get(), static_cast<Py_ssize_t>(i)));
         if (numbers[i] == -1 && PyErr_Occurred())
             throw PythonError();
     }

@@ -2,11 +2,14 @@
 // thunks are code of their own.
 #pragma once
 
+#include "binding/runtime/type_records.h"
+
 #include <Python.h>
 
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <typeinfo>
 
 namespace vocabulary {
 
@@ -73,6 +76,7 @@ struct Form {
     std::uint8_t minimum;   // without those that have defaults
     bool may_call_back;     // the native call can run Python code, which can leave an error pending
     bool makes_temporaries; // some argument's conversion can make an object that is released after the call
+    bool needs_self;        // a null self is refused once all arguments have converted
     PyObject* (*thunk)(Call const& call); // makes the native call; may throw
     void (*translate)();                  // called in a handler: turns the native exception into a Python one
     // For descriptions:
@@ -105,6 +109,32 @@ struct Trial {
     std::uint8_t count;
 };
 
+// How the objects behind pointer results are shown to the one call that has these arguments. The proxies set it around
+// each call of theirs; the flat functions, also where such a call leads to them, give what they state.
+struct Shower {
+    PyObject* const* arguments;
+    PyObject* (*show)(void* object, swig_type_info* type); // a new reference, or NULL to leave it to the caller
+};
+
+// One of the two families of objects that count references, each under a root class. The functions take the root.
+struct Family {
+    bool of_scene_graph;
+    void (*take)(void* root);
+    void (*drop)(void* root);                  // the last reference ends the object
+    int (*count)(void* root);                  // of references
+    void* (*whole)(void* root);                // the address of the complete object
+    std::type_info const& (*type)(void* root); // of the complete object
+};
+
+// A class whose objects count references.
+struct ClassOperations {
+    std::int16_t type; // index of the class's descriptor
+    Family const* family;
+    void* (*to_root)(void* object);
+    void* (*from_root)(void* root); // NULL for an object of another class
+    void (*release)(void* object);  // drops the constructor's reference, where it took one
+};
+
 struct Function {
     char const* name;
     Role role;
@@ -118,8 +148,9 @@ struct Function {
     Form const* direct;   // the only form, where it makes no temporaries and nothing but the count is to be checked
     Trial const* trials;  // NULL for functions with one fixed form
     std::size_t trial_count;
-    char const* failure;    // the complete message when no form fits; NULL without trials
-    char const* class_name; // of swigregister rows
+    char const* failure;                         // the complete message when no form fits; NULL without trials
+    char const* class_name;                      // of swigregister rows
+    ClassOperations const* operations = nullptr; // of swigregister rows of classes that count references
 
     bool dispatches() const noexcept { return trials != nullptr; }
 };

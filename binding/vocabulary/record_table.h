@@ -17,6 +17,13 @@ struct RecordTable {
     Function const* const* functions; // functions[i] is row i of the method table
     // Runs a row like the flat function, from an argument array without a tuple.
     PyObject* (*call)(Function const* function, PyObject* const* arguments, Py_ssize_t count);
+    // The module's descriptors, by index.
+    swig_type_info* const* types;
+    // A new pointer object that borrows.
+    PyObject* (*borrow)(void* object, swig_type_info* type);
+    Shower* shower;
+    // Where set, sees each object that a director shows to Python, and may replace it.
+    PyObject* (**show)(PyObject* object);
     // A new list of dicts, one a function: names, forms, types, defaults, results.
     PyObject* (*describe)();
 };

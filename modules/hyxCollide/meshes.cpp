@@ -22,12 +22,9 @@ hyx::Vec3Vector read_points(PyObject* points) {
 
 // Whole numbers out of any iterable, as they are or in groups.
 void read_indices(PyObject* iterable, hyx::UInt32Vector& indices, bool grouped = true) {
-    runtime::Reference const fast =
-        runtime::Reference::take(PySequence_Fast(iterable, "expected a sequence of indices"));
-    if (!fast.get())
-        throw vocabulary::PythonError();
-    for (Py_ssize_t i = 0; i < PySequence_Fast_GET_SIZE(fast.get()); ++i) {
-        PyObject* item = PySequence_Fast_GET_ITEM(fast.get(), i);
+    auto const items = vocabulary::read_items(iterable, "expected a sequence of indices");
+    for (Py_ssize_t i = 0; i < PyTuple_GET_SIZE(items.get()); ++i) {
+        PyObject* item = PyTuple_GET_ITEM(items.get(), i);
         if (grouped && PySequence_Check(item)) {
             read_indices(item, indices, false);
             continue;

@@ -9,12 +9,10 @@ namespace {
 using hyxIO::ArgumentParser;
 
 hyx::Vector<hyx::String> read_texts(PyObject* iterable) {
-    runtime::Reference const fast = runtime::Reference::take(PySequence_Fast(iterable, "expected a sequence of str"));
-    if (!fast.get())
-        throw vocabulary::PythonError();
+    auto const items = vocabulary::read_items(iterable, "expected a sequence of str");
     hyx::Vector<hyx::String> texts;
-    for (Py_ssize_t i = 0; i < PySequence_Fast_GET_SIZE(fast.get()); ++i) {
-        char const* text = PyUnicode_AsUTF8(PySequence_Fast_GET_ITEM(fast.get(), i));
+    for (Py_ssize_t i = 0; i < PyTuple_GET_SIZE(items.get()); ++i) {
+        char const* text = PyUnicode_AsUTF8(PyTuple_GET_ITEM(items.get(), i));
         if (!text)
             throw vocabulary::PythonError();
         texts.push_back(text);

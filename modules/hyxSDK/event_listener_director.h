@@ -44,10 +44,10 @@ private:
     static inline Method add_notification{"EventListener", "addNotification", "hyxSDK::EventListener::addNotification"};
     static inline Method remove_notification{"EventListener", "removeNotification",
                                              "hyxSDK::EventListener::removeNotification"};
-    static inline Method pre_collide{"EventListener", "preCollide", "hyxSDK::EventListener::preCollide"};
-    static inline Method pre_step{"EventListener", "pre", "hyxSDK::EventListener::pre"};
-    static inline Method post_step{"EventListener", "post", "hyxSDK::EventListener::post"};
-    static inline Method last_step{"EventListener", "last", "hyxSDK::EventListener::last"};
+    static inline Method pre_collide{"EventListener", "preCollide", "hyxSDK::EventListener::preCollide", true};
+    static inline Method pre_step{"EventListener", "pre", "hyxSDK::EventListener::pre", true};
+    static inline Method post_step{"EventListener", "post", "hyxSDK::EventListener::post", true};
+    static inline Method last_step{"EventListener", "last", "hyxSDK::EventListener::last", true};
 
     // The native methods do nothing: a listener whose Python object has gone is silent.
     template <class... A>

@@ -1,12 +1,12 @@
 // Model and image files, and how they are read.
 #include "modules/osg/scene_graph_rows.h"
 #include "platform/hyx/objects/notify.h"
+#include "platform/osg/file_reading.h"
 #include "platform/osg/scene_files.h"
 
 #include <osg/Image>
 #include <osg/Node>
 #include <osgDB/Options>
-#include <osgDB/ReadFile>
 
 #include <stdexcept>
 #include <system_error>
@@ -17,11 +17,11 @@ namespace {
 // Readers and writers in forms that a row can name. A file that cannot be read gives null, what no writer takes false;
 // a file that cannot be written throws.
 osg::Node* read_node(std::string const& file) {
-    return osgDB::readRefNodeFile(file).release();
+    return osg::readModelFile(file);
 }
 
 osg::Image* read_image(std::string const& file) {
-    return osgDB::readRefImageFile(file).release();
+    return osg::readPictureFile(file);
 }
 
 template <class Write>

@@ -11,14 +11,11 @@ namespace {
 
 // All numbers of a buffer of floats or doubles (a NumPy array), or of a list of rows.
 std::vector<float> read_rows(PyObject* rows, std::size_t width) {
-    runtime::Reference const fast =
-        runtime::Reference::take(PySequence_Fast(rows, "expected a sequence of rows of numbers"));
-    if (!fast.get())
-        throw vocabulary::PythonError();
+    auto const items = vocabulary::read_items(rows, "expected a sequence of rows of numbers");
     std::vector<float> numbers;
-    for (Py_ssize_t i = 0; i < PySequence_Fast_GET_SIZE(fast.get()); ++i) {
+    for (Py_ssize_t i = 0; i < PyTuple_GET_SIZE(items.get()); ++i) {
         double row[4];
-        vocabulary::read_numbers(PySequence_Fast_GET_ITEM(fast.get(), i), width, row);
+        vocabulary::read_numbers(PyTuple_GET_ITEM(items.get(), i), width, row);
         numbers.insert(numbers.end(), row, row + width);
     }
     return numbers;
@@ -37,8 +34,20 @@ osg::ref_ptr<Array> array_of(PyObject* rows) {
     return array;
 }
 
+// One more than the highest place that the elements name.
+unsigned int vertices_named(osg::Geometry const& self) {
+    unsigned int most = 0;
+    for (auto const& elements : self.getPrimitiveSetList())
+        for (unsigned int i = 0; i < elements->getNumIndices(); ++i)
+            most = std::max(most, elements->index(i) + 1);
+    return most;
+}
+
 void set_vertices(osg::Geometry& self, PyObject* rows) {
-    self.setVertexArray(array_of<osg::Vec3Array>(rows));
+    osg::ref_ptr<osg::Vec3Array> const vertices = array_of<osg::Vec3Array>(rows);
+    if (unsigned int const named = vertices_named(self); named > vertices->size())
+        throw std::invalid_argument("the elements name " + std::to_string(named) + " vertices: give as many");
+    self.setVertexArray(vertices);
     self.dirtyBound();
 }
 
@@ -57,14 +66,11 @@ void set_texcoords(osg::Geometry& self, PyObject* rows) {
 
 // Elements of a mode (GL_POINTS 0, GL_LINES 1, GL_TRIANGLES 4 ...), each the place of a vertex.
 void add_elements(osg::Geometry& self, unsigned int mode, PyObject* indices) {
+    auto const items = vocabulary::read_items(indices, "expected a sequence of indices");
     unsigned int const vertices = self.getVertexArray() ? self.getVertexArray()->getNumElements() : 0;
-    runtime::Reference const fast =
-        runtime::Reference::take(PySequence_Fast(indices, "expected a sequence of indices"));
-    if (!fast.get())
-        throw vocabulary::PythonError();
     osg::ref_ptr<osg::DrawElementsUInt> const elements = new osg::DrawElementsUInt(mode);
-    for (Py_ssize_t i = 0; i < PySequence_Fast_GET_SIZE(fast.get()); ++i) {
-        unsigned long const index = PyLong_AsUnsignedLong(PySequence_Fast_GET_ITEM(fast.get(), i));
+    for (Py_ssize_t i = 0; i < PyTuple_GET_SIZE(items.get()); ++i) {
+        unsigned long const index = PyLong_AsUnsignedLong(PyTuple_GET_ITEM(items.get(), i));
         if (PyErr_Occurred())
             throw vocabulary::PythonError();
         if (index >= vertices)

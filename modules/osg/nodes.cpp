@@ -1,5 +1,6 @@
 // Nodes of the scene graph and the visitors that walk over them.
 #include "modules/osg/scene_graph_rows.h"
+#include "platform/osg/attachment.h"
 
 #include <osg/CopyOp>
 #include <osg/Geode>
@@ -36,17 +37,24 @@ osg::MatrixTransform* as_matrix_transform(osg::Node& self) {
     return dynamic_cast<osg::MatrixTransform*>(&self);
 }
 
+// Whether there is a node that may stand in the group.
+bool fits(osg::Group const& self, osg::Node const* node) {
+    if (node)
+        osg::requireAttachable(self, *node);
+    return node;
+}
+
 bool set_child(osg::Group& self, unsigned int place, osg::Node* node) {
     child(self, place);
-    return node && self.setChild(place, node);
+    return fits(self, node) && self.setChild(place, node);
 }
 
 bool add_child(osg::Group& self, osg::Node* node) {
-    return node && self.addChild(node);
+    return fits(self, node) && self.addChild(node);
 }
 
 bool insert_child(osg::Group& self, unsigned int place, osg::Node* node) {
-    return node && self.insertChild(place, node);
+    return fits(self, node) && self.insertChild(place, node);
 }
 
 bool remove_child(osg::Group& self, osg::Node* node) {
@@ -54,7 +62,7 @@ bool remove_child(osg::Group& self, osg::Node* node) {
 }
 
 bool replace_child(osg::Group& self, osg::Node* old, osg::Node* node) {
-    return node && self.replaceChild(old, node);
+    return fits(self, node) && self.replaceChild(old, node);
 }
 
 bool contains(osg::Group const& self, osg::Node const* node) {

@@ -51,7 +51,8 @@ protected:
     ~HeightFieldDeformer() override = default;
 
 private:
-    hyx::Real pressLocal(hyx::Vec3 const& local, hyx::Real force);
+    /// Goes the given share of the way that the force would go in the end.
+    hyx::Real pressLocal(hyx::Vec3 const& local, hyx::Real force, hyx::Real share = 1);
 
     hyx::ref_ptr<hyxCollide::Geometry> m_geometry;
     hyx::ref_ptr<hyxCollide::HeightField> m_field;
@@ -59,6 +60,8 @@ private:
     hyx::Real m_stiffness = 5e5;
     hyx::Real m_maximumSinkage = 0.3;
     hyx::Real m_radius = 0.15;
+    /// Of the step that is being taken in.
+    hyx::Real m_share = 1;
     hyx::UInt m_revision = 1;
 };
 

@@ -15,8 +15,8 @@ namespace hyxSDK {
 /// object was here. An object can be in one simulation only: a second one's `add` throws std::invalid_argument.
 class Simulation : public hyx::Object {
 public:
-    /// How contacts and constraints are solved: MULTI is a conjugate-gradient method for long chains and high piles,
-    /// ITERATIVE the fast general one, DIRECT an exact one for small mechanisms.
+    /// How far contacts are solved; joints are solved exactly by all three. ITERATIVE is the fast general one, MULTI
+    /// takes substeps of half the length for high piles, DIRECT goes on until nothing changes.
     enum SolverType { MULTI = 0, ITERATIVE = 1, DIRECT = 2 };
 
     /// m/s2 at the surface of the earth.
@@ -92,7 +92,7 @@ public:
 
     void setSolver(SolverType solver);
     SolverType getSolver() const;
-    /// The rounds of the two iterative solvers; 10 at the start, at least 1.
+    /// The rounds of contacts in a step, spread over its substeps; 10 at the start, at least 1.
     void setNumIterations(int iterations);
     int getNumIterations() const;
     /// Lets bodies at rest fall asleep until something touches them. Off at the start.

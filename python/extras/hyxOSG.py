@@ -11,6 +11,30 @@ if TYPE_CHECKING:
 _DEPTH_COMPONENT, _RGB = 0x1902, 0x1907  # pixel formats of OpenGL
 
 
+class ExampleApplication:
+    def close(self) -> None:
+        """Finishes captures and journal and lets go of everything: window, context and memory end, unless something
+        else still holds the application. It cannot be used any more then; closing it again does nothing. A script
+        that opens one application after another closes each, or uses `with`.
+        """
+        import _hyx_proxy
+
+        if not hasattr(self, "this"):
+            return
+        try:
+            self.postExecution()  # type: ignore[attr-defined]
+        finally:
+            _hyx_proxy.let_go(self)  # type: ignore[arg-type]
+
+    def __enter__(self) -> Any:
+        return self
+
+    def __exit__(
+        self, kind: type[BaseException] | None, error: BaseException | None, trace: TracebackType | None
+    ) -> None:
+        self.close()
+
+
 class SwigPyIterator:
     def __iter__(self) -> SwigPyIterator:
         return self

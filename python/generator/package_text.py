@@ -42,7 +42,7 @@ def package_text(
     )
     lines = [f'"""{SUMMARIES[package.name]}"""', ""]
     if order or package.functions:
-        lines.append("from _hyx_proxy import Handle, constructor, function, keep, member, method")
+        lines.append("from _hyx_proxy import Handle, constructor, function, member, method, release")
     lines += [f"import {module}" for module in modules]
     lines += [f"import {name}" for name in imports]
     if extras.present:
@@ -96,8 +96,8 @@ def _machinery_lines(proxy: ProxyClass, hints: TypeHints) -> list[str]:
     if destructor:
         lines.append(f"    __swig_destroy__ = {destructor.flat}")
     elif proxy.module == "_hyxOSG" and not disown:
-        # The object lives until the process ends: what a base class would do must not run.
-        lines.append("    __swig_destroy__ = keep")
+        # What a base class would do must not run.
+        lines.append("    __swig_destroy__ = release")
     return lines
 
 

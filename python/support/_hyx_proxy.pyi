@@ -32,8 +32,11 @@ class constructor:
 class member:
     def __init__(self, get: Any, set: Any = None, doc: str | None = None, of_class: bool = False) -> None: ...
 
-def keep(object: Any, /) -> None:
-    """The destroy function of a class whose objects live until the process ends: does nothing."""
+def let_go(proxy: Handle, /) -> None:
+    """Takes the native object from a proxy, as if that ended: the last proxy ends the object."""
+
+def release(object: Any, /) -> None:
+    """The destroy function of classes without one: drops the constructor's reference."""
 
 def describe(module: ModuleType, /) -> list[dict[str, Any]]:
     """The functions of an extension module of the family, with their forms."""

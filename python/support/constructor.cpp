@@ -3,6 +3,7 @@
 // proxy class itself, the Python object for an instance of a class derived from it.
 #include "python/support/handle.h"
 #include "python/support/operation.h"
+#include "python/support/shown.h"
 
 #include <structmember.h>
 
@@ -19,6 +20,7 @@ struct Constructor {
     int with_director;   // truth
     PyTypeObject* owner; // borrowed: the class holds its constructor; null until the class is made
     bool makes_handles;  // the owner's instances are handles
+    ConstructedClass constructed;
 };
 
 PyObject* make_native(Constructor const* self, PyObject* const* arguments, Py_ssize_t count) {
@@ -39,9 +41,11 @@ PyObject* make_native(Constructor const* self, PyObject* const* arguments, Py_ss
 }
 
 // Gives the object its native object, which it takes over. A first one goes where `_swiginit` would put it.
-PyObject* attach_native(Constructor const* self, PyObject* object, PyObject* native) {
+PyObject* attach_native(Constructor* self, PyObject* object, PyObject* native) {
     if (auto* handle = reinterpret_cast<Handle*>(object); self->makes_handles && !handle->pointer) {
         handle->pointer = native;
+        handle->is_called = self->with_director && Py_TYPE(object) != self->owner;
+        hold_constructed(handle, self->constructed);
         Py_RETURN_NONE;
     }
     PyObject* const attached[] = {object, native};
@@ -51,7 +55,7 @@ PyObject* attach_native(Constructor const* self, PyObject* object, PyObject* nat
 }
 
 PyObject* call_constructor(PyObject* callable, PyObject* const* arguments, size_t flags, PyObject* keyword_names) {
-    auto const* self = reinterpret_cast<Constructor*>(callable);
+    auto* self = reinterpret_cast<Constructor*>(callable);
     Py_ssize_t const count = PyVectorcall_NARGS(flags);
     if (count < 1 || (self->owner && !PyObject_TypeCheck(arguments[0], self->owner))) {
         PyErr_Format(PyExc_TypeError, "%U.__init__ needs an object of its class first", self->operation.owner_name);

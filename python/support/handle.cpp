@@ -6,7 +6,9 @@
 // All proxy classes share this one layout, so that a class may derive from several.
 #include "python/support/handle.h"
 
+#include "python/support/kept_state.h"
 #include "python/support/operation.h"
+#include "python/support/shown.h"
 
 #include <structmember.h>
 
@@ -29,6 +31,8 @@ void dealloc(PyObject* object) {
     auto* self = reinterpret_cast<Handle*>(object);
     if (self->weak_references)
         PyObject_ClearWeakRefs(object);
+    if (self->held)
+        empty(self);
     Py_XDECREF(self->pointer);
     Py_XDECREF(self->container);
     Py_TYPE(object)->tp_free(object);
@@ -135,6 +139,7 @@ PyTypeObject make_type() {
     type.tp_new = new_handle;
     type.tp_init = refuse_construction;
     type.tp_dealloc = dealloc;
+    type.tp_finalize = keep_state;
     type.tp_repr = repr;
     type.tp_richcompare = compare;
     type.tp_hash = hash;

@@ -1,6 +1,12 @@
 // Finding the record that belongs to a flat function: it has the same index as its method-table row.
 #include "python/support/row.h"
 
+#include "python/support/shown.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <string_view>
+
 namespace proxy {
 
 namespace {
@@ -22,6 +28,13 @@ void speak_of_files() {
     PyErr_Fetch(&type, &value, &traceback);
     PyErr_NormalizeException(&type, &value, &traceback);
     PyObject* number = attribute(value, "errno");
+    if (number && PyLong_Check(number) && PyLong_AsLong(number) == ENOMEM) {
+        Py_DECREF(number);
+        PyErr_Restore(type, value, traceback);
+        PyErr_Clear();
+        PyErr_NoMemory();
+        return;
+    }
     PyObject* reason = number ? attribute(value, "strerror") : nullptr;
     PyObject* path = reason ? attribute(value, "filename") : nullptr;
     if (PyObject* error = path ? PyObject_CallFunctionObjArgs(PyExc_OSError, number, reason, path, nullptr) : nullptr) {
@@ -46,6 +59,20 @@ ModuleDefinition const* find_definition(PyObject* module) {
     return nullptr;
 }
 
+namespace {
+
+// Values, numbers and texts are nobody else's.
+bool may_show(Function const& function) {
+    return std::any_of(function.forms, function.forms + function.form_count,
+                       [](vocabulary::Form const& form) {
+                           std::string_view const type = form.result;
+                           return type.ends_with('*') || type.ends_with('&');
+                       }) &&
+           function.role != vocabulary::Role::constructor;
+}
+
+} // namespace
+
 bool find_row(PyObject* flat, Row& row) {
     if (!PyCFunction_Check(flat) || !PyCFunction_GET_SELF(flat)) {
         PyErr_Format(PyExc_TypeError, "%R is no function of an extension module", flat);
@@ -64,6 +91,11 @@ bool find_row(PyObject* flat, Row& row) {
     row.run = definition->records->call;
     row.exact_count = (method->ml_flags & METH_O) ? 1 : (method->ml_flags & METH_NOARGS) ? 0 : -1;
     row.flat = Py_NewRef(flat);
+    row.shows = may_show(*row.function);
+    row.shower = definition->records->shower;
+    row.has_self =
+        row.function->form_count > 0 && row.function->forms[0].class_name && !row.function->forms[0].is_static;
+    learn_classes(*definition->records);
     return true;
 }
 

@@ -5,7 +5,11 @@
 
 #include <Python.h>
 
+#include <utility>
+
 namespace proxy {
+
+PyObject* show(PyObject* result, PyObject* owner); // see shown.h
 
 using vocabulary::Function;
 using vocabulary::ModuleDefinition;
@@ -22,23 +26,41 @@ struct Row {
     Function const* function;
     PyObject* (*run)(Function const*, PyObject* const*, Py_ssize_t);
     Py_ssize_t exact_count; // the only count the row takes directly; -1: the row checks its counts itself
-    PyObject* flat;         // owned
+    bool shows;             // may give objects that are somebody else's, too
+    vocabulary::Shower* shower;
+    bool has_self;  // the first argument is the object that the row is called on
+    PyObject* flat; // owned
 
     // `arguments` are borrowed; the result is a new reference, or null with the error set.
     PyObject* call(PyObject* const* arguments, Py_ssize_t count) const {
         if (exact_count >= 0 && count != exact_count) [[unlikely]]
             return call_flat(arguments, count, nullptr);
-        PyObject* const result = run(function, arguments, count);
+        PyObject* result;
+        if (!shows) {
+            result = run(function, arguments, count);
+        } else {
+            PyObject* const* const before = std::exchange(shower->arguments, arguments);
+            result = run(function, arguments, count);
+            shower->arguments = before;
+            result = shown(result, arguments, count);
+        }
         if (!result) [[unlikely]]
             speak_of_files();
         return result;
     }
 
     [[gnu::noinline]] PyObject* call_flat(PyObject* const* arguments, Py_ssize_t count, PyObject* keyword_names) const {
-        PyObject* const result = PyObject_Vectorcall(flat, arguments, static_cast<std::size_t>(count), keyword_names);
-        if (!result)
+        PyObject* result = PyObject_Vectorcall(flat, arguments, static_cast<std::size_t>(count), keyword_names);
+        if (shows)
+            result = shown(result, arguments, count);
+        if (!result) [[unlikely]]
             speak_of_files();
         return result;
+    }
+
+private:
+    PyObject* shown(PyObject* result, PyObject* const* arguments, Py_ssize_t count) const {
+        return result && result != Py_None ? show(result, has_self && count > 0 ? arguments[0] : nullptr) : result;
     }
 };
 

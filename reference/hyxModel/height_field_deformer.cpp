@@ -16,6 +16,13 @@ using hyx::Real;
 using hyx::UInt;
 using hyx::Vec3;
 
+namespace {
+
+/// Seconds in which ground goes most of the way to where a load takes it.
+constexpr Real yieldTime = 0.1;
+
+} // namespace
+
 HeightFieldDeformer::HeightFieldDeformer(hyxCollide::Geometry* geometry) : m_geometry(geometry) {
     if (!geometry || geometry->getShape()->getType() != hyxCollide::Shape::HEIGHT_FIELD)
         throw std::invalid_argument("a height field deformer needs a geometry with a height field");
@@ -73,7 +80,7 @@ Real HeightFieldDeformer::press(Vec3 const& point, Real force) {
 
 // The ground sinks by the same depth under the whole contact, less towards its rim, and only as far as this load
 // reaches: it does not rise again, nor does the same load sink deeper.
-Real HeightFieldDeformer::pressLocal(Vec3 const& local, Real force) {
+Real HeightFieldDeformer::pressLocal(Vec3 const& local, Real force, Real share) {
     UInt const nx = m_field->getResolutionX(), ny = m_field->getResolutionY();
     Real const dx = m_field->getSizeX() / (nx - 1), dy = m_field->getSizeY() / (ny - 1);
     Real const sinkage = std::min(force / (m_stiffness * std::numbers::pi * m_radius * m_radius), m_maximumSinkage);
@@ -91,8 +98,9 @@ Real HeightFieldDeformer::pressLocal(Vec3 const& local, Real force) {
                 continue;
             Real const target = m_firstHeights[j * nx + i] - sinkage * (1 - away * away * away * away);
             Real& height = heights[j * nx + i];
-            added = std::max(added, height - target);
-            height = std::min(height, target);
+            Real const down = std::max(height - target, 0.0) * share;
+            added = std::max(added, down);
+            height -= down;
         }
     return added;
 }
@@ -105,15 +113,18 @@ void HeightFieldDeformer::update() {
     for (auto const& contact : m_geometry->getSimulation()->getSpace()->getGeometryContacts(m_geometry.get()))
         for (auto const& point : contact.points())
             if (point.normalForce > 0)
-                added = std::max(added, pressLocal(toLocal.transformPoint(point.point), point.normalForce));
+                added = std::max(added, pressLocal(toLocal.transformPoint(point.point), point.normalForce, m_share));
     if (added > 0) {
         ++m_revision;
         m_field->heightsChanged();
     }
 }
 
-void HeightFieldDeformer::postStep(hyx::TimeStamp, Real) {
+// Ground yields in its time: if it dropped at once, what stands on it would fall and strike it.
+void HeightFieldDeformer::postStep(hyx::TimeStamp, Real timeStep) {
+    m_share = 1 - std::exp(-timeStep / yieldTime);
     update();
+    m_share = 1;
 }
 
 void HeightFieldDeformer::reset() {

@@ -1,19 +1,37 @@
 // Answers requests over a ZeroMQ socket.
 #include "platform/hyxNet/co_simulation_server.h"
 
-#include "reference/hyxNet/access_token.h"
 #include "reference/hyxNet/call_result.h"
 #include "reference/hyxNet/listen_address.h"
+#include "reference/hyxNet/request_check.h"
+#include "reference/hyxPython/interpreter.h"
+#include "reference/hyxPython/native_work.h"
 
 #include <nlohmann/json.hpp>
 #include <zmq.hpp>
 
+#include <algorithm>
+#include <chrono>
+#include <optional>
 #include <stdexcept>
 #include <utility>
 
 namespace hyxNet {
 
 using nlohmann::json;
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+/// Requests that wait longer are answered at the next update, so that a flood of them leaves time for the frames.
+constexpr std::chrono::milliseconds longestWork{3};
+constexpr std::size_t mostErrorBytes = 1000;
+constexpr int mostWaitingRequests = 64; // of each client
+constexpr int handshakeMilliseconds = 1000;
+constexpr int mostPendingConnections = 64;
+
+} // namespace
 
 struct CoSimulationServer::Implementation {
     zmq::context_t context;
@@ -29,7 +47,17 @@ struct CoSimulationServer::Implementation {
     std::string answer(std::string const& text);
     std::string answerHeldCall();
 
-    void send(std::string const& text) { socket.send(zmq::buffer(text), zmq::send_flags::none); }
+    std::optional<std::string> receive();
+    /// Whether a request came within a time; negative waits for ever. Ends early for a signal.
+    bool await(int milliseconds);
+
+    void send(std::string const& text) {
+        try {
+            socket.send(zmq::buffer(text), zmq::send_flags::dontwait);
+        } catch (zmq::error_t const&) {
+            // The client is gone, and with it who would read the answer.
+        }
+    }
 };
 
 CoSimulationServer::CoSimulationServer(int port, std::string const& token, std::string const& address)
@@ -38,6 +66,10 @@ CoSimulationServer::CoSimulationServer(int port, std::string const& token, std::
         throw std::invalid_argument("a port must be 0 to 65535");
     m_implementation->token = token;
     m_implementation->socket.set(zmq::sockopt::linger, 0);
+    m_implementation->socket.set(zmq::sockopt::maxmsgsize, std::int64_t(mostRequestBytes));
+    m_implementation->socket.set(zmq::sockopt::rcvhwm, mostWaitingRequests);
+    m_implementation->socket.set(zmq::sockopt::handshake_ivl, handshakeMilliseconds);
+    m_implementation->socket.set(zmq::sockopt::backlog, mostPendingConnections);
     std::string const host = listenAddress(address);
     std::string const endpoint = "tcp://" + host + ":" + (port ? std::to_string(port) : "*");
     try {
@@ -64,11 +96,8 @@ void CoSimulationServer::setHandler(Handler handler) {
 
 std::string CoSimulationServer::Implementation::answer(std::string const& text) {
     try {
+        checkRequest(text, token);
         json const request = json::parse(text);
-        if (!request.is_object())
-            throw std::invalid_argument("a request must be a JSON object");
-        if (!token.empty() && !sameToken(token, request.value("token", "")))
-            throw std::invalid_argument("the token is missing or wrong");
         calledFunction = request.value("do", "") == "call" ? request.value("function", "") : "";
         callArgument = request.contains("argument") ? request["argument"].dump() : "null";
         callResult.clear();
@@ -79,7 +108,9 @@ std::string CoSimulationServer::Implementation::answer(std::string const& text) 
             throw std::runtime_error("nobody answers requests");
         return handler(text);
     } catch (std::exception const& error) {
-        return json{{"ok", false}, {"error", error.what()}}.dump(-1, ' ', false, json::error_handler_t::replace);
+        // Errors repeat what they refuse, which may be long.
+        std::string const words = std::string(error.what()).substr(0, mostErrorBytes);
+        return json{{"ok", false}, {"error", words}}.dump(-1, ' ', false, json::error_handler_t::replace);
     }
 }
 
@@ -92,29 +123,62 @@ std::string CoSimulationServer::Implementation::answerHeldCall() {
     return answer.dump(-1, ' ', false, json::error_handler_t::replace);
 }
 
+/// The next request, "" for one of several parts; none while nothing waits. All parts are taken, since the socket
+/// answers only then.
+std::optional<std::string> CoSimulationServer::Implementation::receive() {
+    zmq::message_t part;
+    if (!socket.recv(part, zmq::recv_flags::dontwait))
+        return std::nullopt;
+    bool const single = !part.more();
+    std::string text = single ? part.to_string() : "";
+    while (part.more())
+        if (!socket.recv(part, zmq::recv_flags::dontwait))
+            break;
+    return text;
+}
+
+bool CoSimulationServer::Implementation::await(int milliseconds) {
+    auto const end = Clock::now() + std::chrono::milliseconds(milliseconds);
+    for (;;) {
+        auto const left = std::chrono::duration_cast<std::chrono::milliseconds>(end - Clock::now());
+        auto const wait = milliseconds < 0 ? hyxPython::longestSleep : std::clamp(left, {}, hyxPython::longestSleep);
+        zmq::pollitem_t item{socket, 0, ZMQ_POLLIN, 0};
+        try {
+            if (zmq::poll(&item, 1, std::chrono::milliseconds(0)) > 0)
+                return true;
+            if (milliseconds == 0)
+                return false;
+            hyxPython::IdleWait const others;
+            if (zmq::poll(&item, 1, wait) > 0)
+                return true;
+        } catch (zmq::error_t const& error) {
+            if (error.num() != EINTR)
+                throw;
+        }
+        if (hyxPython::interpreterInterrupts() || (milliseconds >= 0 && Clock::now() >= end))
+            return false;
+    }
+}
+
 int CoSimulationServer::update(int waitMilliseconds) {
     if (m_implementation->holdsCall)
         m_implementation->send(m_implementation->answerHeldCall());
+    if (!m_implementation->await(waitMilliseconds))
+        return 0;
+    auto const end = Clock::now() + longestWork;
     int answered = 0;
-    for (;; ++answered) {
-        zmq::pollitem_t item{m_implementation->socket, 0, ZMQ_POLLIN, 0};
-        zmq::message_t request;
-        try {
-            if (zmq::poll(&item, 1, std::chrono::milliseconds(answered ? 0 : waitMilliseconds)) == 0)
-                return answered;
-            if (!m_implementation->socket.recv(request, zmq::recv_flags::dontwait))
-                return answered;
-        } catch (zmq::error_t const& error) {
-            if (error.num() == EINTR)
-                return answered; // a signal: the caller looks after it
-            throw;
-        }
-        std::string const answer = m_implementation->answer(request.to_string());
+    do {
+        std::optional<std::string> const request = m_implementation->receive();
+        if (!request)
+            return answered;
+        std::string const answer = m_implementation->answer(*request);
+        ++answered;
         if (m_implementation->holdsCall)
-            return answered + 1;
+            return answered;
         m_implementation->send(answer);
         m_implementation->calledFunction.clear();
-    }
+    } while (Clock::now() < end && !hyxPython::interpreterInterrupts());
+    return answered;
 }
 
 std::string CoSimulationServer::getCalledFunction() const {

@@ -19,6 +19,32 @@ namespace {
 
 constexpr size_t longestMessage = 65536;
 constexpr size_t longestQueue = 32;
+constexpr size_t mostClients = 16;
+constexpr int silenceSeconds = 10; // of a connection that has not become a client
+
+/// Sent with every page: nobody may frame it, guess at its type, keep it, or learn its address, which holds the token.
+lws_protocol_vhost_options const frameHeader = {nullptr, nullptr, "x-frame-options:", "DENY"};
+lws_protocol_vhost_options const typeHeader = {&frameHeader, nullptr, "x-content-type-options:", "nosniff"};
+lws_protocol_vhost_options const referrerHeader = {&typeHeader, nullptr, "referrer-policy:", "no-referrer"};
+lws_protocol_vhost_options const cacheHeader = {&referrerHeader, nullptr, "cache-control:", "no-store"};
+lws_protocol_vhost_options const headers = {
+    &cacheHeader, nullptr, "content-security-policy:",
+    "default-src 'self' 'unsafe-inline'; img-src 'self' blob: data:; connect-src 'self' ws: wss:; "
+    "frame-ancestors 'none'"};
+
+std::string headerOf(lws* socket, lws_token_indexes token) {
+    char value[256] = "";
+    return lws_hdr_copy(socket, value, sizeof value, token) > 0 ? value : "";
+}
+
+/// Whether a browser asks for the page that it came from, or no browser asks.
+bool isSameOrigin(lws* socket) {
+    if (lws_hdr_total_length(socket, WSI_TOKEN_ORIGIN) == 0)
+        return true;
+    std::string const host = headerOf(socket, WSI_TOKEN_HOST);
+    std::string const origin = headerOf(socket, WSI_TOKEN_ORIGIN);
+    return !host.empty() && (origin == "http://" + host || origin == "https://" + host);
+}
 
 struct Message {
     bool binary;
@@ -53,7 +79,8 @@ struct WebServer::Implementation {
     int servePage(lws* socket, char const* path);
     int writePage(lws* socket) const;
     Client* find(lws* socket);
-    void receive(lws* socket, char const* bytes, size_t size);
+    /// Whether the message was not too long.
+    bool receive(lws* socket, char const* bytes, size_t size);
     int send(Client& client);
     /// Whether there was room for the message.
     bool queue(Client& client, bool binary, std::string const& bytes);
@@ -94,18 +121,19 @@ Client* WebServer::Implementation::find(lws* socket) {
     return client == clients.end() ? nullptr : &*client;
 }
 
-void WebServer::Implementation::receive(lws* socket, char const* bytes, size_t size) {
+bool WebServer::Implementation::receive(lws* socket, char const* bytes, size_t size) {
     Client* client = find(socket);
     if (!client || client->incoming.size() + size > longestMessage)
-        return;
+        return false;
     client->incoming.append(bytes, size);
     if (!lws_is_final_fragment(socket) || lws_remaining_packet_payload(socket) > 0)
-        return;
+        return true;
     current = client;
     std::string const answer = handler(std::exchange(client->incoming, ""));
     current = nullptr;
     if (!answer.empty())
         queue(*client, false, answer);
+    return true;
 }
 
 bool WebServer::Implementation::queue(Client& client, bool binary, std::string const& bytes) {
@@ -141,7 +169,7 @@ int WebServer::Implementation::callback(lws* socket, lws_callback_reasons reason
     case LWS_CALLBACK_HTTP_WRITEABLE:
         return state->writePage(socket);
     case LWS_CALLBACK_FILTER_PROTOCOL_CONNECTION:
-        return state->hasToken(socket) ? 0 : -1;
+        return state->clients.size() < mostClients && isSameOrigin(socket) && state->hasToken(socket) ? 0 : -1;
     case LWS_CALLBACK_ESTABLISHED:
         state->clients.push_back({socket, {}, {}, false});
         return 0;
@@ -149,8 +177,7 @@ int WebServer::Implementation::callback(lws* socket, lws_callback_reasons reason
         state->clients.remove_if([=](Client const& client) { return client.socket == socket; });
         return 0;
     case LWS_CALLBACK_RECEIVE:
-        state->receive(socket, static_cast<char const*>(data), size);
-        return 0;
+        return state->receive(socket, static_cast<char const*>(data), size) ? 0 : -1;
     case LWS_CALLBACK_SERVER_WRITEABLE: {
         Client* client = state->find(socket);
         return client ? state->send(*client) : 0;
@@ -177,6 +204,8 @@ WebServer::WebServer(int port, std::string const& host, std::string const& token
     bool const sixthVersion = address.find(':') != std::string::npos;
     info.options |= sixthVersion ? LWS_SERVER_OPTION_IPV6_V6ONLY_MODIFY | LWS_SERVER_OPTION_IPV6_V6ONLY_VALUE
                                  : LWS_SERVER_OPTION_DISABLE_IPV6;
+    info.headers = &headers;
+    info.timeout_secs = silenceSeconds;
     info.user = m_implementation.get();
     info.protocols = protocols;
     info.port = port;

@@ -23,6 +23,13 @@ bool interpreterInterrupts() {
     return PyErr_Occurred() || PyErr_CheckSignals() != 0;
 }
 
+std::string interpreterProgram() {
+    if (!interpreterAnswers())
+        return "";
+    PyObject* const program = PySys_GetObject("executable");
+    return program && PyUnicode_Check(program) ? textOf(program) : "";
+}
+
 std::string describeError(PyObject* type, PyObject* value) {
     ScriptObject const name(type ? PyObject_GetAttrString(type, "__name__") : nullptr);
     return textOf(name.get()) + ": " + textOf(value);

@@ -47,6 +47,9 @@ bool interpreterAnswers();
 /// (Ctrl-C).
 bool interpreterInterrupts();
 
+/// The program that runs scripts, to start more of it; "" where this process is none and names none.
+std::string interpreterProgram();
+
 /// An error's type and text, such as "ValueError: no such body". No error may be pending.
 std::string describeError(PyObject* type, PyObject* value);
 

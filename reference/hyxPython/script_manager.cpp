@@ -38,7 +38,12 @@ ScriptManager* ScriptManager::instance(hyx::String const& scriptPath, hyx::Strin
                                        hyx::String const& startScript, bool reset) {
     if (!interpreterAnswers())
         return nullptr;
-    static ScriptManager* const manager = new ScriptManager; // lives to the end: the interpreter may report until then
+    // Lives to the end: the interpreter may report until then, and who drops a reference must not end it.
+    static ScriptManager* const manager = [] {
+        auto* const made = new ScriptManager;
+        made->reference();
+        return made;
+    }();
     if (reset)
         manager->clearErrors();
     if (!modulePath.empty())

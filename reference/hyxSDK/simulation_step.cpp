@@ -1,6 +1,7 @@
 // A step of the simulation in its order: listeners, processes, the physics, time.
 #include "platform/hyxSDK/simulation.h"
 #include "reference/hyx/values/number_checks.h"
+#include "reference/hyxPython/native_work.h"
 #include "reference/hyxSDK/simulation_implementation.h"
 
 #include <chrono>
@@ -66,7 +67,9 @@ hyx::Vec3 Simulation::getGravity() const {
 }
 
 void Simulation::setTimeStep(hyx::Real timeStep) {
-    hyx::requirePositive(timeStep, "the time step");
+    constexpr hyx::Real least = 1e-6; // seconds: below, positions no longer change by what a step adds to them
+    if (hyx::requirePositive(timeStep, "the time step") < least)
+        throw std::invalid_argument("the time step must be at least 1e-6 s");
     setTimeStamp(getTimeStamp());
     m_implementation->timeStep = timeStep;
 }
@@ -97,7 +100,11 @@ void Simulation::step() {
     ProcessPtrVector const processes = self.processes;
     for (auto const& process : processes)
         process->preStep(getTimeStamp(), self.timeStep);
-    hyx::StepTimes const times = self.world.step(self.timeStep);
+    hyx::StepTimes times;
+    {
+        hyxPython::NativeWork const work;
+        times = self.world.step(self.timeStep);
+    }
     ++self.numSteps;
     for (auto const& process : processes)
         if (process->getSimulation() == this)
@@ -113,7 +120,8 @@ void Simulation::step() {
 hyx::UInt Simulation::stepTo(hyx::TimeStamp time) {
     hyx::requireFinite(time, "the time to step to");
     hyx::UInt steps = 0;
-    for (; getTimeStamp() + 0.5 * getTimeStep() < time; ++steps)
+    hyxPython::InterruptWatch watch;
+    for (; getTimeStamp() + 0.5 * getTimeStep() < time && !watch.interrupted(); ++steps)
         step();
     return steps;
 }

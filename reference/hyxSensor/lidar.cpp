@@ -8,6 +8,7 @@
 #include "reference/hyx/values/number_checks.h"
 
 #include <cmath>
+#include <cstdint>
 #include <numbers>
 #include <random>
 #include <stdexcept>
@@ -16,6 +17,12 @@ namespace hyxSensor {
 
 using hyx::Real;
 using hyx::Vec3;
+
+namespace {
+
+constexpr std::uint64_t mostRays = 1 << 24; // 1 GB of hits
+
+} // namespace
 
 struct Lidar::Implementation {
     hyx::ref_ptr<hyx::Frame> frame;
@@ -63,6 +70,8 @@ hyx::RigidBody* Lidar::getIgnoredBody() const {
 void Lidar::setResolution(hyx::UInt rings, hyx::UInt raysPerRing) {
     if (rings == 0 || raysPerRing == 0)
         throw std::invalid_argument("a lidar needs at least one ring and one ray in it");
+    if (std::uint64_t(rings) * raysPerRing > mostRays)
+        throw std::invalid_argument("a lidar has at most 16777216 rays");
     m_implementation->rings = rings;
     m_implementation->raysPerRing = raysPerRing;
 }

@@ -8,7 +8,7 @@ import pytest
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 # Folders that are no area of the libraries.
-OTHERS = {"reference": {"machinery"}, "tests": {"binding", "python", "examples", "house", "physics"}}
+OTHERS = {"reference": {"machinery"}, "tests": {"binding", "fuzz", "python", "examples", "house", "physics"}}
 
 
 def versioned(*patterns):

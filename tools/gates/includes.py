@@ -18,9 +18,9 @@ ALLOWED = {
     CONTAINERS: {RUNTIME},
     DIRECTORS: {RUNTIME, "platform"},
     VOCABULARY: {RUNTIME, CATALOGUE, CONTAINERS, DIRECTORS, "platform"},
-    ENTRY: {RUNTIME, VOCABULARY},
+    ENTRY: {RUNTIME, DIRECTORS, VOCABULARY},
     "modules": {RUNTIME, CONTAINERS, DIRECTORS, VOCABULARY, ENTRY, "platform"},
-    "python/support": {VOCABULARY},
+    "python/support": {RUNTIME, VOCABULARY},
     "tests": {RUNTIME, VOCABULARY, ENTRY, "platform"},
     "bench": {RUNTIME, ENTRY, "platform"},
 }

@@ -11,16 +11,13 @@ namespace {
 using Matrix = hyx::AffineMatrix4x4;
 
 Matrix* from_rows(PyObject* rows) {
-    runtime::Reference const fast =
-        runtime::Reference::take(PySequence_Fast(rows, "expected sixteen numbers or four rows of four"));
-    if (!fast.get())
-        throw vocabulary::PythonError();
+    auto const items = vocabulary::read_items(rows, "expected sixteen numbers or four rows of four");
     double numbers[16];
-    if (PySequence_Fast_GET_SIZE(fast.get()) == 4)
+    if (PyTuple_GET_SIZE(items.get()) == 4)
         for (int row = 0; row < 4; ++row)
-            vocabulary::read_numbers(PySequence_Fast_GET_ITEM(fast.get(), row), 4, numbers + 4 * row);
+            vocabulary::read_numbers(PyTuple_GET_ITEM(items.get(), row), 4, numbers + 4 * row);
     else
-        vocabulary::read_numbers(fast.get(), 16, numbers);
+        vocabulary::read_numbers(items.get(), 16, numbers);
     return new Matrix(numbers);
 }
 

@@ -2,6 +2,7 @@
 #include "modules/hyxOSG/application/application_listener_director.h"
 
 #include "binding/directors/python_call.h"
+#include "binding/vocabulary/native_types.h"
 
 using Base = hyxOSG::ExampleApplicationListener;
 using Swig::call_python;
@@ -10,10 +11,14 @@ using Swig::to_python;
 
 namespace {
 
-Swig::DirectorType application_type{"hyxOSG::ExampleApplication *"};
+swig_type_info* application_type() {
+    return vocabulary::descriptor<hyxOSG::ExampleApplication>();
+}
 
-DirectorMethod pre_frame{"ExampleApplicationListener", "preFrame", "hyxOSG::ExampleApplicationListener::preFrame"};
-DirectorMethod post_frame{"ExampleApplicationListener", "postFrame", "hyxOSG::ExampleApplicationListener::postFrame"};
+DirectorMethod pre_frame{"ExampleApplicationListener", "preFrame", "hyxOSG::ExampleApplicationListener::preFrame",
+                         true};
+DirectorMethod post_frame{"ExampleApplicationListener", "postFrame", "hyxOSG::ExampleApplicationListener::postFrame",
+                          true};
 
 } // namespace
 
@@ -37,12 +42,12 @@ void SwigDirector_ExampleApplicationListener::preFrame(hyxOSG::ExampleApplicatio
     Swig::Callee const callee(*this);
     if (callee.is_gone())
         return Base::preFrame(application);
-    call_python(callee, pre_frame, to_python(application, application_type));
+    call_python(callee, pre_frame, to_python(application, application_type()));
 }
 
 void SwigDirector_ExampleApplicationListener::postFrame(hyxOSG::ExampleApplication* application) {
     Swig::Callee const callee(*this);
     if (callee.is_gone())
         return Base::postFrame(application);
-    call_python(callee, post_frame, to_python(application, application_type));
+    call_python(callee, post_frame, to_python(application, application_type()));
 }

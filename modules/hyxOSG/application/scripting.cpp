@@ -1,4 +1,5 @@
 // Rows of ExampleApplication: running scripts; how objects get into them.
+#include "binding/directors/python_call.h"
 #include "binding/runtime/pointers.h"
 #include "binding/runtime/type_chain.h"
 #include "binding/vocabulary/rows.h"
@@ -11,14 +12,15 @@ namespace {
 
 // How objects reach scripts that the library runs: as borrowed proxies of the types that are known by name.
 swig_type_info* find_type(char const* type) {
-    return SWIG_Python_TypeQuery((std::string(type) + " *").c_str());
+    return runtime::known_type((std::string(type) + " *").c_str());
 }
 
 PyObject* to_script(void* object, char const* type) {
     swig_type_info* descriptor = find_type(type);
     if (!descriptor)
         return PyErr_Format(PyExc_RuntimeError, "scripts know no type '%s'", type);
-    return SWIG_Python_NewPointerObj(object, descriptor, PointerResult::borrowed_proxied);
+    PyObject* proxy = SWIG_Python_NewPointerObj(object, descriptor, PointerResult::borrowed_proxied);
+    return proxy && Swig::shown_by ? Swig::shown_by(proxy) : proxy;
 }
 
 void* from_script(PyObject* value, char const* type, bool& ok) {

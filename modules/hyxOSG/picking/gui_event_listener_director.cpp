@@ -2,19 +2,20 @@
 #include "modules/hyxOSG/picking/gui_event_listener_director.h"
 
 #include "binding/directors/python_call.h"
+#include "binding/vocabulary/native_types.h"
 
 using Base = hyxOSG::GuiEventListener;
 using Swig::call_python;
 using Swig::Callee;
 using Swig::DirectorMethod;
-using Swig::DirectorType;
 using Swig::NativeOwners;
 using Swig::to_python;
 
 namespace {
 
-DirectorType object_type{"hyx::Object *"};
-DirectorType matrix_type{"hyx::AffineMatrix4x4 *"};
+swig_type_info* object_type() {
+    return vocabulary::descriptor<hyx::Object>();
+}
 
 // The raising methods.
 DirectorMethod print_subtree{"GuiEventListener", "printSubtree", nullptr};
@@ -28,11 +29,11 @@ DirectorMethod set_inverse_transform{"GuiEventListener", "setInverseTransform", 
 DirectorMethod add_notification{"GuiEventListener", "addNotification", "hyxSDK::EventListener::addNotification"};
 DirectorMethod remove_notification{"GuiEventListener", "removeNotification",
                                    "hyxSDK::EventListener::removeNotification"};
-DirectorMethod mouse_dragged{"GuiEventListener", "mouseDragged", "hyxOSG::GuiEventListener::mouseDragged"};
-DirectorMethod mouse_moved{"GuiEventListener", "mouseMoved", "hyxOSG::GuiEventListener::mouseMoved"};
-DirectorMethod mouse_button{"GuiEventListener", "mouse", "hyxOSG::GuiEventListener::mouse"};
-DirectorMethod keyboard_key{"GuiEventListener", "keyboard", "hyxOSG::GuiEventListener::keyboard"};
-DirectorMethod update_frame{"GuiEventListener", "update", "hyxOSG::GuiEventListener::update"};
+DirectorMethod mouse_dragged{"GuiEventListener", "mouseDragged", "hyxOSG::GuiEventListener::mouseDragged", true};
+DirectorMethod mouse_moved{"GuiEventListener", "mouseMoved", "hyxOSG::GuiEventListener::mouseMoved", true};
+DirectorMethod mouse_button{"GuiEventListener", "mouse", "hyxOSG::GuiEventListener::mouse", true};
+DirectorMethod keyboard_key{"GuiEventListener", "keyboard", "hyxOSG::GuiEventListener::keyboard", true};
+DirectorMethod update_frame{"GuiEventListener", "update", "hyxOSG::GuiEventListener::update", true};
 
 } // namespace
 
@@ -64,7 +65,7 @@ void SwigDirector_GuiEventListener::setContext(hyx::Object* context) {
         swig_native_owners.enter(NativeOwners::component, callee.self());
     else
         swig_native_owners.leave(NativeOwners::component);
-    call_python(callee, set_context, to_python(context, object_type));
+    call_python(callee, set_context, to_python(context, object_type()));
 }
 
 void SwigDirector_GuiEventListener::rebind() {
@@ -78,14 +79,14 @@ void SwigDirector_GuiEventListener::addObject(hyx::Object* object, bool replace)
     Callee const callee(*this);
     if (callee.is_gone())
         return Base::addObject(object, replace);
-    call_python(callee, add_object, to_python(object, object_type), to_python(replace));
+    call_python(callee, add_object, to_python(object, object_type()), to_python(replace));
 }
 
 void SwigDirector_GuiEventListener::removeObject(hyx::Object* object) {
     Callee const callee(*this);
     if (callee.is_gone())
         return Base::removeObject(object);
-    call_python(callee, remove_object, to_python(object, object_type));
+    call_python(callee, remove_object, to_python(object, object_type()));
 }
 
 void SwigDirector_GuiEventListener::setMask(int mask) {
@@ -159,5 +160,6 @@ void SwigDirector_GuiEventListener::setInverseTransform(hyx::AffineMatrix4x4 con
     Callee const callee(*this);
     if (callee.is_gone())
         return Base::setInverseTransform(matrix);
-    call_python(callee, set_inverse_transform, to_python(const_cast<hyx::AffineMatrix4x4*>(&matrix), matrix_type));
+    call_python(callee, set_inverse_transform,
+                to_python(const_cast<hyx::AffineMatrix4x4*>(&matrix), vocabulary::descriptor<hyx::AffineMatrix4x4>()));
 }

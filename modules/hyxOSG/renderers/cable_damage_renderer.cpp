@@ -17,7 +17,7 @@ constexpr Declared cable_damage_renderer_rows[] = {
     FUNCTION(CableDamageRenderer_getEnableRendering, METHOD(hyxOSG::CableDamageRenderer, getEnableRendering, () const)),
     FUNCTION(CableDamageRenderer_setColorRangeMax, METHOD(hyxOSG::CableDamageRenderer, setColorRangeMax, (double))),
     FUNCTION(CableDamageRenderer_getColorRangeMax, METHOD(hyxOSG::CableDamageRenderer, getColorRangeMax, () const)),
-    FUNCTION(CableDamageRenderer_getOsgNode, METHOD(hyxOSG::CableDamageRenderer, getOsgNode, (std::size_t))),
+    FUNCTION(CableDamageRenderer_getOsgNode, METHOD(hyxOSG::CableDamageRenderer, getOsgNode, (size_t))),
     FUNCTION(CableDamageRenderer_last,
              LISTENER(METHOD(hyxOSG::CableDamageRenderer, last, (double)), 88, "swig/configuration/hyxPython/hyxSDK")),
     REGISTER(hyxOSG::CableDamageRenderer, CableDamageRenderer),

@@ -26,6 +26,6 @@ inline constexpr Conversion const* sequence_conversion<hyxOSG::LidarOutputRender
     &sequence_argument<hyxOSG::LidarOutputRendererLegend>;
 template <>
 inline constexpr Conversion const* sequence_conversion<hyxOSG::LidarOutputRendererLegend::iterator> =
-    &iterator_argument<hyxOSG::LidarOutputRendererLegend::iterator>;
+    &iterator_argument<hyxOSG::LidarOutputRendererLegend>;
 
 } // namespace vocabulary

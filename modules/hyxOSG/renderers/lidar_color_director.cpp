@@ -4,20 +4,20 @@
 #include "binding/directors/python_call.h"
 #include "binding/runtime/errors.h"
 #include "binding/runtime/pointers.h"
+#include "binding/vocabulary/native_types.h"
 
 using Base = hyxOSG::LidarOutputRendererColorFunctionCallback;
 
 namespace {
 
-Swig::DirectorType color_type{"osg::Vec4 *"};
 Swig::DirectorMethod get_lidar_point_color{"LidarOutputRendererColorFunctionCallback", "getLidarPointColor", nullptr};
 
 // Throws DirectorTypeMismatchException for anything but a colour; None is no colour.
 osg::Vec4f to_color(runtime::Reference const& result) {
     void* pointer = nullptr;
     int own = 0;
-    int const status =
-        SWIG_Python_ConvertPtrAndOwn(result.get(), &pointer, color_type.find(), PointerConversion::general, &own);
+    int const status = SWIG_Python_ConvertPtrAndOwn(result.get(), &pointer, vocabulary::descriptor<osg::Vec4f>(),
+                                                    PointerConversion::general, &own);
     if (status < 0 || !pointer)
         Swig::DirectorTypeMismatchException::raise(
             SWIG_Python_ErrorType(argument_error(status < 0 ? status : int(SWIG_TypeError))),

@@ -12,7 +12,7 @@ constexpr Declared lidar_output_renderer_legend_point_rows[] = {
              SET(hyxOSG::LidarOutputRendererLegendPoint, intensity, (float))),
     // Writing to the colour writes to the point, so the point has to stay.
     FUNCTION(LidarOutputRendererLegendPoint_color_get,
-             FINISHED(::vocabulary::keep_container, GET_BORROWED(hyxOSG::LidarOutputRendererLegendPoint, color))),
+             FINISHED(::vocabulary::keep_element_part, GET_BORROWED(hyxOSG::LidarOutputRendererLegendPoint, color))),
     FUNCTION(LidarOutputRendererLegendPoint_color_set,
              SET(hyxOSG::LidarOutputRendererLegendPoint, color, (osg::Vec4 const&))),
     FUNCTION(new_LidarOutputRendererLegendPoint, NEW(hyxOSG::LidarOutputRendererLegendPoint, ()),

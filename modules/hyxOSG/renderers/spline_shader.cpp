@@ -16,7 +16,7 @@ struct ReferencePolicy<hyxOSG::SplineShader> {
 namespace {
 
 constexpr Declared spline_shader_rows[] = {
-    FUNCTION(new_SplineShader, NEW(hyxOSG::SplineShader, (std::size_t), 256)),
+    FUNCTION(new_SplineShader, NEW(hyxOSG::SplineShader, (size_t), 256)),
     FUNCTION(
         SplineShader_add,
         METHOD(hyxOSG::SplineShader, add, (hyx::Vec3 const&, hyx::Vec3 const&, double, hyx::Vec2 const&), hyx::Vec2()),
@@ -25,7 +25,7 @@ constexpr Declared spline_shader_rows[] = {
              METHOD(hyxOSG::SplineShader, add2, (hyx::Vec3 const&, hyx::Quat const&, double, double, double))),
     FUNCTION(SplineShader_update, METHOD(hyxOSG::SplineShader, update, ())),
     FUNCTION(SplineShader_resetCounters, METHOD(hyxOSG::SplineShader, resetCounters, ())),
-    FUNCTION(SplineShader_setNumActiveElements, METHOD(hyxOSG::SplineShader, setNumActiveElements, (std::size_t))),
+    FUNCTION(SplineShader_setNumActiveElements, METHOD(hyxOSG::SplineShader, setNumActiveElements, (size_t))),
     FUNCTION(SplineShader_setUseRedShiftScale, METHOD(hyxOSG::SplineShader, setUseRedShiftScale, (bool))),
     FUNCTION(SplineShader_getProgram, METHOD(hyxOSG::SplineShader, getProgram, ())),
     FUNCTION(SplineShader_getCircleResolutionUniform, METHOD(hyxOSG::SplineShader, getCircleResolutionUniform, ())),

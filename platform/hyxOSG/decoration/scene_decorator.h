@@ -222,7 +222,7 @@ public:
     /// The group whose children take no part in the shadows.
     osg::Group* getNonShadowedScene();
 
-    /// Adds a node to the shadowed scene. False for null.
+    /// Adds a node to the shadowed scene. False for null; refuses a node that the scene stands below.
     bool addChild(osg::Node* node) override;
     /// Inserts a node into the shadowed scene, at its end when the index is beyond it. False for null.
     bool insertChild(unsigned int index, osg::Node* node) override;

@@ -27,8 +27,8 @@ public:
         /// The name that searches by name find the node under.
         void setName(std::string const& name);
 
-    /// Puts `child` under this transform. False for null, for a child that is already here, and for one that would make
-    /// a ring.
+    /// Puts `child` under this transform. False for null and for a child that is already here.
+    /// \throws std::invalid_argument for a child that this transform stands below
     bool addChild(osg::Node* child);
 
     /// The same for the visual of a geometry, which goes on following its geometry, seen through this transform.

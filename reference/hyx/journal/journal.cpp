@@ -89,7 +89,8 @@ Journal::Journal() : m_implementation(std::make_unique<Implementation>()) {}
 Journal::~Journal() {
     try {
         close();
-    } catch (std::exception const&) { // nobody is left to tell
+    } catch (std::exception const& failure) { // nobody is left to raise it to
+        std::fprintf(stderr, "%s\n", failure.what());
     }
 }
 

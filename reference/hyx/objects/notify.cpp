@@ -1,6 +1,8 @@
 // Passes notices on, to the console unless somebody else takes them.
 #include "platform/hyx/objects/notify.h"
 
+#include "reference/hyxPython/native_work.h"
+
 #include <iostream>
 
 namespace hyx {
@@ -22,8 +24,10 @@ Notify& Notify::instance() {
 }
 
 void Notify::notify(int level, std::string const& text) {
-    if (level >= m_level)
-        m_sink(level, text);
+    if (level < m_level)
+        return;
+    hyxPython::ScriptCall const turn; // the sink may be a script's
+    m_sink(level, text);
 }
 
 void Notify::notify(int level, char const* function, int line, char const* source, std::string const& text) {

@@ -19,7 +19,9 @@ ExampleApplication::ExampleApplication(hyxSDK::Simulation* simulation)
     m_implementation->showSimulation(simulation);
 }
 
-ExampleApplication::~ExampleApplication() = default;
+ExampleApplication::~ExampleApplication() {
+    m_implementation->showSimulation(nullptr);
+}
 
 void ExampleApplication::initSimulation(hyxSDK::Simulation* simulation, bool applyOptions) {
     if (m_implementation->simulation && m_implementation->simulation != simulation) {

@@ -4,6 +4,7 @@
 #include "reference/hyxOSG/application/application_implementation.h"
 #include "reference/hyxOSG/application/removed_geometry.h"
 #include "reference/hyxPython/interpreter.h"
+#include "reference/hyxPython/native_work.h"
 
 #include <algorithm>
 #include <chrono>
@@ -27,6 +28,18 @@ public:
 private:
     bool& m_flag;
 };
+
+/// False, and the rest is not called, once a script has left an error or asks to exit: that goes on to the caller of
+/// the loop, and nothing else is to run before.
+template <class Listeners, class Call>
+bool callAll(Listeners const& listeners, Call const& call) {
+    for (auto const& listener : listeners) {
+        call(*listener);
+        if (hyxPython::interpreterInterrupts())
+            return false;
+    }
+    return true;
+}
 
 } // namespace
 
@@ -126,9 +139,8 @@ void ExampleApplication::Implementation::turn(ExampleApplication& application, b
 void ExampleApplication::Implementation::makeFrame(ExampleApplication& application, bool draws) {
     bool const updates = autoStepping || pauseUpdate;
     auto const called = listeners; // a listener may add others
-    if (updates)
-        for (auto const& listener : called)
-            listener->preFrame(&application);
+    if (updates && !callAll(called, [&](auto& listener) { listener.preFrame(&application); }))
+        return;
     if (draws) {
         Profiler::Task const task(profiler, "events");
         auto const shown = window;
@@ -145,8 +157,7 @@ void ExampleApplication::Implementation::makeFrame(ExampleApplication& applicati
             draw();
     }
     if (updates)
-        for (auto const& listener : called)
-            listener->postFrame(&application);
+        callAll(called, [&](auto& listener) { listener.postFrame(&application); });
 }
 
 void ExampleApplication::Implementation::draw() {
@@ -232,8 +243,10 @@ void ExampleApplication::postExecution() {
 }
 
 void ExampleApplication::throttleIdleCpuUsageBySleeping() {
-    if (!m_implementation->autoStepping && m_implementation->pacer.targetFps() == 0)
+    if (!m_implementation->autoStepping && m_implementation->pacer.targetFps() == 0) {
+        hyxPython::IdleWait const wait;
         std::this_thread::sleep_for(idleSleep);
+    }
 }
 
 void ExampleApplication::setTimeStep(double timeStep) {

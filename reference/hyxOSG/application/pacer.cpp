@@ -1,6 +1,8 @@
 // Waits by sleeping to points of the steady clock.
 #include "reference/hyxOSG/application/pacer.h"
 
+#include "reference/hyxPython/native_work.h"
+
 #include <algorithm>
 #include <cmath>
 #include <stdexcept>
@@ -10,7 +12,6 @@ namespace hyxOSG {
 namespace {
 
 constexpr int mostStepsAtOnce = 10;
-constexpr auto longestSleep = std::chrono::milliseconds(100); // input and signals are looked at in between
 
 Pacer::Clock::duration seconds(double value) {
     return std::chrono::duration_cast<Pacer::Clock::duration>(std::chrono::duration<double>(value));
@@ -61,8 +62,10 @@ void Pacer::endFrame(double timeStep, bool stepping) {
     } else if (m_realTimeSync && stepping && m_running) {
         until = m_simulated + seconds(timeStep);
     }
-    if (until > now)
-        std::this_thread::sleep_until(std::min(until, now + longestSleep));
+    if (until > now) {
+        hyxPython::IdleWait const wait;
+        std::this_thread::sleep_until(std::min(until, now + hyxPython::longestSleep));
+    }
 }
 
 } // namespace hyxOSG

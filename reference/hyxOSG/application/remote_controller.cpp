@@ -4,6 +4,7 @@
 #include "platform/hyxSDK/simulation.h"
 #include "reference/hyxNet/access_token.h"
 #include "reference/hyxNet/listen_address.h"
+#include "reference/hyxNet/request_check.h"
 #include "reference/hyxNet/web_server.h"
 #include "reference/hyxOSG/application/remote_page.h"
 
@@ -124,6 +125,7 @@ void ExampleApplicationController::pushTick() {
 
 std::string ExampleApplicationController::Implementation::follow(std::string const& text) {
     try {
+        hyxNet::checkRequest(text, "");
         json const message = json::parse(text);
         if (message.value("do", "") == "ready")
             server->askForPicture();

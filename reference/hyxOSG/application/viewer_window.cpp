@@ -1,6 +1,8 @@
 // Drives the scene-graph library's viewer.
 #include "reference/hyxOSG/application/viewer_window.h"
 
+#include "reference/hyxPython/native_work.h"
+
 #include <stdexcept>
 
 namespace hyxOSG {
@@ -54,11 +56,25 @@ ViewerWindow::ViewerWindow(WindowRequest const& request, osg::Group* scene)
     m_viewer->realize();
 }
 
+// A script may keep the viewer or its camera for longer: nothing in them leads back to here or to the application, and
+// there is no window to draw into.
 ViewerWindow::~ViewerWindow() {
+    if (m_process.isOther()) { // closing would wait for threads of the driver that were not copied
+        static_cast<void>(m_window.release());
+        static_cast<void>(m_viewer.release());
+        return;
+    }
     if (open() && m_window->makeCurrent()) {
         m_fence.finish(*m_window->getState());
         m_window->releaseContext();
     }
+    camera()->setFinalDrawCallback(nullptr);
+    m_viewer->getEventHandlers().clear();
+    m_viewer->setDone(true);
+    m_window->close();
+    // Whatever is not in the scene now, shared shaders and nodes that a script holds, remembers what it had in this
+    // context by its number. That is free now; taking it for good keeps it from later windows.
+    osg::GraphicsContext::createNewContextID();
 }
 
 void ViewerWindow::makeCamera(int width, int height) {
@@ -73,7 +89,14 @@ void ViewerWindow::makeCamera(int width, int height) {
     camera->addFinalDrawCallback(new FenceCallback(m_fence));
 }
 
+void ViewerWindow::requireOwner() const {
+    requireDrawingProcess();
+    if (std::this_thread::get_id() != m_thread)
+        throw std::runtime_error("the window belongs to the thread that opened it, which alone can draw in it");
+}
+
 void ViewerWindow::handleEvents(double time) {
+    requireOwner();
     m_viewer->begin();
     if (!open())
         return;
@@ -84,7 +107,9 @@ void ViewerWindow::handleEvents(double time) {
 void ViewerWindow::draw() {
     if (!open())
         return;
+    requireOwner();
     m_viewer->updateTraversal();
+    hyxPython::NativeWork const work;
     m_viewer->renderingTraversals();
 }
 

@@ -3,8 +3,11 @@
 
 #include "reference/machinery/context/frame_fence.h"
 #include "reference/machinery/context/graphics_window.h"
+#include "reference/machinery/context/owner_process.h"
 
 #include <osgViewer/Viewer>
+
+#include <thread>
 
 namespace hyxOSG {
 
@@ -45,10 +48,14 @@ public:
 
 private:
     void makeCamera(int width, int height);
+    /// Throws where nothing can be drawn: in a forked child, and on another thread.
+    void requireOwner() const;
 
     osg::ref_ptr<osgViewer::GraphicsWindow> m_window;
     osg::ref_ptr<FrameViewer> m_viewer;
     FrameFence m_fence;
+    OwnerProcess m_process;
+    std::thread::id m_thread = std::this_thread::get_id();
 };
 
 } // namespace hyxOSG

@@ -14,7 +14,7 @@ namespace hyxOSG {
 /// Before that, the application's pick handler and the listeners of its simulation get the event, and may use it up.
 class WindowEvents : public osgGA::GUIEventHandler {
 public:
-    /// The application owns the viewer that holds this handler, so that it outlives it.
+    /// The application's window takes this handler from its viewer when it ends, so that the application outlives it.
     explicit WindowEvents(ExampleApplication* application) : m_application(application) {}
 
     bool handle(osgGA::GUIEventAdapter const& event, osgGA::GUIActionAdapter&) override;

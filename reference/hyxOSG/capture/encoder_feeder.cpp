@@ -2,7 +2,10 @@
 
 #include "reference/hyxOSG/capture/encoder_feeder.h"
 
+#include "reference/hyxPython/native_work.h"
+
 #include <csignal>
+#include <stdexcept>
 
 namespace hyxOSG {
 
@@ -17,10 +20,18 @@ EncoderFeeder::EncoderFeeder(std::vector<std::string> const& command) : m_proces
 }
 
 EncoderFeeder::~EncoderFeeder() {
+    if (m_owner.isOther()) {
+        m_thread.detach();
+        static_cast<void>(m_changed.release());
+        return;
+    }
     joinThread(true);
 }
 
 EncoderFeeder::Frame EncoderFeeder::takeFrame() {
+    if (m_owner.isOther()) {
+        throw std::runtime_error("the film is recorded by the process that this one was forked from");
+    }
     std::lock_guard lock(m_mutex);
     if (m_spare.empty()) {
         return {};
@@ -31,20 +42,28 @@ EncoderFeeder::Frame EncoderFeeder::takeFrame() {
 }
 
 void EncoderFeeder::add(Frame frame) {
+    hyxPython::NativeWork const work;
     std::unique_lock lock(m_mutex);
-    m_changed.wait(lock, [this] { return m_failure || m_waiting.size() < longestQueue; });
+    m_changed->wait(lock, [this] { return m_failure || m_waiting.size() < longestQueue; });
     rethrowFailure();
     m_waiting.push_back(std::move(frame));
-    m_changed.notify_all();
+    m_changed->notify_all();
 }
 
 bool EncoderFeeder::isActive() {
+    if (m_owner.isOther()) {
+        return false;
+    }
     std::lock_guard lock(m_mutex);
     // While the thread writes, the process is the thread's alone.
     return !m_failure && !m_closing && (m_writing || m_process.isRunning());
 }
 
 void EncoderFeeder::finish() {
+    if (m_owner.isOther()) {
+        return;
+    }
+    hyxPython::NativeWork const work;
     joinThread(false);
     rethrowFailure();
     m_process.finish();
@@ -53,7 +72,7 @@ void EncoderFeeder::finish() {
 void EncoderFeeder::feed() {
     std::unique_lock lock(m_mutex);
     for (;;) {
-        m_changed.wait(lock, [this] { return m_closing || !m_waiting.empty(); });
+        m_changed->wait(lock, [this] { return m_closing || !m_waiting.empty(); });
         if (m_waiting.empty()) {
             return;
         }
@@ -71,7 +90,7 @@ void EncoderFeeder::feed() {
         m_writing = false;
         m_spare.push_back(std::move(frame));
         m_failure = failure;
-        m_changed.notify_all();
+        m_changed->notify_all();
         if (m_failure) {
             return;
         }
@@ -91,7 +110,7 @@ void EncoderFeeder::joinThread(bool dropFrames) {
         if (dropFrames) {
             m_waiting.clear();
         }
-        m_changed.notify_all();
+        m_changed->notify_all();
     }
     if (m_thread.joinable()) {
         m_thread.join();

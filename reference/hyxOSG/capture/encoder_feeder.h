@@ -2,10 +2,12 @@
 #pragma once
 
 #include "reference/hyxOSG/capture/encoder_process.h"
+#include "reference/machinery/context/owner_process.h"
 
 #include <condition_variable>
 #include <deque>
 #include <exception>
+#include <memory>
 #include <mutex>
 #include <thread>
 #include <vector>
@@ -14,6 +16,7 @@ namespace hyxOSG {
 
 /// Owns the encoder's process and one thread that writes to it. The thread touches nothing but frames and the process,
 /// and takes no signals. At most `longestQueue` frames wait; `add` then waits for the encoder, which sets the pace.
+/// A forked copy of the process adds nothing to the film and does not end it.
 class EncoderFeeder {
 public:
     using Frame = std::vector<unsigned char>;
@@ -42,13 +45,15 @@ private:
 
     EncoderProcess m_process;
     std::mutex m_mutex;
-    std::condition_variable m_changed;
+    /// Apart, so that a forked copy can leave it behind: its destructor would wait for the thread that was not copied.
+    std::unique_ptr<std::condition_variable> m_changed = std::make_unique<std::condition_variable>();
     std::deque<Frame> m_waiting;
     std::vector<Frame> m_spare;
     std::exception_ptr m_failure;
     bool m_writing = false;
     bool m_closing = false;
     std::thread m_thread;
+    OwnerProcess m_owner;
 };
 
 } // namespace hyxOSG

@@ -190,7 +190,7 @@ bool EncoderProcess::waitForEnd(double seconds) {
 }
 
 void EncoderProcess::endChild() {
-    if (m_child >= 0) {
+    if (m_child >= 0 && !m_owner.isOther()) {
         if (m_input >= 0) {
             shutdown(m_input, SHUT_WR);
         }

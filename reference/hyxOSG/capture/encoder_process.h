@@ -1,6 +1,8 @@
 // A child process that is fed through its standard input and says on its standard error what goes wrong.
 #pragma once
 
+#include "reference/machinery/context/owner_process.h"
+
 #include <sys/types.h>
 
 #include <cstddef>
@@ -20,7 +22,7 @@ public:
     /// \param command the program, looked up in the PATH, and its arguments.
     /// \throws std::runtime_error with the reason when it cannot be started
     explicit EncoderProcess(std::vector<std::string> const& command);
-    /// Kills a child that still runs.
+    /// Kills a child that still runs, but not out of a forked copy of the process that started it.
     ~EncoderProcess();
     EncoderProcess(EncoderProcess const&) = delete;
     EncoderProcess& operator=(EncoderProcess const&) = delete;
@@ -49,6 +51,7 @@ private:
     int m_input = -1;
     int m_errors = -1;
     int m_status = 0;
+    OwnerProcess m_owner;
 };
 
 } // namespace hyxOSG

@@ -210,11 +210,11 @@ osg::Group* SceneDecorator::getNonShadowedScene() {
 }
 
 bool SceneDecorator::addChild(osg::Node* node) {
-    return node && m_implementation->shadowed->addChild(node);
+    return m_implementation->fits(node) && m_implementation->shadowed->addChild(node);
 }
 
 bool SceneDecorator::insertChild(unsigned int index, osg::Node* node) {
-    return node &&
+    return m_implementation->fits(node) &&
            m_implementation->shadowed->insertChild(std::min(index, m_implementation->shadowed->getNumChildren()), node);
 }
 
@@ -227,13 +227,13 @@ bool SceneDecorator::removeChild(unsigned int index, unsigned int count) {
 }
 
 bool SceneDecorator::replaceChild(osg::Node* oldNode, osg::Node* newNode) {
-    return oldNode && newNode &&
+    return oldNode && m_implementation->fits(newNode) &&
            (m_implementation->shadowed->replaceChild(oldNode, newNode) ||
             m_implementation->unshadowed->replaceChild(oldNode, newNode));
 }
 
 bool SceneDecorator::setChild(unsigned int index, osg::Node* node) {
-    return node && index < m_implementation->shadowed->getNumChildren() &&
+    return index < m_implementation->shadowed->getNumChildren() && m_implementation->fits(node) &&
            m_implementation->shadowed->setChild(index, node);
 }
 

@@ -2,6 +2,7 @@
 #include "reference/hyxOSG/decoration/scene_decorator_implementation.h"
 
 #include "platform/hyxOSG/application/example_application.h"
+#include "platform/osg/attachment.h"
 #include "reference/hyxOSG/decoration/screen_layer.h"
 #include "reference/hyxOSG/decoration/shadow_method.h"
 #include "reference/hyxOSG/decoration/shadow_volume.h"
@@ -72,6 +73,12 @@ decorator::ShadingOptions SceneDecorator::Implementation::shading() const {
     options.shadowLight = lights.shadowLight();
     options.perPixelHighlights = shaderState && perPixelHighlights;
     return options;
+}
+
+bool SceneDecorator::Implementation::fits(osg::Node const* node) const {
+    if (node)
+        osg::requireAttachable(*shadowed, *node);
+    return node;
 }
 
 void SceneDecorator::Implementation::updateParts() {

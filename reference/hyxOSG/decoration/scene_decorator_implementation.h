@@ -27,6 +27,8 @@ struct SceneDecorator::Implementation {
 
     /// Turns parts on and off and puts the program and the shadow technique in.
     void updateParts();
+    /// Whether there is a node that may stand in the decorated scene.
+    bool fits(osg::Node const* node) const;
 
     /// Follows what the window's driver has turned out to do.
     void followSupport();

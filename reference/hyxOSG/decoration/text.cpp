@@ -3,6 +3,7 @@
 
 #include "reference/hyxOSG/decoration/fonts.h"
 #include "reference/machinery/meshes/conversions.h"
+#include "reference/machinery/meshes/text_length.h"
 
 #include <osgText/Text>
 
@@ -83,7 +84,7 @@ void Text::setDrawMode(DrawModeMask mask) {
 }
 
 void Text::setText(hyx::String const& text) {
-    m_text->setText(text, osgText::String::ENCODING_UTF8);
+    m_text->setText(requireDrawable(text), osgText::String::ENCODING_UTF8);
 }
 
 void Text::setAlignment(AlignmentType alignment) {

@@ -1,12 +1,14 @@
 // Reads the decorator's textures.
 #include "reference/hyxOSG/decoration/texture_file.h"
 
-#include <osgDB/ReadFile>
+#include "reference/machinery/model_files/guarded_reading.h"
+
+#include <osgDB/FileUtils>
 
 namespace hyxOSG {
 
 osg::ref_ptr<osg::Texture2D> loadScreenTexture(std::string const& file) {
-    osg::ref_ptr<osg::Image> const image = osgDB::readRefImageFile(file);
+    osg::ref_ptr<osg::Image> const image = readPicture(osgDB::findDataFile(file)).thing;
     if (!image || !image->valid())
         return nullptr;
     osg::ref_ptr<osg::Texture2D> texture = new osg::Texture2D(image);

@@ -2,7 +2,7 @@
 #include "platform/hyxOSG/nodes/transform.h"
 
 #include "platform/hyxOSG/nodes/geometry_node.h"
-#include "reference/machinery/meshes/ancestry.h"
+#include "platform/osg/attachment.h"
 #include "reference/machinery/meshes/conversions.h"
 
 #include <cmath>
@@ -25,7 +25,10 @@ void Transform::setName(std::string const& name) {
 }
 
 bool Transform::addChild(osg::Node* child) {
-    return child && !containsNode(child) && !isAbove(child, *this) && osg::MatrixTransform::addChild(child);
+    if (!child || containsNode(child))
+        return false;
+    osg::requireAttachable(*this, *child);
+    return osg::MatrixTransform::addChild(child);
 }
 
 bool Transform::addChild(GeometryNode* child) {

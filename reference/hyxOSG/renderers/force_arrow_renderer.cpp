@@ -220,6 +220,8 @@ osg::Group* ForceArrowRenderer::getNode() const {
 }
 
 void ForceArrowRenderer::addNotification() {
+    if (!getSimulation())
+        throw std::logic_error("the arrows are in no simulation: add them to one");
     m_implementation->time = getSimulation()->getTimeStamp();
     m_implementation->attach(getSimulation());
 }

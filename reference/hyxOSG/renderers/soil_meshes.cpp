@@ -4,9 +4,10 @@
 #include "platform/hyxOSG/visuals/read_file.h"
 #include "reference/hyxOSG/renderers/surface_mesh.h"
 #include "reference/machinery/meshes/conversions.h"
+#include "reference/machinery/model_files/guarded_reading.h"
 
 #include <osg/Material>
-#include <osgDB/ReadFile>
+#include <osgDB/FileUtils>
 
 #include <cmath>
 #include <numbers>
@@ -63,7 +64,7 @@ void SoilMeshes::load(std::string const& model, std::string const& texture) {
     osg::ref_ptr<osg::Node> const mesh = model.empty() ? makeStone() : osg::ref_ptr<osg::Node>(readNodeFile(model));
     if (!mesh)
         throw std::runtime_error("the model of soil grains cannot be read: " + model);
-    osg::ref_ptr<osg::Image> const image = texture.empty() ? nullptr : osgDB::readRefImageFile(texture);
+    osg::ref_ptr<osg::Image> const image = texture.empty() ? nullptr : readPicture(osgDB::findDataFile(texture)).thing;
     if (!texture.empty() && !image)
         throw std::runtime_error("the texture of soil grains cannot be read: " + texture);
     osg::StateSet* const state = m_group->getOrCreateStateSet();

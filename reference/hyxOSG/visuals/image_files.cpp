@@ -2,6 +2,7 @@
 #include "reference/hyxOSG/visuals/image_files.h"
 
 #include "reference/machinery/meshes/notices.h"
+#include "reference/machinery/model_files/guarded_reading.h"
 
 #include <osg/observer_ptr>
 #include <osgDB/FileUtils>
@@ -13,16 +14,15 @@
 namespace hyxOSG {
 
 osg::ref_ptr<osg::Image> readImage(std::string const& file) {
-    if (osgDB::fileType(osgDB::findDataFile(file)) != osgDB::REGULAR_FILE) {
+    std::string const path = osgDB::findDataFile(file);
+    if (osgDB::fileType(path) != osgDB::REGULAR_FILE) {
         warn("there is no image file \"" + file + "\"");
         return nullptr;
     }
-    osg::ref_ptr<osg::Image> const image = osgDB::readRefImageFile(file);
-    if (!image || !image->data() || image->s() <= 0 || image->t() <= 0) {
-        warn("the image file \"" + file + "\" is damaged or of an unknown kind");
-        return nullptr;
-    }
-    return image;
+    Reading<osg::Image> const reading = readPicture(path);
+    if (!reading.thing)
+        warn("the image file \"" + file + "\" cannot be read: " + reading.fault);
+    return reading.thing;
 }
 
 void setRepeat(osg::Texture2D& texture, bool repeat) {

@@ -3,6 +3,7 @@
 #include "platform/hyxOSG/nodes/geometry_node.h"
 #include "platform/hyxOSG/visuals/render_state.h"
 #include "reference/machinery/meshes/mesh_builder.h"
+#include "reference/machinery/meshes/mesh_check.h"
 
 #include <osg/Geometry>
 #include <osg/Group>
@@ -66,6 +67,8 @@ std::size_t smooth(osg::Node& node, double creaseAngle) {
         if (!hasTriangles(*mesh))
             return 0;
         mesh->setNormalArray(nullptr);
+        if (std::string const fault = meshFault(*mesh); !fault.empty())
+            throw std::invalid_argument("the mesh " + fault);
         osgUtil::SmoothingVisitor::smooth(*mesh, creaseAngle);
         joinDuplicates(*mesh, creaseAngle);
         useVertexBuffers(*mesh);

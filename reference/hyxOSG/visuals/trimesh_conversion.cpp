@@ -3,6 +3,7 @@
 
 #include "platform/hyxCollide/trimesh.h"
 #include "reference/machinery/meshes/conversions.h"
+#include "reference/machinery/meshes/mesh_check.h"
 
 #include <osg/Drawable>
 #include <osg/NodeVisitor>
@@ -10,6 +11,7 @@
 #include <osg/TriangleFunctor>
 
 #include <map>
+#include <stdexcept>
 
 namespace hyxOSG {
 namespace {
@@ -39,6 +41,9 @@ public:
     GatherTriangles() : osg::NodeVisitor(TRAVERSE_ACTIVE_CHILDREN) {}
 
     void apply(osg::Drawable& drawable) override {
+        osg::Geometry const* const mesh = drawable.asGeometry();
+        if (std::string const fault = mesh ? meshFault(*mesh) : ""; !fault.empty())
+            throw std::invalid_argument("the mesh " + fault);
         gatherer.toRoot = m_toRoot;
         drawable.accept(gatherer);
     }

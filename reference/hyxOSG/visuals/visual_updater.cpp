@@ -5,6 +5,8 @@
 #include "platform/hyxOSG/visuals/create_visual.h"
 #include "platform/hyxOSG/visuals/finders.h"
 
+#include <stdexcept>
+
 namespace hyxOSG {
 
 VisualUpdater::VisualUpdater(osg::Group* group, float detailRatio, bool evenIfSensor, hyxSDK::EventListener* source)
@@ -49,12 +51,16 @@ void VisualUpdater::bodyRemoved(hyx::RigidBody* body) {
 }
 
 void VisualUpdater::addNotification() {
+    if (!getSimulation())
+        throw std::logic_error("the updater is in no simulation: add it to one");
     getSimulation()->getBodyAddedEvent().add(m_onBody);
     getSimulation()->getBodyRemovedEvent().add(m_onBodyRemoved);
     getSimulation()->getGeometryAddedEvent().add(m_onGeometry);
 }
 
 void VisualUpdater::removeNotification() {
+    if (!getSimulation())
+        throw std::logic_error("the updater is in no simulation: add it to one");
     getSimulation()->getBodyAddedEvent().remove(m_onBody);
     getSimulation()->getBodyRemovedEvent().remove(m_onBodyRemoved);
     getSimulation()->getGeometryAddedEvent().remove(m_onGeometry);

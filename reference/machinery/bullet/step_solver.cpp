@@ -26,6 +26,9 @@ constexpr int mostSubsteps = 128;
 /// m/s; rounds that change less are enough.
 constexpr double settledSpeed = 1e-9;
 constexpr int mostSweeps = 500;
+/// m/s; a round that changes more than this is not the last, up to a number: a heavy load sets down on a light stack.
+constexpr double shockSpeed = 0.02;
+constexpr int mostForShocks = 20;
 
 RigidBody::Implementation& implementationOf(btCollisionObject const& object) {
     return static_cast<hyxCollide::CollisionCarrier const*>(object.getUserPointer())->body->implementation();
@@ -192,13 +195,14 @@ void StepSolver::solve(bool atPlaces, double substep, int numSweeps) {
         atPlaces ? mechanism->solvePlaces(substep) : mechanism->solve();
     if (m_contacts.isEmpty())
         return;
-    int const most = effort == ALL || m_contacts.bounces() ? mostSweeps : numSweeps;
+    bool const all = effort == ALL || m_contacts.bounces();
+    int const most = all ? mostSweeps : std::max(numSweeps, mostForShocks);
     for (int i = 0; i < most; ++i) {
         double const change = m_contacts.sweep();
         for (auto const& mechanism : m_mechanisms)
             if (mechanism->touches)
                 mechanism->solve();
-        if (change < settledSpeed)
+        if (change < (all || i + 1 < numSweeps ? settledSpeed : shockSpeed))
             return;
     }
 }

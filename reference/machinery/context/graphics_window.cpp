@@ -2,6 +2,7 @@
 #include "reference/machinery/context/graphics_window.h"
 
 #include "reference/machinery/context/egl_window.h"
+#include "reference/machinery/context/owner_process.h"
 #include "reference/machinery/context/picture_size.h"
 #include "reference/machinery/context/x_display.h"
 
@@ -116,7 +117,15 @@ osg::ref_ptr<osgViewer::GraphicsWindow> makeOffscreenWindow(WindowRequest const&
 
 } // namespace
 
+void requireDrawingProcess() {
+    static OwnerProcess const first; // the process that drew first
+    if (first.isOther())
+        throw std::runtime_error("this process was forked from one that had a window, and cannot draw: "
+                                 "start it with multiprocessing.get_context('spawn')");
+}
+
 osg::ref_ptr<osgViewer::GraphicsWindow> makeGraphicsWindow(WindowRequest const& request) {
+    requireDrawingProcess();
     if (!isPictureSize(request.width, request.height))
         throw std::invalid_argument("a window must be 1 to 16384 pixels wide and high");
     WindowKind const kind = kindOfEnvironment(request.kind);

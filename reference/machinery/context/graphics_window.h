@@ -29,6 +29,9 @@ struct WindowRequest {
     osg::GraphicsContext* shared = nullptr; ///< context to share textures with, or null
 };
 
+/// Throws in a process that was forked from one that has opened a window: the driver's threads are not copied.
+void requireDrawingProcess();
+
 /// Makes and realizes a window. The environment variable HYX_DISPLAY (`window`, `offscreen`, `auto`) overrides the
 /// kind. Throws std::invalid_argument for sizes outside 1..16384 and for another value of the variable, and
 /// std::runtime_error with the reasons when no window can be made.

@@ -45,8 +45,9 @@ Profile ring(float inner, float outer, float y) {
 } // namespace
 
 unsigned int segmentsForDetail(float detailRatio) {
-    if (!(detailRatio > 0) || !std::isfinite(detailRatio))
-        throw std::invalid_argument("the detail ratio must be a positive number");
+    constexpr float mostDetail = 1000;
+    if (!(detailRatio > 0 && detailRatio <= mostDetail))
+        throw std::invalid_argument("the detail ratio must be a positive number of at most 1000");
     return static_cast<unsigned int>(std::lround(std::clamp(24 * detailRatio, 6.0f, 256.0f)));
 }
 

@@ -1,8 +1,10 @@
 // Model files that the scene-graph library has no reader for, or no good one, through the asset importer.
 
 #include "reference/machinery/meshes/mesh_builder.h"
+#include "reference/machinery/model_files/file_look_up.h"
 #include "reference/machinery/model_files/only_reader.h"
 
+#include <assimp/DefaultIOSystem.h>
 #include <assimp/Importer.hpp>
 #include <assimp/config.h>
 #include <assimp/material.h>
@@ -168,6 +170,16 @@ private:
     std::vector<osg::ref_ptr<osg::Geode>> m_meshes;
 };
 
+/// Opens only what may be read: a model names materials, buffers and other models.
+class GuardedFiles : public Assimp::DefaultIOSystem {
+public:
+    bool Exists(char const* file) const override { return mayRead(file) && DefaultIOSystem::Exists(file); }
+
+    Assimp::IOStream* Open(char const* file, char const* mode) override {
+        return mayRead(file) ? DefaultIOSystem::Open(file, mode) : nullptr;
+    }
+};
+
 class AssetReader : public osgDB::ReaderWriter {
 public:
     AssetReader() {
@@ -185,6 +197,7 @@ public:
         if (path.empty())
             return ReadResult::FILE_NOT_FOUND;
         Assimp::Importer importer;
+        importer.SetIOHandler(new GuardedFiles); // the importer deletes it
         importer.SetPropertyFloat(AI_CONFIG_PP_GSN_MAX_SMOOTHING_ANGLE, 45);
         aiScene const* const scene = importer.ReadFile(
             path, aiProcess_Triangulate | aiProcess_GenSmoothNormals | aiProcess_JoinIdenticalVertices |

@@ -142,3 +142,45 @@ gc.collect()
 del outliving
 """)
     assert (result.stdout, result.stderr, result.returncode) == ("", "", 0)
+
+
+def test_overrides_give_colours_where_a_sibling_has_another_type_of_that_name():
+    result = run_python("""
+import plain_sibling
+import hyxOSG, osg
+class Callback(hyxOSG.LidarOutputRendererColorFunctionCallback):
+    def getLidarPointColor(self, intensity):
+        return osg.Vec4(intensity, 1, 0, 1)
+callback = Callback()
+import _hyxOSG, _sample
+assert _sample.query_type("osg::Vec4 *") == "_p_osg__Vec4"
+color = _hyxOSG.LidarOutputRendererColorFunctionCallback_getLidarPointColor(callback.this, 0.25)
+print([color[i] for i in range(4)])
+""")
+    assert result.stdout == "[0.25, 1.0, 0.0, 1.0]\n", result.stderr
+
+
+BUILDER = "_p_f_p_hyxSDK__Simulation_p_hyxOSG__ExampleApplication__p_"
+
+
+@pytest.mark.parametrize(
+    "source, target",
+    [
+        ("_p_hyx__Clock", "_p_hyx__Component"),
+        ("_p_hyx__CubicSplineLookupTable", "_p_hyxStream__Serializable"),
+        (
+            "_std__shared_ptrT_tavlang__Robotics__Joints__PositionHingeJoint_t",
+            "_std__shared_ptrT_tavlang__Physics__System_t",
+        ),
+        ("_p_std__shared_ptrT_tavlang__Physics__System_t", "_p_std__shared_ptrT_tavlang__Core__Object_t"),
+        (BUILDER + "osg__Camera", BUILDER + "osg__Group"),
+        (BUILDER + "hyxOSG__GeometryNode", BUILDER + "osg__Group"),
+    ],
+)
+def test_types_that_only_siblings_make_convert_to_their_bases(source, target):
+    assert f"{source}+" in _sample.cast_list(target)
+
+
+@pytest.mark.parametrize("name", ["hyx::ObjectPtrTable *", "HashTable<hyx::Name, hyx::Object *> *"])
+def test_a_table_of_objects_has_two_spellings(name):
+    assert _sample.query_type(name) == "_p_HashTableT_hyx__Name_hyx__Object_p_t"

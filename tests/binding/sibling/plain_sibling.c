@@ -1,5 +1,6 @@
 /* A member of the family written against the shared records alone, as a module built elsewhere would be.
-   It knows sample::Base and hyx::Vec3 by name, and adds a type of its own that converts to sample::Base. */
+   It knows sample::Base and hyx::Vec3 by name, and adds a type of its own that converts to sample::Base. To it the
+   colours osg::Vec4 and osg::Vec4f are two types. */
 #include <Python.h>
 #include <stddef.h>
 #include <stdint.h>
@@ -40,13 +41,16 @@ typedef struct {
 static char const capsule_name[] = "swig_runtime_data4.type_pointer_capsule";
 
 /* ---- types, sorted by name ---- */
-enum { VEC3, SPECIAL, BASE, TYPES };
+enum { VEC3, VEC4, VEC4F, SPECIAL, BASE, TYPES };
 static struct type_info initial[TYPES] = {
     {"_p_hyx__Vec3", "hyx::Vec3 *", NULL, NULL, NULL, 0},
+    {"_p_osg__Vec4", "osg::Vec4 *", NULL, NULL, NULL, 0},
+    {"_p_osg__Vec4f", "osg::Vec4f *", NULL, NULL, NULL, 0},
     {"_p_plain__Special", "plain::Special *", NULL, NULL, NULL, 0},
     {"_p_sample__Base", "sample::Base *", NULL, NULL, NULL, 0},
 };
-static struct type_info* type_initial[TYPES] = {&initial[VEC3], &initial[SPECIAL], &initial[BASE]};
+static struct type_info* type_initial[TYPES] = {&initial[VEC3], &initial[VEC4], &initial[VEC4F], &initial[SPECIAL],
+                                                &initial[BASE]};
 static struct type_info* types[TYPES + 1];
 
 /* A Special holds a Base (virtual table pointer, then the value) behind two words of its own. */
@@ -62,10 +66,12 @@ static void* special_to_base(void* p, int* newmemory) {
 }
 
 static struct cast_info vec3_casts[] = {{&initial[VEC3], NULL, NULL, NULL}, {NULL, NULL, NULL, NULL}};
+static struct cast_info vec4_casts[] = {{&initial[VEC4], NULL, NULL, NULL}, {NULL, NULL, NULL, NULL}};
+static struct cast_info vec4f_casts[] = {{&initial[VEC4F], NULL, NULL, NULL}, {NULL, NULL, NULL, NULL}};
 static struct cast_info special_casts[] = {{&initial[SPECIAL], NULL, NULL, NULL}, {NULL, NULL, NULL, NULL}};
 static struct cast_info base_casts[] = {
     {&initial[BASE], NULL, NULL, NULL}, {&initial[SPECIAL], special_to_base, NULL, NULL}, {NULL, NULL, NULL, NULL}};
-static struct cast_info* cast_initial[TYPES] = {vec3_casts, special_casts, base_casts};
+static struct cast_info* cast_initial[TYPES] = {vec3_casts, vec4_casts, vec4f_casts, special_casts, base_casts};
 static struct module_info module = {types, TYPES, NULL, type_initial, cast_initial, NULL};
 
 static struct type_info* query(struct module_info* start, struct module_info* end, char const* name) {

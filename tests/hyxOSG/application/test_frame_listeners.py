@@ -149,3 +149,17 @@ def test_a_listener_without_overrides_does_nothing(app):
     for one in (listener, silent):
         app.addListener(one)
     assert steps_of(app, 2) == 2
+
+
+def test_the_error_of_a_scene_ends_the_frame_that_builds_it(window, tmp_path):
+    path = tmp_path / "ruin.py"
+    path.write_text("def ruin(simulation, app):\n    raise ValueError('the blueprint is lost')\n")
+    listener = Recorder()
+    window.addListener(listener)
+    window.addScene(str(path), "ruin", ord("r"))
+    window.getViewer().getEventQueue().keyPress(ord("r"))
+    with pytest.raises(ValueError, match="blueprint"):
+        window.step()
+    assert [name for name, _ in listener.calls] == ["pre"]
+    window.step()
+    assert [name for name, _ in listener.calls] == ["pre", "pre", "post"]

@@ -299,3 +299,19 @@ def test_a_name_that_is_not_text_is_a_decoding_error(video):
     with pytest.raises((TypeError, UnicodeError)):
         video.setFilename("\udcff")
     assert video.getFilename() == "ok"
+
+
+def test_a_forked_child_neither_adds_to_the_film_nor_ends_it(stage, video, tmp_path):
+    video.startCapture()
+    stage.draw(20)
+    child = os.fork()
+    if child == 0:
+        status = 1
+        try:
+            video.stopCapture()
+            status = 0
+        finally:
+            os._exit(status)
+    assert os.waitstatus_to_exitcode(os.waitpid(child, 0)[1]) == 0
+    stage.draw(40)
+    assert video.stopCapture() and frame_count(tmp_path / "video.mp4") == 30

@@ -122,9 +122,10 @@ def test_nodes_hold_one_reference_as_long_as_their_proxy(tmp_path, name, ending)
     assert node_count(seen) == 1 and holder.getNumChildren() == 1
 
 
-def test_a_decorator_keeps_its_reference_for_good():
+def test_a_decorator_ends_with_its_proxy_unless_that_is_disowned():
     decorator = hyxOSG.SceneDecorator(64, 48)
     assert node_count(decorator) == 1 and not hasattr(_hyxOSG, "delete_SceneDecorator")
+    decorator.this.disown()
     seen = _probe.borrow_node(decorator)
     del decorator
     gc.collect()
@@ -146,24 +147,26 @@ def test_a_light_handle_ends_with_its_last_reference(ending):
 
 
 @pytest.mark.parametrize("name", OBJECTS)
-def test_library_objects_keep_their_reference_for_good(tmp_path, name):
+def test_library_objects_end_with_their_proxy_though_nothing_deletes_them(tmp_path, name):
     made = OBJECTS[name](tmp_path)
     assert not hasattr(_hyxOSG, f"delete_{name}")
+    assert object_count(made) == 1 and made.thisown
+    made.this.disown()
     seen = _probe.borrow(made)
-    assert object_count(made) == 1
-    del made
+    del made  # disowned: the constructor's reference stays
     gc.collect()
     assert object_count(seen) == 1
+    seen.this.acquire()
 
 
 @pytest.mark.parametrize("name", UNCOUNTED)
-def test_other_scene_objects_are_handed_over_uncounted(tmp_path, name):
+def test_other_scene_objects_are_counted_by_their_proxy_alone(tmp_path, name):
     made = UNCOUNTED[name](tmp_path)
-    assert node_count(made) == 0
+    assert node_count(made) == 1
     assert not hasattr(_hyxOSG, f"delete_{name}")
     geode = osg.Geode()
     geode.addDrawable(made) if name == "ParticleSystemDrawable" else geode.addChild(made)
-    assert node_count(made) == 1
+    assert node_count(made) == 2
 
 
 def resident_mebibytes():

@@ -27,9 +27,9 @@ def test_helpers_take_and_release_one_reference(name):
     getattr(_hyxOSG, f"{name}_unreference")(None)
 
 
-def test_created_nodes_are_borrowed():
+def test_created_nodes_are_held_by_their_proxy():
     node = hyxOSG.createSphere(hyx.Vec3(), hyx.Vec4(1, 1, 1, 1), 1.0)
-    assert count(node) == 0
+    assert count(node) == 1 and not node.thisown
     holder = osg.Group()
     holder.addChild(node)
     del node
@@ -37,7 +37,7 @@ def test_created_nodes_are_borrowed():
     assert holder.getNumChildren() == 1 and holder.getChild(0).getBound().valid()
 
 
-def test_results_of_clone_are_borrowed():
+def test_results_of_clone_are_held_by_their_proxy():
     for made in (hyxOSG.GeometryNode(), hyxOSG.ParticleSystemDrawable(None)):
         clone = made.clone(osg.CopyOp())
-        assert count(clone) == 0
+        assert count(clone) == 1

@@ -40,6 +40,7 @@ class Stage(OffScreen):
         self.folder = folder
         self.look_from(hyx.Vec3(*eye), hyx.Vec3(*center))
         self.shots = 0
+        self.renderer = None  # what a test lets draw lives as long as somebody holds it
 
     def step(self, count=1):
         for _ in range(count):

@@ -154,7 +154,7 @@ def test_degenerate_splines_draw_nothing(stage, kind, points):
     spline = hyxUtil.CubicSpline()
     for point in points:
         spline.add(hyx.Vec3(*point))
-    kind(spline, stage.root)
+    stage.renderer = kind(spline, stage.root)
     assert covered(stage.shoot()) == 0
 
 

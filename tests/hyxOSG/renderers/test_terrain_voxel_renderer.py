@@ -67,7 +67,7 @@ def test_the_surface_is_drawn_in_its_color(stage):
 
 def test_a_change_of_the_soil_shows_in_the_next_frame(stage):
     terrain = hyxTerrain.Terrain(32, 32, 0.1, 0.5)
-    TerrainVoxelRenderer(terrain, stage.root)
+    stage.renderer = TerrainVoxelRenderer(terrain, stage.root)
     before = stage.shoot()
     for x in range(10, 20):
         for y in range(10, 20):
@@ -79,7 +79,7 @@ def test_a_change_of_the_soil_shows_in_the_next_frame(stage):
 
 def test_the_surface_lies_where_the_terrain_is(stage):
     terrain = hyxTerrain.Terrain(8, 8, 0.1, 0.5)
-    TerrainVoxelRenderer(terrain, stage.root)
+    stage.renderer = TerrainVoxelRenderer(terrain, stage.root)
     lit = lambda *color: color != (0, 0, 0)
     left = stage.shoot().columns_of(lit)
     terrain.setPosition(hyx.Vec3(2.4, 0, 0))

@@ -71,7 +71,7 @@ def test_the_reference_tension_scales_the_red(stage):
 @pytest.mark.parametrize("kind", [WireRenderer, WireRendererOld])
 def test_the_picture_follows_the_wire(stage, kind):
     wire = hanging(steps=1)
-    kind(wire, stage.root)
+    stage.renderer = kind(wire, stage.root)
     before = stage.shoot()
     assert covered(before) > 50
     wire.setWinchSpeed(0.5)
@@ -84,15 +84,14 @@ def test_the_picture_follows_the_wire(stage, kind):
 def test_the_wire_goes_through_a_given_spline(stage):
     spline = hyxUtil.CubicSpline()
     wire = hanging(steps=10)
-    WireRenderer(wire, stage.root, spline)
+    stage.renderer = WireRenderer(wire, stage.root, spline)
     assert spline.getNumPoints() == wire.getNumPoints()
     assert spline.getPoint(3) == wire.getPoint(3)
 
 
 def test_a_wire_without_points_draws_nothing(stage):
     wire = hyxWire.Wire(0.05, 10)
-    WireRenderer(wire, stage.root)
-    WireRendererOld(wire, stage.root)
+    stage.renderers = [WireRenderer(wire, stage.root), WireRendererOld(wire, stage.root)]
     assert covered(stage.shoot()) == 0
     for kind in (WireRenderer, WireRendererOld):
         with pytest.raises(RuntimeError, match="needs a wire"):
@@ -116,7 +115,7 @@ def bent():
 
 def test_the_most_bent_part_of_a_cable_is_red_and_the_ends_are_blue(stage):
     cable, damage = bent()
-    CableDamageRenderer(damage, 0.08, stage.root)
+    stage.renderer = CableDamageRenderer(damage, 0.08, stage.root)
     picture = stage.shoot()
     reds = picture.columns_of(lambda r, g, b: r > 60 and g < r / 2 and b < r / 2)
     blues = picture.columns_of(lambda r, g, b: b > 60 and g < b / 2 and r < b / 2)

@@ -1,0 +1,77 @@
+"""The operations that programs may call: every flat function of the family with the types of its parameters."""
+
+from __future__ import annotations
+
+import importlib
+import re
+from dataclasses import dataclass
+
+import _hyx_proxy
+
+FAMILY = ["_hyx", "_hyxCollide", "_hyxSDK", "_hyxModel", "_osg", "_hyxOSG"]
+
+# They wait for a user or a peer, write where they are told, run programs, or end the process.
+NOT_CALLED = re.compile(
+    r"(run|initRpc|init\w*Journal|executePythonScript|takeScreenShot|start|write\w*|save\w*|store\w*|dump\w*"
+    r"|\w*[sS]erver\w*|wait\w*|sleep\w*|\w*[rR]emote\w*|signal|open\w*|\w*VideoServer|executeOneStep\w*|_swigregister"
+    r"|unreference|value|next|__next__|previous|attachRequestedVideoCapture|\w*[cC]apture\w*|set\w*[mM]ax\w*|frame|realize|initViewer|createEmbedded\w*)"
+)
+# What one of them is told in numbers costs time or memory: these stay small.
+SPELLINGS = {
+    "osg::Vec2": "osg::Vec2f",
+    "osg::Vec3": "osg::Vec3f",
+    "osg::Vec4": "osg::Vec4f",
+    "osg::Matrix": "osg::Matrixd",
+}
+WHOLE = {"int", "unsigned int", "long", "unsigned long", "size_t", "ptrdiff_t", "hyx::UInt", "hyx::Index"}
+REAL = {"float", "double", "hyx::Real", "hyx::TimeStamp"}
+TEXT = {"std::string", "hyx::String", "hyx::Name", "char"}
+
+
+def plain(native: str) -> str:
+    """A parameter's or result's class, number or text."""
+    name = re.sub(r"\bconst\b|[*&]", "", native)
+    name = re.sub(r"\s+", " ", name).strip()
+    name = re.sub(r"std::vector<\s*hyxOSG::LidarOutputRendererLegendPoint.*", "legend", name)
+    return SPELLINGS.get(name, name)
+
+
+@dataclass(frozen=True)
+class Operation:
+    """One form of a flat function."""
+
+    module: str
+    name: str
+    role: str
+    parameters: tuple[str, ...]  # self first
+    result: str
+
+
+def self_of(function: dict, form: dict) -> list[str]:
+    if function["role"] == "constructor" and takes_object(form):
+        return ["PyObject *"]
+    return [] if form["static"] or not form["class"] else [form["class"]]
+
+
+def takes_object(form: dict) -> bool:
+    """Whether a constructor's first argument is the Python object that a director forwards to."""
+    return form["class"].split("::")[-1] in {
+        "EventListener",
+        "GuiEventListener",
+        "ExampleApplicationListener",
+        "LidarOutputRendererColorFunctionCallback",
+    }
+
+
+def operations() -> list[Operation]:
+    found = []
+    for module in FAMILY:
+        for function in _hyx_proxy.describe(importlib.import_module(module)):
+            if NOT_CALLED.fullmatch(function["name"].rpartition("_")[2]):
+                continue
+            for form in function["forms"]:
+                native = [p["type"] for p in form["parameters"]]
+                parameters = tuple(plain(name) for name in [*self_of(function, form), *native])
+                result = plain(form["result"]["type"])
+                found.append(Operation(module, function["name"], function["role"], parameters, result))
+    return found

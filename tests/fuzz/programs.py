@@ -1,0 +1,122 @@
+"""Makes random programs: legal life cycles, wrong types, wrong order, hostile objects, callbacks that destroy."""
+
+from __future__ import annotations
+
+import random
+from dataclasses import dataclass
+
+from fuzz.interface import REAL, TEXT, WHOLE, Operation, operations
+
+HEAD = """import fuzz.hostile as hostile
+import {modules}
+v = hostile.pool
+def step(line):
+    try:
+        exec(line)
+    except (Exception, KeyboardInterrupt):
+        pass
+"""
+HOSTILE = ["loop", "fresh", "failing", "shrinking", "destroying", "chained", "named", "derived", "slots", "object"]
+HOSTILE += ["generator", "lone surrogate", "bytes", "huge", "nan", "class"]
+DIRECTORS = {
+    "hyxSDK::EventListener": "listener",
+    "hyxOSG::GuiEventListener": "gui",
+    "hyxOSG::ExampleApplicationListener": "frames",
+    "hyxOSG::LidarOutputRendererColorFunctionCallback": "colors",
+}
+MODULES = "_hyx, _hyxCollide, _hyxSDK, _hyxModel, _osg, _hyxOSG"
+
+
+@dataclass(frozen=True)
+class Program:
+    """Lines that stand alone: each one's failure, or its absence, leaves the others what they are."""
+
+    lines: tuple[str, ...]
+
+    def script(self) -> str:
+        return HEAD.format(modules=MODULES) + "".join(f"step({line!r})\n" for line in self.lines)
+
+
+class Generator:
+    """The same seed gives the same program."""
+
+    def __init__(self) -> None:
+        self.all = operations()
+        self.makers: dict[str, list[Operation]] = {}
+        self.users: dict[str, list[Operation]] = {}
+        for operation in self.all:
+            if operation.role != "destructor":
+                self.makers.setdefault(operation.result, []).append(operation)
+            for parameter in set(operation.parameters):
+                self.users.setdefault(parameter, []).append(operation)
+
+    def program(self, seed: int) -> Program:
+        return _Maker(self, random.Random(seed)).make()
+
+
+class _Maker:
+    def __init__(self, generator: Generator, chance: random.Random) -> None:
+        self.of, self.chance = generator, chance
+        self.lines: list[str] = []
+        self.values: dict[str, list[int]] = {}  # places of values by their class
+        self.depth = 0
+        self.wrong = chance.choice([0, 0, 0.05, 0.3])  # how often an argument is a wrong one
+
+    def make(self) -> Program:
+        length = self.chance.randint(30, 60)
+        while len(self.lines) < length:
+            self.lines_of(self.choose())
+        return Program(tuple(self.lines[:length]))
+
+    def choose(self) -> Operation:
+        known = [name for name in self.values if name in self.of.users]
+        if known and self.chance.random() < 0.8:
+            return self.chance.choice(self.of.users[self.chance.choice(known)])
+        return self.chance.choice(self.of.all)
+
+    def lines_of(self, operation: Operation) -> int:
+        """Adds the lines of one call; returns the place of its result."""
+        arguments = ", ".join([self.argument(name) for name in operation.parameters])
+        place = len(self.lines)
+        self.lines.append(f"v[{place}] = {operation.module}.{operation.name}({arguments})")
+        if operation.result not in WHOLE | REAL | TEXT | {"void", "bool"}:
+            self.values.setdefault(operation.result, []).append(place)
+        return place
+
+    def argument(self, name: str) -> str:
+        if self.chance.random() < self.wrong:
+            return self.wrong_argument()
+        if name in WHOLE:
+            return str(self.chance.choice([0, 1, 2, 3, 7, 64, -1, 2**31, 2**64]))
+        if name in REAL:
+            return self.chance.choice(["0.0", "0.5", "1.0", "-1.0", "100.0", "float('inf')", "float('nan')"])
+        if name == "bool":
+            return self.chance.choice(["True", "False"])
+        if name in TEXT:
+            return self.chance.choice(["''", "'x'", "'a b'", "'nowhere.obj'"])
+        if name == "SWIGPY_SLICEOBJECT":
+            return f"slice({self.chance.choice([None, 0, 1, -9, 99])}, {self.chance.choice([None, 0, 2, -1])}, None)"
+        return self.object(name)
+
+    def object(self, name: str) -> str:
+        if name in DIRECTORS and self.chance.random() < 0.4:
+            return f"hostile.make({DIRECTORS[name]!r})"
+        if name == "PyObject":
+            return self.chance.choice(["None", "[1.0, 2.0, 3.0]", f"hostile.make({self.chance.choice(HOSTILE)!r})"])
+        known = self.values.get(name, ())
+        if known and self.chance.random() < 0.85:
+            return f"v.get({self.chance.choice(known)})"
+        makers = self.of.makers.get(name, ())
+        if not makers or self.depth > 2 or self.chance.random() < 0.05:
+            return "None" if makers or "::" in name else "0"
+        constructors = [maker for maker in makers if maker.role == "constructor"]
+        self.depth += 1
+        place = self.lines_of(self.chance.choice(constructors or list(makers)))
+        self.depth -= 1
+        return f"v.get({place})"
+
+    def wrong_argument(self) -> str:
+        kind = self.chance.random()
+        if kind < 0.6 or not self.lines:
+            return f"hostile.make({self.chance.choice(HOSTILE)!r})"
+        return f"v.get({self.chance.randrange(len(self.lines))})"

@@ -1,0 +1,85 @@
+"""Files that are damaged, or made to do harm, end neither the process nor its patience."""
+
+import os
+import resource
+import time
+
+import hyxOSG
+import osgDB
+import pytest
+from mutations import LONGEST, good_files, mutate, read
+
+TRIED = 6  # of each kind here; `mutations.py` tries as many as one likes
+
+
+@pytest.fixture(scope="module")
+def good(tmp_path_factory):
+    return good_files(tmp_path_factory.mktemp("good"))
+
+
+@pytest.mark.parametrize(
+    "kind", ["osg", "osgt", "osgb", "ive", "stl", "3ds", "png", "bmp", "tga", "rgb", "tiff", "jpg"]
+)
+def test_changed_files_are_read_or_refused(good, tmp_path, kind):
+    path = tmp_path / f"file.{kind}"
+    path.write_bytes(good[kind])
+    assert read(path)
+    for seed in range(TRIED):
+        path.write_bytes(mutate(good[kind], f"{kind}{seed}"))
+        begun = time.monotonic()
+        read(path)
+        assert time.monotonic() - begun < LONGEST
+
+
+def nested_groups(levels):
+    return "Group {\n num_children 1\n" * levels + "Group { }\n" + "}\n" * levels
+
+
+STL = "solid s\nfacet normal 0 0 1\nouter loop\nvertex 0 0 0\nvertex 1 0 0\n{third}endloop\nendfacet\nendsolid s\n"
+OSG_MESH = """Geometry {{
+  PrimitiveSets 1 {{ DrawElementsUInt TRIANGLES 1 {{ {indices} }} }}
+  VertexArray Vec3Array 3 {{ 0 0 0  1 0 0  0 1 0 }}
+}}
+"""
+BAD = {
+    "a hundred thousand groups": ("deep.osg", nested_groups(100_000)),
+    "more groups than a scene takes": ("levels.osg", nested_groups(2000)),
+    "a facet of two vertices": ("two.stl", STL.format(third="")),
+    "a vertex that is no number": ("nan.stl", STL.format(third="vertex nan 0 0\n")),
+    "an endless coordinate": (
+        "far.ply",
+        "ply\nformat ascii 1.0\nelement vertex 1\nproperty float x\nend_header\n1e999\n",
+    ),
+    "a vertex that is not there": ("index.osg", OSG_MESH.format(indices="0 1 99999999")),
+}
+
+
+@pytest.mark.parametrize("name, text", BAD.values(), ids=BAD.keys())
+def test_what_comes_back_is_whole(tmp_path, name, text):
+    path = tmp_path / name
+    path.write_text(text)
+    node = hyxOSG.readNodeFile(str(path), False)
+    if node is not None:  # what was wrong was left out
+        hyxOSG.createTrimesh(node)
+        assert node.getBound().radius() < 10
+    osgDB.readNodeFile(str(path))
+
+
+def test_a_picture_of_a_few_bytes_does_not_take_the_memory(tmp_path):
+    """A header that promises 30,000 pixels each way."""
+    before = resource.getrusage(resource.RUSAGE_SELF).ru_maxrss
+    header = b"BM" + (54).to_bytes(4, "little") + bytes(4) + (54).to_bytes(4, "little") + (40).to_bytes(4, "little")
+    bomb = tmp_path / "bomb.bmp"
+    bomb.write_bytes(header + 2 * (30_000).to_bytes(4, "little") + b"\1\0\x20\0" + bytes(24))
+    osgDB.readImageFile(str(bomb))
+    assert resource.getrusage(resource.RUSAGE_SELF).ru_maxrss - before < 1_000_000
+
+
+def test_files_are_found_from_wherever_the_process_stands(good, tmp_path, monkeypatch):
+    for folder in (tmp_path, tmp_path / "below"):
+        folder.mkdir(exist_ok=True)
+        monkeypatch.chdir(folder)
+        (folder / "file.png").write_bytes(good["png"])
+        assert osgDB.readImageFile("file.png")
+        os.remove(folder / "file.png")
+        assert osgDB.readImageFile("file.png") is None

@@ -1,0 +1,77 @@
+"""Scenes without rings, and of a depth that every walk has stack for."""
+
+import time
+
+import hyxOSG
+import osg
+import pytest
+
+RING, DEPTH = "cannot stand below itself", "at most 1000 groups deep"
+
+
+def ways_in(group):
+    """Each way to put a node into a group that has one child."""
+    ways = [group.addChild]
+    if hasattr(group, "insertChild"):
+        first = group.getShadowedScene() if hasattr(group, "getShadowedScene") else group
+        ways += [
+            lambda node: group.insertChild(0, node),
+            lambda node: group.setChild(0, node),
+            lambda node: group.replaceChild(first.getChild(0), node),
+        ]
+    return ways
+
+
+GROUPS = {
+    "group": osg.Group,
+    "switch": osg.Switch,
+    "matrix transform": osg.MatrixTransform,
+    "transform": hyxOSG.Transform,
+    "decorator": lambda: hyxOSG.SceneDecorator(64, 48),
+}
+
+
+@pytest.mark.parametrize("make", GROUPS.values(), ids=GROUPS.keys())
+def test_a_group_never_stands_below_itself(make):
+    group, above = make(), osg.Group()
+    group.addChild(osg.Group())
+    above.addChild(group)
+    for put in ways_in(group):
+        for node in (group, above):
+            with pytest.raises((RuntimeError, ValueError), match=RING):
+                put(node)
+    assert above.getNumParents() == 0 and group.getNumParents() == 1
+
+
+def test_the_scene_of_an_application_stands_once(window):
+    for node in (window.getSceneRoot(), window.getSceneDecorator()):
+        with pytest.raises(RuntimeError, match=RING):
+            window.getSceneRoot().addChild(node)
+
+
+@pytest.mark.parametrize("upwards", [False, True])
+def test_a_scene_has_a_greatest_depth(upwards):
+    first = last = osg.Group()
+    with pytest.raises(RuntimeError, match=DEPTH):
+        for _ in range(100_000):
+            node = osg.Group()
+            (node.addChild(last) if upwards else last.addChild(node))
+            last = node
+    with pytest.raises(RuntimeError, match=DEPTH):
+        halves = [osg.Group(), first if not upwards else last]
+        deep = osg.Group()
+        halves[0].addChild(deep)
+        deep.addChild(halves[1])
+
+
+def test_shared_groups_are_passed_once():
+    """Each level doubles the ways to the lowest group: 2 to the power of 300."""
+    begun = time.monotonic()
+    top = osg.Group()
+    for _ in range(300):
+        left, right, above = osg.Group(), osg.Group(), osg.Group()
+        for side in (left, right):
+            side.addChild(top)
+            above.addChild(side)
+        top = above
+    assert time.monotonic() - begun < 5
