@@ -21,6 +21,9 @@ SwigPyObject* as_pointer_object(PyObject* object) noexcept {
     return reinterpret_cast<SwigPyObject*>(object);
 }
 
+// Tells what is lent from the undefined padding that stands there in objects of siblings.
+constexpr std::int32_t lent_mark = 0x6c656e74;
+
 // A pointer into the memory of another object.
 struct View {
     SwigPyObject object;
@@ -60,9 +63,9 @@ PyObject* disown(PyObject* self, PyObject*) noexcept {
 }
 
 bool refuse_owning(SwigPyObject const* object) noexcept {
-    if (object->lent == 1)
+    if (object->lent == lent_mark)
         PyErr_SetString(PyExc_ValueError, "the object lies inside of another one and cannot be owned");
-    return object->lent == 1;
+    return object->lent == lent_mark;
 }
 
 PyObject* acquire(PyObject* self, PyObject*) noexcept {
@@ -168,6 +171,7 @@ void deallocate(PyObject* self) noexcept {
             return;
         }
     }
+    object->lent = 0; // nothing of the mark for who gets the memory next
     PyTypeObject* type = Py_TYPE(self);
     release_views(object->next);
     if (type == view_type()) {
@@ -265,22 +269,13 @@ void runtime::set_destroyer(swig_type_info* type, void (*destroy)(void*)) {
     destroyers.push_back({type, destroy});
 }
 
-namespace {
-
-// Others leave the mark undefined.
-bool is_of_this_module(PyObject* pointer_object) noexcept {
-    return Py_IS_TYPE(pointer_object, SwigPyObject_type()) || Py_IS_TYPE(pointer_object, view_type());
-}
-
-} // namespace
-
 void runtime::lend(PyObject* pointer_object) noexcept {
-    if (is_of_this_module(pointer_object))
-        as_pointer_object(pointer_object)->lent = 1;
+    if (Py_IS_TYPE(pointer_object, SwigPyObject_type()) || Py_IS_TYPE(pointer_object, view_type()))
+        as_pointer_object(pointer_object)->lent = lent_mark;
 }
 
 bool runtime::is_lent(PyObject* pointer_object) noexcept {
-    return is_of_this_module(pointer_object) && as_pointer_object(pointer_object)->lent == 1;
+    return as_pointer_object(pointer_object)->lent == lent_mark;
 }
 
 PyTypeObject* SwigPyObject_type() noexcept {
@@ -307,7 +302,7 @@ PyObject* SwigPyObject_CreateView(void* ptr, swig_type_info* ty, PyObject* conta
     if (!view)
         return nullptr;
     fill(&view->object, ptr, ty, 0);
-    view->object.lent = 1;
+    view->object.lent = lent_mark;
     view->container = Py_XNewRef(container);
     return reinterpret_cast<PyObject*>(view);
 }
