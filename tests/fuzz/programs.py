@@ -24,6 +24,8 @@ DIRECTORS = {
     "hyxOSG::ExampleApplicationListener": "frames",
     "hyxOSG::LidarOutputRendererColorFunctionCallback": "colors",
 }
+VALUES = {"legend", "hyxOSG::CameraData", "hyxOSG::LidarOutputRendererLegendPoint", "osg::Vec4f", "osg::Matrixd"}
+VALUES |= {"hyx::Vec3", "hyx::Vec4", "hyx::Quat", "hyx::AffineMatrix4x4", "hyx::Event"}
 MODULES = "_hyx, _hyxCollide, _hyxSDK, _hyxModel, _osg, _hyxOSG"
 
 
@@ -89,14 +91,16 @@ class _Maker:
         return place
 
     def deletion(self, operation: Operation) -> int:
-        """The end of what a constructor has made, once: who deletes what others hold has counted wrong. It may be used
-        afterwards."""
+        """The end of what a constructor has made, once: who deletes what others hold has counted wrong. Values may be
+        used afterwards; what counts references may live on, and its pointer object does not know how long."""
         owned = self.owned.get(operation.parameters[0])
         if not owned:
             self.lines.append(f"{operation.module}.{operation.name}(hostile.make({self.chance.choice(HOSTILE)!r}))")
         else:
             place = owned.pop(self.chance.randrange(len(owned)))
             self.lines.append(f"{operation.module}.{operation.name}(v.get({place}))")
+            if operation.parameters[0] not in VALUES:
+                self.values[operation.parameters[0]].remove(place)
         return len(self.lines) - 1
 
     def argument(self, name: str) -> str:
