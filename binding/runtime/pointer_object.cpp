@@ -21,6 +21,9 @@ SwigPyObject* as_pointer_object(PyObject* object) noexcept {
     return reinterpret_cast<SwigPyObject*>(object);
 }
 
+// Tells what is lent from the undefined padding that stands there in objects of siblings.
+constexpr std::int32_t lent_mark = 0x6c656e74;
+
 // A pointer into the memory of another object.
 struct View {
     SwigPyObject object;
@@ -171,6 +174,7 @@ void deallocate(PyObject* self) noexcept {
             return;
         }
     }
+    object->lent = 0; // nothing of the mark for who gets the memory next
     PyTypeObject* type = Py_TYPE(self);
     release_views(object->next);
     if (type == view_type()) {
@@ -268,17 +272,8 @@ void runtime::set_destroyer(swig_type_info* type, void (*destroy)(void*)) {
     destroyers.push_back({type, destroy});
 }
 
-namespace {
-
-// Others leave the mark undefined.
-bool is_of_this_module(PyObject* pointer_object) noexcept {
-    return Py_IS_TYPE(pointer_object, SwigPyObject_type()) || Py_IS_TYPE(pointer_object, view_type());
-}
-
-} // namespace
-
 void runtime::lend(PyObject* pointer_object) noexcept {
-    if (is_of_this_module(pointer_object))
+    if (Py_IS_TYPE(pointer_object, SwigPyObject_type()) || Py_IS_TYPE(pointer_object, view_type()))
         as_pointer_object(pointer_object)->lent = lent_mark;
 }
 

@@ -10,7 +10,7 @@ struct SwigPyObject {
     PyObject_HEAD void* ptr; // the native object
     swig_type_info* ty;      // its descriptor, may be NULL
     std::int32_t own;        // exactly 1: Python deletes the native object with this one
-    std::int32_t lent;       // of this module's own objects: 1 where the memory is another object's, which none may own
+    std::int32_t lent;       // marks memory that is another object's, which nobody may own; undefined in siblings
     PyObject* next;          // further views of the same Python instance, owned; may be NULL
 };
 

@@ -24,6 +24,8 @@ DIRECTORS = {
     "hyxOSG::ExampleApplicationListener": "frames",
     "hyxOSG::LidarOutputRendererColorFunctionCallback": "colors",
 }
+VALUES = {"legend", "hyxOSG::CameraData", "hyxOSG::LidarOutputRendererLegendPoint", "osg::Vec4f", "osg::Matrixd"}
+VALUES |= {"hyx::Vec3", "hyx::Vec4", "hyx::Quat", "hyx::AffineMatrix4x4", "hyx::Event"}
 MODULES = "_hyx, _hyxCollide, _hyxSDK, _hyxModel, _osg, _hyxOSG"
 
 
@@ -59,6 +61,7 @@ class _Maker:
         self.of, self.chance = generator, chance
         self.lines: list[str] = []
         self.values: dict[str, list[int]] = {}  # places of values by their class
+        self.owned: dict[str, list[int]] = {}  # those that a constructor has made and nothing has deleted
         self.depth = 0
         self.wrong = chance.choice([0, 0, 0.05, 0.3])  # how often an argument is a wrong one
 
@@ -76,12 +79,29 @@ class _Maker:
 
     def lines_of(self, operation: Operation) -> int:
         """Adds the lines of one call; returns the place of its result."""
+        if operation.role == "destructor":
+            return self.deletion(operation)
         arguments = ", ".join([self.argument(name) for name in operation.parameters])
         place = len(self.lines)
         self.lines.append(f"v[{place}] = {operation.module}.{operation.name}({arguments})")
         if operation.result not in WHOLE | REAL | TEXT | {"void", "bool"}:
             self.values.setdefault(operation.result, []).append(place)
+        if operation.role == "constructor":
+            self.owned.setdefault(operation.result, []).append(place)
         return place
+
+    def deletion(self, operation: Operation) -> int:
+        """The end of what a constructor has made, once: who deletes what others hold has counted wrong. Values may be
+        used afterwards; what counts references may live on, and its pointer object does not know how long."""
+        owned = self.owned.get(operation.parameters[0])
+        if not owned:
+            self.lines.append(f"{operation.module}.{operation.name}(hostile.make({self.chance.choice(HOSTILE)!r}))")
+        else:
+            place = owned.pop(self.chance.randrange(len(owned)))
+            self.lines.append(f"{operation.module}.{operation.name}(v.get({place}))")
+            if operation.parameters[0] not in VALUES:
+                self.values[operation.parameters[0]].remove(place)
+        return len(self.lines) - 1
 
     def argument(self, name: str) -> str:
         if self.chance.random() < self.wrong:
