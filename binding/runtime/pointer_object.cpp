@@ -62,9 +62,6 @@ PyObject* disown(PyObject* self, PyObject*) noexcept {
     Py_RETURN_NONE;
 }
 
-// A value that no module leaves in this place by chance, since siblings outside of this project leave it undefined.
-constexpr std::int32_t lent_mark = 0x4c454e54;
-
 bool refuse_owning(SwigPyObject const* object) noexcept {
     if (object->lent == lent_mark)
         PyErr_SetString(PyExc_ValueError, "the object lies inside of another one and cannot be owned");
