@@ -15,20 +15,14 @@ import hyxOSG
 from application_stage import read_picture
 
 
-# Held to the end of the process, as scripts at a module's level hold theirs.
-APPLICATIONS = []
-
-
 @pytest.fixture
 def app():
-    """An application with a simulation of its own. It lives to the end of the process, so tests look only at their own."""
-    made = hyxOSG.ExampleApplication()
-    APPLICATIONS.append(made)
-    made.init(None)
-    made.initSimulation()
-    yield made
-    made.postExecution()
-    made.clearScene()
+    """An application with a simulation of its own, which ends with its window after the test."""
+    with hyxOSG.ExampleApplication() as made:
+        made.init(None)
+        made.initSimulation()
+        yield made
+        made.postExecution()
 
 
 @pytest.fixture
