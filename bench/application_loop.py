@@ -1,7 +1,6 @@
 """The application's loop: what a frame costs beside what it calls, and memory over a long run.
 
-    ninja -C build packages
-    PYTHONPATH=build/python build/venv/bin/python bench/application_loop.py [STEPS]
+    tools/bench application_loop [STEPS]
 
 Exits with 1 when a figure is above its limit on an idle 2-core machine.
 """

@@ -1,6 +1,6 @@
 """Makes the visuals of many bodies, and brings their scene up to date as a frame does, without drawing.
 
-    PYTHONPATH=build/python build/venv/bin/python bench/many_visuals.py [--bodies N]
+    tools/bench many_visuals [--bodies N]
 
 Exits with 1 when the visuals take a second or more, or when fewer than 60 updates a second are done.
 """

@@ -1,7 +1,6 @@
 """Steps of a pile, of a chain and rays into the pile: processor milliseconds, the best of several rounds.
 
-    ninja -C build packages
-    PYTHONPATH=build/python build/venv/bin/python bench/physics_steps.py
+    tools/bench physics_steps
 
 Exits with 1 when a figure is above its limit on an idle 2-core machine.
 """

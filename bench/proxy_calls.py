@@ -1,7 +1,6 @@
 """Proxy methods against the same operations bound with nanobind, in one interleaved run.
 
-    ninja -C build packages nanobind_contender
-    PYTHONPATH=build/python:build/bench/nanobind_contender build/venv/bin/python bench/proxy_calls.py
+    tools/bench proxy_calls
 
 Prints nanoseconds a call, the best of many short rounds that alternate between the two, and their ratio.
 """

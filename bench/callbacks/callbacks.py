@@ -1,8 +1,7 @@
 """Calls of the directors into Python against hand-written overrides that call the same methods with the same
 arguments, in one interleaved run.
 
-    ninja -C build packages hand_written_callbacks
-    PYTHONPATH=build/python:build/bench/callbacks build/venv/bin/python bench/callbacks/callbacks.py
+    tools/bench callbacks
 
 Prints nanoseconds a call, the best of many short rounds that alternate between the two, and their ratio.
 """

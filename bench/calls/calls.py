@@ -1,7 +1,6 @@
 """Calls through rows against hand-written functions of the same convention and checks, in one interleaved run.
 
-    ninja -C build hand_written
-    PYTHONPATH=build/python:build/bench/calls build/venv/bin/python bench/calls/calls.py
+    tools/bench calls
 
 Prints nanoseconds a call (the best of many short rounds that alternate between the two) and their ratio.
 """

@@ -1,7 +1,6 @@
 """What a type table of 3657 descriptors and 7540 cast entries costs.
 
-    ninja -C build _synthetic _synthetic_twin
-    PYTHONPATH=build/python:build/bench/catalogue build/venv/bin/python bench/catalogue/catalogue.py
+    tools/bench catalogue
 
 Every import runs in a fresh interpreter that has loaded the module's libraries before; the median of several is shown.
 """

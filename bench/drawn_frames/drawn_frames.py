@@ -1,6 +1,6 @@
 """Frame times of what the library draws against plain vertex buffers of the same content, in turns.
 
-    ninja -C build bench_drawn_frames && python bench/drawn_frames/drawn_frames.py [--rounds N] [--amount N] [NAME ...]
+    tools/bench drawn_frames [--rounds N] [--amount N] [NAME ...]
 
 Exits with 1 when a frame rate is below the least share of the plain one.
 """

@@ -1,7 +1,6 @@
 """Frames of the first example's scene, driven from Python and by a plain C++ viewer loop, in turn over one scene.
 
-    ninja -C build packages plain_loop
-    PYTHONPATH=build/python:build/bench/frames:examples build/venv/bin/python bench/frames/frames.py
+    tools/bench frames
 
 Prints frames a second of each (the median of rounds that alternate) and the ratio of the rounds' pairs.
 """

@@ -1,7 +1,6 @@
 """Off-screen frames read back into NumPy against a plain C++ loop, and what recording a video costs.
 
-    ninja -C build packages plain_read_back
-    PYTHONPATH=build/python:build/bench/read_back:examples build/venv/bin/python bench/read_back/read_back.py
+    tools/bench read_back
 
 The two loops draw the first example's scene in turn; printed are medians and the ratio of the rounds' pairs. A video
 should cost no more than the slower of drawing and encoding, where the machine has a processor for each.
