@@ -126,11 +126,24 @@ PyObject* time_input(hyxOSG::GuiEventListener& listener, char const* method, lon
     return nanoseconds(count, [&] { listener.setInverseTransform(matrix); });
 }
 
+bool query(swig_type_info*& type, char const* name) {
+    type = SWIG_Python_TypeQuery(name);
+    if (!type)
+        PyErr_Format(PyExc_ImportError, "no module registers '%s'", name);
+    return type;
+}
+
+// The descriptors of the modules, whenever those are imported.
+bool query_types() {
+    return query(object_type, "hyx::Object *") && query(matrix_type, "hyx::AffineMatrix4x4 *") &&
+           query(application_type, "hyxOSG::ExampleApplication *") && query(color_type, "osg::Vec4 *");
+}
+
 // The address of a new hand-written object that calls `self` (borrowed). It lives until the process ends.
 PyObject* make(PyObject*, PyObject* arguments) {
     char const* kind = nullptr;
     PyObject* self = nullptr;
-    if (!PyArg_ParseTuple(arguments, "sO", &kind, &self))
+    if (!PyArg_ParseTuple(arguments, "sO", &kind, &self) || !query_types())
         return nullptr;
     if (!std::strcmp(kind, "input"))
         return PyLong_FromVoidPtr(static_cast<hyxOSG::GuiEventListener*>(new InputListener(self)));
@@ -169,11 +182,6 @@ PyModuleDef definition = {
 
 } // namespace
 
-// Import hyxOSG first: its descriptors are used.
 PyMODINIT_FUNC PyInit_hand_written_callbacks() {
-    object_type = SWIG_Python_TypeQuery("hyx::Object *");
-    matrix_type = SWIG_Python_TypeQuery("hyx::AffineMatrix4x4 *");
-    application_type = SWIG_Python_TypeQuery("hyxOSG::ExampleApplication *");
-    color_type = SWIG_Python_TypeQuery("osg::Vec4 *");
     return PyModule_Create(&definition);
 }
