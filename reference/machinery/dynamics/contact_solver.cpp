@@ -14,7 +14,6 @@ namespace {
 /// m/s; slower contacts come to rest.
 constexpr double leastBounce = 0.3;
 /// Overlap is taken back like a spring of this frequency (Hz), damped many times over, and no faster than this (m/s).
-constexpr double contactFrequency = 60;
 constexpr double contactDamping = 10;
 constexpr double fastestPush = 3;
 constexpr double fastest = 1e30;
@@ -90,7 +89,7 @@ void ContactSolver::aimPoint(Patch const&, Point& point, double substep) {
         point.target = -left / substep;
         return;
     }
-    double const turn = 2 * std::numbers::pi * std::min(contactFrequency, 0.125 / substep);
+    double const turn = 2 * std::numbers::pi * 0.125 / substep;
     double const slowness = 2 * contactDamping + substep * turn;
     point.softness = point.stiffness / (substep * turn * slowness);
     point.target = std::min(-left * turn / slowness, fastestPush);
