@@ -110,6 +110,7 @@ void ContactSolver::addManifold(btPersistentManifold& manifold, MovingBody& firs
         patch.second = &second;
         patch.normal = model.m_normalWorldOnB;
         patch.start = static_cast<int>(m_points.size());
+        patch.size = size;
         patch.friction = model.m_combinedFriction;
         patch.rolling = model.m_combinedSpinningFriction;
         for (int j = i; j < manifold.getNumContacts(); ++j) {

@@ -3,7 +3,7 @@
 
 #include <BulletCollision/NarrowPhaseCollision/btPersistentManifold.h>
 
-#include <algorithm>
+#include <utility>
 
 namespace hyx {
 
@@ -15,19 +15,18 @@ public:
             m_points[i] = manifold.getContactPoint(i);
     }
 
-    /// From the given point of the manifold on.
+    /// From the given point of the manifold on. Points keep their order, as rounds that end early depend on it.
     void goOn(btPersistentManifold& manifold, int start = 0) const {
-        bool taken[MANIFOLD_CACHE_SIZE] = {};
-        for (int i = start; i < manifold.getNumContacts(); ++i) {
-            btManifoldPoint& point = manifold.getContactPoint(i);
-            int nearest = -1;
-            for (int k = 0; k < m_number; ++k)
-                if (!taken[k] && (nearest < 0 || distance2(point, k) < distance2(point, nearest)))
-                    nearest = k;
-            if (nearest < 0)
-                return;
-            taken[nearest] = true;
-            btManifoldPoint const& found = m_points[nearest];
+        int place = start;
+        for (int k = 0; k < m_number && place < manifold.getNumContacts(); ++k, ++place) {
+            int nearest = place;
+            for (int i = place + 1; i < manifold.getNumContacts(); ++i)
+                if (distance2(manifold.getContactPoint(i), k) < distance2(manifold.getContactPoint(nearest), k))
+                    nearest = i;
+            btManifoldPoint& point = manifold.getContactPoint(place);
+            if (nearest != place)
+                std::swap(point, manifold.getContactPoint(nearest));
+            btManifoldPoint const& found = m_points[k];
             point.m_appliedImpulse = found.m_appliedImpulse;
             point.m_appliedImpulseLateral1 = found.m_appliedImpulseLateral1;
             point.m_appliedImpulseLateral2 = found.m_appliedImpulseLateral2;

@@ -2,6 +2,7 @@
 #include "reference/machinery/bullet/physics_world.h"
 
 #include "platform/hyxCollide/shape.h"
+#include "reference/machinery/bullet/box_contacts.h"
 #include "reference/machinery/bullet/bullet_values.h"
 #include "reference/machinery/bullet/constraint_implementation.h"
 #include "reference/machinery/bullet/contact_response.h"
@@ -144,6 +145,7 @@ PhysicsWorld::PhysicsWorld()
       m_world(std::make_unique<World>(m_dispatcher.get(), m_broadphase.get(), &m_solver, m_configuration.get())) {
     btGImpactCollisionAlgorithm::registerAlgorithm(m_dispatcher.get());
     registerPlaneContacts(*m_dispatcher);
+    registerBoxContacts(*m_dispatcher);
     registerSurfaceContacts(*m_dispatcher);
     registerFlatEnds(*m_dispatcher);
     m_world->getDispatchInfo().m_deterministicOverlappingPairs = true;

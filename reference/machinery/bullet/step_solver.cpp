@@ -29,6 +29,9 @@ constexpr int mostSweeps = 500;
 /// m/s; a round that changes more than this is not the last, up to a number: a heavy load sets down on a light stack.
 constexpr double shockSpeed = 0.02;
 constexpr int mostForShocks = 20;
+/// The same under heavy loads.
+constexpr double loadedSpeed = 1e-5;
+constexpr int mostForLoads = 120;
 
 RigidBody::Implementation& implementationOf(btCollisionObject const& object) {
     return static_cast<hyxCollide::CollisionCarrier const*>(object.getUserPointer())->body->implementation();
@@ -196,13 +199,18 @@ void StepSolver::solve(bool atPlaces, double substep, int numSweeps) {
     if (m_contacts.isEmpty())
         return;
     bool const all = effort == ALL || m_contacts.bounces();
-    int const most = all ? mostSweeps : std::max(numSweeps, mostForShocks);
+    bool const heavy = m_contacts.isHeavy();
+    int const most = all ? mostSweeps : heavy ? mostForLoads : std::max(numSweeps, mostForShocks);
+    // Joints that are solved between the rounds would lead them astray.
+    bool const onwards = (all || heavy) && std::none_of(m_mechanisms.begin(), m_mechanisms.end(),
+                                                        [](auto const& mechanism) { return mechanism->touches; });
+    m_contacts.startRounds();
     for (int i = 0; i < most; ++i) {
-        double const change = m_contacts.sweep();
+        double const change = onwards ? m_contacts.sweepOnwards() : m_contacts.sweep();
         for (auto const& mechanism : m_mechanisms)
             if (mechanism->touches)
                 mechanism->solve();
-        if (change < (all || i + 1 < numSweeps ? settledSpeed : shockSpeed))
+        if (change < (all || i + 1 < numSweeps ? settledSpeed : heavy ? loadedSpeed : shockSpeed))
             return;
     }
 }

@@ -16,6 +16,8 @@ constexpr double leastBounce = 0.3;
 /// Overlap is taken back like a spring of this frequency (Hz), damped many times over, and no faster than this (m/s).
 constexpr double contactDamping = 10;
 constexpr double fastestPush = 3;
+/// Of the radius; heavier loads are carried by what carried them last.
+constexpr double greatestSag = 0.012;
 constexpr double fastest = 1e30;
 
 } // namespace
@@ -56,7 +58,7 @@ void ContactSolver::applyHalf(Patch& patch) {
 }
 
 void ContactSolver::aimAtPlaces(double substep) {
-    m_bounces = false;
+    m_bounces = m_heavy = false;
     for (Patch& patch : m_patches) {
         patch.now = {};
         patch.roll[0] = patch.roll[1] = 0;
@@ -76,7 +78,7 @@ void ContactSolver::aimAtPlaces(double substep) {
         applyHalf(patch);
 }
 
-void ContactSolver::aimPoint(Patch const&, Point& point, double substep) {
+void ContactSolver::aimPoint(Patch const& patch, Point& point, double substep) {
     if (point.springStiffness > 0) {
         double const resistance = substep * point.springStiffness + point.springDamping;
         point.softness = 2 / (substep * resistance);
@@ -84,15 +86,15 @@ void ContactSolver::aimPoint(Patch const&, Point& point, double substep) {
         return;
     }
     double const left = point.gap + point.slop;
-    if (left >= 0) {
-        point.softness = 0;
-        point.target = -left / substep;
-        return;
-    }
     double const turn = 2 * std::numbers::pi * 0.125 / substep;
     double const slowness = 2 * contactDamping + substep * turn;
-    point.softness = point.stiffness / (substep * turn * slowness);
-    point.target = std::min(-left * turn / slowness, fastestPush);
+    double const softness = point.stiffness / (substep * turn * slowness);
+    double const sag = 2 * point.half * point.stiffness / (substep * turn * turn);
+    double const most = greatestSag * patch.size;
+    bool const heavy = sag > most;
+    m_heavy = m_heavy || heavy;
+    point.softness = heavy ? softness * most / sag : left < 0 ? softness : 0;
+    point.target = left < 0 ? std::min(-left * turn / slowness, fastestPush) : -left / substep;
 }
 
 /// Follows the free flight to the moment of impact, which lies behind where the surfaces overlap already, and back from
@@ -124,6 +126,7 @@ void ContactSolver::aimAtSpeeds(double substep) {
     for (Patch& patch : m_patches) {
         for (int i = patch.start; i < patch.start + patch.count; ++i) {
             Point& point = m_points[i];
+            double const regularity = m_heavy ? point.softness : 0;
             point.softness = 0;
             point.base = point.impulse;
             if (point.bounces) {
@@ -135,6 +138,9 @@ void ContactSolver::aimAtSpeeds(double substep) {
             } else {
                 // What has not met the surface in this substep may go on.
                 point.target = point.gap > 0 && point.impulse == 0 ? -fastest : 0;
+                // Rounds end soon when the loads are to stay near those of the last substep.
+                point.softness = regularity;
+                point.base = point.impulse + point.half;
             }
             point.share = 1 / (point.stiffness + point.softness);
         }
@@ -216,12 +222,14 @@ void ContactSolver::sweepRolling(Patch& patch) {
         next[k] = patch.roll[k] - patch.rollingMass[k] * patch.tangents[k].dot(rolling);
     double const size = std::hypot(next[0], next[1]);
     double const scale = size > patch.rolling * load ? patch.rolling * load / size : 1;
-    for (int k : {0, 1}) {
-        double const change = next[k] * scale - patch.roll[k];
-        patch.first->spin += patch.rollingResponse[k][0] * change;
-        patch.second->spin -= patch.rollingResponse[k][1] * change;
-        patch.roll[k] += change;
-    }
+    for (int k : {0, 1})
+        roll(patch, k, next[k] * scale - patch.roll[k]);
+}
+
+void ContactSolver::roll(Patch& patch, int tangent, double change) {
+    patch.first->spin += patch.rollingResponse[tangent][0] * change;
+    patch.second->spin -= patch.rollingResponse[tangent][1] * change;
+    patch.roll[tangent] += change;
 }
 
 void ContactSolver::advance(double substep) {

@@ -31,9 +31,14 @@ public:
     void aimAtSpeeds(double substep);
     /// One round over all patches; tells the greatest change of a speed.
     double sweep();
+    /// The same, after a step on in the direction of the rounds since `startRounds`.
+    double sweepOnwards();
+    void startRounds();
 
     /// Whether a bounce falls into this substep, which needs all points of a body to agree.
     bool bounces() const { return m_bounces; }
+
+    bool isHeavy() const { return m_heavy; }
 
     /// Follows the surfaces through the substep.
     void advance(double substep);
@@ -84,6 +89,8 @@ private:
         btVector3 tangents[2];
         int start;
         int count;
+        /// The radius of the smaller body.
+        double size;
         double friction;
         double rolling;
         /// Of the patch's centre, and the mean distance of its pressure from there.
@@ -110,6 +117,11 @@ private:
     void applyHalf(Patch& patch);
     void push(Patch const& patch, Point const& point, double impulse);
     void rub(Patch& patch, double lateral0, double lateral1, double torsion);
+    void roll(Patch& patch, int tangent, double change);
+    void goOnwards();
+    /// Calls `visit` with each impulse and the speed squared over impulse squared that it stands for.
+    template <class Visit>
+    void forImpulses(Visit const& visit);
     double sweepPatch(Patch& patch);
     double sweepPoints(Patch& patch);
     void sweepFriction(Patch& patch);
@@ -122,6 +134,12 @@ private:
     double m_step = 1;
     double m_smallestRadius = 0;
     bool m_bounces = false;
+    bool m_heavy = false;
+    /// By impulse: the change of the last round, the direction so far, what goes on in it, and the square of the change.
+    std::vector<double> m_change;
+    std::vector<double> m_direction;
+    std::vector<double> m_onwards;
+    double m_squared = 0;
 };
 
 } // namespace hyx
