@@ -68,21 +68,33 @@ def test_a_bounce_reaches_its_height_at_every_phase(measured, step, floor, shape
 
 
 @SOLVERS
-@pytest.mark.parametrize("count, size", [(20, 1), (10, 0.1)])
+@pytest.mark.parametrize("count, size", [(20, 1), (10, 0.1), (10, 0.02), (10, 0.01)])
 def test_a_tower_stands_for_half_a_minute(measured, solver, count, size):
     cubes = [box(size / 2, (0, 0, size * (0.5 + i))) for i in range(count)]
     world = simulation(ground(), *cubes)
     world.setSolver(solver)
-    run(world, 30 if solver != hyxSDK.Simulation.DIRECT else 5)
+    run(world, 30 if solver != hyxSDK.Simulation.DIRECT else 2)
     drift = max(math.hypot(cube.getPosition().x, cube.getPosition().y) for cube in cubes)
     measured("drift, sizes", 0, drift / size, 0.05)
     measured("height, sizes", count - 0.5, cubes[-1].getPosition().z / size, 0.01 * count)
 
 
+@pytest.mark.parametrize("size, load", [(1, 20), (1, 100), (0.1, 20), (0.1, 100)])
+def test_ten_cubes_bear_a_heavy_one(measured, size, load):
+    cubes = [box(size / 2, (0, 0, size * (0.5 + i))) for i in range(10)]
+    cubes[-1].setMass(load * cubes[0].getMass())
+    world = simulation(ground(), *cubes)
+    run(world, 30)
+    drift = max(math.hypot(cube.getPosition().x, cube.getPosition().y) for cube in cubes)
+    measured("drift, sizes", 0, drift / size, 0.1)
+    measured("height, sizes", 9.5, cubes[-1].getPosition().z / size, 0.1)
+
+
 @STEPS
+@pytest.mark.parametrize("floor", [ground, slab])
 @pytest.mark.parametrize("friction, radius", [(0.4, 0.5), (0.6, 0.2)])
-def test_a_spinning_disc_stops_as_an_even_pressure_stops_it(measured, step, friction, radius):
-    disc, base = body(hyxCollide.Cylinder(radius, 0.1), (0, 0, 0.05)), ground()
+def test_a_spinning_disc_stops_as_an_even_pressure_stops_it(measured, step, floor, friction, radius):
+    disc, base = body(hyxCollide.Cylinder(radius, 0.1), (0, 0, 0.05)), floor()
     disc.setRotation(UPRIGHT)
     disc.setAngularVelocity(hyx.Vec3(0, 0, 20))
     of_one_material(disc, base, friction=friction)

@@ -10,6 +10,8 @@ namespace hyx {
 /// Keeps the points of a manifold, for new ones to go on from the nearest of them.
 class FormerContacts {
 public:
+    FormerContacts() = default;
+
     explicit FormerContacts(btPersistentManifold const& manifold) : m_number(manifold.getNumContacts()) {
         for (int i = 0; i < m_number; ++i)
             m_points[i] = manifold.getContactPoint(i);
@@ -40,7 +42,7 @@ private:
     }
 
     btManifoldPoint m_points[MANIFOLD_CACHE_SIZE];
-    int m_number;
+    int m_number = 0;
 };
 
 } // namespace hyx

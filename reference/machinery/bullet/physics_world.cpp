@@ -6,17 +6,16 @@
 #include "reference/machinery/bullet/bullet_values.h"
 #include "reference/machinery/bullet/constraint_implementation.h"
 #include "reference/machinery/bullet/contact_response.h"
+#include "reference/machinery/bullet/flat_end_contacts.h"
 #include "reference/machinery/bullet/geometry_implementation.h"
 #include "reference/machinery/bullet/plane_contacts.h"
 #include "reference/machinery/bullet/rigid_body_implementation.h"
 #include "reference/machinery/bullet/surface_contacts.h"
 
 #include <BulletCollision/BroadphaseCollision/btDbvtBroadphase.h>
-#include <BulletCollision/CollisionDispatch/btConvexConvexAlgorithm.h>
 #include <BulletCollision/CollisionDispatch/btDefaultCollisionConfiguration.h>
 #include <BulletCollision/CollisionDispatch/btSimulationIslandManager.h>
 #include <BulletCollision/Gimpact/btGImpactCollisionAlgorithm.h>
-#include <BulletCollision/NarrowPhaseCollision/btGjkEpaPenetrationDepthSolver.h>
 
 #include <algorithm>
 #include <chrono>
@@ -45,26 +44,6 @@ void requireMovable(RigidBody::Implementation const& body) {
             throw std::invalid_argument(
                 "a body with a plane or a height field cannot move by forces; set its motion control to STATIC first");
     }
-}
-
-/// Cylinders and cones stand on others with more than the one point that is nearest: bullet looks for them by turning
-/// the bodies a little.
-void registerFlatEnds(btCollisionDispatcher& dispatcher) {
-    struct CreateFunc : btConvexConvexAlgorithm::CreateFunc {
-        CreateFunc() : btConvexConvexAlgorithm::CreateFunc(&depth) {
-            m_numPerturbationIterations = m_minimumPointsPerturbationThreshold = 4;
-        }
-
-        btGjkEpaPenetrationDepthSolver depth;
-    };
-
-    static CreateFunc create;
-    for (int round : {CYLINDER_SHAPE_PROXYTYPE, CONE_SHAPE_PROXYTYPE})
-        for (int other :
-             {BOX_SHAPE_PROXYTYPE, CYLINDER_SHAPE_PROXYTYPE, CONE_SHAPE_PROXYTYPE, CONVEX_HULL_SHAPE_PROXYTYPE}) {
-            dispatcher.registerCollisionCreateFunc(round, other, &create);
-            dispatcher.registerCollisionCreateFunc(other, round, &create);
-        }
 }
 
 } // namespace
@@ -147,7 +126,7 @@ PhysicsWorld::PhysicsWorld()
     registerPlaneContacts(*m_dispatcher);
     registerBoxContacts(*m_dispatcher);
     registerSurfaceContacts(*m_dispatcher);
-    registerFlatEnds(*m_dispatcher);
+    registerFlatEndContacts(*m_dispatcher);
     m_world->getDispatchInfo().m_deterministicOverlappingPairs = true;
 }
 

@@ -135,7 +135,8 @@ private:
     double m_smallestRadius = 0;
     bool m_bounces = false;
     bool m_heavy = false;
-    /// By impulse: the change of the last round, the direction so far, what goes on in it, and the square of the change.
+    /// By impulse: the change of the last round, the direction so far, what goes on in it, and the square of the
+    /// change.
     std::vector<double> m_change;
     std::vector<double> m_direction;
     std::vector<double> m_onwards;
