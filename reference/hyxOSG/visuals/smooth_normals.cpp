@@ -2,17 +2,14 @@
 
 #include "platform/hyxOSG/nodes/geometry_node.h"
 #include "platform/hyxOSG/visuals/render_state.h"
+#include "reference/machinery/meshes/crease_normals.h"
 #include "reference/machinery/meshes/mesh_builder.h"
 #include "reference/machinery/meshes/mesh_check.h"
 
 #include <osg/Geometry>
 #include <osg/Group>
-#include <osgUtil/SmoothingVisitor>
 
-#include <cmath>
-#include <map>
 #include <stdexcept>
-#include <vector>
 
 namespace hyxOSG {
 namespace {
@@ -39,29 +36,6 @@ bool hasTriangles(osg::Geometry const& mesh) {
     return false;
 }
 
-/// Averages the normals of vertices that stand at one place for the sake of their texture, unless the edge is sharp.
-void joinDuplicates(osg::Geometry& mesh, double creaseAngle) {
-    auto const& positions = static_cast<osg::Vec3Array const&>(*mesh.getVertexArray());
-    auto* const normals = dynamic_cast<osg::Vec3Array*>(mesh.getNormalArray());
-    if (!normals || normals->size() != positions.size())
-        return;
-    std::map<osg::Vec3, std::vector<std::size_t>> places;
-    for (std::size_t i = 0; i < positions.size(); ++i)
-        places[positions[i]].push_back(i);
-    std::vector<osg::Vec3> const before(normals->begin(), normals->end());
-    float const leastCosine = static_cast<float>(std::cos(creaseAngle)) - 1e-5f;
-    for (auto const& [place, vertices] : places)
-        for (std::size_t const vertex : vertices) {
-            osg::Vec3 sum;
-            for (std::size_t const other : vertices)
-                if (before[vertex] * before[other] >= leastCosine)
-                    sum += before[other];
-            if (sum.normalize() > 0)
-                (*normals)[vertex] = sum;
-        }
-    normals->dirty();
-}
-
 std::size_t smooth(osg::Node& node, double creaseAngle) {
     if (osg::Geometry* const mesh = node.asGeometry()) {
         if (!hasTriangles(*mesh))
@@ -69,8 +43,7 @@ std::size_t smooth(osg::Node& node, double creaseAngle) {
         mesh->setNormalArray(nullptr);
         if (std::string const fault = meshFault(*mesh); !fault.empty())
             throw std::invalid_argument("the mesh " + fault);
-        osgUtil::SmoothingVisitor::smooth(*mesh, creaseAngle);
-        joinDuplicates(*mesh, creaseAngle);
+        setCreaseNormals(*mesh, creaseAngle);
         useVertexBuffers(*mesh);
         return 1;
     }

@@ -4,9 +4,8 @@
 #include "platform/hyxCollide/height_field.h"
 #include "platform/hyxCollide/trimesh.h"
 #include "reference/machinery/meshes/conversions.h"
+#include "reference/machinery/meshes/crease_normals.h"
 #include "reference/machinery/meshes/mesh_builder.h"
-
-#include <osgUtil/SmoothingVisitor>
 
 #include <algorithm>
 #include <cmath>
@@ -46,7 +45,7 @@ osg::ref_ptr<osg::Geometry> trimeshSurface(hyxCollide::Trimesh const& mesh) {
     osg::ref_ptr<osg::Geometry> const surface = new osg::Geometry;
     surface->setVertexArray(positions);
     surface->addPrimitiveSet(new osg::DrawElementsUInt(GL_TRIANGLES, indices.begin(), indices.end()));
-    osgUtil::SmoothingVisitor::smooth(*surface, creaseAngle);
+    setCreaseNormals(*surface, creaseAngle);
     projectTexture(*surface);
     useVertexBuffers(*surface);
     return surface;

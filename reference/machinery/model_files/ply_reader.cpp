@@ -1,6 +1,7 @@
 // Polygon files (PLY, text and both binary orders). Made for damaged files: every count is checked against what the
 // file can hold before anything is allocated.
 
+#include "reference/machinery/meshes/crease_normals.h"
 #include "reference/machinery/meshes/mesh_builder.h"
 #include "reference/machinery/model_files/only_reader.h"
 
@@ -9,7 +10,6 @@
 #include <osgDB/FileUtils>
 #include <osgDB/ReaderWriter>
 #include <osgDB/Registry>
-#include <osgUtil/SmoothingVisitor>
 
 #include <algorithm>
 #include <bit>
@@ -210,6 +210,8 @@ private:
             std::size_t const count = wholeNumber(values.next(*property.countType), values.remaining());
             std::vector<std::size_t> corners(count);
             bool const isFace = element.name == "face" && property.name.starts_with("vertex_ind");
+            if (isFace && m_positions->empty())
+                throw Fault("its faces come before its vertices");
             for (std::size_t& corner : corners) {
                 double const value = values.next(property.type);
                 corner = isFace ? wholeNumber(value, m_positions->size() - 1) : 0;
@@ -244,7 +246,7 @@ private:
         if (m_normals->size() == m_positions->size())
             mesh.setNormalArray(m_normals, osg::Array::BIND_PER_VERTEX);
         else
-            osgUtil::SmoothingVisitor::smooth(mesh, 0.7);
+            setCreaseNormals(mesh, 0.7);
     }
 
     osg::ref_ptr<osg::Vec3Array> m_positions = new osg::Vec3Array, m_normals = new osg::Vec3Array;

@@ -6,29 +6,48 @@
 #include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <csignal>
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
 #include <string>
 #include <vector>
 
 namespace hyxOSG {
 namespace {
 
-constexpr rlim_t mostBytes = rlim_t(1536) << 20; // of addresses: 1 GB beside the libraries
-
 void limitThisProcess() {
-    rlimit const bytes{mostBytes, mostBytes}, none{0, 0};
-    setrlimit(RLIMIT_AS, &bytes);
+    rlimit const none{0, 0};
     setrlimit(RLIMIT_CORE, &none);
     setrlimit(RLIMIT_FSIZE, &none);
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     std::signal(SIGINT, SIG_IGN); // typed at the terminal, for the other process
 }
 
+/// Addresses that are taken already, by libraries above all.
+std::uintmax_t bytesTaken() {
+    std::uintmax_t pages = 0;
+    std::ifstream("/proc/self/statm") >> pages;
+    return pages * std::uintmax_t(sysconf(_SC_PAGESIZE));
+}
+
+/// A file may take what its size explains, and some more.
+void limitMemory(std::string const& path) {
+    constexpr std::uintmax_t always = std::uintmax_t(640) << 20, perByte = 12;
+    static std::uintmax_t const taken = bytesTaken();
+    std::error_code error;
+    auto const size = std::filesystem::file_size(path, error);
+    rlimit const bytes{taken + always + (error ? 0 : perByte * size), RLIM_INFINITY};
+    setrlimit(RLIMIT_AS, &bytes);
+}
+
 std::string answerTo(std::string const& request) {
     std::string const kindAndPath = request.substr(0, request.find('\0'));
     std::string const path = kindAndPath.substr(1);
+    limitMemory(path);
     if (TrialKind(request[0]) == TrialKind::PICTURE)
         return readPictureHere(path).fault;
     if (TrialKind(request[0]) == TrialKind::FONT)

@@ -1,5 +1,7 @@
 """Colours, opacity, light switches, outlines, wire frames, normals and uniforms."""
 
+import math
+
 import hyx
 import hyxCollide
 import hyxOSG
@@ -195,6 +197,18 @@ def test_smoothing_joins_normals_below_the_crease_angle():
     assert hyxOSG.smoothNormals(None) == 0
     with pytest.raises(RuntimeError, match="crease angle"):
         hyxOSG.smoothNormals(geode, -1.0)
+
+
+def test_smoothing_takes_faces_without_area_and_needles_around_one_place():
+    mesh = osg.Geometry()
+    ring = [(math.cos(i), math.sin(i), 0.1 * (i % 2)) for i in range(700)]
+    mesh.setVertexArray([(0, 0, 1), *ring])
+    fan = [corner for i in range(1, 700) for corner in (0, i, i + 1)]
+    mesh.addElements(4, [*fan, 3, 3, 4, 5, 5, 5])
+    assert hyxOSG.smoothNormals(mesh, 0.3) == 1
+    lengths = [math.dist(mesh.getNormal(i), (0, 0, 0)) for i in range(mesh.getNumVertices())]
+    assert lengths == pytest.approx([1.0] * len(lengths), abs=1e-5)
+    assert hyxOSG.createTrimesh(mesh) is not None
 
 
 def test_smoothing_one_visual_leaves_others_of_its_shape_alone():

@@ -1,0 +1,13 @@
+// Normals that are smooth across flat edges and sharp at steep ones.
+#pragma once
+
+#include <osg/Geometry>
+
+namespace hyxOSG {
+
+/// Gives a mesh whose elements name vertices that are there, three floats each, a normal for each vertex: the mean of
+/// the faces that meet at the vertex's place, weighted by their angles there, without those that are turned by more
+/// than `creaseAngle` radians. Vertices at sharp edges are doubled. Faces become triangles; those without area go.
+void setCreaseNormals(osg::Geometry& mesh, double creaseAngle);
+
+} // namespace hyxOSG
