@@ -77,6 +77,8 @@ void add_elements(osg::Geometry& self, unsigned int mode, PyObject* indices) {
             throw std::out_of_range("there is no vertex " + std::to_string(index));
         elements->push_back(static_cast<GLuint>(index));
     }
+    if (mode == GL_TRIANGLES && elements->size() % 3 != 0)
+        throw std::invalid_argument("each triangle takes three indices");
     self.addPrimitiveSet(elements);
 }
 

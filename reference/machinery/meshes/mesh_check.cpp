@@ -37,6 +37,11 @@ std::size_t verticesNamed(osg::PrimitiveSet const& elements) {
     return most;
 }
 
+/// The library's walk over the indices of triangles reads on to the third corner of the last.
+bool hasWholeTriangles(osg::PrimitiveSet const& elements) {
+    return elements.getMode() != GL_TRIANGLES || !elements.getDrawElements() || elements.getNumIndices() % 3 == 0;
+}
+
 template <class Number>
 bool areFinite(osg::Array const& array) {
     auto const* const numbers = static_cast<Number const*>(array.getDataPointer());
@@ -112,9 +117,12 @@ private:
 
 std::string meshFault(osg::Geometry const& mesh) {
     std::size_t const vertices = mesh.getVertexArray() ? mesh.getVertexArray()->getNumElements() : 0;
-    for (auto const& elements : mesh.getPrimitiveSetList())
+    for (auto const& elements : mesh.getPrimitiveSetList()) {
         if (elements && verticesNamed(*elements) > vertices)
             return "has elements that name vertices it has not";
+        if (elements && !hasWholeTriangles(*elements))
+            return "has a triangle without its third corner";
+    }
     osg::Geometry::ArrayList arrays;
     mesh.getArrayList(arrays);
     for (auto const& array : arrays) {
