@@ -11,8 +11,9 @@ namespace hyxOSG {
 ///
 /// The program "ffmpeg" is looked up in the PATH. One image is piped while the next is drawn. Whatever happens to the
 /// encoder (missing, refusing its options, killed, disk full), the calls that notice it throw `std::runtime_error` with
-/// the encoder's own words, none of them blocks for good, and the file is closed as far as it goes. Existing files are
-/// overwritten.
+/// the encoder's own words, none of them blocks for good, and the file can be read as far as it goes: all but the last
+/// images are in it even if the encoder was killed. Existing files are overwritten. A video that still runs when the
+/// script ends is finished then. Colours are those of BT.709, and the file says so.
 class VideoFFMPEGPipeCapture : public ImageCaptureBase {
 public:
     /// The encoders: H.264 in 4:2:0, H.264 in RGB (no colour conversion, so lossless is exact), and MPEG-4 part 2.
@@ -20,12 +21,13 @@ public:
 
     /// The encoder's name as ffmpeg knows it, for each `OutputCodec`.
     using CodecStringConversionMap = hyx::HashTable<int, hyx::String>;
-    /// The map that `init` reads: "libx264", "libx264rgb" and "libxvid"; change it to use another encoder for a codec.
+    /// The map that `init` reads: "libx264", "libx264rgb" and "libxvid"; change it to use another encoder for a codec,
+    /// such as "libx265", "libsvtav1", "libvpx-vp9", "ffv1" or "prores_ks". Each is told its quality in its own way.
     static CodecStringConversionMap OutputCodecStrings;
 
     /// \param width of the video in pixels, 1 to 16384; where the codec takes even sizes only, a black column is added.
     /// \param height likewise, a black row.
-    /// \param fps both the images a second of the clock and those of the video; 0.001 to 100000.
+    /// \param fps both the images a second of the clock and those of the video; 0.001 to 10000.
     /// \param simulation the clock of the capture; null means the wall clock.
     /// Throws `std::invalid_argument` for a size or rate out of range.
     VideoFFMPEGPipeCapture(hyx::UInt width, hyx::UInt height, double fps, hyxSDK::Simulation* simulation = nullptr);
@@ -41,13 +43,13 @@ public:
     hyx::String getFilename() const;
 
     /// Sets the postfix of the video file, which chooses the container: ".mp4" (default), ".mkv", ".avi", ".mov"; used
-    /// by the next `init`. An ".mkv" can be played up to where it came even if the encoder was killed.
+    /// by the next `init`. All but ".mp4" and ".mov" take 1000 frames a second at most.
     void setVideoPostFix(hyx::String const& postFix);
     /// The postfix of the video file.
     hyx::String getVideoPostFix() const;
 
     /// Sets the frames a second of the video file; where it differs from the rate of the images, frames are repeated or
-    /// left out so that time passes as captured. Throws `std::invalid_argument` outside 0.001 to 100000.
+    /// left out so that time passes as captured. Throws `std::invalid_argument` outside 0.001 to 10000.
     void setVideoFPS(double fps);
     /// The frames a second of the video file.
     double getVideoFPS() const;
@@ -58,13 +60,13 @@ public:
     /// The constant rate factor.
     hyx::UInt getVideoCRF() const;
 
-    /// Sets the images a second of the clock, the same value as `setFps`; 0.001 to 100000.
+    /// Sets the images a second of the clock, the same value as `setFps`; 0.001 to 10000.
     void setImageCaptureFPS(double fps);
     /// The images a second of the clock.
     double getImageCaptureFPS() const;
 
-    /// Whether nothing may be lost: H264RGB then reproduces every bit, H264 all but the conversion to 4:2:0. XVID
-    /// cannot: `init` throws.
+    /// Whether nothing may be lost: H264RGB then reproduces every bit, H264 all but the conversion to 4:2:0. For XVID
+    /// and other encoders that cannot, `init` throws.
     void setEnableLossless(bool enable);
     /// Whether the video is lossless.
     bool getEnableLossless() const;
@@ -84,7 +86,8 @@ public:
 
     /// See `setImageCaptureFPS`; zero is refused here, for a video needs a rate.
     void setFps(double fps) override;
-    /// Sets the size of the video, used by the next `init`; zero throws `std::invalid_argument`.
+    /// Sets the size of the video; zero throws `std::invalid_argument`. While one is recorded, it keeps its size, and
+    /// the new one holds for the next.
     void setImageResolution(hyx::UInt width, hyx::UInt height) override;
     /// Starts the encoder and the capture.
     void startCapture(int maxImages = 0) override;

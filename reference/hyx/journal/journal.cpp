@@ -5,13 +5,12 @@
 #include "platform/hyxSDK/simulation.h"
 #include "reference/hyx/journal/journal_part.h"
 #include "reference/hyx/journal/journal_session.h"
+#include "reference/machinery/files/exit_work.h"
 
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <map>
 #include <optional>
-#include <set>
 #include <stdexcept>
 
 namespace hyx {
@@ -33,24 +32,6 @@ std::string freeSessionName(std::string const& session, std::string const& path,
     for (size_t number = 1; name.empty() || isTaken(name); ++number)
         name = "session_" + std::to_string(number);
     return name;
-}
-
-/// An application lives until the process ends; then its journal still becomes one that other programs can read.
-void finishAtExit(Journal* journal, bool recording) {
-    static auto& journals = *new std::set<Journal*>; // needed by what ends after it would
-    static bool const registered = std::atexit([] {
-                                       for (auto const all = journals; Journal* each : all)
-                                           try {
-                                               each->close();
-                                           } catch (std::exception const& failure) {
-                                               std::fprintf(stderr, "%s\n", failure.what());
-                                           }
-                                   }) == 0;
-    (void)registered;
-    if (recording)
-        journals.insert(journal);
-    else
-        journals.erase(journal);
 }
 
 } // namespace
@@ -102,7 +83,8 @@ void Journal::record(std::string const& path, std::string const& session, Settin
     next->sessionName = freeSessionName(session, path, append && std::filesystem::exists(path));
     next->recorder = std::make_unique<SessionRecorder>(path, next->sessionName, settings, append);
     m_implementation = std::move(next);
-    finishAtExit(this, true);
+    // An application lives until the process ends; then its journal still becomes one that other programs can read.
+    setExitWork(this, [this] { close(); });
 }
 
 void Journal::play(std::string const& path, std::string const& session) {
@@ -145,7 +127,7 @@ void Journal::Implementation::passOver(std::string const& place, std::exception 
 
 void Journal::close() {
     std::unique_ptr<Implementation> const ended = std::exchange(m_implementation, std::make_unique<Implementation>());
-    finishAtExit(this, false);
+    setExitWork(this, {});
     if (ended->recorder)
         ended->recorder->finish();
 }

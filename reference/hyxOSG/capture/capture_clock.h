@@ -15,6 +15,9 @@ public:
 
     double rate() const { return m_rate; }
 
+    /// Seconds since it was last asked for images.
+    double passed(double now) const { return now - m_last; }
+
     /// The number of images due now that were not taken yet; they count as taken. A time before the last one (the
     /// simulation was set back) begins the periods anew.
     /// \param longestGap seconds to make up for at most: after a longer silence the periods begin anew with one image.

@@ -2,53 +2,127 @@
 
 #include "reference/hyxOSG/capture/encoder_command.h"
 
-#include <cstdio>
+#include "reference/hyxOSG/capture/encoder_kinds.h"
+
+#include <cmath>
+#include <filesystem>
+#include <set>
+#include <stdexcept>
 
 namespace hyxOSG {
 namespace {
 
-constexpr unsigned long largestRateFactor = 51;
-constexpr unsigned long largestQuantiser = 31;
+using Options = std::vector<std::string>;
 
-/// All digits, independent of the locale's decimal sign.
+constexpr double largestRateFactor = 51;
+
+/// The simplest fraction within a billionth: 24000/1001 stays what it is.
 std::string rateText(double rate) {
-    char text[64];
-    std::snprintf(text, sizeof text, "%.0f/1000000", rate * 1e6);
-    return text;
+    constexpr double closeness = 1e-9, largest = 1e6;
+    double numerator = std::floor(rate), denominator = 1, formerNumerator = 1, formerDenominator = 0, rest = rate;
+    while (std::abs(numerator / denominator - rate) > closeness * rate) {
+        rest = 1 / (rest - std::floor(rest));
+        double const digit = std::floor(rest);
+        double const next = digit * denominator + formerDenominator;
+        if (next > largest) {
+            break;
+        }
+        formerNumerator = std::exchange(numerator, digit * numerator + formerNumerator);
+        formerDenominator = std::exchange(denominator, next);
+    }
+    return std::to_string(std::llround(numerator)) + "/" + std::to_string(std::llround(denominator));
 }
 
-void addQuality(EncoderSettings const& settings, std::vector<std::string>& command) {
-    if (settings.quantiser) {
-        unsigned long const value = 1 + settings.rateFactor * (largestQuantiser - 1) / largestRateFactor;
-        command.insert(command.end(), {"-q:v", std::to_string(value)});
-        return;
+std::string filters(EncoderSettings const& settings, EncoderKind const& kind) {
+    std::string const pixels = ",format=" + std::string(kind.pixels);
+    // The filter repeats and leaves out frames evenly; the option "-r" would add some at the end.
+    std::string const pace = settings.imageRate == settings.videoRate ? "null" : "fps=" + rateText(settings.videoRate);
+    if (!kind.hasColorDifferences()) {
+        return pace + pixels;
     }
-    command.insert(command.end(), {"-preset", "veryfast"});
+    return pace +
+           ",pad=ceil(iw/2)*2:ceil(ih/2)*2"
+           ",scale=out_color_matrix=bt709:out_range=tv:flags=bicubic+accurate_rnd+full_chroma_int+full_chroma_inp" +
+           pixels + ",setparams=colorspace=bt709:color_primaries=bt709:color_trc=bt709:range=tv";
+}
+
+Options colorTags(EncoderKind const& kind) {
+    Options tags{"-color_primaries", "bt709", "-color_trc", "bt709"};
+    if (kind.hasColorDifferences()) {
+        tags.insert(tags.end(), {"-colorspace", "bt709", "-color_range", "tv"});
+    }
+    return tags;
+}
+
+Options quality(EncoderSettings const& settings, EncoderKind const& kind) {
     if (settings.lossless) {
-        command.insert(command.end(), {"-qp", "0"});
-    } else {
-        command.insert(command.end(), {"-crf", std::to_string(settings.rateFactor)});
+        if (!kind.lossless) {
+            throw std::runtime_error("the encoder \"" + settings.encoderName +
+                                     "\" cannot be lossless: choose OutputCodec_H264RGB, or disable lossless");
+        }
+        return *kind.lossless;
     }
+    if (kind.quality.empty()) {
+        return {};
+    }
+    double const share = double(settings.rateFactor) / largestRateFactor;
+    return {std::string(kind.quality), std::to_string(std::lround(kind.best + share * (kind.worst - kind.best)))};
+}
+
+/// Has the file written in pieces that can be read without what comes after them: what was encoded stays when the
+/// encoder is killed or the disk is full.
+Options container(EncoderSettings const& settings) {
+    static std::set<std::string> const fragmented{".mp4", ".m4v", ".mov"}, clustered{".mkv", ".webm"};
+    constexpr double mostInCoarseTime = 1000;
+    std::string const kind = std::filesystem::path(settings.file).extension().string();
+    if (settings.videoRate > mostInCoarseTime && !fragmented.contains(kind)) {
+        throw std::runtime_error("a film in \"" + kind +
+                                 "\" can have 1000 frames a second at most: choose \".mp4\", or a lower rate");
+    }
+    Options options{"-flush_packets", "1"};
+    if (fragmented.contains(kind)) {
+        options.insert(options.end(), {"-movflags", "+frag_keyframe+empty_moov+default_base_moof", "-frag_duration",
+                                       "100000"}); // microseconds
+    } else if (clustered.contains(kind)) {
+        options.insert(options.end(), {"-cluster_time_limit", "100"}); // milliseconds
+    }
+    return options;
 }
 
 } // namespace
 
 std::vector<std::string> encoderCommand(EncoderSettings const& settings) {
-    std::vector<std::string> command{
-        "ffmpeg", "-nostdin", "-hide_banner", "-nostats", "-loglevel", "error", "-y", "-f", "rawvideo", "-pixel_format",
-        "rgb24", "-video_size", std::to_string(settings.width) + "x" + std::to_string(settings.height), "-framerate",
-        rateText(settings.imageRate), "-i", "pipe:0", "-an", "-c:v", settings.encoderName, "-pix_fmt",
-        settings.rgb ? "rgb24" : "yuv420p",
-        // The filter repeats and leaves out frames evenly; the option "-r" would add some at the end.
-        "-vf", "fps=" + rateText(settings.videoRate) + (settings.rgb ? "" : ",pad=ceil(iw/2)*2:ceil(ih/2)*2")};
-    addQuality(settings, command);
-    // What is encoded is in the file at once, and not lost with the encoder.
-    command.insert(command.end(), {"-flush_packets", "1"});
-    if (settings.file.ends_with(".mkv")) {
-        command.insert(command.end(), {"-cluster_time_limit", "500"});
+    EncoderKind const& kind = encoderKind(settings.encoderName);
+    std::vector<std::string> command{"ffmpeg",
+                                     "-nostdin",
+                                     "-hide_banner",
+                                     "-nostats",
+                                     "-loglevel",
+                                     "error",
+                                     "-y",
+                                     "-f",
+                                     "rawvideo",
+                                     "-pixel_format",
+                                     "rgb24",
+                                     "-video_size",
+                                     std::to_string(settings.width) + "x" + std::to_string(settings.height),
+                                     "-framerate",
+                                     rateText(settings.imageRate),
+                                     "-i",
+                                     "pipe:0",
+                                     "-an",
+                                     "-c:v",
+                                     settings.encoderName,
+                                     "-fps_mode",
+                                     "passthrough",
+                                     "-vf",
+                                     filters(settings, kind)};
+    for (Options const& options :
+         {kind.pace, quality(settings, kind), colorTags(kind), container(settings),
+          // A name that begins with a dash or holds a colon would be taken for an option or a protocol.
+          Options{"file:" + settings.file}}) {
+        command.insert(command.end(), options.begin(), options.end());
     }
-    // A name that begins with a dash or holds a colon would be taken for an option or a protocol.
-    command.push_back("file:" + settings.file);
     return command;
 }
 

@@ -14,15 +14,12 @@ struct EncoderSettings {
     double videoRate = 0;
     unsigned long rateFactor = 0;
     bool lossless = false;
-    /// Whether the codec keeps RGB; else it takes 4:2:0.
-    bool rgb = false;
-    /// Whether the codec is steered by a quantiser of 1 to 31 instead of a rate factor.
-    bool quantiser = false;
     std::string encoderName;
     std::string file;
 };
 
 /// The program and its arguments for frames of three bytes a pixel, upper row first, on standard input.
+/// \throws std::runtime_error for what the encoder or the container cannot do
 std::vector<std::string> encoderCommand(EncoderSettings const& settings);
 
 } // namespace hyxOSG

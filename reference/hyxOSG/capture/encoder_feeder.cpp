@@ -2,6 +2,7 @@
 
 #include "reference/hyxOSG/capture/encoder_feeder.h"
 
+#include "reference/hyxPython/interpreter.h"
 #include "reference/hyxPython/native_work.h"
 
 #include <csignal>
@@ -9,7 +10,8 @@
 
 namespace hyxOSG {
 
-EncoderFeeder::EncoderFeeder(std::vector<std::string> const& command) : m_process(command) {
+EncoderFeeder::EncoderFeeder(std::vector<std::string> const& command, std::string const& file)
+    : m_process(command, file) {
     // A thread inherits the signal mask: with all blocked, the handlers stay on the interpreter's thread.
     sigset_t all;
     sigset_t before;
@@ -41,12 +43,32 @@ EncoderFeeder::Frame EncoderFeeder::takeFrame() {
     return frame;
 }
 
+/// False when the interpreter wants the caller to return before the condition holds.
+template <class Condition>
+bool EncoderFeeder::waitUntil(Condition condition) {
+    for (;;) {
+        {
+            hyxPython::NativeWork const work;
+            std::unique_lock lock(m_mutex);
+            if (m_changed->wait_for(lock, hyxPython::longestSleep, condition)) {
+                return true;
+            }
+        }
+        hyxPython::ScriptCall const call; // drawing may have given the lock away
+        if (hyxPython::interpreterInterrupts()) {
+            return false;
+        }
+    }
+}
+
 void EncoderFeeder::add(Frame frame) {
-    hyxPython::NativeWork const work;
-    std::unique_lock lock(m_mutex);
-    m_changed->wait(lock, [this] { return m_failure || m_waiting.size() < longestQueue; });
+    if (!waitUntil([this] { return m_failure || m_waiting.size() < longestQueue; })) {
+        return;
+    }
+    std::lock_guard lock(m_mutex);
     rethrowFailure();
     m_waiting.push_back(std::move(frame));
+    ++m_numFrames;
     m_changed->notify_all();
 }
 
@@ -63,8 +85,8 @@ void EncoderFeeder::finish() {
     if (m_owner.isOther()) {
         return;
     }
-    hyxPython::NativeWork const work;
-    joinThread(false);
+    bool const written = waitUntil([this] { return m_failure || (m_waiting.empty() && !m_writing); });
+    joinThread(!written);
     rethrowFailure();
     m_process.finish();
 }

@@ -22,21 +22,28 @@ public:
     using Frame = std::vector<unsigned char>;
 
     /// \throws std::runtime_error with the reason when the encoder cannot be started
-    explicit EncoderFeeder(std::vector<std::string> const& command);
+    EncoderFeeder(std::vector<std::string> const& command, std::string const& file);
     /// Drops the frames that wait and ends the encoder.
     ~EncoderFeeder();
 
     /// A frame to fill; its memory is that of a written one where possible.
     Frame takeFrame();
-    /// Queues a frame. \throws std::runtime_error when the encoder has failed
+    /// Queues a frame. A pending interrupt (Ctrl-C) ends the wait for room, and the frame is left out.
+    /// \throws std::runtime_error when the encoder has failed
     void add(Frame frame);
+
+    /// The number of frames that came into the queue.
+    std::size_t numFrames() const { return m_numFrames; }
+
     /// Whether the encoder runs and has not failed.
     bool isActive();
-    /// Writes the frames that wait and ends the encoder in order. \throws std::runtime_error when it fails or has
-    /// failed
+    /// Writes the frames that wait and ends the encoder in order; a pending interrupt drops what still waits.
+    /// \throws std::runtime_error when it fails or has failed
     void finish();
 
 private:
+    template <class Condition>
+    bool waitUntil(Condition condition);
     void feed();
     void rethrowFailure();
     void joinThread(bool dropFrames);
@@ -50,6 +57,7 @@ private:
     std::deque<Frame> m_waiting;
     std::vector<Frame> m_spare;
     std::exception_ptr m_failure;
+    std::size_t m_numFrames = 0;
     bool m_writing = false;
     bool m_closing = false;
     std::thread m_thread;

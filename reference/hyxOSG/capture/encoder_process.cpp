@@ -2,10 +2,13 @@
 
 #include "reference/hyxOSG/capture/encoder_process.h"
 
+#include "reference/hyxPython/native_work.h"
+
 #include <fcntl.h>
 #include <poll.h>
 #include <spawn.h>
 #include <sys/socket.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -14,8 +17,10 @@
 #include <cerrno>
 #include <chrono>
 #include <csignal>
+#include <cstdint>
 #include <cstring>
 #include <stdexcept>
+#include <utility>
 
 extern char** environ;
 
@@ -23,9 +28,15 @@ namespace hyxOSG {
 namespace {
 
 constexpr int writePatienceMs = 20000;
-constexpr double finishPatience = 30;
+constexpr double finishPatience = 30; // seconds without growth of the file
 constexpr double terminatePatience = 2;
 constexpr std::size_t longestMessages = 4096;
+
+/// 0 for none, too.
+std::uintmax_t sizeOf(std::string const& file) {
+    struct stat found;
+    return stat(file.c_str(), &found) == 0 ? std::uintmax_t(found.st_size) : 0;
+}
 
 void closeDescriptor(int& descriptor) {
     if (descriptor >= 0) {
@@ -64,7 +75,8 @@ public:
 
 } // namespace
 
-EncoderProcess::EncoderProcess(std::vector<std::string> const& command) : m_program(command.at(0)) {
+EncoderProcess::EncoderProcess(std::vector<std::string> const& command, std::string const& file)
+    : m_program(command.at(0)), m_file(file) {
     std::array<int, 2> input{-1, -1};
     std::array<int, 2> errors{-1, -1};
     if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, input.data()) != 0) {
@@ -136,11 +148,10 @@ void EncoderProcess::finish() {
     }
     // Shutting down reaches the child even if a forked copy of this process still holds the socket.
     shutdown(m_input, SHUT_WR);
-    if (!waitForEnd(finishPatience)) {
+    if (!waitForEnd(finishPatience, true)) {
         fail("did not end");
     }
-    closeDescriptor(m_input);
-    closeDescriptor(m_errors);
+    closeStreams();
     // ffmpeg calls it a success when only the end of the file did not fit on the disk.
     bool const success =
         WIFEXITED(m_status) && WEXITSTATUS(m_status) == 0 && m_messages.find("Error ") == std::string::npos;
@@ -167,10 +178,19 @@ void EncoderProcess::drainMessages() {
     }
 }
 
-bool EncoderProcess::waitForEnd(double seconds) {
-    auto const limit = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
+/// Whether the child has ended, or was left to do so. It has `seconds` from the last time that its file grew.
+bool EncoderProcess::waitForEnd(double seconds, bool mayLeave) {
+    using Clock = std::chrono::steady_clock;
+    hyxPython::InterruptWatch watch;
+    auto const patience = std::chrono::duration<double>(seconds);
+    Clock::time_point lastGrowth = Clock::now();
+    std::uintmax_t size = 0;
     while (m_child >= 0) {
         drainMessages();
+        std::uintmax_t const sizeNow = sizeOf(m_file);
+        if (std::exchange(size, sizeNow) != sizeNow) {
+            lastGrowth = Clock::now();
+        }
         pid_t const ended = waitpid(m_child, &m_status, WNOHANG);
         if (ended == m_child) {
             m_child = -1;
@@ -178,9 +198,13 @@ bool EncoderProcess::waitForEnd(double seconds) {
             // Somebody else has waited for all children of the process: only the words tell how it went.
             m_child = -1;
             m_status = m_messages.empty() ? 0 : SIGKILL;
-        } else if (std::chrono::steady_clock::now() > limit) {
+        } else if (mayLeave && watch.interrupted()) {
+            m_child = -1;
+            m_status = 0;
+        } else if (Clock::now() - lastGrowth > patience) {
             return false;
         } else {
+            hyxPython::IdleWait const idle;
             pollfd waiting{m_errors, POLLIN, 0};
             poll(&waiting, 1, 5);
         }
@@ -195,11 +219,15 @@ void EncoderProcess::endChild() {
             shutdown(m_input, SHUT_WR);
         }
         kill(m_child, SIGTERM);
-        if (!waitForEnd(terminatePatience)) {
+        if (!waitForEnd(terminatePatience, false)) {
             kill(m_child, SIGKILL);
-            waitForEnd(terminatePatience);
+            waitForEnd(terminatePatience, false);
         }
     }
+    closeStreams();
+}
+
+void EncoderProcess::closeStreams() {
     closeDescriptor(m_input);
     closeDescriptor(m_errors);
 }
@@ -208,7 +236,7 @@ void EncoderProcess::fail(std::string const& what) {
     // A child that is ending by itself may still be saying why.
     if (m_child >= 0) {
         shutdown(m_input, SHUT_WR);
-        waitForEnd(terminatePatience);
+        waitForEnd(terminatePatience, false);
     }
     endChild();
     throw std::runtime_error(failureText(what));

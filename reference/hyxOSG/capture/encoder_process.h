@@ -12,7 +12,7 @@
 namespace hyxOSG {
 
 /// Starts the program at construction; `finish` or the destructor ends it. No call waits for ever: a child that takes
-/// no data, or does not end, within the patience given is killed. Not for use by several threads at once.
+/// no data, or does not end while its file does not grow either, is killed. Not for use by several threads at once.
 ///
 /// The child runs in its own process group with default signal handling, so that an interrupt typed at the terminal
 /// does not cut its file. It reads from a socket and not from a pipe, because a write to a socket can be told not to
@@ -20,8 +20,9 @@ namespace hyxOSG {
 class EncoderProcess {
 public:
     /// \param command the program, looked up in the PATH, and its arguments.
+    /// \param file what it writes
     /// \throws std::runtime_error with the reason when it cannot be started
-    explicit EncoderProcess(std::vector<std::string> const& command);
+    EncoderProcess(std::vector<std::string> const& command, std::string const& file);
     /// Kills a child that still runs, but not out of a forked copy of the process that started it.
     ~EncoderProcess();
     EncoderProcess(EncoderProcess const&) = delete;
@@ -34,18 +35,20 @@ public:
     /// Whether the child has not ended yet.
     bool isRunning() const;
 
-    /// Ends the input and waits for the child to end; returns its words, "" for none.
+    /// Ends the input and waits for the child to end. On a pending interrupt (Ctrl-C) it is left to end by itself.
     /// \throws std::runtime_error with the child's words when it reports failure or had to be killed
     void finish();
 
 private:
     void drainMessages();
-    bool waitForEnd(double seconds);
+    bool waitForEnd(double seconds, bool mayLeave);
     void endChild();
+    void closeStreams();
     [[noreturn]] void fail(std::string const& what);
     std::string failureText(std::string const& what) const;
 
     std::string m_program;
+    std::string m_file;
     std::string m_messages;
     pid_t m_child = -1;
     int m_input = -1;

@@ -13,11 +13,12 @@
 #include <chrono>
 #include <cmath>
 #include <exception>
-#include <limits>
 #include <stdexcept>
 
 namespace hyxOSG {
 namespace {
+
+constexpr long mostImagesOfFrame = 1000; // images of one drawn frame
 
 double wallClock() {
     return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
@@ -153,8 +154,15 @@ void ImageCaptureBase::apply(osg::RenderInfo& renderInfo) {
     if (!m_implementation->started) {
         return;
     }
-    // A simulation may jump as far as it likes; when the wall clock does, the program was held up.
-    double const longestGap = m_implementation->simulated() ? std::numeric_limits<double>::infinity() : 1;
+    // When the wall clock jumps, the program was held up.
+    double const longestGap = m_implementation->simulated() ? double(mostImagesOfFrame) / getFps() : 1;
+    double const passed = m_implementation->clock.passed(m_implementation->now());
+    if (m_implementation->simulated() && passed > longestGap) {
+        hyx::Notify::instance().notify(hyx::Notify::NOTIFY_WARNING,
+                                       "the simulation went on by " + std::to_string(passed) +
+                                           " s in one drawn frame, for which " + std::to_string(mostImagesOfFrame) +
+                                           " images are written at most: the capture goes on from here");
+    }
     long const due = m_implementation->clock.takeDue(m_implementation->now(), longestGap);
     if (due <= 0) {
         return;

@@ -7,20 +7,23 @@
 #include "reference/hyxOSG/capture/encoder_feeder.h"
 #include "reference/hyxOSG/capture/image_pixels.h"
 #include "reference/hyxOSG/capture/output_folder.h"
+#include "reference/machinery/files/exit_work.h"
 
 #include <filesystem>
+#include <optional>
 #include <stdexcept>
+#include <utility>
 
 namespace hyxOSG {
 namespace {
 
 constexpr hyx::UInt worstRateFactor = 51;
 constexpr double lowestRate = 0.001;
-constexpr double highestRate = 100000;
+constexpr double highestRate = 10000;
 
 void requireRate(double fps) {
     if (!(fps >= lowestRate && fps <= highestRate)) {
-        throw std::invalid_argument("the frames a second of a video must be 0.001 to 100000");
+        throw std::invalid_argument("the frames a second of a video must be 0.001 to 10000");
     }
 }
 
@@ -36,8 +39,8 @@ struct VideoFFMPEGPipeCapture::Implementation {
     hyx::UInt rateFactor = 18;
     bool lossless = false;
     OutputCodec codec = OutputCodec_H264;
-    /// The size of the running video; the resolution may be changed for the next one meanwhile.
-    hyx::Vec2u size;
+    std::optional<hyx::Vec2u> nextSize; ///< asked for while a video was running
+    std::string file;                   ///< of the running video
     std::unique_ptr<EncoderFeeder> feeder;
 };
 
@@ -70,12 +73,7 @@ void VideoFFMPEGPipeCapture::init() {
                                  std::to_string(m_implementation->codec));
     }
     EncoderSettings settings;
-    settings.rgb = m_implementation->codec == OutputCodec_H264RGB;
-    settings.quantiser = m_implementation->codec == OutputCodec_XVID;
     settings.lossless = m_implementation->lossless;
-    if (settings.lossless && settings.quantiser) {
-        throw std::runtime_error("this codec cannot be lossless: choose OutputCodec_H264RGB, or disable lossless");
-    }
     settings.width = getImageResolution().x;
     settings.height = getImageResolution().y;
     settings.imageRate = getFps();
@@ -83,9 +81,11 @@ void VideoFFMPEGPipeCapture::init() {
     settings.rateFactor = m_implementation->rateFactor;
     settings.encoderName = name->second;
     settings.file = m_implementation->filename + m_implementation->postFix;
+    std::vector<std::string> const command = encoderCommand(settings);
     prepareOutputFolder(std::filesystem::path(settings.file).parent_path().string());
-    m_implementation->size = getImageResolution();
-    m_implementation->feeder = std::make_unique<EncoderFeeder>(encoderCommand(settings));
+    m_implementation->file = settings.file;
+    m_implementation->feeder = std::make_unique<EncoderFeeder>(command, settings.file);
+    hyx::setExitWork(this, [this] { stopProcess(); });
 }
 
 void VideoFFMPEGPipeCapture::setFilename(hyx::String const& filename) {
@@ -162,7 +162,15 @@ bool VideoFFMPEGPipeCapture::stopProcess() {
     }
     // Whether it ends well or not, this encoder is done with.
     std::unique_ptr<EncoderFeeder> const feeder = std::move(m_implementation->feeder);
+    hyx::setExitWork(this, {});
+    if (auto const size = std::exchange(m_implementation->nextSize, std::nullopt)) {
+        ImageCaptureBase::setImageResolution(size->x, size->y);
+    }
     feeder->finish();
+    if (feeder->numFrames() == 0) {
+        hyx::Notify::instance().notify(hyx::Notify::NOTIFY_WARNING,
+                                       "the video \"" + m_implementation->file + "\" has no images");
+    }
     return true;
 }
 
@@ -175,7 +183,14 @@ void VideoFFMPEGPipeCapture::setImageResolution(hyx::UInt width, hyx::UInt heigh
     if (width == 0 || height == 0) {
         throw std::invalid_argument("the size of a video must be 1 to 16384 pixels each way");
     }
-    ImageCaptureBase::setImageResolution(width, height);
+    if (!m_implementation->feeder) {
+        ImageCaptureBase::setImageResolution(width, height);
+        return;
+    }
+    hyx::Vec2u const running = getImageResolution();
+    ImageCaptureBase::setImageResolution(width, height); // refuses what cannot be
+    ImageCaptureBase::setImageResolution(running.x, running.y);
+    m_implementation->nextSize = hyx::Vec2u(width, height);
 }
 
 void VideoFFMPEGPipeCapture::startCapture(int maxImages) {
@@ -209,7 +224,8 @@ void VideoFFMPEGPipeCapture::writeImage(osg::Image* image, hyx::Index) {
         init();
     }
     EncoderFeeder::Frame frame = m_implementation->feeder->takeFrame();
-    copyPixels(image, unsigned(m_implementation->size.x), unsigned(m_implementation->size.y), frame);
+    hyx::Vec2u const size = getImageResolution();
+    copyPixels(image, unsigned(size.x), unsigned(size.y), frame);
     m_implementation->feeder->add(std::move(frame));
 }
 
