@@ -25,6 +25,7 @@ class Declaration:
     doc: str = ""
     parameters: list[Parameter] = field(default_factory=list)  # of a function
     value: int | None = None  # of an enumerator
+    enumeration: str = ""  # of an enumerator: the qualified name of its type, where that has one
 
     @property
     def scope(self) -> str:

@@ -101,11 +101,13 @@ class HeaderReader:
         return declaration
 
     def _read_enumeration(self, cursor: Cursor, scope: str) -> None:
-        scope = f"{scope}::{cursor.spelling}" if cursor.is_scoped_enum() else scope
+        named = re.fullmatch(r"\w+", cursor.spelling)  # what has no name is described by its place
+        enumeration = f"{scope}::{cursor.spelling}".removeprefix("::") if named else ""
+        scope = enumeration if cursor.is_scoped_enum() else scope
         for child in cursor.get_children():
             if child.kind == CursorKind.ENUM_CONSTANT_DECL:
                 added = self._add("enumerator", f"{scope}::{child.spelling}".removeprefix("::"), child)
-                added.value = child.enum_value
+                added.value, added.enumeration = child.enum_value, enumeration
                 if added.doc and self._text(COMMENT_RANGE(child).end, child.extent.start).strip():
                     added.doc = ""  # of the enumerator before
 

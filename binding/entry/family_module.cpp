@@ -9,6 +9,7 @@
 #include "binding/runtime/type_chain.h"
 #include "binding/vocabulary/call.h"
 #include "binding/vocabulary/describe.h"
+#include "binding/vocabulary/refusal.h"
 #include "binding/vocabulary/results.h"
 
 #include <vector>
@@ -38,7 +39,18 @@ PyObject* borrow(void* object, swig_type_info* type) {
 }
 
 vocabulary::RecordTable records = {
-    0, nullptr, vocabulary::call_array, swig_types, borrow, &vocabulary::shower, &Swig::shown_by, describe};
+    0,
+    nullptr,
+    vocabulary::call_array,
+    vocabulary::call_one_form,
+    &vocabulary::refusal,
+    vocabulary::prototypes,
+    swig_types,
+    borrow,
+    &vocabulary::shower,
+    &Swig::shown_by,
+    describe,
+};
 
 vocabulary::ModuleDefinition SWIG_module = {
     {PyModuleDef_HEAD_INIT, nullptr, nullptr, -1, nullptr, nullptr, nullptr, nullptr, nullptr},

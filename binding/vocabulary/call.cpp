@@ -8,16 +8,35 @@
 #include "binding/runtime/type_chain.h"
 #include "binding/runtime/user_code.h"
 #include "binding/runtime/values.h"
+#include "binding/vocabulary/argument_values.h"
 #include "binding/vocabulary/conversions.h"
+#include "binding/vocabulary/refusal.h"
 #include "platform/hyxPython/native_work.h"
 
 #include <algorithm>
-#include <climits>
 #include <cstring>
 
 namespace vocabulary {
 
+Refusal refusal;
+
 namespace {
+
+// What every call ends with that fails: the last to do so is the outermost.
+[[gnu::cold]] PyObject* refuse(int argument) noexcept {
+    refusal = {true, argument};
+    return nullptr;
+}
+
+[[gnu::cold]] PyObject* fail() noexcept {
+    refusal = {false, -1};
+    return nullptr;
+}
+
+// Argument `index` did not convert.
+[[gnu::cold]] PyObject* refuse_argument(int status, std::size_t index) noexcept {
+    return status == SWIG_UserError || runtime::is_ending() ? fail() : refuse(int(index));
+}
 
 // The converted arguments of one call, and the temporaries among them.
 class Slots {
@@ -40,13 +59,6 @@ private:
     Form const& form_;
     std::uint32_t made_ = 0; // bit i: slot i holds a temporary
 };
-
-int convert_handles(SwigPyObject* handle, swig_type_info* type, void** result) noexcept {
-    for (runtime::Views views(handle); views.get(); views.advance())
-        if (runtime::convert_handle(views.get(), type, result))
-            return SWIG_OK;
-    return SWIG_ERROR;
-}
 
 // The arguments of a dispatched call with their pointer objects, each looked up at most once.
 struct Candidates {
@@ -89,80 +101,6 @@ struct Candidates {
     }
 };
 
-int convert_pointer(PyObject* object, swig_type_info* type, void** result) noexcept {
-    if (object == Py_None) {
-        *result = nullptr;
-        return SWIG_OK;
-    }
-    SwigPyObject* handle = runtime::find_this(object);
-    if (handle && handle->ty == type) {
-        *result = handle->ptr;
-        return SWIG_OK;
-    }
-    return convert_handles(handle, type, result);
-}
-
-int convert_int32(PyObject* object, Slot& slot) noexcept {
-    int const status = SWIG_AsVal_long(object, &slot.integer);
-    return status == SWIG_OK && (slot.integer < INT_MIN || slot.integer > INT_MAX) ? int(SWIG_OverflowError) : status;
-}
-
-int convert_uint32(PyObject* object, Slot& slot) noexcept {
-    int const status = SWIG_AsVal_unsigned_SS_long(object, &slot.natural);
-    return status == SWIG_OK && slot.natural > UINT_MAX ? int(SWIG_OverflowError) : status;
-}
-
-int convert_text(PyObject* object, Slot& slot) noexcept {
-    char* text = nullptr;
-    int const status = SWIG_AsCharPtrAndSize(object, &text, nullptr, nullptr);
-    slot.pointer = text;
-    return status;
-}
-
-// A status code; the slot holds the value on success.
-int convert_value(Parameter const& parameter, PyObject* object, Slot& slot) {
-    if (parameter.kind == Kind::boolean && PyBool_Check(object)) {
-        slot.flag = object == Py_True;
-        return SWIG_OK;
-    }
-    switch (parameter.kind) {
-    case Kind::boolean:
-        return SWIG_AsVal_bool(object, &slot.flag);
-    case Kind::int32:
-        return convert_int32(object, slot);
-    case Kind::int64:
-        return SWIG_AsVal_long(object, &slot.integer);
-    case Kind::uint32:
-        return convert_uint32(object, slot);
-    case Kind::uint64:
-        return SWIG_AsVal_unsigned_SS_long(object, &slot.natural);
-    case Kind::real:
-        return SWIG_AsVal_double(object, &slot.real);
-    case Kind::single:
-        return SWIG_AsVal_float(object, &slot.single);
-    case Kind::text:
-        return convert_text(object, slot);
-    case Kind::converted:
-        return parameter.conversion->convert(object, &slot.pointer);
-    case Kind::slice:
-        slot.object = object;
-        return PySlice_Check(object) ? SWIG_OK : SWIG_TypeError;
-    case Kind::object:
-        slot.object = object;
-        return SWIG_OK;
-    case Kind::function:
-        return SWIG_Python_ConvertFunctionPtr(object, &slot.pointer, swig_types[parameter.type]);
-    case Kind::untyped:
-        return SWIG_Python_ConvertPtrAndOwn(object, &slot.pointer, nullptr);
-    case Kind::disowned:
-        return SWIG_Python_ConvertPtrAndOwn(object, &slot.pointer, swig_types[parameter.type],
-                                            PointerConversion::disowning);
-    case Kind::pointer:
-        break;
-    }
-    return convert_pointer(object, swig_types[parameter.type], &slot.pointer);
-}
-
 // Refuses a null pointer where the parameter is a reference.
 bool refuse_null(Parameter const& parameter, Slot slot) noexcept {
     if (slot.pointer || !parameter.reference)
@@ -203,7 +141,7 @@ inline bool convert_at_once(Parameter const& parameter, PyObject* object, Slot& 
 inline PyObject* invoke(Form const& form, Slot const* slots, PyObject* const* arguments, std::size_t count) {
     if (form.needs_self && !slots[0].pointer) [[unlikely]] {
         PyErr_SetString(PyExc_TypeError, form.parameters[0].null_message);
-        return nullptr;
+        return refuse(0);
     }
     PyObject* result = nullptr;
     if (hyxPython::nativeWorkRuns.load(std::memory_order_relaxed)) [[unlikely]]
@@ -212,11 +150,13 @@ inline PyObject* invoke(Form const& form, Slot const* slots, PyObject* const* ar
         result = form.thunk(Call{slots, arguments, count});
     } catch (...) {
         form.translate();
-        return nullptr;
+        return fail();
     }
-    if (form.may_call_back && result && PyErr_Occurred()) {
+    if (!result) [[unlikely]]
+        return fail();
+    if (form.may_call_back && PyErr_Occurred()) {
         Py_DECREF(result);
-        return nullptr;
+        return fail();
     }
     return result;
 }
@@ -239,10 +179,10 @@ PyObject* call_form(Form const& form, PyObject* const* arguments, std::size_t co
         if (status == SWIG_NEWOBJ)
             slots.mark_made(i);
         if (status < 0)
-            return nullptr;
+            return refuse_argument(status, i);
     }
     if (runs != runtime::user_code_runs && !renew(form, slots.slots, arguments, count))
-        return nullptr;
+        return fail();
     return invoke(form, slots.slots, arguments, count);
 }
 
@@ -252,12 +192,13 @@ PyObject* call_direct(Form const& form, PyObject* const* arguments, std::size_t 
     unsigned long const runs = runtime::user_code_runs;
     for (std::size_t i = 0; i < count; ++i) {
         Parameter const& parameter = form.parameters[i];
-        if (!convert_at_once(parameter, arguments[i], slots[i]) &&
-            convert_argument(parameter, arguments[i], slots[i]) < 0)
-            return nullptr;
+        if (convert_at_once(parameter, arguments[i], slots[i]))
+            continue;
+        if (int const status = convert_argument(parameter, arguments[i], slots[i]); status < 0)
+            return refuse_argument(status, i);
     }
     if (runs != runtime::user_code_runs && !renew(form, slots, arguments, count)) [[unlikely]]
-        return nullptr;
+        return fail();
     return invoke(form, slots, arguments, count);
 }
 
@@ -304,7 +245,7 @@ bool accepts_all(Form const& form, Candidates& candidates, Slots& slots, std::si
 PyObject* call_chosen(Form const& form, Slots const& slots, PyObject* const* arguments, std::size_t count) {
     for (std::size_t i = 0; i < count; ++i)
         if (holds_pointer(form.parameters[i].kind) && refuse_null(form.parameters[i], slots.slots[i]))
-            return nullptr;
+            return refuse(int(i));
     return invoke(form, slots.slots, arguments, count);
 }
 
@@ -323,13 +264,13 @@ PyObject* dispatch(Function const& function, PyObject* const* arguments, std::si
         Slots slots(*trial.form);
         if (accepts_all(*trial.form, candidates, slots, count))
             return runs != runtime::user_code_runs && !renew(*trial.form, slots.slots, arguments, count)
-                       ? nullptr
+                       ? fail()
                        : call_chosen(*trial.form, slots, arguments, count);
         if (PyErr_Occurred() && !PyErr_ExceptionMatches(PyExc_TypeError))
-            return nullptr; // of the user's own code
+            return fail(); // of the user's own code
     }
     SWIG_Python_RaiseOrModifyTypeError(function.failure);
-    return nullptr;
+    return refuse(-1);
 }
 
 // What a binary operator answers when its arguments did not convert: Python then tries the reflected operation.
@@ -340,18 +281,19 @@ PyObject* not_implemented(PyObject* result) {
     Py_RETURN_NOTIMPLEMENTED;
 }
 
-void raise_count(Function const& function, std::size_t count) {
+PyObject* raise_count(Function const& function, std::size_t count) {
     std::size_t const minimum = function.dispatches() ? 0 : function.maximum;
     runtime::raise_argument_count(function.name, Py_ssize_t(minimum), function.maximum, Py_ssize_t(count));
     if (function.by_count)
         SWIG_Python_RaiseOrModifyTypeError(function.failure);
+    return refuse(-1);
 }
 
 // Apart from call_counted, as is call_registration, so that a direct call saves no registers for them.
 [[gnu::noinline]] PyObject* call_chosen_form(Function const& function, PyObject* const* arguments, std::size_t count) {
     PyObject* result = nullptr;
     if (function.dispatches() ? count > function.maximum : count != function.maximum)
-        raise_count(function, count);
+        result = raise_count(function, count);
     else if (function.dispatches())
         result = dispatch(function, arguments, count);
     else
@@ -374,7 +316,7 @@ inline PyObject* call_counted(Function const& function, PyObject* const* argumen
         PyTuple_SET_ITEM(tuple, i, Py_NewRef(arguments[i]));
     PyObject* result = tuple ? function.entry(nullptr, tuple) : nullptr;
     Py_XDECREF(tuple);
-    return result;
+    return result ? result : fail();
 }
 
 } // namespace
@@ -395,6 +337,10 @@ PyObject* call_array(Function const* function, PyObject* const* arguments, Py_ss
     if (function->form_count == 0) [[unlikely]]
         return call_registration(*function, arguments, count);
     return call_counted(*function, arguments, std::size_t(count));
+}
+
+PyObject* call_one_form(Form const* form, PyObject* const* arguments, Py_ssize_t count) {
+    return call_form(*form, arguments, std::size_t(count));
 }
 
 } // namespace vocabulary

@@ -4,11 +4,48 @@
 #include "binding/runtime/values.h"
 #include "platform/hyx/values/string.h"
 
+#include <iterator>
+
 namespace vocabulary {
 
 namespace {
 
+// Strings that calls have given back, for the next ones: most texts then need no memory of their own. Only for whoever
+// holds the interpreter's lock.
+class SpareStrings {
+public:
+    std::string* take(char const* text, std::size_t size) {
+        if (count_ == 0)
+            return new std::string(text, size);
+        std::string* const string = strings_[--count_];
+        string->assign(text, size);
+        return string;
+    }
+
+    void give(std::string* string) {
+        constexpr std::size_t most_kept = 256; // letters
+        if (count_ == std::size(strings_) || string->capacity() > most_kept)
+            delete string;
+        else
+            strings_[count_++] = string;
+    }
+
+private:
+    std::string* strings_[8];
+    std::size_t count_ = 0;
+};
+
+SpareStrings spare_strings;
+
 int convert_std_string(PyObject* object, void** result) {
+    if (PyUnicode_Check(object)) {
+        Py_ssize_t size = 0;
+        char const* const letters = PyUnicode_AsUTF8AndSize(object, &size);
+        if (!letters)
+            return SWIG_TypeError;
+        *result = spare_strings.take(letters, static_cast<std::size_t>(size));
+        return SWIG_NEWOBJ;
+    }
     std::string* text = nullptr;
     int const status = SWIG_AsPtr_std_string(object, &text);
     *result = text;
@@ -16,7 +53,7 @@ int convert_std_string(PyObject* object, void** result) {
 }
 
 void release_std_string(void* text) {
-    delete static_cast<std::string*>(text);
+    spare_strings.give(static_cast<std::string*>(text));
 }
 
 // A str, or a wrapped char pointer; a null one stays a null pointer.

@@ -2,8 +2,10 @@
 #include "binding/vocabulary/describe.h"
 
 #include "binding/runtime/reference.h"
+#include "binding/vocabulary/refusal.h"
 #include "binding/vocabulary/text.h"
 
+#include <algorithm>
 #include <string>
 
 namespace vocabulary {
@@ -102,6 +104,15 @@ Reference describe_function(Function const& function) {
 }
 
 } // namespace
+
+PyObject* prototypes(Function const* function) {
+    std::string const head = "  Possible C/C++ prototypes are:\n";
+    if (function->failure) {
+        std::string_view const text = function->failure;
+        return text_object(text.substr(std::min(text.find(head), text.size()))).release();
+    }
+    return text_object(head + "    " + prototype(function->forms[0]) + "\n").release();
+}
 
 PyObject* describe_functions(Function const* const* functions, std::size_t count) {
     Reference list = Reference::take(PyList_New(0));

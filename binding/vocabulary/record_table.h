@@ -10,6 +10,12 @@
 
 namespace vocabulary {
 
+// Why the last call that failed did so. The proxies, which take more than the flat functions do, try some calls again.
+struct Refusal {
+    bool by_arguments; // nothing native was called, and no code of the user's own has raised
+    int argument;      // the one that did not convert; -1 for a wrong count, and where no form fits
+};
+
 inline constexpr std::uint64_t record_table_magic = 0x31534452'4f434552; // "RECORDS1" in memory order
 
 struct RecordTable {
@@ -17,6 +23,11 @@ struct RecordTable {
     Function const* const* functions; // functions[i] is row i of the method table
     // Runs a row like the flat function, from an argument array without a tuple.
     PyObject* (*call)(Function const* function, PyObject* const* arguments, Py_ssize_t count);
+    // The same with one of its forms; `count` lies between the form's minimum and maximum.
+    PyObject* (*call_form)(Form const* form, PyObject* const* arguments, Py_ssize_t count);
+    Refusal const* refusal;
+    // The native prototypes of a function, a new str in the layout of failure messages.
+    PyObject* (*prototypes)(Function const* function);
     // The module's descriptors, by index.
     swig_type_info* const* types;
     // A new pointer object that borrows.

@@ -2,6 +2,11 @@
 
 from __future__ import annotations
 
+import _hyxOSG
+
+from .lists import Items
+from .records import Record
+
 TYPE_CHECKING = False
 if TYPE_CHECKING:
     from collections.abc import Iterator
@@ -40,16 +45,50 @@ class SwigPyIterator:
         return self
 
 
-class LidarOutputRendererLegend:
+class CameraData(Record):
+    _blank = (None,)
+
+
+class LidarOutputRendererLegend(Items):
     def __iter__(self) -> Iterator[Any]:
         """Gives copies of the points; `legend[i]` gives the point itself."""
         return self.iterator()  # type: ignore[attr-defined]
+
+    def insert(self, place: Any, *values: Any) -> Any:
+        """As a list's with an index; with an iterator, that of the native list."""
+        if isinstance(place, int) and len(values) == 1:
+            self[place:place] = values
+            return None
+        return _hyxOSG.LidarOutputRendererLegend_insert(self, place, *values)
+
+    insert.__wrapped_function__ = _hyxOSG.LidarOutputRendererLegend_insert  # type: ignore[attr-defined]
+
+    def pop(self, index: int = -1) -> Any:
+        """Takes out a point, the last one by default."""
+        if index == -1:
+            return _hyxOSG.LidarOutputRendererLegend_pop(self)
+        point = self[index].__copy__()
+        del self[index]
+        return point
+
+    pop.__wrapped_function__ = _hyxOSG.LidarOutputRendererLegend_pop  # type: ignore[attr-defined]
+
+    def __eq__(self, other: object) -> bool:
+        return list(self) == list(other) if isinstance(other, type(self)) else NotImplemented
+
+    __hash__ = None  # type: ignore[assignment]
+
+    def __deepcopy__(self, memo: dict[int, Any]) -> Any:
+        return self.__copy__()
+
+    def __reduce__(self) -> tuple[type, tuple[Any, ...]]:
+        return type(self), (list(self),)
 
     def __repr__(self) -> str:
         return f"hyxOSG.LidarOutputRendererLegend([{', '.join(map(repr, self))}])"
 
 
-class LidarOutputRendererLegendPoint:
+class LidarOutputRendererLegendPoint(Record):
     def __repr__(self) -> str:
         return f"hyxOSG.LidarOutputRendererLegendPoint({self.intensity:g}, {self.color!r})"  # type: ignore[attr-defined]
 

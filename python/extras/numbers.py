@@ -4,14 +4,23 @@ from __future__ import annotations
 
 TYPE_CHECKING = False  # for checkers only: importing `typing` would cost more than the whole package
 if TYPE_CHECKING:
-    from collections.abc import Iterator
-    from typing import Any
+    from collections.abc import Iterator, Sequence
+    from typing import Any, Protocol
+
+    class Array(Protocol):
+        """An array of NumPy's, or of one of its kin."""
+
+        @property
+        def __array_interface__(self) -> Any: ...
+
+    Row = Sequence[float] | Array
 
 
 class Numbers:
     """`numpy.array(value)` gives the numbers; the constructor takes any sequence of as many."""
 
     __slots__ = ()
+    __takes_sequences__ = True  # where one is wanted, calls take a tuple, a list or an array, too
 
     def __iter__(self) -> Iterator[Any]:
         return iter([self[index] for index in range(len(self))])  # type: ignore[index, arg-type]
@@ -20,6 +29,15 @@ class Numbers:
         import numpy
 
         return numpy.array([_plain(item) for item in self], dtype=dtype)
+
+    def __array_ufunc__(self, ufunc: Any, method: str, *inputs: Any, **options: Any) -> Any:
+        """A number of NumPy's before a value scales it as a number of Python's does; else the value is an array."""
+        import numpy
+
+        if ufunc is numpy.multiply and method == "__call__" and not options and isinstance(inputs[0], numpy.number):
+            return self * inputs[0].item()  # type: ignore[operator]
+        arrays = [numpy.array(item) if isinstance(item, Numbers) else item for item in inputs]
+        return getattr(ufunc, method)(*arrays, **options)
 
     def __copy__(self) -> Any:
         return type(self)(tuple(self))  # type: ignore[call-arg]

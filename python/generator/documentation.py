@@ -3,11 +3,12 @@
 from __future__ import annotations
 
 import re
+from collections.abc import Iterable
 
 from binding.catalogue.declarations import Declaration, Description, without_arguments
 
 from .defaults import Defaults, same
-from .interface import Form, Interface, Member, Operation, Parameter, ProxyClass
+from .interface import Form, Interface, Member, Operation, Parameter, ProxyClass, constant_owners
 from .natives import Natives
 from .python_types import plain_type
 
@@ -55,6 +56,13 @@ class Documentation:
     def class_text(self, native: str) -> str:
         return _first_text(self.find(without_arguments(native), "class"))
 
+    def enumeration(self, native: str, name: str) -> str:
+        """The native name of the enumeration that a class's or a namespace's constant belongs to; empty for none."""
+        for scope in self.lineage(native):
+            for declaration in self.find(f"{scope}::{name}", "enumerator"):
+                return declaration.enumeration
+        return ""
+
     def enumerator_text(self, native: str, name: str) -> str:
         return _first_text(self.find(f"{without_arguments(native)}::{name}", "enumerator"))
 
@@ -73,6 +81,32 @@ def document(interface: Interface, documentation: Documentation) -> None:
             _document_operation(operation, [], documentation)
         for proxy in package.classes:
             _document_class(proxy, documentation)
+            taken = {*proxy.methods, *proxy.members, *proxy.constants}
+            _sort_constants(
+                interface, proxy.native, proxy.qualified, proxy.enumerations, proxy.constants, taken, documentation
+            )
+        owned = constant_owners(package)
+        free = [name for name in package.constants if name not in owned]
+        taken = {c.name for c in package.classes} | {*package.functions, *package.constants, *package.aliases}
+        _sort_constants(interface, package.name, package.name, package.enumerations, free, taken, documentation)
+
+
+def _sort_constants(
+    interface: Interface,
+    native: str,
+    qualified: str,
+    enumerations: dict[str, list[str]],
+    constants: Iterable[str],
+    taken: set[str],
+    documentation: Documentation,
+) -> None:
+    """Sorts constants into their enumerations, as far as Python has a place for their names."""
+    for constant in constants:
+        enumeration = documentation.enumeration(native, constant)
+        name = enumeration.rpartition("::")[2]
+        if name and name not in taken:
+            enumerations.setdefault(name, []).append(constant)
+            interface.enumerations[enumeration] = f"{qualified}.{name}"
 
 
 def _document_class(proxy: ProxyClass, documentation: Documentation) -> None:

@@ -80,6 +80,10 @@ class ProxyClass:
     methods: dict[str, Operation] = field(default_factory=dict)
     members: dict[str, Member] = field(default_factory=dict)
     constants: dict[str, int] = field(default_factory=dict)
+    enumerations: dict[str, list[str]] = field(
+        default_factory=dict
+    )  # by name: constants, each in one of them or in none
+    substitute: str = ""  # a type hint for what calls take for it
 
     @property
     def qualified(self) -> str:
@@ -93,12 +97,14 @@ class Package:
     functions: dict[str, Operation] = field(default_factory=dict)
     constants: dict[str, tuple[str, int]] = field(default_factory=dict)  # name: (module, value)
     aliases: dict[str, str] = field(default_factory=dict)  # further names of its classes
+    enumerations: dict[str, list[str]] = field(default_factory=dict)  # as a class's
 
 
 @dataclass
 class Interface:
     packages: dict[str, Package]
     classes: dict[str, ProxyClass]  # by every native spelling, plain
+    enumerations: dict[str, str] = field(default_factory=dict)  # by native name: as scripts write them
 
 
 def read_interface(modules: dict[str, types.ModuleType], natives: Natives) -> Interface:
@@ -198,6 +204,11 @@ def _add_constants(interface: Interface, module: str, loaded: types.ModuleType) 
             proxy.constants[name.removeprefix(proxy.name + "_")] = value
         package = proxy.package if proxy else DEFAULT_PACKAGES[module]
         interface.packages[package].constants[name] = (module, value)
+
+
+def constant_owners(package: Package) -> dict[str, str]:
+    """The constants of a package that are those of a class, too: how its own code writes them."""
+    return {f"{c.name}_{name}": f"{c.name}.{name}" for c in package.classes for name in c.constants}
 
 
 def _add_spellings(interface: Interface, natives: Natives) -> None:

@@ -5,9 +5,9 @@ from __future__ import annotations
 import textwrap
 
 from .extras import Extras
-from .interface import DEFAULT_PACKAGES, Operation, Package, ProxyClass
+from .interface import DEFAULT_PACKAGES, Operation, Package, ProxyClass, constant_owners
 from .python_types import TypeHints
-from .signature import docstring, text_signature
+from .signature import docstring, parameter_lists, text_signature
 
 SUMMARIES = {
     "hyx": "Rigid-body dynamics: values, bodies, constraints, particles. SI units, Z up.",
@@ -41,6 +41,8 @@ def package_text(
         | {module for module, _ in package.constants.values()}
     )
     lines = [f'"""{SUMMARIES[package.name]}"""', ""]
+    if package.enumerations or any(proxy.enumerations for proxy in order):
+        lines.append("from enum import IntEnum")
     if order or package.functions:
         lines.append("from _hyx_proxy import Handle, constructor, function, member, method, release")
     lines += [f"import {module}" for module in modules]
@@ -56,7 +58,14 @@ def package_text(
     if package.functions:
         names = ", ".join(package.functions)
         lines += [f"for _function in ({names},):", "    _function.__set_name__(__name__, _function.__name__)"]
-    lines += [f"{name} = {value}" for name, (_, value) in package.constants.items()]
+    values = {name: value for name, (_, value) in package.constants.items()}
+    lines += enumeration_lines(package.enumerations, values)
+    owners = constant_owners(package)
+    lines += [
+        f"{name} = {owners.get(name, value)}"
+        for name, value in values.items()
+        if not _is_listed(package.enumerations, name)
+    ]
     if DEFAULT_PACKAGES.get(f"_{package.name}") and package.name == "hyxOSG":
         lines.append("cvar = _hyxOSG.cvar")
     return "\n".join(lines) + "\n"
@@ -66,7 +75,10 @@ def _class_lines(proxy: ProxyClass, extras: Extras, hints: TypeHints) -> list[st
     bases = [f"_extras.{base}" for base in extras.class_bases.get(proxy.name, ())]
     bases += [base.name if base.package == proxy.package else base.qualified for base in proxy.bases] or ["Handle"]
     body = [_literal(proxy.doc or f"The native class {proxy.native}.", 4), "    __slots__ = ()"]
-    body += [f"    {name} = {value}" for name, value in proxy.constants.items()]
+    body += ["    " + line if line else "" for line in enumeration_lines(proxy.enumerations, proxy.constants)]
+    body += [
+        f"    {name} = {value}" for name, value in proxy.constants.items() if not _is_listed(proxy.enumerations, name)
+    ]
     body += _machinery_lines(proxy, hints)
     for name, member in proxy.members.items():
         setter = member.setter.flat if member.setter else "None"
@@ -76,12 +88,24 @@ def _class_lines(proxy: ProxyClass, extras: Extras, hints: TypeHints) -> list[st
     for name, operation in proxy.methods.items():
         kind = "function" if operation.static else "method"
         text = _literal(docstring(operation, hints), 0)
-        body.append(
-            f"    {name} = {kind}({operation.flat}, {text_signature(operation, not operation.static)!r}, {text})"
-        )
+        signature = text_signature(operation, not operation.static)
+        body.append(f"    {name} = {kind}({operation.flat}, {signature!r}, {text}, {parameter_lists(operation)})")
     body += [f"    {name} = _extras.{proxy.name}.{name}" for name in extras.class_attributes.get(proxy.name, ())]
     register = proxy.machinery["swigregister"].flat
     return [f"class {proxy.name}({', '.join(bases)}):", *body, "", "", f"{register}({proxy.name})"]
+
+
+def enumeration_lines(enumerations: dict[str, list[str]], values: dict[str, int]) -> list[str]:
+    """The enumerations of a class or package, and their constants under the names that they have outside."""
+    lines = []
+    for name, constants in enumerations.items():
+        lines += [f"class {name}(IntEnum):", *(f"    {constant} = {values[constant]}" for constant in constants), ""]
+        lines += [f"{constant} = {name}.{constant}" for constant in constants]
+    return lines
+
+
+def _is_listed(enumerations: dict[str, list[str]], constant: str) -> bool:
+    return any(constant in listed for listed in enumerations.values())
 
 
 def _machinery_lines(proxy: ProxyClass, hints: TypeHints) -> list[str]:
@@ -92,7 +116,10 @@ def _machinery_lines(proxy: ProxyClass, hints: TypeHints) -> list[str]:
         text = _literal(docstring(made, hints, proxy.name, ""), 0)
         options = ", with_director=True" if disown else ""
         signature = text_signature(made, True)
-        lines.append(f"    __init__ = constructor({made.flat}, {attached.flat}, {signature!r}, {text}{options})")
+        lists = parameter_lists(made)
+        lines.append(
+            f"    __init__ = constructor({made.flat}, {attached.flat}, {signature!r}, {text}, {lists}{options})"
+        )
     if destructor:
         lines.append(f"    __swig_destroy__ = {destructor.flat}")
     elif proxy.module == "_hyxOSG" and not disown:
@@ -103,7 +130,8 @@ def _machinery_lines(proxy: ProxyClass, hints: TypeHints) -> list[str]:
 
 def _function_lines(operation: Operation, hints: TypeHints) -> list[str]:
     text = _literal(docstring(operation, hints), 0)
-    return [f"{operation.name} = function({operation.flat}, {text_signature(operation, False)!r}, {text})"]
+    signature, lists = text_signature(operation, False), parameter_lists(operation)
+    return [f"{operation.name} = function({operation.flat}, {signature!r}, {text}, {lists})"]
 
 
 def _literal(text: str, indent: int) -> str:

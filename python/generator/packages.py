@@ -14,7 +14,7 @@ from .extras import check_files, read_extras
 from .interface import Interface, Package, ProxyClass, read_interface
 from .natives import Natives
 from .package_text import package_text
-from .python_types import TypeHints
+from .python_types import SUBSTITUTES, TypeHints
 from .stub_text import stub_text
 
 
@@ -22,21 +22,25 @@ def write_packages(modules: dict[str, types.ModuleType], source: Path, root: Pat
     description = read_descriptions([described])
     natives = Natives(read_lists([source / "binding" / "catalogue" / "lists"]), description)
     interface = read_interface(modules, natives)
+    extras_folder = source / "python" / "extras"
+    check_files(extras_folder, interface.packages)
+    extras = {package.name: read_extras(extras_folder, package) for package in interface.packages.values()}
+    for proxy in interface.classes.values():
+        bases = extras[proxy.package].class_bases.get(proxy.name, ())
+        proxy.substitute = next((SUBSTITUTES[base] for base in bases if base in SUBSTITUTES), "")
     documentation = Documentation(description, natives, interface)
     document(interface, documentation)
     hints = TypeHints(interface)
-    extras_folder = source / "python" / "extras"
-    check_files(extras_folder, interface.packages)
     order = package_order(interface)
     for position, package in enumerate(order):
         # The last package, the library itself, makes the whole family known.
         imports = [p.name for p in order[:position]] if package.name == "hyxOSG" else _imports(package)
-        extras = read_extras(extras_folder, package)
+        written = extras[package.name]
         classes = class_order(package)
         folder = root / package.name
         folder.mkdir(exist_ok=True)
-        write_changed(package_text(package, classes, imports, extras, hints), folder / "__init__.py")
-        write_changed(stub_text(package, classes, extras, hints, documentation), folder / "__init__.pyi")
+        write_changed(package_text(package, classes, imports, written, hints), folder / "__init__.py")
+        write_changed(stub_text(package, classes, written, hints, documentation), folder / "__init__.pyi")
         write_changed("", folder / "py.typed")
     shutil.copytree(
         extras_folder, root / "_hyx_extras", dirs_exist_ok=True, ignore=shutil.ignore_patterns("__pycache__")

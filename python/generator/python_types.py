@@ -43,6 +43,8 @@ INTEGERS = {
 }
 FLOATS = {"float", "double", "hyx::Real", "Real", "hyx::TimeStamp", "GLfloat"}
 STRINGS = {"std::string", "hyx::String", "hyx::Name", "std::string_view"}
+ROW = "Sequence[float]"
+SUBSTITUTES = {"Numbers": ROW, "NumberList": "Iterable[Any]"}  # what may be given for a class, by its hand-written base
 NUMBERS = re.compile(r"^std::vector<\s*(.+?)\s*(?:,\s*std::allocator<.*>\s*)?>$")
 
 
@@ -61,9 +63,13 @@ class TypeHints:
             return f"{proxy.qualified} | Iterable[{element}]" if proxy else f"Iterable[{element}]"
         proxy = self.find(kind)
         if proxy:
-            return f"{proxy.qualified} | None" if "*" in marks else proxy.qualified
+            read = not marks or "const" in marks
+            given = f"{proxy.qualified} | {proxy.substitute}" if proxy.substitute and read else proxy.qualified
+            return f"{given} | None" if "*" in marks else given
         if kind in ("void", "PyObject", "SWIGPY_SLICEOBJECT"):
             return {"void": "Handle | None", "PyObject": "Any", "SWIGPY_SLICEOBJECT": "slice"}[kind]
+        if kind in self.interface.enumerations and not marks:
+            return f"{self.interface.enumerations[kind]} | int"
         return self._unknown(kind, marks)
 
     def result(self, native: str) -> str:

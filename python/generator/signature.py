@@ -9,13 +9,22 @@ from .python_types import TypeHints
 
 
 def text_signature(operation: Operation, bound: bool) -> str:
-    """What `inspect.signature` reads: exact for one form, `*args` for several."""
+    """What `inspect.signature` reads: exact for one form, `*args` and `**keywords` for several."""
     names = ["$self"] if bound else []
     if len(operation.forms) != 1:
-        return f"({', '.join([*names, '/', '*args'] if names else ['*args'])})"
+        return f"({', '.join([*(['$self', '/'] if bound else []), '*args', '**keywords'])})"
     form = operation.forms[0]
     names += [p.name if p.default is None else f"{p.name}={_simple(p.default)}" for p in form.parameters]
-    return f"({', '.join([*names, '/'])})" if names else "()"
+    return f"({', '.join(names)})"
+
+
+def parameter_lists(operation: Operation) -> str:
+    """The names of all forms' arguments, with their defaults, as the support module takes them: a tuple of texts."""
+    lists = [
+        ", ".join(p.name if p.default is None else f"{p.name}={p.default}" for p in form.parameters)
+        for form in operation.forms
+    ]
+    return repr(tuple(lists)) if lists else "None"
 
 
 def _simple(default: str) -> str:

@@ -8,8 +8,9 @@ import textwrap
 
 from .documentation import Documentation
 from .extras import Extras
-from .interface import PACKAGES, Form, Member, Operation, Package, ProxyClass
-from .python_types import TypeHints
+from .interface import MODULES, PACKAGES, Form, Member, Operation, Package, ProxyClass, constant_owners
+from .package_text import enumeration_lines
+from .python_types import ROW, TypeHints
 from .signature import docstring
 
 # What native classes may do and Python's typing rules refuse: overrides with other parameters, overloads
@@ -18,25 +19,29 @@ HEAD = '# mypy: disable-error-code="override, misc, overload-overlap, overload-c
 
 
 def stub_text(package: Package, order: list[ProxyClass], extras: Extras, hints: TypeHints, texts: Documentation) -> str:
-    body: list[str] = []
+    values = {name: value for name, (_, value) in package.constants.items()}
+    body: list[str] = ["", *enumeration_lines(package.enumerations, values)]
     for proxy in order:
         body += ["", *_class_lines(proxy, extras, hints, texts)]
     body += [f"{alias} = {target.removeprefix(package.name + '.')}" for alias, target in package.aliases.items()]
     for operation in package.functions.values():
         body += _operation_lines(operation, hints, bound=False)
-    body += [f"{name}: int" for name in package.constants]
+    owners = constant_owners(package)
+    listed = {name for names in package.enumerations.values() for name in names}
+    body += [f"{name} = {owners[name]}" if name in owners else f"{name}: int" for name in values if name not in listed]
     if package.name == "hyxOSG":
         body.append("cvar: Any")
-    text = "\n".join(body)
+    text = "\n".join(body).replace(f"| {ROW}", "| Row")
     head = [
         HEAD,
         "import builtins",
         "from collections.abc import Callable, Iterable, Iterator, Sequence",
+        "from enum import IntEnum",
         "from typing import Any, overload",
         "",
     ]
     head += [ast.unparse(statement) for statement in extras.imports if _wanted(statement)]
-    head.append("from _hyx_proxy import Handle")
+    head += ["from _hyx_extras.numbers import Row", "from _hyx_proxy import Handle"]
     head += [f"import {name}" for name in PACKAGES if f"{name}." in text]
     return "\n".join(head) + "\n" + text + "\n"
 
@@ -44,7 +49,7 @@ def stub_text(package: Package, order: list[ProxyClass], extras: Extras, hints: 
 def _wanted(statement: ast.stmt) -> bool:
     names = {alias.name.split(".")[0] for alias in getattr(statement, "names", ())}
     module = getattr(statement, "module", None)
-    return not names & set(PACKAGES) and module not in ("__future__", "typing", "collections.abc", "_hyx_proxy")
+    return not names & {*PACKAGES, *MODULES} and module not in ("__future__", "typing", "collections.abc", "_hyx_proxy")
 
 
 def _class_lines(proxy: ProxyClass, extras: Extras, hints: TypeHints, texts: Documentation) -> list[str]:
@@ -53,10 +58,13 @@ def _class_lines(proxy: ProxyClass, extras: Extras, hints: TypeHints, texts: Doc
     if proxy.doc:
         lines.append(_text(proxy.doc, 4))
     own = extras.class_attributes.get(proxy.name, {})
+    lines += ["    " + line if line else "" for line in enumeration_lines(proxy.enumerations, proxy.constants)]
+    listed = {name for names in proxy.enumerations.values() for name in names}
     for name in proxy.constants:
-        lines.append(f"    {name}: int")
-        text = texts.enumerator_text(proxy.native, name)
-        lines += [_text(text, 4)] if text else []
+        if name not in listed:
+            lines.append(f"    {name}: int")
+            text = texts.enumerator_text(proxy.native, name)
+            lines += [_text(text, 4)] if text else []
     made = proxy.machinery.get("constructor")
     if made and "swiginit" in proxy.machinery and "__init__" not in own:
         forms = [Form(f.native, f.parameters, "void", f.doc) for f in made.forms]
@@ -65,7 +73,8 @@ def _class_lines(proxy: ProxyClass, extras: Extras, hints: TypeHints, texts: Doc
         lines += _member_lines(member, hints)
     for name, operation in proxy.methods.items():
         if name not in own and name.isidentifier():
-            lines += _operation_lines(operation, hints, bound=not operation.static)
+            overridden = "disown" in proxy.machinery
+            lines += _operation_lines(operation, hints, bound=not operation.static, positional=overridden)
     for statement in own.values():
         lines += _extra_lines(statement, 4)
     hidden = {"str", "int", "float", "bool", "object", "slice", "tuple"} & {*proxy.methods, *proxy.members}
@@ -91,7 +100,7 @@ def _member_lines(member: Member, hints: TypeHints) -> list[str]:
     return lines
 
 
-def _operation_lines(operation: Operation, hints: TypeHints, bound: bool) -> list[str]:
+def _operation_lines(operation: Operation, hints: TypeHints, bound: bool, positional: bool = False) -> list[str]:
     indent = 4 if bound or operation.static else 0
     blanks = " " * indent
     lines = []
@@ -100,7 +109,9 @@ def _operation_lines(operation: Operation, hints: TypeHints, bound: bool) -> lis
         lines += [f"{blanks}@overload"] if several else []
         lines += [f"{blanks}@staticmethod"] if operation.static and indent else []
         parameters = [*(["self"] if bound else []), *_parameters(form, hints)]
-        names = ", ".join([*parameters, "/"]) if parameters and form.parameters else ", ".join(parameters)
+        # Python's own protocols, and what scripts override with names of their own, have no keywords for checkers.
+        closed = form.parameters and (positional or (operation.name.endswith("__") and operation.name != "__init__"))
+        names = ", ".join([*parameters, *(["/"] if closed else [])])
         head = f"{blanks}def {operation.name}({names}) -> {hints.result(form.result)}:"
         text = form.doc if several else docstring(operation, hints) if form.doc else ""
         lines += [head, _text(form.doc, indent + 4)] if text and form.doc else [f"{head} ..."]

@@ -13,10 +13,22 @@ class Buffer(Handle):
     """The base of the proxy classes whose objects are arrays of numbers."""
 
 class method:
-    def __init__(self, function: Any, signature: str | None = None, doc: str | None = None) -> None: ...
+    def __init__(
+        self,
+        function: Any,
+        signature: str | None = None,
+        doc: str | None = None,
+        parameters: tuple[str, ...] | None = None,
+    ) -> None: ...
 
 class function:
-    def __init__(self, function: Any, signature: str | None = None, doc: str | None = None) -> None: ...
+    def __init__(
+        self,
+        function: Any,
+        signature: str | None = None,
+        doc: str | None = None,
+        parameters: tuple[str, ...] | None = None,
+    ) -> None: ...
     def __call__(self, *args: Any) -> Any: ...
 
 class constructor:
@@ -26,6 +38,7 @@ class constructor:
         attach: Any,
         signature: str | None = None,
         doc: str | None = None,
+        parameters: tuple[str, ...] | None = None,
         with_director: bool = False,
     ) -> None: ...
 

@@ -23,21 +23,25 @@ struct Constructor {
     ConstructedClass constructed;
 };
 
-PyObject* make_native(Constructor const* self, PyObject* const* arguments, Py_ssize_t count) {
+PyObject* make_native(Constructor const* self, PyObject* const* arguments, Py_ssize_t count, PyObject* keyword_names) {
+    Row const& row = self->operation.row;
+    Spoken const& spoken = self->operation.spoken;
     if (!self->with_director)
-        return self->operation.row.call(arguments + 1, count - 1);
+        return keyword_names ? recover(row, spoken, arguments + 1, count - 1, keyword_names)
+                             : row.call(spoken, arguments + 1, count - 1);
     constexpr Py_ssize_t usual_count = 8;
     PyObject* usual[usual_count];
     std::vector<PyObject*> many;
     PyObject** forwarded = usual;
-    if (count > usual_count) {
-        many.resize(static_cast<std::size_t>(count));
+    Py_ssize_t const total = count + (keyword_names ? PyTuple_GET_SIZE(keyword_names) : 0);
+    if (total > usual_count) {
+        many.resize(static_cast<std::size_t>(total));
         forwarded = many.data();
     }
-    std::copy(arguments, arguments + count, forwarded);
+    std::copy(arguments, arguments + total, forwarded);
     if (Py_TYPE(arguments[0]) == self->owner)
         forwarded[0] = Py_None;
-    return self->operation.row.call(forwarded, count);
+    return keyword_names ? recover(row, spoken, forwarded, count, keyword_names) : row.call(spoken, forwarded, count);
 }
 
 // Gives the object its native object, which it takes over. A first one goes where `_swiginit` would put it.
@@ -49,7 +53,7 @@ PyObject* attach_native(Constructor* self, PyObject* object, PyObject* native) {
         Py_RETURN_NONE;
     }
     PyObject* const attached[] = {object, native};
-    PyObject* result = self->attach.call(attached, 2);
+    PyObject* result = self->attach.call(self->operation.spoken, attached, 2);
     Py_DECREF(native);
     return result;
 }
@@ -58,12 +62,11 @@ PyObject* call_constructor(PyObject* callable, PyObject* const* arguments, size_
     auto* self = reinterpret_cast<Constructor*>(callable);
     Py_ssize_t const count = PyVectorcall_NARGS(flags);
     if (count < 1 || (self->owner && !PyObject_TypeCheck(arguments[0], self->owner))) {
-        PyErr_Format(PyExc_TypeError, "%U.__init__ needs an object of its class first", self->operation.owner_name);
+        PyErr_Format(PyExc_TypeError, "%U.__init__ needs an object of its class first",
+                     self->operation.spoken.owner_name);
         return nullptr;
     }
-    if (keyword_names) [[unlikely]]
-        return self->operation.row.call_flat(arguments + 1, count - 1, keyword_names);
-    PyObject* native = make_native(self, arguments, count);
+    PyObject* native = make_native(self, arguments, count, keyword_names);
     if (!native)
         return nullptr;
     return attach_native(self, arguments[0], native);
@@ -118,19 +121,20 @@ PyObject* make_instance(PyObject* callable, PyObject* const* arguments, size_t f
 }
 
 PyObject* make_constructor(PyTypeObject* type, PyObject* arguments, PyObject* keywords) {
-    static char const* const names[] = {"new", "attach", "signature", "doc", "with_director", nullptr};
-    PyObject *flat = nullptr, *attach = nullptr, *signature = Py_None, *doc = Py_None;
+    static char const* const names[] = {"new", "attach", "signature", "doc", "parameters", "with_director", nullptr};
+    PyObject *flat = nullptr, *attach = nullptr, *signature = Py_None, *doc = Py_None, *parameters = Py_None;
     int with_director = 0;
-    if (!PyArg_ParseTupleAndKeywords(arguments, keywords, "OO|OOp", const_cast<char**>(names), &flat, &attach,
-                                     &signature, &doc, &with_director))
+    if (!PyArg_ParseTupleAndKeywords(arguments, keywords, "OO|OOOp", const_cast<char**>(names), &flat, &attach,
+                                     &signature, &doc, &parameters, &with_director))
         return nullptr;
     auto* self = reinterpret_cast<Constructor*>(type->tp_alloc(type, 0));
     if (!self)
         return nullptr;
     self->operation.vectorcall = call_constructor;
     self->with_director = with_director;
+    self->operation.spoken.kind = Spoken::Kind::constructor;
     if (!find_row(flat, self->operation.row) || !find_row(attach, self->attach) ||
-        !set_texts(&self->operation, flat, signature, doc)) {
+        !set_texts(&self->operation, flat, signature, doc, parameters)) {
         Py_DECREF(self);
         return nullptr;
     }

@@ -12,7 +12,7 @@ struct Member {
     PyObject_HEAD Row get;
     Row set;       // `set.flat` is null when the member is read only
     bool of_class; // a static member: the rows take no object
-    PyObject* name;
+    Spoken spoken;
     PyObject* doc;
 };
 
@@ -28,8 +28,9 @@ PyObject* make_member(PyTypeObject* type, PyObject* arguments, PyObject* keyword
         return nullptr;
     self->of_class = of_class;
     self->doc = Py_NewRef(doc);
-    self->name = PyObject_GetAttrString(get, "__name__");
-    if (!self->name || !find_row(get, self->get) || (set != Py_None && !find_row(set, self->set))) {
+    self->spoken = {PyObject_GetAttrString(get, "__name__"), Py_NewRef(Py_None), Py_NewRef(Py_None),
+                    Spoken::Kind::member, !of_class};
+    if (!self->spoken.name || !find_row(get, self->get) || (set != Py_None && !find_row(set, self->set))) {
         Py_DECREF(self);
         return nullptr;
     }
@@ -40,7 +41,9 @@ void dealloc(PyObject* object) {
     auto* self = reinterpret_cast<Member*>(object);
     Py_XDECREF(self->get.flat);
     Py_XDECREF(self->set.flat);
-    Py_XDECREF(self->name);
+    Py_XDECREF(self->spoken.name);
+    Py_XDECREF(self->spoken.owner_name);
+    Py_XDECREF(self->spoken.parameters);
     Py_XDECREF(self->doc);
     Py_TYPE(object)->tp_free(object);
 }
@@ -48,21 +51,22 @@ void dealloc(PyObject* object) {
 PyObject* get_member(PyObject* descriptor, PyObject* object, PyObject*) {
     auto* self = reinterpret_cast<Member*>(descriptor);
     if (self->of_class)
-        return self->get.call(nullptr, 0);
+        return self->get.call(self->spoken, nullptr, 0);
     if (!object || object == Py_None)
         return Py_NewRef(descriptor);
-    return self->get.call(&object, 1);
+    return self->get.call(self->spoken, &object, 1);
 }
 
 int set_member(PyObject* descriptor, PyObject* object, PyObject* value) {
     auto* self = reinterpret_cast<Member*>(descriptor);
     if (!value || !self->set.flat) {
-        PyErr_Format(PyExc_AttributeError, "'%U' of '%s' objects cannot be %s", self->name, Py_TYPE(object)->tp_name,
-                     value ? "set: it is read only" : "deleted");
+        PyErr_Format(PyExc_AttributeError, "'%U' of '%s' objects cannot be %s", self->spoken.name,
+                     Py_TYPE(object)->tp_name, value ? "set: it is read only" : "deleted");
         return -1;
     }
     PyObject* const arguments[] = {object, value};
-    PyObject* result = self->of_class ? self->set.call(arguments + 1, 1) : self->set.call(arguments, 2);
+    PyObject* result =
+        self->of_class ? self->set.call(self->spoken, arguments + 1, 1) : self->set.call(self->spoken, arguments, 2);
     Py_XDECREF(result);
     return result ? 0 : -1;
 }
@@ -71,12 +75,17 @@ PyObject* set_name(PyObject* object, PyObject* arguments) {
     PyObject *owner = nullptr, *name = nullptr;
     if (!PyArg_ParseTuple(arguments, "OU:__set_name__", &owner, &name))
         return nullptr;
-    Py_SETREF(reinterpret_cast<Member*>(object)->name, Py_NewRef(name));
+    auto& spoken = reinterpret_cast<Member*>(object)->spoken;
+    Py_SETREF(spoken.name, Py_NewRef(name));
+    PyObject* const owner_name = PyObject_GetAttrString(owner, "__qualname__");
+    if (!owner_name)
+        return nullptr;
+    Py_SETREF(spoken.owner_name, owner_name);
     Py_RETURN_NONE;
 }
 
 PyMemberDef members[] = {
-    {"__name__", T_OBJECT, offsetof(Member, name), READONLY, nullptr},
+    {"__name__", T_OBJECT, offsetof(Member, spoken) + offsetof(Spoken, name), READONLY, nullptr},
     {"__doc__", T_OBJECT, offsetof(Member, doc), READONLY, nullptr},
     {},
 };

@@ -1,26 +1,52 @@
 // Methods and functions over a row.
 #include "python/support/operation.h"
 
+#include "python/support/keywords.h"
+
 #include <structmember.h>
 
 #include <cstddef>
 
 namespace proxy {
 
-bool set_texts(Operation* self, PyObject* flat, PyObject* signature, PyObject* doc) {
-    self->name = PyObject_GetAttrString(flat, "__name__");
-    self->owner_name = Py_NewRef(Py_None);
+namespace {
+
+// One str a form, or None.
+bool are_parameters(PyObject* parameters, std::size_t form_count) {
+    bool fit = parameters == Py_None ||
+               (PyTuple_Check(parameters) && PyTuple_GET_SIZE(parameters) == static_cast<Py_ssize_t>(form_count));
+    for (Py_ssize_t i = 0; fit && parameters != Py_None && i < PyTuple_GET_SIZE(parameters); ++i)
+        fit = PyUnicode_Check(PyTuple_GET_ITEM(parameters, i));
+    if (!fit)
+        PyErr_Format(PyExc_TypeError, "parameters must be a tuple of %zu str, one a form, not %R", form_count,
+                     parameters);
+    return fit;
+}
+
+} // namespace
+
+bool set_texts(Operation* self, PyObject* flat, PyObject* signature, PyObject* doc, PyObject* parameters) {
+    if (!are_parameters(parameters, self->row.function->form_count))
+        return false;
+    Function const& function = *self->row.function;
+    self->spoken.parameters = Py_NewRef(parameters);
+    self->spoken.leading = parameters != Py_None && function.form_count > 0
+                               ? function.forms[0].maximum - read_parameters(PyTuple_GET_ITEM(parameters, 0)).size()
+                               : self->row.has_self && function.role != vocabulary::Role::constructor;
+    self->spoken.name = PyObject_GetAttrString(flat, "__name__");
+    self->spoken.owner_name = Py_NewRef(Py_None);
     self->package = Py_NewRef(Py_None);
     self->signature = Py_NewRef(signature);
     self->doc = Py_NewRef(doc);
-    return self->name != nullptr;
+    return self->spoken.name != nullptr;
 }
 
 void operation_dealloc(PyObject* object) {
     auto* self = reinterpret_cast<Operation*>(object);
     Py_XDECREF(self->row.flat);
-    Py_XDECREF(self->name);
-    Py_XDECREF(self->owner_name);
+    Py_XDECREF(self->spoken.name);
+    Py_XDECREF(self->spoken.owner_name);
+    Py_XDECREF(self->spoken.parameters);
     Py_XDECREF(self->package);
     Py_XDECREF(self->signature);
     Py_XDECREF(self->doc);
@@ -33,7 +59,7 @@ PyObject* operation_set_name(PyObject* object, PyObject* arguments) {
     PyObject *owner = nullptr, *name = nullptr;
     if (!PyArg_ParseTuple(arguments, "OU:__set_name__", &owner, &name))
         return nullptr;
-    Py_SETREF(self->name, Py_NewRef(name));
+    Py_XSETREF(self->spoken.name, Py_NewRef(name));
     if (PyType_Check(owner)) {
         PyObject* owner_name = PyObject_GetAttrString(owner, "__qualname__");
         PyObject* package = owner_name ? PyObject_GetAttrString(owner, "__module__") : nullptr;
@@ -41,7 +67,7 @@ PyObject* operation_set_name(PyObject* object, PyObject* arguments) {
             Py_XDECREF(owner_name);
             return nullptr;
         }
-        Py_SETREF(self->owner_name, owner_name);
+        Py_SETREF(self->spoken.owner_name, owner_name);
         Py_SETREF(self->package, package);
     } else {
         Py_SETREF(self->package, Py_NewRef(owner));
@@ -53,9 +79,9 @@ namespace {
 
 PyObject* qualified_name(PyObject* object, void*) {
     auto* self = reinterpret_cast<Operation*>(object);
-    if (self->owner_name == Py_None)
-        return Py_NewRef(self->name);
-    return PyUnicode_FromFormat("%U.%U", self->owner_name, self->name);
+    if (self->spoken.owner_name == Py_None)
+        return Py_NewRef(self->spoken.name);
+    return PyUnicode_FromFormat("%U.%U", self->spoken.owner_name, self->spoken.name);
 }
 
 PyObject* repr(PyObject* object) {
@@ -70,23 +96,24 @@ PyObject* repr(PyObject* object) {
 }
 
 PyObject* call_operation(PyObject* callable, PyObject* const* arguments, size_t flags, PyObject* keyword_names) {
-    auto const& row = reinterpret_cast<Operation*>(callable)->row;
+    auto const* self = reinterpret_cast<Operation*>(callable);
     Py_ssize_t const count = PyVectorcall_NARGS(flags);
     if (keyword_names) [[unlikely]]
-        return row.call_flat(arguments, count, keyword_names);
-    return row.call(arguments, count);
+        return recover(self->row, self->spoken, arguments, count, keyword_names);
+    return self->row.call(self->spoken, arguments, count);
 }
 
 PyObject* make_operation(PyTypeObject* type, PyObject* arguments, PyObject* keywords) {
-    static char const* const names[] = {"function", "signature", "doc", nullptr};
-    PyObject *flat = nullptr, *signature = Py_None, *doc = Py_None;
-    if (!PyArg_ParseTupleAndKeywords(arguments, keywords, "O|OO", const_cast<char**>(names), &flat, &signature, &doc))
+    static char const* const names[] = {"function", "signature", "doc", "parameters", nullptr};
+    PyObject *flat = nullptr, *signature = Py_None, *doc = Py_None, *parameters = Py_None;
+    if (!PyArg_ParseTupleAndKeywords(arguments, keywords, "O|OOO", const_cast<char**>(names), &flat, &signature, &doc,
+                                     &parameters))
         return nullptr;
     auto* self = reinterpret_cast<Operation*>(type->tp_alloc(type, 0));
     if (!self)
         return nullptr;
     self->vectorcall = call_operation;
-    if (!find_row(flat, self->row) || !set_texts(self, flat, signature, doc)) {
+    if (!find_row(flat, self->row) || !set_texts(self, flat, signature, doc, parameters)) {
         Py_DECREF(self);
         return nullptr;
     }
@@ -129,7 +156,7 @@ PyTypeObject function_type = make_type("_hyx_proxy.function", "A native function
 } // namespace
 
 PyMemberDef operation_members[] = {
-    {"__name__", T_OBJECT, offsetof(Operation, name), READONLY, nullptr},
+    {"__name__", T_OBJECT, offsetof(Operation, spoken) + offsetof(Spoken, name), READONLY, nullptr},
     {"__module__", T_OBJECT, offsetof(Operation, package), READONLY, nullptr},
     {"__doc__", T_OBJECT, offsetof(Operation, doc), READONLY, nullptr},
     {"__text_signature__", T_OBJECT, offsetof(Operation, signature), READONLY, nullptr},

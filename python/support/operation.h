@@ -15,10 +15,9 @@ namespace proxy {
 struct Operation {
     PyObject_HEAD vectorcallfunc vectorcall;
     Row row;
-    PyObject* name;
-    PyObject* owner_name; // the qualified name of the class, or None at package level
-    PyObject* package;    // what `__module__` gives
-    PyObject* signature;  // what `__text_signature__` gives
+    Spoken spoken;
+    PyObject* package;   // what `__module__` gives
+    PyObject* signature; // what `__text_signature__` gives
     PyObject* doc;
 };
 
@@ -30,7 +29,7 @@ struct Operation {
 [[nodiscard]] bool add_handle(PyObject* module);
 
 // Shared by the types of this room.
-[[nodiscard]] bool set_texts(Operation* self, PyObject* flat, PyObject* signature, PyObject* doc);
+[[nodiscard]] bool set_texts(Operation* self, PyObject* flat, PyObject* signature, PyObject* doc, PyObject* parameters);
 void operation_dealloc(PyObject* object);
 PyObject* operation_set_name(PyObject* object, PyObject* arguments);
 extern PyMemberDef operation_members[];

@@ -88,6 +88,7 @@ bool find_row(PyObject* flat, Row& row) {
         return false;
     }
     row.function = definition->records->functions[index];
+    row.records = definition->records;
     row.run = definition->records->call;
     row.exact_count = (method->ml_flags & METH_O) ? 1 : (method->ml_flags & METH_NOARGS) ? 0 : -1;
     row.flat = Py_NewRef(flat);

@@ -11,17 +11,36 @@ namespace proxy {
 
 PyObject* show(PyObject* result, PyObject* owner); // see shown.h
 
+using vocabulary::Form;
 using vocabulary::Function;
 using vocabulary::ModuleDefinition;
+using vocabulary::RecordTable;
+
+// What messages call an operation, and what its callers call its arguments.
+struct Spoken {
+    enum class Kind { operation, constructor, member };
+
+    PyObject* name;
+    PyObject* owner_name; // the qualified name of the class, or None at package level
+    PyObject* parameters; // a tuple with a str a form, such as "radius, color=hyx.Vec4(1, 1, 1, 1)"; or None
+    Kind kind;
+    std::size_t leading; // how many arguments lie before those that have names: the object, or a director's own
+};
+
+struct Row;
 
 // Turns a pending RuntimeError that says what the system refused (as the flat functions leave it) into the OSError that
 // Python's own functions would raise, FileNotFoundError, PermissionError and so on, with the RuntimeError as its cause.
 // Any other error stays.
 void speak_of_files();
 
-// What it takes to run one row without an argument tuple. `flat` is the module's own function; it is
-// kept for the calls that the row cannot take directly (keywords, wrong counts), so that their messages
-// are the flat function's own.
+// What a call gives that the row did not take as it stands: one with keywords (their names as in a vector call), with a
+// wrong count, or one that has just failed, with its error set. Tries it with what Python's users write for native
+// values (sequences of numbers for vectors, NumPy's scalars, paths); then says in Python's words what is wrong.
+PyObject* recover(Row const& row, Spoken const& spoken, PyObject* const* arguments, Py_ssize_t count,
+                  PyObject* keyword_names);
+
+// What it takes to run one row without an argument tuple.
 struct Row {
     Function const* function;
     PyObject* (*run)(Function const*, PyObject* const*, Py_ssize_t);
@@ -30,38 +49,31 @@ struct Row {
     vocabulary::Shower* shower;
     bool has_self;  // the first argument is the object that the row is called on
     PyObject* flat; // owned
+    RecordTable const* records;
 
     // `arguments` are borrowed; the result is a new reference, or null with the error set.
-    PyObject* call(PyObject* const* arguments, Py_ssize_t count) const {
+    PyObject* call(Spoken const& spoken, PyObject* const* arguments, Py_ssize_t count) const {
         if (exact_count >= 0 && count != exact_count) [[unlikely]]
-            return call_flat(arguments, count, nullptr);
-        PyObject* result;
-        if (!shows) {
-            result = run(function, arguments, count);
-        } else {
-            PyObject* const* const before = std::exchange(shower->arguments, arguments);
-            result = run(function, arguments, count);
-            shower->arguments = before;
-            result = shown(result, arguments, count);
-        }
-        if (!result) [[unlikely]]
-            speak_of_files();
+            return recover(*this, spoken, arguments, count, nullptr);
+        PyObject* const result = showing(arguments, count, [&] { return run(function, arguments, count); });
+        if (!result || result == Py_NotImplemented) [[unlikely]]
+            return after(result, spoken, arguments, count);
         return result;
     }
 
-    [[gnu::noinline]] PyObject* call_flat(PyObject* const* arguments, Py_ssize_t count, PyObject* keyword_names) const {
-        PyObject* result = PyObject_Vectorcall(flat, arguments, static_cast<std::size_t>(count), keyword_names);
-        if (shows)
-            result = shown(result, arguments, count);
-        if (!result) [[unlikely]]
-            speak_of_files();
-        return result;
+    // Runs `call`, which has these arguments, and shows what it gives as proxies.
+    template <class Call>
+    PyObject* showing(PyObject* const* arguments, Py_ssize_t count, Call call) const {
+        if (!shows)
+            return call();
+        PyObject* const* const before = std::exchange(shower->arguments, arguments);
+        PyObject* result = call();
+        shower->arguments = before;
+        return result && result != Py_None ? show(result, has_self && count > 0 ? arguments[0] : nullptr) : result;
     }
 
 private:
-    PyObject* shown(PyObject* result, PyObject* const* arguments, Py_ssize_t count) const {
-        return result && result != Py_None ? show(result, has_self && count > 0 ? arguments[0] : nullptr) : result;
-    }
+    PyObject* after(PyObject* result, Spoken const& spoken, PyObject* const* arguments, Py_ssize_t count) const;
 };
 
 // Fills `row` from a flat function. False with TypeError set when `flat` is no function of a family module.

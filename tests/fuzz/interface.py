@@ -8,6 +8,19 @@ from dataclasses import dataclass
 
 import _hyx_proxy
 
+PACKAGES = [
+    "hyx",
+    "hyxCollide",
+    "hyxSDK",
+    "hyxRender",
+    "hyxIO",
+    "hyxUtil",
+    "hyxNet",
+    "hyxModel",
+    "hyxSensor",
+    "hyxTerrain",
+]
+PACKAGES += ["hyxWire", "hyxCable", "hyxtavlang", "osg", "osgViewer", "osgGA", "osgText", "osgDB", "hyxOSG"]
 FAMILY = ["_hyx", "_hyxCollide", "_hyxSDK", "_hyxModel", "_osg", "_hyxOSG"]
 
 # They wait for a user or a peer, write where they are told, run programs, or end the process.
@@ -45,6 +58,32 @@ class Operation:
     role: str
     parameters: tuple[str, ...]  # self first
     result: str
+    proxy: str = ""  # the same of the proxies: an expression that its arguments are put into; empty where there is none
+
+
+def proxy_expressions() -> dict[tuple[str, str], str]:
+    """By module and flat name, how the proxies write a call; `{}` stands for the arguments."""
+    found = {}
+    for package in PACKAGES:
+        owners = {package: importlib.import_module(package)}
+        owners |= {f"{package}.{n}": v for n, v in vars(owners[package]).items() if isinstance(v, type)}
+        for owner, value in owners.items():
+            for name, operation in vars(value).items():
+                flat = getattr(operation, "__wrapped_function__", None)
+                if isinstance(operation, _hyx_proxy.constructor):
+                    found[flat.__module__, flat.__name__] = f"{owner}({{}})"
+                elif isinstance(operation, _hyx_proxy.member):
+                    module, prefix = native_module(value), f"{owner.rpartition('.')[2]}_{name}"
+                    found[module, f"{prefix}_get"] = f"{owner}.{name}.__get__({{}})"
+                    found[module, f"{prefix}_set"] = f"{owner}.{name}.__set__({{}})"
+                elif flat is not None and owner.rpartition(".")[2].isidentifier():
+                    found[flat.__module__, flat.__name__] = f"{owner}.{name}({{}})"
+    return found
+
+
+def native_module(kind: type) -> str:
+    flat = [getattr(v, "__wrapped_function__", None) for v in vars(kind).values()]
+    return next((f.__module__ for f in flat if f is not None), "")
 
 
 def self_of(function: dict, form: dict) -> list[str]:
@@ -65,6 +104,7 @@ def takes_object(form: dict) -> bool:
 
 def operations() -> list[Operation]:
     found = []
+    proxies = proxy_expressions()
     for module in FAMILY:
         for function in _hyx_proxy.describe(importlib.import_module(module)):
             if NOT_CALLED.fullmatch(function["name"].rpartition("_")[2]):
@@ -73,5 +113,14 @@ def operations() -> list[Operation]:
                 native = [p["type"] for p in form["parameters"]]
                 parameters = tuple(plain(name) for name in [*self_of(function, form), *native])
                 result = plain(form["result"]["type"])
-                found.append(Operation(module, function["name"], function["role"], parameters, result))
+                found.append(
+                    Operation(
+                        module,
+                        function["name"],
+                        function["role"],
+                        parameters,
+                        result,
+                        proxies.get((module, function["name"]), ""),
+                    )
+                )
     return found

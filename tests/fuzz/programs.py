@@ -5,7 +5,7 @@ from __future__ import annotations
 import random
 from dataclasses import dataclass
 
-from fuzz.interface import REAL, TEXT, WHOLE, Operation, operations
+from fuzz.interface import FAMILY, PACKAGES, REAL, TEXT, WHOLE, Operation, operations
 
 HEAD = """import fuzz.hostile as hostile
 import {modules}
@@ -26,7 +26,8 @@ DIRECTORS = {
 }
 VALUES = {"legend", "hyxOSG::CameraData", "hyxOSG::LidarOutputRendererLegendPoint", "osg::Vec4f", "osg::Matrixd"}
 VALUES |= {"hyx::Vec3", "hyx::Vec4", "hyx::Quat", "hyx::AffineMatrix4x4", "hyx::Event"}
-MODULES = "_hyx, _hyxCollide, _hyxSDK, _hyxModel, _osg, _hyxOSG"
+MODULES = ", ".join([*FAMILY, *PACKAGES, "numpy"])
+SEQUENCES = {"hyx::Vec3": 3, "hyx::Vec4": 4, "hyx::Vec4f": 4, "hyx::Quat": 4, "osg::Vec3f": 3, "osg::Vec4f": 4}
 
 
 @dataclass(frozen=True)
@@ -62,6 +63,8 @@ class _Maker:
         self.lines: list[str] = []
         self.values: dict[str, list[int]] = {}  # places of values by their class
         self.owned: dict[str, list[int]] = {}  # those that a constructor has made and nothing has deleted
+        self.borrowed: list[tuple[str, int]] = []
+        self.proxies = chance.random() < 0.5  # which face of the library the program uses
         self.depth = 0
         self.wrong = chance.choice([0, 0, 0.05, 0.3])  # how often an argument is a wrong one
 
@@ -81,26 +84,44 @@ class _Maker:
         """Adds the lines of one call; returns the place of its result."""
         if operation.role == "destructor":
             return self.deletion(operation)
-        arguments = ", ".join([self.argument(name) for name in operation.parameters])
+        arguments = [self.argument(name) for name in operation.parameters]
         place = len(self.lines)
-        self.lines.append(f"v[{place}] = {operation.module}.{operation.name}({arguments})")
+        self.lines.append(f"v[{place}] = {self.call(operation, arguments)}")
         if operation.result not in WHOLE | REAL | TEXT | {"void", "bool"}:
             self.values.setdefault(operation.result, []).append(place)
         if operation.role == "constructor":
             self.owned.setdefault(operation.result, []).append(place)
+        elif place in self.values.get(operation.result, ()):
+            self.borrowed.append((operation.result, place))
         return place
+
+    def call(self, operation: Operation, arguments: list[str]) -> str:
+        if not self.proxies or not operation.proxy:
+            return f"{operation.module}.{operation.name}({', '.join(arguments)})"
+        if operation.role == "constructor" and operation.parameters[:1] == ("PyObject",):
+            del arguments[0]
+        return operation.proxy.format(", ".join(arguments))
 
     def deletion(self, operation: Operation) -> int:
         """The end of what a constructor has made, once: who deletes what others hold has counted wrong. Values may be
-        used afterwards; what counts references may live on, and its pointer object does not know how long."""
+        used afterwards; what counts references may live on, and its pointer object does not know how long, nor do those
+        of what it has lent. Proxies know, so that they only go out of reach."""
         owned = self.owned.get(operation.parameters[0])
         if not owned:
             self.lines.append(f"{operation.module}.{operation.name}(hostile.make({self.chance.choice(HOSTILE)!r}))")
         else:
             place = owned.pop(self.chance.randrange(len(owned)))
-            self.lines.append(f"{operation.module}.{operation.name}(v.get({place}))")
+            if self.proxies:
+                self.lines.append(f"v.pop({place}, None)")
+                return len(self.lines) - 1
+            line = f"{operation.module}.{operation.name}(v.get({place}))"
             if operation.parameters[0] not in VALUES:
                 self.values[operation.parameters[0]].remove(place)
+                line += f"; [v.pop(place, None) for place in {[place for _, place in self.borrowed]}]"
+                for name, lent in self.borrowed:
+                    self.values[name].remove(lent)
+                self.borrowed.clear()
+            self.lines.append(line)
         return len(self.lines) - 1
 
     def argument(self, name: str) -> str:
@@ -108,6 +129,8 @@ class _Maker:
             return self.wrong_argument()
         if name in WHOLE:
             return str(self.chance.choice([0, 1, 2, 3, 7, 64, -1, 2**31, 2**64]))
+        if self.proxies and name in REAL and self.chance.random() < 0.1:
+            return self.chance.choice(["numpy.float32(0.5)", "numpy.int64(1)"])
         if name in REAL:
             return self.chance.choice(["0.0", "0.5", "1.0", "-1.0", "100.0", "float('inf')", "float('nan')"])
         if name == "bool":
@@ -123,6 +146,8 @@ class _Maker:
             return f"hostile.make({DIRECTORS[name]!r})"
         if name == "PyObject":
             return self.chance.choice(["None", "[1.0, 2.0, 3.0]", f"hostile.make({self.chance.choice(HOSTILE)!r})"])
+        if self.proxies and name in SEQUENCES and self.chance.random() < 0.3:
+            return self.sequence(SEQUENCES[name])
         known = self.values.get(name, ())
         if known and self.chance.random() < 0.85:
             return f"v.get({self.chance.choice(known)})"
@@ -134,6 +159,11 @@ class _Maker:
         place = self.lines_of(self.chance.choice(constructors or list(makers)))
         self.depth -= 1
         return f"v.get({place})"
+
+    def sequence(self, size: int) -> str:
+        size += self.chance.random() < 0.05
+        numbers = ", ".join(self.argument("float") for _ in range(size))
+        return self.chance.choice([f"({numbers})", f"[{numbers}]", f"numpy.array([{numbers}])"])
 
     def wrong_argument(self) -> str:
         kind = self.chance.random()

@@ -50,14 +50,17 @@ def test_a_function_in_a_class_does_not_bind():
     assert base.value is Base.value
 
 
-def test_wrong_calls_fail_as_the_flat_function_does():
+def test_wrong_calls_speak_in_python_terms_and_show_the_native_prototypes():
     base = Base()
-    assert message(base.name, 1) == message(_sample.Base_name, base, 1)
-    assert message(Base.name) == message(_sample.Base_name)
-    assert message(base.greeting) == message(_sample.Base_greeting, base)
-    assert message(base.greeting, 3) == "in method 'Base_greeting', argument 2 of type 'std::string const &'"
-    assert message(base.greeting, name="you") == message(_sample.Base_greeting, base, name="you")
-    assert message(Base.name, None) == message(_sample.Base_name, None)
+    for call, text in [
+        (lambda: base.name(1), "Base.name() takes no arguments (1 given)"),
+        (lambda: Base.name(), "Base.name() needs the object that it is called on"),
+        (lambda: base.greeting(), "Base.greeting() takes 1 argument (0 given)"),
+        (lambda: base.greeting(3), "Base.greeting() argument 1 must be str, not int"),
+        (lambda: base.greeting(name="you"), "Base.greeting() got an unexpected keyword argument 'name'"),
+        (lambda: Base.name(None), "Base.name() must be called on sample::Base const *, not None"),
+    ]:
+        assert message(call).startswith(f"{text}\n  Possible C/C++ prototypes are:\n    sample::Base::")
 
 
 def test_an_operation_tells_what_it_is():
@@ -81,7 +84,7 @@ def test_a_member_reads_and_writes_the_native_one():
     settings = Settings()
     settings.size = 2.5
     assert settings.size == _sample.Settings_size_get(settings) == 2.5
-    with pytest.raises(TypeError, match="in method 'Settings_size_set', argument 2 of type 'double'"):
+    with pytest.raises(TypeError, match="^Settings.size must be float, not str"):
         settings.size = "large"
     assert settings.size == 2.5
     assert Settings.size.__doc__ == "Its size."
@@ -112,7 +115,7 @@ def test_all_ways_of_making_an_object_run_its_constructor(monkeypatch):
     first = made[0].this
     made[0].__init__()
     assert made[0].this is first and first.next() is not None
-    assert message(Base, size=1) == message(_sample.new_Base, size=1)
+    assert message(Base, size=1).startswith("Base() got an unexpected keyword argument 'size'")
     references = sys.getrefcount(Base)
     for _ in range(100):
         Base()
@@ -170,7 +173,7 @@ def test_an_object_whose_base_was_not_initialised_is_refused_not_read():
             pass
 
     forgetful = Forgetful()
-    assert message(forgetful.name).startswith("in method 'Base_name', argument 1 of type 'sample::Base")
+    assert message(forgetful.name).startswith("Base.name() was called on an object that holds no native one")
     with pytest.raises(ValueError, match="holds no native object"):
         forgetful.thisown
     assert "holds nothing" in repr(forgetful)

@@ -140,7 +140,7 @@ public:
     /// Builds the first scene that was added, or an empty one.
     void initScene();
 
-    /// Shows `scene` as the scene; null shows none.
+    /// Shows `scene` as the scene; null shows none. Throws std::invalid_argument for a group above the scene's root.
     void initScene(osg::Group* scene);
 
     /// Whether simulation, viewer and scene are all there.

@@ -1,4 +1,5 @@
 // The application's pictures, films and render targets.
+#include "platform/osg/attachment.h"
 #include "reference/hyxOSG/application/application_implementation.h"
 #include "reference/hyxOSG/capture/image_file.h"
 
@@ -92,9 +93,13 @@ bool ExampleApplication::getEnableCaptureSyncWithSimulation() const {
 void ExampleApplication::addRenderTarget(RenderTarget* target, osg::Node* node) {
     if (!target)
         throw std::invalid_argument("a render target is needed, not None");
+    osg::Camera* camera = target->getCamera();
+    if (node) {
+        osg::requireAttachable(*camera, *node);
+        osg::requireAttachable(*m_implementation->graph.root(), *node);
+    }
     removeRenderTarget(target);
     m_implementation->renderTargets[target] = target;
-    osg::Camera* camera = target->getCamera();
     camera->addChild(node ? node : m_implementation->graph.decorator());
     m_implementation->graph.root()->addChild(camera);
 }

@@ -2,6 +2,7 @@
 #include "reference/hyxOSG/application/scene_graph.h"
 
 #include "platform/hyxOSG/application/example_application.h"
+#include "platform/osg/attachment.h"
 #include "reference/machinery/shading/node_state.h"
 
 #include <osg/ComputeBoundsVisitor>
@@ -51,6 +52,8 @@ SceneGraph::SceneGraph(int width, int height)
 
 void SceneGraph::setScene(osg::Group* scene) {
     osg::ref_ptr<osg::Group> next = scene; // may be held by the present scene alone
+    if (next && next != m_sceneRoot)
+        osg::requireAttachable(*m_sceneRoot, *next);
     if (m_scene)
         m_sceneRoot->removeChild(m_scene);
     m_scene = next;

@@ -240,6 +240,19 @@ def test_a_group_is_shown_and_replaced(app):
     assert app.getScene() is None and app.getSceneRoot().getNumChildren() == 0
 
 
+def test_a_group_above_the_scene_is_no_scene_and_no_target_of_itself(app):
+    target = hyxOSG.RenderToImage(64, 64)
+    for call in (
+        lambda: app.initScene(app.getRoot()),
+        lambda: app.addRenderTarget(target, app.getRoot()),
+        lambda: app.addRenderTarget(target, target.getCamera()),
+    ):
+        with pytest.raises(RuntimeError, match="cannot stand below itself"):
+            call()
+    app.initScene(app.getSceneRoot())
+    app.addRenderTarget(target, app.getSceneRoot())
+
+
 def test_scene_descriptions_are_values():
     made = hyxOSG.SceneDescription("file.py", "build", False, 3.0, True)
     assert made.isValid() and (made.fileName, made.scriptFunction) == ("file.py", "build")
