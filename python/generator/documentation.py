@@ -186,7 +186,7 @@ def _translate_defaults(form: Form, declaration: Declaration | None, defaults: D
 
 def _name_from_type(parameter: Parameter) -> str:
     word = re.sub(r"<.*>", "", plain_type(parameter.type)).strip("*& ")
-    word = re.sub(r"\W+", "_", word).strip("_") or "value"
+    word = re.sub(r"\W+", "_", word).strip("_").removeprefix("vector_") or "value"
     simple = {
         "bool": "flag",
         "int": "number",
@@ -202,6 +202,10 @@ def _name_from_type(parameter: Parameter) -> str:
         "char": "text",
         "void": "object",
         "PyObject": "object",
+        "ptrdiff_t": "offset",
+        "size_type": "size",
+        "difference_type": "offset",
+        "value_type": "value",
     }
     return simple.get(word, word[0].lower() + word[1:])
 

@@ -40,7 +40,8 @@ public:
             if (is_answered(candidate, result))
                 return result;
         }
-        return function_.binary_operator && !call_.keyword_names ? Py_NewRef(Py_NotImplemented) : raise();
+        bool const other_tries = function_.binary_operator && (!type_ || type_.get() == PyExc_TypeError);
+        return other_tries ? Py_NewRef(Py_NotImplemented) : raise();
     }
 
 private:
@@ -133,6 +134,9 @@ private:
         if (candidates_.size() == 1 && argument_ >= 0)
             return one_argument(candidates_[0], type);
         int const leading = static_cast<int>(leading_);
+        bool const on_object = leading > 0 && row_.has_self && spoken_.kind != Spoken::Kind::constructor;
+        if (on_object && call_.count > 0 && is_wrong_self(row_, function_.forms[0], call_.arguments[0]))
+            return argument_text(row_, spoken_, function_.forms[0], 0, nullptr, call_.arguments[0], false, leading);
         bool const short_of_self = call_.count < leading;
         if (call_.keyword_names && function_.form_count == 1 && !short_of_self)
             if (PyObject* found = misfit(function_.forms[0], names_[0], leading_, call_))

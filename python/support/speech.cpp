@@ -1,9 +1,11 @@
 // Says what is wrong with a call: which argument, what it should be, and what it is.
 #include "python/support/speech.h"
 
+#include "binding/runtime/pointer_object.h"
 #include "python/support/adaptation.h"
 #include "python/support/handle.h"
 
+#include <cstring>
 #include <set>
 #include <string>
 
@@ -68,7 +70,9 @@ std::string expected(RecordTable const& records, Parameter const& parameter) {
     default:
         if (is_text(parameter))
             return "str";
-        return parameter.kind == Kind::converted ? "an iterable for " + native_name(parameter) : native_name(parameter);
+        if (parameter.kind == Kind::converted)
+            return "an iterable of values for " + native_name(parameter);
+        return parameter.kind == Kind::untyped ? "a wrapped object or None" : native_name(parameter);
     }
 }
 
@@ -76,13 +80,21 @@ PyObject* text(std::string const& words) {
     return PyUnicode_DecodeUTF8(words.data(), static_cast<Py_ssize_t>(words.size()), "replace");
 }
 
+bool holds_nothing(PyObject* object) {
+    if (!PyObject_TypeCheck(object, &handle_type))
+        return false;
+    PyObject* const pointer = reinterpret_cast<Handle*>(object)->pointer;
+    return !pointer || (std::strcmp(Py_TYPE(pointer)->tp_name, pointer_object_type_name) == 0 &&
+                        !reinterpret_cast<SwigPyObject*>(pointer)->ptr);
+}
+
 // What is wrong with the object that a method is called on.
-PyObject* self_text(Row const& row, Form const& form, PyObject* given) {
+PyObject* self_text(Row const& row, Spoken const& spoken, Form const& form, PyObject* given) {
     if (PyObject_TypeCheck(given, &handle_type)) {
         PyTypeObject* const type = class_of(*row.records, form.parameters[0]);
         if (!type || PyObject_TypeCheck(given, type))
-            return text("was called on an object that holds no native one: it has ended, or its base class's __init__ "
-                        "has not run");
+            return text(std::string(spoken.kind == Spoken::Kind::member ? "belongs to" : "was called on") +
+                        " an object that holds no native one: it has ended, or its base class's __init__ has not run");
     }
     Parameter self = form.parameters[0];
     self.reference = true;
@@ -120,7 +132,7 @@ void speak(Row const& row, Spoken const& spoken, PyObject* type, PyObject* text,
 PyObject* argument_text(Row const& row, Spoken const& spoken, Form const& form, int argument, PyObject* name,
                         PyObject* given, bool out_of_range, int leading) {
     if (argument < leading)
-        return self_text(row, form, given);
+        return self_text(row, spoken, form, given);
     Parameter const& parameter = form.parameters[argument];
     std::string words;
     if (spoken.kind != Spoken::Kind::member) {
@@ -132,6 +144,11 @@ PyObject* argument_text(Row const& row, Spoken const& spoken, Form const& form, 
     if (out_of_range)
         return text(words + "is out of range for " + native_name(parameter));
     return text(words + "must be " + expected(*row.records, parameter) + ", not " + type_name(given));
+}
+
+bool is_wrong_self(Row const& row, Form const& form, PyObject* given) {
+    PyTypeObject* const type = class_of(*row.records, form.parameters[0]);
+    return type && (!PyObject_TypeCheck(given, type) || holds_nothing(given));
 }
 
 PyObject* count_text(Function const& function, int leading, Py_ssize_t given) {

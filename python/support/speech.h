@@ -16,6 +16,8 @@ void speak(Row const& row, Spoken const& spoken, PyObject* type, PyObject* text,
 // One argument: "argument 1 'radius' must be float, not str". `name` is borrowed, or null.
 PyObject* argument_text(Row const& row, Spoken const& spoken, Form const& form, int argument, PyObject* name,
                         PyObject* given, bool out_of_range, int leading);
+// Whether an object is none that the form's methods can be called on: of another class, or without a native one.
+bool is_wrong_self(Row const& row, Form const& form, PyObject* given);
 // "takes 2 or 3 arguments (1 given)"; neither counts what lies before the native arguments.
 PyObject* count_text(Function const& function, int leading, Py_ssize_t given);
 // "has no form for (int, radius=str)".

@@ -3,10 +3,12 @@
 from __future__ import annotations
 
 import importlib
+import inspect
 import re
 from dataclasses import dataclass
 
 import _hyx_proxy
+from _hyx_proxy import Handle
 
 PACKAGES = [
     "hyx",
@@ -66,7 +68,8 @@ def proxy_expressions() -> dict[tuple[str, str], str]:
     found = {}
     for package in PACKAGES:
         owners = {package: importlib.import_module(package)}
-        owners |= {f"{package}.{n}": v for n, v in vars(owners[package]).items() if isinstance(v, type)}
+        classes = {n: v for n, v in vars(owners[package]).items() if isinstance(v, type) and issubclass(v, Handle)}
+        owners |= {f"{package}.{name}": value for name, value in classes.items()}
         for owner, value in owners.items():
             for name, operation in vars(value).items():
                 flat = getattr(operation, "__wrapped_function__", None)
@@ -76,7 +79,7 @@ def proxy_expressions() -> dict[tuple[str, str], str]:
                     module, prefix = native_module(value), f"{owner.rpartition('.')[2]}_{name}"
                     found[module, f"{prefix}_get"] = f"{owner}.{name}.__get__({{}})"
                     found[module, f"{prefix}_set"] = f"{owner}.{name}.__set__({{}})"
-                elif flat is not None and owner.rpartition(".")[2].isidentifier():
+                elif inspect.isbuiltin(flat) and owner.rpartition(".")[2].isidentifier():
                     found[flat.__module__, flat.__name__] = f"{owner}.{name}({{}})"
     return found
 

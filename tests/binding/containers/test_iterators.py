@@ -186,12 +186,11 @@ def test_iterators_keep_their_sequence_alive(make):
 
 def test_refusals_name_the_argument():
     iterator = closed(legend([1]))
-    with pytest.raises(TypeError, match="^in method 'SwigPyIterator_advance', argument 2 of type 'ptrdiff_t'$"):
+    with pytest.raises(TypeError, match="^SwigPyIterator.advance.. argument 1 'offset' must be int, not str"):
         iterator.advance("x")
     with pytest.raises(
         TypeError,
-        match="^invalid null reference in method 'SwigPyIterator_equal', "
-        "argument 2 of type 'swig::SwigPyIterator const &'$",
+        match="^SwigPyIterator.equal.. argument 1 '.*' must be hyxOSG.SwigPyIterator, not None",
     ):
         iterator.equal(None)
     for name in ("incr", "decr"):
@@ -244,9 +243,11 @@ def test_views_follow_their_elements_and_say_when_those_are_gone():
     assert view.intensity == 7 and other[0].intensity == 7
     other.resize(2)
     assert view.intensity == 7 and color[0] == 0.5
-    with pytest.raises(TypeError, match="invalid null reference"):
+    with pytest.raises(
+        TypeError, match="LidarOutputRendererLegendPoint.intensity belongs to an object that holds no native one"
+    ):
         last.intensity  # noqa: B018
     other.clear()
     for gone in (lambda: view.intensity, lambda: color[0]):
-        with pytest.raises(TypeError, match="invalid null reference"):
+        with pytest.raises(TypeError, match="an object that holds no native one"):
             gone()

@@ -36,11 +36,8 @@ def test_the_home_of_the_camera_is_kept_and_gone_to(app):
 
 
 def test_none_for_a_vector_that_is_filled_is_refused(app):
-    with pytest.raises(TypeError) as error:
+    with pytest.raises(TypeError, match="getCameraHome.. argument 1 'eye' must be hyx.Vec3, not None"):
         app.getCameraHome(None, hyx.Vec3(), hyx.Vec3())
-    assert str(error.value) == (
-        "invalid null reference in method 'ExampleApplication_getCameraHome', argument 2 of type 'hyx::Vec3 &'"
-    )
 
 
 def test_camera_data_is_a_copy_that_can_be_applied(window):

@@ -252,7 +252,7 @@ def test_screen_coordinates_are_pixels_from_the_lower_left(window):
     assert tuple(target.calculateScreenCoords(point)) == pytest.approx((100 * (1 + 2 / 5 / 2), 50 * (1 + 1 / 5)))
     assert tuple(point) == (2, 0, 1)
     assert all(map(math.isnan, target.calculateScreenCoords(hyx.Vec3(0, -6, 0))))
-    with pytest.raises(TypeError, match="invalid null reference .*, argument 2 of type 'hyx::Vec3 &'"):
+    with pytest.raises(TypeError, match="argument 1 .* not None"):
         target.calculateScreenCoords(None)
 
 

@@ -77,7 +77,7 @@ def test_no_plane_without_a_normal():
     ):
         with pytest.raises(RuntimeError):
             make()
-    with pytest.raises(TypeError, match="invalid null reference"):
+    with pytest.raises(TypeError, match="not None"):
         ClipPlane(None)
 
 

@@ -50,9 +50,7 @@ def test_two_colors_run_into_each_other(empty):
 
 
 def test_mixed_color_types_are_refused(decorator):
-    with pytest.raises(
-        TypeError, match="Wrong number or type of arguments for overloaded function 'SceneDecorator_setBackgroundColor'"
-    ):
+    with pytest.raises(TypeError, match="SceneDecorator.setBackgroundColor.. has no form for .Vec4f, Vec3."):
         decorator.setBackgroundColor(single(RED), double(RED))
     with pytest.raises(TypeError):
         decorator.setBackgroundColor(double(RED), double(RED), double(RED))

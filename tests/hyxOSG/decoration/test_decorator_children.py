@@ -84,7 +84,7 @@ def test_null_is_no_child(decorator, call):
 def test_a_negative_index_is_refused(decorator):
     with pytest.raises(OverflowError):
         decorator.insertChild(-1, node("a"))
-    with pytest.raises(TypeError, match="SceneDecorator_removeChild"):
+    with pytest.raises(TypeError, match="SceneDecorator.removeChild"):
         decorator.removeChild(-1)
 
 

@@ -63,7 +63,7 @@ def test_panel_knows_its_object(panel, key):
     assert panel.match(key) is True
     assert panel.match(hyx.Vec3()) is False
     assert panel.match(None) is False
-    with pytest.raises(TypeError, match="in method 'Panel_match', argument 2 of type 'void const \\*'"):
+    with pytest.raises(TypeError, match="Panel.match.. argument 1 '"):
         panel.match(3)
 
 

@@ -36,7 +36,7 @@ NO_MAPS, NO_VOLUMES = "-GL_ARB_framebuffer_object -GL_EXT_framebuffer_object", "
 def losses(methods, without=""):
     """What the shadows of each method take from the picture, and the warnings."""
     driver = {"MESA_GL_VERSION_OVERRIDE": OLD, "MESA_EXTENSION_OVERRIDE": without} if without else {}
-    code = DRAW.format(folders=[str(TESTS), str(TESTS / "hyxOSG" / "decoration")], methods=methods)
+    code = DRAW.format(folders=[str(TESTS), str(TESTS / "hyxOSG" / "decoration")], methods=list(map(int, methods)))
     done = run_python(code, **driver)
     assert done.returncode == 0, done.stderr
     warnings = [line for line in (done.stdout + done.stderr).splitlines() if "cannot do shadow method" in line]

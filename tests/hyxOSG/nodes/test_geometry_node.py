@@ -48,7 +48,7 @@ def test_only_update_visitors_move_a_node(geometry):
     assert place(node) == [1, 0, 0]
     with pytest.raises(
         TypeError,
-        match="invalid null reference in method 'GeometryNode_traverse', argument 2 of type 'osg::NodeVisitor &'",
+        match="GeometryNode.traverse.. argument 1 .* not None",
     ):
         node.traverse(None)
 
@@ -173,10 +173,10 @@ def test_copies_follow_the_same_geometry(geometry):
     assert clone.className() == "GeometryNode"
     with pytest.raises(
         TypeError,
-        match="invalid null reference in method 'GeometryNode_clone', argument 2 of type 'osg::CopyOp const &'",
+        match="GeometryNode.clone.. argument 1 .* not None",
     ):
         node.clone(None)
-    with pytest.raises(TypeError, match="invalid null reference"):
+    with pytest.raises(TypeError, match="not None"):
         hyxOSG.GeometryNode(None, None)
     assert holder.getNumChildren() == 0
 
@@ -194,5 +194,5 @@ def test_the_shape_callback_is_a_member_that_can_be_replaced(geometry):
     node.shapeCallback = plain.shapeCallback  # an empty one
     box.setHalfExtents(hyx.Vec3(1, 1, 1))
     assert node.getRenderChild(node.GEOMETRY_DATA) == rebuilt
-    with pytest.raises(TypeError, match="invalid null reference"):
+    with pytest.raises(TypeError, match="not None"):
         _hyxOSG.GeometryNode_shapeCallback_set(node, None)

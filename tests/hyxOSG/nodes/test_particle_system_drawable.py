@@ -77,16 +77,14 @@ def test_the_object_protocol_and_copies(system):
     assert made.isSameKindAs(hyxOSG.ParticleSystemDrawable(None)) and not made.isSameKindAs(osg.Geometry())
     clone = made.clone(osg.CopyOp())
     assert clone.className() == "ParticleSystemDrawable" == made.cloneType().className()
-    with pytest.raises(TypeError, match="invalid null reference"):
+    with pytest.raises(TypeError, match="not None"):
         made.clone(None)
 
 
 def test_drawing_without_a_context_draws_nothing(system):
     made = hyxOSG.ParticleSystemDrawable(system)
     assert made.drawImplementation(osg.RenderInfo()) is None
-    with pytest.raises(
-        TypeError, match="invalid null reference in method 'ParticleSystemDrawable_drawImplementation', argument 2"
-    ):
+    with pytest.raises(TypeError, match="ParticleSystemDrawable.drawImplementation.. argument 1 .* not None"):
         made.drawImplementation(None)
 
 

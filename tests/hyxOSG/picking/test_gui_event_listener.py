@@ -127,9 +127,7 @@ def test_near_and_far_points(playground):
     near, far = hyx.Vec3(), hyx.Vec3()
     listener.getNearFarPoints(playground.app.getCamera(), near, far, *CENTER)
     assert -10 < near.y < far.y and abs(far.x) < 1e-6 * far.y
-    with pytest.raises(
-        TypeError, match="invalid null reference in method 'GuiEventListener_getNearFarPoints', argument 4"
-    ):
+    with pytest.raises(TypeError, match="GuiEventListener.getNearFarPoints.. argument 3 .* not None"):
         listener.getNearFarPoints(playground.app.getCamera(), near, None, 0.0, 0.0)
 
 

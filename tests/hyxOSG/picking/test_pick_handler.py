@@ -71,7 +71,7 @@ def test_null_arguments(playground, handler):
     assert numpy.allclose(numbers(point), (1, 2, 3)), "left as it was"
     with pytest.raises(
         TypeError,
-        match="invalid null reference in method 'PickHandler_getNearFarPoints', argument 3 of type 'hyx::Vec3 &'",
+        match="PickHandler.getNearFarPoints.. argument 2 .* not None",
     ):
         handler.getNearFarPoints(playground.app.getCamera(), None, hyx.Vec3(), 0.0, 0.0)
     handler.setCamera(None)
@@ -96,7 +96,7 @@ def test_pick_on_an_empty_scene_is_an_empty_result(handler):
 
 @pytest.mark.parametrize("x", [1e39, -1e39])
 def test_numbers_beyond_single_precision_are_refused(handler, x):
-    with pytest.raises(OverflowError, match="in method 'PickHandler_pick', argument 2 of type 'float'"):
+    with pytest.raises(OverflowError, match="PickHandler.pick.. argument 1 '"):
         handler.pick(x, 0.0)
 
 

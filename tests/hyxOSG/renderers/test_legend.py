@@ -90,7 +90,7 @@ def test_assigning_a_legend_to_a_part_of_itself_reads_it_first():
 
 
 @pytest.mark.parametrize(
-    "make", [list, tuple, iter, lambda items: (item for item in items), lambda items: dict.fromkeys(items)]
+    "make", [list, tuple, iter, lambda items: (item for item in items), lambda items: dict(enumerate(items)).values()]
 )
 def test_any_iterable_of_points_makes_a_legend(make):
     assert values(Legend(make(points([1, 2])))) == [1, 2]
@@ -182,9 +182,7 @@ def test_sizes_that_cannot_be_are_runtime_errors():
         sequence.resize(2**62)
     with pytest.raises(RuntimeError, match="^vector::_M_fill_insert$"):
         sequence.resize(2**62, sequence[0])
-    with pytest.raises(
-        OverflowError, match="argument 2 of type 'std::vector< hyxOSG::LidarOutputRendererLegendPoint >::size_type'"
-    ):
+    with pytest.raises(OverflowError, match="reserve.. argument 1 'size' is out of range for .*::size_type"):
         sequence.reserve(-1)
 
 

@@ -291,7 +291,7 @@ def test_both_native_operations_are_listed(lidar):
     with pytest.raises(TypeError) as refusal:
         LidarOutputRenderer(lidar).setIntensityColorFunction(3)
     assert str(refusal.value) == (
-        "Wrong number or type of arguments for overloaded function 'LidarOutputRenderer_setIntensityColorFunction'.\n"
+        "LidarOutputRenderer.setIntensityColorFunction() has no form for (int)\n"
         "  Possible C/C++ prototypes are:\n"
         "    hyxOSG::LidarOutputRenderer::setIntensityColorFunction("
         "hyxOSG::LidarOutputRenderer::IntensityState::ColorFunc)\n"
@@ -303,7 +303,7 @@ def test_both_native_operations_are_listed(lidar):
 def test_a_legend_of_something_else_is_refused(lidar):
     with pytest.raises(TypeError):
         LidarOutputRenderer(lidar).setIntensityColorFunctionFromLegend([1, 2], 1.0)
-    with pytest.raises(TypeError, match="invalid null reference in method"):
+    with pytest.raises(TypeError, match="not None"):
         LidarOutputRenderer(lidar).setIntensityColorFunctionFromLegend(None, 1.0)
 
 

@@ -100,11 +100,9 @@ def test_impossible_limits_are_refused(stage, pressure):
 
 def test_null_references_are_refused(stage):
     field = PressureFieldRenderer(stage.root)
-    with pytest.raises(
-        TypeError, match="invalid null reference in method 'PressureFieldRenderer_addTriangle', argument 2"
-    ):
+    with pytest.raises(TypeError, match="PressureFieldRenderer.addTriangle.. argument 1 .* not None"):
         field.addTriangle(None, IDENTITY)
-    with pytest.raises(TypeError, match="argument 2 of type 'hyx::AffineMatrix4x4 const &'"):
+    with pytest.raises(TypeError, match="updateTransform.. argument 1 .* not None"):
         field.updateTransform(None)
 
 

@@ -37,7 +37,6 @@ WRONG_TYPES = {
     "vector as outline colour": lambda s: hyxOSG.setEnableOutline(s.visual, True, SINGLE),
     "mixed background": lambda s: s.decorator.setBackgroundColor(SINGLE, hyx.Vec3()),
     "double text colour": lambda s: hyxOSG.createText("x", hyx.Vec3(), DOUBLE),
-    "tuple for a vector": lambda s: hyxOSG.createText("x", (0, 0, 0)),
     "text as alpha": lambda s: hyxOSG.setAlpha(s.visual, "half"),
     "number as node": lambda s: hyxOSG.toggleWireFrameMode(1),
     "float vectors in a double grid": lambda s: hyxOSG.createGrid(

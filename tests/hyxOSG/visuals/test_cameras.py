@@ -29,9 +29,7 @@ def test_near_and_far_points_lie_on_the_ray_of_a_pixel():
     hyxOSG.getNearFarPoints(osg.Camera(), 1.0, 1.0, near, far)
     assert list(near) == kept
     for arguments in ((None, far), (near, None)):
-        with pytest.raises(
-            TypeError, match="invalid null reference in method 'getNearFarPoints', argument [45] of type 'hyx::Vec3 &'"
-        ):
+        with pytest.raises(TypeError, match="getNearFarPoints.. argument [45] .* not None"):
             hyxOSG.getNearFarPoints(camera(), 1.0, 1.0, *arguments)
 
 

@@ -26,7 +26,7 @@ def test_a_sphere_is_round_lit_and_in_its_colour(studio):
 
 
 def test_a_sphere_takes_a_colour_of_doubles_only():
-    with pytest.raises(TypeError, match="argument 2 of type 'hyx::Vec4 const &'"):
+    with pytest.raises(TypeError, match="argument 2 'color' must be hyx.Vec4 "):
         hyxOSG.createSphere(hyx.Vec3(), hyx.Vec4f(1, 0, 0, 1), 1.0)
     with pytest.raises(RuntimeError, match="radius"):
         hyxOSG.createSphere(hyx.Vec3(), RED, -1.0)
@@ -122,9 +122,7 @@ def test_a_grid_refuses_no_cells_and_wrong_vectors():
     vectors = [osg.Vec3(), osg.Vec3(1, 0, 0), osg.Vec3(0, 1, 0)]
     with pytest.raises(RuntimeError, match="1 to 10000 cells"):
         hyxOSG.createGrid(0, 4, *vectors)
-    with pytest.raises(
-        TypeError, match="invalid null reference in method 'createGrid', argument 3 of type 'osg::Vec3 const &'"
-    ):
+    with pytest.raises(TypeError, match="createGrid.. argument 3 .* not None"):
         hyxOSG.createGrid(1, 4, None, *vectors[1:])
     with pytest.raises(TypeError, match="Possible C/C\\+\\+ prototypes"):
         hyxOSG.createGrid(1, 4, *vectors, 1)

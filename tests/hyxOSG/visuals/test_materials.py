@@ -54,9 +54,7 @@ def test_wrong_colours_are_refused_and_no_node_is_no_error():
     node = ball(osg.Group())
     with pytest.raises(TypeError):
         hyxOSG.setDiffuseColor(node, hyx.Vec4(1, 0, 0, 1))
-    with pytest.raises(
-        TypeError, match="invalid null reference in method 'setDiffuseColor', argument 2 of type 'hyx::Vec4f const &'"
-    ):
+    with pytest.raises(TypeError, match="setDiffuseColor.. argument 2 .* not None"):
         hyxOSG.setDiffuseColor(node, None)
     hyxOSG.setAmbientColor(None, RED)
     hyxOSG.setAlpha(None, 0.5)
@@ -235,7 +233,5 @@ def test_uniforms_are_added_and_replaced():
     assert hyxOSG.setUniformFloat(None, "u", 1.0) is None
     with pytest.raises(OverflowError):
         hyxOSG.setUniformInt(node, "count", 2**31)
-    with pytest.raises(
-        TypeError, match="invalid null reference in method 'setUniformFloat', argument 2 of type 'std::string const &'"
-    ):
+    with pytest.raises(TypeError, match="setUniformFloat.. argument 2 .* not None"):
         hyxOSG.setUniformFloat(node, None, 1.0)
