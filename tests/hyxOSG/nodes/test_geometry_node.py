@@ -194,5 +194,5 @@ def test_the_shape_callback_is_a_member_that_can_be_replaced(geometry):
     node.shapeCallback = plain.shapeCallback  # an empty one
     box.setHalfExtents(hyx.Vec3(1, 1, 1))
     assert node.getRenderChild(node.GEOMETRY_DATA) == rebuilt
-    with pytest.raises(TypeError, match="not None"):
+    with pytest.raises(TypeError, match="invalid null reference"):
         _hyxOSG.GeometryNode_shapeCallback_set(node, None)
