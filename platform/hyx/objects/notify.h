@@ -27,8 +27,8 @@ public:
 
     int getLevel() const { return m_level; }
 
-    /// Replaces the sink; an empty one restores the first: standard error for warnings and errors, standard output
-    /// below.
+    /// Replaces the sink; an empty one restores the first: Python's logger "hyx" where `logging` has been set up, else
+    /// standard error for warnings and errors, standard output below.
     void setSink(Sink sink);
 
 private:
