@@ -25,6 +25,7 @@ def stub_text(package: Package, order: list[ProxyClass], extras: Extras, hints: 
     for operation in package.functions.values():
         body += _operation_lines(operation, hints, bound=False)
     body += [f"{name}: int" for name in package.constants]
+    body.append("__version__: str")
     if package.name == "hyxOSG":
         body.append("cvar: Any")
     text = "\n".join(body)

@@ -1,7 +1,8 @@
-// Passes notices to Python's `logging`.
+// Passes notices to Python's `logging` and `warnings`.
 #include "reference/hyxPython/script_log.h"
 
 #include "reference/hyxPython/interpreter.h"
+#include "reference/hyxPython/native_work.h"
 
 namespace hyxPython {
 namespace {
@@ -10,7 +11,9 @@ namespace {
 class PendingError {
 public:
     PendingError() { PyErr_Fetch(&m_type, &m_value, &m_traceback); }
+
     ~PendingError() { PyErr_Restore(m_type, m_value, m_traceback); }
+
     PendingError(PendingError const&) = delete;
     PendingError& operator=(PendingError const&) = delete;
 
@@ -38,10 +41,18 @@ bool logForScripts(int level, std::string const& text) {
     ScriptObject const log = logger();
     ScriptObject const words(log ? PyUnicode_DecodeUTF8(text.data(), Py_ssize_t(text.size()), "replace") : nullptr);
     // Python counts in tens, from 10 for what helps to find faults.
-    ScriptObject const done(
-        words ? PyObject_CallMethod(log.get(), "log", "isO", level * 10, "%s", words.get()) : nullptr);
+    ScriptObject const done(words ? PyObject_CallMethod(log.get(), "log", "isO", level * 10, "%s", words.get())
+                                  : nullptr);
     PyErr_Clear();
     return bool(done);
+}
+
+bool warnScript(std::string const& text) {
+    ScriptCall const turn;
+    if (!interpreterAnswers() || PyErr_Occurred() || !PyEval_GetFrame())
+        return false;
+    PyErr_WarnEx(PyExc_RuntimeWarning, text.c_str(), 1);
+    return true;
 }
 
 } // namespace hyxPython

@@ -5,8 +5,8 @@ import subprocess
 from pathlib import Path
 
 # Pictures, fonts and models; what else there is comes from the libraries themselves.
-PLUGINS = """png jpeg tiff bmp tga rgb dds hdr freetype obj stl 3ds osg ive glsl
-    serializers_osg serializers_osgsim serializers_osgtext""".split()
+PLUGINS = """png jpeg tiff bmp tga rgb dds hdr freetype obj stl 3ds osg glsl serializers_osg
+    serializers_osgsim serializers_osgtext""".split()
 FONT = Path("/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf")
 
 
@@ -28,5 +28,7 @@ def complete(folder: Path, licences: Path) -> None:
 def plugin_folder() -> Path:
     command = ["pkg-config", "--variable=libdir", "openscenegraph"]
     libraries = subprocess.run(command, capture_output=True, text=True, check=True).stdout.strip()
-    version = subprocess.run(["pkg-config", "--modversion", "openscenegraph"], capture_output=True, text=True, check=True)
+    version = subprocess.run(
+        ["pkg-config", "--modversion", "openscenegraph"], capture_output=True, text=True, check=True
+    )
     return Path(libraries) / f"osgPlugins-{version.stdout.strip()}"

@@ -1,7 +1,8 @@
-"""Makes the library through which the others reach libGL and libX11.
+"""Makes the library through which the others reach libGL, libX11 and libcurl.
 
 It has a function for each that they need. The first call looks the real one up, so that nothing but drawing needs a
-graphics driver, and a driver without the old libGL serves as well through EGL.
+graphics driver, and a driver without the old libGL serves as well through EGL. The journals' library names libcurl for
+remote files, which nothing here opens.
 """
 
 import subprocess
@@ -27,6 +28,8 @@ static void *in(char const *library, char const *name) {
 static void *find(char const *name) {
     if (name[0] == 'X')
         return in("libX11.so.6", name);
+    if (name[0] == 'c')
+        return in("libcurl.so.4", name);
     void *found = in("libGL.so.1", name);
     if (!found)
         found = in("libOpenGL.so.0", name);
@@ -39,7 +42,7 @@ static void *find(char const *name) {
 void *hyx_late_find(long place) {
     char const *const name = hyx_late_names[place];
     void *const found = find(name);
-    if (!found && strncmp(name, "glX", 3) != 0)
+    if (!found && strncmp(name, "glX", 3) != 0 && name[0] != 'c')
         fprintf(stderr, "there is no %s: it comes with %s\n", name,
                 name[0] == 'X' ? "libX11 (package libx11-6)" : "the graphics driver (packages libegl1, libgl1-mesa-dri)");
     return found ? found : (void *)absent;
@@ -101,7 +104,7 @@ def assembly(names: list[str]) -> str:
     parts += [FUNCTION.format(name=name, offset=8 * place, place=place) for place, name in enumerate(names)]
     parts.append("    .section .rodata")
     parts += [f'hyx_late_name_{place}: .string "{name}"' for place, name in enumerate(names)]
-    parts.append("    .section .data.rel.ro,\"aw\"\n    .balign 8\n    .globl hyx_late_names\n    .hidden hyx_late_names")
+    parts.append('    .section .data.rel.ro,"aw"\n    .balign 8\n    .globl hyx_late_names\n    .hidden hyx_late_names')
     parts.append("hyx_late_names:")
     parts += [f"    .quad hyx_late_name_{place}" for place in range(len(names))]
     parts += ["    .bss", "    .balign 8", f"hyx_late_slots: .zero {8 * len(names)}"]
@@ -109,10 +112,24 @@ def assembly(names: list[str]) -> str:
     return "\n".join(parts) + "\n"
 
 
-def make_library(names: list[str], folder: Path) -> Path:
+def make_library(names: dict[str, str], folder: Path) -> Path:
+    """`names` gives each function its version; "" for none."""
     source, resolver, library = folder / "late.s", folder / "late.c", folder / NAME
-    source.write_text(assembly(names))
+    source.write_text(assembly(sorted(names)))
     resolver.write_text(RESOLVER)
-    command = ["gcc", "-shared", "-fPIC", "-O2", "-Wl,-z,nodelete,-s", f"-Wl,-soname,{NAME}"]
+    versions = folder / "late.map"
+    nodes = [
+        f"{kind} {{ {' '.join(n + ';' for n in names if names[n] == kind)} }};" for kind in {*names.values()} - {""}
+    ]
+    versions.write_text("\n".join(nodes) + "\n")
+    command = [
+        "gcc",
+        "-shared",
+        "-fPIC",
+        "-O2",
+        "-Wl,-z,nodelete,-s",
+        f"-Wl,-soname,{NAME}",
+        f"-Wl,--version-script={versions}",
+    ]
     subprocess.run([*command, "-o", library, source, resolver, "-ldl"], check=True)
     return library

@@ -12,9 +12,7 @@ from .late_functions import NAME, make_library
 
 ROOT = Path(__file__).resolve().parents[2]
 # Drivers and displays bring these; all that needs them gets them late.
-LATE = ("libGL.so.1", "libX11.so.6")
-# Asked for by name at run time.
-ALWAYS = ("glXGetProcAddressARB",)
+LATE = ("libGL.so.1", "libX11.so.6", "libcurl.so.4")
 
 
 def output(*command: object) -> list[str]:
@@ -25,8 +23,10 @@ def needed(library: Path) -> list[str]:
     return output("patchelf", "--print-needed", library)
 
 
-def symbols(library: Path, kind: str) -> set[str]:
-    return {line.split()[-1].split("@")[0] for line in output("nm", "-D", kind, library)}
+def symbols(library: Path, kind: str) -> dict[str, str]:
+    """The functions that a library has or lacks, with their versions."""
+    names = [line.split()[-1].replace("@@", "@").partition("@") for line in output("nm", "-D", kind, library)]
+    return {name: version for name, _, version in names}
 
 
 def shared_objects(folder: Path) -> list[Path]:
@@ -43,9 +43,12 @@ def take_late(folder: Path, work: Path) -> None:
     users = {path: [name for name in LATE if name in needed(path)] for path in shared_objects(folder)}
     users = {path: names for path, names in users.items() if names}
     offered = set().union(*(symbols(system_library(name), "--defined-only") for name in LATE))
-    wanted = set().union(*(symbols(path, "--undefined-only") for path in users)) & offered
+    # The scene graph asks for functions of newer GL by name, wherever its own libraries can see them.
+    wanted = dict.fromkeys((name for name in symbols(system_library("libGL.so.1"), "--defined-only")), "")
+    for path in users:
+        wanted |= {name: version for name, version in symbols(path, "--undefined-only").items() if name in offered}
     (libraries,) = folder.glob("*.libs")
-    shutil.copy(make_library(sorted(wanted | set(ALWAYS)), work), libraries / NAME)
+    shutil.copy(make_library(wanted, work), libraries / NAME)
     for path, names in users.items():
         subprocess.run(["patchelf", "--replace-needed", names[0], NAME, path], check=True)
         for name in names[1:]:
@@ -60,7 +63,8 @@ def repair(built: Path, folder: Path) -> Path:
         for path in shared_objects(work / "whole"):
             subprocess.run(["strip", "--strip-unneeded", path], check=True)
         pack(work / "whole", work / built.name)
-        command = [sys.executable, "-m", "auditwheel", "repair", "--strip", "-w", work / "repaired", work / built.name]
+        command = [sys.executable, "-m", "auditwheel", "repair", "--strip", "--exclude", "libcurl.so.4"]
+        command += ["-w", work / "repaired", work / built.name]
         subprocess.run(command, check=True)
         (repaired,) = (work / "repaired").glob("*.whl")
         unpack(repaired, work / "last")

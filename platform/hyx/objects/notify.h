@@ -31,9 +31,13 @@ public:
     /// standard error for warnings and errors, standard output below.
     void setSink(Sink sink);
 
+    /// Whether somebody has replaced the sink.
+    bool hasSink() const { return m_replaced; }
+
 private:
     Notify();
     int m_level = NOTIFY_WARNING;
+    bool m_replaced = false;
     Sink m_sink;
 };
 

@@ -40,6 +40,7 @@ void Notify::notify(int level, char const* function, int line, char const* sourc
 }
 
 void Notify::setSink(Sink sink) {
+    m_replaced = bool(sink);
     m_sink = sink ? std::move(sink) : writeToLog;
 }
 
