@@ -117,13 +117,16 @@ void extend_list(List& self, PyObject* iterable) {
     swig::ListMethods<List>::extend(self, read_list<List>(iterable));
 }
 
-// A memoryview of a copy: the list's own storage moves when the list grows.
+// A memoryview of a copy: the list's own storage moves when the list grows. What is written would be lost, so it is
+// not let.
 template <class List>
 PyObject* list_buffer(List const& self, int) {
     using Element = typename List::value_type;
     using Numbers = PlainNumbers<Element>;
-    return copied_array(reinterpret_cast<typename Numbers::Number const*>(self.data()), self.size(),
-                        std::is_arithmetic_v<Element> ? 0 : Numbers::columns);
+    runtime::Reference const copy =
+        runtime::Reference::take(copied_array(reinterpret_cast<typename Numbers::Number const*>(self.data()),
+                                              self.size(), std::is_arithmetic_v<Element> ? 0 : Numbers::columns));
+    return PyObject_CallMethod(copy.get(), "toreadonly", nullptr);
 }
 
 } // namespace vocabulary

@@ -189,6 +189,19 @@ void read_each_index(PyObject* iterable, std::vector<unsigned int>& indices, boo
 
 } // namespace
 
+std::vector<double> read_all_numbers(PyObject* numbers) {
+    std::vector<double> result;
+    if (NumberArray const array(numbers); array.valid()) {
+        result.resize(array.size());
+        array.copy_to(result.data());
+    } else {
+        auto const items = read_items(numbers, "expected a sequence of numbers");
+        result.resize(static_cast<std::size_t>(PyTuple_GET_SIZE(items.get())));
+        read_numbers(items.get(), result.size(), result.data());
+    }
+    return result;
+}
+
 std::vector<unsigned int> read_indices(PyObject* indices) {
     std::vector<unsigned int> numbers;
     if (NumberArray const array(indices); array.valid()) {

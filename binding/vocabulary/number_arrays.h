@@ -57,12 +57,9 @@ void read_rows(PyObject* rows, std::size_t columns, Place const& place) {
         return;
     }
     auto const items = read_items(rows, "expected a sequence of rows of numbers");
-    bool const flat = columns == 1; // numbers in place of rows of one
     auto const count = static_cast<std::size_t>(PyTuple_GET_SIZE(items.get()));
     std::vector<double> numbers(count * columns);
-    if (flat)
-        read_numbers(items.get(), count, numbers.data());
-    for (std::size_t i = 0; i < count && !flat; ++i)
+    for (std::size_t i = 0; i < count; ++i)
         read_numbers(PyTuple_GET_ITEM(items.get(), static_cast<Py_ssize_t>(i)), columns, numbers.data() + i * columns);
     Number* const to = place(count);
     for (std::size_t i = 0; i < numbers.size(); ++i)
@@ -78,6 +75,9 @@ inline std::vector<double> read_rows(PyObject* rows, std::size_t columns) {
     });
     return numbers;
 }
+
+// All numbers of an array of any shape, or of any iterable of numbers.
+std::vector<double> read_all_numbers(PyObject* numbers);
 
 // Whole numbers out of an array of any shape, or of any iterable, as they are or in groups.
 std::vector<unsigned int> read_indices(PyObject* indices);

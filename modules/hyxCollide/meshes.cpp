@@ -13,12 +13,10 @@ hyx::UInt32Vector read_triangles(PyObject* indices) {
 
 // Of any shape.
 hyx::RealVector read_heights(PyObject* heights) {
-    if (vocabulary::NumberArray const array(heights); array.valid()) {
-        hyx::RealVector numbers(array.size());
-        array.copy_to(numbers.data());
-        return numbers;
-    }
-    return vocabulary::read_list<hyx::RealVector>(heights);
+    if (!PyObject_CheckBuffer(heights))
+        return vocabulary::read_list<hyx::RealVector>(heights);
+    std::vector<double> const numbers = vocabulary::read_all_numbers(heights);
+    return hyx::RealVector(numbers.begin(), numbers.end());
 }
 
 hyxCollide::Trimesh* make_mesh(PyObject* vertices, PyObject* indices, hyx::Name const& name) {

@@ -81,7 +81,8 @@ PyObject* read_each(Chosen<Object> const& objects, std::size_t columns, Get cons
 // which could end what was chosen.
 template <class Choose, class Set>
 void set_each(PyObject* values, std::size_t columns, Choose const& choose, Set const& set) {
-    std::vector<double> const numbers = vocabulary::read_rows(values, columns);
+    std::vector<double> const numbers =
+        columns == 1 ? vocabulary::read_all_numbers(values) : vocabulary::read_rows(values, columns);
     auto const chosen = choose();
     auto const& objects = chosen.natives;
     std::size_t const rows = numbers.size() / columns;

@@ -50,7 +50,8 @@ PyObject* points(hyxSensor::Lidar const& self) {
 
 // Three coordinates and one intensity for each hit; the distance is that from the scanner.
 void set_hits(hyxSensor::Lidar& self, PyObject* points, PyObject* intensities) {
-    std::vector<double> const places = vocabulary::read_rows(points, 3), values = vocabulary::read_rows(intensities, 1);
+    std::vector<double> const places = vocabulary::read_rows(points, 3),
+                              values = vocabulary::read_all_numbers(intensities);
     if (places.size() != 3 * values.size())
         throw std::invalid_argument("a lidar needs three coordinates and one intensity for each hit");
     hyx::Vec3 const origin = self.getFrame() ? self.getFrame()->getTranslate() : hyx::Vec3();

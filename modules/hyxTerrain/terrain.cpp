@@ -12,7 +12,7 @@ PyObject* heights(hyxTerrain::Terrain const& self) {
 }
 
 void set_heights(hyxTerrain::Terrain& self, PyObject* heights) {
-    std::vector<double> const numbers = vocabulary::read_rows(heights, self.getNumColumnsX());
+    std::vector<double> const numbers = vocabulary::read_all_numbers(heights);
     if (numbers.size() != self.getNumColumnsX() * self.getNumColumnsY())
         throw std::invalid_argument("a terrain needs one height for each column");
     for (std::size_t i = 0; i < numbers.size(); ++i)

@@ -5,6 +5,7 @@ import hyxOSG
 import numpy
 import osg
 import pytest
+
 from tests.application_stage import add_box, read_picture
 
 
