@@ -2,7 +2,7 @@
 #pragma once
 
 #include "binding/containers/list.h"
-#include "binding/vocabulary/python_buffers.h"
+#include "binding/vocabulary/number_arrays.h"
 
 #include <memory>
 #include <string>
@@ -55,16 +55,46 @@ struct ListReader<osg::ref_ptr<Object>> {
     }
 };
 
+// What numbers an element of a list is, one after the other.
+template <class Element>
+struct PlainNumbers {
+    using Number = typename Element::value_type;
+    static constexpr std::size_t columns = Element::size();
+    static_assert(sizeof(Element) == columns * sizeof(Number));
+};
+
+template <class Element>
+    requires std::is_arithmetic_v<Element>
+struct PlainNumbers<Element> {
+    using Number = Element;
+    static constexpr std::size_t columns = 1;
+};
+
+template <class Element>
+constexpr bool is_plain_numbers = std::is_same_v<Element, float> || std::is_same_v<Element, double> || requires {
+    Element::size();
+    requires std::is_same_v<typename Element::value_type, float> ||
+                 std::is_same_v<typename Element::value_type, double>;
+};
+
 // A copy of a wrapped list, or of the items of any iterable.
 template <class List>
 List read_list(PyObject* iterable) {
     void* wrapped = nullptr;
     if (SWIG_Python_ConvertPtrAndOwn(iterable, &wrapped, descriptor<List>()) >= 0 && wrapped)
         return *static_cast<List*>(wrapped);
+    List list;
+    if constexpr (is_plain_numbers<typename List::value_type>) {
+        using Numbers = PlainNumbers<typename List::value_type>;
+        if (NumberArray const array(iterable); array.valid()) {
+            list.resize(array.rows(Numbers::columns));
+            array.copy_to(reinterpret_cast<typename Numbers::Number*>(list.data()));
+            return list;
+        }
+    }
     runtime::Reference const iterator = runtime::Reference::take(PyObject_GetIter(iterable));
     if (!iterator)
         throw PythonError();
-    List list;
     while (runtime::Reference const item = runtime::Reference::take(PyIter_Next(iterator.get())))
         list.push_back(ListReader<typename List::value_type>::read(item.get()));
     if (PyErr_Occurred())
@@ -87,21 +117,16 @@ void extend_list(List& self, PyObject* iterable) {
     swig::ListMethods<List>::extend(self, read_list<List>(iterable));
 }
 
-// A memoryview of a copy: the list's own storage moves when the list grows. The flags are the asker's, who is refused
-// write access by the view itself.
+// A memoryview of a copy: the list's own storage moves when the list grows. What is written would be lost, so it is
+// not let.
 template <class List>
 PyObject* list_buffer(List const& self, int) {
     using Element = typename List::value_type;
-    if constexpr (std::is_arithmetic_v<Element>) {
-        return to_buffer<Element>(std::vector<Element>(self.begin(), self.end()), 0);
-    } else {
-        std::vector<typename Element::value_type> numbers;
-        numbers.reserve(self.size() * Element::size());
-        for (Element const& element : self)
-            for (std::size_t i = 0; i < Element::size(); ++i)
-                numbers.push_back(element[i]);
-        return to_buffer(numbers, Element::size());
-    }
+    using Numbers = PlainNumbers<Element>;
+    runtime::Reference const copy =
+        runtime::Reference::take(copied_array(reinterpret_cast<typename Numbers::Number const*>(self.data()),
+                                              self.size(), std::is_arithmetic_v<Element> ? 0 : Numbers::columns));
+    return PyObject_CallMethod(copy.get(), "toreadonly", nullptr);
 }
 
 } // namespace vocabulary

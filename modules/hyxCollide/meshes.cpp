@@ -6,50 +6,22 @@
 
 namespace {
 
-using vocabulary::PythonError;
-
-hyx::Vec3Vector read_points(PyObject* points) {
-    if (!PyObject_CheckBuffer(points))
-        return vocabulary::read_list<hyx::Vec3Vector>(points);
-    hyx::Vec3Vector list;
-    std::vector<double> const numbers = vocabulary::read_buffer(points);
-    if (numbers.size() % 3 != 0)
-        throw std::invalid_argument("an array of points needs three numbers for each");
-    for (std::size_t i = 0; i < numbers.size(); i += 3)
-        list.emplace_back(numbers[i], numbers[i + 1], numbers[i + 2]);
-    return list;
+hyx::UInt32Vector read_triangles(PyObject* indices) {
+    std::vector<unsigned int> const numbers = vocabulary::read_indices(indices);
+    return hyx::UInt32Vector(numbers.begin(), numbers.end());
 }
 
-// Whole numbers out of any iterable, as they are or in groups.
-void read_indices(PyObject* iterable, hyx::UInt32Vector& indices, bool grouped = true) {
-    auto const items = vocabulary::read_items(iterable, "expected a sequence of indices");
-    for (Py_ssize_t i = 0; i < PyTuple_GET_SIZE(items.get()); ++i) {
-        PyObject* item = PyTuple_GET_ITEM(items.get(), i);
-        if (grouped && PySequence_Check(item)) {
-            read_indices(item, indices, false);
-            continue;
-        }
-        Py_ssize_t const index = PyNumber_AsSsize_t(item, PyExc_OverflowError);
-        if (index == -1 && PyErr_Occurred())
-            throw vocabulary::PythonError();
-        if (index < 0 || index > UINT32_MAX)
-            throw std::invalid_argument("an index of the mesh is not that of a vertex");
-        indices.push_back(static_cast<unsigned int>(index));
-    }
-}
-
-hyx::RealVector read_heights(PyObject* iterable) {
-    if (PyObject_CheckBuffer(iterable)) {
-        std::vector<double> const numbers = vocabulary::read_buffer(iterable);
-        return hyx::RealVector(numbers.begin(), numbers.end());
-    }
-    return vocabulary::read_list<hyx::RealVector>(iterable);
+// Of any shape.
+hyx::RealVector read_heights(PyObject* heights) {
+    if (!PyObject_CheckBuffer(heights))
+        return vocabulary::read_list<hyx::RealVector>(heights);
+    std::vector<double> const numbers = vocabulary::read_all_numbers(heights);
+    return hyx::RealVector(numbers.begin(), numbers.end());
 }
 
 hyxCollide::Trimesh* make_mesh(PyObject* vertices, PyObject* indices, hyx::Name const& name) {
-    hyx::UInt32Vector triangles;
-    read_indices(indices, triangles);
-    return new hyxCollide::Trimesh(read_points(vertices), triangles, name);
+    hyx::UInt32Vector const triangles = read_triangles(indices);
+    return new hyxCollide::Trimesh(vocabulary::read_list<hyx::Vec3Vector>(vertices), triangles, name);
 }
 
 PyObject* vertices(hyxCollide::Trimesh const& self) {
@@ -60,8 +32,17 @@ PyObject* indices(hyxCollide::Trimesh const& self) {
     return vocabulary::to_list(self.getIndices());
 }
 
+PyObject* vertex_array(hyxCollide::Trimesh const& self) {
+    return vocabulary::list_buffer(self.getVertices(), 0);
+}
+
+// Three to a row.
+PyObject* index_array(hyxCollide::Trimesh const& self) {
+    return vocabulary::copied_array(self.getIndices().data(), self.getNumTriangles(), 3);
+}
+
 void update(hyxCollide::Trimesh& self, PyObject* vertices) {
-    self.updateVertices(read_points(vertices));
+    self.updateVertices(vocabulary::read_list<hyx::Vec3Vector>(vertices));
 }
 
 hyxCollide::HeightField* make_field(hyx::UInt resolutionX, hyx::UInt resolutionY, hyx::Real sizeX, hyx::Real sizeY,
@@ -71,6 +52,11 @@ hyxCollide::HeightField* make_field(hyx::UInt resolutionX, hyx::UInt resolutionY
 
 PyObject* heights(hyxCollide::HeightField const& self) {
     return vocabulary::to_list(self.getHeights());
+}
+
+// A row for each place along x, as `setHeights` takes them.
+PyObject* height_array(hyxCollide::HeightField const& self) {
+    return vocabulary::copied_array(self.getHeights().data(), self.getHeights().size(), 0);
 }
 
 void set_heights(hyxCollide::HeightField& self, PyObject* heights) {
@@ -83,6 +69,8 @@ constexpr Declared meshes_rows[] = {
     FUNCTION(delete_Trimesh, DELETE(hyxCollide::Trimesh)),
     FUNCTION(Trimesh_getVertices, ADAPTER(hyxCollide::Trimesh, getVertices, vertices, () const)),
     FUNCTION(Trimesh_getIndices, ADAPTER(hyxCollide::Trimesh, getIndices, indices, () const)),
+    FUNCTION(Trimesh_getVertexArray, ADAPTER(hyxCollide::Trimesh, getVertexArray, vertex_array, () const)),
+    FUNCTION(Trimesh_getIndexArray, ADAPTER(hyxCollide::Trimesh, getIndexArray, index_array, () const)),
     FUNCTION(Trimesh_getNumTriangles, METHOD(hyxCollide::Trimesh, getNumTriangles, () const)),
     FUNCTION(Trimesh_getTriangleNormal, CONTAINER(METHOD(hyxCollide::Trimesh, getTriangleNormal, (hyx::UInt) const))),
     FUNCTION(Trimesh_updateVertices, CONTAINER(ADAPTER(hyxCollide::Trimesh, updateVertices, update, (PyObject*)))),
@@ -103,6 +91,7 @@ constexpr Declared meshes_rows[] = {
              CONTAINER(METHOD(hyxCollide::HeightField, getHeight, (hyx::UInt, hyx::UInt) const))),
     FUNCTION(HeightField_setHeights, CONTAINER(ADAPTER(hyxCollide::HeightField, setHeights, set_heights, (PyObject*)))),
     FUNCTION(HeightField_getHeights, ADAPTER(hyxCollide::HeightField, getHeights, heights, () const)),
+    FUNCTION(HeightField_getHeightArray, ADAPTER(hyxCollide::HeightField, getHeightArray, height_array, () const)),
     FUNCTION(HeightField_getHeightAt, METHOD(hyxCollide::HeightField, getHeightAt, (hyx::Real, hyx::Real) const)),
     FUNCTION(HeightField_getVertex,
              CONTAINER(METHOD(hyxCollide::HeightField, getVertex, (hyx::UInt, hyx::UInt) const))),

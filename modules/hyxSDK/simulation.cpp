@@ -1,7 +1,7 @@
 // Rows of the simulation.
 #include "platform/hyxSDK/simulation.h"
 
-#include "binding/vocabulary/python_buffers.h"
+#include "binding/vocabulary/python_values.h"
 #include "binding/vocabulary/rows.h"
 #include "modules/hyx/joints/derived_constraint.h"
 #include "modules/hyx/objects/derived_process.h"
@@ -40,19 +40,6 @@ PyObject* materials(Simulation const& self) {
 
 PyObject* simulation_constraint(Simulation const& self, hyx::Name const& name) {
     return modules::to_derived(self.getConstraint(name));
-}
-
-// A row of position and rotation (x y z, x y z w) for each body, in the order of getRigidBodies.
-PyObject* poses(Simulation const& self) {
-    std::vector<double> numbers;
-    numbers.reserve(7 * self.getRigidBodies().size());
-    for (auto const& body : self.getRigidBodies()) {
-        hyx::Vec3 const position = body->getPosition();
-        hyx::Quat const rotation = body->getRotation();
-        numbers.insert(numbers.end(), position.ptr(), position.ptr() + 3);
-        numbers.insert(numbers.end(), rotation.ptr(), rotation.ptr() + 4);
-    }
-    return vocabulary::to_buffer(numbers, 7);
 }
 
 PyObject* save_state(Simulation const& self) {
@@ -104,7 +91,6 @@ constexpr Declared simulation_rows[] = {
     FUNCTION(Simulation_getRigidBody, SHARED(METHOD(hyxSDK::Simulation, getRigidBody, (hyx::Name const&) const))),
     FUNCTION(Simulation_getConstraint,
              ADAPTER(hyxSDK::Simulation, getConstraint, simulation_constraint, (hyx::Name const&) const)),
-    FUNCTION(Simulation_getPoses, ADAPTER(hyxSDK::Simulation, getPoses, poses, () const)),
     FUNCTION(Simulation_getAssembly, SHARED(METHOD(hyxSDK::Simulation, getAssembly, (hyx::Name const&) const))),
     FUNCTION(Simulation_getMaterial, SHARED(METHOD(hyxSDK::Simulation, getMaterial, (hyx::Name const&) const))),
     FUNCTION(Simulation_getContactMaterial, SHARED(METHOD(hyxSDK::Simulation, getContactMaterial,

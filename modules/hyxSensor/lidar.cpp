@@ -1,8 +1,7 @@
 // Rows of the laser scanners.
 #include "platform/hyxSensor/lidar.h"
 
-#include "binding/vocabulary/python_buffers.h"
-#include "binding/vocabulary/python_values.h"
+#include "binding/vocabulary/number_arrays.h"
 #include "binding/vocabulary/rows.h"
 #include "platform/hyx/bodies/frame.h"
 #include "platform/hyx/bodies/rigid_body.h"
@@ -22,10 +21,11 @@ PyObject* ring_counts(hyxSensor::Lidar const& self) {
 // One number of each hit.
 template <class Number>
 PyObject* numbers_of(hyxSensor::Lidar const& self, Number LidarHit::* member) {
-    std::vector<Number> numbers;
-    for (LidarHit const& hit : self.getHits())
-        numbers.push_back(hit.*member);
-    return vocabulary::to_buffer(numbers, 0);
+    auto const& hits = self.getHits();
+    return vocabulary::new_array<Number>(hits.size(), 0, [&](Number* to) {
+        for (LidarHit const& hit : hits)
+            *to++ = hit.*member;
+    });
 }
 
 PyObject* intensities(hyxSensor::Lidar const& self) {
@@ -41,15 +41,17 @@ PyObject* rings(hyxSensor::Lidar const& self) {
 }
 
 PyObject* points(hyxSensor::Lidar const& self) {
-    std::vector<float> numbers;
-    for (LidarHit const& hit : self.getHits())
-        numbers.insert(numbers.end(), {hit.position.x, hit.position.y, hit.position.z});
-    return vocabulary::to_buffer(numbers, 3);
+    auto const& hits = self.getHits();
+    return vocabulary::new_array<float>(hits.size(), 3, [&](float* to) {
+        for (LidarHit const& hit : hits)
+            to = std::copy_n(hit.position.ptr(), 3, to);
+    });
 }
 
 // Three coordinates and one intensity for each hit; the distance is that from the scanner.
 void set_hits(hyxSensor::Lidar& self, PyObject* points, PyObject* intensities) {
-    std::vector<double> const places = vocabulary::read_buffer(points), values = vocabulary::read_buffer(intensities);
+    std::vector<double> const places = vocabulary::read_rows(points, 3),
+                              values = vocabulary::read_all_numbers(intensities);
     if (places.size() != 3 * values.size())
         throw std::invalid_argument("a lidar needs three coordinates and one intensity for each hit");
     hyx::Vec3 const origin = self.getFrame() ? self.getFrame()->getTranslate() : hyx::Vec3();

@@ -1,19 +1,18 @@
 // Rows of terrain and soil.
 #include "platform/hyxTerrain/terrain.h"
 
-#include "binding/vocabulary/python_buffers.h"
-#include "binding/vocabulary/python_values.h"
+#include "binding/vocabulary/number_arrays.h"
 #include "binding/vocabulary/rows.h"
 
 namespace {
 
 // A row of heights for each y, in metres.
 PyObject* heights(hyxTerrain::Terrain const& self) {
-    return vocabulary::to_buffer(self.getHeights(), self.getNumColumnsX());
+    return vocabulary::copied_array(self.getHeights().data(), self.getNumColumnsY(), self.getNumColumnsX());
 }
 
 void set_heights(hyxTerrain::Terrain& self, PyObject* heights) {
-    std::vector<double> const numbers = vocabulary::read_buffer(heights);
+    std::vector<double> const numbers = vocabulary::read_all_numbers(heights);
     if (numbers.size() != self.getNumColumnsX() * self.getNumColumnsY())
         throw std::invalid_argument("a terrain needs one height for each column");
     for (std::size_t i = 0; i < numbers.size(); ++i)

@@ -31,6 +31,17 @@ class ExampleApplication:
         finally:
             _hyx_proxy.let_go(self)  # type: ignore[arg-type]
 
+    def render(self, out: Any = None) -> Any:
+        """Draws the present state, without a step, and gives the picture as a NumPy array: uint8 of shape
+        (height, width, 3), rows from the top. An array given as `out`, of this kind and size, is filled and returned.
+        """
+        return _picture(self, out, True)
+
+    @property
+    def pixels(self) -> Any:
+        """The picture of the last frame, as `render` gives it, without drawing it again: a new array."""
+        return _picture(self, None, False)
+
     def __enter__(self) -> Any:
         return self
 
@@ -38,6 +49,20 @@ class ExampleApplication:
         self, kind: type[BaseException] | None, error: BaseException | None, trace: TracebackType | None
     ) -> None:
         self.close()
+
+
+def _picture(application: Any, out: Any, fresh: bool) -> Any:
+    import _osg
+    import numpy
+
+    size = _osg.getPictureSize(application)
+    shape = (size[1], size[0], 3)
+    if out is None:
+        out = numpy.empty(shape, numpy.uint8)
+    elif getattr(out, "shape", None) != shape or out.dtype != numpy.uint8:
+        raise ValueError(f"the picture needs an array of uint8 of shape {shape}")
+    _osg.readPicture(application, out, fresh)
+    return out
 
 
 class SwigPyIterator:
@@ -136,4 +161,4 @@ class SimpleDepthBufferLidar:
         """The points of the last drawn frame as a NumPy array of its own: float32, shape (n, 3), metres."""
         import numpy
 
-        return numpy.array(self.getScan(), dtype=numpy.float32).reshape(-1, 3)
+        return numpy.array(memoryview(self.getScan()), dtype=numpy.float32).reshape(-1, 3)

@@ -49,6 +49,14 @@ class Numbers:
         return type(self), (tuple(self),)
 
 
+def rows(memory: Any, columns: int) -> Any:
+    """A memoryview of rows of numbers as a NumPy array over it; no columns for one dimension."""
+    import numpy
+
+    array = numpy.asarray(memory)
+    return array.reshape(-1, columns) if columns else array
+
+
 def component(index: int) -> property:
     """A component of a value, by its name."""
 

@@ -3,7 +3,7 @@
 from __future__ import annotations
 
 from .lists import Items
-from .numbers import Numbers, component
+from .numbers import Numbers, component, rows
 
 TYPE_CHECKING = False
 if TYPE_CHECKING:
@@ -38,6 +38,51 @@ class Quat(Numbers): ...
 
 
 class ImageVector(Items): ...
+
+
+class Geometry:
+    """Arrays of any type that converts; what is set again, in the same number, goes into the buffer that is there."""
+
+    @property
+    def vertices(self) -> Any:
+        """float32 of shape (n, 3): a copy. What is assigned moves the vertices."""
+        return rows(self.getVertexArray(), 3)  # type: ignore[attr-defined]
+
+    @vertices.setter
+    def vertices(self, values: Any) -> None:
+        self.setVertexArray(values)  # type: ignore[attr-defined]
+
+    @property
+    def normals(self) -> Any:
+        """float32 of shape (n, 3): a copy."""
+        return rows(self.getNormalArray(), 3)  # type: ignore[attr-defined]
+
+    @normals.setter
+    def normals(self, values: Any) -> None:
+        self.setNormalArray(values)  # type: ignore[attr-defined]
+
+    @property
+    def colors(self) -> Any:
+        """A copy of shape (n, 4): float32 up to 1, or uint8 up to 255 where bytes were set."""
+        return rows(self.getColorArray(), 4)  # type: ignore[attr-defined]
+
+    @colors.setter
+    def colors(self, values: Any) -> None:
+        self.setColorArray(values)  # type: ignore[attr-defined]
+
+    @property
+    def texcoords(self) -> Any:
+        """float32 of shape (n, 2): a copy."""
+        return rows(self.getTexCoordArray(), 2)  # type: ignore[attr-defined]
+
+    @texcoords.setter
+    def texcoords(self, values: Any) -> None:
+        self.setTexCoordArray(values)  # type: ignore[attr-defined]
+
+    @property
+    def elements(self) -> Any:
+        """The places of the vertices in all that is drawn, one after the other: uint32, a copy."""
+        return rows(self.getElements(), 0)  # type: ignore[attr-defined]
 
 
 class Image:

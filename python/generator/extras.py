@@ -18,7 +18,7 @@ from .interface import Package
 class Extras:
     present: bool = False
     class_bases: dict[str, list[str]] = field(default_factory=dict)
-    class_attributes: dict[str, dict[str, ast.stmt]] = field(default_factory=dict)
+    class_attributes: dict[str, dict[str, list[ast.stmt]]] = field(default_factory=dict)
     imports: list[ast.stmt] = field(default_factory=list)
 
 
@@ -30,7 +30,9 @@ def read_extras(folder: Path, package: Package) -> Extras:
     proxies = {proxy.name for proxy in package.classes}
     for statement in _statements(ast.parse(path.read_text()).body):
         if isinstance(statement, ast.ClassDef) and statement.name in proxies:
-            extras.class_attributes[statement.name] = dict(_attributes(statement))
+            attributes = extras.class_attributes[statement.name] = {}
+            for name, item in _attributes(statement):
+                attributes.setdefault(name, []).append(item)  # a property and its setter
             extras.class_bases[statement.name] = [ast.unparse(base) for base in statement.bases]
         elif isinstance(statement, (ast.ClassDef, ast.FunctionDef)) and not statement.name.startswith("_"):
             raise SystemExit(f"{path}:{statement.lineno}: {package.name} has no proxy class {statement.name}")

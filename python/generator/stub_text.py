@@ -76,8 +76,9 @@ def _class_lines(proxy: ProxyClass, extras: Extras, hints: TypeHints, texts: Doc
         if name not in own and name.isidentifier():
             overridden = "disown" in proxy.machinery
             lines += _operation_lines(operation, hints, bound=not operation.static, positional=overridden)
-    for statement in own.values():
-        lines += _extra_lines(statement, 4)
+    for statements in own.values():
+        for statement in statements:
+            lines += _extra_lines(statement, 4)
     hidden = {"str", "int", "float", "bool", "object", "slice", "tuple"} & {*proxy.methods, *proxy.members}
     lines = [_unhidden(line, hidden) if line.lstrip().startswith("def ") else line for line in lines]
     return lines if len(lines) > 1 else [lines[0] + " ..."]

@@ -125,7 +125,7 @@ def test_meshes_and_heights_are_taken_from_arrays():
     assert mesh.getVolume() == pytest.approx(1 / 6)
     field = hyxCollide.HeightField(3, 2, 1, 1, numpy.arange(6.0).reshape(2, 3))
     assert [field.getHeight(i, j) for j in (0, 1) for i in (0, 1, 2)] == [0, 1, 2, 3, 4, 5]
-    with pytest.raises(ValueError, match="three numbers"):
+    with pytest.raises(ValueError, match="expected 3 numbers"):
         hyxCollide.Trimesh(numpy.zeros(4), [0, 1, 2])
 
 

@@ -1,10 +1,12 @@
 // Rows of the grains.
 #include "platform/hyx/particles/particle_system.h"
 
-#include "binding/vocabulary/python_buffers.h"
-#include "binding/vocabulary/python_values.h"
+#include "binding/vocabulary/number_arrays.h"
 #include "binding/vocabulary/rows.h"
 #include "platform/hyx/bodies/rigid_body.h"
+
+#include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -16,12 +18,56 @@ PyObject* contacts(hyx::ParticleSystem const& self) {
     return vocabulary::to_list(self.getContacts());
 }
 
-// A row of three for each grain, in metres.
+// A row for each grain.
+template <class Number, class Value>
+PyObject* rows_of(hyx::ParticleSystem const& self, Value hyx::Particle::* member) {
+    auto const& particles = self.getParticles();
+    return vocabulary::new_array<Number>(particles.size(), Value::size(), [&](Number* to) {
+        for (hyx::Particle const& particle : particles)
+            for (std::size_t i = 0; i < Value::size(); ++i)
+                *to++ = (particle.*member)[i];
+    });
+}
+
+template <class Value>
+void set_rows(hyx::ParticleSystem& self, Value hyx::Particle::* member, PyObject* values) {
+    auto& particles = self.getParticles();
+    std::vector<double> const numbers = vocabulary::read_rows(values, Value::size());
+    if (numbers.size() != particles.size() * Value::size())
+        throw std::invalid_argument("the system has " + std::to_string(particles.size()) +
+                                    " grains: give a row for each");
+    if (!std::all_of(numbers.begin(), numbers.end(), [](double number) { return std::isfinite(number); }))
+        throw std::invalid_argument("what is set of grains must be finite numbers");
+    auto const* from = numbers.data();
+    for (hyx::Particle& particle : particles)
+        for (std::size_t i = 0; i < Value::size(); ++i)
+            (particle.*member)[i] = static_cast<typename Value::value_type>(*from++);
+}
+
+// Metres.
 PyObject* positions(hyx::ParticleSystem const& self) {
-    std::vector<double> numbers;
-    for (hyx::Particle const& particle : self.getParticles())
-        numbers.insert(numbers.end(), {particle.position.x, particle.position.y, particle.position.z});
-    return vocabulary::to_buffer(numbers, 3);
+    return rows_of<double>(self, &hyx::Particle::position);
+}
+
+void set_positions(hyx::ParticleSystem& self, PyObject* values) {
+    set_rows(self, &hyx::Particle::position, values);
+}
+
+// Metres a second.
+PyObject* velocities(hyx::ParticleSystem const& self) {
+    return rows_of<double>(self, &hyx::Particle::velocity);
+}
+
+void set_velocities(hyx::ParticleSystem& self, PyObject* values) {
+    set_rows(self, &hyx::Particle::velocity, values);
+}
+
+PyObject* particle_colors(hyx::ParticleSystem const& self) {
+    return rows_of<float>(self, &hyx::Particle::color);
+}
+
+void set_particle_colors(hyx::ParticleSystem& self, PyObject* values) {
+    set_rows(self, &hyx::Particle::color, values);
 }
 
 // A copy: grains move in memory when others are removed.
@@ -40,6 +86,14 @@ constexpr Declared particle_system_rows[] = {
     FUNCTION(ParticleSystem_getNumParticles, METHOD(hyx::ParticleSystem, getNumParticles, () const)),
     FUNCTION(ParticleSystem_getParticles, ADAPTER(hyx::ParticleSystem, getParticles, particles, () const)),
     FUNCTION(ParticleSystem_getPositions, ADAPTER(hyx::ParticleSystem, getPositions, positions, () const)),
+    FUNCTION(ParticleSystem_setPositions,
+             CONTAINER(ADAPTER(hyx::ParticleSystem, setPositions, set_positions, (PyObject*)))),
+    FUNCTION(ParticleSystem_getVelocities, ADAPTER(hyx::ParticleSystem, getVelocities, velocities, () const)),
+    FUNCTION(ParticleSystem_setVelocities,
+             CONTAINER(ADAPTER(hyx::ParticleSystem, setVelocities, set_velocities, (PyObject*)))),
+    FUNCTION(ParticleSystem_getColors, ADAPTER(hyx::ParticleSystem, getColors, particle_colors, () const)),
+    FUNCTION(ParticleSystem_setColors,
+             CONTAINER(ADAPTER(hyx::ParticleSystem, setColors, set_particle_colors, (PyObject*)))),
     FUNCTION(ParticleSystem_getParticle, ADAPTER(hyx::ParticleSystem, getParticle, particle, (hyx::Index) const)),
     FUNCTION(ParticleSystem_getContacts, ADAPTER(hyx::ParticleSystem, getContacts, contacts, () const)),
     FUNCTION(ParticleSystem_getMass, METHOD(hyx::ParticleSystem, getMass, () const)),

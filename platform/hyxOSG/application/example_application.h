@@ -519,6 +519,12 @@ public:
     /// `screenshot_0001.png` with the next free number, in the working folder. Throws
     /// std::filesystem::filesystem_error when it cannot be written; a file that was there before stays.
     void takeScreenShot(hyx::String const& fileName = "");
+    /// Width and height of the pictures that `readPicture` gives. Opens the window where there is none.
+    hyx::Vec2u getPictureSize();
+    /// Writes what the window shows to `rgb`: three bytes a pixel, rows from the top, `size` as `getPictureSize` has
+    /// it. With `fresh` a frame of the present state is drawn for it, without a step; otherwise it is the last frame,
+    /// which is drawn now when nobody needed it so far. Throws std::invalid_argument for another size.
+    void readPicture(unsigned char* rgb, hyx::Vec2u size, bool fresh);
     /// The capture of numbered pictures; made on first use.
     hyxOSG::ImageCapture* getImageCapture();
     /// The capture of numbered pictures; null when it was not used yet.

@@ -30,6 +30,24 @@ void ExampleApplication::takeScreenShot(hyx::String const& fileName) {
     writeImageFile(*image, fileName.empty() ? nextScreenshotName() : std::string(fileName));
 }
 
+hyx::Vec2u ExampleApplication::getPictureSize() {
+    auto const kept = Implementation::keep(*this);
+    auto const window = m_implementation->ensureWindow(*this);
+    osg::Viewport const& viewport = *window->camera()->getViewport();
+    return hyx::Vec2u(hyx::UInt(viewport.width()), hyx::UInt(viewport.height()));
+}
+
+void ExampleApplication::readPicture(unsigned char* rgb, hyx::Vec2u size, bool fresh) {
+    auto const kept = Implementation::keep(*this);
+    if (hyx::Vec2u const drawn = getPictureSize(); !rgb || size.x != drawn.x || size.y != drawn.y)
+        throw std::invalid_argument("the picture has " + std::to_string(drawn.x) + " x " + std::to_string(drawn.y) +
+                                    " pixels: give memory of that size");
+    if (fresh && m_implementation->debug.enabled())
+        m_implementation->debug.update(m_implementation->ensureSimulation());
+    auto const window = m_implementation->window;
+    window->readPicture(getTimeStamp(), fresh, rgb);
+}
+
 ImageCapture* ExampleApplication::getImageCapture() {
     if (!m_implementation->imageCapture) {
         m_implementation->imageCapture = new ImageCapture(&m_implementation->ensureSimulation());

@@ -137,6 +137,9 @@ struct ExampleApplication::Implementation {
     void turn(ExampleApplication& application, bool withGraphics);
     void makeFrame(ExampleApplication& application, bool draws);
     void draw();
+    /// Whether anyone would miss the view: a display, a capture, a callback. With render targets alone it is not drawn,
+    /// until its picture is asked for.
+    bool viewIsWanted() const;
     /// All that follows a simulation step.
     void followStep(ExampleApplication& application);
     /// Empties the application and builds the scene; false, with a script's error pending, when it failed.

@@ -166,7 +166,18 @@ void ExampleApplication::Implementation::draw() {
         debug.update(*simulation);
     Profiler::Task const task(profiler, "draw");
     auto const shown = window;
-    shown->draw();
+    shown->draw(viewIsWanted() ? Pass::EVERYTHING : Pass::TARGETS);
+}
+
+bool ExampleApplication::Implementation::viewIsWanted() const {
+    if (renderTargets.empty() || !window->offscreen())
+        return true;
+    auto const idle = [](auto const& capture, osg::Camera::DrawCallback const* callback) {
+        return capture && capture->getDrawCallback() == callback && !capture->getCaptureStarted();
+    };
+    return window->viewIsWaitedFor([&](osg::Camera::DrawCallback const* callback) {
+        return idle(imageCapture, callback) || idle(videoCapture, callback);
+    });
 }
 
 void ExampleApplication::stepSimulation() {

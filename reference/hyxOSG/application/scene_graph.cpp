@@ -19,8 +19,18 @@ osg::Matrixd toOsg(hyx::AffineMatrix4x4 const& matrix) {
 
 } // namespace
 
+void DrawnRoot::traverse(osg::NodeVisitor& visitor) {
+    if (pass == Pass::EVERYTHING || visitor.getVisitorType() != osg::NodeVisitor::CULL_VISITOR) {
+        osg::Group::traverse(visitor);
+        return;
+    }
+    for (unsigned int i = 0; i < getNumChildren(); ++i)
+        if (bool const isTarget = getChild(i)->asCamera(); isTarget == (pass == Pass::TARGETS))
+            getChild(i)->accept(visitor);
+}
+
 SceneGraph::SceneGraph(int width, int height)
-    : m_root(new osg::Group),
+    : m_root(new DrawnRoot),
       m_decorator(new SceneDecorator(width, height)),
       m_switch(new osg::Switch),
       m_transform(new osg::MatrixTransform),

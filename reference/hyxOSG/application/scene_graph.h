@@ -10,6 +10,21 @@
 
 namespace hyxOSG {
 
+/// What of an application's frame is drawn.
+enum class Pass {
+    EVERYTHING,
+    TARGETS, ///< render targets alone, while nobody sees the view
+    VIEW,    ///< the view alone, for the targets of this frame are drawn
+};
+
+/// The root of all that is drawn; its children that are cameras are the render targets.
+class DrawnRoot : public osg::Group {
+public:
+    void traverse(osg::NodeVisitor& visitor) override;
+
+    Pass pass = Pass::EVERYTHING; ///< of the culls to come
+};
+
 /// root
 ///   decorator            background, lights, shadows, text
 ///     switch             shows or hides the scene
@@ -22,7 +37,7 @@ class SceneGraph {
 public:
     SceneGraph(int width, int height);
 
-    osg::Group* root() const { return m_root; }
+    DrawnRoot* root() const { return m_root; }
 
     SceneDecorator* decorator() const { return m_decorator; }
 
@@ -55,7 +70,7 @@ public:
 private:
     void updateDebugTransform();
 
-    osg::ref_ptr<osg::Group> m_root;
+    osg::ref_ptr<DrawnRoot> m_root;
     osg::ref_ptr<SceneDecorator> m_decorator;
     osg::ref_ptr<osg::Switch> m_switch;
     osg::ref_ptr<osg::MatrixTransform> m_transform;

@@ -23,6 +23,20 @@ private:
     osg::ref_ptr<osg::Image> m_image;
 };
 
+/// Reads the picture before the buffers of a window on a display are exchanged.
+class ReadCallback : public osg::Camera::DrawCallback {
+public:
+    ReadCallback(PictureReader& reader, unsigned char* rgb) : m_reader(reader), m_rgb(rgb) {}
+
+    void operator()(osg::RenderInfo& info) const override {
+        m_reader.read(*info.getCurrentCamera()->getViewport(), m_rgb);
+    }
+
+private:
+    PictureReader& m_reader;
+    unsigned char* m_rgb;
+};
+
 class FenceCallback : public osg::Camera::DrawCallback {
 public:
     explicit FenceCallback(FrameFence& fence) : m_fence(fence) {}
@@ -44,8 +58,8 @@ void FrameViewer::begin() {
     _firstFrame = false;
 }
 
-ViewerWindow::ViewerWindow(WindowRequest const& request, osg::Group* scene)
-    : m_window(makeGraphicsWindow(request)), m_viewer(new FrameViewer) {
+ViewerWindow::ViewerWindow(WindowRequest const& request, DrawnRoot* scene)
+    : m_window(makeGraphicsWindow(request)), m_viewer(new FrameViewer), m_scene(scene) {
     m_viewer->setThreadingModel(osgViewer::ViewerBase::SingleThreaded); // callbacks come on the caller's thread
     m_viewer->setReleaseContextAtEndOfFrameHint(false);
     m_viewer->setKeyEventSetsDone(0);
@@ -104,13 +118,72 @@ void ViewerWindow::handleEvents(double time) {
     m_viewer->eventTraversal();
 }
 
-void ViewerWindow::draw() {
+void ViewerWindow::draw(Pass pass) {
     if (!open())
         return;
     requireOwner();
     m_viewer->updateTraversal();
+    drawScene(pass);
+}
+
+void ViewerWindow::drawScene(Pass pass) {
     hyxPython::NativeWork const work;
+    m_scene->pass = pass;
     m_viewer->renderingTraversals();
+    m_scene->pass = Pass::EVERYTHING; // a script may draw with the viewer itself
+    m_viewIsCurrent = pass != Pass::TARGETS;
+}
+
+void ViewerWindow::drawWithCallback(osg::Camera::DrawCallback* callback, Pass pass) {
+    struct Added { // also when an exception passes, for the callback points to what is the caller's
+
+        Added(osg::Camera* camera, osg::Camera::DrawCallback* callback) : camera(camera), callback(callback) {
+            camera->addFinalDrawCallback(callback);
+        }
+
+        ~Added() { camera->removeFinalDrawCallback(callback); }
+
+        osg::Camera* camera;
+        osg::Camera::DrawCallback* callback;
+    } const added(camera(), callback);
+
+    if (pass == Pass::VIEW) // the rest of this frame is done
+        drawScene(pass);
+    else
+        draw(pass);
+}
+
+bool ViewerWindow::viewIsWaitedFor(std::function<bool(osg::Camera::DrawCallback const*)> const& isIdle) const {
+    osg::Camera const& camera = *m_viewer->getCamera();
+    if (camera.getInitialDrawCallback() || camera.getPreDrawCallback() || camera.getPostDrawCallback())
+        return true;
+    for (osg::Callback const* callback = camera.getFinalDrawCallback(); callback;
+         callback = callback->getNestedCallback())
+        if (!dynamic_cast<FenceCallback const*>(callback) &&
+            !isIdle(dynamic_cast<osg::Camera::DrawCallback const*>(callback)))
+            return true;
+    return false;
+}
+
+void ViewerWindow::readPicture(double time, bool fresh, unsigned char* rgb) {
+    if (fresh)
+        handleEvents(time);
+    if (!open())
+        throw std::runtime_error("the window is closed: there is no picture");
+    requireOwner();
+    // What a display shows may lie under other windows, and is exchanged: it is drawn anew.
+    if (fresh || !m_viewIsCurrent || !offscreen()) {
+        osg::ref_ptr<ReadCallback> const callback = new ReadCallback(m_reader, rgb);
+        m_viewer->begin();
+        drawWithCallback(callback, fresh ? Pass::EVERYTHING : Pass::VIEW);
+        return;
+    }
+    hyxPython::NativeWork const work;
+    if (!m_window->makeCurrent())
+        throw std::runtime_error("the window cannot be read: its context is taken");
+    m_window->getState()->get<osg::GLExtensions>()->glBindFramebuffer(GL_FRAMEBUFFER_EXT, 0);
+    glReadBuffer(camera()->getReadBuffer());
+    m_reader.read(*camera()->getViewport(), rgb);
 }
 
 osg::ref_ptr<osg::Image> ViewerWindow::grab(double time) {
@@ -119,9 +192,7 @@ osg::ref_ptr<osg::Image> ViewerWindow::grab(double time) {
         throw std::runtime_error("the window is closed: there is no picture");
     osg::ref_ptr<osg::Image> image = new osg::Image;
     osg::ref_ptr<GrabCallback> callback = new GrabCallback(image);
-    camera()->addFinalDrawCallback(callback);
-    draw();
-    camera()->removeFinalDrawCallback(callback);
+    drawWithCallback(callback, Pass::EVERYTHING);
     return image;
 }
 

@@ -1,12 +1,15 @@
 // The viewer of an application and its window.
 #pragma once
 
+#include "reference/hyxOSG/application/picture_reader.h"
+#include "reference/hyxOSG/application/scene_graph.h"
 #include "reference/machinery/context/frame_fence.h"
 #include "reference/machinery/context/graphics_window.h"
 #include "reference/machinery/context/owner_process.h"
 
 #include <osgViewer/Viewer>
 
+#include <functional>
 #include <thread>
 
 namespace hyxOSG {
@@ -21,7 +24,7 @@ public:
 /// One window with one viewer, driven frame by frame on the calling thread.
 class ViewerWindow {
 public:
-    ViewerWindow(WindowRequest const& request, osg::Group* scene);
+    ViewerWindow(WindowRequest const& request, DrawnRoot* scene);
     ~ViewerWindow();
 
     osgViewer::Viewer* viewer() const { return m_viewer; }
@@ -37,8 +40,15 @@ public:
 
     /// Takes in the events that have arrived. `time` is the simulated time that callbacks of the scene see.
     void handleEvents(double time);
-    /// Updates and draws the scene; at most one frame behind the caller.
-    void draw();
+    /// Updates the scene and draws what `pass` names; at most one frame behind the caller.
+    void draw(Pass pass = Pass::EVERYTHING);
+
+    /// Whether a callback that `isIdle` does not know, or says false of, waits for the view to be drawn.
+    bool viewIsWaitedFor(std::function<bool(osg::Camera::DrawCallback const*)> const& isIdle) const;
+
+    /// Rows of RGB bytes from the top, in the size of the camera's viewport, of the last frame; of a new one with
+    /// `fresh`. Throws std::runtime_error when the window is closed.
+    void readPicture(double time, bool fresh, unsigned char* rgb);
 
     /// Draws a frame and reads its picture. Throws std::runtime_error when the window is closed.
     osg::ref_ptr<osg::Image> grab(double time);
@@ -48,11 +58,16 @@ public:
 
 private:
     void makeCamera(int width, int height);
+    void drawScene(Pass pass);
+    void drawWithCallback(osg::Camera::DrawCallback* callback, Pass pass);
     /// Throws where nothing can be drawn: in a forked child, and on another thread.
     void requireOwner() const;
 
     osg::ref_ptr<osgViewer::GraphicsWindow> m_window;
     osg::ref_ptr<FrameViewer> m_viewer;
+    osg::ref_ptr<DrawnRoot> m_scene;
+    PictureReader m_reader;
+    bool m_viewIsCurrent = false; ///< the frame buffer holds the view of the last frame
     FrameFence m_fence;
     OwnerProcess m_process;
     std::thread::id m_thread = std::this_thread::get_id();

@@ -1,0 +1,71 @@
+"""The state of a simulation as arrays."""
+
+from __future__ import annotations
+
+from .numbers import rows
+
+TYPE_CHECKING = False
+if TYPE_CHECKING:
+    from typing import Any
+
+
+class Simulation:
+    """`positions`, `rotations`, `velocities` and `angularVelocities` are NumPy arrays of float64 with a row for each
+    body, in the order of `getRigidBodies`: copies when read; what is assigned, one row for all or a row each, is set.
+    The methods of the same names take or give chosen bodies.
+    """
+
+    @property
+    def positions(self) -> Any:
+        """Metres, shape (n, 3)."""
+        return rows(self.getPositions(), 3)  # type: ignore[attr-defined]
+
+    @positions.setter
+    def positions(self, values: Any) -> None:
+        self.setPositions(values)  # type: ignore[attr-defined]
+
+    @property
+    def rotations(self) -> Any:
+        """Quaternions x y z w, shape (n, 4)."""
+        return rows(self.getRotations(), 4)  # type: ignore[attr-defined]
+
+    @rotations.setter
+    def rotations(self, values: Any) -> None:
+        self.setRotations(values)  # type: ignore[attr-defined]
+
+    @property
+    def velocities(self) -> Any:
+        """m/s, shape (n, 3)."""
+        return rows(self.getVelocities(), 3)  # type: ignore[attr-defined]
+
+    @velocities.setter
+    def velocities(self, values: Any) -> None:
+        self.setVelocities(values)  # type: ignore[attr-defined]
+
+    @property
+    def angularVelocities(self) -> Any:
+        """rad/s, shape (n, 3)."""
+        return rows(self.getAngularVelocities(), 3)  # type: ignore[attr-defined]
+
+    @angularVelocities.setter
+    def angularVelocities(self, values: Any) -> None:
+        self.setAngularVelocities(values)  # type: ignore[attr-defined]
+
+    @property
+    def jointPositions(self) -> Any:
+        """Radians or metres of the joints with one free direction, in their order."""
+        return rows(self.getJointPositions(), 0)  # type: ignore[attr-defined]
+
+    @property
+    def jointSpeeds(self) -> Any:
+        """rad/s or m/s of the joints with one free direction."""
+        return rows(self.getJointSpeeds(), 0)  # type: ignore[attr-defined]
+
+    @property
+    def contacts(self) -> dict[str, Any]:
+        """The contact points of the last step, an array for each: `bodies` (places in `getRigidBodies`, -1 for none),
+        `points`, `normals` (from the first body to the second), `depths`, `forces` (on the second body, newtons).
+        """
+        columns = {"bodies": 2, "depths": 0}
+        arrays = self.getContactArrays()  # type: ignore[attr-defined]
+        return {name: rows(array, columns.get(name, 3)) for name, array in arrays.items()}
