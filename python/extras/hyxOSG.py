@@ -2,6 +2,10 @@
 
 from __future__ import annotations
 
+from .sensor_camera import SensorCamera, SensorFrame, SensorNoise, read_cameras
+
+__all__ = ["SensorCamera", "SensorFrame", "SensorNoise", "read_cameras"]
+
 TYPE_CHECKING = False
 if TYPE_CHECKING:
     from collections.abc import Iterator
