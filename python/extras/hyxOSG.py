@@ -6,6 +6,9 @@ import _hyxOSG
 
 from .lists import Items
 from .records import Record
+from .sensor_camera import SensorCamera, SensorFrame, SensorNoise, read_cameras
+
+__all__ = ["SensorCamera", "SensorFrame", "SensorNoise", "read_cameras"]
 
 TYPE_CHECKING = False
 if TYPE_CHECKING:

@@ -1,6 +1,7 @@
 """What is written by hand for a package: python/extras/<package>.py.
 
-A class there is named like a proxy class, and lends it its attributes and its bases. The files become the package
+A class there is named like a proxy class, and lends it its attributes and its bases. What stands in `__all__` is offered
+by the package as it is. The files become the package
 `_hyx_extras`; names are taken over one by one in the generated text, so that a reader sees where each comes from.
 """
 
@@ -20,6 +21,7 @@ class Extras:
     class_bases: dict[str, list[str]] = field(default_factory=dict)
     class_attributes: dict[str, dict[str, list[ast.stmt]]] = field(default_factory=dict)
     imports: list[ast.stmt] = field(default_factory=list)
+    offered: list[str] = field(default_factory=list)
 
 
 def read_extras(folder: Path, package: Package) -> Extras:
@@ -36,6 +38,8 @@ def read_extras(folder: Path, package: Package) -> Extras:
             extras.class_bases[statement.name] = [ast.unparse(base) for base in statement.bases]
         elif isinstance(statement, (ast.ClassDef, ast.FunctionDef)) and not statement.name.startswith("_"):
             raise SystemExit(f"{path}:{statement.lineno}: {package.name} has no proxy class {statement.name}")
+        elif isinstance(statement, ast.Assign) and ast.unparse(statement.targets[0]) == "__all__":
+            extras.offered = ast.literal_eval(statement.value)
         elif isinstance(statement, (ast.Import, ast.ImportFrom)):
             if isinstance(statement, ast.ImportFrom) and statement.level == 1:
                 statement.module, statement.level = f"_hyx_extras.{statement.module}", 0

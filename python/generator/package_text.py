@@ -52,6 +52,7 @@ def package_text(
     for proxy in order:
         lines += ["", "", *_class_lines(proxy, extras, hints)]
     lines += ["", ""]
+    lines += [f"{name} = _extras.{name}" for name in extras.offered]
     lines += [f"{alias} = {target.removeprefix(package.name + '.')}" for alias, target in package.aliases.items()]
     for operation in package.functions.values():
         lines += _function_lines(operation, hints)

@@ -41,10 +41,19 @@ def stub_text(package: Package, order: list[ProxyClass], extras: Extras, hints: 
         "from typing import Any, overload",
         "",
     ]
-    head += [ast.unparse(statement) for statement in extras.imports if _wanted(statement)]
+    head += [ast.unparse(_exported(statement, extras)) for statement in extras.imports if _wanted(statement)]
     head += ["from _hyx_extras.numbers import Row", "from _hyx_proxy import Handle"]
     head += [f"import {name}" for name in PACKAGES if f"{name}." in text]
     return "\n".join(head) + "\n" + text + "\n"
+
+
+def _exported(statement: ast.stmt, extras: Extras) -> ast.stmt:
+    """The import, with `as` for the names that the package offers: stubs keep others to themselves."""
+    names = getattr(statement, "names", [])
+    for alias in names:
+        if alias.name in extras.offered:
+            alias.asname = alias.name
+    return statement
 
 
 def _wanted(statement: ast.stmt) -> bool:

@@ -75,3 +75,15 @@ def test_the_wheel_leaves_a_track(tmp_path):
     brown = (r > g + 3) & (g > b + 3)
     flat = numpy.median(r[brown])
     assert brown.sum() > 50_000 and (brown & (abs(r - flat) > 12)).sum() > 1_500
+
+
+def test_the_channels_of_a_sensor_camera_agree(tmp_path):
+    pictures = run_example("sensor_camera.py", tmp_path)
+    with numpy.load(tmp_path / "sensor_camera.npz") as frame:
+        depth, identity, normals, flow = (frame[name] for name in ("depth", "identity", "normals", "flow"))
+    assert len(numpy.unique(identity)) > 10 and ((identity > 0) == numpy.isfinite(depth)).all()
+    lengths = numpy.linalg.norm(normals, axis=-1)
+    assert numpy.abs(lengths[identity > 0] - 1).max() < 1e-3 and not lengths[identity == 0].any()
+    assert (flow[identity > 0][:, 0] < 0).mean() > 0.95  # the camera passes to the right
+    sky = pictures["sensor_camera_rgb"][identity == 0]
+    assert (sky[:, 2] > sky[:, 0] + 5).mean() > 0.95

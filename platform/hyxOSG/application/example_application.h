@@ -525,6 +525,8 @@ public:
     /// it. With `fresh` a frame of the present state is drawn for it, without a step; otherwise it is the last frame,
     /// which is drawn now when nobody needed it so far. Throws std::invalid_argument for another size.
     void readPicture(unsigned char* rgb, hyx::Vec2u size, bool fresh);
+    /// Draws the render targets as the state is now, without a step.
+    void drawRenderTargets();
     /// The capture of numbered pictures; made on first use.
     hyxOSG::ImageCapture* getImageCapture();
     /// The capture of numbered pictures; null when it was not used yet.

@@ -48,6 +48,13 @@ void ExampleApplication::readPicture(unsigned char* rgb, hyx::Vec2u size, bool f
     window->readPicture(getTimeStamp(), fresh, rgb);
 }
 
+void ExampleApplication::drawRenderTargets() {
+    auto const kept = Implementation::keep(*this);
+    auto const window = m_implementation->ensureWindow(*this);
+    window->handleEvents(getTimeStamp());
+    window->draw(window->offscreen() ? Pass::TARGETS : Pass::EVERYTHING);
+}
+
 ImageCapture* ExampleApplication::getImageCapture() {
     if (!m_implementation->imageCapture) {
         m_implementation->imageCapture = new ImageCapture(&m_implementation->ensureSimulation());

@@ -71,7 +71,7 @@ extern "C" void hyxServeTrials() {
         std::string answer = answerTo(std::string(buffer.data(), static_cast<std::size_t>(size)));
         answer.resize(std::min(answer.size(), longestTrialMessage));
         if (answer.empty())
-            answer = " ";
+            answer.assign(1, ' ');
         if (send(trialSocket, answer.data(), answer.size(), MSG_NOSIGNAL) < 0)
             return;
     }

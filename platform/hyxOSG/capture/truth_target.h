@@ -1,0 +1,55 @@
+// What a camera knows of each pixel besides its colour.
+#pragma once
+
+#include "platform/hyxOSG/capture/render_target.h"
+
+#include <cstdint>
+#include <memory>
+
+namespace hyx {
+class RigidBody;
+} // namespace hyx
+
+namespace hyxOSG {
+
+/// A render target whose pixels tell distance, normal, body and motion of the surface that is seen, in one pass.
+///
+/// The axes of the camera are those of computer vision: x to the right, y down, z along the view. Bodies have the same
+/// identity in every target of the process. What is transparent counts as solid. Of what own programs draw (ball
+/// impostors, shader splines, point clouds) only the distance is known.
+class TruthTarget : public RenderTarget {
+public:
+    /// \param width in pixels, 1 to 16384.
+    /// \param height likewise.
+    TruthTarget(hyx::UInt width, hyx::UInt height);
+
+    /// Takes over where the bodies and the camera stand, and where they stood when this was called last. Call it
+    /// before each frame, with the bodies' nodes below the target's camera.
+    void prepare();
+
+    /// Where the results of the last frame go: rows from the top, null for what is not wanted.
+    struct Channels {
+        float* depth = nullptr;   ///< metres along the view; infinite where nothing is
+        float* normals = nullptr; ///< three numbers a pixel, unit vectors on the side that is seen; 0 where nothing is
+        float* flow = nullptr;    ///< two numbers a pixel: where its surface came from, in pixels x and y
+        std::uint32_t* identities = nullptr; ///< of the body, 0 for what is none
+    };
+
+    void read(Channels const& channels) const;
+
+    /// The identity of a body, from 1 on; it gets one when it is first asked for or seen, and keeps it while anybody
+    /// has the body.
+    static std::uint32_t identity(hyx::RigidBody* body);
+    /// The body of an identity, null for one that is gone or was never given.
+    static hyx::RigidBody* body(std::uint32_t identity);
+
+protected:
+    ~TruthTarget() override;
+    void finishFrame(osg::RenderInfo& renderInfo) override;
+
+private:
+    struct Implementation;
+    std::unique_ptr<Implementation> m_implementation;
+};
+
+} // namespace hyxOSG

@@ -1,0 +1,333 @@
+"""A camera as a sensor: calibrated pictures with distance, normals, identities and motion of what is seen.
+
+The camera's axes are those of computer vision: x to the right, y down, z along the view. The centre of the upper left
+pixel is (0, 0). Poses are 4x4 matrices that take points of the camera to the world, lengths in metres.
+"""
+
+from __future__ import annotations
+
+from dataclasses import dataclass, field
+
+from .camera_models import Intrinsics, Lens, look_at
+
+TYPE_CHECKING = False
+if TYPE_CHECKING:
+    import os
+    from collections.abc import Callable, Iterable, Sequence
+    from typing import Any
+
+CHANNELS = ("rgb", "depth", "identity", "normals", "flow")
+_SHAPES = {
+    "depth": ((), "float32"),
+    "normals": ((3,), "float32"),
+    "flow": ((2,), "float32"),
+    "identity": ((), "uint32"),
+}
+_MOST_WIDENING = 4  # times as many pixels to each side as a distorted picture may need from the straight one
+
+
+@dataclass
+class SensorFrame:
+    """One reading. Channels that were not asked for are None."""
+
+    time: float
+    """Simulated time in seconds."""
+    K: Any
+    """Camera matrix (3, 3), in pixels."""
+    pose: Any
+    """Camera to world (4, 4), in metres."""
+    rgb: Any = None
+    """uint8, (height, width, 3)."""
+    depth: Any = None
+    """float32, (height, width): metres along the view; infinite where nothing is."""
+    identity: Any = None
+    """uint32, (height, width): see `bodies`; 0 for what is no body."""
+    normals: Any = None
+    """float32, (height, width, 3): unit vectors in the camera's axes, on the side that is seen; 0 where nothing is."""
+    flow: Any = None
+    """float32, (height, width, 2): pixels by which each surface moved in the picture since the last reading."""
+    extra: dict[str, Any] = field(default_factory=dict)
+
+    @property
+    def bodies(self) -> dict[int, Any]:
+        """The bodies in the picture by their identities."""
+        import numpy
+        import osgViewer
+
+        if self.identity is None:
+            raise ValueError("the frame has no identities: read the channel 'identity'")
+        numbers = (int(number) for number in numpy.unique(self.identity) if number)
+        return {number: osgViewer.identifiedBody(number) for number in numbers}
+
+    def channels(self) -> dict[str, Any]:
+        """The arrays that were read, by channel."""
+        return {name: getattr(self, name) for name in CHANNELS if getattr(self, name) is not None}
+
+    def save_npz(self, path: str | os.PathLike[str]) -> None:
+        """Writes all channels, K, pose and time; read it with `numpy.load`."""
+        import numpy
+
+        with _replaced(path) as file:
+            numpy.savez_compressed(file, time=self.time, K=self.K, pose=self.pose, **self.channels())
+
+    def save_depth_png(self, path: str | os.PathLike[str], unit: float = 0.001) -> None:
+        """Writes the distances as a PNG of 16 bits in steps of `unit` metres; 0 where nothing is or it is too far."""
+        import numpy
+        from PIL import Image
+
+        if self.depth is None:
+            raise ValueError("the frame has no distances: read the channel 'depth'")
+        steps = numpy.where(numpy.isfinite(self.depth), numpy.rint(self.depth / unit), 0)
+        picture = Image.fromarray(numpy.where(steps > 65535, 0, steps).astype(numpy.uint16))
+        with _replaced(path) as file:
+            picture.save(file, "PNG")
+
+
+@dataclass
+class SensorNoise:
+    """Normal noise with a seed of its own: standard deviations for `rgb` (of 0 to 255) and `depth` (metres, growing by
+    `depth_per_square` with the square of the distance, as of stereo cameras)."""
+
+    rgb: float = 0.0
+    depth: float = 0.0
+    depth_per_square: float = 0.0
+    seed: int = 0
+
+    def __post_init__(self) -> None:
+        import numpy
+
+        self._random = numpy.random.default_rng(self.seed)
+
+    def __call__(self, frame: SensorFrame) -> None:
+        import numpy
+
+        if frame.rgb is not None and self.rgb > 0:
+            noisy = frame.rgb + self._random.normal(0, self.rgb, frame.rgb.shape)
+            frame.rgb = numpy.clip(numpy.rint(noisy), 0, 255).astype(numpy.uint8)
+        if frame.depth is not None and (self.depth > 0 or self.depth_per_square > 0):
+            seen = numpy.where(numpy.isfinite(frame.depth), frame.depth, 0)
+            deviation = self.depth + self.depth_per_square * seen**2
+            frame.depth = (frame.depth + deviation * self._random.standard_normal(seen.shape)).astype(numpy.float32)
+
+
+class SensorCamera:
+    """A camera in the scene of an application that is read into arrays. It draws only when it is read.
+
+        camera = hyxOSG.SensorCamera(app, 640, 480, K=[[525, 0, 319.5], [0, 525, 239.5], [0, 0, 1]])
+        camera.follow(hand, camera.looking((0.1, 0, 0), (1, 0, 0)))
+        frame = camera.read("rgb", "depth", "identity")
+
+    Without K the picture's height takes `field_of_view` degrees. `distortion` has the coefficients k1, k2, p1, p2, k3
+    of Brown and Conrady, as camera calibrations give them (D. C. Brown, Photogrammetric Engineering 37, 1971).
+    Nothing nearer than `near` or farther than `far` metres is seen. `samples` smooth the edges of `rgb`.
+    `noise` is called with every frame, and may change it: a `SensorNoise`, say. Texts on the screen and debug marks are
+    left out. ValueError for what cannot be a camera.
+    """
+
+    def __init__(
+        self,
+        application: Any,
+        width: int,
+        height: int,
+        *,
+        K: Any = None,
+        field_of_view: float = 60.0,
+        distortion: Sequence[float] = (),
+        near: float = 0.05,
+        far: float = 1000.0,
+        samples: int = 4,
+        noise: Callable[[SensorFrame], None] | None = None,
+    ) -> None:
+        import numpy
+
+        if not 0 < near < far:
+            raise ValueError("near and far must be distances above 0, far the larger")
+        self.intrinsics = Intrinsics.of(int(width), int(height), K, field_of_view)
+        self.noise = noise
+        self._application = application
+        self._lens = Lens(self.intrinsics, distortion) if any(distortion) else None
+        self._drawn = self._lens.straight(_MOST_WIDENING) if self._lens else self.intrinsics
+        self._planes = (float(near), float(far))
+        self._samples = int(samples)
+        self._rgb: Any = None
+        self._truth: Any = None
+        self._followed: Any = None
+        self._offset = numpy.eye(4)
+
+    @property
+    def K(self) -> Any:
+        """The camera matrix (3, 3), in pixels: a copy."""
+        return self.intrinsics.matrix()
+
+    @property
+    def pose(self) -> Any:
+        """Camera to world, (4, 4). Setting it ends following."""
+        if self._followed is None:
+            return self._offset.copy()
+        return _matrix(self._followed.getTransform()) @ self._offset
+
+    @pose.setter
+    def pose(self, pose: Any) -> None:
+        self._followed, self._offset = None, _pose(pose)
+
+    CHANNELS = CHANNELS
+    looking = staticmethod(look_at)
+
+    def look_at(self, eye: Sequence[float], target: Sequence[float], up: Sequence[float] = (0, 0, 1)) -> None:
+        """Stands at `eye` and looks at `target`, in world coordinates."""
+        self.pose = look_at(eye, target, up)
+
+    def follow(self, body: Any, offset: Any = None) -> None:
+        """Moves with a body (or geometry, or frame): `offset` takes points of the camera to those of the body, (4, 4)."""
+        import numpy
+
+        self._offset = numpy.eye(4) if offset is None else _pose(offset)
+        self._followed = body
+
+    def read(self, *channels: str) -> SensorFrame:
+        """Draws the present state, without a step, and gives the channels: any of "rgb", "depth", "identity",
+        "normals", "flow"; "rgb" alone when none is named."""
+        return read_cameras([self], *channels)[0]
+
+    def close(self) -> None:
+        """Gives back what the graphics driver keeps for it. It can be read again."""
+        for target in (self._rgb, self._truth):
+            if target is not None:
+                self._application.removeRenderTarget(target)
+        self._rgb = self._truth = None
+
+    def _prepare(self, channels: set[str]) -> None:
+        import _osg
+
+        if "rgb" in channels and self._rgb is None:
+            self._rgb = self._new_target(False)
+        if channels - {"rgb"} and self._truth is None:
+            self._truth = self._new_target(True)
+        for target, wanted in ((self._rgb, "rgb" in channels), (self._truth, bool(channels - {"rgb"}))):
+            if target is not None:
+                target.getCamera().setNodeMask(0xFFFFFFFF if wanted else 0)
+                self._place(target)
+        if channels - {"rgb"}:
+            _osg.prepareTruth(self._truth)
+
+    def _new_target(self, truth: bool) -> Any:
+        import _osg
+        import hyxOSG
+
+        size = self._drawn.width, self._drawn.height
+        app, Application = self._application, hyxOSG.ExampleApplication
+        if truth:
+            target = _osg.newTruthTarget(*size)
+            target.setCameraCullMask(Application.MAIN_SCENE_MASK)
+            app.addRenderTarget(target, app.getSceneRoot().getParent(0))
+        else:
+            target = hyxOSG.RenderToImage(
+                *size, hyxOSG.RenderTarget.COLOR_BUFFER, self._samples, hyxOSG.RenderTarget.RGB
+            )
+            target.setCameraCullMask(~(Application.HUD_MASK | Application.DEBUG_RENDER_MASK))
+            target.setComputeNearFarMode(hyxOSG.RenderTarget.DO_NOT_COMPUTE_NEAR_FAR)
+            app.addRenderTarget(target)
+        return target
+
+    def _place(self, target: Any) -> None:
+        import numpy
+        import osg
+
+        towards_viewer = numpy.diag([1.0, -1.0, -1.0, 1.0])  # the scene graph's cameras look along -z, y up
+        view = towards_viewer @ numpy.linalg.inv(self.pose)
+        camera = target.getCamera()
+        # The scene graph multiplies rows, so its matrices are transposed.
+        camera.setViewMatrix(osg.Matrixd(view.T.ravel().tolist()))
+        camera.setProjectionMatrix(osg.Matrixd(self._drawn.projection(*self._planes).T.ravel().tolist()))
+
+    def _frame(self, channels: set[str]) -> SensorFrame:
+        import _osg
+        import numpy
+
+        shape = (self._drawn.height, self._drawn.width)
+        arrays: dict[str, Any] = {}
+        for name in channels - {"rgb"}:
+            more, kind = _SHAPES[name]
+            arrays[name] = numpy.empty(shape + more, kind)
+        if arrays:
+            _osg.readTruth(self._truth, *(arrays.get(name) for name in ("depth", "normals", "flow", "identity")))
+        if "rgb" in channels:
+            arrays["rgb"] = numpy.array(self._rgb.pixels)[::-1].copy()
+        if self._lens:
+            arrays = self._lens.bend(self._drawn, arrays)
+        frame = SensorFrame(self._application.getSimulation().getTimeStamp(), self.K, self.pose, **arrays)
+        if self.noise:
+            self.noise(frame)
+        return frame
+
+
+def read_cameras(cameras: Iterable[SensorCamera], *channels: str) -> list[SensorFrame]:
+    """Reads several cameras of one application in one drawing; see `SensorCamera.read`."""
+    import _osg
+
+    cameras = list(cameras)
+    wanted = set(channels or ("rgb",))
+    if unknown := wanted - set(CHANNELS):
+        raise ValueError(f"there is no channel {sorted(unknown)[0]!r}: use {', '.join(CHANNELS)}")
+    if not cameras:
+        return []
+    application = cameras[0]._application
+    if any(camera._application != application for camera in cameras):
+        raise ValueError("the cameras belong to several applications: read each application's on their own")
+    for camera in cameras:
+        camera._prepare(wanted)
+    try:
+        _osg.drawRenderTargets(application)
+        return [camera._frame(wanted) for camera in cameras]
+    finally:
+        for camera in cameras:
+            for target in (camera._rgb, camera._truth):
+                if target is not None:
+                    target.getCamera().setNodeMask(0)
+
+
+def _pose(values: Any) -> Any:
+    import numpy
+
+    pose = numpy.array(values, float)
+    if pose.shape != (4, 4) or not numpy.isfinite(pose).all() or abs(numpy.linalg.det(pose[:3, :3]) - 1) > 1e-6:
+        raise ValueError("a pose is a matrix of 4 x 4 numbers: a rotation and a place")
+    return pose
+
+
+def _matrix(transform: Any) -> Any:
+    """An affine matrix, which multiplies rows, as one that multiplies columns."""
+    import numpy
+
+    return numpy.array([[transform.get(row, column) for row in range(4)] for column in range(4)])
+
+
+class _replaced:
+    """A file that takes the place of an older one only when it is whole."""
+
+    def __init__(self, path: str | os.PathLike[str]) -> None:
+        import pathlib
+
+        self._path = pathlib.Path(path)
+
+    def __enter__(self) -> Any:
+        import tempfile
+
+        self._file = tempfile.NamedTemporaryFile(dir=self._path.parent, prefix=self._path.name, delete=False)
+        return self._file
+
+    def __exit__(self, kind: Any, error: Any, trace: Any) -> None:
+        import os
+
+        try:
+            self._file.flush()
+            os.fsync(self._file.fileno())
+            self._file.close()
+            if kind is None:
+                os.replace(self._file.name, self._path)
+                return
+        except OSError:
+            if kind is None:
+                os.unlink(self._file.name)
+                raise
+        os.unlink(self._file.name)
