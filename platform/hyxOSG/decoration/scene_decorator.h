@@ -89,6 +89,12 @@ public:
     /// The method chosen last, also where another one stands in for it.
     ShadowMethod getShadowMethod() const;
 
+    /// Width and height of the shadow maps in texels: the finer, the sharper and the slower.
+    /// \throws std::invalid_argument unless 16 to 8192
+    void setShadowMapSize(int size);
+    /// Width and height of the shadow maps in texels.
+    int getShadowMapSize() const;
+
     /// Draws the scene with the decorator's own program even where no shadow method needs it. Default off. Nodes
     /// with a program of their own keep it.
     /// \param perPixelHighlights compute highlights at each pixel instead of each vertex

@@ -3,6 +3,7 @@
 #include "reference/hyxOSG/decoration/shadow_method.h"
 #include "reference/hyxOSG/decoration/texture_file.h"
 #include "reference/machinery/meshes/conversions.h"
+#include "reference/machinery/shading/material_colors.h"
 #include "reference/machinery/shading/shading_marks.h"
 
 #include <osg/NodeVisitor>
@@ -24,13 +25,17 @@ int indexOf(SceneDecorator::Lights light) {
     return bits <= SceneDecorator::ALL && std::has_single_bit(bits) ? std::countr_zero(bits) : -1;
 }
 
+void requireShadowMapSize(int size) {
+    if (size < 16 || size > 8192)
+        throw std::invalid_argument("the shadow map size must be 16 to 8192");
+}
+
 } // namespace
 
 SceneDecorator::SceneDecorator(int width, int height, int shadowMapSize) {
     if (width <= 0 || height <= 0)
         throw std::invalid_argument("the window's width and height must be positive");
-    if (shadowMapSize < 16 || shadowMapSize > 8192)
-        throw std::invalid_argument("the shadow map size must be 16 to 8192");
+    requireShadowMapSize(shadowMapSize);
     m_implementation = std::make_unique<Implementation>(width, height, shadowMapSize);
     setName("SceneDecorator");
     // By pointer: the forms for holders would call this class's own addChild.
@@ -74,6 +79,16 @@ void SceneDecorator::setShadowMethod(ShadowMethod method) {
 
 SceneDecorator::ShadowMethod SceneDecorator::getShadowMethod() const {
     return m_implementation->method;
+}
+
+void SceneDecorator::setShadowMapSize(int size) {
+    requireShadowMapSize(size);
+    m_implementation->shadowMapSize = static_cast<unsigned int>(size);
+    m_implementation->updateParts();
+}
+
+int SceneDecorator::getShadowMapSize() const {
+    return static_cast<int>(m_implementation->shadowMapSize);
 }
 
 void SceneDecorator::setEnableShaderState(bool enable, bool perPixelHighlights) {
@@ -186,15 +201,7 @@ bool SceneDecorator::setBaseTexture(std::string const& file) {
 }
 
 osg::Material* SceneDecorator::getDefaultDecoratorMaterial() {
-    static osg::ref_ptr<osg::Material> const material = [] {
-        osg::ref_ptr<osg::Material> made = new osg::Material;
-        made->setAmbient(osg::Material::FRONT_AND_BACK, osg::Vec4(0.8f, 0.8f, 0.8f, 1));
-        made->setDiffuse(osg::Material::FRONT_AND_BACK, osg::Vec4(0.8f, 0.8f, 0.8f, 1));
-        made->setSpecular(osg::Material::FRONT_AND_BACK, osg::Vec4(0.2f, 0.2f, 0.2f, 1));
-        made->setShininess(osg::Material::FRONT_AND_BACK, 32);
-        return made;
-    }();
-    return material;
+    return &defaultMaterial();
 }
 
 osg::StateSet* SceneDecorator::getDecoratorStateSet() {
