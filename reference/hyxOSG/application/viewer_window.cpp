@@ -2,6 +2,10 @@
 #include "reference/hyxOSG/application/viewer_window.h"
 
 #include "reference/hyxPython/native_work.h"
+#include "reference/machinery/context/resolved_frame.h"
+#include "reference/machinery/viewing/drawing_failure.h"
+
+#include <osg/Multisample>
 
 #include <stdexcept>
 
@@ -15,6 +19,8 @@ public:
 
     void operator()(osg::RenderInfo& info) const override {
         osg::Viewport const* viewport = info.getCurrentCamera()->getViewport();
+        ResolvedFrame const frame(*info.getState(), int(viewport->x() + viewport->width()),
+                                  int(viewport->y() + viewport->height()));
         m_image->readPixels(int(viewport->x()), int(viewport->y()), int(viewport->width()), int(viewport->height()),
                             GL_RGB, GL_UNSIGNED_BYTE);
     }
@@ -22,6 +28,15 @@ public:
 private:
     osg::ref_ptr<osg::Image> m_image;
 };
+
+int samplesOf(osgViewer::GraphicsWindow& window) {
+    GLint samples = 0;
+    if (window.makeCurrent()) {
+        glGetIntegerv(GL_SAMPLES_ARB, &samples);
+        window.releaseContext();
+    }
+    return samples;
+}
 
 class FenceCallback : public osg::Camera::DrawCallback {
 public:
@@ -54,6 +69,7 @@ ViewerWindow::ViewerWindow(WindowRequest const& request, osg::Group* scene)
     makeCamera(request.width, request.height);
     m_viewer->setSceneData(scene);
     m_viewer->realize();
+    m_samples = samplesOf(*m_window);
 }
 
 // A script may keep the viewer or its camera for longer: nothing in them leads back to here or to the application, and
@@ -109,8 +125,12 @@ void ViewerWindow::draw() {
         return;
     requireOwner();
     m_viewer->updateTraversal();
-    hyxPython::NativeWork const work;
-    m_viewer->renderingTraversals();
+    m_window->makeCurrent(); // the viewer only remembers that it did; another window may have taken its place
+    {
+        hyxPython::NativeWork const work;
+        m_viewer->renderingTraversals();
+    }
+    DrawingFailure::raise();
 }
 
 osg::ref_ptr<osg::Image> ViewerWindow::grab(double time) {
@@ -120,7 +140,12 @@ osg::ref_ptr<osg::Image> ViewerWindow::grab(double time) {
     osg::ref_ptr<osg::Image> image = new osg::Image;
     osg::ref_ptr<GrabCallback> callback = new GrabCallback(image);
     camera()->addFinalDrawCallback(callback);
-    draw();
+    try {
+        draw();
+    } catch (...) {
+        camera()->removeFinalDrawCallback(callback);
+        throw;
+    }
     camera()->removeFinalDrawCallback(callback);
     return image;
 }

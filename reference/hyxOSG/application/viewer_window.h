@@ -35,6 +35,9 @@ public:
 
     bool offscreen() const { return isOffscreen(m_window); }
 
+    /// How many samples a pixel the driver gave; 0 for none.
+    int samples() const { return m_samples; }
+
     /// Takes in the events that have arrived. `time` is the simulated time that callbacks of the scene see.
     void handleEvents(double time);
     /// Updates and draws the scene; at most one frame behind the caller.
@@ -54,6 +57,7 @@ private:
     osg::ref_ptr<osgViewer::GraphicsWindow> m_window;
     osg::ref_ptr<FrameViewer> m_viewer;
     FrameFence m_fence;
+    int m_samples = 0;
     OwnerProcess m_process;
     std::thread::id m_thread = std::this_thread::get_id();
 };
