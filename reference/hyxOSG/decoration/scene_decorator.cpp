@@ -91,6 +91,15 @@ int SceneDecorator::getShadowMapSize() const {
     return static_cast<int>(m_implementation->shadowMapSize);
 }
 
+void SceneDecorator::setEnableSkyLight(bool enable) {
+    m_implementation->skyLight = enable;
+    m_implementation->updateParts();
+}
+
+bool SceneDecorator::getEnableSkyLight() const {
+    return m_implementation->skyLight;
+}
+
 void SceneDecorator::setEnableShaderState(bool enable, bool perPixelHighlights) {
     m_implementation->shaderState = enable;
     m_implementation->perPixelHighlights = perPixelHighlights;
@@ -180,13 +189,12 @@ void SceneDecorator::setBackgroundColor(hyx::Vec3 upper, hyx::Vec3 lower) {
 
 void SceneDecorator::setBackgroundColor(hyx::Vec4f const& upperLeft, hyx::Vec4f const& upperRight,
                                         hyx::Vec4f const& lowerLeft, hyx::Vec4f const& lowerRight) {
-    m_implementation->background.setColors(toOsg(upperLeft), toOsg(upperRight), toOsg(lowerLeft), toOsg(lowerRight));
+    m_implementation->setBackground(toOsg(upperLeft), toOsg(upperRight), toOsg(lowerLeft), toOsg(lowerRight));
 }
 
 void SceneDecorator::setBackgroundColor(hyx::Vec3 upperLeft, hyx::Vec3 upperRight, hyx::Vec3 lowerLeft,
                                         hyx::Vec3 lowerRight) {
-    m_implementation->background.setColors(opaque(upperLeft), opaque(upperRight), opaque(lowerLeft),
-                                           opaque(lowerRight));
+    m_implementation->setBackground(opaque(upperLeft), opaque(upperRight), opaque(lowerLeft), opaque(lowerRight));
 }
 
 bool SceneDecorator::setBaseTexture(std::string const& file) {
@@ -254,8 +262,8 @@ void SceneDecorator::traverse(osg::NodeVisitor& visitor) {
     if (visitor.getVisitorType() == osg::NodeVisitor::UPDATE_VISITOR) {
         m_implementation->layOut();
         m_implementation->followSupport();
-        if (m_implementation->shaderState)
-            decorator::markShading(*m_implementation->scene);
+        if (m_implementation->drawsWithProgram())
+            decorator::markShading(*m_implementation->scene, m_implementation->drawnMethod != SHADOWTEXTURE);
     }
     osg::Group::traverse(visitor);
 }
