@@ -112,6 +112,7 @@ def read_interface(modules: dict[str, types.ModuleType], natives: Natives) -> In
     rows = {name: _hyx_proxy.describe(module) for name, module in modules.items()}
     for module, functions in rows.items():
         _add_classes(interface, module, functions)
+    for module, functions in rows.items():
         _add_operations(interface, module, functions)
         _add_constants(interface, module, modules[module])
     _add_spellings(interface, natives)
@@ -147,12 +148,14 @@ def _operation(module: str, row: dict, name: str) -> Operation:
 
 
 def _owner(interface: Interface, module: str, row: dict) -> ProxyClass | None:
-    """The class that a row belongs to: the one it names if that has a proxy in the module, else by its prefix."""
+    """The class that a row belongs to: the one it names if that has a proxy in the module, or the row bears its name;
+    else by its prefix. A module may add methods to the classes of another one."""
     if row["role"] == "function" and not row["class"]:
         return None
     if row["class"]:
         proxy = interface.classes.get(plain_name(row["class"]))
-        if proxy and proxy.module == module:
+        adds = proxy and row["role"] not in MACHINERY and row["name"].startswith(proxy.name + "_")
+        if proxy and (proxy.module == module or adds):
             return proxy
     name = row["name"].removeprefix("new_").removeprefix("delete_").removeprefix("disown_")
     owners = [

@@ -37,6 +37,7 @@ def package_text(
 ) -> str:
     modules = sorted(
         {c.module for c in order}
+        | {m.module for c in order for m in c.methods.values()}
         | {f.module for f in package.functions.values()}
         | {module for module, _ in package.constants.values()}
     )

@@ -23,6 +23,7 @@ struct KnownOption {
 constexpr KnownOption knownOptions[] = {
     {"--window-size", "Size of the window in pixels, such as 1280x720", Value::size},
     {"--window-position", "Place of the window's upper left corner in pixels, such as 10x10", Value::size},
+    {"--samples", "Samples a pixel that smooth the edges, 0 for none", Value::wholeNumber},
     {"--full-screen", "Cover the whole screen", Value::none},
     {"--offscreen", "Draw without a window", Value::none},
     {"--no-graphics", "Simulate without drawing", Value::none},

@@ -452,6 +452,12 @@ public:
     /// Whether frames wait for the display; false at first.
     bool getEnableVSync() const;
 
+    /// Smooths the edges in the next window with this many samples a pixel; 0 or 1 for none. Default 4.
+    /// \throws std::invalid_argument for more than 16 and for negative numbers
+    void setNumSamples(int samples);
+    /// How many samples a pixel the window's driver gave; the number asked for while there is no window.
+    int getNumSamples() const;
+
     /// Draws shapes, contacts, constraints and frames as lines. Returns whether it is on afterwards.
     bool setEnableDebugRenderer(bool enable);
     /// Whether debug rendering is on.

@@ -92,7 +92,7 @@ public:
     /// The point is not changed.
     hyx::Vec2 calculateScreenCoords(hyx::Vec3& worldPosition) const;
 
-    /// Draws only nodes whose mask shares a bit with this one; default -1, all nodes.
+    /// Draws only nodes whose mask shares a bit with this one. Default: all bits but that of the head-up display.
     void setCameraCullMask(int mask);
     /// The cull mask.
     int getCameraCullMask() const;

@@ -6,8 +6,6 @@
 #include "platform/hyx/values/vec3.h"
 
 #include <osg/ClipNode>
-#include <osg/ClipPlane>
-#include <osg/ref_ptr>
 
 #include <map>
 
@@ -16,7 +14,8 @@ namespace hyxOSG {
 /// A group whose children are drawn only on the side that the plane's normal points to. The plane is in the coordinates
 /// of the group.
 ///
-/// Up to six planes may cut the same part of a scene.
+/// A picture can have as many cuts as the graphics driver can do, six at least; drawing one with more of them throws
+/// std::runtime_error.
 class ClipPlane : public osg::ClipNode {
 public:
     /// \param plane the cutting plane, in metres
@@ -60,6 +59,8 @@ public:
     /// step; with the cut turned off all are shown.
     void clipAgainstParticleSystem();
 
+    void accept(osg::NodeVisitor& visitor) override;
+
 protected:
     ~ClipPlane() override;
 
@@ -67,7 +68,6 @@ private:
     void place(hyx::Vec3 const& position, hyx::Vec3 const& normal);
     void showParticles();
 
-    osg::ref_ptr<osg::ClipPlane> m_clip;
     hyx::Vec3 m_position;
     hyx::Vec3 m_normal;
     bool m_enabled = true;

@@ -89,9 +89,22 @@ public:
     /// The method chosen last, also where another one stands in for it.
     ShadowMethod getShadowMethod() const;
 
-    /// Draws the scene with the decorator's own program even where no shadow method needs it. Default off. Nodes
-    /// with a program of their own keep it.
-    /// \param perPixelHighlights compute highlights at each pixel instead of each vertex
+    /// Width and height of the shadow maps in texels: the finer, the sharper and the slower.
+    /// \throws std::invalid_argument unless 16 to 8192
+    void setShadowMapSize(int size);
+    /// Width and height of the shadow maps in texels.
+    int getShadowMapSize() const;
+
+    /// Ambient light in the colours of the background: from the sky above, darker from the ground below. Default off:
+    /// the same grey from everywhere.
+    void setEnableSkyLight(bool enable);
+    /// Whether ambient light has the colours of the background.
+    bool getEnableSkyLight() const;
+
+    /// Lights each pixel by the library's program, also where no shadow method needs it. Default on; off, and where
+    /// the graphics driver has no programs, light is computed at the corners of the meshes. Nodes with a program of
+    /// their own keep it.
+    /// \param perPixelHighlights whether the program draws highlights
     void setEnableShaderState(bool enable, bool perPixelHighlights = true);
     /// Whether the decorator's program is used without shadows, too.
     bool getEnableShaderState() const;

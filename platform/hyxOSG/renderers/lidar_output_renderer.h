@@ -93,10 +93,8 @@ public:
     /// \throws std::invalid_argument unless `maxIntensity` is positive and finite
     void setIntensityColorFunctionFromLegend(LidarOutputRendererLegend const& legend, float maxIntensity);
 
-    /// Colours by any function. It is not called per point: it is sampled at 256 evenly spaced intensities from 0 to
-    /// 1 the next time that points are shown, and points between two samples get the linear mix. Intensities beyond
-    /// 0 to 1 widen the sampled span to the next power of two, at the cost of 256 further calls each time it grows.
-    /// What the function throws passes out of the update traversal; the points keep their colours then.
+    /// Colours by any function. It is called once for each point when the point is first shown, and again for all
+    /// points that are shown after the colouring or the intensity scale has changed.
     /// \throws std::invalid_argument for an empty function
     void setIntensityColorFunction(IntensityState::ColorFunc function);
 

@@ -29,7 +29,8 @@ namespace hyxOSG {
 // edge (at least 1, at most 10000 in the plane, 1000 when filled and 500 in space, else
 // std::invalid_argument).
 
-/// Grey lines, or with `filled` a checkered surface of quads, in the plane of the two edges. Nothing holds the result.
+/// Grey lines, or with `filled` a checkered surface of quads that takes light and shadow, in the plane of the two
+/// edges. Nothing holds the result.
 osg::Geometry* createGrid(unsigned int numCellsU, unsigned int numCellsV, osg::Vec3 const& corner,
                           osg::Vec3 const& edgeU, osg::Vec3 const& edgeV, bool filled = false);
 

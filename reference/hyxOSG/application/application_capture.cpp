@@ -89,6 +89,7 @@ void ExampleApplication::setupVideoCaptureRenderTotexture() {
     hyx::Vec2u const size = getVideoServerCapture()->getImageResolution();
     m_implementation->renderToTexture = new RenderToTexture(size.x, size.y);
     m_implementation->renderToTexture->setReferenceCamera(window->camera());
+    m_implementation->renderToTexture->setCameraCullMask(~0); // a film shows the head-up display, too
     // The film now holds the texture's pictures, not those of the window.
     window->camera()->removeFinalDrawCallback(m_implementation->videoCapture->getDrawCallback());
     m_implementation->renderToTexture->setImageCapture(m_implementation->videoCapture.get());

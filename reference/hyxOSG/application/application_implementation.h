@@ -64,7 +64,7 @@ struct ExampleApplication::Implementation {
 
     // Window and camera; the viewer is null until it is made
     std::shared_ptr<ViewerWindow> window; ///< shared with the call that a listener may replace it in
-    WindowRequest windowRequest{.width = 1024, .height = 768, .title = "hyxOSG"};
+    WindowRequest windowRequest{.width = 1024, .height = 768, .title = "hyxOSG", .samples = 4};
     bool noGraphics = false;                                   ///< `run` opens no window
     osg::ref_ptr<osgGA::OrbitManipulator> orbit = makeOrbit(); ///< the camera's home is here
     osg::ref_ptr<FollowManipulator> follow;                    ///< null while the camera follows nothing
@@ -130,7 +130,7 @@ struct ExampleApplication::Implementation {
     /// Takes `next` over as the simulation that is shown; null for none.
     void showSimulation(hyxSDK::Simulation* next);
     void applyOptions(ExampleApplication& application, hyxIO::ArgumentParser const& options);
-    void applyWindowOptions(hyxIO::ArgumentParser const& options);
+    void applyWindowOptions(ExampleApplication& application, hyxIO::ArgumentParser const& options);
     void applyLoopOptions(ExampleApplication& application, hyxIO::ArgumentParser const& options);
     void applyRecordingOptions(ExampleApplication& application, hyxIO::ArgumentParser const& options);
     /// One turn of the loop.

@@ -115,6 +115,16 @@ bool ExampleApplication::getEnableVSync() const {
     return m_implementation->windowRequest.vsync;
 }
 
+void ExampleApplication::setNumSamples(int samples) {
+    if (samples < 0 || samples > 16)
+        throw std::invalid_argument("a window takes 0 to 16 samples a pixel, not " + std::to_string(samples));
+    m_implementation->windowRequest.samples = samples > 1 ? samples : 0;
+}
+
+int ExampleApplication::getNumSamples() const {
+    return m_implementation->window ? m_implementation->window->samples() : m_implementation->windowRequest.samples;
+}
+
 bool ExampleApplication::setEnableDebugRenderer(bool enable) {
     m_implementation->debug.setEnable(enable);
     return m_implementation->debug.enabled();

@@ -28,7 +28,7 @@ hyxIO::ArgumentParser* ExampleApplication::getArguments() {
 
 void ExampleApplication::Implementation::applyOptions(ExampleApplication& application,
                                                       hyxIO::ArgumentParser const& options) {
-    applyWindowOptions(options);
+    applyWindowOptions(application, options);
     if (options.has("--debug-frames"))
         debugFrames = true;
     if (options.has("--model"))
@@ -59,7 +59,8 @@ void ExampleApplication::Implementation::applyOptions(ExampleApplication& applic
     applyRecordingOptions(application, options);
 }
 
-void ExampleApplication::Implementation::applyWindowOptions(hyxIO::ArgumentParser const& options) {
+void ExampleApplication::Implementation::applyWindowOptions(ExampleApplication& application,
+                                                            hyxIO::ArgumentParser const& options) {
     long first = 0, second = 0;
     if (options.has("--window-size")) {
         options.getSize("--window-size", first, second);
@@ -71,6 +72,8 @@ void ExampleApplication::Implementation::applyWindowOptions(hyxIO::ArgumentParse
         windowRequest.x = int(first);
         windowRequest.y = int(second);
     }
+    if (options.has("--samples"))
+        application.setNumSamples(int(options.getInteger("--samples")));
     if (options.has("--full-screen"))
         windowRequest.fullScreen = true;
     if (options.has("--offscreen"))

@@ -3,9 +3,9 @@
 
 #include "platform/hyxOSG/application/example_application.h"
 #include "platform/osg/attachment.h"
+#include "reference/machinery/meshes/endless_geode.h"
 #include "reference/machinery/shading/node_state.h"
 
-#include <osg/ComputeBoundsVisitor>
 #include <osg/Depth>
 
 namespace hyxOSG {
@@ -96,13 +96,21 @@ void SceneGraph::updateDebugTransform() {
     m_debugTransform->setMatrix(m_debugInverse * m_transform->getMatrix());
 }
 
-osg::BoundingSphere SceneGraph::sceneBound() const {
-    osg::ComputeBoundsVisitor visitor;
+osg::BoundingSphere SceneGraph::boundBy(osg::ComputeBoundsVisitor& visitor) const {
     visitor.pushMatrix(const_cast<osg::Matrixd&>(m_transform->getMatrix()));
     m_sceneRoot->accept(visitor);
     m_libraryRoot->accept(visitor);
     osg::BoundingBox const& box = visitor.getBoundingBox();
     return box.valid() ? osg::BoundingSphere(box) : osg::BoundingSphere();
+}
+
+osg::BoundingSphere SceneGraph::sceneBound() const {
+    ComputeContentBounds content;
+    osg::BoundingSphere const sphere = boundBy(content);
+    if (sphere.valid())
+        return sphere;
+    osg::ComputeBoundsVisitor everything;
+    return boundBy(everything);
 }
 
 } // namespace hyxOSG

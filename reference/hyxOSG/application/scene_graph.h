@@ -4,6 +4,7 @@
 #include "platform/hyx/values/affine_matrix4x4.h"
 #include "platform/hyxOSG/decoration/scene_decorator.h"
 
+#include <osg/ComputeBoundsVisitor>
 #include <osg/Group>
 #include <osg/MatrixTransform>
 #include <osg/Switch>
@@ -64,11 +65,13 @@ public:
     /// Debug rendering is drawn through the transform and the inverse of `matrix`.
     void setDebugInverse(hyx::AffineMatrix4x4 const& matrix);
 
-    /// The box around what scenes and the library draw; invalid when there is nothing.
+    /// The sphere around what scenes and the library draw; planes count only when there is nothing else, and with
+    /// nothing at all it is invalid.
     osg::BoundingSphere sceneBound() const;
 
 private:
     void updateDebugTransform();
+    osg::BoundingSphere boundBy(osg::ComputeBoundsVisitor& visitor) const;
 
     osg::ref_ptr<DrawnRoot> m_root;
     osg::ref_ptr<SceneDecorator> m_decorator;

@@ -2,6 +2,10 @@
 #include "reference/hyxOSG/application/viewer_window.h"
 
 #include "reference/hyxPython/native_work.h"
+#include "reference/machinery/context/resolved_frame.h"
+#include "reference/machinery/viewing/drawing_failure.h"
+
+#include <osg/Multisample>
 
 #include <stdexcept>
 
@@ -15,6 +19,8 @@ public:
 
     void operator()(osg::RenderInfo& info) const override {
         osg::Viewport const* viewport = info.getCurrentCamera()->getViewport();
+        ResolvedFrame const frame(*info.getState(), int(viewport->x() + viewport->width()),
+                                  int(viewport->y() + viewport->height()));
         m_image->readPixels(int(viewport->x()), int(viewport->y()), int(viewport->width()), int(viewport->height()),
                             GL_RGB, GL_UNSIGNED_BYTE);
     }
@@ -36,6 +42,15 @@ private:
     PictureReader& m_reader;
     unsigned char* m_rgb;
 };
+
+int samplesOf(osgViewer::GraphicsWindow& window) {
+    GLint samples = 0;
+    if (window.makeCurrent()) {
+        glGetIntegerv(GL_SAMPLES_ARB, &samples);
+        window.releaseContext();
+    }
+    return samples;
+}
 
 class FenceCallback : public osg::Camera::DrawCallback {
 public:
@@ -68,6 +83,7 @@ ViewerWindow::ViewerWindow(WindowRequest const& request, DrawnRoot* scene)
     makeCamera(request.width, request.height);
     m_viewer->setSceneData(scene);
     m_viewer->realize();
+    m_samples = samplesOf(*m_window);
 }
 
 // A script may keep the viewer or its camera for longer: nothing in them leads back to here or to the application, and
@@ -127,11 +143,15 @@ void ViewerWindow::draw(Pass pass) {
 }
 
 void ViewerWindow::drawScene(Pass pass) {
-    hyxPython::NativeWork const work;
-    m_scene->pass = pass;
-    m_viewer->renderingTraversals();
-    m_scene->pass = Pass::EVERYTHING; // a script may draw with the viewer itself
+    m_window->makeCurrent(); // the viewer only remembers that it did; another window may have taken its place
+    {
+        hyxPython::NativeWork const work;
+        m_scene->pass = pass;
+        m_viewer->renderingTraversals();
+        m_scene->pass = Pass::EVERYTHING; // a script may draw with the viewer itself
+    }
     m_viewIsCurrent = pass != Pass::TARGETS;
+    DrawingFailure::raise();
 }
 
 void ViewerWindow::drawWithCallback(osg::Camera::DrawCallback* callback, Pass pass) {

@@ -38,6 +38,9 @@ public:
 
     bool offscreen() const { return isOffscreen(m_window); }
 
+    /// How many samples a pixel the driver gave; 0 for none.
+    int samples() const { return m_samples; }
+
     /// Takes in the events that have arrived. `time` is the simulated time that callbacks of the scene see.
     void handleEvents(double time);
     /// Updates the scene and draws what `pass` names; at most one frame behind the caller.
@@ -69,6 +72,7 @@ private:
     PictureReader m_reader;
     bool m_viewIsCurrent = false; ///< the frame buffer holds the view of the last frame
     FrameFence m_fence;
+    int m_samples = 0;
     OwnerProcess m_process;
     std::thread::id m_thread = std::this_thread::get_id();
 };

@@ -10,6 +10,7 @@
 #include "reference/hyxOSG/capture/host_context.h"
 #include "reference/machinery/meshes/conversions.h"
 #include "reference/machinery/shading/shading_marks.h"
+#include "reference/machinery/viewing/drawing_failure.h"
 #include "reference/machinery/viewing/follow_manipulator.h"
 #include "reference/machinery/viewing/wheel_zoom.h"
 
@@ -173,6 +174,7 @@ void EmbeddedGLWindow::frame() {
         m_implementation->viewer->frame();
     }
     makeOpaque(*m_implementation->viewer->getCamera()->getViewport());
+    DrawingFailure::raise();
 }
 
 void EmbeddedGLWindow::clear() {

@@ -7,6 +7,7 @@
 #include "reference/hyxOSG/capture/capture_clock.h"
 #include "reference/hyxOSG/capture/image_pixels.h"
 #include "reference/machinery/context/picture_size.h"
+#include "reference/machinery/context/resolved_frame.h"
 
 #include <osg/RenderInfo>
 
@@ -173,6 +174,8 @@ void ImageCaptureBase::apply(osg::RenderInfo& renderInfo) {
         if (!viewport) {
             throw std::runtime_error("the drawing camera has no viewport to take the image from");
         }
+        ResolvedFrame const frame(*renderInfo.getState(), int(viewport->x() + viewport->width()),
+                                  int(viewport->y() + viewport->height()));
         takeImages(*viewport, due);
     } catch (std::exception const& failure) {
         hyx::Notify::instance().notify(hyx::Notify::NOTIFY_ERROR, std::string("capture stopped: ") + failure.what());

@@ -2,6 +2,7 @@
 
 #include "platform/hyxOSG/capture/render_target.h"
 
+#include "platform/hyxOSG/application/example_application.h"
 #include "platform/hyxOSG/capture/image_capture_base.h"
 #include "reference/machinery/context/picture_size.h"
 
@@ -176,7 +177,7 @@ RenderTarget::RenderTarget(hyx::UInt width, hyx::UInt height, BufferComponent co
     camera.setReferenceFrame(osg::Transform::ABSOLUTE_RF);
     camera.setClearMask(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_STENCIL_BUFFER_BIT);
     camera.setClearColor(osg::Vec4(0, 0, 0, 1));
-    camera.setCullMask(~0u);
+    camera.setCullMask(~ExampleApplication::HUD_MASK);
     camera.setProjectionMatrixAsPerspective(60, double(width) / double(height), 0.1, 100);
     camera.setInitialDrawCallback(m_implementation->first);
     camera.setPreDrawCallback(m_implementation->before);

@@ -1,36 +1,49 @@
-// Places cutting planes, and shares out their numbers.
+// Places cutting planes, and numbers them for each picture.
 #include "platform/hyxOSG/decoration/clip_plane.h"
 
-#include <osg/StateSet>
+#include "reference/machinery/viewing/drawing_failure.h"
 
-#include <array>
+#include <osg/GraphicsContext>
+#include <osg/State>
+#include <osg/StateSet>
+#include <osgUtil/CullVisitor>
+
 #include <cmath>
+#include <optional>
+#include <set>
 #include <stdexcept>
+#include <string>
 
 namespace hyxOSG {
 namespace {
 
-// The graphics library guarantees six cuts at a time. A plane takes the number that the fewest planes have.
-class PlaneNumbers {
-public:
-    unsigned int take() {
-        unsigned int best = 0;
-        for (unsigned int number = 1; number < m_users.size(); ++number)
-            if (m_users[number] < m_users[best])
-                best = number;
-        ++m_users[best];
-        return best;
-    }
+constexpr unsigned int leastCuts = 6; // what the graphics library guarantees
 
-    void giveBack(unsigned int number) { --m_users[number]; }
+/// How many cuts the current driver can do at a time.
+unsigned int mostCuts(osgUtil::CullVisitor& visitor) {
+    osg::GraphicsContext* const context = visitor.getState() ? visitor.getState()->getGraphicsContext() : nullptr;
+    GLint most = leastCuts;
+    if (context && context->isCurrent())
+        glGetIntegerv(GL_MAX_CLIP_PLANES, &most);
+    return static_cast<unsigned int>(most);
+}
 
-private:
-    std::array<int, 6> m_users{};
-};
-
-PlaneNumbers& planeNumbers() {
-    static PlaneNumbers numbers;
-    return numbers;
+/// A number that no cut of the picture being gathered has so far; none is left when the driver can do no more.
+std::optional<unsigned int> freeNumber(osgUtil::CullVisitor& visitor) {
+    std::set<unsigned int> taken;
+    for (auto const& [attribute, matrix] :
+         visitor.getCurrentRenderBin()->getStage()->getPositionalStateContainer()->getAttrMatrixList())
+        if (auto const* const cut = dynamic_cast<osg::ClipPlane const*>(attribute.get()))
+            taken.insert(cut->getClipPlaneNum());
+    unsigned int number = 0;
+    while (taken.contains(number))
+        ++number;
+    unsigned int const most = mostCuts(visitor);
+    if (number < most)
+        return number;
+    DrawingFailure::note("the graphics driver can do no more than " + std::to_string(most) +
+                         " cuts in one picture: disable or remove a ClipPlane");
+    return std::nullopt;
 }
 
 bool finite(hyx::Vec3 const& vector) {
@@ -50,10 +63,8 @@ hyx::Vec3 nearestToOrigin(hyx::Plane const& plane) {
 
 } // namespace
 
-ClipPlane::ClipPlane(hyx::Vec3 const& position, hyx::Vec3 const& normal) : m_clip(new osg::ClipPlane) {
+ClipPlane::ClipPlane(hyx::Vec3 const& position, hyx::Vec3 const& normal) {
     place(position, normal);
-    m_clip->setClipPlaneNum(planeNumbers().take());
-    addClipPlane(m_clip);
 }
 
 ClipPlane::ClipPlane(hyx::Plane const& plane) : ClipPlane(nearestToOrigin(plane), plane.getNormal()) {}
@@ -62,7 +73,6 @@ ClipPlane::ClipPlane(double a, double b, double c, double d) : ClipPlane(hyx::Pl
 
 ClipPlane::~ClipPlane() {
     showParticles();
-    planeNumbers().giveBack(m_clip->getClipPlaneNum());
 }
 
 void ClipPlane::place(hyx::Vec3 const& position, hyx::Vec3 const& normal) {
@@ -70,7 +80,28 @@ void ClipPlane::place(hyx::Vec3 const& position, hyx::Vec3 const& normal) {
         throw std::invalid_argument("the plane's position must be finite");
     m_normal = unit(normal);
     m_position = position;
-    m_clip->setClipPlane(m_normal.x, m_normal.y, m_normal.z, -m_normal.dot(m_position));
+}
+
+// A number belongs to a cut for one picture only: each view, shadow map and render target counts its own.
+void ClipPlane::accept(osg::NodeVisitor& visitor) {
+    osgUtil::CullVisitor* const culling = m_enabled ? visitor.asCullVisitor() : nullptr;
+    if (!culling) {
+        osg::ClipNode::accept(visitor);
+        return;
+    }
+    if (!visitor.validNodeMask(*this) || culling->isCulled(*this))
+        return;
+    std::optional<unsigned int> const number = freeNumber(*culling);
+    if (!number)
+        return;
+    osg::ref_ptr<osg::StateSet> const state = new osg::StateSet;
+    osg::ref_ptr<osg::ClipPlane> const cut = new osg::ClipPlane(*number);
+    cut->setClipPlane(m_normal.x, m_normal.y, m_normal.z, -m_normal.dot(m_position));
+    state->setAssociatedModes(cut, osg::StateAttribute::ON);
+    culling->addPositionedAttribute(culling->getModelViewMatrix(), cut);
+    culling->pushStateSet(state);
+    osg::ClipNode::accept(visitor);
+    culling->popStateSet();
 }
 
 void ClipPlane::setClipPlane(hyx::Plane const& plane) {
@@ -87,7 +118,6 @@ void ClipPlane::setNormal(hyx::Vec3 const& normal) {
 
 void ClipPlane::setEnable(bool enable) {
     m_enabled = enable;
-    setLocalStateSetModes(enable ? osg::StateAttribute::ON : osg::StateAttribute::OFF);
 }
 
 bool ClipPlane::getEnable() const {

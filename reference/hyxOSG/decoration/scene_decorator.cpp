@@ -3,6 +3,7 @@
 #include "reference/hyxOSG/decoration/shadow_method.h"
 #include "reference/hyxOSG/decoration/texture_file.h"
 #include "reference/machinery/meshes/conversions.h"
+#include "reference/machinery/shading/material_colors.h"
 #include "reference/machinery/shading/shading_marks.h"
 
 #include <osg/NodeVisitor>
@@ -24,13 +25,17 @@ int indexOf(SceneDecorator::Lights light) {
     return bits <= SceneDecorator::ALL && std::has_single_bit(bits) ? std::countr_zero(bits) : -1;
 }
 
+void requireShadowMapSize(int size) {
+    if (size < 16 || size > 8192)
+        throw std::invalid_argument("the shadow map size must be 16 to 8192");
+}
+
 } // namespace
 
 SceneDecorator::SceneDecorator(int width, int height, int shadowMapSize) {
     if (width <= 0 || height <= 0)
         throw std::invalid_argument("the window's width and height must be positive");
-    if (shadowMapSize < 16 || shadowMapSize > 8192)
-        throw std::invalid_argument("the shadow map size must be 16 to 8192");
+    requireShadowMapSize(shadowMapSize);
     m_implementation = std::make_unique<Implementation>(width, height, shadowMapSize);
     setName("SceneDecorator");
     // By pointer: the forms for holders would call this class's own addChild.
@@ -74,6 +79,25 @@ void SceneDecorator::setShadowMethod(ShadowMethod method) {
 
 SceneDecorator::ShadowMethod SceneDecorator::getShadowMethod() const {
     return m_implementation->method;
+}
+
+void SceneDecorator::setShadowMapSize(int size) {
+    requireShadowMapSize(size);
+    m_implementation->shadowMapSize = static_cast<unsigned int>(size);
+    m_implementation->updateParts();
+}
+
+int SceneDecorator::getShadowMapSize() const {
+    return static_cast<int>(m_implementation->shadowMapSize);
+}
+
+void SceneDecorator::setEnableSkyLight(bool enable) {
+    m_implementation->skyLight = enable;
+    m_implementation->updateParts();
+}
+
+bool SceneDecorator::getEnableSkyLight() const {
+    return m_implementation->skyLight;
 }
 
 void SceneDecorator::setEnableShaderState(bool enable, bool perPixelHighlights) {
@@ -165,13 +189,12 @@ void SceneDecorator::setBackgroundColor(hyx::Vec3 upper, hyx::Vec3 lower) {
 
 void SceneDecorator::setBackgroundColor(hyx::Vec4f const& upperLeft, hyx::Vec4f const& upperRight,
                                         hyx::Vec4f const& lowerLeft, hyx::Vec4f const& lowerRight) {
-    m_implementation->background.setColors(toOsg(upperLeft), toOsg(upperRight), toOsg(lowerLeft), toOsg(lowerRight));
+    m_implementation->setBackground(toOsg(upperLeft), toOsg(upperRight), toOsg(lowerLeft), toOsg(lowerRight));
 }
 
 void SceneDecorator::setBackgroundColor(hyx::Vec3 upperLeft, hyx::Vec3 upperRight, hyx::Vec3 lowerLeft,
                                         hyx::Vec3 lowerRight) {
-    m_implementation->background.setColors(opaque(upperLeft), opaque(upperRight), opaque(lowerLeft),
-                                           opaque(lowerRight));
+    m_implementation->setBackground(opaque(upperLeft), opaque(upperRight), opaque(lowerLeft), opaque(lowerRight));
 }
 
 bool SceneDecorator::setBaseTexture(std::string const& file) {
@@ -186,15 +209,7 @@ bool SceneDecorator::setBaseTexture(std::string const& file) {
 }
 
 osg::Material* SceneDecorator::getDefaultDecoratorMaterial() {
-    static osg::ref_ptr<osg::Material> const material = [] {
-        osg::ref_ptr<osg::Material> made = new osg::Material;
-        made->setAmbient(osg::Material::FRONT_AND_BACK, osg::Vec4(0.8f, 0.8f, 0.8f, 1));
-        made->setDiffuse(osg::Material::FRONT_AND_BACK, osg::Vec4(0.8f, 0.8f, 0.8f, 1));
-        made->setSpecular(osg::Material::FRONT_AND_BACK, osg::Vec4(0.2f, 0.2f, 0.2f, 1));
-        made->setShininess(osg::Material::FRONT_AND_BACK, 32);
-        return made;
-    }();
-    return material;
+    return &defaultMaterial();
 }
 
 osg::StateSet* SceneDecorator::getDecoratorStateSet() {
@@ -247,8 +262,8 @@ void SceneDecorator::traverse(osg::NodeVisitor& visitor) {
     if (visitor.getVisitorType() == osg::NodeVisitor::UPDATE_VISITOR) {
         m_implementation->layOut();
         m_implementation->followSupport();
-        if (m_implementation->shaderState)
-            decorator::markShading(*m_implementation->scene);
+        if (m_implementation->drawsWithProgram())
+            decorator::markShading(*m_implementation->scene, m_implementation->drawnMethod != SHADOWTEXTURE);
     }
     osg::Group::traverse(visitor);
 }

@@ -53,7 +53,6 @@ SceneDecorator::Implementation::Implementation(int width, int height, int mapSiz
     state->setAttribute(createLightModel());
     state->setTextureAttributeAndModes(decorator::BASE_TEXTURE_UNIT, whiteTexture);
     scene->addChild(lights.node());
-    scene->addChild(decorator::createEyePositionGenerator());
     scene->addChild(lit);
     lit->addChild(shadowed);
     lit->addChild(aside);
@@ -69,9 +68,9 @@ SceneDecorator::Implementation::Implementation(int width, int height, int mapSiz
 
 decorator::ShadingOptions SceneDecorator::Implementation::shading() const {
     decorator::ShadingOptions options;
-    options.lights = lights.enabled();
     options.shadowLight = lights.shadowLight();
-    options.perPixelHighlights = shaderState && perPixelHighlights;
+    options.highlights = perPixelHighlights;
+    options.skyLight = skyLight;
     return options;
 }
 
@@ -107,6 +106,18 @@ void SceneDecorator::Implementation::warnOfReplacement() {
          (drawnMethod == NO_SHADOWS
               ? "; there are no shadows"
               : "; method " + std::to_string(static_cast<int>(drawnMethod)) + " stands in for it"));
+}
+
+void SceneDecorator::Implementation::setBackground(osg::Vec4 const& upperLeft, osg::Vec4 const& upperRight,
+                                                   osg::Vec4 const& lowerLeft, osg::Vec4 const& lowerRight) {
+    background.setColors(upperLeft, upperRight, lowerLeft, lowerRight);
+    constexpr float groundShare = 0.45f; // of the light of the horizon
+    osg::Vec4 const sky = (upperLeft + upperRight + lowerLeft + lowerRight) * 0.25f;
+    osg::Vec4 const ground = (lowerLeft + lowerRight) * (0.5f * groundShare);
+    osg::StateSet& state = *scene->getOrCreateStateSet();
+    state.getOrCreateUniform("hyx_skyColor", osg::Uniform::FLOAT_VEC3)->set(osg::Vec3(sky.r(), sky.g(), sky.b()));
+    state.getOrCreateUniform("hyx_groundColor", osg::Uniform::FLOAT_VEC3)
+        ->set(osg::Vec3(ground.r(), ground.g(), ground.b()));
 }
 
 void SceneDecorator::Implementation::layOut() {

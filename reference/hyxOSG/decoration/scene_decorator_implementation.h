@@ -30,6 +30,8 @@ struct SceneDecorator::Implementation {
     /// Whether there is a node that may stand in the decorated scene.
     bool fits(osg::Node const* node) const;
 
+    bool drawsWithProgram() const { return shaderState || drawnMethod != NO_SHADOWS; }
+
     /// Follows what the window's driver has turned out to do.
     void followSupport();
 
@@ -40,6 +42,10 @@ struct SceneDecorator::Implementation {
 
     void layOut();
 
+    /// The colours behind the scene, which are those of the sky and the ground around it, too.
+    void setBackground(osg::Vec4 const& upperLeft, osg::Vec4 const& upperRight, osg::Vec4 const& lowerLeft,
+                       osg::Vec4 const& lowerRight);
+
     osg::Vec2f window;
     unsigned int shadowMapSize;
     bool enabled = true;
@@ -47,8 +53,9 @@ struct SceneDecorator::Implementation {
     ShadowMethod method = SOFT_SHADOWMAP;
     ShadowMethod drawnMethod = NO_SHADOWS;
     ShadowMethod replacedMethod = NO_SHADOWS; ///< the one warned of last
-    bool shaderState = false;
+    bool shaderState = true;
     bool perPixelHighlights = true;
+    bool skyLight = false;
     float pixelScale = 1;
 
     osg::ref_ptr<decorator::ShadowSupportProbe> shadowSupport = new decorator::ShadowSupportProbe;

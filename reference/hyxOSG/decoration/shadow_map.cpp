@@ -3,7 +3,6 @@
 
 #include "reference/hyxOSG/decoration/light_view.h"
 #include "reference/machinery/shading/node_state.h"
-#include "reference/machinery/shading/shading_marks.h"
 
 #include <osg/ColorMask>
 #include <osg/ComputeBoundsVisitor>
@@ -129,8 +128,6 @@ void ShadowMap::init() {
 }
 
 void ShadowMap::update(osg::NodeVisitor& visitor) {
-    for (unsigned int i = 0; i < _shadowedScene->getNumChildren(); ++i)
-        markShading(*_shadowedScene->getChild(i), !m_settings.shading.blackShadows);
     _shadowedScene->osg::Group::traverse(visitor);
 }
 

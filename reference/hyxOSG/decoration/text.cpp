@@ -1,6 +1,7 @@
 // The operations of texts, handed to the scene graph's own.
 #include "platform/hyxOSG/decoration/text.h"
 
+#include "platform/hyxOSG/application/example_application.h"
 #include "reference/hyxOSG/decoration/fonts.h"
 #include "reference/machinery/meshes/conversions.h"
 #include "reference/machinery/meshes/text_length.h"
@@ -34,6 +35,7 @@ osg::ref_ptr<osgText::Text> createDrawable() {
 
 Text::Text() : m_text(createDrawable()) {
     addDrawable(m_text);
+    setNodeMask(~ExampleApplication::CASTS_SHADOWS_MASK);
     getOrCreateStateSet()->setMode(GL_LIGHTING, osg::StateAttribute::OFF);
 }
 

@@ -1,8 +1,9 @@
 // Turns the outline of an arrow about its axis, for any number of arrows.
 #include "reference/hyxOSG/renderers/arrow_mesh.h"
 
+#include "reference/machinery/shading/vertex_colors.h"
+
 #include <osg/CullFace>
-#include <osg/Material>
 
 #include <cmath>
 #include <numbers>
@@ -37,13 +38,9 @@ ArrowMesh::ArrowMesh() {
     m_geometry->setDataVariance(osg::Object::DYNAMIC);
     m_geometry->setVertexArray(m_positions);
     m_geometry->setNormalArray(m_normals, osg::Array::BIND_PER_VERTEX);
-    m_geometry->setColorArray(m_colors, osg::Array::BIND_PER_VERTEX);
+    useVertexColors(*m_geometry, m_colors.get());
     m_geometry->addPrimitiveSet(m_triangles);
-    auto* const material = new osg::Material;
-    material->setColorMode(osg::Material::AMBIENT_AND_DIFFUSE);
-    auto* const state = m_geometry->getOrCreateStateSet();
-    state->setAttributeAndModes(material);
-    state->setAttributeAndModes(new osg::CullFace);
+    m_geometry->getOrCreateStateSet()->setAttributeAndModes(new osg::CullFace);
 }
 
 void ArrowMesh::begin() {
@@ -97,6 +94,7 @@ void ArrowMesh::end() {
     m_positions->dirty();
     m_normals->dirty();
     m_colors->dirty();
+    followOpacity(*m_geometry, *m_colors);
     m_triangles->dirty();
     m_geometry->dirtyBound();
 }

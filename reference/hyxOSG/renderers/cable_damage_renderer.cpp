@@ -7,6 +7,7 @@
 #include "reference/hyxOSG/renderers/frame_update.h"
 #include "reference/machinery/meshes/conversions.h"
 #include "reference/machinery/meshes/shape_meshes.h"
+#include "reference/machinery/shading/material_colors.h"
 
 #include <osg/Material>
 
@@ -157,7 +158,7 @@ void CableDamageRenderer::Implementation::color() {
     colors.assign({hyxRender::Color(0, 0, 1), hyxRender::Color(0, 1, 0), hyxRender::Color(1, 0, 0)});
     hyx::ref_ptr<ScalarColorMap> const map = new ScalarColorMap(colors, 0, most > 0 ? most : 1);
     for (std::size_t i = 0; i < segments.size(); ++i)
-        materials[i]->setDiffuse(osg::Material::FRONT_AND_BACK, map->getColorOSG(damageOf(i), true));
+        setDiffuse(*materials[i], map->getColorOSG(damageOf(i), true));
 }
 
 } // namespace hyxOSG

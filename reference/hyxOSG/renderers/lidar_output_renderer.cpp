@@ -5,8 +5,7 @@
 #include "platform/hyxSDK/simulation.h"
 #include "platform/hyxSensor/lidar.h"
 #include "reference/hyx/values/number_checks.h"
-#include "reference/hyxOSG/renderers/color_presets.h"
-#include "reference/hyxOSG/renderers/lidar_color_table.h"
+#include "reference/hyxOSG/renderers/lidar_colors.h"
 #include "reference/hyxOSG/renderers/lidar_point_cloud.h"
 #include "reference/machinery/shading/node_state.h"
 #include "reference/machinery/shading/shading_marks.h"
@@ -26,22 +25,12 @@ namespace {
 constexpr float pixelsAtScaleOne = 3.0f;
 constexpr int onTopBin = 1000;
 
-LidarColorTable presetTable(int preset) {
-    auto const& colors = presetColors(preset);
-    auto const function = [&colors](float intensity) {
-        auto const at = std::clamp(intensity, 0.0f, 1.0f) * static_cast<float>(colors.size() - 1);
-        auto const index = std::min(static_cast<std::size_t>(at), colors.size() - 2);
-        return colors[index] + (colors[index + 1] - colors[index]) * (at - static_cast<float>(index));
-    };
-    return LidarColorTable::ofBounded(function, 0.0f, 1.0f);
-}
-
 } // namespace
 
 struct LidarOutputRenderer::Implementation {
     hyx::ref_ptr<hyxSensor::Lidar const> lidar;
     LidarPointCloud cloud;
-    LidarColorTable table = presetTable(IntensityState::RAINBOW);
+    IntensityState::ColorFunc color = presetFunction(IntensityState::RAINBOW);
     osg::ref_ptr<osg::Point> point = new osg::Point(pixelsAtScaleOne);
     float pointScale = 1;
     float intensityScale = 1;
@@ -52,7 +41,7 @@ struct LidarOutputRenderer::Implementation {
     double time = 0;
 
     void setUpState(osg::StateSet& state);
-    void setTable(LidarColorTable next);
+    void setColor(IntensityState::ColorFunc next);
     void takeOutput(osg::FrameStamp const* frame);
     double now(osg::FrameStamp const* frame) const;
 };
@@ -65,8 +54,8 @@ void LidarOutputRenderer::Implementation::setUpState(osg::StateSet& state) {
     state.setAttributeAndModes(point);
 }
 
-void LidarOutputRenderer::Implementation::setTable(LidarColorTable next) {
-    table = std::move(next);
+void LidarOutputRenderer::Implementation::setColor(IntensityState::ColorFunc next) {
+    color = std::move(next);
     recolorAll = true;
 }
 
@@ -91,7 +80,7 @@ void LidarOutputRenderer::Implementation::takeOutput(osg::FrameStamp const* fram
     }
     if (lifetime > 0)
         cloud.dropBefore(time - lifetime);
-    cloud.recolor(table, intensityScale, recolorAll);
+    cloud.recolor(color, intensityScale, recolorAll);
     recolorAll = false;
 }
 
@@ -102,6 +91,9 @@ LidarOutputRenderer::LidarOutputRenderer(hyxSensor::Lidar const* lidar, bool alw
     setName("LidarOutputRenderer");
     addChild(m_implementation->cloud.node());
     m_implementation->cloud.node()->setNodeMask(~decorator::shadowMasks);
+    // Points keep their size in pixels, however small the whole scan is in the picture.
+    setCullingActive(false);
+    m_implementation->cloud.node()->setCullingActive(false);
     setNumChildrenRequiringUpdateTraversal(1);
     setHitPointsAlwaysOnTop(alwaysOnTop);
 }
@@ -111,7 +103,7 @@ LidarOutputRenderer::LidarOutputRenderer(LidarOutputRenderer const& other)
     setHitPointScale(other.m_implementation->pointScale);
     m_implementation->intensityScale = other.m_implementation->intensityScale;
     m_implementation->lifetime = other.m_implementation->lifetime;
-    m_implementation->table = other.m_implementation->table;
+    m_implementation->color = other.m_implementation->color;
 }
 
 LidarOutputRenderer::~LidarOutputRenderer() = default;
@@ -162,7 +154,7 @@ bool LidarOutputRenderer::isAlwaysRenderedOnTop() const {
 }
 
 void LidarOutputRenderer::setIntensityColorFunctionFromMode(IntensityState::Mode mode) {
-    m_implementation->setTable(presetTable(mode));
+    m_implementation->setColor(presetFunction(mode));
 }
 
 void LidarOutputRenderer::setIntensityColorFunctionFromInterpolation(osg::Vec4 low, osg::Vec4 high,
@@ -174,12 +166,12 @@ void LidarOutputRenderer::setIntensityColorFunctionFromLegend(LidarOutputRendere
                                                               float maxIntensity) {
     hyx::requireArgument(maxIntensity > 0 && std::isfinite(maxIntensity),
                          "the largest intensity must be positive and finite");
-    m_implementation->setTable(LidarColorTable::ofLegend(legend, maxIntensity));
+    m_implementation->setColor(legendFunction(legend, maxIntensity));
 }
 
 void LidarOutputRenderer::setIntensityColorFunction(IntensityState::ColorFunc function) {
     hyx::requireArgument(static_cast<bool>(function), "the colour function is empty: give one that can be called");
-    m_implementation->setTable(LidarColorTable::ofAny(std::move(function)));
+    m_implementation->setColor(std::move(function));
 }
 
 void LidarOutputRenderer::setIntensityColorFunctionReplacement(LidarOutputRendererColorFunctionCallback* callback) {
@@ -192,7 +184,7 @@ void LidarOutputRenderer::traverse(osg::NodeVisitor& visitor) {
     if (visitor.getVisitorType() == osg::NodeVisitor::UPDATE_VISITOR) {
         m_implementation->takeOutput(visitor.getFrameStamp());
         // Blending costs fill rate, so only where a colour needs it.
-        auto const mode = m_implementation->table.translucent() ? osg::StateAttribute::ON : osg::StateAttribute::OFF;
+        auto const mode = m_implementation->cloud.translucent() ? osg::StateAttribute::ON : osg::StateAttribute::OFF;
         getStateSet()->setMode(GL_BLEND, mode);
     }
     osg::Group::traverse(visitor);

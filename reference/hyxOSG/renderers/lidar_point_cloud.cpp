@@ -1,6 +1,9 @@
 // Adds and drops points without moving those that stay.
 #include "reference/hyxOSG/renderers/lidar_point_cloud.h"
 
+#include "reference/hyxOSG/renderers/lidar_colors.h"
+
+#include <algorithm>
 #include <cmath>
 
 namespace hyxOSG {
@@ -69,23 +72,20 @@ void LidarPointCloud::publish() {
     m_geometry->dirtyBound();
 }
 
-void LidarPointCloud::recolor(LidarColorTable& table, float intensityScale, bool all) {
+void LidarPointCloud::recolor(LidarOutputRenderer::IntensityState::ColorFunc const& color, float intensityScale,
+                              bool all) {
     auto const first = all ? 0 : m_colored;
     if (first == m_intensities.size())
         return;
-    auto lowest = 0.0f;
-    auto highest = 0.0f;
+    std::vector<osg::Vec4ub> colors;
+    colors.reserve(m_intensities.size() - first);
     for (auto i = first; i < m_intensities.size(); ++i) {
         auto const scaled = m_intensities[i] * intensityScale;
-        if (std::isfinite(scaled)) {
-            lowest = std::min(lowest, scaled);
-            highest = std::max(highest, scaled);
-        }
+        colors.push_back(colorBytes(color(std::isnan(scaled) ? 0.0f : scaled)));
     }
-    if (table.cover(lowest, highest))
-        m_colored = 0;
-    for (auto i = all ? 0 : m_colored; i < m_intensities.size(); ++i)
-        (*m_colors)[i] = table.color(m_intensities[i] * intensityScale);
+    auto const letsThrough = [](osg::Vec4ub const& each) { return each.a() < 255; };
+    m_translucent = (m_translucent && first > 0) || std::any_of(colors.begin(), colors.end(), letsThrough);
+    std::copy(colors.begin(), colors.end(), m_colors->begin() + static_cast<std::ptrdiff_t>(first));
     m_colored = m_intensities.size();
     m_colors->dirty();
 }

@@ -1,8 +1,8 @@
 // Hit points of several scans in one vertex buffer, the oldest first.
 #pragma once
 
+#include "platform/hyxOSG/renderers/lidar_output_renderer.h"
 #include "platform/hyxSensor/lidar.h"
-#include "reference/hyxOSG/renderers/lidar_color_table.h"
 
 #include <osg/Geometry>
 
@@ -25,9 +25,12 @@ public:
     bool dropBefore(double time);
     void clear();
 
-    // Colours the points added since the last time, or all when the table had to be sampled anew or `all` is set.
-    // Passes on what the table's function throws; every point keeps its colour then.
-    void recolor(LidarColorTable& table, float intensityScale, bool all);
+    // Asks `color` once for each point added since the last time, or for all; an intensity that is not a number counts
+    // as 0. Passes on what `color` throws; every point keeps its colour then.
+    void recolor(LidarOutputRenderer::IntensityState::ColorFunc const& color, float intensityScale, bool all);
+
+    // Whether any colour lets the background through.
+    bool translucent() const { return m_translucent; }
 
 private:
     struct Scan {
@@ -44,6 +47,7 @@ private:
     osg::ref_ptr<osg::DrawArrays> m_range = new osg::DrawArrays(GL_POINTS, 0, 0);
     std::vector<float> m_intensities; // unscaled, one per position
     std::size_t m_colored = 0;        // how many points, from the first, have their colour
+    bool m_translucent = false;
     std::deque<Scan> m_scans;
 };
 

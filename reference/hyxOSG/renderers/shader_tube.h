@@ -3,6 +3,7 @@
 
 #include "platform/hyxOSG/renderers/spline_shader.h"
 #include "reference/hyxOSG/renderers/tube_drawing.h"
+#include "reference/machinery/shading/node_state.h"
 
 namespace hyxOSG {
 
@@ -18,6 +19,7 @@ public:
             joined = true;
         }
         m_shader->getCylinderColorUniform()->set(color);
+        setOpacity(*m_shader->getOrCreateStateSet(), color.a());
         m_shader->update();
     }
 

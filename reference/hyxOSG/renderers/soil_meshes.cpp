@@ -5,6 +5,7 @@
 #include "reference/hyxOSG/renderers/surface_mesh.h"
 #include "reference/machinery/meshes/conversions.h"
 #include "reference/machinery/model_files/guarded_reading.h"
+#include "reference/machinery/shading/material_colors.h"
 
 #include <osg/Material>
 #include <osgDB/FileUtils>
@@ -47,7 +48,7 @@ osg::ref_ptr<osg::Node> makeStone() {
         }
     stone.computeNormals();
     osg::ref_ptr<osg::Material> const material = new osg::Material;
-    material->setDiffuse(osg::Material::FRONT_AND_BACK, osg::Vec4(0.5f, 0.4f, 0.3f, 1));
+    setDiffuse(*material, osg::Vec4(0.5f, 0.4f, 0.3f, 1));
     stone.node()->getOrCreateStateSet()->setAttributeAndModes(material);
     return stone.node();
 }

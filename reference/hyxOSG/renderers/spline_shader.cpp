@@ -75,33 +75,19 @@ void main() {
 )";
 
 char const* const fragmentSource = R"(#version 150 compatibility
-#pragma import_defines(SHADOW_LIGHT, BLACK_SHADOWS)
 uniform vec4 cylinderColor;
 uniform bool useRedShiftScale;
 in vec3 eyePosition;
 in vec3 eyeNormal;
 in float redShift;
 
-vec4 lightIncidence(int light, vec3 place);
-float shadowVisibility(vec3 eyePosition, vec3 eyeNormal);
+vec3 mattColor(vec3 place, vec3 normal, vec3 color);
 
 void main() {
     float share = useRedShiftScale ? clamp(redShift, 0.0, 1.0) : 0.0;
     vec3 color = mix(cylinderColor.rgb, vec3(1.0, 0.0, 0.0), share);
     vec3 normal = normalize(gl_FrontFacing ? eyeNormal : -eyeNormal);
-    vec4 way = lightIncidence(0, eyePosition);
-    vec3 ambient = gl_LightModel.ambient.rgb + way.w * gl_LightSource[0].ambient.rgb;
-    vec3 direct = way.w * gl_LightSource[0].diffuse.rgb * max(dot(normal, way.xyz), 0.0);
-    float visible = shadowVisibility(eyePosition, normal);
-#ifdef SHADOW_LIGHT
-#if SHADOW_LIGHT == 0
-    direct *= visible;
-#endif
-#endif
-    color *= ambient + direct;
-#ifdef BLACK_SHADOWS
-    color *= visible;
-#endif
+    color = mattColor(eyePosition, normal, color);
     gl_FragColor = vec4(color, cylinderColor.a);
 }
 )";

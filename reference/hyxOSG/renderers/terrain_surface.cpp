@@ -2,7 +2,7 @@
 #include "reference/hyxOSG/renderers/terrain_surface.h"
 
 #include "platform/hyxOSG/renderers/scalar_color_map.h"
-#include "reference/hyxOSG/renderers/vertex_colors.h"
+#include "reference/machinery/shading/vertex_colors.h"
 
 #include <algorithm>
 #include <array>
@@ -86,6 +86,7 @@ bool TerrainSurface::update(TerrainColoring const& coloring, bool all) {
     }
     m_drawnRevision = m_terrain.getRevision();
     m_colors->dirty();
+    followOpacity(*m_surface.node(), *m_colors);
     m_surface.publish(false);
     return true;
 }

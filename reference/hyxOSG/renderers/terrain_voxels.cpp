@@ -1,8 +1,8 @@
 // Makes the boxes, edges and velocity arrows of soil voxels.
 #include "reference/hyxOSG/renderers/terrain_voxels.h"
 
-#include "reference/hyxOSG/renderers/vertex_colors.h"
 #include "reference/machinery/meshes/conversions.h"
+#include "reference/machinery/shading/vertex_colors.h"
 
 #include <algorithm>
 
@@ -51,9 +51,11 @@ void TerrainVoxels::update(VoxelLook const& look) {
     if (look.velocities)
         addVelocities(toOsg(look.velocityColor));
     m_boxColors->dirty();
+    followOpacity(*m_boxes.node(), *m_boxColors);
     m_boxes.publish(true);
     m_linePoints->dirty();
     m_lineColors->dirty();
+    followOpacity(*m_lines, *m_lineColors);
     m_lineRange->setCount(static_cast<int>(m_linePoints->size()));
     m_lines->dirtyBound();
 }

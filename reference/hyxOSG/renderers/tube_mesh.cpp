@@ -1,8 +1,8 @@
 // Makes rings and caps of triangles along a curve.
 #include "reference/hyxOSG/renderers/tube_mesh.h"
 
-#include "reference/hyxOSG/renderers/vertex_colors.h"
 #include "reference/machinery/meshes/conversions.h"
+#include "reference/machinery/shading/vertex_colors.h"
 
 #include <cmath>
 #include <numbers>
@@ -34,6 +34,7 @@ void TubeMesh::show(std::vector<TubeStation> const& stations, double radius, osg
     if (other)
         makeTriangles(stations.size());
     m_colors->dirty();
+    followOpacity(*m_surface.node(), *m_colors);
     m_surface.publish(other);
 }
 

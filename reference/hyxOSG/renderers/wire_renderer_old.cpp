@@ -2,8 +2,8 @@
 #include "platform/hyxOSG/renderers/wire_renderer_old.h"
 
 #include "reference/hyxOSG/renderers/frame_update.h"
-#include "reference/hyxOSG/renderers/vertex_colors.h"
 #include "reference/machinery/meshes/conversions.h"
+#include "reference/machinery/shading/vertex_colors.h"
 
 #include <osg/Geometry>
 #include <osg/LineWidth>

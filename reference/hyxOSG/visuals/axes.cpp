@@ -7,6 +7,7 @@
 #include "reference/hyxOSG/visuals/follow_callback.h"
 #include "reference/machinery/meshes/conversions.h"
 #include "reference/machinery/meshes/shape_meshes.h"
+#include "reference/machinery/shading/material_colors.h"
 #include "reference/machinery/shading/node_state.h"
 
 #include <osg/Geode>
@@ -44,7 +45,8 @@ osg::ref_ptr<osg::Node> arrow(osg::Vec3 const& direction, float scale, float len
     axis->addChild(part(0, scale * tipRadius, tipStart, length));
     osg::Material& material = writableMaterial(*axis);
     osg::Vec4 const color(direction, 1);
-    material.setDiffuse(osg::Material::FRONT_AND_BACK, color * 0.6f);
+    setDiffuse(material, color * 0.6f);
+    setAmbient(material, color * 0.2f);
     material.setEmission(osg::Material::FRONT_AND_BACK, color * 0.4f); // readable from the dark side, too
     return axis;
 }

@@ -4,6 +4,7 @@
 #include "reference/machinery/meshes/conversions.h"
 #include "reference/machinery/meshes/line_meshes.h"
 #include "reference/machinery/meshes/mesh_builder.h"
+#include "reference/machinery/shading/vertex_colors.h"
 
 #include <osg/Geode>
 
@@ -51,8 +52,7 @@ osg::ref_ptr<osg::Geometry> checkerboard(unsigned int cellsU, unsigned int cells
             colors->insert(colors->end(), 4, osg::Vec4(shade, shade, shade, 1));
         }
     osg::ref_ptr<osg::Geometry> const board = mesh.build();
-    board->setColorArray(colors, osg::Array::BIND_PER_VERTEX);
-    makeUnlit(*board->getOrCreateStateSet());
+    useVertexColors(*board, colors.get());
     return board;
 }
 

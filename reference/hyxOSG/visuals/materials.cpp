@@ -5,6 +5,7 @@
 #include "platform/hyxOSG/nodes/geometry_node.h"
 #include "platform/hyxOSG/visuals/finders.h"
 #include "reference/machinery/meshes/conversions.h"
+#include "reference/machinery/shading/material_colors.h"
 #include "reference/machinery/shading/node_state.h"
 
 #include <osg/NodeVisitor>
@@ -16,8 +17,6 @@
 
 namespace hyxOSG {
 namespace {
-
-constexpr osg::Material::Face bothFaces = osg::Material::FRONT_AND_BACK;
 
 using Change = std::function<void(osg::StateSet&, osg::Material&)>;
 
@@ -66,7 +65,7 @@ osg::Vec4f checkedColor(hyx::Vec4f const& color) {
 
 void setDiffuseColor(osg::Node* node, hyx::Vec4f const& color, bool recursive) {
     changeMaterial(node, recursive, [value = checkedColor(color)](osg::StateSet& state, osg::Material& material) {
-        material.setDiffuse(bothFaces, value);
+        setDiffuse(material, value);
         setOpacity(state, value.a());
     });
 }
@@ -83,7 +82,7 @@ void setDiffuseColor(hyxCollide::Geometry* geometry, hyx::Vec4f const& color, os
 
 void setAmbientColor(osg::Node* node, hyx::Vec4f const& color, bool recursive) {
     changeMaterial(node, recursive, [value = checkedColor(color)](osg::StateSet&, osg::Material& material) {
-        material.setAmbient(bothFaces, value);
+        setAmbient(material, value);
     });
 }
 

@@ -12,6 +12,7 @@
 #include "platform/hyxCollide/trimesh.h"
 #include "platform/hyxOSG/application/example_application.h"
 #include "reference/machinery/meshes/conversions.h"
+#include "reference/machinery/meshes/endless_geode.h"
 #include "reference/machinery/meshes/shape_meshes.h"
 #include "reference/machinery/meshes/surface_meshes.h"
 
@@ -81,10 +82,12 @@ osg::ref_ptr<osg::Node> capsuleNode(hyxCollide::Capsule const& capsule, unsigned
 }
 
 osg::ref_ptr<osg::Node> planeNode(hyxCollide::Plane const& plane) {
-    static osg::observer_ptr<osg::Geode> shared;
-    osg::ref_ptr<osg::Geode> square;
+    static osg::observer_ptr<EndlessGeode> shared;
+    osg::ref_ptr<EndlessGeode> square;
     if (!shared.lock(square)) {
-        square = geodeOf(unitSquareMesh(1), false);
+        square = new EndlessGeode;
+        square->addDrawable(unitSquareMesh(1));
+        square->setStateSet(shapeState(false));
         square->setNodeMask(~ExampleApplication::CASTS_SHADOWS_MASK); // a ground that casts shadows darkens itself
         shared = square;
     }
@@ -107,16 +110,36 @@ osg::ref_ptr<osg::Node> compoundNode(hyxCollide::Compound const& compound, float
     return group;
 }
 
+/// What is drawn of a mesh. It keeps the mesh, whose place in memory no other one can take meanwhile.
+struct DrawnMesh : public osg::Referenced {
+    explicit DrawnMesh(hyxCollide::Trimesh const& mesh) : mesh(&mesh), revision(mesh.getRevision()) {}
+
+    ~DrawnMesh() override {
+        if (auto const found = all().find(mesh); found != all().end() && found->second.second == this)
+            all().erase(found);
+    }
+
+    /// The nodes of all meshes that are drawn. It outlives them: some end with the process.
+    static std::map<hyxCollide::Trimesh const*, std::pair<osg::Geode*, DrawnMesh const*>>& all() {
+        static auto& drawn = *new std::map<hyxCollide::Trimesh const*, std::pair<osg::Geode*, DrawnMesh const*>>;
+        return drawn;
+    }
+
+    hyx::ref_ptr<hyxCollide::Trimesh const> mesh;
+    hyx::UInt revision;
+};
+
 /// A mesh is shared by the geometries of one shape as long as the shape does not change.
 osg::ref_ptr<osg::Node> meshNode(hyxCollide::Trimesh const& mesh) {
-    static std::map<hyxCollide::Shape const*, std::pair<hyx::UInt, osg::observer_ptr<osg::Geode>>> known;
-    auto& [revision, shared] = known[&mesh];
     osg::ref_ptr<osg::Geode> geode;
-    bool const current = shared.lock(geode) && revision == mesh.getRevision();
-    if (!current) {
+    auto const found = DrawnMesh::all().find(&mesh);
+    if (found != DrawnMesh::all().end() && found->second.second->revision == mesh.getRevision()) {
+        geode = found->second.first;
+    } else {
         geode = geodeOf(trimeshSurface(mesh), mesh.isClosed());
-        revision = mesh.getRevision();
-        shared = geode;
+        osg::ref_ptr<DrawnMesh> const drawn = new DrawnMesh(mesh);
+        geode->setUserData(drawn);
+        DrawnMesh::all()[&mesh] = {geode, drawn};
     }
     osg::ref_ptr<osg::Group> const node = new osg::Group;
     node->addChild(geode);
@@ -134,7 +157,7 @@ osg::ref_ptr<osg::Node> createShapeNode(hyxCollide::Shape const& shape, float de
         return scaled(sharedForm({type, 0, 0}, unitBoxMesh), half.x, half.y, half.z);
     }
     case hyxCollide::Shape::SPHERE: {
-        double const radius = static_cast<hyxCollide::Sphere const&>(shape).getRadius();
+        double const radius = static_cast<hyxCollide::Sphere const&>(shape).getRadius() * evenSphereScale(segments);
         return scaled(sharedForm({type, segments, 0}, [&] { return unitSphereMesh(segments); }), radius, radius,
                       radius);
     }

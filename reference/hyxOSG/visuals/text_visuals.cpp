@@ -1,6 +1,7 @@
 // Makes labels, and takes them away.
 #include "platform/hyxOSG/visuals/text_visuals.h"
 
+#include "platform/hyxOSG/application/example_application.h"
 #include "platform/hyxOSG/nodes/geometry_node.h"
 #include "platform/hyxOSG/visuals/finders.h"
 #include "reference/machinery/meshes/conversions.h"
@@ -31,6 +32,7 @@ osg::Geode* createText(std::string const& text, hyx::Vec3 const& position, hyx::
     letters->setAxisAlignment(osgText::Text::SCREEN);
     osg::ref_ptr<osg::Geode> geode = new osg::Geode;
     geode->addDrawable(letters);
+    geode->setNodeMask(~ExampleApplication::CASTS_SHADOWS_MASK); // letters turned to the eye would cast torn ones
     osg::StateSet& state = *geode->getOrCreateStateSet();
     state.setMode(GL_LIGHTING, setByScript & ~osg::StateAttribute::ON);
     state.setMode(GL_CULL_FACE, setByScript & ~osg::StateAttribute::ON);

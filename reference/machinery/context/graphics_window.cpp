@@ -98,13 +98,22 @@ private:
     osg::NotifySeverity m_level = osg::getNotifyLevel();
 };
 
-/// Null when the display cannot draw (no GLX).
-osg::ref_ptr<osgViewer::GraphicsWindow> makeDisplayWindow(WindowRequest const& request) {
+/// Null when the display cannot draw (no GLX, or not with so many samples).
+osg::ref_ptr<osgViewer::GraphicsWindow> tryDisplayWindow(WindowRequest const& request) {
     QuietNotify const quiet;
     osg::ref_ptr<osgViewer::GraphicsWindow> window = new DisplayWindow(makeTraits(request, true).get());
     if (!window->valid() || !window->realize())
         return nullptr;
     window->setSyncToVBlank(request.vsync);
+    return window;
+}
+
+osg::ref_ptr<osgViewer::GraphicsWindow> makeDisplayWindow(WindowRequest request) {
+    osg::ref_ptr<osgViewer::GraphicsWindow> window = tryDisplayWindow(request);
+    while (!window && request.samples > 0) {
+        request.samples = request.samples > 2 ? request.samples / 2 : 0;
+        window = tryDisplayWindow(request);
+    }
     return window;
 }
 

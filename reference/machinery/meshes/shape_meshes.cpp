@@ -42,6 +42,10 @@ Profile ring(float inner, float outer, float y) {
     return profile;
 }
 
+unsigned int sphereRows(unsigned int segments) {
+    return std::max(4u, segments / 2);
+}
+
 } // namespace
 
 unsigned int segmentsForDetail(float detailRatio) {
@@ -64,10 +68,15 @@ osg::ref_ptr<osg::Geometry> unitBoxMesh() {
 
 osg::ref_ptr<osg::Geometry> unitSphereMesh(unsigned int segments) {
     Profile profile;
-    addArc(profile, 1, -1, 0, std::max(4u, segments / 2));
+    addArc(profile, 1, -1, 0, sphereRows(segments));
     MeshBuilder mesh;
     mesh.addRevolution(profile, segments);
     return mesh.build();
+}
+
+double evenSphereScale(unsigned int segments) {
+    double const middle = std::cos(osg::PI / segments) * std::cos(osg::PI_2 / sphereRows(segments));
+    return 2 / (1 + middle);
 }
 
 osg::ref_ptr<osg::Geometry> unitConeMesh(unsigned int segments, float topRatio) {

@@ -16,6 +16,10 @@ unsigned int segmentsForDetail(float detailRatio);
 osg::ref_ptr<osg::Geometry> unitBoxMesh();
 /// Radius 1.
 osg::ref_ptr<osg::Geometry> unitSphereMesh(unsigned int segments);
+
+/// The scale at which the corners of the unit sphere's mesh lie as far outside the true sphere as the middles of its
+/// faces lie inside.
+double evenSphereScale(unsigned int segments);
 /// Radius 1 at the lower end, `topRatio` at the upper one, half height 1. A cylinder has `topRatio` 1, a full cone 0.
 osg::ref_ptr<osg::Geometry> unitConeMesh(unsigned int segments, float topRatio);
 /// Like a cone, with a hole that leaves a wall of `wallRatio` (0 to 1) times the outer radius at both ends.

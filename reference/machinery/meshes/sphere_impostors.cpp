@@ -73,23 +73,15 @@ void main() {
 )";
 
 char const* const fragmentSource = R"(#version 120
-#pragma import_defines(BANDS, SOFT, SHADOW_LIGHT, BLACK_SHADOWS)
+#pragma import_defines(BANDS, SOFT)
 uniform int form;
 uniform mat4 osg_ViewMatrixInverse;
-uniform bool hyx_lightOff0, hyx_lightOff1, hyx_lightOff2;
 varying vec4 ball;
 varying vec3 across;
 varying vec4 tint;
 varying vec4 turn;
 
-float shadowVisibility(vec3 eyePosition, vec3 eyeNormal);
-
-vec4 lightIncidence(int light, vec3 place);
-
-vec3 light(int index, vec3 n, float lit) {
-    vec4 way = lightIncidence(index, ball.xyz);
-    return way.w * (gl_LightSource[index].ambient.rgb + lit * max(dot(n, way.xyz), 0.0) * gl_LightSource[index].diffuse.rgb);
-}
+vec3 mattColor(vec3 place, vec3 normal, vec3 color);
 
 vec3 wayTo(vec3 point) {
     return gl_ProjectionMatrix[2][3] != 0.0 ? normalize(point) : vec3(0.0, 0.0, -1.0);
@@ -122,22 +114,7 @@ void main() {
     if (onBall.x * onBall.y * onBall.z < 0.0)
         color.rgb *= 0.55;
 #endif
-    vec3 litBy = vec3(1.0);
-    float visible = shadowVisibility(ball.xyz + ball.w * n, n);
-#ifdef SHADOW_LIGHT
-    litBy[SHADOW_LIGHT] = visible;
-#endif
-    vec3 shade = gl_LightModel.ambient.rgb;
-    if (!hyx_lightOff0)
-        shade += light(0, n, litBy[0]);
-    if (!hyx_lightOff1)
-        shade += light(1, n, litBy[1]);
-    if (!hyx_lightOff2)
-        shade += light(2, n, litBy[2]);
-    color.rgb *= shade;
-#ifdef BLACK_SHADOWS
-    color.rgb *= visible;
-#endif
+    color.rgb = mattColor(ball.xyz + ball.w * n, n, color.rgb);
 #ifdef SOFT
     float facing = max(-dot(n, wayTo(ball.xyz + ball.w * n)), 0.0);
     color.a *= facing * facing;

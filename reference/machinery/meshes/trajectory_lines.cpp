@@ -3,6 +3,7 @@
 
 #include "reference/machinery/meshes/line_meshes.h"
 #include "reference/machinery/meshes/mesh_builder.h"
+#include "reference/machinery/shading/vertex_colors.h"
 
 #include <osg/LineWidth>
 
@@ -71,6 +72,7 @@ void TrajectoryLines::writeTo(osg::Geometry& geometry) const {
     }
     positions.dirty();
     colors.dirty();
+    followOpacity(geometry, colors);
     geometry.dirtyBound();
 }
 

@@ -3,15 +3,20 @@
 #include "reference/machinery/meshes/mesh_builder.h"
 #include "reference/machinery/model_files/file_look_up.h"
 #include "reference/machinery/model_files/only_reader.h"
+#include "reference/machinery/shading/surface_program.h"
 
 #include <assimp/DefaultIOSystem.h>
+#include <assimp/GltfMaterial.h>
 #include <assimp/Importer.hpp>
 #include <assimp/config.h>
 #include <assimp/material.h>
 #include <assimp/mesh.h>
 #include <assimp/postprocess.h>
 #include <assimp/scene.h>
+#include <osg/AlphaFunc>
 #include <osg/BlendFunc>
+#include <osg/CullFace>
+#include <osg/Depth>
 #include <osg/Geode>
 #include <osg/Material>
 #include <osg/MatrixTransform>
@@ -86,21 +91,63 @@ private:
             material->setEmission(both, toOsg(color));
         if (source.Get(AI_MATKEY_SHININESS, value) == AI_SUCCESS)
             material->setShininess(both, std::clamp(value, 0.0f, 128.0f));
-        if (source.Get(AI_MATKEY_OPACITY, value) == AI_SUCCESS && value < 1) {
+        if (source.Get(AI_MATKEY_OPACITY, value) == AI_SUCCESS && value < 1)
             material->setAlpha(both, value);
-            state->setAttributeAndModes(new osg::BlendFunc);
-            state->setRenderingHint(osg::StateSet::TRANSPARENT_BIN);
-        }
+        setTransparency(source, *state, *material);
         state->setAttributeAndModes(material);
-        aiString file;
-        if (source.GetTexture(aiTextureType_DIFFUSE, 0, &file) == AI_SUCCESS)
-            if (osg::ref_ptr<osg::Image> const image = imageOf(file.C_Str())) {
-                osg::ref_ptr<osg::Texture2D> const texture = new osg::Texture2D(image);
-                texture->setWrap(osg::Texture::WRAP_S, osg::Texture::REPEAT);
-                texture->setWrap(osg::Texture::WRAP_T, osg::Texture::REPEAT);
-                state->setTextureAttributeAndModes(0, texture);
-            }
+        if (osg::ref_ptr<osg::Texture2D> const texture = textureOf(source, aiTextureType_DIFFUSE))
+            state->setTextureAttributeAndModes(DIFFUSE_TEXTURE, texture);
+        setSurface(source, *state);
         return state;
+    }
+
+    /// A material that says how it lets light through decides; of others the opacity does.
+    static void setTransparency(aiMaterial const& source, osg::StateSet& state, osg::Material& material) {
+        aiString mode;
+        bool const says = source.Get(AI_MATKEY_GLTF_ALPHAMODE, mode) == AI_SUCCESS;
+        std::string const word = says ? mode.C_Str() : "";
+        if (word == "MASK") {
+            float cutoff = 0.5f;
+            source.Get(AI_MATKEY_GLTF_ALPHACUTOFF, cutoff);
+            state.setAttributeAndModes(new osg::AlphaFunc(osg::AlphaFunc::GEQUAL, cutoff));
+        } else if (word == "BLEND" || (!says && material.getDiffuse(osg::Material::FRONT).a() < 1)) {
+            state.setAttributeAndModes(new osg::BlendFunc);
+            state.setAttributeAndModes(new osg::Depth(osg::Depth::LESS, 0, 1, false));
+            state.setRenderingHint(osg::StateSet::TRANSPARENT_BIN);
+        } else if (says) {
+            material.setAlpha(osg::Material::FRONT_AND_BACK, 1);
+        }
+        int bothSides = 0;
+        if (says && source.Get(AI_MATKEY_TWOSIDED, bothSides) == AI_SUCCESS && !bothSides)
+            state.setAttributeAndModes(new osg::CullFace(osg::CullFace::BACK));
+    }
+
+    /// What only the program of surfaces can draw.
+    void setSurface(aiMaterial const& source, osg::StateSet& state) const {
+        if (osg::ref_ptr<osg::Texture2D> const normals = textureOf(source, aiTextureType_NORMALS))
+            setNormalMap(state, *normals);
+        if (osg::ref_ptr<osg::Texture2D> const glow = textureOf(source, aiTextureType_EMISSIVE))
+            setGlowMap(state, *glow);
+        aiString mode;
+        float metal = 1, roughness = 1;
+        if (source.Get(AI_MATKEY_GLTF_ALPHAMODE, mode) != AI_SUCCESS || // others mean other things by these numbers
+            source.Get(AI_MATKEY_METALLIC_FACTOR, metal) != AI_SUCCESS ||
+            source.Get(AI_MATKEY_ROUGHNESS_FACTOR, roughness) != AI_SUCCESS)
+            return;
+        setMetalRoughness(state, metal, roughness, textureOf(source, aiTextureType_UNKNOWN));
+    }
+
+    osg::ref_ptr<osg::Texture2D> textureOf(aiMaterial const& source, aiTextureType kind) const {
+        aiString file;
+        if (source.GetTexture(kind, 0, &file) != AI_SUCCESS)
+            return nullptr;
+        osg::ref_ptr<osg::Image> const image = imageOf(file.C_Str());
+        if (!image)
+            return nullptr;
+        osg::ref_ptr<osg::Texture2D> const texture = new osg::Texture2D(image);
+        texture->setWrap(osg::Texture::WRAP_S, osg::Texture::REPEAT);
+        texture->setWrap(osg::Texture::WRAP_T, osg::Texture::REPEAT);
+        return texture;
     }
 
     osg::ref_ptr<osg::Image> imageOf(std::string file) const {
@@ -204,7 +251,15 @@ public:
                       aiProcess_SortByPType | aiProcess_ValidateDataStructure);
         if (!scene || !scene->mRootNode)
             return ReadResult(std::string(importer.GetErrorString()));
-        return SceneConverter(*scene, osgDB::getFilePath(path)).convert(*scene->mRootNode).get();
+        osg::ref_ptr<osg::Node> const model =
+            SceneConverter(*scene, osgDB::getFilePath(path)).convert(*scene->mRootNode);
+        std::string const kind = osgDB::getLowerCaseFileExtension(path);
+        if (kind != "gltf" && kind != "glb")
+            return model.get();
+        osg::ref_ptr<osg::MatrixTransform> const upright =
+            new osg::MatrixTransform(osg::Matrixd::rotate(osg::PI_2, osg::Vec3d(1, 0, 0))); // Y is up in these files
+        upright->addChild(model);
+        return upright.get();
     }
 };
 

@@ -1,10 +1,17 @@
-// The text of the equation by which every program dims lights.
+// The texts of the equation by which every program lights surfaces.
 #include "reference/machinery/shading/light_equation.h"
 
 namespace hyxOSG::decorator {
 namespace {
 
-char const* const lightEquationSource = R"(#version 120
+// A material is either one of colours and shininess or, with METAL_ROUGHNESS, one of a metal's share and roughness,
+// which also mirrors the sky and the ground.
+char const* const source = R"(#version 120
+#pragma import_defines(SHADOW_LIGHT, BLACK_SHADOWS, NO_HIGHLIGHTS, SKY_LIGHT, METAL_ROUGHNESS)
+uniform bool hyx_lightOff0, hyx_lightOff1, hyx_lightOff2; // a node's own switches
+
+float shadowVisibility(vec3 eyePosition, vec3 eyeNormal);
+
 vec4 lightIncidence(int light, vec3 place)
 {
     vec4 from = gl_LightSource[light].position;
@@ -23,16 +30,123 @@ vec4 lightIncidence(int light, vec3 place)
     return vec4(way, strength);
 }
 
-float lightShine(vec3 normal, vec3 toLight, vec3 toEye)
+#if defined(SKY_LIGHT) || defined(METAL_ROUGHNESS)
+uniform vec3 hyx_skyColor, hyx_groundColor;
+uniform mat4 osg_ViewMatrix;
+
+// What comes from above and from below, blurred over `softness` of the height.
+vec3 skyLight(vec3 way, float softness)
+{
+    return mix(hyx_groundColor, hyx_skyColor, smoothstep(-softness, softness, dot(way, osg_ViewMatrix[2].xyz)));
+}
+#endif
+
+vec3 ambientLight(vec3 normal)
+{
+#ifdef SKY_LIGHT
+    return gl_LightModel.ambient.rgb * skyLight(normal, 1.0);
+#else
+    return gl_LightModel.ambient.rgb;
+#endif
+}
+
+#ifdef METAL_ROUGHNESS
+uniform vec2 hyx_metalRoughness; // of glTF's definition, both 0 to 1
+
+float highlightStrength(vec3 normal, vec3 toLight, vec3 toEye, float a)
+{
+    vec3 between = normalize(toLight + toEye);
+    float nh = max(dot(normal, between), 0.0), nl = max(dot(normal, toLight), 0.0);
+    float nv = max(dot(normal, toEye), 1e-3);
+    float spread = nh * nh * (a * a - 1.0) + 1.0;
+    float k = 0.5 * a;
+    return 0.25 * a * a / (spread * spread * (nl * (1.0 - k) + k) * (nv * (1.0 - k) + k));
+}
+#else
+float highlightStrength(vec3 normal, vec3 toLight, vec3 toEye)
 {
     return pow(max(dot(normal, normalize(toLight + toEye)), 0.0), max(gl_FrontMaterial.shininess, 1e-3));
+}
+#endif
+
+struct Sum { vec3 ambient; vec3 direct; vec3 highlight; };
+
+void addLight(inout Sum sum, int light, float lit, vec3 place, vec3 normal, vec3 toEye, float roughness)
+{
+    vec4 way = lightIncidence(light, place);
+    float slope = max(dot(normal, way.xyz), 0.0);
+    sum.ambient += way.w * gl_LightSource[light].ambient.rgb;
+    sum.direct += way.w * lit * slope * gl_LightSource[light].diffuse.rgb;
+#ifndef NO_HIGHLIGHTS
+#ifdef METAL_ROUGHNESS
+    sum.highlight += way.w * lit * slope * gl_LightSource[light].specular.rgb *
+                     highlightStrength(normal, way.xyz, toEye, roughness * roughness);
+#else
+    if (slope > 0.0)
+        sum.highlight += way.w * lit * gl_LightSource[light].specular.rgb * highlightStrength(normal, way.xyz, toEye);
+#endif
+#endif
+}
+
+Sum lightAt(vec3 place, vec3 normal, float open, float roughness)
+{
+    vec3 toEye = gl_ProjectionMatrix[2][3] != 0.0 ? -normalize(place) : vec3(0.0, 0.0, 1.0);
+    vec3 lit = vec3(open);
+#ifdef SHADOW_LIGHT
+    lit[SHADOW_LIGHT] *= shadowVisibility(place, normal);
+#endif
+    Sum sum = Sum(ambientLight(normal), vec3(0.0), vec3(0.0));
+    if (!hyx_lightOff0)
+        addLight(sum, 0, lit[0], place, normal, toEye, roughness);
+    if (!hyx_lightOff1)
+        addLight(sum, 1, lit[1], place, normal, toEye, roughness);
+    if (!hyx_lightOff2)
+        addLight(sum, 2, lit[2], place, normal, toEye, roughness);
+    return sum;
+}
+
+vec3 blackened(vec3 color, vec3 place, vec3 normal)
+{
+#ifdef BLACK_SHADOWS
+    color *= shadowVisibility(place, normal);
+#endif
+    return color;
+}
+
+vec3 mattColor(vec3 place, vec3 normal, vec3 color)
+{
+    Sum sum = lightAt(place, normal, 1.0, 1.0);
+    return blackened(color * (sum.ambient + sum.direct), place, normal);
+}
+
+vec3 litColor(vec3 place, vec3 normal, vec3 ambient, vec3 diffuse, vec3 texel, vec3 shine, vec2 metalRoughness,
+              vec3 glow, float open)
+{
+#ifdef METAL_ROUGHNESS
+    float metal = hyx_metalRoughness.x * metalRoughness.x;
+    float roughness = clamp(hyx_metalRoughness.y * metalRoughness.y, 0.05, 1.0);
+    Sum sum = lightAt(place, normal, open, roughness);
+    vec3 toEye = -normalize(place);
+    vec3 base = diffuse * texel;
+    vec3 mirror = mix(vec3(0.04), base, metal);
+    vec3 edge = max(vec3(1.0 - roughness), mirror) - mirror;
+    vec3 fresnel = mirror + edge * pow(1.0 - max(dot(normal, toEye), 0.0), 5.0);
+    vec3 mirrored = skyLight(reflect(-toEye, normal), max(roughness, 0.1));
+    vec3 color = base * (1.0 - metal) * (sum.ambient * open + sum.direct) + fresnel * mirrored * open +
+                 mirror * sum.highlight + glow;
+#else
+    Sum sum = lightAt(place, normal, open, 1.0);
+    vec3 matt = glow + ambient * sum.ambient + diffuse * sum.direct;
+    vec3 color = clamp(matt, 0.0, 1.0) * texel + gl_FrontMaterial.specular.rgb * shine * sum.highlight;
+#endif
+    return blackened(color, place, normal);
 }
 )";
 
 } // namespace
 
 osg::ref_ptr<osg::Shader> lightEquationShader() {
-    static osg::ref_ptr<osg::Shader> const shader = new osg::Shader(osg::Shader::FRAGMENT, lightEquationSource);
+    static osg::ref_ptr<osg::Shader> const shader = new osg::Shader(osg::Shader::FRAGMENT, source);
     return shader;
 }
 

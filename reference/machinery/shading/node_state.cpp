@@ -1,6 +1,8 @@
 // Finds or makes the state of a node that may be changed without changing others.
 #include "reference/machinery/shading/node_state.h"
 
+#include "reference/machinery/shading/material_colors.h"
+
 #include <osg/BlendFunc>
 #include <osg/Depth>
 #include <osg/NodeVisitor>
@@ -41,7 +43,7 @@ osg::Material& writableMaterial(osg::Node& node) {
     osg::StateSet& state = writableStateSet(node);
     osg::ref_ptr<osg::Material> material = materialOf(&state);
     if (!material || material->getNumParents() > 1)
-        material = first.found ? new osg::Material(*first.found) : new osg::Material;
+        material = copyOf(first.found ? *first.found : defaultMaterial());
     material->setColorMode(osg::Material::OFF);
     state.setAttributeAndModes(material, setByScript);
     return *material;

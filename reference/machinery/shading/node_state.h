@@ -22,8 +22,8 @@ inline constexpr osg::StateAttribute::GLModeValue forced = osg::StateAttribute::
 /// The state set of `node` to be written: made when there is none, copied first when other nodes use it too.
 osg::StateSet& writableStateSet(osg::Node& node);
 
-/// The material of `node` to be written. A node without one starts with a copy of the first material below it, so that
-/// changing one colour keeps the rest of the look.
+/// The material of `node` to be written. A node without one starts with a copy of the first material below it, or of
+/// the default material, so that changing one colour keeps the rest of the look.
 osg::Material& writableMaterial(osg::Node& node);
 
 /// Blends `state` with what lies behind, far to near; or, with 1, makes it opaque again.

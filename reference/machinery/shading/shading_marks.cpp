@@ -2,6 +2,7 @@
 #include "reference/machinery/shading/shading_marks.h"
 
 #include <osg/Drawable>
+#include <osg/Material>
 #include <osg/NodeVisitor>
 #include <osg/StateSet>
 #include <osg/Uniform>
@@ -9,13 +10,14 @@
 namespace hyxOSG::decorator {
 namespace {
 
-char const* const litName = "hyx_lit";
+char const* const unlitName = "hyx_unlit";
+char const* const vertexColorsName = "hyx_vertexColors";
 char const* const receivesName = "hyx_receivesShadow";
 
 void setMark(osg::StateSet& state, char const* name, bool value, osg::StateAttribute::OverrideValue flags) {
     osg::Uniform* mark = state.getUniform(name);
     if (!mark)
-        state.addUniform(mark = new osg::Uniform(name, value), flags);
+        state.addUniform(mark = new osg::Uniform(name, value), flags | osg::StateAttribute::ON);
     bool present = value;
     mark->get(present);
     if (present != value)
@@ -41,8 +43,10 @@ public:
             setMark(*node.getOrCreateStateSet(), receivesName, m_inherited.receives, osg::StateAttribute::ON);
         else if (osg::StateSet* state = node.getStateSet())
             removeMark(*state, receivesName);
-        if (osg::StateSet* state = node.getStateSet())
-            markLit(*state);
+        if (osg::StateSet* state = node.getStateSet()) {
+            markUnlit(*state);
+            markVertexColors(*state);
+        }
         traverse(node);
         m_inherited = above;
     }
@@ -54,13 +58,24 @@ private:
         bool receives = true; ///< as the program's own uniform
     };
 
-    static void markLit(osg::StateSet& state) {
+    static void markUnlit(osg::StateSet& state) {
         osg::StateSet::ModeList const& modes = state.getModeList();
         auto const lighting = modes.find(GL_LIGHTING);
         if (lighting == modes.end())
-            removeMark(state, litName);
+            removeMark(state, unlitName);
         else
-            setMark(state, litName, lighting->second & osg::StateAttribute::ON, lighting->second);
+            setMark(state, unlitName, !(lighting->second & osg::StateAttribute::ON), lighting->second);
+    }
+
+    static void markVertexColors(osg::StateSet& state) {
+        auto const* const entry = state.getAttributePair(osg::StateAttribute::MATERIAL);
+        if (!entry) {
+            removeMark(state, vertexColorsName);
+            return;
+        }
+        auto const mode = static_cast<osg::Material const&>(*entry->first).getColorMode();
+        bool const decide = mode == osg::Material::DIFFUSE || mode == osg::Material::AMBIENT_AND_DIFFUSE;
+        setMark(state, vertexColorsName, decide, entry->second);
     }
 
     bool m_castersReceive;

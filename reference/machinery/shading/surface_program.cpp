@@ -1,4 +1,4 @@
-// The program of surfaces with normal maps, cube maps and further textures.
+// The text of the program that draws every lit surface.
 #include "reference/machinery/shading/surface_program.h"
 
 #include "reference/machinery/shading/light_equation.h"
@@ -16,15 +16,21 @@ namespace hyxOSG {
 namespace {
 
 char const* const vertexSource = R"(#version 120
+uniform bool hyx_unlit, hyx_vertexColors;
 varying vec3 position;
 varying vec3 normal;
 varying vec2 texcoord;
+varying vec2 basePlace;
+varying vec4 tint;
 
 void main() {
-    position = vec3(gl_ModelViewMatrix * gl_Vertex);
+    vec4 eye = gl_ModelViewMatrix * gl_Vertex;
+    position = eye.xyz;
     normal = gl_NormalMatrix * gl_Normal;
     texcoord = gl_MultiTexCoord0.xy;
-    gl_ClipVertex = gl_ModelViewMatrix * gl_Vertex;
+    basePlace = (gl_TextureMatrix[0] * gl_MultiTexCoord0).xy;
+    tint = hyx_unlit || hyx_vertexColors ? gl_Color : gl_FrontMaterial.diffuse;
+    gl_ClipVertex = eye;
     gl_Position = ftransform();
 }
 )";
@@ -32,17 +38,20 @@ void main() {
 // Tangents come from screen-space derivatives, so that meshes need none of their own.
 char const* const fragmentSource = R"(#version 120
 #pragma import_defines(DIFFUSE_MAP, SHADOW_MAP, SHADOW_JITTER_MAP, NORMAL_MAP, HEIGHT_MAP, SPECULAR_MAP, SPHERE_MAP, CUBE_MAP)
-#pragma import_defines(SHADOW_LIGHT, BLACK_SHADOWS)
+#pragma import_defines(METAL_ROUGHNESS, METAL_ROUGHNESS_MAP, GLOW_MAP)
+uniform bool hyx_unlit, hyx_vertexColors;
 varying vec3 position;
 varying vec3 normal;
 varying vec2 texcoord;
+varying vec2 basePlace;
+varying vec4 tint;
 uniform sampler2D map0, map1, map2, map3, map4, map5, map6;
 uniform samplerCube cubeMap;
 uniform float hyx_reflection;
-uniform bool hyx_lightOff0, hyx_lightOff1, hyx_lightOff2;
 uniform mat4 osg_ViewMatrixInverse;
 
-float shadowVisibility(vec3 eyePosition, vec3 eyeNormal);
+vec3 litColor(vec3 place, vec3 normal, vec3 ambient, vec3 diffuse, vec3 texel, vec3 shine, vec2 metalRoughness,
+              vec3 glow, float open);
 
 vec2 scaled(mat4 scale, vec2 place) { return (scale * vec4(place, 0.0, 1.0)).xy; }
 
@@ -56,69 +65,68 @@ mat3 tangentFrame(vec3 n, vec2 place) {
     return mat3(t * inversesqrt(size), b * inversesqrt(size), n);
 }
 
-vec4 lightIncidence(int light, vec3 place);
-float lightShine(vec3 normal, vec3 toLight, vec3 toEye);
-
-void addLight(int light, gl_LightProducts product, vec3 n, vec3 toEye, float lit, inout vec3 diffuse, inout vec3 specular) {
-    vec4 way = lightIncidence(light, position);
-    float slope = max(dot(n, way.xyz), 0.0);
-    diffuse += way.w * (product.ambient.rgb + lit * slope * product.diffuse.rgb);
-    if (slope > 0.0)
-        specular += way.w * lit * lightShine(n, way.xyz, toEye) * product.specular.rgb;
+// Surfaces are lit from the side that is seen, whichever way round their corners and normals are.
+vec3 facingNormal() {
+    vec3 n = normalize(normal);
+    return dot(n, cross(dFdx(position), dFdy(position))) < 0.0 ? -n : n;
 }
 
 void main() {
+    vec4 texel = vec4(1.0);
+#if defined(HEIGHT_MAP) || defined(NORMAL_MAP) || defined(SHADOW_MAP) || defined(SPHERE_MAP) || defined(CUBE_MAP)
     vec3 toEye = -normalize(position);
-    vec3 n = normalize(normal);
-    if (!gl_FrontFacing)
-        n = -n;
-    float visible = shadowVisibility(position, n);
+#endif
+    vec3 n = facingNormal();
     vec2 place = texcoord;
+    vec2 diffusePlace = basePlace;
 #ifdef HEIGHT_MAP
     vec2 heightPlace = scaled(gl_TextureMatrix[4], texcoord);
     mat3 heightFrame = tangentFrame(n, heightPlace);
     float height = texture2D(map4, heightPlace).r;
     vec3 along = toEye * heightFrame;
     place += 0.04 * (height - 0.5) * along.xy / max(along.z, 0.3);
-    vec2 texel = vec2(1.0 / 256.0, 0.0);
-    vec2 rise = vec2(texture2D(map4, heightPlace + texel.xy).r - texture2D(map4, heightPlace - texel.xy).r,
-                     texture2D(map4, heightPlace + texel.yx).r - texture2D(map4, heightPlace - texel.yx).r);
+    diffusePlace = scaled(gl_TextureMatrix[0], place);
+    vec2 step = vec2(1.0 / 256.0, 0.0);
+    vec2 rise = vec2(texture2D(map4, heightPlace + step.xy).r - texture2D(map4, heightPlace - step.xy).r,
+                     texture2D(map4, heightPlace + step.yx).r - texture2D(map4, heightPlace - step.yx).r);
     n = normalize(heightFrame * vec3(-4.0 * rise, 1.0));
 #endif
+#ifdef DIFFUSE_MAP
+    texel = texture2D(map0, diffusePlace);
+#endif
+    if (hyx_unlit) {
+        gl_FragColor = tint * texel;
+        return;
+    }
 #ifdef NORMAL_MAP
     vec2 normalPlace = scaled(gl_TextureMatrix[3], place);
     n = normalize(tangentFrame(n, normalPlace) * (2.0 * texture2D(map3, normalPlace).xyz - 1.0));
 #endif
-    float lit = 1.0;
+    float open = 1.0;
 #ifdef SHADOW_MAP
     vec2 shadowPlace = scaled(gl_TextureMatrix[1], place);
 #ifdef SHADOW_JITTER_MAP
     shadowPlace += 0.02 * (texture2D(map2, scaled(gl_TextureMatrix[2], place)).rg - 0.5);
 #endif
-    lit = texture2D(map1, shadowPlace).r;
+    open = texture2D(map1, shadowPlace).r;
 #endif
-    vec3 litBy = vec3(lit);
-#ifdef SHADOW_LIGHT
-    litBy[SHADOW_LIGHT] *= visible;
-#endif
-    vec3 diffuse = gl_FrontLightModelProduct.sceneColor.rgb, specular = vec3(0.0);
-    if (!hyx_lightOff0)
-        addLight(0, gl_FrontLightProduct[0], n, toEye, litBy[0], diffuse, specular);
-    if (!hyx_lightOff1)
-        addLight(1, gl_FrontLightProduct[1], n, toEye, litBy[1], diffuse, specular);
-    if (!hyx_lightOff2)
-        addLight(2, gl_FrontLightProduct[2], n, toEye, litBy[2], diffuse, specular);
-    float alpha = gl_FrontMaterial.diffuse.a;
-#ifdef DIFFUSE_MAP
-    vec4 texel0 = texture2D(map0, scaled(gl_TextureMatrix[0], place));
-    diffuse *= texel0.rgb;
-    alpha *= texel0.a;
-#endif
+    vec3 shine = vec3(1.0);
 #ifdef SPECULAR_MAP
-    specular *= texture2D(map5, scaled(gl_TextureMatrix[5], place)).rgb;
+    shine = texture2D(map5, scaled(gl_TextureMatrix[5], place)).rgb;
 #endif
-    vec3 color = clamp(diffuse, 0.0, 1.0) + specular;
+    vec2 metalRoughness = vec2(1.0);
+#ifdef METAL_ROUGHNESS_MAP
+    metalRoughness = texture2D(map5, scaled(gl_TextureMatrix[5], place)).bg;
+#endif
+    vec3 glow = gl_FrontMaterial.emission.rgb;
+#ifdef GLOW_MAP
+    glow *= texture2D(map2, scaled(gl_TextureMatrix[2], place)).rgb;
+#endif
+    vec3 ambient = hyx_vertexColors ? tint.rgb : gl_FrontMaterial.ambient.rgb;
+    vec3 color = litColor(position, n, ambient, tint.rgb, texel.rgb, shine, metalRoughness, glow, open);
+#if defined(SPHERE_MAP) || defined(CUBE_MAP)
     vec3 mirrored = reflect(-toEye, n);
+#endif
 #ifdef SPHERE_MAP
     vec2 onBall = mirrored.xy / (2.0 * length(mirrored + vec3(0.0, 0.0, 1.0))) + 0.5;
     color = mix(color, texture2D(map6, scaled(gl_TextureMatrix[6], onBall)).rgb, hyx_reflection);
@@ -127,28 +135,12 @@ void main() {
     vec3 inWorld = mat3(osg_ViewMatrixInverse[0].xyz, osg_ViewMatrixInverse[1].xyz, osg_ViewMatrixInverse[2].xyz) * mirrored;
     color = mix(color, textureCube(cubeMap, vec3(inWorld.x, inWorld.z, -inWorld.y)).rgb, hyx_reflection);
 #endif
-#ifdef BLACK_SHADOWS
-    color *= visible;
-#endif
-    gl_FragColor = vec4(color, alpha);
+    gl_FragColor = vec4(color, tint.a * texel.a);
 }
 )";
 
 constexpr std::array<char const*, 7> defineNames{"DIFFUSE_MAP", "SHADOW_MAP",   "SHADOW_JITTER_MAP", "NORMAL_MAP",
                                                  "HEIGHT_MAP",  "SPECULAR_MAP", "SPHERE_MAP"};
-
-osg::Program& surfaceProgram() {
-    static osg::ref_ptr<osg::Program> const program = [] {
-        osg::ref_ptr<osg::Program> const made = new osg::Program;
-        made->setName("surface");
-        made->addShader(new osg::Shader(osg::Shader::VERTEX, vertexSource));
-        made->addShader(new osg::Shader(osg::Shader::FRAGMENT, fragmentSource));
-        made->addShader(decorator::lightEquationShader());
-        made->addShader(decorator::shadowLookupShader());
-        return made;
-    }();
-    return *program;
-}
 
 /// Declares the colour textures that models carry themselves.
 class DeclareColorTextures : public osg::NodeVisitor {
@@ -165,6 +157,25 @@ public:
 
 } // namespace
 
+osg::Program& surfaceProgram() {
+    static osg::ref_ptr<osg::Program> const program = [] {
+        osg::ref_ptr<osg::Program> const made = new osg::Program;
+        made->setName("surface");
+        made->addShader(new osg::Shader(osg::Shader::VERTEX, vertexSource));
+        made->addShader(new osg::Shader(osg::Shader::FRAGMENT, fragmentSource));
+        made->addShader(decorator::lightEquationShader());
+        made->addShader(decorator::shadowLookupShader());
+        return made;
+    }();
+    return *program;
+}
+
+void addSurfaceUniforms(osg::StateSet& state) {
+    for (int unit = 0; unit < static_cast<int>(defineNames.size()); ++unit)
+        state.addUniform(new osg::Uniform(("map" + std::to_string(unit)).c_str(), unit));
+    state.addUniform(new osg::Uniform("cubeMap", static_cast<int>(cubeMapUnit)));
+}
+
 void declareTexture(osg::Node& node, TextureMode mode) {
     writableStateSet(node).setDefine(defineNames.at(mode));
 }
@@ -172,15 +183,32 @@ void declareTexture(osg::Node& node, TextureMode mode) {
 void useSurfaceProgram(osg::Node& node) {
     osg::StateSet& state = writableStateSet(node);
     state.setAttributeAndModes(&surfaceProgram(), setByScript);
-    for (int unit = 0; unit < static_cast<int>(defineNames.size()); ++unit)
-        state.addUniform(new osg::Uniform(("map" + std::to_string(unit)).c_str(), unit));
-    state.addUniform(new osg::Uniform("cubeMap", static_cast<int>(cubeMapUnit)));
+    addSurfaceUniforms(state);
     DeclareColorTextures visitor;
     node.accept(visitor);
 }
 
 void declareCubeMap(osg::Node& node) {
     writableStateSet(node).setDefine("CUBE_MAP");
+}
+
+void setNormalMap(osg::StateSet& state, osg::Texture2D& texture) {
+    state.setTextureAttribute(NORMALMAP_TEXTURE, &texture);
+    state.setDefine(defineNames[NORMALMAP_TEXTURE]);
+}
+
+void setGlowMap(osg::StateSet& state, osg::Texture2D& texture) {
+    state.setTextureAttribute(SHADOW_JITTER_TEXTURE, &texture);
+    state.setDefine("GLOW_MAP");
+}
+
+void setMetalRoughness(osg::StateSet& state, float metal, float roughness, osg::Texture2D* texture) {
+    state.setDefine("METAL_ROUGHNESS");
+    state.addUniform(new osg::Uniform("hyx_metalRoughness", osg::Vec2(metal, roughness)));
+    if (!texture)
+        return;
+    state.setTextureAttribute(SPECULARMAP_TEXTURE, texture);
+    state.setDefine("METAL_ROUGHNESS_MAP");
 }
 
 void setReflection(osg::Node& node, float coefficient, bool onlyIfUnset) {

@@ -291,7 +291,7 @@ def test_the_near_and_far_mode_decides_whether_the_planes_cut(window, sphere, mo
 
 def test_the_cull_mask_chooses_what_is_drawn(window, sphere):
     target = look(hyxOSG.RenderToImage(32, 32), scene=sphere, window=window)
-    assert target.getCameraCullMask() == -1
+    assert target.getCameraCullMask() == ~hyxOSG.ExampleApplication.HUD_MASK
     sphere.setNodeMask(4)
     target.setCameraCullMask(3)
     assert target.getCameraCullMask() == 3

@@ -7,6 +7,7 @@ import _hyxOSG
 import hyx
 import hyxOSG
 import numpy
+import osg
 import pytest
 from decorated_stage import changed, decorator, frame, near, stage, write_image
 from hyxOSG import ClipPlane, SkyBox
@@ -91,6 +92,46 @@ def test_two_planes_cut_together(stage, sphere):
     one = green(stage.picture()).sum()
     stage.decorator.removeChild(outer)
     assert one > 1.6 * both > 0
+
+
+@pytest.fixture
+def many_cuts(stage):
+    """Adds one cut within another, each around a sphere of its own."""
+    outer = osg.Group()
+    stage.decorator.addChild(outer)
+
+    def add(count):
+        for place in range(count):
+            plane = ClipPlane(hyx.Vec3(0, 0, 0), hyx.Vec3(1, 0, 0))
+            plane.addChild(hyxOSG.createSphere(hyx.Vec3(0, 0.1 * place, 2.5), hyx.Vec4(0, 1, 0, 1), 0.8))
+            outer.addChild(plane)
+
+    def keep(count):
+        while outer.getNumChildren() > count:
+            outer.removeChild(outer.getChild(count))
+
+    add.keep = keep
+    yield add
+    stage.decorator.removeChild(outer)
+
+
+def test_cuts_that_are_gone_take_no_place(stage, many_cuts):
+    for _ in range(20):
+        many_cuts(6)
+        left = frame(green(stage.picture()))[0]
+        assert abs(left - 160) <= 2
+        many_cuts.keep(0)
+
+
+@pytest.mark.parametrize("shadows", [False, True])
+def test_more_cuts_than_the_driver_can_do_are_refused_in_words(stage, many_cuts, shadows):
+    stage.decorator.setEnableShadows(shadows)
+    many_cuts(33)
+    with pytest.raises(RuntimeError, match="can do no more than [0-9]+ cuts in one picture"):
+        stage.picture()
+    many_cuts.keep(6)
+    left, right, _, _ = frame(green(stage.picture()))
+    assert abs(left - 160) <= 2 and right > 170
 
 
 def test_particles_behind_the_plane_are_hidden(stage):

@@ -235,3 +235,18 @@ def test_the_shader_hands_out_its_parts(stage):
         assert getattr(shader, "get" + part)() is not None
     with pytest.raises(RuntimeError, match="radius"):
         shader.add(hyx.Vec3(), hyx.Vec3(1, 0, 0), 0.0)
+
+
+@pytest.mark.parametrize("kind", KINDS)
+def test_a_tube_of_half_opacity_shows_what_is_behind(stage, spline, kind):
+    stage.decorator.setBackgroundColor(hyx.Vec3(0, 0, 1))
+    renderer = kind(spline, stage.root)
+    renderer.setRadius(0.3)
+    renderer.setColor(hyx.Vec4f(1, 0, 0, 1))
+    opaque = stage.shoot()
+    renderer.setColor(hyx.Vec4f(1, 0, 0, 0.5))
+    tube = [i for i, (r, g, b) in enumerate(opaque.pixels) if r > 80 and b < 30]
+    seen = stage.shoot()
+    assert len(tube) > 300 and sum(seen.pixels[i][2] > 50 for i in tube) > 0.9 * len(tube)
+    renderer.setColor(hyx.Vec4f(1, 0, 0, 1))
+    assert stage.shoot().differs(opaque) == 0

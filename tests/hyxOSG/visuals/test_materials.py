@@ -98,6 +98,7 @@ def test_highlights_and_shininess_are_seen(studio):
     node = ball(studio.root)
     studio.app.getSceneDecorator().getLightSource(hyxOSG.SceneDecorator.LIGHT0).setSpecular(hyx.Vec4f(1, 1, 1, 1))
     hyxOSG.setDiffuseColor(node, hyx.Vec4f(0.2, 0, 0, 1))
+    hyxOSG.setSpecularColor(node, hyx.Vec4f(0, 0, 0, 1))
     matt = studio.picture()
     hyxOSG.setSpecularColor(node, hyx.Vec4f(1, 1, 1, 1))
     hyxOSG.setShininess(node, 5.0)
@@ -127,11 +128,11 @@ def test_transparent_nodes_show_what_is_behind(studio):
 def test_a_light_is_switched_for_one_node(studio):
     node = ball(studio.root)
     hyxOSG.setDiffuseColor(node, RED)
-    lit = studio.picture().count(red)
+    lit = studio.picture().center()[0]
     hyxOSG.setEnableLight(False, 0, node)
-    assert studio.picture().count(red) < lit / 4
+    assert studio.picture().center()[0] < lit / 2
     hyxOSG.setEnableLight(True, 0, node)
-    assert studio.picture().count(red) == lit
+    assert studio.picture().center()[0] == lit
     for light in (-1, 8):
         with pytest.raises(RuntimeError, match="0 to 7"):
             hyxOSG.setEnableLight(True, light, node)

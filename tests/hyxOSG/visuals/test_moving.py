@@ -133,7 +133,7 @@ def test_a_frame_drawable_draws_the_ways_of_its_frames(studio):
         frame.setLocalTranslate(hyx.Vec3(x, 0, 0))
         drawable.update()
     assert drawable.getNumPoints() == 3
-    assert studio.picture().count(red) > 40
+    assert studio.picture().count(red) > 25
     drawable.clear()
     assert drawable.getNumPoints() == 0 and studio.picture().lit() == 0
     assert drawable.remove(frame) and not drawable.remove(frame)
