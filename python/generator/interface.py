@@ -106,6 +106,7 @@ def read_interface(modules: dict[str, types.ModuleType], natives: Natives) -> In
     rows = {name: _hyx_proxy.describe(module) for name, module in modules.items()}
     for module, functions in rows.items():
         _add_classes(interface, module, functions)
+    for module, functions in rows.items():
         _add_operations(interface, module, functions)
         _add_constants(interface, module, modules[module])
     _add_spellings(interface, natives)
@@ -141,12 +142,13 @@ def _operation(module: str, row: dict, name: str) -> Operation:
 
 
 def _owner(interface: Interface, module: str, row: dict) -> ProxyClass | None:
-    """The class that a row belongs to: the one it names if that has a proxy in the module, else by its prefix."""
+    """The class that a row belongs to: the one it names if that has a proxy in the module, or is what the row's name
+    begins with, else by its prefix. A module can so add operations to a class of another."""
     if row["role"] == "function" and not row["class"]:
         return None
     if row["class"]:
         proxy = interface.classes.get(plain_name(row["class"]))
-        if proxy and proxy.module == module:
+        if proxy and (proxy.module == module or row["name"].startswith(proxy.name + "_")):
             return proxy
     name = row["name"].removeprefix("new_").removeprefix("delete_").removeprefix("disown_")
     owners = [

@@ -93,7 +93,7 @@ void ExampleApplication::addRenderTarget(RenderTarget* target, osg::Node* node) 
     if (!target)
         throw std::invalid_argument("a render target is needed, not None");
     removeRenderTarget(target);
-    m_implementation->renderTargets[target] = target;
+    m_implementation->renderTargets[target] = {target, node};
     osg::Camera* camera = target->getCamera();
     camera->addChild(node ? node : m_implementation->graph.decorator());
     m_implementation->graph.root()->addChild(camera);
