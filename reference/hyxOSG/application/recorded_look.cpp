@@ -17,11 +17,11 @@ namespace {
 
 using nlohmann::json;
 
-json numbers(osg::Vec4 const& color) {
+json numbersOf(osg::Vec4 const& color) {
     return {color.r(), color.g(), color.b(), color.a()};
 }
 
-json numbers(hyx::Vec3 const& vector) {
+json numbersOf(hyx::Vec3 const& vector) {
     return {vector.x, vector.y, vector.z};
 }
 
@@ -63,7 +63,7 @@ json colorsOf(hyx::RigidBody const& body, osg::Group& root) {
     for (auto const& geometry : body.getGeometries()) {
         GeometryNode* node = findGeometryNode(geometry.get(), &root);
         osg::Material const* material = node ? drawnMaterial(*node) : nullptr;
-        colors.push_back(material ? numbers(material->getDiffuse(osg::Material::FRONT)) : json());
+        colors.push_back(material ? numbersOf(material->getDiffuse(osg::Material::FRONT)) : json());
     }
     return colors;
 }
@@ -80,12 +80,12 @@ std::string describeLook(ExampleApplication& application, hyx::RigidBodyPtrVecto
     for (auto const& body : bodies)
         look["colors"].push_back(colorsOf(*body, *application.getRoot()));
     for (osg::Vec4 const& corner : application.getSceneDecorator()->getBackgroundColors())
-        look["background"].push_back(numbers(corner));
+        look["background"].push_back(numbersOf(corner));
     if (application.getViewer()) {
         CameraData const view = application.getCameraData();
-        look["camera"] = {{"eye", numbers(view.eye)},
-                          {"center", numbers(view.center)},
-                          {"up", numbers(view.up)},
+        look["camera"] = {{"eye", numbersOf(view.eye)},
+                          {"center", numbersOf(view.center)},
+                          {"up", numbersOf(view.up)},
                           {"fieldOfView", view.fieldOfView}};
     }
     return look.dump(-1, ' ', false, json::error_handler_t::replace);
