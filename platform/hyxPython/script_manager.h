@@ -4,6 +4,9 @@
 #include "platform/hyx/objects/object.h"
 #include "platform/hyx/values/vector.h"
 
+#include <map>
+#include <string>
+
 namespace hyxPython {
 
 /// Collects the errors that scripts raise where no script can catch them. One for the whole process.
@@ -25,8 +28,9 @@ public:
     static ScriptManager* instance(hyx::String const& scriptPath, hyx::String const& modulePath,
                                    hyx::String const& startScript, bool reset);
 
-    /// Takes over the pending error of the interpreter: records it, prints it once to the interpreter's standard error,
-    /// clears it. Without one it does nothing.
+    /// Takes over the pending error of the interpreter: records it, prints it to the interpreter's standard error,
+    /// clears it. One that comes again and again from the same place is printed once, and then its count at 10, 100,
+    /// 1000 times. Without one it does nothing.
     void registerError(hyx::String const& where);
 
     /// Those on record: the last thousand, without those that were cleared.
@@ -42,7 +46,10 @@ public:
     /// Throws std::out_of_range for an error that is not there.
     Error getError(hyx::UInt index) const { return m_errors.at(index); }
 
-    void clearErrors() { m_errors.clear(); }
+    void clearErrors() {
+        m_errors.clear();
+        m_printed.clear();
+    }
 
 private:
     ScriptManager() = default;
@@ -50,6 +57,7 @@ private:
 
     hyx::Vector<Error> m_errors;
     hyx::UInt m_registered = 0;
+    std::map<std::string, hyx::UInt> m_printed; ///< how often, by the whole report
 };
 
 } // namespace hyxPython

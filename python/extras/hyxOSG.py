@@ -5,6 +5,7 @@ from __future__ import annotations
 import _hyxOSG
 
 from .lists import Items
+from .png import png_bytes
 from .records import Record
 from .sensor_camera import SensorCamera, SensorFrame, SensorNoise, read_cameras
 
@@ -52,6 +53,46 @@ class ExampleApplication:
         self, kind: type[BaseException] | None, error: BaseException | None, trace: TracebackType | None
     ) -> None:
         self.close()
+
+    def run(self, raise_errors: bool | None = None) -> int:
+        """Runs the loop until it is stopped, the window is closed or the time is over. Returns the exit code.
+
+        What a listener or a callback raises is printed, once with its traceback and then counted, and the loop goes
+        on. With `raise_errors` the first such error is raised when the loop has ended. Left out, that is so where
+        nobody reads along: when the standard error stream is no terminal.
+        """
+        import sys
+
+        former = self.getRaiseScriptErrors()  # type: ignore[attr-defined]
+        stream = sys.__stderr__
+        unread = stream is None or not stream.isatty()
+        self.setRaiseScriptErrors(unread if raise_errors is None else raise_errors)  # type: ignore[attr-defined]
+        try:
+            return _hyxOSG.ExampleApplication_run(self)
+        finally:
+            if hasattr(self, "this"):
+                self.setRaiseScriptErrors(former)  # type: ignore[attr-defined]
+
+    def init(self, parser: Any = None, withGraphics: bool = False) -> bool:
+        """Follows the options of `parser` (`--help` lists them); None means none. With `withGraphics` simulation, window
+        and scene are made at once instead of when they are needed. Returns False when the program has nothing left to
+        do (`--help` was given). What is wrong with the program's own arguments ends it with a line that says so.
+        """
+        import sys
+
+        try:
+            return _hyxOSG.ExampleApplication_init(self, parser, withGraphics)
+        except (RuntimeError, ValueError) as error:
+            if parser is None or [str(word) for word in parser.getArguments()] != sys.argv[1:]:
+                raise
+            print(f"{sys.argv[0]}: {error}\n(--help lists the options)", file=sys.stderr)
+            raise SystemExit(2) from error
+
+    def _repr_png_(self) -> bytes | None:
+        """The present picture, for notebooks; None before there is a window."""
+        if self.getViewer() is None:  # type: ignore[attr-defined]
+            return None
+        return png_bytes(self.render())
 
 
 def _picture(application: Any, out: Any, fresh: bool) -> Any:
@@ -156,6 +197,15 @@ class RenderToImage:
         memory = (ctypes.c_ubyte * size).from_address(int(self.getImageData()))  # type: ignore[attr-defined]
         memory.target = self  # type: ignore[attr-defined]  # whose memory it is
         return numpy.frombuffer(memory, kind).reshape(shape)
+
+    def _repr_png_(self) -> bytes | None:
+        """The image as last drawn, for notebooks; depth as grey, far is light. None before it was drawn."""
+        import numpy
+
+        if not self.getImage() or not self.getImage().data():  # type: ignore[attr-defined]
+            return None
+        pixels = self.pixels[::-1]
+        return png_bytes(pixels if pixels.dtype == numpy.uint8 else numpy.clip(255 * pixels, 0, 255))
 
 
 class SimpleDepthBufferLidar:

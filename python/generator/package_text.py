@@ -39,6 +39,7 @@ def package_text(
         {c.module for c in order}
         | {m.module for c in order for m in c.methods.values()}
         | {f.module for f in package.functions.values()}
+        | {m.module for c in order for m in c.methods.values()}
         | {module for module, _ in package.constants.values()}
     )
     lines = [f'"""{SUMMARIES[package.name]}"""', ""]

@@ -51,6 +51,8 @@ def write_packages(
     )
     write_changed("", root / "_hyx_extras" / "py.typed")
     write_changed((source / "python" / "support" / "_hyx_proxy.pyi").read_text(), root / "_hyx_proxy.pyi")
+    for program in (source / "python" / "program").glob("*.py"):  # python -m hyxOSG
+        write_changed(program.read_text(), root / "hyxOSG" / program.name)
     write_changed((source / "python" / "hyx_describe.py").read_text(), root / "hyx_describe.py")
 
 

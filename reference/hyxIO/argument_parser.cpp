@@ -18,40 +18,45 @@ struct KnownOption {
     char const* name;
     char const* description;
     Value value;
+    char const* group = nullptr; ///< of this option and those that follow
 };
 
 constexpr KnownOption knownOptions[] = {
-    {"--window-size", "Size of the window in pixels, such as 1280x720", Value::size},
+    {"--window-size", "Size of the window in pixels, such as 1280x720", Value::size, "Window"},
     {"--window-position", "Place of the window's upper left corner in pixels, such as 10x10", Value::size},
     {"--samples", "Samples a pixel that smooth the edges, 0 for none", Value::wholeNumber},
     {"--full-screen", "Cover the whole screen", Value::none},
+    {"--status", "Show a line of figures on the picture: frames, pace, cost, contacts", Value::none},
     {"--offscreen", "Draw without a window", Value::none},
     {"--no-graphics", "Simulate without drawing", Value::none},
-    {"--time-step", "Length of a simulation step in seconds", Value::positiveNumber},
+    {"--time-step", "Length of a simulation step in seconds", Value::positiveNumber, "Time"},
     {"--stop-after", "End when this many seconds were simulated", Value::positiveNumber},
     {"--target-fps", "Draw at most this many frames a second", Value::positiveNumber},
     {"--real-time", "Keep the simulation to the clock on the wall", Value::none},
+    {"--speed", "Simulated seconds in a second of real time: 0.1 is slow motion", Value::positiveNumber},
     {"--start-paused", "Wait for the user before the first step", Value::none},
-    {"--solver", "Solver of the simulation: multi, iterative or direct", Value::text},
-    {"--scene", "Number of the scene to start with", Value::wholeNumber},
+    {"--solver", "Solver of the simulation: multi or iterative", Value::text},
+    {"--scene", "Number of the scene to start with", Value::wholeNumber, "Scenes"},
     {"--test-scenes", "Run every scene that takes part in tests for its time, and end with 1 when one failed",
      Value::none},
     {"--slow-scenes", "Let slow scenes take part in tests", Value::none},
-    {"--capture", "Write every frame as an image, the names starting with this text", Value::text},
+    {"--capture", "Write every frame as an image, the names starting with this text", Value::text,
+     "Pictures and films"},
     {"--capture-rate", "Images for each simulated second", Value::positiveNumber},
     {"--capture-video", "Write a video to this file", Value::text},
-    {"--journal-record", "Record the simulation into this file", Value::text},
+    {"--journal-record", "Record the simulation into this file", Value::text, "Journals"},
     {"--journal-append", "Keep the sessions that the recorded file has already", Value::none},
     {"--journal-play", "Play a recorded file back", Value::text},
+    {"--journal-loop", "Begin the played file again at its end", Value::none},
     {"--journal-session", "Name of the session to record or play", Value::text},
     {"--journal-frequency", "States recorded for each simulated second", Value::positiveNumber},
-    {"--rpc-port", "Serve remote control on this port of the local machine", Value::wholeNumber},
+    {"--rpc-port", "Serve remote control on this port of the local machine", Value::wholeNumber, "Other processes"},
     {"--rpc-token", "Word that remote callers must know", Value::text},
     {"--co-simulation-port", "Let another process step the simulation, through this port of the local machine",
      Value::wholeNumber},
     {"--click-port", "Let another process drive the joints, through this port of the local machine",
      Value::wholeNumber},
-    {"--script", "Script whose function buildScene builds the first scene", Value::text},
+    {"--script", "Script whose function buildScene builds the first scene", Value::text, "Scripts and models"},
     {"--model", "Name of the model to load from a file of several", Value::text},
     {"--bundle-path", "Folders to look for models in, with colons between them", Value::text},
     {"--debug-frames", "Show the frames of the links of loaded models", Value::none},
@@ -99,9 +104,16 @@ struct ArgumentParser::Implementation {
     };
 
     Implementation() {
-        commandLine.add_option("arguments", texts, "Further arguments, such as files to load")->type_name("TEXT");
-        for (KnownOption const& option : knownOptions)
+        commandLine.add_option("arguments", texts, "Files to open")->type_name("TEXT");
+        commandLine.footer(
+            "Files to open stand for themselves: scripts with a function buildScene (.py), scenes (.json), robots "
+            "(.urdf), models (.gltf, .obj, .stl, ...), journals (.h5) and saved states (.state).\n"
+            "F1 in the window shows its keys.");
+        for (KnownOption const& option : knownOptions) {
+            group = option.group ? option.group : group;
             declare(option.name, option.description, option.value, "");
+        }
+        group = "Of this program";
     }
 
     void declare(std::string const& name, std::string const& description, Value value, std::string const& preset) {
@@ -117,6 +129,7 @@ struct ArgumentParser::Implementation {
                     commandLine.add_option(name, entry.text, description)->check([value](std::string const& text) {
                         return fault(text, value);
                     });
+            entry.option->group(group);
         } catch (CLI::Error const& error) {
             entries.erase(name);
             throw std::invalid_argument(name + " is no name for an option: " + error.what());
@@ -132,6 +145,7 @@ struct ArgumentParser::Implementation {
 
     CLI::App commandLine{"Simulates and draws a scene", "application"};
     std::map<std::string, Entry> entries;
+    std::string group; ///< of the options declared next
     std::vector<std::string> texts;
     hyx::Vector<hyx::String> positional;
     hyx::Vector<hyx::String> arguments;

@@ -3,6 +3,7 @@
 
 #include "platform/hyxPython/script_conversions.h"
 #include "reference/hyxPython/interpreter.h"
+#include "reference/hyxPython/script_errors.h"
 
 #include <cstdio>
 
@@ -16,6 +17,13 @@ ScriptConversions const* installedConversions = nullptr;
 /// A keyboard interrupt and a request to exit stay pending, for the loop to follow.
 bool endsTheProgram() {
     return PyErr_ExceptionMatches(PyExc_KeyboardInterrupt) || PyErr_ExceptionMatches(PyExc_SystemExit);
+}
+
+/// 10, 100, 1000 and so on: an error of each frame is heard of, and buries nothing.
+bool isRoundNumber(hyx::UInt count) {
+    while (count % 10 == 0 && count > 0)
+        count /= 10;
+    return count == 1;
 }
 
 void addModuleFolder(hyx::String const& folder) {
@@ -66,8 +74,14 @@ void ScriptManager::registerError(hyx::String const& where) {
         m_errors.erase(m_errors.begin());
     m_errors.push_back(error);
     ++m_registered;
+    FirstError::offer(type, value, traceback);
+    hyx::UInt const times = ++m_printed[error.traceback];
     PyErr_Restore(type, value, traceback);
-    PyErr_PrintEx(0); // what it printed must not keep the objects of the script alive
+    if (times == 1)
+        return PyErr_PrintEx(0); // what it printed must not keep the objects of the script alive
+    PyErr_Clear();
+    if (isRoundNumber(times))
+        PySys_FormatStderr("%s (%zu times, the last in %s)\n", error.message.c_str(), size_t(times), where.c_str());
 }
 
 void setScriptConversions(ScriptConversions const* conversions) {

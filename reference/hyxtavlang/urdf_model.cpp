@@ -173,8 +173,7 @@ urdf::ModelInterfaceSharedPtr parse(std::string const& path, std::vector<std::st
         return nullptr;
     }
     if (std::filesystem::path(path).extension() != ".urdf") {
-        errors.push_back("the file '" + path +
-                         "' is of a closed format; robot descriptions with the ending .urdf are read");
+        errors.push_back("the file '" + path + "' is no robot description: those with the ending .urdf are read here");
         return nullptr;
     }
     ParserErrors parserErrors;

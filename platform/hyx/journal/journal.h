@@ -1,9 +1,12 @@
 // Recording and playback of the states of bodies and grains.
 #pragma once
 
+#include "platform/hyx/bodies/rigid_body.h"
 #include "platform/hyx/objects/referenced.h"
 #include "platform/hyx/values/types.h"
 
+#include <functional>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -30,6 +33,8 @@ public:
         bool incremental = false; ///< follow bodies that come and go
         bool velocities = true;   ///< record velocities too
         double frequency = 0;     ///< states per simulated second; 0 for every step
+        /// Gives what else is to be known of these bodies, such as their look: any text, recorded with them once.
+        std::function<std::string(RigidBodyPtrVector const&)> describe;
     };
 
     Journal();
@@ -64,6 +69,24 @@ public:
     /// Puts the next state into `simulation`: bodies are found by name, particle systems by their order, and made as
     /// they were recorded when they are missing. Returns false at the end.
     bool playNext(hyxSDK::Simulation* simulation);
+    /// Puts the last state at or before `time` into `simulation`, or the first one, as `playNext`, which goes on from
+    /// there. Returns false when nothing is played.
+    bool playAt(hyxSDK::Simulation* simulation, double time);
+    /// Goes so many states forward, or back (negative), from the one that is shown, to the ends at most.
+    bool playRelative(hyxSDK::Simulation* simulation, int states);
+
+    /// Time of the first state that is played back, in simulated seconds.
+    double getStartTime() const;
+    /// Time of the last state that is played back.
+    double getEndTime() const;
+    /// What `Settings::describe` gave when the shown bodies were recorded; empty for none.
+    std::string getDescription() const;
+    /// The conditions of the recording as JSON: `version`, `timeStep`, `gravity`; empty in journals that lack them.
+    std::string getConditions() const;
+    /// The bodies that playback shows, as they were recorded.
+    RigidBodyPtrVector getShownBodies() const;
+    /// Angle or distance of each recorded joint in the state that is shown, by name.
+    std::map<std::string, double> getJointPositions() const;
 
     /// Names of the sessions in the file `path`, in the order recorded. Throws std::runtime_error for a missing or
     /// damaged file.

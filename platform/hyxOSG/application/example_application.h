@@ -16,6 +16,7 @@
 
 #include <osg/Notify>
 
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <sstream>
@@ -137,7 +138,8 @@ public:
     /// Throws std::runtime_error when a port is in use.
     void initRpc();
 
-    /// Builds the first scene that was added, or an empty one.
+    /// Builds the first scene that was added, or that of the option `--scene`, or an empty one; then begins to play a
+    /// journal that was asked for. Throws std::invalid_argument when there is no scene of that number.
     void initScene();
 
     /// Shows `scene` as the scene; null shows none. Throws std::invalid_argument for a group above the scene's root.
@@ -170,6 +172,11 @@ public:
     /// how it went, and returns 1 when one failed.
     int run();
 
+    /// Whether `run` ends with the first error that a script's callback raised while it ran, after the loop and all
+    /// that follows it; false at first: then it was only printed.
+    void setRaiseScriptErrors(bool enable);
+    bool getRaiseScriptErrors() const;
+
     /// Ends the loop after this frame; `code` becomes the exit code.
     void stop(int code = 0);
 
@@ -197,8 +204,8 @@ public:
     /// Steps the simulation once, and all that follows its time: journal, callback, capture, co-simulation.
     void stepSimulation();
 
-    /// Steps the simulation as often as real time has passed since the last call, at most 10 times. With `force` at
-    /// least once.
+    /// Steps the simulation as often as real time has passed since the last call, until the frame's time is used. With
+    /// `force` at least once.
     void synchronizedStep(bool force = false);
 
     /// One turn of the loop with drawing; `timer` is reset at its start, so that it holds its cost afterwards.
@@ -232,20 +239,43 @@ public:
     /// Frames per second that the loop is limited to; 0 for no limit.
     double getTargetFPS() const;
 
-    /// Keeps simulated time at the pace of real time: waits when ahead, steps several times a frame when behind. A
-    /// simulation more than 10 steps behind does not catch up.
+    /// Keeps simulated time at the pace of real time: waits when ahead, steps as often in a frame as its time allows
+    /// when behind, and draws 60 frames a second unless `setTargetFPS` says otherwise. A simulation more than a quarter
+    /// of a second behind does not catch up.
     void setRealTimeSync(bool enable);
     /// Whether simulated time follows real time; false at first when off-screen.
     bool getRealTimeSync() const;
+
+    /// Simulated seconds in a second of real time: 1 at first, 0.1 is slow motion. Another speed than 1 switches real
+    /// time on. Throws std::invalid_argument unless it is positive and finite.
+    void setSpeed(double speed);
+    /// Simulated seconds in a second of real time that are asked for.
+    double getSpeed() const;
+    /// Simulated seconds in a second of real time that the loop has come to in the last half second.
+    double getRealTimeFactor() const;
+    /// Frames a second in the last half second.
+    double getFrameRate() const;
+
+    /// Keeps the last `seconds` of the simulation in memory, at most 64 MiB of states, to go back to; 0 keeps none.
+    /// Unless it is set, a run that a user watches keeps 10.
+    void setHistoryLength(double seconds);
+    double getHistoryLength() const;
+    /// First and last time that can be gone back to: of the history, or of the journal that is played.
+    hyx::Vec2 getHistorySpan() const;
+    /// Pauses, and goes so many kept states forward, or back (negative). What is stepped from there takes the place of
+    /// what had followed. Returns whether it went anywhere.
+    bool scrub(int states);
+    /// Goes to the last kept state at or before `time`, or to the first one. Returns false when none is kept.
+    bool goToTime(double time);
 
     /// Switches stepping by the loop on or off (pause). With `triggerEvent` the event `autoStepEvent` is raised.
     void setAutoStepping(bool enable, bool triggerEvent = true);
     /// Whether the loop steps the simulation; true at first.
     bool getAutoStepping() const;
 
-    /// Whether visuals, listeners and services are updated while paused too; true at first.
+    /// Whether listeners are told of frames while paused too; true at first. Remote services are always served.
     void setEnablePauseUpdate(bool enable);
-    /// Whether visuals, listeners and services are updated while paused.
+    /// Whether listeners are told of frames while paused.
     bool getEnablePauseUpdate() const;
 
     /// Pauses the simulation when the two bodies touch. Throws std::invalid_argument for null.
@@ -325,6 +355,16 @@ public:
     bool createSceneFromIndex(int index, bool keepCamera = false);
     /// Builds the present scene anew, its script read again, with the camera as it is.
     void reloadScene();
+    /// Does `change`, which builds a scene. What it throws, and an error that its script leaves, is printed and shown
+    /// on the picture, and ends nothing; the scene that was there stays. Returns whether it went well.
+    bool tryScene(std::function<void()> const& change);
+    /// Why the scene that was tried last by a key or the remote page was not built; empty when it was.
+    std::string getSceneError() const;
+    /// Opens a file by its ending: a script (.py) with a function buildScene, a scene (.json), a robot (.urdf) or a
+    /// model becomes a scene; a journal (.h5) is played, and a saved state (.state) restored, when the first scene has
+    /// been built. Returns false for other endings; throws std::invalid_argument when there is no such file.
+    bool openFile(std::string const& path);
+
     /// Builds the next scene, after the last the first.
     void createNextScene();
     /// Builds the previous scene, before the first the last.
@@ -438,7 +478,8 @@ public:
     bool setWindowRectangle(unsigned int x, unsigned int y, unsigned int width, unsigned int height);
     /// Sets the title of the window. Returns false when there is no window yet; the title is used when there is.
     bool setWindowTitle(std::string const& title);
-    /// Whether the user and `setWindowRectangle` may change the size of the window; true at first.
+    /// Whether the user and `setWindowRectangle` may change the size of the window; true at first. Where the display
+    /// lets users change it in spite of this, the window goes back to its size.
     void setAllowWindowResizing(bool allow);
     /// Whether the window may change its size.
     bool getAllowWindowResizing() const;
@@ -457,6 +498,18 @@ public:
     void setNumSamples(int samples);
     /// How many samples a pixel the window's driver gave; the number asked for while there is no window.
     int getNumSamples() const;
+    /// Does what a key of the window does. Returns whether it does anything.
+    bool followKey(int key);
+    /// A line for each key that does something now, scene keys too: its name, and what it does.
+    std::vector<std::string> getKeyHelp() const;
+    /// Shows the keys on the picture; hidden at first.
+    void setEnableHelp(bool enable);
+    bool getEnableHelp() const;
+    /// Shows the line of `getStatus` on the picture; hidden at first.
+    void setEnableStatus(bool enable);
+    bool getEnableStatus() const;
+    /// A line of figures: scene, time, frames a second, real-time factor, costs, contacts.
+    std::string getStatus() const;
 
     /// Draws shapes, contacts, constraints and frames as lines. Returns whether it is on afterwards.
     bool setEnableDebugRenderer(bool enable);
@@ -508,6 +561,9 @@ public:
     void initAppendJournal();
     /// Plays the journal back from now on: the loop shows its states in place of stepping the simulation.
     void journalPlayback();
+    /// At the end of a journal that is played, begins again; false at first: then the loop pauses.
+    void setEnableJournalLoop(bool enable);
+    bool getEnableJournalLoop() const;
     /// Prints the names of the sessions in the journal `fileName`, one a line.
     void listSessionNames(std::string const& fileName);
     /// Writes what the loop does when, as a trace that common viewers open, to `getProfilingJournalPath`.

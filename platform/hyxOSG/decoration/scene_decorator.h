@@ -16,6 +16,7 @@
 #include <osg/Texture2D>
 #include <osg/Vec2f>
 
+#include <array>
 #include <memory>
 #include <string>
 
@@ -112,6 +113,8 @@ public:
     /// Turns the lights in the mask on and the others off.
     /// \param mask a sum of LIGHT0, LIGHT1 and LIGHT2; other bits are ignored
     void setEnableLights(Lights mask = ALL);
+    /// The mask of the lights that are on.
+    Lights getEnabledLights() const;
     /// The index, 0 to 2, of one light.
     /// \throws std::invalid_argument unless the light is LIGHT0, LIGHT1 or LIGHT2
     static int lightToIndex(Lights light);
@@ -155,6 +158,8 @@ public:
                             hyx::Vec4f const& lowerRight);
     /// A colour in each corner, components 0 to 1.
     void setBackgroundColor(hyx::Vec3 upperLeft, hyx::Vec3 upperRight, hyx::Vec3 lowerLeft, hyx::Vec3 lowerRight);
+    /// The colours of the corners: upper left, upper right, lower left, lower right.
+    std::array<osg::Vec4, 4> getBackgroundColors() const;
 
     /// Gives the scene a texture, seen on everything that has texture coordinates and no texture of its own. An empty
     /// name takes it away.

@@ -27,8 +27,8 @@ public:
     /// through last, or to the origin before that; the number of contacts when none of them has a point.
     size_t findIntersectGeometryIndex(hyxCollide::LocalGeometryContactVector const& contacts);
 
-    /// The points of the near and far plane under a point of the window. A null camera, or one without a viewport,
-    /// leaves the points as they are.
+    /// The points of the near and far plane under a point of the window, in the frame of the simulation. A null camera,
+    /// or one without a viewport, leaves the points as they are.
     /// \param x,y pixels from the lower left corner
     void getNearFarPoints(osg::Camera const* camera, hyx::Vec3& nearPoint, hyx::Vec3& farPoint, float x, float y);
 

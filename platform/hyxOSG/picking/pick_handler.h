@@ -70,8 +70,8 @@ public:
     /// button goes up.
     /// \param x,y pixels from the lower left corner
     hyxSDK::PickResult pick(float x, float y);
-    /// The points of the near and far plane under a point of the window. A null camera, or one without a viewport,
-    /// leaves the points as they are.
+    /// The points of the near and far plane under a point of the window, in the frame of the simulation. A null camera,
+    /// or one without a viewport, leaves the points as they are.
     /// \param x,y pixels from the lower left corner
     /// \param normalized x and y run from -1 to 1 over the window instead
     void getNearFarPoints(osg::Camera const* camera, hyx::Vec3& nearPoint, hyx::Vec3& farPoint, float x, float y,

@@ -25,8 +25,9 @@ namespace hyxOSG {
 bool setOrbitCamera(osgViewer::Viewer* viewer, osg::Group* scene, hyx::Vec3 const& eye, hyx::Vec3 const& center,
                     hyx::Vec3 const& up, int mouseButton = 1);
 
-/// The points of the near and far plane under a point of the window, `x` and `y` in pixels from the lower left corner.
-/// A null camera, or one without a viewport, leaves the points as they are.
+/// The points of the near and far plane under a point of the window, `x` and `y` in pixels from the lower left corner,
+/// in the frame of the picture, which an application may have moved against that of its simulation. A null camera, or
+/// one without a viewport, leaves the points as they are.
 void getNearFarPoints(osg::Camera const* camera, float x, float y, hyx::Vec3& nearPoint, hyx::Vec3& farPoint);
 
 /// The nearest geometry of `space` under a point of the window, with the place it is hit. Empty (no geometry) when

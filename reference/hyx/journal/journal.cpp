@@ -7,6 +7,8 @@
 #include "reference/hyx/journal/journal_session.h"
 #include "reference/machinery/files/exit_work.h"
 
+#include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <filesystem>
 #include <map>
@@ -44,7 +46,14 @@ struct Journal::Implementation {
 
     // Playback
     Hdf5Handle session;
-    std::vector<std::string> parts;
+
+    struct Part {
+        std::string name;
+        size_t numStates;
+        double start, end; ///< simulated seconds
+    };
+
+    std::vector<Part> parts;
     size_t part = 0;
     size_t row = 0;
     bool warned = false; ///< of damage in the reader's part
@@ -53,10 +62,13 @@ struct Journal::Implementation {
     RigidBodyPtrVector shown;                       ///< by the place in the reader's part
     ParticleSystems shownSystems;                   ///< the same
     std::map<std::string, ref_ptr<RigidBody>> made; ///< bodies that playback brought, by key
+    std::map<std::string, double> joints;           ///< positions in the state that is shown
     bool playing = false;
 
     void findParts();
     void openPart();
+    /// Opens a part, unless it is open.
+    void goTo(size_t wanted);
     std::optional<JournalPartReader::State> readState();
     bool findObjects(hyxSDK::Simulation& simulation);
     void show(JournalPartReader::State const& state, hyxSDK::Simulation& simulation);
@@ -109,8 +121,10 @@ void Journal::Implementation::findParts() {
     std::string reason;
     for (std::string const& name : listHdf5Groups(session)) {
         try {
-            numStates += JournalPartReader(session, name).numStates();
-            parts.push_back(name);
+            JournalPartReader const part(session, name);
+            numStates += part.numStates();
+            if (part.numStates() > 0)
+                parts.push_back({name, part.numStates(), part.time(0), part.time(part.numStates() - 1)});
         } catch (std::runtime_error const& failure) {
             passOver(name, failure);
             reason = failure.what();
@@ -175,9 +189,69 @@ bool Journal::playNext(hyxSDK::Simulation* simulation) {
     }
 }
 
+bool Journal::playAt(hyxSDK::Simulation* simulation, double time) {
+    Implementation& self = *m_implementation;
+    if (!simulation || !isPlaying() || self.parts.empty())
+        return false;
+    double const slack = 1e-9 * (1 + std::abs(time)); // the sum of many steps is never exact
+    size_t wanted = 0;
+    while (wanted + 1 < self.parts.size() && self.parts[wanted + 1].start <= time + slack)
+        ++wanted;
+    self.goTo(wanted);
+    if (self.reader)
+        self.row = self.reader->rowAt(time + slack);
+    return playNext(simulation);
+}
+
+bool Journal::playRelative(hyxSDK::Simulation* simulation, int states) {
+    Implementation& self = *m_implementation;
+    if (!simulation || !isPlaying() || self.parts.empty())
+        return false;
+    auto place = std::ptrdiff_t(self.row) - 1 + states; // the row shown is the one before the next
+    size_t wanted = self.part > 0 ? self.part - 1 : 0;
+    for (; place < 0 && wanted > 0; --wanted)
+        place += std::ptrdiff_t(self.parts[wanted - 1].numStates);
+    for (; wanted + 1 < self.parts.size() && place >= std::ptrdiff_t(self.parts[wanted].numStates); ++wanted)
+        place -= std::ptrdiff_t(self.parts[wanted].numStates);
+    self.goTo(wanted);
+    self.row = size_t(std::clamp(place, std::ptrdiff_t(0), std::ptrdiff_t(self.parts[wanted].numStates) - 1));
+    return playNext(simulation);
+}
+
+double Journal::getStartTime() const {
+    return m_implementation->parts.empty() ? 0 : m_implementation->parts.front().start;
+}
+
+double Journal::getEndTime() const {
+    return m_implementation->parts.empty() ? 0 : m_implementation->parts.back().end;
+}
+
+std::string Journal::getDescription() const {
+    return m_implementation->reader ? m_implementation->reader->description() : "";
+}
+
+std::string Journal::getConditions() const {
+    return m_implementation->reader ? m_implementation->reader->conditions() : "";
+}
+
+RigidBodyPtrVector Journal::getShownBodies() const {
+    return m_implementation->shown;
+}
+
+std::map<std::string, double> Journal::getJointPositions() const {
+    return m_implementation->joints;
+}
+
+void Journal::Implementation::goTo(size_t wanted) {
+    if (reader && part == wanted + 1)
+        return;
+    part = wanted;
+    openPart();
+}
+
 /// Leaves no reader where the next part is damaged.
 void Journal::Implementation::openPart() {
-    std::string const& name = parts[part++];
+    std::string const& name = parts[part++].name;
     row = 0;
     warned = false;
     found = false;
@@ -195,7 +269,7 @@ std::optional<JournalPartReader::State> Journal::Implementation::readState() {
         return reader->read(row);
     } catch (std::runtime_error const& failure) {
         if (!std::exchange(warned, true))
-            passOver(parts[part - 1], failure);
+            passOver(parts[part - 1].name, failure);
         return std::nullopt;
     }
 }
@@ -207,7 +281,7 @@ bool Journal::Implementation::findObjects(hyxSDK::Simulation& simulation) {
     try {
         findBodies(simulation);
     } catch (std::runtime_error const& failure) {
-        passOver(parts[part - 1], failure);
+        passOver(parts[part - 1].name, failure);
         reader = nullptr;
         return false;
     }
@@ -267,6 +341,7 @@ void Journal::Implementation::show(JournalPartReader::State const& state, hyxSDK
     }
     for (size_t i = 0; i < shownSystems.size(); ++i)
         shownSystems[i]->getParticles() = state.grains[i];
+    joints = state.joints;
     simulation.setTimeStamp(state.time);
 }
 

@@ -32,6 +32,15 @@ JournalPartWriter::JournalPartWriter(hid_t session, std::string const& name, jso
         m_rows.push_back({"velocity", keys.size(), 3, storage, {}, {}});
         m_rows.push_back({"angularVelocity", keys.size(), 3, storage, {}, {}});
     }
+    for (char const* text : {"conditions", "description"})
+        if (description.contains(text))
+            writeHdf5Texts(
+                m_group, text,
+                {description[text].is_string() ? description[text].get<std::string>() : description[text].dump()});
+    if (auto const joints = description.value("joints", std::vector<std::string>()); !joints.empty()) {
+        writeHdf5Texts(m_group, "joints", joints);
+        m_rows.push_back({"joint", joints.size(), 2, storage, {}, {}});
+    }
     if (m_systems == 0)
         return;
     writeHdf5Texts(m_group, "particleColumns", grainColumns());
@@ -86,6 +95,19 @@ JournalPartReader::JournalPartReader(Hdf5Handle const& group) : m_particles(grou
         m_velocity = openBodyRows(group, "velocity", 3);
     if (hasHdf5Link(group, "angularVelocity"))
         m_angularVelocity = openBodyRows(group, "angularVelocity", 3);
+    if (hasHdf5Link(group, "joints") && hasHdf5Link(group, "joint")) {
+        m_joints = readHdf5Texts(group, "joints");
+        m_joint = Hdf5Rows::open(group, "joint", 2);
+        if (m_joint.numItems() != m_joints.size())
+            throw disagreement();
+    }
+    auto const text = [&group](char const* name) {
+        std::vector<std::string> const found =
+            hasHdf5Link(group, name) ? readHdf5Texts(group, name) : std::vector<std::string>();
+        return found.empty() ? std::string() : found.front();
+    };
+    m_conditions = text("conditions");
+    m_description = text("description");
     if (m_time.numItems() != 1 || !m_shapes.is_array() || m_shapes.size() != m_keys.size())
         throw disagreement();
     // Where writing was cut off, the arrays need not have come equally far.
@@ -128,6 +150,24 @@ ref_ptr<RigidBody> JournalPartReader::makeBody(size_t body) const {
     return made;
 }
 
+double JournalPartReader::time(size_t row) const {
+    return m_time.read(row).at(0);
+}
+
+size_t JournalPartReader::rowAt(double time) const {
+    size_t first = 0, count = m_numStates; // the first of those later than the time
+    while (count > 0) {
+        size_t const half = count / 2;
+        if (this->time(first + half) <= time) {
+            first += half + 1;
+            count -= half + 1;
+        } else {
+            count = half;
+        }
+    }
+    return first > 0 ? first - 1 : 0;
+}
+
 JournalPartReader::State JournalPartReader::read(size_t row) const {
     State state;
     state.time = m_time.read(row).at(0);
@@ -140,6 +180,11 @@ JournalPartReader::State JournalPartReader::read(size_t row) const {
         state.velocities = m_velocity.read(row);
     if (m_angularVelocity && m_angularVelocity.numRows() > row)
         state.angularVelocities = m_angularVelocity.read(row);
+    if (m_joint && m_joint.numRows() > row) {
+        std::vector<double> const joints = m_joint.read(row);
+        for (size_t i = 0; i < m_joints.size(); ++i)
+            state.joints[m_joints[i]] = joints[2 * i];
+    }
     state.grains = m_particles.numSystems() > 0 ? m_particles.read(row) : decltype(state.grains)();
     return state;
 }

@@ -7,6 +7,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <map>
 #include <span>
 #include <string>
 #include <vector>
@@ -60,9 +61,20 @@ public:
         double time;
         std::vector<double> positions, rotations, velocities, angularVelocities; ///< velocities may be empty
         std::vector<std::vector<Particle>> grains;                               ///< of each particle system
+        std::map<std::string, double> joints;                                    ///< positions by name
     };
 
     State read(size_t row) const;
+
+    /// Simulated seconds.
+    double time(size_t row) const;
+    /// The last row at or before a time, or the first. Times grow from row to row, unless a state was restored
+    /// meanwhile.
+    size_t rowAt(double time) const;
+
+    std::string const& conditions() const { return m_conditions; }
+
+    std::string const& description() const { return m_description; }
 
 private:
     explicit JournalPartReader(Hdf5Handle const& group);
@@ -71,7 +83,9 @@ private:
     std::vector<std::string> m_keys;
     nlohmann::json m_shapes; ///< a description for each body
     ParticleReader m_particles;
-    Hdf5Rows m_time, m_position, m_rotation, m_velocity, m_angularVelocity;
+    Hdf5Rows m_time, m_position, m_rotation, m_velocity, m_angularVelocity, m_joint;
+    std::vector<std::string> m_joints;
+    std::string m_conditions, m_description;
     size_t m_numStates = 0;
 };
 

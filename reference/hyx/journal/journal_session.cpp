@@ -161,8 +161,11 @@ void SessionRecorder::beginPart(hyxSDK::Simulation& simulation) {
     if (!m_bodies)
         m_nextTime = simulation.getTimeStamp();
     RigidBodyPtrVector const bodies = simulation.getRigidBodies();
-    RecordedBodies next(bodies, particleSystemsOf(simulation), m_settings.velocities);
-    append(Kind::PART, textOf(next.describe(m_keys.of(bodies))));
+    RecordedBodies next(simulation, m_settings.velocities);
+    json description = next.describe(m_keys.of(bodies));
+    if (m_settings.describe)
+        description["description"] = m_settings.describe(bodies);
+    append(Kind::PART, textOf(description));
     m_bodies = std::move(next);
 }
 

@@ -2,6 +2,7 @@
 #include "reference/hyx/journal/recorded_bodies.h"
 
 #include "platform/hyxCollide/geometry.h"
+#include "platform/hyxSDK/simulation.h"
 #include "reference/hyx/journal/shape_json.h"
 
 #include <algorithm>
@@ -44,6 +45,17 @@ std::vector<std::string> JournalKeys::of(RigidBodyPtrVector const& bodies) {
     return keys;
 }
 
+RecordedBodies::RecordedBodies(hyxSDK::Simulation const& simulation, bool velocities)
+    : m_bodies(simulation.getRigidBodies()), m_systems(particleSystemsOf(simulation)), m_velocities(velocities) {
+    for (auto const& constraint : simulation.getConstraints())
+        if (auto* joint = dynamic_cast<Constraint1DOF*>(constraint.get()); joint && !joint->getName().empty())
+            m_joints.push_back(joint);
+    constexpr int version = 2;
+    Vec3 const gravity = simulation.getGravity();
+    m_conditions = {
+        {"version", version}, {"timeStep", simulation.getTimeStep()}, {"gravity", {gravity.x, gravity.y, gravity.z}}};
+}
+
 bool RecordedBodies::covers(RigidBodyPtrVector const& bodies, ParticleSystems const& systems) const {
     auto const same = [](auto const& a, auto const& b) { return a.get() == b.get(); };
     return std::equal(m_bodies.begin(), m_bodies.end(), bodies.begin(), bodies.end(), same) &&
@@ -54,7 +66,15 @@ nlohmann::json RecordedBodies::describe(std::vector<std::string> const& keys) co
     nlohmann::json shapes = nlohmann::json::array();
     for (auto const& body : m_bodies)
         shapes.push_back(describeBody(*body));
-    return {{"bodies", keys}, {"shapes", shapes}, {"systems", m_systems.size()}, {"velocities", m_velocities}};
+    nlohmann::json joints = nlohmann::json::array();
+    for (auto const& joint : m_joints)
+        joints.push_back(std::string(joint->getName()));
+    return {{"bodies", keys},
+            {"shapes", shapes},
+            {"joints", joints},
+            {"systems", m_systems.size()},
+            {"velocities", m_velocities},
+            {"conditions", m_conditions}};
 }
 
 std::vector<double> const& RecordedBodies::state(double time) {
@@ -71,6 +91,8 @@ std::vector<double> const& RecordedBodies::state(double time) {
         for (auto const& body : m_bodies)
             add(m_state, body->getAngularVelocity());
     }
+    for (auto const& joint : m_joints)
+        m_state.insert(m_state.end(), {joint->getAngle(), joint->getCurrentSpeed()});
     addGrains(m_state, m_systems);
     return m_state;
 }

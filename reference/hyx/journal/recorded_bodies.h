@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/hyx/bodies/rigid_body.h"
+#include "platform/hyx/joints/constraint1dof.h"
 #include "reference/hyx/journal/particle_rows.h"
 
 #include <nlohmann/json.hpp>
@@ -27,23 +28,25 @@ private:
 /// The bodies and particle systems of a span of time.
 class RecordedBodies {
 public:
-    RecordedBodies(RigidBodyPtrVector const& bodies, ParticleSystems const& systems, bool velocities)
-        : m_bodies(bodies), m_systems(systems), m_velocities(velocities) {}
+    RecordedBodies(hyxSDK::Simulation const& simulation, bool velocities);
 
     /// Whether these are the bodies and particle systems that are recorded.
     bool covers(RigidBodyPtrVector const& bodies, ParticleSystems const& systems) const;
 
-    /// `bodies` (their keys), `shapes`, `systems` (their number) and `velocities` (whether there are any).
+    /// `bodies` (their keys), `shapes`, `joints` (names of those that turn or slide), `systems` (their number),
+    /// `velocities` (whether there are any) and `conditions`.
     nlohmann::json describe(std::vector<std::string> const& keys) const;
 
-    /// The time, the positions, the rotations, the velocities if any, the numbers of grains, the grains. Valid until
-    /// the next call.
+    /// The time, the positions, the rotations, the velocities if any, the positions and speeds of joints, the numbers
+    /// of grains, the grains. Valid until the next call.
     std::vector<double> const& state(double time);
 
 private:
     RigidBodyPtrVector m_bodies;
     ParticleSystems m_systems;
+    std::vector<ref_ptr<Constraint1DOF>> m_joints;
     bool m_velocities;
+    nlohmann::json m_conditions;
     std::vector<double> m_state;
 };
 

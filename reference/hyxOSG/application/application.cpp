@@ -1,6 +1,6 @@
 // Construction and initialisation of the application.
 #include "reference/hyxOSG/application/application_implementation.h"
-#include "reference/hyxOSG/renderers/simulation_scene.h"
+#include "reference/machinery/viewing/simulation_scene.h"
 
 #include <osg/Notify>
 
@@ -15,8 +15,9 @@ void ExampleApplicationListener::postFrame(ExampleApplication*) {}
 ExampleApplication::ExampleApplication() : ExampleApplication(nullptr) {}
 
 ExampleApplication::ExampleApplication(hyxSDK::Simulation* simulation)
-    : m_implementation(std::make_unique<Implementation>()) {
+    : m_implementation(std::make_unique<Implementation>(*this)) {
     m_implementation->showSimulation(simulation);
+    m_implementation->graph.root()->addChild(m_implementation->notes.node());
 }
 
 ExampleApplication::~ExampleApplication() {

@@ -31,7 +31,7 @@ osg::ref_ptr<osgGA::OrbitManipulator> ExampleApplication::Implementation::makeOr
     osg::ref_ptr<osgGA::OrbitManipulator> orbit = new osgGA::OrbitManipulator;
     orbit->setAllowThrow(false);
     orbit->setAutoComputeHomePosition(false);
-    orbit->setWheelZoomFactor(wheelZoom);
+    boundZoom(*orbit);
     setHome(*orbit, osg::Vec3d(0, -15, 6), osg::Vec3d(), osg::Vec3d(0, 0, 1));
     return orbit;
 }
@@ -73,18 +73,14 @@ void ExampleApplication::setOrbitCamera(GeometryNode* node, double distance, dou
 
 void ExampleApplication::setOrbitCamera(GeometryNode* node, hyx::Vec3 const& eye, hyx::Vec3 const& center,
                                         hyx::Vec3 const& up, int mode) {
-    if (!node) {
-        if (m_implementation->follow)
-            m_implementation->useManipulator(m_implementation->orbit);
-        m_implementation->follow = nullptr;
-        return;
-    }
+    if (!node)
+        return m_implementation->useOrbit();
     if (mode < 0 || mode > FollowManipulator::WHOLE_ROTATION)
         throw std::invalid_argument(
             "the mode of an orbit camera must be 0 (position), 1 (heading too) or 2 (whole rotation)");
     checkView(eye, center, up);
     m_implementation->follow = new FollowManipulator(node, FollowManipulator::Mode(mode));
-    m_implementation->follow->setWheelZoomFactor(wheelZoom);
+    boundZoom(*m_implementation->follow);
     setHome(*m_implementation->follow, toOsg(eye), toOsg(center), toOsg(up));
     m_implementation->useManipulator(m_implementation->follow);
 }
@@ -94,10 +90,27 @@ void ExampleApplication::Implementation::useManipulator(osgGA::CameraManipulator
         window->viewer()->setCameraManipulator(manipulator, false);
 }
 
+void ExampleApplication::Implementation::useOrbit() {
+    if (follow)
+        useManipulator(orbit);
+    follow = nullptr;
+}
+
+void ExampleApplication::Implementation::endFollowing() {
+    if (!follow)
+        return;
+    osg::Vec3d eye, center, up;
+    double const distance = follow->getDistance();
+    follow->getInverseMatrix().getLookAt(eye, center, up, distance);
+    orbit->setTransformation(eye, center, up);
+    useOrbit();
+}
+
 void ExampleApplication::centerScene() {
     osg::BoundingSphere const bound = m_implementation->graph.sceneBound();
     if (!bound.valid())
         return;
+    m_implementation->endFollowing();
     osg::Vec3d eye, center, up;
     m_implementation->orbit->getTransformation(eye, center, up);
     m_implementation->orbit->setTransformation(eye, bound.center(), up);
@@ -107,6 +120,7 @@ void ExampleApplication::fitSceneIntoView() {
     osg::BoundingSphere const bound = m_implementation->graph.sceneBound();
     if (!bound.valid() || !(bound.radius() > 0))
         return;
+    m_implementation->endFollowing();
     double fieldOfView = 45, aspectRatio = 1, nearPlane, farPlane;
     if (m_implementation->window)
         m_implementation->window->camera()->getProjectionMatrixAsPerspective(fieldOfView, aspectRatio, nearPlane,

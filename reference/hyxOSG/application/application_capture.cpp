@@ -125,7 +125,7 @@ void ExampleApplication::addRenderTarget(RenderTarget* target, osg::Node* node) 
         osg::requireAttachable(*m_implementation->graph.root(), *node);
     }
     removeRenderTarget(target);
-    m_implementation->renderTargets[target] = target;
+    m_implementation->renderTargets[target] = {target, node};
     camera->addChild(node ? node : m_implementation->graph.decorator());
     m_implementation->graph.root()->addChild(camera);
 }

@@ -14,18 +14,24 @@
 #include "platform/hyxOSG/picking/pick_handler.h"
 #include "platform/hyxSDK/simulation.h"
 #include "reference/hyxOSG/application/auto_pause.h"
+#include "reference/hyxOSG/application/change_watch.h"
 #include "reference/hyxOSG/application/debug_renderer.h"
+#include "reference/hyxOSG/application/frame_times.h"
 #include "reference/hyxOSG/application/grid_markers.h"
+#include "reference/hyxOSG/application/history.h"
 #include "reference/hyxOSG/application/pacer.h"
 #include "reference/hyxOSG/application/profiler.h"
+#include "reference/hyxOSG/application/scene_changes.h"
 #include "reference/hyxOSG/application/scene_graph.h"
 #include "reference/hyxOSG/application/scene_list.h"
+#include "reference/hyxOSG/application/screen_notes.h"
 #include "reference/hyxOSG/application/simulation_dump.h"
 #include "reference/hyxOSG/application/viewer_window.h"
 #include "reference/machinery/viewing/follow_manipulator.h"
 
 #include <osgGA/OrbitManipulator>
 
+#include <functional>
 #include <map>
 #include <optional>
 
@@ -33,6 +39,9 @@ namespace hyxOSG {
 
 /// The parts of an application, each with its own behaviour; the application's operations join them.
 struct ExampleApplication::Implementation {
+    explicit Implementation(ExampleApplication& owner) : owner(owner) {}
+
+    ExampleApplication& owner;
     hyx::ref_ptr<hyxIO::ArgumentParser> arguments;
     hyx::ref_ptr<hyxSDK::Simulation> simulation;
     std::optional<double> wantedTimeStep; ///< for simulations to come
@@ -43,6 +52,12 @@ struct ExampleApplication::Implementation {
     hyx::Vector<hyx::ref_ptr<ExampleApplicationListener>> listeners;
     hyx::Callback stepCallback;
     Pacer pacer;
+    FrameTimes times;
+    ChangeWatch changes;
+    History history;
+    std::optional<double> historyWanted; ///< seconds; without a wish, some where a user watches
+    bool raisesErrors = false;           ///< `run` ends with the first error of a script
+    bool running = false;                ///< in `run`: the loop decides when a picture is due
     AutoPause autoPause;
     Profiler profiler;
     SimulationDump simulationDump;
@@ -72,15 +87,23 @@ struct ExampleApplication::Implementation {
     osg::ref_ptr<osgGA::GUIEventHandler> eventHandler; ///< keys, resize, listeners
     bool homeSet = false;
     bool osgRenderer = true;
+    ScreenNotes notes;
+    bool helpShown = false;
+    bool statusShown = false;
+    Pacer::Clock::time_point statusMade{};
 
     // Scenes
     SceneList scenes;
     std::optional<SceneDescription> presentScene;
+    std::optional<SceneDescription> failedScene; ///< tried last, and not built; "r" tries it again
     std::optional<size_t> presentIndex;
+    std::string sceneError; ///< shown on the picture; empty for none
     bool sceneBuilt = false;
+    SceneChanges sceneChanges; ///< by the present scene
     int firstScene = 0;
-    bool testsScenes = false; ///< `run` goes through the scenes that take part in tests
-    bool slowTests = false;   ///< the slow ones too
+    std::optional<std::string> firstState; ///< restored after the first scene
+    bool testsScenes = false;              ///< `run` goes through the scenes that take part in tests
+    bool slowTests = false;                ///< the slow ones too
     std::string scriptFile;
     osg::ref_ptr<osg::Group> scriptGroup; ///< keeps the last group that a script returned
 
@@ -90,12 +113,18 @@ struct ExampleApplication::Implementation {
     std::string journalConfigurationPath;
     std::string journalRecordPath;
     std::string journalPlaybackPath;
+    bool journalLoop = false;
+    size_t recordedScenes = 0; ///< sessions of the present recording
+    bool playsFirst = false;   ///< nothing of the journal was shown yet
+    double playedTime = 0;     ///< recorded time that playback has reached
 
     // Capture
     hyx::ref_ptr<ImageCapture> imageCapture;
     hyx::ref_ptr<VideoFFMPEGPipeCapture> videoCapture;
+    bool filmWaits = false; ///< asked for by options: begins with the window, in its size
     hyx::ref_ptr<RenderToTexture> renderToTexture;
-    std::map<RenderTarget*, hyx::ref_ptr<RenderTarget>> renderTargets;
+    /// With the node that each draws; null for the scene.
+    std::map<RenderTarget*, std::pair<hyx::ref_ptr<RenderTarget>, osg::ref_ptr<osg::Node>>> renderTargets;
     bool captureSync = true;
 
     // Remote control and co-simulation; null while not asked for
@@ -124,6 +153,15 @@ struct ExampleApplication::Implementation {
     std::shared_ptr<ViewerWindow> ensureWindow(ExampleApplication& application);
     void openWindow(WindowRequest const& request);
     void startRecording(bool append);
+    /// The scene has changed: what is recorded from now on is a session of its own.
+    void recordNextScene();
+    /// With the session's name.
+    std::pair<hyx::Journal::Settings, std::string> recordingSettings();
+    /// Shows the next state of the journal that is played; at its end it begins again, or pauses.
+    void playStep(ExampleApplication& application);
+    /// Moves in the journal, with visuals for the bodies that it brings.
+    bool playFrom(std::function<bool()> const& move);
+    void keepHistory();
     hyx::ref_ptr<hyxNet::CoSimulationServer> serve(ExampleApplication& application, char const* service,
                                                    int port) const;
     void configureSimulation();
@@ -140,9 +178,18 @@ struct ExampleApplication::Implementation {
     /// Whether anyone would miss the view: a display, a capture, a callback. With render targets alone it is not drawn,
     /// until its picture is asked for.
     bool viewIsWanted() const;
+    /// Whether this frame draws: a paused loop draws what has changed.
+    bool drawingDue();
+    void updateNotes(ExampleApplication const& application);
     /// All that follows a simulation step.
     void followStep(ExampleApplication& application);
-    /// Empties the application and builds the scene; false, with a script's error pending, when it failed.
+    /// The settings that belong to the scene that changes them, as they are now.
+    SceneChanges watchSettings(ExampleApplication& application);
+    void watchView(SceneChanges& changes);
+    /// Takes away what the present scene consists of; its settings stay.
+    void emptyScene(ExampleApplication& application);
+    /// Builds the scene in place of the present one. When it fails, by an exception or false with a script's error
+    /// pending, the present scene is as it was.
     bool buildScene(ExampleApplication& application, SceneDescription const& description, bool keepCamera);
     /// Runs each scene that takes part in tests, for its time, and prints how it went; the exit code is 1 when one
     /// failed.
@@ -150,7 +197,12 @@ struct ExampleApplication::Implementation {
     /// What went wrong with the scene; empty when it passed.
     std::string testScene(ExampleApplication& application, size_t index);
     osg::ref_ptr<osg::Group> runBuilder(ExampleApplication& application, SceneDescription const& description, bool& ok);
+    osg::ref_ptr<osg::Group> readSceneFile(std::string const& path, bool& ok);
     void useManipulator(osgGA::CameraManipulator* manipulator);
+    /// Ends the following, with the view that the orbit had before.
+    void useOrbit();
+    /// Ends the following, with the present view.
+    void endFollowing();
 };
 
 } // namespace hyxOSG

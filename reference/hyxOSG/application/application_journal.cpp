@@ -1,5 +1,7 @@
 // The application's journal and profiling.
+#include "platform/hyxOSG/visuals/create_visual.h"
 #include "reference/hyxOSG/application/application_implementation.h"
+#include "reference/hyxOSG/application/recorded_look.h"
 
 #include <nlohmann/json.hpp>
 
@@ -7,6 +9,7 @@
 #include <cstdio>
 #include <fstream>
 #include <stdexcept>
+#include <utility>
 
 namespace hyxOSG {
 namespace {
@@ -117,13 +120,29 @@ void ExampleApplication::initAppendJournal() {
     m_implementation->startRecording(true);
 }
 
+void ExampleApplication::Implementation::recordNextScene() {
+    if (!journal->isRecording() || journal->getNumStates() == 0)
+        return; // a session that has not begun is that of the next scene
+    std::string const file = journal->getPath();
+    JournalPath const path(journalRecordPath);
+    journal->close();
+    std::string const session = path.session.empty() ? "" : path.session + "_" + std::to_string(++recordedScenes + 1);
+    journal->record(file, session, recordingSettings().first, true);
+}
+
+std::pair<hyx::Journal::Settings, std::string> ExampleApplication::Implementation::recordingSettings() {
+    std::pair<hyx::Journal::Settings, std::string> chosen{journalSettings, JournalPath(journalRecordPath).session};
+    configure(journalConfigurationPath, chosen.first, chosen.second);
+    chosen.first.describe = [this](hyx::RigidBodyPtrVector const& bodies) { return describeLook(owner, bodies); };
+    return chosen;
+}
+
 void ExampleApplication::Implementation::startRecording(bool append) {
     if (journalRecordPath.empty())
         throw std::runtime_error("there is no file to record to: call setJournalRecordPath first");
-    JournalPath path(journalRecordPath);
-    hyx::Journal::Settings settings = journalSettings;
-    configure(journalConfigurationPath, settings, path.session);
-    journal->record(path.file, path.session, settings, append);
+    auto const [settings, session] = recordingSettings();
+    recordedScenes = 0;
+    journal->record(JournalPath(journalRecordPath).file, session, settings, append);
 }
 
 void ExampleApplication::journalPlayback() {
@@ -133,7 +152,60 @@ void ExampleApplication::journalPlayback() {
         throw std::runtime_error("there is no journal to play back: call setJournalRecordPath first");
     m_implementation->journal->play(path.file, path.session);
     m_implementation->journalPlaybackPath = chosen.empty() ? m_implementation->journalRecordPath : chosen;
+    m_implementation->playedTime = m_implementation->journal->getStartTime();
+    m_implementation->playsFirst = true;
     m_implementation->pacer.restart();
+}
+
+void ExampleApplication::setEnableJournalLoop(bool enable) {
+    m_implementation->journalLoop = enable;
+}
+
+bool ExampleApplication::getEnableJournalLoop() const {
+    return m_implementation->journalLoop;
+}
+
+void ExampleApplication::Implementation::playStep(ExampleApplication& application) {
+    double const wanted = playedTime + simulation->getTimeStep();
+    // In real time a step is one of recorded time, whatever rate was recorded; else each frame shows a state.
+    bool const byTime = pacer.realTimeSync() && !playsFirst;
+    bool const shown = byTime ? playedTime < journal->getEndTime() &&
+                                    playFrom([&] { return journal->playAt(simulation.get(), wanted); })
+                              : playFrom([&] { return journal->playNext(simulation.get()); });
+    if (shown)
+        playedTime = byTime ? wanted : playedTime;
+    else if (journalLoop)
+        playFrom([&] { return journal->playAt(simulation.get(), journal->getStartTime()); });
+    else
+        application.setAutoStepping(false);
+}
+
+bool ExampleApplication::Implementation::playFrom(std::function<bool()> const& move) {
+    bool brought = false;
+    auto const draw = hyxSDK::Simulation::BodyEvent::CallbackType([&](hyx::RigidBody* body) {
+        hyxOSG::createVisual(body, graph.libraryRoot());
+        brought = true;
+    });
+    hyx::ref_ptr<hyxSDK::Simulation> const shown = simulation;
+    shown->getBodyAddedEvent().add(draw);
+    bool moved = false;
+    try {
+        moved = move();
+    } catch (...) {
+        shown->getBodyAddedEvent().remove(draw);
+        throw;
+    }
+    shown->getBodyAddedEvent().remove(draw);
+    if (moved)
+        playedTime = simulation->getTimeStamp();
+    if (brought)
+        applyColors(journal->getDescription(), journal->getShownBodies(), *graph.libraryRoot());
+    if (moved && std::exchange(playsFirst, false) && !presentScene) {
+        applyPicture(journal->getDescription(), owner, !homeSet);
+        if (window && !homeSet && journal->getDescription().empty())
+            owner.fitSceneIntoView();
+    }
+    return moved;
 }
 
 void ExampleApplication::listSessionNames(std::string const& fileName) {

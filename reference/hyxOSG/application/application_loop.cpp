@@ -3,8 +3,10 @@
 #include "platform/hyxPython/script_manager.h"
 #include "reference/hyxOSG/application/application_implementation.h"
 #include "reference/hyxOSG/application/removed_geometry.h"
+#include "reference/hyxOSG/application/window_events.h"
 #include "reference/hyxPython/interpreter.h"
 #include "reference/hyxPython/native_work.h"
+#include "reference/hyxPython/script_errors.h"
 
 #include <algorithm>
 #include <chrono>
@@ -45,6 +47,8 @@ bool callAll(Listeners const& listeners, Call const& call) {
 
 int ExampleApplication::run() {
     auto const kept = Implementation::keep(*this);
+    hyxPython::FirstError firstError;
+    ScopedFlag const running(m_implementation->running);
     m_implementation->ensureSimulation();
     if (!m_implementation->noGraphics)
         m_implementation->ensureWindow(*this);
@@ -58,7 +62,17 @@ int ExampleApplication::run() {
             stepWrapper();
     }
     postExecution();
+    if (m_implementation->raisesErrors)
+        firstError.raise();
     return m_implementation->exitCode;
+}
+
+void ExampleApplication::setRaiseScriptErrors(bool enable) {
+    m_implementation->raisesErrors = enable;
+}
+
+bool ExampleApplication::getRaiseScriptErrors() const {
+    return m_implementation->raisesErrors;
 }
 
 void ExampleApplication::stop(int code) {
@@ -132,7 +146,8 @@ void ExampleApplication::Implementation::turn(ExampleApplication& application, b
         makeFrame(application, withGraphics && window);
     }
     Profiler::Task const task(profiler, "wait");
-    pacer.endFrame(simulation->getTimeStep(), autoStepping);
+    pacer.endFrame();
+    times.endFrame(simulation->getTimeStamp());
     application.throttleIdleCpuUsageBySleeping();
 }
 
@@ -146,11 +161,12 @@ void ExampleApplication::Implementation::makeFrame(ExampleApplication& applicati
         auto const shown = window;
         shown->handleEvents(simulation->getTimeStamp());
     }
-    if (updates)
-        application.updateServices();
+    application.updateServices(); // also of what is paused: they may be what lets it go on
     if (autoStepping && !application.useCoSimulation() && !application.m_isFMU)
         application.synchronizedStep();
-    if (draws) {
+    if (draws)
+        updateNotes(application);
+    if (draws && drawingDue()) {
         if (controller && controller->wantsFrame())
             application.pushFrameToRemoteViewer(); // draws, too
         else
@@ -160,13 +176,24 @@ void ExampleApplication::Implementation::makeFrame(ExampleApplication& applicati
         callAll(called, [&](auto& listener) { listener.postFrame(&application); });
 }
 
+bool ExampleApplication::Implementation::drawingDue() {
+    bool const captures =
+        (imageCapture && imageCapture->getCaptureStarted()) || (videoCapture && videoCapture->getCaptureStarted());
+    if (!running || autoStepping || captures || !renderTargets.empty() || !window->open())
+        return true;
+    auto const* events = static_cast<WindowEvents const*>(eventHandler.get());
+    return changes.isDue(*window->camera(), *graph.root(), *simulation, events ? events->count() : 0);
+}
+
 void ExampleApplication::Implementation::draw() {
     RemovedGeometry::sweep();
     if (debug.enabled())
         debug.update(*simulation);
     Profiler::Task const task(profiler, "draw");
+    FrameTimes::Measure const measure(times, false);
     auto const shown = window;
     shown->draw(viewIsWanted() ? Pass::EVERYTHING : Pass::TARGETS);
+    pacer.noteDrawing(measure.cost());
 }
 
 bool ExampleApplication::Implementation::viewIsWanted() const {
@@ -185,12 +212,12 @@ void ExampleApplication::stepSimulation() {
     hyxSDK::Simulation& simulation = m_implementation->ensureSimulation();
     if (m_implementation->journal->isPlaying()) {
         Profiler::Task const task(m_implementation->profiler, "journal");
-        if (!m_implementation->journal->playNext(&simulation))
-            setAutoStepping(false);
+        m_implementation->playStep(*this);
         return;
     }
     {
         Profiler::Task const task(m_implementation->profiler, "simulation");
+        FrameTimes::Measure const measure(m_implementation->times, true);
         simulation.step();
     }
     m_implementation->followStep(*this);
@@ -201,6 +228,7 @@ void ExampleApplication::Implementation::followStep(ExampleApplication& applicat
         Profiler::Task const task(profiler, "callback");
         stepCallback();
     }
+    keepHistory();
     if (journal->isRecording()) {
         Profiler::Task const task(profiler, "journal");
         journal->store(simulation.get());
@@ -217,12 +245,13 @@ void ExampleApplication::Implementation::followStep(ExampleApplication& applicat
 
 void ExampleApplication::synchronizedStep(bool force) {
     auto const kept = Implementation::keep(*this);
-    int due = m_implementation->pacer.realTimeSync() ? m_implementation->pacer.stepsDue(getTimeStep()) : 1;
-    if (force)
-        due = std::max(due, 1);
-    for (; due > 0 && !shouldStop(); --due) {
+    Pacer& pacer = m_implementation->pacer;
+    if (!pacer.realTimeSync())
+        return shouldStop() ? void() : stepSimulation();
+    pacer.beginSteps(getTimeStep());
+    for (bool first = force; !shouldStop() && (pacer.takeStep(getTimeStep()) || first); first = false) {
         stepSimulation();
-        if (!m_implementation->autoStepping)
+        if (!m_implementation->autoStepping || hyxPython::interpreterInterrupts())
             return; // paused by what the step did
     }
 }
@@ -294,6 +323,16 @@ void ExampleApplication::setRealTimeSync(bool enable) {
 
 bool ExampleApplication::getRealTimeSync() const {
     return m_implementation->pacer.realTimeSync();
+}
+
+void ExampleApplication::setSpeed(double speed) {
+    m_implementation->pacer.setSpeed(speed);
+    if (speed != 1)
+        setRealTimeSync(true);
+}
+
+double ExampleApplication::getSpeed() const {
+    return m_implementation->pacer.speed();
 }
 
 void ExampleApplication::setAutoStepping(bool enable, bool triggerEvent) {

@@ -48,9 +48,13 @@ bool ExampleApplication::useCoSimulation() const {
 }
 
 void ExampleApplication::updateCoSimulationServer() {
-    constexpr int waitMilliseconds = 5; // the other process sets the pace: its requests are answered at once
-    if (m_implementation->coSimulation)
-        m_implementation->coSimulation->update(waitMilliseconds);
+    // The other process sets the pace: its requests are answered until the frame's time is used.
+    auto now = Pacer::Clock::now();
+    auto const end = m_implementation->pacer.workEnd(now);
+    for (; m_implementation->coSimulation && now < end && !done(); now = Pacer::Clock::now()) {
+        auto const left = std::chrono::duration_cast<std::chrono::milliseconds>(end - now);
+        m_implementation->coSimulation->update(int(left.count()));
+    }
     if (m_implementation->click)
         m_implementation->click->update();
 }

@@ -2,11 +2,14 @@
 #include "platform/hyxOSG/nodes/geometry_node.h"
 #include "platform/hyxOSG/visuals/read_file.h"
 #include "reference/hyxOSG/application/application_implementation.h"
+#include "reference/hyxOSG/application/file_kinds.h"
 #include "reference/hyxOSG/application/removed_geometry.h"
+#include "reference/hyxOSG/application/scene_backup.h"
 #include "reference/hyxPython/script_file.h"
 
 #include <filesystem>
 #include <stdexcept>
+#include <utility>
 
 namespace hyxOSG {
 namespace {
@@ -62,8 +65,17 @@ size_t ExampleApplication::getNumScenes() const {
 
 void ExampleApplication::initScene() {
     m_implementation->sceneBuilt = true;
-    if (m_implementation->scenes.size() > 0)
-        createSceneFromIndex(m_implementation->firstScene);
+    size_t const count = m_implementation->scenes.size();
+    int const first = m_implementation->firstScene;
+    if (first < 0 || (first > 0 && size_t(first) >= count))
+        throw std::invalid_argument("there is no scene " + std::to_string(first) + ": the scenes are 0 to " +
+                                    std::to_string(count ? count - 1 : 0));
+    if (count > 0)
+        createSceneFromIndex(first);
+    if (m_implementation->firstState)
+        restoreFromFile(*std::exchange(m_implementation->firstState, std::nullopt));
+    if (!m_implementation->journalPlaybackPath.empty() && !m_implementation->journal->isPlaying())
+        journalPlayback();
 }
 
 void ExampleApplication::initScene(osg::Group* scene) {
@@ -89,9 +101,10 @@ bool ExampleApplication::createSceneFromIndex(int index, bool keepCamera) {
 }
 
 void ExampleApplication::reloadScene() {
-    if (!m_implementation->presentScene)
+    auto const& wanted = m_implementation->failedScene ? m_implementation->failedScene : m_implementation->presentScene;
+    if (!wanted)
         return;
-    SceneDescription const description = *m_implementation->presentScene;
+    SceneDescription const description = *wanted;
     m_implementation->buildScene(*this, description, true);
 }
 
@@ -109,31 +122,54 @@ void ExampleApplication::createPreviousScene() {
 
 bool ExampleApplication::Implementation::buildScene(ExampleApplication& application,
                                                     SceneDescription const& description, bool keepCamera) {
+    failedScene = description; // until it is built
     // A script that cannot be read leaves the application as it was.
     if (isScript(description) && !hyxPython::ScriptFile::load(description.fileName))
         return false;
-    application.clearScene();
+    SceneBackup const former(ensureSimulation(), graph);
+    bool const formerFile = application.m_loadedSceneFile;
+    std::string const formerScript = scriptFile;
+    osg::ref_ptr<osg::Group> const formerGroup = scriptGroup;
+    emptyScene(application);
+    sceneChanges.undo();
+    SceneChanges next = watchSettings(application);
+    auto const takeBack = [&] {
+        application.m_isLoadingScene = false;
+        emptyScene(application);
+        next.undo();
+        sceneChanges.redo();
+        former.restore(*simulation, graph);
+        application.m_loadedSceneFile = formerFile;
+        scriptFile = formerScript;
+        scriptGroup = formerGroup;
+        RemovedGeometry::forget();
+        pacer.restart();
+    };
     application.m_isLoadingScene = true;
     bool ok = false;
     osg::ref_ptr<osg::Group> group;
     try {
         group = runBuilder(application, description, ok);
-    } catch (...) {
+        if (!ok) {
+            takeBack();
+            return false;
+        }
         application.m_isLoadingScene = false;
-        application.clearScene();
+        if (description.stopAfter >= 0)
+            stopTime = description.stopAfter;
+        application.setScene(group);
+    } catch (...) {
+        takeBack();
         throw;
     }
-    application.m_isLoadingScene = false;
-    if (!ok) {
-        application.clearScene();
-        return false;
-    }
+    failedScene.reset();
+    sceneError.clear();
+    next.settle();
+    sceneChanges = std::move(next);
     sceneBuilt = true;
     presentScene = description;
+    recordNextScene();
     application.m_loadedSceneFile = !description.fileName.empty();
-    if (description.stopAfter >= 0)
-        stopTime = description.stopAfter;
-    application.setScene(group);
     if (!keepCamera && !homeSet)
         application.fitSceneIntoView();
     pacer.restart();
@@ -151,31 +187,68 @@ osg::ref_ptr<osg::Group> ExampleApplication::Implementation::runBuilder(ExampleA
         scriptFile = description.fileName;
         return application.executePythonScript(description.fileName, functionOf(description), ok);
     }
-    if (!std::filesystem::is_regular_file(description.fileName))
-        throw std::runtime_error("the scene file '" + description.fileName + "' cannot be read");
+    return readSceneFile(description.fileName, ok);
+}
+
+osg::ref_ptr<osg::Group> ExampleApplication::Implementation::readSceneFile(std::string const& path, bool& ok) {
+    if (!std::filesystem::is_regular_file(path))
+        throw std::runtime_error("the scene file '" + path + "' cannot be read");
     osg::ref_ptr<osg::Group> group = new osg::Group;
-    ok = readFile(description.fileName, &ensureSimulation(), group);
-    if (ok)
-        return group;
-    osg::ref_ptr<osg::Node> model = readNodeFile(description.fileName, false);
-    ok = model.valid();
-    if (ok)
-        group->addChild(model);
+    switch (fileKind(path)) {
+    case FileKind::SCENE:
+        ok = readFile(path, &ensureSimulation(), group);
+        break;
+    case FileKind::STATE:
+        throw std::runtime_error("'" + path +
+                                 "' holds the state of a simulation, not a scene: build its scene, and restore it "
+                                 "with restoreFromFile");
+    default: // also of unknown kinds, which the readers of models may know
+        if (osg::ref_ptr<osg::Node> const model = readNodeFile(path, false))
+            ok = group->addChild(model);
+    }
+    if (!ok)
+        throw std::runtime_error("the scene file '" + path + "' cannot be read");
     return group;
 }
 
+bool ExampleApplication::openFile(std::string const& path) {
+    FileKind const kind = fileKind(path);
+    if (kind != FileKind::NONE && !std::filesystem::is_regular_file(path))
+        throw std::invalid_argument("there is no file '" + path + "'");
+    switch (kind) {
+    case FileKind::SCRIPT:
+        return addScene(path, "buildScene");
+    case FileKind::SCENE:
+    case FileKind::MODEL:
+        return addScene(SceneDescription(path));
+    case FileKind::JOURNAL:
+        m_implementation->journalPlaybackPath = path;
+        return true;
+    case FileKind::STATE:
+        m_implementation->firstState = path;
+        return true;
+    case FileKind::NONE:
+        break;
+    }
+    return false;
+}
+
 void ExampleApplication::clearScene() {
-    m_implementation->proxies->clear();
-    m_implementation->graph.clear();
-    m_implementation->graph.decorator()->clearText();
-    m_implementation->scriptGroup = nullptr;
-    if (m_implementation->follow)
-        setOrbitCamera(nullptr, 1, 0, 0);
-    if (m_implementation->pickHandler)
-        m_implementation->pickHandler->reset();
-    if (m_implementation->simulation)
-        m_implementation->simulation->cleanup();
-    m_loadedSceneFile = false;
+    m_implementation->emptyScene(*this);
+    std::exchange(m_implementation->sceneChanges, {}).undo();
+}
+
+void ExampleApplication::Implementation::emptyScene(ExampleApplication& application) {
+    proxies->clear();
+    graph.clear();
+    graph.decorator()->clearText();
+    scriptGroup = nullptr;
+    useOrbit();
+    if (pickHandler)
+        pickHandler->reset();
+    if (simulation)
+        simulation->cleanup();
+    application.m_loadedSceneFile = false;
 }
 
 SceneDescription ExampleApplication::getCallback(int key) const {

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <utility>
 
 namespace hyxOSG {
 
@@ -24,11 +25,18 @@ void ExampleApplication::Implementation::openWindow(WindowRequest const& request
     graph.root()->releaseGLObjects();
     window = std::move(next);
     windowRequest = request;
-    graph.decorator()->updateWindowSize(request.width, request.height);
+    // A window that covers the screen has the screen's size.
+    windowRequest.width = window->window()->getTraits()->width;
+    windowRequest.height = window->window()->getTraits()->height;
+    graph.decorator()->updateWindowSize(windowRequest.width, windowRequest.height);
     if (imageCapture)
         window->camera()->addFinalDrawCallback(imageCapture->getDrawCallback());
     if (videoCapture)
         window->camera()->addFinalDrawCallback(videoCapture->getDrawCallback());
+    if (std::exchange(filmWaits, false)) {
+        videoCapture->setImageResolution(windowRequest.width, windowRequest.height);
+        videoCapture->startCapture();
+    }
     if (!realTimeSyncSet)
         pacer.setRealTimeSync(!window->offscreen());
 }

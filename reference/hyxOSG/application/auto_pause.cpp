@@ -16,7 +16,7 @@ void AutoPause::addPair(std::vector<Pair<T>>& pairs, T const* first, T const* se
     for (Pair<T> const& pair : pairs)
         if (pair.is(first, second))
             return;
-    pairs.push_back({first, second, false});
+    pairs.push_back({const_cast<T*>(first), const_cast<T*>(second), false});
 }
 
 void AutoPause::add(hyx::RigidBody const* body1, hyx::RigidBody const* body2) {

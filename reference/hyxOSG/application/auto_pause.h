@@ -1,17 +1,10 @@
 // Pairs that pause the simulation when they touch.
 #pragma once
 
-#include <utility>
+#include "platform/hyx/bodies/rigid_body.h"
+#include "platform/hyxCollide/geometry.h"
+
 #include <vector>
-
-namespace hyx {
-class RigidBody;
-} // namespace hyx
-
-namespace hyxCollide {
-class Geometry;
-class LocalGeometryContact;
-} // namespace hyxCollide
 
 namespace hyxSDK {
 class Simulation;
@@ -19,7 +12,7 @@ class Simulation;
 
 namespace hyxOSG {
 
-/// The pairs are only compared with what touches, never looked into, so that a pair may outlive its bodies.
+/// A pair keeps its objects, so that none that comes later can be taken for one of them.
 class AutoPause {
 public:
     void add(hyx::RigidBody const* body1, hyx::RigidBody const* body2);
@@ -34,14 +27,20 @@ public:
     /// Whether a pair has begun to touch in the last step. Pairs that go on touching do not count again.
     bool beganToTouch(hyxSDK::Simulation const& simulation);
 
+    bool operator==(AutoPause const&) const = default;
+
 private:
     template <class T>
     struct Pair {
-        T const* first;
-        T const* second;
+        hyx::ref_ptr<T> first;
+        hyx::ref_ptr<T> second;
         bool touching;
 
-        bool is(T const* a, T const* b) const { return (first == a && second == b) || (first == b && second == a); }
+        bool is(T const* a, T const* b) const {
+            return (first.get() == a && second.get() == b) || (first.get() == b && second.get() == a);
+        }
+
+        bool operator==(Pair const& other) const { return first == other.first && second == other.second; }
     };
     template <class T>
     static void addPair(std::vector<Pair<T>>& pairs, T const* first, T const* second);

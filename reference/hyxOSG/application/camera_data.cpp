@@ -71,6 +71,10 @@ void CameraData::applyTo(osg::Camera* camera) const {
     if (!valid)
         return;
     check(*this);
+    CameraData present(camera);
+    // A camera works its planes out from what it sees until it is given others.
+    if (present.nearClippingPlane != nearClippingPlane || present.farClippingPlane != farClippingPlane)
+        camera->setComputeNearFarMode(osg::Camera::DO_NOT_COMPUTE_NEAR_FAR);
     camera->setNearFarRatio(nearFarRatio);
     camera->setProjectionMatrixAsPerspective(fieldOfView, aspectRatio, nearClippingPlane, farClippingPlane);
     camera->setViewMatrixAsLookAt(toOsg(eye), toOsg(center), toOsg(up));

@@ -55,6 +55,8 @@ void ExampleApplication::Implementation::applyOptions(ExampleApplication& applic
         profiler.setTimeline(true);
         profiler.setTaskProfile(true);
     }
+    for (hyx::String const& file : options.getPositional())
+        application.openFile(file); // what is no such file is the program's own
     applyLoopOptions(application, options);
     applyRecordingOptions(application, options);
 }
@@ -92,6 +94,10 @@ void ExampleApplication::Implementation::applyLoopOptions(ExampleApplication& ap
         pacer.setTargetFps(options.getReal("--target-fps"));
     if (options.has("--real-time"))
         application.setRealTimeSync(true);
+    if (options.has("--speed"))
+        application.setSpeed(options.getReal("--speed"));
+    if (options.has("--status"))
+        application.setEnableStatus(true);
     if (options.has("--start-paused"))
         application.setAutoStepping(false, false);
     if (options.has("--scene"))
@@ -112,6 +118,8 @@ void ExampleApplication::Implementation::applyRecordingOptions(ExampleApplicatio
         journalSettings.frequency = options.getReal("--journal-frequency");
     if (options.has("--journal-play"))
         journalPlaybackPath = options.getString("--journal-play") + session;
+    if (options.has("--journal-loop"))
+        journalLoop = true;
     if (options.has("--journal-record")) {
         journalRecordPath = options.getString("--journal-record") + session;
         startRecording(options.has("--journal-append"));
@@ -129,9 +137,11 @@ void ExampleApplication::Implementation::applyRecordingOptions(ExampleApplicatio
         capture->setFilename((film.parent_path() / film.stem()).string());
         if (film.has_extension())
             capture->setVideoPostFix(film.extension().string());
-        if (options.has("--capture-rate"))
+        if (options.has("--capture-rate")) {
             capture->setFps(options.getReal("--capture-rate"));
-        capture->startCapture();
+            capture->setVideoFPS(options.getReal("--capture-rate"));
+        }
+        filmWaits = true;
     }
 }
 

@@ -11,7 +11,9 @@
 namespace hyxOSG {
 namespace {
 
-constexpr int mostStepsAtOnce = 10;
+constexpr double displayRate = 60;    ///< frames per second of a window that names no other
+constexpr double mostCaughtUp = 0.25; ///< seconds that a simulation may be behind
+constexpr int smoothing = 8;          ///< frames
 
 Pacer::Clock::duration seconds(double value) {
     return std::chrono::duration_cast<Pacer::Clock::duration>(std::chrono::duration<double>(value));
@@ -35,36 +37,54 @@ void Pacer::restart() {
     m_running = false;
 }
 
-int Pacer::stepsDue(double timeStep) {
-    auto const now = Clock::now();
-    auto const step = seconds(timeStep);
-    if (!m_running) {
-        m_running = true;
-        m_simulated = now;
-    }
-    int due = 0;
-    for (; due < mostStepsAtOnce && m_simulated + step <= now; ++due)
-        m_simulated += step;
-    if (due == mostStepsAtOnce)
-        m_simulated = std::max(m_simulated, now - step);
-    return due;
+void Pacer::setSpeed(double speed) {
+    if (!(speed > 0) || !std::isfinite(speed))
+        throw std::invalid_argument("the speed must be a positive number: 1 is real time, 0.1 slow motion");
+    m_speed = speed;
+    restart();
 }
 
-void Pacer::endFrame(double timeStep, bool stepping) {
+Pacer::Clock::duration Pacer::period() const {
+    return std::max(seconds(1 / (m_targetFps > 0 ? m_targetFps : displayRate)), Clock::duration(1));
+}
+
+Pacer::Clock::time_point Pacer::workEnd(Clock::time_point start) const {
+    return start + std::max({period() - m_drawing, m_drawing, period() / 2});
+}
+
+void Pacer::noteDrawing(Clock::duration cost) {
+    m_drawing += (cost - m_drawing) / smoothing;
+}
+
+void Pacer::beginSteps(double timeStep) {
     auto const now = Clock::now();
-    auto until = now;
-    if (m_targetFps > 0) {
-        auto const period = std::max(seconds(1 / m_targetFps), Clock::duration(1));
-        m_nextFrame += period;
-        if (m_nextFrame < now - period)
-            m_nextFrame = now; // too slow for the target: do not hurry to make up for it
-        until = m_nextFrame;
-    } else if (m_realTimeSync && stepping && m_running) {
-        until = m_simulated + seconds(timeStep);
-    }
-    if (until > now) {
+    if (!m_running)
+        m_simulated = now;
+    m_running = true;
+    m_stepped = false;
+    m_simulated = std::max(m_simulated, now - std::max(seconds(mostCaughtUp), seconds(timeStep / m_speed)));
+    m_workEnd = workEnd(now);
+}
+
+bool Pacer::takeStep(double timeStep) {
+    auto const now = Clock::now();
+    auto const step = seconds(timeStep / m_speed);
+    if (m_simulated + step > now || (m_stepped && now >= m_workEnd))
+        return false;
+    m_simulated += step;
+    return m_stepped = true;
+}
+
+void Pacer::endFrame() {
+    if (m_targetFps == 0 && !m_realTimeSync)
+        return;
+    auto const now = Clock::now();
+    m_nextFrame += period();
+    if (m_nextFrame < now - period())
+        m_nextFrame = now; // too slow for the rate: do not hurry to make up for it
+    if (m_nextFrame > now) {
         hyxPython::IdleWait const wait;
-        std::this_thread::sleep_until(std::min(until, now + hyxPython::longestSleep));
+        std::this_thread::sleep_until(std::min(m_nextFrame, now + hyxPython::longestSleep));
     }
 }
 

@@ -6,6 +6,7 @@
 #include "reference/hyxNet/listen_address.h"
 #include "reference/hyxNet/request_check.h"
 #include "reference/hyxNet/web_server.h"
+#include "reference/hyxOSG/application/inspector.h"
 #include "reference/hyxOSG/application/remote_page.h"
 
 #include <nlohmann/json.hpp>
@@ -35,6 +36,7 @@ int keyOf(json const& message) {
 
 struct ExampleApplicationController::Implementation {
     ExampleApplication* application;
+    Inspector inspector{nullptr};
     std::string token;
     std::string host;
     std::unique_ptr<hyxNet::WebServer> server;
@@ -43,6 +45,7 @@ struct ExampleApplicationController::Implementation {
 
     std::string follow(std::string const& message);
     void followCommand(json const& message);
+    void change(std::function<void()> const& scene);
     void restore();
     void input(json const& message);
 };
@@ -53,6 +56,7 @@ ExampleApplicationController::ExampleApplicationController(ExampleApplication* a
     if (!application)
         throw std::invalid_argument("the remote control needs an application, not None");
     m_implementation->application = application;
+    m_implementation->inspector = Inspector(application);
     m_implementation->token = token.empty() ? hyxNet::makeAccessToken() : token;
     m_implementation->host = hyxNet::listenAddress(host);
     Implementation* state = m_implementation.get();
@@ -108,14 +112,24 @@ void ExampleApplicationController::pushFrame(osg::Image const& image) {
 
 void ExampleApplicationController::pushParameters() {
     ExampleApplication const& application = *m_implementation->application;
-    json const parameters = {{"time", application.getTimeStamp()},
-                             {"time step", application.getTimeStep()},
-                             {"paused", !application.getAutoStepping()},
-                             {"solver", application.getSolverName(application.getSolverType())},
-                             {"target frames per second", application.getTargetFPS()},
-                             {"bodies", m_implementation->application->getSimulation()->getRigidBodies().size()},
-                             {"scenes", application.getNumScenes()}};
-    m_implementation->server->sendText(json{{"parameters", parameters}}.dump());
+    json const parameters = {
+        {"time", application.getTimeStamp()},
+        {"time step", application.getTimeStep()},
+        {"paused", !application.getAutoStepping()},
+        {"solver", application.getSolverName(application.getSolverType())},
+        {"target frames per second", application.getTargetFPS()},
+        {"bodies", m_implementation->application->getSimulation()->getRigidBodies().size()},
+        {"scenes", application.getNumScenes()},
+        {"real-time factor", application.getRealTimeFactor()},
+        {"frames per second", application.getFrameRate()},
+        {"contacts", m_implementation->application->getSimulation()->getStatistics().numContactPoints},
+        {"speed", application.getSpeed()},
+        {"span", {application.getHistorySpan().x, application.getHistorySpan().y}},
+        {"keys", application.getKeyHelp()}};
+    json message = {{"parameters", parameters}, {"details", m_implementation->inspector.details()}};
+    if (json tree = m_implementation->inspector.tree(); !tree.is_null())
+        message["tree"] = std::move(tree);
+    m_implementation->server->sendText(message.dump(-1, ' ', false, json::error_handler_t::replace));
 }
 
 void ExampleApplicationController::pushTick() {
@@ -127,8 +141,11 @@ std::string ExampleApplicationController::Implementation::follow(std::string con
     try {
         hyxNet::checkRequest(text, "");
         json const message = json::parse(text);
-        if (message.value("do", "") == "ready")
+        std::string const what = message.value("do", "");
+        if (what == "ready")
             server->askForPicture();
+        else if (what == "list")
+            inspector.forgetTree();
         else
             followCommand(message);
         return "";
@@ -144,21 +161,35 @@ void ExampleApplicationController::Implementation::followCommand(json const& mes
     else if (what == "step")
         application->stepSimulation();
     else if (what == "reload")
-        application->reloadScene();
+        change([this] { application->reloadScene(); });
     else if (what == "previous")
-        application->createPreviousScene();
+        change([this] { application->createPreviousScene(); });
     else if (what == "next")
-        application->createNextScene();
+        change([this] { application->createNextScene(); });
     else if (what == "save")
         application->getSimulation()->save(application->getSaveSceneFilename());
     else if (what == "restore")
         restore();
     else if (what == "home" && application->getCameraManipulator())
         application->getCameraManipulator()->home(0);
+    else if (what == "speed")
+        application->setSpeed(message.at("value").get<double>());
+    else if (what == "seek") {
+        application->setAutoStepping(false);
+        application->goToTime(message.at("value").get<double>());
+    } else if (what == "scrub")
+        application->scrub(message.at("value").get<int>());
+    else if (what == "debug")
+        application->setEnableDebugRenderer(!application->getEnableDebugRenderer());
     else if (what == "timeStep")
         application->setTimeStep(message.at("value").get<double>());
-    else
+    else if (!inspector.follow(message))
         input(message);
+}
+
+void ExampleApplicationController::Implementation::change(std::function<void()> const& scene) {
+    if (!application->tryScene(scene))
+        throw std::runtime_error(application->getSceneError());
 }
 
 void ExampleApplicationController::Implementation::restore() {

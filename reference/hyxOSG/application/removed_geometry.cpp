@@ -31,4 +31,8 @@ void RemovedGeometry::sweep() {
     pending().clear();
 }
 
+void RemovedGeometry::forget() {
+    pending().clear();
+}
+
 } // namespace hyxOSG

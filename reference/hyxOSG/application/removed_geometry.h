@@ -10,6 +10,9 @@ class RemovedGeometry {
 public:
     static void add(GeometryNode* node);
     static void sweep();
+
+    /// Keeps those that were added since the last sweep: their geometries are back.
+    static void forget();
 };
 
 } // namespace hyxOSG

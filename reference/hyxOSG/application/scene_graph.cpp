@@ -78,6 +78,35 @@ void SceneGraph::clear() {
     m_libraryRoot->removeChildren(0, m_libraryRoot->getNumChildren());
 }
 
+SceneGraph::Nodes SceneGraph::childrenOf(osg::Group const& group) {
+    Nodes nodes;
+    for (unsigned int i = 0; i < group.getNumChildren(); ++i)
+        nodes.emplace_back(const_cast<osg::Node*>(group.getChild(i)));
+    return nodes;
+}
+
+void SceneGraph::setChildren(osg::Group& group, Nodes const& nodes) {
+    group.removeChildren(0, group.getNumChildren());
+    for (auto const& node : nodes)
+        group.addChild(node);
+}
+
+SceneGraph::Content SceneGraph::content() const {
+    return {m_scene, childrenOf(*m_sceneRoot), childrenOf(*m_libraryRoot)};
+}
+
+void SceneGraph::setContent(Content const& content) {
+    m_scene = content.scene;
+    setChildren(*m_sceneRoot, content.sceneNodes);
+    setChildren(*m_libraryRoot, content.libraryNodes);
+}
+
+void SceneGraph::setFrames(std::pair<osg::Matrixd, osg::Matrixd> const& frames) {
+    m_transform->setMatrix(frames.first);
+    m_debugInverse = frames.second;
+    updateDebugTransform();
+}
+
 void SceneGraph::setTransform(hyx::AffineMatrix4x4 const& transform) {
     m_transform->setMatrix(toOsg(transform));
     updateDebugTransform();

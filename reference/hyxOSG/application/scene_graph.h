@@ -9,6 +9,9 @@
 #include <osg/MatrixTransform>
 #include <osg/Switch>
 
+#include <utility>
+#include <vector>
+
 namespace hyxOSG {
 
 /// What of an application's frame is drawn.
@@ -57,6 +60,21 @@ public:
 
     void setScene(osg::Group* scene);
 
+    using Nodes = std::vector<osg::ref_ptr<osg::Node>>;
+
+    /// What a scene put here.
+    struct Content {
+        osg::ref_ptr<osg::Group> scene;
+        Nodes sceneNodes;
+        Nodes libraryNodes;
+    };
+
+    Content content() const;
+    void setContent(Content const& content);
+
+    static Nodes childrenOf(osg::Group const& group);
+    static void setChildren(osg::Group& group, Nodes const& nodes);
+
     /// Takes away all that scenes put here; decoration and markers stay.
     void clear();
 
@@ -64,6 +82,11 @@ public:
     hyx::AffineMatrix4x4 transform() const;
     /// Debug rendering is drawn through the transform and the inverse of `matrix`.
     void setDebugInverse(hyx::AffineMatrix4x4 const& matrix);
+
+    /// The two transforms: that of the scene, and what debug rendering is drawn through before it.
+    std::pair<osg::Matrixd, osg::Matrixd> frames() const { return {m_transform->getMatrix(), m_debugInverse}; }
+
+    void setFrames(std::pair<osg::Matrixd, osg::Matrixd> const& frames);
 
     /// The sphere around what scenes and the library draw; planes count only when there is nothing else, and with
     /// nothing at all it is invalid.

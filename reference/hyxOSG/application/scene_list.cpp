@@ -1,6 +1,8 @@
 // Keys of scenes, and the scene description's constructors.
 #include "reference/hyxOSG/application/scene_list.h"
 
+#include "reference/hyxOSG/application/key_bindings.h"
+
 #include <algorithm>
 #include <string_view>
 
@@ -37,9 +39,9 @@ bool SceneList::add(SceneDescription const& description, int key) {
 }
 
 bool SceneList::add(SceneDescription const& description) {
-    constexpr std::string_view keys = "1234567890abcdfghijklmnopqstuvwxyz"; // e pauses the application, r reloads
+    constexpr std::string_view keys = "1234567890abcdefghijklmnopqrstuvwxyz";
     for (char const key : keys)
-        if (!indexOf(key))
+        if (!indexOf(key) && !findKeyBinding(key)) // what a key does at first, it does with any number of scenes
             return add(description, key);
     return add(description, int(1000 + m_entries.size())); // reached by index only
 }

@@ -18,6 +18,8 @@ public:
 
     void clear() { m_entries.clear(); }
 
+    int keyAt(size_t index) const { return m_entries.at(index).key; }
+
     size_t size() const { return m_entries.size(); }
 
     SceneDescription const& at(size_t index) const { return m_entries.at(index).description; }

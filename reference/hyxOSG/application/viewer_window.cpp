@@ -80,7 +80,7 @@ ViewerWindow::ViewerWindow(WindowRequest const& request, DrawnRoot* scene)
     m_viewer->setKeyEventSetsDone(0);
     m_viewer->setQuitEventSetsDone(false);
     m_viewer->setLightingMode(osg::View::NO_LIGHT); // light 0 is the decorator's
-    makeCamera(request.width, request.height);
+    makeCamera(m_window->getTraits()->width, m_window->getTraits()->height);
     m_viewer->setSceneData(scene);
     m_viewer->realize();
     m_samples = samplesOf(*m_window);

@@ -6,6 +6,8 @@
 #include "platform/hyxOSG/picking/pick_handler.h"
 #include "platform/hyxSDK/simulation.h"
 
+#include <osgViewer/GraphicsWindow>
+
 #include <exception>
 
 namespace hyxOSG {
@@ -13,15 +15,16 @@ namespace hyxOSG {
 using Event = osgGA::GUIEventAdapter;
 
 bool WindowEvents::handle(Event const& event, osgGA::GUIActionAdapter&) {
+    m_count += event.getEventType() != Event::FRAME;
     if (m_bridge.dispatch(event, *m_application->getCamera(), findListeners()))
         return true;
     switch (event.getEventType()) {
     case Event::RESIZE:
-        m_application->getSceneDecorator()->updateWindowSize(event.getWindowWidth(), event.getWindowHeight());
+        resize(event.getWindowWidth(), event.getWindowHeight());
         return false;
     case Event::KEYDOWN:
         try {
-            return handleKey(event.getKey());
+            return m_application->followKey(event.getKey());
         } catch (std::exception const& error) { // a key must not end the loop
             hyx::Notify::instance().notify(hyx::Notify::NOTIFY_ERROR, error.what());
             return true;
@@ -41,43 +44,19 @@ ListenerBridge::Listeners WindowEvents::findListeners() const {
     return found;
 }
 
-bool WindowEvents::handleKey(int key) {
-    if (m_application->getCallback(key).isValid()) {
-        m_application->createSceneFromKey(key);
-        return true;
+/// Not every display keeps users from changing the size.
+void WindowEvents::resize(int width, int height) {
+    osg::GraphicsContext* context = m_application->getCamera()->getGraphicsContext();
+    auto* const window = dynamic_cast<osgViewer::GraphicsWindow*>(context);
+    bool const changed = m_width > 0 && (width != m_width || height != m_height);
+    if (window && changed && !m_application->getAllowWindowResizing()) {
+        osg::GraphicsContext::Traits const* place = window->getTraits();
+        window->setWindowRectangle(place->x, place->y, m_width, m_height);
+        return;
     }
-    switch (key) {
-    case Event::KEY_Escape:
-        if (m_application->getQuitEventSetsDone())
-            m_application->stop(m_application->getExitCode());
-        return true;
-    case 'e':
-        m_application->setAutoStepping(!m_application->getAutoStepping());
-        return true;
-    case '.':
-        m_application->stepSimulation();
-        return true;
-    case 'r':
-        m_application->reloadScene();
-        return true;
-    case 'f':
-        m_application->fitSceneIntoView();
-        return true;
-    case Event::KEY_Page_Down:
-        m_application->createNextScene();
-        return true;
-    case Event::KEY_Page_Up:
-        m_application->createPreviousScene();
-        return true;
-    case Event::KEY_F9:
-        m_application->setEnableDebugRenderer(!m_application->getEnableDebugRenderer());
-        return true;
-    case Event::KEY_F12:
-        m_application->getSimulation()->save(m_application->getSaveSceneFilename());
-        return true;
-    default:
-        return false;
-    }
+    m_width = width;
+    m_height = height;
+    m_application->getSceneDecorator()->updateWindowSize(width, height);
 }
 
 } // namespace hyxOSG

@@ -6,12 +6,12 @@
 
 #include <osgGA/GUIEventHandler>
 
+#include <cstdint>
+
 namespace hyxOSG {
 
-/// Escape ends the loop; e pauses, full stop makes one step, r builds the scene anew, Page Down and Page Up change the
-/// scene, f fits it into the view, F9 switches debug rendering, F12 saves the state; the key of a scene builds it.
-///
-/// Before that, the application's pick handler and the listeners of its simulation get the event, and may use it up.
+/// Keys go to the application. Before that, its pick handler and the listeners of its simulation get the event, and may
+/// use it up.
 class WindowEvents : public osgGA::GUIEventHandler {
 public:
     /// The application's window takes this handler from its viewer when it ends, so that the application outlives it.
@@ -19,12 +19,18 @@ public:
 
     bool handle(osgGA::GUIEventAdapter const& event, osgGA::GUIActionAdapter&) override;
 
+    /// Events that have come, besides those that each frame brings.
+    std::uint64_t count() const { return m_count; }
+
 private:
-    bool handleKey(int key);
+    void resize(int width, int height);
     ListenerBridge::Listeners findListeners() const;
 
     ListenerBridge m_bridge;
     ExampleApplication* m_application;
+    std::uint64_t m_count = 0;
+    int m_width = 0; ///< the last size that the window was allowed
+    int m_height = 0;
 };
 
 } // namespace hyxOSG

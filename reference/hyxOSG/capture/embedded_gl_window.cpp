@@ -35,7 +35,7 @@ osg::ref_ptr<osgGA::OrbitManipulator> createFreeCamera() {
     osg::ref_ptr<osgGA::OrbitManipulator> manipulator = new osgGA::OrbitManipulator;
     manipulator->setAllowThrow(false);
     manipulator->setVerticalAxisFixed(true);
-    manipulator->setWheelZoomFactor(wheelZoom);
+    boundZoom(*manipulator);
     manipulator->setAutoComputeHomePosition(false);
     manipulator->setHomePosition(osg::Vec3d(6, -9, 5), osg::Vec3d(0, 0, 0), osg::Z_AXIS);
     return manipulator;
@@ -296,7 +296,7 @@ void EmbeddedGLWindow::setOrbitCamera(GeometryNode* node, hyx::Vec3 const& eye) 
     osg::Vec3d const up = vertical ? osg::Y_AXIS : osg::Z_AXIS;
     osg::ref_ptr<FollowManipulator> const follower = new FollowManipulator(node, FollowManipulator::POSITION);
     follower->setAllowThrow(false);
-    follower->setWheelZoomFactor(wheelZoom);
+    boundZoom(*follower);
     follower->setAutoComputeHomePosition(false);
     follower->setHomePosition(offset, osg::Vec3d(0, 0, 0), up);
     follower->setTransformation(offset, osg::Vec3d(0, 0, 0), up);

@@ -42,4 +42,9 @@ void Background::setColors(osg::Vec4 const& upperLeft, osg::Vec4 const& upperRig
     colors.dirty();
 }
 
+std::array<osg::Vec4, 4> Background::colors() const {
+    auto const& colors = static_cast<osg::Vec4Array const&>(*m_rectangle->getColorArray());
+    return {colors[2], colors[3], colors[0], colors[1]};
+}
+
 } // namespace hyxOSG::decorator

@@ -4,6 +4,8 @@
 #include <osg/Camera>
 #include <osg/Geometry>
 
+#include <array>
+
 namespace hyxOSG::decorator {
 
 /// A rectangle over the whole view, drawn first and without depth, with a colour in each corner.
@@ -18,6 +20,9 @@ public:
 
     void setColors(osg::Vec4 const& upperLeft, osg::Vec4 const& upperRight, osg::Vec4 const& lowerLeft,
                    osg::Vec4 const& lowerRight);
+
+    /// In the order of `setColors`.
+    std::array<osg::Vec4, 4> colors() const;
 
 private:
     osg::ref_ptr<osg::Camera> m_camera;

@@ -116,6 +116,10 @@ void SceneDecorator::setEnableLights(Lights mask) {
     m_implementation->updateParts();
 }
 
+SceneDecorator::Lights SceneDecorator::getEnabledLights() const {
+    return static_cast<Lights>(m_implementation->lights.enabled());
+}
+
 int SceneDecorator::lightToIndex(Lights light) {
     int const index = indexOf(light);
     if (index < 0)
@@ -190,6 +194,10 @@ void SceneDecorator::setBackgroundColor(hyx::Vec3 upper, hyx::Vec3 lower) {
 void SceneDecorator::setBackgroundColor(hyx::Vec4f const& upperLeft, hyx::Vec4f const& upperRight,
                                         hyx::Vec4f const& lowerLeft, hyx::Vec4f const& lowerRight) {
     m_implementation->setBackground(toOsg(upperLeft), toOsg(upperRight), toOsg(lowerLeft), toOsg(lowerRight));
+}
+
+std::array<osg::Vec4, 4> SceneDecorator::getBackgroundColors() const {
+    return m_implementation->background.colors();
 }
 
 void SceneDecorator::setBackgroundColor(hyx::Vec3 upperLeft, hyx::Vec3 upperRight, hyx::Vec3 lowerLeft,

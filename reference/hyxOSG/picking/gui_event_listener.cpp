@@ -3,6 +3,8 @@
 
 #include "platform/hyxOSG/visuals/camera_functions.h"
 #include "reference/hyxOSG/picking/ray_pick.h"
+#include "reference/machinery/meshes/conversions.h"
+#include "reference/machinery/viewing/simulation_scene.h"
 
 #include <osg/Camera>
 
@@ -16,8 +18,7 @@ GuiEventListener::~GuiEventListener() = default;
 
 hyxSDK::PickResult GuiEventListener::intersect(float x, float y, osg::Camera const* camera, bool all) {
     if (camera) {
-        osg::Vec3d const eye = camera->getInverseViewMatrix().getTrans();
-        m_eye.set(eye.x(), eye.y(), eye.z());
+        m_eye = toSimulation(getSimulation(), toHyx(camera->getInverseViewMatrix().getTrans()));
     }
     return input::pickUnder(getSimulation(), camera, x, y, all);
 }
@@ -39,7 +40,11 @@ size_t GuiEventListener::findIntersectGeometryIndex(hyxCollide::LocalGeometryCon
 
 void GuiEventListener::getNearFarPoints(osg::Camera const* camera, hyx::Vec3& nearPoint, hyx::Vec3& farPoint, float x,
                                         float y) {
+    if (!camera || !camera->getViewport())
+        return;
     hyxOSG::getNearFarPoints(camera, x, y, nearPoint, farPoint);
+    nearPoint = toSimulation(getSimulation(), nearPoint);
+    farPoint = toSimulation(getSimulation(), farPoint);
 }
 
 } // namespace hyxOSG

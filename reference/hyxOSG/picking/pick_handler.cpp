@@ -6,6 +6,7 @@
 #include "reference/hyxOSG/picking/mouse_spring.h"
 #include "reference/hyxOSG/picking/ray_pick.h"
 #include "reference/machinery/meshes/conversions.h"
+#include "reference/machinery/viewing/simulation_scene.h"
 
 #include <osg/Camera>
 #include <osg/observer_ptr>
@@ -66,7 +67,8 @@ struct PickHandler::Implementation {
         if (!picture)
             return;
         if (spring.holds())
-            picture->show(spring.heldPoint(), spring.target());
+            picture->show(toPicture(simulation.get(), spring.heldPoint()),
+                          toPicture(simulation.get(), spring.target()));
         else
             picture->hide();
     }
@@ -85,8 +87,8 @@ struct PickHandler::Implementation {
         hyxOSG::getNearFarPoints(camera.get(), x, y, nearPoint, farPoint);
         osg::Matrixd const toWorld = camera->getInverseViewMatrix();
         hyx::Vec3 const view = toHyx(osg::Matrixd::transform3x3(osg::Vec3d(0, 0, -1), toWorld));
-        if (meetPlane(nearPoint, farPoint, spring.target(), view, target))
-            spring.setTarget(target);
+        if (meetPlane(nearPoint, farPoint, toPicture(simulation.get(), spring.target()), view, target))
+            spring.setTarget(toSimulation(simulation.get(), target));
     }
 };
 
@@ -175,7 +177,11 @@ void PickHandler::getNearFarPoints(osg::Camera const* camera, hyx::Vec3& nearPoi
         x = static_cast<float>(viewport->x() + (x + 1) / 2 * viewport->width());
         y = static_cast<float>(viewport->y() + (y + 1) / 2 * viewport->height());
     }
+    if (!viewport)
+        return;
     hyxOSG::getNearFarPoints(camera, x, y, nearPoint, farPoint);
+    nearPoint = toSimulation(m_implementation->simulation.get(), nearPoint);
+    farPoint = toSimulation(m_implementation->simulation.get(), farPoint);
 }
 
 bool PickHandler::keyboard(int key, unsigned int modKeyMask, float, float, bool keydown) {

@@ -3,6 +3,7 @@
 
 #include "platform/hyxOSG/visuals/camera_functions.h"
 #include "platform/hyxSDK/simulation.h"
+#include "reference/machinery/viewing/simulation_scene.h"
 
 #include <osg/Camera>
 
@@ -29,7 +30,7 @@ hyxSDK::PickResult pickUnder(hyxSDK::Simulation const* simulation, osg::Camera c
         return {};
     hyx::Vec3 nearPoint, farPoint;
     getNearFarPoints(camera, x, y, nearPoint, farPoint);
-    return pickAlong(simulation, nearPoint, farPoint, all);
+    return pickAlong(simulation, toSimulation(simulation, nearPoint), toSimulation(simulation, farPoint), all);
 }
 
 } // namespace hyxOSG::input

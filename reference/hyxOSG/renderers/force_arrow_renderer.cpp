@@ -6,8 +6,8 @@
 #include "platform/hyxSDK/simulation.h"
 #include "reference/hyx/values/number_checks.h"
 #include "reference/hyxOSG/renderers/arrow_mesh.h"
-#include "reference/hyxOSG/renderers/simulation_scene.h"
 #include "reference/machinery/shading/shading_marks.h"
+#include "reference/machinery/viewing/simulation_scene.h"
 
 #include <osg/Group>
 #include <osg/observer_ptr>

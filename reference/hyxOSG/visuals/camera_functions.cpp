@@ -3,6 +3,7 @@
 
 #include "platform/hyxCollide/space.h"
 #include "reference/machinery/meshes/conversions.h"
+#include "reference/machinery/viewing/simulation_scene.h"
 #include "reference/machinery/viewing/wheel_zoom.h"
 
 #include <osg/Camera>
@@ -18,7 +19,7 @@ public:
     explicit OrbitWithButton(int button) : m_button(button) {
         setAllowThrow(false);
         setVerticalAxisFixed(true);
-        setWheelZoomFactor(wheelZoom);
+        boundZoom(*this);
     }
 
 protected:
@@ -84,7 +85,8 @@ hyxCollide::LocalGeometryContact getHoveredGeometryContact(osg::Camera const* ca
         return {};
     hyx::Vec3 nearPoint, farPoint;
     getNearFarPoints(camera, x, y, nearPoint, farPoint);
-    hyxCollide::RayHit const hit = space->castRay(nearPoint, farPoint);
+    hyxCollide::RayHit const hit =
+        space->castRay(toSimulation(space->getSimulation(), nearPoint), toSimulation(space->getSimulation(), farPoint));
     if (!hit.isValid())
         return {};
     hyxCollide::LocalGeometryContact contact(hit.geometry, nullptr);

@@ -7,6 +7,8 @@ import hyxOSG
 import pytest
 from application_stage import add_box, difference
 
+SCROLL_UP = 3  # of the scene graph's events
+
 
 def xyz(vector):
     return (vector.x, vector.y, vector.z)
@@ -222,3 +224,40 @@ def test_the_transform_moves_the_picture(window, shoot):
     debug = shoot(window)
     window.setDebugRenderInverseMatrix(hyx.AffineMatrix4x4(hyx.Vec3(-2, 0, 0)))
     assert column(shoot(window)) > column(debug) + 10
+
+
+def test_the_wheel_stops_before_the_eye_is_in_the_center(window):
+    queue = window.getViewer().getEventQueue()
+    for _ in range(120):
+        queue.mouseScroll(SCROLL_UP)
+        window.step()
+    data = window.getCameraData()
+    assert 0.009 < math.dist(xyz(data.eye), xyz(data.center)) < 0.02
+
+
+def test_fitting_ends_the_following(window, shoot):
+    body = add_box(window, "box", static=True)
+    far = add_box(window, "far", (30, 0, 0), static=True)
+    window.createVisual(window.getSimulation())
+    node = hyxOSG.findGeometryNode(body.getGeometries()[0], window.getRoot())
+    window.setOrbitCamera(node, 3.0, 0.0, 0.2)
+    window.step()
+    window.followKey(ord("f"))
+    window.step()
+    data = window.getCameraData()
+    assert xyz(data.center) == pytest.approx((15, 0, 0), abs=1) and math.dist(xyz(data.eye), xyz(data.center)) > 15
+    picture = shoot(window)
+    far.setPosition(hyx.Vec3(30, 500, 0))
+    assert difference(picture, shoot(window)) > 10, "the far one is in the picture"
+
+
+def test_planes_that_are_set_cut_the_picture(window, shoot):
+    add_box(window, static=True)
+    window.createVisual(window.getSimulation())
+    whole = shoot(window)
+    data = window.getCameraData()
+    window.applyCameraData(data)
+    assert difference(whole, shoot(window)) == 0
+    data.farClippingPlane = 5.0  # the box is ten metres away
+    window.applyCameraData(data)
+    assert difference(whole, shoot(window)) > 50

@@ -1,13 +1,14 @@
 """Who is told of frames, and what becomes of their errors."""
 
 import gc
+import os
 
 import _hyxOSG
 import hyx
 import hyxOSG
 import hyxSDK
 import pytest
-from application_stage import steps_of
+from application_stage import add_box, difference, steps_of
 
 
 class Recorder(hyxOSG.ExampleApplicationListener):
@@ -54,7 +55,7 @@ def test_an_error_of_a_listener_does_not_stop_the_frame(app, capfd):
 
     listener = Failing()
     app.addListener(listener)
-    assert app.run() == 3
+    assert app.run(raise_errors=False) == 3
     assert "ValueError: no such frame" in capfd.readouterr().err
 
 
@@ -151,15 +152,41 @@ def test_a_listener_without_overrides_does_nothing(app):
     assert steps_of(app, 2) == 2
 
 
-def test_the_error_of_a_scene_ends_the_frame_that_builds_it(window, tmp_path):
+def test_the_error_of_a_scenes_key_is_shown_and_ends_nothing(window, shoot, tmp_path, capfd):
     path = tmp_path / "ruin.py"
     path.write_text("def ruin(simulation, app):\n    raise ValueError('the blueprint is lost')\n")
     listener = Recorder()
     window.addListener(listener)
+    add_box(window, "kept")
+    window.createVisual(window.getSimulation())
     window.addScene(str(path), "ruin", ord("r"))
+    before = shoot(window)
     window.getViewer().getEventQueue().keyPress(ord("r"))
-    with pytest.raises(ValueError, match="blueprint"):
-        window.step()
-    assert [name for name, _ in listener.calls] == ["pre"]
     window.step()
-    assert [name for name, _ in listener.calls] == ["pre", "pre", "post"]
+    assert [name for name, _ in listener.calls] == ["pre", "post"]
+    assert "blueprint is lost" in window.getSceneError()
+    assert capfd.readouterr().err.count("ValueError: the blueprint is lost") == 1
+    assert [body.getName() for body in window.getSimulation().getRigidBodies()] == ["kept"]
+    picture = shoot(window)
+    assert difference(before[:30], picture[:30]) > 300, "the reason is on the picture"
+    path.write_text("def ruin(simulation, app): pass\n")
+    os.utime(path, (1, 1))
+    assert window.followKey(ord("r")) and window.getSceneError() == ""
+    assert window.getSimulation().getRigidBodies() == []
+
+
+def test_an_error_of_each_frame_is_printed_once_and_can_fail_the_run(app, capfd):
+    class Failing(hyxOSG.ExampleApplicationListener):
+        def preFrame(self, app):
+            raise ValueError("no such frame")
+
+    listener = Failing()
+    app.addListener(listener)
+    app.stopAfter(2)
+    with pytest.raises(ValueError, match="no such frame"):
+        app.run(raise_errors=True)
+    printed = capfd.readouterr().err
+    assert printed.count("Traceback") == 1 and "(10 times" in printed and "(100 times" in printed
+    assert app.getTimeStamp() == pytest.approx(2)
+    app.stopAfter(2.5)
+    assert app.run(raise_errors=False) == 0

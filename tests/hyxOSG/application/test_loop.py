@@ -130,7 +130,7 @@ def test_simulated_time_follows_real_time(app):
     time.sleep(0.5)
     before = app.getTimeStamp()
     app.synchronizedStep()
-    assert round((app.getTimeStamp() - before) / app.getTimeStep()) == 10  # what is beyond is forgotten
+    assert app.getTimeStamp() - before <= 0.25 + app.getTimeStep()  # what is beyond is forgotten
     before = app.getTimeStamp()
     app.synchronizedStep(True)
     assert app.getTimeStamp() > before

@@ -3,6 +3,9 @@
 import hyxIO
 import hyxOSG
 import pytest
+from application_stage import add_box, read_picture
+from subprocesses import has_display, run_python
+from video_file import probe
 
 
 @pytest.fixture
@@ -71,6 +74,73 @@ def test_everything_can_be_made_at_once():
     assert not app.initialized()
     assert app.init(hyxIO.ArgumentParser(["--window-size", "40x30"]), True)
     assert app.initialized()
+
+
+@pytest.fixture
+def box_scene(tmp_path):
+    path = tmp_path / "box.json"
+    path.write_text('{"bodies": [{"name": "box", "geometries": [{"shape": "box", "halfExtents": [1, 1, 1]}]}]}')
+    return str(path)
+
+
+def test_files_among_the_arguments_are_opened(started, box_scene, tmp_path):
+    app = started(box_scene, "of the program's own")
+    assert app.getNumScenes() == 1
+    app.initScene()
+    assert [body.getName() for body in app.getSimulation().getRigidBodies()] == ["box"]
+    with pytest.raises(RuntimeError, match="there is no file"):
+        started(str(tmp_path / "missing.urdf"))
+
+
+def test_a_scene_that_there_is_not_is_refused(started, box_scene):
+    app = started(box_scene, "--scene", "5", "--no-graphics")
+    with pytest.raises(RuntimeError, match="there is no scene 5"):
+        app.run()
+    assert started("--speed", "0.5").getSpeed() == 0.5
+    assert started("--status").getEnableStatus()
+
+
+WRONG = """
+import sys
+import hyxIO, hyxOSG
+hyxOSG.ExampleApplication().init(hyxIO.ArgumentParser(sys.argv[1:]))
+"""
+
+
+@pytest.mark.parametrize("wrong", [["--time-step", "fast"], ["--solver", "direct"], ["--no-such"]])
+def test_a_programs_wrong_arguments_end_it_with_a_line(tmp_path, wrong):
+    program = tmp_path / "program.py"
+    program.write_text(WRONG)
+    done = run_python(str(program), *wrong)
+    assert done.returncode == 2 and "Traceback" not in done.stderr
+    assert done.stderr.startswith(str(program)) and "--help" in done.stderr
+
+
+def test_a_film_by_option_has_the_size_of_the_window_and_the_rate_asked_for(started, tmp_path):
+    film = tmp_path / "film.mp4"
+    app = started("--capture-video", str(film), "--capture-rate", "20", "--stop-after", "1")
+    add_box(app)
+    app.initViewer(80, 60)
+    app.createVisual(app.getSimulation())
+    app.run()
+    facts = probe(film)
+    assert (facts["width"], facts["height"]) == (80, 60)
+    assert int(facts["nb_read_frames"]) == pytest.approx(20, abs=1) and facts["r_frame_rate"] == "20/1"
+
+
+@pytest.mark.skipif(not has_display, reason="needs xvfb-run")
+def test_a_full_screen_is_drawn_full(tmp_path):
+    picture = tmp_path / "full.ppm"
+    done = run_python(
+        "import hyxIO, hyxOSG\n"
+        "app = hyxOSG.ExampleApplication()\n"
+        "app.init(hyxIO.ArgumentParser(['--full-screen']))\n"
+        "app.initGraphics()\n"
+        f"app.takeScreenShot({str(picture)!r})\n",
+        on_display=True,
+    )
+    assert done.returncode == 0, done.stderr
+    assert read_picture(picture).shape == (600, 800, 3)
 
 
 def test_a_recording_and_a_capture_are_started(started, tmp_path):

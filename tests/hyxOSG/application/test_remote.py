@@ -7,6 +7,7 @@ from pathlib import Path
 
 import hyx
 import hyxIO
+import hyxOSG
 import pytest
 from application_stage import add_box
 from web_client import Connection, open_page
@@ -270,3 +271,88 @@ def test_a_port_in_use_is_an_exception(app):
         with pytest.raises(RuntimeError, match="in use"):
             app.initRpc()
     assert app.getController() is None
+
+
+def details(app, page, done=lambda found: True):
+    """What the page is told next, of which `done` holds."""
+    app.pushParametersToControlChannel()
+    return page.receive(lambda message: isinstance(message, dict) and "details" in message and done(message))
+
+
+def test_a_page_looks_into_the_simulation(served, page):
+    add_box(served, "ground", (0, 0, -1), static=True)
+    box = add_box(served, "box", (0, 0, 0))
+    served.createVisual(served.getSimulation())
+    for _ in range(60):
+        served.stepSimulation()
+    assert [body["name"] for body in details(served, page)["tree"]] == ["ground", "box"]
+    selected = lambda: details(served, page)["details"]["body"]
+    assert follow(served, page, {"do": "select", "body": 1}, lambda: selected() is not None)
+    found = selected()
+    assert found["name"] == "box" and found["mass"] == pytest.approx(box.getMass())
+    assert found["position"][2] == pytest.approx(box.getPosition().z)
+    weight = box.getMass() * 9.80665
+    assert found["contacts"][0] == {"with": "ground", "force": pytest.approx(weight, rel=0.02)}
+    node = hyxOSG.findGeometryNode(box.getGeometries()[0], served.getRoot())
+    assert hyxOSG.getEnableOutline(node)
+    assert follow(served, page, {"do": "visible", "body": 1, "on": False}, lambda: node.getNodeMask() == 0)
+    assert follow(served, page, {"do": "select", "body": None}, lambda: not hyxOSG.getEnableOutline(node))
+    page.send(do="select", body=17)
+    for _ in range(20):
+        served.updateRemoteDebugger()
+    assert "no such body" in page.receive(lambda message: "error" in message)["error"]
+
+
+def test_a_page_selects_what_is_under_the_pointer(served, page):
+    add_box(served, "target", static=True)
+    served.createVisual(served.getSimulation())
+    served.step()
+    name = lambda: (details(served, page)["details"]["body"] or {}).get("name")
+    assert follow(served, page, {"do": "select", "x": 80, "y": 60}, lambda: name() == "target")
+    assert follow(served, page, {"do": "select", "x": 2, "y": 2}, lambda: name() is None)
+
+
+def test_a_page_holds_a_joint_and_reads_it_back(served, page):
+    door = add_box(served, "door", (1, 0, 0))
+    hinge = hyx.Hinge(hyx.Vec3(0, 0, 0), hyx.Vec3(0, 0, 1), door)
+    served.getSimulation().add(hinge)
+    position = lambda: details(served, page)["details"]["joints"][0]["position"]
+
+    def reached():
+        served.stepSimulation()
+        return abs(position() - 0.5) < 0.01
+
+    assert follow(served, page, {"do": "joint", "joint": 0, "position": 0.5}, reached)
+    assert hinge.getAngle() == pytest.approx(0.5, abs=0.01)
+    assert follow(
+        served, page, {"do": "joint", "joint": 0, "position": None}, lambda: not hinge.getLock1D().isEnabled()
+    )
+
+
+def test_a_page_goes_back_in_time_and_changes_the_speed(served, page):
+    add_box(served)
+    served.setHistoryLength(10)
+    for _ in range(60):
+        served.stepSimulation()
+    assert follow(served, page, {"do": "seek", "value": 0.5}, lambda: abs(served.getTimeStamp() - 0.5) < 1e-6)
+    assert not served.getAutoStepping()
+    assert follow(served, page, {"do": "scrub", "value": 6}, lambda: abs(served.getTimeStamp() - 0.6) < 1e-6)
+    assert follow(served, page, {"do": "speed", "value": 0.5}, lambda: served.getSpeed() == 0.5)
+    assert follow(served, page, {"do": "debug"}, served.getEnableDebugRenderer)
+
+
+def test_a_page_resumes_what_it_has_paused_while_listeners_rest(served, page):
+    served.setEnablePauseUpdate(False)
+    for stepping in (False, True):
+        page.send(do="pause")
+        end = time.monotonic() + 5
+        while served.getAutoStepping() is not stepping and time.monotonic() < end:
+            served.step()
+        assert served.getAutoStepping() is stepping
+
+
+def test_a_script_asks_for_the_address_of_the_page(served):
+    controller = served.getController()
+    assert controller.getUrl() == f"http://127.0.0.1:{controller.getPort()}/?token={controller.getToken()}"
+    assert controller.getNumClients() == 0
+    assert served.getRenderProxyFactory().getNumProxies() == 0

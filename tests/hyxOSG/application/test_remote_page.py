@@ -6,7 +6,9 @@ import select
 import subprocess
 import sys
 
+import hyx
 import hyxIO
+import hyxOSG
 import numpy
 import pytest
 from application_stage import add_box
@@ -95,6 +97,44 @@ def test_the_time_step_is_typed_in(served, browser):
         " field.dispatchEvent(new Event('change')); })()"
     )
     assert browser.wait(lambda: served.getTimeStep() == 0.005)
+
+
+def test_a_body_is_selected_looked_into_and_plotted(served, browser):
+    text = lambda place: browser.evaluate(f"document.querySelector('{place}').innerText")
+    assert browser.wait(lambda: "box" in text("#tree"))
+    browser.click("#tree div")
+    assert browser.wait(lambda: "position, m" in text("#details"))
+    node = hyxOSG.findGeometryNode(served.getSimulation().getRigidBodies()[0].getGeometries()[0], served.getRoot())
+    assert hyxOSG.getEnableOutline(node)
+    plotted = "document.querySelector('#plot').getContext('2d').getImageData(0, 0, 240, 90).data.some(v => v > 0)"
+    assert browser.wait(lambda: browser.evaluate(plotted))
+    browser.click("#tree div input")
+    assert browser.wait(lambda: node.getNodeMask() == 0)
+    typed = "(() => { const s = document.querySelector('#search'); s.value = 'nothing'; s.oninput(); })()"
+    browser.evaluate(typed)
+    assert browser.wait(lambda: text("#tree").strip() == "")
+
+
+def slide(browser, place, value):
+    browser.evaluate(
+        f"(() => {{ const s = document.querySelector('{place}'); s.value = {value};"
+        " s.dispatchEvent(new Event('input')); })()"
+    )
+
+
+def test_a_joint_is_driven_and_time_is_scrubbed(served, browser):
+    door = add_box(served, "door", (2, 0, 0))
+    hinge = hyx.Hinge(hyx.Vec3(1, 0, 0), hyx.Vec3(0, 0, 1), door)
+    served.getSimulation().add(hinge)
+    served.setHistoryLength(30)
+    assert browser.wait(lambda: browser.evaluate("document.querySelectorAll('#joints label').length") == 1)
+    slide(browser, "#joints input", 0.4)
+    assert browser.wait(lambda: abs(hinge.getAngle() - 0.4) < 0.01)
+    shown = "document.querySelector('#joints span').textContent"
+    assert browser.wait(lambda: abs(float(browser.evaluate(shown).split()[-1]) - 0.4) < 0.02)
+    assert browser.wait(lambda: browser.evaluate("+document.querySelector('#seek').max") > 0.2)
+    slide(browser, "#seek", 0.1)
+    assert browser.wait(lambda: served.getTimeStamp() == pytest.approx(0.1, abs=0.02) and not served.getAutoStepping())
 
 
 def test_the_wrong_token_shows_nothing(served, browser):

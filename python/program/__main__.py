@@ -1,0 +1,101 @@
+"""`python -m hyxOSG FILE...`: opens scripts, scenes, robots, models, journals and saved states, and follows their changes."""
+
+from __future__ import annotations
+
+import ast
+import os
+import runpy
+import sys
+import time
+from pathlib import Path
+
+import hyxIO
+import hyxOSG
+
+from ._doctor import doctor
+
+LOOK_AT_FILES = 0.5  # seconds between looks at the files for changes
+
+
+class Watcher(hyxOSG.ExampleApplicationListener):
+    """Builds the scene anew when one of the files has changed."""
+
+    def __init__(self, files: list[str]) -> None:
+        super().__init__()
+        self.files = [Path(file) for file in files]
+        self.seen = self.look()
+        self.next = time.monotonic() + LOOK_AT_FILES
+
+    def look(self) -> list[int]:
+        """What stands for the files' contents; a file that is being replaced counts as it was."""
+        return [file.stat().st_mtime_ns if file.exists() else 0 for file in self.files]
+
+    def preFrame(self, app: hyxOSG.ExampleApplication) -> None:
+        if time.monotonic() < self.next:
+            return
+        self.next = time.monotonic() + LOOK_AT_FILES
+        found = self.look()
+        if found != self.seen and all(found):
+            self.seen = found
+            app.followKey(ord("r"))
+
+
+def is_program(file: str) -> bool:
+    """Whether a script does its work itself, rather than in a function buildScene."""
+    if Path(file).suffix != ".py" or not Path(file).is_file():
+        return False
+    try:
+        tree = ast.parse(Path(file).read_bytes())
+    except SyntaxError:
+        return False  # the scene's error is shown on the picture
+    return not any(isinstance(node, ast.FunctionDef) and node.name == "buildScene" for node in tree.body)
+
+
+def wrong(text: str) -> int:
+    print(f"hyxOSG: {text}\n(--help lists what there is)", file=sys.stderr)
+    return 2
+
+
+def main(arguments: list[str] | None = None) -> int:
+    words = sys.argv[1:] if arguments is None else arguments
+    if "--doctor" in words:
+        return doctor()
+    if words and is_program(words[0]):
+        sys.argv = list(words)
+        runpy.run_path(words[0], run_name="__main__")
+        return 0
+    parser = hyxIO.ArgumentParser()
+    parser.addFlag("--doctor", "Say what works on this machine, and what to install for the rest")
+    parser.addFlag("--no-watch", "Do not look for changes of the files")
+    try:
+        parser.parse(words)
+        if parser.isHelpRequested():
+            return 0
+        files = [str(file) for file in parser.getPositional()]
+        if not files and not parser.has("--script") and not parser.has("--journal-play"):
+            return wrong("name a file to open")
+        for file in files:
+            if not os.path.isfile(file):
+                return wrong(f"there is no file '{file}'")
+        return show(parser, files)
+    except (RuntimeError, ValueError, OSError) as error:
+        return wrong(str(error))
+
+
+def show(parser: hyxIO.ArgumentParser, files: list[str]) -> int:
+    with hyxOSG.ExampleApplication() as app:
+        app.setWindowTitle(f"{' '.join(Path(file).name for file in files)} - F1 shows the keys")
+        app.init(parser)
+        if not parser.has("--no-graphics"):
+            app.initGraphics()
+            app.setEnableStatus(parser.has("--status") or not app.hasOffscreenWindow())
+        if not app.getNumScenes() and not app.getJournalPlaybackPath():
+            return wrong(f"'{files[0]}' is of no kind that can be opened")
+        watcher = Watcher(files)
+        if not parser.has("--no-watch"):
+            app.addListener(watcher)
+        return app.run()
+
+
+if __name__ == "__main__":
+    raise SystemExit(main())

@@ -1,0 +1,81 @@
+"""What of the library works on this machine, and what to install for the rest."""
+
+from __future__ import annotations
+
+import importlib.util
+import os
+import shutil
+import subprocess
+import sys
+import time
+from collections.abc import Callable
+
+DRAW = """
+import hyx, hyxOSG, sys
+app = hyxOSG.ExampleApplication()
+app.init(None)
+app.initViewer(64, 48)
+app.step()
+print("window" if not app.hasOffscreenWindow() else "off-screen")
+"""
+
+
+def draws(kind: str) -> tuple[bool, str]:
+    """Draws a frame in a process of its own, so that a broken driver ends only that."""
+    start = time.monotonic()
+    done = subprocess.run(
+        [sys.executable, "-c", DRAW],
+        env={**os.environ, "HYX_DISPLAY": kind},
+        capture_output=True,
+        text=True,
+        timeout=60,
+    )
+    reason = done.stderr.strip().splitlines()[-1:] or ["the process ended"]
+    return (
+        done.returncode == 0,
+        f"{time.monotonic() - start:.1f} s to the first frame" if not done.returncode else reason[0],
+    )
+
+
+def display() -> tuple[bool, str]:
+    if not os.environ.get("DISPLAY"):
+        return False, "DISPLAY is not set: everything is drawn off-screen, and --rpc-port shows it in a browser"
+    return draws("window")
+
+
+def program(name: str) -> Callable[[], tuple[bool, str]]:
+    return lambda: (bool(shutil.which(name)), shutil.which(name) or "not found")
+
+
+def fonts() -> tuple[bool, str]:
+    if not shutil.which("fc-match"):
+        return False, "fontconfig is not there"
+    found = subprocess.run(["fc-match", "DejaVuSans"], capture_output=True, text=True).stdout.strip()
+    return "DejaVu" in found, found
+
+
+def module(name: str) -> Callable[[], tuple[bool, str]]:
+    return lambda: (importlib.util.find_spec(name) is not None, "")
+
+
+CHECKS = (
+    ("drawing off-screen", lambda: draws("offscreen"), "apt-get install libegl1 libgl1-mesa-dri"),
+    ("a window", display, "a display, and apt-get install libgl1-mesa-dri"),
+    ("films", program("ffmpeg"), "apt-get install ffmpeg"),
+    ("text", fonts, "apt-get install fontconfig fonts-dejavu-core"),
+    ("arrays", module("numpy"), "pip install numpy"),
+    ("journals in Python", module("h5py"), "pip install h5py"),
+)
+
+
+def doctor() -> int:
+    """Prints a line for each thing; 1 when nothing can be drawn."""
+    works = {}
+    for name, check, remedy in CHECKS:
+        try:
+            works[name], detail = check()
+        except (OSError, subprocess.SubprocessError) as error:
+            works[name], detail = False, str(error)
+        mark = "works  " if works[name] else "missing"
+        print(f"{mark}  {name}{': ' + detail if detail else ''}{'' if works[name] else f'  ({remedy})'}")
+    return 0 if works["drawing off-screen"] else 1

@@ -1,0 +1,98 @@
+"""`python -m hyxOSG FILE...`, and pictures in notebooks."""
+
+import io
+
+import hyxOSG
+import numpy
+import pytest
+from application_stage import add_box
+from PIL import Image
+from subprocesses import run_python
+
+SCRIPT = """
+import hyx, hyxCollide, hyxOSG
+def buildScene(sim, app, root):
+    body = hyx.RigidBody(hyxCollide.Geometry(hyxCollide.Sphere(1)), "ball")
+    sim.add(body)
+    hyxOSG.createVisual(body, root)
+"""
+SCENE = '{"bodies": [{"name": "box", "geometries": [{"shape": "box", "halfExtents": [1, 1, 1]}]}]}'
+ROBOT = """<robot name="r"><link name="base"><inertial><mass value="1"/><inertia ixx="1" iyy="1" izz="1" ixy="0" ixz="0"
+ iyz="0"/></inertial><visual><geometry><box size="1 1 1"/></geometry></visual><collision><geometry><box size="1 1 1"/>
+</geometry></collision></link></robot>"""
+MODEL = "v 0 0 0\nv 2 0 0\nv 0 0 2\nf 1 2 3\n"
+
+
+def open_file(*arguments):
+    return run_python("-m", "hyxOSG", *map(str, arguments))
+
+
+@pytest.mark.parametrize(
+    "name, text",
+    [("s.py", SCRIPT), ("s.json", SCENE), ("r.urdf", ROBOT), ("m.obj", MODEL)],
+    ids=lambda value: value[:6],
+)
+def test_each_kind_of_file_is_opened_and_drawn(tmp_path, name, text):
+    file = tmp_path / name
+    file.write_text(text)
+    done = open_file(file, "--window-size", "64x48", "--stop-after", "0.05", "--capture", tmp_path / "frame")
+    assert done.returncode == 0, done.stderr
+    picture = numpy.asarray(Image.open(sorted(tmp_path.glob("frame*"))[0]).convert("RGB")).astype(int)
+    side = picture[24, 1]
+    assert abs(picture[24, 32] - side).max() > 20, "it is in the middle of the picture"
+
+
+def test_a_program_is_run_as_one(tmp_path):
+    file = tmp_path / "program.py"
+    file.write_text("import sys\nprint(__name__, sys.argv[1:])\n")
+    assert open_file(file, "--fast").stdout == "__main__ ['--fast']\n"
+
+
+@pytest.mark.parametrize(
+    "arguments, said",
+    [([], "name a file"), (["missing.py"], "no file 'missing.py'"), (["--time-step", "x", "a.py"], "not a number")],
+)
+def test_what_cannot_be_done_is_said_in_a_line(arguments, said):
+    done = open_file(*arguments)
+    assert done.returncode == 2 and said in done.stderr and "Traceback" not in done.stderr
+
+
+def test_the_help_is_in_groups_and_the_doctor_says_what_works():
+    help_text = open_file("--help").stdout
+    groups = ["Window", "Time", "Scenes", "Pictures and films", "Journals", "Other processes"]
+    assert [group for group in groups if f"{group}:" in help_text] == groups and "F1" in help_text
+    done = open_file("--doctor")
+    assert done.returncode == 0 and "works    drawing off-screen" in done.stdout
+
+
+def test_a_changed_script_is_built_anew(tmp_path):
+    file = tmp_path / "s.py"
+    change = f"""
+    import threading
+    def later():
+        text = open({str(file)!r}).read().replace('"ball"', '"changed"').replace("CHANGE", "")
+        open({str(file)!r}, "w").write(text)
+    if app.getTimeStep() > 0 and "ball" == "ball" and not hasattr(hyxOSG, "changing"):
+        hyxOSG.changing = threading.Timer(0.5, later)
+        hyxOSG.changing.start()
+    print("built", [body.getName() for body in sim.getRigidBodies()], flush=True)
+    """
+    file.write_text(SCRIPT + change)
+    done = open_file(file, "--window-size", "32x24", "--real-time", "--stop-after", "4")
+    assert done.stdout.splitlines() == ["built ['ball']", "built ['changed']"], done.stderr
+
+
+def pixels(png):
+    return numpy.asarray(Image.open(io.BytesIO(png)).convert("RGB")).astype(int)
+
+
+def test_notebooks_show_the_picture(app, shoot):
+    assert app._repr_png_() is None
+    app.initViewer(64, 48)
+    add_box(app, static=True)
+    app.createVisual(app.getSimulation())
+    target = hyxOSG.RenderToImage(32, 24)
+    assert target._repr_png_() is None
+    app.addRenderTarget(target)
+    assert numpy.array_equal(pixels(app._repr_png_()), shoot(app))
+    assert numpy.array_equal(pixels(target._repr_png_()), target.pixels[::-1, :, :3])
