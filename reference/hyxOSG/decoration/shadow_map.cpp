@@ -1,6 +1,8 @@
 // Draws depth maps from the light, and tells the shaders where they are.
 #include "reference/hyxOSG/decoration/shadow_map.h"
 
+#include "platform/hyxOSG/application/example_application.h"
+
 #include "reference/hyxOSG/decoration/light_view.h"
 #include "reference/machinery/shading/node_state.h"
 
