@@ -36,8 +36,9 @@ public:
     /// larger image may lie elsewhere from the next frame on.
     unsigned char* getImageData() const;
 
-    /// Writes the image to a file whose extension chooses the format; false when that fails (the reason is notified). A
-    /// depth image is written as greys of 8 bits, near black and far white.
+    /// Writes the image to a file whose extension chooses the format, without its alpha where that has none; false when
+    /// that fails (the reason is notified). A depth image is written as greys, near black and far white: of 16 bits in
+    /// a ".png", else of 8.
     bool saveImage(hyx::String const& file) const;
 
 protected:

@@ -140,6 +140,7 @@ bool EmbeddedGLWindow::init(int x, int y, int width, int height) {
     if (!m_implementation->context) {
         throw std::runtime_error("there is no OpenGL context: make the host's current before init");
     }
+    requireSuitableContext();
     m_implementation->window = m_implementation->viewer->setUpViewerAsEmbeddedInWindow(x, y, width, height);
     m_implementation->viewer->getCamera()->setProjectionMatrixAsPerspective(fieldOfView, double(width) / height, 0.1,
                                                                             1000);

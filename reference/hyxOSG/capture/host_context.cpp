@@ -5,7 +5,10 @@
 #include <dlfcn.h>
 #include <osg/GLExtensions>
 
+#include <cstdlib>
 #include <initializer_list>
+#include <stdexcept>
+#include <string>
 
 namespace hyxOSG {
 namespace {
@@ -34,6 +37,21 @@ void* currentContext() {
         }
     }
     return nullptr;
+}
+
+void requireSuitableContext() {
+    constexpr GLenum profileMask = 0x9126;
+    constexpr GLint coreProfile = 1;
+    auto const* const text = reinterpret_cast<char const*>(glGetString(GL_VERSION));
+    std::string const version = text ? text : "";
+    double const number = std::strtod(version.c_str(), nullptr); // 0 for the letters that OpenGL ES begins with
+    GLint profile = 0;
+    if (number >= 3.2)
+        glGetIntegerv(profileMask, &profile);
+    if (number < 2.0 || profile & coreProfile)
+        throw std::runtime_error(
+            "the current context is of \"" + version + "\"" + (profile & coreProfile ? " in the core profile" : "") +
+            ": ask for OpenGL, not OpenGL ES, of version 2.0 or later in the compatibility profile");
 }
 
 ContextStay::ContextStay(osg::State& state) : m_state(state) {

@@ -8,6 +8,10 @@ namespace hyxOSG {
 /// The handle of the current GLX or EGL context, whoever made it; null for none. Only for comparison.
 void* currentContext();
 
+/// Refuses a current context that osg cannot draw in: its pictures would be blank, or the process would crash.
+/// \throws std::runtime_error that says which one to ask for
+void requireSuitableContext();
+
 /// Prepares a host's context for osg while it lives. osg remembers what it set and leaves out what it thinks is set
 /// already; but the host has drawn since.
 class ContextStay {

@@ -6,25 +6,35 @@
 #include "reference/hyxOSG/capture/image_file.h"
 
 #include <osg/RenderInfo>
+#include <osgDB/FileNameUtils>
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <cstring>
+#include <limits>
 #include <stdexcept>
 
 namespace hyxOSG {
 namespace {
 
-/// Depths of 0 to 1 as greys, which every image format can hold.
-osg::ref_ptr<osg::Image> greyImage(osg::Image const& depths) {
+/// Depths of 0 to 1 as whole greys.
+template <class Grey>
+osg::ref_ptr<osg::Image> greyImage(osg::Image const& depths, GLenum type) {
     osg::ref_ptr<osg::Image> greys = new osg::Image;
-    greys->allocateImage(depths.s(), depths.t(), 1, GL_LUMINANCE, GL_UNSIGNED_BYTE, 1);
-    auto const* depth = reinterpret_cast<float const*>(depths.data());
-    unsigned char* grey = greys->data();
-    for (std::size_t i = 0; i < greys->getTotalSizeInBytes(); ++i) {
-        grey[i] = static_cast<unsigned char>(std::lround(depth[i] * 255));
+    greys->allocateImage(depths.s(), depths.t(), 1, GL_LUMINANCE, type, 1);
+    auto const* const depth = reinterpret_cast<float const*>(depths.data());
+    auto* const grey = reinterpret_cast<Grey*>(greys->data());
+    for (std::size_t i = 0; i < std::size_t(depths.s()) * std::size_t(depths.t()); ++i) {
+        grey[i] = static_cast<Grey>(std::lround(depth[i] * std::numeric_limits<Grey>::max()));
     }
     return greys;
+}
+
+/// What the format of the file can hold of depths.
+osg::ref_ptr<osg::Image> greysFor(std::string const& file, osg::Image const& depths) {
+    return osgDB::getLowerCaseFileExtension(file) == "png" ? greyImage<std::uint16_t>(depths, GL_UNSIGNED_SHORT)
+                                                           : greyImage<std::uint8_t>(depths, GL_UNSIGNED_BYTE);
 }
 
 } // namespace
@@ -55,7 +65,7 @@ unsigned char* RenderToImage::getImageData() const {
 }
 
 bool RenderToImage::saveImage(hyx::String const& file) const {
-    osg::ref_ptr<osg::Image> const image = bufferComponent() == DEPTH_BUFFER ? greyImage(*m_image) : m_image;
+    osg::ref_ptr<osg::Image> const image = bufferComponent() == DEPTH_BUFFER ? greysFor(file, *m_image) : m_image;
     try {
         writeImageFile(*image, file);
         return true;

@@ -25,6 +25,26 @@ std::runtime_error refusal(std::string const& path, ReaderWriter::WriteResult co
     return std::runtime_error("cannot write \"" + path + "\": " + reason);
 }
 
+/// Whether the writer of the format takes colours only: that of JPEG refuses transparency, that of BMP shifts greys.
+bool needsColors(osg::Image const& image, std::string const& path) {
+    std::string const format = osgDB::getLowerCaseFileExtension(path);
+    bool const isJpeg = format == "jpg" || format == "jpeg";
+    return image.getDataType() == GL_UNSIGNED_BYTE && ((image.getPixelFormat() == GL_RGBA && isJpeg) ||
+                                                       (image.getPixelFormat() == GL_LUMINANCE && format == "bmp"));
+}
+
+ref_ptr<osg::Image> colorsOf(osg::Image const& image) {
+    ref_ptr<osg::Image> const copy = new osg::Image;
+    copy->allocateImage(image.s(), image.t(), image.r(), GL_RGB, GL_UNSIGNED_BYTE, 1);
+    copy->setOrigin(image.getOrigin());
+    unsigned int const step = image.getPixelFormat() == GL_LUMINANCE ? 0 : 1;
+    for (unsigned int row = 0; row < unsigned(image.t()); ++row)
+        for (unsigned int column = 0; column < unsigned(image.s()); ++column)
+            for (unsigned int channel = 0; channel < 3; ++channel)
+                copy->data(column, row)[channel] = image.data(column, row)[channel * step];
+    return copy;
+}
+
 /// For writers that write only to files by name.
 template <class Write>
 void writeByName(std::string const& path, hyx::Durability durability, Write const& write) {
@@ -44,6 +64,8 @@ void writeByName(std::string const& path, hyx::Durability durability, Write cons
 } // namespace
 
 void writeImage(osg::Image const& image, std::string const& path, bool oneOfMany) {
+    if (needsColors(image, path))
+        return writeImage(*colorsOf(image), path, oneOfMany);
     hyx::Durability const durability = oneOfMany ? hyx::Durability::UNSYNCED : hyx::Durability::SYNCED;
     // Fast compression: the default level takes twice the time for little.
     ref_ptr<osgDB::Options> const options = new osgDB::Options("PNG_COMPRESSION 1");

@@ -11,7 +11,8 @@ for function in ("eglGetPlatformDisplay", "eglCreatePbufferSurface", "eglCreateC
 
 SURFACELESS = 0x31DD
 OPENGL_API = 0x30A2
-CONFIG = (0x3033, 1, 0x3040, 8, 0x3024, 8, 0x3023, 8, 0x3022, 8, 0x3021, 8, 0x3025, 24, 0x3026, 8, 0x3038)
+OPENGL_ES_API = 0x30A0
+CONFIG = (0x3033, 1, 0x3040, 8 | 4, 0x3024, 8, 0x3023, 8, 0x3022, 8, 0x3021, 8, 0x3025, 24, 0x3026, 8, 0x3038)
 RGB, RGBA, UNSIGNED_BYTE, PACK_ALIGNMENT = 0x1907, 0x1908, 0x1401, 0x0D05
 BLEND, CULL_FACE, DEPTH_TEST, SCISSOR_TEST = 0x0BE2, 0x0B44, 0x0B71, 0x0C11
 
@@ -23,16 +24,16 @@ def attributes(*values):
 class Host:
     """A context with a buffer of its own; several may live beside each other."""
 
-    def __init__(self, width=320, height=240):
+    def __init__(self, width=320, height=240, api=OPENGL_API, version=()):
         self.size = width, height
         self.display = ctypes.c_void_p(EGL.eglGetPlatformDisplay(SURFACELESS, None, None))
         assert EGL.eglInitialize(self.display, None, None)
         config, count = ctypes.c_void_p(), ctypes.c_int()
         assert EGL.eglChooseConfig(self.display, attributes(*CONFIG), ctypes.byref(config), 1, ctypes.byref(count))
-        EGL.eglBindAPI(OPENGL_API)
+        EGL.eglBindAPI(api)
         size = attributes(0x3057, width, 0x3056, height, 0x3038)
         self.surface = ctypes.c_void_p(EGL.eglCreatePbufferSurface(self.display, config, size))
-        self.context = ctypes.c_void_p(EGL.eglCreateContext(self.display, config, None, None))
+        self.context = ctypes.c_void_p(EGL.eglCreateContext(self.display, config, None, attributes(*version, 0x3038)))
         assert self.surface and self.context
         self.make_current()
 

@@ -150,14 +150,28 @@ def test_an_image_is_saved_upright(window, sphere, tmp_path, name):
     assert (numpy.asarray(Image.open(tmp_path / name)) == target.pixels[::-1]).all()
 
 
-def test_a_depth_image_is_saved_as_greys(window, sphere, tmp_path):
+@pytest.mark.parametrize("name, most", [("depth.png", 65535), ("depth.bmp", 255)])
+def test_a_depth_image_is_saved_as_greys(window, sphere, tmp_path, name, most):
     target = look(hyxOSG.RenderToImage(64, 48, DEPTH), scene=sphere, window=window)
-    target.setProjectionMatrixAsPerspective(60.0, 64 / 48, 3.0, 6.0)
+    target.setProjectionMatrixAsPerspective(60.0, 64 / 48, 3.0, 60.0)
     window.frame()
-    assert target.saveImage(str(tmp_path / "depth.png"))
-    saved = numpy.asarray(Image.open(tmp_path / "depth.png").convert("L"))
-    assert abs(saved / 255 - target.pixels[::-1]).max() < 0.003
-    assert saved[0, 0] == 255 > saved[24, 32]
+    assert target.saveImage(str(tmp_path / name))
+    saved = Image.open(tmp_path / name)
+    greys = numpy.asarray(saved if most > 255 else saved.convert("L")).astype(float)
+    assert abs(greys / most - target.pixels[::-1]).max() <= 0.51 / most
+    assert greys[0, 0] == most > greys[24, 32]
+
+
+def test_transparency_is_left_out_where_the_format_has_none(window, sphere, tmp_path):
+    target = look(hyxOSG.RenderToImage(64, 48), scene=sphere, window=window)
+    clear_to(target, BLUE)
+    window.frame()
+    assert target.saveImage(str(tmp_path / "image.jpg"))
+    saved = numpy.asarray(Image.open(tmp_path / "image.jpg")).astype(int)
+    assert saved.shape == (48, 64, 3)
+    assert abs(saved - target.pixels[::-1, :, :3]).mean() < 3
+    assert target.saveImage(str(tmp_path / "image.png"))
+    assert Image.open(tmp_path / "image.png").mode == "RGBA"
 
 
 def test_saving_tells_whether_it_worked(tmp_path):
