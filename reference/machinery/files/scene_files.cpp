@@ -3,6 +3,7 @@
 
 #include "reference/machinery/files/memory_file.h"
 #include "reference/machinery/files/whole_file.h"
+#include "reference/machinery/model_files/only_reader.h"
 
 #include <osg/Image>
 #include <osg/Node>
@@ -20,7 +21,7 @@ using osgDB::ReaderWriter;
 std::runtime_error refusal(std::string const& path, ReaderWriter::WriteResult const& result) {
     std::string const reason = result.notHandled()
                                    ? "no writer for the extension \"" + osgDB::getFileExtension(path) + "\""
-                               : result.message().empty() ? "its writer refuses it"
+                               : result.message().empty() ? "its writer fails; .osgt, .obj and .stl can be written"
                                                           : result.message();
     return std::runtime_error("cannot write \"" + path + "\": " + reason);
 }
@@ -85,8 +86,11 @@ void writeImage(osg::Image const& image, std::string const& path, bool oneOfMany
 }
 
 void writeNode(osg::Node const& node, std::string const& path) {
+    osgDB::Registry& registry = *osgDB::Registry::instance();
+    ReaderWriter* const hidden = hyxOSG::hiddenWriter(osgDB::getLowerCaseFileExtension(path));
     writeByName(path, hyx::Durability::SYNCED, [&](std::string const& name) {
-        return osgDB::Registry::instance()->writeNode(node, name, osgDB::Registry::instance()->getOptions());
+        return hidden ? hidden->writeNode(node, name, registry.getOptions())
+                      : registry.writeNode(node, name, registry.getOptions());
     });
 }
 
