@@ -10,6 +10,7 @@
 #include <osgDB/FileNameUtils>
 #include <osgDB/Registry>
 
+#include <list>
 #include <sstream>
 #include <stdexcept>
 
@@ -57,9 +58,15 @@ void writeByName(std::string const& path, hyx::Durability durability, Write cons
     if (!files.success || files.content.empty())
         throw refusal(path, result);
     std::filesystem::path const folder = std::filesystem::path(path).parent_path();
+    std::list<hyx::NewFile> ready;
+    auto const prepare = [&](std::filesystem::path const& target, std::string const& content) {
+        ready.emplace_back(target).write(content);
+    };
     for (auto const& [name, content] : files.besides)
-        hyx::writeWholeFile(folder / name, content, durability);
-    hyx::writeWholeFile(path, files.content, durability);
+        prepare(folder / name, content);
+    prepare(path, files.content);
+    for (hyx::NewFile& file : ready)
+        file.commit(durability);
 }
 
 } // namespace

@@ -8,7 +8,7 @@ import numpy
 import osg
 import pytest
 from capture_stage import BLUE, GREEN, RED
-from egl_host import BLEND, CULL_FACE, DEPTH_TEST, GL, OPENGL_API, OPENGL_ES_API, SCISSOR_TEST, Host
+from egl_host import BLEND, CULL_FACE, DEPTH_TEST, GL, SCISSOR_TEST, Host
 
 Window = hyxOSG.EmbeddedGLWindow
 LEFT, MIDDLE, RIGHT = 1, 2, 3
@@ -56,26 +56,6 @@ def test_a_window_needs_a_context_and_a_size(host):
     assert not made.init(0, 0, 320, 240)
     assert (made.getWidth(), made.getHeight()) == (320, 240)
     assert made.getEventQueue() is not None
-
-
-# The attributes of a context: its major and minor version, and the core profile.
-UNSUITABLE = {
-    "OpenGL ES": (OPENGL_ES_API, (0x3098, 2), "OpenGL ES"),
-    "core profile": (OPENGL_API, (0x3098, 3, 0x30FB, 3, 0x30FD, 1), "core profile"),
-}
-
-
-@pytest.mark.parametrize("api, version, words", UNSUITABLE.values(), ids=UNSUITABLE.keys())
-def test_a_context_that_cannot_be_drawn_in_is_refused_in_words(api, version, words):
-    unsuitable, made = Host(api=api, version=version), Window()
-    with pytest.raises(RuntimeError, match=f"{words}.*ask for OpenGL.*compatibility profile"):
-        made.init(0, 0, 320, 240)
-    unsuitable.release()
-    suitable = Host(version=(0x3098, 3, 0x30FB, 3, 0x30FD, 2))
-    assert made.init(0, 0, *suitable.size)
-    made.frame()
-    del made
-    suitable.release()
 
 
 @pytest.mark.parametrize(
