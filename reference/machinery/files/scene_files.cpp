@@ -3,12 +3,14 @@
 
 #include "reference/machinery/files/memory_file.h"
 #include "reference/machinery/files/whole_file.h"
+#include "reference/machinery/model_files/only_reader.h"
 
 #include <osg/Image>
 #include <osg/Node>
 #include <osgDB/FileNameUtils>
 #include <osgDB/Registry>
 
+#include <list>
 #include <sstream>
 #include <stdexcept>
 
@@ -20,7 +22,7 @@ using osgDB::ReaderWriter;
 std::runtime_error refusal(std::string const& path, ReaderWriter::WriteResult const& result) {
     std::string const reason = result.notHandled()
                                    ? "no writer for the extension \"" + osgDB::getFileExtension(path) + "\""
-                               : result.message().empty() ? "its writer refuses it"
+                               : result.message().empty() ? "its writer fails; .osgt, .obj and .stl can be written"
                                                           : result.message();
     return std::runtime_error("cannot write \"" + path + "\": " + reason);
 }
@@ -56,9 +58,15 @@ void writeByName(std::string const& path, hyx::Durability durability, Write cons
     if (!files.success || files.content.empty())
         throw refusal(path, result);
     std::filesystem::path const folder = std::filesystem::path(path).parent_path();
+    std::list<hyx::NewFile> ready;
+    auto const prepare = [&](std::filesystem::path const& target, std::string const& content) {
+        ready.emplace_back(target).write(content);
+    };
     for (auto const& [name, content] : files.besides)
-        hyx::writeWholeFile(folder / name, content, durability);
-    hyx::writeWholeFile(path, files.content, durability);
+        prepare(folder / name, content);
+    prepare(path, files.content);
+    for (hyx::NewFile& file : ready)
+        file.commit(durability);
 }
 
 } // namespace
@@ -85,8 +93,11 @@ void writeImage(osg::Image const& image, std::string const& path, bool oneOfMany
 }
 
 void writeNode(osg::Node const& node, std::string const& path) {
+    osgDB::Registry& registry = *osgDB::Registry::instance();
+    ReaderWriter* const hidden = hyxOSG::hiddenWriter(osgDB::getLowerCaseFileExtension(path));
     writeByName(path, hyx::Durability::SYNCED, [&](std::string const& name) {
-        return osgDB::Registry::instance()->writeNode(node, name, osgDB::Registry::instance()->getOptions());
+        return hidden ? hidden->writeNode(node, name, registry.getOptions())
+                      : registry.writeNode(node, name, registry.getOptions());
     });
 }
 

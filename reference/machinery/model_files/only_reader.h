@@ -1,7 +1,7 @@
 // Readers that stand in for plugins of the scene-graph library.
 #pragma once
 
-#include <osgDB/Registry>
+#include <osgDB/ReaderWriter>
 
 #include <string>
 
@@ -9,8 +9,9 @@ namespace hyxOSG {
 
 /// Keeps the library from trying its own plugin for `extension` after the reader that is registered here has failed:
 /// the plugin crashes on damaged files.
-inline void keepOnlyReader(std::string const& extension) {
-    osgDB::Registry::instance()->addFileExtensionAlias(extension, extension + "_without_plugin");
-}
+void keepOnlyReader(std::string const& extension);
+
+/// The plugin that `keepOnlyReader` keeps away, for writing; null for other extensions, and where there is none.
+osgDB::ReaderWriter* hiddenWriter(std::string const& extension);
 
 } // namespace hyxOSG

@@ -21,7 +21,7 @@ import osgDB
 
 OLD = b"what was there before"
 PICTURES = ["png", "jpg", "bmp", "tga", "ppm", "tiff", "rgb"]
-MODELS = ["osgt", "osgb", "ive", "stl", "3ds"]
+MODELS = ["osgt", "osgb", "ive", "stl", "3ds", "obj"]
 
 
 def noisy_image():

@@ -3,6 +3,7 @@
 import json
 import time
 
+import hyx
 import hyxOSG
 import hyxSDK
 import numpy
@@ -213,3 +214,16 @@ def test_a_robot_is_read_into_the_simulation(tmp_path):
     assert hyxOSG.readFile(written(tmp_path, robot, "one.urdf"), simulation, root) is True
     assert simulation.getRigidBody("base") is not None and root.getNumChildren() > 0
     assert hyxOSG.readFile(written(tmp_path, "<robot", "bad.urdf"), simulation, root) is False
+
+
+def test_models_are_written_whole_with_their_materials_or_not_at_all(tmp_path, capfd):
+    model = osg.Group()
+    model.addChild(hyxOSG.createSphere(hyx.Vec3(0, 0, 0), hyx.Vec4(1, 0, 0, 1), 2.0))
+    assert osgDB.writeNodeFile(model, str(tmp_path / "ball.obj"))
+    assert sorted(path.name for path in tmp_path.iterdir()) == ["ball.mtl", "ball.obj"]
+    read = hyxOSG.readNodeFile(str(tmp_path / "ball.obj"))
+    assert read.getBound().radius() == pytest.approx(model.getBound().radius(), rel=1e-3)
+    for kind in ("dae", "ply", "unheard"):
+        assert not osgDB.writeNodeFile(model, str(tmp_path / f"ball.{kind}"))
+        assert f'cannot write "{tmp_path}/ball.{kind}"' in capfd.readouterr().err
+    assert len(list(tmp_path.iterdir())) == 2
