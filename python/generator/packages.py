@@ -42,8 +42,7 @@ def write_packages(
         folder = root / package.name
         folder.mkdir(exist_ok=True)
         text = package_text(package, classes, imports, written, hints)
-        write_changed(f'{text}__version__ = "{version}"
-', folder / "__init__.py")
+        write_changed(f'{text}__version__ = "{version}"\n', folder / "__init__.py")
         write_changed(stub_text(package, classes, written, hints, documentation), folder / "__init__.pyi")
         write_changed("", folder / "py.typed")
     shutil.copytree(

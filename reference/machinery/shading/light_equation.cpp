@@ -6,7 +6,7 @@ namespace {
 
 // A material is either one of colours and shininess or, with METAL_ROUGHNESS, one of a metal's share and roughness,
 // which also mirrors the sky and the ground.
-char const* const source = R"(#version 120
+char const* const lightEquation = R"(#version 120
 #pragma import_defines(SHADOW_LIGHT, BLACK_SHADOWS, NO_HIGHLIGHTS, SKY_LIGHT, METAL_ROUGHNESS)
 uniform bool hyx_lightOff0, hyx_lightOff1, hyx_lightOff2; // a node's own switches
 
@@ -146,7 +146,7 @@ vec3 litColor(vec3 place, vec3 normal, vec3 ambient, vec3 diffuse, vec3 texel, v
 } // namespace
 
 osg::ref_ptr<osg::Shader> lightEquationShader() {
-    static osg::ref_ptr<osg::Shader> const shader = new osg::Shader(osg::Shader::FRAGMENT, source);
+    static osg::ref_ptr<osg::Shader> const shader = new osg::Shader(osg::Shader::FRAGMENT, lightEquation);
     return shader;
 }
 

@@ -8,7 +8,7 @@
 namespace hyxOSG::decorator {
 namespace {
 
-char const* const source = R"(#version 120
+char const* const shadowLookup = R"(#version 120
 #pragma import_defines(SHADOW_MAPS, SOFT_SHADOWS)
 #ifdef SHADOW_MAPS
 uniform bool hyx_receivesShadow;
@@ -63,7 +63,7 @@ float shadowVisibility(vec3 eyePosition, vec3 eyeNormal) { return 1.0; }
 } // namespace
 
 osg::ref_ptr<osg::Shader> shadowLookupShader() {
-    static osg::ref_ptr<osg::Shader> const shader = new osg::Shader(osg::Shader::FRAGMENT, source);
+    static osg::ref_ptr<osg::Shader> const shader = new osg::Shader(osg::Shader::FRAGMENT, shadowLookup);
     return shader;
 }
 
