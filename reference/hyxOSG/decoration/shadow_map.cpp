@@ -2,7 +2,6 @@
 #include "reference/hyxOSG/decoration/shadow_map.h"
 
 #include "platform/hyxOSG/application/example_application.h"
-
 #include "reference/hyxOSG/decoration/light_view.h"
 #include "reference/machinery/shading/node_state.h"
 
