@@ -16,6 +16,7 @@ def main() -> None:
     )
     parser.add_argument("--source", type=Path, required=True, help="the root of the source tree")
     parser.add_argument("--description", type=Path, required=True, help="what the headers declare")
+    parser.add_argument("--version", required=True, help="what the packages call their version")
     arguments = parser.parse_args()
     sys.path.insert(0, str(arguments.import_root))
 
@@ -23,7 +24,7 @@ def main() -> None:
     from .packages import write_packages
 
     modules = {name: importlib.import_module(name) for name in interface.MODULES if importlib.util.find_spec(name)}
-    write_packages(modules, arguments.source, arguments.import_root, arguments.description)
+    write_packages(modules, arguments.source, arguments.import_root, arguments.description, arguments.version)
 
 
 if __name__ == "__main__":

@@ -18,7 +18,9 @@ from .python_types import SUBSTITUTES, TypeHints
 from .stub_text import stub_text
 
 
-def write_packages(modules: dict[str, types.ModuleType], source: Path, root: Path, described: Path) -> None:
+def write_packages(
+    modules: dict[str, types.ModuleType], source: Path, root: Path, described: Path, version: str
+) -> None:
     description = read_descriptions([described])
     natives = Natives(read_lists([source / "binding" / "catalogue" / "lists"]), description)
     interface = read_interface(modules, natives)
@@ -39,7 +41,8 @@ def write_packages(modules: dict[str, types.ModuleType], source: Path, root: Pat
         classes = class_order(package)
         folder = root / package.name
         folder.mkdir(exist_ok=True)
-        write_changed(package_text(package, classes, imports, written, hints), folder / "__init__.py")
+        text = package_text(package, classes, imports, written, hints)
+        write_changed(f'{text}__version__ = "{version}"\n', folder / "__init__.py")
         write_changed(stub_text(package, classes, written, hints, documentation), folder / "__init__.pyi")
         write_changed("", folder / "py.typed")
     shutil.copytree(

@@ -29,6 +29,7 @@ def stub_text(package: Package, order: list[ProxyClass], extras: Extras, hints: 
     owners = constant_owners(package)
     listed = {name for names in package.enumerations.values() for name in names}
     body += [f"{name} = {owners[name]}" if name in owners else f"{name}: int" for name in values if name not in listed]
+    body.append("__version__: str")
     if package.name == "hyxOSG":
         body.append("cvar: Any")
     text = "\n".join(body).replace(f"| {ROW}", "| Row")

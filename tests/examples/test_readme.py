@@ -1,6 +1,5 @@
 """The script of the README runs as it stands there, and its picture shows what it says."""
 
-import re
 import subprocess
 import sys
 
@@ -11,9 +10,8 @@ from subprocesses import BUILD, ROOT
 
 def test_the_script_draws_the_box_on_its_ground(tmp_path):
     text = (ROOT / "README.md").read_text()
-    section = text.split("## A script")[1].split("\nRun it")[0]
     script = tmp_path / "script.py"
-    script.write_text(re.sub("^    ", "", section, flags=re.MULTILINE))
+    script.write_text(text.split("## A script")[1].split("```python\n")[1].split("```")[0])
     environment = {"PYTHONPATH": str(BUILD / "python"), "PATH": "/usr/bin:/bin", "HYX_DISPLAY": "offscreen"}
     subprocess.run([sys.executable, script], cwd=tmp_path, env=environment, check=True, timeout=60)
     picture = numpy.asarray(Image.open(tmp_path / "out.png").convert("RGB")).astype(int)

@@ -27,13 +27,17 @@ public:
 
     int getLevel() const { return m_level; }
 
-    /// Replaces the sink; an empty one restores the first: standard error for warnings and errors, standard output
-    /// below.
+    /// Replaces the sink; an empty one restores the first: Python's logger "hyx" where `logging` has been set up, else
+    /// standard error for warnings and errors, standard output below.
     void setSink(Sink sink);
+
+    /// Whether somebody has replaced the sink.
+    bool hasSink() const { return m_replaced; }
 
 private:
     Notify();
     int m_level = NOTIFY_WARNING;
+    bool m_replaced = false;
     Sink m_sink;
 };
 

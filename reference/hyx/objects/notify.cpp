@@ -1,7 +1,8 @@
-// Passes notices on, to the console unless somebody else takes them.
+// Passes notices on, to the scripts' log or the console unless somebody else takes them.
 #include "platform/hyx/objects/notify.h"
 
 #include "reference/hyxPython/native_work.h"
+#include "reference/hyxPython/script_log.h"
 
 #include <iostream>
 
@@ -9,13 +10,14 @@ namespace hyx {
 
 namespace {
 
-void writeToConsole(int level, std::string const& text) {
-    (level >= Notify::NOTIFY_WARNING ? std::cerr : std::cout) << text << std::endl;
+void writeToLog(int level, std::string const& text) {
+    if (!hyxPython::logForScripts(level, text))
+        (level >= Notify::NOTIFY_WARNING ? std::cerr : std::cout) << text << std::endl;
 }
 
 } // namespace
 
-Notify::Notify() : m_sink(writeToConsole) {}
+Notify::Notify() : m_sink(writeToLog) {}
 
 Notify& Notify::instance() {
     // Never destroyed: notices may still come while the process ends.
@@ -38,7 +40,8 @@ void Notify::notify(int level, char const* function, int line, char const* sourc
 }
 
 void Notify::setSink(Sink sink) {
-    m_sink = sink ? std::move(sink) : writeToConsole;
+    m_replaced = bool(sink);
+    m_sink = sink ? std::move(sink) : writeToLog;
 }
 
 } // namespace hyx

@@ -3,6 +3,7 @@
 #include "reference/hyxOSG/capture/encoder_command.h"
 
 #include "reference/hyxOSG/capture/encoder_kinds.h"
+#include "reference/hyxOSG/capture/encoder_program.h"
 
 #include <cmath>
 #include <filesystem>
@@ -93,7 +94,7 @@ Options container(EncoderSettings const& settings) {
 
 std::vector<std::string> encoderCommand(EncoderSettings const& settings) {
     EncoderKind const& kind = encoderKind(settings.encoderName);
-    std::vector<std::string> command{"ffmpeg",
+    std::vector<std::string> command{encoderProgram(),
                                      "-nostdin",
                                      "-hide_banner",
                                      "-nostats",

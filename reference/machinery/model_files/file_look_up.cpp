@@ -1,6 +1,8 @@
 // Decides which plugins the scene-graph library loads, and which files a file that is being read may name.
 #include "reference/machinery/model_files/file_look_up.h"
 
+#include "reference/machinery/files/own_files.h"
+
 #include <osgDB/FileNameUtils>
 #include <osgDB/Registry>
 
@@ -99,10 +101,19 @@ private:
     static Result refusal() { return Result(Result::FILE_NOT_FOUND); }
 };
 
+/// Those of the system belong to the system's scene-graph library, which would be a second one beside ours.
+void lookForOwnFilesFirst(osgDB::Registry& registry) {
+    if (std::string const plugins = ownFolder("plugins"); !plugins.empty())
+        registry.setLibraryFilePathList(osgDB::FilePathList{plugins});
+    if (std::string const fonts = ownFolder("fonts"); !fonts.empty())
+        registry.getDataFilePathList().push_back(fonts);
+}
+
 /// The scene-graph library's own readers and writers are guarded too, whoever calls them.
 bool const installed = [] {
     osgDB::Registry::instance()->setFindFileCallback(new GuardedLookUp);
     osgDB::Registry::instance()->setReadFileCallback(new GuardedReading);
+    lookForOwnFilesFirst(*osgDB::Registry::instance());
     return true;
 }();
 

@@ -1,0 +1,145 @@
+"""What a sweep leaves in its folder: enough to go on after a stop, to trust a number later, and to repeat a run.
+
+sweep.json       versions, machine, code, runs
+functions.pkl    the functions themselves, for `rerun`
+runs/0007.json   parameters, results, seconds, attempts of a run, written when it has ended
+pictures/, journals/
+"""
+
+from __future__ import annotations
+
+import hashlib
+import json
+import os
+import platform
+import sys
+import time
+from collections.abc import Callable
+from dataclasses import asdict, dataclass
+from importlib import metadata
+from pathlib import Path
+from typing import Any
+
+import cloudpickle
+
+from .designs import Parameters
+
+
+class RunFailed(RuntimeError):
+    """Runs of a sweep have ended with an error, or died more often than allowed."""
+
+
+@dataclass
+class Task:
+    """What every run does; crosses to the processes that run it."""
+
+    build: Callable[..., Any]
+    measure: Callable[[Any], Any] | None
+    seconds: float
+    pictures: bool
+    journals: bool
+    size: tuple[int, int]
+    folder: str
+
+
+@dataclass
+class Run:
+    number: int
+    parameters: Parameters
+
+
+@dataclass
+class Outcome:
+    """How a run ended: what was measured, or the error."""
+
+    number: int
+    parameters: Parameters
+    results: dict[str, Any]
+    seconds: float = 0.0
+    attempts: int = 1
+    error: str = ""
+
+
+class Record:
+    """The folder of a sweep."""
+
+    def __init__(self, folder: str | os.PathLike[str]) -> None:
+        self.folder = Path(folder)
+
+    def begin(self, task: Task, runs: list[Run], resume: bool) -> dict[int, Outcome]:
+        """Writes what the sweep is, and returns the runs that an earlier start of the same sweep has finished."""
+        present = self.description(task, runs)
+        place = self.folder / "sweep.json"
+        done: dict[int, Outcome] = {}
+        if place.exists() and resume:
+            former = json.loads(place.read_text())
+            different = [name for name in ("runs", "code", "seconds") if former[name] != present[name]]
+            if different:
+                raise ValueError(
+                    f"{self.folder} holds another sweep ({' and '.join(different)} differ): "
+                    "give another folder, or resume=False to start it anew"
+                )
+            done = {outcome.number: outcome for outcome in self.outcomes() if not outcome.error}
+        else:
+            for old in (self.folder / "runs").glob("*.json"):
+                old.unlink()
+            for folder in ("runs", *(["pictures"] if task.pictures else []), *(["journals"] if task.journals else [])):
+                (self.folder / folder).mkdir(parents=True, exist_ok=True)
+            (self.folder / "functions.pkl").write_bytes(cloudpickle.dumps(task))
+            write_whole(place, json.dumps(present, indent=1))
+        return done
+
+    def write(self, outcome: Outcome) -> None:
+        write_whole(self.folder / "runs" / f"{outcome.number:04}.json", json.dumps(asdict(outcome)))
+
+    def outcomes(self) -> list[Outcome]:
+        """The runs that have ended, by number."""
+        files = sorted((self.folder / "runs").glob("*.json"))
+        return sorted((Outcome(**json.loads(file.read_text())) for file in files), key=lambda run: run.number)
+
+    def task(self) -> Task:
+        task: Task = cloudpickle.loads((self.folder / "functions.pkl").read_bytes())
+        return task
+
+    @staticmethod
+    def description(task: Task, runs: list[Run]) -> dict[str, Any]:
+        return {
+            "versions": {"python": sys.version.split()[0], **versions("hyxosg", "numpy", "xarray", "distributed")},
+            "machine": platform.platform(),
+            "begun": time.strftime("%Y-%m-%dT%H:%M:%S%z"),
+            "code": code_digest(task),
+            "seconds": task.seconds,
+            "runs": json.loads(json.dumps([run.parameters for run in runs])),
+        }
+
+
+def versions(*packages: str) -> dict[str, str]:
+    found = {}
+    for name in packages:
+        try:
+            found[name] = metadata.version(name)
+        except metadata.PackageNotFoundError:
+            continue
+    return found
+
+
+def code_digest(task: Task) -> str:
+    """Changes with the functions' code and constants, not with where their files lie."""
+    digest = hashlib.sha256()
+    for function in (task.build, task.measure):
+        digest.update(repr(_code_of(getattr(function, "__code__", None))).encode())
+    return digest.hexdigest()[:16]
+
+
+def _code_of(code: Any) -> Any:
+    if code is None:
+        return None
+    constants = [_code_of(value) if hasattr(value, "co_code") else repr(value) for value in code.co_consts]
+    return code.co_code.hex(), constants, code.co_names
+
+
+def write_whole(path: Path, text: str) -> None:
+    """A reader finds the whole text or none, also when this process dies."""
+    other = path.with_suffix(f".{os.getpid()}.part")
+    other.write_text(text)
+    other.replace(path)

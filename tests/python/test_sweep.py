@@ -1,0 +1,143 @@
+"""Sweeps run every combination once, also when workers die or the sweep is stopped, and their record repeats a run."""
+
+import json
+import math
+import os
+import signal
+import subprocess
+import sys
+import time
+
+import numpy
+import pytest
+from PIL import Image
+from subprocesses import BUILD
+
+pytest.importorskip("cloudpickle")
+import hyxsweep
+from hyxsweep import sweep
+
+
+def build(height, seed=0):
+    import random
+
+    import hyx
+    import hyxCollide
+    import hyxSDK
+
+    simulation = hyxSDK.Simulation()
+    ball = hyx.RigidBody(hyxCollide.Geometry(hyxCollide.Sphere(0.5)))
+    ball.setName("ball")
+    ball.setPosition(hyx.Vec3(0, 0, height))
+    ball.setVelocity(hyx.Vec3(random.random(), 0, 0))
+    simulation.add(ball)
+    return simulation
+
+
+def measure(simulation):
+    ball = simulation.getRigidBody("ball")
+    return {"z": ball.getPosition().z, "x": ball.getPosition().x, "way": [ball.getPosition().x, ball.getPosition().z]}
+
+
+def test_a_grid_becomes_a_dataset(tmp_path):
+    result = sweep(
+        build,
+        {"height": numpy.array([5.0, 10.0]), "seed": range(2)},
+        measure,
+        seconds=1,
+        pictures=True,
+        journals=True,
+        size=(64, 48),
+        scheduler=2,
+        folder=tmp_path,
+    )
+    data = result.dataset()
+    assert data["z"].dims == ("height", "seed") and data["way"].shape == (2, 2, 2)
+    # Free fall for a second, whatever the seed; the seed gives the speed aside.
+    assert data["z"].values == pytest.approx(numpy.array([[5, 5], [10, 10]]) - 9.80665 / 2, abs=0.1)
+    assert data["x"].sel(height=5, seed=0) == data["x"].sel(height=10, seed=0) != data["x"].sel(height=5, seed=1)
+    assert list(result.frame().columns) == ["height", "seed", "z", "x", "way"]
+    import hyx
+
+    assert hyx.Journal.listSessions(str(result.journal(3)))
+    sheet = Image.open(result.contact_sheet(tmp_path / "sheet.png"))
+    assert sheet.width > 2 * 200 and numpy.asarray(sheet).std() > 5
+    again = hyxsweep.rerun(tmp_path, 2)
+    assert (again.parameters, again.results) == ({"height": 10.0, "seed": 0}, result.outcomes[2].results)
+    table = subprocess.run(
+        [sys.executable, "-m", "hyxsweep", tmp_path, "--rerun", "1"],
+        env={**os.environ, "PYTHONPATH": str(BUILD / "python")},
+        capture_output=True,
+        text=True,
+    )
+    assert table.returncode == 0 and table.stdout.startswith("then")
+
+
+def test_a_sampler_covers_each_range_evenly():
+    points = hyxsweep.sample({"a": (0, 1), "b": (-1, 1)}, 20, seed=3)
+    assert sorted(math.floor(20 * point["a"]) for point in points) == list(range(20))
+    assert sorted(math.floor(10 * point["b"]) for point in points) == list(range(-10, 10))
+    assert points == hyxsweep.sample({"a": (0, 1), "b": (-1, 1)}, 20, seed=3)
+
+
+@pytest.mark.parametrize("scheduler", [2, "cluster"])
+def test_a_run_whose_worker_is_killed_is_run_again(tmp_path, scheduler):
+    folder = tmp_path / "sweep"
+
+    def die_once(number):
+        mark = tmp_path / f"begun-{number}"
+        if number == 3 and not mark.exists():
+            mark.write_text("")
+            os.kill(os.getpid(), signal.SIGKILL)
+        return {"square": number * number, "process": os.getpid()}
+
+    runs = {"number": range(8)}
+    if scheduler == "cluster":
+        distributed = pytest.importorskip("distributed")
+        with distributed.LocalCluster(n_workers=2, threads_per_worker=1, dashboard_address=None) as cluster:
+            result = sweep(die_once, runs, scheduler=cluster.scheduler_address, folder=folder)
+    else:
+        result = sweep(die_once, runs, scheduler=scheduler, folder=folder)
+        assert result.outcomes[3].attempts == 2 and len({row["process"] for row in result.rows()}) >= 2
+    assert [row["square"] for row in result.rows()] == [n * n for n in range(8)]
+    assert (tmp_path / "begun-3").exists()
+    assert os.getpid() not in {row["process"] for row in result.rows()}
+
+
+def test_a_run_that_kills_every_worker_is_given_up_and_the_others_are_kept(tmp_path):
+    def die(number):
+        if number == 1:
+            os.kill(os.getpid(), signal.SIGKILL)
+        if number == 2:
+            raise ZeroDivisionError("two")
+        return number
+
+    with pytest.raises(hyxsweep.RunFailed, match="2 runs failed"):
+        sweep(die, {"number": range(4)}, scheduler=2, folder=tmp_path, retries=1)
+    result = hyxsweep.Result(tmp_path)
+    assert [row["value"] for row in result.rows()] == [0, 3]
+    assert [outcome.attempts for outcome in result.failed] == [2, 1]
+    assert "ZeroDivisionError: two" in result.failed[1].error
+
+
+def test_a_stopped_sweep_goes_on_where_it_was(tmp_path):
+    calls = tmp_path / "calls"
+    calls.mkdir()
+
+    def note(number):
+        (calls / f"{number}-{time.monotonic_ns()}").write_text("")
+        if number == 3 and not (tmp_path / "mended").exists():
+            raise KeyboardInterrupt
+        return number
+
+    with pytest.raises(KeyboardInterrupt):
+        sweep(note, {"number": range(6)}, scheduler=0, folder=tmp_path / "sweep")
+    (tmp_path / "mended").write_text("")
+    result = sweep(note, {"number": range(6)}, scheduler=0, folder=tmp_path / "sweep")
+    assert [row["value"] for row in result.rows()] == list(range(6))
+    numbers = sorted(int(name.name.split("-")[0]) for name in calls.iterdir())
+    assert numbers == [0, 1, 2, 3, 3, 4, 5]
+    with pytest.raises(ValueError, match="another sweep .*runs"):
+        sweep(note, {"number": range(7)}, scheduler=0, folder=tmp_path / "sweep")
+    assert len(sweep(note, {"number": range(7)}, scheduler=0, folder=tmp_path / "sweep", resume=False)) == 7
+    assert set(json.loads((tmp_path / "sweep" / "sweep.json").read_text())) >= {"versions", "code", "runs"}
