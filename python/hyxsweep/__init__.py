@@ -1,4 +1,4 @@
-"""Runs a simulation over many parameters: on the processors of this machine or on a cluster, with its results in tables.
+"""Runs a simulation over many parameters, on this machine or a cluster, and puts what it measures into tables.
 
 from hyxsweep import sweep
 

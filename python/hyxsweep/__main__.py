@@ -1,4 +1,4 @@
-"""python -m hyxsweep FOLDER: prints the table of a sweep; with --rerun N repeats a run and compares it with the record."""
+"""Prints the table of a sweep: python -m hyxsweep FOLDER; with --rerun N repeats a run and compares."""
 
 from __future__ import annotations
 
