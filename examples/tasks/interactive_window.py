@@ -1,4 +1,4 @@
-"""A window to look around in: drag to turn, wheel to come nearer, hold control and drag to pull a box. Escape ends it."""
+"""A window: drag to turn, wheel to come nearer, hold control and drag to pull a box. Escape ends it."""
 
 import random
 

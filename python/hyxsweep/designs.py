@@ -13,8 +13,8 @@ Parameters = dict[str, Any]
 def grid(values: Mapping[str, Iterable[Any]]) -> list[Parameters]:
     """Every combination; the last parameter changes fastest.
 
-    >>> grid({"friction": [0.1, 0.5], "seed": range(2)})
-    [{'friction': 0.1, 'seed': 0}, {'friction': 0.1, 'seed': 1}, {'friction': 0.5, 'seed': 0}, {'friction': 0.5, 'seed': 1}]
+    >>> grid({"mass": [1, 5], "seed": range(2)})
+    [{'mass': 1, 'seed': 0}, {'mass': 1, 'seed': 1}, {'mass': 5, 'seed': 0}, {'mass': 5, 'seed': 1}]
     """
     names = list(values)
     return [dict(zip(names, map(plain, chosen))) for chosen in itertools.product(*values.values())]

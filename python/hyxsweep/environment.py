@@ -1,4 +1,4 @@
-"""A simulation as an environment to learn in, with the interface of Gymnasium, whose class it is where that is installed."""
+"""A simulation as an environment to learn in: Gymnasium's interface, and its class where that is installed."""
 
 from __future__ import annotations
 
@@ -17,8 +17,8 @@ else:
 
 
 class Environment(Base):
-    """Derive from it: `build` makes the simulation of an episode, `act` passes an action on, `observe`, `reward` and `is_over`
-    say what came of it. `observation_space` and `action_space` are Gymnasium's, for its algorithms.
+    """Derive from it: `build` makes the simulation of an episode, `act` passes an action on, `observe`, `reward` and
+    `is_over` say what came of it. `observation_space` and `action_space` are Gymnasium's, for its algorithms.
     """
 
     metadata: dict[str, Any] = {"render_modes": ["rgb_array"]}

@@ -15,8 +15,8 @@ DIED = "its worker died {count} times"
 
 
 def outcomes(task: Task, runs: list[Run], scheduler: Any, retries: int) -> Iterator[Outcome]:
-    """The outcomes of all runs as they end. `scheduler` is a number of processes (0: this one; None: one a processor), the
-    address of a Dask cluster, or its client."""
+    """The outcomes of all runs as they end. `scheduler` is a number of processes (0: this one; None: one a processor),
+    the address of a Dask cluster, or its client."""
     if scheduler is None:
         scheduler = min(len(os.sched_getaffinity(0)), len(runs))
     if scheduler == 0:

@@ -35,14 +35,14 @@ def sweep(
 ) -> Result:
     """Calls `build(**parameters)` for each run of `design`, simulates, and measures.
 
-    build: makes a `hyxSDK.Simulation`, which is stepped for `seconds` of its own time and given to `measure`. Anything else
-        that it returns goes to `measure` as it is.
+    build: makes a `hyxSDK.Simulation`, which is stepped for `seconds` of its own time and given to `measure`. Anything
+        else that it returns goes to `measure` as it is.
     design: a mapping of parameters to their values, for every combination; or a list of runs, such as `sample` gives.
         A parameter `seed` also starts the random numbers of Python and NumPy.
     measure: returns a number, a list, or a mapping of names to them. Without it, what `build` returns is that.
     pictures, journals: keep a picture of each run's end (`size`, pixels) and a journal of each run, in `folder`.
-    scheduler: a number of processes, 0 for none but this; None for one a processor; the address of a Dask cluster, which
-        must see `folder`, or a `distributed.Client`.
+    scheduler: a number of processes, 0 for none but this; None for one a processor; the address of a Dask cluster,
+        which must see `folder`, or a `distributed.Client`.
     resume: passes over what `folder` has of the same sweep already.
     retries: how often a run is started anew whose worker died.
     progress: shows a bar (needs tqdm); None where standard error is a terminal.

@@ -28,7 +28,7 @@ def _serve(make: Callable[[], Any], command: str, argument: Any) -> Any:
 
 
 class VectorEnvironment:
-    """Steps `count` environments that `make` makes, side by side. An environment whose episode ends starts the next one at once:
+    """Steps `count` environments that `make` makes, side by side. One whose episode ends starts the next at once:
     its observation is the new episode's first, and its information has the old one's last as `final_observation`.
 
     An environment whose process dies starts anew: its episode is cut off, its information has `died`.
@@ -50,8 +50,8 @@ class VectorEnvironment:
         return _stack([answer[0] for answer in answers]), [answer[1] for answer in answers]
 
     def step(self, actions: Sequence[Any]) -> tuple[Any, Any, Any, Any, list[dict[str, Any]]]:
-        """Gives each environment its action. Returns observations, rewards, whether tasks are over, whether episodes were cut
-        off (arrays), and the informations."""
+        """Gives each environment its action. Returns observations, rewards, whether tasks are over, whether episodes
+        were cut off (arrays), and the informations."""
         if len(actions) != len(self):
             raise ValueError(f"{len(actions)} actions for {len(self)} environments")
         answers = self._ask("step", actions)

@@ -43,8 +43,8 @@ void *hyx_late_find(long place) {
     char const *const name = hyx_late_names[place];
     void *const found = find(name);
     if (!found && strncmp(name, "glX", 3) != 0 && name[0] != 'c')
-        fprintf(stderr, "there is no %s: it comes with %s\n", name,
-                name[0] == 'X' ? "libX11 (package libx11-6)" : "the graphics driver (packages libegl1, libgl1-mesa-dri)");
+        fprintf(stderr, "there is no %s: install %s\n", name,
+                name[0] == 'X' ? "libx11-6" : "a graphics driver (libegl1 and libgl1-mesa-dri)");
     return found ? found : (void *)absent;
 }
 """
