@@ -1,5 +1,5 @@
-"""Worker processes on this machine: fresh interpreters, so that each may draw and a script needs no guard around its main
-part. What they call comes to them by value."""
+"""Worker processes on this machine: fresh interpreters, so that each may draw and a script needs no guard around its
+main part. What they call comes to them by value."""
 
 from __future__ import annotations
 
