@@ -1,0 +1,110 @@
+"""Frames a second as NumPy arrays, beside what else a user could install: every contender in turn, in rounds.
+
+    tools/bench peers [--rounds 3] [--seconds 2] [--rows shapes,mesh] [--contenders here,panda] [--output output/peers]
+
+The first run installs the peers into build/peers. Prints the median of the rounds, and saves the last picture of each
+contender, and all of a row beside each other, so that one can see that the work is equal. "first" is the time from the
+start of a process to its first picture in a file, in seconds.
+"""
+
+import argparse
+import json
+import os
+import statistics
+import subprocess
+import sys
+import time
+from pathlib import Path
+
+from PIL import Image
+
+HERE = Path(__file__).resolve().parent
+BUILD = HERE.parent.parent / "build"
+ROWS = ("shapes", "shadows", "boxes", "mesh", "points", "first")
+CONTENDERS = {  # the script, and its last argument
+    "here": ["here.py"],
+    "panda": ["panda.py"],
+    "panda-tiny": ["panda.py", "tiny"],
+    "mujoco": ["mujoco_turn.py"],
+    "pybullet": ["pybullet_turn.py"],
+    "pyvista": ["pyvista_turn.py"],
+}
+
+
+def peers_python():
+    """The interpreter of the environment with the peers, which is made when it is not there."""
+    python = BUILD / "peers" / "bin" / "python"
+    wanted = HERE / "requirements.txt"
+    installed = BUILD / "peers" / "installed.txt"
+    if not installed.exists() or installed.read_text() != wanted.read_text():
+        subprocess.run([sys.executable, "-m", "venv", BUILD / "peers"], check=True)
+        subprocess.run([python, "-m", "pip", "install", "--quiet", "-r", wanted], check=True)
+        installed.write_text(wanted.read_text())
+    return str(python)
+
+
+def turn(contender, row, seconds, picture):
+    """Frames a second, or seconds for "first"; None for what the contender does not do."""
+    script, *last = CONTENDERS[contender]
+    python = sys.executable if contender == "here" else peers_python()
+    environment = os.environ | {"HYX_DISPLAY": "offscreen"}
+    if contender != "here":
+        environment.pop("PYTHONPATH", None)
+    once = row == "first"
+    start = time.perf_counter()
+    done = subprocess.run(
+        [python, HERE / script, row, str(0 if once else seconds), picture, *last],
+        capture_output=True,
+        text=True,
+        env=environment,
+    )
+    elapsed = time.perf_counter() - start
+    answer = done.stdout.strip().splitlines()[-1:] or ["null"]
+    if done.returncode != 0:
+        print(f"{contender} {row}: {done.stderr.strip().splitlines()[-1:]}", file=sys.stderr)
+        return None
+    figures = json.loads(answer[0])
+    if figures is None:
+        return None
+    return elapsed if once else figures["rate"]
+
+
+def side_by_side(pictures, path):
+    images = [Image.open(picture) for picture in pictures if picture.exists()]
+    if images:
+        sheet = Image.new("RGB", (sum(image.width for image in images), max(image.height for image in images)))
+        for index, image in enumerate(images):
+            sheet.paste(image, (sum(other.width for other in images[:index]), 0))
+        sheet.save(path)
+
+
+def compare(row, contenders, rounds, seconds, output):
+    figures = {name: [] for name in contenders}
+    for _ in range(rounds):
+        for name in contenders:
+            figure = turn(name, row, seconds, str(output / f"{row}-{name}.png"))
+            if figure is not None:
+                figures[name].append(figure)
+    side_by_side([output / f"{row}-{name}.png" for name in contenders], output / f"{row}.png")
+    return {name: statistics.median(values) if values else None for name, values in figures.items()}
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
+    parser.add_argument("--rounds", type=int, default=3)
+    parser.add_argument("--seconds", type=float, default=2)
+    parser.add_argument("--rows", default=",".join(ROWS))
+    parser.add_argument("--contenders", default=",".join(CONTENDERS))
+    parser.add_argument("--output", type=Path, default=Path("output/peers"))
+    options = parser.parse_args()
+    options.output.mkdir(parents=True, exist_ok=True)
+    contenders = options.contenders.split(",")
+    print(f"{'':10}" + "".join(f"{name:>12}" for name in contenders), flush=True)
+    for row in options.rows.split(","):
+        medians = compare(row, contenders, options.rounds, options.seconds, options.output)
+        cells = ("-" if medians[name] is None else f"{medians[name]:.3g}" for name in contenders)
+        print(f"{row:10}" + "".join(f"{cell:>12}" for cell in cells), flush=True)
+
+
+if __name__ == "__main__":
+    main()
