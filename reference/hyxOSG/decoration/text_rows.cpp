@@ -46,7 +46,6 @@ void TextRows::clear() {
 
 void TextRows::setFontName(std::string const& name) {
     m_fontName = name;
-    m_font = findFont(name);
     m_changed = true;
 }
 
@@ -61,9 +60,12 @@ void TextRows::layOut(osg::Vec2f const& window, float scale) {
     m_changed = false;
     m_window = window;
     m_scale = scale;
+    if (m_rows.empty())
+        return; // many scenes show no text, and a font is looked up and tried in the time of a few frames
+    osg::ref_ptr<osgText::Font> const font = findFont(m_fontName);
     float const size = m_fontSize * scale;
     for (auto const& [row, text] : m_rows) {
-        text->setFont(m_font);
+        text->setFont(font);
         text->setCharacterSize(size);
         text->setFontResolution(std::lround(size), std::lround(size));
         // On whole pixels, so that glyphs stay sharp.

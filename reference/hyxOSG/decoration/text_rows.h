@@ -38,7 +38,6 @@ public:
 private:
     std::map<int, osg::ref_ptr<osgText::Text>> m_rows;
     osg::ref_ptr<osg::Geode> m_geode;
-    osg::ref_ptr<osgText::Font> m_font;
     std::string m_fontName;
     float m_fontSize = 14;
     osg::Vec2f m_window;
