@@ -65,6 +65,7 @@ hyx::Vec3 nearestToOrigin(hyx::Plane const& plane) {
 
 ClipPlane::ClipPlane(hyx::Vec3 const& position, hyx::Vec3 const& normal) {
     place(position, normal);
+    setEnable(true);
 }
 
 ClipPlane::ClipPlane(hyx::Plane const& plane) : ClipPlane(nearestToOrigin(plane), plane.getNormal()) {}
@@ -118,6 +119,11 @@ void ClipPlane::setNormal(hyx::Vec3 const& normal) {
 
 void ClipPlane::setEnable(bool enable) {
     m_enabled = enable;
+    // What is cut open shows its inside.
+    if (enable)
+        getOrCreateStateSet()->setMode(GL_CULL_FACE, osg::StateAttribute::OFF | osg::StateAttribute::OVERRIDE);
+    else if (osg::StateSet* const state = getStateSet())
+        state->removeMode(GL_CULL_FACE);
 }
 
 bool ClipPlane::getEnable() const {

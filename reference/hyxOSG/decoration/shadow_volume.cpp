@@ -2,6 +2,7 @@
 #include "reference/hyxOSG/decoration/shadow_volume.h"
 
 #include "reference/hyxOSG/decoration/volume_mesh.h"
+#include "reference/machinery/meshes/round_form.h"
 #include "reference/machinery/meshes/stencil_buffer.h"
 #include "reference/machinery/shading/node_state.h"
 #include "reference/machinery/shading/shading_marks.h"
@@ -173,7 +174,10 @@ void ShadowVolume::update(osg::NodeVisitor& visitor) {
 }
 
 void ShadowVolume::cull(osgUtil::CullVisitor& visitor) {
-    _shadowedScene->osg::Group::traverse(visitor);
+    {
+        AskedDetail const detail; // a coarser picture of a shape would lie in the shadow of the mesh
+        _shadowedScene->osg::Group::traverse(visitor);
+    }
     osg::ref_ptr<osg::LightSource> light;
     // Without a stencil buffer every pixel would count as shadowed.
     if (!m_light.lock(light) || !light->getLight() || !hasStencil(*visitor.getCurrentCamera()))

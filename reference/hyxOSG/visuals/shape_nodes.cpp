@@ -11,8 +11,10 @@
 #include "platform/hyxCollide/sphere.h"
 #include "platform/hyxCollide/trimesh.h"
 #include "platform/hyxOSG/application/example_application.h"
+#include "reference/machinery/meshes/closed_mesh.h"
 #include "reference/machinery/meshes/conversions.h"
 #include "reference/machinery/meshes/endless_geode.h"
+#include "reference/machinery/meshes/round_form.h"
 #include "reference/machinery/meshes/shape_meshes.h"
 #include "reference/machinery/meshes/surface_meshes.h"
 
@@ -56,12 +58,19 @@ osg::ref_ptr<osg::Geode> geodeOf(osg::Geometry* mesh, bool closed) {
 using FormKey = std::tuple<hyxCollide::Shape::Type, unsigned int, long>;
 
 /// The mesh of a form, shared by all nodes that show it at the moment.
-osg::ref_ptr<osg::Geode> sharedForm(FormKey const& key, std::function<osg::ref_ptr<osg::Geometry>()> const& make) {
+osg::ref_ptr<osg::Geode> sharedForm(FormKey const& key,
+                                    std::function<osg::ref_ptr<osg::Geometry>(unsigned int)> const& make) {
     static std::map<FormKey, osg::observer_ptr<osg::Geode>> forms;
     osg::ref_ptr<osg::Geode> form;
     if (forms[key].lock(form))
         return form;
-    form = geodeOf(make(), true);
+    auto const [type, segments, proportion] = key;
+    if (segments > 0) {
+        form = new RoundForm(segments, make);
+        form->setStateSet(shapeState(true));
+    } else {
+        form = geodeOf(make(0), true);
+    }
     forms[key] = form;
     return form;
 }
@@ -76,8 +85,9 @@ osg::ref_ptr<osg::Node> capsuleNode(hyxCollide::Capsule const& capsule, unsigned
     double const halfLength = 0.5 * capsule.getHeight() / capsule.getRadius();
     // The proportion is kept to a thousandth, finer than one can see.
     long const proportion = std::lround(1000 * halfLength);
-    auto const form = sharedForm({capsule.getType(), segments, proportion},
-                                 [&] { return unitCapsuleMesh(segments, 0.001f * static_cast<float>(proportion)); });
+    auto const form = sharedForm({capsule.getType(), segments, proportion}, [proportion](unsigned int n) {
+        return unitCapsuleMesh(n, 0.001f * static_cast<float>(proportion));
+    });
     return scaled(form, capsule.getRadius(), capsule.getRadius(), capsule.getRadius());
 }
 
@@ -110,6 +120,15 @@ osg::ref_ptr<osg::Node> compoundNode(hyxCollide::Compound const& compound, float
     return group;
 }
 
+/// A ball as large as the sphere that it stands for, on average.
+osg::ref_ptr<osg::Geometry> evenSphereMesh(unsigned int segments) {
+    osg::ref_ptr<osg::Geometry> const mesh = unitSphereMesh(segments);
+    for (osg::Vec3& place : static_cast<osg::Vec3Array&>(*mesh->getVertexArray()))
+        place *= float(evenSphereScale(segments));
+    mesh->dirtyBound();
+    return mesh;
+}
+
 /// What is drawn of a mesh. It keeps the mesh, whose place in memory no other one can take meanwhile.
 struct DrawnMesh : public osg::Referenced {
     explicit DrawnMesh(hyxCollide::Trimesh const& mesh) : mesh(&mesh), revision(mesh.getRevision()) {}
@@ -136,7 +155,8 @@ osg::ref_ptr<osg::Node> meshNode(hyxCollide::Trimesh const& mesh) {
     if (found != DrawnMesh::all().end() && found->second.second->revision == mesh.getRevision()) {
         geode = found->second.first;
     } else {
-        geode = geodeOf(trimeshSurface(mesh), mesh.isClosed());
+        osg::ref_ptr<osg::Geometry> const surface = trimeshSurface(mesh);
+        geode = geodeOf(surface, isClosedOutwards(*surface));
         osg::ref_ptr<DrawnMesh> const drawn = new DrawnMesh(mesh);
         geode->setUserData(drawn);
         DrawnMesh::all()[&mesh] = {geode, drawn};
@@ -154,22 +174,21 @@ osg::ref_ptr<osg::Node> createShapeNode(hyxCollide::Shape const& shape, float de
     switch (type) {
     case hyxCollide::Shape::BOX: {
         hyx::Vec3 const half = static_cast<hyxCollide::Box const&>(shape).getHalfExtents();
-        return scaled(sharedForm({type, 0, 0}, unitBoxMesh), half.x, half.y, half.z);
+        return scaled(sharedForm({type, 0, 0}, [](unsigned int) { return unitBoxMesh(); }), half.x, half.y, half.z);
     }
     case hyxCollide::Shape::SPHERE: {
-        double const radius = static_cast<hyxCollide::Sphere const&>(shape).getRadius() * evenSphereScale(segments);
-        return scaled(sharedForm({type, segments, 0}, [&] { return unitSphereMesh(segments); }), radius, radius,
-                      radius);
+        double const radius = static_cast<hyxCollide::Sphere const&>(shape).getRadius();
+        return scaled(sharedForm({type, segments, 0}, evenSphereMesh), radius, radius, radius);
     }
     case hyxCollide::Shape::CYLINDER: {
         auto const& cylinder = static_cast<hyxCollide::Cylinder const&>(shape);
-        return scaled(sharedForm({type, segments, 0}, [&] { return unitConeMesh(segments, 1); }), cylinder.getRadius(),
-                      0.5 * cylinder.getHeight(), cylinder.getRadius());
+        return scaled(sharedForm({type, segments, 0}, [](unsigned int n) { return unitConeMesh(n, 1); }),
+                      cylinder.getRadius(), 0.5 * cylinder.getHeight(), cylinder.getRadius());
     }
     case hyxCollide::Shape::CONE: {
         auto const& cone = static_cast<hyxCollide::Cone const&>(shape);
-        return scaled(sharedForm({type, segments, 0}, [&] { return unitConeMesh(segments, 0); }), cone.getRadius(),
-                      0.5 * cone.getHeight(), cone.getRadius());
+        return scaled(sharedForm({type, segments, 0}, [](unsigned int n) { return unitConeMesh(n, 0); }),
+                      cone.getRadius(), 0.5 * cone.getHeight(), cone.getRadius());
     }
     case hyxCollide::Shape::CAPSULE:
         return capsuleNode(static_cast<hyxCollide::Capsule const&>(shape), segments);

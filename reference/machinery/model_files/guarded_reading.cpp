@@ -3,6 +3,7 @@
 
 #include "reference/machinery/meshes/mesh_check.h"
 #include "reference/machinery/model_files/file_look_up.h"
+#include "reference/machinery/model_files/hidden_faces.h"
 #include "reference/machinery/model_files/reader_process.h"
 
 #include <osgDB/FileNameUtils>
@@ -63,6 +64,7 @@ Reading<osg::Node> readModelHere(std::string const& path, osgDB::Options const* 
             return {nullptr, faultOf(result)};
         if (std::string const fault = sceneFault(*model); !fault.empty())
             return {nullptr, "it is damaged: it " + fault};
+        leaveOutHiddenFaces(*model);
         return {model, ""};
     });
 }
