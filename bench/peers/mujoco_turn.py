@@ -33,6 +33,7 @@ class Stage:
     def __init__(self, text):
         self.model = mujoco.MjModel.from_xml_string(text)
         self.data = mujoco.MjData(self.model)
+        mujoco.mj_forward(self.model, self.data)
         self.renderer = mujoco.Renderer(self.model, scenes.HEIGHT, scenes.WIDTH)
 
     def draw(self):

@@ -29,7 +29,8 @@ def box_places():
 def surface(columns, rows, place, closed_rows=False):
     """Vertices, normals and triangles of a closed surface, given as a function of two angles in full turns."""
     u, v = numpy.meshgrid(numpy.linspace(0, 1, columns + 1), numpy.linspace(0, 1, rows + 1))
-    points, normals = place(u.ravel(), v.ravel())
+    u, v = u.ravel() % 1, v.ravel() % 1 if closed_rows else v.ravel()  # seams meet exactly
+    points, normals = place(u, v)
     corner = (numpy.arange(rows)[:, None] * (columns + 1) + numpy.arange(columns)).ravel()
     right, up = corner + 1, corner + columns + 1
     triangles = numpy.concatenate([numpy.column_stack([corner, right, up]), numpy.column_stack([right, up + 1, up])])
@@ -93,7 +94,7 @@ def knobbly_ring():
         out = middle * numpy.cos(around)[:, None] + [[0, 0, 1]] * numpy.sin(around)[:, None]
         return 3 * middle + thick[:, None] * out, out
 
-    return surface(311, 96, place)
+    return surface(311, 96, place, closed_rows=True)
 
 
 def cloud(frame):
