@@ -21,6 +21,32 @@ _DEPTH_COMPONENT, _RGB = 0x1902, 0x1907  # pixel formats of OpenGL
 
 
 class ExampleApplication:
+    def setLook(self, look: str) -> None:
+        """Chooses how pictures look without further tuning. What a script sets later stands.
+
+        - "plain": the defaults of all operations.
+        - "talk": for slides. Light at each pixel, soft shadows in fine maps, a fill light, ambient light from sky and
+          ground, no logo.
+        - "paper": for print. As "talk", before white and as smooth as the driver can; the samples hold for the next
+          window.
+        """
+        import hyx
+
+        if look not in ("plain", "talk", "paper"):
+            raise ValueError(f"there is no look {look!r}: choose 'plain', 'talk' or 'paper'")
+        tuned, paper = look != "plain", look == "paper"
+        decorator = self.getSceneDecorator()  # type: ignore[attr-defined]
+        decorator.setEnableShaderState(tuned)
+        decorator.setEnableShadows(tuned)
+        decorator.setShadowMethod(decorator.SOFT_SHADOWMAP)
+        decorator.setShadowMapSize(2048 if tuned else 1024)
+        decorator.setEnableSkyLight(tuned)
+        decorator.setEnableLights(decorator.LIGHT0 | decorator.LIGHT1 if tuned else decorator.LIGHT0)
+        decorator.setEnableLogo(not tuned)
+        upper, lower = ((1, 1, 1), (1, 1, 1)) if paper else ((0.55, 0.66, 0.80), (0.87, 0.89, 0.92))
+        decorator.setBackgroundColor(hyx.Vec3(*upper), hyx.Vec3(*lower))
+        self.setNumSamples(8 if paper else 4)  # type: ignore[attr-defined]
+
     def close(self) -> None:
         """Finishes captures and journal and lets go of everything: window, context and memory end, unless something
         else still holds the application. It cannot be used any more then; closing it again does nothing. A script

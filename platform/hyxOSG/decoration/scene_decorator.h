@@ -102,9 +102,9 @@ public:
     /// Whether ambient light has the colours of the background.
     bool getEnableSkyLight() const;
 
-    /// Lights each pixel by the library's program, also where no shadow method needs it. Default on; off, and where
-    /// the graphics driver has no programs, light is computed at the corners of the meshes. Nodes with a program of
-    /// their own keep it.
+    /// Lights each pixel by the library's program, also where no shadow method needs it. Default off: without shadows,
+    /// and where the graphics driver has no programs, light is computed at the corners of the meshes. Nodes with a
+    /// program of their own keep it.
     /// \param perPixelHighlights whether the program draws highlights
     void setEnableShaderState(bool enable, bool perPixelHighlights = true);
     /// Whether the decorator's program is used without shadows, too.

@@ -50,9 +50,25 @@ void DecoratorLights::applyModes(osg::StateSet& state) const {
     for (int i = 0; i < count; ++i) {
         bool const on = m_enabled & (1u << i);
         state.setMode(GL_LIGHT0 + i, on ? osg::StateAttribute::ON : osg::StateAttribute::OFF);
-        // Programs cannot read modes.
+        // Programs cannot read modes. A node may switch a light on for itself.
+        std::string const off = "LIGHT" + std::to_string(i) + "_OFF";
+        if (on)
+            state.removeDefine(off);
+        else
+            state.setDefine(off);
         state.getOrCreateUniform("hyx_lightOff" + std::to_string(i), osg::Uniform::BOOL)->set(!on);
     }
+}
+
+void DecoratorLights::declareSpots(osg::StateSet& state) const {
+    bool const spots = std::any_of(m_sources.begin(), m_sources.end(), [](auto const& source) {
+        return source->getLight() && source->getLight()->getSpotCutoff() < 180;
+    });
+    bool const declared = state.getDefinePair("NO_SPOTS") == nullptr;
+    if (spots && !declared)
+        state.removeDefine("NO_SPOTS");
+    else if (!spots && declared)
+        state.setDefine("NO_SPOTS");
 }
 
 void DecoratorLights::setComputed(unsigned int mask, bool computed) {

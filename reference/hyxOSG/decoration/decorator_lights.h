@@ -30,6 +30,9 @@ public:
     /// inherits.
     void applyModes(osg::StateSet& state) const;
 
+    /// Tells programs whether any light is a spot; cheap enough for every frame.
+    void declareSpots(osg::StateSet& state) const;
+
     void setComputed(unsigned int mask, bool computed);
 
     bool isComputed(int index) const { return m_computed & (1u << index); }

@@ -270,6 +270,7 @@ void SceneDecorator::traverse(osg::NodeVisitor& visitor) {
     if (visitor.getVisitorType() == osg::NodeVisitor::UPDATE_VISITOR) {
         m_implementation->layOut();
         m_implementation->followSupport();
+        m_implementation->lights.declareSpots(*m_implementation->scene->getOrCreateStateSet());
         if (m_implementation->drawsWithProgram())
             decorator::markShading(*m_implementation->scene, m_implementation->drawnMethod != SHADOWTEXTURE);
     }

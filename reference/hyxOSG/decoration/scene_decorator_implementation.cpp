@@ -7,8 +7,7 @@
 #include "reference/hyxOSG/decoration/shadow_method.h"
 #include "reference/hyxOSG/decoration/shadow_volume.h"
 #include "reference/machinery/meshes/notices.h"
-
-#include <osg/LightModel>
+#include "reference/machinery/shading/material_colors.h"
 
 #include <utility>
 
@@ -28,13 +27,6 @@ osg::ref_ptr<osg::Texture2D> createWhiteTexture() {
     return texture;
 }
 
-osg::ref_ptr<osg::LightModel> createLightModel() {
-    osg::ref_ptr<osg::LightModel> model = new osg::LightModel;
-    model->setAmbientIntensity(osg::Vec4(0.3f, 0.3f, 0.3f, 1));
-    model->setColorControl(osg::LightModel::SEPARATE_SPECULAR_COLOR);
-    return model;
-}
-
 } // namespace
 
 SceneDecorator::Implementation::Implementation(int width, int height, int mapSize)
@@ -50,7 +42,7 @@ SceneDecorator::Implementation::Implementation(int width, int height, int mapSiz
     osg::StateSet* state = scene->getOrCreateStateSet();
     state->setMode(GL_LIGHTING, osg::StateAttribute::ON);
     state->setAttribute(SceneDecorator::getDefaultDecoratorMaterial());
-    state->setAttribute(createLightModel());
+    state->setAttribute(createLightModel(false));
     state->setTextureAttributeAndModes(decorator::BASE_TEXTURE_UNIT, whiteTexture);
     scene->addChild(lights.node());
     scene->addChild(lit);

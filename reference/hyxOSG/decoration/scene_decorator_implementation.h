@@ -53,7 +53,7 @@ struct SceneDecorator::Implementation {
     ShadowMethod method = SOFT_SHADOWMAP;
     ShadowMethod drawnMethod = NO_SHADOWS;
     ShadowMethod replacedMethod = NO_SHADOWS; ///< the one warned of last
-    bool shaderState = true;
+    bool shaderState = false;
     bool perPixelHighlights = true;
     bool skyLight = false;
     float pixelScale = 1;

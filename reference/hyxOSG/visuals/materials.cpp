@@ -114,6 +114,8 @@ void setEnableLight(bool enable, int light, osg::Node* node) {
     osg::StateSet& state = writableStateSet(*node);
     state.setMode(GL_LIGHT0 + static_cast<GLenum>(light), value);
     // Programs cannot read modes.
+    std::string const off = "LIGHT" + std::to_string(light) + "_OFF";
+    state.setDefine(off, enable ? osg::StateAttribute::OFF : osg::StateAttribute::ON);
     state.addUniform(new osg::Uniform(("hyx_lightOff" + std::to_string(light)).c_str(), !enable), setByScript);
 }
 

@@ -17,6 +17,7 @@
 #include "reference/machinery/meshes/round_form.h"
 #include "reference/machinery/meshes/shape_meshes.h"
 #include "reference/machinery/meshes/surface_meshes.h"
+#include "reference/machinery/shading/material_colors.h"
 
 #include <osg/CullFace>
 #include <osg/Geode>
@@ -41,6 +42,8 @@ osg::ref_ptr<osg::StateSet> shapeState(bool closed) {
     state->setMode(GL_NORMALIZE, osg::StateAttribute::ON);
     if (closed)
         state->setAttributeAndModes(new osg::CullFace(osg::CullFace::BACK));
+    else
+        state->setAttribute(createLightModel(true));
     states[closed] = state;
     return state;
 }

@@ -22,6 +22,14 @@ osg::Material& defaultMaterial() {
     return *material;
 }
 
+osg::ref_ptr<osg::LightModel> createLightModel(bool twoSided) {
+    osg::ref_ptr<osg::LightModel> model = new osg::LightModel;
+    model->setAmbientIntensity(osg::Vec4(0.3f, 0.3f, 0.3f, 1));
+    model->setColorControl(osg::LightModel::SEPARATE_SPECULAR_COLOR);
+    model->setTwoSided(twoSided);
+    return model;
+}
+
 osg::ref_ptr<osg::Material> copyOf(osg::Material const& material) {
     return new osg::Material(material, osg::CopyOp::DEEP_COPY_USERDATA);
 }

@@ -1,6 +1,7 @@
 // The colours that materials start with, and how ambient follows diffuse colour.
 #pragma once
 
+#include <osg/LightModel>
 #include <osg/Material>
 
 namespace hyxOSG {
@@ -9,6 +10,10 @@ inline constexpr osg::Material::Face bothFaces = osg::Material::FRONT_AND_BACK;
 
 /// The material of everything that has none of its own: light grey, a little shine.
 osg::Material& defaultMaterial();
+
+/// The light that comes from everywhere. Where programs light each pixel every surface has two sides; elsewhere the
+/// second side costs time.
+osg::ref_ptr<osg::LightModel> createLightModel(bool twoSided);
 
 /// A copy that no later change of the original reaches.
 osg::ref_ptr<osg::Material> copyOf(osg::Material const& material);
