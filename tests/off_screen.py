@@ -6,13 +6,15 @@ import hyxSDK
 
 
 class OffScreen:
-    """An application drawn off-screen, with a simulation, before a black background without a logo."""
+    """An application drawn off-screen, with a simulation, before a black background without a logo. Without samples each
+    pixel has the colour of one thing, so that tests can count."""
 
-    def __init__(self, width, height):
+    def __init__(self, width, height, samples=0):
         self.app = hyxOSG.ExampleApplication()
         self.app.init(None)
         self.simulation = hyxSDK.Simulation()
         self.app.initSimulation(self.simulation)
+        self.app.setNumSamples(samples)
         self.app.initViewer(width, height, True)
         self.root = self.app.getSceneRoot()
         self.decorator = self.app.getSceneDecorator()

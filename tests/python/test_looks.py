@@ -1,5 +1,7 @@
 """The looks that a script chooses by one word."""
 
+from typing import NamedTuple
+
 import hyx
 import hyxCollide
 import hyxOSG
@@ -11,43 +13,45 @@ from PIL import Image
 SIZE = 160
 
 
+class Shown(NamedTuple):
+    app: hyxOSG.ExampleApplication
+    bodies: list
+    file: str
+
+    def picture(self):
+        for _ in range(2):  # the first frame after a change also places the lights
+            self.app.takeScreenShot(self.file)
+        return numpy.asarray(Image.open(self.file).convert("RGB")).astype(int)
+
+
 @pytest.fixture
-def app(tmp_path):
+def shown(tmp_path):
     with hyxOSG.ExampleApplication() as application:
         application.init(None)
         application.initSimulation(hyxSDK.Simulation())
         application.initViewer(SIZE, SIZE, True)
-        application.bodies = [
-            hyx.RigidBody(hyxCollide.Geometry(hyxCollide.Box(*half))) for half in ((3, 3, 0.1), (0.5, 0.5, 0.5))
-        ]
-        for body, height in zip(application.bodies, (-0.1, 0.5)):
+        bodies = [hyx.RigidBody(hyxCollide.Geometry(hyxCollide.Box(*half))) for half in ((3, 3, 0.1), (0.5, 0.5, 0.5))]
+        for body, height in zip(bodies, (-0.1, 0.5)):
             body.setPosition(hyx.Vec3(0, 0, height))
             hyxOSG.createVisual(body, application.getSceneRoot())
         application.setCameraHome(hyx.Vec3(2, -5, 3), hyx.Vec3(0, 0, 0.4))
-        application.file = str(tmp_path / "picture.png")
-        yield application
+        yield Shown(application, bodies, str(tmp_path / "picture.png"))
 
 
-def picture(app):
-    for _ in range(2):
-        app.takeScreenShot(app.file)
-    return numpy.asarray(Image.open(app.file).convert("RGB")).astype(int)
+def test_plain_is_the_defaults_and_comes_back(shown):
+    before = shown.picture()
+    shown.app.setLook("plain")
+    assert (shown.picture() == before).all()
+    shown.app.setLook("talk")
+    assert (shown.picture() != before).any()
+    shown.app.setLook("plain")
+    assert (shown.picture() == before).all()
 
 
-def test_plain_is_the_defaults_and_comes_back(app):
-    before = picture(app)
-    app.setLook("plain")
-    assert (picture(app) == before).all()
-    app.setLook("talk")
-    assert (picture(app) != before).any()
-    app.setLook("plain")
-    assert (picture(app) == before).all()
-
-
-def test_talk_grounds_the_scene(app):
-    plain = picture(app)
-    app.setLook("talk")
-    talk = picture(app)
+def test_talk_grounds_the_scene(shown):
+    plain = shown.picture()
+    shown.app.setLook("talk")
+    talk = shown.picture()
     ground = slice(SIZE // 2, SIZE)
     assert (plain[ground].max(axis=2) - talk[ground].max(axis=2) > 40).sum() > 100, "a shadow"
     shade = talk[ground][talk[ground].max(axis=2) < 130]
@@ -55,13 +59,13 @@ def test_talk_grounds_the_scene(app):
     assert shade.min() > 30, "and never black"
 
 
-def test_paper_is_white_behind_and_smoother(app):
-    app.setLook("paper")
-    assert (picture(app)[0] == 255).all()
-    app.initViewer(SIZE, SIZE, True)
-    assert app.getNumSamples() >= 4
+def test_paper_is_white_behind_and_smoother(shown):
+    shown.app.setLook("paper")
+    assert (shown.picture()[0] == 255).all()
+    shown.app.initViewer(SIZE, SIZE, True)
+    assert shown.app.getNumSamples() >= 4
 
 
-def test_other_words_are_refused(app):
+def test_other_words_are_refused(shown):
     with pytest.raises(ValueError, match="'plain', 'talk' or 'paper'"):
-        app.setLook("glossy")
+        shown.app.setLook("glossy")

@@ -17,8 +17,8 @@ KEPT = []  # bodies, whose end would take their visuals away
 
 
 class Set(OffScreen):
-    def __init__(self, folder):
-        super().__init__(SIZE, SIZE)
+    def __init__(self, folder, **options):
+        super().__init__(SIZE, SIZE, **options)
         self.file = str(folder / "picture.png")
 
     def add(self, shape, place=(0, 0, 0), color=None):
@@ -146,11 +146,12 @@ def test_a_drawn_sphere_covers_what_the_physical_one_does(scene):
     assert pixels == pytest.approx(math.pi * outline**2, rel=0.012)
 
 
-def test_edges_are_smooth(scene):
+def test_edges_are_smooth(tmp_path):
+    scene = Set(tmp_path, samples=4)
     box = scene.add(hyxCollide.Box(0.7, 0.7, 0.7), color=(1, 1, 1))
     hyxOSG.setEnableLight(False, 0, box)  # evenly grey
     picture = scene.picture((0.6, -4, 0.5))[..., 0]
-    assert scene.app.getNumSamples() == 4
+    scene.app.close()
     levels = {level for level in picture.flat if 0 < level < picture.max()}
     assert len(levels) >= 3  # with none and all of four samples five grey levels
 
