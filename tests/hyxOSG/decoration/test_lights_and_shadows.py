@@ -74,6 +74,7 @@ def test_methods_agree_on_where_the_shadow_is(shadowed):
 
 
 def test_soft_edges_have_steps_between_light_and_shadow(shadowed):
+    shadowed.decorator.setEnableShaderState(True)  # the same light without shadows
     plain = shadowed.picture()
     shadowed.decorator.setEnableShadows(True)
 
