@@ -24,7 +24,6 @@ WIDTH, HEIGHT = 960, 540
 def colored(visual, rgb):
     """Gives a node one colour and lets it take part in the shadows."""
     hyxOSG.setDiffuseColor(visual, hyx.Vec4f(*rgb, 1))
-    hyxOSG.setAmbientColor(visual, hyx.Vec4f(*rgb, 1))  # in the shade too
     visual.setNodeMask(visual.getNodeMask() | hyxOSG.ExampleApplication.CASTS_SHADOWS_MASK)
 
 
