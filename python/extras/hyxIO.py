@@ -11,8 +11,8 @@ if TYPE_CHECKING:
 
 class ArgumentParser:
     def __init__(self, arguments: Sequence[str] | None = None) -> None:
-        """Declares the known options and parses the arguments, the program's name not among them. What is wrong with the
-        program's own arguments, `sys.argv[1:]`, ends it with a line that says so.
+        """Declares the known options and parses the arguments, the program's name not among them. What is wrong with
+        the program's own arguments, `sys.argv[1:]`, ends it with a line that says so.
         """
         import _hyxSDK
 

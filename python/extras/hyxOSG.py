@@ -100,9 +100,9 @@ class ExampleApplication:
                 self.setRaiseScriptErrors(former)  # type: ignore[attr-defined]
 
     def init(self, parser: Any = None, withGraphics: bool = False) -> bool:
-        """Follows the options of `parser` (`--help` lists them); None means none. With `withGraphics` simulation, window
-        and scene are made at once instead of when they are needed. Returns False when the program has nothing left to
-        do (`--help` was given). What is wrong with the program's own arguments ends it with a line that says so.
+        """Follows the options of `parser` (`--help` lists them); None means none. With `withGraphics` simulation,
+        window and scene are made at once instead of when they are needed. Returns False when the program has nothing
+        left to do (`--help` was given). What is wrong with the program's own arguments ends it with a line.
         """
         import sys
 

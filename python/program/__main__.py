@@ -1,4 +1,4 @@
-"""`python -m hyxOSG FILE...`: opens scripts, scenes, robots, models, journals and saved states, and follows their changes."""
+"""`python -m hyxOSG FILE...`: opens scenes, robots, models, journals and states, and follows their changes."""
 
 from __future__ import annotations
 

@@ -356,32 +356,6 @@ bool ExampleApplication::getEnablePauseUpdate() const {
     return m_implementation->pauseUpdate;
 }
 
-void ExampleApplication::addAutoPausePair(hyx::RigidBody const* body1, hyx::RigidBody const* body2) {
-    m_implementation->autoPause.add(body1, body2);
-}
-
-void ExampleApplication::addAutoPausePair(hyxCollide::Geometry const* geometry1,
-                                          hyxCollide::Geometry const* geometry2) {
-    m_implementation->autoPause.add(geometry1, geometry2);
-}
-
-void ExampleApplication::removeAutoPausePair(hyx::RigidBody const* body1, hyx::RigidBody const* body2) {
-    m_implementation->autoPause.remove(body1, body2);
-}
-
-void ExampleApplication::removeAutoPausePair(hyxCollide::Geometry const* geometry1,
-                                             hyxCollide::Geometry const* geometry2) {
-    m_implementation->autoPause.remove(geometry1, geometry2);
-}
-
-void ExampleApplication::setEnableAutoPausing(bool enable) {
-    m_implementation->autoPause.setEnable(enable);
-}
-
-bool ExampleApplication::getEnableAutoPausing() const {
-    return m_implementation->autoPause.enabled();
-}
-
 hyx::Callback ExampleApplication::getStepCallback() const {
     return m_implementation->stepCallback;
 }

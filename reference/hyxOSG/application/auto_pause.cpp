@@ -1,9 +1,10 @@
-// Compares the contacts of a step with the pairs.
+// Compares the contacts of a step with the pairs, for the application.
 #include "reference/hyxOSG/application/auto_pause.h"
 
 #include "platform/hyxCollide/local_geometry_contact.h"
 #include "platform/hyxCollide/space.h"
 #include "platform/hyxSDK/simulation.h"
+#include "reference/hyxOSG/application/application_implementation.h"
 
 #include <stdexcept>
 
@@ -52,6 +53,32 @@ bool AutoPause::beganToTouch(hyxSDK::Simulation const& simulation) {
     for (auto& pair : m_geometries)
         update(pair, [](auto const& contact, int side) { return contact.getGeometry(side); });
     return began;
+}
+
+void ExampleApplication::addAutoPausePair(hyx::RigidBody const* body1, hyx::RigidBody const* body2) {
+    m_implementation->autoPause.add(body1, body2);
+}
+
+void ExampleApplication::addAutoPausePair(hyxCollide::Geometry const* geometry1,
+                                          hyxCollide::Geometry const* geometry2) {
+    m_implementation->autoPause.add(geometry1, geometry2);
+}
+
+void ExampleApplication::removeAutoPausePair(hyx::RigidBody const* body1, hyx::RigidBody const* body2) {
+    m_implementation->autoPause.remove(body1, body2);
+}
+
+void ExampleApplication::removeAutoPausePair(hyxCollide::Geometry const* geometry1,
+                                             hyxCollide::Geometry const* geometry2) {
+    m_implementation->autoPause.remove(geometry1, geometry2);
+}
+
+void ExampleApplication::setEnableAutoPausing(bool enable) {
+    m_implementation->autoPause.setEnable(enable);
+}
+
+bool ExampleApplication::getEnableAutoPausing() const {
+    return m_implementation->autoPause.enabled();
 }
 
 } // namespace hyxOSG

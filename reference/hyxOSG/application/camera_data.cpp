@@ -21,10 +21,26 @@ void readView(CameraData& data, osg::Matrixd const& view, double distance) {
     data.up = toHyx(up);
 }
 
+// Those of a camera that works its planes out from what it sees.
+constexpr double defaultNear = 0.1;
+constexpr double defaultFar = 1000;
+
+bool hasDefaultPlanes(CameraData const& data) {
+    return data.nearClippingPlane == defaultNear && data.farClippingPlane == defaultFar;
+}
+
+bool computesPlanes(osg::Camera const& camera) {
+    return camera.getComputeNearFarMode() != osg::Camera::DO_NOT_COMPUTE_NEAR_FAR;
+}
+
 void readCamera(CameraData& data, osg::Camera const& camera) {
     data.valid = camera.getProjectionMatrixAsPerspective(data.fieldOfView, data.aspectRatio, data.nearClippingPlane,
                                                          data.farClippingPlane);
     data.nearFarRatio = camera.getNearFarRatio();
+    if (computesPlanes(camera)) { // what it has come to in a frame is not what it was given
+        data.nearClippingPlane = defaultNear;
+        data.farClippingPlane = defaultFar;
+    }
     readView(data, camera.getViewMatrix(), 1);
 }
 
@@ -71,10 +87,10 @@ void CameraData::applyTo(osg::Camera* camera) const {
     if (!valid)
         return;
     check(*this);
-    CameraData present(camera);
-    // A camera works its planes out from what it sees until it is given others.
-    if (present.nearClippingPlane != nearClippingPlane || present.farClippingPlane != farClippingPlane)
+    if (!hasDefaultPlanes(*this))
         camera->setComputeNearFarMode(osg::Camera::DO_NOT_COMPUTE_NEAR_FAR);
+    else if (!computesPlanes(*camera) && !hasDefaultPlanes(CameraData(camera)))
+        camera->setComputeNearFarMode(osg::Camera::COMPUTE_NEAR_FAR_USING_BOUNDING_VOLUMES);
     camera->setNearFarRatio(nearFarRatio);
     camera->setProjectionMatrixAsPerspective(fieldOfView, aspectRatio, nearClippingPlane, farClippingPlane);
     camera->setViewMatrixAsLookAt(toOsg(eye), toOsg(center), toOsg(up));

@@ -2,6 +2,7 @@
 
 import json
 import time
+import types
 
 import h5py
 import hyx
@@ -19,7 +20,7 @@ def path(tmp_path):
 
 @pytest.fixture
 def recorded(window, path, shoot):
-    """Two seconds of a falling box and a turning door; the application that recorded them, and its last picture."""
+    """Two seconds of a falling box and a turning door: heights and angles by step, and the last picture."""
     add_box(window, "ground", (0, 0, -3), static=True)
     box = add_box(window, "box", (0, 0, 2))
     door = add_box(window, "door", (3, 0, 2))
@@ -39,8 +40,7 @@ def recorded(window, path, shoot):
         heights[round(window.getTimeStamp() * 60)] = box.getPosition().z
         angles[round(window.getTimeStamp() * 60)] = hinge.getAngle()
     window.setEnableJournalRecord(False)
-    window.heights, window.angles, window.picture = heights, angles, shoot(window)
-    return window
+    return types.SimpleNamespace(heights=heights, angles=angles, picture=shoot(window))
 
 
 def player(path, *options):

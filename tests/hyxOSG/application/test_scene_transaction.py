@@ -39,7 +39,7 @@ def meddling(sim, app, root):
     decorator.setBackgroundColor(hyx.Vec4f(1, 0, 0, 1))
     decorator.setEnableShadows(True)
     decorator.setEnableLights(hyxOSG.SceneDecorator.LIGHT1)
-    decorator.getLightSource(hyxOSG.SceneDecorator.LIGHT0).setDiffuse(hyx.Vec4(0, 0, 1, 1))
+    decorator.getLightSource(hyxOSG.SceneDecorator.LIGHT0).setDiffuse(hyx.Vec4f(0, 0, 1, 1))
     decorator.setText(0, "meddled", hyx.Vec4f(1, 1, 1, 1))
     app.setEnableGrid(True)
     app.setGridSize(hyx.Vec2(0.5, 0.5))
@@ -76,8 +76,8 @@ for name in names:
     for _ in range(60):
         app.stepSimulation()
 sim = app.getSimulation()
-state = [app.getTimeStep(), app.getTimeStamp(), list(sim.getGravity()), app.shouldStop(), app.getTargetFPS(), app.getSpeed(),
-         app.getRealTimeSync(), app.getEnableGrid(), app.isCameraHomeSet()]
+state = [app.getTimeStep(), app.getTimeStamp(), list(sim.getGravity()), app.shouldStop(), app.getTargetFPS()]
+state += [app.getSpeed(), app.getRealTimeSync(), app.getEnableGrid(), app.isCameraHomeSet()]
 for body in sim.getRigidBodies():
     state += [list(body.getPosition()), list(body.getRotation()), list(body.getVelocity())]
 print(json.dumps(state))

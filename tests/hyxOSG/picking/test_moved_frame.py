@@ -19,13 +19,12 @@ def moved(window, shoot):
     picture = shoot(window)
     rows, columns = numpy.nonzero(abs(picture - empty).max(axis=2) > 24)
     right = columns > 90
-    window.place = float(columns[right].mean()), float(119 - rows[right].mean())
-    return body
+    return body, (float(columns[right].mean()), float(119 - rows[right].mean()))
 
 
 def test_what_is_drawn_is_picked(window, moved):
     handler = window.getPickHandler()
-    x, y = window.place
+    _, (x, y) = moved
     assert handler.intersect(x, y, False).getRigidBody().getName() == "box"
     assert not handler.intersect(80.0, 60.0, False).isValid()
     near, far = hyx.Vec3(), hyx.Vec3()
@@ -42,7 +41,7 @@ def test_what_is_drawn_is_picked(window, moved):
 def test_the_spring_pulls_to_where_the_pointer_is_drawn(window, moved):
     window.getSimulation().setGravity(hyx.Vec3(0, 0, 0))
     handler = window.getPickHandler()
-    x, y = window.place
+    body, (x, y) = moved
     assert handler.pick(x, y).isValid()
     handler.mouseDragged(hyxOSG.GuiEventListener.LEFT, x - 20.0, y)
     for _ in range(300):
@@ -50,5 +49,5 @@ def test_the_spring_pulls_to_where_the_pointer_is_drawn(window, moved):
     handler.reset()
     picture = hyxOSG.GuiEventListener()
     window.getSimulation().add(picture)
-    assert moved.getPosition().x < -0.4
+    assert body.getPosition().x < -0.4
     assert picture.intersect(x - 20.0, y, window.getCamera()).isValid()
