@@ -14,9 +14,7 @@ class ArgumentParser:
         """Declares the known options and parses the arguments, the program's name not among them. What is wrong with
         the program's own arguments, `sys.argv[1:]`, ends it with a line that says so.
         """
-        import _hyxSDK
-
-        _hyxSDK.ArgumentParser_swiginit(self, _hyxSDK.new_ArgumentParser())
+        self._native___init__()  # type: ignore[attr-defined]
         if arguments is not None:
             self.parse(arguments)
 
@@ -25,10 +23,8 @@ class ArgumentParser:
         missing or malformed value; what is wrong with the program's own arguments, `sys.argv[1:]`, ends it with a line
         that says so. "--help" prints the help text to standard output, and `isHelpRequested` says so.
         """
-        import _hyxSDK
-
         try:
-            _hyxSDK.ArgumentParser_parse(self, arguments)
+            self._native_parse(arguments)  # type: ignore[attr-defined]
         except (RuntimeError, ValueError) as error:
             if list(arguments) != sys.argv[1:]:
                 raise

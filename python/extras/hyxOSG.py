@@ -94,7 +94,7 @@ class ExampleApplication:
         unread = stream is None or not stream.isatty()
         self.setRaiseScriptErrors(unread if raise_errors is None else raise_errors)  # type: ignore[attr-defined]
         try:
-            return _hyxOSG.ExampleApplication_run(self)
+            return self._native_run()  # type: ignore[attr-defined]
         finally:
             if hasattr(self, "this"):
                 self.setRaiseScriptErrors(former)  # type: ignore[attr-defined]
@@ -107,7 +107,7 @@ class ExampleApplication:
         import sys
 
         try:
-            return _hyxOSG.ExampleApplication_init(self, parser, withGraphics)
+            return self._native_init(parser, withGraphics)  # type: ignore[attr-defined]
         except (RuntimeError, ValueError) as error:
             if parser is None or [str(word) for word in parser.getArguments()] != sys.argv[1:]:
                 raise
@@ -228,7 +228,7 @@ class RenderToImage:
         """The image as last drawn, for notebooks; depth as grey, far is light. None before it was drawn."""
         import numpy
 
-        if not self.getImage() or not self.getImage().data():  # type: ignore[attr-defined]
+        if not self.getImageData():  # type: ignore[attr-defined]
             return None
         pixels = self.pixels[::-1]
         return png_bytes(pixels if pixels.dtype == numpy.uint8 else numpy.clip(255 * pixels, 0, 255))

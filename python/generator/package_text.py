@@ -88,7 +88,13 @@ def _class_lines(proxy: ProxyClass, extras: Extras, hints: TypeHints) -> list[st
         doc = _literal(member.doc, 0) if member.doc else "None"
         of_class = ", True" if member.of_class else ""
         body.append(f"    {name} = member({member.getter.flat}, {setter}, {doc}{of_class})")
+    own = extras.class_attributes.get(proxy.name, {})
+    if "__init__" in own and "constructor" in proxy.machinery:
+        body.append("    _native___init__ = __init__")
     for name, operation in proxy.methods.items():
+        # What is written by hand in its place calls it.
+        if name in own:
+            name = f"_native_{name}"
         kind = "function" if operation.static else "method"
         text = _literal(docstring(operation, hints), 0)
         signature = text_signature(operation, not operation.static)

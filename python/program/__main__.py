@@ -30,8 +30,8 @@ class Watcher(hyxOSG.ExampleApplicationListener):
         """What stands for the files' contents; a file that is being replaced counts as it was."""
         return [file.stat().st_mtime_ns if file.exists() else 0 for file in self.files]
 
-    def preFrame(self, app: hyxOSG.ExampleApplication) -> None:
-        if time.monotonic() < self.next:
+    def preFrame(self, app: hyxOSG.ExampleApplication | None) -> None:
+        if app is None or time.monotonic() < self.next:
             return
         self.next = time.monotonic() + LOOK_AT_FILES
         found = self.look()

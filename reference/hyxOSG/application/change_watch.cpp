@@ -19,6 +19,7 @@ namespace {
 
 constexpr std::chrono::milliseconds settling{300}; ///< a picture is one frame late, and scripts answer later still
 constexpr std::chrono::milliseconds longestRest{500};
+constexpr unsigned int mostRead = 1024; ///< bytes
 
 /// Fowler-Noll-Vo over words: tells apart, hides nothing.
 class Sum {
@@ -77,7 +78,10 @@ public:
             osg::Geometry::ArrayList arrays;
             geometry->getArrayList(arrays);
             for (auto const& array : arrays)
-                m_sum.add(array->getModifiedCount());
+                if (array->getTotalDataSize() <= mostRead)
+                    addData(*array); // small ones, such as the background's, may be written anew in each frame
+                else
+                    m_sum.add(array->getModifiedCount());
             for (auto const& primitives : geometry->getPrimitiveSetList())
                 m_sum.add(primitives->getModifiedCount());
         }

@@ -10,6 +10,7 @@
 #include <nlohmann/json.hpp>
 #include <osg/Material>
 
+#include <algorithm>
 #include <cmath>
 
 namespace hyxOSG {
@@ -35,8 +36,9 @@ std::vector<double> list(json const& value, size_t count) {
     return read.size() == count ? read : std::vector<double>();
 }
 
-/// The material that a node is drawn with: that of the lowest node above its shape, unless a higher one overrides it.
-osg::Material const* drawnMaterial(osg::Node& shape) {
+/// The material that a script gave a node below `scene`: that of the lowest node above its shape, unless a higher one
+/// overrides it; null where it has the look of everything.
+osg::Material const* drawnMaterial(osg::Node& shape, osg::Node const& scene) {
     osg::Material const* material = nullptr;
     bool kept = false;
     auto const take = [&](osg::Node& node) {
@@ -49,8 +51,8 @@ osg::Material const* drawnMaterial(osg::Node& shape) {
     };
     osg::NodePathList const paths = shape.getParentalNodePaths();
     if (!paths.empty())
-        for (osg::Node* node : paths.front())
-            take(*node);
+        for (auto node = std::ranges::find(paths.front(), &scene); node != paths.front().end(); ++node)
+            take(**node);
     for (osg::Group* group = shape.asGroup(); group && group->getNumChildren() > 0;) {
         take(*group->getChild(0));
         group = group->getChild(0)->asGroup();
@@ -62,7 +64,7 @@ json colorsOf(hyx::RigidBody const& body, osg::Group& root) {
     json colors = json::array();
     for (auto const& geometry : body.getGeometries()) {
         GeometryNode* node = findGeometryNode(geometry.get(), &root);
-        osg::Material const* material = node ? drawnMaterial(*node) : nullptr;
+        osg::Material const* material = node ? drawnMaterial(*node, root) : nullptr;
         colors.push_back(material ? numbersOf(material->getDiffuse(osg::Material::FRONT)) : json());
     }
     return colors;
@@ -78,7 +80,7 @@ json parse(std::string const& look) {
 std::string describeLook(ExampleApplication& application, hyx::RigidBodyPtrVector const& bodies) {
     json look = {{"colors", json::array()}, {"background", json::array()}};
     for (auto const& body : bodies)
-        look["colors"].push_back(colorsOf(*body, *application.getRoot()));
+        look["colors"].push_back(colorsOf(*body, *application.getSceneSwitch()));
     for (osg::Vec4 const& corner : application.getSceneDecorator()->getBackgroundColors())
         look["background"].push_back(numbersOf(corner));
     if (application.getViewer()) {

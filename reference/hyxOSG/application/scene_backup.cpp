@@ -3,7 +3,32 @@
 
 #include "reference/hyxSDK/simulation_implementation.h"
 
+#include <osg/NodeVisitor>
+
+#include <set>
+
 namespace hyxOSG {
+namespace {
+
+/// Collects each group below a node once.
+class GroupCollector : public osg::NodeVisitor {
+public:
+    GroupCollector() : osg::NodeVisitor(TRAVERSE_ALL_CHILDREN) { setNodeMaskOverride(~0u); }
+
+    void apply(osg::Group& group) override {
+        if (m_seen.insert(&group).second) {
+            groups.emplace_back(&group, SceneGraph::childrenOf(group));
+            traverse(group);
+        }
+    }
+
+    std::vector<std::pair<osg::ref_ptr<osg::Group>, SceneGraph::Nodes>> groups;
+
+private:
+    std::set<osg::Group const*> m_seen;
+};
+
+} // namespace
 
 SceneBackup::SceneBackup(hyxSDK::Simulation& simulation, SceneGraph const& graph)
     : m_bodies(simulation.getRigidBodies()),
@@ -15,6 +40,10 @@ SceneBackup::SceneBackup(hyxSDK::Simulation& simulation, SceneGraph const& graph
       m_materials(simulation.getMaterials()),
       m_state(simulation.saveState()),
       m_content(graph.content()) {
+    GroupCollector collector;
+    graph.sceneRoot()->accept(collector);
+    graph.libraryRoot()->accept(collector);
+    m_groups = std::move(collector.groups);
     auto const& inside = simulation.implementation();
     for (auto const& [pair, material] : inside.world.contactMaterials)
         m_contactMaterials.push_back(material);
@@ -39,6 +68,9 @@ void SceneBackup::restore(hyxSDK::Simulation& simulation, SceneGraph& graph) con
         simulation.add(listener.get(), priority);
     simulation.restoreState(m_state);
     graph.setContent(m_content);
+    for (auto const& [group, children] : m_groups)
+        if (SceneGraph::childrenOf(*group) != children)
+            SceneGraph::setChildren(*group, children);
 }
 
 } // namespace hyxOSG

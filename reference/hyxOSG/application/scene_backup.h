@@ -4,7 +4,9 @@
 #include "platform/hyxSDK/simulation.h"
 #include "reference/hyxOSG/application/scene_graph.h"
 
-#include <map>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace hyxOSG {
 
@@ -29,6 +31,8 @@ private:
     std::vector<std::pair<hyx::ref_ptr<hyxSDK::EventListener>, int>> m_listeners; ///< with their priorities
     std::string m_state;
     SceneGraph::Content m_content;
+    /// The groups below, with their children: visuals leave them when their bodies do.
+    std::vector<std::pair<osg::ref_ptr<osg::Group>, SceneGraph::Nodes>> m_groups;
 };
 
 } // namespace hyxOSG

@@ -285,7 +285,10 @@ def test_a_page_looks_into_the_simulation(served, page):
     served.createVisual(served.getSimulation())
     for _ in range(60):
         served.stepSimulation()
-    assert [body["name"] for body in details(served, page)["tree"]] == ["ground", "box"]
+    page.send(do="list")
+    whole = lambda message: len(message.get("tree", [])) == 2
+    assert follow(served, page, {"do": "list"}, lambda: served.pushParametersToControlChannel() is None)
+    assert [body["name"] for body in details(served, page, whole)["tree"]] == ["ground", "box"]
     selected = lambda: details(served, page)["details"]["body"]
     assert follow(served, page, {"do": "select", "body": 1}, lambda: selected() is not None)
     found = selected()
@@ -316,7 +319,8 @@ def test_a_page_holds_a_joint_and_reads_it_back(served, page):
     door = add_box(served, "door", (1, 0, 0))
     hinge = hyx.Hinge(hyx.Vec3(0, 0, 0), hyx.Vec3(0, 0, 1), door)
     served.getSimulation().add(hinge)
-    position = lambda: details(served, page)["details"]["joints"][0]["position"]
+    known = lambda message: message["details"]["joints"]
+    position = lambda: details(served, page, known)["details"]["joints"][0]["position"]
 
     def reached():
         served.stepSimulation()
