@@ -39,7 +39,7 @@ def cases():
         *pair("o.setTranslate(p)", {"o": move, "p": point}, {"o": other_move, "p": other_point}),
         1.2,
     )
-    yield "overload, first of 26", *texture_pair('None, "x"'), None
+    yield "overload, first of 26", *texture_pair('None, "x"'), 1.2
     yield "overload, middle of 26", *texture_pair("n, t, True, 0"), 1.0
     yield "overload, last of 26", *texture_pair("n, t, True, 0, 1.0, 1.0"), 1.0
 

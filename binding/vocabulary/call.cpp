@@ -23,19 +23,20 @@ Refusal refusal;
 namespace {
 
 // What every call ends with that fails: the last to do so is the outermost.
-[[gnu::cold]] PyObject* refuse(int argument) noexcept {
-    refusal = {true, argument};
+[[gnu::cold]] PyObject* refuse(int argument, PyObject* const* arguments, std::size_t count) noexcept {
+    refusal = {true, argument, arguments, Py_ssize_t(count)};
     return nullptr;
 }
 
 [[gnu::cold]] PyObject* fail() noexcept {
-    refusal = {false, -1};
+    refusal = {false, -1, nullptr, 0};
     return nullptr;
 }
 
 // Argument `index` did not convert.
-[[gnu::cold]] PyObject* refuse_argument(int status, std::size_t index) noexcept {
-    return status == SWIG_UserError || runtime::is_ending() ? fail() : refuse(int(index));
+[[gnu::cold]] PyObject* refuse_argument(int status, std::size_t index, PyObject* const* arguments,
+                                        std::size_t count) noexcept {
+    return status == SWIG_UserError || runtime::is_ending() ? fail() : refuse(int(index), arguments, count);
 }
 
 // The converted arguments of one call, and the temporaries among them.
@@ -70,12 +71,14 @@ struct Candidates {
     swig_type_info* types[most_arguments];
     void* pointers[most_arguments];
     unsigned long runs = runtime::user_code_runs;
+    bool may_have_raised = false; // a conversion that has left an error of the user's own
 
     void forget_what_may_have_ended() noexcept {
         if (runs == runtime::user_code_runs)
             return;
         known = converted = 0;
         runs = runtime::user_code_runs;
+        may_have_raised = true;
     }
 
     SwigPyObject* handle(std::size_t index) noexcept {
@@ -89,7 +92,11 @@ struct Candidates {
     }
 
     bool convert(std::size_t index, swig_type_info* type, Slot& slot) noexcept {
+        if (PyUnicode_CheckExact(arguments[index])) // often the first argument that tells forms apart
+            return false;
         SwigPyObject* const found = handle(index);
+        if (!found)
+            return false;
         if (!(converted & 1u << index) || types[index] != type) {
             if (convert_handles(found, type, &pointers[index]) != SWIG_OK)
                 return false;
@@ -141,7 +148,7 @@ inline bool convert_at_once(Parameter const& parameter, PyObject* object, Slot& 
 inline PyObject* invoke(Form const& form, Slot const* slots, PyObject* const* arguments, std::size_t count) {
     if (form.needs_self && !slots[0].pointer) [[unlikely]] {
         PyErr_SetString(PyExc_TypeError, form.parameters[0].null_message);
-        return refuse(0);
+        return refuse(0, arguments, count);
     }
     PyObject* result = nullptr;
     if (hyxPython::nativeWorkRuns.load(std::memory_order_relaxed)) [[unlikely]]
@@ -179,7 +186,7 @@ PyObject* call_form(Form const& form, PyObject* const* arguments, std::size_t co
         if (status == SWIG_NEWOBJ)
             slots.mark_made(i);
         if (status < 0)
-            return refuse_argument(status, i);
+            return refuse_argument(status, i, arguments, count);
     }
     if (runs != runtime::user_code_runs && !renew(form, slots.slots, arguments, count))
         return fail();
@@ -195,7 +202,7 @@ PyObject* call_direct(Form const& form, PyObject* const* arguments, std::size_t 
         if (convert_at_once(parameter, arguments[i], slots[i]))
             continue;
         if (int const status = convert_argument(parameter, arguments[i], slots[i]); status < 0)
-            return refuse_argument(status, i);
+            return refuse_argument(status, i, arguments, count);
     }
     if (runs != runtime::user_code_runs && !renew(form, slots, arguments, count)) [[unlikely]]
         return fail();
@@ -226,12 +233,18 @@ bool accepts(Parameter const& parameter, Candidates& candidates, Slots& slots, s
     }
     if (is_text(parameter) && !PyUnicode_Check(object) && !may_wrap_text(object, candidates.handle(index)))
         return false;
-    int const status = convert_value(parameter, object, slot);
+    int const status = parameter.kind == Kind::converted ? parameter.conversion->convert(object, &slot.pointer)
+                                                         : convert_value(parameter, object, slot);
     if (status == SWIG_NEWOBJ)
         slots.mark_made(index);
-    if (status < 0 && status != SWIG_UserError)
-        runtime::clear_error();
-    return status >= 0;
+    if (status >= 0)
+        return true;
+    if (PyErr_Occurred()) {
+        if (status != SWIG_UserError)
+            runtime::clear_error();
+        candidates.may_have_raised = true;
+    }
+    return false;
 }
 
 bool accepts_all(Form const& form, Candidates& candidates, Slots& slots, std::size_t count) {
@@ -245,18 +258,19 @@ bool accepts_all(Form const& form, Candidates& candidates, Slots& slots, std::si
 PyObject* call_chosen(Form const& form, Slots const& slots, PyObject* const* arguments, std::size_t count) {
     for (std::size_t i = 0; i < count; ++i)
         if (holds_pointer(form.parameters[i].kind) && refuse_null(form.parameters[i], slots.slots[i]))
-            return refuse(int(i));
+            return refuse(int(i), arguments, count);
     return invoke(form, slots.slots, arguments, count);
 }
 
-PyObject* dispatch(Function const& function, PyObject* const* arguments, std::size_t count) {
+[[gnu::noinline]] PyObject* dispatch(Function const& function, PyObject* const* arguments, std::size_t count) {
     unsigned long const runs = runtime::user_code_runs;
     Candidates candidates;
     candidates.arguments = arguments;
     // Trials are grouped by count, smaller counts first.
     Trial const* const end = function.trials + function.trial_count;
-    Trial const* place =
-        std::partition_point(function.trials, end, [count](Trial const& t) { return t.count < count; });
+    Trial const* place = function.trials;
+    if (place->count != count)
+        place = std::partition_point(place, end, [count](Trial const& t) { return t.count < count; });
     for (; place != end && place->count == count; ++place) {
         Trial const& trial = *place;
         if (function.by_count)
@@ -266,44 +280,47 @@ PyObject* dispatch(Function const& function, PyObject* const* arguments, std::si
             return runs != runtime::user_code_runs && !renew(*trial.form, slots.slots, arguments, count)
                        ? fail()
                        : call_chosen(*trial.form, slots, arguments, count);
-        if (PyErr_Occurred() && !PyErr_ExceptionMatches(PyExc_TypeError))
+        if (candidates.may_have_raised && PyErr_Occurred() && !PyErr_ExceptionMatches(PyExc_TypeError))
             return fail(); // of the user's own code
     }
     SWIG_Python_RaiseOrModifyTypeError(function.failure);
-    return refuse(-1);
+    return refuse(-1, arguments, count);
 }
 
 // What a binary operator answers when its arguments did not convert: Python then tries the reflected operation.
-PyObject* not_implemented(PyObject* result) {
+PyObject* not_implemented(PyObject* result, PyObject* const* arguments, std::size_t count) {
     if (result || (PyErr_Occurred() && !PyErr_ExceptionMatches(PyExc_TypeError)))
         return result;
     PyErr_Clear();
+    refuse(-1, arguments, count);
     Py_RETURN_NOTIMPLEMENTED;
 }
 
-PyObject* raise_count(Function const& function, std::size_t count) {
+PyObject* raise_count(Function const& function, PyObject* const* arguments, std::size_t count) {
     std::size_t const minimum = function.dispatches() ? 0 : function.maximum;
     runtime::raise_argument_count(function.name, Py_ssize_t(minimum), function.maximum, Py_ssize_t(count));
     if (function.by_count)
         SWIG_Python_RaiseOrModifyTypeError(function.failure);
-    return refuse(-1);
+    return refuse(-1, arguments, count);
 }
 
 // Apart from call_counted, as is call_registration, so that a direct call saves no registers for them.
 [[gnu::noinline]] PyObject* call_chosen_form(Function const& function, PyObject* const* arguments, std::size_t count) {
     PyObject* result = nullptr;
     if (function.dispatches() ? count > function.maximum : count != function.maximum)
-        result = raise_count(function, count);
+        result = raise_count(function, arguments, count);
     else if (function.dispatches())
         result = dispatch(function, arguments, count);
     else
         result = call_form(function.forms[0], arguments, count);
-    return function.binary_operator ? not_implemented(result) : result;
+    return function.binary_operator ? not_implemented(result, arguments, count) : result;
 }
 
 inline PyObject* call_counted(Function const& function, PyObject* const* arguments, std::size_t count) {
     if (function.direct && count == function.maximum) [[likely]]
         return call_direct(*function.direct, arguments, count);
+    if (function.dispatches() && count <= function.maximum && !function.binary_operator)
+        return dispatch(function, arguments, count);
     return call_chosen_form(function, arguments, count);
 }
 

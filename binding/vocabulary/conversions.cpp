@@ -39,8 +39,10 @@ SpareStrings spare_strings;
 
 int convert_std_string(PyObject* object, void** result) {
     if (PyUnicode_Check(object)) {
-        Py_ssize_t size = 0;
-        char const* const letters = PyUnicode_AsUTF8AndSize(object, &size);
+        bool const plain = PyUnicode_IS_COMPACT_ASCII(object); // and so its own UTF-8
+        Py_ssize_t size = plain ? PyUnicode_GET_LENGTH(object) : 0;
+        char const* const letters = plain ? reinterpret_cast<char const*>(PyUnicode_1BYTE_DATA(object))
+                                          : PyUnicode_AsUTF8AndSize(object, &size);
         if (!letters)
             return SWIG_TypeError;
         *result = spare_strings.take(letters, static_cast<std::size_t>(size));

@@ -14,6 +14,9 @@ namespace vocabulary {
 struct Refusal {
     bool by_arguments; // nothing native was called, and no code of the user's own has raised
     int argument;      // the one that did not convert; -1 for a wrong count, and where no form fits
+    // Of the call, valid until its caller goes on: who asks only after a failure need not keep them through the call.
+    PyObject* const* arguments;
+    Py_ssize_t count;
 };
 
 inline constexpr std::uint64_t record_table_magic = 0x31534452'4f434552; // "RECORDS1" in memory order

@@ -182,15 +182,16 @@ PyObject* recover(Row const& row, Spoken const& spoken, PyObject* const* argumen
     return result;
 }
 
-PyObject* Row::after(PyObject* result, Spoken const& spoken, PyObject* const* arguments, Py_ssize_t count) const {
+PyObject* Row::after(PyObject* result, Spoken const& spoken) const {
+    vocabulary::Refusal const refusal = *records->refusal;
     if (result) { // NotImplemented
         if (!function->binary_operator)
             return result;
         Py_DECREF(result);
-        return recover(*this, spoken, arguments, count, nullptr);
+        return recover(*this, spoken, refusal.arguments, refusal.count, nullptr);
     }
-    if (function->form_count > 0 && records->refusal->by_arguments)
-        return recover(*this, spoken, arguments, count, nullptr);
+    if (function->form_count > 0 && refusal.by_arguments)
+        return recover(*this, spoken, refusal.arguments, refusal.count, nullptr);
     speak_of_files();
     return nullptr;
 }

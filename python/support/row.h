@@ -57,7 +57,7 @@ struct Row {
             return recover(*this, spoken, arguments, count, nullptr);
         PyObject* const result = showing(arguments, count, [&] { return run(function, arguments, count); });
         if (!result || result == Py_NotImplemented) [[unlikely]]
-            return after(result, spoken, arguments, count);
+            return after(result, spoken);
         return result;
     }
 
@@ -73,7 +73,8 @@ struct Row {
     }
 
 private:
-    PyObject* after(PyObject* result, Spoken const& spoken, PyObject* const* arguments, Py_ssize_t count) const;
+    // Arguments and count are in the refusal.
+    PyObject* after(PyObject* result, Spoken const& spoken) const;
 };
 
 // Fills `row` from a flat function. False with TypeError set when `flat` is no function of a family module.
