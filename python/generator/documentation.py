@@ -18,6 +18,13 @@ RAISED_RANGE = re.compile(r"`?std::out_of_range`?")
 PARAMETER_LINE = re.compile(r"^[\\@]param(?:\[\w+\])?\s+(\w+)\s*", re.MULTILINE)
 THROWS_LINE = re.compile(r"^[\\@](?:throws?|exception)\s+(\S+)\s*", re.MULTILINE)
 RETURN_LINE = re.compile(r"^[\\@]returns?\s+", re.MULTILINE)
+# What gives a new object, or one that its owner always has; the texts are those of the headers.
+NEVER_NONE = re.compile(
+    r"clone(Type)?|getOrCreate\w+|begin|end|rbegin|rend|iterator|copy|incr|decr|advance|erase|insert|__(add|sub|getslice)__"
+)
+NEVER_NONE_TEXT = re.compile(
+    r"made on first use|owned by the (target|application)|emptied with the scene|^The root of all"
+)
 KEYWORDS = {
     "from",
     "in",
@@ -142,6 +149,8 @@ def _document_operation(operation: Operation, names: list[str], documentation: D
         inherited = [d for d in declarations if best and d.scope != best.scope and _types(d) == _types(best)]
         texts = [d.doc for d in (best, *inherited) if d and d.doc]
         form.doc = readable(texts[0]) if texts else ""
+        told = NEVER_NONE_TEXT.search(form.doc) and not any("*" in p.type for p in form.parameters)
+        form.never_none = bool(NEVER_NONE.fullmatch(operation.name) or told) and "None" not in form.doc
 
 
 def _types(declaration: Declaration) -> list[str]:

@@ -43,6 +43,7 @@ class Form:
     parameters: list[Parameter]  # without the object
     result: str
     doc: str = ""
+    never_none: bool = False  # as a pointer its result is never null
 
 
 @dataclass

@@ -6,7 +6,7 @@ import re
 
 from binding.catalogue.class_lists import plain_name
 
-from .interface import Interface, ProxyClass
+from .interface import Form, Interface, ProxyClass
 
 INTEGERS = {
     "int",
@@ -71,6 +71,9 @@ class TypeHints:
         if kind in self.interface.enumerations and not marks:
             return f"{self.interface.enumerations[kind]} | int"
         return self._unknown(kind, marks)
+
+    def result_of(self, form: Form) -> str:
+        return self.result(form.result).removesuffix(" | None" if form.never_none else "")
 
     def result(self, native: str) -> str:
         kind, marks = _core(native)

@@ -38,7 +38,7 @@ def call_text(name: str, form: Form, hints: TypeHints, result: str | None = None
     for parameter in form.parameters:
         text = f"{parameter.name}: {hints.parameter(parameter.type)}"
         parameters.append(text if parameter.default is None else f"{text} = {parameter.default}")
-    result = hints.result(form.result) if result is None else result
+    result = hints.result_of(form) if result is None else result
     return f"{name}({', '.join(parameters)})" + (f" -> {result}" if result else "")
 
 

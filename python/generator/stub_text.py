@@ -113,7 +113,7 @@ def _operation_lines(operation: Operation, hints: TypeHints, bound: bool, positi
         # Python's own protocols, and what scripts override with names of their own, have no keywords for checkers.
         closed = form.parameters and (positional or (operation.name.endswith("__") and operation.name != "__init__"))
         names = ", ".join([*parameters, *(["/"] if closed else [])])
-        head = f"{blanks}def {operation.name}({names}) -> {hints.result(form.result)}:"
+        head = f"{blanks}def {operation.name}({names}) -> {hints.result_of(form)}:"
         text = form.doc if several else docstring(operation, hints) if form.doc else ""
         lines += [head, _text(form.doc, indent + 4)] if text and form.doc else [f"{head} ..."]
     return lines

@@ -15,7 +15,7 @@ from pathlib import Path
 
 from fuzz.programs import MODULES, Generator, Program
 
-LONGEST = 20  # seconds that a program may take
+LONGEST = 20  # seconds of a processor that a program may take; it may wait six times as long
 MEMORY = 6 << 30
 
 
@@ -34,7 +34,7 @@ class Outcome:
     def kind(self) -> str:
         if os.WIFSIGNALED(self.status):
             number = os.WTERMSIG(self.status)
-            return "hang" if number == signal.SIGALRM else signal.Signals(number).name
+            return "hang" if number in (signal.SIGALRM, signal.SIGPROF) else signal.Signals(number).name
         return f"exit {os.WEXITSTATUS(self.status)}"
 
 
@@ -52,7 +52,8 @@ def execute(program: Program) -> None:
         resource.setrlimit(resource.RLIMIT_AS, (MEMORY, MEMORY))
     faulthandler.enable()
     signal.signal(signal.SIGALRM, signal.SIG_DFL)
-    signal.alarm(LONGEST)
+    signal.setitimer(signal.ITIMER_PROF, LONGEST)
+    signal.alarm(6 * LONGEST)
     exec(compile(program.script(), "program", "exec"), {"__name__": "program"})
     sys.exit(0)
 
@@ -95,7 +96,10 @@ def search(seeds: range, seconds: float, keep: Path | None = None) -> tuple[int,
         if time.monotonic() > end:
             break
         program = generator.program(seed)
-        outcome = run(program)
+        try:
+            outcome = run(program)
+        except KeyboardInterrupt:
+            break
         done += 1
         if outcome.failed:
             smallest = shrink(program, outcome.kind)
@@ -103,7 +107,10 @@ def search(seeds: range, seconds: float, keep: Path | None = None) -> tuple[int,
             if keep:
                 keep.mkdir(parents=True, exist_ok=True)
                 (keep / f"seed{seed}.py").write_text(smallest.script())
-            print(f"seed {seed}: {outcome.kind}\n{smallest.script()}\n{failures[-1][1].report[-1500:]}", flush=True)
+            print(
+                f"seed {seed}, program {done}: {outcome.kind}\n{smallest.script()}\n{failures[-1][1].report[-1500:]}",
+                flush=True,
+            )
     return done, failures
 
 
@@ -114,6 +121,7 @@ def main() -> None:
     parser.add_argument("--programs", type=int, default=10**9, help="at most")
     parser.add_argument("--keep", type=Path, help="folder for the smallest scripts")
     given = parser.parse_args()
+    signal.signal(signal.SIGTERM, signal.default_int_handler)  # a run that is stopped tells what it has done
     done, failures = search(range(given.seed, given.seed + given.programs), 60 * given.minutes, given.keep)
     print(f"{done} programs from seed {given.seed}: {len(failures)} failed")
     sys.exit(bool(failures))

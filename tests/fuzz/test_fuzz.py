@@ -15,6 +15,14 @@ def test_random_programs_end_by_themselves():
     assert int(done.stdout.split()[-7]) > 20, done.stdout
 
 
+def test_wrong_calls_of_everything_end_in_errors_that_name_the_fault(tmp_path, monkeypatch):
+    monkeypatch.chdir(tmp_path)
+    done = run_python("-m", "fuzz.wrong_calls", extra_path=str(ROOT / "tests"))
+    *surprises, summary = done.stdout.splitlines()
+    assert done.returncode == 0 and surprises == [], done.stdout[-4000:] + done.stderr[-2000:]
+    assert int(summary.split()[1]) > 4000
+
+
 def test_a_program_that_ends_its_process_is_found_and_shrunk(tmp_path):
     code = """
 from fuzz.programs import Program

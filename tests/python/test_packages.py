@@ -162,6 +162,30 @@ def test_the_stubs_are_sound_and_know_the_interface(tmp_path):
     assert plain.count("error:") == 2
 
 
+def test_what_is_not_optional_is_never_none():
+    """Of new objects, on which nothing has been set."""
+    import ast
+
+    checked = 0
+    for name in PACKAGES:
+        stub = ast.parse((BUILD / "python" / name / "__init__.pyi").read_text())
+        for made in [node for node in stub.body if isinstance(node, ast.ClassDef)]:
+            kind = getattr(sys.modules[name], made.name)
+            try:
+                fresh = kind()
+            except TypeError:
+                continue
+            for method in [node for node in made.body if isinstance(node, ast.FunctionDef)]:
+                result = method.returns and ast.unparse(method.returns)
+                if len(method.args.args) == 1 and result and "." in result and "None" not in result:
+                    checked += 1
+                    try:
+                        assert getattr(fresh, method.name)() is not None, f"{made.name}.{method.name}"
+                    except (AttributeError, RuntimeError, TypeError, ValueError, IndexError):
+                        continue
+    assert checked > 100
+
+
 def test_describe_prints_all_modules_as_json():
     import json
 
