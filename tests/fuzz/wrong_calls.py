@@ -12,8 +12,9 @@ import sys
 from collections.abc import Callable, Iterator
 
 import _hyx_proxy
-from fuzz.interface import FAMILY, NOT_CALLED, PACKAGES
 from _hyx_proxy import Handle
+
+from fuzz.interface import FAMILY, NOT_CALLED, PACKAGES
 
 SECONDS = 120  # for a batch
 BATCH = 40
