@@ -13,6 +13,7 @@
 #include <osgText/Text>
 
 #include <string_view>
+#include <utility>
 
 namespace hyxOSG {
 namespace {
@@ -113,7 +114,9 @@ bool ChangeWatch::isDue(osg::Camera& camera, osg::Node& scene, hyxSDK::Simulatio
     Sum sum;
     sum.add(input);
     sum.add(camera.getViewMatrix());
-    sum.add(camera.getProjectionMatrix());
+    // Without what the near and far planes make of it, which are worked out anew in each frame.
+    for (auto const [row, column] : {std::pair(0, 0), {1, 1}, {2, 0}, {2, 1}})
+        sum.add(camera.getProjectionMatrix()(row, column));
     sum.add(simulation.getTimeStamp());
     for (auto const& body : simulation.getRigidBodies()) {
         hyx::Vec3 const position = body->getPosition();
