@@ -32,6 +32,11 @@ ScriptObject logger() {
     return set && PyObject_IsTrue(set.get()) == 1 ? std::move(found) : ScriptObject();
 }
 
+/// Files that cannot be read bring words that are none.
+ScriptObject readable(std::string const& text) {
+    return ScriptObject(PyUnicode_DecodeUTF8(text.data(), Py_ssize_t(text.size()), "replace"));
+}
+
 } // namespace
 
 bool logForScripts(int level, std::string const& text) {
@@ -39,7 +44,7 @@ bool logForScripts(int level, std::string const& text) {
         return false;
     PendingError const pending;
     ScriptObject const log = logger();
-    ScriptObject const words(log ? PyUnicode_DecodeUTF8(text.data(), Py_ssize_t(text.size()), "replace") : nullptr);
+    ScriptObject const words = log ? readable(text) : ScriptObject();
     // Python counts in tens, from 10 for what helps to find faults.
     ScriptObject const done(words ? PyObject_CallMethod(log.get(), "log", "isO", level * 10, "%s", words.get())
                                   : nullptr);
@@ -51,7 +56,8 @@ bool warnScript(std::string const& text) {
     ScriptCall const turn;
     if (!interpreterAnswers() || PyErr_Occurred() || !PyEval_GetFrame())
         return false;
-    PyErr_WarnEx(PyExc_RuntimeWarning, text.c_str(), 1);
+    if (ScriptObject const words = readable(text))
+        PyErr_WarnFormat(PyExc_RuntimeWarning, 1, "%U", words.get());
     return true;
 }
 

@@ -5,6 +5,7 @@ import resource
 import shutil
 
 import hyxOSG
+import hyxSDK
 import osg
 import osgDB
 import pytest
@@ -76,3 +77,9 @@ def test_files_are_found_from_wherever_the_process_stands(tmp_path, monkeypatch)
         assert osgDB.readImageFile("file.png")
         os.remove(folder / "file.png")
         assert osgDB.readImageFile("file.png") is None
+
+
+def test_words_that_are_none_are_told_readably(tmp_path):
+    (tmp_path / "bad.json").write_bytes(b'{"bodies": [{"\xe5')
+    with pytest.warns(RuntimeWarning, match="cannot be read"):
+        assert not hyxOSG.readFile(str(tmp_path / "bad.json"), hyxSDK.Simulation(), osg.Group())
