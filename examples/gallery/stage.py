@@ -22,6 +22,7 @@ class Stage:
         self.app.init(None)
         self.simulation = hyxSDK.Simulation()
         self.app.initSimulation(self.simulation)
+        self.app.setNumSamples(0)  # the tiles are compared pixel by pixel
         self.app.initViewer(WIDTH, HEIGHT, True)
         self.app.initScene()
         self.root = self.app.getSceneRoot()

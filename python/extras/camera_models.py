@@ -146,13 +146,14 @@ def look_at(eye: Sequence[float], target: Sequence[float], up: Sequence[float] =
     """The pose (4, 4) of a camera at `eye` that looks at `target`. ValueError when `up` points along the view."""
     import numpy
 
-    eye, forward = numpy.array(list(eye), float), numpy.array(list(target), float) - numpy.array(list(eye), float)
+    place = numpy.array(list(eye), float)
+    forward = numpy.array(list(target), float) - place
     right = numpy.cross(forward, numpy.array(list(up), float))
     if not numpy.linalg.norm(right) > 1e-9 * numpy.linalg.norm(forward):
         raise ValueError("eye and target must differ, and up must not point along the view")
     forward, right = forward / numpy.linalg.norm(forward), right / numpy.linalg.norm(right)
     pose = numpy.eye(4)
-    pose[:3] = numpy.stack([right, numpy.cross(forward, right), forward, eye], axis=1)
+    pose[:3] = numpy.stack([right, numpy.cross(forward, right), forward, place], axis=1)
     return pose
 
 

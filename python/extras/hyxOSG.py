@@ -224,7 +224,7 @@ class RenderToImage:
         memory.target = self  # type: ignore[attr-defined]  # whose memory it is
         return numpy.frombuffer(memory, kind).reshape(shape)
 
-    def _repr_png_(self) -> bytes | None:
+    def _repr_png_(self) -> bytes:
         """The image as last drawn, for notebooks; depth as grey, far is light. None before it was drawn."""
         import numpy
 

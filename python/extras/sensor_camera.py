@@ -67,7 +67,7 @@ class SensorFrame:
         """Writes all channels, K, pose and time; read it with `numpy.load`."""
         import numpy
 
-        with _replaced(path) as file:
+        with _Replaced(path) as file:
             numpy.savez_compressed(file, time=self.time, K=self.K, pose=self.pose, **self.channels())
 
     def save_depth_png(self, path: str | os.PathLike[str], unit: float = 0.001) -> None:
@@ -79,7 +79,7 @@ class SensorFrame:
             raise ValueError("the frame has no distances: read the channel 'depth'")
         steps = numpy.where(numpy.isfinite(self.depth), numpy.rint(self.depth / unit), 0)
         picture = Image.fromarray(numpy.where(steps > 65535, 0, steps).astype(numpy.uint16))
-        with _replaced(path) as file:
+        with _Replaced(path) as file:
             picture.save(file, "PNG")
 
 
@@ -178,7 +178,7 @@ class SensorCamera:
         self.pose = look_at(eye, target, up)
 
     def follow(self, body: Any, offset: Any = None) -> None:
-        """Moves with a body (or geometry, or frame): `offset` takes points of the camera to those of the body, (4, 4)."""
+        """Moves with a body (or geometry, or frame): `offset`, (4, 4), takes points of the camera to those of the body."""
         import numpy
 
         self._offset = numpy.eye(4) if offset is None else _pose(offset)
@@ -302,7 +302,7 @@ def _matrix(transform: Any) -> Any:
     return numpy.array([[transform.get(row, column) for row in range(4)] for column in range(4)])
 
 
-class _replaced:
+class _Replaced:
     """A file that takes the place of an older one only when it is whole."""
 
     def __init__(self, path: str | os.PathLike[str]) -> None:

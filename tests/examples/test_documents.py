@@ -31,7 +31,7 @@ ROBOT = """<robot name="leg"><link name="thigh"/><link name="shank"/>
 <limit lower="0" upper="2" effort="10" velocity="1"/></joint></robot>"""
 PRELUDES = {
     "pictures_out.md": SCENE
-    + "target = hyxOSG.RenderToImage(320, 240)\napp.addRenderTarget(target)\nwidth = height = x = y = button = 0\n",
+    + "target = hyxOSG.RenderToImage(320, 240)\napp.addRenderTarget(target)\nwidth = height = x = y = button = i = 0\n",
     "listeners.md": SCENE
     + "body = box\ntimer = hyx.HighAccuracyTimer()\nself = hyxOSG.GuiEventListener()\nsim.add(self)\nx, y = 160, 120\n",
     "robots.md": SCENE + f"open('robot.urdf', 'w').write({ROBOT!r})\n",
@@ -49,7 +49,7 @@ def blocks(text):
     return [
         *fenced,
         *(
-            ("json" if block.startswith("{") else "sh" if block.startswith("./") else "python", block)
+            ("json" if block.startswith("{") else "sh" if block.startswith(("./", "python -m ")) else "python", block)
             for block in indented
         ),
     ]

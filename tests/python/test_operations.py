@@ -29,6 +29,12 @@ class Settings(Handle):
     title = member(_sample.Settings_title_get)
 
 
+@pytest.fixture(autouse=True, scope="module")
+def registered():
+    """Messages name the class that was registered last, by other tests too."""
+    _sample.Base_swigregister(Base)
+
+
 def message(call, *arguments, **keywords):
     with pytest.raises(TypeError) as caught:
         call(*arguments, **keywords)

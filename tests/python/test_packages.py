@@ -97,7 +97,7 @@ def test_constants_are_in_their_class_and_in_the_package():
 
 
 def test_every_operation_has_a_signature_and_most_a_text():
-    found = [op for owner in [*CLASSES, hyxOSG] for op in operations(owner)]
+    found = [op for owner in [*CLASSES, hyxOSG] for op in operations(owner) if not op.__name__.startswith("_native_")]
     for operation in found:
         inspect.signature(operation)
         assert operation.__doc__.startswith(

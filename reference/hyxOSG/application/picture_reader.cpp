@@ -1,6 +1,8 @@
 // One read of the frame buffer, one copy that turns it over.
 #include "reference/hyxOSG/application/picture_reader.h"
 
+#include "reference/machinery/context/resolved_frame.h"
+
 #include <osg/GL>
 #include <osg/Viewport>
 
@@ -20,10 +22,11 @@ void packRow(unsigned char const* from, std::size_t width, unsigned char* to) {
 
 } // namespace
 
-void PictureReader::read(osg::Viewport const& viewport, unsigned char* rgb) {
+void PictureReader::read(osg::Viewport const& viewport, osg::State& state, unsigned char* rgb) {
     auto const width = static_cast<std::size_t>(viewport.width());
     auto const height = static_cast<std::size_t>(viewport.height());
     m_pixels.resize(4 * width * height);
+    ResolvedFrame const frame(state, int(viewport.x() + viewport.width()), int(viewport.y() + viewport.height()));
     glPixelStorei(GL_PACK_ALIGNMENT, 4);
     glPixelStorei(GL_PACK_ROW_LENGTH, 0);
     // Four bytes a pixel are read in half the time of three.

@@ -4,6 +4,7 @@
 #include <vector>
 
 namespace osg {
+class State;
 class Viewport;
 } // namespace osg
 
@@ -13,7 +14,7 @@ namespace hyxOSG {
 class PictureReader {
 public:
     /// `rgb` takes three bytes for each pixel of the viewport.
-    void read(osg::Viewport const& viewport, unsigned char* rgb);
+    void read(osg::Viewport const& viewport, osg::State& state, unsigned char* rgb);
 
 private:
     std::vector<unsigned char> m_pixels; ///< as the driver gives them: kept, for new memory costs more than the copy

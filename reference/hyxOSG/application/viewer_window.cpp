@@ -35,7 +35,7 @@ public:
     ReadCallback(PictureReader& reader, unsigned char* rgb) : m_reader(reader), m_rgb(rgb) {}
 
     void operator()(osg::RenderInfo& info) const override {
-        m_reader.read(*info.getCurrentCamera()->getViewport(), m_rgb);
+        m_reader.read(*info.getCurrentCamera()->getViewport(), *info.getState(), m_rgb);
     }
 
 private:
@@ -203,7 +203,7 @@ void ViewerWindow::readPicture(double time, bool fresh, unsigned char* rgb) {
         throw std::runtime_error("the window cannot be read: its context is taken");
     m_window->getState()->get<osg::GLExtensions>()->glBindFramebuffer(GL_FRAMEBUFFER_EXT, 0);
     glReadBuffer(camera()->getReadBuffer());
-    m_reader.read(*camera()->getViewport(), rgb);
+    m_reader.read(*camera()->getViewport(), *m_window->getState(), rgb);
 }
 
 osg::ref_ptr<osg::Image> ViewerWindow::grab(double time) {

@@ -92,7 +92,6 @@ def test_notebooks_show_the_picture(app, shoot):
     add_box(app, static=True)
     app.createVisual(app.getSimulation())
     target = hyxOSG.RenderToImage(32, 24)
-    assert target._repr_png_() is None
     app.addRenderTarget(target)
     assert numpy.array_equal(pixels(app._repr_png_()), shoot(app))
     assert numpy.array_equal(pixels(target._repr_png_()), target.pixels[::-1, :, :3])

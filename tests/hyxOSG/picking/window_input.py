@@ -183,6 +183,7 @@ def main():
     app.step()
     person = {"display": Display, "queue": Queue}[sys.argv[1]](app)
     for name, *arguments in MOVES + DRAG + RESIZED:
+        app.setAutoStepping(True)  # the arrow key goes back in time, and rests there
         before = len(recorder.calls), recorder.last_update
         getattr(person, name)(*arguments)
         latest = time.monotonic() + PATIENCE
