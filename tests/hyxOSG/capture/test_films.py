@@ -4,6 +4,7 @@ import os
 import signal
 import stat
 import subprocess
+import threading
 import time
 
 import hyxOSG
@@ -193,12 +194,33 @@ for time in 1 2 3 4; do sleep 10; echo written >> "${last#file:}"; done
 """
 
 
-def test_a_slow_encoder_is_waited_for_while_its_file_grows(tmp_path, monkeypatch):
-    """It takes the images at once, and then writes a little every ten seconds for longer than one may be silent."""
+@pytest.fixture
+def slow_encoder(tmp_path, monkeypatch):
+    """Takes the images at once, and then writes a little every ten seconds for longer than one may be silent."""
     slow = tmp_path / "ffmpeg"
     slow.write_text(SLOW)
     slow.chmod(slow.stat().st_mode | stat.S_IXUSR)
     monkeypatch.setenv("PATH", str(tmp_path), prepend=os.pathsep)
+
+
+def test_an_interrupt_leaves_a_slow_encoder_to_end_by_itself(tmp_path, slow_encoder):
+    sent = []
+
+    def interrupt():
+        sent.append(time.monotonic())
+        os.kill(os.getpid(), signal.SIGINT)
+
+    threading.Timer(0.5, interrupt).start()
+    with pytest.raises(KeyboardInterrupt):
+        film(tmp_path / "left.mp4", [flat((1, 2, 3))])
+    assert time.monotonic() - sent[0] < 0.1
+    deadline = time.monotonic() + 15
+    while not (tmp_path / "left.mp4").exists() and time.monotonic() < deadline:
+        time.sleep(0.1)
+    assert (tmp_path / "left.mp4").read_text() == "written\n"
+
+
+def test_a_slow_encoder_is_waited_for_while_its_file_grows(tmp_path, slow_encoder):
     begun = time.monotonic()
     assert film(tmp_path / "slow.mp4", [flat((1, 2, 3))]).read_text().split() == 4 * ["written"]
     assert time.monotonic() - begun > 35
