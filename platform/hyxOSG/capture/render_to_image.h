@@ -32,8 +32,8 @@ public:
     /// \param buffer where to; null gives false.
     /// \param size its size in bytes; false when it is less than the image needs, nothing is copied then.
     bool extractImageData(unsigned char* buffer, int size) const;
-    /// The pixels themselves; owned by the target. The memory lives as long as the target; after a change of the size a
-    /// larger image may lie elsewhere from the next frame on.
+    /// The pixels themselves; owned by the target. The memory lives as long as the target and its image; after a change
+    /// of the size a larger image may lie elsewhere from the next frame on.
     unsigned char* getImageData() const;
 
     /// Writes the image to a file whose extension chooses the format, without its alpha where that has none; false when
@@ -48,10 +48,15 @@ protected:
 private:
     void allocatePixels(hyx::Vec2u size);
 
-    osg::ref_ptr<osg::Image> m_image;
     /// The last block holds the pixels. Earlier, smaller ones are kept for those who still look at them; each is at
-    /// least double its predecessor, so that together they are no larger than the last.
-    std::vector<std::vector<unsigned char>> m_blocks;
+    /// least double its predecessor, so that together they are no larger than the last. The image holds them, too, for
+    /// it may outlive the target.
+    struct Blocks : osg::Referenced {
+        std::vector<std::vector<unsigned char>> all;
+    };
+
+    osg::ref_ptr<Blocks> m_blocks = new Blocks;
+    osg::ref_ptr<osg::Image> m_image;
 };
 
 } // namespace hyxOSG

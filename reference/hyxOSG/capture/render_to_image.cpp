@@ -42,6 +42,7 @@ osg::ref_ptr<osg::Image> greysFor(std::string const& file, osg::Image const& dep
 RenderToImage::RenderToImage(hyx::UInt width, hyx::UInt height, BufferComponent bufferComponent, hyx::UInt samples,
                              TextureFormat textureFormat)
     : RenderTarget(width, height, bufferComponent, samples, textureFormat), m_image(new osg::Image) {
+    m_image->setUserData(m_blocks);
     allocatePixels(hyx::Vec2u(width, height));
 }
 
@@ -80,12 +81,13 @@ void RenderToImage::allocatePixels(hyx::Vec2u size) {
     GLenum const format = result.getSourceFormat();
     GLenum const type = result.getSourceType();
     std::size_t const needed = osg::Image::computeImageSizeInBytes(int(size.x), int(size.y), 1, format, type);
-    if (m_blocks.empty()) {
-        m_blocks.emplace_back(needed);
-    } else if (needed > m_blocks.back().size()) {
-        m_blocks.emplace_back(std::max(needed, 2 * m_blocks.back().size()));
+    auto& blocks = m_blocks->all;
+    if (blocks.empty()) {
+        blocks.emplace_back(needed);
+    } else if (needed > blocks.back().size()) {
+        blocks.emplace_back(std::max(needed, 2 * blocks.back().size()));
     }
-    m_image->setImage(int(size.x), int(size.y), 1, GLint(format), format, type, m_blocks.back().data(),
+    m_image->setImage(int(size.x), int(size.y), 1, GLint(format), format, type, blocks.back().data(),
                       osg::Image::NO_DELETE, 1);
 }
 

@@ -14,8 +14,9 @@
 namespace hyxOSG {
 namespace {
 
-/// Kinds whose readers took every damaged file that tests/hyxOSG/visuals/mutations.py made of them, within the
-/// limits of time and memory; tried last with 300 files of each kind.
+/// Kinds whose readers took every damaged file that tests/hyxOSG/visuals/mutations.py made of them, within the limits
+/// of time and memory: of ply the seeds 0 to 2999. Journals, which are checked where they are read, took 15,000: the
+/// seeds 0 to 4999 of three forms.
 bool hasProvenItself(std::string const& path) {
     static std::set<std::string> const proven{"ply"};
     return proven.contains(osgDB::getLowerCaseFileExtension(path));

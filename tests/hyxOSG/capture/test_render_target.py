@@ -7,6 +7,7 @@ import hyx
 import hyxOSG
 import numpy
 import osg
+import osgDB
 import pytest
 from capture_stage import BLUE, GREEN, RED
 from PIL import Image
@@ -366,3 +367,10 @@ def test_constants_are_those_of_the_graphics_library():
         6407,
         6402,
     )
+
+
+def test_an_image_outlives_its_target(tmp_path):
+    image = hyxOSG.RenderToImage(320, 240).getImage()
+    others = [bytearray(b"other") * 61440 for _ in range(50)]  # take the memory that was given back
+    assert osgDB.writeImageFile(image, str(tmp_path / "black.ppm")) and others
+    assert not numpy.asarray(Image.open(tmp_path / "black.ppm")).any()
