@@ -27,6 +27,8 @@ constexpr Declared tavlang_rows[] = {
     FUNCTION(LoadResult_getAssembly, SHARED(METHOD(hyxtavlang::LoadResult, getAssembly, () const))),
     FUNCTION(LoadResult_getModelName, METHOD(hyxtavlang::LoadResult, getModelName, () const)),
     FUNCTION(LoadResult_getErrors, METHOD(hyxtavlang::LoadResult, getErrors, () const)),
+    FUNCTION(LoadResult_getModel, METHOD(hyxtavlang::LoadResult, getModel, () const)),
+    FUNCTION(LoadResult_getJoints, SHARED(METHOD(hyxtavlang::LoadResult, getJoints, () const))),
     REGISTER(hyxtavlang::LoadResult, LoadResult),
     INIT(LoadResult),
 };

@@ -3,6 +3,8 @@
 
 #include "platform/hyx/objects/referenced.h"
 #include "platform/hyxSDK/assembly.h"
+#include "platform/hyxtavlang/joint_array.h"
+#include "platform/hyxtavlang/model_node.h"
 
 #include <string>
 #include <vector>
@@ -25,9 +27,17 @@ struct LoadResult {
     /// One line for each thing that was wrong; empty when the model was loaded.
     std::vector<std::string> getErrors() const { return errors; }
 
+    /// The model as it stands in the file; holds nothing when it was not read.
+    ModelNode getModel() const { return model; }
+
+    /// The joints of the model that turn or slide; null when it was not loaded.
+    JointArray* getJoints() const { return joints.get(); }
+
     hyx::ref_ptr<hyxSDK::Assembly> assembly; ///< null when the model was not loaded
     std::string modelName;                   ///< as in the file
     std::vector<std::string> errors;         ///< one line each
+    ModelNode model;                         ///< holds nothing when the file was not read
+    hyx::ref_ptr<JointArray> joints;         ///< null when the model was not loaded
 };
 
 } // namespace hyxtavlang

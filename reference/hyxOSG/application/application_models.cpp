@@ -2,7 +2,7 @@
 #include "platform/hyxOSG/visuals/create_visual.h"
 #include "platform/hyxOSG/visuals/grid_axes.h"
 #include "reference/hyxOSG/application/application_implementation.h"
-#include "reference/hyxtavlang/urdf_model.h"
+#include "reference/hyxtavlang/model_builder.h"
 
 #include <cstdlib>
 #include <sstream>
@@ -13,10 +13,10 @@ hyxtavlang::LoadResult ExampleApplication::loadTavLangFile(std::string path, osg
                                                            hyxtavlang::OptParams params) {
     for (std::string const& folder : getTavLangBundlePaths())
         params.addSearchPath(folder);
-    hyxtavlang::UrdfModel const model = hyxtavlang::readUrdf(path, m_implementation->modelName, params);
+    hyxtavlang::BuiltModel const model = hyxtavlang::loadModel(path, m_implementation->modelName, params);
     if (!model.result.isSuccess())
         return model.result;
-    m_implementation->ensureSimulation().add(model.result.getAssembly());
+    model.enter(m_implementation->ensureSimulation(), nullptr);
     if (root)
         model.createVisuals(*root, m_implementation->debugFrames);
     return model.result;

@@ -7,7 +7,7 @@
 #include "platform/hyxSDK/simulation.h"
 #include "reference/hyxOSG/visuals/body_visual.h"
 #include "reference/hyxOSG/visuals/scene_json.h"
-#include "reference/hyxtavlang/urdf_model.h"
+#include "reference/hyxtavlang/model_builder.h"
 #include "reference/machinery/meshes/notices.h"
 #include "reference/machinery/meshes/shape_meshes.h"
 
@@ -66,13 +66,13 @@ bool readScene(std::string const& path, Target const& target) {
     return true;
 }
 
-bool readRobot(std::string const& path, Target const& target) {
-    hyxtavlang::UrdfModel const model = hyxtavlang::readUrdf(path, "", hyxtavlang::OptParams());
+bool readModelFile(std::string const& path, Target const& target) {
+    hyxtavlang::BuiltModel const model = hyxtavlang::loadModel(path, "", hyxtavlang::OptParams());
     for (std::string const& error : model.result.getErrors())
         warn("\"" + path + "\": " + error);
     if (!model.result.isSuccess())
         return false;
-    target.add(model.result.getAssembly());
+    model.enter(target.simulation, target.parent);
     if (target.root)
         model.createVisuals(*target.root, false);
     return true;
@@ -94,9 +94,11 @@ bool readFile(std::string const& file, hyxSDK::Simulation* simulation, osg::Grou
     try {
         if (kind == "json")
             return readScene(path, target);
-        if (kind == "urdf")
-            return readRobot(path, target);
-        warn("the scene file \"" + file + "\" is of an unknown kind; accepted are .json scenes and .urdf robots");
+        if (hyxtavlang::isModelFile(path))
+            return readModelFile(path, target);
+        warn("the scene file \"" + file +
+             "\" is of an unknown kind; accepted are .json scenes and .urdf, .xml and .mjcf"
+             " models");
     } catch (std::exception const& error) {
         warn("the scene file \"" + file + "\" cannot be read: " + error.what());
     }

@@ -1,8 +1,8 @@
 // Model files that the scene-graph library has no reader for, or no good one, through the asset importer.
 
+#include "reference/machinery/files/only_reader.h"
 #include "reference/machinery/meshes/mesh_builder.h"
 #include "reference/machinery/model_files/file_look_up.h"
-#include "reference/machinery/model_files/only_reader.h"
 #include "reference/machinery/shading/surface_program.h"
 
 #include <assimp/DefaultIOSystem.h>

@@ -1,9 +1,9 @@
 // Polygon files (PLY, text and both binary orders). Made for damaged files: every count is checked against what the
 // file can hold before anything is allocated.
 
+#include "reference/machinery/files/only_reader.h"
 #include "reference/machinery/meshes/crease_normals.h"
 #include "reference/machinery/meshes/mesh_builder.h"
-#include "reference/machinery/model_files/only_reader.h"
 
 #include <osg/Geode>
 #include <osgDB/FileNameUtils>

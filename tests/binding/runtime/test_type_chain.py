@@ -61,6 +61,31 @@ def test_shared_pointers_convert_by_sharing_ownership():
     assert _sample.convert_shared(_sample.shared_leaf(False), "_p_std__shared_ptrT_sample__Middle_t") == (0, 2, 1, 1, 1)
 
 
+MODEL_FAMILIES = [
+    "Core::Object Physics::System Robotics::Joints::Joint Robotics::Joints::SingleAxisJoint"
+    " Robotics::Joints::HingeJoint Robotics::Joints::PositionHingeJoint",
+    "Core::Object Physics::System Physics3D::System",
+    "Core::Object Physics3D::Geometry Physics3D::Geometries::Capsule",
+    "Core::Object Control::Actuator Control::PositionActuator",
+    "Core::Object Visuals::Light",
+]
+
+
+@pytest.mark.parametrize("held", ["_", "_p_"])  # by value, by pointer
+@pytest.mark.parametrize("family", MODEL_FAMILIES, ids=lambda family: family.split("::")[-1])
+def test_objects_of_models_convert_to_each_of_their_bases(held, family):
+    import hyxtavlang
+
+    assert hyxtavlang.ModelNode  # whose module knows these types
+    names = [f"{held}std__shared_ptrT_tavlang__{name.replace('::', '__')}_t" for name in family.split()]
+    for place, source in enumerate(names):
+        for base in names[:place]:
+            assert _sample.convert_shared(_sample.shared_leaf(True, source), base) == (0, 2, 2, 1, 0)
+            assert _sample.convert_shared(_sample.shared_leaf(False, source), base)[4] == 1
+        for derived in names[place + 1 :]:
+            assert _sample.convert_shared(_sample.shared_leaf(True, source), derived)[0] < 0
+
+
 FAMILY = """
 import {first}, {second}
 import _sample, plain_sibling as plain

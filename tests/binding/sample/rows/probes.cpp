@@ -86,14 +86,13 @@ PyObject* unpack(PyObject* args, int min, int max) {
     return found ? PyLong_FromSsize_t(found) : nullptr;
 }
 
-// A shared pointer to Leaf whose control block is missing or counts one owner, wrapped as its own type.
+// A shared pointer to Leaf whose control block is missing or counts one owner, wrapped as its own or another type.
 std::shared_ptr<int> owner;
 std::shared_ptr<int> empty;
 
-PyObject* shared_leaf(bool with_owner) {
+PyObject* shared_leaf(bool with_owner, char const* type) {
     owner = std::make_shared<int>(7);
-    return SWIG_Python_NewPointerObj(with_owner ? &owner : &empty,
-                                     SWIG_Python_TypeQuery("_p_std__shared_ptrT_sample__Leaf_t"),
+    return SWIG_Python_NewPointerObj(with_owner ? &owner : &empty, SWIG_Python_TypeQuery(type),
                                      PointerResult::borrowed_proxied);
 }
 
@@ -186,7 +185,7 @@ constexpr Declared functions[] = {
     FUNCTION(error_type, FREE(error_type, (int))),
     FUNCTION(overload_failure, FREE(overload_failure, (PyObject*, char const*))),
     FUNCTION(unpack, FREE(unpack, (PyObject*, int, int))),
-    FUNCTION(shared_leaf, FREE(shared_leaf, (bool))),
+    FUNCTION(shared_leaf, FREE(shared_leaf, (bool, char const*), "_p_std__shared_ptrT_sample__Leaf_t")),
     FUNCTION(convert_shared, FREE(convert_shared, (PyObject*, char const*))),
     FUNCTION(installed_constants, FREE(installed_constants, ())),
     FUNCTION(published_functions, FREE(published_functions, ())),

@@ -1,20 +1,19 @@
-// The masses of links that are one body.
+// The masses of bodies of a model that are one body.
 #pragma once
 
 #include "platform/hyx/bodies/rigid_body.h"
-#include "platform/hyx/values/affine_matrix4x4.h"
+#include "platform/hyxtavlang/model_bodies.h"
 
 #include <LinearMath/btMatrix3x3.h>
-#include <urdf_model/link.h>
 
 namespace hyxtavlang {
 
-/// Sums up, about the origin of the body's frame, what the links of a body weigh.
-class LinkMasses {
+/// Sums up, about the origin of the whole body's frame, what its parts weigh.
+class BodyMasses {
 public:
-    /// Adds a link's mass, when it has any; `link` leads from the link's frame to the body's. A tensor that no body has
-    /// counts as a point's.
-    void add(urdf::Inertial const& inertial, hyx::AffineMatrix4x4 const& link);
+    /// Adds a part's mass; `local` leads from the part's frame to the whole body's. A tensor that no body has counts as
+    /// a point's.
+    void add(tavlang::Physics3D::Body const& part, hyx::AffineMatrix4x4 const& local);
 
     /// Gives the body the mass, the centre of mass and, where it is one of a body, the inertia.
     void giveTo(hyx::RigidBody& body) const;

@@ -1,5 +1,5 @@
 // Hides plugins behind an alias of their extension.
-#include "reference/machinery/model_files/only_reader.h"
+#include "reference/machinery/files/only_reader.h"
 
 #include <osgDB/Registry>
 

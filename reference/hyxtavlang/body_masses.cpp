@@ -1,7 +1,6 @@
 // Adds masses by the parallel axis theorem.
-#include "reference/hyxtavlang/link_masses.h"
+#include "reference/hyxtavlang/body_masses.h"
 
-#include "reference/hyxtavlang/urdf_geometry.h"
 #include "reference/machinery/bullet/bullet_values.h"
 #include "reference/machinery/bullet/rigid_body_implementation.h"
 
@@ -21,20 +20,19 @@ btMatrix3x3 inertiaOfPoint(double mass, btVector3 const& place) {
 
 } // namespace
 
-void LinkMasses::add(urdf::Inertial const& inertial, hyx::AffineMatrix4x4 const& link) {
-    if (!(inertial.mass > 0))
-        return;
-    btTransform const frame = hyx::toBullet(toMatrix(inertial.origin) * link);
-    btMatrix3x3 const tensor(inertial.ixx, inertial.ixy, inertial.ixz, inertial.ixy, inertial.iyy, inertial.iyz,
-                             inertial.ixz, inertial.iyz, inertial.izz);
-    m_mass += inertial.mass;
-    m_moment += frame.getOrigin() * inertial.mass;
-    m_inertia = m_inertia + inertiaOfPoint(inertial.mass, frame.getOrigin());
+void BodyMasses::add(tavlang::Physics3D::Body const& part, hyx::AffineMatrix4x4 const& local) {
+    btTransform const frame = hyx::toBullet(local);
+    auto const& [xx, yy, zz, xy, xz, yz] = part.inertia;
+    btMatrix3x3 const tensor(xx, xy, xz, xy, yy, yz, xz, yz, zz);
+    btVector3 const center = frame * hyx::toBullet(part.centerOfMass);
+    m_mass += part.mass;
+    m_moment += center * part.mass;
+    m_inertia = m_inertia + inertiaOfPoint(part.mass, center);
     if (isPositive(tensor))
         m_inertia = m_inertia + frame.getBasis() * tensor * frame.getBasis().transpose();
 }
 
-void LinkMasses::giveTo(hyx::RigidBody& body) const {
+void BodyMasses::giveTo(hyx::RigidBody& body) const {
     btVector3 const center = m_moment / m_mass;
     btMatrix3x3 const tensor = m_inertia - inertiaOfPoint(m_mass, center);
     body.setMass(m_mass);

@@ -2,8 +2,8 @@
 #include "platform/osg/scene_files.h"
 
 #include "reference/machinery/files/memory_file.h"
+#include "reference/machinery/files/only_reader.h"
 #include "reference/machinery/files/whole_file.h"
-#include "reference/machinery/model_files/only_reader.h"
 
 #include <osg/Image>
 #include <osg/Node>

@@ -1,0 +1,43 @@
+// Models in files as bodies, joints and visuals.
+#pragma once
+
+#include "platform/hyxtavlang/load_result.h"
+#include "platform/hyxtavlang/opt_params.h"
+#include "reference/hyxtavlang/model_reader.h"
+
+#include <osg/Group>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace hyxtavlang {
+
+/// What a model tree became, ready to be put into a simulation.
+struct BuiltModel {
+    /// A mesh, or other shape, that is drawn at a place of a body.
+    struct Visual {
+        hyx::ref_ptr<hyx::RigidBody> body;
+        osg::ref_ptr<osg::Node> node; ///< in the body's frame
+    };
+
+    LoadResult result;
+    std::vector<Visual> visuals;
+    std::optional<hyx::Vec3> gravity; ///< what the file gives
+
+    /// Puts the assembly into `parent`, or where that is null straight into the simulation, and gives it its gravity.
+    void enter(hyxSDK::Simulation& simulation, hyxSDK::Assembly* parent) const;
+
+    /// Puts the visuals under `root`, each following its body; with `frames` the axes of each body too.
+    void createVisuals(osg::Group& root, bool frames) const;
+};
+
+/// Builds a tree's bodies, joints, drives and visuals. Throws ModelError, and std::invalid_argument for values that the
+/// physics refuses.
+void buildModel(ModelTree const& tree, OptParams const& params, BuiltModel& model);
+
+/// Reads the model at `path` and builds it. `modelName`, when not empty, must be its name. What is wrong is listed in
+/// the result, which then has no assembly.
+BuiltModel loadModel(std::string const& path, std::string const& modelName, OptParams const& params);
+
+} // namespace hyxtavlang
