@@ -6,8 +6,8 @@ import hyxSDK
 
 
 class OffScreen:
-    """An application drawn off-screen, with a simulation, before a black background without a logo. Without samples each
-    pixel has the colour of one thing, so that tests can count."""
+    """An application drawn off-screen, with a simulation, before a black background without a logo. Without samples
+    each pixel has the colour of one thing, so that tests can count."""
 
     def __init__(self, width, height, samples=0):
         self.app = hyxOSG.ExampleApplication()

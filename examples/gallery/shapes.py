@@ -97,7 +97,7 @@ TILES = {
     "mesh": lambda stage: stage.shape(tetrahedron(), turn=hyx.Quat(0.4, hyx.Vec3(0, 0, 1))),
     "height field": lambda stage: stage.shape(waves(), turn=UPRIGHT),
     "compound": lambda stage: stage.shape(dumbbell(), turn=hyx.Quat(1.2, hyx.Vec3(0.2, 0.3, 1))),
-    "coarse detail": lambda stage: stage.shape(hyxCollide.Sphere(0.75), detail=0.3),
+    "coarse detail": lambda stage: stage.shape(hyxCollide.Sphere(0.75), detail=0.1),
     "sensor": sensor,
     "body": lambda stage: stage.body(hyxCollide.Cylinder(0.3, 1.2), (0.4, 0, 0.2), SAND),
     "assembly": assembly,

@@ -178,7 +178,7 @@ class SensorCamera:
         self.pose = look_at(eye, target, up)
 
     def follow(self, body: Any, offset: Any = None) -> None:
-        """Moves with a body (or geometry, or frame): `offset`, (4, 4), takes points of the camera to those of the body."""
+        """Moves with a body (or geometry, or frame): `offset`, (4, 4), takes the camera's points to the body's."""
         import numpy
 
         self._offset = numpy.eye(4) if offset is None else _pose(offset)

@@ -1,7 +1,8 @@
 """What is written by hand for a package: python/extras/<package>.py.
 
 A class there is named like a proxy class, and lends it its attributes and its bases. What stands in `__all__` is
-offered by the package as it is. The files become the package `_hyx_extras`; names are taken over one by one in the generated text, so that a reader sees where each comes from.
+offered by the package as it is. The files become the package `_hyx_extras`; names are taken over one by one in the
+generated text, so that a reader sees where each comes from.
 """
 
 from __future__ import annotations

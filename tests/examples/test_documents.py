@@ -29,12 +29,15 @@ app.stopAfter(0.2)
 ROBOT = """<robot name="leg"><link name="thigh"/><link name="shank"/>
 <joint name="knee" type="revolute"><parent link="thigh"/><child link="shank"/><axis xyz="0 1 0"/>
 <limit lower="0" upper="2" effort="10" velocity="1"/></joint></robot>"""
+HUMANOID = """<mujoco><worldbody><body name="torso"><freejoint/><geom size="0.2"/><body name="arm" pos="0.3 0 0">
+<joint name="shoulder" axis="0 1 0"/><geom size="0.1"/></body></body></worldbody></mujoco>"""
 PRELUDES = {
     "pictures_out.md": SCENE
+    + "points = osg.Geometry()\npositions, forces, thrusters = [[0, 0, 1]], [[0, 0, 9]], [box]\nn = 1\n"
     + "target = hyxOSG.RenderToImage(320, 240)\napp.addRenderTarget(target)\nwidth = height = x = y = button = i = 0\n",
     "listeners.md": SCENE
     + "body = box\ntimer = hyx.HighAccuracyTimer()\nself = hyxOSG.GuiEventListener()\nsim.add(self)\nx, y = 160, 120\n",
-    "robots.md": SCENE + f"open('robot.urdf', 'w').write({ROBOT!r})\n",
+    "robots.md": SCENE + f"open('robot.urdf', 'w').write({ROBOT!r})\nopen('humanoid.xml', 'w').write({HUMANOID!r})\n",
     "remote.md": SCENE + "import sys\n",
     "journals.md": SCENE + "import h5py\nplot = lambda *columns: None\n",
 }

@@ -104,7 +104,7 @@ def test_meshes_are_looked_for_in_the_bundle_paths(app, description, tmp_path, m
     [
         ("<robot", "broken.urdf", ""),
         ("<robot name='x'></robot>", "empty.urdf", ""),
-        (ARM, "arm.closed", "no robot description"),
+        (ARM, "arm.closed", "is of a closed format"),
     ],
 )
 def test_what_cannot_be_loaded_is_listed_and_nothing_changes(app, description, text, name, error, capfd):

@@ -147,6 +147,9 @@ bool EmbeddedGLWindow::init(int x, int y, int width, int height) {
                                                                             1000);
     m_implementation->setRectangle(x, y, width, height);
     m_implementation->viewer->realize();
+    // While the context is current: a window that ends without a frame would look its functions up in none, and the
+    // next window to get the same number would call what it found.
+    m_implementation->window->getState()->initializeExtensionProcs();
     m_implementation->viewer->home();
     return true;
 }

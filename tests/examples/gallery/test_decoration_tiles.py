@@ -82,7 +82,7 @@ BACKGROUNDS = {
     "turned sky box": lambda t, all: sky_turns(t, 1, 2),
     "dim sky box": lambda t, all: abs(t.blue[60, 155] / all["sky box"].blue[60, 155] - 0.4) < 0.02,
     "base texture": lambda t, all: turns(cream(t)[100]) >= 4 and turns(cream(t)[30:, 95]) >= 6,
-    "light by vertex": lambda t, all: highlight(t).sum() > 2 * highlight(all["light by pixel"]).sum(),
+    "light by vertex": lambda t, all: highlight(t).sum() == 0,  # it lies between the corners of the ground
     "light by pixel": lambda t, all: highlight(t).sum() > 500 and fullness(highlight(t)) > 0.7,
     "default material": lambda t, all: (
         numpy.ptp(t.pixels[60, 60:100], axis=1).max() <= 1 and t.light[40, 65] > 1.5 * t.light[80, 95]

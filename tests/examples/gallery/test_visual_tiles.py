@@ -48,7 +48,7 @@ SHAPES = {
     "mesh": lambda t, all: 0.4 < fullness(t.shown) < 0.6 and t.flat_shades() >= 1,
     "height field": lambda t, all: turns(numpy.diff(t.light[t.shown[:, 80], 80]) > 0) >= 4,
     "compound": lambda t, all: max(width_at(t.shown.T, part) for part in (0.4, 0.5)) < 0.6 * width_at(t.shown.T, 0.2),
-    "coarse detail": lambda t, all: is_round(all["sphere"].shown) and t.shown.sum() < 0.9 * all["sphere"].shown.sum(),
+    "coarse detail": lambda t, all: is_round(t.shown) and 40 < (t.shown ^ all["sphere"].shown).sum() < 400,
     "sensor": lambda t, all: is_round(t.shown) and t.colored("green")[t.shown].mean() > 0.5,
     "body": lambda t, all: middle(t.shown)[0] > 84 and middle(t.shown)[1] < 56,
     "assembly": lambda t, all: 1.3 < width_at(t.shown, 0.8) / width_at(t.shown, 0.2) < 2.2 and middle(t.shown)[0] < 72,
@@ -108,7 +108,7 @@ DRAWN = {
         length_to_width(t.shown) > 1.3 and t.flat_shades() >= 1 and t.colored("blue").any()
     ),
     "grid": lambda t, all: runs(t.shown[65]) == 8 and runs(t.shown[:, 85]) == 8,
-    "filled grid": lambda t, all: t.flat_shades(500) == 2 and turns(t.light[55] < 120) >= 6,
+    "filled grid": lambda t, all: 0.45 < (t.light[t.shown] < 120).mean() < 0.55 and turns(t.light[55] < 120) >= 6,
     "3D grid": lambda t, all: t.shown.sum() > 1.5 * all["grid"].shown.sum(),
     "axes": lambda t, all: primaries(t) and middle(t.colored("red"))[0] > 80 > middle(t.colored("green"))[0],
     "axes of a joint": lambda t, all: primaries(t) and (t.shown & t.near((120, 120, 120), 60)).sum() > 300,

@@ -1,4 +1,4 @@
-"""The viewer in a host's context: picture, input, size, life, and several at once."""
+"""The viewer in a host's context: picture, input, and size."""
 
 import _hyxOSG
 import hyx
@@ -8,7 +8,7 @@ import numpy
 import osg
 import pytest
 from capture_stage import BLUE, GREEN, RED
-from egl_host import BLEND, CULL_FACE, DEPTH_TEST, GL, OPENGL_API, OPENGL_ES_API, SCISSOR_TEST, Host
+from egl_host import BLEND, CULL_FACE, DEPTH_TEST, GL, SCISSOR_TEST
 
 Window = hyxOSG.EmbeddedGLWindow
 LEFT, MIDDLE, RIGHT = 1, 2, 3
@@ -56,26 +56,6 @@ def test_a_window_needs_a_context_and_a_size(host):
     assert not made.init(0, 0, 320, 240)
     assert (made.getWidth(), made.getHeight()) == (320, 240)
     assert made.getEventQueue() is not None
-
-
-# The attributes of a context: its major and minor version, and the core profile.
-UNSUITABLE = {
-    "OpenGL ES": (OPENGL_ES_API, (0x3098, 2), "OpenGL ES"),
-    "core profile": (OPENGL_API, (0x3098, 3, 0x30FB, 3, 0x30FD, 1), "core profile"),
-}
-
-
-@pytest.mark.parametrize("api, version, words", UNSUITABLE.values(), ids=UNSUITABLE.keys())
-def test_a_context_that_cannot_be_drawn_in_is_refused_in_words(api, version, words):
-    unsuitable, made = Host(api=api, version=version), Window()
-    with pytest.raises(RuntimeError, match=f"{words}.*ask for OpenGL.*compatibility profile"):
-        made.init(0, 0, 320, 240)
-    unsuitable.release()
-    suitable = Host(version=(0x3098, 3, 0x30FB, 3, 0x30FD, 2))
-    assert made.init(0, 0, *suitable.size)
-    made.frame()
-    del made
-    suitable.release()
 
 
 @pytest.mark.parametrize(
@@ -339,48 +319,6 @@ def test_the_picture_is_opaque_for_hosts_that_compose_windows(host, window):
     window.frame()
     window.frame()
     assert (host.alpha() == 255).all()
-
-
-def test_several_windows_draw_beside_each_other(host, window):
-    other_host = Host(200, 100)
-    other = Window()
-    other.init(0, 0, 200, 100)
-    flat(other, GREEN)
-    flat(window, RED)
-    for _ in range(3):
-        host.make_current()
-        window.frame()
-        assert (host.pixels() == (255, 0, 0)).all()
-        other_host.make_current()
-        other.frame()
-        assert (other_host.pixels() == (0, 255, 0)).all()
-    with pytest.raises(RuntimeError, match="another OpenGL context"):
-        window.frame()
-    del other
-    host.make_current()
-    window.frame()
-    assert (host.pixels() == (255, 0, 0)).all()
-
-
-def test_windows_come_and_go_in_one_context(host):
-    for _ in range(10):
-        made = Window()
-        made.init(0, 0, *host.size)
-        made.getRoot().addChild(sphere())
-        made.fitSceneIntoView()
-        made.frame()
-        picture = host.pixels()
-        assert len(numpy.unique(picture.reshape(-1, 3), axis=0)) > 20
-        del made
-    assert host.error() == 0
-
-
-def test_a_window_may_outlive_the_current_context(host):
-    made = Window()
-    made.init(0, 0, *host.size)
-    made.frame()
-    host.release()
-    del made
 
 
 def test_masks_are_those_of_the_application():

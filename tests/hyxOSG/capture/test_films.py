@@ -218,6 +218,9 @@ def test_an_interrupt_leaves_a_slow_encoder_to_end_by_itself(tmp_path, slow_enco
     while not (tmp_path / "left.mp4").exists() and time.monotonic() < deadline:
         time.sleep(0.1)
     assert (tmp_path / "left.mp4").read_text() == "written\n"
+    left = encoder_of_this_process()
+    os.kill(left, signal.SIGKILL)
+    os.waitpid(left, 0)
 
 
 def test_a_slow_encoder_is_waited_for_while_its_file_grows(tmp_path, slow_encoder):
