@@ -8,6 +8,8 @@ from __future__ import annotations
 
 from dataclasses import dataclass, field
 
+import _osg  # type: ignore[import-not-found]
+
 from .camera_models import Intrinsics, Lens, look_at
 
 TYPE_CHECKING = False
@@ -197,8 +199,6 @@ class SensorCamera:
         self._rgb = self._truth = None
 
     def _prepare(self, channels: set[str]) -> None:
-        import _osg
-
         if "rgb" in channels and self._rgb is None:
             self._rgb = self._new_target(False)
         if channels - {"rgb"} and self._truth is None:
@@ -211,7 +211,6 @@ class SensorCamera:
             _osg.prepareTruth(self._truth)
 
     def _new_target(self, truth: bool) -> Any:
-        import _osg
         import hyxOSG
 
         size = self._drawn.width, self._drawn.height
@@ -241,7 +240,6 @@ class SensorCamera:
         camera.setProjectionMatrix(osg.Matrixd(self._drawn.projection(*self._planes).T.ravel().tolist()))
 
     def _frame(self, channels: set[str]) -> SensorFrame:
-        import _osg
         import numpy
 
         shape = (self._drawn.height, self._drawn.width)
@@ -263,8 +261,6 @@ class SensorCamera:
 
 def read_cameras(cameras: Iterable[SensorCamera], *channels: str) -> list[SensorFrame]:
     """Reads several cameras of one application in one drawing; see `SensorCamera.read`."""
-    import _osg
-
     cameras = list(cameras)
     wanted = set(channels or ("rgb",))
     if unknown := wanted - set(CHANNELS):

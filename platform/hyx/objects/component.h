@@ -17,10 +17,11 @@ public:
 
     /// Writes this object's name and, indented, the names of all it contains to standard output.
     virtual void printSubtree() const;
-    /// Tells this object which object contains it; null when none does. The container is not kept alive.
+    /// Tells this object which object contains it; null when none does. The container is not kept alive;
+    /// when it ends, this is null again.
     virtual void setContext(Object* context);
 
-    Object* getContext() const { return m_context; }
+    Object* getContext() const { return m_contextLife.expired() ? nullptr : m_context; }
 
     /// Looks names up anew after objects were renamed; does so in every contained component.
     virtual void rebind();
@@ -45,6 +46,7 @@ private:
     void printIndented(unsigned depth) const;
 
     Object* m_context = nullptr;
+    std::weak_ptr<void const> m_contextLife;
     Vector<ref_ptr<Object>> m_objects;
     ObjectPtrTable m_table;
 };

@@ -31,6 +31,7 @@ void Component::printIndented(unsigned depth) const {
 
 void Component::setContext(Object* context) {
     m_context = context;
+    m_contextLife = context ? context->getLife() : std::weak_ptr<void const>();
 }
 
 void Component::rebind() {

@@ -190,6 +190,14 @@ def test_components_find_what_they_contain_by_name(capfd):
     assert capfd.readouterr().out == "bough\n  leaf\n"
 
 
+def test_a_component_forgets_a_context_that_ended():
+    part, context = hyx.Component("part"), hyx.Object("context")
+    part.setContext(context)
+    assert part.getContext() == context
+    del context
+    assert part.getContext() is None
+
+
 def test_notices_go_to_the_sink_from_their_level_on(capfd):
     stream, heard = hyx.Notify.instance(), []
     before = stream.getLevel()
