@@ -94,8 +94,8 @@ class Browser:
     def click(self, selector):
         """Presses the middle of an element, as a person would."""
         box = self.evaluate(
-            f"(() => {{ const b = document.querySelector({selector!r}).getBoundingClientRect();"
-            " return [b.left + b.width / 2, b.top + b.height / 2]; })()"
+            f"(() => {{ const e = document.querySelector({selector!r}); e.scrollIntoViewIfNeeded();"
+            " const b = e.getBoundingClientRect(); return [b.left + b.width / 2, b.top + b.height / 2]; })()"
         )
         self.drag(box)
 

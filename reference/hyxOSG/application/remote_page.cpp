@@ -19,11 +19,11 @@ aside { width: 272px; padding: 16px; background: #20242b; border-left: 1px solid
 h1 { margin: 0; font-size: 18px; }
 #state { margin: 0 0 14px; color: #8e99a8; }
 #state.live::before { content: "\25cf\a0 "; color: #52b788; }
-#buttons { display: grid; grid-template-columns: 1fr 1fr; gap: 8px; }
+#buttons { display: grid; grid-template-columns: 1fr 1fr; gap: 6px; }
 button, input { font: inherit; color: inherit; background: #2c323b; border: 1px solid #3b434f; border-radius: 5px; padding: 6px; }
 button { cursor: pointer; }
 button:hover { background: #38404b; }
-label { display: flex; justify-content: space-between; align-items: center; margin-top: 14px; }
+label { display: flex; justify-content: space-between; align-items: center; margin-top: 8px; }
 input { width: 96px; text-align: right; }
 table { width: 100%; margin-top: 14px; border-collapse: collapse; }
 td { padding: 4px 0; border-top: 1px solid #2d333c; }
@@ -54,7 +54,6 @@ h2 { margin: 18px 0 4px; font-size: 14px; color: #8e99a8; }
 <input id="seek" class="wide" type="range" step="any" min="0" max="0">
 <label>Speed <input id="speed" type="number" min="0.01" step="any"></label>
 <label>Time step, s <input id="timeStep" type="number" min="0" step="any"></label>
-<table id="parameters"></table>
 <h2>Bodies</h2>
 <input id="search" class="wide" placeholder="search" style="text-align: left">
 <div id="tree"></div>
@@ -62,6 +61,8 @@ h2 { margin: 18px 0 4px; font-size: 14px; color: #8e99a8; }
 <canvas id="plot" width="240" height="90" hidden></canvas>
 <h2>Joints</h2>
 <div id="joints"></div>
+<h2>Run</h2>
+<table id="parameters"></table>
 <h2>Keys</h2>
 <table id="keys"></table>
 </aside>
