@@ -12,6 +12,9 @@ import pytest
 from PIL import Image
 from subprocesses import BUILD
 
+# One worker draws for all of them.
+pytestmark = pytest.mark.xdist_group("falling_boxes")
+
 ROOT = Path(__file__).resolve().parents[2]
 SCRIPT = ROOT / "examples" / "01_falling_boxes.py"
 SECONDS = 1.5

@@ -9,6 +9,9 @@ import numpy
 import pytest
 from PIL import Image
 
+# One worker draws for all of them.
+pytestmark = pytest.mark.xdist_group("sensor_and_force")
+
 ROOT = Path(__file__).resolve().parents[2]
 PACKAGES = Path(os.environ.get("HYX_BUILD", ROOT / "build")) / "python"
 

@@ -101,7 +101,7 @@ def test_windows_show_their_simulation(name, tmp_path):
     shoot = "ffmpeg -loglevel error -f x11grab -video_size 800x600 -i $DISPLAY -frames:v 1 -y screen.png"
     # What a picture of two colours or more shows is there: the desktop behind it has one.
     script = f"""{sys.executable} {TASKS / name} & program=$!
-for _ in $(seq 60); do sleep 1; {shoot}; [ $(stat -c %s screen.png) -gt 8000 ] && break; done
+for _ in $(seq 60); do sleep 1; {shoot}; [ $(stat -c %s screen.png) -gt 4000 ] && break; done
 kill $program"""
     environment = {**os.environ, "PYTHONPATH": str(BUILD / "python"), "HYX_DISPLAY": "window"}
     command = ["xvfb-run", "-a", "-s", "-screen 0 800x600x24", "bash", "-c", script]

@@ -5,6 +5,9 @@ import pytest
 from gallery import tiles_of
 from tile import MIDDLE_X, frame, fullness, is_round, middle, runs, turns, width_at
 
+# One worker draws for all of them.
+pytestmark = pytest.mark.xdist_group("gallery")
+
 RED, GREEN, BLUE, YELLOW = (204, 76, 76), (76, 178, 102), (76, 102, 204), (230, 204, 76)
 TEAL = (26, 128, 128)
 GROUND = numpy.s_[62:115, 20:150]

@@ -1,7 +1,11 @@
 """The contact sheets as a whole."""
 
 from gallery import SHEETS, tiles_of
+import pytest
 from PIL import Image
+
+# One worker draws for all of them.
+pytestmark = pytest.mark.xdist_group("gallery")
 
 
 def test_every_tile_is_drawn_and_on_its_sheet(drawn):

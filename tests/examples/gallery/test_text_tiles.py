@@ -5,6 +5,9 @@ import pytest
 from gallery import texts, tiles_of
 from tile import MIDDLE_X, MIDDLE_Y, frame, middle, runs
 
+# One worker draws for all of them.
+pytestmark = pytest.mark.xdist_group("gallery")
+
 INK = (204, 0, 128)
 SIDES = {"left": 1, "center": 0, "right": -1}
 DOWN = {"top": 1, "center": 0, "bottom": -1}

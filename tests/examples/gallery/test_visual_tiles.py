@@ -5,6 +5,9 @@ import pytest
 from gallery import tiles_of
 from tile import frame, fullness, is_round, length_to_width, middle, runs, turns, width_at
 
+# One worker draws for all of them.
+pytestmark = pytest.mark.xdist_group("gallery")
+
 
 def cream(tile):
     """The light fields of the checkered textures."""
