@@ -6,6 +6,8 @@ import math
 from collections.abc import Mapping
 from pathlib import Path
 
+from .whole_files import whole_file
+
 WIDTH = 240  # pixels of a tile
 MARGIN = 6
 CAPTION = 18
@@ -32,5 +34,6 @@ def contact_sheet(pictures: Mapping[str, str | Path], file: str | Path, columns:
         y = MARGIN + place // columns * (height + MARGIN)
         sheet.paste(tile, (x, y))
         pen.text((x, y + tile.height + 2), caption[:40], fill="black")
-    sheet.save(file)
+    with whole_file(Path(file)) as other:
+        sheet.save(other)
     return Path(file)

@@ -23,6 +23,7 @@ from typing import Any
 import cloudpickle
 
 from .designs import Parameters
+from .whole_files import whole_file
 
 
 class RunFailed(RuntimeError):
@@ -85,7 +86,8 @@ class Record:
                 old.unlink()
             for folder in ("runs", *(["pictures"] if task.pictures else []), *(["journals"] if task.journals else [])):
                 (self.folder / folder).mkdir(parents=True, exist_ok=True)
-            (self.folder / "functions.pkl").write_bytes(cloudpickle.dumps(task))
+            with whole_file(self.folder / "functions.pkl") as file:
+                file.write_bytes(cloudpickle.dumps(task))
             write_whole(place, json.dumps(present, indent=1))
         return done
 
@@ -139,7 +141,5 @@ def _code_of(code: Any) -> Any:
 
 
 def write_whole(path: Path, text: str) -> None:
-    """A reader finds the whole text or none, also when this process dies."""
-    other = path.with_suffix(f".{os.getpid()}.part")
-    other.write_text(text)
-    other.replace(path)
+    with whole_file(path) as file:
+        file.write_text(text)

@@ -1,7 +1,7 @@
 """The contact sheets as a whole."""
 
-from gallery import SHEETS, tiles_of
 import pytest
+from gallery import SHEETS, tiles_of
 from PIL import Image
 
 # One worker draws for all of them.
