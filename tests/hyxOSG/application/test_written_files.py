@@ -14,6 +14,7 @@ import time
 import _hyxOSG
 import h5py
 import pytest
+from mounts import mount, mounted
 from subprocesses import run_python
 from written_files import MODELS, OLD, PICTURES
 
@@ -22,20 +23,6 @@ KILLS = int(os.environ.get("HYX_KILLS", 3))
 STREAMS = {"trace.json", "film.mp4"}  # grow in their place; a part of them can be read
 FILES = [f"shot.{e}" for e in PICTURES] + [f"image.{e}" for e in PICTURES] + [f"model.{e}" for e in MODELS]
 FILES += ["number00000.png", "target.bmp", "state", "plain.h5", "compressed.h5", "hyx_profile_dump/state_000001.json"]
-
-
-def mount(*arguments):
-    if subprocess.run(["mount", *arguments], capture_output=True).returncode:
-        pytest.skip("mounting a folder needs more rights")
-
-
-@contextlib.contextmanager
-def mounted(folder, *arguments):
-    mount(*arguments, str(folder))
-    try:
-        yield
-    finally:
-        subprocess.run(["umount", str(folder)], check=True)
 
 
 def put_old_files(folder):

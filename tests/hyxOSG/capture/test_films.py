@@ -11,6 +11,7 @@ import hyxOSG
 import numpy
 import osg
 import pytest
+from mounts import mounted
 from subprocesses import run_python
 from video_file import frame_count, frames, probe
 
@@ -185,6 +186,24 @@ def test_a_killed_encoder_leaves_all_but_the_last_ten_images(tmp_path, postfix):
     with pytest.raises(RuntimeError, match="signal 9"):
         video.stopProcess()
     assert readable_frames(tmp_path / f"killed{postfix}") >= 80
+
+
+@pytest.mark.parametrize("postfix", [".mp4", ".mov", ".mkv", ".avi"])
+def test_a_full_disk_ends_the_film_with_an_error_and_keeps_what_fits(tmp_path, postfix):
+    random = numpy.random.default_rng(1)
+    with mounted(tmp_path, "-t", "tmpfs", "-o", "size=600k", "tmpfs"):
+        video = Video(320, 240, 30.0)
+        video.setFilename(str(tmp_path / "film"))
+        video.setVideoPostFix(postfix)
+        video.init()
+        image = osg.Image(320, 240)
+        with pytest.raises(RuntimeError, match="No space left on device"):
+            for number in range(300):
+                image.setData(random.bytes(320 * 240 * 3))
+                video.writeImage(image, number)
+            video.stopProcess()
+        path = tmp_path / f"film{postfix}"
+        assert path.stat().st_size > 500_000 and readable_frames(path) >= 10  # of 43 kB each
 
 
 SLOW = """#!/bin/sh
