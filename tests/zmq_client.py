@@ -35,6 +35,14 @@ class Client:
     def ask(self, app, **request):
         """The answer that the application gives while it is served."""
         self.send(json.dumps({"token": self.token, **request}).encode())
+        return self.answer(app)
+
+    def exchange(self, app, parts):
+        """The same for a message of some parts."""
+        self.send_parts(parts)
+        return self.answer(app)
+
+    def answer(self, app):
         answers = []
         reader = threading.Thread(target=lambda: answers.append(self.receive()))
         reader.start()

@@ -27,32 +27,32 @@ bool set_attribute(PyObject* error, char const* name, PyObject* value) {
     return set;
 }
 
-// RuntimeError with the text, and what the system said as attributes named as those of OSError, into which the proxies
-// turn it.
-void set_system_error(std::system_error const& failure, std::string const& path) {
-    bool const numbered =
-        failure.code().category() == std::generic_category() || failure.code().category() == std::system_category();
-    if (PyErr_Occurred() || !numbered)
-        return set_error(PyExc_RuntimeError, failure.what());
-    PyObject* error = PyObject_CallFunction(PyExc_RuntimeError, "s", failure.what());
-    if (!error)
-        return;
-    std::string const reason = failure.code().message();
-    bool const complete =
-        set_attribute(error, "errno", PyLong_FromLong(failure.code().value())) &&
-        set_attribute(error, "strerror", PyUnicode_DecodeLocale(reason.c_str(), "surrogateescape")) &&
-        set_attribute(error, "filename", path.empty() ? Py_NewRef(Py_None) : PyUnicode_DecodeFSDefault(path.c_str()));
-    if (complete)
-        PyErr_SetObject(PyExc_RuntimeError, error);
-    Py_DECREF(error);
-}
-
-// The same for memory.
-void set_memory_error(std::bad_alloc const& failure) {
-    PyObject* error = PyErr_Occurred() ? nullptr : PyObject_CallFunction(PyExc_RuntimeError, "s", failure.what());
-    if (error && set_attribute(error, "errno", PyLong_FromLong(ENOMEM)))
+// RuntimeError with the text; `describe` adds what the system said as attributes named as those of OSError, into which
+// the proxies turn it. An error that is set already stays.
+template <class Describe>
+void set_described_error(char const* text, Describe describe) {
+    PyObject* error = PyErr_Occurred() ? nullptr : PyObject_CallFunction(PyExc_RuntimeError, "s", text);
+    if (error && describe(error))
         PyErr_SetObject(PyExc_RuntimeError, error);
     Py_XDECREF(error);
+}
+
+void set_system_error(std::system_error const& failure, std::string const& path) {
+    auto const& category = failure.code().category();
+    if (category != std::generic_category() && category != std::system_category())
+        return set_error(PyExc_RuntimeError, failure.what());
+    set_described_error(failure.what(), [&](PyObject* error) {
+        std::string const reason = failure.code().message();
+        return set_attribute(error, "errno", PyLong_FromLong(failure.code().value())) &&
+               set_attribute(error, "strerror", PyUnicode_DecodeLocale(reason.c_str(), "surrogateescape")) &&
+               set_attribute(error, "filename",
+                             path.empty() ? Py_NewRef(Py_None) : PyUnicode_DecodeFSDefault(path.c_str()));
+    });
+}
+
+void set_memory_error(std::bad_alloc const& failure) {
+    set_described_error(failure.what(),
+                        [](PyObject* error) { return set_attribute(error, "errno", PyLong_FromLong(ENOMEM)); });
 }
 
 } // namespace

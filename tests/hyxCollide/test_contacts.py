@@ -6,28 +6,14 @@ import hyx
 import hyxCollide
 import hyxSDK
 import pytest
+from cube_mesh import CUBE_TRIANGLES, box_corners
 from physics_scene import GRAVITY, body, box, ground, run, simulation
 
 UPRIGHT = hyx.Quat(math.pi / 2, hyx.Vec3(1, 0, 0))  # turns a shape's Y axis up
-CUBE_CORNERS = [(x, y, z) for z in (-0.5, 0.5) for y in (-0.5, 0.5) for x in (-0.5, 0.5)]
-CUBE_TRIANGLES = [
-    (0, 2, 1),
-    (1, 2, 3),
-    (4, 5, 6),
-    (5, 7, 6),
-    (0, 1, 4),
-    (1, 5, 4),
-    (2, 6, 3),
-    (3, 6, 7),
-    (0, 4, 2),
-    (2, 4, 6),
-    (1, 3, 5),
-    (3, 7, 5),
-]
 
 
 def cube_mesh():
-    return hyxCollide.Trimesh(CUBE_CORNERS, CUBE_TRIANGLES)
+    return hyxCollide.Trimesh(box_corners(0.5, 0.5, 0.5), CUBE_TRIANGLES)
 
 
 def slope(degrees, friction):

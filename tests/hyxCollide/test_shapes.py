@@ -5,6 +5,7 @@ import math
 import hyx
 import hyxCollide
 import pytest
+from cube_mesh import CUBE_TRIANGLES, box_corners
 
 TETRAHEDRON = [(0, 0, 0), (1, 0, 0), (0, 1, 0), (0, 0, 1)], [(0, 2, 1), (0, 1, 3), (0, 3, 2), (1, 2, 3)]
 
@@ -71,22 +72,7 @@ def test_a_mesh_knows_whether_it_is_closed():
 
 
 def test_a_mesh_and_a_box_of_the_same_form_have_the_same_inertia():
-    corners = [(x, y, z) for z in (-3, 3) for y in (-2, 2) for x in (-1, 1)]
-    triangles = [
-        (0, 2, 1),
-        (1, 2, 3),
-        (4, 5, 6),
-        (5, 7, 6),
-        (0, 1, 4),
-        (1, 5, 4),
-        (2, 6, 3),
-        (3, 6, 7),
-        (0, 4, 2),
-        (2, 4, 6),
-        (1, 3, 5),
-        (3, 7, 5),
-    ]
-    mesh = hyx.RigidBody(hyxCollide.Geometry(hyxCollide.Trimesh(corners, triangles)))
+    mesh = hyx.RigidBody(hyxCollide.Geometry(hyxCollide.Trimesh(box_corners(1, 2, 3), CUBE_TRIANGLES)))
     box = hyx.RigidBody(hyxCollide.Geometry(hyxCollide.Box(1, 2, 3)))
     assert mesh.getMass() == pytest.approx(box.getMass())
     assert tuple(mesh.getInertia()) == pytest.approx(tuple(box.getInertia()))

@@ -12,22 +12,10 @@ from test_co_simulation import served  # noqa: F401
 from zmq_client import Client
 
 
-def exchange(app, client, parts):
-    """The answer to a message of some parts."""
-    client.send_parts(parts)
-    answers = []
-    reader = threading.Thread(target=lambda: answers.append(client.receive()))
-    reader.start()
-    while reader.is_alive():
-        app.updateServices()
-        reader.join(0.001)
-    return answers[0]
-
-
 @pytest.mark.parametrize("parts", STRANGERS.values(), ids=STRANGERS.keys())
 def test_strangers_are_refused_for_their_token(served, parts):  # noqa: F811
     app, client = served
-    answer = exchange(app, client, parts)
+    answer = client.exchange(app, parts)
     assert not answer["ok"] and "token" in answer["error"] and not app.done()
     assert client.ask(app, do="list")["ok"]
 
@@ -35,7 +23,7 @@ def test_strangers_are_refused_for_their_token(served, parts):  # noqa: F811
 @pytest.mark.parametrize("parts", WRONG.values(), ids=WRONG.keys())
 def test_wrong_requests_are_refused_in_words(served, parts):  # noqa: F811
     app, client = served
-    answer = exchange(app, client, parts)
+    answer = client.exchange(app, parts)
     assert not answer["ok"] and answer["error"] and not app.done() and app.getTimeStamp() == 0
     assert client.ask(app, do="list")["ok"]
 

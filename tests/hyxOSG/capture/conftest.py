@@ -11,7 +11,7 @@ from egl_host import Host
 def host():
     made = Host()
     yield made
-    made.release()
+    made.close()
 
 
 @pytest.fixture

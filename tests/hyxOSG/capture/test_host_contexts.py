@@ -19,12 +19,12 @@ def test_a_context_that_cannot_be_drawn_in_is_refused_in_words(api, version, wor
     unsuitable, made = Host(api=api, version=version), hyxOSG.EmbeddedGLWindow()
     with pytest.raises(RuntimeError, match=f"{words}.*ask for OpenGL.*compatibility profile"):
         made.init(0, 0, 320, 240)
-    unsuitable.release()
+    unsuitable.close()
     suitable = Host(version=(0x3098, 3, 0x30FB, 3, 0x30FD, 2))
     assert made.init(0, 0, *suitable.size)
     made.frame()
     del made
-    suitable.release()
+    suitable.close()
 
 
 def flat(window, color):
@@ -47,6 +47,7 @@ def test_several_windows_draw_beside_each_other(host, window):
     with pytest.raises(RuntimeError, match="another OpenGL context"):
         window.frame()
     del other
+    other_host.close()
     host.make_current()
     window.frame()
     assert (host.pixels() == (255, 0, 0)).all()
