@@ -115,7 +115,7 @@ bool ChangeWatch::isDue(osg::Camera& camera, osg::Node& scene, hyxSDK::Simulatio
     sum.add(input);
     sum.add(camera.getViewMatrix());
     // Without what the near and far planes make of it, which are worked out anew in each frame.
-    for (auto const [row, column] : {std::pair(0, 0), {1, 1}, {2, 0}, {2, 1}})
+    for (auto const& [row, column] : {std::pair(0, 0), {1, 1}, {2, 0}, {2, 1}})
         sum.add(camera.getProjectionMatrix()(row, column));
     sum.add(simulation.getTimeStamp());
     for (auto const& body : simulation.getRigidBodies()) {
