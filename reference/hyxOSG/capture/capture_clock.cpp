@@ -7,6 +7,11 @@
 namespace hyxOSG {
 
 void CaptureClock::begin(double now) {
+    beginPeriods(now);
+    m_opened = false;
+}
+
+void CaptureClock::beginPeriods(double now) {
     m_begin = m_last = now;
     m_taken = 0;
     m_rateChanged = false;
@@ -21,11 +26,13 @@ long CaptureClock::takeDue(double now, double longestGap) {
     if (m_rate == 0) {
         return 1;
     }
+    bool const opening = !m_opened && now == m_begin;
+    m_opened = true;
     if (m_rateChanged || now < m_last) {
-        begin(m_rateChanged ? m_last : now);
+        beginPeriods(m_rateChanged ? m_last : now);
     }
     if (now - m_last > longestGap) {
-        begin(now);
+        beginPeriods(now);
         return 1;
     }
     m_last = now;
@@ -33,7 +40,7 @@ long CaptureClock::takeDue(double now, double longestGap) {
     long const reached = static_cast<long>(std::floor((now - m_begin) * m_rate + 1e-6));
     long const due = reached - m_taken;
     m_taken = reached;
-    return due;
+    return due + opening;
 }
 
 } // namespace hyxOSG

@@ -4,10 +4,11 @@
 namespace hyxOSG {
 
 /// Image k of a capture is due when k + 1 periods have passed since the clock began: n seconds hold n times the rate,
-/// no matter when or how often the clock is asked.
+/// no matter when or how often the clock is asked. What is drawn at the very beginning, before time goes on, is an
+/// image before these: a capture that begins at time 0 shows time 0.
 class CaptureClock {
 public:
-    /// Begins anew at this time, in seconds.
+    /// Begins a capture at this time, in seconds.
     void begin(double now);
 
     /// Images a second, 0 for one per question. A change begins the periods anew at the time of the next question.
@@ -24,11 +25,14 @@ public:
     long takeDue(double now, double longestGap);
 
 private:
+    void beginPeriods(double now);
+
     double m_rate = 30;
     double m_begin = 0;
     double m_last = 0;
     long m_taken = 0;
     bool m_rateChanged = false;
+    bool m_opened = false; ///< whether the first question since the beginning was answered
 };
 
 } // namespace hyxOSG

@@ -49,6 +49,18 @@ def test_a_simulated_second_has_the_same_number_of_images_at_every_frame_rate(
     assert capture.getImageNum() == 2 * rate
 
 
+def test_what_is_drawn_before_time_goes_on_is_the_first_image(stage, capture, tmp_path):
+    capture.setFps(30)
+    capture.setImageResolution(8, 6)
+    stage.fill(BLUE)
+    capture.startCapture()
+    stage.window.frame()
+    stage.window.frame()  # of the same time
+    stage.fill(RED)
+    stage.draw(60)
+    assert [color_of(tmp_path / file) for file in files(tmp_path)] == [BLUE] + 30 * [RED]
+
+
 def test_the_clock_starts_with_the_capture_wherever_the_simulation_is(stage, capture):
     stage.draw(13)
     capture.setFps(10)
