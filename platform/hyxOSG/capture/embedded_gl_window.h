@@ -42,9 +42,10 @@ public:
     EmbeddedGLWindow(EmbeddedGLWindow const&) = delete;
     EmbeddedGLWindow& operator=(EmbeddedGLWindow const&) = delete;
 
-    /// Sets up the viewer for a rectangle of the host's frame buffer, in pixels from its lower left corner. False when
-    /// a size is not positive, or it is already set up. Throws `std::runtime_error` when no OpenGL context is current,
-    /// or one of OpenGL ES or of the core profile.
+    /// Sets up the viewer for a rectangle of the host's frame buffer, in pixels from its lower left corner. Once more,
+    /// with another context current, it moves there with all that it shows, as when a toolkit gives the host's widget
+    /// another parent. False when a size is not positive, or it is already set up in this context. Throws
+    /// `std::runtime_error` when no OpenGL context is current, or one of OpenGL ES or of the core profile.
     bool init(int x, int y, int width, int height);
     /// Follows a change of the host's window; sizes below one pixel are ignored, as when it is minimised.
     void resize(int x, int y, int width, int height);

@@ -59,6 +59,8 @@ struct EmbeddedGLWindow::Implementation {
     Implementation();
     ~Implementation();
 
+    void enterContext(void* current, int x, int y, int width, int height);
+    void leaveContext();
     void setRectangle(int x, int y, int width, int height);
     void requireWindow() const;
     osgGA::EventQueue& queue() const;
@@ -93,20 +95,31 @@ EmbeddedGLWindow::Implementation::Implementation()
     viewer->addEventHandler(events);
 }
 
+EmbeddedGLWindow::Implementation::~Implementation() {
+    if (window)
+        leaveContext();
+}
+
+void EmbeddedGLWindow::Implementation::enterContext(void* current, int x, int y, int newWidth, int newHeight) {
+    context = current;
+    window = viewer->setUpViewerAsEmbeddedInWindow(x, y, newWidth, newHeight);
+    viewer->getCamera()->setProjectionMatrixAsPerspective(fieldOfView, double(newWidth) / newHeight, 0.1, 1000);
+    setRectangle(x, y, newWidth, newHeight);
+    viewer->realize();
+    // While the context is current: a window that ends without a frame would look its functions up in none, and the
+    // next window to get the same number would call what it found.
+    window->getState()->initializeExtensionProcs();
+}
+
 /// Deletes what lies in the host's context if that is the current one. Otherwise its names may mean other objects, so
 /// they are only forgotten; they end with the context.
-EmbeddedGLWindow::Implementation::~Implementation() {
-    if (!window) {
-        return;
-    }
+void EmbeddedGLWindow::Implementation::leaveContext() {
     osg::State* const state = window->getState();
-    if (context && currentContext() == context) {
-        viewer->getCamera()->releaseGLObjects(state);
+    viewer->getCamera()->releaseGLObjects(state);
+    if (context && currentContext() == context)
         osg::flushAllDeletedGLObjects(state->getContextID());
-    } else {
-        viewer->getCamera()->releaseGLObjects(state);
+    else
         osg::discardAllGLObjects(state->getContextID());
-    }
 }
 
 /// osg takes the corner for the window's place on the screen and draws from (0, 0).
@@ -134,23 +147,19 @@ EmbeddedGLWindow::EmbeddedGLWindow() : m_implementation(std::make_unique<Impleme
 EmbeddedGLWindow::~EmbeddedGLWindow() = default;
 
 bool EmbeddedGLWindow::init(int x, int y, int width, int height) {
-    if (m_implementation->window || width < 1 || height < 1) {
+    Implementation& own = *m_implementation;
+    void* const current = currentContext();
+    bool const first = !own.window;
+    if (width < 1 || height < 1 || (!first && (!current || current == own.context)))
         return false;
-    }
-    m_implementation->context = currentContext();
-    if (!m_implementation->context) {
+    if (!current)
         throw std::runtime_error("there is no OpenGL context: make the host's current before init");
-    }
     requireSuitableContext();
-    m_implementation->window = m_implementation->viewer->setUpViewerAsEmbeddedInWindow(x, y, width, height);
-    m_implementation->viewer->getCamera()->setProjectionMatrixAsPerspective(fieldOfView, double(width) / height, 0.1,
-                                                                            1000);
-    m_implementation->setRectangle(x, y, width, height);
-    m_implementation->viewer->realize();
-    // While the context is current: a window that ends without a frame would look its functions up in none, and the
-    // next window to get the same number would call what it found.
-    m_implementation->window->getState()->initializeExtensionProcs();
-    m_implementation->viewer->home();
+    if (!first)
+        own.leaveContext();
+    own.enterContext(current, x, y, width, height);
+    if (first)
+        own.viewer->home();
     return true;
 }
 

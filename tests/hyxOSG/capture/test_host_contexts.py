@@ -80,3 +80,22 @@ def test_a_window_may_outlive_the_current_context(host, drawn):
     made = hyxOSG.EmbeddedGLWindow()
     made.init(0, 0, *host.size)
     made.frame()
+
+
+def test_a_window_moves_to_another_context_with_all_that_it_shows(host, window):
+    flat(window, (0, 0, 0))
+    window.getRoot().addChild(hyxOSG.createSphere(hyx.Vec3(), hyx.Vec4(1, 0, 0, 1), 1.0))
+    window.getSceneDecorator().setText(0, "moves along")
+    window.fitSceneIntoView()
+    for _ in range(2):
+        window.frame()
+    before = host.pixels()
+    assert not window.init(0, 0, *host.size)
+    host.close()
+    other = Host(*host.size)
+    assert window.init(0, 0, *other.size)
+    for _ in range(2):
+        window.frame()
+    assert before.any() and (other.pixels() == before).all()
+    assert other.error() == 0
+    host.make_current = other.make_current  # for the end of the window
