@@ -4,10 +4,10 @@
 
 #include "reference/hyxOSG/capture/encoder_kinds.h"
 #include "reference/hyxOSG/capture/encoder_program.h"
+#include "reference/hyxOSG/capture/film_container.h"
 
 #include <cmath>
 #include <filesystem>
-#include <set>
 #include <stdexcept>
 
 namespace hyxOSG {
@@ -38,6 +38,10 @@ std::string filters(EncoderSettings const& settings, EncoderKind const& kind) {
     std::string const pixels = ",format=" + std::string(kind.pixels);
     // The filter repeats and leaves out frames evenly; the option "-r" would add some at the end.
     std::string const pace = settings.imageRate == settings.videoRate ? "null" : "fps=" + rateText(settings.videoRate);
+    if (kind.name == "gif") { // 256 colours of each picture's own
+        return pace + ",split[shown][counted];[counted]palettegen=stats_mode=single[colors];"
+                      "[shown][colors]paletteuse=new=1";
+    }
     if (!kind.hasColorDifferences()) {
         return pace + pixels;
     }
@@ -70,29 +74,30 @@ Options quality(EncoderSettings const& settings, EncoderKind const& kind) {
     return {std::string(kind.quality), std::to_string(std::lround(kind.best + share * (kind.worst - kind.best)))};
 }
 
-/// Has the file written in pieces that can be read without what comes after them: what was encoded stays when the
-/// encoder is killed or the disk is full.
-Options container(EncoderSettings const& settings) {
-    static std::set<std::string> const fragmented{".mp4", ".m4v", ".mov"}, clustered{".mkv", ".webm"};
-    constexpr double mostInCoarseTime = 1000;
-    std::string const kind = std::filesystem::path(settings.file).extension().string();
-    if (settings.videoRate > mostInCoarseTime && !fragmented.contains(kind)) {
-        throw std::runtime_error("a film in \"" + kind +
-                                 "\" can have 1000 frames a second at most: choose \".mp4\", or a lower rate");
+Options container(EncoderSettings const& settings, FilmContainer const& kind) {
+    if (settings.videoRate > kind.mostFrames) {
+        throw std::runtime_error("a film in \"" + std::filesystem::path(settings.file).extension().string() +
+                                 "\" can have " + std::to_string(std::lround(kind.mostFrames)) +
+                                 " frames a second at most: choose \".mp4\", or a lower rate");
     }
     Options options{"-flush_packets", "1"};
-    if (fragmented.contains(kind)) {
-        options.insert(options.end(), {"-movflags", "+frag_keyframe+empty_moov+default_base_moof", "-frag_duration",
-                                       "100000"}); // microseconds
-    } else if (clustered.contains(kind)) {
-        options.insert(options.end(), {"-cluster_time_limit", "100"}); // milliseconds
-    }
+    options.insert(options.end(), kind.pieces.begin(), kind.pieces.end());
     return options;
+}
+
+/// The asked one where the container takes it. Those of the codecs go into none that browsers know by another encoder.
+std::string chosenEncoder(EncoderSettings const& settings, FilmContainer const& container) {
+    auto const& named = settings.encoderName;
+    bool const isOfCodecs = named.starts_with("libx26") || named.find("xvid") != std::string::npos;
+    return container.encoder.empty() || !isOfCodecs ? named : std::string(container.encoder);
 }
 
 } // namespace
 
-std::vector<std::string> encoderCommand(EncoderSettings const& settings) {
+std::vector<std::string> encoderCommand(EncoderSettings const& asked) {
+    FilmContainer const& file = filmContainer(std::filesystem::path(asked.file).extension().string());
+    EncoderSettings settings = asked;
+    settings.encoderName = chosenEncoder(asked, file);
     EncoderKind const& kind = encoderKind(settings.encoderName);
     std::vector<std::string> command{encoderProgram(),
                                      "-nostdin",
@@ -119,7 +124,7 @@ std::vector<std::string> encoderCommand(EncoderSettings const& settings) {
                                      "-vf",
                                      filters(settings, kind)};
     for (Options const& options :
-         {kind.pace, quality(settings, kind), colorTags(kind), container(settings),
+         {kind.pace, quality(settings, kind), colorTags(kind), container(settings, file),
           // A name that begins with a dash or holds a colon would be taken for an option or a protocol.
           Options{"file:" + settings.file}}) {
         command.insert(command.end(), options.begin(), options.end());

@@ -29,6 +29,7 @@ std::array const kinds{
     EncoderKind{"mpeg4", "yuv420p", Options{}, "-q:v", 1, 31},
     EncoderKind{"libwebp", "bgra", Options{}, "-q:v", 100, 0, Options{"-lossless", "1"}},
     EncoderKind{"prores", "yuv422p10le", Options{"-profile:v", "3"}},
+    EncoderKind{"gif", "pal8"},
     EncoderKind{"ffv1", "bgr0", Options{}, "", 0, 0, Options{}},
     EncoderKind{"_nvenc", "yuv420p", Options{"-preset", "p4", "-delay", "0", "-rc", "vbr", "-b:v", "0"}, "-cq", 1, 51,
                 Options{"-tune", "lossless"}},

@@ -70,6 +70,14 @@ def test_other_encoders_are_told_what_they_know(tmp_path, encoder, postfix):
     assert abs(shown.mean(axis=1) - numpy.array(COLORS)).max() <= 4
 
 
+@pytest.mark.parametrize("postfix, codec, error", [(".webm", "vp9", 3), (".gif", "gif", 3)])
+def test_endings_that_browsers_know_choose_their_encoder(tmp_path, postfix, codec, error):
+    path = film(tmp_path / f"film{postfix}", [flat(color) for color in COLORS for _ in range(3)])
+    shown = frames(path).reshape(len(COLORS), -1, 3).astype(int)
+    assert probe(path)["codec_name"] == codec
+    assert abs(shown.mean(axis=1) - numpy.array(COLORS)).max() <= error
+
+
 @pytest.mark.parametrize("encoder", ["ffv1", "libx264rgb"])
 def test_lossless_encoders_lose_nothing(tmp_path, encoder):
     noise = numpy.random.default_rng(1).integers(0, 256, (4, SIZE[1], SIZE[0], 3), numpy.uint8)
