@@ -47,7 +47,7 @@ public:
     hyx::UInt getRevision() const;
 
 protected:
-    ~CableDamage() override = default;
+    ~CableDamage() override;
 
 private:
     struct History {

@@ -5,6 +5,7 @@
 #include "reference/hyx/objects/process_gravity.h"
 #include "reference/hyx/values/number_checks.h"
 #include "reference/hyxWire/chain_route.h"
+#include "reference/machinery/files/state_keepers.h"
 
 #include <algorithm>
 #include <numbers>
@@ -51,9 +52,17 @@ Cable::Cable(Real radius, Real segmentsPerMetre, CableProperties const& properti
     m_implementation->chain.bendStiffness = properties.youngModulus * section * radius * radius / 4;
     m_implementation->chain.damping = properties.damping;
     m_implementation->chain.tensionOnly = false;
+    hyx::keepState(this, [this](hyx::StateBytes& bytes) {
+        Implementation& self = *m_implementation;
+        self.route.exchangeState(bytes);
+        self.chain.exchangeState(bytes);
+        bytes(self.endTwist, self.bodyTwist, self.revision, self.positions);
+    });
 }
 
-Cable::~Cable() = default;
+Cable::~Cable() {
+    hyx::forgetState(this);
+}
 
 void Cable::add(Vec3 const& point) {
     m_implementation->route.add(point);

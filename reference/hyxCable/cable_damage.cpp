@@ -2,6 +2,7 @@
 #include "platform/hyxCable/cable_damage.h"
 
 #include "reference/hyx/values/number_checks.h"
+#include "reference/machinery/files/state_keepers.h"
 
 #include <algorithm>
 #include <cmath>
@@ -28,6 +29,17 @@ CableDamage::CableDamage(Cable* cable, DamageProperties const& properties) : m_c
         hyx::requireNonNegative(weight, "a weight of cable damage");
     hyx::requirePositive(properties.referenceStress, "the reference stress of cable damage");
     hyx::requirePositive(properties.exponent, "the exponent of cable damage");
+    hyx::keepState(this, [this](hyx::StateBytes& bytes) {
+        hyx::UInt count = m_history.size();
+        bytes(count, m_revision);
+        m_history.resize(std::min(count, m_cable->getNumSegments()));
+        for (History& history : m_history)
+            bytes(history.stress, history.damage, history.turningPoints);
+    });
+}
+
+CableDamage::~CableDamage() {
+    hyx::forgetState(this);
 }
 
 Cable* CableDamage::getCable() const {

@@ -16,6 +16,9 @@ struct Simulation::Implementation {
     /// Calls one hook of every listener that wants it; listeners may come and go meanwhile.
     void callListeners(int mask, void (EventListener::*hook)(hyx::TimeStamp));
 
+    /// Saves or restores, the same values in the same order.
+    void exchangeState(hyx::StateBytes& bytes);
+
     void changeStructure() {
         ++structureRevision;
         geometriesOutdated = true;

@@ -1,16 +1,13 @@
-// Saves the state of all bodies and brings it back, bit by bit.
+// Saves the state of a simulation and brings it back, bit by bit.
 #include "platform/hyxSDK/simulation.h"
 #include "reference/hyxSDK/simulation_implementation.h"
-#include "reference/machinery/bullet/bullet_values.h"
 #include "reference/machinery/bullet/constraint_implementation.h"
 #include "reference/machinery/bullet/rigid_body_implementation.h"
+#include "reference/machinery/files/state_keepers.h"
 #include "reference/machinery/files/whole_file.h"
 
-#include <algorithm>
 #include <cerrno>
-#include <cmath>
 #include <cstdint>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -20,79 +17,11 @@
 
 namespace hyxSDK {
 
+using hyx::StateBytes;
+
 namespace {
 
-constexpr char magic[8] = {'h', 'y', 'x', 's', 't', 'a', 't', '1'};
-
-/// What is kept of one body, in bullet's own terms, so that nothing is lost by converting.
-struct BodyState {
-    double basis[9];
-    double origin[3];
-    double velocity[3];
-    double spin[3];
-    /// A RigidBody::MotionControl.
-    double control;
-    double enabled;
-};
-
-BodyState stateOf(hyx::RigidBody const& body) {
-    hyx::RigidBody::Implementation const& self = body.implementation();
-    BodyState state{};
-    btTransform const& place = self.bullet.getWorldTransform();
-    btVector3 const velocity = self.velocity();
-    btVector3 const spin = self.spin();
-    for (int i = 0; i < 3; ++i) {
-        for (int j = 0; j < 3; ++j)
-            state.basis[3 * i + j] = place.getBasis()[i][j];
-        state.origin[i] = place.getOrigin()[i];
-        state.velocity[i] = velocity[i];
-        state.spin[i] = spin[i];
-    }
-    state.control = body.getMotionControl();
-    state.enabled = body.isEnabled();
-    return state;
-}
-
-void putState(hyx::RigidBody& body, BodyState const& state) {
-    body.setMotionControl(static_cast<hyx::RigidBody::MotionControl>(static_cast<int>(state.control)));
-    body.setEnable(state.enabled != 0);
-    btMatrix3x3 basis;
-    for (int i = 0; i < 3; ++i)
-        basis[i].setValue(state.basis[3 * i], state.basis[3 * i + 1], state.basis[3 * i + 2]);
-    hyx::RigidBody::Implementation& self = body.implementation();
-    self.bullet.setWorldTransform(btTransform(basis, btVector3(state.origin[0], state.origin[1], state.origin[2])));
-    self.bullet.setInterpolationWorldTransform(self.bullet.getWorldTransform());
-    self.bullet.updateInertiaTensor();
-    self.bullet.clearForces();
-    body.setVelocity(hyx::Vec3(state.velocity[0], state.velocity[1], state.velocity[2]));
-    body.setAngularVelocity(hyx::Vec3(state.spin[0], state.spin[1], state.spin[2]));
-}
-
-template <class T>
-void write(std::string& bytes, T const& value) {
-    bytes.append(reinterpret_cast<char const*>(&value), sizeof value);
-}
-
-class Reader {
-public:
-    explicit Reader(std::string const& bytes) : m_bytes(bytes) {}
-
-    template <class T>
-    T read() {
-        T value;
-        if (m_bytes.size() - m_place < sizeof value)
-            throw std::runtime_error("the saved state is cut off");
-        std::memcpy(&value, m_bytes.data() + m_place, sizeof value);
-        m_place += sizeof value;
-        return value;
-    }
-
-    bool atEnd() const { return m_place == m_bytes.size(); }
-
-private:
-    std::string const& m_bytes;
-    std::size_t m_place = 0;
-};
+constexpr std::string_view magic = "hyxstat2";
 
 /// Fowler-Noll-Vo: finds damage, not intent.
 std::uint64_t checkSum(std::string_view bytes) {
@@ -102,79 +31,178 @@ std::uint64_t checkSum(std::string_view bytes) {
     return sum;
 }
 
-bool isSound(BodyState const& state) {
-    auto const* numbers = reinterpret_cast<double const*>(&state);
-    for (std::size_t i = 0; i < sizeof state / sizeof(double); ++i)
-        if (!std::isfinite(numbers[i]))
-            return false;
-    return state.control == 1 || state.control == 2 || state.control == 3;
+std::string sealed(std::string const& content) {
+    std::uint64_t const sum = checkSum(content);
+    return std::string(magic) + std::string(reinterpret_cast<char const*>(&sum), sizeof sum) + content;
+}
+
+std::string unsealed(std::string const& state) {
+    if (!state.starts_with(magic))
+        throw std::runtime_error("this is no saved state of a simulation");
+    std::size_t const start = magic.size() + sizeof(std::uint64_t);
+    std::string const content = state.substr(std::min(start, state.size()));
+    if (sealed(content) != state)
+        throw std::runtime_error("the saved state is damaged");
+    return content;
+}
+
+void exchange(StateBytes& bytes, btTransform& place) {
+    bytes(place.getBasis()[0], place.getBasis()[1], place.getBasis()[2], place.getOrigin());
+}
+
+void exchange(StateBytes& bytes, hyx::RigidBody& body) {
+    hyx::RigidBody::Implementation& self = body.implementation();
+    auto control = self.control;
+    bool enabled = self.enabled;
+    bytes(control, enabled);
+    body.setMotionControl(control);
+    body.setEnable(enabled);
+
+    btTransform massFrame = self.massFrame;
+    exchange(bytes, massFrame);
+    bytes(self.mass, self.inertia, self.massFixed, self.inertiaFixed, self.centerFixed);
+    bytes(self.kinematicVelocity, self.kinematicSpin);
+    if (bytes.restores() && !(massFrame == self.massFrame)) {
+        self.setMassFrame(massFrame);
+        self.rebuildShape();
+    }
+
+    btRigidBody& bullet = self.bullet;
+    btTransform place = bullet.getWorldTransform();
+    btVector3 velocity = bullet.getLinearVelocity();
+    btVector3 spin = bullet.getAngularVelocity();
+    btVector3 force = bullet.getTotalForce();
+    btVector3 torque = bullet.getTotalTorque();
+    double damping[2] = {bullet.getLinearDamping(), bullet.getAngularDamping()};
+    int activation = bullet.getActivationState();
+    double stillFor = bullet.getDeactivationTime();
+    exchange(bytes, place);
+    bytes(velocity, spin, force, torque, damping, activation, stillFor);
+    if (!bytes.restores())
+        return;
+    bullet.setWorldTransform(place);
+    bullet.setInterpolationWorldTransform(place);
+    self.applyControl();
+    bullet.setLinearVelocity(velocity);
+    bullet.setAngularVelocity(spin);
+    bullet.clearForces();
+    bullet.applyCentralForce(force);
+    bullet.applyTorque(torque);
+    bullet.setDamping(damping[0], damping[1]);
+    bullet.forceActivationState(activation);
+    bullet.setDeactivationTime(stillFor);
+}
+
+void exchange(StateBytes& bytes, hyx::ElementaryConstraint& element) {
+    bool enabled = element.isEnabled();
+    hyx::RangeReal range = element.getForceRange();
+    double numbers[] = {element.getCompliance(), element.getDamping(), element.getCurrentForce()};
+    bytes(enabled, range, numbers);
+    element.setEnable(enabled);
+    element.setForceRange(range);
+    element.setCompliance(numbers[0]);
+    element.setDamping(numbers[1]);
+    element.setCurrentForce(numbers[2]);
+}
+
+void exchange(StateBytes& bytes, hyx::ConstraintRow& row) {
+    bytes(row.lowerForce, row.upperForce, row.active, row.force);
+}
+
+void exchange(StateBytes& bytes, hyx::Constraint::Implementation& joint,
+              hyx::Constraint::Implementation::FreeDirection& direction) {
+    using Joint = hyx::Constraint::Implementation;
+    exchange(bytes, *direction.motor);
+    exchange(bytes, *direction.range);
+    exchange(bytes, *direction.lock);
+    double values[] = {direction.motor->getSpeed(), direction.lock->getPosition()};
+    hyx::RangeReal range = direction.range->getRange();
+    bytes(values, range, direction.resistance, direction.turns, direction.lastAngle);
+    direction.motor->setSpeed(values[0]);
+    direction.lock->setPosition(values[1]);
+    direction.range->setRange(range);
+    for (int part = 0; part < Joint::NUM_PARTS; ++part) {
+        bool made = direction.rows[part] != nullptr;
+        bytes(made);
+        // Those of friction and viscosity are made when they are first asked for.
+        if (made && !direction.rows[part])
+            joint.resist(static_cast<Joint::Part>(part), direction.resistance[part - Joint::FRICTION]);
+        hyx::ConstraintRow unused(hyx::Constraint::TRANSLATIONAL);
+        if (made)
+            exchange(bytes, direction.rows[part] ? *direction.rows[part] : unused);
+    }
+}
+
+void exchange(StateBytes& bytes, hyx::Constraint& constraint) {
+    hyx::Constraint::Implementation& self = constraint.implementation();
+    bytes(self.enabled, self.compliance, self.damping);
+    for (auto const& frame : self.frames) {
+        hyx::AffineMatrix4x4 local = frame->getLocalMatrix();
+        bytes(local);
+        frame->setLocalMatrix(local);
+    }
+    bytes.expect(self.rows.size(), "held directions in a joint");
+    for (auto const& row : self.rows)
+        exchange(bytes, *row);
+    bytes.expect(self.free.size(), "free directions in a joint");
+    for (auto& direction : self.free)
+        exchange(bytes, self, direction);
 }
 
 } // namespace
 
-std::string Simulation::saveState() const {
-    std::string bytes(magic, sizeof magic);
-    Implementation const& self = *m_implementation;
-    write(bytes, getTimeStamp());
-    write(bytes, static_cast<hyx::UInt>(self.bodies.size()));
-    write(bytes, static_cast<hyx::UInt>(self.constraints.size()));
-    for (auto const& body : self.bodies)
-        write(bytes, stateOf(*body));
-    for (auto const& constraint : self.constraints) {
-        write(bytes, static_cast<double>(constraint->isEnabled()));
-        for (auto const& direction : constraint->implementation().free) {
-            write(bytes, direction.turns);
-            write(bytes, direction.lastAngle);
-        }
+void Simulation::Implementation::exchangeState(StateBytes& bytes) {
+    bytes.expect(bodies.size(), "bodies");
+    bytes.expect(constraints.size(), "constraints");
+    bytes.expect(loneGeometries.size(), "geometries without a body");
+    bytes.expect(processes.size(), "processes");
+    hyx::Vec3 pull = gravity;
+    SolverType kind = solver;
+    int iterations = numIterations;
+    bool sleep = autoSleep;
+    bytes(timeStep, startTime, numSteps, pull, kind, iterations, sleep);
+    if (bytes.restores()) {
+        owner.setGravity(pull);
+        owner.setSolver(kind);
+        owner.setNumIterations(iterations);
+        owner.setEnableAutoSleep(sleep);
     }
-    return bytes;
+    for (auto const& body : bodies)
+        exchange(bytes, *body);
+    for (auto const& constraint : constraints)
+        exchange(bytes, *constraint);
+    std::vector<hyxCollide::Geometry*> lone;
+    for (auto const& geometry : loneGeometries)
+        lone.push_back(geometry.get());
+    world.exchangeState(bytes, bodyPointers(), lone);
+    for (auto const& process : processes)
+        hyx::exchangeState(process.get(), bytes);
+    bytes.finish();
+}
+
+std::string Simulation::saveState() const {
+    StateBytes bytes;
+    m_implementation->exchangeState(bytes);
+    return sealed(bytes.bytes());
 }
 
 void Simulation::restoreState(std::string const& state) {
-    Implementation& self = *m_implementation;
-    if (self.stepping)
+    if (m_implementation->stepping)
         throw std::logic_error("the state cannot be restored in the middle of a step");
-    if (state.compare(0, sizeof magic, magic, sizeof magic) != 0)
-        throw std::runtime_error("this is no saved state of a simulation");
-    std::string const content = state.substr(sizeof magic);
-    Reader reader(content);
-    auto const time = reader.read<hyx::TimeStamp>();
-    auto const numBodies = reader.read<hyx::UInt>();
-    auto const numConstraints = reader.read<hyx::UInt>();
-    if (numBodies != self.bodies.size() || numConstraints != self.constraints.size())
-        throw std::runtime_error("the state was saved with " + std::to_string(numBodies) + " bodies and " +
-                                 std::to_string(numConstraints) + " constraints; the simulation has " +
-                                 std::to_string(self.bodies.size()) + " and " +
-                                 std::to_string(self.constraints.size()));
-    // Everything is read and checked before anything changes.
-    std::vector<BodyState> bodyStates;
-    for (hyx::UInt i = 0; i < numBodies; ++i)
-        bodyStates.push_back(reader.read<BodyState>());
-    std::vector<double> jointStates;
-    for (auto const& constraint : self.constraints)
-        for (std::size_t i = 0; i < 1 + 2 * constraint->implementation().free.size(); ++i)
-            jointStates.push_back(reader.read<double>());
-    if (!reader.atEnd() || !std::isfinite(time) || !std::all_of(bodyStates.begin(), bodyStates.end(), isSound))
-        throw std::runtime_error("the saved state is damaged, or belongs to other objects");
-
-    setTimeStamp(time);
-    for (hyx::UInt i = 0; i < numBodies; ++i)
-        putState(*self.bodies[i], bodyStates[i]);
-    auto next = jointStates.begin();
-    for (auto const& constraint : self.constraints) {
-        constraint->setEnable(*next++ != 0);
-        for (auto& direction : constraint->implementation().free) {
-            direction.turns = *next++;
-            direction.lastAngle = *next++;
-        }
+    StateBytes bytes(unsealed(state));
+    StateBytes before;
+    m_implementation->exchangeState(before);
+    try {
+        m_implementation->exchangeState(bytes);
+    } catch (...) {
+        StateBytes back(before.bytes());
+        m_implementation->exchangeState(back);
+        throw;
     }
-    self.world.forgetHistory(self.bodyPointers());
 }
 
 void Simulation::save(hyx::String const& fileName) const {
-    std::string bytes = saveState();
-    write(bytes, checkSum(bytes));
-    hyx::writeWholeFile(std::string(fileName), bytes);
+    hyx::writeWholeFile(std::string(fileName), saveState());
 }
 
 void Simulation::restore(hyx::String const& fileName) {
@@ -184,14 +212,7 @@ void Simulation::restore(hyx::String const& fileName) {
                                                 std::error_code(errno, std::generic_category()));
     std::stringstream content;
     content << file.rdbuf();
-    std::string state = content.str();
-    std::size_t const size = state.size() - std::min(state.size(), sizeof(std::uint64_t));
-    std::string sum;
-    write(sum, checkSum(std::string_view(state).substr(0, size)));
-    if (state.compare(size, std::string::npos, sum) != 0)
-        throw std::runtime_error("the file '" + fileName + "' is damaged, or no saved state");
-    state.resize(size);
-    restoreState(state);
+    restoreState(content.str());
 }
 
 } // namespace hyxSDK

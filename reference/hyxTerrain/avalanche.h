@@ -20,6 +20,11 @@ public:
     /// any stays where it is.
     void step(hyx::Real timeStep, hyx::Real gravity);
 
+    template <class Bytes>
+    void exchangeState(Bytes& bytes) {
+        bytes(m_active, m_marks, m_slid);
+    }
+
     /// Whether anything still moves.
     bool isActive() const { return !m_active.empty(); }
 

@@ -89,12 +89,12 @@ void Columns::settle(std::size_t c, Real part) {
     refresh(c);
 }
 
-void Columns::compact(std::size_t c, Real pressure) {
+void Columns::compact(std::size_t c, Real pressure, Real width) {
     Column& column = m_columns[c];
     settle(c, 1);
     // What was pressed before has a boundary there already, a little higher than it was.
-    if (!hasBoundary(column, 2 * elementSize / densest, 2 * elementSize))
-        splitAt(column, 2 * elementSize);
+    if (!hasBoundary(column, 2 * width / densest, 2 * width))
+        splitAt(column, 2 * width);
     // Depths are those of the soil as it was laid, so that the same load presses no further a second time.
     Real depth = 0;
     for (int i = column.count - 1; i >= 0; --i) {
@@ -103,7 +103,7 @@ void Columns::compact(std::size_t c, Real pressure) {
         Real const laid = layer.mass / (material.density * area);
         Real const middle = depth + 0.5 * laid;
         depth += laid;
-        Real const spread = 1 + middle / elementSize;
+        Real const spread = 1 + middle / width;
         Real const ratio = pressure / (spread * spread) / material.firstPressure;
         if (ratio > 1) {
             Real const reached = std::min(1 + material.compressibility * std::log10(ratio), densest);

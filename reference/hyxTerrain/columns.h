@@ -72,12 +72,21 @@ public:
     Soil take(std::size_t c, hyx::Real thickness);
     /// Brings part (0 to 1) of what moves to rest.
     void settle(std::size_t c, hyx::Real part);
-    /// Presses the layers down under `pressure` Pa at the surface, which fades with the depth as under a plate of one
-    /// element.
-    void compact(std::size_t c, hyx::Real pressure);
+    /// Presses the layers down under `pressure` Pa at the surface, which fades with the depth as under a plate of
+    /// `width` metres.
+    void compact(std::size_t c, hyx::Real pressure, hyx::Real width);
     /// Turns the kind of the soil down to `depth` metres, with the volume kept.
     void changeMaterial(std::size_t c, unsigned int material, hyx::Real depth);
     void replaceMaterial(hyx::UInt material, SoilMaterial const& value);
+
+    template <class Bytes>
+    void exchangeState(Bytes& bytes) {
+        bytes.expect(m_columns.size(), "columns in a terrain");
+        bytes(materials, m_columns);
+        for (std::size_t c = 0; c < m_columns.size() && bytes.restores(); ++c)
+            refresh(c);
+        bytes(m_exactHeights, m_changed, m_changedMarks);
+    }
 
     /// Columns whose surface changed since the last call.
     std::vector<std::size_t> takeChanged();

@@ -1,6 +1,8 @@
 // Frees grains from the ground, and takes back those that lie still.
 #include "reference/hyxTerrain/loose_soil.h"
 
+#include "reference/machinery/files/state_bytes.h"
+
 #include <algorithm>
 #include <cmath>
 #include <numbers>
@@ -68,6 +70,22 @@ void LooseSoil::settle(Real timeStep, Vec3 const& terrainPosition, std::vector<V
         m_grains.removeParticle(id);
         m_known.erase(id);
     }
+}
+
+void LooseSoil::exchangeState(hyx::StateBytes& bytes) {
+    struct Known {
+        hyx::Index id;
+        Grain grain;
+    };
+
+    std::vector<Known> kept;
+    for (hyx::Particle const& particle : m_grains.getParticles())
+        if (auto const found = m_known.find(particle.id); found != m_known.end())
+            kept.push_back({found->first, found->second});
+    bytes(kept, m_kept, m_generator);
+    m_known.clear();
+    for (Known const& one : kept)
+        m_known[one.id] = one.grain;
 }
 
 Real LooseSoil::mass() const {

@@ -8,6 +8,10 @@
 #include <unordered_map>
 #include <vector>
 
+namespace hyx {
+class StateBytes;
+} // namespace hyx
+
 namespace hyxTerrain {
 
 /// The grains of a terrain: soil that was freed becomes grains, grains at rest become soil. Masses are conserved
@@ -24,6 +28,8 @@ public:
                 hyx::Real reach);
     /// All grains and what is kept, in kg.
     hyx::Real mass() const;
+
+    void exchangeState(hyx::StateBytes& bytes);
 
 private:
     struct Grain {

@@ -7,6 +7,7 @@
 #include "reference/hyxTerrain/columns.h"
 #include "reference/hyxTerrain/loose_soil.h"
 #include "reference/hyxTerrain/terrain_obstacle.h"
+#include "reference/machinery/files/state_keepers.h"
 
 #include <algorithm>
 #include <cmath>
@@ -19,6 +20,9 @@ using hyx::UInt;
 using hyx::Vec3;
 
 namespace {
+
+/// Metres: loads fade with the depth as under a patch of this width, whatever the size of the elements.
+constexpr Real loadedWidth = 0.2;
 
 UInt requireSide(UInt columns) {
     if (columns < 2 || columns > 4096)
@@ -81,10 +85,19 @@ Terrain::Terrain(UInt columnsX, UInt columnsY, Real elementSize, Real depth) {
         std::make_unique<Implementation>(requireSide(columnsX), requireSide(columnsY), elementSize, depth);
     m_implementation->surface = new TerrainObstacle(*this);
     m_implementation->grains->addObstacle(m_implementation->surface.get());
+    hyx::keepState(this, [this](hyx::StateBytes& bytes) {
+        Implementation& self = *m_implementation;
+        bytes(self.position, self.soilParticles);
+        self.columns.exchangeState(bytes);
+        self.avalanche.exchangeState(bytes);
+        hyx::exchangeState(self.grains.get(), bytes);
+        self.loose.exchangeState(bytes);
+    });
 }
 
 // Others may still hold the grains: those left then fall through.
 Terrain::~Terrain() {
+    hyx::forgetState(this);
     m_implementation->grains->removeObstacle(m_implementation->surface.get());
 }
 
@@ -254,7 +267,7 @@ Real Terrain::compact(UInt x, UInt y, Real pressure) {
     std::size_t const c = m_implementation->at(x, y);
     Real const before = m_implementation->columns.height(c);
     if (pressure > 0)
-        m_implementation->columns.compact(c, pressure);
+        m_implementation->columns.compact(c, pressure, loadedWidth);
     return before - m_implementation->columns.height(c);
 }
 

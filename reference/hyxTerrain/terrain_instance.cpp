@@ -4,6 +4,8 @@
 #include "platform/hyxCollide/height_field.h"
 #include "platform/hyxCollide/space.h"
 #include "platform/hyxSDK/simulation.h"
+#include "reference/hyxTerrain/loaded_patch.h"
+#include "reference/machinery/files/state_keepers.h"
 
 #include <algorithm>
 #include <cmath>
@@ -15,6 +17,7 @@ namespace hyxSDK {
 
 using hyx::Real;
 using hyx::Vec3;
+using hyxTerrain::LoadedPatch;
 
 TerrainInstance::TerrainInstance(hyxTerrain::Terrain* terrain) : m_terrain(terrain) {
     if (!terrain)
@@ -26,9 +29,16 @@ TerrainInstance::TerrainInstance(hyxTerrain::Terrain* terrain) : m_terrain(terra
     m_body->add(m_geometry.get());
     m_body->setMotionControl(hyx::RigidBody::STATIC);
     moveSurface();
+    hyx::keepState(this, [this](hyx::StateBytes& bytes) {
+        hyx::exchangeState(m_terrain.get(), bytes);
+        m_shownRevision = 0;
+        moveSurface();
+    });
 }
 
-TerrainInstance::~TerrainInstance() = default;
+TerrainInstance::~TerrainInstance() {
+    hyx::forgetState(this);
+}
 
 hyxTerrain::Terrain* TerrainInstance::getTerrain() const {
     return m_terrain.get();
@@ -72,27 +82,33 @@ void TerrainInstance::setSimulation(Simulation* simulation) {
     simulation->add(m_body.get());
 }
 
-// All contact forces on one column make its pressure. A contact point stands for a patch: its force goes to three by
-// three columns, a quarter of it to the middle one.
+// Each body presses evenly on the ground under and around its contact points.
 void TerrainInstance::takeContacts() {
     if (!getSimulation())
         return;
-    static constexpr Real shares[] = {0.25, 0.5, 0.25};
     Vec3 const origin = m_terrain->getPosition();
     Real const size = m_terrain->getElementSize();
     auto const nx = static_cast<long>(m_terrain->getNumColumnsX()), ny = static_cast<long>(m_terrain->getNumColumnsY());
-    std::map<std::pair<long, long>, Real> loads;
-    for (auto const& contact : getSimulation()->getSpace()->getGeometryContacts(m_geometry.get()))
+    std::map<std::pair<long, long>, Real> pressures;
+    for (auto const& contact : getSimulation()->getSpace()->getGeometryContacts(m_geometry.get())) {
+        std::vector<Vec3> places;
+        Real force = 0;
         for (auto const& point : contact.points()) {
-            long const x = std::lround((point.point.x - origin.x) / size),
-                       y = std::lround((point.point.y - origin.y) / size);
-            for (long dy = -1; dy <= 1; ++dy)
-                for (long dx = -1; dx <= 1; ++dx)
-                    if (x + dx >= 0 && y + dy >= 0 && x + dx < nx && y + dy < ny)
-                        loads[{y + dy, x + dx}] += point.normalForce * shares[dx + 1] * shares[dy + 1];
+            places.push_back(point.point - origin);
+            force += point.normalForce;
         }
-    for (auto const& [place, force] : loads)
-        m_terrain->compact(place.second, place.first, force / (size * size));
+        if (force <= 0)
+            continue;
+        LoadedPatch const patch(std::move(places));
+        auto const [lower, upper] = patch.bound();
+        Real const covered = std::max(patch.area(), size * size);
+        for (long y = std::lround(lower.y / size); y <= std::lround(upper.y / size); ++y)
+            for (long x = std::lround(lower.x / size); x <= std::lround(upper.x / size); ++x)
+                if (x >= 0 && y >= 0 && x < nx && y < ny && patch.covers(Vec3(x * size, y * size, 0), size))
+                    pressures[{y, x}] += force / covered;
+    }
+    for (auto const& [place, pressure] : pressures)
+        m_terrain->compact(place.second, place.first, pressure);
 }
 
 void TerrainInstance::moveSurface() {

@@ -32,6 +32,14 @@ public:
     void pullBodies(ChainSolver const& chain) const;
     /// Moves the first or last place, unless it rides on a body.
     void moveEnd(bool first, hyx::Vec3 const& point);
+
+    template <class Bytes>
+    void exchangeState(Bytes& bytes) {
+        bytes.expect(m_places.size(), "places on a route");
+        for (Place& place : m_places)
+            bytes(place.point, place.index);
+    }
+
     /// The body at the first or last place, null for a fixed one.
     hyx::RigidBody* getEndBody(bool first) const;
 

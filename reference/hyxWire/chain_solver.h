@@ -30,6 +30,11 @@ public:
     bool tensionOnly = true;            ///< segments buckle instead of pushing
     hyx::Real damping = 0;              ///< part of the velocity lost in a second
 
+    template <class Bytes>
+    void exchangeState(Bytes& bytes) {
+        bytes(points, restLengths, tensions, axialStiffness, bendStiffness, tensionOnly, damping);
+    }
+
     /// Advances by `timeStep` seconds in `substeps` parts under `gravity` in m/s2. Held points move with their own
     /// velocity. All rest lengths grow by the factor `growth`, a part in each substep: at once it would be a blow.
     void step(hyx::Real timeStep, hyx::UInt substeps, hyx::Vec3 const& gravity, hyx::Real growth = 1);

@@ -4,6 +4,7 @@
 #include "reference/hyx/objects/process_gravity.h"
 #include "reference/hyx/values/number_checks.h"
 #include "reference/hyxWire/chain_route.h"
+#include "reference/machinery/files/state_keepers.h"
 
 #include <algorithm>
 #include <numbers>
@@ -46,9 +47,17 @@ Wire::Wire(Real radius, Real segmentsPerMetre) : m_implementation(std::make_uniq
     m_implementation->massPerLength = steelDensity * section;
     m_implementation->chain.axialStiffness = ropeModulus * section;
     m_implementation->chain.damping = 0.5;
+    hyx::keepState(this, [this](hyx::StateBytes& bytes) {
+        Implementation& self = *m_implementation;
+        self.route.exchangeState(bytes);
+        self.chain.exchangeState(bytes);
+        bytes(self.massPerLength, self.substeps, self.winchSpeed, self.revision, self.positions);
+    });
 }
 
-Wire::~Wire() = default;
+Wire::~Wire() {
+    hyx::forgetState(this);
+}
 
 void Wire::add(Vec3 const& point) {
     if (isInitialized())

@@ -52,7 +52,7 @@ public:
     void postStep(TimeStamp time, Real timeStep) override;
 
 protected:
-    ~Emitter() override = default;
+    ~Emitter() override;
 
     /// Makes one thing; false when that was not possible, and it then does not count.
     virtual bool emit(Vec3 const& position, Vec3 const& velocity);

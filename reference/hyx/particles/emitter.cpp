@@ -2,6 +2,7 @@
 #include "platform/hyx/particles/emitter.h"
 
 #include "reference/hyx/values/number_checks.h"
+#include "reference/machinery/files/state_keepers.h"
 
 #include <algorithm>
 
@@ -13,7 +14,15 @@ constexpr Real mostAtOnce = 100000;
 
 } // namespace
 
-Emitter::Emitter(ParticleSystem* target) : m_target(target) {}
+Emitter::Emitter(ParticleSystem* target) : m_target(target) {
+    keepState(this, [this](StateBytes& bytes) {
+        bytes(m_position, m_halfExtents, m_velocity, m_rate, m_due, m_maximum, m_emitted, m_enable, m_generator);
+    });
+}
+
+Emitter::~Emitter() {
+    forgetState(this);
+}
 
 void Emitter::setParticleSystem(ParticleSystem* target) {
     m_target = target;

@@ -1,11 +1,12 @@
-// Moves grains and keeps them apart, in substeps that correct positions.
+// The operations of grains.
 #include "platform/hyx/particles/particle_system.h"
 
 #include "platform/hyx/bodies/rigid_body.h"
 #include "reference/hyx/objects/process_gravity.h"
 #include "reference/hyx/particles/body_obstacle.h"
-#include "reference/hyx/particles/neighbour_grid.h"
+#include "reference/hyx/particles/grain_solver.h"
 #include "reference/hyx/values/number_checks.h"
+#include "reference/machinery/files/state_keepers.h"
 
 #include <algorithm>
 #include <cmath>
@@ -17,12 +18,6 @@ namespace hyx {
 
 namespace {
 
-constexpr int substepsPerStep = 2;
-constexpr int sweepsPerSubstep = 4;
-constexpr int mostPartings = 10;
-/// Overlap in radii that is left to the contacts.
-constexpr Real toleratedOverlap = 0.01;
-
 Real sphereVolume(Real radius) {
     return 4.0 / 3.0 * std::numbers::pi * radius * radius * radius;
 }
@@ -30,18 +25,6 @@ Real sphereVolume(Real radius) {
 } // namespace
 
 struct ParticleSystem::Implementation {
-    struct Pair {
-        std::size_t first, second;
-        Vec3 normal;
-        Real push = 0; ///< metres by which the pair was driven apart in the last substep
-    };
-
-    struct Touch {
-        std::size_t particle;
-        Vec3 point, normal;
-        Real push = 0;
-    };
-
     std::vector<Particle> particles;
     std::vector<ParticleContact> contacts;
     std::vector<ref_ptr<ParticleObstacle>> obstacles;
@@ -52,27 +35,21 @@ struct ParticleSystem::Implementation {
     ProcessGravity gravity;
     Real lifetime = std::numeric_limits<Real>::infinity();
     bool enable = true;
-
-    NeighbourGrid grid;
-    std::vector<Vec3> predicted;
-    std::vector<Vec3> spin;
-    Real fastest = 0; ///< m/s of grains and surfaces in this substep
-    std::vector<Pair> pairs;
-    std::vector<Touch> touches;
-
-    void substep(Real h, Vec3 const& acceleration);
-    void findPairs();
-    bool partOverlaps();
-    bool leaveObstacles(Real h);
-    void separatePairs();
-    void pushOutOfObstacles(Real h);
-    void recordContacts(Real h);
-    void rub(Vec3& relative, Vec3 const& normal, Real push) const;
+    GrainSolver solver;
 };
 
-ParticleSystem::ParticleSystem() : m_implementation(std::make_unique<Implementation>()) {}
+ParticleSystem::ParticleSystem() : m_implementation(std::make_unique<Implementation>()) {
+    keepState(this, [this](StateBytes& bytes) {
+        Implementation& self = *m_implementation;
+        bytes(self.particles, self.contacts, self.nextId, self.radius, self.density, self.friction, self.lifetime,
+              self.enable);
+        self.solver.exchangeState(bytes);
+    });
+}
 
-ParticleSystem::~ParticleSystem() = default;
+ParticleSystem::~ParticleSystem() {
+    forgetState(this);
+}
 
 Index ParticleSystem::createParticle(Vec3 const& position, Vec3 const& velocity) {
     return createParticle(position, velocity, m_implementation->radius,
@@ -101,6 +78,7 @@ bool ParticleSystem::removeParticle(Index id) {
 void ParticleSystem::clear() {
     m_implementation->particles.clear();
     m_implementation->contacts.clear();
+    m_implementation->solver.clear();
 }
 
 UInt ParticleSystem::getNumParticles() const {
@@ -210,9 +188,9 @@ void ParticleSystem::step(Real timeStep) {
     requirePositive(timeStep, "the time step of particles");
     if (!m_implementation->enable)
         return;
-    for (int i = 0; i < substepsPerStep; ++i)
-        m_implementation->substep(timeStep / substepsPerStep, getGravity());
-    m_implementation->recordContacts(timeStep / substepsPerStep);
+    Implementation& self = *m_implementation;
+    self.solver.step(self.particles, self.obstacles, getGravity(), self.friction, timeStep);
+    self.solver.tellContacts(self.particles, self.contacts);
     for (Particle& particle : m_implementation->particles)
         particle.age += timeStep;
     std::erase_if(m_implementation->particles,
@@ -221,167 +199,6 @@ void ParticleSystem::step(Real timeStep) {
 
 void ParticleSystem::postStep(TimeStamp, Real timeStep) {
     step(timeStep);
-}
-
-void ParticleSystem::Implementation::substep(Real h, Vec3 const& acceleration) {
-    predicted.clear();
-    fastest = 0;
-    spin.assign(particles.size(), Vec3());
-    touches.clear();
-    for (Particle& particle : particles) {
-        particle.velocity += acceleration * h;
-        predicted.push_back(particle.position + particle.velocity * h);
-        fastest = std::max(fastest, particle.velocity.length());
-    }
-    findPairs();
-    bool apart = false;
-    for (int round = 0; round < mostPartings && !apart; ++round) {
-        bool const parted = partOverlaps(), left = leaveObstacles(h);
-        apart = !parted && !left;
-    }
-    for (int sweep = 0; sweep < sweepsPerSubstep; ++sweep) {
-        separatePairs();
-        pushOutOfObstacles(h);
-    }
-    for (std::size_t i = 0; i < particles.size(); ++i) {
-        Particle& particle = particles[i];
-        particle.velocity = (predicted[i] - particle.position) / h;
-        // Dull contacts make nothing faster than the fastest was; what is, was pressed out of an overlap.
-        if (Real const speed = particle.velocity.length(); speed > fastest)
-            particle.velocity *= fastest / speed;
-        particle.position = predicted[i];
-        if (Real const angle = spin[i].length(); angle > 0)
-            particle.rotation = (particle.rotation * Quat(angle, spin[i])).normal();
-    }
-}
-
-void ParticleSystem::Implementation::findPairs() {
-    pairs.clear();
-    Real largest = 0;
-    for (Particle const& particle : particles)
-        largest = std::max(largest, particle.radius);
-    if (largest == 0)
-        return;
-    // A tenth more, for pairs that only touch after others have moved them.
-    grid.build(predicted, 2.2 * largest);
-    grid.forEachPair([this](std::size_t i, std::size_t j) {
-        Real const reach = 1.1 * (particles[i].radius + particles[j].radius);
-        if ((predicted[i] - predicted[j]).length2() < reach * reach)
-            pairs.push_back({i, j, Vec3(), 0});
-    });
-}
-
-// Grains that were put into each other are parted without gaining speed: place and prediction move together. Whether
-// there were any.
-bool ParticleSystem::Implementation::partOverlaps() {
-    bool parted = false;
-    for (Pair const& pair : pairs) {
-        Particle& a = particles[pair.first];
-        Particle& b = particles[pair.second];
-        Vec3 const apart = a.position - b.position;
-        Real const distance = apart.length(), overlap = a.radius + b.radius - distance;
-        if (overlap <= toleratedOverlap * a.radius)
-            continue;
-        parted = true;
-        // Grains in one and the same place are parted upwards.
-        Vec3 const shift = (distance > 0 ? apart / distance : Vec3(0, 0, 1)) * (overlap / (a.mass + b.mass));
-        a.position += shift * b.mass;
-        predicted[pair.first] += shift * b.mass;
-        b.position -= shift * a.mass;
-        predicted[pair.second] -= shift * a.mass;
-    }
-    return parted;
-}
-
-// The same for grains that were put into an obstacle; what the obstacle's own motion did since the last step still
-// drives them.
-bool ParticleSystem::Implementation::leaveObstacles(Real h) {
-    bool left = false;
-    for (ref_ptr<ParticleObstacle> const& obstacle : obstacles)
-        for (std::size_t i = 0; i < particles.size(); ++i) {
-            ParticleObstacle::Surface surface;
-            if (!obstacle->find(particles[i].position, particles[i].radius, surface))
-                continue;
-            Real const driven = std::max(0.0, surface.velocity.dot(surface.normal)) * h * substepsPerStep;
-            Real const excess = particles[i].radius - surface.distance - driven;
-            if (excess <= toleratedOverlap * particles[i].radius)
-                continue;
-            left = true;
-            particles[i].position += surface.normal * excess;
-            predicted[i] += surface.normal * excess;
-        }
-    return left;
-}
-
-// Takes the part of a sliding displacement away that dry friction holds back under a push.
-void ParticleSystem::Implementation::rub(Vec3& relative, Vec3 const& normal, Real push) const {
-    Vec3 const sliding = relative - normal * relative.dot(normal);
-    Real const size = sliding.length();
-    Real const held = friction * push;
-    relative = size > held ? sliding * (held / size) : sliding;
-}
-
-void ParticleSystem::Implementation::separatePairs() {
-    for (Pair& pair : pairs) {
-        Particle const& a = particles[pair.first];
-        Particle const& b = particles[pair.second];
-        Vec3 const apart = predicted[pair.first] - predicted[pair.second];
-        Real const distance = apart.length();
-        Real const overlap = a.radius + b.radius - distance;
-        if (overlap <= 0)
-            continue;
-        pair.normal = distance > 0 ? apart / distance : Vec3(0, 0, 1);
-        pair.push += overlap;
-        Real const shareA = b.mass / (a.mass + b.mass), shareB = 1 - shareA;
-        Vec3 slide = (predicted[pair.first] - a.position) - (predicted[pair.second] - b.position);
-        rub(slide, pair.normal, overlap);
-        predicted[pair.first] += pair.normal * (overlap * shareA) - slide * shareA;
-        predicted[pair.second] -= pair.normal * (overlap * shareB) - slide * shareB;
-        spin[pair.first] += pair.normal.cross(slide) * (shareA / a.radius);
-        spin[pair.second] += pair.normal.cross(slide) * (shareB / b.radius);
-    }
-}
-
-void ParticleSystem::Implementation::pushOutOfObstacles(Real h) {
-    for (ref_ptr<ParticleObstacle> const& obstacle : obstacles)
-        for (std::size_t i = 0; i < particles.size(); ++i) {
-            ParticleObstacle::Surface surface;
-            Real const radius = particles[i].radius;
-            if (!obstacle->find(predicted[i], radius, surface) || surface.distance >= radius)
-                continue;
-            Real const push = radius - surface.distance;
-            fastest = std::max(fastest, surface.velocity.length());
-            Vec3 slide = predicted[i] - particles[i].position - surface.velocity * h;
-            Vec3 const rolled = slide - surface.normal * slide.dot(surface.normal);
-            rub(slide, surface.normal, push);
-            predicted[i] += surface.normal * push - slide;
-            spin[i] = surface.normal.cross(rolled - slide) / radius;
-            touches.push_back({i, predicted[i] - surface.normal * radius, surface.normal, push});
-        }
-}
-
-// A push of d metres within a substep of h seconds is the work of a force m d / h^2.
-void ParticleSystem::Implementation::recordContacts(Real h) {
-    contacts.clear();
-    for (Pair const& pair : pairs) {
-        if (pair.push <= 0)
-            continue;
-        Real const massA = particles[pair.first].mass, massB = particles[pair.second].mass;
-        Vec3 const point = particles[pair.second].position + pair.normal * particles[pair.second].radius;
-        contacts.push_back(
-            {pair.first, pair.second, point, pair.normal, pair.push * massA * massB / (massA + massB) / (h * h)});
-    }
-    // An obstacle is asked once in each sweep: its pushes on one grain add up.
-    std::stable_sort(touches.begin(), touches.end(),
-                     [](Touch const& a, Touch const& b) { return a.particle < b.particle; });
-    for (Touch const& touch : touches) {
-        Real const force = touch.push * particles[touch.particle].mass / (h * h);
-        if (!contacts.empty() && contacts.back().second == ParticleContact::surroundings &&
-            contacts.back().first == touch.particle && contacts.back().normal.dot(touch.normal) > 0.99)
-            contacts.back().force += force;
-        else
-            contacts.push_back({touch.particle, ParticleContact::surroundings, touch.point, touch.normal, force});
-    }
 }
 
 } // namespace hyx

@@ -13,6 +13,7 @@
 #include <BulletCollision/CollisionShapes/btSphereShape.h>
 #include <BulletCollision/CollisionShapes/btTriangleShape.h>
 #include <BulletDynamics/Dynamics/btRigidBody.h>
+#include <LinearMath/btAabbUtil2.h>
 
 #include <algorithm>
 #include <cmath>
@@ -159,6 +160,14 @@ bool contactAdded(btManifoldPoint& point, btCollisionObjectWrapper const* wrappe
     return true;
 }
 
+void forget(btBroadphasePair& pair, btCollisionDispatcher& dispatcher) {
+    if (!pair.m_algorithm)
+        return;
+    pair.m_algorithm->~btCollisionAlgorithm();
+    dispatcher.freeCollisionAlgorithm(pair.m_algorithm);
+    pair.m_algorithm = nullptr;
+}
+
 bool partsMayCollide(btCollisionShape const* first, btCollisionShape const* second) {
     return Geometry::Implementation::mayCollide(hyxCollide::geometryOf(first), hyxCollide::geometryOf(second));
 }
@@ -204,6 +213,12 @@ void ContactDispatcher::findContacts(btBroadphasePair& pair, btCollisionDispatch
     auto& second = *static_cast<btCollisionObject*>(pair.m_pProxy1->m_clientObject);
     if (!dispatcher.needsCollision(&first, &second))
         return;
+    // Bullet keeps pairs for a while that no longer meet.
+    if (!TestAabbAgainstAabb2(pair.m_pProxy0->m_aabbMin, pair.m_pProxy0->m_aabbMax, pair.m_pProxy1->m_aabbMin,
+                              pair.m_pProxy1->m_aabbMax)) {
+        forget(pair, dispatcher);
+        return;
+    }
     btCollisionShape const& one = *first.getCollisionShape();
     btCollisionShape const& other = *second.getCollisionShape();
     double const radius = std::min(one.getAngularMotionDisc(), other.getAngularMotionDisc());
@@ -211,11 +226,8 @@ void ContactDispatcher::findContacts(btBroadphasePair& pair, btCollisionDispatch
     bool const ahead = reach > usualReach(radius) && !one.isCompound() && !other.isCompound();
     // Bullet's own way with two boxes sees overlap only.
     int const way = ahead && one.getShapeType() == BOX_SHAPE_PROXYTYPE && other.getShapeType() == BOX_SHAPE_PROXYTYPE;
-    if (pair.m_algorithm && pair.m_internalTmpValue != way) {
-        pair.m_algorithm->~btCollisionAlgorithm();
-        dispatcher.freeCollisionAlgorithm(pair.m_algorithm);
-        pair.m_algorithm = nullptr;
-    }
+    if (pair.m_internalTmpValue != way)
+        forget(pair, dispatcher);
     btCollisionObjectWrapper const wrapped0(nullptr, &one, &first, first.getWorldTransform(), -1, -1);
     btCollisionObjectWrapper const wrapped1(nullptr, &other, &second, second.getWorldTransform(), -1, -1);
     if (!pair.m_algorithm) {

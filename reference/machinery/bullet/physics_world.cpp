@@ -65,6 +65,7 @@ public:
             findAwakeIslands(constraints);
         else
             takeAllManifolds();
+        std::sort(m_manifolds.begin(), m_manifolds.end(), isBefore);
         solver.step(*this, m_manifolds, constraints, timeStep);
         if (autoSleep)
             updateActivationState(timeStep);
@@ -209,12 +210,9 @@ void PhysicsWorld::wakeAround(Geometry const& geometry) {
     m_broadphase->aabbTest(toBullet(lower), toBullet(upper), waker);
 }
 
-void PhysicsWorld::forgetHistory(std::vector<RigidBody*> const& bodies) {
-    for (RigidBody* body : bodies)
-        remove(body->implementation());
-    m_broadphase->resetPool(m_dispatcher.get());
-    for (RigidBody* body : bodies)
-        add(body->implementation());
+void PhysicsWorld::findContacts() {
+    m_world->getDispatchInfo().m_timeStep = m_timeStep;
+    m_world->performDiscreteCollisionDetection();
 }
 
 void PhysicsWorld::setEffort(Effort effort) {

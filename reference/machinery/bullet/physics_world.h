@@ -21,6 +21,7 @@ class btDefaultCollisionConfiguration;
 namespace hyx {
 
 class ContactDispatcher;
+class StateBytes;
 
 /// Real time spent in the parts of a step, in seconds.
 struct StepTimes {
@@ -49,9 +50,9 @@ public:
     void refresh(hyxCollide::Geometry& geometry);
     void bodyMoved(RigidBody::Implementation& body);
     void wakeAround(hyxCollide::Geometry const& geometry);
-    /// Forgets contacts and all else that depends on how the present state came about, so that equal states go on
-    /// equally.
-    void forgetHistory(std::vector<RigidBody*> const& bodies);
+    /// Contacts and the order of objects, once the bodies themselves have been restored.
+    void exchangeState(StateBytes& bytes, std::vector<RigidBody*> const& bodies,
+                       std::vector<hyxCollide::Geometry*> const& geometries);
 
     void setEffort(Effort effort);
     void setNumIterations(int iterations);
@@ -75,6 +76,11 @@ private:
     class World;
 
     void bringBoxesUpToDate() const;
+    void findContacts();
+    void enterAnew(std::vector<int> const& order, std::vector<RigidBody*> const& bodies,
+                   std::vector<hyxCollide::Geometry*> const& geometries);
+    /// An order of contacts that knows nothing of when they were found.
+    static bool isBefore(btPersistentManifold const* first, btPersistentManifold const* second);
 
     std::unique_ptr<btDefaultCollisionConfiguration> m_configuration;
     std::unique_ptr<ContactDispatcher> m_dispatcher;

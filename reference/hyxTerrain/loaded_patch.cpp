@@ -1,0 +1,81 @@
+// The hull of contact points, with a margin.
+#include "reference/hyxTerrain/loaded_patch.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace hyxTerrain {
+
+using hyx::Real;
+using hyx::Vec3;
+
+namespace {
+
+/// Metres; what lies on one point presses on a patch of this radius.
+constexpr Real margin = 0.1;
+
+Real turn(Vec3 const& a, Vec3 const& b, Vec3 const& c) {
+    return (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
+}
+
+Real distanceTo(Vec3 const& place, Vec3 const& from, Vec3 const& to) {
+    Vec3 const edge = to - from;
+    Real const along = edge.length2() > 0 ? std::clamp((place - from).dot(edge) / edge.length2(), 0.0, 1.0) : 0;
+    return (place - from - edge * along).length();
+}
+
+} // namespace
+
+LoadedPatch::LoadedPatch(std::vector<Vec3> places) {
+    for (Vec3& place : places)
+        place.z = 0;
+    std::sort(places.begin(), places.end(),
+              [](Vec3 const& a, Vec3 const& b) { return a.x != b.x ? a.x < b.x : a.y < b.y; });
+    // The lower side from left to right, then the upper side back.
+    for (int side = 0; side < 2; ++side) {
+        std::size_t const start = m_corners.size();
+        for (Vec3 const& place : places) {
+            while (m_corners.size() >= start + 2 && turn(m_corners[m_corners.size() - 2], m_corners.back(), place) <= 0)
+                m_corners.pop_back();
+            m_corners.push_back(place);
+        }
+        if (m_corners.size() > 1)
+            m_corners.pop_back();
+        std::reverse(places.begin(), places.end());
+    }
+}
+
+Real LoadedPatch::area() const {
+    Real sum = std::numbers::pi * margin * margin;
+    for (std::size_t i = 0; i < m_corners.size(); ++i) {
+        Vec3 const& next = m_corners[(i + 1) % m_corners.size()];
+        sum += (m_corners[i].x * next.y - m_corners[i].y * next.x) / 2 + (next - m_corners[i]).length() * margin;
+    }
+    return sum;
+}
+
+std::pair<Vec3, Vec3> LoadedPatch::bound() const {
+    Vec3 lower = m_corners.front(), upper = m_corners.front();
+    for (Vec3 const& corner : m_corners)
+        for (std::size_t i = 0; i < 2; ++i) {
+            lower[i] = std::min(lower[i], corner[i]);
+            upper[i] = std::max(upper[i], corner[i]);
+        }
+    Vec3 const around(margin, margin, 0);
+    return {lower - around, upper + around};
+}
+
+bool LoadedPatch::covers(Vec3 const& center, Real elementSize) const {
+    bool inside = m_corners.size() > 2;
+    Real nearest = 1e300;
+    for (std::size_t i = 0; i < m_corners.size(); ++i) {
+        Vec3 const& next = m_corners[(i + 1) % m_corners.size()];
+        inside = inside && turn(m_corners[i], next, center) >= 0;
+        nearest = std::min(nearest, distanceTo(center, m_corners[i], next));
+    }
+    // Some element always belongs to it, however large elements are.
+    return inside || nearest <= std::max(margin, elementSize / 2);
+}
+
+} // namespace hyxTerrain

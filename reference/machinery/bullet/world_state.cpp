@@ -1,0 +1,138 @@
+// Contacts and the order of objects, kept so that a restored world goes on as the saved one did.
+#include "platform/hyxCollide/geometry.h"
+#include "reference/machinery/bullet/contact_response.h"
+#include "reference/machinery/bullet/geometry_implementation.h"
+#include "reference/machinery/bullet/physics_world.h"
+#include "reference/machinery/bullet/rigid_body_implementation.h"
+#include "reference/machinery/files/state_bytes.h"
+
+#include <BulletCollision/BroadphaseCollision/btBroadphaseProxy.h>
+
+#include <algorithm>
+#include <numeric>
+#include <tuple>
+#include <unordered_map>
+
+namespace hyx {
+
+namespace {
+
+/// The contacts of a pair of geometries; objects by their place in the simulation.
+struct SavedContacts {
+    int objects[2];
+    int numPoints;
+    btManifoldPoint points[MANIFOLD_CACHE_SIZE];
+
+    bool isOf(int first, int second) const { return objects[0] == first && objects[1] == second; }
+
+    bool isOf(btPersistentManifold const& manifold) const {
+        btManifoldPoint const& point = manifold.getContactPoint(0);
+        return point.m_index0 == points[0].m_index0 && point.m_index1 == points[0].m_index1;
+    }
+};
+
+int numberOf(btCollisionObject const& object) {
+    return object.getBroadphaseHandle() ? object.getBroadphaseHandle()->m_uniqueId : -1;
+}
+
+/// By the order in which bullet's pairs have them; an object that is not in the world is at -1.
+std::vector<int> placesOf(std::vector<btCollisionObject*> const& objects) {
+    std::vector<int> order(objects.size());
+    std::iota(order.begin(), order.end(), 0);
+    std::sort(order.begin(), order.end(), [&](int a, int b) { return numberOf(*objects[a]) < numberOf(*objects[b]); });
+    std::vector<int> places(objects.size());
+    for (std::size_t i = 0; i < order.size(); ++i)
+        places[order[i]] = objects[order[i]]->getBroadphaseHandle() ? static_cast<int>(i) : -1;
+    return places;
+}
+
+void putPoints(btPersistentManifold& manifold, SavedContacts const& saved) {
+    manifold.clearManifold();
+    manifold.setNumContacts(saved.numPoints);
+    for (int i = 0; i < saved.numPoints; ++i) {
+        manifold.getContactPoint(i) = saved.points[i];
+        manifold.getContactPoint(i).m_userPersistentData = nullptr;
+    }
+}
+
+} // namespace
+
+void PhysicsWorld::exchangeState(StateBytes& bytes, std::vector<RigidBody*> const& bodies,
+                                 std::vector<hyxCollide::Geometry*> const& geometries) {
+    std::vector<btCollisionObject*> objects;
+    for (RigidBody* body : bodies)
+        objects.push_back(&body->implementation().bullet);
+    for (hyxCollide::Geometry* geometry : geometries)
+        objects.push_back(&geometry->implementation().object);
+    std::unordered_map<btCollisionObject const*, int> numbers;
+    for (std::size_t i = 0; i < objects.size(); ++i)
+        numbers[objects[i]] = static_cast<int>(i);
+    std::vector<int> places = placesOf(objects);
+    std::vector<int> const now = places;
+    bytes(places, m_timeStep);
+    std::vector<SavedContacts> contacts;
+    if (!bytes.restores())
+        for (int i = 0; i < m_dispatcher->getNumManifolds(); ++i) {
+            btPersistentManifold const& manifold = *m_dispatcher->getManifoldByIndexInternal(i);
+            if (manifold.getNumContacts() == 0)
+                continue;
+            SavedContacts saved{};
+            saved.objects[0] = numbers[manifold.getBody0()];
+            saved.objects[1] = numbers[manifold.getBody1()];
+            saved.numPoints = manifold.getNumContacts();
+            for (int k = 0; k < saved.numPoints; ++k)
+                saved.points[k] = manifold.getContactPoint(k);
+            contacts.push_back(saved);
+        }
+    bytes(contacts);
+    if (!bytes.restores())
+        return;
+    if (places != now && places.size() == now.size()) {
+        std::vector<int> order(objects.size());
+        std::iota(order.begin(), order.end(), 0);
+        std::sort(order.begin(), order.end(), [&](int a, int b) { return places[a] < places[b]; });
+        enterAnew(order, bodies, geometries);
+    }
+    findContacts();
+    std::vector<char> taken(contacts.size());
+    // Pairs of several geometries are known by the points that they have; one without any takes what is left.
+    for (bool const exactly : {true, false})
+        for (int i = 0; i < m_dispatcher->getNumManifolds(); ++i) {
+            btPersistentManifold& manifold = *m_dispatcher->getManifoldByIndexInternal(i);
+            if (exactly != (manifold.getNumContacts() > 0))
+                continue;
+            int const first = numbers[manifold.getBody0()];
+            int const second = numbers[manifold.getBody1()];
+            std::size_t k = 0;
+            while (k < contacts.size() &&
+                   (taken[k] || !contacts[k].isOf(first, second) || contacts[k].numPoints < 1 ||
+                    contacts[k].numPoints > MANIFOLD_CACHE_SIZE || (exactly && !contacts[k].isOf(manifold))))
+                ++k;
+            if (k == contacts.size()) {
+                manifold.clearManifold();
+                continue;
+            }
+            taken[k] = 1;
+            putPoints(manifold, contacts[k]);
+        }
+}
+
+void PhysicsWorld::enterAnew(std::vector<int> const& order, std::vector<RigidBody*> const& bodies,
+                             std::vector<hyxCollide::Geometry*> const& geometries) {
+    int const numBodies = static_cast<int>(bodies.size());
+    for (int const i : order)
+        i < numBodies ? remove(bodies[i]->implementation()) : remove(*geometries[i - numBodies]);
+    for (int const i : order)
+        i < numBodies ? add(bodies[i]->implementation()) : add(*geometries[i - numBodies]);
+}
+
+bool PhysicsWorld::isBefore(btPersistentManifold const* first, btPersistentManifold const* second) {
+    auto const key = [](btPersistentManifold const& manifold) {
+        btManifoldPoint const& point = manifold.getContactPoint(0);
+        return std::make_tuple(numberOf(*manifold.getBody0()), numberOf(*manifold.getBody1()), point.m_index0,
+                               point.m_index1);
+    };
+    return key(*first) < key(*second);
+}
+
+} // namespace hyx
