@@ -13,7 +13,7 @@ using hyx::Vec3;
 namespace {
 
 /// Metres; what lies on one point presses on a patch of this radius.
-constexpr Real margin = 0.1;
+constexpr Real patchMargin = 0.1;
 
 Real turn(Vec3 const& a, Vec3 const& b, Vec3 const& c) {
     return (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
@@ -47,10 +47,10 @@ LoadedPatch::LoadedPatch(std::vector<Vec3> places) {
 }
 
 Real LoadedPatch::area() const {
-    Real sum = std::numbers::pi * margin * margin;
+    Real sum = std::numbers::pi * patchMargin * patchMargin;
     for (std::size_t i = 0; i < m_corners.size(); ++i) {
         Vec3 const& next = m_corners[(i + 1) % m_corners.size()];
-        sum += (m_corners[i].x * next.y - m_corners[i].y * next.x) / 2 + (next - m_corners[i]).length() * margin;
+        sum += (m_corners[i].x * next.y - m_corners[i].y * next.x) / 2 + (next - m_corners[i]).length() * patchMargin;
     }
     return sum;
 }
@@ -62,7 +62,7 @@ std::pair<Vec3, Vec3> LoadedPatch::bound() const {
             lower[i] = std::min(lower[i], corner[i]);
             upper[i] = std::max(upper[i], corner[i]);
         }
-    Vec3 const around(margin, margin, 0);
+    Vec3 const around(patchMargin, patchMargin, 0);
     return {lower - around, upper + around};
 }
 
@@ -75,7 +75,7 @@ bool LoadedPatch::covers(Vec3 const& center, Real elementSize) const {
         nearest = std::min(nearest, distanceTo(center, m_corners[i], next));
     }
     // Some element always belongs to it, however large elements are.
-    return inside || nearest <= std::max(margin, elementSize / 2);
+    return inside || nearest <= std::max(patchMargin, elementSize / 2);
 }
 
 } // namespace hyxTerrain
