@@ -99,7 +99,9 @@ public:
     void setEnableAutoSleep(bool enable);
     bool getEnableAutoSleep() const;
 
-    /// The time, and place and motion of every body and constraint, as bytes.
+    /// All that further steps depend on, as bytes of this machine: time, step, gravity and solver; bodies with their
+    /// masses, joints with their motors, ranges and locks; contacts and their loads; the processes' grains, wires,
+    /// cables, terrains and random generators. A restored run equals the uninterrupted one bit by bit.
     std::string saveState() const;
     /// Goes back to a state saved when the same objects were here. Throws std::runtime_error, changing nothing, for
     /// anything else.

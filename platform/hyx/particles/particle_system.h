@@ -54,8 +54,9 @@ protected:
 };
 
 /// Grains that collide with each other and with obstacles, with dry friction, under gravity.
-/// Contacts are solved on positions, so a step is stable for any time step; results depend on the order of grains only
-/// and are the same run to run.
+/// They slide and do not roll, push the bodies that are their obstacles, and stand in heaps at the angle of their
+/// friction. A step works on speeds and starts from the loads of the last one, so that what lies stays; overlaps are
+/// parted without giving speed. Results depend on the order of grains only and are the same run to run.
 class ParticleSystem : public Process {
 public:
     ParticleSystem();
