@@ -6,7 +6,7 @@ import hyxSDK
 from hyxsweep import sweep
 
 
-def build(friction, speed):
+def build(friction: float, speed: float) -> hyxSDK.Simulation:
     sim = hyxSDK.Simulation()
     ice = hyx.Material("ice")
     ice.setFriction(friction)
@@ -14,7 +14,6 @@ def build(friction, speed):
     for geometry in (ground, puck):
         geometry.setMaterial(ice)
     body = hyx.RigidBody(puck)
-    body.setName("puck")
     body.setPosition(hyx.Vec3(0, 0, 0.05))
     body.setVelocity(hyx.Vec3(speed, 0, 0))  # m/s
     sim.add(ground)
@@ -22,8 +21,8 @@ def build(friction, speed):
     return sim
 
 
-def measure(sim):
-    return {"way": sim.getRigidBody("puck").getPosition().x}
+def measure(sim: hyxSDK.Simulation) -> dict[str, float]:
+    return {"way": sim.positions[-1, 0]}
 
 
 design = {"friction": [0.1, 0.2, 0.3, 0.4, 0.5], "speed": range(1, 11)}

@@ -8,7 +8,7 @@ app = hyxOSG.ExampleApplication()
 sim = app.getSimulation()
 
 
-def add(shape, x, z):
+def add(shape: hyxCollide.Shape, x: float, z: float) -> hyx.RigidBody:
     body = hyx.RigidBody(hyxCollide.Geometry(shape))
     body.setPosition(hyx.Vec3(x, 0, z))
     sim.add(body)

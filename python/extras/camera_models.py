@@ -10,6 +10,8 @@ if TYPE_CHECKING:
     from collections.abc import Sequence
     from typing import Any
 
+    from .hints import Doubles
+
 
 @dataclass(frozen=True)
 class Intrinsics:
@@ -142,7 +144,7 @@ class Lens:
         raise ValueError("the distortion folds the picture: no direction belongs to some of its pixels")
 
 
-def look_at(eye: Sequence[float], target: Sequence[float], up: Sequence[float] = (0, 0, 1)) -> Any:
+def look_at(eye: Sequence[float], target: Sequence[float], up: Sequence[float] = (0, 0, 1)) -> Doubles:
     """The pose (4, 4) of a camera at `eye` that looks at `target`. ValueError when `up` points along the view."""
     import numpy
 

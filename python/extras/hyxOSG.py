@@ -17,6 +17,11 @@ if TYPE_CHECKING:
     from types import TracebackType
     from typing import Any
 
+    import hyxIO
+    import hyxOSG
+
+    from .hints import Bytes, Floats, Self
+
 _DEPTH_COMPONENT, _RGB = 0x1902, 0x1907  # pixel formats of OpenGL
 
 
@@ -61,18 +66,18 @@ class ExampleApplication:
         finally:
             _hyx_proxy.let_go(self)  # type: ignore[arg-type]
 
-    def render(self, out: Any = None) -> Any:
+    def render(self, out: Bytes | None = None) -> Bytes:
         """Draws the present state, without a step, and gives the picture as a NumPy array: uint8 of shape
         (height, width, 3), rows from the top. An array given as `out`, of this kind and size, is filled and returned.
         """
         return _picture(self, out, True)
 
     @property
-    def pixels(self) -> Any:
+    def pixels(self) -> Bytes:
         """The picture of the last frame, as `render` gives it, without drawing it again: a new array."""
         return _picture(self, None, False)
 
-    def __enter__(self) -> Any:
+    def __enter__(self) -> Self:
         return self
 
     def __exit__(
@@ -99,7 +104,7 @@ class ExampleApplication:
             if hasattr(self, "this"):
                 self.setRaiseScriptErrors(former)  # type: ignore[attr-defined]
 
-    def init(self, parser: Any = None, withGraphics: bool = False) -> bool:
+    def init(self, parser: hyxIO.ArgumentParser | None = None, withGraphics: bool = False) -> bool:
         """Follows the options of `parser` (`--help` lists them); None means none. With `withGraphics` simulation,
         window and scene are made at once instead of when they are needed. Returns False when the program has nothing
         left to do (`--help` was given). What is wrong with the program's own arguments ends it with a line.
@@ -121,7 +126,7 @@ class ExampleApplication:
         return png_bytes(self.render())
 
 
-def _picture(application: Any, out: Any, fresh: bool) -> Any:
+def _picture(application: Any, out: Bytes | None, fresh: bool) -> Bytes:
     import _osg
     import numpy
 
@@ -145,7 +150,7 @@ class CameraData(Record):
 
 
 class LidarOutputRendererLegend(Items):
-    def __iter__(self) -> Iterator[Any]:
+    def __iter__(self) -> Iterator[hyxOSG.LidarOutputRendererLegendPoint]:
         """Gives copies of the points; `legend[i]` gives the point itself."""
         return self.iterator()  # type: ignore[attr-defined]
 
@@ -158,7 +163,7 @@ class LidarOutputRendererLegend(Items):
 
     insert.__wrapped_function__ = _hyxOSG.LidarOutputRendererLegend_insert  # type: ignore[attr-defined]
 
-    def pop(self, index: int = -1) -> Any:
+    def pop(self, index: int = -1) -> hyxOSG.LidarOutputRendererLegendPoint:
         """Takes out a point, the last one by default."""
         if index == -1:
             return _hyxOSG.LidarOutputRendererLegend_pop(self)
@@ -173,7 +178,7 @@ class LidarOutputRendererLegend(Items):
 
     __hash__ = None  # type: ignore[assignment]
 
-    def __deepcopy__(self, memo: dict[int, Any]) -> Any:
+    def __deepcopy__(self, memo: dict[int, Any]) -> Self:
         return self.__copy__()
 
     def __reduce__(self) -> tuple[type, tuple[Any, ...]]:
@@ -189,7 +194,7 @@ class LidarOutputRendererLegendPoint(Record):
 
 
 class ImageCaptureBase:
-    def __enter__(self) -> Any:
+    def __enter__(self) -> Self:
         """`with` a capture: it runs inside the block, and its files are finished at the end."""
         self.startCapture()  # type: ignore[attr-defined]
         return self
@@ -202,7 +207,7 @@ class ImageCaptureBase:
 
 class RenderToImage:
     @property
-    def pixels(self) -> Any:
+    def pixels(self) -> Bytes | Floats:
         """The image as a NumPy array over its own memory, no copy: each drawn frame shows in it.
 
         Colour is uint8 of shape (height, width, channels), depth float32 of shape (height, width) from 0 at the near to
@@ -224,7 +229,7 @@ class RenderToImage:
         memory.target = self  # type: ignore[attr-defined]  # whose memory it is
         return numpy.frombuffer(memory, kind).reshape(shape)
 
-    def _repr_png_(self) -> bytes:
+    def _repr_png_(self) -> bytes | None:
         """The image as last drawn, for notebooks; depth as grey, far is light. None before it was drawn."""
         import numpy
 
@@ -236,7 +241,7 @@ class RenderToImage:
 
 class SimpleDepthBufferLidar:
     @property
-    def points(self) -> Any:
+    def points(self) -> Floats:
         """The points of the last drawn frame as a NumPy array of its own: float32, shape (n, 3), metres."""
         import numpy
 

@@ -6,7 +6,7 @@ from .numbers import rows
 
 TYPE_CHECKING = False
 if TYPE_CHECKING:
-    from typing import Any
+    from .hints import Doubles, Rows
 
 
 class Simulation:
@@ -16,53 +16,53 @@ class Simulation:
     """
 
     @property
-    def positions(self) -> Any:
+    def positions(self) -> Doubles:
         """Metres, shape (n, 3)."""
         return rows(self.getPositions(), 3)  # type: ignore[attr-defined]
 
     @positions.setter
-    def positions(self, values: Any) -> None:
+    def positions(self, values: Rows) -> None:
         self.setPositions(values)  # type: ignore[attr-defined]
 
     @property
-    def rotations(self) -> Any:
+    def rotations(self) -> Doubles:
         """Quaternions x y z w, shape (n, 4)."""
         return rows(self.getRotations(), 4)  # type: ignore[attr-defined]
 
     @rotations.setter
-    def rotations(self, values: Any) -> None:
+    def rotations(self, values: Rows) -> None:
         self.setRotations(values)  # type: ignore[attr-defined]
 
     @property
-    def velocities(self) -> Any:
+    def velocities(self) -> Doubles:
         """m/s, shape (n, 3)."""
         return rows(self.getVelocities(), 3)  # type: ignore[attr-defined]
 
     @velocities.setter
-    def velocities(self, values: Any) -> None:
+    def velocities(self, values: Rows) -> None:
         self.setVelocities(values)  # type: ignore[attr-defined]
 
     @property
-    def angularVelocities(self) -> Any:
+    def angularVelocities(self) -> Doubles:
         """rad/s, shape (n, 3)."""
         return rows(self.getAngularVelocities(), 3)  # type: ignore[attr-defined]
 
     @angularVelocities.setter
-    def angularVelocities(self, values: Any) -> None:
+    def angularVelocities(self, values: Rows) -> None:
         self.setAngularVelocities(values)  # type: ignore[attr-defined]
 
     @property
-    def jointPositions(self) -> Any:
+    def jointPositions(self) -> Doubles:
         """Radians or metres of the joints with one free direction, in their order."""
         return rows(self.getJointPositions(), 0)  # type: ignore[attr-defined]
 
     @property
-    def jointSpeeds(self) -> Any:
+    def jointSpeeds(self) -> Doubles:
         """rad/s or m/s of the joints with one free direction."""
         return rows(self.getJointSpeeds(), 0)  # type: ignore[attr-defined]
 
     @property
-    def contacts(self) -> dict[str, Any]:
+    def contacts(self) -> dict[str, Doubles]:
         """The contact points of the last step, an array for each: `bodies` (places in `getRigidBodies`, -1 for none),
         `points`, `normals` (from the first body to the second), `depths`, `forces` (on the second body, newtons).
         """

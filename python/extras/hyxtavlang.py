@@ -2,30 +2,55 @@
 
 from __future__ import annotations
 
+from .numbers import rows
+
 TYPE_CHECKING = False  # for checkers only: importing `typing` would cost more than the whole package
 if TYPE_CHECKING:
-    from collections.abc import Callable, Iterator
-    from typing import Any
+    from collections.abc import Iterator
 
+    import hyxtavlang
 
-def _array(read: Callable[[Any], Any], write: Callable[[Any, Any], None], text: str) -> property:
-    """A property that reads as an array of its own and is written as a whole, from any numbers."""
-
-    def get(self: Any) -> Any:
-        import numpy
-
-        return numpy.array(read(self))
-
-    return property(get, write, doc=text)
+    from .hints import Doubles, Values
 
 
 class JointArray:
-    position = _array(lambda self: self.getPositions(), lambda self, values: self.setPositions(values), "rad or m")
-    velocity = _array(
-        lambda self: self.getVelocities(), lambda self, values: self.setVelocities(values), "rad/s or m/s"
-    )
-    effort = _array(lambda self: self.getEfforts(), lambda self, values: self.setEfforts(values), "Nm or N")
-    target = _array(lambda self: self.getTargets(), lambda self, values: self.setTargets(values), "nan: not held")
+    """`position`, `velocity`, `effort` and `target` are read as arrays of their own, and set as wholes."""
+
+    @property
+    def position(self) -> Doubles:
+        """rad or m."""
+        return rows(self.getPositions(), 0)  # type: ignore[attr-defined]
+
+    @position.setter
+    def position(self, values: Values) -> None:
+        self.setPositions(values)  # type: ignore[attr-defined]
+
+    @property
+    def velocity(self) -> Doubles:
+        """rad/s or m/s."""
+        return rows(self.getVelocities(), 0)  # type: ignore[attr-defined]
+
+    @velocity.setter
+    def velocity(self, values: Values) -> None:
+        self.setVelocities(values)  # type: ignore[attr-defined]
+
+    @property
+    def effort(self) -> Doubles:
+        """Nm or N."""
+        return rows(self.getEfforts(), 0)  # type: ignore[attr-defined]
+
+    @effort.setter
+    def effort(self, values: Values) -> None:
+        self.setEfforts(values)  # type: ignore[attr-defined]
+
+    @property
+    def target(self) -> Doubles:
+        """rad or m; nan: not held."""
+        return rows(self.getTargets(), 0)  # type: ignore[attr-defined]
+
+    @target.setter
+    def target(self, values: Values) -> None:
+        self.setTargets(values)  # type: ignore[attr-defined]
 
     @property
     def names(self) -> tuple[str, ...]:
@@ -46,14 +71,14 @@ class ModelNode:
         return self.getType()  # type: ignore[attr-defined, no-any-return]
 
     @property
-    def properties(self) -> dict[str, Any]:
+    def properties(self) -> dict[str, bool | float | str | tuple[float, ...]]:
         return self.getProperties()  # type: ignore[attr-defined, no-any-return]
 
     @property
-    def children(self) -> list[Any]:
+    def children(self) -> list[hyxtavlang.ModelNode]:
         return [self.getChild(index) for index in range(self.getNumChildren())]  # type: ignore[attr-defined]
 
-    def walk(self) -> Iterator[Any]:
+    def walk(self) -> Iterator[hyxtavlang.ModelNode]:
         """This node and all below it."""
         yield self
         for child in self.children:
@@ -76,9 +101,9 @@ class ModelNode:
 
 class LoadResult:
     @property
-    def joints(self) -> Any:
+    def joints(self) -> hyxtavlang.JointArray | None:
         return self.getJoints()  # type: ignore[attr-defined]
 
     @property
-    def model(self) -> Any:
+    def model(self) -> hyxtavlang.ModelNode:
         return self.getModel()  # type: ignore[attr-defined]

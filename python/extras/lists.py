@@ -11,6 +11,8 @@ if TYPE_CHECKING:
     from collections.abc import Iterator
     from typing import Any
 
+    from .hints import Self
+
     _Sequence = MutableSequence[Any]
 else:
     _Sequence = object
@@ -42,7 +44,7 @@ class Items(_Sequence):
     def reverse(self) -> None:
         self[:] = list(self)[::-1]  # type: ignore[index]
 
-    def __copy__(self) -> Any:
+    def __copy__(self) -> Self:
         return type(self)(self)  # type: ignore[call-arg]
 
 
@@ -52,7 +54,7 @@ class NumberList(Items, Buffer):
     __slots__ = ()
     __takes_sequences__ = True  # as single values do
 
-    def __deepcopy__(self, memo: dict[int, Any]) -> Any:
+    def __deepcopy__(self, memo: dict[int, Any]) -> Self:
         return self.__copy__()
 
     def __reduce__(self) -> tuple[type, tuple[Any, ...]]:

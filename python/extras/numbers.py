@@ -4,16 +4,10 @@ from __future__ import annotations
 
 TYPE_CHECKING = False  # for checkers only: importing `typing` would cost more than the whole package
 if TYPE_CHECKING:
-    from collections.abc import Iterator, Sequence
-    from typing import Any, Protocol
+    from collections.abc import Iterator
+    from typing import Any
 
-    class Array(Protocol):
-        """An array of NumPy's, or of one of its kin."""
-
-        @property
-        def __array_interface__(self) -> Any: ...
-
-    Row = Sequence[float] | Array
+    from .hints import Self
 
 
 class Numbers:
@@ -22,7 +16,7 @@ class Numbers:
     __slots__ = ()
     __takes_sequences__ = True  # where one is wanted, calls take a tuple, a list or an array, too
 
-    def __iter__(self) -> Iterator[Any]:
+    def __iter__(self) -> Iterator[float]:
         return iter([self[index] for index in range(len(self))])  # type: ignore[index, arg-type]
 
     def __array__(self, dtype: Any = None, copy: Any = None) -> Any:
@@ -39,10 +33,10 @@ class Numbers:
         arrays = [numpy.array(item) if isinstance(item, Numbers) else item for item in inputs]
         return getattr(ufunc, method)(*arrays, **options)
 
-    def __copy__(self) -> Any:
+    def __copy__(self) -> Self:
         return type(self)(tuple(self))  # type: ignore[call-arg]
 
-    def __deepcopy__(self, memo: dict[int, Any]) -> Any:
+    def __deepcopy__(self, memo: dict[int, Any]) -> Self:
         return self.__copy__()
 
     def __reduce__(self) -> tuple[type, tuple[Any, ...]]:
@@ -57,8 +51,8 @@ def rows(memory: Any, columns: int) -> Any:
     return array.reshape(-1, columns) if columns else array
 
 
-def component(index: int) -> property:
-    """A component of a value, by its name."""
+def component(index: int) -> Any:
+    """A component of a value, by its name: a property."""
 
     def read(self: Any) -> float:
         return self[index]

@@ -9,29 +9,31 @@ TYPE_CHECKING = False
 if TYPE_CHECKING:
     from typing import Any
 
+    from .hints import Bytes, Floats, Indices, Rows
+
 
 class Vec2f(Numbers):
-    x = component(0)
-    y = component(1)
+    x: float = component(0)
+    y: float = component(1)
 
 
 class Vec3f(Numbers):
-    x = component(0)
-    y = component(1)
-    z = component(2)
+    x: float = component(0)
+    y: float = component(1)
+    z: float = component(2)
 
 
 class Vec3d(Numbers):
-    x = component(0)
-    y = component(1)
-    z = component(2)
+    x: float = component(0)
+    y: float = component(1)
+    z: float = component(2)
 
 
 class Vec4f(Numbers):
-    x = component(0)
-    y = component(1)
-    z = component(2)
-    w = component(3)
+    x: float = component(0)
+    y: float = component(1)
+    z: float = component(2)
+    w: float = component(3)
 
 
 class Quat(Numbers): ...
@@ -44,43 +46,43 @@ class Geometry:
     """Arrays of any type that converts; what is set again, in the same number, goes into the buffer that is there."""
 
     @property
-    def vertices(self) -> Any:
+    def vertices(self) -> Floats:
         """float32 of shape (n, 3): a copy. What is assigned moves the vertices."""
         return rows(self.getVertexArray(), 3)  # type: ignore[attr-defined]
 
     @vertices.setter
-    def vertices(self, values: Any) -> None:
+    def vertices(self, values: Rows) -> None:
         self.setVertexArray(values)  # type: ignore[attr-defined]
 
     @property
-    def normals(self) -> Any:
+    def normals(self) -> Floats:
         """float32 of shape (n, 3): a copy."""
         return rows(self.getNormalArray(), 3)  # type: ignore[attr-defined]
 
     @normals.setter
-    def normals(self, values: Any) -> None:
+    def normals(self, values: Rows) -> None:
         self.setNormalArray(values)  # type: ignore[attr-defined]
 
     @property
-    def colors(self) -> Any:
+    def colors(self) -> Floats | Bytes:
         """A copy of shape (n, 4): float32 up to 1, or uint8 up to 255 where bytes were set."""
         return rows(self.getColorArray(), 4)  # type: ignore[attr-defined]
 
     @colors.setter
-    def colors(self, values: Any) -> None:
+    def colors(self, values: Rows) -> None:
         self.setColorArray(values)  # type: ignore[attr-defined]
 
     @property
-    def texcoords(self) -> Any:
+    def texcoords(self) -> Floats:
         """float32 of shape (n, 2): a copy."""
         return rows(self.getTexCoordArray(), 2)  # type: ignore[attr-defined]
 
     @texcoords.setter
-    def texcoords(self, values: Any) -> None:
+    def texcoords(self, values: Rows) -> None:
         self.setTexCoordArray(values)  # type: ignore[attr-defined]
 
     @property
-    def elements(self) -> Any:
+    def elements(self) -> Indices:
         """The places of the vertices in all that is drawn, one after the other: uint32, a copy."""
         return rows(self.getElements(), 0)  # type: ignore[attr-defined]
 

@@ -6,6 +6,8 @@ TYPE_CHECKING = False
 if TYPE_CHECKING:
     from typing import Any
 
+    from .hints import Self
+
 
 class Record:
     """`_blank` are the arguments that make an object whose members can be set."""
@@ -23,10 +25,10 @@ class Record:
 
     __hash__ = None  # type: ignore[assignment]
 
-    def __copy__(self) -> Any:
-        return _make(type(self), self._state())
+    def __copy__(self) -> Self:
+        return _make(type(self), self._state())  # type: ignore[no-any-return]
 
-    def __deepcopy__(self, memo: dict[int, Any]) -> Any:
+    def __deepcopy__(self, memo: dict[int, Any]) -> Self:
         return self.__copy__()
 
     def __reduce__(self) -> tuple[Any, ...]:

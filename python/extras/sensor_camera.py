@@ -18,6 +18,12 @@ if TYPE_CHECKING:
     from collections.abc import Callable, Iterable, Sequence
     from typing import Any
 
+    import hyx
+    import hyxCollide
+    import hyxOSG
+
+    from .hints import Bytes, Doubles, Floats, Indices, Rows
+
 CHANNELS = ("rgb", "depth", "identity", "normals", "flow")
 _SHAPES = {
     "depth": ((), "float32"),
@@ -34,24 +40,24 @@ class SensorFrame:
 
     time: float
     """Simulated time in seconds."""
-    K: Any
+    K: Doubles
     """Camera matrix (3, 3), in pixels."""
-    pose: Any
+    pose: Doubles
     """Camera to world (4, 4), in metres."""
-    rgb: Any = None
+    rgb: Bytes = None  # type: ignore[assignment]
     """uint8, (height, width, 3)."""
-    depth: Any = None
+    depth: Floats = None  # type: ignore[assignment]
     """float32, (height, width): metres along the view; infinite where nothing is."""
-    identity: Any = None
+    identity: Indices = None  # type: ignore[assignment]
     """uint32, (height, width): see `bodies`; 0 for what is no body."""
-    normals: Any = None
+    normals: Floats = None  # type: ignore[assignment]
     """float32, (height, width, 3): unit vectors in the camera's axes, on the side that is seen; 0 where nothing is."""
-    flow: Any = None
+    flow: Floats = None  # type: ignore[assignment]
     """float32, (height, width, 2): pixels by which each surface moved in the picture since the last reading."""
     extra: dict[str, Any] = field(default_factory=dict)
 
     @property
-    def bodies(self) -> dict[int, Any]:
+    def bodies(self) -> dict[int, hyx.RigidBody]:
         """The bodies in the picture by their identities."""
         import numpy
         import osgViewer
@@ -59,7 +65,8 @@ class SensorFrame:
         if self.identity is None:
             raise ValueError("the frame has no identities: read the channel 'identity'")
         numbers = (int(number) for number in numpy.unique(self.identity) if number)
-        return {number: osgViewer.identifiedBody(number) for number in numbers}
+        bodies = {number: osgViewer.identifiedBody(number) for number in numbers}
+        return {number: body for number, body in bodies.items() if body}
 
     def channels(self) -> dict[str, Any]:
         """The arrays that were read, by channel."""
@@ -128,11 +135,11 @@ class SensorCamera:
 
     def __init__(
         self,
-        application: Any,
+        application: hyxOSG.ExampleApplication,
         width: int,
         height: int,
         *,
-        K: Any = None,
+        K: Rows | None = None,
         field_of_view: float = 60.0,
         distortion: Sequence[float] = (),
         near: float = 0.05,
@@ -157,29 +164,33 @@ class SensorCamera:
         self._offset = numpy.eye(4)
 
     @property
-    def K(self) -> Any:
+    def K(self) -> Doubles:
         """The camera matrix (3, 3), in pixels: a copy."""
         return self.intrinsics.matrix()
 
     @property
-    def pose(self) -> Any:
+    def pose(self) -> Doubles:
         """Camera to world, (4, 4). Setting it ends following."""
         if self._followed is None:
             return self._offset.copy()
         return _matrix(self._followed.getTransform()) @ self._offset
 
     @pose.setter
-    def pose(self, pose: Any) -> None:
+    def pose(self, pose: Rows) -> None:
         self._followed, self._offset = None, _pose(pose)
 
     CHANNELS = CHANNELS
-    looking = staticmethod(look_at)
+
+    @staticmethod
+    def looking(eye: Sequence[float], target: Sequence[float], up: Sequence[float] = (0, 0, 1)) -> Doubles:
+        """The pose of a camera that stands at `eye` and looks at `target`: a matrix of 4 by 4."""
+        return look_at(eye, target, up)
 
     def look_at(self, eye: Sequence[float], target: Sequence[float], up: Sequence[float] = (0, 0, 1)) -> None:
         """Stands at `eye` and looks at `target`, in world coordinates."""
         self.pose = look_at(eye, target, up)
 
-    def follow(self, body: Any, offset: Any = None) -> None:
+    def follow(self, body: hyx.RigidBody | hyxCollide.Geometry | hyx.Frame, offset: Rows | None = None) -> None:
         """Moves with a body (or geometry, or frame): `offset`, (4, 4), takes the camera's points to the body's."""
         import numpy
 

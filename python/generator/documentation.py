@@ -21,9 +21,11 @@ RETURN_LINE = re.compile(r"^[\\@]returns?\s+", re.MULTILINE)
 # What gives a new object, or one that its owner always has; the texts are those of the headers.
 NEVER_NONE = re.compile(
     r"clone(Type)?|getOrCreate\w+|begin|end|rbegin|rend|iterator|copy|incr|decr|advance|erase|insert|__(add|sub|getslice)__"
+    r"|get(Motor1D|Range1D|Lock1D|Space|FrameMutex)"
 )
 NEVER_NONE_TEXT = re.compile(
-    r"made on first use|owned by the (target|application)|emptied with the scene|^The root of all"
+    r"made on first use|owned by the (target|application|window)|emptied with the scene|^The root of all"
+    r"|^The decoration of the|^A frame that follows the body|sides a tube has|where the red shift is 0|of the stations"
 )
 KEYWORDS = {
     "from",
@@ -150,7 +152,8 @@ def _document_operation(operation: Operation, names: list[str], documentation: D
         texts = [d.doc for d in (best, *inherited) if d and d.doc]
         form.doc = readable(texts[0]) if texts else ""
         told = NEVER_NONE_TEXT.search(form.doc) and not any("*" in p.type for p in form.parameters)
-        form.never_none = bool(NEVER_NONE.fullmatch(operation.name) or told) and "None" not in form.doc
+        always = bool(NEVER_NONE.fullmatch(operation.name) or told) and "None" not in form.doc
+        form.never_none = always or "Never None" in form.doc
 
 
 def _types(declaration: Declaration) -> list[str]:
@@ -211,6 +214,7 @@ def _name_from_type(parameter: Parameter) -> str:
         "char": "text",
         "void": "object",
         "PyObject": "object",
+        "SWIGPY_SLICEOBJECT": "part",
         "ptrdiff_t": "offset",
         "size_type": "size",
         "difference_type": "offset",

@@ -53,6 +53,10 @@ class Operation:
     name: str
     static: bool
     forms: list[Form]
+    shown: list[Form] = field(default_factory=list)  # those that Python can tell apart
+
+    def __post_init__(self) -> None:
+        self.shown = self.shown or list(self.forms)
 
     @property
     def flat(self) -> str:
@@ -85,6 +89,9 @@ class ProxyClass:
         default_factory=dict
     )  # by name: constants, each in one of them or in none
     substitute: str = ""  # a type hint for what calls take for it
+    element: str = ""  # of a list: the type hint of what may be given as an element
+    item: str = ""  # and of what it gives
+    written_bases: list[str] = field(default_factory=list)  # by hand
 
     @property
     def qualified(self) -> str:

@@ -14,7 +14,9 @@ from .extras import check_files, read_extras
 from .interface import Interface, Package, ProxyClass, read_interface
 from .natives import Natives
 from .package_text import package_text
-from .python_types import SUBSTITUTES, TypeHints
+from .python_objects import name_python_objects
+from .python_types import TypeHints
+from .signature import note_like_forms
 from .stub_text import stub_text
 
 
@@ -28,11 +30,13 @@ def write_packages(
     check_files(extras_folder, interface.packages)
     extras = {package.name: read_extras(extras_folder, package) for package in interface.packages.values()}
     for proxy in interface.classes.values():
-        bases = extras[proxy.package].class_bases.get(proxy.name, ())
-        proxy.substitute = next((SUBSTITUTES[base] for base in bases if base in SUBSTITUTES), "")
+        proxy.written_bases = extras[proxy.package].class_bases.get(proxy.name, [])
     documentation = Documentation(description, natives, interface)
     document(interface, documentation)
     hints = TypeHints(interface)
+    hints.describe_lists()
+    name_python_objects(interface)
+    note_like_forms(interface, hints)
     order = package_order(interface)
     for position, package in enumerate(order):
         # The last package, the library itself, makes the whole family known.

@@ -44,8 +44,12 @@ INTEGERS = {
 FLOATS = {"float", "double", "hyx::Real", "Real", "hyx::TimeStamp", "GLfloat"}
 STRINGS = {"std::string", "hyx::String", "hyx::Name", "std::string_view"}
 ROW = "Sequence[float]"
-SUBSTITUTES = {"Numbers": ROW, "NumberList": "Iterable[Any]"}  # what may be given for a class, by its hand-written base
+PYTHON = "python:"  # before a type that is Python's own already
 NUMBERS = re.compile(r"^std::vector<\s*(.+?)\s*(?:,\s*std::allocator<.*>\s*)?>$")
+LIST = re.compile(r"^(?:std::vector|hyx::Vector|hyx::VectorPOD)<\s*(.+?)\s*(?:,\s*std::allocator<.*>\s*)?>$")
+HOLDER = re.compile(r"^(?:osg|hyx)::ref_ptr<\s*(.+?)\s*>$")
+# What the native lists call their parts.
+PARTS = re.compile(r"^(.+)::(size_type|difference_type|value_type|iterator|const_iterator)$")
 
 
 class TypeHints:
@@ -53,7 +57,11 @@ class TypeHints:
         self.interface = interface
 
     def parameter(self, native: str) -> str:
+        if native.startswith(PYTHON):
+            return native.removeprefix(PYTHON)
         kind, marks = _core(native)
+        if part := PARTS.match(kind):
+            return self._part(part.group(1), part.group(2))
         simple = self._simple(kind, marks)
         if simple:
             return simple
@@ -66,8 +74,8 @@ class TypeHints:
             read = not marks or "const" in marks
             given = f"{proxy.qualified} | {proxy.substitute}" if proxy.substitute and read else proxy.qualified
             return f"{given} | None" if "*" in marks else given
-        if kind in ("void", "PyObject", "SWIGPY_SLICEOBJECT"):
-            return {"void": "Handle | None", "PyObject": "Any", "SWIGPY_SLICEOBJECT": "slice"}[kind]
+        if kind in ("void", "SWIGPY_SLICEOBJECT"):
+            return {"void": "Handle | None", "SWIGPY_SLICEOBJECT": "slice"}[kind]
         if kind in self.interface.enumerations and not marks:
             return f"{self.interface.enumerations[kind]} | int"
         return self._unknown(kind, marks)
@@ -76,6 +84,8 @@ class TypeHints:
         return self.result(form.result).removesuffix(" | None" if form.never_none else "")
 
     def result(self, native: str) -> str:
+        if native.startswith(PYTHON):
+            return native.removeprefix(PYTHON)
         kind, marks = _core(native)
         if kind == "void" and not marks:
             return "None"
@@ -88,6 +98,28 @@ class TypeHints:
         if vector := NUMBERS.match(kind):
             return f"tuple[{self.result(vector.group(1))}, ...]"
         return self._unknown(kind, marks)
+
+    def describe_lists(self) -> None:
+        """Tells the classes of lists and of values what Python may give for them, and what is in them."""
+        for proxy in {id(p): p for p in self.interface.classes.values()}.values():
+            made = proxy.machinery.get("constructor")
+            if made and made.forms:  # its result spells the class as the compiler does
+                self.interface.classes.setdefault(plain_name(_core(made.forms[0].result)[0]), proxy)
+        for spelling, proxy in self.interface.classes.items():
+            if "Numbers" in proxy.written_bases:
+                proxy.substitute = ROW
+            elif not proxy.item and (found := LIST.match(spelling)):
+                kind = found.group(1)
+                holder = HOLDER.match(kind)
+                proxy.item = self.result(f"{holder.group(1)} *" if holder else kind)
+                proxy.element = self.parameter(f"{holder.group(1)} *" if holder else f"{kind} const &")
+                proxy.substitute = f"Iterable[{proxy.element}]" if proxy.written_bases else ""
+
+    def _part(self, container: str, part: str) -> str:
+        if part in ("size_type", "difference_type"):
+            return "int"
+        found = LIST.match(container)
+        return self.parameter(found.group(1)) if part == "value_type" and found else "hyxOSG.SwigPyIterator"
 
     def find(self, kind: str) -> ProxyClass | None:
         return self.interface.classes.get(plain_name(kind))
@@ -106,8 +138,8 @@ class TypeHints:
         return "int" if kind in INTEGERS else "float" if kind in FLOATS else None
 
     def _unknown(self, kind: str, marks: str) -> str:
-        # A class without a proxy crosses as a bare handle; by value and unknown is an enumeration.
-        return "Any" if marks or "<" in kind else "int"
+        # A class without a proxy crosses as a bare pointer; by value and unknown is an enumeration.
+        return "Pointer" + " | None" * ("*" in marks) if marks or "<" in kind else "int"
 
 
 def _core(native: str) -> tuple[str, str]:

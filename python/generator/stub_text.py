@@ -15,6 +15,8 @@ from .signature import docstring
 
 # What native classes may do and Python's typing rules refuse: overrides with other parameters, overloads
 # that a number could match twice, operators of one side only.
+# Of _hyx_extras.hints.
+HINTS = ("Array", "Pointer", "Row", "Rows", "Values", "Doubles", "Floats", "Indices", "Bytes", "Self")
 HEAD = '# mypy: disable-error-code="override, misc, overload-overlap, overload-cannot-match, assignment"'
 
 
@@ -38,11 +40,13 @@ def stub_text(package: Package, order: list[ProxyClass], extras: Extras, hints: 
         "import builtins",
         "from collections.abc import Callable, Iterable, Iterator, Sequence",
         "from enum import IntEnum",
-        "from typing import Any, overload",
+        "from typing import Any, ClassVar, overload",
         "",
     ]
     head += [ast.unparse(_exported(statement, extras)) for statement in extras.imports if _wanted(statement)]
-    head += ["from _hyx_extras.numbers import Row", "from _hyx_proxy import Handle"]
+    used = [name for name in HINTS if re.search(rf"\b{name}\b", text)]
+    head += [f"from _hyx_extras.hints import {', '.join(used)}"] if used else []
+    head += ["from _hyx_proxy import Handle"]
     head += [f"import {name}" for name in PACKAGES if f"{name}." in text]
     return "\n".join(head) + "\n" + text + "\n"
 
@@ -59,7 +63,9 @@ def _exported(statement: ast.stmt, extras: Extras) -> ast.stmt:
 def _wanted(statement: ast.stmt) -> bool:
     names = {alias.name.split(".")[0] for alias in getattr(statement, "names", ())}
     module = getattr(statement, "module", None)
-    return not names & {*PACKAGES, *MODULES} and module not in ("__future__", "typing", "collections.abc", "_hyx_proxy")
+    return not names & {*PACKAGES, *MODULES} and module not in (
+        *("__future__", "typing", "collections.abc", "_hyx_proxy", "_hyx_extras.hints"),
+    )
 
 
 def _class_lines(proxy: ProxyClass, extras: Extras, hints: TypeHints, texts: Documentation) -> list[str]:
@@ -85,6 +91,8 @@ def _class_lines(proxy: ProxyClass, extras: Extras, hints: TypeHints, texts: Doc
         if name not in own and name.isidentifier():
             overridden = "disown" in proxy.machinery
             lines += _operation_lines(operation, hints, bound=not operation.static, positional=overridden)
+    if proxy.item and "__iter__" not in own:
+        lines.append(f"    def __iter__(self) -> Iterator[{proxy.item}]: ...")
     for statements in own.values():
         for statement in statements:
             lines += _extra_lines(statement, 4)
@@ -115,8 +123,8 @@ def _operation_lines(operation: Operation, hints: TypeHints, bound: bool, positi
     indent = 4 if bound or operation.static else 0
     blanks = " " * indent
     lines = []
-    several = len(operation.forms) > 1
-    for form in operation.forms:
+    several = len(operation.shown) > 1
+    for form in operation.shown:
         lines += [f"{blanks}@overload"] if several else []
         lines += [f"{blanks}@staticmethod"] if operation.static and indent else []
         parameters = [*(["self"] if bound else []), *_parameters(form, hints)]
@@ -146,6 +154,8 @@ def _extra_lines(statement: ast.stmt, indent: int) -> list[str]:
         text = ast.get_docstring(statement)
         head = f"{blanks}def {statement.name}({ast.unparse(statement.args)}){result}:"
         return [*lines, head, _text(text, indent + 4)] if text else [*lines, f"{head} ..."]
+    if isinstance(statement, ast.Assign) and ast.unparse(statement) == "__hash__ = None":
+        return [f"{blanks}__hash__: ClassVar[None]"]
     if isinstance(statement, ast.AnnAssign):
         return [f"{blanks}{ast.unparse(statement.target)}: {ast.unparse(statement.annotation)}"]
     if isinstance(statement, ast.Assign) and isinstance(statement.targets[0], ast.Name):
