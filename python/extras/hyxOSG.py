@@ -113,7 +113,7 @@ class ExampleApplication:
 
         try:
             return self._native_init(parser, withGraphics)  # type: ignore[attr-defined]
-        except (RuntimeError, ValueError) as error:
+        except (OSError, RuntimeError, ValueError) as error:
             if parser is None or [str(word) for word in parser.getArguments()] != sys.argv[1:]:
                 raise
             print(f"{sys.argv[0]}: {error}\n(--help lists the options)", file=sys.stderr)

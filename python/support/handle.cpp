@@ -118,6 +118,20 @@ Py_hash_t hash(PyObject* object) {
     return value;
 }
 
+// Tells the error which name was meant, so that Python shows the nearest one, as it does for reading.
+int set_attribute(PyObject* object, PyObject* name, PyObject* value) {
+    int const status = PyObject_GenericSetAttr(object, name, value);
+    if (status == 0 || !PyErr_ExceptionMatches(PyExc_AttributeError))
+        return status;
+    PyObject *type = nullptr, *error = nullptr, *trace = nullptr;
+    PyErr_Fetch(&type, &error, &trace);
+    PyErr_NormalizeException(&type, &error, &trace);
+    if (PyObject_SetAttrString(error, "name", name) < 0 || PyObject_SetAttrString(error, "obj", object) < 0)
+        PyErr_Clear();
+    PyErr_Restore(type, error, trace);
+    return status;
+}
+
 PyMemberDef members[] = {
     {"this", T_OBJECT_EX, offsetof(Handle, pointer), 0, "the pointer object that holds the native object"},
     {"__swig_container", T_OBJECT_EX, offsetof(Handle, container), 0, "the container that this element lies in"},
@@ -143,6 +157,7 @@ PyTypeObject make_type() {
     type.tp_repr = repr;
     type.tp_richcompare = compare;
     type.tp_hash = hash;
+    type.tp_setattro = set_attribute;
     type.tp_members = members;
     type.tp_getset = getset;
     return type;

@@ -28,6 +28,15 @@ Owned text(std::string_view letters) {
     return Owned(PyUnicode_FromStringAndSize(letters.data(), static_cast<Py_ssize_t>(letters.size())));
 }
 
+// What a call may name, in order.
+Owned joined(std::vector<NamedParameter> const& names) {
+    Owned list(PyList_New(0));
+    for (NamedParameter const& parameter : names)
+        if (!list.get() || PyList_Append(list.get(), parameter.name.get()) < 0)
+            break;
+    return Owned(PyUnicode_Join(text(", ").get(), list.get()));
+}
+
 std::size_t place_of(std::vector<NamedParameter> const& names, PyObject* name) {
     auto const found = std::find_if(names.begin(), names.end(), [name](NamedParameter const& parameter) {
         return PyUnicode_Check(name) && PyUnicode_Compare(parameter.name.get(), name) == 0;
@@ -97,7 +106,8 @@ PyObject* misfit(Form const& form, std::vector<NamedParameter> const& names, std
         PyObject* const name = PyTuple_GET_ITEM(call.keyword_names, i);
         std::size_t const place = place_of(names, name);
         if (place >= names.size())
-            return PyUnicode_FromFormat("got an unexpected keyword argument '%S'", name);
+            return PyUnicode_FromFormat("got an unexpected keyword argument '%S'\n  It takes %S", name,
+                                        joined(names).get());
         if (filled[place])
             return PyUnicode_FromFormat("got multiple values for argument '%S'", name);
         filled[place] = true;

@@ -6,9 +6,11 @@
 #include "reference/hyxOSG/application/removed_geometry.h"
 #include "reference/hyxOSG/application/scene_backup.h"
 #include "reference/hyxPython/script_file.h"
+#include "reference/machinery/meshes/notices.h"
 
 #include <filesystem>
 #include <stdexcept>
+#include <system_error>
 #include <utility>
 
 namespace hyxOSG {
@@ -24,6 +26,18 @@ bool isScript(SceneDescription const& description) {
 
 std::string functionOf(SceneDescription const& description) {
     return description.scriptFunction.empty() ? "buildScene" : description.scriptFunction;
+}
+
+void requireFile(std::string const& path) {
+    if (!std::filesystem::is_regular_file(path))
+        throw std::filesystem::filesystem_error("there is no such file", path,
+                                                std::make_error_code(std::errc::no_such_file_or_directory));
+}
+
+// A scene may be added before its file is written, but is not likely to be.
+void expectFile(SceneDescription const& description) {
+    if (!description.fileName.empty() && !std::filesystem::is_regular_file(description.fileName))
+        warn("there is no scene file \"" + description.fileName + "\" yet");
 }
 
 } // namespace
@@ -47,10 +61,12 @@ bool ExampleApplication::addScene(BuildScenePtr scene, bool unittest, float stop
 }
 
 bool ExampleApplication::addScene(SceneDescription description) {
+    expectFile(description);
     return m_implementation->scenes.add(description);
 }
 
 bool ExampleApplication::addScene(SceneDescription description, int key) {
+    expectFile(description);
     return m_implementation->scenes.add(description, key);
 }
 
@@ -191,8 +207,7 @@ osg::ref_ptr<osg::Group> ExampleApplication::Implementation::runBuilder(ExampleA
 }
 
 osg::ref_ptr<osg::Group> ExampleApplication::Implementation::readSceneFile(std::string const& path, bool& ok) {
-    if (!std::filesystem::is_regular_file(path))
-        throw std::runtime_error("the scene file '" + path + "' cannot be read");
+    requireFile(path);
     osg::ref_ptr<osg::Group> group = new osg::Group;
     switch (fileKind(path)) {
     case FileKind::SCENE:
@@ -213,8 +228,8 @@ osg::ref_ptr<osg::Group> ExampleApplication::Implementation::readSceneFile(std::
 
 bool ExampleApplication::openFile(std::string const& path) {
     FileKind const kind = fileKind(path);
-    if (kind != FileKind::NONE && !std::filesystem::is_regular_file(path))
-        throw std::invalid_argument("there is no file '" + path + "'");
+    if (kind != FileKind::NONE)
+        requireFile(path);
     switch (kind) {
     case FileKind::SCRIPT:
         return addScene(path, "buildScene");
@@ -296,8 +311,10 @@ std::string ExampleApplication::getSaveSceneFilename() const {
 }
 
 bool ExampleApplication::restoreFromFile(std::string const& fileName) {
-    if (!std::filesystem::is_regular_file(fileName))
+    if (!std::filesystem::is_regular_file(fileName)) {
+        warn("there is no saved state \"" + fileName + "\"");
         return false;
+    }
     m_implementation->ensureSimulation().restore(fileName);
     m_implementation->pacer.restart();
     return true;

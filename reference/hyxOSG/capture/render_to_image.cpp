@@ -2,8 +2,8 @@
 
 #include "platform/hyxOSG/capture/render_to_image.h"
 
-#include "platform/hyx/objects/notify.h"
 #include "reference/hyxOSG/capture/image_file.h"
+#include "reference/machinery/meshes/notices.h"
 
 #include <osg/RenderInfo>
 #include <osgDB/FileNameUtils>
@@ -71,7 +71,7 @@ bool RenderToImage::saveImage(hyx::String const& file) const {
         writeImageFile(*image, file);
         return true;
     } catch (std::runtime_error const& failure) {
-        hyx::Notify::instance().notify(hyx::Notify::NOTIFY_WARNING, failure.what());
+        warn(failure.what());
         return false;
     }
 }

@@ -1,14 +1,12 @@
 // Reads the decorator's textures.
 #include "reference/hyxOSG/decoration/texture_file.h"
 
-#include "reference/machinery/model_files/guarded_reading.h"
-
-#include <osgDB/FileUtils>
+#include "reference/hyxOSG/visuals/image_files.h"
 
 namespace hyxOSG {
 
 osg::ref_ptr<osg::Texture2D> loadScreenTexture(std::string const& file) {
-    osg::ref_ptr<osg::Image> const image = readPicture(osgDB::findDataFile(file)).thing;
+    osg::ref_ptr<osg::Image> const image = readImage(file);
     if (!image || !image->valid())
         return nullptr;
     osg::ref_ptr<osg::Texture2D> texture = new osg::Texture2D(image);

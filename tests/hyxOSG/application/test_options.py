@@ -88,7 +88,7 @@ def test_files_among_the_arguments_are_opened(started, box_scene, tmp_path):
     assert app.getNumScenes() == 1
     app.initScene()
     assert [body.getName() for body in app.getSimulation().getRigidBodies()] == ["box"]
-    with pytest.raises(RuntimeError, match="there is no file"):
+    with pytest.raises(FileNotFoundError, match="missing.urdf"):
         started(str(tmp_path / "missing.urdf"))
 
 
