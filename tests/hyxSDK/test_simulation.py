@@ -177,6 +177,21 @@ def test_cleanup_empties_the_simulation():
     world.step()
 
 
+def test_what_is_built_after_cleanup_goes_on_as_in_a_new_simulation():
+    def fill(world):
+        hung = box(0.2, (3, 0, 2))
+        boxes = [box(0.2, (i % 3 * 0.43, 0.01 * i, 0.3 + i // 3 * 0.5)) for i in range(30)]
+        for item in (ground(), *boxes, hung, hyx.Hinge((3, 0, 3), (0, 1, 0), hung)):
+            world.add(item)
+        run(world, 1.5)
+        return poses(world)
+
+    world = hyxSDK.Simulation()
+    first = fill(world)
+    world.cleanup()
+    assert fill(world) == first
+
+
 def test_an_assembly_enters_moves_and_leaves_as_one():
     outer, inner = hyxSDK.Assembly("outer"), hyxSDK.Assembly("inner")
     first, second = box(0.2, (0, 0, 0), name="first"), box(0.2, (1, 0, 0), name="second")
