@@ -4,12 +4,13 @@ from __future__ import annotations
 
 import _hyxOSG
 
+from .gltf import GltfRecording
 from .lists import Items
 from .png import png_bytes
 from .records import Record
 from .sensor_camera import SensorCamera, SensorFrame, SensorNoise, read_cameras
 
-__all__ = ["SensorCamera", "SensorFrame", "SensorNoise", "read_cameras"]
+__all__ = ["GltfRecording", "SensorCamera", "SensorFrame", "SensorNoise", "read_cameras"]
 
 TYPE_CHECKING = False
 if TYPE_CHECKING:
