@@ -29,6 +29,10 @@ constexpr Declared tavlang_rows[] = {
     FUNCTION(LoadResult_getErrors, METHOD(hyxtavlang::LoadResult, getErrors, () const)),
     FUNCTION(LoadResult_getModel, METHOD(hyxtavlang::LoadResult, getModel, () const)),
     FUNCTION(LoadResult_getJoints, SHARED(METHOD(hyxtavlang::LoadResult, getJoints, () const))),
+    FUNCTION(LoadResult_getSensorFrame,
+             SHARED(METHOD(hyxtavlang::LoadResult, getSensorFrame, (std::string const&) const))),
+    FUNCTION(LoadResult_getSensorBody,
+             SHARED(METHOD(hyxtavlang::LoadResult, getSensorBody, (std::string const&) const))),
     REGISTER(hyxtavlang::LoadResult, LoadResult),
     INIT(LoadResult),
 };

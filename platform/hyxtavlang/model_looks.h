@@ -51,6 +51,10 @@ public:
     std::shared_ptr<Physics3D::Body> body; ///< null is the world
     hyx::AffineMatrix4x4 transform;
     double verticalAngle = 0; ///< radians
+    unsigned width = 0;       ///< pixels; 0 where the file gives none
+    unsigned height = 0;
+    double near = 0.05; ///< nothing nearer is seen, metres
+    double far = 1000;
 };
 
 } // namespace tavlang::Visuals

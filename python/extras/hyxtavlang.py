@@ -107,3 +107,29 @@ class LoadResult:
     @property
     def model(self) -> hyxtavlang.ModelNode:
         return self.getModel()  # type: ignore[attr-defined]
+
+    def camera(self, name: str, application: Any, width: int = 0, height: int = 0) -> Any:
+        """A `hyxOSG.SensorCamera` where the model has the camera of this name, with its picture unless told another."""
+        from .model_sensors import camera
+
+        return camera(self, name, application, width, height)
+
+    def lidar(self, name: str) -> Any:
+        """A `hyxSensor.Lidar` in the simulation where the model has the one of this name."""
+        from .model_sensors import lidar
+
+        return lidar(self, name)
+
+    def imu(self, name: str) -> Any:
+        """The motion sensor of this name: `read()` gives the turning speed in rad/s, and in m/s2 what an accelerometer
+        feels, both along the sensor's axes, as a mean since the last reading."""
+        from .model_sensors import Imu
+
+        return Imu(self, name)
+
+    def apply_keyframe(self, name: str) -> None:
+        """Brings bodies and joints into the state of this name in the model, and gives the drives of position actuators
+        its controls as targets. Speeds of ball joints are left out. ValueError where the model has no such state."""
+        from .model_keyframes import apply_keyframe
+
+        apply_keyframe(self, name)

@@ -173,7 +173,8 @@ class SensorCamera:
         """Camera to world, (4, 4). Setting it ends following."""
         if self._followed is None:
             return self._offset.copy()
-        return _matrix(self._followed.getTransform()) @ self._offset
+        place = getattr(self._followed, "getTransform", None) or self._followed.getMatrix
+        return _matrix(place()) @ self._offset
 
     @pose.setter
     def pose(self, pose: Rows) -> None:

@@ -107,7 +107,7 @@ struct ArgumentParser::Implementation {
         commandLine.add_option("arguments", texts, "Files to open")->type_name("TEXT");
         commandLine.footer(
             "Files to open stand for themselves: scripts with a function buildScene (.py), scenes (.json), robots "
-            "(.urdf), models (.gltf, .obj, .stl, ...), journals (.h5) and saved states (.state).\n"
+            "(.urdf, .sdf, .xml), models (.gltf, .obj, .stl, ...), journals (.h5) and saved states (.state).\n"
             "F1 in the window shows its keys.");
         for (KnownOption const& option : knownOptions) {
             group = option.group ? option.group : group;

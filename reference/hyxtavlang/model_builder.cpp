@@ -2,6 +2,7 @@
 #include "reference/hyxtavlang/model_builder.h"
 
 #include "platform/hyx/bodies/material.h"
+#include "platform/hyxtavlang/model_sensors.h"
 #include "reference/hyxtavlang/body_masses.h"
 #include "reference/hyxtavlang/collision_rules.h"
 #include "reference/hyxtavlang/joint_array_implementation.h"
@@ -58,6 +59,8 @@ public:
         for (auto const& exclusion : partsOf<model3d::CollisionExclusion>(m_tree))
             exclude(*exclusion);
         m_rules.apply();
+        mount<tavlang::Visuals::Camera>();
+        mount<tavlang::Sensors::Sensor>();
         m_assembly->add(m_array->drives.get());
         for (auto const& settings : partsOf<tavlang::Simulation::Settings>(m_tree))
             if (settings->hasGravity)
@@ -233,6 +236,20 @@ private:
         auto const first = m_places.find(exclusion.first.get()), second = m_places.find(exclusion.second.get());
         if (first != m_places.end() && second != m_places.end())
             m_rules.separate(*first->second.body, *second->second.body);
+    }
+
+    /// Gives the sensors of a kind their places on the bodies.
+    template <class Sensor>
+    void mount() {
+        for (auto const& sensor : partsOf<Sensor>(m_tree)) {
+            auto const place = m_places.find(sensor->body.get());
+            bool const mounted = place != m_places.end();
+            m_model.result.sensorFrames[sensor->name] =
+                new hyx::Frame(mounted ? sensor->transform * place->second.local : sensor->transform,
+                               mounted ? place->second.body->getFrame() : nullptr);
+            if (mounted)
+                m_model.result.sensorBodies[sensor->name] = place->second.body;
+        }
     }
 
     JointDrive& driveOf(joints::SingleAxisJoint const& joint) {

@@ -1,6 +1,7 @@
 // What each class of the model tree tells of itself.
 #include "platform/hyxtavlang/model_joints.h"
 #include "platform/hyxtavlang/model_looks.h"
+#include "platform/hyxtavlang/model_sensors.h"
 
 namespace tavlang {
 
@@ -196,9 +197,33 @@ Properties Light::getProperties() const {
 }
 
 Properties Camera::getProperties() const {
-    return {{"body", nameOf(body)}, {"transform", numbers(transform)}, {"verticalAngle", verticalAngle}};
+    return {{"body", nameOf(body)},
+            {"transform", numbers(transform)},
+            {"verticalAngle", verticalAngle},
+            {"width", double(width)},
+            {"height", double(height)},
+            {"near", near},
+            {"far", far}};
 }
 
 } // namespace Visuals
+
+namespace Sensors {
+
+Properties Sensor::getProperties() const {
+    return {{"body", nameOf(body)}, {"transform", numbers(transform)}, {"rate", rate}};
+}
+
+Properties Lidar::getProperties() const {
+    return joined(Sensor::getProperties(), {{"rows", double(rows)},
+                                            {"columns", double(columns)},
+                                            {"horizontalAngle", horizontalAngle},
+                                            {"verticalAngle", verticalAngle},
+                                            {"nearest", nearest},
+                                            {"farthest", farthest},
+                                            {"deviation", deviation}});
+}
+
+} // namespace Sensors
 
 } // namespace tavlang

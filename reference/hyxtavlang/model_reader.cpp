@@ -27,23 +27,28 @@ std::string rootElement(std::string const& path) {
 
 bool isModelFile(std::string const& path) {
     std::string const ending = endingOf(path);
-    return ending == ".urdf" || ending == ".xml" || ending == ".mjcf";
+    return ending == ".urdf" || ending == ".xml" || ending == ".mjcf" || ending == ".sdf" || ending == ".world";
 }
 
 ModelTree readModel(std::string const& path, OptParams const& params) {
     if (!std::filesystem::is_regular_file(path))
         throw ModelError("the file '" + path + "' cannot be read");
     if (!isModelFile(path))
-        throw ModelError("the file '" + path +
-                         "' is of a closed format; models with the endings .urdf, .xml and .mjcf are read");
+        throw ModelError(
+            "the file '" + path +
+            "' is of a closed format; models with the endings .urdf, .xml, .mjcf, .sdf and .world are read");
+    if (endingOf(path) == ".sdf" || endingOf(path) == ".world")
+        return readSdf(path, params.searchPaths);
     if (endingOf(path) == ".urdf")
         return readUrdf(path, params.searchPaths);
     std::string const root = rootElement(path);
     if (root == "robot")
         return readUrdf(path, params.searchPaths);
+    if (root == "sdf")
+        return readSdf(path, params.searchPaths);
     if (root == "mujoco")
         return readMjcf(path, params.searchPaths);
-    throw ModelError(path + ":1: expected <mujoco> or <robot> as the first element, not <" + root + ">");
+    throw ModelError(path + ":1: expected <mujoco>, <robot> or <sdf> as the first element, not <" + root + ">");
 }
 
 } // namespace hyxtavlang

@@ -30,6 +30,7 @@ ModelTree readModel(std::string const& path, OptParams const& params);
 bool isModelFile(std::string const& path);
 
 ModelTree readUrdf(std::string const& path, std::vector<std::string> const& searchPaths);
+ModelTree readSdf(std::string const& path, std::vector<std::string> const& searchPaths);
 ModelTree readMjcf(std::string const& path, std::vector<std::string> const& searchPaths);
 
 } // namespace hyxtavlang

@@ -1,5 +1,6 @@
 """Damaged model files are read, or refused in words that name the file; nothing crashes."""
 
+import importlib.util
 import pathlib
 
 import gymnasium
@@ -8,6 +9,12 @@ import pytest
 from subprocesses import run_python
 
 ASSETS = pathlib.Path(gymnasium.__file__).parent / "envs" / "mujoco" / "assets"
+(COLLECTION,) = importlib.util.find_spec("pydrake").submodule_search_locations
+SOURCES = [
+    ASSETS / "humanoid.xml",
+    pathlib.Path(jvrc_description.urdf_path),
+    pathlib.Path(COLLECTION) / "share/drake/examples/planar_gripper/planar_gripper.sdf",
+]
 COUNT = 80
 
 PROGRAM = """
@@ -29,8 +36,13 @@ def damaged(random):
         place = random.randrange(len(text))
         return text[:place] + chr(random.randrange(1, 127)) + text[place + 1 :]
     if kind == 2:  # an element twice, or where another one was
-        elements = re.findall(r"<[a-z]+ [^<>]*/>", text)
+        elements = [found.group() for found in re.finditer(r"<[a-z]+ [^<>]*/>|<([a-z]+)>[^<>]*</\\1>", text)]
         return text.replace(random.choice(elements), random.choice(elements) + random.choice(elements), 1)
+    contents = list(re.finditer(r">([^<>]*[^<>\\s][^<>]*)<", text))
+    if kind > 3 and len(contents) > 100:  # values stand between the tags
+        found = random.choice(contents)
+        value = random.choice(contents).group(1) if kind == 4 else random.choice(values)
+        return text[: found.start(1)] + value + text[found.end(1) :]
     attributes = list(re.finditer(r'[a-z]+="[^"]*"', text))
     found = random.choice(attributes)
     name = found.group().partition("=")[0]
@@ -64,7 +76,7 @@ print("read", read)
 """
 
 
-@pytest.mark.parametrize("source", [ASSETS / "humanoid.xml", pathlib.Path(jvrc_description.urdf_path)], ids=str)
+@pytest.mark.parametrize("source", SOURCES, ids=lambda path: path.suffix)
 def test_damaged_models_are_read_or_refused(source, tmp_path):
     target = tmp_path / f"damaged{source.suffix}"
     done = run_python("-c", PROGRAM, str(source), str(target), str(COUNT))

@@ -1,6 +1,8 @@
 // Tells files by their endings.
 #include "reference/hyxOSG/application/file_kinds.h"
 
+#include "reference/hyxtavlang/model_reader.h"
+
 #include <algorithm>
 #include <array>
 #include <cctype>
@@ -16,7 +18,7 @@ FileKind fileKind(std::string const& path) {
     using namespace std::string_view_literals;
     if (ending == ".py")
         return FileKind::SCRIPT;
-    if (is(std::array{".json"sv, ".urdf"sv}))
+    if (ending == ".json" || hyxtavlang::isModelFile(path))
         return FileKind::SCENE;
     if (is(std::array{".h5"sv, ".hdf5"sv}))
         return FileKind::JOURNAL;

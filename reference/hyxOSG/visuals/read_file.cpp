@@ -97,7 +97,7 @@ bool readFile(std::string const& file, hyxSDK::Simulation* simulation, osg::Grou
         if (hyxtavlang::isModelFile(path))
             return readModelFile(path, target);
         warn("the scene file \"" + file +
-             "\" is of an unknown kind; accepted are .json scenes and .urdf, .xml and .mjcf"
+             "\" is of an unknown kind; accepted are .json scenes and .urdf, .sdf, .xml and .mjcf"
              " models");
     } catch (std::exception const& error) {
         warn("the scene file \"" + file + "\" cannot be read: " + error.what());

@@ -20,6 +20,9 @@ SCENE = '{"bodies": [{"name": "box", "geometries": [{"shape": "box", "halfExtent
 ROBOT = """<robot name="r"><link name="base"><inertial><mass value="1"/><inertia ixx="1" iyy="1" izz="1" ixy="0" ixz="0"
  iyz="0"/></inertial><visual><geometry><box size="1 1 1"/></geometry></visual><collision><geometry><box size="1 1 1"/>
 </geometry></collision></link></robot>"""
+WORLD = """<sdf version="1.9"><world name="w"><model name="m"><static>true</static><link name="l"><visual name="v">
+ <geometry><box><size>1 1 1</size></box></geometry></visual></link></model></world></sdf>"""
+HINGED = """<mujoco><worldbody><body><freejoint/><geom type="box" size="1 1 1"/></body></worldbody></mujoco>"""
 MODEL = "v 0 0 0\nv 2 0 0\nv 0 0 2\nf 1 2 3\n"
 
 
@@ -29,7 +32,7 @@ def open_file(*arguments):
 
 @pytest.mark.parametrize(
     "name, text",
-    [("s.py", SCRIPT), ("s.json", SCENE), ("r.urdf", ROBOT), ("m.obj", MODEL)],
+    [("s.py", SCRIPT), ("s.json", SCENE), ("r.urdf", ROBOT), ("w.sdf", WORLD), ("m.xml", HINGED), ("m.obj", MODEL)],
     ids=lambda value: value[:6],
 )
 def test_each_kind_of_file_is_opened_and_drawn(tmp_path, name, text):

@@ -1,0 +1,116 @@
+// Errors, remarks, files and numbers of SDF files.
+#include "reference/hyxtavlang/sdf_context.h"
+
+#include "reference/hyxtavlang/resource_paths.h"
+
+#include <algorithm>
+#include <fstream>
+
+namespace hyxtavlang {
+namespace {
+
+/// The library tells few lines: the one where the last name that a message quotes stands.
+int lineOfName(std::string const& message, std::string const& path) {
+    auto const end = message.find_last_of("]'\"");
+    auto const begin = end == std::string::npos || !end ? std::string::npos : message.find_last_of("['\"", end - 1);
+    std::string name = begin == std::string::npos ? "" : message.substr(begin + 1, end - begin - 1);
+    constexpr char const* named = " named ";
+    if (auto const place = message.find(named); name.empty() && place != std::string::npos) {
+        name = message.substr(place + 7);
+        name = name.substr(0, name.find(' '));
+    }
+    std::ifstream file(path);
+    int number = 0;
+    for (std::string text; !name.empty() && std::getline(file, text);) {
+        ++number;
+        for (auto place = text.find(name); place != std::string::npos; place = text.find(name, place + 1)) {
+            char const before = place ? text[place - 1] : ' ', after = text[std::min(place + name.size(), text.size())];
+            if ((before == after && (before == '"' || before == '\'')) || (before == '>' && after == '<'))
+                return number;
+        }
+    }
+    return 1;
+}
+
+} // namespace
+
+SdfContext::SdfContext(std::string const& file, std::vector<std::string> const& folders)
+    : path(file), searchPaths(folders), tree(std::make_shared<tavlang::Physics3D::System>()) {}
+
+std::string SdfContext::line(sdf::Error const& error) const {
+    std::string const file = error.FilePath().value_or(path);
+    int const number = error.LineNumber() ? *error.LineNumber() : lineOfName(error.Message(), file);
+    return file + ":" + std::to_string(number) + ": " + error.Message();
+}
+
+void SdfContext::check(sdf::Errors const& errors) const {
+    std::vector<std::string> lines;
+    for (sdf::Error const& error : errors)
+        if (error.Code() != sdf::ErrorCode::LINK_INERTIA_INVALID) // judged where the link is read
+            lines.push_back(line(error));
+    if (!lines.empty())
+        throw ModelError(lines);
+}
+
+void SdfContext::fail(sdf::ElementPtr const& element, std::string const& what) const {
+    std::string const file = element && !element->FilePath().empty() ? element->FilePath() : path;
+    throw ModelError(file + ":" + std::to_string(std::max(1, lineOf(element))) + ": " + what);
+}
+
+void SdfContext::remark(std::string const& what, sdf::ElementPtr const& element) {
+    if (m_remarked.insert(what).second)
+        tree->annotations.push_back(std::make_shared<tavlang::Annotation>(
+            what + " is not carried over", element && !element->FilePath().empty() ? element->FilePath() : path,
+            lineOf(element)));
+}
+
+void SdfContext::remarkRest(sdf::ElementPtr const& element, std::initializer_list<char const*> known) {
+    if (!element)
+        return;
+    for (sdf::ElementPtr part = element->GetFirstElement(); part; part = part->GetNextElement())
+        if (part->GetExplicitlySetInFile() && std::find(known.begin(), known.end(), part->GetName()) == known.end())
+            remark("<" + part->GetName() + "> of <" + element->GetName() + ">", part);
+}
+
+std::string SdfContext::resource(std::string const& uri, std::string const& base,
+                                 sdf::ElementPtr const& element) const {
+    std::string const file = findResource(uri, base.empty() ? path : base, searchPaths);
+    if (file.empty())
+        fail(element, "the file '" + uri + "' was not found; expected beside the model or in a search path");
+    return file;
+}
+
+std::string SdfContext::findModel(std::string const& uri, std::string const& base) const {
+    std::string const file = findResource(uri, base, searchPaths);
+    return file.empty() ? findResource(uri + "/model.sdf", base, searchPaths) : file;
+}
+
+hyx::AffineMatrix4x4 SdfContext::place(sdf::SemanticPose const& pose, std::string const& to) const {
+    ignition::math::Pose3d found;
+    check(pose.Resolve(found, to));
+    auto const& q = found.Rot();
+    return {hyx::Quat(q.X(), q.Y(), q.Z(), q.W()), vector(found.Pos())};
+}
+
+int SdfContext::lineOf(sdf::ElementPtr const& element) {
+    return element ? element->LineNumber().value_or(0) : 0;
+}
+
+hyx::Vec3 SdfContext::vector(ignition::math::Vector3d const& vector) {
+    return {vector.X(), vector.Y(), vector.Z()};
+}
+
+hyx::Vec4f SdfContext::color(ignition::math::Color const& color) {
+    return {color.R(), color.G(), color.B(), color.A()};
+}
+
+double SdfContext::number(sdf::ElementPtr element, std::initializer_list<char const*> way, double otherwise) {
+    for (char const* name : way) {
+        if (!element || !element->HasElement(name))
+            return otherwise;
+        element = element->GetElement(name);
+    }
+    return element->Get<double>();
+}
+
+} // namespace hyxtavlang
