@@ -7,6 +7,8 @@
 #include "platform/hyxCollide/geometry.h"
 #include "platform/hyxTerrain/terrain.h"
 
+#include <vector>
+
 namespace hyxSDK {
 
 /// A terrain in a simulation: bodies stand on it, compact it and dig in it.
@@ -37,7 +39,14 @@ protected:
     ~TerrainInstance() override;
 
 private:
-    void takeContacts();
+    /// A column and the pressure in Pa that has come upon it so far.
+    struct Load {
+        hyx::UInt x, y;
+        hyx::Real pressure;
+    };
+
+    std::vector<Load> findLoads() const;
+    void press(std::vector<Load> const& loads, hyx::Real timeStep);
     void moveSurface();
 
     hyx::ref_ptr<hyxTerrain::Terrain> m_terrain;
@@ -45,6 +54,7 @@ private:
     hyx::ref_ptr<hyx::RigidBody> m_body;
     hyx::UInt m_shownRevision = 0;
     bool m_enableCompaction = true;
+    std::vector<Load> m_loads;
 };
 
 } // namespace hyxSDK

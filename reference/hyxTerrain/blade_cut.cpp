@@ -10,6 +10,14 @@ namespace hyxTerrain {
 using hyx::Real;
 using hyx::Vec3;
 
+namespace {
+
+constexpr int edgeSamples = 16;
+/// m/s from which a blade meets all of the soil's resistance.
+constexpr Real fullSpeed = 0.1;
+
+} // namespace
+
 std::vector<Cut> findCuts(Columns const& columns, DigTool const& tool, Vec3 const& terrainPosition, Real timeStep) {
     Vec3 const a = tool.getWorldEdgeBegin() - terrainPosition, b = tool.getWorldEdgeEnd() - terrainPosition;
     Vec3 const plate = tool.getWorldTop() - terrainPosition - (a + b) * 0.5;
@@ -47,20 +55,33 @@ std::vector<Cut> findCuts(Columns const& columns, DigTool const& tool, Vec3 cons
     return cuts;
 }
 
-Vec3 soilForce(Columns const& columns, std::vector<Cut> const& cuts, Vec3 const& velocity, Real gravity) {
-    Real const speed = velocity.length();
-    if (cuts.empty() || speed < 1e-3)
+Vec3 soilForce(Columns const& columns, DigTool const& tool, Vec3 const& terrainPosition, Vec3 const& velocity,
+               Real gravity) {
+    Vec3 const a = tool.getWorldEdgeBegin() - terrainPosition, edge = tool.getWorldEdgeEnd() - tool.getWorldEdgeBegin();
+    Vec3 const level(velocity.x, velocity.y, 0);
+    if (level.length() < 1e-3)
         return Vec3();
-    Real pressure = 0;
-    for (Cut const& cut : cuts) {
-        Columns::Column const& column = columns.column(cut.column);
+    Vec3 const ahead = level.normal();
+    Real const size = columns.elementSize;
+    Real const width = std::abs(edge.x * ahead.y - edge.y * ahead.x) / edgeSamples;
+    Real force = 0;
+    for (int i = 0; i < edgeSamples; ++i) {
+        Vec3 const point = a + edge * ((i + 0.5) / edgeSamples);
+        // Nearer elements have been cut by the blade.
+        Vec3 const place = (point + ahead * (1.5 * size)) / size;
+        auto const x = std::lround(std::clamp<Real>(place.x, -1, columns.nx)),
+                   y = std::lround(std::clamp<Real>(place.y, -1, columns.ny));
+        if (x < 0 || y < 0 || x >= static_cast<long>(columns.nx) || y >= static_cast<long>(columns.ny))
+            continue;
+        std::size_t const c = columns.index(x, y);
+        Columns::Column const& column = columns.column(c);
         SoilMaterial const& soil = columns.materials[column.count > 0 ? column.layers[column.count - 1].material : 0];
-        Real const depth = columns.height(cut.column) - cut.height;
+        Real const depth = std::max(columns.height(c) - std::max(point.z, columns.rock), 0.0);
         Real const passive = std::pow(std::tan(std::numbers::pi / 4 + 0.5 * std::min(soil.reposeAngle, 1.2)), 2);
-        pressure += 0.5 * soil.density * gravity * passive * depth * depth * columns.elementSize;
+        force += 0.5 * soil.density * gravity * passive * depth * depth * width;
     }
-    // The force comes up with the speed, so that a blade at rest is not pushed back.
-    return velocity / speed * -(pressure * std::min(speed / 0.1, 1.0));
+    // It comes up with the speed, so that a blade at rest is not pushed back.
+    return ahead * -(force * std::min(level.length() / fullSpeed, 1.0));
 }
 
 } // namespace hyxTerrain

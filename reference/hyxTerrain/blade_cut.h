@@ -18,8 +18,9 @@ struct Cut {
 std::vector<Cut> findCuts(Columns const& columns, DigTool const& tool, hyx::Vec3 const& terrainPosition,
                           hyx::Real timeStep);
 
-/// The force in newtons on a blade that takes `cuts` at `velocity`: passive earth pressure over its width, of soil that
-/// `gravity` in m/s2 pulls down.
-hyx::Vec3 soilForce(Columns const& columns, std::vector<Cut> const& cuts, hyx::Vec3 const& velocity, hyx::Real gravity);
+/// The force in newtons on the edge of a blade that goes at `velocity` through soil which `gravity` in m/s2 pulls down:
+/// passive earth pressure of what stands ahead of it, over its width across its way.
+hyx::Vec3 soilForce(Columns const& columns, DigTool const& tool, hyx::Vec3 const& terrainPosition,
+                    hyx::Vec3 const& velocity, hyx::Real gravity);
 
 } // namespace hyxTerrain

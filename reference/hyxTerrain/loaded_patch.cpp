@@ -1,4 +1,4 @@
-// The hull of contact points, with a margin.
+// The hull of points, with a margin.
 #include "reference/hyxTerrain/loaded_patch.h"
 
 #include <algorithm>
@@ -12,17 +12,17 @@ using hyx::Vec3;
 
 namespace {
 
-/// Metres; what lies on one point presses on a patch of this radius.
-constexpr Real patchMargin = 0.1;
+/// Metres; what lies on one point presses on a patch of this radius, and no patch is much narrower.
+constexpr Real leastRadius = 0.1;
 
 Real turn(Vec3 const& a, Vec3 const& b, Vec3 const& c) {
     return (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
 }
 
-Real distanceTo(Vec3 const& place, Vec3 const& from, Vec3 const& to) {
+Vec3 wayTo(Vec3 const& place, Vec3 const& from, Vec3 const& to) {
     Vec3 const edge = to - from;
     Real const along = edge.length2() > 0 ? std::clamp((place - from).dot(edge) / edge.length2(), 0.0, 1.0) : 0;
-    return (place - from - edge * along).length();
+    return place - from - edge * along;
 }
 
 } // namespace
@@ -44,13 +44,22 @@ LoadedPatch::LoadedPatch(std::vector<Vec3> places) {
             m_corners.pop_back();
         std::reverse(places.begin(), places.end());
     }
+    Real const around = outline();
+    m_margin = around > 0 ? std::max(leastRadius - 2 * area() / around, 0.0) : leastRadius;
+}
+
+Real LoadedPatch::outline() const {
+    Real sum = 0;
+    for (std::size_t i = 0; i < m_corners.size(); ++i)
+        sum += (m_corners[(i + 1) % m_corners.size()] - m_corners[i]).length();
+    return sum;
 }
 
 Real LoadedPatch::area() const {
-    Real sum = std::numbers::pi * patchMargin * patchMargin;
+    Real sum = std::numbers::pi * m_margin * m_margin + outline() * m_margin;
     for (std::size_t i = 0; i < m_corners.size(); ++i) {
         Vec3 const& next = m_corners[(i + 1) % m_corners.size()];
-        sum += (m_corners[i].x * next.y - m_corners[i].y * next.x) / 2 + (next - m_corners[i]).length() * patchMargin;
+        sum += (m_corners[i].x * next.y - m_corners[i].y * next.x) / 2;
     }
     return sum;
 }
@@ -62,20 +71,20 @@ std::pair<Vec3, Vec3> LoadedPatch::bound() const {
             lower[i] = std::min(lower[i], corner[i]);
             upper[i] = std::max(upper[i], corner[i]);
         }
-    Vec3 const around(patchMargin, patchMargin, 0);
+    Vec3 const around(m_margin, m_margin, 0);
     return {lower - around, upper + around};
 }
 
-bool LoadedPatch::covers(Vec3 const& center, Real elementSize) const {
+bool LoadedPatch::bears(Vec3 const& center, Real elementSize) const {
     bool inside = m_corners.size() > 2;
-    Real nearest = 1e300;
+    Vec3 nearest(1e150, 0, 0);
     for (std::size_t i = 0; i < m_corners.size(); ++i) {
         Vec3 const& next = m_corners[(i + 1) % m_corners.size()];
         inside = inside && turn(m_corners[i], next, center) >= 0;
-        nearest = std::min(nearest, distanceTo(center, m_corners[i], next));
+        if (Vec3 const way = wayTo(center, m_corners[i], next); way.length2() < nearest.length2())
+            nearest = way;
     }
-    // Some element always belongs to it, however large elements are.
-    return inside || nearest <= std::max(patchMargin, elementSize / 2);
+    return inside || std::max(std::abs(nearest.x), std::abs(nearest.y)) < m_margin + elementSize;
 }
 
 } // namespace hyxTerrain

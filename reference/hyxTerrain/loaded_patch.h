@@ -8,8 +8,8 @@
 
 namespace hyxTerrain {
 
-/// The smallest convex patch around contact points, and a margin: what is pressed does not depend on how finely the
-/// ground is divided.
+/// The smallest convex patch around points, and a margin where it is narrow: its pressure does not depend on how finely
+/// the ground is divided.
 class LoadedPatch {
 public:
     /// In metres, seen from above.
@@ -17,12 +17,17 @@ public:
 
     hyx::Real area() const;
     std::pair<hyx::Vec3, hyx::Vec3> bound() const;
-    /// Whether an element of this size and centre belongs to the patch.
-    bool covers(hyx::Vec3 const& center, hyx::Real elementSize) const;
+    /// Whether the surface between an element's centre and its neighbours is in the patch, so that the element must go
+    /// down for the patch to.
+    bool bears(hyx::Vec3 const& center, hyx::Real elementSize) const;
 
 private:
+    hyx::Real outline() const;
+
     /// Anticlockwise.
     std::vector<hyx::Vec3> m_corners;
+    /// Metres around the corners.
+    hyx::Real m_margin = 0;
 };
 
 } // namespace hyxTerrain

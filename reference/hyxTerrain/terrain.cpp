@@ -328,7 +328,7 @@ UInt Terrain::getRowRevision(UInt y) const {
 void Terrain::Implementation::useTool(DigTool& tool, Real timeStep) {
     Vec3 const velocity = tool.getWorldVelocity();
     std::vector<Cut> const cuts = findCuts(columns, tool, position, timeStep);
-    Vec3 const force = soilForce(columns, cuts, velocity, gravityDown());
+    Vec3 const force = soilForce(columns, tool, position, velocity, gravityDown());
     Real mass = 0;
     for (Cut const& cut : cuts)
         mass += takeAbove(cut.column, cut.height, [&](Soil const& soil) {

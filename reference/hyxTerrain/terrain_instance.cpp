@@ -4,6 +4,7 @@
 #include "platform/hyxCollide/height_field.h"
 #include "platform/hyxCollide/space.h"
 #include "platform/hyxSDK/simulation.h"
+#include "reference/hyxTerrain/foot_points.h"
 #include "reference/hyxTerrain/loaded_patch.h"
 #include "reference/machinery/files/state_keepers.h"
 
@@ -19,6 +20,15 @@ using hyx::Real;
 using hyx::Vec3;
 using hyxTerrain::LoadedPatch;
 
+namespace {
+
+/// Seconds in which soil gives way to a load: what falls on it after it does not press much more than its weight.
+constexpr Real yieldTime = 0.1;
+/// Pa; less is forgotten.
+constexpr Real leastPressure = 100;
+
+} // namespace
+
 TerrainInstance::TerrainInstance(hyxTerrain::Terrain* terrain) : m_terrain(terrain) {
     if (!terrain)
         throw std::invalid_argument("a terrain instance needs a terrain");
@@ -31,6 +41,7 @@ TerrainInstance::TerrainInstance(hyxTerrain::Terrain* terrain) : m_terrain(terra
     moveSurface();
     hyx::keepState(this, [this](hyx::StateBytes& bytes) {
         hyx::exchangeState(m_terrain.get(), bytes);
+        bytes(m_loads);
         m_shownRevision = 0;
         moveSurface();
     });
@@ -64,7 +75,7 @@ void TerrainInstance::step(Real timeStep) {
     if (getSimulation())
         m_terrain->getSoilParticles()->setGravity(getSimulation()->getGravity());
     if (m_enableCompaction)
-        takeContacts();
+        press(findLoads(), timeStep);
     m_terrain->step(timeStep);
     moveSurface();
 }
@@ -82,33 +93,70 @@ void TerrainInstance::setSimulation(Simulation* simulation) {
     simulation->add(m_body.get());
 }
 
-// Each body presses evenly on the ground under and around its contact points.
-void TerrainInstance::takeContacts() {
+// Each geometry presses evenly on the ground under it.
+std::vector<TerrainInstance::Load> TerrainInstance::findLoads() const {
+    std::map<std::pair<long, long>, Real> pressures;
     if (!getSimulation())
-        return;
+        return {};
     Vec3 const origin = m_terrain->getPosition();
     Real const size = m_terrain->getElementSize();
     auto const nx = static_cast<long>(m_terrain->getNumColumnsX()), ny = static_cast<long>(m_terrain->getNumColumnsY());
-    std::map<std::pair<long, long>, Real> pressures;
     for (auto const& contact : getSimulation()->getSpace()->getGeometryContacts(m_geometry.get())) {
-        std::vector<Vec3> places;
+        hyxCollide::Geometry const& other = *contact.getGeometry(contact.getGeometry(0) == m_geometry.get() ? 1 : 0);
+        std::vector<Vec3> places = hyxTerrain::findFootPoints(other, *m_terrain);
         Real force = 0;
         for (auto const& point : contact.points()) {
-            places.push_back(point.point - origin);
+            if (point.normalForce > 0)
+                places.push_back(point.point);
             force += point.normalForce;
         }
         if (force <= 0)
             continue;
+        for (Vec3& place : places)
+            place -= origin;
         LoadedPatch const patch(std::move(places));
         auto const [lower, upper] = patch.bound();
-        Real const covered = std::max(patch.area(), size * size);
-        for (long y = std::lround(lower.y / size); y <= std::lround(upper.y / size); ++y)
-            for (long x = std::lround(lower.x / size); x <= std::lround(upper.x / size); ++x)
-                if (x >= 0 && y >= 0 && x < nx && y < ny && patch.covers(Vec3(x * size, y * size, 0), size))
-                    pressures[{y, x}] += force / covered;
+        auto const from = [size](Real value) { return std::max(std::lround(std::max(value, 0.0) / size) - 1, 0l); };
+        auto const to = [size](Real value, long count) {
+            return std::min(std::lround(std::min(value / size, static_cast<Real>(count))) + 1, count - 1);
+        };
+        for (long y = from(lower.y); y <= to(upper.y, ny); ++y)
+            for (long x = from(lower.x); x <= to(upper.x, nx); ++x)
+                if (patch.bears(Vec3(x * size, y * size, 0), size)) {
+                    Real& pressure = pressures[{y, x}];
+                    pressure = std::max(pressure, force / patch.area());
+                }
     }
+    std::vector<Load> loads;
     for (auto const& [place, pressure] : pressures)
-        m_terrain->compact(place.second, place.first, pressure);
+        loads.push_back({static_cast<hyx::UInt>(place.second), static_cast<hyx::UInt>(place.first), pressure});
+    return loads;
+}
+
+// Both lists go by y, then by x.
+void TerrainInstance::press(std::vector<Load> const& loads, Real timeStep) {
+    Real const part = 1 - std::exp(-timeStep / yieldTime);
+    auto const isBefore = [](Load const& a, Load const& b) { return a.y != b.y ? a.y < b.y : a.x < b.x; };
+    std::vector<Load> now;
+    auto former = m_loads.begin();
+    auto const leave = [&] {
+        if (former->pressure *= 1 - part; former->pressure > leastPressure)
+            now.push_back(*former);
+        ++former;
+    };
+    for (Load const& load : loads) {
+        while (former != m_loads.end() && isBefore(*former, load))
+            leave();
+        Real reached = 0;
+        if (former != m_loads.end() && !isBefore(load, *former))
+            reached = former++->pressure;
+        reached += (load.pressure - reached) * part;
+        now.push_back({load.x, load.y, reached});
+        m_terrain->compact(load.x, load.y, reached);
+    }
+    while (former != m_loads.end())
+        leave();
+    m_loads.swap(now);
 }
 
 void TerrainInstance::moveSurface() {
