@@ -67,18 +67,23 @@ Vec3 soilForce(Columns const& columns, DigTool const& tool, Vec3 const& terrainP
     Real force = 0;
     for (int i = 0; i < edgeSamples; ++i) {
         Vec3 const point = a + edge * ((i + 0.5) / edgeSamples);
-        // Nearer elements have been cut by the blade.
-        Vec3 const place = (point + ahead * (1.5 * size)) / size;
-        auto const x = std::lround(std::clamp<Real>(place.x, -1, columns.nx)),
-                   y = std::lround(std::clamp<Real>(place.y, -1, columns.ny));
-        if (x < 0 || y < 0 || x >= static_cast<long>(columns.nx) || y >= static_cast<long>(columns.ny))
-            continue;
-        std::size_t const c = columns.index(x, y);
-        Columns::Column const& column = columns.column(c);
-        SoilMaterial const& soil = columns.materials[column.count > 0 ? column.layers[column.count - 1].material : 0];
-        Real const depth = std::max(columns.height(c) - std::max(point.z, columns.rock), 0.0);
-        Real const passive = std::pow(std::tan(std::numbers::pi / 4 + 0.5 * std::min(soil.reposeAngle, 1.2)), 2);
-        force += 0.5 * soil.density * gravity * passive * depth * depth * width;
+        Real depth = 0, passive = 0, wedge = 0;
+        // The wedge that breaks loose is longer than the slope down to the edge. Nearer elements have been cut already.
+        for (Real away = 1.5 * size; away - 1.5 * size <= wedge; away += std::max(size, 0.25 * wedge)) {
+            std::size_t c = 0;
+            if (!columns.find(point + ahead * away, c))
+                break;
+            Columns::Column const& column = columns.column(c);
+            SoilMaterial const& soil =
+                columns.materials[column.count > 0 ? column.layers[column.count - 1].material : 0];
+            Real const slope = std::tan(std::numbers::pi / 4 + 0.5 * std::min(soil.reposeAngle, 1.2));
+            if (Real const here = columns.height(c) - std::max(point.z, columns.rock); here > depth) {
+                depth = here;
+                passive = soil.density * slope * slope;
+            }
+            wedge = depth * slope;
+        }
+        force += 0.5 * gravity * passive * depth * depth * width;
     }
     // It comes up with the speed, so that a blade at rest is not pushed back.
     return ahead * -(force * std::min(level.length() / fullSpeed, 1.0));

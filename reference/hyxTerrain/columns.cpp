@@ -25,6 +25,14 @@ Columns::Columns(hyx::UInt nx, hyx::UInt ny, Real elementSize, Real depth)
         push(column, ground);
 }
 
+bool Columns::find(hyx::Vec3 const& place, std::size_t& c) const {
+    Real const x = std::round(place.x / elementSize), y = std::round(place.y / elementSize);
+    if (!(x >= 0 && y >= 0 && x < static_cast<Real>(nx) && y < static_cast<Real>(ny)))
+        return false;
+    c = index(static_cast<hyx::UInt>(x), static_cast<hyx::UInt>(y));
+    return true;
+}
+
 Real Columns::fluidThickness(std::size_t c) const {
     Column const& column = m_columns[c];
     return column.fluidMass / (materials[column.fluidMaterial].density * loose * area);

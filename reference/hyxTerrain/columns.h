@@ -47,6 +47,9 @@ public:
 
     std::size_t index(hyx::UInt x, hyx::UInt y) const { return y * nx + x; }
 
+    /// The column at a place in metres; false outside.
+    bool find(hyx::Vec3 const& place, std::size_t& c) const;
+
     std::size_t size() const { return m_columns.size(); }
 
     Column const& column(std::size_t c) const { return m_columns[c]; }

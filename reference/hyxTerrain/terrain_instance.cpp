@@ -23,7 +23,7 @@ using hyxTerrain::LoadedPatch;
 namespace {
 
 /// Seconds in which soil gives way to a load: what falls on it after it does not press much more than its weight.
-constexpr Real yieldTime = 0.1;
+constexpr Real pressingTime = 0.2;
 /// Pa; less is forgotten.
 constexpr Real leastPressure = 100;
 
@@ -135,7 +135,7 @@ std::vector<TerrainInstance::Load> TerrainInstance::findLoads() const {
 
 // Both lists go by y, then by x.
 void TerrainInstance::press(std::vector<Load> const& loads, Real timeStep) {
-    Real const part = 1 - std::exp(-timeStep / yieldTime);
+    Real const part = 1 - std::exp(-timeStep / pressingTime);
     auto const isBefore = [](Load const& a, Load const& b) { return a.y != b.y ? a.y < b.y : a.x < b.x; };
     std::vector<Load> now;
     auto former = m_loads.begin();

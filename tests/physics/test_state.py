@@ -61,9 +61,11 @@ def soil(world):
     for one in (tray, grains, emitter):
         world.add(one)
     terrain = hyxTerrain.Terrain(20, 20, 0.1, 0.5)
+    terrain.setPosition(hyx.Vec3(2, 2, 0.5))
     terrain.addMass(10, 10, 30.0)
     terrain.disturb()
     world.add(hyxSDK.TerrainInstance(terrain))
+    world.add(box(0.2, (3.5, 3.5, 0.8)))
 
 
 def hoist(world):

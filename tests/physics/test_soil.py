@@ -1,0 +1,64 @@
+"""Soil whose answers do not depend on how finely it is divided."""
+
+import math
+
+import hyx
+import hyxCollide
+import hyxSDK
+import hyxTerrain
+import pytest
+from physics_scene import GRAVITY, body, run, simulation
+
+SIZES = [0.05, 0.1, 0.2, 0.4]
+
+
+def soil(size, side, place=(0, 0)):
+    columns = round(side / size) + 1
+    made = hyxTerrain.Terrain(columns, columns, size, 1.0)
+    made.setPosition(hyx.Vec3(place[0] - side / 2, place[1] - side / 2, 0))
+    return made
+
+
+def sinkage(material, pressure):
+    """Of two layers, down to 0.4 m and from there to 1 m, under loads that fade as under a patch of 0.2 m."""
+    sunk = 0
+    for thickness, middle in [(0.4, 0.2), (0.6, 0.7)]:
+        ratio = pressure / (1 + middle / 0.2) ** 2 / material.firstPressure
+        compaction = 1 + material.compressibility * math.log10(max(ratio, 1))
+        sunk += thickness * (1 - 1 / compaction)
+    return sunk
+
+
+@pytest.mark.parametrize("shape", ["box", "cylinder"])
+@pytest.mark.parametrize("size", SIZES)
+def test_a_plate_sinks_the_same_on_every_mesh(measured, size, shape):
+    ground = soil(size, 4, (0.03, -0.02))
+    plate = body(hyxCollide.Box(0.5, 0.5, 0.2), (0, 0, 0.2), mass=50e3 / GRAVITY)
+    if shape == "cylinder":
+        plate = body(hyxCollide.Cylinder(0.5, 0.4), (0, 0, 0.2), mass=50e3 * math.pi / 4 / GRAVITY)
+        plate.setRotation(hyx.Quat(math.pi / 2, hyx.Vec3(1, 0, 0)))
+    world = simulation(hyxSDK.TerrainInstance(ground), plate)
+    run(world, 3)
+    measured.relative("sinkage, m", sinkage(ground.getMaterial(0), 50e3), -ground.getWorldHeight(0, 0), 0.1)
+    assert 0.2 - plate.getPosition().z == pytest.approx(-ground.getWorldHeight(0, 0), abs=0.003)
+
+
+@pytest.mark.parametrize("size", SIZES)
+def test_a_blade_feels_passive_earth_pressure(measured, size):
+    """At a speed where the weight of the soil matters, and what it takes to set it moving does not."""
+    ground = soil(size, 4)
+    blade = hyx.RigidBody()
+    blade.setMotionControl(hyx.RigidBody.KINEMATICS)
+    blade.setPosition(hyx.Vec3(-1.5, 0, -0.1))
+    blade.setVelocity(hyx.Vec3(0.2, 0, 0))
+    tool = hyxTerrain.DigTool(blade, hyx.Vec3(0, -0.4, 0), hyx.Vec3(0, 0.4, 0), hyx.Vec3(-0.1, 0, 0.4))
+    ground.addTool(tool)
+    total, steps, step = 0, 240, 1 / 60
+    for _ in range(steps):
+        blade.setPosition(blade.getPosition() + blade.getVelocity() * step)
+        ground.step(step)
+        total -= tool.getSoilForce().x / steps
+    material = ground.getMaterial(0)
+    passive = math.tan(math.pi / 4 + material.reposeAngle / 2) ** 2
+    closed_form = 0.5 * material.density * GRAVITY * passive * 0.1**2 * 0.8
+    measured.relative("force, N", closed_form, total, 0.1)
