@@ -8,9 +8,13 @@ TYPE_CHECKING = False  # for checkers only: importing `typing` would cost more t
 if TYPE_CHECKING:
     from collections.abc import Iterator
 
+    import hyxOSG
+    import hyxSensor
     import hyxtavlang
 
     from .hints import Doubles, Values
+    from .model_sensors import Imu
+    from .sensor_camera import SensorCamera
 
 
 class JointArray:
@@ -108,19 +112,21 @@ class LoadResult:
     def model(self) -> hyxtavlang.ModelNode:
         return self.getModel()  # type: ignore[attr-defined]
 
-    def camera(self, name: str, application: Any, width: int = 0, height: int = 0) -> Any:
+    def camera(
+        self, name: str, application: hyxOSG.ExampleApplication, width: int = 0, height: int = 0
+    ) -> SensorCamera:
         """A `hyxOSG.SensorCamera` where the model has the camera of this name, with its picture unless told another."""
         from .model_sensors import camera
 
         return camera(self, name, application, width, height)
 
-    def lidar(self, name: str) -> Any:
+    def lidar(self, name: str) -> hyxSensor.Lidar:
         """A `hyxSensor.Lidar` in the simulation where the model has the one of this name."""
         from .model_sensors import lidar
 
         return lidar(self, name)
 
-    def imu(self, name: str) -> Any:
+    def imu(self, name: str) -> Imu:
         """The motion sensor of this name: `read()` gives the turning speed in rad/s, and in m/s2 what an accelerometer
         feels, both along the sensor's axes, as a mean since the last reading."""
         from .model_sensors import Imu

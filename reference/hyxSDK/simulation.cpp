@@ -261,7 +261,6 @@ void Simulation::cleanup() {
     removeAll(self.materials);
     self.world.contactMaterials.clear();
     self.geometries.clear();
-    self.world.forgetHistory({}); // what is built next goes on as in a new simulation
     setTimeStamp(0);
 }
 

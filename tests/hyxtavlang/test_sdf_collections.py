@@ -1,16 +1,15 @@
 """SDF models of a collection against the reading of the format's own library."""
 
-import importlib.util
 import json
-import pathlib
 import subprocess
 
 import numpy
 import pytest
+from model_collection import SHARE, needs_models
 from subprocesses import BUILD
 
-(PACKAGE,) = importlib.util.find_spec("pydrake").submodule_search_locations
-SHARE = pathlib.Path(PACKAGE) / "share" / "drake"
+pytestmark = needs_models
+
 FILES = [
     "examples/acrobot/Acrobot",
     "examples/multibody/cart_pole/cart_pole",
