@@ -10,18 +10,28 @@
 #include <osg/Transform>
 #include <osg/TriangleFunctor>
 
-#include <map>
+#include <bit>
 #include <stdexcept>
+#include <unordered_map>
 
 namespace hyxOSG {
 namespace {
+
+struct PlaceHash {
+    std::size_t operator()(osg::Vec3d const& place) const {
+        std::size_t hash = 0;
+        for (int i = 0; i < 3; ++i) // both zeros are one place
+            hash = (hash ^ std::bit_cast<std::size_t>(place[i] + 0.0)) * 0x9E3779B97F4A7C15u;
+        return hash ^ hash >> 32;
+    }
+};
 
 /// Gathers triangles, with corners at the same place becoming one vertex, so that a closed mesh stays closed.
 struct TriangleGatherer {
     osg::Matrixd toRoot;
     hyx::Vec3Vector vertices;
     hyx::UInt32Vector indices;
-    std::map<osg::Vec3d, unsigned int> known;
+    std::unordered_map<osg::Vec3d, unsigned int, PlaceHash> known;
 
     unsigned int indexOf(osg::Vec3d const& position) {
         auto const [place, isNew] = known.emplace(position * toRoot, static_cast<unsigned int>(vertices.size()));

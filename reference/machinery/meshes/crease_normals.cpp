@@ -3,10 +3,12 @@
 
 #include <osg/TriangleIndexFunctor>
 
-#include <algorithm>
 #include <array>
+#include <bit>
 #include <cmath>
+#include <cstdint>
 #include <cstring>
+#include <numeric>
 #include <span>
 #include <vector>
 
@@ -23,9 +25,8 @@ struct Triangle {
 };
 
 struct Corner {
-    osg::Vec3 place;
-    std::size_t triangle;
-    std::size_t number; ///< in the triangle
+    unsigned int triangle;
+    unsigned int number; ///< in the triangle
 };
 
 class CollectTriangles {
@@ -62,15 +63,43 @@ std::vector<Triangle> takeTriangles(osg::Geometry& mesh, osg::Vec3Array const& p
     return std::move(collector.triangles);
 }
 
-/// Those at one place, which may be of several vertices for the sake of their texture, follow each other.
-std::vector<Corner> cornersByPlace(std::vector<Triangle> const& triangles, osg::Vec3Array const& positions) {
-    std::vector<Corner> corners;
-    corners.reserve(3 * triangles.size());
-    for (std::size_t i = 0; i < triangles.size(); ++i)
-        for (std::size_t number = 0; number < 3; ++number)
-            corners.push_back({positions[triangles[i].vertices[number]], i, number});
-    std::stable_sort(corners.begin(), corners.end(),
-                     [](Corner const& a, Corner const& b) { return a.place < b.place; });
+/// A number for each place, the same for all vertices there: these may be several for the sake of their texture.
+std::vector<unsigned int> placeNumbers(osg::Vec3Array const& positions, unsigned int& count) {
+    constexpr unsigned int none = ~0u;
+    std::size_t const size = std::bit_ceil(2 * positions.size() + 1);
+    std::vector<unsigned int> first(size, none), numbers(positions.size()); // the first vertex at each place
+    count = 0;
+    for (unsigned int vertex = 0; vertex < positions.size(); ++vertex) {
+        osg::Vec3 const& place = positions[vertex];
+        std::size_t slot = place.isNaN() ? vertex : 0; // no number equals itself there
+        for (int i = 0; i < 3; ++i)                    // both zeros are one place
+            slot = (slot ^ std::bit_cast<std::uint32_t>(place[i] + 0.0f)) * 0x9E3779B97F4A7C15u;
+        slot ^= slot >> 32;
+        while (first[slot & (size - 1)] != none && positions[first[slot & (size - 1)]] != place)
+            ++slot;
+        unsigned int& known = first[slot & (size - 1)];
+        numbers[vertex] = known == none ? count++ : numbers[known];
+        if (known == none)
+            known = vertex;
+    }
+    return numbers;
+}
+
+/// Those at one place follow each other; `starts` has the first of each place, and the end.
+std::vector<Corner> cornersByPlace(std::vector<Triangle> const& triangles, osg::Vec3Array const& positions,
+                                   std::vector<unsigned int>& starts) {
+    unsigned int places = 0;
+    std::vector<unsigned int> const numbers = placeNumbers(positions, places);
+    starts.assign(places + 1, 0);
+    for (Triangle const& triangle : triangles)
+        for (unsigned int const vertex : triangle.vertices)
+            ++starts[numbers[vertex] + 1];
+    std::partial_sum(starts.begin(), starts.end(), starts.begin());
+    std::vector<unsigned int> next(starts.begin(), starts.end() - 1);
+    std::vector<Corner> corners(3 * triangles.size());
+    for (unsigned int i = 0; i < triangles.size(); ++i)
+        for (unsigned int number = 0; number < 3; ++number)
+            corners[next[numbers[triangles[i].vertices[number]]]++] = {i, number};
     return corners;
 }
 
@@ -145,22 +174,22 @@ void setCreaseNormals(osg::Geometry& mesh, double creaseAngle) {
     auto const& positions = static_cast<osg::Vec3Array const&>(*mesh.getVertexArray());
     std::size_t const vertices = positions.size();
     std::vector<Triangle> const triangles = takeTriangles(mesh, positions);
-    std::vector<Corner> const corners = cornersByPlace(triangles, positions);
+    std::vector<unsigned int> starts;
+    std::vector<Corner> const corners = cornersByPlace(triangles, positions, starts);
     float const sharp = static_cast<float>(std::cos(creaseAngle)) - 1e-5f;
     Splitter splitter(vertices);
     osg::ref_ptr<osg::DrawElementsUInt> const elements = new osg::DrawElementsUInt(GL_TRIANGLES, 3 * triangles.size());
-    for (auto first = corners.begin(); first != corners.end();) {
-        auto const isElsewhere = [&](Corner const& corner) { return corner.place != first->place; };
-        auto const last = std::find_if(first, corners.end(), isElsewhere);
-        std::span const around(first, last);
+    for (std::size_t place = 0; place + 1 < starts.size(); ++place) {
+        std::span const around(corners.begin() + starts[place], corners.begin() + starts[place + 1]);
+        if (around.empty())
+            continue;
         bool const compared = around.size() <= mostCompared;
-        osg::Vec3 const joined = compared ? osg::Vec3() : normalAt(*first, around, triangles, -2);
+        osg::Vec3 const joined = compared ? osg::Vec3() : normalAt(around.front(), around, triangles, -2);
         for (Corner const& corner : around) {
             osg::Vec3 const normal = compared ? normalAt(corner, around, triangles, sharp) : joined;
             unsigned int const vertex = triangles[corner.triangle].vertices[corner.number];
             (*elements)[3 * corner.triangle + corner.number] = splitter.find(vertex, normal);
         }
-        first = last;
     }
     mesh.setNormalArray(nullptr);
     splitter.extend(mesh, vertices);

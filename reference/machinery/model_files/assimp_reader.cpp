@@ -35,11 +35,11 @@ namespace hyxOSG {
 namespace {
 
 // Left out: formats that the importer crashes on or never ends with when they are damaged (mdl, cob, md5mesh, off),
-// ply, and those that the scene-graph library reads well itself.
-constexpr std::array extensions{"obj",  "gltf", "glb", "fbx",  "blend", "3mf",     "amf", "ase", "assbin", "b3d",
-                                "bvh",  "csm",  "hmp", "ifc",  "irr",   "irrmesh", "lxo", "m3d", "md3",    "mdc",
-                                "ms3d", "ndo",  "nff", "ogex", "pk3",   "q3o",     "q3s", "raw", "scn",    "sib",
-                                "smd",  "step", "ter", "uc",   "vta",   "x3d",     "xgl", "zgl"};
+// obj, ply, and those that the scene-graph library reads well itself.
+constexpr std::array extensions{"gltf", "glb", "fbx",  "blend", "3mf",     "amf", "ase", "assbin", "b3d", "bvh",
+                                "csm",  "hmp", "ifc",  "irr",   "irrmesh", "lxo", "m3d", "md3",    "mdc", "ms3d",
+                                "ndo",  "nff", "ogex", "pk3",   "q3o",     "q3s", "raw", "scn",    "sib", "smd",
+                                "step", "ter", "uc",   "vta",   "x3d",     "xgl", "zgl"};
 
 osg::Vec4 toOsg(aiColor4D const& color) {
     return {color.r, color.g, color.b, color.a};
@@ -232,7 +232,6 @@ public:
     AssetReader() {
         for (char const* const extension : extensions)
             supportsExtension(extension, "through the asset importer");
-        keepOnlyReader("obj");
     }
 
     char const* className() const override { return "Asset importer"; }

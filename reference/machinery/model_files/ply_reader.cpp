@@ -4,6 +4,8 @@
 #include "reference/machinery/files/only_reader.h"
 #include "reference/machinery/meshes/crease_normals.h"
 #include "reference/machinery/meshes/mesh_builder.h"
+#include "reference/machinery/model_files/model_picture.h"
+#include "reference/machinery/shading/surface_program.h"
 
 #include <osg/Geode>
 #include <osgDB/FileNameUtils>
@@ -22,6 +24,7 @@
 #include <optional>
 #include <sstream>
 #include <stdexcept>
+#include <utility>
 #include <vector>
 
 namespace hyxOSG {
@@ -63,6 +66,7 @@ struct Header {
     enum Encoding { TEXT, LITTLE, BIG } encoding = TEXT;
 
     std::vector<Element> elements;
+    std::string picture; ///< the file of the texture; empty for none
 };
 
 /// Reads numbers one after the other, as text or binary.
@@ -151,6 +155,12 @@ Header readHeader(std::istream& lines) {
             header.encoding = word == "ascii"               ? Header::TEXT
                               : word == "binary_big_endian" ? Header::BIG
                                                             : Header::LITTLE;
+        } else if (word == "comment") {
+            words >> word >> std::ws;
+            if (word == "TextureFile")
+                std::getline(words, header.picture);
+            while (header.picture.ends_with('\r') || header.picture.ends_with(' '))
+                header.picture.pop_back();
         } else if (word == "element") {
             Element element;
             words >> element.name >> element.count;
@@ -189,6 +199,8 @@ public:
         mesh->setVertexArray(m_positions);
         if (m_colors->size() == m_positions->size())
             mesh->setColorArray(m_colors, osg::Array::BIND_PER_VERTEX);
+        if (m_texcoords->size() == m_positions->size())
+            mesh->setTexCoordArray(0, m_texcoords, osg::Array::BIND_PER_VERTEX);
         if (m_triangles->empty())
             mesh->addPrimitiveSet(new osg::DrawArrays(GL_POINTS, 0, static_cast<GLsizei>(m_positions->size())));
         else
@@ -231,6 +243,11 @@ private:
         m_positions->push_back({value("x"), value("y"), value("z")});
         if (record.contains("nx"))
             m_normals->push_back({value("nx"), value("ny"), value("nz")});
+        for (auto const& [u, v] : {std::pair("s", "t"), {"u", "v"}, {"texture_u", "texture_v"}})
+            if (record.contains(u) && record.contains(v)) {
+                m_texcoords->push_back({value(u), value(v)});
+                break;
+            }
         if (record.contains("red"))
             m_colors->push_back(osg::Vec4(value("red"), value("green"), value("blue"), 255) / 255);
     }
@@ -250,11 +267,12 @@ private:
     }
 
     osg::ref_ptr<osg::Vec3Array> m_positions = new osg::Vec3Array, m_normals = new osg::Vec3Array;
+    osg::ref_ptr<osg::Vec2Array> m_texcoords = new osg::Vec2Array;
     osg::ref_ptr<osg::Vec4Array> m_colors = new osg::Vec4Array;
     osg::ref_ptr<osg::DrawElementsUInt> m_triangles = new osg::DrawElementsUInt(GL_TRIANGLES);
 };
 
-osg::ref_ptr<osg::Node> readPly(std::string const& content) {
+osg::ref_ptr<osg::Node> readPly(std::string const& content, std::string const& folder) {
     std::istringstream lines(content);
     Header const header = readHeader(lines);
     auto const start = static_cast<std::size_t>(lines.tellg());
@@ -262,7 +280,10 @@ osg::ref_ptr<osg::Node> readPly(std::string const& content) {
     Surface surface;
     for (Element const& element : header.elements)
         surface.readElement(element, values);
-    return surface.build();
+    osg::ref_ptr<osg::Node> const model = surface.build();
+    if (osg::ref_ptr<osg::Texture2D> const picture = modelPicture(header.picture, folder))
+        model->getOrCreateStateSet()->setTextureAttributeAndModes(DIFFUSE_TEXTURE, picture);
+    return model;
 }
 
 class PlyReader : public osgDB::ReaderWriter {
@@ -277,12 +298,13 @@ public:
     ReadResult readNode(std::string const& file, Options const* options) const override {
         if (!acceptsExtension(osgDB::getLowerCaseFileExtension(file)))
             return ReadResult::FILE_NOT_HANDLED;
-        std::ifstream stream(osgDB::findDataFile(file, options), std::ios::binary);
+        std::string const path = osgDB::findDataFile(file, options);
+        std::ifstream stream(path, std::ios::binary);
         if (!stream)
             return ReadResult::FILE_NOT_FOUND;
         std::string const content{std::istreambuf_iterator<char>(stream), {}};
         try {
-            return readPly(content).get();
+            return readPly(content, osgDB::getFilePath(path)).get();
         } catch (Fault const& fault) {
             return ReadResult(std::string("damaged polygon file: ") + fault.what());
         }

@@ -24,6 +24,7 @@ SAMPLED = {
     "lws": "LWS/move_x_oldformat_56.lws",
     "lxo": "LWO/LXOB_Modo/sphereWithVertMap.lxo",
     "obj": "OBJ/multiple_spaces.obj",
+    "off": "OFF/Cube.off",
     "ply": "PLY/cube.ply",
     "ms3d": "MS3D/twospheres.ms3d",
     "nff": "NFF/NFF/tetrahedron.nff",

@@ -1,0 +1,32 @@
+// Looks for pictures beside their model.
+#include "reference/machinery/model_files/model_picture.h"
+
+#include "reference/machinery/model_files/file_look_up.h"
+#include "reference/machinery/model_files/guarded_reading.h"
+
+#include <osgDB/FileNameUtils>
+#include <osgDB/FileUtils>
+
+#include <algorithm>
+
+namespace hyxOSG {
+
+osg::ref_ptr<osg::Texture2D> modelPicture(std::string file, std::string const& folder) {
+    std::replace(file.begin(), file.end(), '\\', '/');
+    if (file.empty())
+        return nullptr;
+    std::string path = osgDB::concatPaths(folder, file);
+    if (!osgDB::fileExists(path))
+        path = osgDB::concatPaths(folder, osgDB::getSimpleFileName(file));
+    if (!mayRead(path) || osgDB::fileType(path) != osgDB::REGULAR_FILE)
+        return nullptr;
+    osg::ref_ptr<osg::Image> const image = readPicture(path).thing;
+    if (!image)
+        return nullptr;
+    osg::ref_ptr<osg::Texture2D> const texture = new osg::Texture2D(image);
+    texture->setWrap(osg::Texture::WRAP_S, osg::Texture::REPEAT);
+    texture->setWrap(osg::Texture::WRAP_T, osg::Texture::REPEAT);
+    return texture;
+}
+
+} // namespace hyxOSG
