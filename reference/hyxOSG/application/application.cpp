@@ -18,9 +18,11 @@ ExampleApplication::ExampleApplication(hyxSDK::Simulation* simulation)
     : m_implementation(std::make_unique<Implementation>(*this)) {
     m_implementation->showSimulation(simulation);
     m_implementation->graph.root()->addChild(m_implementation->notes.node());
+    m_implementation->graph.root()->setUpdateCallback(m_implementation->firstView);
 }
 
 ExampleApplication::~ExampleApplication() {
+    m_implementation->firstView->finish(); // a script may keep the root
     m_implementation->showSimulation(nullptr);
 }
 

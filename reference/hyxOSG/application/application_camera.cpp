@@ -106,6 +106,24 @@ void ExampleApplication::Implementation::endFollowing() {
     useOrbit();
 }
 
+void ExampleApplication::Implementation::takeFirstView(osg::BoundingBox const& box) {
+    osg::Vec3d eye, center, up, homeEye, homeCenter, homeUp;
+    orbit->getTransformation(eye, center, up);
+    orbit->getHomePosition(homeEye, homeCenter, homeUp);
+    bool const chosen = homeSet || follow || (eye - homeEye).length() > 1e-6 || (center - homeCenter).length() > 1e-6;
+    if (chosen || !window || window->viewer()->getCameraManipulator() != orbit)
+        return;
+    double fieldOfView = 45, aspectRatio = 1, nearPlane, farPlane;
+    if (!window->camera()->getProjectionMatrixAsPerspective(fieldOfView, aspectRatio, nearPlane, farPlane))
+        return;
+    osg::Vec3d backward(0.45, -1, 0.5);
+    backward.normalize();
+    constexpr double margin = 0.8; // of the half picture, to each side
+    double const slope = margin * std::tan(osg::DegreesToRadians(fieldOfView / 2));
+    double const distance = distanceToSee(box, backward, slope * aspectRatio, slope);
+    orbit->setTransformation(box.center() + backward * distance, box.center(), homeUp);
+}
+
 void ExampleApplication::centerScene() {
     osg::BoundingSphere const bound = m_implementation->graph.sceneBound();
     if (!bound.valid())

@@ -16,6 +16,7 @@
 #include "reference/hyxOSG/application/auto_pause.h"
 #include "reference/hyxOSG/application/change_watch.h"
 #include "reference/hyxOSG/application/debug_renderer.h"
+#include "reference/hyxOSG/application/first_view.h"
 #include "reference/hyxOSG/application/frame_times.h"
 #include "reference/hyxOSG/application/grid_markers.h"
 #include "reference/hyxOSG/application/history.h"
@@ -86,6 +87,8 @@ struct ExampleApplication::Implementation {
     hyx::ref_ptr<PickHandler> pickHandler;
     osg::ref_ptr<osgGA::GUIEventHandler> eventHandler; ///< keys, resize, listeners
     bool homeSet = false;
+    osg::ref_ptr<FirstView> firstView =
+        new FirstView(graph, [this](osg::BoundingBox const& box) { takeFirstView(box); });
     bool osgRenderer = true;
     ScreenNotes notes;
     bool helpShown = false;
@@ -201,6 +204,8 @@ struct ExampleApplication::Implementation {
     void useManipulator(osgGA::CameraManipulator* manipulator);
     /// Ends the following, with the view that the orbit had before.
     void useOrbit();
+    /// Shows `box` from a little to the right and above, unless a view was chosen.
+    void takeFirstView(osg::BoundingBox const& box);
     /// Ends the following, with the present view.
     void endFollowing();
 };

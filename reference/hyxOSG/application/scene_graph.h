@@ -92,9 +92,11 @@ public:
     /// nothing at all it is invalid.
     osg::BoundingSphere sceneBound() const;
 
+    /// Takes `visitor` through what scenes and the library draw, as it stands in the picture.
+    osg::BoundingSphere boundBy(osg::ComputeBoundsVisitor& visitor) const;
+
 private:
     void updateDebugTransform();
-    osg::BoundingSphere boundBy(osg::ComputeBoundsVisitor& visitor) const;
 
     osg::ref_ptr<DrawnRoot> m_root;
     osg::ref_ptr<SceneDecorator> m_decorator;
