@@ -41,6 +41,7 @@ SceneDecorator::Implementation::Implementation(int width, int height, int mapSiz
     overlay->setName("SceneDecorator overlay");
     osg::StateSet* state = scene->getOrCreateStateSet();
     state->setMode(GL_LIGHTING, osg::StateAttribute::ON);
+    state->setMode(GL_NORMALIZE, osg::StateAttribute::ON); // models below scaling transforms
     state->setAttribute(SceneDecorator::getDefaultDecoratorMaterial());
     state->setAttribute(createLightModel(false));
     state->setTextureAttributeAndModes(decorator::BASE_TEXTURE_UNIT, whiteTexture);

@@ -125,6 +125,21 @@ def test_a_plane_alone_comes_into_view(scene):
     assert 0.05 < lit.mean() < 0.9
 
 
+@pytest.mark.parametrize("scale", [0.1, 7.0])
+def test_scaled_models_are_as_bright_as_others(scene, scale):
+    made = []
+    for factor in (1, scale):
+        board = osg.Geode()
+        board.addDrawable(hyxOSG.createGrid(4, 4, osg.Vec3(-3, -3, 0), osg.Vec3(6, 0, 0), osg.Vec3(0, 6, 0), True))
+        size = hyxOSG.Transform()
+        size.setScale(hyx.Vec3(factor, factor, factor))
+        size.addChild(board)
+        scene.root.addChild(size)
+        made.append(scene.picture((0, -0.1, 5 * factor))[SIZE // 2, SIZE // 2])
+        scene.root.removeChild(size)
+    assert abs(made[0] - made[1]).max() <= 3 and 40 < made[0].max() < 250
+
+
 def test_each_mesh_is_drawn_as_itself(scene):
     """Meshes come and go, each in the place in memory of one before it."""
     seen = set()
