@@ -7,7 +7,6 @@
 
 #include <osg/ColorMask>
 #include <osg/ComputeBoundsVisitor>
-#include <osg/CullFace>
 #include <osg/PolygonOffset>
 #include <osgShadow/ShadowedScene>
 
@@ -54,7 +53,6 @@ osg::ref_ptr<osg::StateSet> createCasterState() {
     state->setAttribute(new osg::ColorMask(false, false, false, false), forced);
     state->setAttributeAndModes(new osg::PolygonOffset(1.5f, 4.0f), forced);
     state->setMode(GL_LIGHTING, osg::StateAttribute::OFF | osg::StateAttribute::OVERRIDE);
-    state->setMode(GL_CULL_FACE, osg::StateAttribute::OFF | osg::StateAttribute::OVERRIDE);
     state->setMode(GL_BLEND, osg::StateAttribute::OFF | osg::StateAttribute::OVERRIDE);
     return state;
 }
@@ -218,6 +216,7 @@ void ShadowMap::drawMap(osgUtil::CullVisitor& visitor, Map& map, osg::Matrixd co
         map.camera->setReferenceFrame(osg::Camera::ABSOLUTE_RF_INHERIT_VIEWPOINT);
         map.camera->setCullCallback(new CameraCullCallback(this));
         map.camera->setClearMask(GL_DEPTH_BUFFER_BIT);
+        map.camera->setImplicitBufferAttachmentMask(0, 0); // no colours beside the depths
         map.camera->setComputeNearFarMode(osg::Camera::DO_NOT_COMPUTE_NEAR_FAR);
         map.camera->setCullingMode(osg::CullSettings::VIEW_FRUSTUM_SIDES_CULLING);
         map.camera->setViewport(0, 0, static_cast<int>(m_settings.mapSize), static_cast<int>(m_settings.mapSize));
