@@ -13,8 +13,6 @@
 namespace hyxOSG {
 namespace {
 
-constexpr double creaseAngle = 0.7; // radians; a box keeps its edges, a fine sphere is smooth
-
 /// Projects each vertex along the largest part of its normal, the picture once over the mesh's bounding box.
 void projectTexture(osg::Geometry& mesh) {
     auto const& positions = static_cast<osg::Vec3Array const&>(*mesh.getVertexArray());
@@ -45,7 +43,7 @@ osg::ref_ptr<osg::Geometry> trimeshSurface(hyxCollide::Trimesh const& mesh) {
     osg::ref_ptr<osg::Geometry> const surface = new osg::Geometry;
     surface->setVertexArray(positions);
     surface->addPrimitiveSet(new osg::DrawElementsUInt(GL_TRIANGLES, indices.begin(), indices.end()));
-    setCreaseNormals(*surface, creaseAngle);
+    setCreaseNormals(*surface);
     projectTexture(*surface);
     useVertexBuffers(*surface);
     return surface;

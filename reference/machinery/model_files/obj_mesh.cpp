@@ -9,8 +9,6 @@
 namespace hyxOSG {
 namespace {
 
-constexpr double creaseAngle = 0.785; ///< radians
-
 /// Numbers corners in the order of their first use. A table with open addresses: the standard ones take a piece of
 /// memory for each corner.
 class CornerTable {
@@ -102,7 +100,7 @@ osg::ref_ptr<osg::Geometry> meshOf(ObjPart const& part, ObjArrays const& arrays)
         addVertices(*mesh, table.corners(), arrays, normals);
     }
     if (!normals && !part.triangles.empty())
-        setCreaseNormals(*mesh, creaseAngle);
+        setCreaseNormals(*mesh);
     useVertexBuffers(*mesh);
     return mesh;
 }

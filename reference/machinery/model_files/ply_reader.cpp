@@ -263,7 +263,7 @@ private:
         if (m_normals->size() == m_positions->size())
             mesh.setNormalArray(m_normals, osg::Array::BIND_PER_VERTEX);
         else
-            setCreaseNormals(mesh, 0.7);
+            setCreaseNormals(mesh);
     }
 
     osg::ref_ptr<osg::Vec3Array> m_positions = new osg::Vec3Array, m_normals = new osg::Vec3Array;

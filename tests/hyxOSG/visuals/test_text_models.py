@@ -1,4 +1,4 @@
-"""OBJ, OFF and PLY files as their makers meant them: faces, materials, pictures, and a million triangles in a moment."""
+"""OBJ, OFF and PLY as their makers meant them: faces, materials, pictures; a million triangles in a moment."""
 
 import math
 
