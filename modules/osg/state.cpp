@@ -51,6 +51,11 @@ void set_shininess(osg::Material& self, float value) {
     self.setShininess(both, value);
 }
 
+// Ambient and diffuse colours are those of the vertices, or the material's own.
+void set_vertex_colors(osg::Material& self, bool decide) {
+    self.setColorMode(decide ? osg::Material::AMBIENT_AND_DIFFUSE : osg::Material::OFF);
+}
+
 osg::Material* material(osg::StateSet& self) {
     return static_cast<osg::Material*>(self.getAttribute(osg::StateAttribute::MATERIAL));
 }
@@ -148,6 +153,7 @@ constexpr Declared state_rows[] = {
     FUNCTION(Material_getEmission, ADAPTER(osg::Material, getEmission, emission, () const)),
     FUNCTION(Material_setEmission, ADAPTER(osg::Material, setEmission, set_emission, (osg::Vec4f const&))),
     FUNCTION(Material_getShininess, ADAPTER(osg::Material, getShininess, shininess, () const)),
+    FUNCTION(Material_setVertexColors, ADAPTER(osg::Material, setVertexColors, set_vertex_colors, (bool))),
     FUNCTION(Material_setShininess, ADAPTER(osg::Material, setShininess, set_shininess, (float))),
     SHARED_CLASS_ROWS(osg::Material, Material),
 

@@ -8,9 +8,19 @@ from .gltf import GltfRecording
 from .lists import Items
 from .png import png_bytes
 from .records import Record
+from .scalar_colors import ColorBar, ColorScale, colorBy
 from .sensor_camera import SensorCamera, SensorFrame, SensorNoise, read_cameras
 
-__all__ = ["GltfRecording", "SensorCamera", "SensorFrame", "SensorNoise", "read_cameras"]
+__all__ = [
+    "ColorBar",
+    "ColorScale",
+    "GltfRecording",
+    "SensorCamera",
+    "SensorFrame",
+    "SensorNoise",
+    "colorBy",
+    "read_cameras",
+]
 
 TYPE_CHECKING = False
 if TYPE_CHECKING:
@@ -31,8 +41,8 @@ class ExampleApplication:
         """Chooses how pictures look without further tuning. What a script sets later stands.
 
         - "plain": the defaults of all operations.
-        - "talk": for slides. Light at each pixel, soft shadows in fine maps, a fill light, ambient light from sky and
-          ground, no logo.
+        - "talk": for slides. Light at each pixel, shadows that are softer the farther they fall, a fill light, ambient
+          light from sky and ground, no logo.
         - "paper": for print. As "talk", before white and as smooth as the driver can; the samples hold for the next
           window.
         """
@@ -45,7 +55,7 @@ class ExampleApplication:
         decorator.setEnableShaderState(tuned)
         decorator.setEnableShadows(tuned)
         decorator.setShadowMethod(decorator.SOFT_SHADOWMAP)
-        decorator.setShadowMapSize(2048 if tuned else 1024)
+        decorator.setShadowMapSize(2048 if paper else 1024)
         decorator.setEnableSkyLight(tuned)
         decorator.setEnableLights(decorator.LIGHT0 | decorator.LIGHT1 if tuned else decorator.LIGHT0)
         decorator.setEnableLogo(not tuned)

@@ -1,0 +1,274 @@
+"""Colours for arrays of numbers, by the names of maps that plotting libraries have, and the bar that explains them."""
+
+from __future__ import annotations
+
+TYPE_CHECKING = False
+if TYPE_CHECKING:
+    from collections.abc import Callable, Sequence
+    from typing import Any
+
+_PRESETS = {
+    "rainbow": "RAINBOW",
+    "coolwarm": "COOLWARM",
+    "viridis": "VIRIDIS",
+    "inferno": "INFERNO",
+    "plasma": "PLASMA",
+    "gray": "GRAYSCALE",
+    "bwr": "BLUE_WHITE_RED",
+    "cividis": "CIVIDIS",
+    "bone": "BONE",
+    "copper": "COPPER",
+    "afmhot": "AFMHOT",
+}
+_STEPS = 256
+_UNKNOWN = (0.5, 0.5, 0.5, 1.0)  # of what is no number
+_TRIANGLES = 4  # of OpenGL's modes
+
+
+class ColorScale:
+    """A named map over an interval of numbers.
+
+    Maps are "rainbow", "coolwarm", "viridis", "inferno", "plasma", "gray", "bwr", "cividis", "bone",
+    "copper", "afmhot"; where matplotlib is installed, all of its maps. With "_r" at its end a map is turned around.
+    """
+
+    def __init__(self, map: str = "viridis", low: float = 0.0, high: float = 1.0) -> None:
+        if not low <= high:
+            raise ValueError(f"the interval of a scale goes upwards, not from {low} to {high}")
+        self.map, self.low, self.high = map, float(low), float(high)
+        self._table = _table(map)
+
+    def colors(self, values: Any) -> Any:
+        """float32 of shape (n, 4), one colour for each value; beyond the ends those of the ends, grey for NaN."""
+        import numpy
+
+        values = numpy.asarray(values, dtype=float).ravel()
+        known = numpy.isfinite(values) | numpy.isinf(values)
+        part = (numpy.where(known, values, self.low) - self.low) / ((self.high - self.low) or 1.0)
+        place = numpy.clip(part, 0, 1) * (_STEPS - 1)
+        under = place.astype(int)
+        rest = (place - under)[:, None]
+        mixed = self._table[under] * (1 - rest) + self._table[numpy.minimum(under + 1, _STEPS - 1)] * rest
+        return numpy.where(known[:, None], mixed, _UNKNOWN).astype(numpy.float32)
+
+    def ticks(self, most: int = 6) -> list[float]:
+        """Round numbers of the interval, `most` at most."""
+        import math
+
+        span = self.high - self.low
+        if not span > 0 or not math.isfinite(span):
+            return [self.low]
+        size = 10.0 ** math.floor(math.log10(span / most))
+        step = next(size * m for m in (1, 2, 2.5, 5, 10, 20) if span / (size * m) <= most - 1)
+        first, last = math.ceil(self.low / step - 1e-9), math.floor(self.high / step + 1e-9)
+        return [number * step for number in range(first, last + 1)]
+
+    def __repr__(self) -> str:
+        return f"hyxOSG.ColorScale({self.map!r}, {self.low:g}, {self.high:g})"
+
+
+def _table(name: str) -> Any:
+    import hyxOSG
+    import numpy
+
+    base = name[:-2] if name.endswith("_r") else name
+    if base in _PRESETS:
+        preset = hyxOSG.ScalarColorMap(getattr(hyxOSG.ScalarColorMap, _PRESETS[base]), 0.0, 1.0)
+        table = numpy.array([tuple(preset.getColor(i / (_STEPS - 1))) for i in range(_STEPS)])
+    else:
+        try:
+            import matplotlib  # type: ignore[import-not-found]
+
+            table = matplotlib.colormaps[base](numpy.linspace(0, 1, _STEPS))
+        except (ImportError, KeyError):
+            raise ValueError(f"there is no colour map {name!r}: choose one of {', '.join(_PRESETS)}") from None
+    return table[::-1].copy() if name.endswith("_r") else table
+
+
+def colorBy(
+    target: Any,
+    values: Sequence[float] | Callable[[Any], Sequence[float]],
+    map: str = "viridis",
+    low: float | None = None,
+    high: float | None = None,
+    lit: bool = True,
+) -> ColorScale:
+    """Colours the corners of what is drawn by one number each, and returns the scale for a `ColorBar`.
+
+    `target` is an `osg.Geometry`, or a node with meshes below: a visual, a loaded model. `values` has a number for
+    each vertex, in the order of the vertices; for the visual of a mesh those of the mesh (`Trimesh.vertices`). Or it is
+    a function of the vertices, an array of shape (n, 3). Without `low` and `high` the scale has the ends of the
+    values. Colouring again changes the colours that are there. Without `lit` colours are shown as they are.
+    """
+    import numpy
+
+    meshes = [target] if _is_geometry(target) else _own_meshes(target)
+    if not meshes:
+        raise ValueError("there is no mesh below the node")
+    numbers = [_values_of(mesh.vertices, values, len(meshes)) for mesh in meshes]
+    known = numpy.concatenate(numbers)
+    known = known[numpy.isfinite(known)]
+    ends = (known.min(), known.max()) if len(known) else (0.0, 1.0)
+    scale = ColorScale(map, ends[0] if low is None else low, ends[1] if high is None else high)
+    for mesh, own in zip(meshes, numbers):
+        mesh.colors = scale.colors(own)
+        _show_vertex_colors(mesh, lit)
+    return scale
+
+
+def _is_geometry(target: Any) -> bool:
+    import osg
+
+    return isinstance(target, osg.Geometry)
+
+
+def _own_meshes(node: Any) -> list[Any]:
+    """The meshes below a node. Those that other nodes show, too, are replaced by copies."""
+    own = []
+    group = node.asGroup()
+    for i in range(group.getNumChildren() if group else 0):
+        child = group.getChild(i)
+        mesh = child.asGeometry()
+        if mesh is None:
+            own += _own_meshes(_unshared(group, child))
+        elif len(mesh.elements):
+            own.append(_unshared(group, mesh))
+    return own
+
+
+def _unshared(group: Any, child: Any) -> Any:
+    import osg
+
+    if child.getNumParents() < 2:
+        return child
+    if child.asGeometry() is not None:
+        copy = osg.Geometry()
+        copy.vertices, copy.normals = child.vertices, child.normals
+        copy.addElements(_TRIANGLES, child.elements)
+    elif child.asGeode() is not None:
+        copy = osg.Geode()
+        for i in range(child.getNumChildren()):
+            copy.addChild(child.getChild(i))
+    else:
+        return child
+    if child.getStateSet():
+        copy.setStateSet(child.getStateSet())
+    group.replaceChild(child, copy)
+    return copy
+
+
+def _values_of(vertices: Any, values: Any, meshes: int) -> Any:
+    import numpy
+
+    numbers = numpy.asarray(values(vertices) if callable(values) else values, dtype=float).ravel()
+    if len(numbers) < len(vertices) and len(numbers) > 0 and meshes == 1:
+        # Drawn meshes have the vertices of sharp edges twice, after all others.
+        places = {vertex.tobytes(): i for i, vertex in reversed(list(enumerate(vertices[: len(numbers)] + 0.0)))}
+        twins = [places.get(vertex.tobytes(), -1) for vertex in vertices[len(numbers) :] + 0.0]
+        if min(twins) >= 0:
+            numbers = numpy.concatenate([numbers, numbers[twins]])
+    if len(numbers) != len(vertices):
+        raise ValueError(f"{len(numbers)} values for {len(vertices)} vertices")
+    return numbers
+
+
+def _show_vertex_colors(mesh: Any, lit: bool) -> None:
+    import hyx
+    import hyxOSG
+    import osg
+
+    state = mesh.getOrCreateStateSet()
+    if not lit:
+        state.setMode(0x0B50, osg.StateAttribute.OFF | osg.StateAttribute.PROTECTED)  # GL_LIGHTING
+        return
+    hyxOSG.setDiffuseColor(mesh, hyx.Vec4f(1, 1, 1, 1))  # as what scripts set: the nearest wins
+    state.getMaterial().setVertexColors(True)
+
+
+class ColorBar:
+    """A scale with ticks on the right of the picture, until `remove`.
+
+    `label` stands above it. `place` and `size` are in pixels, from the lower left; without them the bar has three
+    fifths of the height.
+    """
+
+    def __init__(
+        self,
+        app: Any,
+        scale: ColorScale,
+        label: str = "",
+        place: tuple[float, float] | None = None,
+        size: tuple[float, float] | None = None,
+        color: tuple[float, float, float] = (0.1, 0.1, 0.1),
+    ) -> None:
+        import _osg
+        import osg
+
+        width, height = _osg.getPictureSize(app)
+        letters = max(10.0, height / 40)
+        self._size = size or (letters, 0.6 * height)
+        self._place = place or (width - 6.5 * letters, 0.2 * height)
+        self._letters, self._color, self._label = letters, color, label
+        self._hud = app.getSceneDecorator().getHud()
+        self._node = osg.Group()
+        self._hud.addChild(self._node)
+        self.scale = scale
+
+    @property
+    def scale(self) -> ColorScale:
+        """What the bar shows; another one can be assigned."""
+        return self._scale
+
+    @scale.setter
+    def scale(self, scale: ColorScale) -> None:
+        self._scale = scale
+        while self._node.getNumChildren():
+            self._node.removeChild(self._node.getChild(0))
+        self._node.addChild(self._strip())
+        (left, bottom), (wide, high) = self._place, self._size
+        span = (scale.high - scale.low) or 1.0
+        for tick in scale.ticks():
+            self._write(
+                f"{tick:.6g}", left + wide + 0.5 * self._letters, bottom + high * (tick - scale.low) / span, False
+            )
+        if self._label:
+            self._write(self._label, left + wide / 2, bottom + high + self._letters, True)
+
+    def remove(self) -> None:
+        """Takes the bar out of the picture."""
+        self._hud.removeChild(self._node)
+
+    def _strip(self) -> Any:
+        import numpy
+        import osg
+
+        (left, bottom), (wide, high), scale = self._place, self._size, self._scale
+        rows = numpy.linspace(0, 1, 65)
+        strip = osg.Geometry()
+        strip.vertices = [(left + wide * side, bottom + high * row, 0) for row in rows for side in (0, 1)]
+        strip.colors = numpy.repeat(scale.colors(scale.low + (scale.high - scale.low) * rows), 2, axis=0)
+        strip.addElements(5, numpy.arange(130))  # GL_TRIANGLE_STRIP
+        lines = osg.Geometry()
+        span = (scale.high - scale.low) or 1.0
+        heights = [bottom + high * (tick - scale.low) / span for tick in scale.ticks()]
+        right = left + wide
+        corners = [(left, bottom), (right, bottom), (right, bottom + high), (left, bottom + high), (left, bottom)]
+        pairs = list(zip(corners, corners[1:])) + [((right, y), (right + self._letters / 3, y)) for y in heights]
+        lines.vertices = [(x, y, 1) for pair in pairs for x, y in pair]
+        lines.colors = [(*self._color, 1)]
+        lines.addElements(1, numpy.arange(2 * len(pairs)))  # GL_LINES
+        geode = osg.Geode()
+        for mesh in (strip, lines):
+            geode.addDrawable(mesh)
+        geode.getOrCreateStateSet().setMode(0x0B50, osg.StateAttribute.OFF)  # GL_LIGHTING
+        return geode
+
+    def _write(self, text: str, x: float, y: float, centered: bool) -> None:
+        import hyx
+        import hyxOSG
+
+        words = hyxOSG.Text(text, hyx.Vec3(x, y, 1), hyx.Vec4(*self._color, 1))
+        words.setCharacterSize(self._letters)
+        words.setAxisAlignment(hyxOSG.Text.XY_PLANE)
+        words.setAlignment(hyxOSG.Text.CENTER_BOTTOM if centered else hyxOSG.Text.LEFT_CENTER)
+        self._node.addChild(words)
