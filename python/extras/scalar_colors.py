@@ -141,6 +141,7 @@ def _unshared(group: Any, child: Any) -> Any:
 
     if child.getNumParents() < 2:
         return child
+    copy: Any
     if child.asGeometry() is not None:
         copy = osg.Geometry()
         copy.vertices, copy.normals = child.vertices, child.normals
@@ -201,7 +202,7 @@ class ColorBar:
         size: tuple[float, float] | None = None,
         color: tuple[float, float, float] = (0.1, 0.1, 0.1),
     ) -> None:
-        import _osg
+        import _osg  # type: ignore[import-not-found]
         import osg
 
         width, height = _osg.getPictureSize(app)
