@@ -1,6 +1,7 @@
 // Reads SDF models and worlds into model trees.
 #include "reference/hyxtavlang/sdf_context.h"
 
+#include <console_bridge/console.h>
 #include <tinyxml2.h>
 
 #include <cmath>
@@ -10,6 +11,18 @@ namespace hyxtavlang {
 namespace {
 
 using Bodies = std::vector<SdfContext::BodyPtr>;
+
+/// What the library cannot read it tries as a robot description, whose parser prints.
+struct NoOutput {
+    NoOutput() { console_bridge::noOutputHandler(); }
+
+    ~NoOutput() { console_bridge::restorePreviousOutputHandler(); }
+};
+
+bool isKnownVersion(std::string const& version) {
+    std::string const newest = sdf::SDF::Version(); // 1.N, as all so far
+    return version.size() == 3 && version.rfind("1.", 0) == 0 && version[2] >= '0' && version[2] <= newest.back();
+}
 
 /// Models that include each other in a ring would be read without end.
 class IncludeRings {
@@ -23,12 +36,16 @@ public:
                              ": it is no XML: " + document.ErrorName());
         m_open.insert(std::filesystem::canonical(path));
         tinyxml2::XMLElement const* const root = document.RootElement();
-        // A robot description is what the library would try next; it may be included.
-        if (!root ||
-            (std::string(root->Name()) != "sdf" && (m_open.size() == 1 || std::string(root->Name()) != "robot")))
-            throw ModelError(path + ":" + std::to_string(root ? root->GetLineNum() : 1) +
-                             ": expected <sdf> as the first element" +
+        bool const isSdf = root && std::string(root->Name()) == "sdf";
+        bool const isIncludedRobot = root && m_open.size() > 1 && std::string(root->Name()) == "robot";
+        std::string const place = path + ":" + std::to_string(root ? root->GetLineNum() : 1) + ": ";
+        if (!isSdf && !isIncludedRobot)
+            throw ModelError(place + "expected <sdf> as the first element" +
                              (root ? ", not <" + std::string(root->Name()) + ">" : ""));
+        char const* const version = root->Attribute("version");
+        if (isSdf && (!version || !isKnownVersion(version)))
+            throw ModelError(place + "expected a version of <sdf> from 1.0 to " + sdf::SDF::Version() + ", not \"" +
+                             (version ? version : "") + "\"");
         visit(*root, path);
         m_open.erase(std::filesystem::canonical(path));
         m_done.insert(std::filesystem::canonical(path));
@@ -63,6 +80,7 @@ public:
         IncludeRings(m_context).refuse(m_context.path);
         sdf::ParserConfig config;
         config.SetFindCallback([this](std::string const& uri) { return m_context.findModel(uri, m_context.path); });
+        NoOutput const quiet;
         sdf::Root root;
         m_context.check(root.Load(m_context.path, config));
         if (root.WorldCount() > 1)

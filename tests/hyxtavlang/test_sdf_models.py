@@ -186,3 +186,11 @@ def test_what_cannot_be_read_is_told_in_words(app, load, inside, told, capfd):
     assert all(re.search(r"world\.sdf:[1-9]\d*: ", line) for line in result.getErrors())
     assert app.getSimulation().getRigidBodies() == []
     assert capfd.readouterr() == ("", "")
+
+
+@pytest.mark.parametrize("head", ['<sdf version="3.7">', "<sdf>", '<sdf version="nan">'])
+def test_a_version_that_is_not_known_is_refused(app, tmp_path, head, capfd):
+    (tmp_path / "future.sdf").write_text(f"<?xml version='1.0'?>\n{head}{GROUND}</sdf>")
+    (error,) = app.loadTavLangFile(str(tmp_path / "future.sdf"), None).getErrors()
+    assert "future.sdf:2: expected a version of <sdf> from 1.0 to 1." in error
+    assert capfd.readouterr() == ("", "")
