@@ -25,6 +25,7 @@ void BodyMasses::add(tavlang::Physics3D::Body const& part, hyx::AffineMatrix4x4 
     auto const& [xx, yy, zz, xy, xz, yz] = part.inertia;
     btMatrix3x3 const tensor(xx, xy, xz, xy, yy, yz, xz, yz, zz);
     btVector3 const center = frame * hyx::toBullet(part.centerOfMass);
+    m_line = part.line;
     m_mass += part.mass;
     m_moment += center * part.mass;
     m_inertia = m_inertia + inertiaOfPoint(part.mass, center);

@@ -18,7 +18,11 @@ public:
     /// Gives the body the mass, the centre of mass and, where it is one of a body, the inertia.
     void giveTo(hyx::RigidBody& body) const;
 
+    /// Where the last part begins in its file.
+    int line() const { return m_line; }
+
 private:
+    int m_line = 0;
     double m_mass = 0;
     btVector3 m_moment{0, 0, 0};                                    ///< mass times centre
     btMatrix3x3 m_inertia = btMatrix3x3(0, 0, 0, 0, 0, 0, 0, 0, 0); ///< about the origin

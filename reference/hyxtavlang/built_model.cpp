@@ -36,8 +36,10 @@ BuiltModel loadModel(std::string const& path, std::string const& modelName, OptP
         buildModel(tree, params, model);
     } catch (ModelError const& error) {
         result.errors = error.lines;
+    } catch (PartError const& error) {
+        result.errors.push_back(path + ":" + std::to_string(error.line) + ": " + error.what());
     } catch (std::exception const& error) {
-        result.errors.push_back(error.what());
+        result.errors.push_back(path + ": " + error.what());
     }
     if (!result.errors.empty())
         model.visuals.clear();

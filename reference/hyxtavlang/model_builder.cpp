@@ -40,13 +40,24 @@ public:
     }
 
     void build() {
+        try {
+            buildParts();
+        } catch (std::exception const& error) {
+            throw PartError(error.what(), m_line);
+        }
+    }
+
+private:
+    void buildParts() {
         for (auto const& joint : partsOf<joints::Joint>(m_tree))
             if (!joint->closesLoop)
                 m_holders[joint->child.get()].push_back(joint.get());
         for (auto const& body : partsOf<model3d::Body>(m_tree))
             placeOf(*body);
-        for (auto const& [body, masses] : m_masses)
+        for (auto const& [body, masses] : m_masses) {
+            m_line = masses.line();
             masses.giveTo(*body);
+        }
         for (hyx::RigidBody* body : m_fixed)
             body->setMotionControl(hyx::RigidBody::STATIC);
         for (auto const& body : partsOf<model3d::Body>(m_tree))
@@ -54,6 +65,7 @@ public:
         for (auto const& joint : partsOf<joints::Joint>(m_tree))
             if (joint->closesLoop)
                 close(*joint);
+        refuseMovingGround();
         addActuators();
         addMimics();
         for (auto const& exclusion : partsOf<model3d::CollisionExclusion>(m_tree))
@@ -69,7 +81,6 @@ public:
         m_model.result.joints = new JointArray(std::move(m_array));
     }
 
-private:
     /// The body that a body of the tree belongs to, and where in it.
     struct Place {
         hyx::RigidBody* body = nullptr;
@@ -97,6 +108,7 @@ private:
             return known->second;
         }
         m_places[&body];
+        m_line = body.line;
         Place place;
         joints::Joint const* const lock = lockOf(body);
         if (lock && lock->parent) {
@@ -124,6 +136,7 @@ private:
                 addShape(*shape, place, body.fixed);
         for (auto const& visual : partsOf<tavlang::Visuals::Visual>(body)) {
             osg::ref_ptr<osg::MatrixTransform> local = new osg::MatrixTransform(osg::Matrixd(place.local.ptr()));
+            m_line = visual->line;
             local->addChild(makeVisual(*visual));
             m_model.visuals.push_back({place.body, local});
         }
@@ -132,6 +145,7 @@ private:
     }
 
     void addShape(model3d::Geometry const& shape, Place const& place, bool ground) {
+        m_line = shape.line;
         BuiltShape const built = makeShape(shape);
         hyx::ref_ptr<hyxCollide::Geometry> made = new hyxCollide::Geometry(built.shape.get(), hyx::Name(shape.name));
         made->setLocalTransform(built.turn * shape.transform * place.local);
@@ -139,6 +153,9 @@ private:
         if (shape.material)
             made->setMaterial(material(*shape.material));
         place.body->add(made.get());
+        if (dynamic_cast<model3d::Geometries::Plane const*>(&shape) ||
+            dynamic_cast<model3d::Geometries::HeightField const*>(&shape))
+            m_grounds.emplace_back(place.body, shape.line);
         m_rules.add(*made, *place.body, shape, ground);
     }
 
@@ -159,6 +176,7 @@ private:
         auto const holders = m_holders.find(&body);
         if (!m_hung.insert(&body).second)
             return;
+        m_line = body.line;
         if (holders != m_holders.end() && holders->second.front()->parent)
             hang(*holders->second.front()->parent); // places are found from the roots to the tips
         if (holders == m_holders.end() || lockOf(body))
@@ -203,6 +221,7 @@ private:
               hyx::RigidBody* child) {
         if (m_params.fixedBase && child->getMotionControl() == hyx::RigidBody::STATIC)
             return;
+        m_line = joint.line;
         hyx::AffineMatrix4x4 const above = parent ? parent->getTransform() : hyx::AffineMatrix4x4();
         Link link{parent, child, -1, child->getTransform() * above.inverse(), {}, {}};
         if (hyx::ref_ptr<hyx::Constraint> constraint = makeJoint(joint, frame, parent, child)) {
@@ -222,6 +241,7 @@ private:
     }
 
     void close(joints::Joint const& joint) {
+        m_line = joint.line;
         hyx::RigidBody* const child = m_places.at(joint.child.get()).body;
         hyx::RigidBody* const parent = joint.parent ? m_places.at(joint.parent.get()).body : nullptr;
         if (parent == child)
@@ -236,6 +256,15 @@ private:
         auto const first = m_places.find(exclusion.first.get()), second = m_places.find(exclusion.second.get());
         if (first != m_places.end() && second != m_places.end())
             m_rules.separate(*first->second.body, *second->second.body);
+    }
+
+    void refuseMovingGround() {
+        for (auto const& [body, line] : m_grounds)
+            if (body->getMotionControl() == hyx::RigidBody::DYNAMICS) {
+                m_line = line;
+                throw ModelError("the body '" + body->getName() +
+                                 "' moves with a plane or height field, expected in the world or on a fixed body");
+            }
     }
 
     /// Gives the sensors of a kind their places on the bodies.
@@ -260,12 +289,15 @@ private:
     }
 
     void addActuators() {
-        for (auto const& actuator : partsOf<tavlang::Control::Actuator>(m_tree))
+        for (auto const& actuator : partsOf<tavlang::Control::Actuator>(m_tree)) {
+            m_line = actuator->line;
             driveOf(*actuator->joint).add(*actuator);
+        }
     }
 
     void addMimics() {
         for (auto const& mimic : partsOf<tavlang::Robotics::Mimic>(m_tree)) {
+            m_line = mimic->line;
             hyx::Constraint1DOF* const follower = driveOf(*mimic->follower).joint.get();
             if (!mimic->leader) {
                 driveOf(*mimic->follower).setTarget(mimic->offset);
@@ -291,6 +323,8 @@ private:
     std::map<model3d::Material const*, hyx::ref_ptr<hyx::Material>> m_materials;
     std::map<joints::SingleAxisJoint const*, int> m_driveOf;
     CollisionRules m_rules{m_params};
+    std::vector<std::pair<hyx::RigidBody*, int>> m_grounds; ///< what has planes or height fields, and their lines
+    int m_line = 0;                                         ///< of what is being built
 };
 
 } // namespace

@@ -32,8 +32,14 @@ struct BuiltModel {
     void createVisuals(osg::Group& root, bool frames) const;
 };
 
-/// Builds a tree's bodies, joints, drives and visuals. Throws ModelError, and std::invalid_argument for values that the
-/// physics refuses.
+/// What cannot be built, and the line where that begins in the file; 0 where it is not known.
+struct PartError : std::runtime_error {
+    PartError(std::string const& text, int number) : std::runtime_error(text), line(number) {}
+
+    int line;
+};
+
+/// Builds a tree's bodies, joints, drives and visuals. Throws PartError.
 void buildModel(ModelTree const& tree, OptParams const& params, BuiltModel& model);
 
 /// Reads the model at `path` and builds it. `modelName`, when not empty, must be its name. What is wrong is listed in

@@ -1,6 +1,7 @@
 // Reads robot descriptions into model trees.
 #include "platform/hyxtavlang/model_joints.h"
 #include "platform/hyxtavlang/model_looks.h"
+#include "reference/hyxtavlang/error_lines.h"
 #include "reference/hyxtavlang/model_reader.h"
 #include "reference/hyxtavlang/resource_paths.h"
 
@@ -241,6 +242,14 @@ void remark(std::string const& path, model3d::System& tree) {
     }
 }
 
+/// The parser of robot descriptions tells no lines.
+void refuseBrokenXml(std::string const& path) {
+    tinyxml2::XMLDocument document;
+    if (document.LoadFile(path.c_str()) != tinyxml2::XML_SUCCESS)
+        throw ModelError(path + ":" + std::to_string(document.ErrorLineNum()) +
+                         ": it is no XML: " + document.ErrorName());
+}
+
 urdf::ModelInterfaceSharedPtr parse(std::string const& path) {
     ParserErrors complaints;
     urdf::ModelInterfaceSharedPtr const robot = urdf::parseURDFFile(path);
@@ -257,10 +266,20 @@ urdf::ModelInterfaceSharedPtr parse(std::string const& path) {
 } // namespace
 
 ModelTree readUrdf(std::string const& path, std::vector<std::string> const& searchPaths) {
-    urdf::ModelInterfaceSharedPtr const robot = parse(path);
-    ModelTree const tree = UrdfReader(*robot, path, searchPaths).read();
-    remark(path, *tree);
-    return tree;
+    try {
+        refuseBrokenXml(path);
+        urdf::ModelInterfaceSharedPtr const robot = parse(path);
+        ModelTree const tree = UrdfReader(*robot, path, searchPaths).read();
+        remark(path, *tree);
+        return tree;
+    } catch (ModelError const& error) {
+        std::vector<std::string> lines;
+        for (std::string const& text : error.lines) {
+            bool const isPlaced = text.rfind(path + ":", 0) == 0;
+            lines.push_back(isPlaced ? text : path + ":" + std::to_string(lineOfName(text, path)) + ": " + text);
+        }
+        throw ModelError(lines);
+    }
 }
 
 } // namespace hyxtavlang

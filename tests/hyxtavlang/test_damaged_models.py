@@ -70,7 +70,8 @@ for number in range(count):
         except RuntimeError as error:  # masses and sizes beyond all measure
             assert "no longer finite" in str(error)
     else:
-        assert result.getErrors() and all(result.getErrors()), content
+        errors = result.getErrors()
+        assert errors and all(re.match(re.escape(target) + ":\\d+: ", error) for error in errors), errors
 print("read", read)
 """
 

@@ -148,6 +148,12 @@ def test_what_is_not_carried_over_is_told_once_with_its_line(load):
         ("</body>", "</bodies>", 14, "no XML"),
         ('<mujoco model="arm">', '<mujoco model="arm"><include file="absent.xml"/>', 1, "absent.xml"),
         ("<worldbody>", '<worldbody><geom type="mesh" mesh="gear"/>', 6, '"gear"'),
+        (
+            "<worldbody>",
+            '<worldbody><body><freejoint/><geom type="plane" size="1 1 1"/></body>',
+            6,
+            "expected in the world",
+        ),
     ],
 )
 def test_errors_name_file_line_and_what_was_expected(app, load, old, new, line, told):

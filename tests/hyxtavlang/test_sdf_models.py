@@ -178,6 +178,8 @@ def test_included_and_nested_models_are_read_in_their_places(app, load, tmp_path
         ("<model name='m'><include><uri>world.sdf</uri></include></model>", "within itself"),
         (ARM.replace("<lower>-1</lower>", "<lower>2</lower>"), "lower limit above"),
         (ARM.replace('type="revolute"', 'type="bent"'), "bent"),
+        (ARM.replace("<size>0.2 0.4 1</size>", "<size>0.2 0 1</size>"), "half extents"),
+        (ARM.replace("<damping>0.3</damping>", "<damping>-0.3</damping>"), "viscosity"),
     ],
 )
 def test_what_cannot_be_read_is_told_in_words(app, load, inside, told, capfd):
