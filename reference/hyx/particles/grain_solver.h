@@ -56,8 +56,10 @@ private:
     void findTouches(std::vector<Particle> const& grains, Obstacles const& obstacles, Real h);
     void start(std::vector<Contact>& contacts, std::vector<Former> const& former, bool pairs);
     void apply(Contact const& contact, bool pair, Vec3 const& impulse);
-    void sweep(std::vector<Contact>& contacts, bool pairs, bool backwards);
-    void solve(Contact& contact, bool pair);
+    template <bool pairs>
+    void sweep(std::vector<Contact>& contacts, bool backwards);
+    template <bool pair>
+    void solve(Contact& contact);
     void move(std::vector<Particle>& grains, Real h);
     bool partPairs(std::vector<Particle>& grains);
     bool leaveObstacles(std::vector<Particle>& grains, Real h);
@@ -66,6 +68,8 @@ private:
     Real m_friction = 0;
     Real m_pairFriction = 0;
     Real m_substep = 1;
+    /// The square of the largest change of speed in a round.
+    Real m_change = 0;
     NeighbourGrid m_grid;
     std::vector<Index> m_ids;
     std::vector<Vec3> m_starts;
