@@ -42,7 +42,8 @@ public:
         for (MjcfElement const& section : worlds)
             gather(section, {world, {}, section.text("childclass")}, gathered);
         if (!gathered.holders.empty())
-            throw ModelError(m_context.document.root().file + ": the world itself has a joint");
+            throw ModelError(worlds.front().file + ":" + std::to_string(worlds.front().xml->GetLineNum()) +
+                             ": the world itself has a joint, expected in a body of it");
         addShapes(*world, gathered);
         for (auto const& [element, around] : gathered.bodies)
             readBody(element, around);

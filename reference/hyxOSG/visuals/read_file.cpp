@@ -69,7 +69,7 @@ bool readScene(std::string const& path, Target const& target) {
 bool readModelFile(std::string const& path, Target const& target) {
     hyxtavlang::BuiltModel const model = hyxtavlang::loadModel(path, "", hyxtavlang::OptParams());
     for (std::string const& error : model.result.getErrors())
-        warn("\"" + path + "\": " + error);
+        warn(error);
     if (!model.result.isSuccess())
         return false;
     model.enter(target.simulation, target.parent);
