@@ -13,6 +13,7 @@ import hyxIO
 import hyxOSG
 
 from ._doctor import doctor
+from ._journal_page import write_page
 
 LOOK_AT_FILES = 0.5  # seconds between looks at the files for changes
 
@@ -66,6 +67,8 @@ def main(arguments: list[str] | None = None) -> int:
         return 0
     parser = hyxIO.ArgumentParser()
     parser.addFlag("--doctor", "Say what works on this machine, and what to install for the rest")
+    parser.addOption("--page", "Write the journal that is opened as one HTML file of pictures, and end")
+    parser.addOption("--page-rate", "Pictures a recorded second in that file", "20")
     parser.addFlag("--no-watch", "Do not look for changes of the files")
     try:
         parser.parse(words)
@@ -82,6 +85,15 @@ def main(arguments: list[str] | None = None) -> int:
         return wrong(str(error))
 
 
+def page(app: hyxOSG.ExampleApplication, parser: hyxIO.ArgumentParser) -> int:
+    app.initScene()
+    if not app.getJournal().isPlaying():
+        return wrong("--page needs a journal to open")
+    file = parser.getString("--page")
+    print(f"{write_page(app, file, parser.getReal('--page-rate'))} pictures in {file}")
+    return 0
+
+
 def show(parser: hyxIO.ArgumentParser, files: list[str]) -> int:
     with hyxOSG.ExampleApplication() as app:
         app.setWindowTitle(f"{' '.join(Path(file).name for file in files)} - F1 shows the keys")
@@ -91,6 +103,8 @@ def show(parser: hyxIO.ArgumentParser, files: list[str]) -> int:
             app.setEnableStatus(parser.has("--status") or not app.hasOffscreenWindow())
         if not app.getNumScenes() and not app.getJournalPlaybackPath():
             return wrong(f"'{files[0]}' is of no kind that can be opened")
+        if parser.has("--page"):
+            return page(app, parser)
         watcher = Watcher(files)
         if not parser.has("--no-watch"):
             app.addListener(watcher)

@@ -1,13 +1,17 @@
 """`python -m hyxOSG FILE...`, and pictures in notebooks."""
 
 import io
+import re
+import shutil
 
+import hyx
 import hyxOSG
 import numpy
 import pytest
 from application_stage import add_box
+from browser import Browser
 from PIL import Image
-from subprocesses import run_python
+from subprocesses import ROOT, run_python
 
 SCRIPT = """
 import hyx, hyxCollide, hyxOSG
@@ -98,3 +102,57 @@ def test_notebooks_show_the_picture(app, shoot):
     app.addRenderTarget(target)
     assert numpy.array_equal(pixels(app._repr_png_()), shoot(app))
     assert numpy.array_equal(pixels(target._repr_png_()), target.pixels[::-1, :, :3])
+
+
+@pytest.fixture
+def journal(app, tmp_path):
+    """Half a second of a box that falls past the camera."""
+    app.initViewer(64, 48)
+    add_box(app, "falling", (0, 0, 3))
+    app.createVisual(app.getSimulation())
+    app.setCameraHome(hyx.Vec3(0, -9, 2), hyx.Vec3(0, 0, 2))
+    app.setJournalRecordPath(str(tmp_path / "run.h5"))
+    app.setEnableJournalRecord(True)
+    app.stopAfter(0.5)
+    app.run()
+    app.setEnableJournalRecord(False)
+    return tmp_path / "run.h5"
+
+
+@pytest.mark.skipif(not shutil.which("chromium-headless-shell"), reason="no browser")
+def test_a_journal_plays_as_a_page_without_a_server(journal, tmp_path):
+    page = tmp_path / "run.html"
+    done = open_file(journal, "--page", page, "--page-rate", "10", "--window-size", "64x48")
+    assert done.returncode == 0 and "6 pictures" in done.stdout, done.stderr
+    browser = Browser(lambda: None, tmp_path / "profile")
+    try:
+        browser.open(page.as_uri())
+        shown = "document.getElementById('picture')"
+        assert browser.wait(lambda: browser.evaluate(f"{shown} && {shown}.naturalWidth") == 64)
+        place = "document.getElementById('place')"
+        assert browser.wait(lambda: browser.evaluate(f"{place}.value") == "3"), "it plays by itself"
+
+        def seek(index):
+            browser.evaluate(f"{place}.value = {index}; {place}.oninput({{target: {place}}})")
+            return browser.evaluate(f"{shown}.src"), browser.evaluate("document.getElementById('time').textContent")
+
+        first, last = seek(0), seek(5)
+        assert first[0] != last[0] and float(last[1].split()[0]) - float(first[1].split()[0]) > 0.4
+        assert seek(0) == first and browser.evaluate("document.getElementById('play').textContent") == "Play"
+    finally:
+        browser.close()
+
+
+def test_the_installed_command_is_there():
+    module, function = re.search(
+        r'^hyxosg = "(.+):(.+)"$', (ROOT / "pyproject.toml").read_text(), re.MULTILINE
+    ).groups()
+    done = run_python("-c", f"import sys, {module} as m; sys.argv[1:] = ['missing.py']; sys.exit(m.{function}())")
+    assert done.returncode == 2 and "no file 'missing.py'" in done.stderr
+
+
+def test_only_a_journal_becomes_a_page(tmp_path):
+    file = tmp_path / "s.json"
+    file.write_text(SCENE)
+    done = open_file(file, "--page", tmp_path / "s.html")
+    assert done.returncode == 2 and "needs a journal" in done.stderr and not (tmp_path / "s.html").exists()
