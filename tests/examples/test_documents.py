@@ -31,13 +31,19 @@ ROBOT = """<robot name="leg"><link name="thigh"/><link name="shank"/>
 <limit lower="0" upper="2" effort="10" velocity="1"/></joint></robot>"""
 HUMANOID = """<mujoco><worldbody><body name="torso"><freejoint/><geom size="0.2"/><body name="arm" pos="0.3 0 0">
 <joint name="shoulder" axis="0 1 0"/><geom size="0.1"/></body></body></worldbody></mujoco>"""
+YARD = """<sdf version="1.9"><world name="yard"><model name="rover"><static>true</static><link name="base">
+<sensor name="eye" type="camera"><camera><image><width>64</width><height>48</height></image></camera></sensor>
+<sensor name="scan" type="gpu_lidar"><lidar><scan><horizontal><samples>9</samples><min_angle>-1</min_angle>
+<max_angle>1</max_angle></horizontal></scan><range><min>0.1</min><max>9</max></range></lidar></sensor>
+<sensor name="motion" type="imu"/></link></model></world></sdf>"""
+FILES = {"robot.urdf": ROBOT, "humanoid.xml": HUMANOID, "yard.sdf": YARD}
 PRELUDES = {
     "pictures_out.md": SCENE
     + "points = osg.Geometry()\npositions, forces, thrusters = [[0, 0, 1]], [[0, 0, 9]], [box]\nn = 1\n"
     + "target = hyxOSG.RenderToImage(320, 240)\napp.addRenderTarget(target)\nwidth = height = x = y = button = i = 0\n",
     "listeners.md": SCENE
     + "body = box\ntimer = hyx.HighAccuracyTimer()\nself = hyxOSG.GuiEventListener()\nsim.add(self)\nx, y = 160, 120\n",
-    "robots.md": SCENE + f"open('robot.urdf', 'w').write({ROBOT!r})\nopen('humanoid.xml', 'w').write({HUMANOID!r})\n",
+    "robots.md": SCENE + "".join(f"open({name!r}, 'w').write({text!r})\n" for name, text in FILES.items()),
     "remote.md": SCENE + "import sys\n",
     "journals.md": SCENE + "import h5py\nplot = lambda *columns: None\n",
 }

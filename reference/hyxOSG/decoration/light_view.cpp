@@ -126,13 +126,6 @@ std::optional<LightView> fitLightView(LightViewNeeds const& needs) {
     extent.y.intersect(seen.y);
     if (extent.x.empty() || extent.y.empty() || extent.depth.high <= nearest)
         return std::nullopt;
-    // What stands beside the visible part may half shade it, within reason.
-    double const reach = needs.spread * extent.depth.size() / (directional ? 1 : std::max(extent.depth.low, nearest));
-    for (Range* range : {&extent.x, &extent.y}) {
-        double const margin = std::min(reach, 0.25 * range->size());
-        range->low -= margin;
-        range->high += margin;
-    }
     for (Range* range : {&extent.x, &extent.y})
         if (needs.alignWithCamera)
             widen(*range, needs.mapSize);

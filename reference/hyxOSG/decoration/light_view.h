@@ -28,7 +28,6 @@ struct LightViewNeeds {
     std::vector<osg::Vec3d> visible; ///< corners of what the camera sees of the scene
     osg::Vec3d cameraDirection;
     unsigned int mapSize = 0;
-    double spread = 0;            ///< half the width of the light, seen from the scene, in radians
     bool alignWithCamera = false; ///< turn the map with the camera, for the tightest fit; else it keeps still
 };
 

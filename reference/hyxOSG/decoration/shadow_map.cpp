@@ -31,18 +31,13 @@ struct ShadowMap::Maps {
 
 namespace {
 
-/// How wide the light is, seen from the middle of the scene, in radians: a lamp for still lifes, not the sun.
-constexpr double widthOfLight = 0.1;
-constexpr double widestSearch = 0.12; ///< of the map
-
-osg::ref_ptr<osg::Texture2D> createDepthTexture(unsigned int size, ShadingOptions const& shading) {
-    bool const smooth = shading.softShadows && !shading.spreadingShadows;
+osg::ref_ptr<osg::Texture2D> createDepthTexture(unsigned int size, bool smooth) {
     osg::ref_ptr<osg::Texture2D> texture = new osg::Texture2D;
     texture->setTextureSize(static_cast<int>(size), static_cast<int>(size));
     texture->setInternalFormat(GL_DEPTH_COMPONENT24);
     texture->setSourceFormat(GL_DEPTH_COMPONENT);
     texture->setSourceType(GL_UNSIGNED_INT);
-    texture->setShadowComparison(!shading.spreadingShadows);
+    texture->setShadowComparison(true);
     texture->setShadowTextureMode(osg::Texture2D::LUMINANCE);
     auto const filter = smooth ? osg::Texture2D::LINEAR : osg::Texture2D::NEAREST;
     texture->setFilter(osg::Texture2D::MIN_FILTER, filter);
@@ -92,10 +87,7 @@ public:
         : m_matrix(new osg::Uniform(osg::Uniform::FLOAT_MAT4, "hyx_shadowMatrix", static_cast<int>(maps))),
           m_texel(new osg::Uniform(osg::Uniform::FLOAT, "hyx_shadowTexel", static_cast<int>(maps))),
           m_depth(new osg::Uniform(osg::Uniform::FLOAT, "hyx_splitDepth", static_cast<int>(maps))),
-          m_size(new osg::Uniform("hyx_shadowMapSize", static_cast<float>(mapSize))),
-          m_distances(new osg::Uniform("hyx_shadowDepth", osg::Vec4())),
-          m_spread(new osg::Uniform("hyx_shadowSpread", osg::Vec3())),
-          m_near(new osg::Uniform("hyx_lightIsNear", 0.0f)) {}
+          m_size(new osg::Uniform("hyx_shadowMapSize", static_cast<float>(mapSize))) {}
 
     void setMap(unsigned int map, osg::Matrixd const& eyeToMap, double texelSize) {
         m_matrix->setElement(map, osg::Matrixf(eyeToMap));
@@ -109,28 +101,13 @@ public:
 
     void setDepth(unsigned int map, double depth) { m_depth->setElement(map, static_cast<float>(depth)); }
 
-    /// How the edges of shadows spread, where they do: that is on one map alone.
-    void setSpread(osg::Matrixd const& projection) {
-        bool const near = projection(3, 3) == 0;
-        double const scale = projection(2, 2), shift = projection(3, 2); // to depths from -1 to 1
-        m_near->set(near ? 1.0f : 0.0f);
-        m_distances->set(near ? osg::Vec4(0, 0.5 * shift, 1, -0.5 + 0.5 * scale)
-                              : osg::Vec4(1, -0.5 - 0.5 * shift, 0, -0.5 * scale));
-        double const nearest = near ? shift / (scale - 1) : (shift + 1) / scale;
-        double const farthest = near ? shift / (scale + 1) : (shift - 1) / scale;
-        double const wide = 0.25 * widthOfLight * projection(0, 0), high = 0.25 * widthOfLight * projection(1, 1);
-        double const most = wide * (farthest - nearest) / (near ? nearest : 1);
-        m_spread->set(osg::Vec3(wide, high, std::min(std::abs(most), widestSearch)));
-    }
-
     void addTo(osg::StateSet& state) const {
-        for (osg::Uniform* uniform : {m_matrix.get(), m_texel.get(), m_depth.get(), m_size.get(), m_distances.get(),
-                                      m_spread.get(), m_near.get()})
+        for (osg::Uniform* uniform : {m_matrix.get(), m_texel.get(), m_depth.get(), m_size.get()})
             state.addUniform(uniform);
     }
 
 private:
-    osg::ref_ptr<osg::Uniform> m_matrix, m_texel, m_depth, m_size, m_distances, m_spread, m_near;
+    osg::ref_ptr<osg::Uniform> m_matrix, m_texel, m_depth, m_size;
 };
 
 } // namespace
@@ -180,7 +157,6 @@ void ShadowMap::cull(osgUtil::CullVisitor& visitor) {
     needs.casters = casters.getBoundingBox();
     needs.cameraDirection = osg::Vec3d(-eyeToScene(2, 0), -eyeToScene(2, 1), -eyeToScene(2, 2));
     needs.mapSize = m_settings.mapSize;
-    needs.spread = m_settings.shading.spreadingShadows ? 0.5 * widthOfLight : 0;
     needs.alignWithCamera = m_settings.alignWithCamera;
 
     double const unlimited = std::numeric_limits<double>::max();
@@ -207,7 +183,6 @@ void ShadowMap::cull(osgUtil::CullVisitor& visitor) {
             state = new osg::StateSet(*m_shadowed);
         drawMap(visitor, maps.maps[i], fit->view, fit->projection);
         uniforms.setMap(i, eyeToScene * fit->textureMatrix(), fit->texelSize);
-        uniforms.setSpread(fit->projection);
         state->setTextureAttribute(SHADOW_MAP_UNIT + i, maps.maps[i].texture);
     }
     if (!state) {
@@ -235,7 +210,7 @@ void ShadowMap::forgetUnused(unsigned int frame) {
 void ShadowMap::drawMap(osgUtil::CullVisitor& visitor, Map& map, osg::Matrixd const& view,
                         osg::Matrixd const& projection) {
     if (!map.camera) {
-        map.texture = createDepthTexture(m_settings.mapSize, m_settings.shading);
+        map.texture = createDepthTexture(m_settings.mapSize, m_settings.shading.softShadows);
         map.camera = new osg::Camera;
         map.camera->setStateSet(createCasterState()); // first: the camera keeps its viewport in it
         map.camera->setReferenceFrame(osg::Camera::ABSOLUTE_RF_INHERIT_VIEWPOINT);

@@ -16,7 +16,6 @@ ShadowMap::Settings mapSettings(SceneDecorator::ShadowMethod method, ShadingOpti
     settings.shading.shadowMaps = method == SceneDecorator::PARALLELLSPLIT_SHADOWMAP ? MAX_SHADOW_MAPS : 1;
     settings.shading.blackShadows = method == SceneDecorator::SHADOWTEXTURE;
     settings.shading.softShadows = method != SceneDecorator::SHADOWMAP && method != SceneDecorator::SHADOWTEXTURE;
-    settings.shading.spreadingShadows = method == SceneDecorator::SOFT_SHADOWMAP;
     return settings;
 }
 

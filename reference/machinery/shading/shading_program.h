@@ -18,8 +18,7 @@ struct ShadingOptions {
     int shadowLight = 0;         ///< index of the light that throws the shadows
     unsigned int shadowMaps = 0; ///< 0, 1 or MAX_SHADOW_MAPS
     bool softShadows = false;
-    bool spreadingShadows = false; ///< edges grow with the distance of what throws them; of one map
-    bool blackShadows = false;     ///< shadows take all light, and casters receive none
+    bool blackShadows = false; ///< shadows take all light, and casters receive none
     bool highlights = true;
     bool skyLight = false; ///< ambient light has the colours of the sky and of the ground
 

@@ -9,82 +9,8 @@ namespace hyxOSG::decorator {
 namespace {
 
 char const* const shadowLookup = R"(#version 120
-#pragma import_defines(SHADOW_MAPS, SOFT_SHADOWS, SPREADING_SHADOWS)
-#if defined(SHADOW_MAPS) && defined(SPREADING_SHADOWS)
-uniform bool hyx_receivesShadow;
-uniform sampler2D hyx_shadowMap0;
-uniform mat4 hyx_shadowMatrix[SHADOW_MAPS];
-uniform float hyx_shadowTexel[SHADOW_MAPS];
-uniform float hyx_shadowMapSize;
-uniform vec4 hyx_shadowDepth;  // (x d + y) / (z d + w) is the distance from the light of depth d
-uniform vec3 hyx_shadowSpread; // on the map, from the middle of a soft edge to its end: in x and y for a spread of 1,
-                               // and at most, in x
-uniform float hyx_lightIsNear; // 1 for a light at a place, 0 for one of parallel rays
-
-const int SEARCHES = 8, TAPS = 20;
-
-// Places spread evenly over a disc.
-vec2 discPlace(int i, int count)
-{
-    float turn = 2.39996 * float(i);
-    return sqrt((float(i) + 0.5) / float(count)) * vec2(cos(turn), sin(turn));
-}
-
-float distanceOf(float depth)
-{
-    return (depth * hyx_shadowDepth.x + hyx_shadowDepth.y) / (depth * hyx_shadowDepth.z + hyx_shadowDepth.w);
-}
-
-vec3 onMap(vec3 eyePosition)
-{
-    vec4 place = hyx_shadowMatrix[0] * vec4(eyePosition, 1.0);
-    return place.w > 0.0 ? place.xyz / place.w : vec3(-1.0);
-}
-
-// How the depth of a plane grows in x and y of the map.
-vec2 depthSlope(vec3 place, vec3 eyePosition, vec3 eyeNormal, float size)
-{
-    vec3 along = normalize(abs(eyeNormal.z) < 0.9 ? cross(eyeNormal, vec3(0.0, 0.0, 1.0)) : cross(eyeNormal, vec3(1.0, 0.0, 0.0)));
-    vec3 a = onMap(eyePosition + size * along) - place, b = onMap(eyePosition + size * cross(eyeNormal, along)) - place;
-    float area = a.x * b.y - a.y * b.x;
-    vec2 slope = vec2(a.z * b.y - b.z * a.y, b.z * a.x - a.z * b.x) / (abs(area) > 1e-12 ? area : 1e-12);
-    float steepest = 2.0 * max(abs(a.z), abs(b.z)) / max(length(a.xy), length(b.xy));
-    return clamp(slope, -steepest, steepest);
-}
-
-// Half shade grows with the distance of what throws it: first the distance is looked for, then so wide an edge is drawn.
-float shadowVisibility(vec3 eyePosition, vec3 eyeNormal)
-{
-    if (!hyx_receivesShadow)
-        return 1.0;
-    vec3 from = eyePosition + eyeNormal * (1.5 * hyx_shadowTexel[0]);
-    vec3 place = onMap(from);
-    if (place.x <= 0.0 || place.x >= 1.0 || place.y <= 0.0 || place.y >= 1.0)
-        return 1.0;
-    vec2 slope = depthSlope(place, from, eyeNormal, 4.0 * hyx_shadowTexel[0]);
-    vec2 shape = hyx_shadowSpread.xy / hyx_shadowSpread.x;
-    float blocked = 0.0, depths = 0.0;
-    for (int i = 0; i < SEARCHES; ++i) {
-        vec2 off = hyx_shadowSpread.z * shape * discPlace(i, SEARCHES);
-        float depth = texture2D(hyx_shadowMap0, place.xy + off).r;
-        if (depth < min(place.z + dot(slope, off), 1.0)) {
-            blocked += 1.0;
-            depths += depth;
-        }
-    }
-    if (blocked == 0.0)
-        return 1.0;
-    float receiver = distanceOf(place.z), blocker = distanceOf(depths / blocked);
-    float spread = (receiver - blocker) / mix(1.0, max(blocker, 1e-6), hyx_lightIsNear);
-    vec2 radius = clamp(spread * hyx_shadowSpread.x, 0.75 / hyx_shadowMapSize, hyx_shadowSpread.z) * shape;
-    float lit = 0.0;
-    for (int i = 0; i < TAPS; ++i) {
-        vec2 off = radius * discPlace(i, TAPS);
-        lit += texture2D(hyx_shadowMap0, place.xy + off).r < min(place.z + dot(slope, off), 1.0) ? 0.0 : 1.0;
-    }
-    return lit / float(TAPS);
-}
-#elif defined(SHADOW_MAPS)
+#pragma import_defines(SHADOW_MAPS, SOFT_SHADOWS)
+#ifdef SHADOW_MAPS
 uniform bool hyx_receivesShadow;
 uniform sampler2DShadow hyx_shadowMap0;
 uniform mat4 hyx_shadowMatrix[SHADOW_MAPS];
@@ -148,8 +74,6 @@ void declareShadowMaps(osg::StateSet& state, ShadingOptions const& options) {
     state.setDefine("SHADOW_LIGHT", std::to_string(options.shadowLight));
     if (options.softShadows)
         state.setDefine("SOFT_SHADOWS");
-    if (options.spreadingShadows)
-        state.setDefine("SPREADING_SHADOWS");
     if (options.blackShadows)
         state.setDefine("BLACK_SHADOWS");
     for (unsigned int map = 0; map < options.shadowMaps; ++map)

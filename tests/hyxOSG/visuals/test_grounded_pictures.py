@@ -181,29 +181,3 @@ def test_two_applications_draw_in_turn(scene, tmp_path):
         assert (scene.picture() == first).all() and (other.picture() == second).all() and (first != second).any()
         other.app.close()
         assert (scene.picture() == first).all()
-
-
-def edge_width(scene, height):
-    """Metres over which the shadow of a board at `height` goes from a tenth to nine tenths of the light."""
-    while scene.root.getNumChildren():
-        scene.root.removeChild(scene.root.getChild(0))
-    scene.add(hyxCollide.Box(4, 4, 0.1), (0, 0, -0.1))
-    scene.add(hyxCollide.Box(1.5, 1.5, 0.01), (-1.5, 0, height))
-    scene.app.setCameraHome(hyx.Vec3(0, 0, 0.45), hyx.Vec3(), hyx.Vec3(0, 1, 0))
-    row = scene.picture()[SIZE // 2, :, 1].astype(float)
-    lit, dark = row.max(), row.min()
-    assert lit - dark > 40
-    part = numpy.sort((row - dark) / (lit - dark))
-    pixels = ((part > 0.1) & (part < 0.9)).sum()
-    return pixels * 2 * 0.45 * math.tan(math.radians(22.5)) / SIZE
-
-
-def test_soft_edges_grow_with_the_distance_of_what_throws_them(scene):
-    scene.decorator.setShadowMapSize(4096)
-    scene.decorator.setEnableShadows(True)
-    light = scene.decorator.getLightSource(hyxOSG.SceneDecorator.LIGHT0)
-    scene.decorator.setEnableCalculateLightPositions(hyxOSG.SceneDecorator.LIGHT0, False)
-    light.setPosition(hyx.Vec4(0, 0, 1, 0))
-    widths = {height: edge_width(scene, height) for height in (0.5, 1.0, 2.0)}
-    slopes = {height: width / height for height, width in widths.items()}
-    assert all(slope == pytest.approx(slopes[1.0], rel=0.2) for slope in slopes.values()), widths
