@@ -4,6 +4,7 @@
 #include "reference/hyxPython/native_work.h"
 #include "reference/machinery/context/resolved_frame.h"
 #include "reference/machinery/viewing/drawing_failure.h"
+#include "reference/machinery/viewing/processors.h"
 
 #include <osg/Multisample>
 
@@ -75,6 +76,7 @@ void FrameViewer::begin() {
 
 ViewerWindow::ViewerWindow(WindowRequest const& request, DrawnRoot* scene)
     : m_window(makeGraphicsWindow(request)), m_viewer(new FrameViewer), m_scene(scene) {
+    keepProcessors(*m_viewer);
     m_viewer->setThreadingModel(osgViewer::ViewerBase::SingleThreaded); // callbacks come on the caller's thread
     m_viewer->setReleaseContextAtEndOfFrameHint(false);
     m_viewer->setKeyEventSetsDone(0);

@@ -12,6 +12,7 @@
 #include "reference/machinery/shading/shading_marks.h"
 #include "reference/machinery/viewing/drawing_failure.h"
 #include "reference/machinery/viewing/follow_manipulator.h"
+#include "reference/machinery/viewing/processors.h"
 #include "reference/machinery/viewing/wheel_zoom.h"
 
 #include <osg/GLObjects>
@@ -86,6 +87,7 @@ EmbeddedGLWindow::Implementation::Implementation()
     content->getOrCreateStateSet()->setAttributeAndModes(polygonMode);
     decorator->addChild(content);
     decorator->getHud()->setNodeMask(HUD_MASK);
+    keepProcessors(*viewer);
     viewer->setThreadingModel(osgViewer::Viewer::SingleThreaded);
     viewer->setKeyEventSetsDone(0);
     viewer->setLightingMode(osg::View::NO_LIGHT);

@@ -1,5 +1,8 @@
 """The window and what is switched on in it."""
 
+import os
+
+import hyxOSG
 import pytest
 from application_stage import add_box, difference
 from subprocesses import has_display, run_python
@@ -169,3 +172,16 @@ print("good")
 def test_a_window_on_a_display_has_title_size_and_keys():
     done = run_python(ON_DISPLAY, on_display=True)
     assert done.stdout == "good\n", done.stderr
+
+
+@pytest.mark.parametrize("allowed", [{0}, os.sched_getaffinity(0)])
+def test_a_window_leaves_the_script_its_processors(allowed):
+    before = os.sched_getaffinity(0)
+    os.sched_setaffinity(0, allowed)
+    try:
+        with hyxOSG.ExampleApplication() as application:
+            application.initViewer(32, 24)
+            application.step()
+            assert os.sched_getaffinity(0) == allowed
+    finally:
+        os.sched_setaffinity(0, before)
