@@ -1,4 +1,6 @@
-"""This project's turn."""
+"""This project's turn: as it comes, with smooth edges, or with `unsmoothed` as last argument as most of the others."""
+
+import sys
 
 import hyx
 import hyxCollide
@@ -16,6 +18,8 @@ def stage():
     app.init(None)
     simulation = hyxSDK.Simulation()
     app.initSimulation(simulation)
+    if sys.argv[-1] == "unsmoothed":
+        app.setNumSamples(0)
     app.initViewer(scenes.WIDTH, scenes.HEIGHT)
     return app, simulation
 

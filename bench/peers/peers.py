@@ -23,6 +23,7 @@ BUILD = HERE.parent.parent / "build"
 ROWS = ("shapes", "shadows", "boxes", "mesh", "points", "first")
 CONTENDERS = {  # the script, and its last argument
     "here": ["here.py"],
+    "unsmoothed": ["here.py", "unsmoothed"],
     "panda": ["panda.py"],
     "panda-tiny": ["panda.py", "tiny"],
     "mujoco": ["mujoco_turn.py"],
@@ -38,7 +39,9 @@ def peers_python():
     installed = BUILD / "peers" / "installed.txt"
     if not installed.exists() or installed.read_text() != wanted.read_text():
         subprocess.run([sys.executable, "-m", "venv", BUILD / "peers"], check=True)
-        subprocess.run([python, "-m", "pip", "install", "--quiet", "-r", wanted], check=True)
+        uv = Path(sys.executable).with_name("uv")  # in seconds what takes pip minutes
+        installer = [uv, "pip", "install", "--python", python] if uv.exists() else [python, "-m", "pip", "install"]
+        subprocess.run([*installer, "--quiet", "-r", wanted], check=True)
         installed.write_text(wanted.read_text())
     return str(python)
 
@@ -46,9 +49,10 @@ def peers_python():
 def turn(contender, row, seconds, picture):
     """Frames a second, or seconds for "first"; None for what the contender does not do."""
     script, *last = CONTENDERS[contender]
-    python = sys.executable if contender == "here" else peers_python()
+    own = script == "here.py"
+    python = sys.executable if own else peers_python()
     environment = os.environ | {"HYX_DISPLAY": "offscreen"}
-    if contender != "here":
+    if not own:
         environment.pop("PYTHONPATH", None)
     once = row == "first"
     start = time.perf_counter()

@@ -59,12 +59,13 @@ def execute(program: Program) -> None:
 
 
 def run(program: Program) -> Outcome:
-    with tempfile.TemporaryFile() as report:
+    with tempfile.TemporaryFile() as report, tempfile.TemporaryDirectory() as folder:
         sys.stdout.flush()
         child = os.fork()
         if child == 0:
             os.dup2(report.fileno(), 1)
             os.dup2(report.fileno(), 2)
+            os.chdir(folder)
             execute(program)
         _, status = os.waitpid(child, 0)
         report.seek(0)
