@@ -60,13 +60,15 @@ class GltfRecording:
         recording.save("motion.glb")
 
     Shapes stay as they were when they were first captured, with their materials' colours and without pictures on them;
-    only transforms move. `root` is the whole scene unless given. Lines, points and what is hidden are left out;
-    what is below a `PositionAttitudeTransform` stays where it is.
+    only transforms move. `root` is the whole scene, the application's own visuals too, unless given. Lines, points and
+    what is hidden are left out; what is below a `PositionAttitudeTransform` stays where it is.
     """
 
     def __init__(self, application: Any, root: Any = None) -> None:
         self._application = application
-        self._root = Place("scene", root if root is not None else application.getSceneRoot())
+        scene = [application.getSceneRoot(), application.getSceneHyxOSGRoot()]
+        self._shown = scene if root is None else [root]
+        self._root = Place("scene", self._shown)
         self._times: list[float] = []
 
     def capture(self) -> None:
@@ -78,7 +80,8 @@ class GltfRecording:
             raise ValueError(f"the moment {time} s is not later than the last one, {self._times[-1]} s")
         _osg.drawRenderTargets(self._application)  # takes the visuals to their bodies
         self._times.append(time)
-        self._visit(self._root, self._root.node, None, time)
+        for node in self._shown:
+            self._visit(self._root, node, None, time)
 
     def _visit(self, place: Place, node: Any, color: Any, time: float) -> None:
         import osg

@@ -20,14 +20,20 @@ _Y_UP = [-(0.5**0.5), 0.0, 0.0, 0.5**0.5]  # the format's scenes have Y up
 
 
 def write(path: Path, root: Place) -> None:
+    from .whole_files import whole_file
+
+    with whole_file(path) as place:
+        place.write_bytes(_content(root, path.suffix.lower() == ".gltf"))
+
+
+def _content(root: Place, as_text: bool) -> bytes:
     writer = _Writer(root)
     document, binary = writer.document, bytes(writer.binary)
-    if path.suffix.lower() == ".gltf":
+    if as_text:
         if binary:
             uri = "data:application/octet-stream;base64," + base64.b64encode(binary).decode()
             document["buffers"] = [{"byteLength": len(binary), "uri": uri}]
-        path.write_text(json.dumps(document))
-        return
+        return json.dumps(document).encode()
     if binary:
         document["buffers"] = [{"byteLength": len(binary)}]
     text = json.dumps(document).encode()
@@ -35,7 +41,7 @@ def write(path: Path, root: Place) -> None:
     chunks = struct.pack("<I4s", len(text), b"JSON") + text
     if binary:
         chunks += struct.pack("<I4s", len(binary), b"BIN\0") + binary
-    path.write_bytes(struct.pack("<4sII", b"glTF", 2, 12 + len(chunks)) + chunks)
+    return struct.pack("<4sII", b"glTF", 2, 12 + len(chunks)) + chunks
 
 
 class _Writer:

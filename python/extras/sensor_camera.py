@@ -76,7 +76,9 @@ class SensorFrame:
         """Writes all channels, K, pose and time; read it with `numpy.load`."""
         import numpy
 
-        with _Replaced(path) as file:
+        from .whole_files import whole_file
+
+        with whole_file(path) as place, open(place, "wb") as file:  # numpy would put an ending to a name
             numpy.savez_compressed(file, time=self.time, K=self.K, pose=self.pose, **self.channels())
 
     def save_depth_png(self, path: str | os.PathLike[str], unit: float = 0.001) -> None:
@@ -84,12 +86,14 @@ class SensorFrame:
         import numpy
         from PIL import Image
 
+        from .whole_files import whole_file
+
         if self.depth is None:
             raise ValueError("the frame has no distances: read the channel 'depth'")
         steps = numpy.where(numpy.isfinite(self.depth), numpy.rint(self.depth / unit), 0)
         picture = Image.fromarray(numpy.where(steps > 65535, 0, steps).astype(numpy.uint16))
-        with _Replaced(path) as file:
-            picture.save(file, "PNG")
+        with whole_file(path) as place:
+            picture.save(place, "PNG")
 
 
 @dataclass
@@ -308,34 +312,3 @@ def _matrix(transform: Any) -> Any:
     import numpy
 
     return numpy.array([[transform.get(row, column) for row in range(4)] for column in range(4)])
-
-
-class _Replaced:
-    """A file that takes the place of an older one only when it is whole."""
-
-    def __init__(self, path: str | os.PathLike[str]) -> None:
-        import pathlib
-
-        self._path = pathlib.Path(path)
-
-    def __enter__(self) -> Any:
-        import tempfile
-
-        self._file = tempfile.NamedTemporaryFile(dir=self._path.parent, prefix=self._path.name, delete=False)
-        return self._file
-
-    def __exit__(self, kind: Any, error: Any, trace: Any) -> None:
-        import os
-
-        try:
-            self._file.flush()
-            os.fsync(self._file.fileno())
-            self._file.close()
-            if kind is None:
-                os.replace(self._file.name, self._path)
-                return
-        except OSError:
-            if kind is None:
-                os.unlink(self._file.name)
-                raise
-        os.unlink(self._file.name)

@@ -6,7 +6,7 @@ import math
 from collections.abc import Mapping
 from pathlib import Path
 
-from .whole_files import whole_file
+from _hyx_extras.whole_files import whole_file
 
 WIDTH = 240  # pixels of a tile
 MARGIN = 6
@@ -34,6 +34,6 @@ def contact_sheet(pictures: Mapping[str, str | Path], file: str | Path, columns:
         y = MARGIN + place // columns * (height + MARGIN)
         sheet.paste(tile, (x, y))
         pen.text((x, y + tile.height + 2), caption[:40], fill="black")
-    with whole_file(Path(file)) as other:
+    with whole_file(file) as other:
         sheet.save(other)
     return Path(file)

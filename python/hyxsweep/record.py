@@ -21,9 +21,9 @@ from pathlib import Path
 from typing import Any
 
 import cloudpickle
+from _hyx_extras.whole_files import whole_file
 
 from .designs import Parameters
-from .whole_files import whole_file
 
 
 class RunFailed(RuntimeError):

@@ -9,6 +9,7 @@ import tempfile
 from pathlib import Path
 
 import hyxOSG
+from _hyx_extras.whole_files import whole_file
 
 MOST_PICTURES = 1800  # a minute and a half at 20 a second; longer journals get fewer a second
 
@@ -99,5 +100,6 @@ def write_page(app: hyxOSG.ExampleApplication, path: str, rate: float) -> int:
             times.append(round(time, 4))
     title = html.escape(Path(app.getJournalPlaybackPath()).name)
     text = PAGE % {"title": title, "pictures": json.dumps(pictures), "times": json.dumps(times)}
-    Path(path).write_text(text, encoding="utf-8")
+    with whole_file(path) as place:
+        place.write_text(text, encoding="utf-8")
     return count

@@ -7,38 +7,47 @@
 
 namespace hyx {
 
-void BodyObstacle::prepare() {
-    m_parts.clear();
+std::vector<BodyObstacle::Part> BodyObstacle::partsNow() const {
+    std::vector<Part> parts;
     if (!m_body->isEnabled())
-        return;
+        return parts;
     for (auto const& geometry : m_body->getGeometries()) {
         if (!geometry->getEnableCollisions() || geometry->isSensor())
             continue;
         AffineMatrix4x4 const transform = geometry->getTransform();
-        m_parts.push_back({geometry->getShape(), transform, transform.inverse()});
+        parts.push_back({geometry->getShape(), transform, transform.inverse()});
     }
+    return parts;
+}
+
+void BodyObstacle::prepare() {
+    m_parts = partsNow();
+}
+
+bool BodyObstacle::find(Part const& part, Vec3 const& position, Real reach, Surface& surface) const {
+    if (!findNearestSurface(*part.shape, part.toShape.transformPoint(position), reach, surface))
+        return false;
+    surface.normal = part.toWorld.transformVector(surface.normal);
+    surface.velocity = m_body->getPointVelocity(position - surface.normal * surface.distance);
+    return true;
 }
 
 void BodyObstacle::findAll(Vec3 const& position, Real reach, std::vector<Surface>& surfaces) const {
-    for (Part const& part : m_parts) {
-        Surface found;
-        if (!findNearestSurface(*part.shape, part.toShape.transformPoint(position), reach, found))
-            continue;
-        found.normal = part.toWorld.transformVector(found.normal);
-        found.velocity = m_body->getPointVelocity(position - found.normal * found.distance);
-        surfaces.push_back(found);
-    }
+    Surface found;
+    for (Part const& part : m_parts)
+        if (find(part, position, reach, found))
+            surfaces.push_back(found);
 }
 
 bool BodyObstacle::find(Vec3 const& position, Real reach, Surface& surface) const {
-    ref_ptr<BodyObstacle> const now = new BodyObstacle(m_body.get());
-    now->prepare();
-    std::vector<Surface> surfaces;
-    now->findAll(position, reach, surfaces);
-    for (Surface const& found : surfaces)
-        if (&found == &surfaces.front() || found.distance < surface.distance)
+    bool any = false;
+    Surface found;
+    for (Part const& part : partsNow())
+        if (find(part, position, reach, found) && (!any || found.distance < surface.distance)) {
             surface = found;
-    return !surfaces.empty();
+            any = true;
+        }
+    return any;
 }
 
 void BodyObstacle::push(Vec3 const& impulse, Vec3 const& point, Real timeStep) {

@@ -34,6 +34,9 @@ private:
         AffineMatrix4x4 toShape;
     };
 
+    std::vector<Part> partsNow() const;
+    bool find(Part const& part, Vec3 const& position, Real reach, Surface& surface) const;
+
     ref_ptr<RigidBody> m_body;
     std::vector<Part> m_parts;
 };

@@ -3,6 +3,7 @@
 #include "reference/machinery/files/only_reader.h"
 #include "reference/machinery/meshes/mesh_builder.h"
 #include "reference/machinery/model_files/file_look_up.h"
+#include "reference/machinery/model_files/model_picture.h"
 #include "reference/machinery/shading/surface_program.h"
 
 #include <assimp/DefaultIOSystem.h>
@@ -141,23 +142,13 @@ private:
         aiString file;
         if (source.GetTexture(kind, 0, &file) != AI_SUCCESS)
             return nullptr;
-        osg::ref_ptr<osg::Image> const image = imageOf(file.C_Str());
-        if (!image)
-            return nullptr;
-        osg::ref_ptr<osg::Texture2D> const texture = new osg::Texture2D(image);
-        texture->setWrap(osg::Texture::WRAP_S, osg::Texture::REPEAT);
-        texture->setWrap(osg::Texture::WRAP_T, osg::Texture::REPEAT);
-        return texture;
+        return repeatedTexture(imageOf(file.C_Str()).get());
     }
 
-    osg::ref_ptr<osg::Image> imageOf(std::string file) const {
-        if (aiTexture const* const inside = m_scene.GetEmbeddedTexture(file.c_str()))
+    osg::ref_ptr<osg::Image> imageOf(char const* file) const {
+        if (aiTexture const* const inside = m_scene.GetEmbeddedTexture(file))
             return embedded(*inside);
-        std::replace(file.begin(), file.end(), '\\', '/');
-        std::string const beside = osgDB::concatPaths(m_folder, file);
-        return osgDB::fileExists(beside)
-                   ? osgDB::readRefImageFile(beside)
-                   : osgDB::readRefImageFile(osgDB::concatPaths(m_folder, osgDB::getSimpleFileName(file)));
+        return osgDB::readRefImageFile(besideModel(file, m_folder));
     }
 
     static osg::ref_ptr<osg::Image> embedded(aiTexture const& texture) {

@@ -11,22 +11,28 @@
 
 namespace hyxOSG {
 
-osg::ref_ptr<osg::Texture2D> modelPicture(std::string file, std::string const& folder) {
+std::string besideModel(std::string file, std::string const& folder) {
     std::replace(file.begin(), file.end(), '\\', '/');
-    if (file.empty())
-        return nullptr;
-    std::string path = osgDB::concatPaths(folder, file);
-    if (!osgDB::fileExists(path))
-        path = osgDB::concatPaths(folder, osgDB::getSimpleFileName(file));
-    if (!mayRead(path) || osgDB::fileType(path) != osgDB::REGULAR_FILE)
-        return nullptr;
-    osg::ref_ptr<osg::Image> const image = readPicture(path).thing;
+    std::string const path = osgDB::concatPaths(folder, file);
+    return osgDB::fileExists(path) ? path : osgDB::concatPaths(folder, osgDB::getSimpleFileName(file));
+}
+
+osg::ref_ptr<osg::Texture2D> repeatedTexture(osg::Image* image) {
     if (!image)
         return nullptr;
     osg::ref_ptr<osg::Texture2D> const texture = new osg::Texture2D(image);
     texture->setWrap(osg::Texture::WRAP_S, osg::Texture::REPEAT);
     texture->setWrap(osg::Texture::WRAP_T, osg::Texture::REPEAT);
     return texture;
+}
+
+osg::ref_ptr<osg::Texture2D> modelPicture(std::string const& file, std::string const& folder) {
+    if (file.empty())
+        return nullptr;
+    std::string const path = besideModel(file, folder);
+    if (!mayRead(path) || osgDB::fileType(path) != osgDB::REGULAR_FILE)
+        return nullptr;
+    return repeatedTexture(readPicture(path).thing.get());
 }
 
 } // namespace hyxOSG

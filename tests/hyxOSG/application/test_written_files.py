@@ -22,7 +22,18 @@ HERE = pathlib.Path(__file__).parent
 KILLS = int(os.environ.get("HYX_KILLS", 3))
 STREAMS = {"trace.json", "film.mp4"}  # grow in their place; a part of them can be read
 FILES = [f"shot.{e}" for e in PICTURES] + [f"image.{e}" for e in PICTURES] + [f"model.{e}" for e in MODELS]
-FILES += ["number00000.png", "target.bmp", "state", "plain.h5", "compressed.h5", "hyx_profile_dump/state_000001.json"]
+FILES += [
+    "motion.glb",
+    "motion.gltf",
+    "frame.npz",
+    "depth.png",
+    "number00000.png",
+    "target.bmp",
+    "state",
+    "plain.h5",
+    "compressed.h5",
+    "hyx_profile_dump/state_000001.json",
+]
 
 
 def put_old_files(folder):

@@ -52,12 +52,22 @@ class Writers:
         self.image = noisy_image()
         self.target = hyxOSG.RenderToImage(64, 64)
         self.model = model()
+        self.app.createVisual(self.simulation)
+        self.motion = hyxOSG.GltfRecording(self.app)
+        self.motion.capture()
+        camera = hyxOSG.SensorCamera(self.app, 64, 48)
+        camera.look_at((3, 1, 0), (0, 0, 0))
+        self.frame = camera.read("rgb", "depth")
         self.all = {f"shot.{ending}": self.app.takeScreenShot for ending in PICTURES}
         self.all |= {f"image.{ending}": self.write_image for ending in PICTURES}
         self.all |= {f"model.{ending}": self.write_model for ending in MODELS}
         self.all |= {
             "number00000.png": self.number,
             "target.bmp": self.target.saveImage,
+            "motion.glb": self.motion.save,
+            "motion.gltf": self.motion.save,
+            "frame.npz": self.frame.save_npz,
+            "depth.png": self.frame.save_depth_png,
             "state": lambda path: self.simulation.save(path),
             "plain.h5": lambda path: self.record(path, 0),
             "compressed.h5": lambda path: self.record(path, 1),

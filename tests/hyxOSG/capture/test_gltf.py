@@ -127,3 +127,11 @@ def test_what_cannot_be_recorded_is_refused(scene, tmp_path):
         recording.capture()
     with pytest.raises(ValueError, match="ending"):
         recording.save(tmp_path / "scene.obj")
+
+
+def test_visuals_of_the_application_are_the_scene_too(app, tmp_path):
+    app.getSimulation().add(hyx.RigidBody(hyxCollide.Geometry(hyxCollide.Box(1, 2, 3))))
+    app.initViewer(64, 48)
+    app.createVisual(app.getSimulation())
+    hyxOSG.GltfRecording(app).save(tmp_path / "box.glb")
+    assert trimesh.load(tmp_path / "box.glb").extents == pytest.approx([2, 6, 4])  # Y is up

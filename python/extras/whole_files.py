@@ -1,0 +1,29 @@
+"""Files that are there whole or not at all."""
+
+from __future__ import annotations
+
+import os
+from contextlib import contextmanager
+from pathlib import Path
+
+TYPE_CHECKING = False  # for checkers only: importing `typing` would cost more than the whole package
+if TYPE_CHECKING:
+    from collections.abc import Iterator
+
+
+@contextmanager
+def whole_file(path: str | os.PathLike[str]) -> Iterator[Path]:
+    """A place beside `path` to write to; it becomes `path` where the block ends without an error. A reader finds the
+    whole file or the one before, also when this process dies or the disk is full. OSError names `path`."""
+    target = Path(path)
+    place = target.with_name(f".{os.getpid()}.{target.name}")
+    try:
+        yield place
+        with open(place, "rb") as written:
+            os.fsync(written.fileno())
+        place.replace(target)
+    except OSError as error:
+        error.filename = str(target)
+        raise
+    finally:
+        place.unlink(missing_ok=True)
