@@ -1,14 +1,21 @@
-"""Makes the library through which the others reach libGL, libX11 and libcurl.
+"""Makes the library through which the others reach those that a driver, a display or nobody brings.
 
 It has a function for each that they need. The first call looks the real one up, so that nothing but drawing needs a
 graphics driver, and a driver without the old libGL serves as well through EGL. The journals' library names libcurl for
-remote files, which nothing here opens.
+remote files, and that of messages names tickets: nothing here uses these.
 """
 
 import subprocess
 from pathlib import Path
 
 NAME = "libhyx_late.so"
+# Libraries, and how the names of their functions begin. What nothing here calls stays out of the wheel.
+DRIVERS = {"libGL.so.1": ("",), "libX11.so.6": ("X",)}
+UNUSED = {
+    "libcurl.so.4": ("curl_",),
+    "libgssapi_krb5.so.2": ("gss_", "GSS_"),
+    "libnorm.so.1": ("Norm",),
+}
 # What an absent function answers: nothing, which every caller takes for "there is no such thing".
 RESOLVER = r"""
 #include <dlfcn.h>
@@ -25,11 +32,23 @@ static void *in(char const *library, char const *name) {
     return handle ? dlsym(handle, name) : 0;
 }
 
+struct Owner {
+    char const *prefix, *library;
+};
+
+static struct Owner const owners[] = {{owners}};
+
+static struct Owner const *owner_of(char const *name) {
+    for (struct Owner const *owner = owners; owner->prefix; ++owner)
+        if (strncmp(name, owner->prefix, strlen(owner->prefix)) == 0)
+            return owner;
+    return 0;
+}
+
 static void *find(char const *name) {
-    if (name[0] == 'X')
-        return in("libX11.so.6", name);
-    if (name[0] == 'c')
-        return in("libcurl.so.4", name);
+    struct Owner const *const owner = owner_of(name);
+    if (owner)
+        return in(owner->library, name);
     void *found = in("libGL.so.1", name);
     if (!found)
         found = in("libOpenGL.so.0", name);
@@ -42,9 +61,10 @@ static void *find(char const *name) {
 void *hyx_late_find(long place) {
     char const *const name = hyx_late_names[place];
     void *const found = find(name);
-    if (!found && strncmp(name, "glX", 3) != 0 && name[0] != 'c')
-        fprintf(stderr, "there is no %s: install %s\n", name,
-                name[0] == 'X' ? "libx11-6" : "a graphics driver (libegl1 and libgl1-mesa-dri)");
+    if (!found && strncmp(name, "gl", 2) == 0 && strncmp(name, "glX", 3) != 0)
+        fprintf(stderr, "there is no %s: install a graphics driver (libegl1 and libgl1-mesa-dri)\n", name);
+    if (!found && name[0] == 'X')
+        fprintf(stderr, "there is no %s: install libx11-6\n", name);
     return found ? found : (void *)absent;
 }
 """
@@ -112,11 +132,18 @@ def assembly(names: list[str]) -> str:
     return "\n".join(parts) + "\n"
 
 
+def resolver() -> str:
+    rows = [
+        f'{{"{prefix}", "{name}"}}' for name, prefixes in (DRIVERS | UNUSED).items() for prefix in prefixes if prefix
+    ]
+    return RESOLVER.replace("{{owners}}", "{%s, {0, 0}}" % ", ".join(rows))
+
+
 def make_library(names: dict[str, str], folder: Path) -> Path:
     """`names` gives each function its version; "" for none."""
-    source, resolver, library = folder / "late.s", folder / "late.c", folder / NAME
+    source, lookup, library = folder / "late.s", folder / "late.c", folder / NAME
     source.write_text(assembly(sorted(names)))
-    resolver.write_text(RESOLVER)
+    lookup.write_text(resolver())
     versions = folder / "late.map"
     nodes = [
         f"{kind} {{ {' '.join(n + ';' for n in names if names[n] == kind)} }};" for kind in {*names.values()} - {""}
@@ -131,5 +158,5 @@ def make_library(names: dict[str, str], folder: Path) -> Path:
         f"-Wl,-soname,{NAME}",
         f"-Wl,--version-script={versions}",
     ]
-    subprocess.run([*command, "-o", library, source, resolver, "-ldl"], check=True)
+    subprocess.run([*command, "-o", library, source, lookup, "-ldl"], check=True)
     return library

@@ -8,11 +8,10 @@ from pathlib import Path
 
 from .archive import pack, unpack
 from .completion import complete
-from .late_functions import NAME, make_library
+from .late_functions import DRIVERS, NAME, UNUSED, make_library
 
 ROOT = Path(__file__).resolve().parents[2]
-# Drivers and displays bring these; all that needs them gets them late.
-LATE = ("libGL.so.1", "libX11.so.6", "libcurl.so.4")
+LATE = (*DRIVERS, *UNUSED)
 
 
 def output(*command: object) -> list[str]:
@@ -63,7 +62,8 @@ def repair(built: Path, folder: Path) -> Path:
         for path in shared_objects(work / "whole"):
             subprocess.run(["strip", "--strip-unneeded", path], check=True)
         pack(work / "whole", work / built.name)
-        command = [sys.executable, "-m", "auditwheel", "repair", "--strip", "--exclude", "libcurl.so.4"]
+        command = [sys.executable, "-m", "auditwheel", "repair", "--strip"]
+        command += [word for library in UNUSED for word in ("--exclude", library)]
         command += ["-w", work / "repaired", work / built.name]
         subprocess.run(command, check=True)
         (repaired,) = (work / "repaired").glob("*.whl")
