@@ -1,6 +1,7 @@
 """Import root and test modules on the path for every test; applications off-screen, and their pictures."""
 
 import os
+import signal
 import sys
 
 import pytest
@@ -9,6 +10,7 @@ from subprocesses import BUILD
 for folder in (BUILD / "test_modules", BUILD / "python"):
     sys.path.insert(0, str(folder))
 os.environ.setdefault("HYX_DISPLAY", "offscreen")
+signal.signal(signal.SIGINT, signal.default_int_handler)  # a shell's background jobs start with Ctrl-C ignored
 
 import hyx
 import hyxOSG

@@ -5,7 +5,6 @@ import tempfile
 
 import hyx
 import osgDB
-import pytest
 from off_screen import OffScreen
 
 SIZE = 128
@@ -60,18 +59,6 @@ class Studio(OffScreen):
             self.root.removeChild(self.root.getChild(0))
         self.simulation.cleanup()
         self.look_from(hyx.Vec3(0, -4, 0))
-
-
-@pytest.fixture(scope="session")
-def whole_studio():
-    return Studio()
-
-
-@pytest.fixture
-def studio(whole_studio):
-    whole_studio.clear()
-    yield whole_studio
-    whole_studio.clear()
 
 
 def red(r, g, b):

@@ -5,6 +5,7 @@ import os
 import re
 import subprocess
 import sys
+from typing import NamedTuple
 
 import hyx
 import hyxCollide
@@ -43,55 +44,52 @@ def test_the_stubs_are_what_runs(tmp_path):
     assert set(unused) <= {r"^hyxOSG\.(_doctor|_journal_page|__main__)\."}
 
 
-def test_typed_examples_are_strictly_right(tmp_path):
-    files = sorted((ROOT / "examples" / "tasks").glob("*.py"))
-    assert len(files) >= 7
-    options = ["--strict", "--follow-imports=silent", "--ignore-missing-imports", "--allow-subclassing-any"]
-    checked = mypy("mypy", *options, *files, cwd=tmp_path)
-    assert checked.returncode == 0, checked.stdout
+EXPRESSIONS = {
+    "sim.getRigidBodies()[0]": "hyx.RigidBody",
+    "sim.getConstraints()[0]": "hyx.Constraint",
+    "sim.getSpace().castRayAll((0, 0, 1), (0, 0, -1))[0].getGeometry()": "hyxCollide.Geometry | None",
+    "sim.getSpace().getGeometryContacts()[0].points()[0]": "hyxCollide.ContactPoint",
+    "[part for body in sim.getRigidBodies() for part in body.getGeometries()]": "list[hyxCollide.Geometry]",
+    "next(iter(hyx.Vec3Vector()))": "hyx.Vec3",
+    "hyxOSG.ExampleApplication().getSimulation()": "hyxSDK.Simulation",
+    "osg.Vec3d(1, 2, 3).x": "float",
+    "sim.positions.shape": "tuple[int, ...]",
+    "hyx.Hinge((0, 0, 0), (0, 0, 1), None).getMotor1D()": "hyx.Motor1D",
+}
 
 
-@pytest.mark.parametrize(
-    "expression, kind",
-    [
-        ("sim.getRigidBodies()[0]", "hyx.RigidBody"),
-        ("sim.getConstraints()[0]", "hyx.Constraint"),
-        ("sim.getSpace().castRayAll((0, 0, 1), (0, 0, -1))[0].getGeometry()", "hyxCollide.Geometry | None"),
-        ("sim.getSpace().getGeometryContacts()[0].points()[0]", "hyxCollide.ContactPoint"),
-        (
-            "[part for body in sim.getRigidBodies() for part in body.getGeometries()]",
-            "list[hyxCollide.Geometry]",
-        ),
-        ("next(iter(hyx.Vec3Vector()))", "hyx.Vec3"),
-        ("hyxOSG.ExampleApplication().getSimulation()", "hyxSDK.Simulation"),
-        ("osg.Vec3d(1, 2, 3).x", "float"),
-        ("sim.positions.shape", "tuple[int, ...]"),
-        ("hyx.Hinge((0, 0, 0), (0, 0, 1), None).getMotor1D()", "hyx.Motor1D"),
-    ],
-)
-def test_expressions_have_types(expression, kind, revealed):
-    assert revealed(expression) == kind
+@pytest.mark.parametrize("expression, kind", EXPRESSIONS.items())
+def test_expressions_have_types(expression, kind, strictly_checked):
+    assert strictly_checked.types[expression] == kind
+
+
+def test_typed_examples_are_strictly_right(strictly_checked):
+    assert strictly_checked.errors == []
+
+
+class Checked(NamedTuple):
+    errors: list[str]
+    types: dict[str, str]  # of expressions
 
 
 @pytest.fixture(scope="module")
-def revealed(request, tmp_path_factory):
-    """The types of all expressions, found in one run."""
-    expressions = [
-        mark.args[1] for mark in request.node.obj.test_expressions_have_types.pytestmark if mark.name == "parametrize"
-    ][0]
+def strictly_checked(tmp_path_factory):
+    """What is found in the typed examples and in a script of all expressions, in one run: it reads much."""
+    examples = sorted((ROOT / "examples" / "tasks").glob("*.py"))
+    assert len(examples) >= 7
     folder = tmp_path_factory.mktemp("types")
     script = folder / "script.py"
-    lines = [f"reveal_type({expression})" for expression, _ in expressions]
     head = "import hyx, hyxCollide, hyxOSG, hyxSDK, osg\nsim = hyxSDK.Simulation()\n"
-    script.write_text(head + "\n".join(lines) + "\n")
-    checked = mypy("mypy", "--follow-imports=silent", script, cwd=folder)
-    types = dict(re.findall(r'script\.py:(\d+): note: Revealed type is "(.*)"', checked.stdout))
+    script.write_text(head + "".join(f"reveal_type({expression})\n" for expression in EXPRESSIONS))
+    options = ["--strict", "--follow-imports=silent", "--ignore-missing-imports", "--allow-subclassing-any"]
+    found = mypy("mypy", *options, *examples, script, cwd=folder).stdout
+    types = dict(re.findall(r'script\.py:(\d+): note: Revealed type is "(.*)"', found))
     plain = {
         expression: types[str(line)].replace("builtins.", "").replace("Union[", "").replace("?", "")
-        for line, (expression, _) in enumerate(expressions, 3)
+        for line, expression in enumerate(EXPRESSIONS, 3)
         if str(line) in types
     }
-    return plain.get
+    return Checked([line for line in found.splitlines() if ": error: " in line], plain)
 
 
 def scene():

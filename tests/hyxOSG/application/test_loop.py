@@ -1,7 +1,6 @@
 """The loop: how it runs, how it ends, and how fast it goes."""
 
 import os
-import signal
 import subprocess
 import time
 
@@ -151,15 +150,7 @@ def test_the_step_callback_follows_each_step(app):
     assert len(times) == 3
 
 
-@pytest.fixture
-def interrupts():
-    """Python's own answer to interrupts, which a shell's background jobs start without."""
-    before = signal.signal(signal.SIGINT, signal.default_int_handler)
-    yield
-    signal.signal(signal.SIGINT, before)
-
-
-def test_an_interrupt_ends_the_loop_at_the_next_frame(app, interrupts):
+def test_an_interrupt_ends_the_loop_at_the_next_frame(app):
     app.initViewer(32, 32)
     app.setTargetFPS(100)
     subprocess.Popen(

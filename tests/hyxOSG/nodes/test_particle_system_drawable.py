@@ -5,7 +5,6 @@ import hyx
 import hyxOSG
 import osg
 import pytest
-from studio import studio, whole_studio  # noqa: F401
 
 DRAWABLE = hyxOSG.ParticleSystemDrawable
 

@@ -7,7 +7,6 @@ import hyxRender
 import hyxSDK
 import osg
 import pytest
-from studio import studio, whole_studio  # noqa: F401
 
 SINGLE, DOUBLE = hyx.Vec4f(1, 0, 0, 1), hyx.Vec4(1, 0, 0, 1)
 DRAWABLE = hyxOSG.ParticleSystemDrawable

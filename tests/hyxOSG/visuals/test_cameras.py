@@ -7,7 +7,6 @@ import hyxSDK
 import osg
 import osgViewer
 import pytest
-from studio import studio, whole_studio  # noqa: F401
 
 
 def camera():

@@ -8,7 +8,7 @@ import hyxOSG
 import hyxSDK
 import osg
 import pytest
-from studio import red, studio, whole_studio  # noqa: F401
+from studio import red
 
 SHAPES = {
     "box": lambda: hyxCollide.Box(0.5, 0.5, 0.5),

@@ -6,7 +6,7 @@ import hyxOSG
 import hyxRender
 import osg
 import pytest
-from studio import blue, green, red, studio, whole_studio  # noqa: F401
+from studio import blue, green, red
 
 RED = hyx.Vec4(1, 0, 0, 1)
 

@@ -8,7 +8,7 @@ import struct
 import hyx
 import hyxOSG
 import pytest
-from studio import blue, red, studio, whole_studio  # noqa: F401
+from studio import blue, red
 
 # A square in the plane of X and Y, which are right and up in these files.
 CORNERS = [(-0.9, -0.9, 0), (0.9, -0.9, 0), (0.9, 0.9, 0), (-0.9, 0.9, 0)]

@@ -41,7 +41,9 @@ class Set(OffScreen):
 
 @pytest.fixture(scope="module")
 def whole_set(tmp_path_factory):
-    return Set(tmp_path_factory.mktemp("grounded"))
+    made = Set(tmp_path_factory.mktemp("grounded"))
+    yield made
+    made.app.close()
 
 
 @pytest.fixture

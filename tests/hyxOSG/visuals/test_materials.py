@@ -8,7 +8,7 @@ import hyxOSG
 import hyxRender
 import osg
 import pytest
-from studio import blue, green, red, studio, whole_studio  # noqa: F401
+from studio import blue, green, red
 
 RED, GREEN, BLUE = hyx.Vec4f(1, 0, 0, 1), hyx.Vec4f(0, 1, 0, 1), hyx.Vec4f(0, 0, 1, 1)
 

@@ -5,7 +5,6 @@ import hyxCollide
 import hyxOSG
 import picture_files
 import pytest
-from studio import studio, whole_studio  # noqa: F401
 from subprocesses import run_python
 
 COLLADA = """<?xml version="1.0"?>

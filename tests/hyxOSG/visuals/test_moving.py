@@ -10,7 +10,7 @@ import hyxTerrain
 import osg
 import osgViewer
 import pytest
-from studio import blue, red, studio, whole_studio  # noqa: F401
+from studio import blue, red
 
 
 def body_of(shape):

@@ -6,7 +6,7 @@ import hyxOSG
 import osg
 import picture_files
 import pytest
-from studio import blue, green, red, studio, whole_studio  # noqa: F401
+from studio import blue, green, red
 
 MODES = {
     name: getattr(hyxOSG, name)
