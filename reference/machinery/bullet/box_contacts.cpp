@@ -1,6 +1,7 @@
 // The axis that separates two boxes most, and their points along it.
 #include "reference/machinery/bullet/box_contacts.h"
 
+#include "reference/machinery/bullet/contact_points.h"
 #include "reference/machinery/bullet/fresh_contacts.h"
 
 #include <BulletCollision/CollisionShapes/btBoxShape.h>
@@ -148,8 +149,7 @@ struct FindOnBox {
         for (btVector3 const& point : polygon) {
             double const distance = outward.dot(point) - height;
             if (distance < reach)
-                result.addContactPoint(turned ? outward : -outward, turned ? point - outward * distance : point,
-                                       distance);
+                addPoint(result, turned ? outward : -outward, turned ? point - outward * distance : point, distance);
         }
     }
 
@@ -163,7 +163,7 @@ struct FindOnBox {
         btVector3 const apart = to - from;
         // Where the line along the second edge comes nearest to the first.
         double const along = (cosine * apart.dot(u) - apart.dot(v)) / (1 - cosine * cosine);
-        result.addContactPoint(-found.normal, to + v * along, found.gap);
+        addPoint(result, -found.normal, to + v * along, found.gap);
     }
 };
 

@@ -2,6 +2,7 @@
 #include "reference/machinery/bullet/contact_response.h"
 
 #include "platform/hyxCollide/height_field.h"
+#include "reference/machinery/bullet/contact_points.h"
 #include "reference/machinery/bullet/geometry_implementation.h"
 #include "reference/machinery/bullet/physics_world.h"
 #include "reference/machinery/bullet/rigid_body_implementation.h"
@@ -47,18 +48,6 @@ Geometry* geometryOf(btCollisionObjectWrapper const* wrapper) {
 btVector3 velocityOf(btCollisionObject const& object) {
     RigidBody const* body = carrierOf(&object).body;
     return body ? body->implementation().velocity() : btVector3(0, 0, 0);
-}
-
-/// How near surfaces are that may touch, in metres; less for small bodies.
-double usualReach(double radius) {
-    return std::min(0.02, 0.1 * radius);
-}
-
-/// Further for bodies that come nearer in a step by a good part of their size: they must not pass through each other.
-double reachOf(btCollisionObject const& first, btCollisionObject const& second, double radius, double timeStep) {
-    double const way = (velocityOf(first) - velocityOf(second)).length() * timeStep;
-    bool const surface = first.getCollisionShape()->isConcave() || second.getCollisionShape()->isConcave();
-    return way > (surface ? 1 : 0.5) * radius ? std::max(usualReach(radius), 1.1 * way) : usualReach(radius);
 }
 
 bool isShape(btCollisionObjectWrapper const* wrapper, int type) {
@@ -174,6 +163,18 @@ bool partsMayCollide(btCollisionShape const* first, btCollisionShape const* seco
 
 } // namespace
 
+/// Further for bodies that come nearer in a step by a good part of their size: they must not pass through each other.
+double ContactDispatcher::reachOf(btCollisionObject const& first, btCollisionObject const& second) const {
+    double const radii[] = {first.getCollisionShape()->getAngularMotionDisc(),
+                            second.getCollisionShape()->getAngularMotionDisc()};
+    double const radius = std::min(radii[0], radii[1]);
+    bool const surface = first.getCollisionShape()->isConcave() || second.getCollisionShape()->isConcave();
+    if (m_everywhere)
+        return surface ? 4 * radius : radii[0] + radii[1];
+    double const way = (velocityOf(first) - velocityOf(second)).length() * m_timeStep;
+    return way > (surface ? 1 : 0.5) * radius ? std::max(usualReach(radius), 1.1 * way) : usualReach(radius);
+}
+
 ContactDispatcher::ContactDispatcher(btCollisionConfiguration* configuration) : btCollisionDispatcher(configuration) {
     gContactAddedCallback = contactAdded;
     gCompoundChildShapePairCallback = partsMayCollide;
@@ -188,7 +189,7 @@ btPersistentManifold* ContactDispatcher::getNewManifold(btCollisionObject const*
     double const radius = std::min(first->getCollisionShape()->getAngularMotionDisc(),
                                    second->getCollisionShape()->getAngularMotionDisc());
     manifold->setContactProcessingThreshold(radius);
-    manifold->setContactBreakingThreshold(reachOf(*first, *second, radius, m_timeStep));
+    manifold->setContactBreakingThreshold(reachOf(*first, *second));
     return manifold;
 }
 
@@ -198,7 +199,7 @@ void ContactDispatcher::dispatchAllCollisionPairs(btOverlappingPairCache* pairs,
     for (int i = 0; i < getNumManifolds(); ++i) {
         btPersistentManifold& manifold = *getManifoldByIndexInternal(i);
         double const radius = manifold.getContactProcessingThreshold();
-        double const reach = reachOf(*manifold.getBody0(), *manifold.getBody1(), radius, m_timeStep);
+        double const reach = reachOf(*manifold.getBody0(), *manifold.getBody1());
         // What was near a fast body is no longer.
         if (reach > usualReach(radius))
             manifold.clearManifold();
@@ -222,19 +223,12 @@ void ContactDispatcher::findContacts(btBroadphasePair& pair, btCollisionDispatch
     btCollisionShape const& one = *first.getCollisionShape();
     btCollisionShape const& other = *second.getCollisionShape();
     double const radius = std::min(one.getAngularMotionDisc(), other.getAngularMotionDisc());
-    double const reach = reachOf(first, second, radius, info.m_timeStep);
+    double const reach = static_cast<ContactDispatcher&>(dispatcher).reachOf(first, second);
     bool const ahead = reach > usualReach(radius) && !one.isCompound() && !other.isCompound();
-    // Bullet's own way with two boxes sees overlap only.
-    int const way = ahead && one.getShapeType() == BOX_SHAPE_PROXYTYPE && other.getShapeType() == BOX_SHAPE_PROXYTYPE;
-    if (pair.m_internalTmpValue != way)
-        forget(pair, dispatcher);
     btCollisionObjectWrapper const wrapped0(nullptr, &one, &first, first.getWorldTransform(), -1, -1);
     btCollisionObjectWrapper const wrapped1(nullptr, &other, &second, second.getWorldTransform(), -1, -1);
-    if (!pair.m_algorithm) {
-        pair.m_algorithm = dispatcher.findAlgorithm(&wrapped0, &wrapped1, nullptr,
-                                                    way ? BT_CLOSEST_POINT_ALGORITHMS : BT_CONTACT_POINT_ALGORITHMS);
-        pair.m_internalTmpValue = way;
-    }
+    if (!pair.m_algorithm)
+        pair.m_algorithm = dispatcher.findAlgorithm(&wrapped0, &wrapped1, nullptr, BT_CONTACT_POINT_ALGORITHMS);
     if (!pair.m_algorithm)
         return;
     btManifoldResult result(&wrapped0, &wrapped1);

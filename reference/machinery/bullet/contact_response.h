@@ -19,10 +19,15 @@ public:
     void dispatchAllCollisionPairs(btOverlappingPairCache* pairs, btDispatcherInfo const& info,
                                    btDispatcher* dispatcher) override;
 
+    /// Whether to give all pairs points that may have forces to go on from, however far apart they are.
+    void setEverywhere(bool everywhere) { m_everywhere = everywhere; }
+
 private:
+    double reachOf(btCollisionObject const& first, btCollisionObject const& second) const;
     static void findContacts(btBroadphasePair& pair, btCollisionDispatcher& dispatcher, btDispatcherInfo const& info);
 
     double m_timeStep = 0;
+    bool m_everywhere = false;
 };
 
 /// Among the flags of a contact point: it was found with a normal that leans over the edge of a smooth surface.

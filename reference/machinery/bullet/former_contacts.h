@@ -17,14 +17,12 @@ public:
             m_points[i] = manifold.getContactPoint(i);
     }
 
-    /// From the given point of the manifold on. Points keep their order, as rounds that end early depend on it.
+    /// From the given point of the manifold on; those before it have their forces. Points keep their order, as rounds
+    /// that end early depend on it.
     void goOn(btPersistentManifold& manifold, int start = 0) const {
         int place = start;
-        for (int k = 0; k < m_number && place < manifold.getNumContacts(); ++k, ++place) {
-            int nearest = place;
-            for (int i = place + 1; i < manifold.getNumContacts(); ++i)
-                if (distance2(manifold.getContactPoint(i), k) < distance2(manifold.getContactPoint(nearest), k))
-                    nearest = i;
+        for (int k = 0; k < m_number && place < manifold.getNumContacts(); ++k) {
+            int const nearest = nearestOf(manifold, place, manifold.getNumContacts(), k);
             btManifoldPoint& point = manifold.getContactPoint(place);
             if (nearest != place)
                 std::swap(point, manifold.getContactPoint(nearest));
@@ -33,12 +31,22 @@ public:
             point.m_appliedImpulseLateral1 = found.m_appliedImpulseLateral1;
             point.m_appliedImpulseLateral2 = found.m_appliedImpulseLateral2;
             point.m_prevRHS = found.m_prevRHS;
+            ++place;
         }
     }
 
 private:
     double distance2(btManifoldPoint const& point, int former) const {
         return m_points[former].m_positionWorldOnB.distance2(point.m_positionWorldOnB);
+    }
+
+    /// Of the points from `start` to before `end`; `start` where there are none.
+    int nearestOf(btPersistentManifold const& manifold, int start, int end, int former) const {
+        int nearest = start;
+        for (int i = start + 1; i < end; ++i)
+            if (distance2(manifold.getContactPoint(i), former) < distance2(manifold.getContactPoint(nearest), former))
+                nearest = i;
+        return nearest;
     }
 
     btManifoldPoint m_points[MANIFOLD_CACHE_SIZE];

@@ -1,6 +1,7 @@
 // Closed forms of the contact of solids with planes.
 #include "reference/machinery/bullet/plane_contacts.h"
 
+#include "reference/machinery/bullet/contact_points.h"
 #include "reference/machinery/bullet/fresh_contacts.h"
 #include "reference/machinery/bullet/low_points.h"
 
@@ -39,7 +40,7 @@ struct FindOnPlane {
             near.resize(4);
         }
         for (auto const& [point, distance] : near)
-            result.addContactPoint(swapped ? -normal : normal, swapped ? point : point - normal * distance, distance);
+            addPoint(result, swapped ? -normal : normal, swapped ? point : point - normal * distance, distance);
     }
 };
 

@@ -1,6 +1,7 @@
 // The corners and rims of solids over triangles.
 #include "reference/machinery/bullet/surface_contacts.h"
 
+#include "reference/machinery/bullet/contact_points.h"
 #include "reference/machinery/bullet/contact_response.h"
 #include "reference/machinery/bullet/former_contacts.h"
 #include "reference/machinery/bullet/low_points.h"
@@ -67,6 +68,13 @@ struct Finder : btTriangleCallback {
         found.push_back(low);
     }
 
+    /// Whether a point is one of the low ones, as far as can be told.
+    bool has(btVector3 const& point) const {
+        double const near = usualReach(shape.getAngularMotionDisc());
+        return std::any_of(found.begin(), found.end(),
+                           [&](Low const& low) { return low.point.distance2(point) < near * near; });
+    }
+
     bool meets(btVector3 const& normal) const {
         return std::any_of(found.begin(), found.end(),
                            [&normal](Low const& low) { return low.normal.dot(normal) > samePlane; });
@@ -114,6 +122,7 @@ public:
 
     void processCollision(btCollisionObjectWrapper const* first, btCollisionObjectWrapper const* second,
                           btDispatcherInfo const& info, btManifoldResult* result) override {
+        FormerContacts const former = formerContacts();
         btConvexConcaveCollisionAlgorithm::processCollision(first, second, info, result);
         if (!result->getPersistentManifold())
             return;
@@ -133,22 +142,29 @@ public:
             low.point = surface * low.point;
             low.normal = surface.getBasis() * low.normal;
         }
-        FormerContacts const former(manifold);
         for (int i = manifold.getNumContacts() - 1; i >= 0; --i) {
             btManifoldPoint const& point = manifold.getContactPoint(i);
             // A point off the lowest moves against its plane by the spin of what rolls.
             bool const replaced = (point.m_contactPointFlags & leaningContact) && finder.meets(point.m_normalWorldOnB);
-            if (replaced || isBetween(point.getPositionWorldOnB(), point.m_normalWorldOnB, finder.found, reach))
+            if (replaced || finder.has(point.getPositionWorldOnB()) ||
+                isBetween(point.getPositionWorldOnB(), point.m_normalWorldOnB, finder.found, reach))
                 manifold.removeContactPoint(i);
         }
         int const numOthers = manifold.getNumContacts();
         // Bullet's manifolds of solids and surfaces have the solid first, however the pair came.
         for (Low const& low : finder.found)
-            result->addContactPoint(low.normal, low.point, low.distance);
+            addPoint(*result, low.normal, low.point, low.distance);
         former.goOn(manifold, numOthers);
     }
 
 private:
+    /// Before bullet's search, which forgets points that slid on.
+    FormerContacts formerContacts() {
+        btManifoldArray known;
+        getAllContactManifolds(known);
+        return known.size() > 0 ? FormerContacts(*known[0]) : FormerContacts();
+    }
+
     bool m_swapped;
 };
 

@@ -93,7 +93,9 @@ void PhysicsWorld::exchangeState(StateBytes& bytes, std::vector<RigidBody*> cons
         std::sort(order.begin(), order.end(), [&](int a, int b) { return places[a] < places[b]; });
         enterAnew(order, bodies, geometries);
     }
+    m_dispatcher->setEverywhere(true);
     findContacts();
+    m_dispatcher->setEverywhere(false);
     std::vector<char> taken(contacts.size());
     // Pairs of several geometries are known by the points that they have; one without any takes what is left.
     for (bool const exactly : {true, false})
