@@ -1,5 +1,6 @@
 // What cameras know of their pixels, into memory of the caller's.
 #include "modules/osg/scene_graph_rows.h"
+#include "platform/hyx/bodies/body_identity.h"
 #include "platform/hyx/bodies/rigid_body.h"
 #include "platform/hyxOSG/application/example_application.h"
 #include "platform/hyxOSG/capture/truth_target.h"
@@ -69,11 +70,11 @@ void draw_render_targets(hyxOSG::ExampleApplication& application) {
 }
 
 unsigned int body_identity(hyx::RigidBody& body) {
-    return TruthTarget::identity(&body);
+    return hyx::bodyIdentity(body);
 }
 
 hyx::RigidBody* identified_body(unsigned int identity) {
-    return TruthTarget::body(identity);
+    return hyx::identifiedBody(identity);
 }
 
 } // namespace

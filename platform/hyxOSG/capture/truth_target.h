@@ -6,16 +6,12 @@
 #include <cstdint>
 #include <memory>
 
-namespace hyx {
-class RigidBody;
-} // namespace hyx
-
 namespace hyxOSG {
 
 /// A render target whose pixels tell distance, normal, body and motion of the surface that is seen, in one pass.
 ///
-/// The axes of the camera are those of computer vision: x to the right, y down, z along the view. Bodies have the same
-/// identity in every target of the process. What is transparent counts as solid. Of what own programs draw (ball
+/// The axes of the camera are those of computer vision: x to the right, y down, z along the view. Bodies have the
+/// identities of `hyx::bodyIdentity`. What is transparent counts as solid. Of what own programs draw (ball
 /// impostors, shader splines, point clouds) only the distance is known.
 class TruthTarget : public RenderTarget {
 public:
@@ -36,12 +32,6 @@ public:
     };
 
     void read(Channels const& channels) const;
-
-    /// The identity of a body, from 1 on; it gets one when it is first asked for or seen, and keeps it while anybody
-    /// has the body.
-    static std::uint32_t identity(hyx::RigidBody* body);
-    /// The body of an identity, null for one that is gone or was never given.
-    static hyx::RigidBody* body(std::uint32_t identity);
 
 protected:
     ~TruthTarget() override;

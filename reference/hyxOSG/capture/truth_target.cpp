@@ -1,6 +1,7 @@
 // One program draws all channels into two textures of floats.
 #include "platform/hyxOSG/capture/truth_target.h"
 
+#include "platform/hyx/bodies/body_identity.h"
 #include "platform/hyx/bodies/rigid_body.h"
 #include "platform/hyxOSG/nodes/geometry_node.h"
 
@@ -75,22 +76,6 @@ osg::ref_ptr<osg::Texture2D> makeTexture(GLenum format, GLenum internalFormat) {
     texture->setSourceFormat(format);
     texture->setSourceType(GL_FLOAT);
     return texture;
-}
-
-/// The bodies that have an identity. Each is held, so that its address stays its own.
-struct Bodies {
-    /// Lets go of the bodies that nobody else has any more.
-    void sweep() {
-        std::erase_if(identities, [](auto const& entry) { return entry.first->getReferenceCount() == 1; });
-    }
-
-    std::map<hyx::ref_ptr<hyx::RigidBody>, std::uint32_t> identities;
-    std::uint32_t last = 0;
-};
-
-Bodies& bodies() {
-    static auto* const all = new Bodies; // outlives scripts that end late
-    return *all;
 }
 
 /// Where a node stood when its target was prepared last.
@@ -229,7 +214,7 @@ TruthTarget::~TruthTarget() = default;
 
 void TruthTarget::prepare() {
     Implementation& own = *m_implementation;
-    bodies().sweep();
+    hyx::sweepIdentities();
     if (hyx::Vec2u const now = getSize(); now.x != own.size.x || now.y != own.size.y)
         own.attach(*this);
     osg::Camera& camera = *getCamera();
@@ -247,7 +232,7 @@ void TruthTarget::prepare() {
         hyxCollide::Geometry* const geometry = node->getGeometry();
         hyx::RigidBody* const body = geometry ? geometry->getRigidBody() : nullptr;
         osg::StateSet& state = *node->getOrCreateStateSet();
-        setUniform(state, "hyxIdentity", body ? float(identity(body)) : 0.0f);
+        setUniform(state, "hyxIdentity", body ? float(hyx::bodyIdentity(*body)) : 0.0f);
         setUniform(state, own.motion, osg::Matrixf(fromEye * osg::Matrixd::inverse(world) * former * before));
         places.emplace(node, Place{node, world});
     }
@@ -290,20 +275,6 @@ void TruthTarget::read(Channels const& channels) const {
             if (channels.identities)
                 channels.identities[to] = isOurs ? std::uint32_t(body[2] + 0.5f) : 0;
         }
-}
-
-std::uint32_t TruthTarget::identity(hyx::RigidBody* body) {
-    Bodies& all = bodies();
-    auto const [place, isNew] = all.identities.try_emplace(body, all.last + 1);
-    all.last += isNew;
-    return place->second;
-}
-
-hyx::RigidBody* TruthTarget::body(std::uint32_t identity) {
-    for (auto const& [body, known] : bodies().identities)
-        if (known == identity)
-            return body.get();
-    return nullptr;
 }
 
 } // namespace hyxOSG

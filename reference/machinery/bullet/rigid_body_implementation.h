@@ -22,6 +22,9 @@ public:
     AffineMatrix4x4 getMatrix() const override;
     void bodyEnds();
 
+    /// Null when it has ended.
+    RigidBody* body() const { return m_body; }
+
 private:
     RigidBody* m_body;
 };

@@ -16,12 +16,13 @@ import h5py
 import pytest
 from mounts import mount, mounted
 from subprocesses import run_python
-from written_files import MODELS, OLD, PICTURES
+from written_files import MODELS, OLD, PICTURES, POINTS
 
 HERE = pathlib.Path(__file__).parent
 KILLS = int(os.environ.get("HYX_KILLS", 3))
 STREAMS = {"trace.json", "film.mp4"}  # grow in their place; a part of them can be read
 FILES = [f"shot.{e}" for e in PICTURES] + [f"image.{e}" for e in PICTURES] + [f"model.{e}" for e in MODELS]
+FILES += [f"points.{ending}" for ending in POINTS]
 FILES += [
     "motion.glb",
     "motion.gltf",

@@ -16,11 +16,14 @@ import hyx
 import hyxCollide
 import hyxIO
 import hyxOSG
+import hyxSensor
+import numpy
 import osg
 import osgDB
 
 OLD = b"what was there before"
 PICTURES = ["png", "jpg", "bmp", "tga", "ppm", "tiff", "rgb"]
+POINTS = ["ply", "pcd", "las", "npz"]
 MODELS = ["osgt", "osgb", "ive", "stl", "3ds", "obj"]
 
 
@@ -61,6 +64,7 @@ class Writers:
         self.all = {f"shot.{ending}": self.app.takeScreenShot for ending in PICTURES}
         self.all |= {f"image.{ending}": self.write_image for ending in PICTURES}
         self.all |= {f"model.{ending}": self.write_model for ending in MODELS}
+        self.all |= {f"points.{ending}": self.write_points for ending in POINTS}
         self.all |= {
             "number00000.png": self.number,
             "target.bmp": self.target.saveImage,
@@ -85,6 +89,9 @@ class Writers:
 
     def write_model(self, path):
         return osgDB.writeNodeFile(self.model, path)
+
+    def write_points(self, path):
+        hyxSensor.save_points(path, numpy.frombuffer(os.urandom(9600), [(axis, "<i4") for axis in "xyz"]))
 
     def number(self, path):
         capture = hyxOSG.ImageCapture()
