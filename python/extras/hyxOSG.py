@@ -10,6 +10,7 @@ from .png import png_bytes
 from .records import Record
 from .scalar_colors import ColorBar, ColorScale, colorBy
 from .sensor_camera import SensorCamera, SensorFrame, SensorNoise, read_cameras
+from .spinning_lidar import SpinningDepthLidar
 
 __all__ = [
     "ColorBar",
@@ -18,6 +19,7 @@ __all__ = [
     "SensorCamera",
     "SensorFrame",
     "SensorNoise",
+    "SpinningDepthLidar",
     "colorBy",
     "read_cameras",
 ]

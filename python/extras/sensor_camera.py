@@ -81,6 +81,23 @@ class SensorFrame:
         with whole_file(path) as place, open(place, "wb") as file:  # numpy would put an ending to a name
             numpy.savez_compressed(file, time=self.time, K=self.K, pose=self.pose, **self.channels())
 
+    def save_exr(self, path: str | os.PathLike[str]) -> None:
+        """Writes all channels as OpenEXR: R, G, B (linear light, 16 bits), Z (metres, infinite where nothing is), N.X,
+        N.Y, N.Z, flow.X, flow.Y (all float32) and id (uint32), with `time`, `pose` and `K` in the header. Needs the
+        package OpenEXR."""
+        from .exr import write_exr
+
+        layers = {}
+        if self.rgb is not None:
+            layers["RGB"] = self.rgb
+        for name, own in (("Z", self.depth), ("id", self.identity)):
+            if own is not None:
+                layers[name] = own
+        for name, own in (("N", self.normals), ("flow", self.flow)):
+            if own is not None:
+                layers |= {f"{name}.{axis}": own[..., i] for i, axis in zip(range(own.shape[-1]), "XYZ")}
+        write_exr(path, layers, {"time": float(self.time), "K": self.K, "pose": self.pose})
+
     def save_depth_png(self, path: str | os.PathLike[str], unit: float = 0.001) -> None:
         """Writes the distances as a PNG of 16 bits in steps of `unit` metres; 0 where nothing is or it is too far."""
         import numpy

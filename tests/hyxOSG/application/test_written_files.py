@@ -27,6 +27,7 @@ FILES += [
     "motion.glb",
     "motion.gltf",
     "frame.npz",
+    "frame.exr",
     "depth.png",
     "number00000.png",
     "target.bmp",

@@ -60,7 +60,7 @@ class Writers:
         self.motion.capture()
         camera = hyxOSG.SensorCamera(self.app, 64, 48)
         camera.look_at((3, 1, 0), (0, 0, 0))
-        self.frame = camera.read("rgb", "depth")
+        self.frame = camera.read("rgb", "depth", "normals")
         self.all = {f"shot.{ending}": self.app.takeScreenShot for ending in PICTURES}
         self.all |= {f"image.{ending}": self.write_image for ending in PICTURES}
         self.all |= {f"model.{ending}": self.write_model for ending in MODELS}
@@ -71,6 +71,7 @@ class Writers:
             "motion.glb": self.motion.save,
             "motion.gltf": self.motion.save,
             "frame.npz": self.frame.save_npz,
+            "frame.exr": self.frame.save_exr,
             "depth.png": self.frame.save_depth_png,
             "state": lambda path: self.simulation.save(path),
             "plain.h5": lambda path: self.record(path, 0),

@@ -181,6 +181,26 @@ def test_files_hold_what_was_read_and_noise_has_its_seed(app, things, tmp_path):
     assert sorted(path.name for path in tmp_path.iterdir()) == ["depth.png", "frame.npz"]
 
 
+def test_high_range_files_hold_every_channel(app, things, tmp_path):
+    OpenEXR = pytest.importorskip("OpenEXR")
+    camera = SensorCamera(app, 64, 48)
+    camera.look_at((0, -4, 1), (0, 0, 0.5))
+    frame = camera.read(*SensorCamera.CHANNELS)
+    frame.save_exr(tmp_path / "frame.exr")
+    with OpenEXR.File(str(tmp_path / "frame.exr"), separate_channels=True) as file:
+        read = {name: channel.pixels for name, channel in file.channels().items()}
+        header = dict(file.header())  # the file empties its own
+    assert (read["Z"] == frame.depth).all() and (read["id"] == frame.identity).all()
+    for name, own in (("N", frame.normals), ("flow", frame.flow)):
+        assert all((read[f"{name}.{axis}"] == own[..., i]).all() for i, axis in zip(range(own.shape[-1]), "XYZ"))
+    assert (header["K"] == frame.K).all() and (header["pose"] == frame.pose).all()
+    light = numpy.stack([read[name] for name in "RGB"], axis=-1).astype(float)
+    coded = numpy.where(light <= 0.0031308, light * 12.92, 1.055 * light ** (1 / 2.4) - 0.055)
+    assert numpy.abs(255 * coded - frame.rgb).max() < 0.5
+    with pytest.raises(FileNotFoundError):
+        frame.save_exr(tmp_path / "nowhere" / "frame.exr")
+
+
 @pytest.mark.parametrize(
     "wrong",
     [
