@@ -4,6 +4,9 @@
 #include "platform/hyx/bodies/body_identity.h"
 #include "platform/hyx/bodies/rigid_body.h"
 #include "platform/hyxOSG/nodes/geometry_node.h"
+#include "reference/hyxOSG/capture/exact_forms.h"
+#include "reference/hyxOSG/capture/truth_samples.h"
+#include "reference/machinery/rays/parallel_chunks.h"
 
 #include <osg/FrameBufferObject>
 #include <osg/Program>
@@ -11,15 +14,12 @@
 #include <osg/observer_ptr>
 
 #include <cmath>
-#include <limits>
 #include <map>
 #include <string>
 #include <vector>
 
 namespace hyxOSG {
 namespace {
-
-constexpr double infinite = std::numeric_limits<double>::infinity();
 
 // The first attachment shows the identities in colours, for who looks at the target's own picture.
 constexpr char vertexText[] = R"(#version 120
@@ -148,15 +148,11 @@ private:
     std::vector<float> m_pixels;
 };
 
-/// Metres along the view of a depth of 0 to 1.
-double distance(double depth, osg::Matrixd const& projection) {
-    double const place = 2 * depth - 1;
-    return (place * projection(3, 3) - projection(3, 2)) / (projection(2, 2) - place * projection(2, 3)) * -1;
-}
+constexpr std::size_t rowsPerChunk = 16;
 
 /// What 32 bits of depth may tell wrongly at this distance.
 double depthTolerance(double distance, osg::Matrixd const& projection) {
-    double const nearest = hyxOSG::distance(0, projection);
+    double const nearest = distanceOfDepth(0, projection);
     return 1e-4 * distance + 4e-7 * distance * distance / nearest;
 }
 
@@ -186,8 +182,12 @@ struct TruthTarget::Implementation {
     Layer body{GL_RGBA, GL_RGBA32F_ARB, 4};                    ///< flow and identity
     Layer depth{GL_DEPTH_COMPONENT, GL_DEPTH_COMPONENT32F, 1}; ///< also of what other programs draw
     Places places;
+    ExactForms forms;
     osg::Matrixd view, projection;
     bool wasPrepared = false;
+
+    TruthSample drawn(std::size_t row, std::size_t column) const;
+    TruthSamples drawn() const;
 };
 
 TruthTarget::TruthTarget(hyx::UInt width, hyx::UInt height) : RenderTarget(width, height) {
@@ -221,6 +221,7 @@ void TruthTarget::prepare() {
     osg::Matrixd const view = camera.getViewMatrix();
     osg::Matrixd const before = own.wasPrepared ? own.view : view;
     osg::Matrixd const fromEye = osg::Matrixd::inverse(view);
+    own.forms.clear();
     NodeCollector nodes;
     for (unsigned int i = 0; i < camera.getNumChildren(); ++i)
         camera.getChild(i)->accept(nodes);
@@ -232,8 +233,12 @@ void TruthTarget::prepare() {
         hyxCollide::Geometry* const geometry = node->getGeometry();
         hyx::RigidBody* const body = geometry ? geometry->getRigidBody() : nullptr;
         osg::StateSet& state = *node->getOrCreateStateSet();
-        setUniform(state, "hyxIdentity", body ? float(hyx::bodyIdentity(*body)) : 0.0f);
-        setUniform(state, own.motion, osg::Matrixf(fromEye * osg::Matrixd::inverse(world) * former * before));
+        std::uint32_t const identity = body ? hyx::bodyIdentity(*body) : 0;
+        setUniform(state, "hyxIdentity", float(identity));
+        osg::Matrixd const motion = fromEye * osg::Matrixd::inverse(world) * former * before;
+        setUniform(state, own.motion, osg::Matrixf(motion));
+        if (body)
+            own.forms.add(*node, world * view, motion, identity);
         places.emplace(node, Place{node, world});
     }
     setUniform(*camera.getOrCreateStateSet(), own.motion, osg::Matrixf(fromEye * before));
@@ -253,28 +258,37 @@ void TruthTarget::finishFrame(osg::RenderInfo& renderInfo) {
     RenderTarget::finishFrame(renderInfo);
 }
 
+TruthSample TruthTarget::Implementation::drawn(std::size_t row, std::size_t column) const {
+    float const deep = *depth.pixel(row, column);
+    if (!(deep < 1))
+        return {};
+    double const seen = distanceOfDepth(deep, projection);
+    float const* const facet = surface.pixel(row, column);
+    // Elsewhere another program has drawn, and what it left in the other layers means nothing.
+    if (std::abs(facet[3] - seen) > depthTolerance(seen, projection))
+        return {float(seen)};
+    float const* const own = body.pixel(row, column);
+    return {facet[3], {facet[0], facet[1], facet[2]}, {own[0], own[1]}, std::uint32_t(own[2] + 0.5f)};
+}
+
+TruthSamples TruthTarget::Implementation::drawn() const {
+    TruthSamples samples(size, projection, forms);
+    hyx::forChunks(size.y, rowsPerChunk, [&](std::size_t first, std::size_t end) {
+        for (std::size_t row = first; row < end; ++row)
+            for (std::size_t column = 0; column < size.x; ++column)
+                samples.at(row, column) = drawn(row, column);
+    });
+    return samples;
+}
+
 void TruthTarget::read(Channels const& channels) const {
     Implementation const& own = *m_implementation;
-    std::size_t to = 0;
-    for (std::size_t row = 0; row < own.size.y; ++row)
-        for (std::size_t column = 0; column < own.size.x; ++column, ++to) {
-            float const depth = *own.depth.pixel(row, column);
-            float const* const surface = own.surface.pixel(row, column);
-            float const* const body = own.body.pixel(row, column);
-            double const seen = depth < 1 ? distance(depth, own.projection) : infinite;
-            // Elsewhere another program has drawn, and what it left in the other layers means nothing.
-            bool const isOurs = depth < 1 && std::abs(surface[3] - seen) <= depthTolerance(seen, own.projection);
-            if (channels.depth)
-                channels.depth[to] = isOurs ? surface[3] : float(seen);
-            if (channels.normals)
-                for (int axis = 0; axis < 3; ++axis)
-                    channels.normals[3 * to + axis] = isOurs ? surface[axis] : 0;
-            if (channels.flow)
-                for (int axis = 0; axis < 2; ++axis)
-                    channels.flow[2 * to + axis] = isOurs ? body[axis] : 0;
-            if (channels.identities)
-                channels.identities[to] = isOurs ? std::uint32_t(body[2] + 0.5f) : 0;
-        }
+    TruthSamples const samples = own.drawn();
+    hyx::forChunks(own.size.y, rowsPerChunk, [&](std::size_t first, std::size_t end) {
+        for (std::size_t row = first; row < end; ++row)
+            for (std::size_t column = 0; column < own.size.x; ++column)
+                samples.exact(row, column).write(channels, row * own.size.x + column);
+    });
 }
 
 } // namespace hyxOSG
