@@ -28,6 +28,17 @@ public:
     void add(hyx::Vec3 const& point);
     /// Continues the route to a point of a body, in metres in its frame. Throws `std::invalid_argument` for null.
     void add(hyx::RigidBody* body, hyx::Vec3 const& localPoint);
+    /// Lets the wire lie on a body's geometries, run over it as over a pulley, or be wound on it as on a drum; the wire
+    /// presses the body and drags it along. Edges of boxes count as rounded off to two segments' length,
+    /// so choose segments shorter than half of the radius of a pulley. The wire does not touch itself. Throws
+    /// `std::invalid_argument` for null.
+    void addObstacle(hyx::RigidBody* body);
+    /// Removes such a body; false when it was not there.
+    bool removeObstacle(hyx::RigidBody* body);
+    /// The coefficient of dry friction on such bodies, 0.2 at first: around a turn of t radians, tensions may differ by
+    /// the factor exp(friction * t). Throws `std::invalid_argument` below 0.
+    void setFriction(hyx::Real friction);
+    hyx::Real getFriction() const;
     /// Makes the points now; `step` does it otherwise. Throws `std::runtime_error` for a route of fewer than two
     /// different points.
     void initialize();

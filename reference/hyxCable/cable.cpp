@@ -140,10 +140,10 @@ SegmentLoad Cable::getLoad(hyx::Index segment) const {
 void Cable::step(Real timeStep) {
     hyx::requirePositive(timeStep, "the time step of a cable");
     initialize();
-    m_implementation->route.takePlaces(m_implementation->chain, timeStep);
+    m_implementation->route.takePlaces(m_implementation->chain, {}, getGravity(), timeStep);
     m_implementation->bodyTwist += (m_implementation->turnRate(true) - m_implementation->turnRate(false)) * timeStep;
     m_implementation->chain.step(timeStep, substeps, getGravity());
-    m_implementation->route.pullBodies(m_implementation->chain);
+    m_implementation->route.pullBodies(m_implementation->chain, timeStep);
     m_implementation->publish();
 }
 

@@ -2,6 +2,7 @@
 #include "reference/hyxWire/chain_route.h"
 
 #include "reference/hyx/values/number_checks.h"
+#include "reference/machinery/bullet/body_response.h"
 
 #include <algorithm>
 #include <cmath>
@@ -65,20 +66,62 @@ void ChainRoute::build(ChainSolver& chain, Real segmentLength, Real massPerLengt
     chain.tensions.assign(chain.restLengths.size(), 0);
 }
 
+int ChainRoute::numberOf(hyx::RigidBody const* body) const {
+    return static_cast<int>(std::find(m_bodies.begin(), m_bodies.end(), body) - m_bodies.begin());
+}
+
+bool ChainRoute::isAttached(std::size_t point) const {
+    return std::any_of(m_places.begin(), m_places.end(),
+                       [point](Place const& place) { return place.body && place.index == point; });
+}
+
+void ChainRoute::takeBodies(ChainSolver& chain, Vec3 const& gravity, Real timeStep) const {
+    chain.bodies.clear();
+    std::vector<hyx::RigidBody*> mobile;
+    for (hyx::RigidBody* body : m_bodies) {
+        ChainSolver::Body one;
+        one.center = body->getWorldCenterOfMass();
+        one.velocity = body->getVelocity();
+        one.spin = body->getAngularVelocity();
+        if (moves(*body)) {
+            one.column = 6 * static_cast<int>(mobile.size());
+            mobile.push_back(body);
+        }
+        chain.bodies.push_back(one);
+    }
+    hyx::BodyResponse const response = hyx::respond(mobile, gravity, timeStep);
+    chain.mobility = response.mobility;
+    for (ChainSolver::Body& body : chain.bodies)
+        if (body.column >= 0) {
+            double const* const a = &response.acceleration[body.column];
+            body.acceleration = Vec3(a[0], a[1], a[2]);
+            body.angularAcceleration = Vec3(a[3], a[4], a[5]);
+        }
+}
+
 // The chain keeps its own idea of where a body is and makes up for the difference through the velocity. Taking the
 // body's place as it is would strain a stiff chain by what the two ways of integrating differ, which is enough to shake
 // the body.
-void ChainRoute::takePlaces(ChainSolver& chain, Real timeStep) const {
+void ChainRoute::takePlaces(ChainSolver& chain, std::vector<hyx::RigidBody*> const& touched, Vec3 const& gravity,
+                            Real timeStep) {
+    m_bodies.clear();
+    auto const take = [this](hyx::RigidBody* body) {
+        if (std::find(m_bodies.begin(), m_bodies.end(), body) == m_bodies.end())
+            m_bodies.push_back(body);
+    };
+    for (Place const& place : m_places)
+        if (place.body && moves(*place.body))
+            take(place.body.get());
+    std::for_each(touched.begin(), touched.end(), take);
+    takeBodies(chain, gravity, timeStep);
     for (Place const& place : m_places) {
         ChainSolver::Point& point = chain.points[place.index];
         Vec3 const target = place.getWorldPoint();
-        if (place.body && moves(*place.body)) {
-            point.inverseMass = 1 / place.body->getMass();
-            point.velocity =
-                place.body->getPointVelocity(target) + (target - point.position) * (bodyCorrection / timeStep);
-        } else if (place.body) {
+        if (place.body) {
             point.inverseMass = 0;
-            point.velocity = place.body->getPointVelocity(target) + (target - point.position) / timeStep;
+            point.body = moves(*place.body) ? numberOf(place.body.get()) : -1;
+            Vec3 const left = (target - point.position) / timeStep;
+            point.velocity = point.body >= 0 ? left * bodyCorrection : left + place.body->getPointVelocity(target);
         } else if (place.isEnd(chain)) {
             // A jump would be a blow that no cable bears.
             point.velocity = (target - point.position) / timeStep;
@@ -86,10 +129,14 @@ void ChainRoute::takePlaces(ChainSolver& chain, Real timeStep) const {
     }
 }
 
-void ChainRoute::pullBodies(ChainSolver const& chain) const {
-    for (Place const& place : m_places)
-        if (place.body && moves(*place.body))
-            place.body->addForceAtPosition(chain.points[place.index].force, place.getWorldPoint());
+void ChainRoute::pullBodies(ChainSolver const& chain, Real timeStep) const {
+    for (std::size_t i = 0; i < m_bodies.size(); ++i) {
+        ChainSolver::Body const& body = chain.bodies[i];
+        if (body.column < 0)
+            continue;
+        m_bodies[i]->addForce(body.impulse / timeStep);
+        m_bodies[i]->addTorque(body.momentum / timeStep);
+    }
 }
 
 void ChainRoute::moveEnd(bool first, Vec3 const& point) {

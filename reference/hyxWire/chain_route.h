@@ -12,8 +12,8 @@ namespace hyxWire {
 /// Where a chain goes: fixed and free places and points of bodies, and the exchange of motion and force with those
 /// bodies.
 ///
-/// For the time of a step an attached body counts as a point mass with the body's velocity. The impulse that the chain
-/// gives to this mass goes to the body as a force, so that a stiff chain and a light body do not drive each other
+/// For the time of a step the chain moves the bodies as their joints let them, contacts apart. The impulse that it
+/// gives them goes to them as a force and a torque, so that a stiff chain and a light body do not drive each other
 /// apart.
 class ChainRoute {
 public:
@@ -25,11 +25,18 @@ public:
     /// Lays points along the route, with segments of about `segmentLength` metres and `massPerLength` kg/m.
     /// Throws std::runtime_error for a route of fewer than two different places.
     void build(ChainSolver& chain, hyx::Real segmentLength, hyx::Real massPerLength);
-    /// Moves the attached points of the chain to their bodies, and lets the ends travel to their places within the next
+    /// Tells the chain of the bodies of its route, and of further ones that it may touch; those that stand in no
+    /// simulation fall by `gravity`. Lets attached points and the ends travel to their places within the next
     /// `timeStep` seconds.
-    void takePlaces(ChainSolver& chain, hyx::Real timeStep) const;
-    /// Pulls at the bodies with what the chain did in its last step.
-    void pullBodies(ChainSolver const& chain) const;
+    void takePlaces(ChainSolver& chain, std::vector<hyx::RigidBody*> const& touched, hyx::Vec3 const& gravity,
+                    hyx::Real timeStep);
+    /// Gives the bodies what the chain did in its last step.
+    void pullBodies(ChainSolver const& chain, hyx::Real timeStep) const;
+    /// Its number in the chain's bodies.
+    int numberOf(hyx::RigidBody const* body) const;
+
+    /// Whether a point of the chain is one of the route's places on bodies.
+    bool isAttached(std::size_t point) const;
     /// Moves the first or last place, unless it rides on a body.
     void moveEnd(bool first, hyx::Vec3 const& point);
 
@@ -54,7 +61,11 @@ private:
         hyx::Vec3 getWorldPoint() const { return body ? body->getTransform().transformPoint(point) : point; }
     };
 
+    void takeBodies(ChainSolver& chain, hyx::Vec3 const& gravity, hyx::Real timeStep) const;
+
     std::vector<Place> m_places;
+    /// During a step, in the order of the chain's bodies.
+    std::vector<hyx::RigidBody*> m_bodies;
 };
 
 } // namespace hyxWire

@@ -13,6 +13,8 @@ namespace {
 
 /// Part of the axial stiffness that a segment has against a push.
 constexpr Real slackStiffness = 1e-3;
+/// In which contacts let go, stick and slide.
+constexpr int mostTouchRounds = 12;
 
 } // namespace
 
@@ -20,35 +22,53 @@ void ChainSolver::step(Real timeStep, hyx::UInt substeps, Vec3 const& gravity, R
     Real const h = timeStep / substeps;
     Real const kept = std::exp(-damping * h);
     std::size_t const count = points.size();
+    m_pulls = tensions;
+    m_pulls.resize(count - 1);
+    for (Real& pull : m_pulls)
+        pull = std::max(pull, 0.0);
     tensions.assign(count - 1, 0);
-    m_impulse.assign(count, Vec3());
-    std::vector<Vec3> before(count);
+    contacts.resize(count);
+    if (!findContact)
+        std::fill(contacts.begin(), contacts.end(), Contact());
+    m_before.resize(count);
+    m_free.resize(count);
+    m_system.mobility = mobility;
     Real const partGrowth = std::pow(growth, 1.0 / static_cast<Real>(substeps));
     for (hyx::UInt k = 0; k < substeps; ++k) {
         for (Real& rest : restLengths)
             rest *= partGrowth;
-        for (std::size_t i = 0; i < count; ++i) {
-            Point& point = points[i];
-            before[i] = point.position;
+        for (Point& point : points)
             if (point.inverseMass > 0)
                 point.velocity = (point.velocity + gravity * h) * kept;
-        }
+        moveBodies(h);
         if (bendStiffness > 0)
             resistBending(h);
-        for (Point& point : points)
-            point.position += point.velocity * h;
+        for (std::size_t i = 0; i < count; ++i) {
+            m_before[i] = points[i].position;
+            points[i].position += velocityOf(i) * h;
+            m_free[i] = points[i].position;
+        }
         solveStretch(h);
-        for (std::size_t i = 0; i < count; ++i)
-            if (points[i].inverseMass > 0)
-                points[i].velocity = (points[i].position - before[i]) / h;
+        finish(h);
     }
     for (Real& tension : tensions) {
         tension /= static_cast<Real>(substeps);
         if (tensionOnly)
             tension = std::max(tension, 0.0);
     }
-    for (std::size_t i = 0; i < count; ++i)
-        points[i].force = m_impulse[i] / timeStep;
+}
+
+Vec3 ChainSolver::velocityOf(std::size_t i) const {
+    Point const& point = points[i];
+    return point.body < 0 ? point.velocity : point.velocity + bodies[point.body].velocityAt(point.position);
+}
+
+/// Their velocities go ahead by a substep; their places follow when it ends.
+void ChainSolver::moveBodies(Real h) {
+    for (Body& body : bodies) {
+        body.velocity += body.acceleration * h;
+        body.spin += body.angularAcceleration * h;
+    }
 }
 
 // Implicit step of the bending force -K x with K = (EI / l^3) D'D, where D takes second differences: (M + h^2 K) v1 = M
@@ -73,10 +93,10 @@ void ChainSolver::resistBending(Real h) {
         second[i - 1] += stiff;
     }
     for (std::size_t i = 0; i < count; ++i) {
-        // A held point is one of a mass so large that its velocity stays.
+        // A held or riding point is one of a mass so large that its velocity stays.
         Real const mass = points[i].inverseMass > 0 ? 1 / points[i].inverseMass : 1e12;
         diagonal[i] += mass;
-        right[i] += points[i].velocity * mass;
+        right[i] += velocityOf(i) * mass;
     }
     // Decomposition L D L' in place, forward and back substitution.
     for (std::size_t i = 0; i < count; ++i) {
@@ -105,54 +125,88 @@ void ChainSolver::resistBending(Real h) {
 
 void ChainSolver::solveStretch(Real h) {
     std::size_t const segments = restLengths.size();
-    m_directions.resize(segments);
-    m_stretch.resize(segments);
     m_slack.assign(segments, 0);
-    for (std::size_t i = 0; i < segments; ++i) {
+    if (findContact)
+        findContacts(h);
+    layRows();
+    solveRows(h);
+    touch(h);
+    if (!tensionOnly)
+        return;
+    // What would push buckles: a second solve leaves those segments next to no stiffness.
+    bool any = false;
+    for (std::size_t i = 0; i < segments; ++i)
+        if (m_system.tension(i) < 0)
+            m_slack[i] = any = true;
+    if (!any)
+        return;
+    solveRows(h);
+    touch(h);
+}
+
+/// Solves until contacts stay as they are.
+void ChainSolver::touch(Real h) {
+    m_changes.assign(points.size(), 0);
+    for (int round = 0; findContact && round < mostTouchRounds && reviseContacts(h); ++round)
+        solveRows(h);
+}
+
+void ChainSolver::layRows() {
+    m_system.links.resize(restLengths.size());
+    for (std::size_t i = 0; i < restLengths.size(); ++i) {
+        ChainLink& link = m_system.links[i];
         Vec3 const span = points[i + 1].position - points[i].position;
         Real const size = span.length();
-        m_directions[i] = size > 0 ? span / size : Vec3(0, 0, 1);
-        m_stretch[i] = size - restLengths[i];
-    }
-    solveRows(h);
-    if (tensionOnly) {
-        // What would push buckles: a second solve leaves those segments next to no stiffness.
-        for (std::size_t i = 0; i < segments; ++i)
-            m_slack[i] = m_multiplier[i] < 0;
-        solveRows(h);
-    }
-    for (std::size_t i = 0; i < segments; ++i) {
-        Vec3 const push = m_directions[i] * m_multiplier[i];
-        points[i].position += push * points[i].inverseMass;
-        points[i + 1].position -= push * points[i + 1].inverseMass;
-        m_impulse[i] += push / h;
-        m_impulse[i + 1] -= push / h;
-        tensions[i] += m_multiplier[i] / (h * h);
+        link.direction = size > 0 ? span / size : Vec3(0, 0, 1);
+        link.stretch = size - restLengths[i];
     }
 }
 
-// One solve for the multipliers of all segments.
 void ChainSolver::solveRows(Real h) {
-    std::size_t const segments = restLengths.size();
-    m_diagonal.resize(segments);
-    m_upper.assign(segments, 0);
-    m_right = m_stretch;
-    for (std::size_t i = 0; i < segments; ++i) {
-        Real const stiffness = axialStiffness * (m_slack[i] ? slackStiffness : 1);
-        m_diagonal[i] = points[i].inverseMass + points[i + 1].inverseMass + restLengths[i] / (stiffness * h * h);
-        if (i + 1 < segments)
-            m_upper[i] = -points[i + 1].inverseMass * m_directions[i].dot(m_directions[i + 1]);
+    for (std::size_t i = 0; i < restLengths.size(); ++i) {
+        ChainLink& link = m_system.links[i];
+        link.stiffness = axialStiffness * (m_slack[i] ? slackStiffness : 1) / restLengths[i] * h * h;
+        link.tautness = m_pulls[i] / restLengths[i] * h * h;
     }
-    for (std::size_t i = 1; i < segments; ++i) {
-        Real const factor = m_upper[i - 1] / m_diagonal[i - 1];
-        m_diagonal[i] -= factor * m_upper[i - 1];
-        m_right[i] -= factor * m_right[i - 1];
+    m_system.nodes.resize(points.size());
+    for (std::size_t i = 0; i < points.size(); ++i)
+        m_system.nodes[i] = nodeOf(i, h);
+    m_system.solve();
+}
+
+/// Takes the solution over.
+void ChainSolver::finish(Real h) {
+    std::vector<Real> forces(m_system.shifts.size());
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        points[i].position += m_system.moves[i];
+        if (m_system.nodes[i].column >= 0)
+            m_system.addForce(i, &forces[m_system.nodes[i].column]);
     }
-    m_multiplier.resize(segments);
-    for (std::size_t i = segments; i-- > 0;) {
-        Real const next = i + 1 < segments ? m_upper[i] * m_multiplier[i + 1] : 0;
-        m_multiplier[i] = (m_right[i] - next) / m_diagonal[i];
+    for (std::size_t i = 0; i < tensions.size(); ++i) {
+        Real const tension = m_system.tension(i) / (h * h);
+        tensions[i] += tension;
+        m_pulls[i] = std::max(tension, 0.0);
     }
+    for (Body& body : bodies) {
+        if (body.column >= 0) {
+            Real const* const f = &forces[body.column];
+            Real const* const s = &m_system.shifts[body.column];
+            body.impulse += Vec3(f[0], f[1], f[2]) / h;
+            body.momentum += Vec3(f[3], f[4], f[5]) / h;
+            body.velocity += Vec3(s[0], s[1], s[2]) / h;
+            body.spin += Vec3(s[3], s[4], s[5]) / h;
+        }
+    }
+    if (findContact)
+        settleContacts(h);
+    for (Body& body : bodies) {
+        body.center += body.velocity * h;
+        body.shifted += body.velocity * h;
+        body.turned += body.spin * h;
+    }
+    for (std::size_t i = 0; i < points.size(); ++i)
+        if (points[i].inverseMass > 0)
+            points[i].velocity = (points[i].position - m_before[i]) / h;
 }
 
 Real ChainSolver::length() const {

@@ -105,6 +105,45 @@ def test_a_slack_wire_carries_nothing():
     assert wire.getCurrentLength() > 1.9
 
 
+@pytest.mark.parametrize("load", [1, 1000])
+def test_a_joined_body_holds_what_hangs_on_it(load):
+    """However light it is: what its joints hold, the wire cannot move."""
+    simulation = hyxSDK.Simulation()
+    arm, body = hyx.RigidBody(), hyx.RigidBody()
+    arm.setMass(1.0)
+    hinge = hyx.Hinge(hyx.Vec3(-1, 0, 0), hyx.Vec3(0, 1, 0), arm)
+    hinge.getLock1D().setEnable(True)
+    body.setMass(float(load))
+    body.setPosition(hyx.Vec3(0.5, 0, -2))
+    wire = hyxWire.Wire(0.005, 5)
+    wire.add(arm, hyx.Vec3(0.5, 0, 0))
+    wire.add(body, hyx.Vec3())
+    for one in (arm, body, hinge, wire):
+        simulation.add(one)
+    for _ in range(300):
+        simulation.step()
+    assert body.getPosition().z == pytest.approx(-2, abs=0.01)
+    assert wire.getTensions()[-1] == pytest.approx(load * GRAVITY, rel=0.02)
+    torque = -1.5 * wire.getTension(0) - arm.getMass() * GRAVITY
+    assert hinge.getLock1D().getCurrentForce() == pytest.approx(torque, rel=1e-3)
+
+
+def test_an_obstacle_can_be_taken_away():
+    block = hyx.RigidBody(hyxCollide.Geometry(hyxCollide.Box(0.5, 0.5, 0.1)))
+    block.setMotionControl(hyx.RigidBody.STATIC)
+    wire = hyxWire.Wire(0.01, 20)
+    for x in (-1, 1):
+        wire.add(hyx.Vec3(x, 0, 0.2))
+    wire.addObstacle(block)
+    wire.setWinchSpeed(0.5)
+    run(wire, 60)
+    lowest = min(point.z for point in wire.getPoints() if abs(point.x) < 0.4)
+    assert lowest == pytest.approx(0.11, abs=1e-3)
+    assert wire.removeObstacle(block) and not wire.removeObstacle(block)
+    run(wire, 60)
+    assert min(point.z for point in wire.getPoints()) < -0.2
+
+
 def test_bad_wires_are_refused():
     with pytest.raises(RuntimeError, match="radius of a wire"):
         hyxWire.Wire(0.0, 10)
@@ -114,6 +153,10 @@ def test_bad_wires_are_refused():
     wire.add(hyx.Vec3(1, 1, 1))
     with pytest.raises(RuntimeError, match="two different places"):
         wire.step(STEP)
+    with pytest.raises((RuntimeError, TypeError), match="not on nothing|None"):
+        wire.addObstacle(None)
+    with pytest.raises(RuntimeError, match="friction of a wire"):
+        wire.setFriction(-0.1)
     wire.add(hyx.Vec3(2, 1, 1))
     wire.step(STEP)
     with pytest.raises(RuntimeError, match="after its first step"):

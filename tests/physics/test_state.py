@@ -86,6 +86,14 @@ def hoist(world):
     wire.setWinchSpeed(-0.1)
     world.add(load)
     world.add(wire)
+    drum = body(hyxCollide.Cylinder(0.25, 0.2), (2, 0, 3))
+    slung = hyxWire.Wire(0.01, 20.0)
+    slung.addObstacle(drum)
+    for x, z in ((1.7, 2.5), (1.8, 3.3), (2.2, 3.3), (2.3, 2)):
+        slung.add(hyx.Vec3(x, 0, z))
+    world.add(drum)
+    world.add(hyx.Hinge(hyx.Vec3(2, 0, 3), hyx.Vec3(0, 1, 0), drum))
+    world.add(slung)
 
 
 def everything(world):

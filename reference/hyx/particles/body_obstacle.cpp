@@ -20,12 +20,13 @@ std::vector<BodyObstacle::Part> BodyObstacle::partsNow() const {
     return parts;
 }
 
-void BodyObstacle::prepare() {
+void BodyObstacle::prepare(Real rounding) {
+    m_rounding = rounding;
     m_parts = partsNow();
 }
 
 bool BodyObstacle::find(Part const& part, Vec3 const& position, Real reach, Surface& surface) const {
-    if (!findNearestSurface(*part.shape, part.toShape.transformPoint(position), reach, surface))
+    if (!findNearestSurface(*part.shape, part.toShape.transformPoint(position), reach, surface, m_rounding))
         return false;
     surface.normal = part.toWorld.transformVector(surface.normal);
     surface.velocity = m_body->getPointVelocity(position - surface.normal * surface.distance);

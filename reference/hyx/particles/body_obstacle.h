@@ -20,8 +20,9 @@ public:
 
     /// Lets an impulse at a point, world, act on the body in its next step.
     void push(Vec3 const& impulse, Vec3 const& point, Real timeStep);
-    /// Takes over where the geometries are, for `findAll`, which tells of each geometry that is near.
-    void prepare();
+    /// Takes over where the geometries are, for `findAll`, which tells of each geometry that is near. Edges of boxes
+    /// are rounded off to a radius in metres.
+    void prepare(Real rounding = 0);
     void findAll(Vec3 const& position, Real reach, std::vector<Surface>& surfaces) const;
 
 protected:
@@ -39,6 +40,7 @@ private:
 
     ref_ptr<RigidBody> m_body;
     std::vector<Part> m_parts;
+    Real m_rounding = 0;
 };
 
 } // namespace hyx

@@ -120,12 +120,13 @@ Surface onHeightField(hyxCollide::HeightField const& field, Vec3 const& p) {
     return {(p.z - field.getHeightAt(p.x, p.y)) * normal.z, normal, Vec3()};
 }
 
-bool findInCompound(hyxCollide::Compound const& compound, Vec3 const& position, Real reach, Surface& surface) {
+bool findInCompound(hyxCollide::Compound const& compound, Vec3 const& position, Real reach, Surface& surface,
+                    Real rounding) {
     bool found = false;
     for (UInt i = 0; i < compound.getNumShapes(); ++i) {
         AffineMatrix4x4 const& local = compound.getLocalTransform(i);
         Surface part;
-        if (!findNearestSurface(*compound.getShape(i), local.inverse().transformPoint(position), reach, part))
+        if (!findNearestSurface(*compound.getShape(i), local.inverse().transformPoint(position), reach, part, rounding))
             continue;
         part.normal = local.transformVector(part.normal);
         if (!found || part.distance < surface.distance)
@@ -137,7 +138,8 @@ bool findInCompound(hyxCollide::Compound const& compound, Vec3 const& position, 
 
 } // namespace
 
-bool findNearestSurface(hyxCollide::Shape const& shape, Vec3 const& position, Real reach, Surface& surface) {
+bool findNearestSurface(hyxCollide::Shape const& shape, Vec3 const& position, Real reach, Surface& surface,
+                        Real rounding) {
     using hyxCollide::Shape;
     Vec3 lower, upper;
     shape.getBound(lower, upper);
@@ -147,9 +149,13 @@ bool findNearestSurface(hyxCollide::Shape const& shape, Vec3 const& position, Re
         if (position[i] < lower[i] - reach || position[i] > upper[i] + reach)
             return false;
     switch (shape.getType()) {
-    case Shape::BOX:
-        surface = onBox(static_cast<hyxCollide::Box const&>(shape).getHalfExtents(), position);
+    case Shape::BOX: {
+        Vec3 const half = static_cast<hyxCollide::Box const&>(shape).getHalfExtents();
+        Real const round = std::min({rounding, half.x, half.y, half.z});
+        surface = onBox(half - Vec3(round), position);
+        surface.distance -= round;
         break;
+    }
     case Shape::SPHERE:
         surface = aroundPoint(Vec3(), static_cast<hyxCollide::Sphere const&>(shape).getRadius(), position);
         break;
@@ -184,7 +190,7 @@ bool findNearestSurface(hyxCollide::Shape const& shape, Vec3 const& position, Re
         surface = onHeightField(static_cast<hyxCollide::HeightField const&>(shape), position);
         break;
     case Shape::COMPOUND:
-        return findInCompound(static_cast<hyxCollide::Compound const&>(shape), position, reach, surface);
+        return findInCompound(static_cast<hyxCollide::Compound const&>(shape), position, reach, surface, rounding);
     }
     return surface.distance < reach;
 }

@@ -17,6 +17,8 @@ constexpr int mostCorrections = 8;
 /// Metres or radians.
 constexpr double exactPlace = 1e-11;
 constexpr double exactSpeed = 1e-9;
+/// m/s or rad/s; a bounded row that lacks more is at its bound.
+constexpr double heldSpeed = 1e-3;
 
 } // namespace
 
@@ -125,20 +127,29 @@ bool Mechanism::stiffen(double substep) {
     return found;
 }
 
+/// Goes back to the velocities that the forces gave, by the inertia that the bodies have now.
+void Mechanism::startAgain(double substep) {
+    for (std::size_t i = 0; i < m_bodies.size(); ++i) {
+        MovingBody& body = *m_bodies[i];
+        body.velocity = m_saved[i].velocity;
+        body.spin = m_saved[i].spin;
+        if (body.leastMoment != m_saved[i].leastMoment)
+            body.spin += (body.inverseInertia - m_saved[i].inverseInertia) * body.torque * (substep / 2);
+    }
+}
+
 void Mechanism::solvePlaces(double substep) {
     m_saved.clear();
     for (MovingBody* body : m_bodies) {
+        m_saved.push_back(*body);
         if (body->leastMoment > 0)
             body->stiffen(0);
-        m_saved.push_back(*body);
     }
+    startAgain(substep);
     solve();
     if (!stiffen(substep))
         return;
-    for (std::size_t i = 0; i < m_bodies.size(); ++i) {
-        m_bodies[i]->velocity = m_saved[i].velocity;
-        m_bodies[i]->spin = m_saved[i].spin;
-    }
+    startAgain(substep);
     for (auto const& [row, joint] : m_rows) {
         for (int i : {0, 1})
             row->response[i] = joint->moving[i]->inverseInertia * row->angular[i];
@@ -274,6 +285,27 @@ void Mechanism::solve() {
         if (!changed)
             return;
     }
+}
+
+void Mechanism::holdAsNow() {
+    for (auto const& [row, joint] : m_rows) {
+        bool const bounded = std::isfinite(row->lowerImpulse) || std::isfinite(row->upperImpulse);
+        if (bounded && std::abs(lack(*row, *joint)) > heldSpeed)
+            row->hold = ConstraintRow::LOWER;
+    }
+    factor();
+}
+
+void Mechanism::letFollow() {
+    m_values.resize(m_rows.size());
+    for (std::size_t i = 0; i < m_rows.size(); ++i) {
+        auto const& [row, joint] = m_rows[i];
+        m_values[i] = row->hold == ConstraintRow::FREE ? -speedOf(*row, *joint) * row->scale : 0;
+    }
+    m_matrix.solve(m_values);
+    for (std::size_t i = 0; i < m_rows.size(); ++i)
+        if (m_rows[i].row->hold == ConstraintRow::FREE)
+            apply(*m_rows[i].row, *m_rows[i].joint, m_values[i] * m_rows[i].row->scale);
 }
 
 void Mechanism::correctPlaces(double substep) {

@@ -34,6 +34,14 @@ public:
     void correctPlaces(double substep);
     void finishHalf();
 
+    /// Takes the joints as they work now, after `aimAtSpeeds`: a bounded row that does not reach what it aims at pushes
+    /// as hard as it can already, and does not hold.
+    void holdAsNow();
+    /// Takes from any velocities of the bodies what the rows that hold do not allow.
+    void letFollow();
+
+    std::vector<MovingBody*> const& bodies() const { return m_bodies; }
+
     /// Whether one of the bodies touches something.
     bool touches = false;
 
@@ -41,6 +49,7 @@ private:
     void collectRows();
     void startRow(ConstraintRow& row, Constraint::Implementation const& joint);
     bool stiffen(double substep);
+    void startAgain(double substep);
     void factor();
     void couple(int first, int second, BlockMatrix::Coupling const& coupling);
     /// Solves for what the rows still lack; whether bounds were met on the way.

@@ -253,6 +253,13 @@ StepTimes PhysicsWorld::step(Real timeStep) {
     return m_world->advance(timeStep, m_constraints, m_autoSleep);
 }
 
+BodyResponse PhysicsWorld::respond(std::vector<RigidBody*> const& bodies, Real timeStep) {
+    std::vector<btRigidBody const*> bullets;
+    for (RigidBody const* body : bodies)
+        bullets.push_back(&body->implementation().bullet);
+    return m_world->solver.respond(*m_world, m_constraints, bullets, timeStep);
+}
+
 void PhysicsWorld::bringBoxesUpToDate() const {
     if (m_boxesOutdated)
         m_world->updateAabbs();

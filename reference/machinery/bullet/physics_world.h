@@ -66,6 +66,9 @@ public:
     /// One exact step. Throws std::runtime_error, and moves nothing, when a state would not be finite.
     StepTimes step(Real timeStep);
 
+    /// How bodies would answer to pushes in the next step of `timeStep` seconds, contacts apart.
+    BodyResponse respond(std::vector<RigidBody*> const& bodies, Real timeStep);
+
     hyxCollide::LocalGeometryContactVector contacts(hyxCollide::Geometry const* first,
                                                     hyxCollide::Geometry const* second) const;
     UInt numContactPoints() const;

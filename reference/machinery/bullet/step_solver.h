@@ -1,6 +1,7 @@
 // One step of all bodies, in substeps.
 #pragma once
 
+#include "reference/machinery/bullet/body_response.h"
 #include "reference/machinery/bullet/mechanism.h"
 #include "reference/machinery/dynamics/contact_solver.h"
 
@@ -26,6 +27,9 @@ public:
     /// Throws std::runtime_error, before anything has moved, when a body's state would not be finite.
     void step(btDiscreteDynamicsWorld& world, std::vector<btPersistentManifold*> const& manifolds,
               std::vector<Constraint::Implementation*> const& constraints, double step);
+    /// How bodies would answer to pushes in the next step of this length; one that sleeps or stands still does not.
+    BodyResponse respond(btDiscreteDynamicsWorld& world, std::vector<Constraint::Implementation*> const& constraints,
+                         std::vector<btRigidBody const*> const& bodies, double step);
 
 private:
     void takeBodies(btDiscreteDynamicsWorld& world);
