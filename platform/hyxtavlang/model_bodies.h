@@ -32,8 +32,12 @@ public:
 
     hyx::AffineMatrix4x4 transform; ///< at the start, in the model
     bool fixed = false;             ///< stands still in the world
+    bool kinematic = false;         ///< goes where its velocities lead, whatever pushes it
+    hyx::Vec3 velocity;             ///< at the start, m/s
+    hyx::Vec3 angularVelocity;      ///< at the start, rad/s
     bool hasMass = false;           ///< whether the file gives mass; otherwise the shapes do
-    double mass = 0;                ///< kg
+    double mass = 0;                ///< kg; 0 is the mass of the shapes where these weigh
+    bool shapesWeigh = false;       ///< whether centre and inertia are those of the shapes
     hyx::Vec3 centerOfMass;         ///< in the body
     /// About the centre of mass along the body's axes, kg m2: xx, yy, zz, xy, xz, yz.
     std::array<double, 6> inertia{};
@@ -48,6 +52,17 @@ public:
 
     std::shared_ptr<Body> first;
     std::shared_ptr<Body> second;
+};
+
+/// A place of a body that the file gives a name.
+class Site : public Core::Object {
+public:
+    std::string getType() const override { return "Physics3D.Site"; }
+
+    Core::Properties getProperties() const override;
+
+    std::shared_ptr<Body> body;     ///< null is the world
+    hyx::AffineMatrix4x4 transform; ///< in the body
 };
 
 /// A model of bodies and joints, which are its children.

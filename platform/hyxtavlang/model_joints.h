@@ -3,7 +3,9 @@
 
 #include "platform/hyxtavlang/model_bodies.h"
 
+#include <array>
 #include <limits>
+#include <optional>
 
 namespace tavlang {
 
@@ -43,6 +45,7 @@ public:
     double damping = 0;   ///< force per speed
     double stiffness = 0; ///< force per way from the rest position
     double restPosition = 0;
+    std::optional<double> speed; ///< that its motor holds from the start; none: it is off
 };
 
 class HingeJoint : public SingleAxisJoint {
@@ -90,7 +93,7 @@ public:
 
 } // namespace Joints
 
-/// A joint that follows another one, at `multiplier` times its position plus `offset`.
+/// A joint that follows another one, at `multiplier` times its position plus `offset`, and a curve where there is one.
 class Mimic : public Core::Object {
 public:
     std::string getType() const override { return "Robotics.Mimic"; }
@@ -101,6 +104,8 @@ public:
     std::shared_ptr<Joints::SingleAxisJoint> leader; ///< null: stands at the offset
     double multiplier = 1;
     double offset = 0;
+    /// Factors of the second, third and fourth power of the leader's way from its start, which are added.
+    std::array<double, 3> curve{};
 };
 
 } // namespace Robotics

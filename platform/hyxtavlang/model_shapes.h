@@ -72,6 +72,16 @@ public:
     double height = 0; ///< without the half balls
 };
 
+class Cone : public Geometry {
+public:
+    std::string getType() const override { return "Physics3D.Geometries.Cone"; }
+
+    Core::Properties getProperties() const override;
+
+    double radius = 0; ///< of its base
+    double height = 0; ///< from the base to the tip, which is up; the origin is halfway
+};
+
 /// The ground: all below the plane through the origin, across Z, is solid.
 class Plane : public Geometry {
 public:
@@ -109,5 +119,17 @@ public:
 };
 
 } // namespace Geometries
+
+/// Two shapes that collide whatever else is said of them, with a friction of their own.
+class CollisionPair : public Core::Object {
+public:
+    std::string getType() const override { return "Physics3D.CollisionPair"; }
+
+    Core::Properties getProperties() const override;
+
+    std::shared_ptr<Geometry> first;
+    std::shared_ptr<Geometry> second;
+    double friction = 1;
+};
 
 } // namespace tavlang::Physics3D

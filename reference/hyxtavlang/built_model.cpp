@@ -1,10 +1,15 @@
 // Loads models and shows what they became.
+#include "platform/hyxOSG/nodes/geometry_node.h"
 #include "platform/hyxOSG/visuals/grid_axes.h"
 #include "platform/hyxSDK/simulation.h"
 #include "reference/hyxtavlang/model_builder.h"
+#include "reference/hyxtavlang/shape_builder.h"
+#include "reference/hyxtavlang/tree_parts.h"
 
 #include <osg/MatrixTransform>
 #include <osg/NodeCallback>
+
+#include <map>
 
 namespace hyxtavlang {
 namespace {
@@ -22,6 +27,26 @@ private:
     hyx::ref_ptr<hyx::RigidBody> m_body;
 };
 
+/// A visual that is not the look of a collision shape.
+osg::ref_ptr<osg::Node> following(BuiltModel::Visual const& visual) {
+    osg::ref_ptr<osg::MatrixTransform> const made =
+        new osg::MatrixTransform(osg::Matrixd(visual.body->getTransform().ptr()));
+    made->addChild(visual.node);
+    made->addUpdateCallback(new BodyCallback(visual.body.get()));
+    return made;
+}
+
+/// Pictures have no more lights.
+void remarkLights(tavlang::Physics3D::System& tree, std::string const& path) {
+    std::size_t count = 0;
+    for (auto const& light : partsOf<tavlang::Visuals::Light>(tree))
+        if (++count == mostLights + 1)
+            tree.annotations.push_back(std::make_shared<tavlang::Annotation>(
+                "the light '" + light->name + "' and those after it do not shine: a picture has " +
+                    std::to_string(mostLights),
+                path, light->line));
+}
+
 } // namespace
 
 BuiltModel loadModel(std::string const& path, std::string const& modelName, OptParams const& params) {
@@ -29,6 +54,7 @@ BuiltModel loadModel(std::string const& path, std::string const& modelName, OptP
     LoadResult& result = model.result;
     try {
         ModelTree const tree = readModel(path, params);
+        remarkLights(*tree, path);
         result.model = ModelNode(tree);
         result.modelName = tree->name;
         if (!modelName.empty() && modelName != tree->name)
@@ -46,31 +72,52 @@ BuiltModel loadModel(std::string const& path, std::string const& modelName, OptP
     return model;
 }
 
-void BuiltModel::enter(hyxSDK::Simulation& simulation, hyxSDK::Assembly* parent) const {
+void BuiltModel::enter(hyxSDK::Simulation& simulation, hyxSDK::Assembly* parent, hyx::UInt selection) const {
     if (gravity)
         simulation.setGravity(*gravity);
+    if (selection & MATERIALS)
+        for (auto const& material : materials)
+            simulation.add(material.get());
+    for (auto const& contactMaterial : contactMaterials)
+        simulation.add(contactMaterial.get());
+    hyxSDK::Assembly& assembly = *result.getAssembly();
+    if (!(selection & CONSTRAINTS))
+        for (auto const& constraint : hyx::ConstraintPtrVector(assembly.getConstraints()))
+            assembly.remove(constraint.get());
+    if (!(selection & BODIES))
+        for (auto const& body : hyx::RigidBodyPtrVector(assembly.getRigidBodies()))
+            assembly.remove(body.get());
     if (parent)
-        parent->add(result.getAssembly());
+        parent->add(&assembly);
     else
-        simulation.add(result.getAssembly());
+        simulation.add(&assembly);
 }
 
-void BuiltModel::createVisuals(osg::Group& root, bool frames) const {
+void BuiltModel::createVisuals(osg::Group& root, bool frames, hyxOSG::ShapeLook const& shapes) const {
     osg::ref_ptr<osg::Group> group = new osg::Group;
     group->setName(result.modelName);
+    std::map<hyx::RigidBody const*, osg::ref_ptr<osg::Group>> ofBodies;
     for (Visual const& visual : visuals) {
-        osg::ref_ptr<osg::MatrixTransform> following =
-            new osg::MatrixTransform(osg::Matrixd(visual.body->getTransform().ptr()));
-        following->setName(visual.body->getName());
-        following->addChild(visual.node);
-        following->addUpdateCallback(new BodyCallback(visual.body.get()));
-        group->addChild(following);
+        osg::ref_ptr<osg::Group>& ofBody = ofBodies[visual.body.get()];
+        if (!ofBody) {
+            ofBody = new osg::Group;
+            ofBody->setName(visual.body->getName());
+            group->addChild(ofBody);
+        }
+        if (visual.geometry) {
+            osg::Node* const node = hyxOSG::createGeometryVisual(*visual.geometry, *ofBody, shapes, visual.node);
+            if (visual.look)
+                paint(*node, *visual.look);
+        } else {
+            ofBody->addChild(following(visual));
+        }
     }
     constexpr float thickness = 0.5f, length = 0.25f;
     if (frames)
         for (auto const& body : result.assembly->getRigidBodies())
             hyxOSG::createAxes(body.get(), static_cast<hyx::Frame*>(nullptr), group.get(), thickness, length);
     root.addChild(group);
+    shine(*group, lights);
 }
 
 } // namespace hyxtavlang

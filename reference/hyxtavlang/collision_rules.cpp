@@ -12,9 +12,15 @@ void CollisionRules::separate(hyx::RigidBody const& one, hyx::RigidBody const& o
     m_apart.emplace(std::min(&one, &other), std::max(&one, &other));
 }
 
+void CollisionRules::join(tavlang::Physics3D::Geometry const& one, tavlang::Physics3D::Geometry const& other) {
+    m_joined.emplace(std::min(&one, &other), std::max(&one, &other));
+}
+
 bool CollisionRules::collide(Part const& one, Part const& other) const {
     if (!m_params.selfCollision && !one.ground && !other.ground)
         return false;
+    if (m_joined.count({std::min(one.shape, other.shape), std::max(one.shape, other.shape)}))
+        return true;
     if (m_apart.count({std::min(one.body, other.body), std::max(one.body, other.body)}))
         return false;
     return (one.shape->belongsTo & other.shape->collidesWith) || (other.shape->belongsTo & one.shape->collidesWith);

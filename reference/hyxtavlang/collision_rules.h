@@ -20,6 +20,8 @@ public:
     void add(hyxCollide::Geometry& made, hyx::RigidBody& body, tavlang::Physics3D::Geometry const& shape, bool ground);
     /// The shapes of the two bodies never collide.
     void separate(hyx::RigidBody const& one, hyx::RigidBody const& other);
+    /// Two shapes collide in any case, if shapes of the model collide at all.
+    void join(tavlang::Physics3D::Geometry const& one, tavlang::Physics3D::Geometry const& other);
     /// Switches the collisions of all pairs off that do not collide. The shapes of a body never do.
     void apply() const;
 
@@ -36,6 +38,7 @@ private:
     OptParams const& m_params;
     std::vector<Part> m_parts;
     std::set<std::pair<hyx::RigidBody const*, hyx::RigidBody const*>> m_apart;
+    std::set<std::pair<tavlang::Physics3D::Geometry const*, tavlang::Physics3D::Geometry const*>> m_joined;
 };
 
 } // namespace hyxtavlang

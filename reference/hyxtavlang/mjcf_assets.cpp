@@ -38,6 +38,14 @@ void spread(std::vector<double>& heights, double height) {
         value = range > 0 ? (value - least) / range * height : 0;
 }
 
+/// Numbers stand in the file as one sees them from above: the row of the greatest y comes first.
+std::vector<double> fromBelow(std::vector<double> const& fromAbove, std::size_t columns) {
+    std::vector<double> heights(fromAbove.size());
+    for (std::size_t i = 0; i + columns <= fromAbove.size(); i += columns)
+        std::copy_n(fromAbove.begin() + static_cast<long>(i), columns, heights.end() - static_cast<long>(i + columns));
+    return heights;
+}
+
 void readHeightField(MjcfContext& context, MjcfEntry const& entry) {
     auto const field = std::make_shared<HeightField>();
     std::vector<double> const size = entry.numbers("size", 4, 4);
@@ -52,7 +60,7 @@ void readHeightField(MjcfContext& context, MjcfEntry const& entry) {
             entry.fail("needs \"nrow\" and \"ncol\" from 2, or a \"file\"");
         field->rows = static_cast<unsigned>(rows);
         field->columns = static_cast<unsigned>(columns);
-        field->heights = entry.list("elevation");
+        field->heights = fromBelow(entry.list("elevation"), field->columns);
         if (field->heights.empty())
             field->heights.assign(std::size_t{field->rows} * field->columns, 0);
     }

@@ -79,9 +79,13 @@ private:
             if (MjcfShape const shape = readMjcfShape(m_context, entry, around.local); shape.geometry) {
                 gathered.shapes.push_back(shape);
                 addVisual(entry, shape, *around.body);
+                if (!entry.name().empty())
+                    m_context.geoms.emplace(entry.name(), shape.geometry);
             }
         } else if (kind == "joint" || kind == "freejoint") {
             gathered.holders.push_back(joint(entry, around));
+        } else if (kind == "site") {
+            addSite(entry, around);
         } else if (kind == "light") {
             addLight(entry, around);
         } else if (kind == "camera") {
@@ -305,6 +309,23 @@ private:
         entry.has("type");
     }
 
+    /// Its look is that of a mark in the format's own viewer.
+    void addSite(MjcfEntry const& entry, Surroundings const& around) {
+        auto const site = std::make_shared<model3d::Site>();
+        site->name = entry.name();
+        site->line = entry.line();
+        site->body = around.body;
+        double halfLength = 0;
+        hyx::AffineMatrix4x4 const place =
+            entry.has("fromto") ? placeBetweenEnds(entry, halfLength) : entry.place(m_context.compiler.angles);
+        site->transform = place * around.local;
+        for (char const* look : {"size", "type", "rgba", "material", "group"})
+            entry.has(look);
+        if (!site->name.empty())
+            m_context.sites.emplace(site->name, site);
+        m_context.tree->children.push_back(site);
+    }
+
     void addLight(MjcfEntry const& entry, Surroundings const& around) {
         auto const light = std::make_shared<tavlang::Visuals::Light>();
         light->name = entry.name();
@@ -313,9 +334,22 @@ private:
         light->position = around.local.transformPoint(entry.vector("pos"));
         light->direction = around.local.transformVector(entry.vector("dir", hyx::Vec3(0, 0, -1)));
         light->directional = entry.flag("directional", entry.text("type") == "directional");
-        hyx::Vec3 const color = entry.vector("diffuse", hyx::Vec3(0.7, 0.7, 0.7));
-        light->color =
-            hyx::Vec4f(static_cast<float>(color.x), static_cast<float>(color.y), static_cast<float>(color.z), 1);
+        auto const color = [&](char const* key, double otherwise) {
+            hyx::Vec3 const given = entry.vector(key, hyx::Vec3(otherwise, otherwise, otherwise));
+            return hyx::Vec4f(float(given.x), float(given.y), float(given.z), 1);
+        };
+        constexpr double matt = 0.7, shiny = 0.3, beam = 45, narrowness = 10; // of the format
+        light->color = color("diffuse", matt);
+        light->specular = color("specular", shiny);
+        light->castsShadows = entry.flag("castshadow", true);
+        for (char const* ofBeams : {"cutoff", "exponent"})
+            entry.has(ofBeams);
+        if (!light->directional && entry.text("type", "spot") == "spot") {
+            light->spotAngle = entry.number("cutoff", beam) * osg::PI / 180;
+            light->spotExponent = entry.number("exponent", narrowness);
+        }
+        if (std::vector<double> const given = entry.numbers("attenuation", 3, 3); !given.empty())
+            std::copy(given.begin(), given.end(), light->attenuation.begin());
         m_context.tree->children.push_back(light);
     }
 

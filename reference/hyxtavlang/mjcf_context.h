@@ -66,6 +66,8 @@ struct MjcfContext {
     std::vector<MjcfActuator> actuators;
     std::map<std::string, std::shared_ptr<tavlang::Physics3D::Body>> bodies;
     std::map<std::string, std::shared_ptr<tavlang::Robotics::Joints::SingleAxisJoint>> joints;
+    std::map<std::string, std::shared_ptr<tavlang::Physics3D::Geometry>> geoms;
+    std::map<std::string, std::shared_ptr<tavlang::Physics3D::Site>> sites;
 
 private:
     std::set<std::string> m_remarked;
@@ -92,6 +94,9 @@ struct MjcfShape {
 /// The shape of a `geom` element whose body, or frame in it, has `local` in the body. Null for kinds that are not
 /// carried over.
 MjcfShape readMjcfShape(MjcfContext& context, MjcfEntry const& entry, hyx::AffineMatrix4x4 const& local);
+
+/// Where something stands that is given by its ends: in the middle, along the way from the second to the first.
+hyx::AffineMatrix4x4 placeBetweenEnds(MjcfEntry const& entry, double& halfLength);
 
 /// Its colour; null for the file's own look of a mesh.
 std::shared_ptr<tavlang::Visuals::Material> readMjcfLook(MjcfContext const& context, MjcfEntry const& entry);

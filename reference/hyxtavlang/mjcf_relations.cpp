@@ -1,6 +1,7 @@
 // Drives, equalities, exclusions and keyframes of MJCF files.
 #include "reference/hyxtavlang/mjcf_context.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace hyxtavlang {
@@ -81,8 +82,7 @@ void readJointEquality(MjcfContext& context, MjcfEntry const& entry) {
     factors.resize(5, 0.0);
     if (!entry.has("polycoef"))
         factors[1] = 1;
-    if (factors[2] != 0 || factors[3] != 0 || factors[4] != 0)
-        return context.remark("<joint> of <equality> with a curve", entry.file(), entry.line());
+    std::copy(factors.begin() + 2, factors.end(), mimic->curve.begin());
     mimic->offset = mimic->follower->start + factors[0];
     if (entry.has("joint2")) {
         mimic->leader = jointOf(context, entry, "joint2");
@@ -94,9 +94,29 @@ void readJointEquality(MjcfContext& context, MjcfEntry const& entry) {
     context.tree->children.push_back(mimic);
 }
 
+template <class Object>
+std::shared_ptr<Object> named(std::map<std::string, std::shared_ptr<Object>> const& all, MjcfEntry const& entry,
+                              std::string const& key) {
+    auto const found = all.find(entry.text(key.c_str()));
+    if (found == all.end())
+        entry.fail("names \"" + entry.text(key.c_str()) + "\" as its \"" + key + "\", which is not there");
+    return found->second;
+}
+
+/// Gives a closing joint its bodies; returns its place in the world, where the bodies stand at the start.
+hyx::Vec3 connect(MjcfContext const& context, MjcfEntry const& entry, joints::Joint& joint) {
+    if (entry.has("body1")) {
+        joint.child = bodyOf(context, entry, "body1");
+        joint.parent = bodyOf(context, entry, "body2");
+        return joint.child->transform.transformPoint(entry.vector("anchor"));
+    }
+    auto const first = named(context.sites, entry, "site1"), second = named(context.sites, entry, "site2");
+    joint.child = first->body;
+    joint.parent = second->body;
+    return joint.child->transform.transformPoint(first->transform.getTranslate());
+}
+
 void readClosure(MjcfContext& context, MjcfEntry const& entry) {
-    if (!entry.has("body1"))
-        return context.remark("<" + entry.kind() + "> of <equality> between sites", entry.file(), entry.line());
     std::shared_ptr<joints::Joint> joint;
     if (entry.kind() == "connect")
         joint = std::make_shared<joints::BallJoint>();
@@ -104,11 +124,9 @@ void readClosure(MjcfContext& context, MjcfEntry const& entry) {
         joint = std::make_shared<joints::LockJoint>();
     joint->name = entry.name();
     joint->line = entry.line();
-    joint->child = bodyOf(context, entry, "body1");
-    joint->parent = bodyOf(context, entry, "body2");
+    hyx::Vec3 const place = connect(context, entry, *joint);
     if (joint->parent == joint->child)
         entry.fail("connects a body with itself");
-    hyx::Vec3 const place = joint->child->transform.transformPoint(entry.vector("anchor"));
     if (joint->child->fixed)
         std::swap(joint->child, joint->parent);
     if (joint->parent->fixed)
@@ -131,8 +149,26 @@ void readEquality(MjcfContext& context, MjcfElement const& element) {
     context.remarkRest(entry);
 }
 
+/// Without a friction of its own a pair has the greater of the two.
+void readPair(MjcfContext& context, MjcfEntry const& entry) {
+    auto const pair = std::make_shared<tavlang::Physics3D::CollisionPair>();
+    pair->name = entry.name();
+    pair->line = entry.line();
+    pair->first = named(context.geoms, entry, "geom1");
+    pair->second = named(context.geoms, entry, "geom2");
+    std::vector<double> const friction = entry.numbers("friction", 1, 5);
+    pair->friction =
+        friction.empty() ? std::max(pair->first->material->friction, pair->second->material->friction) : friction[0];
+    if (!(pair->friction >= 0))
+        entry.fail("expected a number from 0 in \"friction\"");
+    context.remarkRest(entry);
+    context.tree->children.push_back(pair);
+}
+
 void readContact(MjcfContext& context, MjcfElement const& element) {
-    MjcfEntry const entry(element, {});
+    MjcfEntry const entry = context.entry(element);
+    if (entry.kind() == "pair")
+        return readPair(context, entry);
     if (entry.kind() != "exclude")
         return context.remark("<" + entry.kind() + "> of <contact>", entry.file(), entry.line());
     auto const exclusion = std::make_shared<tavlang::Physics3D::CollisionExclusion>();

@@ -80,18 +80,6 @@ model3d::Body weigh(model3d::Geometry const& geometry, double mass, double densi
     return body;
 }
 
-/// Of a shape that is given by its ends: the middle, along the way from the second to the first.
-hyx::AffineMatrix4x4 betweenEnds(MjcfEntry const& entry, double& halfLength) {
-    std::vector<double> const ends = entry.numbers("fromto", 6, 6);
-    hyx::Vec3 const first(ends[0], ends[1], ends[2]), second(ends[3], ends[4], ends[5]);
-    hyx::Vec3 const way = first - second;
-    constexpr double least = 1e-10;
-    if (!(way.length() > least))
-        entry.fail("has two ends in one place in \"fromto\"");
-    halfLength = way.length() / 2;
-    return hyx::AffineMatrix4x4(turnFromZ(way), (first + second) * 0.5);
-}
-
 /// The sizes that a kind of shape has, each above 0.
 std::vector<double> sizesOf(MjcfEntry const& entry, std::size_t count, bool hasEnds, double halfLength) {
     std::vector<double> sizes = entry.numbers("size", 1, 3);
@@ -197,11 +185,23 @@ std::uint32_t bitsOf(MjcfEntry const& entry, char const* key) {
 
 } // namespace
 
+hyx::AffineMatrix4x4 placeBetweenEnds(MjcfEntry const& entry, double& halfLength) {
+    std::vector<double> const ends = entry.numbers("fromto", 6, 6);
+    hyx::Vec3 const first(ends[0], ends[1], ends[2]), second(ends[3], ends[4], ends[5]);
+    hyx::Vec3 const way = first - second;
+    constexpr double least = 1e-10;
+    if (!(way.length() > least))
+        entry.fail("has two ends in one place in \"fromto\"");
+    halfLength = way.length() / 2;
+    return hyx::AffineMatrix4x4(turnFromZ(way), (first + second) * 0.5);
+}
+
 MjcfShape readMjcfShape(MjcfContext& context, MjcfEntry const& entry, hyx::AffineMatrix4x4 const& local) {
     std::string const type = entry.text("type", entry.has("mesh") ? "mesh" : "sphere");
     bool const hasEnds = entry.has("fromto") && type != "sphere" && type != "plane" && type != "mesh";
     double halfLength = 0;
-    hyx::AffineMatrix4x4 const place = hasEnds ? betweenEnds(entry, halfLength) : entry.place(context.compiler.angles);
+    hyx::AffineMatrix4x4 const place =
+        hasEnds ? placeBetweenEnds(entry, halfLength) : entry.place(context.compiler.angles);
     MjcfShape shape;
     shape.geometry = makeShapeOf(context, entry, type, hasEnds, halfLength);
     if (!shape.geometry) {

@@ -1,14 +1,16 @@
 // Builds bodies and joints from a model tree.
 #include "reference/hyxtavlang/model_builder.h"
 
-#include "platform/hyx/bodies/material.h"
+#include "platform/hyx/bodies/contact_material.h"
 #include "platform/hyxtavlang/model_sensors.h"
 #include "reference/hyxtavlang/body_masses.h"
+#include "reference/hyxtavlang/built_materials.h"
 #include "reference/hyxtavlang/collision_rules.h"
 #include "reference/hyxtavlang/joint_array_implementation.h"
 #include "reference/hyxtavlang/joint_builder.h"
 #include "reference/hyxtavlang/mimic.h"
 #include "reference/hyxtavlang/shape_builder.h"
+#include "reference/hyxtavlang/tree_parts.h"
 
 #include <osg/MatrixTransform>
 
@@ -21,15 +23,6 @@ namespace {
 
 namespace model3d = tavlang::Physics3D;
 namespace joints = tavlang::Robotics::Joints;
-
-template <class Kind>
-std::vector<std::shared_ptr<Kind>> partsOf(tavlang::Core::Object const& object) {
-    std::vector<std::shared_ptr<Kind>> found;
-    for (auto const& child : object.children)
-        if (auto part = std::dynamic_pointer_cast<Kind>(child))
-            found.push_back(part);
-    return found;
-}
 
 /// Bodies that are locked to each other become one body, with the name of the first.
 class ModelBuilder {
@@ -52,6 +45,12 @@ private:
         for (auto const& joint : partsOf<joints::Joint>(m_tree))
             if (!joint->closesLoop)
                 m_holders[joint->child.get()].push_back(joint.get());
+        for (auto const& given : partsOf<model3d::Material>(m_tree)) {
+            m_line = given->line;
+            m_model.materials.push_back(m_materials.get(*given));
+        }
+        for (auto const& pair : partsOf<model3d::CollisionPair>(m_tree))
+            m_paired.insert({pair->first.get(), pair->second.get()});
         for (auto const& body : partsOf<model3d::Body>(m_tree))
             placeOf(*body);
         for (auto const& [body, masses] : m_masses) {
@@ -60,6 +59,8 @@ private:
         }
         for (hyx::RigidBody* body : m_fixed)
             body->setMotionControl(hyx::RigidBody::STATIC);
+        for (auto const& body : partsOf<model3d::Body>(m_tree))
+            push(*body);
         for (auto const& body : partsOf<model3d::Body>(m_tree))
             hang(*body);
         for (auto const& joint : partsOf<joints::Joint>(m_tree))
@@ -70,9 +71,14 @@ private:
         addMimics();
         for (auto const& exclusion : partsOf<model3d::CollisionExclusion>(m_tree))
             exclude(*exclusion);
+        for (auto const& pair : partsOf<model3d::CollisionPair>(m_tree))
+            join(*pair);
         m_rules.apply();
         mount<tavlang::Visuals::Camera>();
         mount<tavlang::Sensors::Sensor>();
+        mount<model3d::Site>();
+        for (auto const& light : partsOf<tavlang::Visuals::Light>(m_tree))
+            m_model.lights.push_back(makeLight(*light));
         m_assembly->add(m_array->drives.get());
         for (auto const& settings : partsOf<tavlang::Simulation::Settings>(m_tree))
             if (settings->hasGravity)
@@ -126,22 +132,51 @@ private:
     hyx::RigidBody* makeBody(model3d::Body const& body) {
         hyx::ref_ptr<hyx::RigidBody> made = new hyx::RigidBody(hyx::Name(m_params.namePrefix + body.name));
         made->setTransform(body.transform);
+        if (body.kinematic)
+            made->setMotionControl(hyx::RigidBody::KINEMATICS);
         m_assembly->add(made.get());
         return made.get();
     }
 
+    /// Gives a body its speeds, of which those of its centre depend on its mass.
+    void push(model3d::Body const& body) {
+        hyx::RigidBody& made = *m_places.at(&body).body;
+        if (body.velocity.length() > 0)
+            made.setVelocity(body.velocity);
+        if (body.angularVelocity.length() > 0)
+            made.setAngularVelocity(body.angularVelocity);
+    }
+
     void fill(model3d::Body const& body, Place const& place) {
         for (auto const& shape : partsOf<model3d::Geometry>(body))
-            if (shape->belongsTo || shape->collidesWith)
+            if (shape->belongsTo || shape->collidesWith || m_paired.count(shape.get()))
                 addShape(*shape, place, body.fixed);
-        for (auto const& visual : partsOf<tavlang::Visuals::Visual>(body)) {
-            osg::ref_ptr<osg::MatrixTransform> local = new osg::MatrixTransform(osg::Matrixd(place.local.ptr()));
-            m_line = visual->line;
-            local->addChild(makeVisual(*visual));
-            m_model.visuals.push_back({place.body, local});
-        }
-        if (body.hasMass && body.mass > 0)
+        for (auto const& visual : partsOf<tavlang::Visuals::Visual>(body))
+            addVisual(*visual, place);
+        m_line = body.line;
+        if (body.shapesWeigh)
+            weighShapes(body, *place.body);
+        else if (body.hasMass && body.mass > 0)
             m_masses[place.body].add(body, place.local);
+    }
+
+    static void weighShapes(model3d::Body const& body, hyx::RigidBody& made) {
+        made.updateMassProperties();
+        if (body.mass > 0)
+            made.setMass(body.mass);
+    }
+
+    void addVisual(tavlang::Visuals::Visual const& visual, Place const& place) {
+        m_line = visual.line;
+        auto const collides = m_geometries.find(visual.geometry.get());
+        if (collides != m_geometries.end()) {
+            m_model.visuals.push_back({place.body, collides->second,
+                                       makeOwnNode(*visual.geometry, visual.material != nullptr), visual.material});
+            return;
+        }
+        osg::ref_ptr<osg::MatrixTransform> const local = new osg::MatrixTransform(osg::Matrixd(place.local.ptr()));
+        local->addChild(makeVisual(visual));
+        m_model.visuals.push_back({place.body, nullptr, local, nullptr});
     }
 
     void addShape(model3d::Geometry const& shape, Place const& place, bool ground) {
@@ -151,24 +186,13 @@ private:
         made->setLocalTransform(built.turn * shape.transform * place.local);
         made->setSensor(shape.sensor);
         if (shape.material)
-            made->setMaterial(material(*shape.material));
+            made->setMaterial(m_materials.get(*shape.material));
         place.body->add(made.get());
+        m_geometries[&shape] = made;
         if (dynamic_cast<model3d::Geometries::Plane const*>(&shape) ||
             dynamic_cast<model3d::Geometries::HeightField const*>(&shape))
             m_grounds.emplace_back(place.body, shape.line);
         m_rules.add(*made, *place.body, shape, ground);
-    }
-
-    hyx::Material* material(model3d::Material const& given) {
-        hyx::ref_ptr<hyx::Material>& made = m_materials[&given];
-        if (!made) {
-            made = new hyx::Material(hyx::Name(given.name));
-            made->setFriction(given.friction);
-            made->setRestitution(given.restitution);
-            if (given.density > 0)
-                made->setDensity(given.density);
-        }
-        return made.get();
     }
 
     /// Connects a body to what it hangs on, by one joint after the other with a light body between two.
@@ -198,7 +222,7 @@ private:
 
     void standWithoutMass(model3d::Body const& body) {
         Place const& place = m_places.at(&body);
-        if (isRoot(body) && !m_masses.count(place.body))
+        if (isRoot(body) && !body.shapesWeigh && !m_masses.count(place.body))
             place.body->setMotionControl(hyx::RigidBody::STATIC);
     }
 
@@ -258,6 +282,23 @@ private:
             m_rules.separate(*first->second.body, *second->second.body);
     }
 
+    void join(model3d::CollisionPair const& pair) {
+        m_line = pair.line;
+        m_rules.join(*pair.first, *pair.second);
+        hyx::ref_ptr<hyx::ContactMaterial> const made =
+            new hyx::ContactMaterial(m_materials.get(*pair.first->material), m_materials.get(*pair.second->material));
+        made->setFriction(pair.friction);
+        m_model.contactMaterials.push_back(made);
+    }
+
+    BuiltLight makeLight(tavlang::Visuals::Light const& light) const {
+        auto const place = m_places.find(light.body.get());
+        bool const mounted = place != m_places.end();
+        hyx::AffineMatrix4x4 const local = mounted ? place->second.local : hyx::AffineMatrix4x4();
+        return {light, mounted ? place->second.body : nullptr, local.transformPoint(light.position),
+                local.transformVector(light.direction)};
+    }
+
     void refuseMovingGround() {
         for (auto const& [body, line] : m_grounds)
             if (body->getMotionControl() == hyx::RigidBody::DYNAMICS) {
@@ -305,8 +346,10 @@ private:
             }
             JointDrive const& leader = driveOf(*mimic->leader);
             double const offset = mimic->offset + mimic->multiplier * leader.start - driveOf(*mimic->follower).start;
-            m_assembly->add(
-                hyx::ref_ptr<Mimic>(new Mimic(follower, leader.joint.get(), mimic->multiplier, offset)).get());
+            auto const& [second, third, fourth] = mimic->curve;
+            m_assembly->add(hyx::ref_ptr<Mimic>(new Mimic(follower, leader.joint.get(),
+                                                          {offset, mimic->multiplier, second, third, fourth}))
+                                .get());
         }
     }
 
@@ -320,7 +363,9 @@ private:
     std::map<hyx::RigidBody*, BodyMasses> m_masses; ///< of the bodies that a part gives mass
     std::set<hyx::RigidBody*> m_fixed;
     std::set<model3d::Body const*> m_hung;
-    std::map<model3d::Material const*, hyx::ref_ptr<hyx::Material>> m_materials;
+    std::set<model3d::Geometry const*> m_paired; ///< what collides with one other at least
+    std::map<model3d::Geometry const*, hyx::ref_ptr<hyxCollide::Geometry>> m_geometries;
+    BuiltMaterials m_materials;
     std::map<joints::SingleAxisJoint const*, int> m_driveOf;
     CollisionRules m_rules{m_params};
     std::vector<std::pair<hyx::RigidBody*, int>> m_grounds; ///< what has planes or height fields, and their lines

@@ -41,7 +41,14 @@ Properties Material::getProperties() const {
 
 Properties Body::getProperties() const {
     Properties properties{{"transform", numbers(transform)}, {"fixed", fixed}};
-    if (hasMass)
+    if (kinematic)
+        properties.push_back({"kinematic", kinematic});
+    if (velocity.length() > 0 || angularVelocity.length() > 0)
+        properties =
+            joined(properties, {{"velocity", numbers(velocity)}, {"angularVelocity", numbers(angularVelocity)}});
+    if (shapesWeigh && mass > 0)
+        properties.push_back({"mass", mass});
+    else if (hasMass && !shapesWeigh)
         properties = joined(properties, {{"mass", mass},
                                          {"centerOfMass", numbers(centerOfMass)},
                                          {"inertia", std::vector<double>(inertia.begin(), inertia.end())}});
@@ -50,6 +57,14 @@ Properties Body::getProperties() const {
 
 Properties CollisionExclusion::getProperties() const {
     return {{"first", nameOf(first)}, {"second", nameOf(second)}};
+}
+
+Properties Site::getProperties() const {
+    return {{"body", nameOf(body)}, {"transform", numbers(transform)}};
+}
+
+Properties CollisionPair::getProperties() const {
+    return {{"first", nameOf(first)}, {"second", nameOf(second)}, {"friction", friction}};
 }
 
 Properties System::getProperties() const {
@@ -83,6 +98,10 @@ Properties Cylinder::getProperties() const {
 }
 
 Properties Capsule::getProperties() const {
+    return joined({{"radius", radius}, {"height", height}}, Geometry::getProperties());
+}
+
+Properties Cone::getProperties() const {
     return joined({{"radius", radius}, {"height", height}}, Geometry::getProperties());
 }
 
@@ -134,6 +153,8 @@ Properties SingleAxisJoint::getProperties() const {
     Properties properties = Joint::getProperties();
     if (hasRange)
         properties = joined(properties, {{"lower", lower}, {"upper", upper}});
+    if (speed)
+        properties.push_back({"speed", *speed});
     return joined(properties, {{"start", start},
                                {"maximumEffort", maximumEffort},
                                {"maximumSpeed", maximumSpeed},
@@ -150,7 +171,11 @@ Properties PositionHingeJoint::getProperties() const {
 } // namespace Joints
 
 Properties Mimic::getProperties() const {
-    return {{"follower", nameOf(follower)}, {"leader", nameOf(leader)}, {"multiplier", multiplier}, {"offset", offset}};
+    Properties properties{
+        {"follower", nameOf(follower)}, {"leader", nameOf(leader)}, {"multiplier", multiplier}, {"offset", offset}};
+    if (curve != std::array<double, 3>{})
+        properties.push_back({"curve", std::vector<double>(curve.begin(), curve.end())});
+    return properties;
 }
 
 } // namespace Robotics
@@ -193,7 +218,12 @@ Properties Light::getProperties() const {
             {"position", numbers(position)},
             {"direction", numbers(direction)},
             {"color", numbers(color)},
-            {"directional", directional}};
+            {"specular", numbers(specular)},
+            {"directional", directional},
+            {"spotAngle", spotAngle},
+            {"spotExponent", spotExponent},
+            {"castsShadows", castsShadows},
+            {"attenuation", std::vector<double>(attenuation.begin(), attenuation.end())}};
 }
 
 Properties Camera::getProperties() const {

@@ -27,7 +27,8 @@ std::string rootElement(std::string const& path) {
 
 bool isModelFile(std::string const& path) {
     std::string const ending = endingOf(path);
-    return ending == ".urdf" || ending == ".xml" || ending == ".mjcf" || ending == ".sdf" || ending == ".world";
+    return ending == ".json" || ending == ".urdf" || ending == ".xml" || ending == ".mjcf" || ending == ".sdf" ||
+           ending == ".world";
 }
 
 ModelTree readModel(std::string const& path, OptParams const& params) {
@@ -36,7 +37,9 @@ ModelTree readModel(std::string const& path, OptParams const& params) {
     if (!isModelFile(path))
         throw ModelError(
             "the file '" + path +
-            "' is of a closed format; models with the endings .urdf, .xml, .mjcf, .sdf and .world are read");
+            "' is of a closed format; models with the endings .json, .urdf, .xml, .mjcf, .sdf and .world are read");
+    if (endingOf(path) == ".json")
+        return readScene(path, params.searchPaths);
     if (endingOf(path) == ".sdf" || endingOf(path) == ".world")
         return readSdf(path, params.searchPaths);
     if (endingOf(path) == ".urdf")

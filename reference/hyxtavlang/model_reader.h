@@ -29,6 +29,7 @@ ModelTree readModel(std::string const& path, OptParams const& params);
 /// Whether `readModel` knows the ending of the file.
 bool isModelFile(std::string const& path);
 
+ModelTree readScene(std::string const& path, std::vector<std::string> const& searchPaths);
 ModelTree readUrdf(std::string const& path, std::vector<std::string> const& searchPaths);
 ModelTree readSdf(std::string const& path, std::vector<std::string> const& searchPaths);
 ModelTree readMjcf(std::string const& path, std::vector<std::string> const& searchPaths);

@@ -5,13 +5,14 @@
 #include "reference/hyxtavlang/resource_paths.h"
 
 #include <algorithm>
+#include <filesystem>
 
 namespace hyxtavlang {
 SdfContext::SdfContext(std::string const& file, std::vector<std::string> const& folders)
     : path(file), searchPaths(folders), tree(std::make_shared<tavlang::Physics3D::System>()) {}
 
 std::string SdfContext::line(sdf::Error const& error) const {
-    std::string const file = error.FilePath().value_or(path);
+    std::string const file = whole(error.FilePath().value_or(path));
     int const number = error.LineNumber() ? *error.LineNumber() : lineOfName(error.Message(), file);
     return file + ":" + std::to_string(number) + ": " + error.Message();
 }
@@ -26,15 +27,13 @@ void SdfContext::check(sdf::Errors const& errors) const {
 }
 
 void SdfContext::fail(sdf::ElementPtr const& element, std::string const& what) const {
-    std::string const file = element && !element->FilePath().empty() ? element->FilePath() : path;
-    throw ModelError(file + ":" + std::to_string(std::max(1, lineOf(element))) + ": " + what);
+    throw ModelError(fileOf(element) + ":" + std::to_string(std::max(1, lineOf(element))) + ": " + what);
 }
 
 void SdfContext::remark(std::string const& what, sdf::ElementPtr const& element) {
     if (m_remarked.insert(what).second)
-        tree->annotations.push_back(std::make_shared<tavlang::Annotation>(
-            what + " is not carried over", element && !element->FilePath().empty() ? element->FilePath() : path,
-            lineOf(element)));
+        tree->annotations.push_back(
+            std::make_shared<tavlang::Annotation>(what + " is not carried over", fileOf(element), lineOf(element)));
 }
 
 void SdfContext::remarkRest(sdf::ElementPtr const& element, std::initializer_list<char const*> known) {
@@ -47,7 +46,7 @@ void SdfContext::remarkRest(sdf::ElementPtr const& element, std::initializer_lis
 
 std::string SdfContext::resource(std::string const& uri, std::string const& base,
                                  sdf::ElementPtr const& element) const {
-    std::string const file = findResource(uri, base.empty() ? path : base, searchPaths);
+    std::string const file = findResource(uri, whole(base), searchPaths);
     if (file.empty())
         fail(element, "the file '" + uri + "' was not found; expected beside the model or in a search path");
     return file;
@@ -63,6 +62,18 @@ hyx::AffineMatrix4x4 SdfContext::place(sdf::SemanticPose const& pose, std::strin
     check(pose.Resolve(found, to));
     auto const& q = found.Rot();
     return {hyx::Quat(q.X(), q.Y(), q.Z(), q.W()), vector(found.Pos())};
+}
+
+std::string SdfContext::fileOf(sdf::ElementPtr const& element) const {
+    return element ? whole(element->FilePath()) : path;
+}
+
+std::string SdfContext::whole(std::string const& file) const {
+    std::string const named = files.original(file);
+    if (named.empty() || named == path || std::filesystem::path(named).is_absolute())
+        return named.empty() ? path : named;
+    std::string const found = findModel(named, path);
+    return found.empty() ? named : found;
 }
 
 int SdfContext::lineOf(sdf::ElementPtr const& element) {

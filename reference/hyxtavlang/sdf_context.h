@@ -5,6 +5,7 @@
 #include "platform/hyxtavlang/model_joints.h"
 #include "reference/hyxtavlang/late_reader.h"
 #include "reference/hyxtavlang/model_reader.h"
+#include "reference/hyxtavlang/sdf_files.h"
 
 #include <sdf/sdf.hh>
 
@@ -13,6 +14,13 @@
 #include <set>
 
 namespace hyxtavlang {
+
+/// A joint that follows another one, by name.
+struct SdfMimic {
+    std::shared_ptr<tavlang::Robotics::Mimic> made;
+    std::string leader;
+    sdf::ElementPtr element;
+};
 
 /// An SDF file that is being read: its tree so far, and what has been found.
 class SdfContext {
@@ -36,6 +44,7 @@ public:
 
     hyx::AffineMatrix4x4 place(sdf::SemanticPose const& pose, std::string const& to = "") const;
 
+    std::string fileOf(sdf::ElementPtr const& element) const;
     static int lineOf(sdf::ElementPtr const& element);
     static hyx::Vec3 vector(ignition::math::Vector3d const& vector);
     static hyx::Vec4f color(ignition::math::Color const& color);
@@ -47,9 +56,13 @@ public:
     ModelTree tree;
     std::map<std::string, BodyPtr> bodies;
     std::set<tavlang::Physics3D::Body const*> held; ///< by a joint
+    SdfFiles files;
+    std::vector<SdfMimic> mimics; ///< of joints that may come later
 
 private:
     std::string line(sdf::Error const& error) const;
+    /// The path of a file as the library names it: that of an included one as it stands in the include.
+    std::string whole(std::string const& file) const;
 
     std::set<std::string> m_remarked;
 };
@@ -62,5 +75,7 @@ void readSdfLight(SdfContext& context, sdf::Light const& light, SdfContext::Body
 void readSdfSensor(SdfContext& context, sdf::Sensor const& sensor, SdfContext::BodyPtr const& body,
                    std::string const& prefix);
 void readSdfJoint(SdfContext& context, sdf::Joint const& joint, std::string const& prefix);
+/// Gives the joints that follow others their leaders.
+void connectSdfMimics(SdfContext& context);
 
 } // namespace hyxtavlang

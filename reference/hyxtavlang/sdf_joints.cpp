@@ -76,7 +76,40 @@ SdfContext::BodyPtr linkOf(SdfContext const& context, std::string const& name, s
     return found->second;
 }
 
+/// Of versions from 1.10 on, whose elements the library keeps as they are.
+void readMimic(SdfContext& context, sdf::Joint const& joint, char const* axisName, std::string const& prefix,
+               JointPtr const& follower) {
+    sdf::ElementPtr const element = joint.Element();
+    sdf::ElementPtr const axis = element && element->HasElement(axisName) ? element->GetElement(axisName) : nullptr;
+    auto const single = std::dynamic_pointer_cast<joints::SingleAxisJoint>(follower);
+    if (!single || !axis || !axis->HasElement("mimic"))
+        return;
+    sdf::ElementPtr const given = axis->GetElement("mimic");
+    if (!given->HasAttribute("joint"))
+        context.fail(element, "the joint '" + joint.Name() + "' follows none, expected \"joint\" in <mimic>");
+    auto const mimic = std::make_shared<tavlang::Robotics::Mimic>();
+    mimic->line = SdfContext::lineOf(element); // the copied element has none
+    mimic->follower = single;
+    mimic->multiplier = SdfContext::number(given, {"multiplier"}, 1);
+    mimic->offset =
+        SdfContext::number(given, {"offset"}, 0) - mimic->multiplier * SdfContext::number(given, {"reference"}, 0);
+    context.mimics.push_back({mimic, prefix + given->GetAttribute("joint")->GetAsString(), element});
+}
+
 } // namespace
+
+void connectSdfMimics(SdfContext& context) {
+    for (SdfMimic const& mimic : context.mimics) {
+        for (auto const& part : context.tree->children)
+            if (auto const joint = std::dynamic_pointer_cast<joints::SingleAxisJoint>(part);
+                joint && joint->name == mimic.leader && joint != mimic.made->follower)
+                mimic.made->leader = joint;
+        if (!mimic.made->leader)
+            context.fail(mimic.element, "the joint '" + mimic.made->follower->name + "' cannot follow '" +
+                                            mimic.leader + "', expected another one that turns or slides");
+        context.tree->children.push_back(mimic.made);
+    }
+}
 
 void readSdfJoint(SdfContext& context, sdf::Joint const& joint, std::string const& prefix) {
     std::string parentName, childName;
@@ -99,6 +132,8 @@ void readSdfJoint(SdfContext& context, sdf::Joint const& joint, std::string cons
         made->anchor = frame.getTranslate();
         made->closesLoop = closes;
         context.tree->children.push_back(made);
+        bool const second = made->name.ends_with("/2");
+        readMimic(context, joint, second ? "axis2" : "axis", prefix, made);
     }
     context.remarkRest(joint.Element(), {"parent", "child", "pose", "axis", "axis2", "sensor"});
     for (uint64_t i = 0; i < joint.SensorCount(); ++i)

@@ -2,10 +2,8 @@
 #include "reference/hyxtavlang/sdf_context.h"
 
 #include <console_bridge/console.h>
-#include <tinyxml2.h>
 
 #include <cmath>
-#include <filesystem>
 
 namespace hyxtavlang {
 namespace {
@@ -19,79 +17,33 @@ struct NoOutput {
     ~NoOutput() { console_bridge::restorePreviousOutputHandler(); }
 };
 
-bool isKnownVersion(std::string const& version) {
-    std::string const newest = sdf::SDF::Version(); // 1.N, as all so far
-    return version.size() == 3 && version.rfind("1.", 0) == 0 && version[2] >= '0' && version[2] <= newest.back();
-}
-
-/// Models that include each other in a ring would be read without end.
-class IncludeRings {
-public:
-    explicit IncludeRings(SdfContext const& context) : m_context(context) {}
-
-    void refuse(std::string const& path) {
-        tinyxml2::XMLDocument document;
-        if (document.LoadFile(path.c_str()) != tinyxml2::XML_SUCCESS)
-            throw ModelError(path + ":" + std::to_string(document.ErrorLineNum()) +
-                             ": it is no XML: " + document.ErrorName());
-        m_open.insert(std::filesystem::canonical(path));
-        tinyxml2::XMLElement const* const root = document.RootElement();
-        bool const isSdf = root && std::string(root->Name()) == "sdf";
-        bool const isIncludedRobot = root && m_open.size() > 1 && std::string(root->Name()) == "robot";
-        std::string const place = path + ":" + std::to_string(root ? root->GetLineNum() : 1) + ": ";
-        if (!isSdf && !isIncludedRobot)
-            throw ModelError(place + "expected <sdf> as the first element" +
-                             (root ? ", not <" + std::string(root->Name()) + ">" : ""));
-        char const* const version = root->Attribute("version");
-        if (isSdf && (!version || !isKnownVersion(version)))
-            throw ModelError(place + "expected a version of <sdf> from 1.0 to " + sdf::SDF::Version() + ", not \"" +
-                             (version ? version : "") + "\"");
-        visit(*root, path);
-        m_open.erase(std::filesystem::canonical(path));
-        m_done.insert(std::filesystem::canonical(path));
-    }
-
-private:
-    void visit(tinyxml2::XMLElement const& element, std::string const& path) {
-        for (auto const* part = element.FirstChildElement(); part; part = part->NextSiblingElement()) {
-            visit(*part, path);
-            auto const* const uri = std::string(part->Name()) == "include" ? part->FirstChildElement("uri") : nullptr;
-            std::string const file = uri && uri->GetText() ? m_context.findModel(uri->GetText(), m_context.path) : "";
-            if (file.empty())
-                continue;
-            if (m_open.count(std::filesystem::canonical(file)))
-                throw ModelError(path + ":" + std::to_string(part->GetLineNum()) + ": the file '" + file +
-                                 "' is included within itself");
-            if (!m_done.count(std::filesystem::canonical(file)))
-                refuse(file);
-        }
-    }
-
-    SdfContext const& m_context;
-    std::set<std::filesystem::path> m_open, m_done;
-};
-
 class SdfReader {
 public:
     explicit SdfReader(SdfContext& context) : m_context(context) {}
 
     void read() {
         sdf::Console::Instance()->SetQuiet(true);
-        IncludeRings(m_context).refuse(m_context.path);
+        auto const find = [this](std::string const& uri) { return m_context.findModel(uri, m_context.path); };
+        m_context.files.check(m_context.path, find, [this](auto const& path, int line, auto const& version) {
+            m_context.tree->annotations.push_back(std::make_shared<tavlang::Annotation>(
+                "version " + version + " is read as " + sdf::SDF::Version() + ", what is newer as it is named here",
+                path, line));
+        });
         sdf::ParserConfig config;
-        config.SetFindCallback([this](std::string const& uri) { return m_context.findModel(uri, m_context.path); });
+        config.SetFindCallback([&](std::string const& uri) { return m_context.files.copy(find(uri)); });
         NoOutput const quiet;
         sdf::Root root;
-        m_context.check(root.Load(m_context.path, config));
+        m_context.check(root.Load(m_context.files.copy(m_context.path), config));
         if (root.WorldCount() > 1)
             throw ModelError(m_context.path + ":1: holds " + std::to_string(root.WorldCount()) +
                              " worlds, expected one");
         if (root.WorldCount() == 1)
-            return readWorld(*root.WorldByIndex(0));
-        if (!root.Model())
+            readWorld(*root.WorldByIndex(0));
+        else if (root.Model())
+            readRoot(*root.Model());
+        else
             throw ModelError(m_context.path + ":1: expected a model or a world");
-        m_context.tree->name = root.Model()->Name();
-        readTop(*root.Model(), "");
+        connectSdfMimics(m_context);
     }
 
 private:
@@ -109,6 +61,11 @@ private:
         for (uint64_t i = 0; i < world.LightCount(); ++i)
             readSdfLight(m_context, *world.LightByIndex(i), nullptr, "");
         m_context.remarkRest(world.Element(), {"model", "include", "light", "gravity", "physics", "frame"});
+    }
+
+    void readRoot(sdf::Model const& model) {
+        m_context.tree->name = model.Name();
+        readTop(model, "");
     }
 
     void readTop(sdf::Model const& model, std::string const& prefix) {

@@ -81,7 +81,18 @@ void readSdfLight(SdfContext& context, sdf::Light const& light, SdfContext::Body
     made->position = place.getTranslate();
     made->direction = place.transformVector(SdfContext::vector(light.Direction()));
     made->color = SdfContext::color(light.Diffuse());
+    made->specular = SdfContext::color(light.Specular());
     made->directional = light.Type() == sdf::LightType::DIRECTIONAL;
+    made->castsShadows = light.CastShadows();
+    if (light.Type() == sdf::LightType::SPOT) {
+        made->spotAngle = light.SpotOuterAngle().Radian() / 2;
+        made->spotExponent = light.SpotFalloff();
+    }
+    if (light.Element()->HasElement("attenuation"))
+        made->attenuation = {light.ConstantAttenuationFactor(), light.LinearAttenuationFactor(),
+                             light.QuadraticAttenuationFactor()};
+    for (unsigned part = 0; part < 3; ++part)
+        made->color[part] *= static_cast<float>(light.Intensity());
     context.tree->children.push_back(made);
 }
 

@@ -17,6 +17,14 @@ struct BuiltShape {
 
 BuiltShape makeShape(tavlang::Physics3D::Geometry const& geometry);
 
+/// What is seen of a shape that is drawn from more than its collision shape, in its own frame: a mesh with its own
+/// look, an ellipsoid, a plane with ends. Null for the others. `plain`: a mesh leaves its colours and pictures behind.
+/// Throws ModelError for a mesh that cannot be read.
+osg::ref_ptr<osg::Node> makeOwnNode(tavlang::Physics3D::Geometry const& geometry, bool plain);
+
+/// Gives the node a colour, and a picture where there is one.
+void paint(osg::Node& node, tavlang::Visuals::Material const& look);
+
 /// The visual at its place in its body, in its colour. Throws ModelError for a mesh that cannot be read.
 osg::ref_ptr<osg::Node> makeVisual(tavlang::Visuals::Visual const& visual);
 

@@ -4,9 +4,9 @@
 #include "reference/hyxtavlang/error_lines.h"
 #include "reference/hyxtavlang/model_reader.h"
 #include "reference/hyxtavlang/resource_paths.h"
+#include "reference/hyxtavlang/urdf_document.h"
 
 #include <console_bridge/console.h>
-#include <tinyxml2.h>
 #include <urdf_parser/urdf_parser.h>
 
 #include <map>
@@ -228,31 +228,9 @@ private:
     std::map<std::string, std::shared_ptr<joints::SingleAxisJoint>> m_joints;
 };
 
-/// What stands beside links, joints and materials is told, with its line.
-void remark(std::string const& path, model3d::System& tree) {
-    tinyxml2::XMLDocument document;
-    if (document.LoadFile(path.c_str()) != tinyxml2::XML_SUCCESS || !document.RootElement())
-        return;
-    for (auto const* element = document.RootElement()->FirstChildElement(); element;
-         element = element->NextSiblingElement()) {
-        std::string const name = element->Name();
-        if (name != "link" && name != "joint" && name != "material")
-            tree.annotations.push_back(std::make_shared<tavlang::Annotation>("<" + name + "> is not carried over", path,
-                                                                             element->GetLineNum()));
-    }
-}
-
-/// The parser of robot descriptions tells no lines.
-void refuseBrokenXml(std::string const& path) {
-    tinyxml2::XMLDocument document;
-    if (document.LoadFile(path.c_str()) != tinyxml2::XML_SUCCESS)
-        throw ModelError(path + ":" + std::to_string(document.ErrorLineNum()) +
-                         ": it is no XML: " + document.ErrorName());
-}
-
-urdf::ModelInterfaceSharedPtr parse(std::string const& path) {
+urdf::ModelInterfaceSharedPtr parse(std::string const& path, std::string const& text) {
     ParserErrors complaints;
-    urdf::ModelInterfaceSharedPtr const robot = urdf::parseURDFFile(path);
+    urdf::ModelInterfaceSharedPtr const robot = urdf::parseURDF(text);
     std::vector<std::string> errors = complaints.texts;
     if (!robot && errors.empty())
         errors.push_back("the file '" + path + "' is no robot description");
@@ -267,10 +245,10 @@ urdf::ModelInterfaceSharedPtr parse(std::string const& path) {
 
 ModelTree readUrdf(std::string const& path, std::vector<std::string> const& searchPaths) {
     try {
-        refuseBrokenXml(path);
-        urdf::ModelInterfaceSharedPtr const robot = parse(path);
+        UrdfDocument document(path);
+        urdf::ModelInterfaceSharedPtr const robot = parse(path, document.text());
         ModelTree const tree = UrdfReader(*robot, path, searchPaths).read();
-        remark(path, *tree);
+        document.complete(*tree);
         return tree;
     } catch (ModelError const& error) {
         std::vector<std::string> lines;

@@ -36,6 +36,8 @@ YARD = """<sdf version="1.9"><world name="yard"><model name="rover"><static>true
 <sensor name="scan" type="gpu_lidar"><lidar><scan><horizontal><samples>9</samples><min_angle>-1</min_angle>
 <max_angle>1</max_angle></horizontal></scan><range><min>0.1</min><max>9</max></range></lidar></sensor>
 <sensor name="motion" type="imu"/></link></model></world></sdf>"""
+GATE = """{"bodies": [{"name": "arm", "geometries": [{"shape": "sphere", "radius": 0.2, "position": [1, 0, 0]}]}],
+ "constraints": [{"name": "gate", "type": "hinge", "body1": "arm"}]}"""
 FILES = {"robot.urdf": ROBOT, "humanoid.xml": HUMANOID, "yard.sdf": YARD}
 PRELUDES = {
     "pictures_out.md": SCENE
@@ -44,6 +46,7 @@ PRELUDES = {
     "listeners.md": SCENE
     + "body = box\ntimer = hyx.HighAccuracyTimer()\nself = hyxOSG.GuiEventListener()\nsim.add(self)\nx, y = 160, 120\n",
     "robots.md": SCENE + "".join(f"open({name!r}, 'w').write({text!r})\n" for name, text in FILES.items()),
+    "scene_files.md": SCENE + f"open('yard.json', 'w').write({GATE!r})\n",
     "remote.md": SCENE + "import sys\n",
     "journals.md": SCENE + "import h5py\nplot = lambda *columns: None\n",
 }

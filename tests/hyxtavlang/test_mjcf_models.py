@@ -162,7 +162,7 @@ def test_gravity_pulls_at_the_joints_as_in_the_format(pair):
         return sum(9.81 * body.getMass() * body.getWorldCenterOfMass().z for body in massive)
 
     dofs = [model.jnt_dofadr[model.joint(name).id] for name in result.joints.names]
-    for positions, pose in random_poses(result, model, 3):
+    for positions, pose in random_poses(result, model):
         data.qpos[:] = pose
         mujoco.mj_forward(model, data)
         step = 1e-4

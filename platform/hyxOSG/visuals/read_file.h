@@ -20,11 +20,12 @@ class Simulation;
 namespace hyxOSG {
 class RigidBodyRenderCache;
 
-/// Reads a scene file (.json, see docs/scene_files.md, or a model in .urdf, .xml or .mjcf) into `simulation` and makes
-/// the visuals of what was read under `root` (null: no visuals). `parent`: what was read goes into this assembly
-/// instead of straight into the simulation; null: none. `detailRatio` and `evenIfSensor` as in createVisual.
-/// `selection`: what to take from a .json scene, a mask of 1 = bodies, 2 = constraints, 4 = materials. `cache`: shares
-/// nodes between bodies of one shape, may be null. False, with the reason in the notification stream and nothing added,
+/// Reads a scene file (.json, see docs/scene_files.md, or a model in .urdf, .xml, .mjcf, .sdf or .world) into
+/// `simulation`, as an assembly of the name that the file gives, and makes the visuals of what was read under `root`
+/// (null: no visuals). `parent`: the assembly goes into this one instead of straight into the simulation; null: none.
+/// `detailRatio` and `evenIfSensor` as in createVisual, for what looks like its collision shapes. `selection`: what to
+/// take from the file, a mask of 1 = bodies, 2 = constraints, 4 = materials. `cache`: shares nodes between bodies of
+/// one shape, may be null. False, with the reason in the notification stream and nothing added,
 /// when the file is missing, damaged or of an unknown kind, or `simulation` is null.
 bool readFile(std::string const& file, hyxSDK::Simulation* simulation, osg::Group* root,
               hyxSDK::Assembly* parent = nullptr, double detailRatio = 1.0, bool evenIfSensor = false,

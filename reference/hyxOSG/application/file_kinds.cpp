@@ -18,7 +18,7 @@ FileKind fileKind(std::string const& path) {
     using namespace std::string_view_literals;
     if (ending == ".py")
         return FileKind::SCRIPT;
-    if (ending == ".json" || hyxtavlang::isModelFile(path))
+    if (hyxtavlang::isModelFile(path))
         return FileKind::SCENE;
     if (is(std::array{".h5"sv, ".hdf5"sv}))
         return FileKind::JOURNAL;

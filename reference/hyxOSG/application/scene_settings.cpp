@@ -1,5 +1,6 @@
 // The settings of an application that belong to the scene which changes them.
 #include "reference/hyxOSG/application/application_implementation.h"
+#include "reference/machinery/shading/light_values.h"
 
 #include <osg/Light>
 
@@ -16,19 +17,6 @@ struct LightValues {
     bool operator==(LightValues const& other) const { return values->compare(*other.values) == 0; }
 };
 
-void copyValues(osg::Light const& from, osg::Light& to) {
-    to.setAmbient(from.getAmbient());
-    to.setDiffuse(from.getDiffuse());
-    to.setSpecular(from.getSpecular());
-    to.setPosition(from.getPosition());
-    to.setDirection(from.getDirection());
-    to.setConstantAttenuation(from.getConstantAttenuation());
-    to.setLinearAttenuation(from.getLinearAttenuation());
-    to.setQuadraticAttenuation(from.getQuadraticAttenuation());
-    to.setSpotExponent(from.getSpotExponent());
-    to.setSpotCutoff(from.getSpotCutoff());
-}
-
 void watchLights(SceneChanges& changes, SceneDecorator& decorator) {
     changes.watch([&] { return decorator.getEnabledLights(); }, [&](auto mask) { decorator.setEnableLights(mask); });
     for (auto const light : {SceneDecorator::LIGHT0, SceneDecorator::LIGHT1, SceneDecorator::LIGHT2}) {
@@ -36,7 +24,7 @@ void watchLights(SceneChanges& changes, SceneDecorator& decorator) {
                       [&decorator, light](bool on) { decorator.setEnableCalculateLightPositions(light, on); });
         osg::ref_ptr<osg::Light> const present = decorator.getOSGLight(light)->getLight();
         changes.watch([present] { return LightValues{new osg::Light(*present)}; },
-                      [present](LightValues const& former) { copyValues(*former.values, *present); });
+                      [present](LightValues const& former) { copyLight(*former.values, *present); });
     }
 }
 

@@ -14,8 +14,8 @@
 #include "platform/hyxOSG/visuals/rigid_body_render_cache.h"
 #include "platform/hyxSDK/simulation.h"
 #include "platform/hyxSDK/terrain_instance.h"
-#include "reference/hyxOSG/visuals/body_visual.h"
 #include "reference/hyxOSG/visuals/follow_callback.h"
+#include "reference/hyxOSG/visuals/geometry_visual.h"
 #include "reference/hyxOSG/visuals/shape_nodes.h"
 #include "reference/hyxOSG/visuals/visual_updater.h"
 #include "reference/machinery/meshes/conversions.h"
@@ -29,37 +29,12 @@
 namespace hyxOSG {
 namespace {
 
-/// How visuals are made; checked once for all that are made with it.
-struct Look {
-    Look(float detailRatio, bool evenIfSensor) : detailRatio(detailRatio), evenIfSensor(evenIfSensor) {
-        segmentsForDetail(detailRatio); // refuses bad ratios before anything is added to the scene
-    }
-
-    float detailRatio;
-    bool evenIfSensor;
-    RigidBodyRenderCache* cache = nullptr;
-};
-
-osg::ref_ptr<osg::Node> shapeNode(hyxCollide::Geometry const& geometry, Look const& look) {
+osg::ref_ptr<osg::Node> shapeNode(hyxCollide::Geometry const& geometry, ShapeLook const& look) {
     if (osg::Node* const known = look.cache ? look.cache->find(&geometry, look.detailRatio) : nullptr)
         return known;
     osg::ref_ptr<osg::Node> const node = createShapeNode(*geometry.getShape(), look.detailRatio);
     if (look.cache)
         look.cache->insert(&geometry, look.detailRatio, node);
-    return node;
-}
-
-GeometryNode* addGeometry(hyxCollide::Geometry const& geometry, osg::Group& root, Look const& look) {
-    osg::ref_ptr<GeometryNode> const node = new GeometryNode(const_cast<hyxCollide::Geometry*>(&geometry));
-    static_cast<osg::Node&>(*node).setName(geometry.getName());
-    if (look.evenIfSensor || !geometry.isSensor()) {
-        node->setRenderChild(GeometryNode::GEOMETRY_DATA, shapeNode(geometry, look));
-        node->shapeCallback = {
-            [self = node.get(), detailRatio = look.detailRatio](hyxCollide::Geometry const* changed) {
-                self->setRenderChild(GeometryNode::GEOMETRY_DATA, createShapeNode(*changed->getShape(), detailRatio));
-            }};
-    }
-    root.addChild(node);
     return node;
 }
 
@@ -70,10 +45,10 @@ osg::Group* addGroup(hyx::Name const& name, osg::Group& root) {
     return group;
 }
 
-osg::Group* addBody(hyx::RigidBody const& body, osg::Group& root, Look const& look) {
+osg::Group* addBody(hyx::RigidBody const& body, osg::Group& root, ShapeLook const& look) {
     osg::Group* const group = addGroup(body.getName(), root);
     for (auto const& geometry : body.getGeometries())
-        addGeometry(*geometry, *group, look);
+        createGeometryVisual(*geometry, *group, look);
     return group;
 }
 
@@ -88,7 +63,7 @@ hyx::RigidBody* addProcess(hyx::Object* process, osg::Group& root) {
     return terrain->getRigidBody();
 }
 
-osg::Group* addAssembly(hyxSDK::Assembly const& assembly, osg::Group& root, Look const& look) {
+osg::Group* addAssembly(hyxSDK::Assembly const& assembly, osg::Group& root, ShapeLook const& look) {
     osg::Group* const group = addGroup(assembly.getName(), root);
     std::set<hyx::RigidBody const*> drawn;
     for (auto const& process : assembly.getProcesses())
@@ -97,7 +72,7 @@ osg::Group* addAssembly(hyxSDK::Assembly const& assembly, osg::Group& root, Look
         if (!drawn.contains(body))
             addBody(*body, *group, look);
     for (auto const& geometry : assembly.getGeometries())
-        addGeometry(*geometry, *group, look);
+        createGeometryVisual(*geometry, *group, look);
     for (auto const& part : assembly.getAssemblies())
         addAssembly(*part, *group, look);
     return group;
@@ -132,25 +107,38 @@ META_Object(hyxOSG, KeptRenderer)
 
 } // namespace
 
-osg::Group* createBodyVisual(hyx::RigidBody const& body, osg::Group& root, float detailRatio, bool evenIfSensor,
-                             RigidBodyRenderCache* cache) {
-    Look look(detailRatio, evenIfSensor);
-    look.cache = cache;
-    return addBody(body, root, look);
+ShapeLook::ShapeLook(float detailRatio, bool evenIfSensor, RigidBodyRenderCache* cache)
+    : detailRatio(detailRatio), evenIfSensor(evenIfSensor), cache(cache) {
+    segmentsForDetail(detailRatio); // refuses bad ratios before anything is added to the scene
+}
+
+GeometryNode* createGeometryVisual(hyxCollide::Geometry const& geometry, osg::Group& root, ShapeLook const& look,
+                                   osg::Node* own) {
+    osg::ref_ptr<GeometryNode> const node = new GeometryNode(const_cast<hyxCollide::Geometry*>(&geometry));
+    static_cast<osg::Node&>(*node).setName(geometry.getName());
+    if (look.evenIfSensor || !geometry.isSensor()) {
+        node->setRenderChild(GeometryNode::GEOMETRY_DATA, own ? own : shapeNode(geometry, look).get());
+        node->shapeCallback = {
+            [self = node.get(), detailRatio = look.detailRatio](hyxCollide::Geometry const* changed) {
+                self->setRenderChild(GeometryNode::GEOMETRY_DATA, createShapeNode(*changed->getShape(), detailRatio));
+            }};
+    }
+    root.addChild(node);
+    return node;
 }
 
 GeometryNode* createVisual(hyxCollide::Geometry const* geometry, osg::Group* root, float detailRatio, bool evenIfSensor,
                            bool autoRemove) {
-    Look const look(detailRatio, evenIfSensor);
+    ShapeLook const look(detailRatio, evenIfSensor);
     if (!geometry || !root)
         return nullptr;
-    GeometryNode* const node = addGeometry(*geometry, *root, look);
+    GeometryNode* const node = createGeometryVisual(*geometry, *root, look);
     node->setAutoRemove(autoRemove);
     return node;
 }
 
 osg::Group* createVisual(hyx::RigidBody* body, osg::Group* root, float detailRatio, bool evenIfSensor) {
-    Look const look(detailRatio, evenIfSensor);
+    ShapeLook const look(detailRatio, evenIfSensor);
     return body && root ? addBody(*body, *root, look) : nullptr;
 }
 
@@ -160,13 +148,12 @@ osg::Group* createVisual(hyxSDK::Assembly* assembly, osg::Group* root, float det
 
 osg::Group* createVisualTemplateCaching(hyxSDK::Assembly* assembly, osg::Group* root, RigidBodyRenderCache* cache,
                                         float detailRatio, bool evenIfSensor) {
-    Look look(detailRatio, evenIfSensor);
-    look.cache = cache;
+    ShapeLook const look(detailRatio, evenIfSensor, cache);
     return assembly && root ? addAssembly(*assembly, *root, look) : nullptr;
 }
 
 osg::Group* createVisual(hyxSDK::Simulation* simulation, osg::Group* root, float detailRatio, bool evenIfSensor) {
-    Look const look(detailRatio, evenIfSensor);
+    ShapeLook const look(detailRatio, evenIfSensor);
     if (!simulation || !root)
         return nullptr;
     osg::Group* const group = addGroup(simulation->getName(), *root);
@@ -179,7 +166,7 @@ osg::Group* createVisual(hyxSDK::Simulation* simulation, osg::Group* root, float
             updater->adopt(body);
     for (auto const& geometry : simulation->getSpace()->getGeometries())
         if (!geometry->getRigidBody())
-            addGeometry(*geometry, *group, look);
+            createGeometryVisual(*geometry, *group, look);
     simulation->add(updater);
     return group;
 }
@@ -200,7 +187,7 @@ osg::Group* createVisual(hyx::RigidBodyEmitter* emitter, osg::Group* root) {
     if (!emitter || !root)
         return nullptr;
     osg::Group* const group = addEmitterVolume(emitter, *root);
-    Look const look(1, false);
+    ShapeLook const look(1, false);
     for (auto const& body : emitter->getBodies())
         addBody(*body, *group, look);
     emitter->addEmitCallback([scene = osg::observer_ptr<osg::Group>(group), look](hyx::RigidBody* body) {

@@ -81,5 +81,5 @@ def test_files_are_found_from_wherever_the_process_stands(tmp_path, monkeypatch)
 
 def test_words_that_are_none_are_told_readably(tmp_path):
     (tmp_path / "bad.json").write_bytes(b'{"bodies": [{"\xe5')
-    with pytest.warns(RuntimeWarning, match="cannot be read"):
+    with pytest.warns(RuntimeWarning, match="it is no JSON"):
         assert not hyxOSG.readFile(str(tmp_path / "bad.json"), hyxSDK.Simulation(), osg.Group())
