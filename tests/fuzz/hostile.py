@@ -2,12 +2,22 @@
 
 from __future__ import annotations
 
+import signal
+
 import _hyxOSG
 import hyx
 import hyxOSG
 import hyxSDK
 
 pool: dict[int, object] = {}  # the values of the running program
+LONGEST = 20  # seconds of a processor that a program may take; it may wait six times as long
+
+
+def begin() -> None:
+    """Starts a program: without values, and with the whole time before it."""
+    destroy()
+    signal.setitimer(signal.ITIMER_PROF, LONGEST)
+    signal.setitimer(signal.ITIMER_REAL, 6 * LONGEST)
 
 
 class Loop:

@@ -25,20 +25,17 @@ PACKAGES = [
 PACKAGES += ["hyxWire", "hyxCable", "hyxtavlang", "osg", "osgViewer", "osgGA", "osgText", "osgDB", "hyxOSG"]
 FAMILY = ["_hyx", "_hyxCollide", "_hyxSDK", "_hyxModel", "_osg", "_hyxOSG"]
 
-# They wait for a user or a peer, write where they are told, run programs, or end the process.
+# They wait for a user, a time or a peer, open a port, or drop a reference that others have taken.
 NOT_CALLED = re.compile(
-    r"(run|initRpc|init\w*Journal|executePythonScript|takeScreenShot|start|write\w*|save\w*|store\w*|dump\w*"
-    r"|\w*[sS]erver\w*|wait\w*|sleep\w*|\w*[rR]emote\w*|signal|open\w*|\w*VideoServer|executeOneStep\w*|_swigregister"
-    r"|unreference|value|next|__next__|previous|attachRequestedVideoCapture|\w*[cC]apture\w*|set\w*[mM]ax\w*|frame|realize|initViewer|createEmbedded\w*)"
+    r"run|\w*(Server|Remote|Rpc)\w*|wait\w*|sleep\w*|signal|_swigregister|unreference|attachRequestedVideoCapture"
 )
-# What one of them is told in numbers costs time or memory: these stay small.
 SPELLINGS = {
     "osg::Vec2": "osg::Vec2f",
     "osg::Vec3": "osg::Vec3f",
     "osg::Vec4": "osg::Vec4f",
     "osg::Matrix": "osg::Matrixd",
 }
-WHOLE = {"int", "unsigned int", "long", "unsigned long", "size_t", "ptrdiff_t", "hyx::UInt", "hyx::Index"}
+WHOLE = {"int", "unsigned int", "unsigned", "long", "unsigned long", "size_t", "ptrdiff_t", "hyx::UInt", "hyx::Index"}
 REAL = {"float", "double", "hyx::Real", "hyx::TimeStamp"}
 TEXT = {"std::string", "hyx::String", "hyx::Name", "char"}
 
@@ -82,6 +79,17 @@ def proxy_expressions() -> dict[tuple[str, str], str]:
                 elif inspect.isbuiltin(flat) and owner.rpartition(".")[2].isidentifier():
                     found[flat.__module__, flat.__name__] = f"{owner}.{name}({{}})"
     return found
+
+
+def base_classes() -> dict[str, list[str]]:
+    """By native class, those whose objects its objects may stand for, itself included."""
+    bases = {}
+    for package in map(importlib.import_module, PACKAGES):
+        for kind in vars(package).values():
+            if isinstance(kind, type) and issubclass(kind, Handle):
+                known = [base for base in kind.__mro__ if issubclass(base, Handle) and base.__module__ in PACKAGES]
+                bases[f"{kind.__module__}::{kind.__name__}"] = [f"{b.__module__}::{b.__name__}" for b in known]
+    return bases
 
 
 def native_module(kind: type) -> str:

@@ -5,11 +5,13 @@ from __future__ import annotations
 import random
 from dataclasses import dataclass
 
-from fuzz.interface import FAMILY, PACKAGES, REAL, TEXT, WHOLE, Operation, operations
+from fuzz import numbers
+from fuzz.interface import FAMILY, PACKAGES, REAL, TEXT, WHOLE, Operation, base_classes, operations
 
 HEAD = """import fuzz.hostile as hostile
 import {modules}
 v = hostile.pool
+hostile.begin()
 def step(line):
     try:
         exec(line)
@@ -36,6 +38,11 @@ class Program:
 
     lines: tuple[str, ...]
 
+    @staticmethod
+    def joined(programs: list[Program]) -> Program:
+        """One after another, each with values of its own."""
+        return Program(tuple(line for program in programs for line in ("hostile.begin()", *program.lines)))
+
     def script(self) -> str:
         return HEAD.format(modules=MODULES) + "".join(f"step({line!r})\n" for line in self.lines)
 
@@ -47,17 +54,25 @@ class Generator:
         self.all = operations()
         self.makers: dict[str, list[Operation]] = {}
         self.users: dict[str, list[Operation]] = {}
+        self.bases = base_classes()
         for operation in self.all:
             if operation.role != "destructor":
-                self.makers.setdefault(operation.result, []).append(operation)
+                for name in self.uses(operation.result):
+                    self.makers.setdefault(name, []).append(operation)
             for parameter in set(operation.parameters):
                 self.users.setdefault(parameter, []).append(operation)
 
+    def uses(self, name: str) -> list[str]:
+        """The classes that an object of this one may stand for."""
+        return self.bases.get(name, [name])
+
     def program(self, seed: int) -> Program:
-        return _Maker(self, random.Random(seed)).make()
+        return Maker(self, random.Random(seed)).make()
 
 
-class _Maker:
+class Maker:
+    """Writes one program, and knows what its values are."""
+
     def __init__(self, generator: Generator, chance: random.Random) -> None:
         self.of, self.chance = generator, chance
         self.lines: list[str] = []
@@ -67,6 +82,7 @@ class _Maker:
         self.proxies = chance.random() < 0.5  # which face of the library the program uses
         self.depth = 0
         self.wrong = chance.choice([0, 0, 0.05, 0.3])  # how often an argument is a wrong one
+        self.hostility = chance.choice([0, 0.1, 0.5])  # how often a number is one that nobody would write
 
     def make(self) -> Program:
         length = self.chance.randint(30, 60)
@@ -88,11 +104,12 @@ class _Maker:
         place = len(self.lines)
         self.lines.append(f"v[{place}] = {self.call(operation, arguments)}")
         if operation.result not in WHOLE | REAL | TEXT | {"void", "bool"}:
-            self.values.setdefault(operation.result, []).append(place)
+            for name in self.of.uses(operation.result):
+                self.values.setdefault(name, []).append(place)
+            if operation.role != "constructor":
+                self.borrowed.append((operation.result, place))
         if operation.role == "constructor":
             self.owned.setdefault(operation.result, []).append(place)
-        elif place in self.values.get(operation.result, ()):
-            self.borrowed.append((operation.result, place))
         return place
 
     def call(self, operation: Operation, arguments: list[str]) -> str:
@@ -103,9 +120,9 @@ class _Maker:
         return operation.proxy.format(", ".join(arguments))
 
     def deletion(self, operation: Operation) -> int:
-        """The end of what a constructor has made, once: who deletes what others hold has counted wrong. Values may be
-        used afterwards; what counts references may live on, and its pointer object does not know how long, nor do those
-        of what it has lent. Proxies know, so that they only go out of reach."""
+        """The end of what a constructor has made, once: who deletes what others hold has counted wrong. Its pointer
+        object knows where it is a value; what counts references may live on, nobody says how long. Nothing knows where
+        it lies in what has ended. Proxies know all of it, so that they only go out of reach."""
         owned = self.owned.get(operation.parameters[0])
         if not owned:
             self.lines.append(f"{operation.module}.{operation.name}(hostile.make({self.chance.choice(HOSTILE)!r}))")
@@ -116,23 +133,26 @@ class _Maker:
                 return len(self.lines) - 1
             line = f"{operation.module}.{operation.name}(v.get({place}))"
             if operation.parameters[0] not in VALUES:
-                self.values[operation.parameters[0]].remove(place)
-                line += f"; [v.pop(place, None) for place in {[place for _, place in self.borrowed]}]"
-                for name, lent in self.borrowed:
-                    self.values[name].remove(lent)
-                self.borrowed.clear()
-            self.lines.append(line)
+                self.forget(operation.parameters[0], place)
+            for name, lent in self.borrowed:
+                self.forget(name, lent)
+            self.lines.append(f"{line}; [v.pop(place, None) for place in {[place for _, place in self.borrowed]}]")
+            self.borrowed.clear()
         return len(self.lines) - 1
+
+    def forget(self, name: str, place: int) -> None:
+        for use in self.of.uses(name):
+            self.values[use].remove(place)
 
     def argument(self, name: str) -> str:
         if self.chance.random() < self.wrong:
             return self.wrong_argument()
         if name in WHOLE:
-            return str(self.chance.choice([0, 1, 2, 3, 7, 64, -1, 2**31, 2**64]))
+            return numbers.whole(self.chance, self.hostility)
         if self.proxies and name in REAL and self.chance.random() < 0.1:
             return self.chance.choice(["numpy.float32(0.5)", "numpy.int64(1)"])
         if name in REAL:
-            return self.chance.choice(["0.0", "0.5", "1.0", "-1.0", "100.0", "float('inf')", "float('nan')"])
+            return numbers.real(self.chance, self.hostility)
         if name == "bool":
             return self.chance.choice(["True", "False"])
         if name in TEXT:
@@ -153,7 +173,8 @@ class _Maker:
             return f"v.get({self.chance.choice(known)})"
         makers = self.of.makers.get(name, ())
         if not makers or self.depth > 2 or self.chance.random() < 0.05:
-            return "None" if makers or "::" in name else "0"
+            enumeration = "::" in name and not makers
+            return numbers.whole(self.chance, self.hostility) if enumeration else "None" if makers else "0"
         constructors = [maker for maker in makers if maker.role == "constructor"]
         self.depth += 1
         place = self.lines_of(self.chance.choice(constructors or list(makers)))

@@ -1,21 +1,25 @@
-"""Runs programs in forked processes, and shrinks those that end one: python -m fuzz.runner --minutes 5 --seed 1"""
+"""Runs programs in forked processes, and shrinks those that end one: python -m fuzz.runner --minutes 5 --seed 1
+
+A process may run several programs one after another: under the sanitizers its start takes longer than a program.
+"""
 
 from __future__ import annotations
 
 import argparse
 import faulthandler
 import os
+import re
 import resource
 import signal
 import sys
 import tempfile
 import time
-from dataclasses import dataclass
+from dataclasses import dataclass, field
 from pathlib import Path
 
-from fuzz.programs import MODULES, Generator, Program
+from fuzz import hostile
+from fuzz.programs import HEAD, MODULES, Generator, Program
 
-LONGEST = 20  # seconds of a processor that a program may take; it may wait six times as long
 MEMORY = 6 << 30
 
 
@@ -40,7 +44,6 @@ class Outcome:
 
 def load() -> None:
     """Imports once what all programs need: forked processes have it for nothing."""
-    __import__("fuzz.hostile")
     for name in MODULES.split(", "):
         __import__(name)
 
@@ -51,14 +54,14 @@ def execute(program: Program) -> None:
     if not os.environ.get("ASAN_OPTIONS"):
         resource.setrlimit(resource.RLIMIT_AS, (MEMORY, MEMORY))
     faulthandler.enable()
-    signal.signal(signal.SIGALRM, signal.SIG_DFL)
-    signal.setitimer(signal.ITIMER_PROF, LONGEST)
-    signal.alarm(6 * LONGEST)
+    for number in (signal.SIGALRM, signal.SIGPROF):
+        signal.signal(number, signal.SIG_DFL)
+        faulthandler.register(number, chain=True)
     exec(compile(program.script(), "program", "exec"), {"__name__": "program"})
     sys.exit(0)
 
 
-def run(program: Program) -> Outcome:
+def run(program: Program, seconds: float = hostile.LONGEST) -> Outcome:
     with tempfile.TemporaryFile() as report, tempfile.TemporaryDirectory() as folder:
         sys.stdout.flush()
         child = os.fork()
@@ -66,21 +69,24 @@ def run(program: Program) -> Outcome:
             os.dup2(report.fileno(), 1)
             os.dup2(report.fileno(), 2)
             os.chdir(folder)
+            hostile.LONGEST = seconds
             execute(program)
         _, status = os.waitpid(child, 0)
         report.seek(0)
-        return Outcome(status, report.read().decode(errors="replace")[-6000:])
+        return Outcome(status, report.read().decode(errors="replace")[-12000:])
 
 
-def shrink(program: Program, kind: str, seconds: float = 60) -> Program:
+def shrink(program: Program, outcome: Outcome, seconds: float = 60) -> Program:
     """A smallest program that ends in the same way: leaves out halves, quarters, ... and at last single lines."""
     end = time.monotonic() + seconds
-    lines, size = list(program.lines), max(1, len(program.lines) // 2)
+    longest = hostile.LONGEST / 4 if outcome.kind == "hang" else hostile.LONGEST
+    lines = list(program.lines[: last_line(outcome)])
+    size = max(1, len(lines) // 2)
     while size:
         start = 0
         while start < len(lines) and time.monotonic() < end:
             fewer = lines[:start] + lines[start + size :]
-            if run(Program(tuple(fewer))).kind == kind:
+            if run(Program(tuple(fewer)), longest).kind == outcome.kind:
                 lines = fewer
             else:
                 start += size
@@ -88,31 +94,61 @@ def shrink(program: Program, kind: str, seconds: float = 60) -> Program:
     return Program(tuple(lines))
 
 
-def search(seeds: range, seconds: float, keep: Path | None = None) -> tuple[int, list[tuple[int, Outcome, Program]]]:
-    """Runs the programs of the seeds, as long as there is time; returns how many, and what failed."""
+def last_line(outcome: Outcome) -> int | None:
+    """How many lines the program had come to, where the report tells."""
+    places = re.findall(r'File "program", line (\d+) in <module>', outcome.report)
+    return int(places[-1]) - HEAD.format(modules=MODULES).count("\n") if places else None
+
+
+@dataclass
+class Tally:
+    """What has been run so far."""
+
+    first: int  # seed
+    programs: int = 0
+    operations: int = 0
+    failures: list[Outcome] = field(default_factory=list)
+
+    def __str__(self) -> str:
+        hangs = sum(failure.kind == "hang" for failure in self.failures)
+        ended = len(self.failures) - hangs
+        return (
+            f"{self.programs} programs of {self.operations} operations from seed {self.first}: "
+            f"{ended} ended their process, {hangs} hung"
+        )
+
+
+def search(seeds: range, batch: int, seconds: float, operations: int, keep: Path | None = None) -> Tally:
+    """Runs the programs of the seeds, as long as there is time and until so many operations are done."""
     load()
-    generator, failures, done = Generator(), [], 0
+    generator, tally = Generator(), Tally(seeds.start)
     end = time.monotonic() + seconds
-    for seed in seeds:
-        if time.monotonic() > end:
+    for start in range(seeds.start, seeds.stop, batch):
+        if time.monotonic() > end or tally.operations >= operations:
             break
-        program = generator.program(seed)
+        several = [generator.program(seed) for seed in range(start, min(start + batch, seeds.stop))]
+        program = Program.joined(several)
         try:
             outcome = run(program)
         except KeyboardInterrupt:
             break
-        done += 1
+        tally.programs += len(several)
+        tally.operations += len(program.lines)
         if outcome.failed:
-            smallest = shrink(program, outcome.kind)
-            failures.append((seed, run(smallest), smallest))
-            if keep:
-                keep.mkdir(parents=True, exist_ok=True)
-                (keep / f"seed{seed}.py").write_text(smallest.script())
-            print(
-                f"seed {seed}, program {done}: {outcome.kind}\n{smallest.script()}\n{failures[-1][1].report[-1500:]}",
-                flush=True,
-            )
-    return done, failures
+            tally.failures.append(report(start, program, outcome, keep))
+    return tally
+
+
+def report(seed: int, program: Program, outcome: Outcome, keep: Path | None) -> Outcome:
+    """Tells the smallest program that ends as this one."""
+    smallest = shrink(program, outcome)
+    outcome = run(smallest)
+    if keep:
+        keep.mkdir(parents=True, exist_ok=True)
+        (keep / f"seed{seed}.py").write_text(smallest.script())
+        (keep / f"seed{seed}.txt").write_text(outcome.report)
+    print(f"seed {seed}: {outcome.kind}\n{smallest.script()}\n{outcome.report[-1500:]}", flush=True)
+    return outcome
 
 
 def main() -> None:
@@ -120,12 +156,15 @@ def main() -> None:
     parser.add_argument("--minutes", type=float, default=1.0)
     parser.add_argument("--seed", type=int, default=0, help="of the first program; the others follow")
     parser.add_argument("--programs", type=int, default=10**9, help="at most")
-    parser.add_argument("--keep", type=Path, help="folder for the smallest scripts")
+    parser.add_argument("--operations", type=int, default=10**12, help="enough when so many are done")
+    parser.add_argument("--batch", type=int, default=1, help="programs that a process runs")
+    parser.add_argument("--keep", type=Path, help="folder for the smallest scripts and what is said of them")
     given = parser.parse_args()
     signal.signal(signal.SIGTERM, signal.default_int_handler)  # a run that is stopped tells what it has done
-    done, failures = search(range(given.seed, given.seed + given.programs), 60 * given.minutes, given.keep)
-    print(f"{done} programs from seed {given.seed}: {len(failures)} failed")
-    sys.exit(bool(failures))
+    seeds = range(given.seed, given.seed + given.programs)
+    tally = search(seeds, given.batch, 60 * given.minutes, given.operations, given.keep)
+    print(tally)
+    sys.exit(bool(tally.failures))
 
 
 if __name__ == "__main__":

@@ -1,15 +1,30 @@
 // Follows a geometry, and can be found by it.
 #include "platform/hyxOSG/nodes/geometry_node.h"
 
+#include "platform/osg/attachment.h"
 #include "reference/hyxOSG/nodes/geometry_node_index.h"
 #include "reference/machinery/meshes/conversions.h"
 
 #include <osg/NodeVisitor>
 
+#include <algorithm>
 #include <stdexcept>
+#include <vector>
 
 namespace hyxOSG {
 namespace {
+
+/// The hidden child of a node that is being copied. Hidden children are nobody's children to the scene graph, so that
+/// they may form rings: what is met again on its own way is shared.
+osg::Node* copyOfHidden(osg::Node* hidden, GeometryNode const& owner, osg::CopyOp const& copyOperation) {
+    static thread_local std::vector<GeometryNode const*> way;
+    if (std::find(way.begin(), way.end(), &owner) != way.end())
+        return hidden;
+    way.push_back(&owner);
+    osg::Node* const copy = copyOperation(hidden);
+    way.pop_back();
+    return copy;
+}
 
 void checkFlag(GeometryNode::RenderFlag flag) {
     if (flag != GeometryNode::RENDER_DATA && flag != GeometryNode::GEOMETRY_DATA)
@@ -62,7 +77,8 @@ GeometryNode::GeometryNode(GeometryNode const& other, osg::CopyOp const& copyOpe
     for (RenderFlag const flag : {RENDER_DATA, GEOMETRY_DATA}) {
         osg::Node* const source = other.m_implementation->child(flag);
         unsigned int const place = source ? other.getChildIndex(source) : other.getNumChildren();
-        m_implementation->child(flag) = place < getNumChildren() ? getChild(place) : copyOperation(source);
+        m_implementation->child(flag) = place < getNumChildren() ? getChild(place)
+                                                                            : copyOfHidden(source, other, copyOperation);
     }
     setGeometry(other.m_implementation->geometry);
 }
@@ -142,6 +158,10 @@ void GeometryNode::updateTransform() {
 
 void GeometryNode::selectRenderChild(RenderFlag flag) {
     checkFlag(flag);
+    if (flag == m_implementation->selected)
+        return;
+    if (osg::Node* const next = m_implementation->child(flag))
+        osg::requireAttachable(*this, *next);
     if (osg::Node* const hidden = m_implementation->child(m_implementation->selected))
         removeChild(hidden);
     m_implementation->selected = flag;
@@ -158,6 +178,8 @@ void GeometryNode::setRenderChild(RenderFlag flag, osg::Node* node) {
     osg::ref_ptr<osg::Node>& place = m_implementation->child(flag);
     if (place == node)
         return;
+    if (node)
+        osg::requireAttachable(*this, *node);
     bool const shown = flag == m_implementation->selected;
     if (shown && place)
         removeChild(place);
