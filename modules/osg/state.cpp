@@ -7,6 +7,9 @@
 #include <osg/Texture>
 #include <osg/Uniform>
 
+#include <stdexcept>
+#include <string>
+
 namespace {
 
 constexpr osg::Material::Face front = osg::Material::FRONT, both = osg::Material::FRONT_AND_BACK;
@@ -72,7 +75,12 @@ void set_attribute(osg::StateSet& self, osg::StateAttribute& value) {
     self.setAttributeAndModes(&value);
 }
 
+// The scene graph keeps a list as long as the highest unit.
 void set_texture(osg::StateSet& self, unsigned int unit, osg::StateAttribute& value) {
+    constexpr unsigned int units = 32; // that graphics cards have for a program
+    if (unit >= units)
+        throw std::out_of_range("there is no texture unit " + std::to_string(unit) + ", the last one is " +
+                                std::to_string(units - 1));
     self.setTextureAttributeAndModes(unit, &value);
 }
 

@@ -6,6 +6,7 @@
 
 #include <chrono>
 #include <cmath>
+#include <limits>
 #include <stdexcept>
 
 namespace hyxSDK {
@@ -119,6 +120,8 @@ void Simulation::step() {
 
 hyx::UInt Simulation::stepTo(hyx::TimeStamp time) {
     hyx::requireFinite(time, "the time to step to");
+    if ((time - getTimeStamp()) / getTimeStep() > std::numeric_limits<hyx::UInt>::max())
+        throw std::invalid_argument("the time to step to is more steps away than can be counted");
     hyx::UInt steps = 0;
     hyxPython::InterruptWatch watch;
     for (; getTimeStamp() + 0.5 * getTimeStep() < time && !watch.interrupted(); ++steps)

@@ -27,7 +27,7 @@ FAMILY = ["_hyx", "_hyxCollide", "_hyxSDK", "_hyxModel", "_osg", "_hyxOSG"]
 
 # They wait for a user, a time or a peer, open a port, or drop a reference that others have taken.
 NOT_CALLED = re.compile(
-    r"run|\w*(Server|Remote|Rpc)\w*|wait\w*|sleep\w*|signal|_swigregister|unreference|attachRequestedVideoCapture"
+    r"run|\w*(Server|Remote|Rpc)\w*|wait\w*|stepTo|sleep\w*|signal|_swigregister|unreference|attachRequestedVideoCapture"
 )
 SPELLINGS = {
     "osg::Vec2": "osg::Vec2f",

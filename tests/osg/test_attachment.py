@@ -43,6 +43,26 @@ def test_a_group_never_stands_below_itself(make):
     assert above.getNumParents() == 0 and group.getNumParents() == 1
 
 
+def test_render_children_form_no_rings():
+    node, above, other = hyxOSG.GeometryNode(), osg.Group(), hyxOSG.GeometryNode()
+    above.addChild(node)
+    for flag in (node.RENDER_DATA, node.GEOMETRY_DATA):
+        for ring in (node, above):
+            with pytest.raises((RuntimeError, ValueError), match=RING):
+                node.setRenderChild(flag, ring)
+    hidden, other_hidden = osg.Group(), osg.Group()
+    node.setRenderChild(node.RENDER_DATA, hidden)
+    other.setRenderChild(node.RENDER_DATA, other_hidden)
+    hidden.addChild(other)
+    other_hidden.addChild(node)  # hidden children are no part of the scene, until they are shown
+    copy = node.clone(osg.CopyOp(7))
+    assert copy.getRenderChild(node.RENDER_DATA).getChild(0).className() == "GeometryNode"
+    node.selectRenderChild(node.RENDER_DATA)
+    with pytest.raises((RuntimeError, ValueError), match=RING):
+        other.selectRenderChild(node.RENDER_DATA)
+    assert other.getSelectedRenderChild() == node.GEOMETRY_DATA
+
+
 def test_the_scene_of_an_application_stands_once(window):
     for node in (window.getSceneRoot(), window.getSceneDecorator()):
         with pytest.raises(RuntimeError, match=RING):

@@ -117,6 +117,12 @@ def test_state_sets_hold_modes_materials_and_uniforms():
     assert program.addShader(osg.Shader(osg.Shader_VERTEX, "void main() {}")) and program.getNumShaders() == 1
 
 
+@pytest.mark.parametrize("unit", [32, 2**31])
+def test_texture_units_are_few(unit):
+    with pytest.raises(RuntimeError, match="the last one is 31"):
+        osg.StateSet().setTextureAttributeAndModes(unit, osg.Texture2D())
+
+
 def test_images_give_and_take_pixels():
     image = osg.Image(4, 2)
     assert (image.s(), image.t(), len(image.getData())) == (4, 2, 24)

@@ -77,8 +77,8 @@ GeometryNode::GeometryNode(GeometryNode const& other, osg::CopyOp const& copyOpe
     for (RenderFlag const flag : {RENDER_DATA, GEOMETRY_DATA}) {
         osg::Node* const source = other.m_implementation->child(flag);
         unsigned int const place = source ? other.getChildIndex(source) : other.getNumChildren();
-        m_implementation->child(flag) = place < getNumChildren() ? getChild(place)
-                                                                            : copyOfHidden(source, other, copyOperation);
+        m_implementation->child(flag) =
+            place < getNumChildren() ? getChild(place) : copyOfHidden(source, other, copyOperation);
     }
     setGeometry(other.m_implementation->geometry);
 }
