@@ -14,6 +14,7 @@
 #include "platform/hyxPython/native_work.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstring>
 
 namespace vocabulary {
@@ -47,18 +48,31 @@ public:
     Slots(Slots const&) = delete;
 
     ~Slots() {
-        for (std::size_t i = 0; made_ != 0; ++i, made_ >>= 1)
-            if (made_ & 1)
-                form_.parameters[i].conversion->release(slots[i].pointer);
+        for (; made_ != 0; made_ &= made_ - 1) {
+            int const i = std::countr_zero(made_);
+            Conversion const* const conversion = form_.parameters[i].conversion;
+            if (conversion == &std_string_conversion) // the commonest by far: called without detour
+                release_std_string(slots[i].pointer);
+            else
+                conversion->release(slots[i].pointer);
+        }
     }
 
     void mark_made(std::size_t index) noexcept { made_ |= 1u << index; }
+
+    // Tells of an accepted argument that it is null where that will be refused.
+    void mark_null(std::size_t index) noexcept { null_ |= 1u << index; }
+
+    bool has_null() const noexcept { return null_ != 0; }
+
+    std::size_t first_null() const noexcept { return static_cast<std::size_t>(std::countr_zero(null_)); }
 
     Slot slots[most_arguments];
 
 private:
     Form const& form_;
     std::uint32_t made_ = 0; // bit i: slot i holds a temporary
+    std::uint32_t null_ = 0;
 };
 
 // The arguments of a dispatched call with their pointer objects, each looked up at most once.
@@ -229,7 +243,20 @@ bool accepts(Parameter const& parameter, Candidates& candidates, Slots& slots, s
     PyObject* object = candidates.arguments[index];
     if (parameter.kind == Kind::pointer) {
         slot.pointer = nullptr;
-        return object == Py_None || candidates.convert(index, swig_types[parameter.type], slot);
+        if (object != Py_None && !candidates.convert(index, swig_types[parameter.type], slot))
+            return false;
+        if (parameter.reference && !slot.pointer) [[unlikely]]
+            slots.mark_null(index);
+        return true;
+    }
+    if (parameter.conversion == &std_string_conversion && PyUnicode_CheckExact(object)) {
+        if (convert_std_string(object, &slot.pointer) == SWIG_NEWOBJ) [[likely]] {
+            slots.mark_made(index);
+            return true;
+        }
+        runtime::clear_error();
+        candidates.may_have_raised = true;
+        return false;
     }
     if (is_text(parameter) && !PyUnicode_Check(object) && !may_wrap_text(object, candidates.handle(index)))
         return false;
@@ -237,8 +264,11 @@ bool accepts(Parameter const& parameter, Candidates& candidates, Slots& slots, s
                                                          : convert_value(parameter, object, slot);
     if (status == SWIG_NEWOBJ)
         slots.mark_made(index);
-    if (status >= 0)
+    if (status >= 0) {
+        if (parameter.kind == Kind::converted && parameter.reference && !slot.pointer)
+            slots.mark_null(index);
         return true;
+    }
     if (PyErr_Occurred()) {
         if (status != SWIG_UserError)
             runtime::clear_error();
@@ -256,9 +286,11 @@ bool accepts_all(Form const& form, Candidates& candidates, Slots& slots, std::si
 
 // Calls a form whose arguments have passed their tests.
 PyObject* call_chosen(Form const& form, Slots const& slots, PyObject* const* arguments, std::size_t count) {
-    for (std::size_t i = 0; i < count; ++i)
-        if (holds_pointer(form.parameters[i].kind) && refuse_null(form.parameters[i], slots.slots[i]))
-            return refuse(int(i), arguments, count);
+    if (slots.has_null()) [[unlikely]] {
+        std::size_t const index = slots.first_null();
+        refuse_null(form.parameters[index], slots.slots[index]);
+        return refuse(int(index), arguments, count);
+    }
     return invoke(form, slots.slots, arguments, count);
 }
 

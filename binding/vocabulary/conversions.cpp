@@ -37,6 +37,8 @@ private:
 
 SpareStrings spare_strings;
 
+} // namespace
+
 int convert_std_string(PyObject* object, void** result) {
     if (PyUnicode_Check(object)) {
         bool const plain = PyUnicode_IS_COMPACT_ASCII(object); // and so its own UTF-8
@@ -57,6 +59,8 @@ int convert_std_string(PyObject* object, void** result) {
 void release_std_string(void* text) {
     spare_strings.give(static_cast<std::string*>(text));
 }
+
+namespace {
 
 // A str, or a wrapped char pointer; a null one stays a null pointer.
 int convert_hyx_string(PyObject* object, void** result) {

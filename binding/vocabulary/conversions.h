@@ -5,6 +5,10 @@
 
 namespace vocabulary {
 
+// A status code, and a string that release_std_string gives back.
+int convert_std_string(PyObject* object, void** result);
+void release_std_string(void* text);
+
 extern Conversion const std_string_conversion;
 extern Conversion const hyx_string_conversion;
 
