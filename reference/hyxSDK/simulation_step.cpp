@@ -120,7 +120,8 @@ void Simulation::step() {
 
 hyx::UInt Simulation::stepTo(hyx::TimeStamp time) {
     hyx::requireFinite(time, "the time to step to");
-    if ((time - getTimeStamp()) / getTimeStep() > std::numeric_limits<hyx::UInt>::max())
+    double const mostSteps = std::ldexp(1, std::numeric_limits<double>::digits); // further ones change no time stamp
+    if ((time - getTimeStamp()) / getTimeStep() > mostSteps)
         throw std::invalid_argument("the time to step to is more steps away than can be counted");
     hyx::UInt steps = 0;
     hyxPython::InterruptWatch watch;

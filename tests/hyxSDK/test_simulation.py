@@ -84,7 +84,7 @@ def test_time_is_counted_in_steps():
     world.setTimeStep(0.1)
     assert world.stepTo(1.0) == 10 and world.getTimeStamp() == pytest.approx(1, abs=1e-12)
     assert world.stepTo(0.5) == 0
-    for never in (1e300, 1e10):
+    for never in (1e300, 1e16):
         with pytest.raises(RuntimeError, match="more steps away"):
             world.stepTo(never)
     world.setTimeStep(0.25)
