@@ -76,6 +76,7 @@ def test_a_motor_turns_by_its_speed(measured, step, offset, speed):
         hyxCollide.Box(0.05, 0.05, 0.05),
         hyxCollide.Capsule(0.03, 0.1),
         hyxCollide.Cylinder(0.03, 0.1),
+        hyxCollide.Cone(0.03, 0.1),
     ],
     ids=lambda shape: type(shape).__name__,
 )

@@ -100,13 +100,9 @@ std::unique_ptr<btCollisionShape> buildHeightField(HeightField const& field) {
     return shape;
 }
 
-/// With a tree over the parts, what was once near a part is kept for longer than what comes near is found, so that a
-/// restored state would go on otherwise.
-constexpr std::size_t mostWithoutTree = 256;
-
 BulletShape buildCompound(Compound const& compound, bool moving) {
     BulletShape result;
-    auto whole = makeCompound(compound.getNumShapes());
+    auto whole = std::make_unique<btCompoundShape>(false, static_cast<int>(compound.getNumShapes()));
     for (hyx::UInt i = 0; i < compound.getNumShapes(); ++i) {
         BulletShape part = buildBulletShape(*compound.getShape(i), moving);
         whole->addChildShape(hyx::toBullet(compound.getLocalTransform(i)), part.shape.get());
@@ -158,10 +154,6 @@ std::unique_ptr<btCollisionShape> buildPlain(Shape const& shape, bool moving) {
 }
 
 } // namespace
-
-std::unique_ptr<btCompoundShape> makeCompound(std::size_t numParts) {
-    return std::make_unique<btCompoundShape>(numParts > mostWithoutTree, static_cast<int>(numParts));
-}
 
 BulletShape buildBulletShape(Shape const& shape, bool moving) {
     if (shape.getType() == Shape::COMPOUND)

@@ -8,8 +8,6 @@
 #include "reference/machinery/bullet/rigid_body_implementation.h"
 
 #include <BulletCollision/CollisionDispatch/btCollisionObjectWrapper.h>
-#include <BulletCollision/CollisionDispatch/btCompoundCollisionAlgorithm.h>
-#include <BulletCollision/CollisionDispatch/btCompoundCompoundCollisionAlgorithm.h>
 #include <BulletCollision/CollisionDispatch/btManifoldResult.h>
 #include <BulletCollision/CollisionShapes/btSphereShape.h>
 #include <BulletCollision/CollisionShapes/btTriangleShape.h>
@@ -149,6 +147,15 @@ bool contactAdded(btManifoldPoint& point, btCollisionObjectWrapper const* wrappe
     return true;
 }
 
+/// A number for a part of an object, of parts of parts too; 0 for the whole.
+int partOf(btCollisionObjectWrapper const& wrapper) {
+    constexpr int most = 1 << 10;
+    int number = 0;
+    for (btCollisionObjectWrapper const* part = &wrapper; part->m_parent; part = part->m_parent)
+        number = number * most + part->m_index + 1;
+    return number;
+}
+
 void forget(btBroadphasePair& pair, btCollisionDispatcher& dispatcher) {
     if (!pair.m_algorithm)
         return;
@@ -157,28 +164,23 @@ void forget(btBroadphasePair& pair, btCollisionDispatcher& dispatcher) {
     pair.m_algorithm = nullptr;
 }
 
+} // namespace
+
 bool partsMayCollide(btCollisionShape const* first, btCollisionShape const* second) {
     return Geometry::Implementation::mayCollide(hyxCollide::geometryOf(first), hyxCollide::geometryOf(second));
 }
 
-} // namespace
-
 /// Further for bodies that come nearer in a step by a good part of their size: they must not pass through each other.
 double ContactDispatcher::reachOf(btCollisionObject const& first, btCollisionObject const& second) const {
-    double const radii[] = {first.getCollisionShape()->getAngularMotionDisc(),
-                            second.getCollisionShape()->getAngularMotionDisc()};
-    double const radius = std::min(radii[0], radii[1]);
+    double const radius =
+        std::min(first.getCollisionShape()->getAngularMotionDisc(), second.getCollisionShape()->getAngularMotionDisc());
     bool const surface = first.getCollisionShape()->isConcave() || second.getCollisionShape()->isConcave();
-    if (m_everywhere)
-        return surface ? 4 * radius : radii[0] + radii[1];
     double const way = (velocityOf(first) - velocityOf(second)).length() * m_timeStep;
     return way > (surface ? 1 : 0.5) * radius ? std::max(usualReach(radius), 1.1 * way) : usualReach(radius);
 }
 
 ContactDispatcher::ContactDispatcher(btCollisionConfiguration* configuration) : btCollisionDispatcher(configuration) {
     gContactAddedCallback = contactAdded;
-    gCompoundChildShapePairCallback = partsMayCollide;
-    gCompoundCompoundChildShapePairCallback = partsMayCollide;
     setNearCallback(findContacts);
 }
 
@@ -190,7 +192,15 @@ btPersistentManifold* ContactDispatcher::getNewManifold(btCollisionObject const*
                                    second->getCollisionShape()->getAngularMotionDisc());
     manifold->setContactProcessingThreshold(radius);
     manifold->setContactBreakingThreshold(reachOf(*first, *second));
+    manifold->m_companionIdA = m_parts[first == m_entered ? 0 : 1];
+    manifold->m_companionIdB = m_parts[first == m_entered ? 1 : 0];
     return manifold;
+}
+
+void ContactDispatcher::enter(btCollisionObjectWrapper const& first, btCollisionObjectWrapper const& second) {
+    m_entered = first.getCollisionObject();
+    m_parts[0] = partOf(first);
+    m_parts[1] = partOf(second);
 }
 
 void ContactDispatcher::dispatchAllCollisionPairs(btOverlappingPairCache* pairs, btDispatcherInfo const& info,
@@ -224,9 +234,10 @@ void ContactDispatcher::findContacts(btBroadphasePair& pair, btCollisionDispatch
     btCollisionShape const& other = *second.getCollisionShape();
     double const radius = std::min(one.getAngularMotionDisc(), other.getAngularMotionDisc());
     double const reach = static_cast<ContactDispatcher&>(dispatcher).reachOf(first, second);
-    bool const ahead = reach > usualReach(radius) && !one.isCompound() && !other.isCompound();
+    bool const ahead = reach > usualReach(radius);
     btCollisionObjectWrapper const wrapped0(nullptr, &one, &first, first.getWorldTransform(), -1, -1);
     btCollisionObjectWrapper const wrapped1(nullptr, &other, &second, second.getWorldTransform(), -1, -1);
+    static_cast<ContactDispatcher&>(dispatcher).enter(wrapped0, wrapped1);
     if (!pair.m_algorithm)
         pair.m_algorithm = dispatcher.findAlgorithm(&wrapped0, &wrapped1, nullptr, BT_CONTACT_POINT_ALGORITHMS);
     if (!pair.m_algorithm)

@@ -6,6 +6,8 @@
 #include <BulletCollision/CollisionDispatch/btCollisionDispatcher.h>
 #include <BulletCollision/NarrowPhaseCollision/btManifoldPoint.h>
 
+struct btCollisionObjectWrapper;
+
 namespace hyx {
 
 /// Keeps pairs apart whose switches forbid contact, gives every contact point the behaviour of its two materials, and
@@ -19,16 +21,23 @@ public:
     void dispatchAllCollisionPairs(btOverlappingPairCache* pairs, btDispatcherInfo const& info,
                                    btDispatcher* dispatcher) override;
 
-    /// Whether to give all pairs points that may have forces to go on from, however far apart they are.
-    void setEverywhere(bool everywhere) { m_everywhere = everywhere; }
+    /// Says for which parts contacts are looked for; manifolds remember the numbers of the parts that they are made
+    /// for.
+    void enter(btCollisionObjectWrapper const& first, btCollisionObjectWrapper const& second);
+
+    /// How near surfaces of two objects are that may touch in this step.
+    double reachOf(btCollisionObject const& first, btCollisionObject const& second) const;
 
 private:
-    double reachOf(btCollisionObject const& first, btCollisionObject const& second) const;
     static void findContacts(btBroadphasePair& pair, btCollisionDispatcher& dispatcher, btDispatcherInfo const& info);
 
     double m_timeStep = 0;
-    bool m_everywhere = false;
+    btCollisionObject const* m_entered = nullptr;
+    int m_parts[2] = {0, 0};
 };
+
+/// Whether the switches of two geometries, or of what they are parts of, allow contact.
+bool partsMayCollide(btCollisionShape const* first, btCollisionShape const* second);
 
 /// Among the flags of a contact point: it was found with a normal that leans over the edge of a smooth surface.
 constexpr int leaningContact = 1 << 10;

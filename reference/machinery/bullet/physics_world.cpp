@@ -8,6 +8,7 @@
 #include "reference/machinery/bullet/contact_response.h"
 #include "reference/machinery/bullet/flat_end_contacts.h"
 #include "reference/machinery/bullet/geometry_implementation.h"
+#include "reference/machinery/bullet/part_contacts.h"
 #include "reference/machinery/bullet/plane_contacts.h"
 #include "reference/machinery/bullet/rigid_body_implementation.h"
 #include "reference/machinery/bullet/surface_contacts.h"
@@ -76,7 +77,6 @@ public:
 
     StepSolver solver;
 
-private:
     /// For the boxes that the search for pairs looks at.
     void predictMotion(double timeStep) {
         for (int i = 0; i < m_nonStaticRigidBodies.size(); ++i) {
@@ -88,6 +88,7 @@ private:
         }
     }
 
+private:
     void takeAllManifolds() {
         btDispatcher& dispatcher = *getDispatcher();
         for (int i = 0; i < dispatcher.getNumManifolds(); ++i) {
@@ -128,6 +129,7 @@ PhysicsWorld::PhysicsWorld()
     registerBoxContacts(*m_dispatcher);
     registerSurfaceContacts(*m_dispatcher);
     registerFlatEndContacts(*m_dispatcher);
+    registerPartContacts(*m_dispatcher);
     m_world->getDispatchInfo().m_deterministicOverlappingPairs = true;
 }
 
@@ -211,6 +213,7 @@ void PhysicsWorld::wakeAround(Geometry const& geometry) {
 }
 
 void PhysicsWorld::findContacts() {
+    m_world->predictMotion(m_timeStep);
     m_world->getDispatchInfo().m_timeStep = m_timeStep;
     m_world->performDiscreteCollisionDetection();
 }

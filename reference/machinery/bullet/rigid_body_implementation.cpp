@@ -144,7 +144,7 @@ void RigidBody::Implementation::rebuildShape() {
     if (geometries.size() == 1 && isIdentity(massFrameInverse * toBullet(geometries.front()->getLocalTransform()))) {
         bullet.setCollisionShape(geometries.front()->implementation().bulletShape(movesByForces()));
     } else if (!geometries.empty()) {
-        compound = hyxCollide::makeCompound(geometries.size());
+        compound = std::make_unique<btCompoundShape>(false, static_cast<int>(geometries.size()));
         for (auto const& geometry : geometries)
             compound->addChildShape(massFrameInverse * toBullet(geometry->getLocalTransform()),
                                     geometry->implementation().bulletShape(movesByForces()));

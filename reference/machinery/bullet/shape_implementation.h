@@ -5,7 +5,6 @@
 
 #include <BulletCollision/CollisionShapes/btBvhTriangleMeshShape.h>
 #include <BulletCollision/CollisionShapes/btCollisionShape.h>
-#include <BulletCollision/CollisionShapes/btCompoundShape.h>
 #include <BulletCollision/CollisionShapes/btTriangleIndexVertexArray.h>
 
 #include <memory>
@@ -35,9 +34,6 @@ struct BulletShape {
 
 /// Builds what collides for a shape. Meshes that move need another kind than those that stand.
 BulletShape buildBulletShape(Shape const& shape, bool moving);
-
-/// An empty compound for a number of parts.
-std::unique_ptr<btCompoundShape> makeCompound(std::size_t numParts);
 
 /// Puts a geometry's address into a bullet shape and all parts of it, for `geometryOf` to find.
 void markBulletShape(BulletShape const& shape, Geometry* geometry);

@@ -17,17 +17,16 @@ namespace hyx {
 
 namespace {
 
-/// The contacts of a pair of geometries; objects by their place in the simulation.
+/// The contacts of a pair of parts; objects by their place in the simulation.
 struct SavedContacts {
     int objects[2];
+    int parts[2];
     int numPoints;
     btManifoldPoint points[MANIFOLD_CACHE_SIZE];
 
-    bool isOf(int first, int second) const { return objects[0] == first && objects[1] == second; }
-
-    bool isOf(btPersistentManifold const& manifold) const {
-        btManifoldPoint const& point = manifold.getContactPoint(0);
-        return point.m_index0 == points[0].m_index0 && point.m_index1 == points[0].m_index1;
+    bool isOf(int first, int second, btPersistentManifold const& manifold) const {
+        return objects[0] == first && objects[1] == second && parts[0] == manifold.m_companionIdA &&
+               parts[1] == manifold.m_companionIdB && numPoints >= 1 && numPoints <= MANIFOLD_CACHE_SIZE;
     }
 };
 
@@ -79,6 +78,8 @@ void PhysicsWorld::exchangeState(StateBytes& bytes, std::vector<RigidBody*> cons
             SavedContacts saved{};
             saved.objects[0] = numbers[manifold.getBody0()];
             saved.objects[1] = numbers[manifold.getBody1()];
+            saved.parts[0] = manifold.m_companionIdA;
+            saved.parts[1] = manifold.m_companionIdB;
             saved.numPoints = manifold.getNumContacts();
             for (int k = 0; k < saved.numPoints; ++k)
                 saved.points[k] = manifold.getContactPoint(k);
@@ -93,30 +94,18 @@ void PhysicsWorld::exchangeState(StateBytes& bytes, std::vector<RigidBody*> cons
         std::sort(order.begin(), order.end(), [&](int a, int b) { return places[a] < places[b]; });
         enterAnew(order, bodies, geometries);
     }
-    m_dispatcher->setEverywhere(true);
     findContacts();
-    m_dispatcher->setEverywhere(false);
-    std::vector<char> taken(contacts.size());
-    // Pairs of several geometries are known by the points that they have; one without any takes what is left.
-    for (bool const exactly : {true, false})
-        for (int i = 0; i < m_dispatcher->getNumManifolds(); ++i) {
-            btPersistentManifold& manifold = *m_dispatcher->getManifoldByIndexInternal(i);
-            if (exactly != (manifold.getNumContacts() > 0))
-                continue;
-            int const first = numbers[manifold.getBody0()];
-            int const second = numbers[manifold.getBody1()];
-            std::size_t k = 0;
-            while (k < contacts.size() &&
-                   (taken[k] || !contacts[k].isOf(first, second) || contacts[k].numPoints < 1 ||
-                    contacts[k].numPoints > MANIFOLD_CACHE_SIZE || (exactly && !contacts[k].isOf(manifold))))
-                ++k;
-            if (k == contacts.size()) {
-                manifold.clearManifold();
-                continue;
-            }
-            taken[k] = 1;
-            putPoints(manifold, contacts[k]);
-        }
+    for (int i = 0; i < m_dispatcher->getNumManifolds(); ++i) {
+        btPersistentManifold& manifold = *m_dispatcher->getManifoldByIndexInternal(i);
+        int const first = numbers[manifold.getBody0()];
+        int const second = numbers[manifold.getBody1()];
+        auto const saved = std::find_if(contacts.begin(), contacts.end(),
+                                        [&](SavedContacts const& each) { return each.isOf(first, second, manifold); });
+        if (saved == contacts.end())
+            manifold.clearManifold();
+        else
+            putPoints(manifold, *saved);
+    }
 }
 
 void PhysicsWorld::enterAnew(std::vector<int> const& order, std::vector<RigidBody*> const& bodies,
@@ -130,9 +119,8 @@ void PhysicsWorld::enterAnew(std::vector<int> const& order, std::vector<RigidBod
 
 bool PhysicsWorld::isBefore(btPersistentManifold const* first, btPersistentManifold const* second) {
     auto const key = [](btPersistentManifold const& manifold) {
-        btManifoldPoint const& point = manifold.getContactPoint(0);
-        return std::make_tuple(numberOf(*manifold.getBody0()), numberOf(*manifold.getBody1()), point.m_index0,
-                               point.m_index1);
+        return std::make_tuple(numberOf(*manifold.getBody0()), numberOf(*manifold.getBody1()), manifold.m_companionIdA,
+                               manifold.m_companionIdB);
     };
     return key(*first) < key(*second);
 }
