@@ -87,7 +87,7 @@ class SensorFrame:
         package OpenEXR."""
         from .exr import write_exr
 
-        layers = {}
+        layers: dict[str, Any] = {}
         if self.rgb is not None:
             layers["RGB"] = self.rgb
         for name, own in (("Z", self.depth), ("id", self.identity)):

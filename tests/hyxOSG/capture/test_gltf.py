@@ -74,7 +74,7 @@ def test_a_moment_has_the_triangles_and_colours_of_the_scene(scene, tmp_path, en
 
 
 def pose_at(document, binary, name, time):
-    """Translation and rotation of the first moving node at or below the node of a name, by the file's animation."""
+    """Translation and rotation of the first moving node of a name, by the file's animation; its parts may share it."""
 
     def floats(index):
         accessor = document["accessors"][index]
@@ -86,7 +86,7 @@ def pose_at(document, binary, name, time):
     pose = {}
     for channel in animation["channels"]:
         target = channel["target"]
-        if document["nodes"][target["node"]].get("name") != name:
+        if document["nodes"][target["node"]].get("name") != name or target["path"] in pose:
             continue
         sampler = animation["samplers"][channel["sampler"]]
         times, values = floats(sampler["input"])[:, 0], floats(sampler["output"])
