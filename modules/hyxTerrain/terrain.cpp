@@ -82,6 +82,8 @@ constexpr Declared terrain_rows[] = {
     FUNCTION(SoilMaterial_compressibility_set, SET(hyxTerrain::SoilMaterial, compressibility, (double))),
     FUNCTION(SoilMaterial_firstPressure_get, GET(hyxTerrain::SoilMaterial, firstPressure)),
     FUNCTION(SoilMaterial_firstPressure_set, SET(hyxTerrain::SoilMaterial, firstPressure, (double))),
+    FUNCTION(SoilMaterial_shearLength_get, GET(hyxTerrain::SoilMaterial, shearLength)),
+    FUNCTION(SoilMaterial_shearLength_set, SET(hyxTerrain::SoilMaterial, shearLength, (double))),
     FUNCTION(delete_SoilMaterial, DELETE(hyxTerrain::SoilMaterial)),
     REGISTER(hyxTerrain::SoilMaterial, SoilMaterial),
     INIT(SoilMaterial),

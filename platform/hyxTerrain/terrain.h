@@ -18,6 +18,7 @@ struct SoilMaterial {
     hyx::Real reposeAngle = 0.6;     ///< radians: the steepest slope that stands
     hyx::Real compressibility = 0.1; ///< rise of the compaction for each tenfold pressure above `firstPressure`
     hyx::Real firstPressure = 5e3;   ///< Pa below which the soil does not give way
+    hyx::Real shearLength = 0.02;    ///< metres of shear in which friction on the soil comes to 63 % of its most
 };
 
 /// One layer of a column, from `bottom` up.

@@ -188,6 +188,7 @@ void Terrain::setMaterial(UInt index, SoilMaterial const& material) {
     hyx::requirePositive(material.density, "the density of soil");
     hyx::requirePositive(material.reposeAngle, "the angle of repose of soil");
     hyx::requirePositive(material.firstPressure, "the first pressure of soil");
+    hyx::requireNonNegative(material.shearLength, "the shear length of soil");
     hyx::requireNonNegative(material.compressibility, "the compressibility of soil");
     m_implementation->columns.replaceMaterial(m_implementation->material(index), material);
 }

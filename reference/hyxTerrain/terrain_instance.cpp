@@ -6,6 +6,7 @@
 #include "platform/hyxSDK/simulation.h"
 #include "reference/hyxTerrain/foot_points.h"
 #include "reference/hyxTerrain/loaded_patch.h"
+#include "reference/machinery/bullet/geometry_implementation.h"
 #include "reference/machinery/files/state_keepers.h"
 
 #include <algorithm>
@@ -160,6 +161,9 @@ void TerrainInstance::press(std::vector<Load> const& loads, Real timeStep) {
 }
 
 void TerrainInstance::moveSurface() {
+    hyxTerrain::SoilMaterial const soil = m_terrain->getMaterial(0);
+    m_geometry->implementation().groundFriction = std::tan(soil.reposeAngle);
+    m_geometry->implementation().shearLength = soil.shearLength;
     Vec3 const half((m_terrain->getNumColumnsX() - 1) * m_terrain->getElementSize() / 2,
                     (m_terrain->getNumColumnsY() - 1) * m_terrain->getElementSize() / 2, 0);
     if (Vec3 const place = m_terrain->getPosition() + half; !(place == m_body->getPosition()))

@@ -1,6 +1,7 @@
 """Soil whose answers do not depend on how finely it is divided."""
 
 import math
+import statistics
 
 import hyx
 import hyxCollide
@@ -62,3 +63,37 @@ def test_a_blade_feels_passive_earth_pressure(measured, size):
     passive = math.tan(math.pi / 4 + material.reposeAngle / 2) ** 2
     closed_form = 0.5 * material.density * GRAVITY * passive * 0.1**2 * 0.8
     measured.relative("force, N", closed_form, total, 0.1)
+
+
+@pytest.mark.parametrize("demand", [0.3, 0.6, 0.8])
+@pytest.mark.parametrize("size", [0.05, 0.2])
+def test_a_driven_wheel_slips_by_the_shear_that_its_pull_needs(measured, demand, size):
+    """A wheel of 1 m width, driven by the torque that its pull makes: it comes to a slip i at which the pull is
+    W tan(phi) (1 - (1 - exp(-a)) / a) with a = i l / K for a patch of length l = 0.2 m."""
+    radius, weight = 0.4, 2000
+    ground = soil(size, 12)
+    instance = hyxSDK.TerrainInstance(ground)
+    instance.setEnableCompaction(False)
+    rough = hyx.Material()
+    rough.setFriction(5.0)
+    for geometry in (instance.getGeometry(), (wheel := body(hyxCollide.Cylinder(radius, 1.0))).getGeometries()[0]):
+        geometry.setMaterial(rough)
+    wheel.setMass(weight / GRAVITY)
+    wheel.setPosition(hyx.Vec3(-5, 0, radius))
+    wheel.setVelocity(hyx.Vec3(1, 0, 0))
+    wheel.setAngularVelocity(hyx.Vec3(0, 1.1 / radius, 0))
+    world = simulation(instance, wheel)
+    material = ground.getMaterial(0)
+    pull = demand * weight * math.tan(material.reposeAngle)
+    slips = []
+    while world.getTimeStamp() < 3:
+        wheel.addForce(hyx.Vec3(-pull, 0, 0))
+        wheel.addTorque(hyx.Vec3(0, pull * radius, 0))
+        world.step()
+        slips.append(1 - wheel.getVelocity().x / (wheel.getAngularVelocity().y * radius))
+    low, high = 0.0, 100.0
+    for _ in range(60):
+        middle = (low + high) / 2
+        brought = 1 - (1 - math.exp(-middle)) / middle
+        low, high = (middle, high) if brought < demand else (low, middle)
+    measured("slip", low * material.shearLength / 0.2, statistics.median(slips[60:]), 0.02)

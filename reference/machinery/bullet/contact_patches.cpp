@@ -3,6 +3,7 @@
 #include "platform/hyxCollide/cylinder.h"
 #include "reference/machinery/bullet/bullet_values.h"
 #include "reference/machinery/bullet/contact_response.h"
+#include "reference/machinery/bullet/geometry_implementation.h"
 #include "reference/machinery/dynamics/contact_solver.h"
 
 #include <BulletCollision/NarrowPhaseCollision/btPersistentManifold.h>
@@ -21,6 +22,10 @@ constexpr double usualSlop = 5e-5;
 constexpr double slopShare = 1e-3;
 /// Points whose normals differ less lie in one plane.
 constexpr double sameNormal = 0.999;
+/// Metres; on loose ground no patch is shorter, as none presses on less.
+constexpr double leastPatch = 0.2;
+/// m/s; slower wheels stand.
+constexpr double slowestRim = 0.01;
 
 MovingBody& movingBody(btCollisionObject const* object, std::vector<MovingBody>& bodies) {
     // Bullet's own solvers number bodies in the same way.
@@ -171,6 +176,35 @@ void ContactSolver::finishPatch(Patch& patch, btPersistentManifold const& manifo
     double const reach = meanDistance(places, patch.tangents[0], patch.tangents[1]);
     patch.reach = radius > 0 && reach > radius / 3 ? radius * 2 / 3 : reach;
     addFriction(patch, step);
+    for (btCollisionObject const* object : {manifold.getBody0(), manifold.getBody1()}) {
+        int const index = object == manifold.getBody0() ? m_points[patch.start].source->m_index0
+                                                        : m_points[patch.start].source->m_index1;
+        hyxCollide::Geometry const* geometry = geometryAt(object, index);
+        if (!geometry || geometry->implementation().shearLength <= 0)
+            continue;
+        patch.friction = std::min(patch.friction, geometry->implementation().groundFriction);
+        addShear(patch, geometry->implementation().shearLength, places);
+    }
+}
+
+/// A wheel lays itself on ground that comes in at the front and goes out at the back at the speed of its rim or of its
+/// axle, whichever is more. What does not roll, or hardly moves, has its friction at once.
+void ContactSolver::addShear(Patch& patch, double shearLength, std::vector<btVector3> const& places) {
+    MovingBody const* const bodies[] = {patch.first, patch.second};
+    int const moving = bodies[0]->isFree() ? 0 : 1;
+    MovingBody const& body = *bodies[moving];
+    auto const along = [&](btVector3 const& vector) { return vector - patch.normal * patch.normal.dot(vector); };
+    btVector3 const rim = along(body.spin.cross(patch.arms[moving]));
+    if (rim.length() < slowestRim)
+        return;
+    double least = 0, most = 0;
+    for (btVector3 const& place : places) {
+        double const ahead = (place - places.front()).dot(rim) / rim.length();
+        least = std::min(least, ahead);
+        most = std::max(most, ahead);
+    }
+    double const speed = std::max(rim.length(), along(body.velocity).length());
+    patch.shear = std::max(most - least, leastPatch) / (speed * shearLength);
 }
 
 void ContactSolver::addFriction(Patch& patch, double step) {

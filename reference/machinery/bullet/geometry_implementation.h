@@ -37,6 +37,10 @@ struct Geometry::Implementation {
     hyxSDK::Simulation* simulation = nullptr;
     bool enabled = true;
     bool sensor = false;
+    /// Of a geometry of loose ground: the greatest friction, and the metres of shear in which it comes up. 0 for firm
+    /// ones.
+    hyx::Real groundFriction = 0;
+    hyx::Real shearLength = 0;
     std::unordered_set<Geometry const*> strangers;
 
     BulletShape bullet;

@@ -19,6 +19,7 @@ constexpr double fastestPush = 3;
 /// Of the radius; heavier loads are carried by what carried them last.
 constexpr double greatestSag = 0.012;
 constexpr double fastest = 1e30;
+constexpr int mostHalvings = 30;
 
 } // namespace
 
@@ -196,6 +197,11 @@ void ContactSolver::sweepFriction(Patch& patch) {
             double const part = next.torsion / (most * patch.reach);
             square += part * part;
         }
+        if (patch.shear > 0) {
+            double const part = mobilized(patch, next, s0, s1, most);
+            next = {{next.lateral[0] * part, next.lateral[1] * part}, next.torsion * part};
+            square *= part * part;
+        }
         // Sliding and turning share the friction that there is.
         if (square > 1) {
             double const scale = 1 / std::sqrt(square);
@@ -205,6 +211,28 @@ void ContactSolver::sweepFriction(Patch& patch) {
     rub(patch, next.lateral[0] - patch.now.lateral[0], next.lateral[1] - patch.now.lateral[1],
         next.torsion - patch.now.torsion);
     patch.now = next;
+}
+
+/// Janosi and Hanamoto's law: shear by j brings 1 - exp(-j / K) of the greatest friction. Under a patch it rises evenly
+/// from its front to its back, where it is `a` times K, so that the whole has 1 - (1 - exp(-a)) / a. Returns the part
+/// of the friction that would hold the patch which leaves just the slip for this part.
+double ContactSolver::mobilized(Patch const& patch, Friction const& holding, double sliding0, double sliding1,
+                                double most) {
+    double const(&inverse)[2][2] = patch.lateralInverse;
+    double const determinant = inverse[0][0] * inverse[1][1] - inverse[0][1] * inverse[1][0];
+    double const x = patch.now.lateral[0], y = patch.now.lateral[1];
+    double const free0 = sliding0 - (inverse[1][1] * x - inverse[0][1] * y) / determinant;
+    double const free1 = sliding1 - (inverse[0][0] * y - inverse[1][0] * x) / determinant;
+    double const slip = std::hypot(free0, free1);
+    double const needed = std::hypot(holding.lateral[0], holding.lateral[1]) / most;
+    double lower = 0, upper = 1;
+    for (int i = 0; i < mostHalvings; ++i) {
+        double const part = (lower + upper) / 2;
+        double const a = patch.shear * slip * (1 - part);
+        double const brought = a > 1e-6 ? 1 + std::expm1(-a) / a : a / 2;
+        (part * needed < brought ? lower : upper) = part;
+    }
+    return lower;
 }
 
 double ContactSolver::loadOf(Patch const& patch) const {

@@ -93,6 +93,9 @@ private:
         double size;
         double friction;
         double rolling;
+        /// Of loose ground, which gives by a length of shear before it resists: for each m/s of slip, how often it has
+        /// sheared by that length when it leaves the patch. 0 for firm ground.
+        double shear;
         /// Of the patch's centre, and the mean distance of its pressure from there.
         btVector3 arms[2];
         double reach;
@@ -112,6 +115,7 @@ private:
     void addManifold(btPersistentManifold& manifold, MovingBody& first, MovingBody& second, double step);
     void finishPatch(Patch& patch, btPersistentManifold const& manifold, double step);
     void addFriction(Patch& patch, double step);
+    static void addShear(Patch& patch, double shearLength, std::vector<btVector3> const& places);
     void aimPoint(Patch const& patch, Point& point, double substep);
     bool aimBounce(Patch const& patch, Point& point, double substep);
     void applyHalf(Patch& patch);
@@ -125,6 +129,7 @@ private:
     double sweepPatch(Patch& patch);
     double sweepPoints(Patch& patch);
     void sweepFriction(Patch& patch);
+    static double mobilized(Patch const& patch, Friction const& holding, double sliding0, double sliding1, double most);
     void sweepRolling(Patch& patch);
     double loadOf(Patch const& patch) const;
     double speedOf(Patch const& patch, Point const& point) const;
