@@ -168,27 +168,26 @@ void ContactSolver::finishPatch(Patch& patch, btPersistentManifold const& manifo
     btVector3 const center = load > 0 ? pressed / load : middle;
     for (int k : {0, 1})
         patch.arms[k] = center - bodies[k]->position;
+    hyxCollide::Geometry const* const sides[] = {
+        geometryAt(manifold.getBody0(), m_points[patch.start].source->m_index0),
+        geometryAt(manifold.getBody1(), m_points[patch.start].source->m_index1)};
     double const radius =
-        places.size() < 2
-            ? 0
-            : std::max(roundEnd(geometryAt(manifold.getBody0(), m_points[patch.start].source->m_index0), patch.normal),
-                       roundEnd(geometryAt(manifold.getBody1(), m_points[patch.start].source->m_index1), patch.normal));
+        places.size() < 2 ? 0 : std::max(roundEnd(sides[0], patch.normal), roundEnd(sides[1], patch.normal));
     double const reach = meanDistance(places, patch.tangents[0], patch.tangents[1]);
     patch.reach = radius > 0 && reach > radius / 3 ? radius * 2 / 3 : reach;
     addFriction(patch, step);
-    for (btCollisionObject const* object : {manifold.getBody0(), manifold.getBody1()}) {
-        int const index = object == manifold.getBody0() ? m_points[patch.start].source->m_index0
-                                                        : m_points[patch.start].source->m_index1;
-        hyxCollide::Geometry const* geometry = geometryAt(object, index);
-        if (!geometry || geometry->implementation().shearLength <= 0)
+    for (int side : {0, 1}) {
+        if (!sides[side] || sides[side]->implementation().shearLength <= 0)
             continue;
-        patch.friction = std::min(patch.friction, geometry->implementation().groundFriction);
-        addShear(patch, geometry->implementation().shearLength, places);
+        patch.friction = std::min(patch.friction, sides[side]->implementation().groundFriction);
+        hyxCollide::Geometry const* const other = sides[1 - side];
+        if (radius == 0 && other && other->getShape()->getType() != hyxCollide::Shape::BOX)
+            addShear(patch, sides[side]->implementation().shearLength, places);
     }
 }
 
 /// A wheel lays itself on ground that comes in at the front and goes out at the back at the speed of its rim or of its
-/// axle, whichever is more. What does not roll, or hardly moves, has its friction at once.
+/// axle, whichever is more. What lies flat, or hardly moves, has its friction at once.
 void ContactSolver::addShear(Patch& patch, double shearLength, std::vector<btVector3> const& places) {
     MovingBody const* const bodies[] = {patch.first, patch.second};
     int const moving = bodies[0]->isFree() ? 0 : 1;
