@@ -6,6 +6,37 @@ import numpy
 import panda3d.core as p3
 import scenes
 
+# The generator of shaders needs Cg, which drivers of today refuse, and would leave the shadows out without a word.
+VERTEX = """#version 120
+uniform mat4 p3d_ModelViewMatrix, p3d_ModelViewProjectionMatrix;
+uniform mat3 p3d_NormalMatrix;
+uniform struct { vec4 color, position; sampler2DShadow shadowMap; mat4 shadowViewMatrix; } p3d_LightSource[1];
+attribute vec4 p3d_Vertex, p3d_Color;
+attribute vec3 p3d_Normal;
+varying vec4 color, in_map;
+varying vec3 normal;
+
+void main() {
+    vec4 eye = p3d_ModelViewMatrix * p3d_Vertex;
+    in_map = p3d_LightSource[0].shadowViewMatrix * eye;
+    normal = p3d_NormalMatrix * p3d_Normal;
+    color = p3d_Color;
+    gl_Position = p3d_ModelViewProjectionMatrix * p3d_Vertex;
+}
+"""
+FRAGMENT = """#version 120
+uniform struct { vec4 ambient; } p3d_LightModel;
+uniform struct { vec4 color, position; sampler2DShadow shadowMap; mat4 shadowViewMatrix; } p3d_LightSource[1];
+varying vec4 color, in_map;
+varying vec3 normal;
+
+void main() {
+    float slope = max(dot(normalize(normal), normalize(p3d_LightSource[0].position.xyz)), 0.0);
+    float open = shadow2D(p3d_LightSource[0].shadowMap, in_map.xyz / in_map.w - vec3(0.0, 0.0, 0.002)).r;
+    gl_FragColor = color * vec4(p3d_LightModel.ambient.rgb + p3d_LightSource[0].color.rgb * slope * open, 1.0);
+}
+"""
+
 
 class Stage:
     def __init__(self, display="p3headlessgl"):
@@ -38,7 +69,7 @@ class Stage:
             sun.node().setShadowCaster(True, 1024, 1024)
             sun.node().getLens().setFilmSize(30, 30)
             sun.node().getLens().setNearFar(1, 60)
-            self.root.setShaderAuto()
+            self.root.setShader(p3.Shader.make(p3.Shader.SL_GLSL, VERTEX, FRAGMENT))
         self.root.setLight(sun)
         self.root.setLight(ambient)
 
