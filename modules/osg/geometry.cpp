@@ -5,7 +5,9 @@
 
 #include <osg/Drawable>
 #include <osg/Geometry>
+#include <osg/Multisample>
 
+#include <algorithm>
 #include <functional>
 #include <vector>
 
@@ -85,6 +87,17 @@ void set_texcoords(osg::Geometry& self, PyObject* rows) {
     self.setTexCoordArray(0, array_of<osg::Vec2Array>(self.getTexCoordArray(0), rows), osg::Array::BIND_PER_VERTEX);
 }
 
+// Points are squares of whole pixels: several samples smooth nothing there, and take twice the time.
+void choose_samples(osg::Geometry& self) {
+    auto const& parts = self.getPrimitiveSetList();
+    bool const points =
+        std::all_of(parts.begin(), parts.end(), [](auto const& part) { return part->getMode() == GL_POINTS; });
+    if (points)
+        self.getOrCreateStateSet()->setMode(GL_MULTISAMPLE_ARB, osg::StateAttribute::OFF);
+    else if (self.getStateSet())
+        self.getStateSet()->removeMode(GL_MULTISAMPLE_ARB);
+}
+
 // Elements of a mode (GL_POINTS 0, GL_LINES 1, GL_TRIANGLES 4 ...), each the place of a vertex. Places one after the
 // other need no list of them.
 void add_elements(osg::Geometry& self, unsigned int mode, PyObject* indices) {
@@ -104,6 +117,7 @@ void add_elements(osg::Geometry& self, unsigned int mode, PyObject* indices) {
     else
         self.addPrimitiveSet(
             new osg::DrawElementsUInt(mode, static_cast<unsigned int>(numbers.size()), numbers.data()));
+    choose_samples(self);
 }
 
 PyObject* numbers_of(osg::Array const* array) {

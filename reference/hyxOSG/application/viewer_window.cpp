@@ -115,9 +115,11 @@ void ViewerWindow::makeCamera(int width, int height) {
     camera->setViewport(0, 0, width, height);
     camera->setProjectionMatrixAsPerspective(45, double(width) / height, 0.1, 1000);
     camera->setClearMask(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_STENCIL_BUFFER_BIT);
-    GLenum const buffer = offscreen() ? GL_FRONT : GL_BACK;
+    GLenum const buffer = colorBuffer(m_window);
     camera->setDrawBuffer(buffer);
     camera->setReadBuffer(buffer);
+    // The library takes it for off where nobody says it, and then leaves it on for those who switch it off.
+    camera->getOrCreateStateSet()->setMode(GL_MULTISAMPLE_ARB, osg::StateAttribute::ON);
     camera->addFinalDrawCallback(new FenceCallback(m_fence));
 }
 
@@ -203,7 +205,7 @@ void ViewerWindow::readPicture(double time, bool fresh, unsigned char* rgb) {
     hyxPython::NativeWork const work;
     if (!m_window->makeCurrent())
         throw std::runtime_error("the window cannot be read: its context is taken");
-    m_window->getState()->get<osg::GLExtensions>()->glBindFramebuffer(GL_FRAMEBUFFER_EXT, 0);
+    m_window->getState()->get<osg::GLExtensions>()->glBindFramebuffer(GL_FRAMEBUFFER_EXT, m_window->getDefaultFboId());
     glReadBuffer(camera()->getReadBuffer());
     m_reader.read(*camera()->getViewport(), *m_window->getState(), rgb);
 }

@@ -2,6 +2,7 @@
 #include "reference/hyxOSG/renderers/lidar_point_cloud.h"
 
 #include "reference/hyxOSG/renderers/lidar_colors.h"
+#include "reference/machinery/shading/node_state.h"
 
 #include <algorithm>
 #include <cmath>
@@ -17,6 +18,7 @@ LidarPointCloud::LidarPointCloud() {
     m_geometry->setColorArray(m_colors, osg::Array::BIND_PER_VERTEX);
     m_geometry->addPrimitiveSet(m_range);
     m_geometry->setDataVariance(osg::Object::DYNAMIC);
+    drawWithoutSamples(*m_geometry->getOrCreateStateSet());
 }
 
 void LidarPointCloud::add(std::vector<hyxSensor::LidarHit> const& hits, double time) {

@@ -53,7 +53,7 @@ std::vector<Candidate> findCandidates(EglLibrary const& egl) {
 
 /// A driver may initialize on a card that the process may not use, so only a context made current counts.
 bool canDraw(EglLibrary const& egl, EGLDisplay display) {
-    EGLConfig const config = chooseEglConfig(display, 0, false, true);
+    EGLConfig const config = chooseEglConfig(display, false, true);
     if (!config || !egl.bindApi(EGL_OPENGL_API))
         return false;
     EGLint const size[] = {EGL_WIDTH, 1, EGL_HEIGHT, 1, EGL_NONE};
@@ -97,36 +97,28 @@ EGLDisplay eglDisplay() {
     return display;
 }
 
-EGLConfig chooseEglConfig(EGLDisplay display, int samples, bool alpha, bool stencil) {
-    EglLibrary const& egl = EglLibrary::instance();
-    for (; samples >= 0; samples = samples > 1 ? samples / 2 : samples - 1) {
-        EGLint const attributes[] = {EGL_SURFACE_TYPE,
-                                     EGL_PBUFFER_BIT,
-                                     EGL_RENDERABLE_TYPE,
-                                     EGL_OPENGL_BIT,
-                                     EGL_RED_SIZE,
-                                     8,
-                                     EGL_GREEN_SIZE,
-                                     8,
-                                     EGL_BLUE_SIZE,
-                                     8,
-                                     EGL_ALPHA_SIZE,
-                                     alpha ? 8 : 0,
-                                     EGL_DEPTH_SIZE,
-                                     24,
-                                     EGL_STENCIL_SIZE,
-                                     stencil ? 8 : 0,
-                                     EGL_SAMPLE_BUFFERS,
-                                     samples > 0 ? 1 : 0,
-                                     EGL_SAMPLES,
-                                     samples,
-                                     EGL_NONE};
-        EGLConfig config = nullptr;
-        EGLint count = 0;
-        if (egl.chooseConfig(display, attributes, &config, 1, &count) && count > 0)
-            return config;
-    }
-    return nullptr;
+EGLConfig chooseEglConfig(EGLDisplay display, bool alpha, bool stencil) {
+    EGLint const attributes[] = {EGL_SURFACE_TYPE,
+                                 EGL_PBUFFER_BIT,
+                                 EGL_RENDERABLE_TYPE,
+                                 EGL_OPENGL_BIT,
+                                 EGL_RED_SIZE,
+                                 8,
+                                 EGL_GREEN_SIZE,
+                                 8,
+                                 EGL_BLUE_SIZE,
+                                 8,
+                                 EGL_ALPHA_SIZE,
+                                 alpha ? 8 : 0,
+                                 EGL_DEPTH_SIZE,
+                                 24,
+                                 EGL_STENCIL_SIZE,
+                                 stencil ? 8 : 0,
+                                 EGL_NONE};
+    EGLConfig config = nullptr;
+    EGLint count = 0;
+    bool const found = EglLibrary::instance().chooseConfig(display, attributes, &config, 1, &count) && count > 0;
+    return found ? config : nullptr;
 }
 
 } // namespace hyxOSG

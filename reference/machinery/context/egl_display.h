@@ -10,7 +10,7 @@ namespace hyxOSG {
 /// Throws std::runtime_error with the reasons when there is none.
 EGLDisplay eglDisplay();
 
-/// A configuration of `display` for off-screen windows with at most `samples` samples; null when there is none.
-EGLConfig chooseEglConfig(EGLDisplay display, int samples, bool alpha, bool stencil);
+/// A configuration of `display` for off-screen windows; null when there is none.
+EGLConfig chooseEglConfig(EGLDisplay display, bool alpha, bool stencil);
 
 } // namespace hyxOSG

@@ -15,11 +15,11 @@ EGLContext sharedContext(osg::GraphicsContext* context, EGLContext (*read)(EglWi
 
 } // namespace
 
-EglWindow::EglWindow(osg::GraphicsContext::Traits* traits) {
+EglWindow::EglWindow(osg::GraphicsContext::Traits* traits) : m_width(traits->width), m_height(traits->height) {
     _traits = traits;
     EglLibrary const& egl = EglLibrary::instance();
     m_display = eglDisplay();
-    m_config = chooseEglConfig(m_display, traits->samples, traits->alpha > 0, traits->stencil > 0);
+    m_config = chooseEglConfig(m_display, traits->alpha > 0, traits->stencil > 0);
     if (!m_config || !egl.bindApi(EGL_OPENGL_API))
         throw std::runtime_error("no pixel format for an off-screen window");
 
@@ -58,12 +58,40 @@ EGLSurface EglWindow::makeSurface(int width, int height) const {
 }
 
 bool EglWindow::realizeImplementation() {
+    if (m_valid && !m_realized && _traits->samples > 0)
+        makeFrame();
     m_realized = m_valid;
     return m_realized;
 }
 
+void EglWindow::makeFrame() {
+    if (!bind(m_surface))
+        return;
+    if (hasSampledFrames(*getState())) {
+        m_frame = std::make_unique<SampledFrame>(*getState(), _traits->samples, _traits->alpha > 0, m_width, m_height);
+        setDefaultFboId(m_frame->id());
+    }
+    EglLibrary::instance().makeCurrent(m_display, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
+}
+
+bool EglWindow::bind(EGLSurface read) {
+    EglLibrary const& egl = EglLibrary::instance();
+    egl.bindApi(EGL_OPENGL_API);
+    if (!egl.makeCurrent(m_display, m_surface, read, m_context))
+        return false;
+    if (m_frame) {
+        m_frame->resize(m_width, m_height);
+        m_frame->bind();
+    }
+    return true;
+}
+
 void EglWindow::closeImplementation() {
     EglLibrary const& egl = EglLibrary::instance();
+    if (m_frame && !bind(m_surface))
+        static_cast<void>(m_frame.release()); // it went with the context
+    m_frame.reset();
+    setDefaultFboId(0);
     if (m_context != EGL_NO_CONTEXT && egl.currentContext() == m_context)
         egl.makeCurrent(m_display, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
     if (m_surface != EGL_NO_SURFACE)
@@ -78,20 +106,12 @@ void EglWindow::closeImplementation() {
 // Binding nothing succeeds in EGL, and the caller would then read GL strings of no context; so a window that is
 // not realized refuses.
 bool EglWindow::makeCurrentImplementation() {
-    if (!m_realized)
-        return false;
-    EglLibrary const& egl = EglLibrary::instance();
-    egl.bindApi(EGL_OPENGL_API);
-    return egl.makeCurrent(m_display, m_surface, m_surface, m_context);
+    return m_realized && bind(m_surface);
 }
 
 bool EglWindow::makeContextCurrentImplementation(osg::GraphicsContext* readContext) {
     auto* reader = dynamic_cast<EglWindow*>(readContext);
-    if (!m_realized || !reader || !reader->m_realized)
-        return false;
-    EglLibrary const& egl = EglLibrary::instance();
-    egl.bindApi(EGL_OPENGL_API);
-    return egl.makeCurrent(m_display, m_surface, reader->m_surface, m_context);
+    return m_realized && reader && reader->m_realized && bind(reader->m_surface);
 }
 
 bool EglWindow::releaseContextImplementation() {
@@ -110,7 +130,7 @@ void EglWindow::swapBuffersImplementation() {
 bool EglWindow::setWindowRectangleImplementation(int x, int y, int width, int height) {
     if (!m_valid || width < 1 || height < 1)
         return false;
-    if (width != _traits->width || height != _traits->height) {
+    if (width != m_width || height != m_height) {
         EglLibrary const& egl = EglLibrary::instance();
         EGLSurface const surface = makeSurface(width, height);
         if (surface == EGL_NO_SURFACE)
@@ -120,8 +140,10 @@ bool EglWindow::setWindowRectangleImplementation(int x, int y, int width, int he
             egl.makeCurrent(m_display, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
         egl.destroySurface(m_display, m_surface);
         m_surface = surface;
+        m_width = width;
+        m_height = height;
         if (current)
-            egl.makeCurrent(m_display, m_surface, m_surface, m_context);
+            bind(m_surface);
     }
     getEventQueue()->windowResize(x, y, width, height);
     return true;

@@ -2,17 +2,23 @@
 #pragma once
 
 #include "reference/machinery/context/egl_library.h"
+#include "reference/machinery/context/sampled_frame.h"
 
 #include <osgViewer/GraphicsWindow>
+
+#include <memory>
 
 namespace hyxOSG {
 
 /// Behaves like a window of the windowing system (events, resize, several at once), but is never seen.
 ///
-/// The pixel buffer has one colour buffer only, so cameras draw to and read from GL_FRONT. Used by one thread.
+/// With samples it draws into a frame buffer of its own, which its default one names; else into the pixel buffer, which
+/// has one colour buffer only. Cameras draw to and read from `colorBuffer()`. Used by one thread.
 class EglWindow : public osgViewer::GraphicsWindow {
 public:
     explicit EglWindow(osg::GraphicsContext::Traits* traits);
+
+    GLenum colorBuffer() const { return m_frame ? GL_COLOR_ATTACHMENT0_EXT : GL_FRONT; }
 
     char const* libraryName() const override { return "hyxOSG"; }
 
@@ -54,13 +60,17 @@ protected:
 
 private:
     EGLSurface makeSurface(int width, int height) const;
+    bool bind(EGLSurface read);
+    void makeFrame();
 
     EGLDisplay m_display = EGL_NO_DISPLAY;
     EGLConfig m_config = nullptr;
     EGLContext m_context = EGL_NO_CONTEXT;
     EGLSurface m_surface = EGL_NO_SURFACE;
-    bool m_valid = false;    ///< context and surface were made
-    bool m_realized = false; ///< between realize and close
+    std::unique_ptr<SampledFrame> m_frame; ///< null without samples
+    int m_width, m_height;                 ///< of the surface; the traits follow later
+    bool m_valid = false;                  ///< context and surface were made
+    bool m_realized = false;               ///< between realize and close
 };
 
 } // namespace hyxOSG

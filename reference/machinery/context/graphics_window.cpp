@@ -163,6 +163,11 @@ bool isOffscreen(osg::GraphicsContext const* context) {
     return dynamic_cast<EglWindow const*>(context) != nullptr;
 }
 
+GLenum colorBuffer(osg::GraphicsContext const* context) {
+    auto const* window = dynamic_cast<EglWindow const*>(context);
+    return window ? window->colorBuffer() : GL_BACK;
+}
+
 unsigned long nativeWindow(osg::GraphicsContext const* context) {
     auto const* window = dynamic_cast<osgViewer::GraphicsWindowX11 const*>(context);
     return window ? const_cast<osgViewer::GraphicsWindowX11*>(window)->getWindow() : 0;

@@ -44,6 +44,9 @@ osg::ref_ptr<osgViewer::GraphicsWindow> makeGraphicsWindow(int width, int height
 /// Whether `context` was made here and draws off-screen; false for null.
 bool isOffscreen(osg::GraphicsContext const* context);
 
+/// What cameras of `context` draw into and read from.
+GLenum colorBuffer(osg::GraphicsContext const* context);
+
 /// The number of the native window of `context`; 0 for an off-screen one, for none and for null.
 unsigned long nativeWindow(osg::GraphicsContext const* context);
 

@@ -183,6 +183,7 @@ SphereImpostors::SphereImpostors() {
     m_points->setVertexAttribArray(colorAttribute, m_colors, osg::Array::BIND_PER_VERTEX);
     m_points->setVertexAttribArray(rotationAttribute, m_rotations, osg::Array::BIND_PER_VERTEX);
     m_points->addPrimitiveSet(new osg::DrawArrays(GL_POINTS, 0, 0));
+    drawWithoutSamples(*m_points->getOrCreateStateSet());
     useVertexBuffers(*m_points);
     m_quads = instanced(quadForm());
     m_meshes = instanced(ballForm(12));

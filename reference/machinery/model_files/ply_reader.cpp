@@ -5,6 +5,7 @@
 #include "reference/machinery/meshes/crease_normals.h"
 #include "reference/machinery/meshes/mesh_builder.h"
 #include "reference/machinery/model_files/model_picture.h"
+#include "reference/machinery/shading/node_state.h"
 #include "reference/machinery/shading/surface_program.h"
 
 #include <osg/Geode>
@@ -201,10 +202,12 @@ public:
             mesh->setColorArray(m_colors, osg::Array::BIND_PER_VERTEX);
         if (m_texcoords->size() == m_positions->size())
             mesh->setTexCoordArray(0, m_texcoords, osg::Array::BIND_PER_VERTEX);
-        if (m_triangles->empty())
+        if (m_triangles->empty()) {
             mesh->addPrimitiveSet(new osg::DrawArrays(GL_POINTS, 0, static_cast<GLsizei>(m_positions->size())));
-        else
+            drawWithoutSamples(*mesh->getOrCreateStateSet());
+        } else {
             addTriangles(*mesh);
+        }
         useVertexBuffers(*mesh);
         osg::ref_ptr<osg::Geode> const geode = new osg::Geode;
         geode->addDrawable(mesh);

@@ -5,6 +5,7 @@
 
 #include <osg/BlendFunc>
 #include <osg/Depth>
+#include <osg/Multisample>
 #include <osg/NodeVisitor>
 
 namespace hyxOSG {
@@ -60,6 +61,10 @@ void setOpacity(osg::StateSet& state, float alpha) {
         state.setRenderingHint(osg::StateSet::DEFAULT_BIN);
         state.setRenderBinToInherit();
     }
+}
+
+void drawWithoutSamples(osg::StateSet& state) {
+    state.setMode(GL_MULTISAMPLE_ARB, osg::StateAttribute::OFF);
 }
 
 } // namespace hyxOSG

@@ -29,4 +29,7 @@ osg::Material& writableMaterial(osg::Node& node);
 /// Blends `state` with what lies behind, far to near; or, with 1, makes it opaque again.
 void setOpacity(osg::StateSet& state, float alpha);
 
+/// For points, which are squares of whole pixels: several samples smooth nothing there, and take twice the time.
+void drawWithoutSamples(osg::StateSet& state);
+
 } // namespace hyxOSG
