@@ -9,26 +9,25 @@
 namespace hyxOSG {
 namespace {
 
-constexpr GLenum mostSamples = 0x8D57; // GL_MAX_SAMPLES, which the scene-graph library's headers lack
+GLint mostSamples() {
+    constexpr GLenum maxSamples = 0x8D57; // GL_MAX_SAMPLES, which the scene-graph library's headers lack
+    GLint most = 0;
+    glGetIntegerv(maxSamples, &most);
+    return most;
+}
 
 } // namespace
 
 bool hasSampledFrames(osg::State& state) {
     auto const& gl = *osg::GLExtensions::Get(state.getContextID(), true);
-    GLint most = 0;
-    if (gl.isFrameBufferObjectSupported && gl.isPackedDepthStencilSupported && gl.glBlitFramebuffer &&
-        gl.glRenderbufferStorageMultisample)
-        glGetIntegerv(mostSamples, &most);
-    return most > 0;
+    return gl.isFrameBufferObjectSupported && gl.isPackedDepthStencilSupported && gl.glBlitFramebuffer &&
+           gl.glRenderbufferStorageMultisample && mostSamples() > 0;
 }
 
 SampledFrame::SampledFrame(osg::State& state, int samples, bool alpha, int width, int height)
     : m_gl(*osg::GLExtensions::Get(state.getContextID(), true)),
-      m_samples(samples),
+      m_samples(std::min<GLsizei>(samples, mostSamples())),
       m_colorFormat(alpha ? GL_RGBA8 : GL_RGB8) {
-    GLint most = 0;
-    glGetIntegerv(mostSamples, &most);
-    m_samples = std::min<GLsizei>(samples, most);
     m_gl.glGenFramebuffers(1, &m_frameBuffer);
     m_gl.glGenRenderbuffers(1, &m_colors);
     m_gl.glGenRenderbuffers(1, &m_depths);
