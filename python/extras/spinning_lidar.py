@@ -76,7 +76,7 @@ class SpinningDepthLidar:
         width = max(8, math.ceil(_OVERSAMPLING * columns / math.pi)) + 4
         focal = (width - 4) / 2  # 90 degrees, and two pixels more at each side
         height = 2 * math.ceil(focal * math.tan(steepest) * math.sqrt(2)) + 6
-        K = [[focal, 0, (width - 1) / 2], [0, focal, (height - 1) / 2], [0, 0, 1]]
+        K: list[list[float]] = [[focal, 0, (width - 1) / 2], [0, focal, (height - 1) / 2], [0, 0, 1]]
         # A beam near a picture's corner is longer than its distance along the view.
         near = self._range[0] * math.cos(steepest) / math.sqrt(2)
         return SensorCamera(self._application, width, height, K=K, near=near, far=self._range[1])
