@@ -13,6 +13,10 @@ double usualReach(double radius) {
 
 void addPoint(btManifoldResult& result, btVector3 const& normal, btVector3 const& point, double distance) {
     btPersistentManifold& manifold = *result.getPersistentManifold();
+    if (manifold.getContactBreakingThreshold() <= usualReach(manifold.getContactProcessingThreshold())) {
+        result.addContactPoint(normal, point, distance);
+        return;
+    }
     btPersistentManifold alone(manifold.getBody0(), manifold.getBody1(), 0, manifold.getContactBreakingThreshold(),
                                manifold.getContactProcessingThreshold());
     result.setPersistentManifold(&alone);
