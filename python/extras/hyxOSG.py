@@ -4,6 +4,7 @@ from __future__ import annotations
 
 import _hyxOSG
 
+from .films import Film, encode, progress
 from .gltf import GltfRecording
 from .lists import Items
 from .png import png_bytes
@@ -15,6 +16,7 @@ from .spinning_lidar import SpinningDepthLidar
 __all__ = [
     "ColorBar",
     "ColorScale",
+    "Film",
     "GltfRecording",
     "SensorCamera",
     "SensorFrame",
@@ -26,7 +28,9 @@ __all__ = [
 
 TYPE_CHECKING = False
 if TYPE_CHECKING:
-    from collections.abc import Iterator
+    import os
+    from collections.abc import Iterator, Mapping
+    from contextlib import AbstractContextManager
     from types import TracebackType
     from typing import Any
 
@@ -132,6 +136,34 @@ class ExampleApplication:
             print(f"{sys.argv[0]}: {error}\n(--help lists the options)", file=sys.stderr)
             raise SystemExit(2) from error
 
+    def film(
+        self,
+        path: str | os.PathLike[str],
+        codec: str | None = None,
+        *,
+        title: str = "",
+        clock: bool = False,
+        color_bar: ColorScale | None = None,
+        label: str = "",
+        size: tuple[int, int] | None = None,
+        **encoding: Any,
+    ) -> Film:
+        """A film of the window, recorded as long as `with` lasts; overlays are shown as long.
+
+            with app.film("drop.mp4", title="Drop test", clock=True) as film, film.progress(seconds=5):
+                app.stopAfter(5)
+                app.run()
+
+        `title` stands above the picture, the simulated time below, `color_bar` with its `label` at the right. `size` in
+        pixels, that of the window by default. What else there is to choose: see `VideoFFMPEGPipeCapture.encode`.
+        """
+        import _osg
+
+        film = Film(self, title, clock, color_bar, label)  # type: ignore[arg-type]
+        film.video.setImageResolution(*(size or _osg.getPictureSize(self)))
+        film.video.encode(codec, path=path, **encoding)  # type: ignore[attr-defined]
+        return film
+
     def _repr_png_(self) -> bytes | None:
         """The present picture, for notebooks; None before there is a window."""
         if self.getViewer() is None:  # type: ignore[attr-defined]
@@ -216,6 +248,55 @@ class ImageCaptureBase:
         self, kind: type[BaseException] | None, error: BaseException | None, trace: TracebackType | None
     ) -> None:
         self.stopCapture()  # type: ignore[attr-defined]
+
+
+class VideoFFMPEGPipeCapture:
+    def encode(
+        self,
+        codec: str | None = None,
+        *,
+        path: str | os.PathLike[str] | None = None,
+        fps: float | None = None,
+        quality: int | None = None,
+        lossless: bool = False,
+        bitrate: float | None = None,
+        preset: str = "",
+        pixel_format: str = "",
+        alpha: bool = False,
+        hardware: bool = False,
+        options: Mapping[str, object] | None = None,
+    ) -> str:
+        """Chooses all about the next film in one call and returns the encoder. What is left out gives a film that plays
+        in browsers and that keeps what is drawn.
+
+        - `codec`: "h264", "h264rgb", "h265", "av1", "vp9", "mpeg4", "prores", "ffv1", "gif", "webp", "png", or the name of
+          an encoder of ffmpeg; by default what suits the container.
+        - `path`: of the file; its ending is the container.
+        - `fps`: images and frames a second alike.
+        - `quality`: 0 (best) to 51, 18 by default; or `lossless`; or `bitrate`, bits a second.
+        - `preset`, `pixel_format`, `options`: as ffmpeg names them: "slow", "yuv444p", {"tune": "animation"}.
+        - `alpha`: keeps what is transparent, of a render target with RGBA that is cleared to (0, 0, 0, 0): ".mov" is
+          ProRes 4444 then, ".webm" VP9.
+        - `hardware`: an encoder of the graphics processor where one works, else the usual one.
+        """
+        return encode(
+            self,
+            codec,
+            path=path,
+            fps=fps,
+            quality=quality,
+            lossless=lossless,
+            bitrate=bitrate,
+            preset=preset,
+            pixel_format=pixel_format,
+            alpha=alpha,
+            hardware=hardware,
+            options=options,
+        )  # type: ignore[arg-type]
+
+    def progress(self, seconds: float | None = None, **options: Any) -> AbstractContextManager[Any]:
+        """`with` it, a bar of tqdm shows the images taken, of those of so many seconds where told. `options` are tqdm's."""
+        return progress(self, seconds, **options)  # type: ignore[arg-type]
 
 
 class RenderToImage:

@@ -98,6 +98,9 @@ protected:
     explicit ImageCaptureBase(hyxSDK::Simulation* simulation);
     ~ImageCaptureBase() override;
 
+    /// Whether images keep the alpha that was drawn.
+    virtual bool keepsAlpha() const { return false; }
+
 private:
     void takeImages(osg::Viewport const& viewport, long count);
     void endAfterFailure(std::exception_ptr failure);

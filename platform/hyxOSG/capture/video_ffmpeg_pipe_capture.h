@@ -48,8 +48,9 @@ public:
     /// The postfix of the video file.
     hyx::String getVideoPostFix() const;
 
-    /// Sets the frames a second of the video file; where it differs from the rate of the images, frames are repeated or
-    /// left out so that time passes as captured. Throws `std::invalid_argument` outside 0.001 to 10000.
+    /// Sets the frames a second of the video file, which are those of the images until this is called; where they
+    /// differ, frames are repeated or left out so that time passes as captured. Throws `std::invalid_argument` outside
+    /// 0.001 to 10000.
     void setVideoFPS(double fps);
     /// The frames a second of the video file.
     double getVideoFPS() const;
@@ -77,6 +78,29 @@ public:
     /// The codec.
     OutputCodec getOutputCodec() const;
 
+    /// The encoder by its ffmpeg name in place of the codec's, such as "prores_ks"; "" for the codec's. Used by the
+    /// next `init`, as are the following.
+    void setEncoder(hyx::String const& name);
+    hyx::String getEncoder() const;
+    /// The encoder's preset, such as "slow" or "p7"; "" for one that keeps pace with drawing.
+    void setPreset(hyx::String const& preset);
+    hyx::String getPreset() const;
+    /// Bits a second in place of the rate factor; 0 for none. Throws `std::invalid_argument` for a negative number.
+    void setBitrate(double bitsPerSecond);
+    double getBitrate() const;
+    /// The format of the film's pixels as ffmpeg names it, such as "yuv444p"; "" for what most players take.
+    void setPixelFormat(hyx::String const& format);
+    hyx::String getPixelFormat() const;
+    /// Further words for the encoder, one a line: "-tune", "animation".
+    void setEncoderOptions(hyx::String const& lines);
+    hyx::String getEncoderOptions() const;
+    /// Whether the film keeps the alpha of the images: that of a target with `RGBA` that is cleared to (0, 0, 0, 0).
+    /// `init` throws where the encoder cannot.
+    void setEnableAlpha(bool enable);
+    bool getEnableAlpha() const;
+    /// The images that were given to the running or the last encoder.
+    hyx::UInt getNumFrames() const;
+
     /// Whether an encoder is running and taking images.
     bool hasActiveVideo() const;
 
@@ -100,6 +124,7 @@ public:
 
 protected:
     ~VideoFFMPEGPipeCapture() override;
+    bool keepsAlpha() const override;
 
 private:
     struct Implementation;

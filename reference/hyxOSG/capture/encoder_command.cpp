@@ -34,15 +34,26 @@ std::string rateText(double rate) {
     return std::to_string(std::llround(numerator)) + "/" + std::to_string(std::llround(denominator));
 }
 
+/// The format of the film's pixels.
+std::string pixelFormat(EncoderSettings const& settings, EncoderKind const& kind) {
+    if (!settings.pixels.empty())
+        return settings.pixels;
+    if (settings.alpha && kind.alphaPixels.empty())
+        throw std::runtime_error("the encoder \"" + settings.encoderName +
+                                 "\" keeps no alpha: choose prores_ks, libvpx-vp9, ffv1, png or libwebp_anim");
+    return std::string(settings.alpha ? kind.alphaPixels : kind.pixels);
+}
+
 std::string filters(EncoderSettings const& settings, EncoderKind const& kind) {
-    std::string const pixels = ",format=" + std::string(kind.pixels);
+    std::string const format = pixelFormat(settings, kind);
+    std::string const pixels = ",format=" + format;
     // The filter repeats and leaves out frames evenly; the option "-r" would add some at the end.
     std::string const pace = settings.imageRate == settings.videoRate ? "null" : "fps=" + rateText(settings.videoRate);
     if (kind.name == "gif") { // 256 colours of each picture's own
         return pace + ",split[shown][counted];[counted]palettegen=stats_mode=single[colors];"
                       "[shown][colors]paletteuse=new=1";
     }
-    if (!kind.hasColorDifferences()) {
+    if (!hasColorDifferences(format)) {
         return pace + pixels;
     }
     return pace +
@@ -51,9 +62,9 @@ std::string filters(EncoderSettings const& settings, EncoderKind const& kind) {
            pixels + ",setparams=colorspace=bt709:color_primaries=bt709:color_trc=bt709:range=tv";
 }
 
-Options colorTags(EncoderKind const& kind) {
+Options colorTags(std::string const& format) {
     Options tags{"-color_primaries", "bt709", "-color_trc", "bt709"};
-    if (kind.hasColorDifferences()) {
+    if (hasColorDifferences(format)) {
         tags.insert(tags.end(), {"-colorspace", "bt709", "-color_range", "tv"});
     }
     return tags;
@@ -67,11 +78,24 @@ Options quality(EncoderSettings const& settings, EncoderKind const& kind) {
         }
         return *kind.lossless;
     }
+    if (settings.bitrate > 0) {
+        return {"-b:v", std::to_string(std::llround(settings.bitrate))};
+    }
     if (kind.quality.empty()) {
         return {};
     }
     double const share = double(settings.rateFactor) / largestRateFactor;
     return {std::string(kind.quality), std::to_string(std::lround(kind.best + share * (kind.worst - kind.best)))};
+}
+
+/// Words that come later win.
+Options chosenByScript(EncoderSettings const& settings, EncoderKind const& kind) {
+    Options options = settings.alpha ? kind.alphaOptions : Options{};
+    if (!settings.preset.empty()) {
+        options.insert(options.end(), {"-preset", settings.preset});
+    }
+    options.insert(options.end(), settings.options.begin(), settings.options.end());
+    return options;
 }
 
 Options container(EncoderSettings const& settings, FilmContainer const& kind) {
@@ -109,7 +133,7 @@ std::vector<std::string> encoderCommand(EncoderSettings const& asked) {
                                      "-f",
                                      "rawvideo",
                                      "-pixel_format",
-                                     "rgb24",
+                                     settings.alpha ? "rgba" : "rgb24",
                                      "-video_size",
                                      std::to_string(settings.width) + "x" + std::to_string(settings.height),
                                      "-framerate",
@@ -124,7 +148,8 @@ std::vector<std::string> encoderCommand(EncoderSettings const& asked) {
                                      "-vf",
                                      filters(settings, kind)};
     for (Options const& options :
-         {kind.pace, quality(settings, kind), colorTags(kind), container(settings, file),
+         {kind.pace, quality(settings, kind), chosenByScript(settings, kind), colorTags(pixelFormat(settings, kind)),
+          container(settings, file),
           // A name that begins with a dash or holds a colon would be taken for an option or a protocol.
           Options{"file:" + settings.file}}) {
         command.insert(command.end(), options.begin(), options.end());

@@ -15,10 +15,16 @@ struct EncoderSettings {
     unsigned long rateFactor = 0;
     bool lossless = false;
     std::string encoderName;
+    std::string preset;               ///< "" for that of the kind
+    double bitrate = 0;               ///< bits a second, in place of the rate factor; 0 for none
+    std::string pixels;               ///< "" for those of the kind
+    std::vector<std::string> options; ///< further words for the encoder
+    bool alpha = false;               ///< frames have a fourth byte
     std::string file;
 };
 
-/// The program and its arguments for frames of three bytes a pixel, upper row first, on standard input.
+/// The program and its arguments for frames of three or, with alpha, four bytes a pixel, upper row first, on standard
+/// input.
 /// \throws std::runtime_error for what the encoder or the container cannot do
 std::vector<std::string> encoderCommand(EncoderSettings const& settings);
 

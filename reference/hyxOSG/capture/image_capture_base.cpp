@@ -193,7 +193,7 @@ void ImageCaptureBase::takeImages(osg::Viewport const& viewport, long count) {
     unsigned const width = asDrawn ? unsigned(m_implementation->image->s()) : unsigned(size.x);
     unsigned const height = asDrawn ? unsigned(m_implementation->image->t()) : unsigned(size.y);
     // What lies in a window's alpha does not belong to the picture.
-    copyImage(m_implementation->image, width, height, *m_implementation->picture);
+    copyImage(m_implementation->image, width, height, keepsAlpha(), *m_implementation->picture);
     for (; count > 0 && m_implementation->started; --count) {
         writeImage(m_implementation->picture, hyx::Index(m_implementation->imageNumber));
         ++m_implementation->imageNumber;

@@ -17,6 +17,7 @@ struct ByteOrder {
     int green;
     int blue;
     int bytes;
+    int alpha = -1; ///< none
 };
 
 ByteOrder byteOrder(osg::Image const& image) {
@@ -25,11 +26,11 @@ ByteOrder byteOrder(osg::Image const& image) {
         case GL_RGB:
             return {0, 1, 2, 3};
         case GL_RGBA:
-            return {0, 1, 2, 4};
+            return {0, 1, 2, 4, 3};
         case GL_BGR:
             return {2, 1, 0, 3};
         case GL_BGRA:
-            return {2, 1, 0, 4};
+            return {2, 1, 0, 4, 3};
         case GL_LUMINANCE:
             return {0, 0, 0, 1};
         default:
@@ -43,24 +44,29 @@ unsigned char toByte(float value) {
     return static_cast<unsigned char>(std::lround(std::clamp(value, 0.0f, 1.0f) * 255));
 }
 
-void copyRow(osg::Image const& image, unsigned row, ByteOrder const& order, unsigned char* to) {
+/// Rows of `channels` bytes a pixel: 3, or 4 with alpha.
+void copyRow(osg::Image const& image, unsigned row, ByteOrder const& order, int channels, unsigned char* to) {
     unsigned const width = static_cast<unsigned>(image.s());
     unsigned char const* from = image.data(0, row);
-    if (order.bytes == 3 && order.red == 0) {
-        std::memcpy(to, from, 3 * std::size_t(width));
+    if (order.bytes == channels && order.red == 0) {
+        std::memcpy(to, from, std::size_t(channels) * width);
         return;
     }
-    for (unsigned x = 0; x < width; ++x, to += 3) {
+    for (unsigned x = 0; x < width; ++x, to += channels) {
         if (order.bytes > 0) {
             to[0] = from[order.red];
             to[1] = from[order.green];
             to[2] = from[order.blue];
+            if (channels == 4)
+                to[3] = order.alpha >= 0 ? from[order.alpha] : 255;
             from += order.bytes;
         } else {
             osg::Vec4 const color = image.getColor(x, row);
             to[0] = toByte(color.r());
             to[1] = toByte(color.g());
             to[2] = toByte(color.b());
+            if (channels == 4)
+                to[3] = toByte(color.a());
         }
     }
 }
@@ -96,14 +102,14 @@ std::vector<Share> shares(unsigned from, unsigned to) {
     return result;
 }
 
-/// Scales along one direction of `lines` lines: pixel i of line j is at `j * lineStride + i * stride`, three values
-/// each.
+/// Scales along one direction of `lines` lines: pixel i of line j is at `j * lineStride + i * stride`, `channels`
+/// values each.
 template <class From, class To>
 void scaleLines(From const* from, To* to, std::vector<Share> const& plan, std::size_t lines, std::size_t fromStride,
-                std::size_t fromLine, std::size_t toStride, std::size_t toLine) {
+                std::size_t fromLine, std::size_t toStride, std::size_t toLine, int channels) {
     for (std::size_t line = 0; line < lines; ++line) {
         for (std::size_t i = 0; i < plan.size(); ++i) {
-            for (int channel = 0; channel < 3; ++channel) {
+            for (int channel = 0; channel < channels; ++channel) {
                 From const* source = from + line * fromLine + plan[i].first * fromStride + channel;
                 float sum = 0;
                 for (float weight : plan[i].weights) {
@@ -117,30 +123,40 @@ void scaleLines(From const* from, To* to, std::vector<Share> const& plan, std::s
     }
 }
 
-/// Rows of RGB bytes in the size of the image.
-void copyRows(osg::Image const& image, bool upperFirst, unsigned char* to) {
+/// Rows of bytes in the size of the image.
+void copyRows(osg::Image const& image, bool upperFirst, int channels, unsigned char* to) {
     ByteOrder const order = byteOrder(image);
     bool const reverse = upperFirst != (image.getOrigin() == osg::Image::TOP_LEFT);
     unsigned const height = unsigned(image.t());
-    for (unsigned row = 0; row < height; ++row, to += 3 * std::size_t(image.s())) {
-        copyRow(image, reverse ? height - 1 - row : row, order, to);
+    for (unsigned row = 0; row < height; ++row, to += std::size_t(channels) * image.s()) {
+        copyRow(image, reverse ? height - 1 - row : row, order, channels, to);
     }
 }
 
-void copyScaled(osg::Image const* image, unsigned width, unsigned height, bool upperFirst, unsigned char* to) {
+void copyScaled(osg::Image const* image, unsigned width, unsigned height, bool upperFirst, int channels,
+                unsigned char* to) {
     unsigned const fromWidth = unsigned(image->s());
     unsigned const fromHeight = unsigned(image->t());
     if (fromWidth == width && fromHeight == height) {
-        copyRows(*image, upperFirst, to);
+        copyRows(*image, upperFirst, channels, to);
         return;
     }
-    std::vector<unsigned char> rows(3 * std::size_t(fromWidth) * fromHeight);
-    copyRows(*image, upperFirst, rows.data());
-    std::size_t const fromLine = 3 * std::size_t(fromWidth);
-    std::size_t const line = 3 * std::size_t(width);
+    std::vector<unsigned char> rows(std::size_t(channels) * fromWidth * fromHeight);
+    copyRows(*image, upperFirst, channels, rows.data());
+    auto const pixel = std::size_t(channels);
+    std::size_t const fromLine = std::size_t(channels) * fromWidth;
+    std::size_t const line = std::size_t(channels) * width;
     std::vector<float> wide(line * fromHeight);
-    scaleLines(rows.data(), wide.data(), shares(fromWidth, width), fromHeight, 3, fromLine, 3, line);
-    scaleLines(wide.data(), to, shares(fromHeight, height), width, line, 3, line, 3);
+    scaleLines(rows.data(), wide.data(), shares(fromWidth, width), fromHeight, pixel, fromLine, pixel, line, channels);
+    scaleLines(wide.data(), to, shares(fromHeight, height), width, line, pixel, line, pixel, channels);
+}
+
+/// What was drawn over (0, 0, 0, 0) has its colour in the share of its alpha; films want the whole.
+void divideByAlpha(osg::Image& image) {
+    unsigned char* pixel = image.data();
+    for (unsigned char const* const end = pixel + image.getTotalSizeInBytes(); pixel != end; pixel += 4)
+        for (int i = 0; i < 3 && pixel[3] > 0 && pixel[3] < 255; ++i)
+            pixel[i] = static_cast<unsigned char>(std::min(255, (pixel[i] * 255 + pixel[3] / 2) / pixel[3]));
 }
 
 } // namespace
@@ -151,16 +167,20 @@ void requirePixels(osg::Image const* image) {
     }
 }
 
-void copyPixels(osg::Image const* image, unsigned width, unsigned height, std::vector<unsigned char>& pixels) {
+void copyPixels(osg::Image const* image, unsigned width, unsigned height, bool alpha,
+                std::vector<unsigned char>& pixels) {
     requirePixels(image);
-    pixels.resize(3 * std::size_t(width) * height);
-    copyScaled(image, width, height, true, pixels.data());
+    int const channels = alpha ? 4 : 3;
+    pixels.resize(std::size_t(channels) * width * height);
+    copyScaled(image, width, height, true, channels, pixels.data());
 }
 
-void copyImage(osg::Image const* image, unsigned width, unsigned height, osg::Image& copy) {
+void copyImage(osg::Image const* image, unsigned width, unsigned height, bool alpha, osg::Image& copy) {
     requirePixels(image);
-    copy.allocateImage(int(width), int(height), 1, GL_RGB, GL_UNSIGNED_BYTE, 1);
-    copyScaled(image, width, height, false, copy.data());
+    copy.allocateImage(int(width), int(height), 1, alpha ? GL_RGBA : GL_RGB, GL_UNSIGNED_BYTE, 1);
+    copyScaled(image, width, height, false, alpha ? 4 : 3, copy.data());
+    if (alpha)
+        divideByAlpha(copy);
 }
 
 } // namespace hyxOSG

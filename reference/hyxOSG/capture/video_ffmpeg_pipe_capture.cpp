@@ -3,6 +3,7 @@
 #include "platform/hyxOSG/capture/video_ffmpeg_pipe_capture.h"
 
 #include "platform/hyx/objects/notify.h"
+#include "reference/hyx/values/number_checks.h"
 #include "reference/hyxOSG/capture/encoder_command.h"
 #include "reference/hyxOSG/capture/encoder_feeder.h"
 #include "reference/hyxOSG/capture/image_pixels.h"
@@ -11,6 +12,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <sstream>
 #include <stdexcept>
 #include <utility>
 
@@ -35,12 +37,15 @@ VideoFFMPEGPipeCapture::CodecStringConversionMap VideoFFMPEGPipeCapture::OutputC
 struct VideoFFMPEGPipeCapture::Implementation {
     std::string filename = "video";
     std::string postFix = ".mp4";
-    double videoRate = 0;
+    std::optional<double> videoRate; ///< nothing: that of the images
     hyx::UInt rateFactor = 18;
     bool lossless = false;
     OutputCodec codec = OutputCodec_H264;
     std::optional<hyx::Vec2u> nextSize; ///< asked for while a video was running
     std::string file;                   ///< of the running video
+    bool filmHasAlpha = false;          ///< of the running video
+    EncoderSettings encoding;           ///< what scripts have chosen beyond the codec
+    std::size_t numFrames = 0;          ///< of the last video
     std::unique_ptr<EncoderFeeder> feeder;
 };
 
@@ -49,7 +54,6 @@ VideoFFMPEGPipeCapture::VideoFFMPEGPipeCapture(hyx::UInt width, hyx::UInt height
     : ImageCaptureBase(simulation), m_implementation(std::make_unique<Implementation>()) {
     VideoFFMPEGPipeCapture::setImageResolution(width, height);
     VideoFFMPEGPipeCapture::setFps(fps);
-    m_implementation->videoRate = fps;
 }
 
 VideoFFMPEGPipeCapture::~VideoFFMPEGPipeCapture() {
@@ -67,23 +71,26 @@ void VideoFFMPEGPipeCapture::init() {
         hyx::Notify::instance().notify(hyx::Notify::NOTIFY_WARNING,
                                        std::string("the video before is incomplete: ") + failure.what());
     }
-    auto const name = OutputCodecStrings.find(m_implementation->codec);
-    if (name == OutputCodecStrings.end() || name->second.empty()) {
-        throw std::runtime_error("OutputCodecStrings holds no encoder name for codec " +
-                                 std::to_string(m_implementation->codec));
+    EncoderSettings settings = m_implementation->encoding;
+    if (settings.encoderName.empty()) {
+        auto const name = OutputCodecStrings.find(m_implementation->codec);
+        if (name == OutputCodecStrings.end() || name->second.empty()) {
+            throw std::runtime_error("OutputCodecStrings holds no encoder name for codec " +
+                                     std::to_string(m_implementation->codec));
+        }
+        settings.encoderName = name->second;
     }
-    EncoderSettings settings;
     settings.lossless = m_implementation->lossless;
     settings.width = getImageResolution().x;
     settings.height = getImageResolution().y;
     settings.imageRate = getFps();
-    settings.videoRate = m_implementation->videoRate;
+    settings.videoRate = getVideoFPS();
     settings.rateFactor = m_implementation->rateFactor;
-    settings.encoderName = name->second;
     settings.file = m_implementation->filename + m_implementation->postFix;
     std::vector<std::string> const command = encoderCommand(settings);
     prepareOutputFolder(std::filesystem::path(settings.file).parent_path().string());
     m_implementation->file = settings.file;
+    m_implementation->filmHasAlpha = settings.alpha;
     m_implementation->feeder = std::make_unique<EncoderFeeder>(command, settings.file);
     hyx::setExitWork(this, [this] { stopProcess(); });
 }
@@ -110,7 +117,7 @@ void VideoFFMPEGPipeCapture::setVideoFPS(double fps) {
 }
 
 double VideoFFMPEGPipeCapture::getVideoFPS() const {
-    return m_implementation->videoRate;
+    return m_implementation->videoRate.value_or(getFps());
 }
 
 void VideoFFMPEGPipeCapture::setVideoCRF(hyx::UInt crf) {
@@ -152,6 +159,68 @@ VideoFFMPEGPipeCapture::OutputCodec VideoFFMPEGPipeCapture::getOutputCodec() con
     return m_implementation->codec;
 }
 
+void VideoFFMPEGPipeCapture::setEncoder(hyx::String const& name) {
+    m_implementation->encoding.encoderName = name;
+}
+
+hyx::String VideoFFMPEGPipeCapture::getEncoder() const {
+    return m_implementation->encoding.encoderName;
+}
+
+void VideoFFMPEGPipeCapture::setPreset(hyx::String const& preset) {
+    m_implementation->encoding.preset = preset;
+}
+
+hyx::String VideoFFMPEGPipeCapture::getPreset() const {
+    return m_implementation->encoding.preset;
+}
+
+void VideoFFMPEGPipeCapture::setBitrate(double bitsPerSecond) {
+    m_implementation->encoding.bitrate = hyx::requireNonNegative(bitsPerSecond, "the bits a second of a video");
+}
+
+double VideoFFMPEGPipeCapture::getBitrate() const {
+    return m_implementation->encoding.bitrate;
+}
+
+void VideoFFMPEGPipeCapture::setPixelFormat(hyx::String const& format) {
+    m_implementation->encoding.pixels = format;
+}
+
+hyx::String VideoFFMPEGPipeCapture::getPixelFormat() const {
+    return m_implementation->encoding.pixels;
+}
+
+void VideoFFMPEGPipeCapture::setEncoderOptions(hyx::String const& lines) {
+    m_implementation->encoding.options.clear();
+    std::istringstream words(lines);
+    for (std::string word; std::getline(words, word);)
+        m_implementation->encoding.options.push_back(word);
+}
+
+hyx::String VideoFFMPEGPipeCapture::getEncoderOptions() const {
+    std::string lines;
+    for (std::string const& word : m_implementation->encoding.options)
+        lines += (lines.empty() ? "" : "\n") + word;
+    return lines;
+}
+
+void VideoFFMPEGPipeCapture::setEnableAlpha(bool enable) {
+    m_implementation->encoding.alpha = enable;
+}
+
+bool VideoFFMPEGPipeCapture::getEnableAlpha() const {
+    return m_implementation->encoding.alpha;
+}
+
+bool VideoFFMPEGPipeCapture::keepsAlpha() const {
+    return m_implementation->feeder ? m_implementation->filmHasAlpha : m_implementation->encoding.alpha;
+}
+
+hyx::UInt VideoFFMPEGPipeCapture::getNumFrames() const {
+    return m_implementation->feeder ? m_implementation->feeder->numFrames() : m_implementation->numFrames;
+}
+
 bool VideoFFMPEGPipeCapture::hasActiveVideo() const {
     return m_implementation->feeder && m_implementation->feeder->isActive();
 }
@@ -166,6 +235,7 @@ bool VideoFFMPEGPipeCapture::stopProcess() {
     if (auto const size = std::exchange(m_implementation->nextSize, std::nullopt)) {
         ImageCaptureBase::setImageResolution(size->x, size->y);
     }
+    m_implementation->numFrames = feeder->numFrames();
     feeder->finish();
     if (feeder->numFrames() == 0) {
         hyx::Notify::instance().notify(hyx::Notify::NOTIFY_WARNING,
@@ -225,7 +295,7 @@ void VideoFFMPEGPipeCapture::writeImage(osg::Image* image, hyx::Index) {
     }
     EncoderFeeder::Frame frame = m_implementation->feeder->takeFrame();
     hyx::Vec2u const size = getImageResolution();
-    copyPixels(image, unsigned(size.x), unsigned(size.y), frame);
+    copyPixels(image, unsigned(size.x), unsigned(size.y), m_implementation->filmHasAlpha, frame);
     m_implementation->feeder->add(std::move(frame));
 }
 

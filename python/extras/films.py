@@ -1,0 +1,181 @@
+"""Films for publication: encoding in one call, title, clock and colour bar, and progress."""
+
+from __future__ import annotations
+
+import threading
+from contextlib import contextmanager
+from pathlib import Path
+
+from .film_encoding import USUAL, USUAL_WITH_ALPHA, chosen_encoder
+
+TYPE_CHECKING = False
+if TYPE_CHECKING:
+    import os
+    from collections.abc import Iterator, Mapping
+    from types import TracebackType
+    from typing import Any
+
+    import hyxOSG
+
+    from .hints import Self
+    from .scalar_colors import ColorScale
+
+_LOOK_AGAIN = 0.1  # seconds
+
+
+def encode(
+    video: hyxOSG.VideoFFMPEGPipeCapture,
+    codec: str | None = None,
+    *,
+    path: str | os.PathLike[str] | None = None,
+    fps: float | None = None,
+    quality: int | None = None,
+    lossless: bool = False,
+    bitrate: float | None = None,
+    preset: str = "",
+    pixel_format: str = "",
+    alpha: bool = False,
+    hardware: bool = False,
+    options: Mapping[str, object] | None = None,
+) -> str:
+    if path is not None:
+        file = Path(path)
+        video.setFilename(str(file.with_suffix("")))
+        video.setVideoPostFix(file.suffix or ".mp4")
+    ending = video.getVideoPostFix().lower()
+    if codec is None:
+        codec = (USUAL_WITH_ALPHA if alpha else USUAL).get(ending, "ffv1" if alpha else "h264")
+        if lossless and codec == "h264":
+            codec = "h264rgb"
+    if fps is not None:
+        video.setFps(fps)
+        video.setVideoFPS(fps)
+    video.setVideoCRF(18 if quality is None else quality)
+    video.setBitrate(0 if bitrate is None else bitrate)
+    video.setEnableLossless(lossless)
+    video.setPreset(preset)
+    video.setPixelFormat(pixel_format)
+    video.setEnableAlpha(alpha)
+    words = [word for name, value in (options or {}).items() for word in (f"-{name.lstrip('-')}", str(value))]
+    if any("\n" in word for word in words):
+        raise ValueError("options of encoders have no line breaks")
+    video.setEncoderOptions("\n".join(words))
+    encoder = chosen_encoder(codec, hardware)
+    video.setEncoder(encoder)
+    return encoder
+
+
+@contextmanager
+def progress(video: hyxOSG.VideoFFMPEGPipeCapture, seconds: float | None = None, **options: Any) -> Iterator[Any]:
+    from tqdm.auto import tqdm
+
+    total = None if seconds is None else round(seconds * video.getFps())
+    over = threading.Event()
+    with tqdm(**{"total": total, "unit": "images", "desc": Path(video.getFilename()).name, **options}) as bar:
+
+        def follow() -> None:
+            while not over.wait(_LOOK_AGAIN):
+                bar.update(video.getNumFrames() - bar.n)
+
+        follower = threading.Thread(target=follow, daemon=True)
+        follower.start()
+        try:
+            yield bar
+        finally:
+            over.set()
+            follower.join()
+            bar.update(video.getNumFrames() - bar.n)
+
+
+class Film:
+    """A film of an application's window while it lasts; see `ExampleApplication.film`."""
+
+    def __init__(self, app: hyxOSG.ExampleApplication, title: str, clock: bool, color_bar: Any, label: str) -> None:
+        self.video = app.getVideoServerCapture()
+        self._app = app
+        self._overlay = _Overlay(app, title, clock, color_bar, label)
+
+    def progress(self, seconds: float | None = None, **options: Any) -> Any:
+        """See `VideoFFMPEGPipeCapture.progress`."""
+        return progress(self.video, seconds, **options)
+
+    def __enter__(self) -> Self:
+        self._overlay.show()
+        try:
+            self.video.startCapture()
+        except BaseException:
+            self._overlay.remove()
+            raise
+        return self
+
+    def __exit__(
+        self, kind: type[BaseException] | None, error: BaseException | None, trace: TracebackType | None
+    ) -> None:
+        try:
+            self.video.stopCapture()
+        finally:
+            self._overlay.remove()
+
+
+class _Overlay:
+    """Title, clock and colour bar on the head-up display."""
+
+    def __init__(
+        self, app: hyxOSG.ExampleApplication, title: str, clock: bool, color_bar: ColorScale | None, label: str
+    ) -> None:
+        self._app, self._title, self._has_clock, self._scale, self._label = app, title, clock, color_bar, label
+        self._texts: list[Any] = []
+        self._bar: Any = None
+        self._clock: Any = None
+
+    def show(self) -> None:
+        import _osg  # type: ignore[import-not-found]
+        import hyxOSG
+
+        from .scalar_colors import ColorBar
+
+        width, height = _osg.getPictureSize(self._app)
+        letters = max(12.0, height / 24)
+        if self._title:
+            self._write(self._title, width / 2, height - 1.6 * letters, letters, hyxOSG.Text.CENTER_BOTTOM)
+        if self._scale is not None:
+            self._bar = ColorBar(self._app, self._scale, self._label)
+        if self._has_clock:
+            text = self._write("", 0.6 * letters, 0.6 * letters, 0.8 * letters, hyxOSG.Text.LEFT_BOTTOM)
+            self._clock = _new_clock(self._app, text)
+
+    def _write(self, words: str, x: float, y: float, letters: float, alignment: Any) -> Any:
+        import hyx
+        import hyxOSG
+
+        text = hyxOSG.Text(words, hyx.Vec3(x, y, 1), hyx.Vec4(0.1, 0.1, 0.1, 1))
+        text.setCharacterSize(letters)
+        text.setAxisAlignment(hyxOSG.Text.XY_PLANE)
+        text.setAlignment(alignment)
+        self._app.getSceneDecorator().getHud().addChild(text)
+        self._texts.append(text)
+        return text
+
+    def remove(self) -> None:
+        for text in self._texts:
+            self._app.getSceneDecorator().getHud().removeChild(text)
+        self._texts.clear()
+        if self._bar:
+            self._bar.remove()
+        if self._clock:
+            self._clock.text = None
+        self._bar = self._clock = None
+
+
+def _new_clock(app: hyxOSG.ExampleApplication, text: Any) -> Any:
+    import hyxOSG
+
+    class Clock(hyxOSG.ExampleApplicationListener):
+        def preFrame(self, application: Any) -> None:
+            if self.text:  # an application keeps its listeners
+                self.text.setText(f"{application.getSimulation().getTimeStamp():.2f} s")
+
+    clock = Clock()
+    clock.text = text
+    app.addListener(clock)
+    return clock
