@@ -269,8 +269,8 @@ class VideoFFMPEGPipeCapture:
         """Chooses all about the next film in one call and returns the encoder. What is left out gives a film that plays
         in browsers and that keeps what is drawn.
 
-        - `codec`: "h264", "h264rgb", "h265", "av1", "vp9", "mpeg4", "prores", "ffv1", "gif", "webp", "png", or the name of
-          an encoder of ffmpeg; by default what suits the container.
+        - `codec`: "h264", "h264rgb", "h265", "av1", "vp9", "mpeg4", "prores", "ffv1", "gif", "webp", "png", or the name
+          of an encoder of ffmpeg; by default what suits the container.
         - `path`: of the file; its ending is the container.
         - `fps`: images and frames a second alike.
         - `quality`: 0 (best) to 51, 18 by default; or `lossless`; or `bitrate`, bits a second.
@@ -295,7 +295,7 @@ class VideoFFMPEGPipeCapture:
         )  # type: ignore[arg-type]
 
     def progress(self, seconds: float | None = None, **options: Any) -> AbstractContextManager[Any]:
-        """`with` it, a bar of tqdm shows the images taken, of those of so many seconds where told. `options` are tqdm's."""
+        """`with` it, a bar of tqdm shows the images taken, of so many seconds where told. `options` are tqdm's."""
         return progress(self, seconds, **options)  # type: ignore[arg-type]
 
 
