@@ -3,6 +3,7 @@
 
 #include "binding/vocabulary/number_arrays.h"
 #include "binding/vocabulary/rows.h"
+#include "platform/hyxTerrain/terrain_cells.h"
 
 namespace {
 
@@ -21,6 +22,24 @@ void set_heights(hyxTerrain::Terrain& self, PyObject* heights) {
 
 PyObject* voxels(hyxTerrain::Terrain const& self, hyx::UInt x, hyx::UInt y) {
     return vocabulary::to_list(self.getVoxels(x, y));
+}
+
+// A row for each cell, as `Terrain.cells` in python/extras/hyxTerrain.py reads them; the middle of the cell in the
+// world.
+PyObject* cells(hyxTerrain::Terrain const& self, hyx::Real height) {
+    constexpr std::size_t columns = 7;
+    std::vector<double> numbers;
+    for (hyx::UInt y = 0; y < self.getNumColumnsY(); ++y)
+        for (hyx::UInt x = 0; x < self.getNumColumnsX(); ++x)
+            for (hyxTerrain::Voxel const& cell : hyxTerrain::cellsOf(self, x, y, height)) {
+                double const size = self.getElementSize();
+                hyx::Vec3 const middle =
+                    self.getPosition() +
+                    hyx::Vec3(static_cast<double>(x) * size, static_cast<double>(y) * size, cell.bottom + height / 2);
+                numbers.insert(numbers.end(), {middle.x, middle.y, middle.z, cell.solidMass, cell.fluidMass,
+                                               cell.compaction, static_cast<double>(cell.material)});
+            }
+    return vocabulary::copied_array(numbers.data(), numbers.size() / columns, columns);
 }
 
 PyObject* tools(hyxTerrain::Terrain const& self) {
@@ -49,6 +68,7 @@ constexpr Declared terrain_rows[] = {
     FUNCTION(Terrain_setColumnMaterial,
              METHOD(hyxTerrain::Terrain, setColumnMaterial, (hyx::UInt, hyx::UInt, hyx::UInt, hyx::Real))),
     FUNCTION(Terrain_getVoxels, ADAPTER(hyxTerrain::Terrain, getVoxels, voxels, (hyx::UInt, hyx::UInt) const)),
+    FUNCTION(Terrain_getCells, ADAPTER(hyxTerrain::Terrain, getCells, cells, (hyx::Real) const)),
     FUNCTION(Terrain_getSurfaceMaterial, METHOD(hyxTerrain::Terrain, getSurfaceMaterial, (hyx::UInt, hyx::UInt) const)),
     FUNCTION(Terrain_getSurfaceCompaction,
              METHOD(hyxTerrain::Terrain, getSurfaceCompaction, (hyx::UInt, hyx::UInt) const)),

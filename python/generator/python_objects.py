@@ -86,6 +86,7 @@ RESULTS = {
     "hyxSensor.Lidar.getRingCounts": "list[int]",
     "hyxSensor.Lidar.getRingElevations": "list[float]",
     "hyxSensor.Lidar.getRings": "memoryview[int]",
+    "hyxTerrain.Terrain.getCells": "memoryview[float]",
     "hyxTerrain.Terrain.getHeights": "memoryview[float]",
     "hyxTerrain.Terrain.getTools": "list[hyx.RigidBody]",
     "hyxTerrain.Terrain.getVoxels": "list[hyxTerrain.Voxel]",

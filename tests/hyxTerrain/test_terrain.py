@@ -245,3 +245,32 @@ def test_the_surface_leaves_the_simulation_with_its_instance():
     for _ in range(60):
         simulation.step()
     assert ball.getPosition().z < -1
+
+
+@pytest.mark.parametrize("height", [None, 0.03, 0.25, 7.0])
+def test_cells_of_one_size_hold_all_soil(height):
+    soil = hyxTerrain.Terrain(16, 12, 0.1, 0.5)
+    soil.setPosition(hyx.Vec3(3, 4, 5))
+    kind = soil.addMaterial(hyxTerrain.SoilMaterial())
+    for x in range(16):
+        soil.setColumnMaterial(x, 3, kind, 0.2)
+        soil.compact(x, 5, 2e5)
+    if height != 7:
+        assert set(soil.cells(height)["material"]) == {0, kind}
+    soil.addMass(8, 6, 10.0)
+    for _ in range(5):
+        soil.step(STEP)
+    cells = soil.cells(height)
+    size = height or 0.1
+    assert cells["solidMass"].sum() + cells["fluidMass"].sum() == pytest.approx(soil.getMass(), rel=1e-9)
+    assert cells["fluidMass"].sum() > 0
+    steps = (cells["z"] - (5 - 0.5)) / size - 0.5
+    assert abs(steps - steps.round()).max() < 1e-9
+    places = {(round(x, 6), round(y, 6), round(z, 6)) for x, y, z in zip(cells["x"], cells["y"], cells["z"])}
+    assert len(places) == len(cells)
+    column = cells[(abs(cells["x"] - 3.8) < 1e-6) & (abs(cells["y"] - 4.6) < 1e-6)]
+    assert column["solidMass"].sum() + column["fluidMass"].sum() == pytest.approx(column_mass(soil, 8, 6), rel=1e-12)
+    full = column["solidMass"][:-1] + column["fluidMass"][:-1]
+    assert len(full) < 2 or full.min() > 0.5 * full.max()
+    with pytest.raises(ValueError):
+        soil.cells(0)

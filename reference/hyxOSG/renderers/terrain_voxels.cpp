@@ -1,6 +1,7 @@
 // Makes the boxes, edges and velocity arrows of soil voxels.
 #include "reference/hyxOSG/renderers/terrain_voxels.h"
 
+#include "platform/hyxTerrain/terrain_cells.h"
 #include "reference/machinery/meshes/conversions.h"
 #include "reference/machinery/shading/vertex_colors.h"
 
@@ -40,10 +41,14 @@ void TerrainVoxels::update(VoxelLook const& look) {
     m_linePoints->clear();
     m_lineColors->clear();
     osg::Vec4 const most = toOsg(look.maximumColor);
+    // A cell that is drawn for what moves in it is not drawn twice.
+    auto const isAtRest = [&look](Voxel const& voxel) {
+        return voxel.solidMass > 0 && !(look.fluidMass && voxel.fluidMass > 0);
+    };
     if (look.compaction)
-        addBoxes([](Voxel const& voxel) { return voxel.solidMass > 0 ? voxel.compaction : 0; }, most);
+        addBoxes([&](Voxel const& voxel) { return isAtRest(voxel) ? voxel.compaction : 0; }, most);
     else if (look.solidMass)
-        addBoxes([](Voxel const& voxel) { return voxel.solidMass; }, most);
+        addBoxes([&](Voxel const& voxel) { return isAtRest(voxel) ? voxel.solidMass : 0; }, most);
     if (look.fluidMass)
         addBoxes([](Voxel const& voxel) { return voxel.fluidMass; }, most);
     if (look.edges)
@@ -60,6 +65,11 @@ void TerrainVoxels::update(VoxelLook const& look) {
     m_lines->dirtyBound();
 }
 
+/// Cubes: layers are thinner or thicker, and would tell more of how they are stored than of the soil.
+std::vector<Voxel> TerrainVoxels::cells(UInt x, UInt y) const {
+    return hyxTerrain::cellsOf(m_terrain, x, y, m_terrain.getElementSize());
+}
+
 // Boxes for the voxels with a value, coloured by its part of the largest one. Boxes that stand on the rock in one pile
 // hide the sides of those beside them.
 void TerrainVoxels::addBoxes(Value const& value, osg::Vec4 const& maximumColor) {
@@ -69,13 +79,13 @@ void TerrainVoxels::addBoxes(Value const& value, osg::Vec4 const& maximumColor) 
     double largest = 0;
     for (UInt y = 0; y < ny; ++y)
         for (UInt x = 0; x < nx; ++x)
-            for (Voxel const& voxel : m_terrain.getVoxels(x, y)) {
+            for (Voxel const& voxel : cells(x, y)) {
                 double const part = value(voxel), top = voxel.bottom + voxel.thickness;
                 if (part <= 0)
                     continue;
                 boxes.push_back({x, y, voxel.bottom, top, part});
                 largest = std::max(largest, part);
-                if (double& pile = covered[y * nx + x]; voxel.bottom <= pile)
+                if (double& pile = covered[y * nx + x]; voxel.bottom <= pile + 1e-9)
                     pile = top;
             }
     for (Box const& box : boxes) {
@@ -123,7 +133,7 @@ void TerrainVoxels::addEdges() {
     auto const size = static_cast<float>(m_terrain.getElementSize());
     for (UInt y = 0; y < m_terrain.getNumColumnsY(); ++y)
         for (UInt x = 0; x < m_terrain.getNumColumnsX(); ++x)
-            for (Voxel const& voxel : m_terrain.getVoxels(x, y)) {
+            for (Voxel const& voxel : cells(x, y)) {
                 float const low = static_cast<float>(voxel.bottom),
                             high = static_cast<float>(voxel.bottom + voxel.thickness);
                 osg::Vec2 const corners[] = {{-0.5f, -0.5f}, {0.5f, -0.5f}, {0.5f, 0.5f}, {-0.5f, 0.5f}};

@@ -43,6 +43,7 @@ private:
         double value;
     };
 
+    std::vector<hyxTerrain::Voxel> cells(hyx::UInt x, hyx::UInt y) const;
     void addBoxes(Value const& value, osg::Vec4 const& maximumColor);
     void addBox(Box const& box, std::vector<double> const& covered, osg::Vec4 const& color);
     void addFace(osg::Vec3 const& a, osg::Vec3 const& u, osg::Vec3 const& v, osg::Vec4 const& color);
