@@ -8,6 +8,7 @@ from pathlib import Path
 import numpy
 import pytest
 from PIL import Image
+from video_file import frames
 
 # One worker draws for all of them.
 pytestmark = pytest.mark.xdist_group("sensor_and_force")
@@ -90,3 +91,27 @@ def test_the_channels_of_a_sensor_camera_agree(tmp_path):
     assert (flow[identity > 0][:, 0] < 0).mean() > 0.95  # the camera passes to the right
     sky = pictures["sensor_camera_rgb"][identity == 0]
     assert (sky[:, 2] > sky[:, 0] + 5).mean() > 0.95
+
+
+def test_a_rolling_scan_is_skewed_and_its_files_agree(tmp_path):
+    picture = run_example("rolling_lidar.py", tmp_path)["rolling_lidar"]
+    points = numpy.load(tmp_path / "rolling_lidar.npz")["points"]
+    assert len(points) > 15000 and numpy.ptp(points["time"]) == pytest.approx(0.1, abs=0.001)
+    assert set(points["returns"]) == {1, 2}
+    wall = points[(abs(points["y"] - 5) < 0.1) & (points["z"] > 0.5)]  # the houses' fronts stand in one plane
+    assert len(wall) > 500 and abs(wall["y"].mean() - 5) < 0.01
+    sizes = {path.suffix: path.stat().st_size for path in tmp_path.iterdir()}
+    assert sizes[".ply"] > 48 * len(points) and sizes[".pcd"] > 48 * len(points) and sizes[".las"] > 44 * len(points)
+    colored = numpy.ptp(picture, axis=2) > 90
+    assert colored.sum() > 3000
+
+
+def test_the_film_of_a_paper_shows_the_speeds(tmp_path):
+    run_example("publication_film.py", tmp_path)
+    film = frames(tmp_path / "publication_film.mp4").astype(int)
+    assert len(film) == 60
+    bar = film[:, 80:320, 570:590]
+    yellow = lambda part: ((part[..., 1] > 150) & (part[..., 0] > 180) & (part[..., 2] < 90)).sum(axis=(1, 2))
+    assert yellow(bar).min() > 50  # in every frame
+    boxes = yellow(film[:, 50:380, 200:500])
+    assert boxes[35] > 500 and boxes[35] > 5 * boxes[3]  # they are fast in the fall and not before
