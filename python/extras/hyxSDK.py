@@ -2,11 +2,24 @@
 
 from __future__ import annotations
 
+from .names import named
 from .numbers import rows
 
 TYPE_CHECKING = False
 if TYPE_CHECKING:
+    import hyx
+
     from .hints import Doubles, Rows
+
+
+class Assembly:
+    def body(self, name: str) -> hyx.RigidBody:
+        """The body of this name, here or in assemblies in this one. KeyError, with the nearest names, for none."""
+        return named(self.getRigidBody(name), name, self, "getRigidBodies")  # type: ignore[attr-defined, no-any-return]
+
+    def constraint(self, name: str) -> hyx.Constraint:
+        """The joint of this name, here or in assemblies in this one. KeyError, with the nearest names, for none."""
+        return named(self.getConstraint(name), name, self, "getConstraints")  # type: ignore[attr-defined, no-any-return]
 
 
 class Simulation:
@@ -14,6 +27,14 @@ class Simulation:
     body, in the order of `getRigidBodies`: copies when read; what is assigned, one row for all or a row each, is set.
     The methods of the same names take or give chosen bodies.
     """
+
+    def body(self, name: str) -> hyx.RigidBody:
+        """The body of this name. KeyError, with the nearest names, for none."""
+        return named(self.getRigidBody(name), name, self, "getRigidBodies")  # type: ignore[attr-defined, no-any-return]
+
+    def constraint(self, name: str) -> hyx.Constraint:
+        """The joint of this name. KeyError, with the nearest names, for none."""
+        return named(self.getConstraint(name), name, self, "getConstraints")  # type: ignore[attr-defined, no-any-return]
 
     @property
     def positions(self) -> Doubles:

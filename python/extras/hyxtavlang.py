@@ -58,7 +58,17 @@ class JointArray:
 
     @property
     def names(self) -> tuple[str, ...]:
+        """Of the joints, in the order of the arrays."""
         return tuple(self.getNames())  # type: ignore[attr-defined]
+
+    def index(self, name: str) -> int:
+        """The place of a joint in the arrays. KeyError, with the nearest names, where there is none of this name."""
+        from .names import nearest
+
+        names = self.names
+        if name not in names:
+            raise KeyError(f"there is no joint {name!r}{nearest(name, names)}")
+        return names.index(name)
 
     def __len__(self) -> int:
         count: int = self.getNumJoints()  # type: ignore[attr-defined]
@@ -68,18 +78,22 @@ class JointArray:
 class ModelNode:
     @property
     def name(self) -> str:
+        """As in the file; empty for what has none there."""
         return self.getName()  # type: ignore[attr-defined, no-any-return]
 
     @property
     def type(self) -> str:
+        """Its class, like `Physics3D.Body`."""
         return self.getType()  # type: ignore[attr-defined, no-any-return]
 
     @property
     def properties(self) -> dict[str, bool | float | str | tuple[float, ...]]:
+        """What the file says of it: metres, kilograms, radians; transforms are 16 numbers, row by row."""
         return self.getProperties()  # type: ignore[attr-defined, no-any-return]
 
     @property
     def children(self) -> list[hyxtavlang.ModelNode]:
+        """Its parts, in the order of the file."""
         return [self.getChild(index) for index in range(self.getNumChildren())]  # type: ignore[attr-defined]
 
     def walk(self) -> Iterator[hyxtavlang.ModelNode]:
@@ -106,10 +120,12 @@ class ModelNode:
 class LoadResult:
     @property
     def joints(self) -> hyxtavlang.JointArray | None:
+        """The joints that turn or slide, as arrays; None when nothing was loaded."""
         return self.getJoints()  # type: ignore[attr-defined]
 
     @property
     def model(self) -> hyxtavlang.ModelNode:
+        """All that was read, as a tree."""
         return self.getModel()  # type: ignore[attr-defined]
 
     def camera(

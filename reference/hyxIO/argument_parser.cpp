@@ -3,9 +3,11 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <charconv>
 #include <iostream>
 #include <map>
+#include <numeric>
 #include <stdexcept>
 
 namespace hyxIO {
@@ -95,6 +97,43 @@ std::string fault(std::string const& text, Value value) {
     return {};
 }
 
+/// How many letters must be put in, left out or changed to make one word of the other.
+std::size_t editDistance(std::string const& one, std::string const& other) {
+    std::vector<std::size_t> row(other.size() + 1);
+    std::iota(row.begin(), row.end(), std::size_t{0});
+    for (std::size_t i = 0; i < one.size(); ++i) {
+        std::size_t diagonal = row[0];
+        row[0] = i + 1;
+        for (std::size_t j = 0; j < other.size(); ++j) {
+            std::size_t const change = diagonal + (one[i] != other[j]);
+            diagonal = row[j + 1];
+            row[j + 1] = std::min({change, row[j] + 1, diagonal + 1});
+        }
+    }
+    return row.back();
+}
+
+/// For the arguments that look like options and are none: what was probably meant.
+std::string nearestOptions(CLI::App const& commandLine, hyx::Vector<hyx::String> const& arguments) {
+    std::string told;
+    for (std::string const& argument : arguments) {
+        std::string const word = argument.substr(0, argument.find('='));
+        if (word.rfind("--", 0) != 0 || word.size() < 4 || commandLine.get_option_no_throw(word))
+            continue;
+        std::string nearest;
+        std::size_t least = 1 + word.size() / 3; // farther words are other words
+        for (CLI::Option const* option : commandLine.get_options())
+            for (std::string const& name : option->get_lnames())
+                if (std::size_t const distance = editDistance(word, "--" + name); distance < least) {
+                    least = distance;
+                    nearest = name;
+                }
+        if (!nearest.empty())
+            told += "; did you mean --" + nearest + "?";
+    }
+    return told;
+}
+
 } // namespace
 
 struct ArgumentParser::Implementation {
@@ -178,6 +217,8 @@ void ArgumentParser::parse(hyx::Vector<hyx::String> const& arguments) {
     } catch (CLI::CallForHelp const&) {
         self.helpRequested = true;
         std::cout << getHelp() << std::flush;
+    } catch (CLI::ExtrasError const& error) {
+        throw std::invalid_argument(error.what() + nearestOptions(self.commandLine, arguments));
     } catch (CLI::ParseError const& error) {
         throw std::invalid_argument(error.what());
     }
