@@ -45,12 +45,14 @@ public:
     /// different points.
     void initialize();
 
+    /// Metres.
     hyx::Real getRadius() const;
+    /// How stiff the cable is, and how heavy.
     CableProperties const& getProperties() const;
     /// Gravity in m/s2 while this is in no simulation, standard gravity along -Z at first; in a simulation, that one's
     /// gravity acts. Throws `std::invalid_argument` when not finite.
     void setGravity(hyx::Vec3 const& gravity);
-    /// What acts now: the simulation's gravity, or the own one in none.
+    /// What acts now, m/s2: the simulation's gravity, or the own one in none.
     hyx::Vec3 getGravity() const;
     /// Lets a fixed end (`first` or the last) travel to a point in metres, world, within the next step; no effect on an
     /// end that rides on a body.
@@ -59,10 +61,13 @@ public:
     void setEndTwist(hyx::Real angle);
     hyx::Real getEndTwist() const;
 
+    /// How many straight pieces stand for the cable.
     hyx::UInt getNumSegments() const;
+    /// The ends of the pieces in the world, metres.
     std::vector<hyx::Vec3> const& getPoints() const;
     /// The load of each segment. Throws `std::out_of_range` past the end.
     SegmentLoad getLoad(hyx::Index segment) const;
+    /// At the moment, metres.
     hyx::Real getLength() const;
     /// Rises with every step.
     hyx::UInt getRevision() const;

@@ -13,11 +13,11 @@ namespace hyxCable {
 /// How much each kind of stress counts, and how many cycles the cable bears.
 /// A cycle of stress range S uses up (S / referenceStress) ^ exponent of a life.
 struct DamageProperties {
-    hyx::Real tensionWeight = 1;
-    hyx::Real bendWeight = 1;
-    hyx::Real twistWeight = 1;
+    hyx::Real tensionWeight = 1;     ///< of the stress by the pull along the cable
+    hyx::Real bendWeight = 1;        ///< of the stress by bending
+    hyx::Real twistWeight = 1;       ///< of the stress by twist
     hyx::Real referenceStress = 1e9; ///< Pa: the range of which one cycle breaks the cable
-    hyx::Real exponent = 5;
+    hyx::Real exponent = 5;          ///< how steeply the wear grows with the stress
 };
 
 /// Wear of a cable: stress cycles of each segment, counted by the rain-flow rule and summed by Miner's.
@@ -26,7 +26,9 @@ public:
     /// The wear of `cable`. Throws `std::invalid_argument` for null or properties that are not above 0.
     explicit CableDamage(Cable* cable, DamageProperties const& properties = DamageProperties());
 
+    /// The cable that is watched.
     Cable* getCable() const;
+    /// What its material bears.
     DamageProperties const& getProperties() const;
 
     /// Takes the cable's loads as they are; to be called once a step.
@@ -35,6 +37,7 @@ public:
     /// Forgets all wear.
     void reset();
 
+    /// How many pieces of the cable are watched.
     hyx::UInt getNumSegments() const;
     /// The stress in Pa of a segment, 0 before the first `update`. Throws `std::out_of_range` past the end.
     hyx::Real getStress(hyx::Index segment) const;
@@ -42,6 +45,7 @@ public:
     hyx::Real getCurrentDamage(hyx::Index segment) const;
     /// The life used up so far; the segment breaks at 1. Half cycles that are still open count half.
     hyx::Real getAccumulatedDamage(hyx::Index segment) const;
+    /// Of the piece that has most; it breaks at 1.
     hyx::Real getMaximumAccumulatedDamage() const;
     /// Rises with every `update`.
     hyx::UInt getRevision() const;

@@ -12,6 +12,7 @@ public:
     explicit Box(hyx::Vec3 const& halfExtents);
     Box(hyx::Real halfX, hyx::Real halfY, hyx::Real halfZ);
 
+    /// Half of the edges, metres. Throws std::invalid_argument unless all are positive and finite.
     void setHalfExtents(hyx::Vec3 const& halfExtents);
 
     hyx::Vec3 getHalfExtents() const { return m_halfExtents; }

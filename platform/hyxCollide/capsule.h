@@ -12,10 +12,12 @@ public:
     /// positive and finite.
     Capsule(hyx::Real radius, hyx::Real height);
 
+    /// Metres. Throws std::invalid_argument unless positive and finite.
     void setRadius(hyx::Real radius);
 
     hyx::Real getRadius() const { return m_radius; }
 
+    /// Metres, without the half balls. Throws std::invalid_argument unless positive and finite.
     void setHeight(hyx::Real height);
 
     hyx::Real getHeight() const { return m_height; }

@@ -15,11 +15,13 @@ public:
     /// Throws std::invalid_argument for null and for a shape that is, or contains, a compound, plane or height field.
     void add(Shape* shape, hyx::AffineMatrix4x4 const& local = hyx::AffineMatrix4x4());
 
+    /// How many shapes it consists of.
     hyx::UInt getNumShapes() const { return m_parts.size(); }
 
     /// Throws std::out_of_range for a part that is not there, as does the next.
     Shape* getShape(hyx::UInt index) const { return m_parts.at(index).shape.get(); }
 
+    /// From a part to the whole.
     hyx::AffineMatrix4x4 const& getLocalTransform(hyx::UInt index) const { return m_parts.at(index).local; }
 
     Type getType() const override { return COMPOUND; }

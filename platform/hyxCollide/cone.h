@@ -11,10 +11,12 @@ public:
     /// Metres; the height is that from base to tip. Throws std::invalid_argument unless both are positive and finite.
     Cone(hyx::Real radius, hyx::Real height);
 
+    /// Of the base, metres. Throws std::invalid_argument unless positive and finite.
     void setRadius(hyx::Real radius);
 
     hyx::Real getRadius() const { return m_radius; }
 
+    /// From base to tip, metres. Throws std::invalid_argument unless positive and finite.
     void setHeight(hyx::Real height);
 
     hyx::Real getHeight() const { return m_height; }

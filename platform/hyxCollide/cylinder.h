@@ -11,10 +11,12 @@ public:
     /// Metres; the height is the whole length. Throws std::invalid_argument unless both are positive and finite.
     Cylinder(hyx::Real radius, hyx::Real height);
 
+    /// Metres. Throws std::invalid_argument unless positive and finite.
     void setRadius(hyx::Real radius);
 
     hyx::Real getRadius() const { return m_radius; }
 
+    /// The whole length, metres. Throws std::invalid_argument unless positive and finite.
     void setHeight(hyx::Real height);
 
     hyx::Real getHeight() const { return m_height; }

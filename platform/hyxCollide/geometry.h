@@ -40,10 +40,12 @@ public:
     /// Relative to the body, or to the world for a geometry without one. Only rotation and translation are used.
     void setLocalTransform(hyx::AffineMatrix4x4 const& local);
     hyx::AffineMatrix4x4 const& getLocalTransform() const;
+    /// Metres, see setLocalTransform.
     void setLocalPosition(hyx::Vec3 const& position);
 
     hyx::Vec3 getLocalPosition() const { return getLocalTransform().getTranslate(); }
 
+    /// See setLocalTransform.
     void setLocalRotation(hyx::Quat const& rotation);
 
     hyx::Quat getLocalRotation() const { return getLocalTransform().getRotate(); }
@@ -51,12 +53,15 @@ public:
     /// From this geometry to the world.
     hyx::AffineMatrix4x4 getTransform() const;
 
+    /// In the world, metres.
     hyx::Vec3 getPosition() const { return getTransform().getTranslate(); }
 
+    /// In the world.
     hyx::Quat getRotation() const { return getTransform().getRotate(); }
 
     /// The body that this geometry belongs to, or null.
     hyx::RigidBody* getRigidBody() const;
+    /// The simulation that the geometry is in; null for none.
     hyxSDK::Simulation* getSimulation() const;
 
     /// Null gives the default material.

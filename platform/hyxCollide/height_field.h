@@ -18,12 +18,16 @@ public:
     HeightField(hyx::UInt resolutionX, hyx::UInt resolutionY, hyx::Real sizeX, hyx::Real sizeY,
                 hyx::RealVector const& heights);
 
+    /// How many heights there are along X.
     hyx::UInt getResolutionX() const { return m_resolutionX; }
 
+    /// How many heights there are along Y.
     hyx::UInt getResolutionY() const { return m_resolutionY; }
 
+    /// From the first to the last height along X, metres.
     hyx::Real getSizeX() const { return m_sizeX; }
 
+    /// From the first to the last height along Y, metres.
     hyx::Real getSizeY() const { return m_sizeY; }
 
     /// Throws std::out_of_range for a knot that is not there, and std::invalid_argument for a height that is not

@@ -19,6 +19,7 @@ struct ContactPoint {
     /// Newtons, at right angles to the normal.
     hyx::Vec3 tangentialForce;
 
+    /// On the second body, newtons, in world coordinates.
     hyx::Vec3 getForce() const { return normal * normalForce + tangentialForce; }
 };
 
@@ -40,10 +41,12 @@ public:
     /// The body of side 0 or 1; null where the geometry has none.
     hyx::RigidBody* getRigidBody(hyx::UInt index) const;
 
+    /// The points that touch.
     ContactPointVector const& points() const { return m_points; }
 
     ContactPointVector& points() { return m_points; }
 
+    /// How many points touch.
     hyx::UInt getNumPoints() const { return m_points.size(); }
 
     /// Throws std::out_of_range for a point that is not there.

@@ -19,10 +19,12 @@ public:
 
     Plane(hyx::Real a, hyx::Real b, hyx::Real c, hyx::Real d) : m_plane(a, b, c, d) {}
 
+    /// All below it is solid.
     void setPlane(hyx::Plane const& plane);
 
     hyx::Plane const& getPlane() const { return m_plane; }
 
+    /// The direction away from what is solid, of length one.
     hyx::Vec3 getNormal() const { return m_plane.getNormal(); }
 
     Type getType() const override { return PLANE; }

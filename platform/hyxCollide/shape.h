@@ -14,6 +14,7 @@ class Shape : public hyx::Object {
 public:
     enum Type { BOX = 1, SPHERE, CYLINDER, CAPSULE, CONE, PLANE, TRIMESH, HEIGHT_FIELD, COMPOUND };
 
+    /// Which kind of shape it is.
     virtual Type getType() const = 0;
     /// Cubic metres; 0 for planes, height fields and open meshes.
     virtual hyx::Real getVolume() const = 0;

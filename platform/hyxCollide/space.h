@@ -23,6 +23,7 @@ struct RayHit {
     /// The triangle of a mesh; ~0 for other shapes.
     hyx::UInt triangle = ~hyx::UInt(0);
 
+    /// Whether anything was hit.
     bool isValid() const { return geometry.valid(); }
 };
 
@@ -51,6 +52,7 @@ public:
     /// Geometries whose boxes overlap the given one.
     GeometryPtrVector findGeometries(hyx::Vec3 const& lower, hyx::Vec3 const& upper) const;
 
+    /// The simulation that the space is of.
     hyxSDK::Simulation* getSimulation() const { return m_simulation; }
 
 private:

@@ -11,6 +11,7 @@ public:
     /// Metres. Throws std::invalid_argument unless positive and finite.
     explicit Sphere(hyx::Real radius);
 
+    /// Metres. Throws std::invalid_argument unless positive and finite.
     void setRadius(hyx::Real radius);
 
     hyx::Real getRadius() const { return m_radius; }

@@ -13,10 +13,13 @@ public:
     /// multiple of three, an index is not that of a vertex, or a coordinate is not finite.
     Trimesh(hyx::Vec3Vector const& vertices, hyx::UInt32Vector const& indices, hyx::Name const& name = hyx::Name());
 
+    /// The corners, metres.
     hyx::Vec3Vector const& getVertices() const { return m_vertices; }
 
+    /// The corners of all triangles, three for each.
     hyx::UInt32Vector const& getIndices() const { return m_indices; }
 
+    /// How many triangles there are.
     hyx::UInt getNumTriangles() const { return m_indices.size() / 3; }
 
     /// Of length one; zero for a triangle without area. Throws std::out_of_range for a triangle that is not there.

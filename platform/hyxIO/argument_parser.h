@@ -26,17 +26,22 @@ public:
     /// one-line reason for an unknown option, a missing or malformed value.
     /// "--help" prints the help text to standard output, and `isHelpRequested` says so.
     void parse(hyx::Vector<hyx::String> const& arguments);
+    /// Whether --help was among the arguments.
     bool isHelpRequested() const;
+    /// All options with what they do, as text.
     hyx::String getHelp() const;
 
     /// Whether the option was given.
     bool has(hyx::String const& name) const;
+    /// The value of an option; the given one where it was not named.
     hyx::String getString(hyx::String const& name) const;
     /// Throw std::invalid_argument when the value is not such a number.
     hyx::Real getReal(hyx::String const& name) const;
+    /// The value of an option; the given one where it was not named.
     long getInteger(hyx::String const& name) const;
     /// A resolution written as "640x480" or "640,480".
     void getSize(hyx::String const& name, long& width, long& height) const;
+    /// The arguments that belong to no option.
     hyx::Vector<hyx::String> const& getPositional() const;
     /// The arguments as they were given.
     hyx::Vector<hyx::String> const& getArguments() const;

@@ -20,7 +20,9 @@ public:
     /// A deformer of the height field that `geometry` shows. Throws `std::invalid_argument` for null or another shape.
     explicit HeightFieldDeformer(hyxCollide::Geometry* geometry);
 
+    /// The ground that gives way.
     hyxCollide::Geometry* getGeometry() const;
+    /// The shape of that ground.
     hyxCollide::HeightField* getHeightField() const;
 
     /// Pressure in Pa per metre of sinkage, 5e5 at first. Throws `std::invalid_argument` unless above 0.

@@ -25,6 +25,7 @@ public:
     /// Throws `std::invalid_argument` for null, a body without a box, or a resolution that is not above 0.
     PressureField(hyx::RigidBody* body, hyx::Real resolution);
 
+    /// The body whose surface bears the pressure.
     hyx::RigidBody* getRigidBody() const;
     /// The depth in metres over which the foundation is taken to be soft, 0.01 at first: larger spreads the force
     /// wider.

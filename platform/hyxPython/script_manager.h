@@ -36,8 +36,11 @@ public:
     /// Those on record: the last thousand, without those that were cleared.
     bool hasErrors() const { return !m_errors.empty(); }
 
+    /// What went wrong in scripts since the errors were last cleared.
+    /// What went wrong in scripts since the errors were last cleared.
     hyx::Vector<Error> const& getErrors() const { return m_errors; }
 
+    /// How many errors of scripts there were since they were last cleared.
     hyx::UInt getNumErrors() const { return m_errors.size(); }
 
     /// How many there ever were, also those that were forgotten.
@@ -46,6 +49,7 @@ public:
     /// Throws std::out_of_range for an error that is not there.
     Error getError(hyx::UInt index) const { return m_errors.at(index); }
 
+    /// Forgets the errors of scripts.
     void clearErrors() {
         m_errors.clear();
         m_printed.clear();

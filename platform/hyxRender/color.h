@@ -26,10 +26,13 @@ public:
 
     explicit Color(char const* name) : Color(hyx::String(name)) {}
 
+    /// Red, green, blue and alpha, from 0 to 1.
     hyx::Vec4f toVec4f() const { return hyx::Vec4f(r, g, b, a); }
 
+    /// Red, green, blue and alpha, from 0 to 1.
     hyx::Vec4 toVec4() const { return hyx::Vec4(r, g, b, a); }
 
+    /// Red, green, blue and alpha, from 0 to 1.
     void set(float red, float green, float blue, float alpha = 1) { *this = Color(red, green, blue, alpha); }
 
     static Color Black() { return Color(0, 0, 0); }

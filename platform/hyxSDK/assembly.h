@@ -35,6 +35,7 @@ public:
     /// Throws std::invalid_argument when the assembly contains this one.
     void add(Assembly* assembly);
 
+    /// Takes an object out of this assembly, and of its simulation; whether it was here.
     bool remove(hyx::RigidBody* body);
     bool remove(hyxCollide::Geometry* geometry);
     bool remove(hyx::Constraint* constraint);
@@ -46,8 +47,10 @@ public:
     /// Those of this assembly itself, without those of assemblies in it.
     hyx::RigidBodyPtrVector const& getRigidBodies() const { return m_bodies; }
 
+    /// Those of this assembly itself that have no body.
     hyxCollide::GeometryPtrVector const& getGeometries() const { return m_geometries; }
 
+    /// Those of this assembly itself.
     hyx::ConstraintPtrVector const& getConstraints() const { return m_constraints; }
 
     ProcessPtrVector const& getProcesses() const { return m_processes; }
@@ -56,16 +59,20 @@ public:
 
     EventListenerPtrVector const& getEventListeners() const { return m_listeners; }
 
+    /// Those in this one itself.
     AssemblyPtrVector const& getAssemblies() const { return m_assemblies; }
 
     /// By name, searching assemblies in this one too; null when there is none.
     hyx::RigidBody* getRigidBody(hyx::Name const& name) const;
+    /// By name, searching assemblies in this one too; null when there is none.
     hyx::Constraint* getConstraint(hyx::Name const& name) const;
+    /// By name, searching assemblies in this one too; null when there is none.
     Assembly* getAssembly(hyx::Name const& name) const;
 
     /// Moves all bodies of this assembly and of those in it, as one rigid whole.
     void transform(hyx::AffineMatrix4x4 const& motion);
 
+    /// The simulation that the assembly is in; null for none.
     Simulation* getSimulation() const { return m_simulation; }
 
 protected:

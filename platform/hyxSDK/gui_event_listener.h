@@ -33,7 +33,9 @@ public:
 
     /// `buttons` is the sum of those that are down.
     virtual bool mouseDragged(MouseButtonMask buttons, float x, float y);
+    /// Called when the mouse moves; the place in pixels from the lower left. True: nobody else is told.
     virtual bool mouseMoved(float x, float y);
+    /// Called when a button goes down or up; the place in pixels from the lower left. True: nobody else is told.
     virtual bool mouse(MouseButtonMask buttons, MouseState state, float x, float y);
     /// `key` is the key's symbol: its character, or a code above 0xff00. `modKeyMask` holds shift, control and the like
     /// as the window system has them.

@@ -10,12 +10,15 @@ class PickResult {
 public:
     PickResult() = default;
 
+    /// Whether anything was hit.
     bool isValid() const { return !m_contacts.empty(); }
 
+    /// How many surfaces were hit.
     hyx::UInt getNumContacts() const { return m_contacts.size(); }
 
     /// The nearest geometry and its body; null where nothing was met, and for a geometry without a body.
     hyxCollide::Geometry* getGeometry() const;
+    /// The body of the nearest hit; null for none.
     hyx::RigidBody* getRigidBody() const;
     /// Where the ray met the nearest geometry, in the world; zero where nothing was met.
     hyx::Vec3 getPoint() const;

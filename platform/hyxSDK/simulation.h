@@ -43,6 +43,7 @@ public:
     /// Replaces a contact material of the same pair.
     void add(hyx::ContactMaterial* contactMaterial);
 
+    /// Takes an object out; whether it was here.
     bool remove(hyx::RigidBody* body);
     bool remove(hyxCollide::Geometry* geometry);
     bool remove(hyx::Constraint* constraint);
@@ -57,22 +58,31 @@ public:
 
     /// All that are in the simulation, those of assemblies included, in the order in which they came.
     hyx::RigidBodyPtrVector const& getRigidBodies() const;
+    /// All that are in the simulation, those of assemblies included.
     hyx::ConstraintPtrVector const& getConstraints() const;
+    /// All that are in the simulation, those of assemblies included.
     ProcessPtrVector const& getProcesses() const;
+    /// All that are in the simulation, those of assemblies included.
     FramePtrVector const& getFrames() const;
+    /// All that are in the simulation, those of assemblies included.
     EventListenerPtrVector const& getEventListeners() const;
     /// Only those added to the simulation itself, not those in other assemblies.
     AssemblyPtrVector const& getAssemblies() const;
+    /// Those that were added by themselves.
     hyx::Vector<hyx::ref_ptr<hyx::Material>> const& getMaterials() const;
 
     /// By name; null when there is none.
     hyx::RigidBody* getRigidBody(hyx::Name const& name) const;
+    /// By name; null when there is none.
     hyx::Constraint* getConstraint(hyx::Name const& name) const;
+    /// By name; null when there is none.
     Assembly* getAssembly(hyx::Name const& name) const;
+    /// By name; null when there is none.
     hyx::Material* getMaterial(hyx::Name const& name) const;
     /// In either order; null when the pair has none.
     hyx::ContactMaterial* getContactMaterial(hyx::Material const* first, hyx::Material const* second) const;
 
+    /// What all geometries of the simulation are in.
     hyxCollide::Space* getSpace() const;
 
     /// m/s2, of all that is in the simulation, from the next step on. Throws std::invalid_argument when not finite.
@@ -81,6 +91,7 @@ public:
     /// Seconds. Throws std::invalid_argument unless positive and finite.
     void setTimeStep(hyx::Real timeStep);
     hyx::Real getTimeStep() const;
+    /// The simulated time, seconds.
     hyx::TimeStamp getTimeStamp() const;
     void setTimeStamp(hyx::TimeStamp time);
 
@@ -90,6 +101,7 @@ public:
     /// Throws std::invalid_argument when not finite.
     hyx::UInt stepTo(hyx::TimeStamp time);
 
+    /// How contacts and joints are solved; ITERATIVE at the start.
     void setSolver(SolverType solver);
     SolverType getSolver() const;
     /// The rounds of contacts in a step, spread over its substeps; 10 at the start, at least 1.
@@ -109,6 +121,7 @@ public:
     /// As above, to and from a file; throws std::filesystem::filesystem_error when it cannot be written, which leaves
     /// the file as it was, or read.
     void save(hyx::String const& fileName) const;
+    /// Goes back to the state in a file, see restoreState.
     void restore(hyx::String const& fileName);
 
     /// Happens after a body came in, and after one went out.

@@ -18,9 +18,11 @@ public:
     /// null.
     explicit TerrainInstance(hyxTerrain::Terrain* terrain);
 
+    /// The terrain that is in the simulation.
     hyxTerrain::Terrain* getTerrain() const;
     /// The geometry that bodies collide with, and the static body that carries it.
     hyxCollide::Geometry* getGeometry() const;
+    /// The body that is the ground.
     hyx::RigidBody* getRigidBody() const;
 
     /// Whether contacts compact the soil, true at first.

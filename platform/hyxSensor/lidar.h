@@ -42,6 +42,7 @@ public:
     /// A scanner that rides on `frame`; null stands at the world's origin. It sees the simulation that it was added to.
     explicit Lidar(hyx::Frame* frame = nullptr);
 
+    /// Where the lidar stands and looks: X ahead, Z up.
     void setFrame(hyx::Frame* frame);
     hyx::Frame* getFrame() const;
     /// A body that the rays pass through, as a rule the one that carries the scanner; null for none.

@@ -43,7 +43,9 @@ public:
     /// sizes that are not above 0.
     Terrain(hyx::UInt columnsX, hyx::UInt columnsY, hyx::Real elementSize, hyx::Real depth);
 
+    /// How many columns of soil there are along X.
     hyx::UInt getNumColumnsX() const;
+    /// How many columns of soil there are along Y.
     hyx::UInt getNumColumnsY() const;
     /// Side of a column in metres.
     hyx::Real getElementSize() const;
@@ -68,6 +70,7 @@ public:
     /// Adds a kind of soil and returns its index; kind 0 is there at first.
     /// Throws `std::invalid_argument` for a density, angle or pressure that is not above 0.
     hyx::UInt addMaterial(SoilMaterial const& material);
+    /// How many materials the soil has.
     hyx::UInt getNumMaterials() const;
     SoilMaterial getMaterial(hyx::UInt index) const;
     /// Replaces kind `index`. The masses of its layers stay, so with a new density their surfaces move.
@@ -79,9 +82,11 @@ public:
     std::vector<Voxel> getVoxels(hyx::UInt x, hyx::UInt y) const;
     /// Kind and compaction of the top of a column; a column of bare rock gives kind 0 and compaction 1.
     hyx::UInt getSurfaceMaterial(hyx::UInt x, hyx::UInt y) const;
+    /// The density of the top of a column relative to its material's.
     hyx::Real getSurfaceCompaction(hyx::UInt x, hyx::UInt y) const;
     /// Mass in kg on the move in a column, and its velocity in m/s.
     hyx::Real getFluidMass(hyx::UInt x, hyx::UInt y) const;
+    /// Of the loose soil in a column, m/s.
     hyx::Vec3 getFluidVelocity(hyx::UInt x, hyx::UInt y) const;
     /// All soil in kg: columns, grains, and what was dug but makes no whole grain yet.
     hyx::Real getMass() const;
@@ -101,6 +106,7 @@ public:
     void addTool(DigTool* tool);
     /// Removes a tool; false when it was not there.
     bool removeTool(DigTool* tool);
+    /// What digs here.
     std::vector<hyx::ref_ptr<DigTool>> const& getTools() const;
     /// The grains freed by digging. Their gravity is that of all the soil: it drives the slides and presses on tools.
     hyx::ParticleSystem* getSoilParticles() const;

@@ -42,8 +42,10 @@ public:
     /// Makes the points now; `step` does it otherwise. Throws `std::runtime_error` for a route of fewer than two
     /// different points.
     void initialize();
+    /// Whether the wire has found its way.
     bool isInitialized() const;
 
+    /// Metres.
     hyx::Real getRadius() const;
     /// Mass in kg of each metre, that of steel at first (7800 kg/m3). Throws `std::invalid_argument` unless above 0.
     void setMassPerLength(hyx::Real mass);
@@ -57,7 +59,7 @@ public:
     /// Gravity in m/s2 while this is in no simulation, standard gravity along -Z at first; in a simulation, that one's
     /// gravity acts. Throws `std::invalid_argument` when not finite.
     void setGravity(hyx::Vec3 const& gravity);
-    /// What acts now: the simulation's gravity, or the own one in none.
+    /// What acts now, m/s2: the simulation's gravity, or the own one in none.
     hyx::Vec3 getGravity() const;
     /// Steps of the solver for each step of the simulation, 20 at first; long chains need 10 or more.
     void setNumSubsteps(hyx::UInt count);
@@ -71,6 +73,7 @@ public:
     /// Length in metres as it hangs.
     hyx::Real getCurrentLength() const;
 
+    /// How many points stand for the wire.
     hyx::UInt getNumPoints() const;
     /// Position in metres, world, of a point. Throws `std::out_of_range` past the end.
     hyx::Vec3 getPoint(hyx::Index index) const;
@@ -78,6 +81,7 @@ public:
     std::vector<hyx::Vec3> const& getPoints() const;
     /// Tension in newtons of the segment after point `index`. Throws `std::out_of_range` past the end.
     hyx::Real getTension(hyx::Index segment) const;
+    /// Between neighbouring points, newtons.
     std::vector<hyx::Real> const& getTensions() const;
     /// The largest tension in newtons.
     hyx::Real getMaximumTension() const;

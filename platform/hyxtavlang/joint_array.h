@@ -15,7 +15,9 @@ namespace hyxtavlang {
 /// and all are finite.
 class JointArray : public hyx::Referenced {
 public:
+    /// How many joints there are.
     unsigned getNumJoints() const;
+    /// Of the joints, in the order of the arrays.
     std::vector<std::string> getNames() const;
 
     hyx::RealVector getPositions() const;
@@ -40,6 +42,7 @@ public:
 
     /// The greatest and least positions; infinite where there is none.
     hyx::RealVector getLowerLimits() const;
+    /// Radians or metres; infinite where a joint has none.
     hyx::RealVector getUpperLimits() const;
 
     struct Implementation;

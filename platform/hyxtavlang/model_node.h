@@ -14,16 +14,19 @@ public:
 
     explicit ModelNode(std::shared_ptr<tavlang::Core::Object> object) : m_object(std::move(object)) {}
 
+    /// Whether the node holds an object.
     bool isValid() const { return m_object != nullptr; }
 
     /// Like `Physics3D.Body`; empty for a node that holds nothing.
     std::string getType() const { return m_object ? m_object->getType() : ""; }
 
+    /// As in the file; empty for what has none there.
     std::string getName() const { return m_object ? m_object->name : ""; }
 
     /// Where the object begins in its file; 0 where that is not known.
     int getLine() const { return m_object ? m_object->line : 0; }
 
+    /// How many parts the object has.
     unsigned getNumChildren() const;
     /// Throws std::out_of_range for a child that is not there.
     ModelNode getChild(unsigned index) const;

@@ -49,6 +49,7 @@ class StringTable:
         return iter(self.keys())  # type: ignore[attr-defined]
 
     def items(self) -> list[tuple[int, str]]:
+        """All keys with their texts, in the order of the keys."""
         return [(key, self[key]) for key in self]  # type: ignore[index]
 
     def __repr__(self) -> str:

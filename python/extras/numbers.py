@@ -60,7 +60,7 @@ def component(index: int) -> Any:
     def write(self: Any, number: float) -> None:
         self[index] = number
 
-    return property(read, write)
+    return property(read, write, doc=f"The number at place {index}.")
 
 
 def _plain(item: Any) -> Any:

@@ -9,6 +9,7 @@ from binding.catalogue.declarations import Declaration, Description, without_arg
 
 from .defaults import Defaults, same
 from .interface import Form, Interface, Member, Operation, Parameter, ProxyClass, constant_owners
+from .library_texts import LibraryTexts
 from .natives import Natives
 from .python_types import plain_type
 
@@ -61,6 +62,7 @@ class Documentation:
         self.find = description.find
         self.natives = natives
         self.defaults = Defaults(interface, description)
+        self.library = LibraryTexts()
 
     def class_text(self, native: str) -> str:
         return _first_text(self.find(without_arguments(native), "class"))
@@ -88,6 +90,7 @@ def document(interface: Interface, documentation: Documentation) -> None:
     for package in interface.packages.values():
         for operation in package.functions.values():
             _document_operation(operation, [], documentation)
+            documentation.library.complete_named(f"{operation.module[1:]}.{operation.name}", operation)
         for proxy in package.classes:
             _document_class(proxy, documentation)
             taken = {*proxy.methods, *proxy.members, *proxy.constants}
@@ -127,8 +130,37 @@ def _document_class(proxy: ProxyClass, documentation: Documentation) -> None:
     for operation in proxy.methods.values():
         names = [f"{native}::{operation.name}" for native in lineage]
         _document_operation(operation, names, documentation)
+        documentation.library.complete(proxy, operation)
+    for operation in proxy.methods.values():
+        _tell_by_counterpart(proxy, operation)
     for member in proxy.members.values():
         _document_member(member, lineage, documentation)
+        member.doc = member.doc or documentation.library.text(f"{proxy.package}.{proxy.name}.{member.name}")
+
+
+def _tell_by_counterpart(proxy: ProxyClass, operation: Operation) -> None:
+    """What one sets and gets is told once in the headers, at either of the two."""
+    found = re.fullmatch(r"(get|is|has|set)(Enable)?([A-Z]\w*)?", operation.name)
+    if not found or any(form.doc for form in operation.forms):
+        return
+    what, reads = found[3] or "", found[1] != "set"
+    named = what.removesuffix("d") if what == "Enabled" else what
+    others = (
+        (f"set{named}", f"setEnable{named}", "setEnable") if reads else (f"get{what}", f"is{what}", f"getEnable{what}")
+    )
+    for name in (f"set{found[2] or ''}{what}" if reads else f"is{found[2] or ''}{what}", *others):
+        other = proxy.methods.get(name)
+        text = next((form.doc for form in other.forms if form.doc), "") if other else ""
+        if text:
+            head = f"What `{name}` has set." if reads else f"Sets what `{name}` tells."
+            for form in operation.forms:
+                form.doc = f"{head} {_first_sentences(text)}"
+            return
+
+
+def _first_sentences(text: str) -> str:
+    """Without what is said of errors."""
+    return re.split(r"(?:^|(?<=[.;])\s+|\n)(?=Raises|Throws|\w+: )", text.strip())[0].strip() or text
 
 
 def _document_member(member: Member, lineage: list[str], documentation: Documentation) -> None:

@@ -13,8 +13,10 @@ public:
     /// Throws std::invalid_argument when a material is null.
     ContactMaterial(Material* first, Material* second);
 
+    /// One of the two.
     Material* getMaterial1() const { return m_first.get(); }
 
+    /// The other one.
     Material* getMaterial2() const { return m_second.get(); }
 
     /// The friction coefficient; at the start what follows from both materials. Throws std::invalid_argument when

@@ -18,14 +18,17 @@ public:
 
     Frame* getParent() const { return m_parent.get(); }
 
+    /// From the frame to its parent.
     void setLocalMatrix(AffineMatrix4x4 const& local) { m_local = local; }
 
     AffineMatrix4x4 const& getLocalMatrix() const { return m_local; }
 
+    /// Where the frame is in its parent, metres.
     void setLocalTranslate(Vec3 const& translation) { m_local.setTranslate(translation); }
 
     Vec3 getLocalTranslate() const { return m_local.getTranslate(); }
 
+    /// How the frame is turned in its parent.
     void setLocalRotate(Quat const& rotation) { m_local.setRotate(rotation); }
 
     Quat getLocalRotate() const { return m_local.getRotate(); }
@@ -33,12 +36,16 @@ public:
     /// From this frame to the world.
     virtual AffineMatrix4x4 getMatrix() const;
 
+    /// Where the frame is in the world, metres.
     Vec3 getTranslate() const { return getMatrix().getTranslate(); }
 
+    /// How the frame is turned in the world.
     Quat getRotate() const { return getMatrix().getRotate(); }
 
+    /// A point of the frame, metres, in the world.
     Vec3 transformPointToWorld(Vec3 const& point) const { return getMatrix().transformPoint(point); }
 
+    /// A point of the world, metres, in the frame.
     Vec3 transformPointToLocal(Vec3 const& point) const { return getMatrix().inverse().transformPoint(point); }
 
 protected:

@@ -17,12 +17,15 @@ public:
 
     /// Moves this frame to another body; its local transform stays. Null lets it stand in the world.
     void attachTo(RigidBody* body);
+    /// The body that the frame follows; null for none.
     RigidBody* getRigidBody() const;
 
     AffineMatrix4x4 getMatrix() const override;
 
+    /// In the world, metres.
     Vec3 getPosition() const { return getTranslate(); }
 
+    /// In the world.
     Quat getRotation() const { return getRotate(); }
 
     /// The velocity of this frame's origin in the world, m/s.

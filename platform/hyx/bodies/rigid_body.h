@@ -43,8 +43,10 @@ public:
     bool remove(hyxCollide::Geometry* geometry);
     Vector<ref_ptr<hyxCollide::Geometry>> const& getGeometries() const;
 
+    /// Where the origin of the model frame is in the world, metres.
     void setPosition(Vec3 const& position);
     Vec3 getPosition() const;
+    /// How the model frame is turned in the world.
     void setRotation(Quat const& rotation);
     Quat getRotation() const;
     /// Only the rotation and translation of `transform` are used.
@@ -60,9 +62,10 @@ public:
     /// rad/s in the world.
     void setAngularVelocity(Vec3 const& angularVelocity);
     Vec3 getAngularVelocity() const;
-    /// The velocity of the body's material at a point of the world.
+    /// The velocity of the body's material at a point of the world, m/s.
     Vec3 getPointVelocity(Vec3 const& worldPoint) const;
 
+    /// DYNAMICS at the start.
     void setMotionControl(MotionControl control);
     MotionControl getMotionControl() const;
     /// A disabled body neither moves nor collides. Enabled at the start.
@@ -77,7 +80,7 @@ public:
     /// std::invalid_argument unless all are positive and finite.
     void setInertia(Vec3 const& inertia);
     Vec3 getInertia() const;
-    /// In the model frame. Fixes it.
+    /// Metres, in the model frame. Fixes it.
     void setCenterOfMass(Vec3 const& localPoint);
     Vec3 getCenterOfMass() const;
     Vec3 getWorldCenterOfMass() const;
@@ -87,15 +90,18 @@ public:
 
     /// Forces in newtons and torques in newton metres, in world coordinates, act during the next step only and add up.
     void addForce(Vec3 const& force);
+    /// The same at a point of the world, metres, where it turns the body too.
     void addForceAtPosition(Vec3 const& force, Vec3 const& worldPoint);
+    /// Newton metres, in world coordinates, during the next step only.
     void addTorque(Vec3 const& torque);
-    /// What was added since the last step.
+    /// What was added since the last step, newtons or newton metres.
     Vec3 getForce() const;
     Vec3 getTorque() const;
 
     /// The share of velocity lost per second, 0 to 1; 0 at the start.
     void setLinearDamping(Real damping);
     Real getLinearDamping() const;
+    /// The share of the turning speed lost per second, 0 to 1; 0 at the start.
     void setAngularDamping(Real damping);
     Real getAngularDamping() const;
 

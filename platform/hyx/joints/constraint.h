@@ -27,6 +27,7 @@ public:
 
     /// 0 or 1; null where that side is the world, and for any other index.
     RigidBody* getBodyAt(UInt index) const;
+    /// The sides that a body is on: 2, or 1 at the world.
     UInt getNumBodies() const;
     /// The attachment frame of side 0 or 1, in world coordinates.
     AffineMatrix4x4 getAttachmentTransform(UInt index) const;
@@ -34,6 +35,7 @@ public:
     /// index.
     Frame* getAttachmentFrame(UInt index) const;
 
+    /// Whether the constraint acts. On at the start.
     void setEnable(bool enable);
     bool isEnabled() const;
 
@@ -50,6 +52,7 @@ public:
 
     /// The rows at work: those of the joint itself, then those of its active motor, range and lock.
     UInt getNumRows() const;
+    /// Whether a row holds a way or a turn.
     RowType getRowType(UInt row) const;
     /// The world direction along or about which a row acts.
     Vec3 getRowAxis(UInt row) const;
@@ -61,6 +64,7 @@ public:
     /// coordinates, the torque about the attachment point. Zero where not in a simulation.
     bool getLastForce(UInt index, Vec3& force, Vec3& torque) const;
 
+    /// The simulation that the constraint is in; null for none.
     hyxSDK::Simulation* getSimulation() const;
 
     struct Implementation;

@@ -27,10 +27,13 @@ public:
     void setViscosity(Real viscosity);
     Real getViscosity() const;
 
+    /// What drives the free direction; off at the start.
     Motor1D* getMotor1D() const { return m_motor.get(); }
 
+    /// What bounds the free direction; off at the start.
     Range1D* getRange1D() const { return m_range.get(); }
 
+    /// What holds the free direction at a position; off at the start.
     Lock1D* getLock1D() const { return m_lock.get(); }
 
 protected:

@@ -22,9 +22,13 @@ public:
     /// Metres, or radians counted over full turns. Throws std::out_of_range for a direction that is not there, as do
     /// the others.
     Real getAngle(UInt dof) const;
+    /// Metres or radians per second.
     Real getCurrentSpeed(UInt dof) const;
+    /// What drives a direction; off at the start.
     Motor1D* getMotor1D(UInt dof) const;
+    /// What bounds a direction; off at the start.
     Range1D* getRange1D(UInt dof) const;
+    /// What holds a direction at a position; off at the start.
     Lock1D* getLock1D(UInt dof) const;
 
 protected:

@@ -9,6 +9,7 @@ namespace hyx {
 /// One optional row of a joint along or about its free direction: off at the start.
 class ElementaryConstraint : public Object {
 public:
+    /// Whether it acts. Off at the start.
     void setEnable(bool enable) { m_enabled = enable; }
 
     bool isEnabled() const { return m_enabled; }
@@ -29,7 +30,7 @@ public:
 
     Real getDamping() const { return m_damping; }
 
-    /// The force or torque of the last step; 0 while off.
+    /// The force or torque of the last step, newtons or newton metres; 0 while off.
     Real getCurrentForce() const { return m_currentForce; }
 
     /// Kept by the joint, which knows when a step has been solved.

@@ -22,6 +22,7 @@ public:
             (*m_function)(arguments...);
     }
 
+    /// Whether there is a function to call.
     bool valid() const { return m_function != nullptr; }
 
     /// Copies of one callback are equal; two made from the same function are not.

@@ -34,6 +34,7 @@ public:
     /// The first object of that name, or null.
     Object* findObject(Name const& name) const;
 
+    /// What is in the component.
     Vector<ref_ptr<Object>> const& getObjects() const { return m_objects; }
 
     /// What this contains, by name.

@@ -10,16 +10,20 @@ class HighAccuracyTimer {
 public:
     explicit HighAccuracyTimer(bool running = true) : m_running(running), m_started(Clock::now()) {}
 
+    /// Goes on counting.
     void start();
+    /// Stands still until it is started again.
     void stop();
     /// Sets the time to zero; a running timer goes on.
     void reset();
 
+    /// Whether it counts.
     bool isRunning() const { return m_running; }
 
     /// Milliseconds measured so far.
     double getTime() const;
 
+    /// What has been counted, in seconds.
     double getSeconds() const { return getTime() * 1e-3; }
 
 private:

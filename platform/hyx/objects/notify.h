@@ -15,6 +15,7 @@ public:
     /// Receives one notice, without a line end.
     using Sink = std::function<void(int level, std::string const& text)>;
 
+    /// The one of the process.
     static Notify& instance();
 
     /// Sends one notice. The exact text is "text" alone; where it came from is not added.

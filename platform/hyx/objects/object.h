@@ -35,6 +35,7 @@ public:
 
     explicit Object(Name const& name) : m_name(name) {}
 
+    /// What scripts find the object by; empty at the start.
     void setName(Name const& name) { m_name = name; }
 
     Name const& getName() const { return m_name; }

@@ -17,6 +17,7 @@ public:
     /// Called when this enters a simulation, and with null when it leaves. An override calls this one.
     virtual void setSimulation(hyxSDK::Simulation* simulation) { m_simulation = simulation; }
 
+    /// The simulation that the process is in; null for none.
     hyxSDK::Simulation* getSimulation() const { return m_simulation; }
 
     /// Called before collision detection and the solver; forces put on bodies here act in this step. `time` is the time

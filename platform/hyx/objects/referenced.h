@@ -28,6 +28,7 @@ public:
     /// Drops one reference without ever deleting, for handing out an object that a local holder made.
     void unreferenceWithoutDelete() const { m_references.fetch_sub(1, std::memory_order_acq_rel); }
 
+    /// How many owners the object has.
     int getReferenceCount() const { return m_references.load(std::memory_order_acquire); }
 
 protected:

@@ -97,7 +97,7 @@ public:
     /// Gravity in m/s2 while this is in no simulation, standard gravity along -Z at first; in a simulation, that one's
     /// gravity acts. Throws `std::invalid_argument` when not finite.
     void setGravity(Vec3 const& gravity);
-    /// What acts now: the simulation's gravity, or the own one in none.
+    /// What acts now, m/s2: the simulation's gravity, or the own one in none.
     Vec3 getGravity() const;
     /// Seconds after which a grain is removed; infinite at first.
     void setLifetime(Real seconds);

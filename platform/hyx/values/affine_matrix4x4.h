@@ -22,10 +22,13 @@ public:
     /// Reads sixteen numbers, row by row. Null gives the identity.
     explicit AffineMatrix4x4(double const* rows);
 
+    /// Moves by this way, metres.
     static AffineMatrix4x4 translate(Vec3 const& translation) { return AffineMatrix4x4(translation); }
 
+    /// Turns about the origin.
     static AffineMatrix4x4 rotate(Quat const& rotation) { return AffineMatrix4x4(rotation); }
 
+    /// Stretches by these factors along the axes.
     static AffineMatrix4x4 scale(Vec3 const& factors);
     /// A viewpoint at `eye` whose negative Z axis looks at `center` and whose Y axis leans to `up`: a transform from
     /// world to eye coordinates.
@@ -43,6 +46,7 @@ public:
 
     double const* ptr() const { return m_rows[0]; }
 
+    /// Where the origin is moved to, metres.
     Vec3 getTranslate() const { return Vec3(m_rows[3][0], m_rows[3][1], m_rows[3][2]); }
 
     void setTranslate(Vec3 const& translation);

@@ -23,6 +23,7 @@ public:
     /// The direction in which the plane faces, of length one.
     Vec3 getNormal() const { return m_normal; }
 
+    /// How far the origin lies above the plane, metres; negative below.
     double getD() const { return m_d; }
 
     /// A point of the plane, the one nearest to the origin.
@@ -31,6 +32,7 @@ public:
     /// Positive on the side to which the normal points, in metres.
     double distance(Vec3 const& point) const { return m_normal.dot(point) + m_d; }
 
+    /// The point of the plane that is nearest to this one, metres.
     Vec3 project(Vec3 const& point) const { return point - m_normal * distance(point); }
 
 private:

@@ -18,6 +18,7 @@ public:
     /// The shortest rotation that takes the direction `from` to the direction `to`.
     Quat(Vec3 const& from, Vec3 const& to);
 
+    /// The vector part, then the scalar one.
     void set(double xValue, double yValue, double zValue, double wValue) {
         *this = Quat(xValue, yValue, zValue, wValue);
     }
@@ -43,6 +44,7 @@ public:
     Vec3 getAxis() const;
     /// Roll about X, then pitch about Y, then yaw about Z, in radians.
     Vec3 getEulerAngles() const;
+    /// Turns about X, then Y, then Z, by angles in radians.
     static Quat fromEulerAngles(Vec3 const& rollPitchYaw);
 
     double x = 0;

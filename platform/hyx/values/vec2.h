@@ -15,6 +15,7 @@ public:
     /// All components take the same value.
     explicit Vec2(double value) : x(value), y(value) {}
 
+    /// Takes over both numbers.
     void set(double xValue, double yValue) {
         x = xValue;
         y = yValue;

@@ -15,6 +15,7 @@ public:
     /// All components take the same value.
     explicit Vec2u(unsigned long value) : x(value), y(value) {}
 
+    /// Takes over both numbers.
     void set(unsigned long xValue, unsigned long yValue) {
         x = xValue;
         y = yValue;

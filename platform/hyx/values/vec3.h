@@ -15,6 +15,7 @@ public:
     /// All components take the same value.
     explicit Vec3(double value) : x(value), y(value), z(value) {}
 
+    /// Takes over the three numbers.
     void set(double xValue, double yValue, double zValue) {
         x = xValue;
         y = yValue;

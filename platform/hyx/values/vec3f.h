@@ -19,8 +19,10 @@ public:
     explicit Vec3f(Vec3 const& other)
         : x(static_cast<float>(other.x)), y(static_cast<float>(other.y)), z(static_cast<float>(other.z)) {}
 
+    /// The same in double precision.
     Vec3 toVec3() const { return Vec3(x, y, z); }
 
+    /// Takes over the three numbers.
     void set(float xValue, float yValue, float zValue) {
         x = xValue;
         y = yValue;

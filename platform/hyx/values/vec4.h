@@ -18,8 +18,10 @@ public:
 
     Vec4(Vec3 const& xyz, double w) : x(xyz.x), y(xyz.y), z(xyz.z), w(w) {}
 
+    /// The first three numbers.
     Vec3 asVec3() const { return Vec3(x, y, z); }
 
+    /// Takes over the four numbers.
     void set(double xValue, double yValue, double zValue, double wValue) {
         x = xValue;
         y = yValue;

@@ -22,8 +22,10 @@ public:
           z(static_cast<float>(other.z)),
           w(static_cast<float>(other.w)) {}
 
+    /// The same in double precision.
     Vec4 toVec4() const { return Vec4(x, y, z, w); }
 
+    /// Takes over the four numbers.
     void set(float xValue, float yValue, float zValue, float wValue) {
         x = xValue;
         y = yValue;

@@ -28,7 +28,9 @@ public:
     void renderCurrent();
     /// Colours by the damage summed so far.
     void renderAccumulated();
+    /// Whether the colours tell of the damage of the last step.
     bool isRenderingCurrent() const;
+    /// Whether the colours tell of all damage so far.
     bool isRenderingAccumulated() const;
     /// Shows or hides the cable.
     void setEnableRendering(bool enable);

@@ -40,6 +40,7 @@ public:
     /// Whether the red shift of the elements colours them, true at first.
     void setUseRedShiftScale(bool use);
 
+    /// The program that bends the tube.
     osg::Program* getProgram();
     /// How many sides a tube has, 12 at first and 4 to 16.
     osg::Uniform* getCircleResolutionUniform();

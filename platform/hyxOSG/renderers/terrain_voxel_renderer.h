@@ -41,6 +41,7 @@ public:
     /// when there is none.
     static TerrainVoxelRenderer* find(hyxTerrain::Terrain const* terrain, hyxSDK::Simulation const* simulation);
 
+    /// The terrain that is shown.
     hyxTerrain::Terrain* getTerrain() const;
     /// The node that holds all that is drawn.
     GeometryNode* getNode() const;
@@ -87,10 +88,12 @@ public:
 
     /// The colours of the kinds of soil in the order of their indices; kinds without a colour take the last one.
     void setTerrainMaterialsColors(hyxRender::ColorVector const& colors);
+    /// One for each material of the terrain.
     hyxRender::ColorVector getTerrainMaterialColors() const;
     /// The colour of the surface where nothing else colours it.
     void setColor(hyx::Vec4f color);
     hyx::Vec4f getColor() const;
+    /// Of the lines that tell where soil moves.
     void setVelocityFieldLineColor(hyx::Vec4 const& color);
     /// The colour of a voxel with the largest value; the smallest is drawn dark blue.
     void setMaxVoxelValueColor(hyx::Vec4f const& color);
@@ -98,7 +101,9 @@ public:
     /// The files of the mesh that stands for a grain and of its texture. The mesh is scaled to the grain's size.
     /// Throws `std::runtime_error` when a file cannot be read; an empty name goes back to the first mesh.
     void setSoilParticleMeshData(hyx::String model, hyx::String texture = hyx::String());
+    /// The model that stands for a grain; empty for none.
     hyx::String getSoilParticleMeshModelFilename() const;
+    /// The picture on that model; empty for none.
     hyx::String getSoilParticleMeshTextureFilename() const;
 
     /// Brings what is drawn up to date now.
