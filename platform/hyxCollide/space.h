@@ -39,6 +39,9 @@ public:
     LocalGeometryContactVector getGeometryContacts(Geometry const* geometry) const;
     /// The contact of two geometries in the last step; an empty one where they do not touch.
     LocalGeometryContact getGeometryContact(Geometry const* geometry1, Geometry const* geometry2) const;
+    /// Has these in place of the contacts of the last step, until the next step or until a body comes or goes: what a
+    /// playback shows.
+    void showContacts(LocalGeometryContactVector contacts);
     /// The number of contact points of the last step.
     hyx::UInt getNumContactPoints() const;
 

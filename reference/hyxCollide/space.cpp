@@ -4,6 +4,7 @@
 #include "reference/hyxSDK/simulation_implementation.h"
 
 #include <stdexcept>
+#include <utility>
 
 namespace hyxCollide {
 
@@ -37,6 +38,12 @@ LocalGeometryContact Space::getGeometryContact(Geometry const* geometry1, Geomet
         return LocalGeometryContact();
     LocalGeometryContactVector const found = requireSimulation(m_simulation).world.contacts(geometry1, geometry2);
     return found.empty() ? LocalGeometryContact() : found.front();
+}
+
+void Space::showContacts(LocalGeometryContactVector contacts) {
+    hyxSDK::Simulation::Implementation& simulation = requireSimulation(m_simulation);
+    simulation.world.showContacts(std::move(contacts));
+    simulation.statistics.numContactPoints = simulation.world.numContactPoints();
 }
 
 hyx::UInt Space::getNumContactPoints() const {

@@ -22,6 +22,7 @@ struct Simulation::Implementation {
     void changeStructure() {
         ++structureRevision;
         geometriesOutdated = true;
+        world.showContacts(std::nullopt);
     }
 
     Simulation& owner;

@@ -32,6 +32,7 @@ public:
         bool compressed = false;  ///< deflated: smaller still, slower
         bool incremental = false; ///< follow bodies that come and go
         bool velocities = true;   ///< record velocities too
+        bool contacts = true;     ///< record contact points with their forces too
         double frequency = 0;     ///< states per simulated second; 0 for every step
         /// Gives what else is to be known of these bodies, such as their look: any text, recorded with them once.
         std::function<std::string(RigidBodyPtrVector const&)> describe;
@@ -67,7 +68,8 @@ public:
     void store(hyxSDK::Simulation* simulation, bool force = false);
 
     /// Puts the next state into `simulation`: bodies are found by name, particle systems by their order, and made as
-    /// they were recorded when they are missing. Returns false at the end.
+    /// they were recorded when they are missing. The contacts of the simulation's space are the recorded ones until its
+    /// next step. Returns false at the end.
     bool playNext(hyxSDK::Simulation* simulation);
     /// Puts the last state at or before `time` into `simulation`, or the first one, as `playNext`, which goes on from
     /// there. Returns false when nothing is played.

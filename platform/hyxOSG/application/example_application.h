@@ -534,7 +534,8 @@ public:
     std::string getJournalPlaybackPath() const;
     /// Path of the trace file of the profiling switches.
     std::string getProfilingJournalPath() const;
-    /// Sets the file (JSON) that says what a journal holds: `velocities`, `frequency`, `session`.
+    /// Sets the file (JSON) that says what a journal holds: `velocities`, `contacts`, `frequency`,
+    /// `session`.
     void setJournalConfigurationPath(hyx::String const& path);
     /// Sets the file that is recorded to, and the session's name after a `#`: `run.h5#first`.
     void setJournalRecordPath(hyx::String const& path);

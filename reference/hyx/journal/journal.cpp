@@ -2,7 +2,9 @@
 #include "platform/hyx/journal/journal.h"
 
 #include "platform/hyx/objects/notify.h"
+#include "platform/hyxCollide/space.h"
 #include "platform/hyxSDK/simulation.h"
+#include "reference/hyx/journal/contact_rows.h"
 #include "reference/hyx/journal/journal_part.h"
 #include "reference/hyx/journal/journal_session.h"
 #include "reference/machinery/files/exit_work.h"
@@ -342,6 +344,7 @@ void Journal::Implementation::show(JournalPartReader::State const& state, hyxSDK
     for (size_t i = 0; i < shownSystems.size(); ++i)
         shownSystems[i]->getParticles() = state.grains[i];
     joints = state.joints;
+    simulation.getSpace()->showContacts(contactsOf(state.contacts, shown));
     simulation.setTimeStamp(state.time);
 }
 

@@ -2,9 +2,11 @@
 #include "reference/hyx/journal/journal_part.h"
 
 #include "platform/hyxCollide/geometry.h"
+#include "reference/hyx/journal/contact_rows.h"
 #include "reference/hyx/journal/shape_json.h"
 
 #include <algorithm>
+#include <numeric>
 #include <stdexcept>
 
 namespace hyx {
@@ -20,17 +22,16 @@ std::runtime_error disagreement() {
 
 JournalPartWriter::JournalPartWriter(hid_t session, std::string const& name, json const& description,
                                      Hdf5Storage storage)
-    : m_group(createHdf5Group(session, name)), m_systems(description.at("systems").get<size_t>()) {
+    : m_group(createHdf5Group(session, name)) {
     auto const keys = description.at("bodies").get<std::vector<std::string>>();
     writeHdf5Texts(m_group, "bodies", keys);
     writeHdf5Texts(m_group, "shapes", {description.at("shapes").dump()});
-    Hdf5Storage const exact{.compressed = storage.compressed};
-    m_rows.push_back({"time", 1, 1, exact, {}, {}});
-    m_rows.push_back({"position", keys.size(), 3, storage, {}, {}});
-    m_rows.push_back({"rotation", keys.size(), 4, storage, {}, {}});
+    addRows("time", 1, 1, {.compressed = storage.compressed});
+    addRows("position", keys.size(), 3, storage);
+    addRows("rotation", keys.size(), 4, storage);
     if (description.at("velocities").get<bool>()) {
-        m_rows.push_back({"velocity", keys.size(), 3, storage, {}, {}});
-        m_rows.push_back({"angularVelocity", keys.size(), 3, storage, {}, {}});
+        addRows("velocity", keys.size(), 3, storage);
+        addRows("angularVelocity", keys.size(), 3, storage);
     }
     for (char const* text : {"conditions", "description"})
         if (description.contains(text))
@@ -39,30 +40,43 @@ JournalPartWriter::JournalPartWriter(hid_t session, std::string const& name, jso
                 {description[text].is_string() ? description[text].get<std::string>() : description[text].dump()});
     if (auto const joints = description.value("joints", std::vector<std::string>()); !joints.empty()) {
         writeHdf5Texts(m_group, "joints", joints);
-        m_rows.push_back({"joint", joints.size(), 2, storage, {}, {}});
+        addRows("joint", joints.size(), 2, storage);
     }
-    if (m_systems == 0)
-        return;
-    writeHdf5Texts(m_group, "particleColumns", grainColumns());
-    m_rows.push_back({"particleCount", m_systems, 1, exact, {}, {}});
-    m_rows.push_back({"particles", 1, grainColumns().size(), storage, {}, {}});
+    if (description.value("contacts", false)) // logs of former versions lack it
+        addCounted("contacts", "contactCount", 1, contactColumns(), storage);
+    if (size_t const systems = description.at("systems").get<size_t>(); systems > 0)
+        addCounted("particles", "particleCount", systems, grainColumns(), storage);
+}
+
+void JournalPartWriter::addRows(std::string const& name, size_t items, size_t components, Hdf5Storage storage) {
+    m_rows.push_back({.name = name, .items = items, .components = components, .storage = storage});
+}
+
+void JournalPartWriter::addCounted(std::string const& name, std::string const& countName, size_t owners,
+                                   std::vector<std::string> const& columns, Hdf5Storage storage) {
+    std::string const singular = name.substr(0, name.size() - 1);
+    writeHdf5Texts(m_group, singular + "Columns", columns);
+    addRows(countName, owners, 1, {.compressed = storage.compressed});
+    addRows(name, 1, columns.size(), storage);
+    m_rows.back().counted = true;
 }
 
 void JournalPartWriter::store(std::span<double const> state) {
     constexpr size_t mostWaiting = 1024, mostNumbers = 1 << 20;
-    // The grains come last, and there can be any number of them.
-    size_t const fixed = m_rows.size() - (m_systems > 0 ? 1 : 0);
-    size_t needed = 0;
-    for (size_t i = 0; i < fixed; ++i)
-        needed += m_rows[i].items * m_rows[i].components;
-    if (state.size() < needed || (state.size() - needed) % grainColumns().size() != 0 ||
-        (m_systems == 0 && state.size() > needed))
-        throw disagreement();
-    for (size_t i = 0; i < m_rows.size(); ++i) {
-        size_t const count = i < fixed ? m_rows[i].items * m_rows[i].components : state.size();
-        m_rows[i].waiting.insert(m_rows[i].waiting.end(), state.begin(), state.begin() + std::ptrdiff_t(count));
-        state = state.subspan(count);
+    std::vector<std::span<double const>> pieces;
+    for (Rows const& rows : m_rows) {
+        double const items =
+            rows.counted ? std::accumulate(pieces.back().begin(), pieces.back().end(), 0.0) : double(rows.items);
+        double const numbers = items * double(rows.components);
+        if (!(numbers >= 0 && numbers <= double(state.size())))
+            throw disagreement();
+        pieces.push_back(state.first(size_t(numbers)));
+        state = state.subspan(size_t(numbers));
     }
+    if (!state.empty())
+        throw disagreement();
+    for (size_t i = 0; i < m_rows.size(); ++i)
+        m_rows[i].waiting.insert(m_rows[i].waiting.end(), pieces[i].begin(), pieces[i].end());
     auto const full = [](Rows const& rows) { return rows.waiting.size() >= mostNumbers; };
     if (++m_waiting >= mostWaiting || std::any_of(m_rows.begin(), m_rows.end(), full))
         flush();
@@ -83,7 +97,9 @@ void JournalPartWriter::write(Rows& rows) {
     rows.waiting.clear();
 }
 
-JournalPartReader::JournalPartReader(Hdf5Handle const& group) : m_particles(group) {
+JournalPartReader::JournalPartReader(Hdf5Handle const& group)
+    : m_particles(group, "particles", "particleCount", grainColumns().size()),
+      m_contacts(group, "contacts", "contactCount", contactColumns().size()) {
     m_keys = readHdf5Texts(group, "bodies");
     std::vector<std::string> const shapes = readHdf5Texts(group, "shapes");
     if (!shapes.empty())
@@ -114,7 +130,7 @@ JournalPartReader::JournalPartReader(Hdf5Handle const& group) : m_particles(grou
     m_numStates = m_time.numRows();
     if (!m_keys.empty())
         m_numStates = std::min({m_numStates, m_position.numRows(), m_rotation.numRows()});
-    if (m_particles.numSystems() > 0)
+    if (m_particles.numOwners() > 0)
         m_numStates = std::min(m_numStates, m_particles.numStates());
 }
 
@@ -185,7 +201,11 @@ JournalPartReader::State JournalPartReader::read(size_t row) const {
         for (size_t i = 0; i < m_joints.size(); ++i)
             state.joints[m_joints[i]] = joints[2 * i];
     }
-    state.grains = m_particles.numSystems() > 0 ? m_particles.read(row) : decltype(state.grains)();
+    if (row < m_contacts.numStates())
+        state.contacts = m_contacts.read(row);
+    requireContacts(state.contacts, m_keys.size());
+    for (size_t system = 0; system < m_particles.numOwners(); ++system)
+        state.grains.push_back(grainsOf(m_particles.read(row, system)));
     return state;
 }
 

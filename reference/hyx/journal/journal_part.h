@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/hyx/bodies/rigid_body.h"
-#include "reference/hyx/journal/hdf5_data.h"
+#include "reference/hyx/journal/counted_rows.h"
 #include "reference/hyx/journal/particle_rows.h"
 
 #include <nlohmann/json.hpp>
@@ -33,12 +33,16 @@ private:
         Hdf5Storage storage;
         Hdf5Rows data;
         std::vector<double> waiting;
+        bool counted = false; ///< as many a state as the rows before say
     };
 
+    void addRows(std::string const& name, size_t items, size_t components, Hdf5Storage storage);
+    /// Rows of which each state has another number.
+    void addCounted(std::string const& name, std::string const& countName, size_t owners,
+                    std::vector<std::string> const& columns, Hdf5Storage storage);
     void write(Rows& rows);
 
     Hdf5Handle m_group;
-    size_t m_systems;
     std::vector<Rows> m_rows; ///< in the order of a state's numbers
     size_t m_waiting = 0;     ///< states
 };
@@ -50,7 +54,7 @@ public:
 
     std::vector<std::string> const& keys() const { return m_keys; }
 
-    size_t numSystems() const { return m_particles.numSystems(); }
+    size_t numSystems() const { return m_particles.numOwners(); }
 
     size_t numStates() const { return m_numStates; }
 
@@ -62,6 +66,7 @@ public:
         std::vector<double> positions, rotations, velocities, angularVelocities; ///< velocities may be empty
         std::vector<std::vector<Particle>> grains;                               ///< of each particle system
         std::map<std::string, double> joints;                                    ///< positions by name
+        std::vector<double> contacts;                                            ///< as contactsOf reads them
     };
 
     State read(size_t row) const;
@@ -82,7 +87,7 @@ private:
 
     std::vector<std::string> m_keys;
     nlohmann::json m_shapes; ///< a description for each body
-    ParticleReader m_particles;
+    CountedRows m_particles, m_contacts;
     Hdf5Rows m_time, m_position, m_rotation, m_velocity, m_angularVelocity, m_joint;
     std::vector<std::string> m_joints;
     std::string m_conditions, m_description;

@@ -161,7 +161,7 @@ void SessionRecorder::beginPart(hyxSDK::Simulation& simulation) {
     if (!m_bodies)
         m_nextTime = simulation.getTimeStamp();
     RigidBodyPtrVector const bodies = simulation.getRigidBodies();
-    RecordedBodies next(simulation, m_settings.velocities);
+    RecordedBodies next(simulation, m_settings);
     json description = next.describe(m_keys.of(bodies));
     if (m_settings.describe)
         description["description"] = m_settings.describe(bodies);

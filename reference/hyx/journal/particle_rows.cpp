@@ -1,7 +1,6 @@
 // Grains as rows of numbers.
 #include "reference/hyx/journal/particle_rows.h"
 
-#include <algorithm>
 #include <stdexcept>
 
 namespace hyx {
@@ -53,33 +52,11 @@ void addGrains(std::vector<double>& numbers, ParticleSystems const& systems) {
             add(numbers, grain);
 }
 
-ParticleReader::ParticleReader(hid_t group) {
-    if (!hasHdf5Link(group, "particles"))
-        return;
-    m_counts = Hdf5Rows::open(group, "particleCount", 1);
-    m_grains = Hdf5Rows::open(group, "particles", grainColumns().size());
-    if (m_grains.numItems() != 1)
-        throw std::runtime_error("the journal is damaged: its particles are not one in a row");
-    constexpr size_t block = 1024; // states: how many there are is only a claim
-    m_starts = {0};
-    for (size_t row = 0; row < m_counts.numRows(); row += block)
-        for (double const count : m_counts.read(row, std::min(block, m_counts.numRows() - row))) {
-            if (!(count >= 0 && count <= double(m_grains.numRows() - m_starts.back())))
-                throw std::runtime_error("the journal is damaged: its particles are not as many as were counted");
-            m_starts.push_back(m_starts.back() + size_t(count));
-        }
-}
-
-std::vector<std::vector<Particle>> ParticleReader::read(size_t state) const {
-    std::vector<std::vector<Particle>> systems(numSystems());
-    for (size_t i = 0; i < systems.size(); ++i) {
-        size_t const place = state * numSystems() + i, first = m_starts.at(place),
-                     count = m_starts.at(place + 1) - first;
-        std::vector<double> const numbers = m_grains.read(first, count);
-        for (size_t grain = 0; grain < count; ++grain)
-            systems[i].push_back(grainOf(&numbers[grain * grainColumns().size()]));
-    }
-    return systems;
+std::vector<Particle> grainsOf(std::span<double const> numbers) {
+    std::vector<Particle> grains;
+    for (size_t place = 0; place < numbers.size(); place += grainColumns().size())
+        grains.push_back(grainOf(&numbers[place]));
+    return grains;
 }
 
 } // namespace hyx

@@ -3,6 +3,7 @@
 
 #include "platform/hyxCollide/geometry.h"
 #include "platform/hyxSDK/simulation.h"
+#include "reference/hyx/journal/contact_rows.h"
 #include "reference/hyx/journal/shape_json.h"
 
 #include <algorithm>
@@ -45,12 +46,13 @@ std::vector<std::string> JournalKeys::of(RigidBodyPtrVector const& bodies) {
     return keys;
 }
 
-RecordedBodies::RecordedBodies(hyxSDK::Simulation const& simulation, bool velocities)
-    : m_bodies(simulation.getRigidBodies()), m_systems(particleSystemsOf(simulation)), m_velocities(velocities) {
+RecordedBodies::RecordedBodies(hyxSDK::Simulation const& simulation, Journal::Settings const& settings)
+    : m_bodies(simulation.getRigidBodies()), m_systems(particleSystemsOf(simulation)),
+      m_contacts(settings.contacts ? simulation.getSpace() : nullptr), m_velocities(settings.velocities) {
     for (auto const& constraint : simulation.getConstraints())
         if (auto* joint = dynamic_cast<Constraint1DOF*>(constraint.get()); joint && !joint->getName().empty())
             m_joints.push_back(joint);
-    constexpr int version = 2;
+    constexpr int version = 3;
     Vec3 const gravity = simulation.getGravity();
     m_conditions = {
         {"version", version}, {"timeStep", simulation.getTimeStep()}, {"gravity", {gravity.x, gravity.y, gravity.z}}};
@@ -74,6 +76,7 @@ nlohmann::json RecordedBodies::describe(std::vector<std::string> const& keys) co
             {"joints", joints},
             {"systems", m_systems.size()},
             {"velocities", m_velocities},
+            {"contacts", m_contacts != nullptr},
             {"conditions", m_conditions}};
 }
 
@@ -93,6 +96,8 @@ std::vector<double> const& RecordedBodies::state(double time) {
     }
     for (auto const& joint : m_joints)
         m_state.insert(m_state.end(), {joint->getAngle(), joint->getCurrentSpeed()});
+    if (m_contacts)
+        addContacts(m_state, m_contacts->getGeometryContacts(), m_bodies);
     addGrains(m_state, m_systems);
     return m_state;
 }

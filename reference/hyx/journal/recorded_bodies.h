@@ -3,6 +3,8 @@
 
 #include "platform/hyx/bodies/rigid_body.h"
 #include "platform/hyx/joints/constraint1dof.h"
+#include "platform/hyx/journal/journal.h"
+#include "platform/hyxCollide/space.h"
 #include "reference/hyx/journal/particle_rows.h"
 
 #include <nlohmann/json.hpp>
@@ -28,23 +30,24 @@ private:
 /// The bodies and particle systems of a span of time.
 class RecordedBodies {
 public:
-    RecordedBodies(hyxSDK::Simulation const& simulation, bool velocities);
+    RecordedBodies(hyxSDK::Simulation const& simulation, Journal::Settings const& settings);
 
     /// Whether these are the bodies and particle systems that are recorded.
     bool covers(RigidBodyPtrVector const& bodies, ParticleSystems const& systems) const;
 
     /// `bodies` (their keys), `shapes`, `joints` (names of those that turn or slide), `systems` (their number),
-    /// `velocities` (whether there are any) and `conditions`.
+    /// `velocities` and `contacts` (whether there are any) and `conditions`.
     nlohmann::json describe(std::vector<std::string> const& keys) const;
 
-    /// The time, the positions, the rotations, the velocities if any, the positions and speeds of joints, the numbers
-    /// of grains, the grains. Valid until the next call.
+    /// The time, the positions, the rotations, the velocities if any, the positions and speeds of joints, the number of
+    /// contact points and the points if any, the numbers of grains, the grains. Valid until the next call.
     std::vector<double> const& state(double time);
 
 private:
     RigidBodyPtrVector m_bodies;
     ParticleSystems m_systems;
     std::vector<ref_ptr<Constraint1DOF>> m_joints;
+    hyxCollide::Space* m_contacts; ///< null where they are not recorded
     bool m_velocities;
     nlohmann::json m_conditions;
     std::vector<double> m_state;

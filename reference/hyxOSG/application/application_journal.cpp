@@ -36,6 +36,7 @@ void configure(std::string const& path, hyx::Journal::Settings& settings, std::s
         throw std::runtime_error("the journal configuration '" + path + "' is no JSON object");
     try {
         settings.velocities = choice.value("velocities", settings.velocities);
+        settings.contacts = choice.value("contacts", settings.contacts);
         settings.frequency = choice.value("frequency", settings.frequency);
         session = choice.value("session", session);
     } catch (nlohmann::json::exception const& error) {

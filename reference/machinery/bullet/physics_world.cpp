@@ -251,6 +251,7 @@ ContactMaterial* PhysicsWorld::contactMaterial(Material const* first, Material c
 }
 
 StepTimes PhysicsWorld::step(Real timeStep) {
+    m_shownContacts.reset();
     m_timeStep = timeStep;
     m_boxesOutdated = true;
     return m_world->advance(timeStep, m_constraints, m_autoSleep);

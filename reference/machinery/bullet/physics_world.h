@@ -12,6 +12,7 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -72,6 +73,8 @@ public:
     hyxCollide::LocalGeometryContactVector contacts(hyxCollide::Geometry const* first,
                                                     hyxCollide::Geometry const* second) const;
     UInt numContactPoints() const;
+    /// In place of those of the last step, until the next one; nothing ends that.
+    void showContacts(std::optional<hyxCollide::LocalGeometryContactVector> contacts);
     Vector<hyxCollide::RayHit> castRay(Vec3 const& from, Vec3 const& to, RigidBody const* ignored, bool all) const;
     hyxCollide::GeometryPtrVector findGeometries(Vec3 const& lower, Vec3 const& upper) const;
 
@@ -92,6 +95,7 @@ private:
     btSequentialImpulseConstraintSolver m_solver;
     std::unique_ptr<World> m_world;
     std::vector<Constraint::Implementation*> m_constraints;
+    std::optional<hyxCollide::LocalGeometryContactVector> m_shownContacts;
     bool m_autoSleep = false;
     Real m_timeStep = 1;
     /// Whether bodies have moved since bullet's boxes around them were found.

@@ -138,10 +138,26 @@ std::optional<Meeting> meet(btCollisionObject& object, Geometry const& geometry,
     return meet(object, *geometry.getShape(), *shape, place, from, to, end);
 }
 
+/// Whether `first` and `second`, null for any, are among the two.
+bool isBetween(Geometry const* one, Geometry const* other, Geometry const* first, Geometry const* second) {
+    auto const among = [&](Geometry const* wanted) { return !wanted || wanted == one || wanted == other; };
+    return among(first) && among(second);
+}
+
 } // namespace
+
+void PhysicsWorld::showContacts(std::optional<LocalGeometryContactVector> contacts) {
+    m_shownContacts = std::move(contacts);
+}
 
 LocalGeometryContactVector PhysicsWorld::contacts(Geometry const* first, Geometry const* second) const {
     LocalGeometryContactVector found;
+    if (m_shownContacts) {
+        for (LocalGeometryContact const& contact : *m_shownContacts)
+            if (isBetween(contact.getGeometry(0), contact.getGeometry(1), first, second))
+                found.push_back(contact);
+        return found;
+    }
     btCollisionDispatcher& dispatcher = *m_dispatcher;
     for (int i = 0; i < dispatcher.getNumManifolds(); ++i) {
         btPersistentManifold const& manifold = *dispatcher.getManifoldByIndexInternal(i);
@@ -150,8 +166,7 @@ LocalGeometryContactVector PhysicsWorld::contacts(Geometry const* first, Geometr
             btManifoldPoint const& point = manifold.getContactPoint(j);
             Geometry* one = geometryAt(manifold.getBody0(), point.m_index0);
             Geometry* other = geometryAt(manifold.getBody1(), point.m_index1);
-            if (!one || !other || !counts(point) || (first && one != first && other != first) ||
-                (second && one != second && other != second))
+            if (!one || !other || !counts(point) || !isBetween(one, other, first, second))
                 continue;
             auto place =
                 std::find_if(found.begin() + ofThisPair, found.end(), [&](LocalGeometryContact const& contact) {
@@ -167,6 +182,11 @@ LocalGeometryContactVector PhysicsWorld::contacts(Geometry const* first, Geometr
 
 UInt PhysicsWorld::numContactPoints() const {
     UInt count = 0;
+    if (m_shownContacts) {
+        for (LocalGeometryContact const& contact : *m_shownContacts)
+            count += contact.getNumPoints();
+        return count;
+    }
     btCollisionDispatcher& dispatcher = *m_dispatcher;
     for (int i = 0; i < dispatcher.getNumManifolds(); ++i) {
         btPersistentManifold const& manifold = *dispatcher.getManifoldByIndexInternal(i);

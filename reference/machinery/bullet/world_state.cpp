@@ -58,6 +58,7 @@ void putPoints(btPersistentManifold& manifold, SavedContacts const& saved) {
 
 void PhysicsWorld::exchangeState(StateBytes& bytes, std::vector<RigidBody*> const& bodies,
                                  std::vector<hyxCollide::Geometry*> const& geometries) {
+    showContacts(std::nullopt);
     std::vector<btCollisionObject*> objects;
     for (RigidBody* body : bodies)
         objects.push_back(&body->implementation().bullet);

@@ -111,6 +111,70 @@ def test_the_file_says_how_it_was_recorded(recorded, path):
         assert part["joint"][59, 0, 0] == recorded.angles[60]
 
 
+def touches(app):
+    """Where the geometries touch: names, points, normals and forces on the second body."""
+    return [
+        (
+            [contact.getRigidBody(side).getName() for side in (0, 1)],
+            [(*point.point, *point.normal, *point.getForce()) for point in contact.points()],
+        )
+        for contact in app.getSimulation().getSpace().getGeometryContacts()
+    ]
+
+
+@pytest.fixture
+def pressed(app, path):
+    """A box of 1000 kg at rest on a ground, and how it touched it in each state."""
+    add_box(app, "ground", (0, 0, -0.5), static=True)
+    add_box(app, "box", (0, 0, 0.5)).setMass(1000)
+    app.setJournalRecordPath(path)
+    app.initRecordJournal()
+    touched = []
+    for _ in range(30):
+        app.stepSimulation()
+        touched.append(touches(app))
+    app.setEnableJournalRecord(False)
+    return touched
+
+
+def test_contacts_are_played_with_their_forces(pressed, path):
+    with player(path) as app:
+        app.initScene()
+        for step in (30, 11, 20):
+            app.goToTime(step / 60)
+            (names, points), (recorded_names, recorded) = touches(app)[0], pressed[step - 1][0]
+            assert names == recorded_names and set(names) == {"box", "ground"}
+            assert numpy.allclose(points, recorded, atol=1e-9)
+        assert abs(numpy.sum(points, axis=0)[8]) == pytest.approx(1000 * 9.80665, rel=0.01)
+        assert app.getSimulation().getStatistics()["contactPoints"] == len(points)
+        box = app.getSimulation().getRigidBody("box").getGeometries()[0]
+        assert len(app.getSimulation().getSpace().getGeometryContacts(box)) == 1
+        app.getJournal().close()
+        app.getSimulation().getRigidBody("box").setPosition(hyx.Vec3(0, 0, 9))
+        app.getSimulation().step()
+        assert touches(app) == [], "a step finds them anew"
+
+
+def test_contacts_are_read_by_other_programs_and_can_be_left_out(pressed, path, tmp_path):
+    with h5py.File(path) as file:
+        part = file["session_1/part_000000"]
+        columns = [name.decode().strip("\0") for name in part["contactColumns"]]
+        counts = part["contactCount"][:, 0, 0].astype(int)
+        last = part["contacts"][counts[:-1].sum() : counts.sum(), 0]
+        assert abs(last[:, columns.index("fz")].sum()) == pytest.approx(1000 * 9.80665, rel=0.01)
+    choice = tmp_path / "choice.json"
+    choice.write_text('{"contacts": false}')
+    with hyxOSG.ExampleApplication() as app:
+        add_box(app)
+        app.setJournalConfigurationPath(str(choice))
+        app.setJournalRecordPath(path)
+        app.initRecordJournal()
+        app.stepSimulation()
+        app.setEnableJournalRecord(False)
+    with h5py.File(path) as file:
+        assert "contacts" not in file["session_1/part_000000"]
+
+
 def test_a_scene_change_begins_another_session(window, path, tmp_path):
     script = tmp_path / "scenes.py"
     script.write_text("""

@@ -33,6 +33,8 @@ def good():
         "angularVelocity": numpy.zeros((STATES, BODIES, 3)),
         "particleCount": numpy.full((STATES, 1, 1), float(GRAINS)),
         "particles": numpy.ones((STATES * GRAINS, 1, 18)),
+        "contactCount": numpy.ones((STATES, 1, 1)),
+        "contacts": numpy.zeros((STATES, 1, 14)),
     }
 
 
@@ -83,6 +85,11 @@ CONTENTS = {
     "more particles than there are": {"particleCount": filled(1e6, STATES, 1, 1)},
     "count that is no number": {"particleCount": filled(numpy.nan, STATES, 1, 1)},
     "particles without counts": {"particleCount": None},
+    "contacts of other columns": {"contacts": numpy.zeros((STATES, 1, 13))},
+    "contacts without counts": {"contactCount": None},
+    "contact of no such body": {"contacts": filled(7.0, STATES, 1, 14)},
+    "contact of a body between": {"contacts": filled(0.5, STATES, 1, 14)},
+    "contact far away": {"contacts": filled(1e300, STATES, 1, 14)},
     "number of a grain": {"particles": filled(1e300, STATES * GRAINS, 1, 18)},
 }
 
