@@ -19,25 +19,30 @@ LOOK_AT_FILES = 0.5  # seconds between looks at the files for changes
 
 
 class Watcher(hyxOSG.ExampleApplicationListener):
-    """Builds the scene anew when one of the files has changed."""
+    """Builds the scene anew when one of the files has changed, also of those that came by dropping them."""
 
     def __init__(self, files: list[str]) -> None:
         super().__init__()
-        self.files = [Path(file) for file in files]
-        self.seen = self.look()
+        self.files = files
+        self.seen = self.look(files)
         self.next = time.monotonic() + LOOK_AT_FILES
 
-    def look(self) -> list[int]:
-        """What stands for the files' contents; a file that is being replaced counts as it was."""
-        return [file.stat().st_mtime_ns if file.exists() else 0 for file in self.files]
+    @staticmethod
+    def look(files: list[str]) -> dict[str, int]:
+        """What stands for the files' contents."""
+        return {file: os.stat(file).st_mtime_ns if os.path.exists(file) else 0 for file in files}
 
     def preFrame(self, app: hyxOSG.ExampleApplication | None) -> None:
         if app is None or time.monotonic() < self.next:
             return
         self.next = time.monotonic() + LOOK_AT_FILES
-        found = self.look()
-        if found != self.seen and all(found):
-            self.seen = found
+        scenes = [app.getCallbackIdx(index).fileName for index in range(app.getNumScenes())]
+        found = self.look([*self.files, *filter(None, scenes)])
+        if not all(found.values()):
+            return  # a file that is being replaced
+        changed = any(self.seen.get(file, time) != time for file, time in found.items())
+        self.seen = found
+        if changed:
             app.followKey(ord("r"))
 
 

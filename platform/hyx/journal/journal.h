@@ -67,9 +67,9 @@ public:
     /// Records the state of `simulation` when one is due; with `force` in any case.
     void store(hyxSDK::Simulation* simulation, bool force = false);
 
-    /// Puts the next state into `simulation`: bodies are found by name, particle systems by their order, and made as
-    /// they were recorded when they are missing. The contacts of the simulation's space are the recorded ones until its
-    /// next step. Returns false at the end.
+    /// Puts the next state into `simulation`: bodies and joints are found by name, particle systems by their order, and
+    /// made as they were recorded when they are missing. The contacts of the simulation's space are the recorded ones
+    /// until its next step. Returns false at the end.
     bool playNext(hyxSDK::Simulation* simulation);
     /// Puts the last state at or before `time` into `simulation`, or the first one, as `playNext`, which goes on from
     /// there. Returns false when nothing is played.

@@ -364,6 +364,10 @@ public:
     /// model becomes a scene; a journal (.h5) is played, and a saved state (.state) restored, when the first scene has
     /// been built. Returns false for other endings; throws std::invalid_argument when there is no such file.
     bool openFile(std::string const& path);
+    /// Opens a file in place of what is shown now, as dropping it on the window does: a scene is added and built, a
+    /// journal played in an empty scene, a state restored. Returns whether that went well; the reason is then
+    /// `getSceneError`, which is on the picture.
+    bool showFile(std::string const& path);
 
     /// Builds the next scene, after the last the first.
     void createNextScene();
@@ -511,7 +515,17 @@ public:
     /// A line of figures: scene, time, frames a second, real-time factor, costs, contacts.
     std::string getStatus() const;
 
-    /// Draws shapes, contacts, constraints and frames as lines. Returns whether it is on afterwards.
+    /// Selects a body of the simulation, as a click on it does: it has an outline, and `getSelectionText` is on the
+    /// picture. Null selects none. Throws std::invalid_argument for a body of another simulation.
+    void setSelection(hyx::RigidBody* body);
+    /// The selected body; null for none.
+    hyx::RigidBody* getSelection();
+    /// Name, mass, pose, velocities, and the forces at contacts and joints of the selected body, a line each; empty for
+    /// none.
+    std::string getSelectionText();
+
+    /// Draws shapes, contacts, constraints, frames, and the forces of contacts and constraints as lines. Returns
+    /// whether it is on afterwards.
     bool setEnableDebugRenderer(bool enable);
     /// Whether debug rendering is on.
     bool getEnableDebugRenderer() const;

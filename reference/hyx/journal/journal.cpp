@@ -41,6 +41,8 @@ std::string freeSessionName(std::string const& session, std::string const& path,
 } // namespace
 
 struct Journal::Implementation {
+    using BodiesByKey = std::map<std::string, ref_ptr<RigidBody>>;
+
     std::string path;
     std::string sessionName;
     size_t numStates = 0;
@@ -58,13 +60,14 @@ struct Journal::Implementation {
     std::vector<Part> parts;
     size_t part = 0;
     size_t row = 0;
-    bool warned = false; ///< of damage in the reader's part
-    bool found = false;  ///< the objects of the reader's part
+    bool warned = false;       ///< of damage in the reader's part
+    std::optional<UInt> found; ///< the structure in which the objects of the reader's part were found
     std::unique_ptr<JournalPartReader> reader;
-    RigidBodyPtrVector shown;                       ///< by the place in the reader's part
-    ParticleSystems shownSystems;                   ///< the same
-    std::map<std::string, ref_ptr<RigidBody>> made; ///< bodies that playback brought, by key
-    std::map<std::string, double> joints;           ///< positions in the state that is shown
+    RigidBodyPtrVector shown;             ///< by the place in the reader's part
+    ParticleSystems shownSystems;         ///< the same
+    BodiesByKey made;                     ///< bodies that playback brought, by key
+    ConstraintPtrVector madeJoints;       ///< joints that playback brought
+    std::map<std::string, double> joints; ///< positions in the state that is shown
     bool playing = false;
 
     void findParts();
@@ -75,7 +78,9 @@ struct Journal::Implementation {
     bool findObjects(hyxSDK::Simulation& simulation);
     void show(JournalPartReader::State const& state, hyxSDK::Simulation& simulation);
     void passOver(std::string const& place, std::exception const& failure);
-    void findBodies(hyxSDK::Simulation& simulation);
+    BodiesByKey findBodies(hyxSDK::Simulation const& simulation);
+    void bringBodies(hyxSDK::Simulation& simulation, BodiesByKey needed);
+    void bringJoints(hyxSDK::Simulation& simulation, ConstraintPtrVector const& joints);
     void findParticleSystems(hyxSDK::Simulation& simulation);
 };
 
@@ -256,7 +261,7 @@ void Journal::Implementation::openPart() {
     std::string const& name = parts[part++].name;
     row = 0;
     warned = false;
-    found = false;
+    found.reset();
     reader = nullptr;
     try {
         reader = std::make_unique<JournalPartReader>(session, name);
@@ -276,46 +281,73 @@ std::optional<JournalPartReader::State> Journal::Implementation::readState() {
     }
 }
 
-/// The bodies and particle systems of the part, once; false where they cannot be made, which ends the part.
+/// The bodies, joints and particle systems of the part, unless they are there still; false where they cannot be made,
+/// which ends the part.
 bool Journal::Implementation::findObjects(hyxSDK::Simulation& simulation) {
-    if (found)
+    if (found == simulation.getStructureRevision())
         return true;
     try {
-        findBodies(simulation);
+        BodiesByKey needed = findBodies(simulation);
+        ConstraintPtrVector const joints = reader->makeJoints(shown);
+        bringBodies(simulation, std::move(needed));
+        bringJoints(simulation, joints);
     } catch (std::runtime_error const& failure) {
         passOver(parts[part - 1].name, failure);
         reader = nullptr;
         return false;
     }
     findParticleSystems(simulation);
-    return found = true;
+    found = simulation.getStructureRevision();
+    return true;
 }
 
-void Journal::Implementation::findBodies(hyxSDK::Simulation& simulation) {
+/// Fills `shown`. Gives those of them that are the journal's own.
+Journal::Implementation::BodiesByKey Journal::Implementation::findBodies(hyxSDK::Simulation const& simulation) {
     RigidBodyPtrVector const present = simulation.getRigidBodies();
-    std::map<std::string, ref_ptr<RigidBody>> known;
+    BodiesByKey known;
     std::vector<std::string> const presentKeys = JournalKeys().of(present);
     for (size_t i = 0; i < present.size(); ++i)
         known.emplace(presentKeys[i], present[i]);
-    for (auto const& [key, body] : made)
-        known[key] = body;
+    known.insert(made.begin(), made.end()); // a scene may have been built since, which has bodies of its own
 
     shown.clear();
-    std::map<std::string, ref_ptr<RigidBody>> needed;
+    BodiesByKey needed;
     for (size_t i = 0; i < reader->keys().size(); ++i) {
         std::string const& key = reader->keys()[i];
         auto const found = known.find(key);
         ref_ptr<RigidBody> const body = found != known.end() ? found->second : reader->makeBody(i);
-        if (found == known.end() || made.contains(key))
+        auto const brought = made.find(key);
+        if (found == known.end() || (brought != made.end() && brought->second == body))
             needed[key] = body;
         shown.push_back(body);
     }
+    return needed;
+}
+
+void Journal::Implementation::bringBodies(hyxSDK::Simulation& simulation, BodiesByKey needed) {
     for (auto const& [key, body] : made)
         if (!needed.contains(key))
             simulation.remove(body.get());
     for (auto const& [key, body] : needed)
         simulation.add(body.get());
     made = std::move(needed);
+}
+
+/// A joint is there already where one of the same name holds the same bodies.
+void Journal::Implementation::bringJoints(hyxSDK::Simulation& simulation, ConstraintPtrVector const& joints) {
+    for (auto const& joint : std::exchange(madeJoints, {}))
+        simulation.remove(joint.get());
+    ConstraintPtrVector const present = simulation.getConstraints();
+    for (auto const& joint : joints) {
+        bool const known = std::ranges::any_of(present, [&](auto const& other) {
+            return other->getBodyAt(0) == joint->getBodyAt(0) && other->getBodyAt(1) == joint->getBodyAt(1) &&
+                   other->getName() == joint->getName();
+        });
+        if (known)
+            continue;
+        simulation.add(joint.get());
+        madeJoints.push_back(joint);
+    }
 }
 
 /// They have no names: the first is the first. Those that are missing are made, and stay when the journal ends.

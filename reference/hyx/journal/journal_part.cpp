@@ -3,6 +3,7 @@
 
 #include "platform/hyxCollide/geometry.h"
 #include "reference/hyx/journal/contact_rows.h"
+#include "reference/hyx/journal/joint_json.h"
 #include "reference/hyx/journal/shape_json.h"
 
 #include <algorithm>
@@ -33,7 +34,7 @@ JournalPartWriter::JournalPartWriter(hid_t session, std::string const& name, jso
         addRows("velocity", keys.size(), 3, storage);
         addRows("angularVelocity", keys.size(), 3, storage);
     }
-    for (char const* text : {"conditions", "description"})
+    for (char const* text : {"conditions", "description", "mechanism"})
         if (description.contains(text))
             writeHdf5Texts(
                 m_group, text,
@@ -124,6 +125,10 @@ JournalPartReader::JournalPartReader(Hdf5Handle const& group)
     };
     m_conditions = text("conditions");
     m_description = text("description");
+    std::string const mechanism = text("mechanism");
+    m_mechanism = mechanism.empty() ? json::array() : json::parse(mechanism, nullptr, false);
+    if (!m_mechanism.is_array())
+        throw disagreement();
     if (m_time.numItems() != 1 || !m_shapes.is_array() || m_shapes.size() != m_keys.size())
         throw disagreement();
     // Where writing was cut off, the arrays need not have come equally far.
@@ -164,6 +169,17 @@ ref_ptr<RigidBody> JournalPartReader::makeBody(size_t body) const {
         throw std::runtime_error("the journal is damaged: the body '" + key + "': " + error.what());
     }
     return made;
+}
+
+ConstraintPtrVector JournalPartReader::makeJoints(RigidBodyPtrVector const& bodies) const {
+    ConstraintPtrVector joints;
+    try {
+        for (json const& description : m_mechanism)
+            joints.push_back(makeJoint(description, bodies));
+    } catch (std::exception const& error) {
+        throw std::runtime_error(std::string("the journal is damaged: its joints: ") + error.what());
+    }
+    return joints;
 }
 
 double JournalPartReader::time(size_t row) const {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/hyx/bodies/rigid_body.h"
+#include "platform/hyx/joints/constraint.h"
 #include "reference/hyx/journal/counted_rows.h"
 #include "reference/hyx/journal/particle_rows.h"
 
@@ -61,6 +62,9 @@ public:
     /// A body as it was recorded, without a place: its shapes, its mass, its motion control.
     ref_ptr<RigidBody> makeBody(size_t body) const;
 
+    /// The joints that were recorded, of these bodies; none in journals that lack them.
+    ConstraintPtrVector makeJoints(RigidBodyPtrVector const& bodies) const;
+
     struct State {
         double time;
         std::vector<double> positions, rotations, velocities, angularVelocities; ///< velocities may be empty
@@ -86,7 +90,8 @@ private:
     Hdf5Rows openBodyRows(hid_t group, char const* name, size_t components) const;
 
     std::vector<std::string> m_keys;
-    nlohmann::json m_shapes; ///< a description for each body
+    nlohmann::json m_shapes;    ///< a description for each body
+    nlohmann::json m_mechanism; ///< a list of joints
     CountedRows m_particles, m_contacts;
     Hdf5Rows m_time, m_position, m_rotation, m_velocity, m_angularVelocity, m_joint;
     std::vector<std::string> m_joints;

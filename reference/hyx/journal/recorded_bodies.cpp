@@ -4,6 +4,7 @@
 #include "platform/hyxCollide/geometry.h"
 #include "platform/hyxSDK/simulation.h"
 #include "reference/hyx/journal/contact_rows.h"
+#include "reference/hyx/journal/joint_json.h"
 #include "reference/hyx/journal/shape_json.h"
 
 #include <algorithm>
@@ -47,13 +48,18 @@ std::vector<std::string> JournalKeys::of(RigidBodyPtrVector const& bodies) {
 }
 
 RecordedBodies::RecordedBodies(hyxSDK::Simulation const& simulation, Journal::Settings const& settings)
-    : m_bodies(simulation.getRigidBodies()), m_systems(particleSystemsOf(simulation)),
-      m_contacts(settings.contacts ? simulation.getSpace() : nullptr), m_velocities(settings.velocities) {
+    : m_bodies(simulation.getRigidBodies()),
+      m_systems(particleSystemsOf(simulation)),
+      m_contacts(settings.contacts ? simulation.getSpace() : nullptr),
+      m_velocities(settings.velocities) {
     for (auto const& constraint : simulation.getConstraints())
         if (auto* joint = dynamic_cast<Constraint1DOF*>(constraint.get()); joint && !joint->getName().empty())
             m_joints.push_back(joint);
     constexpr int version = 3;
     Vec3 const gravity = simulation.getGravity();
+    for (auto const& constraint : simulation.getConstraints())
+        if (nlohmann::json description = describeJoint(*constraint, m_bodies); !description.is_null())
+            m_mechanism.push_back(std::move(description));
     m_conditions = {
         {"version", version}, {"timeStep", simulation.getTimeStep()}, {"gravity", {gravity.x, gravity.y, gravity.z}}};
 }
@@ -74,6 +80,7 @@ nlohmann::json RecordedBodies::describe(std::vector<std::string> const& keys) co
     return {{"bodies", keys},
             {"shapes", shapes},
             {"joints", joints},
+            {"mechanism", m_mechanism},
             {"systems", m_systems.size()},
             {"velocities", m_velocities},
             {"contacts", m_contacts != nullptr},

@@ -35,7 +35,8 @@ public:
     /// Whether these are the bodies and particle systems that are recorded.
     bool covers(RigidBodyPtrVector const& bodies, ParticleSystems const& systems) const;
 
-    /// `bodies` (their keys), `shapes`, `joints` (names of those that turn or slide), `systems` (their number),
+    /// `bodies` (their keys), `shapes`, `joints` (names of those that turn or slide), `mechanism`
+    /// (all joints that playback can make), `systems` (their number),
     /// `velocities` and `contacts` (whether there are any) and `conditions`.
     nlohmann::json describe(std::vector<std::string> const& keys) const;
 
@@ -49,7 +50,7 @@ private:
     std::vector<ref_ptr<Constraint1DOF>> m_joints;
     hyxCollide::Space* m_contacts; ///< null where they are not recorded
     bool m_velocities;
-    nlohmann::json m_conditions;
+    nlohmann::json m_conditions, m_mechanism = nlohmann::json::array();
     std::vector<double> m_state;
 };
 

@@ -26,8 +26,10 @@
 #include "reference/hyxOSG/application/scene_graph.h"
 #include "reference/hyxOSG/application/scene_list.h"
 #include "reference/hyxOSG/application/screen_notes.h"
+#include "reference/hyxOSG/application/selection.h"
 #include "reference/hyxOSG/application/simulation_dump.h"
 #include "reference/hyxOSG/application/viewer_window.h"
+#include "reference/machinery/context/file_drops.h"
 #include "reference/machinery/viewing/follow_manipulator.h"
 
 #include <osgGA/OrbitManipulator>
@@ -80,6 +82,7 @@ struct ExampleApplication::Implementation {
 
     // Window and camera; the viewer is null until it is made
     std::shared_ptr<ViewerWindow> window; ///< shared with the call that a listener may replace it in
+    std::unique_ptr<FileDrops> drops;     ///< on a window of the display
     WindowRequest windowRequest{.width = 1024, .height = 768, .title = "hyxOSG", .samples = 4};
     bool noGraphics = false;                                   ///< `run` opens no window
     osg::ref_ptr<osgGA::OrbitManipulator> orbit = makeOrbit(); ///< the camera's home is here
@@ -91,6 +94,7 @@ struct ExampleApplication::Implementation {
         new FirstView(graph, [this](osg::BoundingBox const& box) { takeFirstView(box); });
     bool osgRenderer = true;
     ScreenNotes notes;
+    Selection selection{graph.root()};
     bool helpShown = false;
     bool statusShown = false;
     Pacer::Clock::time_point statusMade{};
@@ -199,6 +203,7 @@ struct ExampleApplication::Implementation {
     void testScenes(ExampleApplication& application);
     /// What went wrong with the scene; empty when it passed.
     std::string testScene(ExampleApplication& application, size_t index);
+    void showFile(ExampleApplication& application, std::string const& path);
     osg::ref_ptr<osg::Group> runBuilder(ExampleApplication& application, SceneDescription const& description, bool& ok);
     osg::ref_ptr<osg::Group> readSceneFile(std::string const& path, bool& ok);
     void useManipulator(osgGA::CameraManipulator* manipulator);

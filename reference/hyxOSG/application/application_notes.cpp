@@ -48,7 +48,8 @@ std::vector<std::string> ExampleApplication::getKeyHelp() const {
     for (size_t i = 0; i < scenes.size(); ++i)
         if (int const key = scenes.keyAt(i); key >= firstPrintable && key <= lastPrintable)
             lines.push_back(line(std::string(1, char(key)).c_str(), "builds " + nameOf(scenes.at(i))));
-    lines.push_back(line("mouse", "left turns, middle moves, wheel goes nearer; with Ctrl, left pulls a body"));
+    lines.push_back(
+        line("mouse", "left turns, middle moves, wheel goes nearer; a click selects; with Ctrl, left pulls a body"));
     return lines;
 }
 
@@ -82,6 +83,21 @@ std::string ExampleApplication::getStatus() const {
     return scene + text;
 }
 
+void ExampleApplication::setSelection(hyx::RigidBody* body) {
+    if (body && body->getSimulation() != &m_implementation->ensureSimulation())
+        throw std::invalid_argument("the body to select is not in the simulation of this application");
+    m_implementation->selection.select(body);
+    m_implementation->statusMade = {}; // also of another body than before
+}
+
+hyx::RigidBody* ExampleApplication::getSelection() {
+    return m_implementation->selection.in(m_implementation->ensureSimulation());
+}
+
+std::string ExampleApplication::getSelectionText() {
+    return m_implementation->selection.describe(m_implementation->ensureSimulation());
+}
+
 double ExampleApplication::getRealTimeFactor() const {
     return m_implementation->times.means().realTimeFactor;
 }
@@ -100,9 +116,12 @@ void ExampleApplication::Implementation::updateNotes(ExampleApplication const& a
     // Text costs more than it tells when it changes with each frame.
     constexpr auto interval = std::chrono::milliseconds(250);
     auto const now = Pacer::Clock::now();
-    bool const shown = !notes.text(ScreenNotes::STATUS).empty();
-    if (statusShown != shown || now - statusMade > interval) {
+    auto const shows = [this](ScreenNotes::Place place) { return !notes.text(place).empty(); };
+    bool const selects = selection.in(*simulation);
+    if (statusShown != shows(ScreenNotes::STATUS) || selects != shows(ScreenNotes::SELECTION) ||
+        now - statusMade > interval) {
         notes.setText(ScreenNotes::STATUS, statusShown ? application.getStatus() : "");
+        notes.setText(ScreenNotes::SELECTION, selection.describe(*simulation));
         statusMade = now;
     }
     auto const* traits = window->window()->getTraits();

@@ -248,6 +248,32 @@ bool ExampleApplication::openFile(std::string const& path) {
     return false;
 }
 
+bool ExampleApplication::showFile(std::string const& path) {
+    auto const kept = Implementation::keep(*this);
+    return tryScene([&] { m_implementation->showFile(*this, path); });
+}
+
+void ExampleApplication::Implementation::showFile(ExampleApplication& application, std::string const& path) {
+    size_t const index = scenes.size();
+    if (!application.openFile(path))
+        throw std::invalid_argument("'" + path + "' is of no kind that can be opened");
+    switch (fileKind(path)) {
+    case FileKind::JOURNAL:
+        application.journalPlayback(); // which may fail, before the scene is taken away
+        application.clearScene();
+        presentScene.reset();
+        presentIndex.reset();
+        application.setAutoStepping(true);
+        break;
+    case FileKind::STATE:
+        application.restoreFromFile(*std::exchange(firstState, std::nullopt));
+        break;
+    default:
+        if (application.createSceneFromIndex(int(index)) && journal->isPlaying())
+            journal->close();
+    }
+}
+
 void ExampleApplication::clearScene() {
     m_implementation->emptyScene(*this);
     std::exchange(m_implementation->sceneChanges, {}).undo();

@@ -24,6 +24,7 @@ void ExampleApplication::Implementation::openWindow(WindowRequest const& request
     auto next = std::make_shared<ViewerWindow>(request, graph.root());
     graph.root()->releaseGLObjects();
     window = std::move(next);
+    drops = window->offscreen() ? nullptr : std::make_unique<FileDrops>(nativeWindow(window->window()));
     windowRequest = request;
     // A window that covers the screen has the screen's size.
     windowRequest.width = window->window()->getTraits()->width;

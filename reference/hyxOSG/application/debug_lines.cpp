@@ -15,13 +15,34 @@ namespace {
 constexpr btScalar contactLength = 0.2; // metres
 constexpr btScalar frameLength = 0.3;
 btVector3 const contactColor(1, 1, 0);
+btVector3 const forceColor(1, 0.3, 0.1);
 btVector3 const bodyColor(0.2, 0.9, 0.3);
+
+/// Of bodies that move by forces; 0 where there are none.
+double averageRadiusByWeight(hyxSDK::Simulation const& simulation) {
+    double radii = 0, masses = 0;
+    for (auto const& body : simulation.getRigidBodies()) {
+        if (body->getMotionControl() != hyx::RigidBody::DYNAMICS)
+            continue;
+        for (auto const& geometry : body->getGeometries())
+            if (btCollisionShape const* shape =
+                    geometry->implementation().bulletShape(geometry->implementation().builtForMoving)) {
+                btVector3 center;
+                btScalar radius = 0;
+                shape->getBoundingSphere(center, radius);
+                radii += radius;
+            }
+        masses += body->getMass();
+    }
+    return masses > 0 ? radii / (masses * hyxSDK::Simulation::standardGravity) : 0;
+}
 
 } // namespace
 
 void DebugLines::draw(hyxSDK::Simulation& simulation) {
     m_points.clear();
     m_colors.clear();
+    m_metersPerNewton = averageRadiusByWeight(simulation);
     drawShapes(simulation);
     drawContacts(simulation);
     drawConstraints(simulation);
@@ -53,16 +74,26 @@ void DebugLines::drawContactPoint(btVector3 const& point, btVector3 const& norma
     drawLine(point, point + normal * contactLength, color);
 }
 
+void DebugLines::drawForce(btVector3 const& point, hyx::Vec3 const& force) {
+    drawLine(point, point + hyx::toBullet(force) * m_metersPerNewton, forceColor);
+}
+
 void DebugLines::drawContacts(hyxSDK::Simulation const& simulation) {
     for (auto const& contact : simulation.getSpace()->getGeometryContacts())
-        for (auto const& point : contact.points())
+        for (auto const& point : contact.points()) {
             drawContactPoint(hyx::toBullet(point.point), hyx::toBullet(point.normal), point.depth, 0, contactColor);
+            drawForce(hyx::toBullet(point.point), point.getForce());
+        }
 }
 
 void DebugLines::drawConstraints(hyxSDK::Simulation const& simulation) {
-    for (auto const& constraint : simulation.getConstraints())
+    for (auto const& constraint : simulation.getConstraints()) {
+        hyx::Vec3 force, torque;
+        if (constraint->getLastForce(1, force, torque))
+            drawForce(hyx::toBullet(constraint->getAttachmentTransform(1).getTranslate()), force);
         for (hyx::UInt side = 0; side < 2; ++side)
             drawTransform(hyx::toBullet(constraint->getAttachmentTransform(side)), frameLength);
+    }
 }
 
 } // namespace hyxOSG

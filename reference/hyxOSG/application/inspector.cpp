@@ -2,18 +2,15 @@
 #include "reference/hyxOSG/application/inspector.h"
 
 #include "platform/hyx/joints/constraint1dof.h"
-#include "platform/hyxCollide/space.h"
 #include "platform/hyxOSG/application/example_application.h"
 #include "platform/hyxOSG/nodes/geometry_node.h"
-#include "platform/hyxOSG/picking/pick_handler.h"
 #include "platform/hyxOSG/visuals/finders.h"
-#include "platform/hyxOSG/visuals/render_state.h"
 #include "platform/hyxSDK/simulation.h"
+#include "reference/hyxOSG/application/body_facts.h"
 
 #include <nlohmann/json.hpp>
-#include <osg/Camera>
-#include <osg/Viewport>
 
+#include <algorithm>
 #include <cmath>
 #include <stdexcept>
 
@@ -62,34 +59,22 @@ json jointsOf(hyxSDK::Simulation const& simulation) {
     return joints;
 }
 
-json contactsOf(hyx::RigidBody const& body, hyxSDK::Simulation const& simulation) {
-    json contacts = json::array();
-    for (auto const& contact : simulation.getSpace()->getGeometryContacts())
-        for (int side : {0, 1}) {
-            auto const* own = contact.getGeometry(side);
-            auto const* other = contact.getGeometry(1 - side);
-            if (contact.getNumPoints() == 0 || !own || own->getRigidBody() != &body)
-                continue;
-            auto const* otherBody = other ? other->getRigidBody() : nullptr;
-            contacts.push_back({{"with", otherBody ? std::string(otherBody->getName()) : ""},
-                                {"force", finite(contact.getForce().length())}});
-        }
-    return contacts;
+json forcesOn(hyx::RigidBody const& body, hyxSDK::Simulation const& simulation) {
+    json contacts = json::array(), joints = json::array();
+    for (ContactFacts const& contact : contactFacts(body, simulation))
+        contacts.push_back({{"with", contact.name}, {"force", finite(contact.force.length())}});
+    for (JointFacts const& joint : jointFacts(body, simulation))
+        joints.push_back(
+            {{"name", joint.name}, {"force", finite(joint.force.length())}, {"torque", finite(joint.torque.length())}});
+    return {{"contacts", contacts}, {"joints", joints}};
 }
 
 } // namespace
 
 bool Inspector::follow(json const& message) {
     std::string const what = message.value("do", "");
-    if (what == "select" && message.contains("x")) {
-        osg::Camera const* camera = m_application->getCamera();
-        PickHandler* handler = m_application->getPickHandler();
-        if (!camera || !camera->getViewport() || !handler)
-            return true;
-        float const height = float(camera->getViewport()->height());
-        select(handler->intersect(message.value("x", 0.0f), height - message.value("y", 0.0f), false).getRigidBody());
-    } else if (what == "select") {
-        select(bodyAt(message.value("body", json())));
+    if (what == "select") {
+        m_application->setSelection(bodyAt(message.value("body", json())));
     } else if (what == "visible") {
         show(message);
     } else if (what == "joint") {
@@ -107,16 +92,6 @@ hyx::RigidBody* Inspector::bodyAt(json const& place) const {
     if (!place.is_number_unsigned() || place.get<size_t>() >= bodies.size())
         throw std::invalid_argument("there is no such body");
     return bodies[place.get<size_t>()].get();
-}
-
-void Inspector::select(hyx::RigidBody* body) {
-    auto const outline = [this](bool on) {
-        if (m_selected)
-            eachNode(*m_selected, m_application->getRoot(), [on](GeometryNode& node) { setEnableOutline(&node, on); });
-    };
-    outline(false);
-    m_selected = body;
-    outline(true);
 }
 
 void Inspector::show(json const& message) {
@@ -156,23 +131,20 @@ json Inspector::tree() {
 json Inspector::details() {
     hyxSDK::Simulation const& simulation = *m_application->getSimulation();
     json found = {{"joints", jointsOf(simulation)}, {"body", nullptr}};
+    hyx::RigidBody const* body = m_application->getSelection();
+    if (!body)
+        return found;
     auto const& bodies = simulation.getRigidBodies();
-    for (size_t place = 0; m_selected && place < bodies.size(); ++place) {
-        hyx::RigidBody const& body = *bodies[place];
-        if (&body != m_selected.get())
-            continue;
-        hyx::Quat const q = body.getRotation();
-        found["body"] = {{"place", place},
-                         {"name", std::string(body.getName())},
-                         {"mass", finite(body.getMass())},
-                         {"position", numbers(body.getPosition())},
-                         {"rotation", {q.x, q.y, q.z, q.w}},
-                         {"velocity", numbers(body.getVelocity())},
-                         {"angular velocity", numbers(body.getAngularVelocity())},
-                         {"contacts", contactsOf(body, simulation)}};
-    }
-    if (found["body"].is_null())
-        m_selected = nullptr; // it has left
+    auto const place = std::ranges::find(bodies, body, [](auto const& other) { return other.get(); }) - bodies.begin();
+    hyx::Quat const q = body->getRotation();
+    found["body"] = {{"place", place},
+                     {"name", std::string(body->getName())},
+                     {"mass", finite(body->getMass())},
+                     {"position", numbers(body->getPosition())},
+                     {"rotation", {q.x, q.y, q.z, q.w}},
+                     {"velocity", numbers(body->getVelocity())},
+                     {"angular velocity", numbers(body->getAngularVelocity())},
+                     {"forces", forcesOn(*body, simulation)}};
     return found;
 }
 

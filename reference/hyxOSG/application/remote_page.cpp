@@ -149,6 +149,7 @@ function drawTree() {
   }));
 }
 document.getElementById("search").oninput = drawTree;
+const number = value => value === null ? "?" : value.toFixed(2);
 const vector = list => list.map(value => value.toFixed(3)).join("  ");
 let plotted = [];
 function showDetails(details) {
@@ -158,7 +159,8 @@ function showDetails(details) {
   rows("details", !body ? [] : [["name", body.name], ["mass, kg", body.mass], ["position, m", vector(body.position)],
     ["rotation", vector(body.rotation)], ["velocity, m/s", vector(body.velocity)],
     ["angular velocity", vector(body["angular velocity"])],
-    ...body.contacts.map(contact => ["force with " + (contact.with || "?") + ", N", contact.force.toFixed(2)])]);
+    ...body.forces.contacts.map(contact => ["force of " + (contact.with || "the world") + ", N", number(contact.force)]),
+    ...body.forces.joints.map(joint => [`joint ${joint.name}, N and Nm`, number(joint.force) + "  " + number(joint.torque)])]);
   if (body) plot(body);
   document.getElementById("plot").hidden = !body;
   showJoints(details.joints);
@@ -221,7 +223,6 @@ canvas.onpointerdown = event => { canvas.setPointerCapture(event.pointerId); can
 canvas.onpointerup = event => send({do: "release", button: buttons[event.button], ...place(event)});
 canvas.onpointermove = event => send({do: "move", ...place(event)});
 canvas.onwheel = event => { event.preventDefault(); send({do: "wheel", up: event.deltaY < 0}); };
-canvas.ondblclick = event => send({do: "select", ...place(event)});
 canvas.oncontextmenu = event => event.preventDefault();
 const special = {Escape: 0xff1b, ArrowLeft: 0xff51, ArrowRight: 0xff53, F1: 0xffbe, F2: 0xffbf, PageUp: 0xff55, PageDown: 0xff56, F9: 0xffc6, F12: 0xffc9};
 const code = event => special[event.key] ?? (event.key.length === 1 ? event.key.codePointAt(0) : 0);

@@ -29,9 +29,9 @@ osg::ref_ptr<osgText::Text> makeNote(ScreenNotes::Place place) {
     text->setBoundingBoxColor(warns ? osg::Vec4(0.45f, 0.08f, 0.08f, 0.9f) : osg::Vec4(0.08f, 0.09f, 0.11f, 0.75f));
     text->setBoundingBoxMargin(6);
     text->setColor(osg::Vec4(1, 1, 1, 1));
-    text->setAlignment(place == ScreenNotes::STATUS ? osgText::Text::LEFT_BOTTOM
-                       : warns                      ? osgText::Text::CENTER_TOP
-                                                    : osgText::Text::LEFT_TOP);
+    constexpr osgText::Text::AlignmentType alignments[] = {osgText::Text::LEFT_TOP, osgText::Text::CENTER_TOP,
+                                                           osgText::Text::LEFT_BOTTOM, osgText::Text::RIGHT_TOP};
+    text->setAlignment(alignments[place]);
     return text;
 }
 
@@ -67,7 +67,8 @@ void ScreenNotes::layOut(int width, int height) {
     m_camera->setProjectionMatrixAsOrtho2D(0, width, 0, height);
     osg::Vec3 const places[] = {{margin, float(height) - margin, 0},
                                 {std::floor(float(width) / 2), float(height) - margin, 0},
-                                {margin, margin, 0}};
+                                {margin, margin, 0},
+                                {float(width) - margin, float(height) - margin, 0}};
     for (int place = 0; place < NUM_PLACES; ++place)
         if (m_drawn[place]) {
             m_drawn[place]->setPosition(places[place]);

@@ -9,11 +9,12 @@
 
 namespace hyxOSG {
 
-/// Three texts over everything, each on a dark ground: the help in the upper left corner, an error in the middle of the
-/// upper edge, and a line of figures along the lower edge. An empty one is not drawn.
+/// Texts over everything, each on a dark ground: the help in the upper left corner, an error in the middle of the upper
+/// edge, what is selected in the upper right corner, and a line of figures along the lower edge. An empty one is not
+/// drawn.
 class ScreenNotes {
 public:
-    enum Place { HELP, ERROR_TEXT, STATUS, NUM_PLACES };
+    enum Place { HELP, ERROR_TEXT, STATUS, SELECTION, NUM_PLACES };
 
     ScreenNotes();
 

@@ -22,6 +22,10 @@ bool WindowEvents::handle(Event const& event, osgGA::GUIActionAdapter&) {
     case Event::RESIZE:
         resize(event.getWindowWidth(), event.getWindowHeight());
         return false;
+    case Event::PUSH:
+    case Event::RELEASE:
+        followClick(event);
+        return false;
     case Event::KEYDOWN:
         try {
             return m_application->followKey(event.getKey());
@@ -42,6 +46,23 @@ ListenerBridge::Listeners WindowEvents::findListeners() const {
         if (auto* gui = dynamic_cast<hyxSDK::GuiEventListener*>(listener.get()))
             found.push_back(gui);
     return found;
+}
+
+void WindowEvents::followClick(Event const& event) {
+    constexpr float farthest = 3; // pixels that a hand may tremble
+    constexpr int modifiers = Event::MODKEY_CTRL | Event::MODKEY_SHIFT | Event::MODKEY_ALT | Event::MODKEY_META;
+    osg::Vec2 const place = m_bridge.pointer();
+    bool const left = event.getButton() == Event::LEFT_MOUSE_BUTTON;
+    if (event.getEventType() == Event::PUSH) {
+        m_pressed.reset();
+        if (left && (event.getModKeyMask() & modifiers) == 0)
+            m_pressed = place;
+        return;
+    }
+    PickHandler* handler = m_application->getPickHandler();
+    if (left && m_pressed && handler && (place - *m_pressed).length() <= farthest)
+        m_application->setSelection(handler->intersect(place.x(), place.y(), false).getRigidBody());
+    m_pressed.reset();
 }
 
 /// Not every display keeps users from changing the size.

@@ -7,6 +7,7 @@
 #include <osgGA/GUIEventHandler>
 
 #include <cstdint>
+#include <optional>
 
 namespace hyxOSG {
 
@@ -24,6 +25,8 @@ public:
 
 private:
     void resize(int width, int height);
+    /// A click, which is a press and a release of the left button in one place, selects what is there.
+    void followClick(osgGA::GUIEventAdapter const& event);
     ListenerBridge::Listeners findListeners() const;
 
     ListenerBridge m_bridge;
@@ -31,6 +34,7 @@ private:
     std::uint64_t m_count = 0;
     int m_width = 0; ///< the last size that the window was allowed
     int m_height = 0;
+    std::optional<osg::Vec2> m_pressed; ///< where the left button went down alone, in pixels
 };
 
 } // namespace hyxOSG

@@ -4,6 +4,7 @@
 #include "platform/hyxSDK/gui_event_listener.h"
 
 #include <osg/Matrixd>
+#include <osg/Vec2>
 #include <osgGA/GUIEventAdapter>
 
 namespace osg {
@@ -19,6 +20,9 @@ public:
 
     /// Gives the event to the listeners, in order, until one uses it up. Returns whether one did.
     bool dispatch(osgGA::GUIEventAdapter const& event, osg::Camera const& camera, Listeners const& listeners);
+
+    /// Where the pointer was last, in pixels from the lower left corner.
+    osg::Vec2 pointer() const { return {m_x, m_y}; }
 
 private:
     bool give(osgGA::GUIEventAdapter const& event, hyxSDK::GuiEventListener& listener) const;

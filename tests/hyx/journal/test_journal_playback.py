@@ -111,6 +111,32 @@ def test_the_file_says_how_it_was_recorded(recorded, path):
         assert part["joint"][59, 0, 0] == recorded.angles[60]
 
 
+def test_joints_are_played_too(recorded, path):
+    with player(path) as app:
+        app.initScene()
+        for step in (60, 3, 120):
+            app.goToTime(step / 60)
+            (hinge,) = app.getSimulation().getConstraints()
+            assert type(hinge) is hyx.Hinge and hinge.getName() == "hinge"
+            assert hinge.getAngle() == pytest.approx(recorded.angles[step], abs=1e-6)
+        app.getJournal().close()
+        app.getSimulation().setGravity(hyx.Vec3(0, 0, 0))
+        door = app.getSimulation().getRigidBody("door")
+        for _ in range(60):
+            app.getSimulation().step()
+        assert abs(door.getPosition().z - 2) < 0.01 and hinge.getAngle() > recorded.angles[120] + 0.3, "it holds"
+
+
+def test_playback_finds_its_bodies_again_in_a_scene_that_is_built_anew(recorded, path):
+    with player(path) as app:
+        app.initScene()
+        app.goToTime(1)
+        app.clearScene()
+        box = add_box(app, "box")
+        app.goToTime(0.5)
+        assert box.getPosition().z == recorded.heights[30] and app.getSimulation().getRigidBody("box") == box
+
+
 def touches(app):
     """Where the geometries touch: names, points, normals and forces on the second body."""
     return [

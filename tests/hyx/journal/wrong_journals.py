@@ -33,6 +33,7 @@ def good():
         "angularVelocity": numpy.zeros((STATES, BODIES, 3)),
         "particleCount": numpy.full((STATES, 1, 1), float(GRAINS)),
         "particles": numpy.ones((STATES * GRAINS, 1, 18)),
+        "mechanism": joints(),
         "contactCount": numpy.ones((STATES, 1, 1)),
         "contacts": numpy.zeros((STATES, 1, 14)),
     }
@@ -40,6 +41,14 @@ def good():
 
 def shapes(*bodies):
     return numpy.array([json.dumps(bodies).encode()])
+
+
+def texts(text):
+    return numpy.array([text.encode()])
+
+
+def joints(**changes):
+    return texts(json.dumps([{"kind": "hinge", "bodies": [0, 1], "frames": [LOCAL, LOCAL]} | changes]))
 
 
 def filled(value, *shape):
@@ -85,6 +94,13 @@ CONTENTS = {
     "more particles than there are": {"particleCount": filled(1e6, STATES, 1, 1)},
     "count that is no number": {"particleCount": filled(numpy.nan, STATES, 1, 1)},
     "particles without counts": {"particleCount": None},
+    "joints that are no list": {"mechanism": texts('{"one": 1}')},
+    "joint of no kind": {"mechanism": texts('[{"kind": "glue"}]')},
+    "joint of no such body": {"mechanism": joints(bodies=[0, 7])},
+    "joint of a body with itself": {"mechanism": joints(bodies=[1, 1])},
+    "joint of nothing": {"mechanism": joints(bodies=[None, None])},
+    "joint with half a frame": {"mechanism": joints(frames=[LOCAL, LOCAL[:8]])},
+    "joint with a range upside down": {"mechanism": joints(range=[1, -1])},
     "contacts of other columns": {"contacts": numpy.zeros((STATES, 1, 13))},
     "contacts without counts": {"contactCount": None},
     "contact of no such body": {"contacts": filled(7.0, STATES, 1, 14)},

@@ -295,7 +295,7 @@ def test_a_page_looks_into_the_simulation(served, page):
     assert found["name"] == "box" and found["mass"] == pytest.approx(box.getMass())
     assert found["position"][2] == pytest.approx(box.getPosition().z)
     weight = box.getMass() * 9.80665
-    assert found["contacts"][0] == {"with": "ground", "force": pytest.approx(weight, rel=0.02)}
+    assert found["forces"]["contacts"][0] == {"with": "ground", "force": pytest.approx(weight, rel=0.02)}
     node = hyxOSG.findGeometryNode(box.getGeometries()[0], served.getRoot())
     assert hyxOSG.getEnableOutline(node)
     assert follow(served, page, {"do": "visible", "body": 1, "on": False}, lambda: node.getNodeMask() == 0)
@@ -311,8 +311,10 @@ def test_a_page_selects_what_is_under_the_pointer(served, page):
     served.createVisual(served.getSimulation())
     served.step()
     name = lambda: (details(served, page)["details"]["body"] or {}).get("name")
-    assert follow(served, page, {"do": "select", "x": 80, "y": 60}, lambda: name() == "target")
-    assert follow(served, page, {"do": "select", "x": 2, "y": 2}, lambda: name() is None)
+    for x, y, wanted in ((80, 60, "target"), (2, 2, None)):
+        page.send(do="press", x=x, y=y, button=1)
+        shown = lambda wanted=wanted: served.step() or name() == wanted
+        assert follow(served, page, {"do": "release", "x": x, "y": y, "button": 1}, shown)
 
 
 def test_a_page_holds_a_joint_and_reads_it_back(served, page):
