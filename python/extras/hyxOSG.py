@@ -7,6 +7,7 @@ import _hyxOSG
 from .films import Film, encode, progress
 from .gltf import GltfRecording
 from .lists import Items
+from .live_view import live_view
 from .png import png_bytes
 from .records import Record
 from .scalar_colors import ColorBar, ColorScale, colorBy
@@ -163,6 +164,12 @@ class ExampleApplication:
         film.video.setImageResolution(*(size or _osg.getPictureSize(self)))
         film.video.encode(codec, path=path, **encoding)  # type: ignore[attr-defined]
         return film
+
+    def liveView(self) -> Any:
+        """A widget for notebooks that shows the window live and takes the mouse and the keys as it does: as the value
+        of a cell it runs the loop, in real time, while it is seen, until its `close()`. Needs the package jupyter_rfb.
+        """
+        return live_view(self)  # type: ignore[arg-type]
 
     def _repr_png_(self) -> bytes | None:
         """The present picture, for notebooks; None before there is a window."""

@@ -159,6 +159,8 @@ struct ExampleApplication::Implementation {
     static osg::ref_ptr<osgGA::OrbitManipulator> makeOrbit();
     std::shared_ptr<ViewerWindow> ensureWindow(ExampleApplication& application);
     void openWindow(WindowRequest const& request);
+    /// Input of the window, and files that were dropped on it.
+    void handleEvents(ExampleApplication& application);
     void startRecording(bool append);
     /// The scene has changed: what is recorded from now on is a session of its own.
     void recordNextScene();

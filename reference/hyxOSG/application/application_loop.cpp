@@ -158,10 +158,7 @@ void ExampleApplication::Implementation::makeFrame(ExampleApplication& applicati
         return;
     if (draws) {
         Profiler::Task const task(profiler, "events");
-        auto const shown = window;
-        shown->handleEvents(simulation->getTimeStamp());
-        for (std::string const& file : drops ? drops->take() : std::vector<std::string>())
-            application.showFile(file);
+        handleEvents(application);
     }
     application.updateServices(); // also of what is paused: they may be what lets it go on
     if (autoStepping && !application.useCoSimulation() && !application.m_isFMU)

@@ -42,6 +42,13 @@ void ExampleApplication::Implementation::openWindow(WindowRequest const& request
         pacer.setRealTimeSync(!window->offscreen());
 }
 
+void ExampleApplication::Implementation::handleEvents(ExampleApplication& application) {
+    auto const shown = window;
+    shown->handleEvents(simulation->getTimeStamp());
+    for (std::string const& file : drops ? drops->take() : std::vector<std::string>())
+        application.showFile(file);
+}
+
 void ExampleApplication::setupViewer(bool manipulator, bool pickHandler) {
     initGraphics();
     osgViewer::Viewer* viewer = m_implementation->window->viewer();
