@@ -30,6 +30,24 @@ _KEYS = {
 }
 
 
+def _follow(application: hyxOSG.ExampleApplication, kind: str, event: dict[str, Any], scale: float) -> None:
+    """Puts an event of the widget, in pixels of the page, into the window's own queue."""
+    queue = application.getCamera().getGraphicsWindow().getEventQueue()  # type: ignore[union-attr]
+    queue.setModKeyMask(sum(_MODIFIERS.get(name, 0) for name in event.get("modifiers", ())))
+    place = scale * event.get("x", 0), scale * event.get("y", 0)
+    if kind == "pointer_move":
+        queue.mouseMotion(*place)
+    elif kind in ("pointer_down", "pointer_up") and event.get("button") in _BUTTONS:
+        press = queue.mouseButtonPress if kind == "pointer_down" else queue.mouseButtonRelease
+        press(*place, _BUTTONS[event["button"]])
+    elif kind == "wheel":
+        queue.mouseScroll(_SCROLL_UP if event["dy"] < 0 else _SCROLL_DOWN)
+    elif kind in ("key_down", "key_up"):
+        name = event["key"]
+        if key := _KEYS.get(name) or (ord(name) if len(name) == 1 else 0):
+            (queue.keyPress if kind == "key_down" else queue.keyRelease)(key)
+
+
 @functools.cache
 def _view_class() -> type[Any]:
     """Made when it is first needed: the widget's package is optional."""
@@ -77,7 +95,7 @@ def _view_class() -> type[Any]:
             elif kind == "resize":
                 self._resize(event)
             else:
-                self._follow(kind, event)
+                _follow(self._application, kind, event, self._scale)
 
         def _resize(self, event: dict[str, Any]) -> None:
             width, height = (max(1, round(event[side])) for side in ("width", "height"))
@@ -86,24 +104,6 @@ def _view_class() -> type[Any]:
                 self._application.setWindowRectangle(0, 0, width, height)
                 picture = self._application.render()
             self._scale = picture.shape[1] / width  # 1, where the window may be resized
-
-        def _follow(self, kind: str, event: dict[str, Any]) -> None:
-            """Puts an event into the window's own queue."""
-            queue = self._application.getCamera().getGraphicsWindow().getEventQueue()
-            queue.setModKeyMask(sum(_MODIFIERS.get(name, 0) for name in event.get("modifiers", ())))
-            place = self._scale * event.get("x", 0), self._scale * event.get("y", 0)
-            if kind == "pointer_move":
-                queue.mouseMotion(*place)
-            elif kind in ("pointer_down", "pointer_up") and event.get("button") in _BUTTONS:
-                press = queue.mouseButtonPress if kind == "pointer_down" else queue.mouseButtonRelease
-                press(*place, _BUTTONS[event["button"]])
-            elif kind == "wheel":
-                queue.mouseScroll(_SCROLL_UP if event["dy"] < 0 else _SCROLL_DOWN)
-            elif kind in ("key_down", "key_up"):
-                name = event["key"]
-                key = _KEYS.get(name) or (ord(name) if len(name) == 1 else 0)
-                if key:
-                    (queue.keyPress if kind == "key_down" else queue.keyRelease)(key)
 
     return LiveView
 

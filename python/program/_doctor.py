@@ -64,6 +64,7 @@ CHECKS = (
     ("films", program("ffmpeg"), "apt-get install ffmpeg"),
     ("text", fonts, "apt-get install fontconfig fonts-dejavu-core"),
     ("arrays", module("numpy"), "pip install numpy"),
+    ("live windows in notebooks", module("jupyter_rfb"), "pip install jupyter_rfb"),
     ("journals in Python", module("h5py"), "pip install h5py"),
 )
 

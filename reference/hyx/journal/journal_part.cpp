@@ -44,7 +44,8 @@ JournalPartWriter::JournalPartWriter(hid_t session, std::string const& name, jso
         addRows("joint", joints.size(), 2, storage);
     }
     if (description.value("contacts", false)) // logs of former versions lack it
-        addCounted("contacts", "contactCount", 1, contactColumns(), storage);
+        addCounted("contacts", "contactCount", 1, contactColumns(),
+                   {.single = true, .compressed = storage.compressed}); // there are many, to be looked at
     if (size_t const systems = description.at("systems").get<size_t>(); systems > 0)
         addCounted("particles", "particleCount", systems, grainColumns(), storage);
 }

@@ -42,7 +42,6 @@ double averageRadiusByWeight(hyxSDK::Simulation const& simulation) {
 void DebugLines::draw(hyxSDK::Simulation& simulation) {
     m_points.clear();
     m_colors.clear();
-    m_metersPerNewton = averageRadiusByWeight(simulation);
     drawShapes(simulation);
     drawContacts(simulation);
     drawConstraints(simulation);
@@ -74,23 +73,32 @@ void DebugLines::drawContactPoint(btVector3 const& point, btVector3 const& norma
     drawLine(point, point + normal * contactLength, color);
 }
 
-void DebugLines::drawForce(btVector3 const& point, hyx::Vec3 const& force) {
-    drawLine(point, point + hyx::toBullet(force) * m_metersPerNewton, forceColor);
+void DebugLines::drawForces(hyxSDK::Simulation const& simulation) {
+    m_points.clear();
+    m_colors.clear();
+    double const metersPerNewton = averageRadiusByWeight(simulation);
+    auto const drawForce = [&](hyx::Vec3 const& point, hyx::Vec3 const& force) {
+        drawLine(hyx::toBullet(point), hyx::toBullet(point + force * metersPerNewton), forceColor);
+    };
+    for (auto const& contact : simulation.getSpace()->getGeometryContacts())
+        for (auto const& point : contact.points())
+            drawForce(point.point, point.getForce());
+    for (auto const& constraint : simulation.getConstraints()) {
+        hyx::Vec3 force, torque;
+        if (constraint->getLastForce(1, force, torque))
+            drawForce(constraint->getAttachmentTransform(1).getTranslate(), force);
+    }
 }
 
 void DebugLines::drawContacts(hyxSDK::Simulation const& simulation) {
     for (auto const& contact : simulation.getSpace()->getGeometryContacts())
         for (auto const& point : contact.points()) {
             drawContactPoint(hyx::toBullet(point.point), hyx::toBullet(point.normal), point.depth, 0, contactColor);
-            drawForce(hyx::toBullet(point.point), point.getForce());
         }
 }
 
 void DebugLines::drawConstraints(hyxSDK::Simulation const& simulation) {
     for (auto const& constraint : simulation.getConstraints()) {
-        hyx::Vec3 force, torque;
-        if (constraint->getLastForce(1, force, torque))
-            drawForce(hyx::toBullet(constraint->getAttachmentTransform(1).getTranslate()), force);
         for (hyx::UInt side = 0; side < 2; ++side)
             drawTransform(hyx::toBullet(constraint->getAttachmentTransform(side)), frameLength);
     }

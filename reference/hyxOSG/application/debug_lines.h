@@ -1,8 +1,6 @@
 // Collects the lines of a simulation's debug drawing.
 #pragma once
 
-#include "platform/hyx/values/vec3.h"
-
 #include <LinearMath/btIDebugDraw.h>
 #include <osg/Array>
 
@@ -17,10 +15,11 @@ class DebugLines : public btIDebugDraw {
 public:
     DebugLines(osg::Vec3Array& points, osg::Vec4Array& colors) : m_points(points), m_colors(colors) {}
 
-    /// Shapes and boxes of all geometries, contacts, attachment frames of constraints, frames, and the forces of
-    /// contacts and constraints on their second bodies. The force that carries a body of average weight is as long as
-    /// an average body's radius.
+    /// Shapes and boxes of all geometries, contacts, attachment frames of constraints, and frames.
     void draw(hyxSDK::Simulation& simulation);
+    /// The forces of contacts and constraints on their second bodies. The force that carries a body of average weight
+    /// is as long as an average body's radius.
+    void drawForces(hyxSDK::Simulation const& simulation);
 
     void drawLine(btVector3 const& from, btVector3 const& to, btVector3 const& color) override;
     void drawContactPoint(btVector3 const& point, btVector3 const& normal, btScalar distance, int,
@@ -36,13 +35,11 @@ public:
 
 private:
     void drawShapes(hyxSDK::Simulation const& simulation);
-    void drawForce(btVector3 const& point, hyx::Vec3 const& force);
     void drawContacts(hyxSDK::Simulation const& simulation);
     void drawConstraints(hyxSDK::Simulation const& simulation);
 
     osg::Vec3Array& m_points;
     osg::Vec4Array& m_colors;
-    double m_metersPerNewton = 0;
     int m_mode = DBG_DrawWireframe;
 };
 

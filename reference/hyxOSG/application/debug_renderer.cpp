@@ -13,31 +13,54 @@
 
 namespace hyxOSG {
 
-struct DebugRenderer::Drawing {
-    osg::ref_ptr<osg::Geode> geode = new osg::Geode;
+namespace {
+
+/// Lines in one geometry, filled anew in each frame.
+struct LineDrawing {
     osg::ref_ptr<osg::Geometry> geometry = new osg::Geometry;
     osg::ref_ptr<osg::Vec3Array> points = new osg::Vec3Array;
     osg::ref_ptr<osg::Vec4Array> colors = new osg::Vec4Array(osg::Array::BIND_PER_VERTEX);
     osg::ref_ptr<osg::DrawArrays> primitives = new osg::DrawArrays(GL_LINES, 0, 0);
-    std::vector<osg::ref_ptr<osgText::Text>> names; ///< one a body, in their order
 
-    Drawing() {
+    explicit LineDrawing(osg::Geode& geode) {
         geometry->setUseDisplayList(false);
         geometry->setUseVertexBufferObjects(true);
         geometry->setVertexArray(points);
         geometry->setColorArray(colors);
         geometry->addPrimitiveSet(primitives);
         geometry->setDataVariance(osg::Object::DYNAMIC);
-        geode->addDrawable(geometry);
+        geode.addDrawable(geometry);
     }
 
-    void updateLines(hyxSDK::Simulation& simulation) {
-        DebugLines(*points, *colors).draw(simulation);
+    void changed() const {
         primitives->setCount(int(points->size()));
         points->dirty();
         colors->dirty();
         primitives->dirty();
         geometry->dirtyBound();
+    }
+};
+
+} // namespace
+
+struct DebugRenderer::Drawing {
+    osg::ref_ptr<osg::Geode> geode = new osg::Geode;
+    LineDrawing lines{*geode}, forces{*geode};
+    std::vector<osg::ref_ptr<osgText::Text>> names; ///< one a body, in their order
+
+    Drawing() {
+        constexpr int behindAll = 100;
+        // Forces act inside the bodies.
+        osg::StateSet* state = forces.geometry->getOrCreateStateSet();
+        state->setMode(GL_DEPTH_TEST, osg::StateAttribute::OFF);
+        state->setRenderBinDetails(behindAll, "RenderBin");
+    }
+
+    void updateLines(hyxSDK::Simulation& simulation) const {
+        DebugLines(*lines.points, *lines.colors).draw(simulation);
+        lines.changed();
+        DebugLines(*forces.points, *forces.colors).drawForces(simulation);
+        forces.changed();
     }
 
     void updateNames(hyxSDK::Simulation const& simulation, bool shown) {

@@ -9,6 +9,7 @@
 #include "reference/hyxOSG/application/body_facts.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdarg>
 #include <cstdio>
 #include <vector>
@@ -29,8 +30,13 @@ constexpr size_t mostForces = 6; ///< lines; the strongest come first
     return text;
 }
 
+/// Without the sign of what is written as nothing.
+double tidy(double number) {
+    return std::abs(number) < 0.0005 ? 0 : number;
+}
+
 std::string vectorLine(std::string const& label, hyx::Vec3 const& v, char const* unit) {
-    return factLine(label, "%9.3f %9.3f %9.3f %s", v.x, v.y, v.z, unit);
+    return factLine(label, "%9.3f %9.3f %9.3f %s", tidy(v.x), tidy(v.y), tidy(v.z), unit);
 }
 
 std::string nameOr(std::string const& name, char const* otherwise) {
@@ -74,14 +80,15 @@ std::string Selection::describe(hyxSDK::Simulation const& simulation) {
     if (!body)
         return "";
     hyx::Quat const q = body->getRotation();
-    std::vector<std::string> lines = {nameOr(std::string(body->getName()), "a body without a name"),
-                                      factLine("mass", "%9.3f kg", body->getMass()),
-                                      vectorLine("position", body->getPosition(), "m"),
-                                      factLine("rotation", "%9.3f %9.3f %9.3f %.3f", q.x, q.y, q.z, q.w),
-                                      vectorLine("velocity", body->getVelocity(), "m/s"),
-                                      vectorLine("turn rate", body->getAngularVelocity(), "rad/s")};
-    addForces(lines, contactFacts(*body, simulation), "on ", "the world");
-    addForces(lines, jointFacts(*body, simulation), "by ", "a joint");
+    std::vector<std::string> lines = {
+        nameOr(std::string(body->getName()), "a body without a name"),
+        factLine("mass", "%9.3f kg", body->getMass()),
+        vectorLine("position", body->getPosition(), "m"),
+        factLine("rotation", "%9.3f %9.3f %9.3f %9.3f", tidy(q.x), tidy(q.y), tidy(q.z), tidy(q.w)),
+        vectorLine("velocity", body->getVelocity(), "m/s"),
+        vectorLine("turn rate", body->getAngularVelocity(), "rad/s")};
+    addForces(lines, contactFacts(*body, simulation), "from ", "the world");
+    addForces(lines, jointFacts(*body, simulation), "at ", "a joint");
     size_t longest = 0;
     for (std::string const& line : lines)
         longest = std::max(longest, line.size());

@@ -2,6 +2,7 @@
 
 import hyx
 import hyxOSG
+import numpy
 import pytest
 from application_stage import add_box, difference
 
@@ -73,7 +74,7 @@ def test_the_figures_are_those_of_the_body(scene):
     text = scene.getSelectionText()
     assert text.startswith("box") and figures(text, "mass") == [50]
     assert figures(text, "position") == pytest.approx([*box.getPosition()], abs=6e-4)
-    assert figures(text, "on ground") == pytest.approx([0, 0, 50 * GRAVITY], abs=5)
+    assert figures(text, "from ground") == pytest.approx([0, 0, 50 * GRAVITY], abs=5)
     assert len({len(line) for line in text.splitlines()}) == 1
     box.setVelocity(hyx.Vec3(1, -2, 3))
     box.setAngularVelocity(hyx.Vec3(0.25, 0, 0))
@@ -90,7 +91,7 @@ def test_what_a_joint_carries_is_told(window):
     for _ in range(60):
         window.stepSimulation()
     window.setSelection(lamp)
-    assert figures(window.getSelectionText(), "by hook") == pytest.approx([0, 0, 10 * GRAVITY], abs=0.5)
+    assert figures(window.getSelectionText(), "at hook") == pytest.approx([0, 0, 10 * GRAVITY], abs=0.5)
 
 
 def test_the_figures_are_on_the_picture(app, shoot):
@@ -109,6 +110,26 @@ def test_the_figures_are_on_the_picture(app, shoot):
     app.setSelection(None)
     app.step()
     assert difference(shoot(app), before) == 0
+
+
+def test_the_lines_of_forces_are_as_long_as_the_weight(app, shoot):
+    app.initViewer(160, 120)
+    app.setCameraHome(hyx.Vec3(0, -10, 0), hyx.Vec3(0, 0, 0))
+    lamp = add_box(app, half=0.5)
+    joint = hyx.LockJoint(lamp)
+    app.getSimulation().add(joint)
+    app.setEnableDebugRenderer(True)
+    heights = []
+    for load in (0, 2):  # times the weight
+        for _ in range(60):
+            lamp.addForce(hyx.Vec3(0, 0, -load * lamp.getMass() * GRAVITY))
+            app.stepSimulation()
+        app.setAutoStepping(False)
+        app.step()
+        picture = shoot(app)
+        orange = (picture[..., 0] > 200) & (abs(picture[..., 1] - 77) < 30) & (picture[..., 2] < 60)
+        heights.append(numpy.ptp(numpy.nonzero(orange)[0]))
+    assert heights[1] > 2.4 * heights[0] > 6
 
 
 def test_a_selection_ends_with_its_body(scene):

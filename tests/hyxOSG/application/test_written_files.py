@@ -112,7 +112,9 @@ app = hyxOSG.ExampleApplication()
 app.init(None)
 app.initSimulation()
 for number in range(20):
-    app.getSimulation().add(hyx.RigidBody(hyxCollide.Geometry(hyxCollide.Sphere(1)), f"ball {number}"))
+    body = hyx.RigidBody(hyxCollide.Geometry(hyxCollide.Sphere(1)), f"ball {number}")
+    body.setPosition(hyx.Vec3(3 * number, 0, 0))
+    app.getSimulation().add(body)
 app.setJournalRecordPath(folder + "/run.h5")
 app.setJournalFormat(form)
 filler, stored, failures = folder + "/filler", 0, 0
