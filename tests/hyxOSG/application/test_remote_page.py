@@ -13,6 +13,7 @@ import numpy
 import pytest
 from application_stage import add_box
 from browser import Browser
+from path_proxy import PathProxy
 from PIL import Image
 from subprocesses import BUILD, ROOT
 
@@ -115,6 +116,27 @@ def test_a_body_is_selected_looked_into_and_plotted(served, browser):
     assert browser.wait(lambda: text("#tree").strip() == "")
 
 
+def test_a_click_in_the_picture_selects(served, browser):
+    assert browser.wait(lambda: browser.evaluate("document.querySelector('#picture').width") == 160)
+    browser.drag(middle_of_picture(browser))
+    assert browser.wait(lambda: served.getSelection() and served.getSelection().getName() == "box")
+    details = "document.querySelector('#details').innerText"
+    assert browser.wait(lambda: "mass, kg" in browser.evaluate(details))
+
+
+def test_it_works_behind_a_proxy_that_gives_it_a_path(served, browser):
+    proxy = PathProxy(served.getControlChannelPort(), "/user/lab/7/")
+    try:
+        browser.open(f"http://127.0.0.1:{proxy.port}/user/lab/7/?token=secret")
+        assert browser.wait(lambda: browser.evaluate("location.port") == str(proxy.port))
+        assert browser.wait(lambda: browser.evaluate(LIVE))
+        assert browser.wait(lambda: browser.evaluate("document.querySelector('#picture').width") == 160)
+        browser.click("#pause")
+        assert browser.wait(lambda: not served.getAutoStepping())
+    finally:
+        proxy.close()
+
+
 def slide(browser, place, value):
     browser.evaluate(
         f"(() => {{ const s = document.querySelector('{place}'); s.value = {value};"
@@ -123,11 +145,12 @@ def slide(browser, place, value):
 
 
 def test_a_joint_is_driven_and_time_is_scrubbed(served, browser):
-    door = add_box(served, "door", (2, 0, 0))
+    door, drawer = add_box(served, "door", (2, 0, 0)), add_box(served, "drawer", (-3, 0, 0))
     hinge = hyx.Hinge(hyx.Vec3(1, 0, 0), hyx.Vec3(0, 0, 1), door)
     served.getSimulation().add(hinge)
+    served.getSimulation().add(hyx.Prismatic(hyx.Vec3(-3, 0, 0), hyx.Vec3(1, 0, 0), drawer))
     served.setHistoryLength(30)
-    assert browser.wait(lambda: browser.evaluate("document.querySelectorAll('#joints label').length") == 1)
+    assert browser.wait(lambda: browser.evaluate("document.querySelectorAll('#joints label').length") == 2)
     slide(browser, "#joints input", 0.4)
     assert browser.wait(lambda: abs(hinge.getAngle() - 0.4) < 0.01)
     shown = "document.querySelector('#joints span').textContent"
