@@ -10,7 +10,7 @@ import hyxOSG
 import hyxSDK
 
 pool: dict[int, object] = {}  # the values of the running program
-LONGEST = 20  # seconds of a processor that a program may take; it may wait six times as long
+LONGEST = 10  # seconds of a processor that a program may take; it may wait six times as long
 
 
 def begin() -> None:

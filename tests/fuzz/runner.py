@@ -14,13 +14,18 @@ import signal
 import sys
 import tempfile
 import time
+from collections import Counter
+from collections.abc import Callable
 from dataclasses import dataclass, field
+from functools import partial
 from pathlib import Path
 
 from fuzz import hostile
 from fuzz.programs import HEAD, MODULES, Generator, Program
+from fuzz.worlds import world_program
 
-MEMORY = 6 << 30
+MEMORY = 6 << 30  # bytes of addresses: more raises MemoryError
+MOST_RESIDENT = 2 << 30  # bytes that programs may fill, which have no use for so many
 
 
 @dataclass(frozen=True)
@@ -29,17 +34,25 @@ class Outcome:
 
     status: int
     report: str
+    resident: int = 0  # bytes at most
 
     @property
     def failed(self) -> bool:
-        return self.status != 0
+        return self.kind != "exit 0"
 
     @property
     def kind(self) -> str:
+        if self.status == 0 and self.resident > MOST_RESIDENT and not is_sanitized():
+            return "memory"
         if os.WIFSIGNALED(self.status):
             number = os.WTERMSIG(self.status)
             return "hang" if number in (signal.SIGALRM, signal.SIGPROF) else signal.Signals(number).name
         return f"exit {os.WEXITSTATUS(self.status)}"
+
+
+def is_sanitized() -> bool:
+    """The sanitizers need terabytes of addresses, and much memory of their own."""
+    return "ASAN_OPTIONS" in os.environ
 
 
 def load() -> None:
@@ -51,7 +64,7 @@ def load() -> None:
 def execute(program: Program) -> None:
     """The child's part: ends as the program does, the end of the interpreter included."""
     resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
-    if not os.environ.get("ASAN_OPTIONS"):
+    if not is_sanitized():
         resource.setrlimit(resource.RLIMIT_AS, (MEMORY, MEMORY))
     faulthandler.enable()
     for number in (signal.SIGALRM, signal.SIGPROF):
@@ -71,9 +84,9 @@ def run(program: Program, seconds: float = hostile.LONGEST) -> Outcome:
             os.chdir(folder)
             hostile.LONGEST = seconds
             execute(program)
-        _, status = os.waitpid(child, 0)
+        _, status, usage = os.wait4(child, 0)
         report.seek(0)
-        return Outcome(status, report.read().decode(errors="replace")[-12000:])
+        return Outcome(status, report.read().decode(errors="replace")[-12000:], usage.ru_maxrss << 10)
 
 
 def shrink(program: Program, outcome: Outcome, seconds: float = 60) -> Program:
@@ -110,23 +123,23 @@ class Tally:
     failures: list[Outcome] = field(default_factory=list)
 
     def __str__(self) -> str:
-        hangs = sum(failure.kind == "hang" for failure in self.failures)
-        ended = len(self.failures) - hangs
+        kinds = Counter(failure.kind for failure in self.failures)
         return (
             f"{self.programs} programs of {self.operations} operations from seed {self.first}: "
-            f"{ended} ended their process, {hangs} hung"
+            f"{len(self.failures)} failed {dict(kinds) or ''}"
         )
 
 
-def search(seeds: range, batch: int, seconds: float, operations: int, keep: Path | None = None) -> Tally:
+def search(
+    write: Callable[[int], Program], seeds: range, batch: int, seconds: float, operations: int, keep: Path | None = None
+) -> Tally:
     """Runs the programs of the seeds, as long as there is time and until so many operations are done."""
-    load()
-    generator, tally = Generator(), Tally(seeds.start)
+    tally = Tally(seeds.start)
     end = time.monotonic() + seconds
     for start in range(seeds.start, seeds.stop, batch):
         if time.monotonic() > end or tally.operations >= operations:
             break
-        several = [generator.program(seed) for seed in range(start, min(start + batch, seeds.stop))]
+        several = [write(seed) for seed in range(start, min(start + batch, seeds.stop))]
         program = Program.joined(several)
         try:
             outcome = run(program)
@@ -158,11 +171,15 @@ def main() -> None:
     parser.add_argument("--programs", type=int, default=10**9, help="at most")
     parser.add_argument("--operations", type=int, default=10**12, help="enough when so many are done")
     parser.add_argument("--batch", type=int, default=1, help="programs that a process runs")
+    parser.add_argument("--worlds", action="store_true", help="numbers of every size for what stands in a world")
     parser.add_argument("--keep", type=Path, help="folder for the smallest scripts and what is said of them")
     given = parser.parse_args()
     signal.signal(signal.SIGTERM, signal.default_int_handler)  # a run that is stopped tells what it has done
     seeds = range(given.seed, given.seed + given.programs)
-    tally = search(seeds, given.batch, 60 * given.minutes, given.operations, given.keep)
+    load()
+    generator = Generator()
+    write = partial(world_program, generator) if given.worlds else generator.program
+    tally = search(write, seeds, given.batch, 60 * given.minutes, given.operations, given.keep)
     print(tally)
     sys.exit(bool(tally.failures))
 

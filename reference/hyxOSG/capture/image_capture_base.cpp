@@ -155,6 +155,9 @@ void ImageCaptureBase::apply(osg::RenderInfo& renderInfo) {
     if (!m_implementation->started) {
         return;
     }
+    if (!renderInfo.getState()) {
+        throw std::invalid_argument("nothing is being drawn: the render information has no state");
+    }
     // When the wall clock jumps, the program was held up.
     double const longestGap = m_implementation->simulated() ? double(mostImagesOfFrame) / getFps() : 1;
     double const passed = m_implementation->clock.passed(m_implementation->now());

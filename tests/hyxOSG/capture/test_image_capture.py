@@ -280,3 +280,10 @@ def test_a_failing_write_ends_the_capture_and_not_the_simulation(stage, capture,
     capture.startCapture(1)
     stage.draw(10)
     assert len(files(tmp_path)) == 1
+
+
+def test_outside_of_drawing_there_is_nothing_to_take(stage, capture):
+    stage.draw(1)
+    capture.startCapture()
+    with pytest.raises(RuntimeError, match="nothing is being drawn"):
+        capture.apply(osg.RenderInfo())
