@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 import random
+import re
 from dataclasses import dataclass
 
 from fuzz import numbers
@@ -29,6 +30,10 @@ DIRECTORS = {
 VALUES = {"legend", "hyxOSG::CameraData", "hyxOSG::LidarOutputRendererLegendPoint", "osg::Vec4f", "osg::Matrixd"}
 VALUES |= {"hyx::Vec3", "hyx::Vec4", "hyx::Quat", "hyx::AffineMatrix4x4", "hyx::Event"}
 MODULES = ", ".join([*FAMILY, *PACKAGES, "numpy"])
+# What they take out of something may end with it, where flat functions have lent it: a program has no reference to it.
+LETS_GO = re.compile(
+    r"(remove|clear|replace|erase|pop|set|init|reset|restore|load|detach|stop|step|update|__del|__set)\w*"
+)
 SEQUENCES = {"hyx::Vec3": 3, "hyx::Vec4": 4, "hyx::Vec4f": 4, "hyx::Quat": 4, "osg::Vec3f": 3, "osg::Vec4f": 4}
 
 
@@ -102,7 +107,10 @@ class Maker:
             return self.deletion(operation)
         arguments = [self.argument(name) for name in operation.parameters]
         place = len(self.lines)
-        self.lines.append(f"v[{place}] = {self.call(operation, arguments)}")
+        line = f"v[{place}] = {self.call(operation, arguments)}"
+        if not self.proxies and LETS_GO.fullmatch(operation.name.partition("_")[2] or operation.name):
+            line += self.without_borrowed()
+        self.lines.append(line)
         if operation.result not in WHOLE | REAL | TEXT | {"void", "bool"}:
             for name in self.of.uses(operation.result):
                 self.values.setdefault(name, []).append(place)
@@ -134,11 +142,16 @@ class Maker:
             line = f"{operation.module}.{operation.name}(v.get({place}))"
             if operation.parameters[0] not in VALUES:
                 self.forget(operation.parameters[0], place)
-            for name, lent in self.borrowed:
-                self.forget(name, lent)
-            self.lines.append(f"{line}; [v.pop(place, None) for place in {[place for _, place in self.borrowed]}]")
-            self.borrowed.clear()
+            self.lines.append(line + self.without_borrowed())
         return len(self.lines) - 1
+
+    def without_borrowed(self) -> str:
+        """Puts what has been lent out of the program's reach."""
+        places = [place for _, place in self.borrowed]
+        for name, lent in self.borrowed:
+            self.forget(name, lent)
+        self.borrowed.clear()
+        return f"; [v.pop(place, None) for place in {places}]" if places else ""
 
     def forget(self, name: str, place: int) -> None:
         for use in self.of.uses(name):

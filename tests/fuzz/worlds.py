@@ -1,5 +1,4 @@
-"""Programs that give operations numbers of every size, in a world that is stepped in between: of all that takes numbers,
-one after another."""
+"""Programs that give numbers of every size to all that takes numbers, one after another, in a world that steps."""
 
 from __future__ import annotations
 

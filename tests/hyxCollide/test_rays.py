@@ -219,3 +219,14 @@ def test_a_ray_meets_a_plane_from_above_only():
     hit = space.castRay(hyx.Vec3(1, 2, 1000), hyx.Vec3(500, 2, -1))
     assert hit.point.z == pytest.approx(0, abs=1e-9) and hit.normal == hyx.Vec3(0, 0, 1)
     assert not space.castRay(DOWN, UP).isValid(), "below is solid"
+
+
+@pytest.mark.parametrize("make", [lambda: hyxCollide.HeightField(5, 5, 1.0, 1.0), lambda: hyxCollide.Box(1, 1, 1)])
+def test_rays_of_any_length_end_at_once(make):
+    world = simulation()
+    world.add(hyxCollide.Geometry(make()))
+    world.step()
+    for reach in (10.0, 1e9, 1e100, 1e154):
+        hits = world.getSpace().castRayAll(hyx.Vec3(0.1, 0.1, 5), hyx.Vec3(0.1, 0.1, 5 - reach))
+        assert len(hits) == 1 and hits[0].distance == pytest.approx(5, abs=1.01)
+        assert world.getSpace().castRayAll(hyx.Vec3(0.1, 0.1, 5), hyx.Vec3(reach, -reach, -1e-3)) == []

@@ -93,6 +93,44 @@ struct Meeting {
     UInt triangle = ~UInt(0);
 };
 
+/// Cuts the part of a ray from `begin` to `end` (shares of its way) down to what lies in a box. False for none.
+bool cut(btVector3 const& from, btVector3 const& way, btVector3 const& low, btVector3 const& high, Real& begin,
+         Real& end) {
+    for (int i = 0; i < 3; ++i) {
+        if (way[i] == 0 && (from[i] < low[i] || from[i] > high[i]))
+            return false;
+        if (way[i] == 0)
+            continue;
+        Real const one = (low[i] - from[i]) / way[i];
+        Real const other = (high[i] - from[i]) / way[i];
+        begin = std::max(begin, std::min(one, other));
+        end = std::min(end, std::max(one, other));
+    }
+    return begin < end;
+}
+
+/// By bullet's own means, which follow a ray cell by cell: only near the shape, however long it is.
+std::optional<Meeting> meetByBullet(btCollisionObject& object, btCollisionShape const& shape, btTransform const& place,
+                                    btVector3 const& from, btVector3 const& to, Real end) {
+    btVector3 low;
+    btVector3 high;
+    shape.getAabb(place, low, high);
+    btVector3 const skin = 0.01 * (high - low) + btVector3(1, 1, 1) * 0.01; // no hit is lost on the box's own faces
+    btVector3 const way = to - from;
+    Real begin = 0;
+    if (!cut(from, way, low - skin, high + skin, begin, end))
+        return std::nullopt;
+    btVector3 const first = from + way * begin;
+    btVector3 const last = from + way * end;
+    NearestHit nearest(first, last);
+    btCollisionWorld::rayTestSingle(btTransform(btQuaternion::getIdentity(), first),
+                                    btTransform(btQuaternion::getIdentity(), last), &object, &shape, place, nearest);
+    if (!nearest.hasHit())
+        return std::nullopt;
+    return Meeting{begin + nearest.m_closestHitFraction * (end - begin), nearest.m_hitNormalWorld.normalized(),
+                   nearest.triangle};
+}
+
 /// Where a ray meets a shape that stands at `place`, before `end`.
 std::optional<Meeting> meet(btCollisionObject& object, hyxCollide::Shape const& shape, btCollisionShape const& bullet,
                             btTransform const& place, btVector3 const& from, btVector3 const& to, Real end) {
@@ -120,13 +158,7 @@ std::optional<Meeting> meet(btCollisionObject& object, hyxCollide::Shape const& 
             return std::nullopt;
         return Meeting{entry->fraction, place.getBasis() * entry->normal, entry->triangle};
     }
-    NearestHit nearest(from, to);
-    nearest.m_closestHitFraction = end;
-    btCollisionWorld::rayTestSingle(btTransform(btQuaternion::getIdentity(), from),
-                                    btTransform(btQuaternion::getIdentity(), to), &object, &bullet, place, nearest);
-    if (!nearest.hasHit())
-        return std::nullopt;
-    return Meeting{nearest.m_closestHitFraction, nearest.m_hitNormalWorld.normalized(), nearest.triangle};
+    return meetByBullet(object, bullet, place, from, to, end);
 }
 
 /// Where a ray meets one geometry, before `end`.

@@ -1,6 +1,7 @@
-"""Makes, draws and drops what lies on the graphics card as well, and watches the memory: python drawn_growth.py COUNT SECONDS [KIND...]
+"""Makes, draws and drops what lies on the graphics card as well, and watches the memory.
 
-Prints for each kind how much of it stays. The card of these machines is the processor: its memory counts.
+python drawn_growth.py COUNT SECONDS [KIND...] prints for each kind how much of it stays. The card of these machines is
+the processor: its memory counts.
 """
 
 import gc
