@@ -360,9 +360,10 @@ public:
     bool tryScene(std::function<void()> const& change);
     /// Why the scene that was tried last by a key or the remote page was not built; empty when it was.
     std::string getSceneError() const;
-    /// Opens a file by its ending: a script (.py) with a function buildScene, a scene (.json), a robot (.urdf) or a
-    /// model becomes a scene; a journal (.h5) is played, and a saved state (.state) restored, when the first scene has
-    /// been built. Returns false for other endings; throws std::invalid_argument when there is no such file.
+    /// Opens a file by its ending: a script (.py) with a function buildScene, a scene (.json), a robot or world (.urdf,
+    /// .xml, .mjcf, .sdf, .world) or a model (.gltf, .obj, .stl and more) becomes a scene; a journal (.h5) is played,
+    /// and a saved state (.state) restored, when the first scene has been built. Returns false for other endings;
+    /// throws std::invalid_argument when there is no such file.
     bool openFile(std::string const& path);
     /// Opens a file in place of what is shown now, as dropping it on the window does: a scene is added and built, a
     /// journal played in an empty scene, a state restored. Returns whether that went well; the reason is then
