@@ -19,7 +19,7 @@ class ArgumentParser:
             self.parse(arguments)
 
     def parse(self, arguments: Sequence[str]) -> None:
-        """Reads arguments; what is no option is kept as a positional one, in order. Throws for an unknown option, a
+        """Reads arguments; what is no option is kept as a positional one, in order. Raises for an unknown option, a
         missing or malformed value; what is wrong with the program's own arguments, `sys.argv[1:]`, ends it with a line
         that says so. "--help" prints the help text to standard output, and `isHelpRequested` says so.
         """

@@ -272,6 +272,7 @@ def readable(comment: str) -> str:
     text = RAISED.sub("RuntimeError", text)
     text = RAISED_BY_SYSTEM.sub("OSError", text)
     text = RAISED_RANGE.sub("IndexError", text)
+    text = re.sub(r"\b([Tt])hrows\b", lambda found: "Raises" if found[1] == "T" else "raises", text)
     text = re.sub(r"\bnullptr\b|\b[Nn]ull\b", "None", text)
     text = re.sub(r"[\\@](?:brief|ref|c|p|a|e|b|note|see|sa|deprecated)\s+", "", text)
     return text.replace("::", ".").replace("\\", "").strip()

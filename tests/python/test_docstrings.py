@@ -60,6 +60,14 @@ def test_no_text_is_a_bare_signature(package):
     assert [name for name, thing in THINGS.items() if name.startswith(f"{package}.") and not text_of(thing)] == []
 
 
+def test_errors_are_raised_as_in_python():
+    assert [
+        name
+        for name, thing in THINGS.items()
+        if re.search(r"\b[Tt]hrows\b|std\W+\w+_(error|argument|range)", text_of(thing))
+    ] == []
+
+
 @pytest.mark.parametrize("package", PACKAGES)
 def test_parameters_have_names_of_their_own(package):
     signatures = {
