@@ -95,7 +95,7 @@ void ContactSolver::begin(std::vector<btPersistentManifold*> const& manifolds, s
 
 void ContactSolver::setSubstep(double substep) {
     for (Point& point : m_points)
-        point.former = point.half *= substep / 2;
+        point.half *= substep / 2;
     for (Patch& patch : m_patches) {
         patch.half.lateral[0] *= substep / 2;
         patch.half.lateral[1] *= substep / 2;

@@ -32,11 +32,6 @@ constexpr int mostForShocks = 20;
 /// The same under heavy loads.
 constexpr double loadedSpeed = 1e-5;
 constexpr int mostForLoads = 120;
-/// m/s; where the first round changes more than this, bodies tumble, and loads do not last until they are worked out.
-constexpr double tumblingSpeed = 0.1;
-constexpr int mostForTumbling = 40;
-/// The same where something bounces, whose points have to agree.
-constexpr double bouncingSpeed = 1e-3;
 
 RigidBody::Implementation& implementationOf(btCollisionObject const& object) {
     return static_cast<hyxCollide::CollisionCarrier const*>(object.getUserPointer())->body->implementation();
@@ -203,26 +198,19 @@ void StepSolver::solve(bool atPlaces, double substep, int numSweeps) {
         atPlaces ? mechanism->solvePlaces(substep) : mechanism->solve();
     if (m_contacts.isEmpty())
         return;
-    bool const all = effort == ALL;
-    bool const bounces = m_contacts.bounces();
+    bool const all = effort == ALL || m_contacts.bounces();
     bool const heavy = m_contacts.isHeavy();
-    int most = all ? mostSweeps : heavy || bounces ? mostForLoads : std::max(numSweeps, mostForShocks);
-    double enough = heavy ? loadedSpeed : bounces ? bouncingSpeed : shockSpeed;
+    int const most = all ? mostSweeps : heavy ? mostForLoads : std::max(numSweeps, mostForShocks);
     // Joints that are solved between the rounds would lead them astray.
-    bool const onwards =
-        (all || heavy || bounces) && std::none_of(m_mechanisms.begin(), m_mechanisms.end(),
-                                                  [](auto const& mechanism) { return mechanism->touches; });
+    bool const onwards = (all || heavy) && std::none_of(m_mechanisms.begin(), m_mechanisms.end(),
+                                                        [](auto const& mechanism) { return mechanism->touches; });
     m_contacts.startRounds();
     for (int i = 0; i < most; ++i) {
         double const change = onwards ? m_contacts.sweepOnwards() : m_contacts.sweep();
         for (auto const& mechanism : m_mechanisms)
             if (mechanism->touches)
                 mechanism->solve();
-        if (i == 0 && heavy && !all && !bounces && change > tumblingSpeed) {
-            most = mostForTumbling;
-            enough = shockSpeed;
-        }
-        if (change < (all || i + 1 < numSweeps ? settledSpeed : enough))
+        if (change < (all || i + 1 < numSweeps ? settledSpeed : heavy ? loadedSpeed : shockSpeed))
             return;
     }
 }

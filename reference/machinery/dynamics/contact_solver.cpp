@@ -90,8 +90,7 @@ void ContactSolver::aimPoint(Patch const& patch, Point& point, double substep) {
     double const turn = 2 * std::numbers::pi * 0.125 / substep;
     double const slowness = 2 * contactDamping + substep * turn;
     double const softness = point.stiffness / (substep * turn * slowness);
-    // A blow ends within a substep and is no load.
-    double const sag = 2 * std::min(point.half, point.former) * point.stiffness / (substep * turn * turn);
+    double const sag = 2 * point.half * point.stiffness / (substep * turn * turn);
     double const most = greatestSag * patch.size;
     bool const heavy = sag > most;
     m_heavy = m_heavy || heavy;
@@ -272,7 +271,6 @@ void ContactSolver::finishSubstep() {
         for (int i = patch.start; i < patch.start + patch.count; ++i) {
             Point& point = m_points[i];
             point.sum += point.impulse;
-            point.former = point.half;
             point.half = point.bounces ? 0 : point.impulse / 2;
         }
         for (int k : {0, 1}) {

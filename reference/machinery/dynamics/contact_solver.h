@@ -70,11 +70,10 @@ private:
         double share = 0;
         bool bounces = false;
         double bounceSpeed = 0;
-        /// Of this substep, of its first half, of half of the last one and of the one before, and of the step.
+        /// Of this substep, of its first half, of half of the last one, and of the step.
         double impulse = 0;
         double base = 0;
         double half = 0;
-        double former = 0;
         double sum = 0;
     };
 
