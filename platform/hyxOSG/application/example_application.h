@@ -67,6 +67,7 @@ class ExampleApplicationController;
 class ExampleApplicationListener;
 class GeometryNode;
 class ImageCapture;
+class Panel;
 class PickHandler;
 class RenderProxyFactory;
 class RenderTarget;
@@ -513,6 +514,13 @@ public:
     /// Shows the line of `getStatus` on the picture; hidden at first.
     void setEnableStatus(bool enable);
     bool getEnableStatus() const;
+    /// The panels behind the keys, the line of figures and errors, which belong to the application (see
+    /// `Panel::match`). What a script sets of their positions and sizes stays, and the texts go with them.
+    Panel& getHelpPanel();
+    Panel& getStatusPanel();
+    Panel& getErrorPanel();
+    /// The group that the panels stand on, in pixels from the lower left corner.
+    osg::Group* getPanelGroup();
     /// A line of figures: scene, time, frames a second, real-time factor, costs, contacts.
     std::string getStatus() const;
 

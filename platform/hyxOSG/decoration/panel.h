@@ -35,6 +35,9 @@ public:
     /// The colour.
     hyx::Vec4 getColor() const;
 
+    /// Draws the panel, or leaves it out; it stays on its group. Drawn at first.
+    void setShown(bool shown);
+
     /// Takes the panel off a group; after that it is not valid. Null, or a group that does not hold it, changes
     /// nothing.
     void uninitialize(osg::Group* hud);

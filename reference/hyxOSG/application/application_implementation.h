@@ -93,7 +93,7 @@ struct ExampleApplication::Implementation {
     osg::ref_ptr<FirstView> firstView =
         new FirstView(graph, [this](osg::BoundingBox const& box) { takeFirstView(box); });
     bool osgRenderer = true;
-    ScreenNotes notes;
+    ScreenNotes notes{&owner};
     Selection selection{graph.root()};
     bool helpShown = false;
     bool statusShown = false;

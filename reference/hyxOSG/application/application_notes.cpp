@@ -69,6 +69,22 @@ bool ExampleApplication::getEnableStatus() const {
     return m_implementation->statusShown;
 }
 
+Panel& ExampleApplication::getHelpPanel() {
+    return m_implementation->notes.panel(ScreenNotes::HELP);
+}
+
+Panel& ExampleApplication::getStatusPanel() {
+    return m_implementation->notes.panel(ScreenNotes::STATUS);
+}
+
+Panel& ExampleApplication::getErrorPanel() {
+    return m_implementation->notes.panel(ScreenNotes::ERROR_TEXT);
+}
+
+osg::Group* ExampleApplication::getPanelGroup() {
+    return m_implementation->notes.node();
+}
+
 std::string ExampleApplication::getStatus() const {
     Implementation& self = *m_implementation;
     hyxSDK::Simulation const& simulation = self.ensureSimulation();

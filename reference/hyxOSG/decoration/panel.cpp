@@ -87,6 +87,10 @@ hyx::Vec4 Panel::getColor() const {
     return m_implementation->color;
 }
 
+void Panel::setShown(bool shown) {
+    m_implementation->transform->setNodeMask(shown ? ~0u : 0u);
+}
+
 void Panel::uninitialize(osg::Group* hud) {
     if (hud && m_implementation->hud == hud && hud->removeChild(m_implementation->transform))
         m_implementation->hud = nullptr;
