@@ -33,6 +33,8 @@ _KEYS = {
 def _follow(application: hyxOSG.ExampleApplication, kind: str, event: dict[str, Any], scale: float) -> None:
     """Puts an event of the widget, in pixels of the page, into the window's own queue."""
     queue = application.getCamera().getGraphicsWindow().getEventQueue()  # type: ignore[union-attr]
+    if queue is None:
+        return
     queue.setModKeyMask(sum(_MODIFIERS.get(name, 0) for name in event.get("modifiers", ())))
     place = scale * event.get("x", 0), scale * event.get("y", 0)
     if kind == "pointer_move":
@@ -52,7 +54,7 @@ def _follow(application: hyxOSG.ExampleApplication, kind: str, event: dict[str, 
 def _view_class() -> type[Any]:
     """Made when it is first needed: the widget's package is optional."""
     try:
-        from jupyter_rfb import RemoteFrameBuffer  # type: ignore[import-not-found]
+        from jupyter_rfb import RemoteFrameBuffer  # type: ignore
     except ImportError as error:
         raise ImportError("a live view needs the package jupyter_rfb: pip install jupyter_rfb") from error
 
