@@ -29,8 +29,9 @@ constexpr int mostSweeps = 500;
 /// m/s; a round that changes more than this is not the last, up to a number: a heavy load sets down on a light stack.
 constexpr double shockSpeed = 0.02;
 constexpr int mostForShocks = 20;
-/// The same under heavy loads.
+/// The same under heavy loads; after a blow, a share of what the first round changes is enough.
 constexpr double loadedSpeed = 1e-5;
+constexpr double loadedShare = 5e-3;
 constexpr int mostForLoads = 120;
 
 RigidBody::Implementation& implementationOf(btCollisionObject const& object) {
@@ -204,13 +205,16 @@ void StepSolver::solve(bool atPlaces, double substep, int numSweeps) {
     // Joints that are solved between the rounds would lead them astray.
     bool const onwards = (all || heavy) && std::none_of(m_mechanisms.begin(), m_mechanisms.end(),
                                                         [](auto const& mechanism) { return mechanism->touches; });
+    double enough = heavy ? loadedSpeed : shockSpeed;
     m_contacts.startRounds();
     for (int i = 0; i < most; ++i) {
         double const change = onwards ? m_contacts.sweepOnwards() : m_contacts.sweep();
         for (auto const& mechanism : m_mechanisms)
             if (mechanism->touches)
                 mechanism->solve();
-        if (change < (all || i + 1 < numSweeps ? settledSpeed : heavy ? loadedSpeed : shockSpeed))
+        if (i == 0 && heavy)
+            enough = std::max(enough, loadedShare * change);
+        if (change < (all || i + 1 < numSweeps ? settledSpeed : enough))
             return;
     }
 }
