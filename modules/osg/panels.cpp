@@ -9,6 +9,7 @@ constexpr Declared panel_rows[] = {
     FUNCTION(ExampleApplication_getHelpPanel, METHOD(hyxOSG::ExampleApplication, getHelpPanel, ())),
     FUNCTION(ExampleApplication_getStatusPanel, METHOD(hyxOSG::ExampleApplication, getStatusPanel, ())),
     FUNCTION(ExampleApplication_getErrorPanel, METHOD(hyxOSG::ExampleApplication, getErrorPanel, ())),
+    FUNCTION(ExampleApplication_getSelectionPanel, METHOD(hyxOSG::ExampleApplication, getSelectionPanel, ())),
     FUNCTION(ExampleApplication_getPanelGroup, METHOD(hyxOSG::ExampleApplication, getPanelGroup, ())),
 };
 

@@ -67,7 +67,7 @@ def encode(
 
 @contextmanager
 def progress(video: hyxOSG.VideoFFMPEGPipeCapture, seconds: float | None = None, **options: Any) -> Iterator[Any]:
-    from tqdm.auto import tqdm
+    from tqdm.auto import tqdm  # type: ignore[import-untyped]
 
     total = None if seconds is None else round(seconds * video.getFps())
     over = threading.Event()
@@ -152,13 +152,15 @@ class _Overlay:
         text.setCharacterSize(letters)
         text.setAxisAlignment(hyxOSG.Text.XY_PLANE)
         text.setAlignment(alignment)
-        self._app.getSceneDecorator().getHud().addChild(text)
+        hud: Any = self._app.getSceneDecorator().getHud()
+        hud.addChild(text)
         self._texts.append(text)
         return text
 
     def remove(self) -> None:
+        hud: Any = self._app.getSceneDecorator().getHud()
         for text in self._texts:
-            self._app.getSceneDecorator().getHud().removeChild(text)
+            hud.removeChild(text)
         self._texts.clear()
         if self._bar:
             self._bar.remove()
@@ -171,6 +173,8 @@ def _new_clock(app: hyxOSG.ExampleApplication, text: Any) -> Any:
     import hyxOSG
 
     class Clock(hyxOSG.ExampleApplicationListener):
+        text: Any = None
+
         def preFrame(self, application: Any) -> None:
             if self.text:  # an application keeps its listeners
                 self.text.setText(f"{application.getSimulation().getTimeStamp():.2f} s")

@@ -63,7 +63,7 @@ def _view_class() -> type[Any]:
 
         def __init__(self, application: hyxOSG.ExampleApplication) -> None:
             super().__init__()
-            self._application = application
+            self._application: hyxOSG.ExampleApplication | None = application
             self._shown: Bytes | None = None
             self._scale = 1.0
             if application.getViewer() is None:
@@ -95,16 +95,16 @@ def _view_class() -> type[Any]:
             elif self._application is None or not hasattr(self._application, "this"):
                 return
             elif kind == "resize":
-                self._resize(event)
+                self._resize(self._application, event)
             else:
                 _follow(self._application, kind, event, self._scale)
 
-        def _resize(self, event: dict[str, Any]) -> None:
+        def _resize(self, application: hyxOSG.ExampleApplication, event: dict[str, Any]) -> None:
             width, height = (max(1, round(event[side])) for side in ("width", "height"))
-            picture = self._application.pixels
+            picture = application.pixels
             if (height, width) != picture.shape[:2]:
-                self._application.setWindowRectangle(0, 0, width, height)
-                picture = self._application.render()
+                application.setWindowRectangle(0, 0, width, height)
+                picture = application.render()
             self._scale = picture.shape[1] / width  # 1, where the window may be resized
 
     return LiveView

@@ -38,7 +38,7 @@ def stub_text(package: Package, order: list[ProxyClass], extras: Extras, hints: 
     head = [
         HEAD,
         "import builtins",
-        "from collections.abc import Callable, Iterable, Iterator, Sequence",
+        "from collections.abc import Callable, Iterable, Iterator, Mapping, Sequence",
         "from enum import IntEnum",
         "from typing import Any, ClassVar, overload",
         "",

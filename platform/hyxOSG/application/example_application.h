@@ -367,8 +367,8 @@ public:
     /// throws std::filesystem::filesystem_error when there is no such file.
     bool openFile(std::string const& path);
     /// Opens a file in place of what is shown now, as dropping it on the window does: a scene is added and built, a
-    /// journal played in an empty scene, a state restored. Returns whether that went well; the reason is then
-    /// `getSceneError`, which is on the picture.
+    /// journal played in an empty scene, a state restored. Returns whether that went well; the reason is otherwise
+    /// `getSceneError`, which is on the picture. Throws std::filesystem::filesystem_error when there is no such file.
     bool showFile(std::string const& path);
 
     /// Builds the next scene, after the last the first.
@@ -514,11 +514,15 @@ public:
     /// Shows the line of `getStatus` on the picture; hidden at first.
     void setEnableStatus(bool enable);
     bool getEnableStatus() const;
-    /// The panels behind the keys, the line of figures and errors, which belong to the application (see
-    /// `Panel::match`). What a script sets of their positions and sizes stays, and the texts go with them.
+    /// The panel behind the keys, which belongs to the application (see `Panel::match`), as do the other three. What a
+    /// script sets of its position and size in pixels stays, and the text goes with it.
     Panel& getHelpPanel();
+    /// The panel behind the line of figures.
     Panel& getStatusPanel();
+    /// The panel behind the last error of a scene.
     Panel& getErrorPanel();
+    /// The panel behind the figures of the selected body.
+    Panel& getSelectionPanel();
     /// The group that the panels stand on, in pixels from the lower left corner.
     osg::Group* getPanelGroup();
     /// A line of figures: scene, time, frames a second, real-time factor, costs, contacts.

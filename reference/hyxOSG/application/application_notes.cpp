@@ -48,8 +48,8 @@ std::vector<std::string> ExampleApplication::getKeyHelp() const {
     for (size_t i = 0; i < scenes.size(); ++i)
         if (int const key = scenes.keyAt(i); key >= firstPrintable && key <= lastPrintable)
             lines.push_back(line(std::string(1, char(key)).c_str(), "builds " + nameOf(scenes.at(i))));
-    lines.push_back(
-        line("mouse", "left turns, middle moves, wheel goes nearer; a click selects; with Ctrl, left pulls a body"));
+    lines.push_back(line("mouse", "left turns, middle moves, the wheel goes nearer"));
+    lines.push_back(line("", "a click selects a body, Ctrl and left pull one"));
     return lines;
 }
 
@@ -79,6 +79,10 @@ Panel& ExampleApplication::getStatusPanel() {
 
 Panel& ExampleApplication::getErrorPanel() {
     return m_implementation->notes.panel(ScreenNotes::ERROR_TEXT);
+}
+
+Panel& ExampleApplication::getSelectionPanel() {
+    return m_implementation->notes.panel(ScreenNotes::SELECTION);
 }
 
 osg::Group* ExampleApplication::getPanelGroup() {

@@ -249,6 +249,7 @@ bool ExampleApplication::openFile(std::string const& path) {
 }
 
 bool ExampleApplication::showFile(std::string const& path) {
+    requireFile(path);
     auto const kept = Implementation::keep(*this);
     return tryScene([&] { m_implementation->showFile(*this, path); });
 }

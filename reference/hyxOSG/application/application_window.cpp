@@ -4,6 +4,7 @@
 #include "reference/machinery/context/picture_size.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <stdexcept>
 #include <utility>
 
@@ -46,7 +47,8 @@ void ExampleApplication::Implementation::handleEvents(ExampleApplication& applic
     auto const shown = window;
     shown->handleEvents(simulation->getTimeStamp());
     for (std::string const& file : drops ? drops->take() : std::vector<std::string>())
-        application.showFile(file);
+        if (std::filesystem::exists(file)) // it may be gone by now
+            application.showFile(file);
 }
 
 void ExampleApplication::setupViewer(bool manipulator, bool pickHandler) {

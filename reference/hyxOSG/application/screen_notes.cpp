@@ -76,7 +76,8 @@ void ScreenNotes::layOut(int width, int height) {
         m_camera->setProjectionMatrixAsOrtho2D(0, width, 0, height);
         osg::Vec3 const places[] = {{margin, float(height) - margin, 0},
                                     {std::floor(float(width) / 2), float(height) - margin, 0},
-                                    {margin, margin, 0}};
+                                    {margin, margin, 0},
+                                    {float(width) - margin, float(height) - margin, 0}};
         for (int place = 0; place < NUM_PLACES; ++place)
             if (m_notes[place].drawn)
                 // A long error breaks into lines; tables do not.

@@ -186,7 +186,7 @@ def test_iterators_keep_their_sequence_alive(make):
 
 def test_refusals_name_the_argument():
     iterator = closed(legend([1]))
-    with pytest.raises(TypeError, match="^SwigPyIterator.advance.. argument 1 'offset' must be int, not str"):
+    with pytest.raises(TypeError, match="^SwigPyIterator.advance.. argument 1 'steps' must be int, not str"):
         iterator.advance("x")
     with pytest.raises(
         TypeError,

@@ -43,11 +43,11 @@ def test_the_panel_lies_round_the_keys(app, panel):
 
 def test_the_text_goes_with_a_moved_panel(app, panel):
     painted(panel)
-    written = shown(app)[20:240, 10:680]
+    written = shown(app)[20:240, 10:400]
     panel.setPosition(panel.getPosition() + hyx.Vec2(60, -40))
     panel.update()
     assert (written[:, :, 1] > 100).sum() > 100, "the text lies over the panel"
-    numpy.testing.assert_allclose(shown(app)[60:280, 70:740].astype(int), written, atol=1)
+    numpy.testing.assert_allclose(shown(app)[60:280, 70:460].astype(int), written, atol=1)
 
 
 def test_what_a_script_placed_stays_in_a_window_of_another_size(app, panel):

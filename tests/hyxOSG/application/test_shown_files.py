@@ -64,8 +64,8 @@ def test_what_cannot_be_shown_is_said_and_nothing_changes(name, content, shown, 
     (tmp_path / name).write_text(content)
     assert not shown.showFile(str(tmp_path / name))
     assert shown.getSceneError() and names(shown) == ["box"]
-    assert not shown.showFile(str(tmp_path / "missing.json"))
-    assert "missing.json" in shown.getSceneError()
+    with pytest.raises(FileNotFoundError, match="missing.json"):
+        shown.showFile(str(tmp_path / "missing.json"))
 
 
 def dropped(*files):
