@@ -17,6 +17,11 @@ import hyxOSG
 from application_stage import read_picture
 
 
+def pytest_collection_modifyitems(items):
+    """What one worker has to run by itself comes first, so that none works alone at the end."""
+    items.sort(key=lambda item: item.get_closest_marker("xdist_group") is None)
+
+
 @pytest.fixture
 def app():
     """An application with a simulation of its own, which ends with its window after the test."""

@@ -36,6 +36,10 @@ def mypy(module, *arguments, cwd):
     return subprocess.run(command, capture_output=True, text=True, env=environment, cwd=cwd)
 
 
+MEMORY = pytest.mark.xdist_group("checker")  # one run of the type checker at a time: each takes 400 MB
+
+
+@MEMORY
 def test_the_stubs_are_what_runs(tmp_path):
     found = mypy("mypy.stubtest", "--concise", *PACKAGES, cwd=tmp_path)
     differences = [line for line in found.stdout.splitlines() if not any(re.search(text, line) for text in MEANT)]
@@ -58,11 +62,13 @@ EXPRESSIONS = {
 }
 
 
+@MEMORY
 @pytest.mark.parametrize("expression, kind", EXPRESSIONS.items())
 def test_expressions_have_types(expression, kind, strictly_checked):
     assert strictly_checked.types[expression] == kind
 
 
+@MEMORY
 def test_typed_examples_are_strictly_right(strictly_checked):
     assert strictly_checked.errors == []
 
