@@ -31,7 +31,7 @@ constexpr double shockSpeed = 0.02;
 constexpr int mostForShocks = 20;
 /// The same under heavy loads; after a blow, a share of what the first round changes is enough.
 constexpr double loadedSpeed = 1e-5;
-constexpr double loadedShare = 5e-3;
+constexpr double loadedShare = 2e-3;
 constexpr int mostForLoads = 120;
 
 RigidBody::Implementation& implementationOf(btCollisionObject const& object) {
@@ -205,6 +205,7 @@ void StepSolver::solve(bool atPlaces, double substep, int numSweeps) {
     // Joints that are solved between the rounds would lead them astray.
     bool const onwards = (all || heavy) && std::none_of(m_mechanisms.begin(), m_mechanisms.end(),
                                                         [](auto const& mechanism) { return mechanism->touches; });
+    double const shock = shockSpeed * std::min(1.0, m_contacts.smallestRadius() / smallRadius);
     double enough = heavy ? loadedSpeed : shockSpeed;
     m_contacts.startRounds();
     for (int i = 0; i < most; ++i) {
@@ -213,7 +214,7 @@ void StepSolver::solve(bool atPlaces, double substep, int numSweeps) {
             if (mechanism->touches)
                 mechanism->solve();
         if (i == 0 && heavy)
-            enough = std::max(enough, loadedShare * change);
+            enough = std::clamp(loadedShare * change, loadedSpeed, shock);
         if (change < (all || i + 1 < numSweeps ? settledSpeed : enough))
             return;
     }
