@@ -48,7 +48,8 @@ void Director::swig_disown() noexcept {
     if (swig_disown_flag)
         return;
     swig_disown_flag = true;
-    swig_kept = runtime::KeptReference(swig_self);
+    if (!swig_is_gone()) // flat calls may come after its end
+        swig_kept = runtime::KeptReference(swig_self);
 }
 
 } // namespace Swig

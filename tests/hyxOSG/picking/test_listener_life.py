@@ -200,6 +200,24 @@ def test_a_renderer_keeps_its_colour_callback():
 
 
 @pytest.mark.parametrize("cls", VIRTUAL)
+def test_disowning_after_the_python_object_has_ended_keeps_nothing(cls):
+    class Owner:
+        pass
+
+    owner = Owner()
+    alive = weakref.ref(owner)
+    bare = getattr(_hyxOSG, "new_" + cls.__name__)(owner)
+    del owner
+    gc.collect()
+    assert alive() is None
+    fillers = [Owner() for _ in range(1000)]  # where it was
+    before = [sys.getrefcount(filler) for filler in fillers]
+    assert getattr(_hyxOSG, "disown_" + cls.__name__)(bare) is None
+    assert [sys.getrefcount(filler) for filler in fillers] == before
+    del bare
+
+
+@pytest.mark.parametrize("cls", VIRTUAL)
 def test_disowning_keeps_the_python_object_once(cls):
     disown = getattr(_hyxOSG, "disown_" + cls.__name__)
     new = getattr(_hyxOSG, "new_" + cls.__name__)
