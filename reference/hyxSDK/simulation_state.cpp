@@ -21,7 +21,9 @@ using hyx::StateBytes;
 
 namespace {
 
-constexpr std::string_view magic = "hyxstat2";
+constexpr std::string_view kind = "hyxstat";
+/// The last digit changes with whatever a state holds.
+constexpr std::string_view magic = "hyxstat3";
 
 /// Fowler-Noll-Vo: finds damage, not intent.
 std::uint64_t checkSum(std::string_view bytes) {
@@ -37,6 +39,8 @@ std::string sealed(std::string const& content) {
 }
 
 std::string unsealed(std::string const& state) {
+    if (state.starts_with(kind) && !state.starts_with(magic))
+        throw std::runtime_error("the state was saved by another version, whose states this one cannot restore");
     if (!state.starts_with(magic))
         throw std::runtime_error("this is no saved state of a simulation");
     std::size_t const start = magic.size() + sizeof(std::uint64_t);

@@ -214,7 +214,7 @@ void StepSolver::solve(bool atPlaces, double substep, int numSweeps) {
             if (mechanism->touches)
                 mechanism->solve();
         if (i == 0 && heavy)
-            enough = std::clamp(loadedShare * change, loadedSpeed, shock);
+            enough = std::max(loadedSpeed, std::min(shock, loadedShare * change));
         if (change < (all || i + 1 < numSweeps ? settledSpeed : enough))
             return;
     }
