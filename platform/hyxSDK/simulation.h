@@ -104,7 +104,8 @@ public:
     /// How contacts and joints are solved; ITERATIVE at the start.
     void setSolver(SolverType solver);
     SolverType getSolver() const;
-    /// The rounds of contacts in a step, spread over its substeps; 10 at the start, at least 1.
+    /// The rounds of contacts in a step, spread over its substeps; 10 at the start. Throws `std::invalid_argument`
+    /// unless 1 to 100 000.
     void setNumIterations(int iterations);
     int getNumIterations() const;
     /// Lets bodies at rest fall asleep until something touches them. Off at the start.

@@ -61,7 +61,8 @@ public:
     void setGravity(hyx::Vec3 const& gravity);
     /// What acts now, m/s2: the simulation's gravity, or the own one in none.
     hyx::Vec3 getGravity() const;
-    /// Steps of the solver for each step of the simulation, 20 at first; long chains need 10 or more.
+    /// Steps of the solver for each step of the simulation, 20 at first; long chains need 10 or more. Throws
+    /// `std::invalid_argument` unless 1 to 10 000.
     void setNumSubsteps(hyx::UInt count);
     hyx::UInt getNumSubsteps() const;
 

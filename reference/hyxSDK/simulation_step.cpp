@@ -15,6 +15,8 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
+constexpr int mostIterations = 100000;
+
 double secondsSince(Clock::time_point start) {
     return std::chrono::duration<double>(Clock::now() - start).count();
 }
@@ -142,8 +144,8 @@ Simulation::SolverType Simulation::getSolver() const {
 }
 
 void Simulation::setNumIterations(int iterations) {
-    if (iterations < 1)
-        throw std::invalid_argument("a solver needs at least one iteration");
+    if (iterations < 1 || iterations > mostIterations)
+        throw std::invalid_argument("a solver takes 1 to 100000 iterations");
     m_implementation->numIterations = iterations;
     m_implementation->world.setNumIterations(iterations);
 }

@@ -29,6 +29,7 @@ constexpr Real rounding = 2;
 constexpr Real contactReach = 0.2;
 /// m/s, by which a point may come nearer to a body during a step than both speeds tell.
 constexpr Real haste = 5;
+constexpr hyx::UInt mostWireSubsteps = 10000;
 
 } // namespace
 
@@ -161,7 +162,9 @@ Vec3 Wire::getGravity() const {
 }
 
 void Wire::setNumSubsteps(hyx::UInt count) {
-    m_implementation->substeps = std::max<hyx::UInt>(count, 1);
+    if (count < 1 || count > mostWireSubsteps)
+        throw std::invalid_argument("a wire takes 1 to 10000 substeps");
+    m_implementation->substeps = count;
 }
 
 hyx::UInt Wire::getNumSubsteps() const {

@@ -6,6 +6,7 @@ import math
 import hyx
 import hyxCollide
 import hyxSDK
+import hyxWire
 import pytest
 from physics_scene import box, ground, run, simulation
 
@@ -283,3 +284,19 @@ def test_statistics_tell_of_the_last_step():
     world.step()
     statistics = world.getStatistics()
     assert 0 < statistics["collision"] + statistics["solver"] <= statistics["step"] < 1
+
+
+@pytest.mark.parametrize("count", [0, -1, 2**31 - 1, 2**31, 2**63])
+@pytest.mark.parametrize("owner", [hyxSDK.Simulation, lambda: hyxWire.Wire(0.02, 6)], ids=["solver", "wire"])
+def test_rounds_without_end_are_refused(owner, count):
+    subject = owner()
+    set_count = getattr(subject, "setNumIterations", None) or subject.setNumSubsteps
+    with pytest.raises((RuntimeError, OverflowError, TypeError), match="setNum|takes 1 to"):
+        set_count(count)
+
+
+def test_a_step_of_an_emitter_makes_a_bounded_number_of_bodies():
+    emitter = hyx.RigidBodyEmitter()
+    world = simulation(emitter)
+    emitter.step(1e308)
+    assert len(world.getRigidBodies()) == 1000

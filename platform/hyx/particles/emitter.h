@@ -31,8 +31,8 @@ public:
     /// The velocity in m/s that things start with.
     void setVelocity(Vec3 const& velocity);
     Vec3 getVelocity() const;
-    /// How many things are made a second, 10 at first; one step makes 100 000 at most. Throws `std::invalid_argument`
-    /// below 0.
+    /// How many things are made a second, 10 at first; one step makes 100 000 grains or 1000 bodies at most. Throws
+    /// `std::invalid_argument` below 0.
     void setRate(Real perSecond);
     Real getRate() const;
     /// How many things are made in all; without limit at first.
@@ -56,6 +56,9 @@ protected:
 
     /// Makes one thing; false when that was not possible, and it then does not count.
     virtual bool emit(Vec3 const& position, Vec3 const& velocity);
+
+    /// The most things that one step makes.
+    virtual UInt mostAtOnce() const;
 
     /// A number in [0, 1) from the emitter's generator.
     Real random();

@@ -36,6 +36,7 @@ public:
 protected:
     ~RigidBodyEmitter() override = default;
     bool emit(Vec3 const& position, Vec3 const& velocity) override;
+    UInt mostAtOnce() const override;
 
 private:
     Template m_make;

@@ -8,12 +8,6 @@
 
 namespace hyx {
 
-namespace {
-
-constexpr Real mostAtOnce = 100000;
-
-} // namespace
-
 Emitter::Emitter(ParticleSystem* target) : m_target(target) {
     keepState(this, [this](StateBytes& bytes) {
         bytes(m_position, m_halfExtents, m_velocity, m_rate, m_due, m_maximum, m_emitted, m_enable, m_generator);
@@ -94,7 +88,7 @@ void Emitter::step(Real timeStep) {
     requirePositive(timeStep, "the time step of an emitter");
     if (!m_enable)
         return;
-    m_due = std::min(m_due + timeStep * m_rate, mostAtOnce);
+    m_due = std::min(m_due + timeStep * m_rate, static_cast<Real>(mostAtOnce()));
     // The slack keeps ten steps of a tenth from summing up to just less than one.
     for (; m_due >= 1 - 1e-9 && m_emitted < m_maximum; --m_due) {
         Vec3 const position = randomPosition();
@@ -113,6 +107,10 @@ bool Emitter::emit(Vec3 const& position, Vec3 const& velocity) {
     if (m_target)
         m_target->createParticle(position, velocity);
     return m_target.valid();
+}
+
+UInt Emitter::mostAtOnce() const {
+    return 100000;
 }
 
 // Scaled by hand: the distributions of the standard library differ from one library to the next.

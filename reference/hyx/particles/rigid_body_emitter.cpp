@@ -49,4 +49,8 @@ bool RigidBodyEmitter::emit(Vec3 const& position, Vec3 const& velocity) {
     return true;
 }
 
+UInt RigidBodyEmitter::mostAtOnce() const {
+    return 1000;
+}
+
 } // namespace hyx
