@@ -77,8 +77,8 @@ void Assembly::add(Assembly* assembly) {
         throw std::invalid_argument("an assembly cannot contain itself");
     if (assembly->m_simulation)
         throw std::invalid_argument("the assembly is in a simulation already; remove it there first");
-    m_assemblies.push_back(assembly);
     addObject(assembly, false);
+    m_assemblies.push_back(assembly);
     if (m_simulation)
         assembly->enter(m_simulation);
 }

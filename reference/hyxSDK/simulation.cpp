@@ -256,6 +256,7 @@ void Simulation::cleanup() {
     removeAll(self.processes);
     removeAll(self.constraints);
     removeAll(self.frames);
+    self.world.dropPairs();
     removeAll(self.bodies);
     removeAll(self.loneGeometries);
     removeAll(self.materials);

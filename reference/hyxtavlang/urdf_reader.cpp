@@ -10,12 +10,17 @@
 #include <urdf_parser/urdf_parser.h>
 
 #include <map>
+#include <stdexcept>
+#include <string>
 
 namespace hyxtavlang {
 namespace {
 
 namespace model3d = tavlang::Physics3D;
 namespace joints = tavlang::Robotics::Joints;
+
+/// The walk along them recurs.
+constexpr int mostLinksInARow = 1000;
 
 /// Keeps what the parser complains of, instead of printing it.
 class ParserErrors : public console_bridge::OutputHandler {
@@ -60,12 +65,14 @@ public:
 private:
     using BodyPtr = std::shared_ptr<model3d::Body>;
 
-    void addChildren(urdf::Link const& link, BodyPtr const& parent) {
+    void addChildren(urdf::Link const& link, BodyPtr const& parent, int level = 1) {
+        if (level > mostLinksInARow)
+            throw std::runtime_error("the robot has more than " + std::to_string(mostLinksInARow) + " links in a row");
         for (urdf::JointSharedPtr const& joint : link.child_joints) {
             urdf::LinkConstSharedPtr const child = m_robot.getLink(joint->child_link_name);
             BodyPtr const body = addBody(*child, toMatrix(joint->parent_to_joint_origin_transform) * parent->transform);
             addJoint(*joint, parent, body);
-            addChildren(*child, body);
+            addChildren(*child, body, level + 1);
         }
     }
 
@@ -228,9 +235,18 @@ private:
     std::map<std::string, std::shared_ptr<joints::SingleAxisJoint>> m_joints;
 };
 
+/// The robot, whose links end one after another: each holds the next, and would end it within its own end.
+urdf::ModelInterfaceSharedPtr endingByLinks(urdf::ModelInterfaceSharedPtr const& robot) {
+    return {robot.get(), [robot](urdf::ModelInterface*) {
+                if (robot)
+                    for (auto const& [name, link] : robot->links_)
+                        link->child_links.clear();
+            }};
+}
+
 urdf::ModelInterfaceSharedPtr parse(std::string const& path, std::string const& text) {
     ParserErrors complaints;
-    urdf::ModelInterfaceSharedPtr const robot = urdf::parseURDF(text);
+    urdf::ModelInterfaceSharedPtr const robot = endingByLinks(urdf::parseURDF(text));
     std::vector<std::string> errors = complaints.texts;
     if (!robot && errors.empty())
         errors.push_back("the file '" + path + "' is no robot description");

@@ -34,7 +34,7 @@ public:
     Quat getLocalRotate() const { return m_local.getRotate(); }
 
     /// From this frame to the world.
-    virtual AffineMatrix4x4 getMatrix() const;
+    AffineMatrix4x4 getMatrix() const;
 
     /// Where the frame is in the world, metres.
     Vec3 getTranslate() const { return getMatrix().getTranslate(); }
@@ -49,11 +49,15 @@ public:
     Vec3 transformPointToLocal(Vec3 const& point) const { return getMatrix().inverse().transformPoint(point); }
 
 protected:
-    ~Frame() override = default;
+    ~Frame() override;
+
+    /// Where the frame is in the world, if it knows without its parents; false otherwise.
+    virtual bool findPlace(AffineMatrix4x4& place) const;
 
 private:
     AffineMatrix4x4 m_local;
     ref_ptr<Frame> m_parent;
+    int m_numChildren = 0;
 };
 
 } // namespace hyx

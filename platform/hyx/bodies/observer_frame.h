@@ -20,8 +20,6 @@ public:
     /// The body that the frame follows; null for none.
     RigidBody* getRigidBody() const;
 
-    AffineMatrix4x4 getMatrix() const override;
-
     /// In the world, metres.
     Vec3 getPosition() const { return getTranslate(); }
 
@@ -35,6 +33,7 @@ public:
 
 protected:
     ~ObserverFrame() override;
+    bool findPlace(AffineMatrix4x4& place) const override;
 
 private:
     ref_ptr<RigidBody> m_body;

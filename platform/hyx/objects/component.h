@@ -26,7 +26,8 @@ public:
     /// Looks names up anew after objects were renamed; does so in every contained component.
     virtual void rebind();
     /// Takes an object in. With `replace` an object of the same name goes out first; without it two may bear one name
-    /// and the first is found. Null and objects already here are ignored.
+    /// and the first is found. Null and objects already here are ignored. Throws `std::invalid_argument` for a
+    /// component that contains this one, and beyond 1000 levels.
     virtual void addObject(Object* object, bool replace);
     /// Lets an object go; one that is not here is ignored.
     virtual void removeObject(Object* object);

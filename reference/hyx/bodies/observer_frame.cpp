@@ -24,8 +24,9 @@ RigidBody* ObserverFrame::getRigidBody() const {
     return m_body.get();
 }
 
-AffineMatrix4x4 ObserverFrame::getMatrix() const {
-    return m_body ? getLocalMatrix() * m_body->getTransform() : getLocalMatrix();
+bool ObserverFrame::findPlace(AffineMatrix4x4& place) const {
+    place = m_body ? getLocalMatrix() * m_body->getTransform() : getLocalMatrix();
+    return true;
 }
 
 Vec3 ObserverFrame::getVelocity() const {

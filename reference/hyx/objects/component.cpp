@@ -3,13 +3,54 @@
 
 #include <algorithm>
 #include <iostream>
+#include <stdexcept>
+#include <string>
+#include <unordered_map>
 
 namespace hyx {
+
+namespace {
+
+/// Walks through a tree recur.
+constexpr unsigned mostComponentLevels = 1000;
+
+/// The levels of what is below each component on the way, itself included.
+using Levels = std::unordered_map<Component const*, unsigned>;
+
+unsigned levelsBelow(Component const& component, Levels& known) {
+    if (auto const place = known.find(&component); place != known.end())
+        return place->second;
+    unsigned below = 0;
+    for (auto const& object : component.getObjects())
+        if (auto const* part = dynamic_cast<Component const*>(object.get()))
+            below = std::max(below, levelsBelow(*part, known));
+    return known[&component] = below + 1;
+}
+
+unsigned levelsAbove(Component const& component) {
+    unsigned levels = 1;
+    for (auto const* above = dynamic_cast<Component const*>(component.getContext());
+         above && levels <= mostComponentLevels; above = dynamic_cast<Component const*>(above->getContext()))
+        ++levels;
+    return levels;
+}
+
+void requireContainable(Component const& container, Component const& part) {
+    Levels below;
+    unsigned const levels = levelsBelow(part, below);
+    if (below.contains(&container))
+        throw std::invalid_argument("a component cannot contain itself");
+    if (levelsAbove(container) + levels > mostComponentLevels)
+        throw std::invalid_argument("components can be at most " + std::to_string(mostComponentLevels) +
+                                    " levels deep");
+}
+
+} // namespace
 
 Component::~Component() {
     for (auto const& object : m_objects)
         if (auto* component = dynamic_cast<Component*>(object.get()))
-            component->setContext(nullptr);
+            component->Component::setContext(nullptr); // an override of a script could not tell of its errors here
 }
 
 void Component::printSubtree() const {
@@ -46,11 +87,14 @@ void Component::rebind() {
 void Component::addObject(Object* object, bool replace) {
     if (!object || object == this || std::find(m_objects.begin(), m_objects.end(), object) != m_objects.end())
         return;
+    auto* component = dynamic_cast<Component*>(object);
+    if (component)
+        requireContainable(*this, *component);
     if (replace)
         removeObject(findObject(object->getName()));
     m_objects.push_back(object);
     m_table.try_emplace(object->getName(), object);
-    if (auto* component = dynamic_cast<Component*>(object))
+    if (component)
         component->setContext(this);
 }
 

@@ -141,7 +141,10 @@ void PhysicsWorld::add(RigidBody::Implementation& body) {
         return;
     bool const awake = !m_autoSleep || body.control == RigidBody::KINEMATICS;
     body.bullet.forceActivationState(awake ? DISABLE_DEACTIVATION : ACTIVE_TAG);
-    m_world->addRigidBody(&body.bullet);
+    if (body.geometries.empty()) // meets nothing, so it is in no pairs
+        m_world->addRigidBody(&body.bullet, 0, 0);
+    else
+        m_world->addRigidBody(&body.bullet);
 }
 
 void PhysicsWorld::remove(RigidBody::Implementation& body) {
@@ -151,6 +154,14 @@ void PhysicsWorld::remove(RigidBody::Implementation& body) {
         for (auto const& geometry : body.geometries)
             wakeAround(*geometry);
     m_world->removeRigidBody(&body.bullet);
+}
+
+void PhysicsWorld::dropPairs() {
+    btOverlappingPairCache& cache = *m_broadphase->getOverlappingPairCache();
+    for (btBroadphasePairArray& pairs = cache.getOverlappingPairArray(); pairs.size() > 0;) {
+        btBroadphasePair const last = pairs[pairs.size() - 1];
+        cache.removeOverlappingPair(last.m_pProxy0, last.m_pProxy1, m_dispatcher.get());
+    }
 }
 
 void PhysicsWorld::add(Geometry& geometry) {

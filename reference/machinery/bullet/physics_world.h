@@ -44,6 +44,8 @@ public:
     void remove(RigidBody::Implementation& body);
     void add(hyxCollide::Geometry& geometry);
     void remove(hyxCollide::Geometry& geometry);
+    /// Before all go out: each that did so with pairs would look through the pairs of all.
+    void dropPairs();
     void add(Constraint::Implementation& constraint);
     void remove(Constraint::Implementation& constraint);
 

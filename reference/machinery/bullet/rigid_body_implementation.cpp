@@ -48,8 +48,10 @@ bool isDiagonal(btMatrix3x3 const& tensor) {
 
 } // namespace
 
-AffineMatrix4x4 BodyFrame::getMatrix() const {
-    return m_body ? m_body->getTransform() : Frame::getMatrix();
+bool BodyFrame::findPlace(AffineMatrix4x4& place) const {
+    if (m_body)
+        place = m_body->getTransform();
+    return m_body != nullptr;
 }
 
 void BodyFrame::bodyEnds() {

@@ -19,7 +19,7 @@ class BodyFrame : public Frame {
 public:
     explicit BodyFrame(RigidBody* body) : m_body(body) {}
 
-    AffineMatrix4x4 getMatrix() const override;
+    bool findPlace(AffineMatrix4x4& place) const override;
     void bodyEnds();
 
     /// Null when it has ended.
