@@ -17,7 +17,7 @@ std::vector<hyxSensor::LidarHit> make_hits(std::size_t count) {
         auto const x = place(numbers);
         auto const y = place(numbers);
         auto const wave = std::sin(2 * x) * std::cos(2 * y);
-        hit.position = hyx::Vec3f(x, y, 0.3f * wave);
+        hit.position = hyx::Vec3(x, y, 0.3f * wave);
         hit.intensity = 0.5f + 0.5f * wave;
     }
     return hits;
@@ -28,7 +28,8 @@ osg::ref_ptr<osg::Geometry> make_plain(std::vector<hyxSensor::LidarHit> const& h
     osg::ref_ptr<osg::Vec3Array> const positions = new osg::Vec3Array;
     osg::ref_ptr<osg::Vec4ubArray> const colors = new osg::Vec4ubArray(colored ? hits.size() : 1);
     for (std::size_t i = 0; i < hits.size(); ++i) {
-        positions->push_back({hits[i].position.x, hits[i].position.y, hits[i].position.z});
+        hyx::Vec3 const& place = hits[i].position;
+        positions->push_back(osg::Vec3f(osg::Vec3d(place.x, place.y, place.z)));
         auto const shade = static_cast<unsigned char>(255 * hits[i].intensity);
         (*colors)[colored ? i : 0].set(shade, 255 - shade, 0, 255);
     }
