@@ -4,10 +4,10 @@
 #include "reference/machinery/bullet/bullet_values.h"
 #include "reference/machinery/bullet/contact_response.h"
 #include "reference/machinery/bullet/geometry_implementation.h"
+#include "reference/machinery/bullet/islands.h"
 #include "reference/machinery/dynamics/contact_solver.h"
 
 #include <BulletCollision/NarrowPhaseCollision/btPersistentManifold.h>
-#include <BulletDynamics/Dynamics/btRigidBody.h>
 
 #include <algorithm>
 #include <cmath>
@@ -26,11 +26,6 @@ constexpr double sameNormal = 0.999;
 constexpr double leastPatch = 0.2;
 /// m/s; slower wheels stand.
 constexpr double slowestRim = 0.01;
-
-MovingBody& movingBody(btCollisionObject const* object, std::vector<MovingBody>& bodies) {
-    // Bullet's own solvers number bodies in the same way.
-    return bodies[btRigidBody::upcast(object) ? std::max(object->getCompanionId(), 0) : 0];
-}
 
 /// The radius of a flat round end that lies in a plane with this normal; 0 where there is none.
 double roundEnd(hyxCollide::Geometry const* geometry, btVector3 const& normal) {
@@ -86,8 +81,6 @@ void ContactSolver::begin(std::vector<btPersistentManifold*> const& manifolds, s
     for (btPersistentManifold* manifold : manifolds) {
         MovingBody& first = movingBody(manifold->getBody0(), bodies);
         MovingBody& second = movingBody(manifold->getBody1(), bodies);
-        if (!first.isFree() && !second.isFree())
-            continue;
         addManifold(*manifold, first, second, step);
         m_smallestRadius = std::min(m_smallestRadius, manifold->getContactProcessingThreshold());
     }

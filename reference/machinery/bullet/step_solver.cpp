@@ -29,13 +29,38 @@ constexpr int mostSweeps = 500;
 /// m/s; a round that changes more than this is not the last, up to a number: a heavy load sets down on a light stack.
 constexpr double shockSpeed = 0.02;
 constexpr int mostForShocks = 20;
+constexpr int leastForShocks = 4;
 /// The same under heavy loads; after a blow, a share of what the first round changes is enough.
 constexpr double loadedSpeed = 1e-5;
 constexpr double loadedShare = 2e-3;
 constexpr int mostForLoads = 120;
+/// Islands of more patches have fewer such rounds.
+constexpr double wholeEffort = 64;
 
 RigidBody::Implementation& implementationOf(btCollisionObject const& object) {
     return static_cast<hyxCollide::CollisionCarrier const*>(object.getUserPointer())->body->implementation();
+}
+
+MovingBody stateOf(btRigidBody& source) {
+    MovingBody body;
+    body.bullet = &source;
+    body.position = source.getWorldTransform().getOrigin();
+    body.basis = source.getWorldTransform().getBasis();
+    body.basis.getRotation(body.rotation);
+    RigidBody::Implementation const& self = implementationOf(source);
+    body.velocity = self.velocity();
+    body.spin = self.spin();
+    if (source.isKinematicObject())
+        return body;
+    body.inverseMass = source.getInvMass();
+    body.inverseMoments = source.getInvInertiaDiagLocal();
+    body.moments = btVector3(1 / body.inverseMoments.x(), 1 / body.inverseMoments.y(), 1 / body.inverseMoments.z());
+    body.updateInertia();
+    body.acceleration = source.getGravity() + source.getTotalForce() * source.getInvMass();
+    body.torque = source.getTotalTorque();
+    body.linearDecay = 1 - source.getLinearDamping();
+    body.angularDecay = 1 - source.getAngularDamping();
+    return body;
 }
 
 } // namespace
@@ -46,31 +71,12 @@ void StepSolver::takeBodies(btDiscreteDynamicsWorld& world) {
     for (int i = 0; i < all.size(); ++i) {
         btRigidBody& source = *all[i];
         source.setCompanionId(0);
-        bool const kinematic = source.isKinematicObject();
-        if (!kinematic && !source.isActive())
+        if (!source.isKinematicObject() && !source.isActive())
             continue;
         source.setCompanionId(static_cast<int>(m_bodies.size()));
-        MovingBody body;
-        body.bullet = &source;
-        body.position = source.getWorldTransform().getOrigin();
-        body.basis = source.getWorldTransform().getBasis();
-        body.basis.getRotation(body.rotation);
-        RigidBody::Implementation const& self = implementationOf(source);
-        body.velocity = self.velocity();
-        body.spin = self.spin();
-        if (!kinematic) {
-            body.inverseMass = source.getInvMass();
-            body.inverseMoments = source.getInvInertiaDiagLocal();
-            body.moments =
-                btVector3(1 / body.inverseMoments.x(), 1 / body.inverseMoments.y(), 1 / body.inverseMoments.z());
-            body.updateInertia();
-            body.acceleration = source.getGravity() + source.getTotalForce() * source.getInvMass();
-            body.torque = source.getTotalTorque();
-            body.linearDecay = 1 - source.getLinearDamping();
-            body.angularDecay = 1 - source.getAngularDamping();
-        }
-        m_bodies.push_back(body);
+        m_bodies.push_back(stateOf(source));
     }
+    m_touching.assign(m_bodies.size(), 0);
 }
 
 void StepSolver::takeMechanisms(std::vector<Constraint::Implementation*> const& constraints) {
@@ -128,15 +134,15 @@ void StepSolver::buildMechanisms(std::vector<Constraint::Implementation*> const&
         m_mechanisms.push_back(std::make_unique<Mechanism>(std::move(joints)));
 }
 
-int StepSolver::numSubsteps(double step) const {
+int StepSolver::numSubsteps(Island const& island, double step) const {
     double longest = step;
     if (!m_contacts.isEmpty())
         longest = (effort == USUAL ? longestOfContacts : longestOfContacts / 2) *
                   std::sqrt(std::min(1.0, m_contacts.smallestRadius() / smallRadius));
-    else if (!m_mechanisms.empty())
+    else if (!island.mechanisms.empty())
         longest = longestOfJoints;
     double number = step / longest;
-    for (auto const& mechanism : m_mechanisms)
+    for (Mechanism const* mechanism : island.mechanisms)
         number = std::max(number, step * mechanism->greatestSpin() / greatestTurn);
     return static_cast<int>(std::clamp(std::ceil(number - 1e-6), 1.0, double(mostSubsteps)));
 }
@@ -145,72 +151,88 @@ void StepSolver::step(btDiscreteDynamicsWorld& world, std::vector<btPersistentMa
                       std::vector<Constraint::Implementation*> const& constraints, double step) {
     takeBodies(world);
     takeMechanisms(constraints);
-    m_contacts.begin(manifolds, m_bodies, step);
-    int const number = numSubsteps(step);
-    m_contacts.setSubstep(step / number);
-    if (!m_mechanisms.empty()) {
-        std::vector<char> touching(m_bodies.size());
-        m_contacts.forPairs([&](MovingBody const& first, MovingBody const& second) {
-            touching[&first - m_bodies.data()] = touching[&second - m_bodies.data()] = 1;
-        });
-        for (auto const& mechanism : m_mechanisms)
-            for (Constraint::Implementation const* joint : mechanism->joints())
-                for (MovingBody const* body : joint->moving)
-                    mechanism->touches = mechanism->touches || (body->isFree() && touching[body - m_bodies.data()]);
-    }
-    for (int i = 0; i < number; ++i)
-        substep(step / number, step, number);
+    for (Island const& island : findIslands(m_bodies, manifolds, m_mechanisms))
+        this->step(island, step);
     giveBack();
-    m_contacts.finish();
     for (Constraint::Implementation* constraint : constraints)
         constraint->collect(step);
 }
 
-void StepSolver::substep(double substep, double step, int numSubsteps) {
+void StepSolver::step(Island const& island, double step) {
+    // What moves by itself has been at its end for another island.
+    for (MovingBody* body : island.bodies)
+        if (!body->isFree())
+            *body = stateOf(*body->bullet);
+    m_contacts.begin(island.manifolds, m_bodies, step);
+    findTouching(island);
+    int const number = numSubsteps(island, step);
+    m_contacts.setSubstep(step / number);
+    for (int i = 0; i < number; ++i)
+        substep(island, step / number, step, number);
+    requireFinite(island);
+    m_contacts.finish();
+}
+
+void StepSolver::findTouching(Island const& island) {
+    if (island.mechanisms.empty())
+        return;
+    m_contacts.forPairs([&](MovingBody const& first, MovingBody const& second) {
+        m_touching[&first - m_bodies.data()] = m_touching[&second - m_bodies.data()] = 1;
+    });
+    for (Mechanism* mechanism : island.mechanisms)
+        for (MovingBody const* body : mechanism->bodies())
+            mechanism->touches = mechanism->touches || (body->isFree() && m_touching[body - m_bodies.data()]);
+}
+
+void StepSolver::substep(Island const& island, double substep, double step, int numSubsteps) {
     int const numSweeps = std::max(1, (numIterations + numSubsteps) / (2 * numSubsteps));
-    for (MovingBody& body : m_bodies)
-        body.accelerate(substep / 2);
-    for (auto const& mechanism : m_mechanisms)
+    for (MovingBody* body : island.bodies)
+        body->accelerate(substep / 2);
+    for (Mechanism* mechanism : island.mechanisms)
         mechanism->aimAtPlaces(substep, step);
     m_contacts.aimAtPlaces(substep);
-    solve(true, substep, numSweeps);
-    for (auto const& mechanism : m_mechanisms) {
+    solve(island, true, substep, numSweeps);
+    for (Mechanism* mechanism : island.mechanisms) {
         mechanism->correctPlaces(substep);
         mechanism->finishHalf();
     }
     m_contacts.advance(substep);
-    for (MovingBody& body : m_bodies)
-        body.drift(substep);
-    for (MovingBody& body : m_bodies)
-        body.accelerate(substep / 2);
-    for (auto const& mechanism : m_mechanisms)
+    for (MovingBody* body : island.bodies)
+        body->drift(substep);
+    for (MovingBody* body : island.bodies)
+        body->accelerate(substep / 2);
+    for (Mechanism* mechanism : island.mechanisms)
         mechanism->aimAtSpeeds(substep, step);
     m_contacts.aimAtSpeeds(substep);
-    solve(false, substep, numSweeps);
-    for (auto const& mechanism : m_mechanisms)
+    solve(island, false, substep, numSweeps);
+    for (Mechanism* mechanism : island.mechanisms)
         mechanism->finishHalf();
     m_contacts.finishSubstep();
-    for (MovingBody& body : m_bodies)
-        body.damp(substep);
+    for (MovingBody* body : island.bodies)
+        body->damp(substep);
 }
 
-void StepSolver::solve(bool atPlaces, double substep, int numSweeps) {
-    for (auto const& mechanism : m_mechanisms)
+void StepSolver::solve(Island const& island, bool atPlaces, double substep, int numSweeps) {
+    for (Mechanism* mechanism : island.mechanisms)
         atPlaces ? mechanism->solvePlaces(substep) : mechanism->solve();
     if (m_contacts.isEmpty())
         return;
     bool const all = effort == ALL || m_contacts.bounces();
-    bool const heavy = m_contacts.isHeavy();
-    int const most = all ? mostSweeps : heavy ? mostForLoads : std::max(numSweeps, mostForShocks);
+    // In a great heap blows are many, and each is felt by few.
+    double const part = std::min(1.0, wholeEffort / m_contacts.numPatches());
+    int const forShocks = std::max(static_cast<int>(part * mostForShocks), leastForShocks);
+    int const forLoads = static_cast<int>(part * mostForLoads * std::min(1.0, 2 * m_contacts.heaviness()));
+    bool const heavy = forLoads > forShocks;
+    int const most = all ? mostSweeps : std::max({numSweeps, forShocks, forLoads});
     // Joints that are solved between the rounds would lead them astray.
-    bool const onwards = (all || heavy) && std::none_of(m_mechanisms.begin(), m_mechanisms.end(),
-                                                        [](auto const& mechanism) { return mechanism->touches; });
+    bool const onwards = (all || heavy) && std::none_of(island.mechanisms.begin(), island.mechanisms.end(),
+                                                        [](Mechanism const* mechanism) { return mechanism->touches; });
     double const shock = shockSpeed * std::min(1.0, m_contacts.smallestRadius() / smallRadius);
     double enough = heavy ? loadedSpeed : shockSpeed;
     m_contacts.startRounds();
     for (int i = 0; i < most; ++i) {
         double const change = onwards ? m_contacts.sweepOnwards() : m_contacts.sweep();
-        for (auto const& mechanism : m_mechanisms)
+        for (Mechanism* mechanism : island.mechanisms)
             if (mechanism->touches)
                 mechanism->solve();
         if (i == 0 && heavy)
@@ -220,11 +242,14 @@ void StepSolver::solve(bool atPlaces, double substep, int numSweeps) {
     }
 }
 
-void StepSolver::giveBack() {
-    for (MovingBody const& body : m_bodies)
-        if (body.bullet && !body.isFinite())
-            throw std::runtime_error("the state of the body '" + implementationOf(*body.bullet).owner.getName() +
+void StepSolver::requireFinite(Island const& island) {
+    for (MovingBody const* body : island.bodies)
+        if (!body->isFinite())
+            throw std::runtime_error("the state of the body '" + implementationOf(*body->bullet).owner.getName() +
                                      "' is no longer finite");
+}
+
+void StepSolver::giveBack() {
     for (MovingBody const& body : m_bodies) {
         if (!body.bullet)
             continue;

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "reference/machinery/bullet/body_response.h"
-#include "reference/machinery/bullet/mechanism.h"
+#include "reference/machinery/bullet/islands.h"
 #include "reference/machinery/dynamics/contact_solver.h"
 
 #include <memory>
@@ -35,12 +35,18 @@ private:
     void takeBodies(btDiscreteDynamicsWorld& world);
     void takeMechanisms(std::vector<Constraint::Implementation*> const& constraints);
     void buildMechanisms(std::vector<Constraint::Implementation*> const& working);
-    int numSubsteps(double step) const;
-    void substep(double substep, double step, int numSubsteps);
-    void solve(bool atPlaces, double substep, int numSweeps);
+    void step(Island const& island, double step);
+    void findTouching(Island const& island);
+    int numSubsteps(Island const& island, double step) const;
+    void substep(Island const& island, double substep, double step, int numSubsteps);
+    void solve(Island const& island, bool atPlaces, double substep, int numSweeps);
+    static void requireFinite(Island const& island);
     void giveBack();
 
     std::vector<MovingBody> m_bodies;
+    /// By body.
+    std::vector<char> m_touching;
+    /// Of one island after the other.
     ContactSolver m_contacts;
     std::vector<std::unique_ptr<Mechanism>> m_mechanisms;
     /// Of the mechanisms: each constraint with its bodies that move by forces.

@@ -59,7 +59,8 @@ void ContactSolver::applyHalf(Patch& patch) {
 }
 
 void ContactSolver::aimAtPlaces(double substep) {
-    m_bounces = m_heavy = false;
+    m_bounces = false;
+    m_numHeavy = 0;
     for (Patch& patch : m_patches) {
         patch.now = {};
         patch.roll[0] = patch.roll[1] = 0;
@@ -93,7 +94,7 @@ void ContactSolver::aimPoint(Patch const& patch, Point& point, double substep) {
     double const sag = 2 * point.half * point.stiffness / (substep * turn * turn);
     double const most = greatestSag * patch.size;
     bool const heavy = sag > most;
-    m_heavy = m_heavy || heavy;
+    m_numHeavy += heavy;
     point.softness = heavy ? softness * most / sag : left < 0 ? softness : 0;
     point.target = left < 0 ? std::min(-left * turn / slowness, fastestPush) : -left / substep;
 }
@@ -127,7 +128,7 @@ void ContactSolver::aimAtSpeeds(double substep) {
     for (Patch& patch : m_patches) {
         for (int i = patch.start; i < patch.start + patch.count; ++i) {
             Point& point = m_points[i];
-            double const regularity = m_heavy ? point.softness : 0;
+            double const regularity = m_numHeavy > 0 ? point.softness : 0;
             point.softness = 0;
             point.base = point.impulse;
             if (point.bounces) {

@@ -26,6 +26,8 @@ public:
 
     bool isEmpty() const { return m_patches.empty(); }
 
+    std::size_t numPatches() const { return m_patches.size(); }
+
     /// Says what the points aim at: that no surfaces overlap at the end of the substep, then that none approach.
     void aimAtPlaces(double substep);
     void aimAtSpeeds(double substep);
@@ -38,7 +40,8 @@ public:
     /// Whether a bounce falls into this substep, which needs all points of a body to agree.
     bool bounces() const { return m_bounces; }
 
-    bool isHeavy() const { return m_heavy; }
+    /// The share of the points under heavy loads.
+    double heaviness() const { return m_numHeavy / static_cast<double>(m_points.size()); }
 
     /// Follows the surfaces through the substep.
     void advance(double substep);
@@ -139,7 +142,7 @@ private:
     double m_step = 1;
     double m_smallestRadius = 0;
     bool m_bounces = false;
-    bool m_heavy = false;
+    int m_numHeavy = 0;
     /// By impulse: the change of the last round, the direction so far, what goes on in it, and the square of the
     /// change.
     std::vector<double> m_change;
