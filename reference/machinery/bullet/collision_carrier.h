@@ -18,6 +18,8 @@ struct CollisionCarrier {
     hyx::RigidBody* body = nullptr;
     std::vector<Geometry*> geometries;
     hyx::PhysicsWorld* world = nullptr;
+    /// Of a ball about the object's centre that holds its shape; known while in a world.
+    double radius = 0;
 };
 
 } // namespace hyxCollide

@@ -35,6 +35,10 @@ CollisionCarrier const& carrierOf(btCollisionObject const* object) {
     return *static_cast<CollisionCarrier const*>(object->getUserPointer());
 }
 
+double smallerRadius(btCollisionObject const& first, btCollisionObject const& second) {
+    return std::min(carrierOf(&first).radius, carrierOf(&second).radius);
+}
+
 /// Triangles and parts of compounds come wrapped in the shapes that they are part of.
 Geometry* geometryOf(btCollisionObjectWrapper const* wrapper) {
     for (; wrapper; wrapper = wrapper->m_parent)
@@ -172,8 +176,7 @@ bool partsMayCollide(btCollisionShape const* first, btCollisionShape const* seco
 
 /// Further for bodies that come nearer in a step by a good part of their size: they must not pass through each other.
 double ContactDispatcher::reachOf(btCollisionObject const& first, btCollisionObject const& second) const {
-    double const radius =
-        std::min(first.getCollisionShape()->getAngularMotionDisc(), second.getCollisionShape()->getAngularMotionDisc());
+    double const radius = smallerRadius(first, second);
     bool const surface = first.getCollisionShape()->isConcave() || second.getCollisionShape()->isConcave();
     double const way = (velocityOf(first) - velocityOf(second)).length() * m_timeStep;
     return way > (surface ? 1 : 0.5) * radius ? std::max(usualReach(radius), 1.1 * way) : usualReach(radius);
@@ -188,8 +191,7 @@ ContactDispatcher::ContactDispatcher(btCollisionConfiguration* configuration) : 
 btPersistentManifold* ContactDispatcher::getNewManifold(btCollisionObject const* first,
                                                         btCollisionObject const* second) {
     btPersistentManifold* manifold = btCollisionDispatcher::getNewManifold(first, second);
-    double const radius = std::min(first->getCollisionShape()->getAngularMotionDisc(),
-                                   second->getCollisionShape()->getAngularMotionDisc());
+    double const radius = smallerRadius(*first, *second);
     manifold->setContactProcessingThreshold(radius);
     manifold->setContactBreakingThreshold(reachOf(*first, *second));
     manifold->m_companionIdA = m_parts[first == m_entered ? 0 : 1];
@@ -222,17 +224,17 @@ void ContactDispatcher::findContacts(btBroadphasePair& pair, btCollisionDispatch
                                      btDispatcherInfo const& info) {
     auto& first = *static_cast<btCollisionObject*>(pair.m_pProxy0->m_clientObject);
     auto& second = *static_cast<btCollisionObject*>(pair.m_pProxy1->m_clientObject);
-    if (!dispatcher.needsCollision(&first, &second))
-        return;
     // Bullet keeps pairs for a while that no longer meet.
     if (!TestAabbAgainstAabb2(pair.m_pProxy0->m_aabbMin, pair.m_pProxy0->m_aabbMax, pair.m_pProxy1->m_aabbMin,
                               pair.m_pProxy1->m_aabbMax)) {
         forget(pair, dispatcher);
         return;
     }
+    if (!dispatcher.needsCollision(&first, &second))
+        return;
     btCollisionShape const& one = *first.getCollisionShape();
     btCollisionShape const& other = *second.getCollisionShape();
-    double const radius = std::min(one.getAngularMotionDisc(), other.getAngularMotionDisc());
+    double const radius = smallerRadius(first, second);
     double const reach = static_cast<ContactDispatcher&>(dispatcher).reachOf(first, second);
     bool const ahead = reach > usualReach(radius);
     btCollisionObjectWrapper const wrapped0(nullptr, &one, &first, first.getWorldTransform(), -1, -1);

@@ -14,7 +14,7 @@ public:
 
     explicit FormerContacts(btPersistentManifold const& manifold) : m_number(manifold.getNumContacts()) {
         for (int i = 0; i < m_number; ++i)
-            m_points[i] = manifold.getContactPoint(i);
+            m_points[i] = FormerPoint(manifold.getContactPoint(i));
     }
 
     /// From the given point of the manifold on; those before it have their forces. Points keep their order, as rounds
@@ -26,18 +26,36 @@ public:
             btManifoldPoint& point = manifold.getContactPoint(place);
             if (nearest != place)
                 std::swap(point, manifold.getContactPoint(nearest));
-            btManifoldPoint const& found = m_points[k];
-            point.m_appliedImpulse = found.m_appliedImpulse;
-            point.m_appliedImpulseLateral1 = found.m_appliedImpulseLateral1;
-            point.m_appliedImpulseLateral2 = found.m_appliedImpulseLateral2;
-            point.m_prevRHS = found.m_prevRHS;
+            m_points[k].goOn(point);
             ++place;
         }
     }
 
 private:
+    struct FormerPoint {
+        FormerPoint() = default;
+
+        explicit FormerPoint(btManifoldPoint const& point)
+            : place(point.m_positionWorldOnB),
+              impulse(point.m_appliedImpulse),
+              lateral{point.m_appliedImpulseLateral1, point.m_appliedImpulseLateral2},
+              torsion(point.m_prevRHS) {}
+
+        void goOn(btManifoldPoint& point) const {
+            point.m_appliedImpulse = impulse;
+            point.m_appliedImpulseLateral1 = lateral[0];
+            point.m_appliedImpulseLateral2 = lateral[1];
+            point.m_prevRHS = torsion;
+        }
+
+        btVector3 place;
+        double impulse;
+        double lateral[2];
+        double torsion;
+    };
+
     double distance2(btManifoldPoint const& point, int former) const {
-        return m_points[former].m_positionWorldOnB.distance2(point.m_positionWorldOnB);
+        return m_points[former].place.distance2(point.m_positionWorldOnB);
     }
 
     /// Of the points from `start` to before `end`; `start` where there are none.
@@ -49,7 +67,7 @@ private:
         return nearest;
     }
 
-    btManifoldPoint m_points[MANIFOLD_CACHE_SIZE];
+    FormerPoint m_points[MANIFOLD_CACHE_SIZE];
     int m_number = 0;
 };
 

@@ -35,7 +35,7 @@ public:
         result->setPersistentManifold(m_manifold);
         FormerContacts const former(*m_manifold);
         m_manifold->clearManifold();
-        Find()(m_swapped ? *second : *first, m_swapped ? *first : *second, m_swapped, *result,
+        m_find(m_swapped ? *second : *first, m_swapped ? *first : *second, m_swapped, *result,
                m_manifold->getContactBreakingThreshold());
         former.goOn(*m_manifold);
     }
@@ -62,6 +62,8 @@ public:
     };
 
 private:
+    /// May keep what makes its next search shorter, and never what it finds.
+    Find m_find;
     btPersistentManifold* m_manifold;
     bool m_owned;
     bool m_swapped;

@@ -141,6 +141,7 @@ void PhysicsWorld::add(RigidBody::Implementation& body) {
         return;
     bool const awake = !m_autoSleep || body.control == RigidBody::KINEMATICS;
     body.bullet.forceActivationState(awake ? DISABLE_DEACTIVATION : ACTIVE_TAG);
+    body.carrier.radius = body.bullet.getCollisionShape()->getAngularMotionDisc();
     if (body.geometries.empty()) // meets nothing, so it is in no pairs
         m_world->addRigidBody(&body.bullet, 0, 0);
     else
@@ -170,6 +171,7 @@ void PhysicsWorld::add(Geometry& geometry) {
     self.index = 0;
     self.object.setCollisionShape(self.bulletShape(false));
     self.object.setWorldTransform(toBullet(self.local));
+    self.carrier.radius = self.object.getCollisionShape()->getAngularMotionDisc();
     m_world->addCollisionObject(&self.object, btBroadphaseProxy::StaticFilter,
                                 btBroadphaseProxy::AllFilter ^ btBroadphaseProxy::StaticFilter);
 }
