@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <span>
 
 namespace hyx {
 
@@ -42,8 +43,15 @@ double roundEnd(hyxCollide::Geometry const* geometry, btVector3 const& normal) {
                     : static_cast<hyxCollide::Cone const&>(shape).getRadius();
 }
 
+/// Grows with the angle of (x, y) about the origin.
+double angleOrder(double x, double y) {
+    double const size = std::abs(x) + std::abs(y);
+    double const part = size > 0 ? y / size : 0;
+    return x >= 0 ? part : y >= 0 ? 2 - part : -2 - part;
+}
+
 /// The mean distance from its middle of an even pressure over the polygon of these points, which lie in a plane.
-double meanDistance(std::vector<btVector3>& points, btVector3 const& x, btVector3 const& y) {
+double meanDistance(std::span<btVector3> points, btVector3 const& x, btVector3 const& y) {
     if (points.size() < 2)
         return 0;
     if (points.size() == 2)
@@ -51,11 +59,11 @@ double meanDistance(std::vector<btVector3>& points, btVector3 const& x, btVector
     btVector3 middle(0, 0, 0);
     for (btVector3 const& point : points)
         middle += point / static_cast<double>(points.size());
-    for (btVector3& point : points)
+    for (btVector3& point : points) {
         point -= middle;
-    std::sort(points.begin(), points.end(), [&](btVector3 const& a, btVector3 const& b) {
-        return std::atan2(a.dot(y), a.dot(x)) < std::atan2(b.dot(y), b.dot(x));
-    });
+        point.setW(angleOrder(point.dot(x), point.dot(y)));
+    }
+    std::sort(points.begin(), points.end(), [](btVector3 const& a, btVector3 const& b) { return a.w() < b.w(); });
     double area = 0;
     double sum = 0;
     for (std::size_t i = 0; i < points.size(); ++i) {
@@ -139,14 +147,15 @@ void ContactSolver::addManifold(btPersistentManifold& manifold, MovingBody& firs
 void ContactSolver::finishPatch(Patch& patch, btPersistentManifold const& manifold, double step) {
     btPlaneSpace1(patch.normal, patch.tangents[0], patch.tangents[1]);
     MovingBody const* const bodies[] = {patch.first, patch.second};
-    std::vector<btVector3> places;
+    btVector3 storage[MANIFOLD_CACHE_SIZE];
+    std::span<btVector3> const places(storage, patch.count);
     btVector3 middle(0, 0, 0);
     btVector3 pressed(0, 0, 0);
     double load = 0;
     for (int i = patch.start; i < patch.start + patch.count; ++i) {
         Point& point = m_points[i];
         btVector3 const place = (point.source->getPositionWorldOnA() + point.source->getPositionWorldOnB()) * 0.5;
-        places.push_back(place);
+        places[i - patch.start] = place;
         point.stiffness = bodies[0]->inverseMass + bodies[1]->inverseMass;
         for (int k : {0, 1}) {
             point.cross[k] = (place - bodies[k]->position).cross(patch.normal);
@@ -181,7 +190,7 @@ void ContactSolver::finishPatch(Patch& patch, btPersistentManifold const& manifo
 
 /// A wheel lays itself on ground that comes in at the front and goes out at the back at the speed of its rim or of its
 /// axle, whichever is more. What lies flat, or hardly moves, has its friction at once.
-void ContactSolver::addShear(Patch& patch, double shearLength, std::vector<btVector3> const& places) {
+void ContactSolver::addShear(Patch& patch, double shearLength, std::span<btVector3 const> places) {
     MovingBody const* const bodies[] = {patch.first, patch.second};
     int const moving = bodies[0]->isFree() ? 0 : 1;
     MovingBody const& body = *bodies[moving];

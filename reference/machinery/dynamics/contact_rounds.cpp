@@ -30,23 +30,6 @@ void ContactSolver::startRounds() {
     m_squared = 0;
 }
 
-void ContactSolver::goOnwards() {
-    auto next = m_onwards.begin();
-    for (Patch& patch : m_patches) {
-        for (int i = patch.start; i < patch.start + patch.count; ++i) {
-            m_points[i].impulse += *next;
-            push(patch, m_points[i], *next++);
-        }
-        for (int k : {0, 1})
-            patch.now.lateral[k] += next[k];
-        patch.now.torsion += next[2];
-        rub(patch, next[0], next[1], next[2]);
-        next += 3;
-        for (int k : {0, 1})
-            roll(patch, k, *next++);
-    }
-}
-
 /// Conjugate directions down the slope that a round follows find its end in far fewer rounds. They start anew where a
 /// round changes more than the one before, as it does where bounds are met.
 double ContactSolver::sweepOnwards() {

@@ -23,41 +23,6 @@ constexpr int mostHalvings = 30;
 
 } // namespace
 
-double ContactSolver::speedOf(Patch const& patch, Point const& point) const {
-    return patch.normal.dot(patch.first->velocity - patch.second->velocity) + point.cross[0].dot(patch.first->spin) -
-           point.cross[1].dot(patch.second->spin);
-}
-
-void ContactSolver::push(Patch const& patch, Point const& point, double impulse) {
-    patch.first->velocity += patch.normal * (impulse * patch.first->inverseMass);
-    patch.first->spin += point.response[0] * impulse;
-    patch.second->velocity -= patch.normal * (impulse * patch.second->inverseMass);
-    patch.second->spin -= point.response[1] * impulse;
-}
-
-void ContactSolver::rub(Patch& patch, double lateral0, double lateral1, double torsion) {
-    btVector3 const push = patch.tangents[0] * lateral0 + patch.tangents[1] * lateral1;
-    patch.first->velocity += push * patch.first->inverseMass;
-    patch.second->velocity -= push * patch.second->inverseMass;
-    patch.first->spin += patch.lateralResponse[0][0] * lateral0 + patch.lateralResponse[1][0] * lateral1 +
-                         patch.torsionResponse[0] * torsion;
-    patch.second->spin -= patch.lateralResponse[0][1] * lateral0 + patch.lateralResponse[1][1] * lateral1 +
-                          patch.torsionResponse[1] * torsion;
-}
-
-/// The last half's forces are the first guess.
-void ContactSolver::applyHalf(Patch& patch) {
-    for (int i = patch.start; i < patch.start + patch.count; ++i) {
-        Point& point = m_points[i];
-        point.impulse += point.half;
-        push(patch, point, point.half);
-    }
-    patch.now.lateral[0] += patch.half.lateral[0];
-    patch.now.lateral[1] += patch.half.lateral[1];
-    patch.now.torsion += patch.half.torsion;
-    rub(patch, patch.half.lateral[0], patch.half.lateral[1], patch.half.torsion);
-}
-
 void ContactSolver::aimAtPlaces(double substep) {
     m_bounces = false;
     m_numHeavy = 0;
@@ -76,8 +41,7 @@ void ContactSolver::aimAtPlaces(double substep) {
             point.share = 1 / (point.stiffness + point.softness);
         }
     }
-    for (Patch& patch : m_patches)
-        applyHalf(patch);
+    applyHalves();
 }
 
 void ContactSolver::aimPoint(Patch const& patch, Point& point, double substep) {
@@ -146,72 +110,8 @@ void ContactSolver::aimAtSpeeds(double substep) {
             }
             point.share = 1 / (point.stiffness + point.softness);
         }
-        applyHalf(patch);
     }
-}
-
-double ContactSolver::sweep() {
-    double greatest = 0;
-    for (Patch& patch : m_patches)
-        greatest = std::max(greatest, sweepPatch(patch));
-    return greatest;
-}
-
-double ContactSolver::sweepPatch(Patch& patch) {
-    double const change = sweepPoints(patch);
-    if (patch.friction > 0)
-        sweepFriction(patch);
-    if (patch.rolling > 0)
-        sweepRolling(patch);
-    return change;
-}
-
-double ContactSolver::sweepPoints(Patch& patch) {
-    double greatest = 0;
-    for (int i = patch.start; i < patch.start + patch.count; ++i) {
-        Point& point = m_points[i];
-        double const wanted = point.target - speedOf(patch, point) - point.softness * (point.impulse - point.base);
-        double const former = point.impulse;
-        point.impulse = std::max(former + wanted * point.share, 0.0);
-        double const change = point.impulse - former;
-        if (change == 0)
-            continue;
-        push(patch, point, change);
-        greatest = std::max(greatest, std::abs(change) * point.stiffness);
-    }
-    return greatest;
-}
-
-void ContactSolver::sweepFriction(Patch& patch) {
-    double const most = patch.friction * loadOf(patch);
-    Friction next;
-    if (most > 0) {
-        btVector3 const sliding = patch.first->velocityAt(patch.arms[0]) - patch.second->velocityAt(patch.arms[1]);
-        double const s0 = patch.tangents[0].dot(sliding);
-        double const s1 = patch.tangents[1].dot(sliding);
-        next.lateral[0] = patch.now.lateral[0] - patch.lateralInverse[0][0] * s0 - patch.lateralInverse[0][1] * s1;
-        next.lateral[1] = patch.now.lateral[1] - patch.lateralInverse[1][0] * s0 - patch.lateralInverse[1][1] * s1;
-        double square = (next.lateral[0] * next.lateral[0] + next.lateral[1] * next.lateral[1]) / (most * most);
-        if (patch.reach > 0) {
-            double const turning = patch.normal.dot(patch.first->spin - patch.second->spin);
-            next.torsion = patch.now.torsion - patch.torsionMass * turning;
-            double const part = next.torsion / (most * patch.reach);
-            square += part * part;
-        }
-        if (patch.shear > 0) {
-            double const part = mobilized(patch, next, s0, s1, most);
-            next = {{next.lateral[0] * part, next.lateral[1] * part}, next.torsion * part};
-            square *= part * part;
-        }
-        // Sliding and turning share the friction that there is.
-        if (square > 1) {
-            double const scale = 1 / std::sqrt(square);
-            next = {{next.lateral[0] * scale, next.lateral[1] * scale}, next.torsion * scale};
-        }
-    }
-    rub(patch, next.lateral[0] - patch.now.lateral[0], next.lateral[1] - patch.now.lateral[1],
-        next.torsion - patch.now.torsion);
-    patch.now = next;
+    applyHalves();
 }
 
 /// Janosi and Hanamoto's law: shear by j brings 1 - exp(-j / K) of the greatest friction. Under a patch it rises evenly
@@ -234,31 +134,6 @@ double ContactSolver::mobilized(Patch const& patch, Friction const& holding, dou
         (part * needed < brought ? lower : upper) = part;
     }
     return lower;
-}
-
-double ContactSolver::loadOf(Patch const& patch) const {
-    double load = 0;
-    for (int i = patch.start; i < patch.start + patch.count; ++i)
-        load += m_points[i].impulse;
-    return load;
-}
-
-void ContactSolver::sweepRolling(Patch& patch) {
-    double const load = loadOf(patch);
-    btVector3 const rolling = patch.first->spin - patch.second->spin;
-    double next[2];
-    for (int k : {0, 1})
-        next[k] = patch.roll[k] - patch.rollingMass[k] * patch.tangents[k].dot(rolling);
-    double const size = std::hypot(next[0], next[1]);
-    double const scale = size > patch.rolling * load ? patch.rolling * load / size : 1;
-    for (int k : {0, 1})
-        roll(patch, k, next[k] * scale - patch.roll[k]);
-}
-
-void ContactSolver::roll(Patch& patch, int tangent, double change) {
-    patch.first->spin += patch.rollingResponse[tangent][0] * change;
-    patch.second->spin -= patch.rollingResponse[tangent][1] * change;
-    patch.roll[tangent] += change;
 }
 
 void ContactSolver::advance(double substep) {

@@ -3,6 +3,7 @@
 
 #include "reference/machinery/dynamics/moving_body.h"
 
+#include <span>
 #include <vector>
 
 class btManifoldPoint;
@@ -109,6 +110,7 @@ private:
         double lateralInverse[2][2];
         double torsionMass;
         double rollingMass[2];
+        double load = 0;
         Friction now;
         Friction half;
         Friction sum;
@@ -118,24 +120,24 @@ private:
     void addManifold(btPersistentManifold& manifold, MovingBody& first, MovingBody& second, double step);
     void finishPatch(Patch& patch, btPersistentManifold const& manifold, double step);
     void addFriction(Patch& patch, double step);
-    static void addShear(Patch& patch, double shearLength, std::vector<btVector3> const& places);
+    static void addShear(Patch& patch, double shearLength, std::span<btVector3 const> places);
     void aimPoint(Patch const& patch, Point& point, double substep);
     bool aimBounce(Patch const& patch, Point& point, double substep);
-    void applyHalf(Patch& patch);
-    void push(Patch const& patch, Point const& point, double impulse);
-    void rub(Patch& patch, double lateral0, double lateral1, double torsion);
+    void applyHalves();
     void roll(Patch& patch, int tangent, double change);
     void goOnwards();
     /// Calls `visit` with each impulse and the speed squared over impulse squared that it stands for.
     template <class Visit>
     void forImpulses(Visit const& visit);
-    double sweepPatch(Patch& patch);
     double sweepPoints(Patch& patch);
     void sweepFriction(Patch& patch);
     static double mobilized(Patch const& patch, Friction const& holding, double sliding0, double sliding1, double most);
     void sweepRolling(Patch& patch);
-    double loadOf(Patch const& patch) const;
     double speedOf(Patch const& patch, Point const& point) const;
+    static double speedAt(Patch const& patch, Point const& point);
+    static double slidingAt(Patch const& patch, int tangent);
+    static void pushAt(Patch const& patch, Point const& point, double impulse);
+    static void rubAt(Patch& patch, double lateral0, double lateral1, double torsion);
 
     std::vector<Point> m_points;
     std::vector<Patch> m_patches;
