@@ -1,15 +1,18 @@
 """Frames a second as NumPy arrays, beside what else a user could install: every contender in turn, in rounds.
 
-    tools/bench peers [--rounds 3] [--seconds 2] [--rows shapes,mesh] [--contenders here,panda] [--output output/peers]
+    tools/bench peers [--rounds 3] [--seconds 2] [--rows shapes,mesh] [--contenders here,panda] [--processor]
+        [--output output/peers]
 
 The first run installs the peers into build/peers. Prints the median of the rounds, and saves the last picture of each
 contender, and all of a row beside each other, so that one can see that the work is equal. "first" is the time from the
-start of a process to its first picture in a file, in seconds.
+start of a process to its first picture in a file, in seconds. With --processor every figure is of processor time, of
+all threads together, which other programs on a busy machine disturb less.
 """
 
 import argparse
 import json
 import os
+import resource
 import statistics
 import subprocess
 import sys
@@ -46,7 +49,15 @@ def peers_python():
     return str(python)
 
 
-def turn(contender, row, seconds, picture):
+def spent(processor):
+    """Seconds that passed, or that the ended processes of this one have worked."""
+    if not processor:
+        return time.perf_counter()
+    used = resource.getrusage(resource.RUSAGE_CHILDREN)
+    return used.ru_utime + used.ru_stime
+
+
+def turn(contender, row, seconds, picture, processor):
     """Frames a second, or seconds for "first"; None for what the contender does not do."""
     script, *last = CONTENDERS[contender]
     own = script == "here.py"
@@ -55,14 +66,14 @@ def turn(contender, row, seconds, picture):
     if not own:
         environment.pop("PYTHONPATH", None)
     once = row == "first"
-    start = time.perf_counter()
+    start = spent(processor)
     done = subprocess.run(
         [python, HERE / script, row, str(0 if once else seconds), picture, *last],
         capture_output=True,
         text=True,
         env=environment,
     )
-    elapsed = time.perf_counter() - start
+    elapsed = spent(processor) - start
     answer = done.stdout.strip().splitlines()[-1:] or ["null"]
     if done.returncode != 0:
         print(f"{contender} {row}: {done.stderr.strip().splitlines()[-1:]}", file=sys.stderr)
@@ -70,7 +81,9 @@ def turn(contender, row, seconds, picture):
     figures = json.loads(answer[0])
     if figures is None:
         return None
-    return elapsed if once else figures["rate"]
+    if once:
+        return elapsed
+    return 1 / figures["processor"] if processor else figures["rate"]
 
 
 def side_by_side(pictures, path):
@@ -82,11 +95,12 @@ def side_by_side(pictures, path):
         sheet.save(path)
 
 
-def compare(row, contenders, rounds, seconds, output):
+def compare(row, contenders, options):
+    output = options.output
     figures = {name: [] for name in contenders}
-    for _ in range(rounds):
+    for _ in range(options.rounds):
         for name in contenders:
-            figure = turn(name, row, seconds, str(output / f"{row}-{name}.png"))
+            figure = turn(name, row, options.seconds, str(output / f"{row}-{name}.png"), options.processor)
             if figure is not None:
                 figures[name].append(figure)
     side_by_side([output / f"{row}-{name}.png" for name in contenders], output / f"{row}.png")
@@ -99,13 +113,14 @@ def main():
     parser.add_argument("--seconds", type=float, default=2)
     parser.add_argument("--rows", default=",".join(ROWS))
     parser.add_argument("--contenders", default=",".join(CONTENDERS))
+    parser.add_argument("--processor", action="store_true", help="figures of processor time, not of the clock")
     parser.add_argument("--output", type=Path, default=Path("output/peers"))
     options = parser.parse_args()
     options.output.mkdir(parents=True, exist_ok=True)
     contenders = options.contenders.split(",")
     print(f"{'':10}" + "".join(f"{name:>12}" for name in contenders), flush=True)
     for row in options.rows.split(","):
-        medians = compare(row, contenders, options.rounds, options.seconds, options.output)
+        medians = compare(row, contenders, options)
         cells = ("-" if medians[name] is None else f"{medians[name]:.3g}" for name in contenders)
         print(f"{row:10}" + "".join(f"{cell:>12}" for cell in cells), flush=True)
 
