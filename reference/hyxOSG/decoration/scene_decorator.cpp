@@ -212,7 +212,12 @@ bool SceneDecorator::setBaseTexture(std::string const& file) {
         return false;
     texture->setWrap(osg::Texture2D::WRAP_S, osg::Texture2D::REPEAT);
     texture->setWrap(osg::Texture2D::WRAP_T, osg::Texture2D::REPEAT);
-    m_implementation->scene->getOrCreateStateSet()->setTextureAttributeAndModes(decorator::BASE_TEXTURE_UNIT, texture);
+    osg::StateSet& state = *m_implementation->scene->getOrCreateStateSet();
+    state.setTextureAttribute(decorator::BASE_TEXTURE_UNIT, texture);
+    if (file.empty())
+        state.removeTextureMode(decorator::BASE_TEXTURE_UNIT, GL_TEXTURE_2D);
+    else
+        state.setTextureMode(decorator::BASE_TEXTURE_UNIT, GL_TEXTURE_2D, osg::StateAttribute::ON);
     return true;
 }
 

@@ -16,7 +16,8 @@ namespace {
 
 constexpr int overlayBin = 1000;
 
-// Programs read unit 0 on every surface, also where no texture is set.
+// Programs read unit 0 on every surface, also where no texture is set. Without a program the unit stays switched off:
+// to look up white costs as much as to light.
 osg::ref_ptr<osg::Texture2D> createWhiteTexture() {
     osg::ref_ptr<osg::Image> image = new osg::Image;
     image->allocateImage(1, 1, 1, GL_RGBA, GL_UNSIGNED_BYTE);
@@ -44,7 +45,7 @@ SceneDecorator::Implementation::Implementation(int width, int height, int mapSiz
     state->setMode(GL_NORMALIZE, osg::StateAttribute::ON); // models below scaling transforms
     state->setAttribute(SceneDecorator::getDefaultDecoratorMaterial());
     state->setAttribute(createLightModel(false));
-    state->setTextureAttributeAndModes(decorator::BASE_TEXTURE_UNIT, whiteTexture);
+    state->setTextureAttribute(decorator::BASE_TEXTURE_UNIT, whiteTexture);
     scene->addChild(lights.node());
     scene->addChild(lit);
     lit->addChild(shadowed);

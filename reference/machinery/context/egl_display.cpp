@@ -1,6 +1,7 @@
 // Chooses the EGL display by trying a context on each candidate.
 #include "reference/machinery/context/egl_display.h"
 
+#include <algorithm>
 #include <cstring>
 #include <stdexcept>
 #include <string>
@@ -115,10 +116,20 @@ EGLConfig chooseEglConfig(EGLDisplay display, bool alpha, bool stencil) {
                                  EGL_STENCIL_SIZE,
                                  stencil ? 8 : 0,
                                  EGL_NONE};
-    EGLConfig config = nullptr;
+    EglLibrary const& egl = EglLibrary::instance();
     EGLint count = 0;
-    bool const found = EglLibrary::instance().chooseConfig(display, attributes, &config, 1, &count) && count > 0;
-    return found ? config : nullptr;
+    if (!egl.chooseConfig(display, attributes, nullptr, 0, &count) || count == 0)
+        return nullptr;
+    std::vector<EGLConfig> configs(static_cast<std::size_t>(count));
+    egl.chooseConfig(display, attributes, configs.data(), count, &count);
+    // The deepest come first, and software draws into ten bits a colour and reads them back at half the speed.
+    auto const isEightBits = [&](EGLConfig config) {
+        EGLint red = 0;
+        return egl.getConfigAttribute(display, config, EGL_RED_SIZE, &red) && red == 8;
+    };
+    auto const end = configs.begin() + count;
+    auto const found = std::find_if(configs.begin(), end, isEightBits);
+    return found == end ? configs.front() : *found;
 }
 
 } // namespace hyxOSG

@@ -32,6 +32,7 @@ EglLibrary load() {
     find(library, "eglQueryString", egl.queryString);
     find(library, "eglBindAPI", egl.bindApi);
     find(library, "eglChooseConfig", egl.chooseConfig);
+    find(library, "eglGetConfigAttrib", egl.getConfigAttribute);
     find(library, "eglCreateContext", egl.createContext);
     find(library, "eglDestroyContext", egl.destroyContext);
     find(library, "eglCreatePbufferSurface", egl.createPbuffer);

@@ -18,6 +18,7 @@ struct EglLibrary {
     decltype(&::eglQueryString) queryString;
     decltype(&::eglBindAPI) bindApi;
     decltype(&::eglChooseConfig) chooseConfig;
+    decltype(&::eglGetConfigAttrib) getConfigAttribute;
     decltype(&::eglCreateContext) createContext;
     decltype(&::eglDestroyContext) destroyContext;
     decltype(&::eglCreatePbufferSurface) createPbuffer;
