@@ -1,0 +1,52 @@
+// Keeps copies of depths, by which surfaces that one sees through are drawn layer by layer.
+#pragma once
+
+#include <osg/GLExtensions>
+#include <osg/Program>
+#include <osg/State>
+#include <osg/Viewport>
+
+namespace hyxOSG {
+
+/// The depth buffers beside the one that is drawn into, one of each for a graphics context. Layers are taken from the
+/// farthest to the nearest:
+///
+/// depths are drawn between `beginDepths` and `endDepths`, then colours where depths are equal.
+/// Samples of a pixel are told apart, so that edges stay smooth. Found by `osg::get<PeeledLayers>(context)`.
+class PeeledLayers : public osg::Referenced {
+public:
+    explicit PeeledLayers(unsigned int context);
+
+    /// Copies the depths of what is opaque. False when the driver cannot; then nothing has changed.
+    bool begin(osg::State& state, osg::Viewport const& viewport);
+
+    /// Makes the depth buffer ready for the next layer, and counts what is drawn until `endDepths`.
+    void beginDepths(osg::State& state);
+
+    /// Applies the program that leaves the depths of what lies before the last layer alone.
+    void applyProgram(osg::State& state) const;
+
+    /// Whether the layer holds anything.
+    bool endDepths();
+
+    /// Puts the depths of what is opaque back.
+    void end(osg::State& state);
+
+private:
+    enum Copy { OPAQUE_DEPTHS, LAST_LAYER, NUM_COPIES };
+
+    bool makeProgram(osg::State& state);
+    bool makeCopies();
+    void copyDepths(GLuint from, GLuint to) const;
+
+    osg::GLExtensions const& m_gl;
+    osg::ref_ptr<osg::Program> m_program;
+    GLsizei m_samples = -1, m_width = 0, m_height = 0; ///< of the copies
+    GLuint m_frameBuffers[NUM_COPIES]{}, m_textures[NUM_COPIES]{};
+    GLuint m_target = 0; ///< the frame buffer that is drawn into
+    GLuint m_query = 0;
+    Copy m_behind = OPAQUE_DEPTHS;
+    bool m_able = true;
+};
+
+} // namespace hyxOSG
