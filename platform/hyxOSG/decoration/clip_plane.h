@@ -8,11 +8,15 @@
 #include <osg/ClipNode>
 
 #include <map>
+#include <memory>
 
 namespace hyxOSG {
 
+class CutFaces;
+
 /// A group whose children are drawn only on the side that the plane's normal points to. The plane is in the coordinates
-/// of the group.
+/// of the group. Bodies whose meshes are closed are filled where they are cut, in their own look; open ones show their
+/// inside.
 ///
 /// A picture can have as many cuts as the graphics driver can do, six at least; drawing one with more of them throws
 /// std::runtime_error.
@@ -61,6 +65,9 @@ public:
 
     void accept(osg::NodeVisitor& visitor) override;
 
+    /// The state that made the cut in the picture gathered last; null where the cut had no part in it.
+    osg::StateSet* lastCut() const { return m_lastCut; }
+
 protected:
     ~ClipPlane() override;
 
@@ -71,6 +78,8 @@ private:
     hyx::Vec3 m_position;
     hyx::Vec3 m_normal;
     bool m_enabled = true;
+    osg::ref_ptr<osg::StateSet> m_lastCut;
+    std::unique_ptr<CutFaces> m_faces;
     hyx::ref_ptr<hyx::ParticleSystem> m_particles;
     std::map<hyx::Index, float> m_hidden; ///< opacity before hiding, by particle
 };

@@ -1,6 +1,7 @@
 // Places cutting planes, and numbers them for each picture.
 #include "platform/hyxOSG/decoration/clip_plane.h"
 
+#include "reference/hyxOSG/decoration/cut_faces.h"
 #include "reference/machinery/viewing/drawing_failure.h"
 
 #include <osg/GraphicsContext>
@@ -63,7 +64,7 @@ hyx::Vec3 nearestToOrigin(hyx::Plane const& plane) {
 
 } // namespace
 
-ClipPlane::ClipPlane(hyx::Vec3 const& position, hyx::Vec3 const& normal) {
+ClipPlane::ClipPlane(hyx::Vec3 const& position, hyx::Vec3 const& normal) : m_faces(std::make_unique<CutFaces>()) {
     place(position, normal);
     setEnable(true);
 }
@@ -90,6 +91,7 @@ void ClipPlane::accept(osg::NodeVisitor& visitor) {
         osg::ClipNode::accept(visitor);
         return;
     }
+    m_lastCut = nullptr;
     if (!visitor.validNodeMask(*this) || culling->isCulled(*this))
         return;
     std::optional<unsigned int> const number = freeNumber(*culling);
@@ -100,9 +102,11 @@ void ClipPlane::accept(osg::NodeVisitor& visitor) {
     cut->setClipPlane(m_normal.x, m_normal.y, m_normal.z, -m_normal.dot(m_position));
     state->setAssociatedModes(cut, osg::StateAttribute::ON);
     culling->addPositionedAttribute(culling->getModelViewMatrix(), cut);
+    m_lastCut = state;
     culling->pushStateSet(state);
     osg::ClipNode::accept(visitor);
     culling->popStateSet();
+    m_faces->cull(*this, osg::Plane(m_normal.x, m_normal.y, m_normal.z, -m_normal.dot(m_position)), *culling);
 }
 
 void ClipPlane::setClipPlane(hyx::Plane const& plane) {
