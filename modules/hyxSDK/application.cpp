@@ -5,6 +5,8 @@
 namespace {
 
 constexpr Declared application_rows[] = {
+    FUNCTION(ExampleApplication_removeListener,
+             METHOD(hyxOSG::ExampleApplication, removeListener, (hyxOSG::ExampleApplicationListener*))),
     FUNCTION(ExampleApplication_setRaiseScriptErrors, METHOD(hyxOSG::ExampleApplication, setRaiseScriptErrors, (bool))),
     FUNCTION(ExampleApplication_getRaiseScriptErrors,
              METHOD(hyxOSG::ExampleApplication, getRaiseScriptErrors, () const)),

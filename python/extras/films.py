@@ -23,68 +23,88 @@ if TYPE_CHECKING:
 _LOOK_AGAIN = 0.1  # seconds
 
 
-def encode(
-    video: hyxOSG.VideoFFMPEGPipeCapture,
-    codec: str | None = None,
-    *,
-    path: str | os.PathLike[str] | None = None,
-    fps: float | None = None,
-    quality: int | None = None,
-    lossless: bool = False,
-    bitrate: float | None = None,
-    preset: str = "",
-    pixel_format: str = "",
-    alpha: bool = False,
-    hardware: bool = False,
-    options: Mapping[str, object] | None = None,
-) -> str:
-    if path is not None:
-        file = Path(path)
-        video.setFilename(str(file.with_suffix("")))
-        video.setVideoPostFix(file.suffix or ".mp4")
-    ending = video.getVideoPostFix().lower()
-    if codec is None:
-        codec = (USUAL_WITH_ALPHA if alpha else USUAL).get(ending, "ffv1" if alpha else "h264")
-        if lossless and codec == "h264":
-            codec = "h264rgb"
-    if fps is not None:
-        video.setFps(fps)
-        video.setVideoFPS(fps)
-    video.setVideoCRF(18 if quality is None else quality)
-    video.setBitrate(0 if bitrate is None else bitrate)
-    video.setEnableLossless(lossless)
-    video.setPreset(preset)
-    video.setPixelFormat(pixel_format)
-    video.setEnableAlpha(alpha)
-    words = [word for name, value in (options or {}).items() for word in (f"-{name.lstrip('-')}", str(value))]
-    if any("\n" in word for word in words):
-        raise ValueError("options of encoders have no line breaks")
-    video.setEncoderOptions("\n".join(words))
-    encoder = chosen_encoder(codec, hardware)
-    video.setEncoder(encoder)
-    return encoder
+class Encoding:
+    """What a capture of films has beyond its native operations."""
 
+    __slots__ = ()
 
-@contextmanager
-def progress(video: hyxOSG.VideoFFMPEGPipeCapture, seconds: float | None = None, **options: Any) -> Iterator[Any]:
-    from tqdm.auto import tqdm  # type: ignore[import-untyped]
+    def encode(
+        self,
+        codec: str | None = None,
+        *,
+        path: str | os.PathLike[str] | None = None,
+        fps: float | None = None,
+        quality: int | None = None,
+        lossless: bool = False,
+        bitrate: float | None = None,
+        preset: str = "",
+        pixel_format: str = "",
+        alpha: bool = False,
+        hardware: bool = False,
+        options: Mapping[str, object] | None = None,
+    ) -> str:
+        """Chooses all about the next film in one call and returns the encoder. What is left out gives a film that plays
+        in browsers and that keeps what is drawn.
 
-    total = None if seconds is None else round(seconds * video.getFps())
-    over = threading.Event()
-    with tqdm(**{"total": total, "unit": "images", "desc": Path(video.getFilename()).name, **options}) as bar:
+        - `codec`: "h264", "h264rgb", "h265", "av1", "vp9", "mpeg4", "prores", "ffv1", "gif", "webp", "png", or the name
+          of an encoder of ffmpeg; by default what suits the container.
+        - `path`: of the file; its ending is the container.
+        - `fps`: images and frames a second alike.
+        - `quality`: 0 (best) to 51, 18 by default; or `lossless`; or `bitrate`, bits a second.
+        - `preset`, `pixel_format`, `options`: as ffmpeg names them: "slow", "yuv444p", {"tune": "animation"}.
+        - `alpha`: keeps what is transparent, of a render target with RGBA that is cleared to (0, 0, 0, 0): ".mov" is
+          ProRes 4444 then, ".webm" VP9.
+        - `hardware`: an encoder of the graphics processor where one works, else the usual one.
+        """
+        video: Any = self
+        if path is not None:
+            file = Path(path)
+            video.setFilename(str(file.with_suffix("")))
+            video.setVideoPostFix(file.suffix or ".mp4")
+        ending = video.getVideoPostFix().lower()
+        if codec is None:
+            codec = (USUAL_WITH_ALPHA if alpha else USUAL).get(ending, "ffv1" if alpha else "h264")
+            if lossless and codec == "h264":
+                codec = "h264rgb"
+        if fps is not None:
+            video.setFps(fps)
+            video.setVideoFPS(fps)
+        video.setVideoCRF(18 if quality is None else quality)
+        video.setBitrate(0 if bitrate is None else bitrate)
+        video.setEnableLossless(lossless)
+        video.setPreset(preset)
+        video.setPixelFormat(pixel_format)
+        video.setEnableAlpha(alpha)
+        words = [word for name, value in (options or {}).items() for word in (f"-{name.lstrip('-')}", str(value))]
+        if any("\n" in word for word in words):
+            raise ValueError("options of encoders have no line breaks")
+        video.setEncoderOptions("\n".join(words))
+        encoder = chosen_encoder(codec, hardware)
+        video.setEncoder(encoder)
+        return encoder
 
-        def follow() -> None:
-            while not over.wait(_LOOK_AGAIN):
+    @contextmanager
+    def progress(self, seconds: float | None = None, **options: Any) -> Iterator[Any]:
+        """`with` it, a bar of tqdm shows the images taken, of so many seconds where told. `options` are tqdm's."""
+        from tqdm.auto import tqdm  # type: ignore[import-untyped]
+
+        video: Any = self
+        total = None if seconds is None else round(seconds * video.getFps())
+        over = threading.Event()
+        with tqdm(**{"total": total, "unit": "images", "desc": Path(video.getFilename()).name, **options}) as bar:
+
+            def follow() -> None:
+                while not over.wait(_LOOK_AGAIN):
+                    bar.update(video.getNumFrames() - bar.n)
+
+            follower = threading.Thread(target=follow, daemon=True)
+            follower.start()
+            try:
+                yield bar
+            finally:
+                over.set()
+                follower.join()
                 bar.update(video.getNumFrames() - bar.n)
-
-        follower = threading.Thread(target=follow, daemon=True)
-        follower.start()
-        try:
-            yield bar
-        finally:
-            over.set()
-            follower.join()
-            bar.update(video.getNumFrames() - bar.n)
 
 
 class Film:
@@ -97,7 +117,7 @@ class Film:
 
     def progress(self, seconds: float | None = None, **options: Any) -> Any:
         """See `VideoFFMPEGPipeCapture.progress`."""
-        return progress(self.video, seconds, **options)
+        return self.video.progress(seconds, **options)
 
     def __enter__(self) -> Self:
         self._overlay.show()
@@ -165,7 +185,7 @@ class _Overlay:
         if self._bar:
             self._bar.remove()
         if self._clock:
-            self._clock.text = None
+            self._app.removeListener(self._clock)
         self._bar = self._clock = None
 
 
@@ -173,13 +193,9 @@ def _new_clock(app: hyxOSG.ExampleApplication, text: Any) -> Any:
     import hyxOSG
 
     class Clock(hyxOSG.ExampleApplicationListener):
-        text: Any = None
-
         def preFrame(self, application: Any) -> None:
-            if self.text:  # an application keeps its listeners
-                self.text.setText(f"{application.getSimulation().getTimeStamp():.2f} s")
+            text.setText(f"{application.getSimulation().getTimeStamp():.2f} s")
 
     clock = Clock()
-    clock.text = text
     app.addListener(clock)
     return clock

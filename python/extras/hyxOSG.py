@@ -4,7 +4,7 @@ from __future__ import annotations
 
 import _hyxOSG
 
-from .films import Film, encode, progress
+from .films import Encoding, Film
 from .gltf import GltfRecording
 from .lists import Items
 from .live_view import live_view
@@ -257,53 +257,8 @@ class ImageCaptureBase:
         self.stopCapture()  # type: ignore[attr-defined]
 
 
-class VideoFFMPEGPipeCapture:
-    def encode(
-        self,
-        codec: str | None = None,
-        *,
-        path: str | os.PathLike[str] | None = None,
-        fps: float | None = None,
-        quality: int | None = None,
-        lossless: bool = False,
-        bitrate: float | None = None,
-        preset: str = "",
-        pixel_format: str = "",
-        alpha: bool = False,
-        hardware: bool = False,
-        options: Mapping[str, object] | None = None,
-    ) -> str:
-        """Chooses all about the next film in one call and returns the encoder. What is left out gives a film that plays
-        in browsers and that keeps what is drawn.
-
-        - `codec`: "h264", "h264rgb", "h265", "av1", "vp9", "mpeg4", "prores", "ffv1", "gif", "webp", "png", or the name
-          of an encoder of ffmpeg; by default what suits the container.
-        - `path`: of the file; its ending is the container.
-        - `fps`: images and frames a second alike.
-        - `quality`: 0 (best) to 51, 18 by default; or `lossless`; or `bitrate`, bits a second.
-        - `preset`, `pixel_format`, `options`: as ffmpeg names them: "slow", "yuv444p", {"tune": "animation"}.
-        - `alpha`: keeps what is transparent, of a render target with RGBA that is cleared to (0, 0, 0, 0): ".mov" is
-          ProRes 4444 then, ".webm" VP9.
-        - `hardware`: an encoder of the graphics processor where one works, else the usual one.
-        """
-        return encode(
-            self,
-            codec,
-            path=path,
-            fps=fps,
-            quality=quality,
-            lossless=lossless,
-            bitrate=bitrate,
-            preset=preset,
-            pixel_format=pixel_format,
-            alpha=alpha,
-            hardware=hardware,
-            options=options,
-        )  # type: ignore[arg-type]
-
-    def progress(self, seconds: float | None = None, **options: Any) -> AbstractContextManager[Any]:
-        """`with` it, a bar of tqdm shows the images taken, of so many seconds where told. `options` are tqdm's."""
-        return progress(self, seconds, **options)  # type: ignore[arg-type]
+class VideoFFMPEGPipeCapture(Encoding):
+    pass
 
 
 class RenderToImage:

@@ -34,8 +34,16 @@ void SwigDirector_ExampleApplicationListener::swig_set_inner(char const* name, b
     swig_inner[name] = value;
 }
 
-void SwigDirector_ExampleApplicationListener::swig_enter_application() {
-    swig_native_owners.enter(Swig::NativeOwners::application, swig_get_self());
+void SwigDirector_ExampleApplicationListener::enterApplication() {
+    Swig::Callee const callee(*this);
+    if (swig_holds++ == 0 && !callee.is_gone())
+        swig_native_owners.enter(Swig::NativeOwners::application, callee.self());
+}
+
+void SwigDirector_ExampleApplicationListener::leaveApplication() {
+    Swig::Callee const callee(*this);
+    if (--swig_holds == 0)
+        swig_native_owners.leave(Swig::NativeOwners::application);
 }
 
 void SwigDirector_ExampleApplicationListener::preFrame(hyxOSG::ExampleApplication* application) {

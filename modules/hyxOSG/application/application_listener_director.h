@@ -12,13 +12,13 @@ public:
     bool swig_get_inner(char const* name) const override;
     void swig_set_inner(char const* name, bool value) const override;
 
-    // An application has taken the listener, and never lets it go.
-    void swig_enter_application();
-
     void preFrame(hyxOSG::ExampleApplication* application) override;
     void postFrame(hyxOSG::ExampleApplication* application) override;
+    void enterApplication() override;
+    void leaveApplication() override;
 
 private:
     mutable std::map<std::string, bool> swig_inner;
+    unsigned swig_holds = 0; // of applications
     Swig::NativeOwners swig_native_owners;
 };

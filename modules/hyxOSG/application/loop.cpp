@@ -1,16 +1,8 @@
 // Rows of ExampleApplication: running, stepping, breaking, listeners.
 #include "binding/vocabulary/rows.h"
-#include "modules/hyxOSG/application/application_listener_director.h"
 #include "platform/hyxOSG/application/example_application.h"
 
 namespace {
-
-// The application keeps the Python object of a derived listener alive.
-void add_listener(hyxOSG::ExampleApplication& application, hyxOSG::ExampleApplicationListener* listener) {
-    application.addListener(listener);
-    if (auto* director = dynamic_cast<SwigDirector_ExampleApplicationListener*>(listener))
-        director->swig_enter_application();
-}
 
 // Constant methods are taken to run no Python code, but these let the interpreter answer signals.
 bool breakRequested(hyxOSG::ExampleApplication const& self) {
@@ -83,7 +75,7 @@ constexpr Declared loop_rows[] = {
     FUNCTION(ExampleApplication_getSimulation, METHOD(hyxOSG::ExampleApplication, getSimulation, ())),
     FUNCTION(ExampleApplication_getGravity, METHOD(hyxOSG::ExampleApplication, getGravity, ())),
     FUNCTION(ExampleApplication_addListener,
-             ADAPTER(hyxOSG::ExampleApplication, addListener, add_listener, (hyxOSG::ExampleApplicationListener*))),
+             METHOD(hyxOSG::ExampleApplication, addListener, (hyxOSG::ExampleApplicationListener*))),
 };
 
 } // namespace

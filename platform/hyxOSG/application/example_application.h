@@ -323,6 +323,8 @@ public:
 
     /// Has `listener` told of each frame; null and a listener that is already there are ignored. A reference is kept.
     void addListener(hyxOSG::ExampleApplicationListener* listener);
+    /// Tells `listener` of nothing more, from now on. Returns whether it was there.
+    bool removeListener(hyxOSG::ExampleApplicationListener* listener);
 
     // ---- Scenes
 

@@ -20,6 +20,12 @@ public:
     /// Called at the end of each frame, after it was drawn. `application` is never null.
     virtual void postFrame(hyxOSG::ExampleApplication* application);
 
+    /// Called when an application takes hold of this listener, which may be more than once.
+    virtual void enterApplication() {}
+
+    /// Called for each `enterApplication` when that hold ends.
+    virtual void leaveApplication() {}
+
 protected:
     ~ExampleApplicationListener() override = default;
 };

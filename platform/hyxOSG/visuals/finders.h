@@ -22,7 +22,8 @@ class ParticleSystemDrawable;
 class RigidBodySystemDrawable;
 
 // Searches in the tree under `root`, first match in depth-first order. Results are borrowed; null when nothing is found
-// or an argument is null.
+// or an argument is null. What an application's `createVisual` and models made is under its `getRoot`, not
+// `getSceneRoot`, which is for a script's own nodes.
 
 /// The visual of `geometry`.
 GeometryNode* findGeometryNode(hyxCollide::Geometry const* geometry, osg::Group* root);

@@ -19,16 +19,17 @@ class Geometry;
 namespace hyxOSG {
 
 // Material of a node and what is below it. The material set nearest to a shape wins, also over the materials that come
-// with loaded models. With `recursive`, the value is also written into every material below the node. Nothing for a
-// null node. Colours are red, green, blue, alpha from 0 to 1, clamped; NaN raises std::invalid_argument.
+// with loaded models. With `recursive`, the value is also written into every material below the node. A null
+// node, as finders give where there is no visual, is a warning. Colours are red, green, blue, alpha from 0 to 1,
+// clamped; NaN raises std::invalid_argument.
 
 /// The colour under light. Its alpha is the node's opacity, as by setAlpha.
 void setDiffuseColor(osg::Node* node, hyx::Vec4f const& color, bool recursive = false);
 
-/// On the visuals of all geometries of `body` under `root`; nothing when there are none.
+/// On the visuals of all geometries of `body` under `root`; a warning when there are none.
 void setDiffuseColor(hyx::RigidBody* body, hyx::Vec4f const& color, osg::Group* root);
 
-/// On the visual of `geometry` under `root`; nothing when there is none.
+/// On the visual of `geometry` under `root`; a warning when there is none.
 void setDiffuseColor(hyxCollide::Geometry* geometry, hyx::Vec4f const& color, osg::Group* root);
 
 /// The colour under ambient light.

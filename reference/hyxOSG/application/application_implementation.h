@@ -6,7 +6,6 @@
 #include "platform/hyxNet/co_simulation_server.h"
 #include "platform/hyxOSG/application/example_application.h"
 #include "platform/hyxOSG/application/example_application_controller.h"
-#include "platform/hyxOSG/application/example_application_listener.h"
 #include "platform/hyxOSG/application/render_proxy_factory.h"
 #include "platform/hyxOSG/capture/image_capture.h"
 #include "platform/hyxOSG/capture/render_to_texture.h"
@@ -20,6 +19,7 @@
 #include "reference/hyxOSG/application/frame_times.h"
 #include "reference/hyxOSG/application/grid_markers.h"
 #include "reference/hyxOSG/application/history.h"
+#include "reference/hyxOSG/application/listener_hold.h"
 #include "reference/hyxOSG/application/pacer.h"
 #include "reference/hyxOSG/application/profiler.h"
 #include "reference/hyxOSG/application/scene_changes.h"
@@ -52,7 +52,7 @@ struct ExampleApplication::Implementation {
 
     // The loop
     std::mutex frameMutex;
-    hyx::Vector<hyx::ref_ptr<ExampleApplicationListener>> listeners;
+    ListenerHolds listeners;
     hyx::Callback stepCallback;
     Pacer pacer;
     FrameTimes times;

@@ -31,12 +31,13 @@ private:
     bool& m_flag;
 };
 
-/// False, and the rest is not called, once a script has left an error or asks to exit: that goes on to the caller of
-/// the loop, and nothing else is to run before.
-template <class Listeners, class Call>
-bool callAll(Listeners const& listeners, Call const& call) {
-    for (auto const& listener : listeners) {
-        call(*listener);
+/// Calls those of `called` that are listeners still. False, and the rest is not called, once a script has left an error
+/// or asks to exit: that goes on to the caller of the loop, and nothing else is to run before.
+template <class Call>
+bool callAll(ListenerHolds const& called, ListenerHolds const& listeners, Call const& call) {
+    for (ListenerHold const& listener : called) {
+        if (std::ranges::find(listeners, listener) != listeners.end())
+            call(*listener.get());
         if (hyxPython::interpreterInterrupts())
             return false;
     }
@@ -153,8 +154,8 @@ void ExampleApplication::Implementation::turn(ExampleApplication& application, b
 
 void ExampleApplication::Implementation::makeFrame(ExampleApplication& application, bool draws) {
     bool const updates = autoStepping || pauseUpdate;
-    auto const called = listeners; // a listener may add others
-    if (updates && !callAll(called, [&](auto& listener) { listener.preFrame(&application); }))
+    auto const called = listeners; // one may add or remove others
+    if (updates && !callAll(called, listeners, [&](auto& listener) { listener.preFrame(&application); }))
         return;
     if (draws) {
         Profiler::Task const task(profiler, "events");
@@ -172,7 +173,7 @@ void ExampleApplication::Implementation::makeFrame(ExampleApplication& applicati
             draw();
     }
     if (updates)
-        callAll(called, [&](auto& listener) { listener.postFrame(&application); });
+        callAll(called, listeners, [&](auto& listener) { listener.postFrame(&application); });
 }
 
 bool ExampleApplication::Implementation::drawingDue() {
@@ -377,10 +378,18 @@ std::mutex* ExampleApplication::getFrameMutex() {
 
 void ExampleApplication::addListener(ExampleApplicationListener* listener) {
     auto& listeners = m_implementation->listeners;
-    bool const known =
-        std::any_of(listeners.begin(), listeners.end(), [=](auto const& other) { return other.get() == listener; });
-    if (listener && !known)
-        listeners.push_back(listener);
+    if (listener && std::ranges::find(listeners, listener, &ListenerHold::get) == listeners.end())
+        listeners.emplace_back(listener);
+}
+
+bool ExampleApplication::removeListener(ExampleApplicationListener* listener) {
+    auto& listeners = m_implementation->listeners;
+    auto const place = std::ranges::find(listeners, listener, &ListenerHold::get);
+    if (place == listeners.end())
+        return false;
+    ListenerHold const last = *place; // what ends with it may remove others
+    listeners.erase(place);
+    return true;
 }
 
 void ExampleApplication::handleReactiveScriptErrors(bool pause) {

@@ -15,7 +15,7 @@ body { margin: 0; height: 100vh; display: flex; background: #181b20; color: #d5d
 main { flex: 1; min-width: 0; display: flex; align-items: center; justify-content: center; padding: 12px; }
 #picture { max-width: 100%; max-height: 100%; border-radius: 6px; background: #0e1013; outline: none; cursor: grab; touch-action: none; }
 #picture:focus { box-shadow: 0 0 0 2px #3d7ea6; }
-aside { width: 272px; padding: 16px; background: #20242b; border-left: 1px solid #2d333c; overflow: auto; }
+aside { width: 336px; padding: 16px; background: #20242b; border-left: 1px solid #2d333c; overflow: auto; }
 h1 { margin: 0; font-size: 18px; }
 #state { margin: 0 0 14px; color: #8e99a8; }
 #state.live::before { content: "\25cf\a0 "; color: #52b788; }
@@ -28,6 +28,7 @@ input { width: 96px; text-align: right; }
 table { width: 100%; margin-top: 14px; border-collapse: collapse; }
 td { padding: 4px 0; border-top: 1px solid #2d333c; }
 td:last-child { text-align: right; font-variant-numeric: tabular-nums; }
+#details td:last-child { white-space: pre; padding-left: 8px; }
 h2 { margin: 18px 0 4px; font-size: 14px; color: #8e99a8; }
 .wide { width: 100%; }
 #tree { max-height: 180px; overflow: auto; margin-top: 6px; }
@@ -149,16 +150,18 @@ function drawTree() {
   }));
 }
 document.getElementById("search").oninput = drawTree;
-const number = value => value === null ? "?" : value.toFixed(2);
-const vector = list => list.map(value => value.toFixed(3)).join("  ");
+// A zero without a sign, also what is rounded to one.
+const fixed = (value, places) => (+value.toFixed(places) || 0).toFixed(places);
+const number = value => value === null ? "?" : fixed(value, 2);
+const vector = list => list.map(value => fixed(value, 3)).join("  ");
 let plotted = [];
 function showDetails(details) {
   const body = details.body;
   const place = body ? body.place : null;
   if (place !== selected) { selected = place; plotted = []; drawTree(); }
-  rows("details", !body ? [] : [["name", body.name], ["mass, kg", body.mass], ["position, m", vector(body.position)],
+  rows("details", !body ? [] : [["name", body.name], ["mass, kg", +body.mass.toPrecision(6)], ["position, m", vector(body.position)],
     ["rotation", vector(body.rotation)], ["velocity, m/s", vector(body.velocity)],
-    ["angular velocity", vector(body["angular velocity"])],
+    ["turn, rad/s", vector(body["angular velocity"])],
     ...body.forces.contacts.map(contact => ["force of " + (contact.with || "the world") + ", N", number(contact.force)]),
     ...body.forces.joints.map(joint => [`joint ${joint.name}, N and Nm`, number(joint.force) + "  " + number(joint.torque)])]);
   if (body) plot(body);
@@ -175,7 +178,7 @@ function plot(body) {
     const values = plotted.map(point => point[column]);
     const low = Math.min(...values), high = Math.max(...values, low + 1e-6);
     ink.strokeStyle = ink.fillStyle = color;
-    ink.fillText(`${name} ${low.toFixed(2)} to ${high.toFixed(2)}`, 4 + 120 * line, 10);
+    ink.fillText(`${name} ${fixed(low, 2)} to ${fixed(high, 2)}`, 4 + 120 * line, 10);
     ink.beginPath();
     values.forEach((value, i) => ink.lineTo(i, sheet.height - 4 - (value - low) / (high - low) * (sheet.height - 22)));
     ink.stroke();
@@ -195,7 +198,7 @@ function showJoints(joints) {
     }));
   joints.forEach((joint, i) => {
     const [name, slider, free] = box.children[i].children;
-    name.textContent = `${joint.name || "#" + joint.place} ${(joint.position ?? 0).toFixed(3)}`;
+    name.textContent = `${joint.name || "#" + joint.place} ${fixed(joint.position ?? 0, 3)}`;
     slider.dataset.place = joint.place;
     slider.min = joint.lower ?? -Math.PI;
     slider.max = joint.upper ?? Math.PI;

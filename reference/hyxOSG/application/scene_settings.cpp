@@ -6,6 +6,7 @@
 
 #include <array>
 #include <tuple>
+#include <vector>
 
 namespace hyxOSG {
 namespace {
@@ -50,8 +51,9 @@ void watchDecorator(SceneChanges& changes, SceneDecorator& decorator) {
     changes.watch([&] { return decorator.getFontSize(); }, [&](float size) { decorator.setFontSize(size); });
     changes.watch([&] { return decorator.getEnableRenderedCursor(); },
                   [&](bool on) { decorator.setEnableRenderedCursor(on); });
-    changes.watch([&] { return SceneGraph::childrenOf(*decorator.getHud()); },
-                  [&](auto const& nodes) { SceneGraph::setChildren(*decorator.getHud(), nodes); });
+    changes.watchItems([&] { return SceneGraph::childrenOf(*decorator.getHud()); },
+                       [&](auto const& node) { decorator.getHud()->addChild(node); },
+                       [&](auto const& node) { decorator.getHud()->removeChild(node); });
     watchLights(changes, decorator);
 }
 
@@ -113,7 +115,9 @@ SceneChanges ExampleApplication::Implementation::watchSettings(ExampleApplicatio
     changes.watch([&] { return shown.getEnableAutoSleep(); }, [&](bool on) { shown.setEnableAutoSleep(on); });
 
     changes.watch([this] { return stopTime; }, [this](double time) { stopTime = time; });
-    changes.watch([this] { return listeners; }, [this](auto const& list) { listeners = list; });
+    changes.watchItems([this] { return listeners; },
+                       [&](auto const& listener) { application.addListener(listener.get()); },
+                       [&](auto const& listener) { application.removeListener(listener.get()); });
     changes.watch([this] { return stepCallback; }, [this](auto const& callback) { stepCallback = callback; });
     changes.watch([this] { return pauseUpdate; }, [this](bool on) { pauseUpdate = on; });
     changes.watch([&] { return autoStepping; }, [&](bool on) { application.setAutoStepping(on); });
@@ -121,15 +125,15 @@ SceneChanges ExampleApplication::Implementation::watchSettings(ExampleApplicatio
     changes.watch([this] { return pacer.realTimeSync(); }, [this](bool on) { pacer.setRealTimeSync(on); });
     changes.watch([this] { return pacer.speed(); }, [this](double speed) { pacer.setSpeed(speed); });
     changes.watch([this] { return autoPause; }, [this](auto const& pairs) { autoPause = pairs; });
-    changes.watch([this] { return renderTargets; },
-                  [this, &application](auto const& former) {
-                      for (auto const& [target, kept] : std::map(renderTargets))
-                          if (!former.contains(target))
-                              application.removeRenderTarget(target);
-                      for (auto const& [target, kept] : former)
-                          if (!renderTargets.contains(target))
-                              application.addRenderTarget(target, kept.second);
-                  });
+    changes.watchItems(
+        [this] {
+            std::vector<decltype(renderTargets)::mapped_type> targets;
+            for (auto const& [target, kept] : renderTargets)
+                targets.push_back(kept);
+            return targets;
+        },
+        [&](auto const& kept) { application.addRenderTarget(kept.first, kept.second); },
+        [&](auto const& kept) { application.removeRenderTarget(kept.first); });
     watchEvents(changes, application);
     watchView(changes);
     return changes;

@@ -5,6 +5,7 @@
 #include "platform/hyxOSG/nodes/geometry_node.h"
 #include "platform/hyxOSG/visuals/finders.h"
 #include "reference/machinery/meshes/conversions.h"
+#include "reference/machinery/meshes/notices.h"
 #include "reference/machinery/shading/material_colors.h"
 #include "reference/machinery/shading/node_state.h"
 
@@ -42,7 +43,7 @@ private:
 
 void changeMaterial(osg::Node* node, bool recursive, Change const& change) {
     if (!node)
-        return;
+        return warn("there is no node whose material to change");
     osg::Material& material = writableMaterial(*node);
     change(*node->getStateSet(), material);
     if (recursive) {
@@ -71,13 +72,23 @@ void setDiffuseColor(osg::Node* node, hyx::Vec4f const& color, bool recursive) {
 }
 
 void setDiffuseColor(hyx::RigidBody* body, hyx::Vec4f const& color, osg::Group* root) {
-    if (body)
-        for (auto const& geometry : body->getGeometries())
-            setDiffuseColor(findGeometryNode(geometry, root), color);
+    if (!body)
+        return warn("there is no body to colour");
+    bool found = false;
+    for (auto const& geometry : body->getGeometries())
+        if (GeometryNode* const visual = findGeometryNode(geometry, root)) {
+            setDiffuseColor(visual, color);
+            found = true;
+        }
+    if (!found)
+        warn("no visual of \"" + std::string(body->getName()) + "\" is under that root");
 }
 
 void setDiffuseColor(hyxCollide::Geometry* geometry, hyx::Vec4f const& color, osg::Group* root) {
-    setDiffuseColor(findGeometryNode(geometry, root), color);
+    if (GeometryNode* const visual = findGeometryNode(geometry, root))
+        setDiffuseColor(visual, color);
+    else
+        warn("no visual of the geometry is under that root");
 }
 
 void setAmbientColor(osg::Node* node, hyx::Vec4f const& color, bool recursive) {

@@ -2,6 +2,7 @@
 
 import gc
 import os
+import weakref
 
 import _hyxOSG
 import hyx
@@ -43,6 +44,31 @@ def test_listeners_are_told_before_and_after_each_frame(app):
     app.step()
     step = app.getTimeStep()
     assert listener.calls == [("pre", 0), ("post", pytest.approx(step))]
+
+
+def test_a_removed_listener_is_told_nothing_more_and_let_go():
+    app = hyxOSG.ExampleApplication()
+    app.init(None)
+
+    class Once(Recorder):
+        def preFrame(self, app):
+            super().preFrame(app)
+            app.removeListener(self)
+
+    once, other = Once(), Recorder()
+    app.addListener(once)
+    app.addListener(other)
+    app.step()
+    assert [call[0] for call in once.calls] == ["pre"] and len(other.calls) == 2
+    assert not app.removeListener(once) and app.removeListener(other)
+    app.addListener(other)
+    app.step()
+    assert len(once.calls) == 1 and len(other.calls) == 4
+    seen = weakref.ref(other)
+    del other
+    assert seen(), "the application has it"
+    app.close()
+    assert seen() is None
 
 
 def test_an_error_of_a_listener_does_not_stop_the_frame(app, capfd):

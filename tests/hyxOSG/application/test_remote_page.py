@@ -107,6 +107,12 @@ def test_a_body_is_selected_looked_into_and_plotted(served, browser):
     assert browser.wait(lambda: "position, m" in text("#details"))
     node = hyxOSG.findGeometryNode(served.getSimulation().getRigidBodies()[0].getGeometries()[0], served.getRoot())
     assert hyxOSG.getEnableOutline(node)
+    figures = browser.evaluate(
+        "[...document.querySelectorAll('#details tr')].map(row => [row.cells[1].innerText, row.offsetHeight])"
+    )
+    heights = [height for _, height in figures]
+    assert len(figures) > 5 and max(heights) - min(heights) < 5, "each in a line"
+    assert not any("-0.000" in text for text, _ in figures)
     plotted = "document.querySelector('#plot').getContext('2d').getImageData(0, 0, 240, 90).data.some(v => v > 0)"
     assert browser.wait(lambda: browser.evaluate(plotted))
     browser.click("#tree div input")

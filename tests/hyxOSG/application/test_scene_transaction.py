@@ -1,5 +1,6 @@
 """Scenes follow each other without traces, and one that fails leaves the one before."""
 
+import gc
 import json
 import resource
 import time
@@ -123,6 +124,48 @@ def test_what_a_scene_changes_ends_with_it_and_what_the_program_changes_stays(wi
     eye, center, up = hyx.Vec3(), hyx.Vec3(), hyx.Vec3()
     window.getCameraHome(eye, center, up)
     assert tuple(eye) == (0, -10, 0) and window.isCameraHomeSet()
+
+
+def meddlers():
+    gc.collect()
+    return [thing for thing in gc.get_objects() if type(thing).__name__ == "Meddler"]
+
+
+def test_what_the_program_changes_after_a_scene_stays_beside_what_the_scene_changed(window, script):
+    class Told(hyxOSG.ExampleApplicationListener):
+        frames = 0
+
+        def preFrame(self, app):
+            self.frames += 1
+
+    window.addScene(script, "meddling")
+    window.addScene(script, "failing")
+    window.createSceneFromIndex(0)
+    told, target, words = (
+        Told(),
+        hyxOSG.RenderToImage(16, 16),
+        hyxOSG.Text("mine", hyx.Vec3(0, 0, 1), hyx.Vec4(1, 1, 1, 1)),
+    )
+    hud = window.getSceneDecorator().getHud()
+    window.addListener(told)
+    window.addRenderTarget(target)
+    hud.addChild(words)
+    window.setTimeStep(0.002)
+    nodes = window.getRoot().getNumChildren()
+    window.createSceneFromIndex(0)
+    with pytest.raises(ValueError, match="half built"):
+        window.createSceneFromIndex(1)
+    (meddler,) = meddlers()
+    calls = meddler.calls
+    window.step()
+    assert told.frames == 1 and meddler.calls == calls + 1
+    del meddler
+    assert window.getRoot().getNumChildren() == nodes and hud.containsNode(words)
+    window.clearScene()
+    window.step()
+    assert not meddlers()
+    assert told.frames == 2 and window.getRoot().getNumChildren() == nodes - 1 and hud.containsNode(words)
+    assert window.getTimeStep() == 0.002
 
 
 def state_of(app):

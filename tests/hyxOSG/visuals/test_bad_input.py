@@ -122,8 +122,14 @@ def test_nothing_comes_of_nothing(scene, name):
     check_next_frame(scene, before)
 
 
-def test_materials_of_no_node_are_ignored():
-    for call in (hyxOSG.setDiffuseColor, hyxOSG.setAmbientColor, hyxOSG.setSpecularColor):
-        assert call(None, SINGLE, True) is None
-    for call in (hyxOSG.setShininess, hyxOSG.setAlpha):
-        assert call(None, 0.5) is None
+def test_materials_of_no_node_are_a_warning(scene):
+    with pytest.warns(RuntimeWarning, match="no node") as warnings:
+        for call in (hyxOSG.setDiffuseColor, hyxOSG.setAmbientColor, hyxOSG.setSpecularColor):
+            call(None, SINGLE, True)
+        for call in (hyxOSG.setShininess, hyxOSG.setAlpha):
+            call(None, 0.5)
+    assert len(warnings) == 5
+    with pytest.warns(RuntimeWarning, match="under that root"):
+        hyxOSG.setDiffuseColor(scene.geometry, SINGLE, osg.Group())
+    with pytest.warns(RuntimeWarning, match="under that root"):
+        hyxOSG.setDiffuseColor(hyx.RigidBody("bare"), SINGLE, scene.root)
