@@ -41,6 +41,15 @@ class Intrinsics:
             raise ValueError("K must be [[fx, 0, cx], [0, fy, cy], [0, 0, 1]] with focal lengths above 0")
         return Intrinsics(width, height, K[0, 0], K[1, 1], K[0, 2], K[1, 2])
 
+    def finer(self, times: int) -> Intrinsics:
+        """The same picture of so many times the pixels to each side."""
+        shift = (times - 1) / 2
+        return Intrinsics(
+            *(times * self.width, times * self.height),
+            *(times * self.fx, times * self.fy),
+            *(times * self.cx + shift, times * self.cy + shift),
+        )
+
     def matrix(self) -> Any:
         """K, (3, 3)."""
         import numpy
@@ -99,13 +108,21 @@ class Lens:
         return Intrinsics(width, height, own.fx, own.fy, -left, -top)
 
     def bend(self, drawn: Intrinsics, arrays: dict[str, Any]) -> dict[str, Any]:
-        """Channels as the lens shows them, from those of the straight picture."""
+        """Channels as the lens shows them, from those of the straight picture: of its nearest pixel, colours between
+        its pixels, and depth, where normals tell how the surface goes on, to where it is met."""
         import numpy
 
         x, y = self._straight
         columns, rows = x * drawn.fx + drawn.cx, y * drawn.fy + drawn.cy
         near = numpy.rint(rows).astype(int), numpy.rint(columns).astype(int)
         bent = {name: values[near] for name, values in arrays.items() if name != "rgb"}
+        if "depth" in arrays and "normals" in arrays:
+            directions = numpy.stack([x, y, numpy.ones_like(x)], axis=-1)
+            drawn_at = numpy.stack(
+                [(near[1] - drawn.cx) / drawn.fx, (near[0] - drawn.cy) / drawn.fy, directions[..., 2]], axis=-1
+            )
+            slope = numpy.where(_smooth(arrays["normals"], rows, columns)[..., None], bent["normals"], 0)
+            bent["depth"] = _along_surface(bent["depth"], slope, drawn_at, directions)
         if "rgb" in arrays:
             bent["rgb"] = _between(arrays["rgb"], rows, columns)
         if "flow" in arrays:
@@ -157,6 +174,24 @@ def look_at(eye: Sequence[float], target: Sequence[float], up: Sequence[float] =
     pose = numpy.eye(4)
     pose[:3] = numpy.stack([right, numpy.cross(forward, right), forward, place], axis=1)
     return pose
+
+
+def _smooth(normals: Any, rows: Any, columns: Any) -> Any:
+    """Where the four pixels around are of one surface without an edge."""
+    import numpy
+
+    top, left = numpy.floor(rows).astype(int), numpy.floor(columns).astype(int)
+    around = normals[top, left] + normals[top + 1, left] + normals[top, left + 1] + normals[top + 1, left + 1]
+    return (around**2).sum(-1) > 15.9  # of 16
+
+
+def _along_surface(depth: Any, normals: Any, drawn_at: Any, directions: Any) -> Any:
+    """Depth along directions beside those in which it was drawn, on the plane that touches the surface there."""
+    import numpy
+
+    with numpy.errstate(all="ignore"):
+        ratio = (normals * drawn_at).sum(-1) / (normals * directions).sum(-1)
+    return depth * numpy.where((ratio > 0.5) & (ratio < 2), ratio, 1).astype(depth.dtype)  # else it is no neighbour
 
 
 def _between(values: Any, rows: Any, columns: Any) -> Any:

@@ -30,8 +30,7 @@ __all__ = [
 TYPE_CHECKING = False
 if TYPE_CHECKING:
     import os
-    from collections.abc import Iterator, Mapping
-    from contextlib import AbstractContextManager
+    from collections.abc import Iterator
     from types import TracebackType
     from typing import Any
 

@@ -31,6 +31,8 @@ _SHAPES = {
     "flow": ((2,), "float32"),
     "identity": ((), "uint32"),
 }
+_MOST_PIXELS = 8192  # to a side of what is drawn finer
+_FINER = 3  # times the pixels to each side that truth is drawn with for a lens, which takes the nearest of them
 _MOST_WIDENING = 4  # times as many pixels to each side as a distorted picture may need from the straight one
 
 
@@ -177,6 +179,7 @@ class SensorCamera:
         self._application = application
         self._lens = Lens(self.intrinsics, distortion) if any(distortion) else None
         self._drawn = self._lens.straight(_MOST_WIDENING) if self._lens else self.intrinsics
+        self._drawn_truth = self._drawn.finer(_finer(self._drawn)) if self._lens else self._drawn
         self._planes = (float(near), float(far))
         self._samples = int(samples)
         self._rgb: Any = None
@@ -236,17 +239,21 @@ class SensorCamera:
             self._rgb = self._new_target(False)
         if channels - {"rgb"} and self._truth is None:
             self._truth = self._new_target(True)
-        for target, wanted in ((self._rgb, "rgb" in channels), (self._truth, bool(channels - {"rgb"}))):
+        for target, drawn, wanted in (
+            (self._rgb, self._drawn, "rgb" in channels),
+            (self._truth, self._drawn_truth, bool(channels - {"rgb"})),
+        ):
             if target is not None:
                 target.getCamera().setNodeMask(0xFFFFFFFF if wanted else 0)
-                self._place(target)
+                self._place(target, drawn)
         if channels - {"rgb"}:
             _osg.prepareTruth(self._truth)
 
     def _new_target(self, truth: bool) -> Any:
         import hyxOSG
 
-        size = self._drawn.width, self._drawn.height
+        drawn = self._drawn_truth if truth else self._drawn
+        size = drawn.width, drawn.height
         app, Application = self._application, hyxOSG.ExampleApplication
         if truth:
             target = _osg.newTruthTarget(*size)
@@ -261,7 +268,7 @@ class SensorCamera:
             app.addRenderTarget(target)
         return target
 
-    def _place(self, target: Any) -> None:
+    def _place(self, target: Any, drawn: Intrinsics) -> None:
         import numpy
         import osg
 
@@ -270,14 +277,15 @@ class SensorCamera:
         camera = target.getCamera()
         # The scene graph multiplies rows, so its matrices are transposed.
         camera.setViewMatrix(osg.Matrixd(view.T.ravel().tolist()))
-        camera.setProjectionMatrix(osg.Matrixd(self._drawn.projection(*self._planes).T.ravel().tolist()))
+        camera.setProjectionMatrix(osg.Matrixd(drawn.projection(*self._planes).T.ravel().tolist()))
 
     def _frame(self, channels: set[str]) -> SensorFrame:
         import numpy
 
-        shape = (self._drawn.height, self._drawn.width)
+        shape = (self._drawn_truth.height, self._drawn_truth.width)
         arrays: dict[str, Any] = {}
-        for name in channels - {"rgb"}:
+        slopes = {"normals"} if self._lens and "depth" in channels else set()
+        for name in (channels | slopes) - {"rgb"}:
             more, kind = _SHAPES[name]
             arrays[name] = numpy.empty(shape + more, kind)
         if arrays:
@@ -285,7 +293,10 @@ class SensorCamera:
         if "rgb" in channels:
             arrays["rgb"] = numpy.array(self._rgb.pixels)[::-1].copy()
         if self._lens:
-            arrays = self._lens.bend(self._drawn, arrays)
+            colors = {"rgb": arrays.pop("rgb")} if "rgb" in arrays else {}
+            arrays = self._lens.bend(self._drawn_truth, arrays) | self._lens.bend(self._drawn, colors)
+            for name in slopes - channels:
+                del arrays[name]
         frame = SensorFrame(self._application.getSimulation().getTimeStamp(), self.K, self.pose, **arrays)
         if self.noise:
             self.noise(frame)
@@ -313,6 +324,11 @@ def read_cameras(cameras: Iterable[SensorCamera], *channels: str) -> list[Sensor
             for target in (camera._rgb, camera._truth):
                 if target is not None:
                     target.getCamera().setNodeMask(0)
+
+
+def _finer(drawn: Intrinsics) -> int:
+    """Less where the graphics driver draws no pictures of such a size."""
+    return max(1, min(_FINER, _MOST_PIXELS // max(drawn.width, drawn.height)))
 
 
 def _pose(values: Any) -> Any:

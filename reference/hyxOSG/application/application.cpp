@@ -4,6 +4,7 @@
 
 #include <osg/Notify>
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace hyxOSG {
@@ -24,6 +25,22 @@ ExampleApplication::ExampleApplication(hyxSDK::Simulation* simulation)
 ExampleApplication::~ExampleApplication() {
     m_implementation->firstView->finish(); // a script may keep the root
     m_implementation->showSimulation(nullptr);
+}
+
+void ExampleApplication::addListener(ExampleApplicationListener* listener) {
+    auto& listeners = m_implementation->listeners;
+    if (listener && std::ranges::find(listeners, listener, &ListenerHold::get) == listeners.end())
+        listeners.emplace_back(listener);
+}
+
+bool ExampleApplication::removeListener(ExampleApplicationListener* listener) {
+    auto& listeners = m_implementation->listeners;
+    auto const place = std::ranges::find(listeners, listener, &ListenerHold::get);
+    if (place == listeners.end())
+        return false;
+    ListenerHold const last = *place; // what ends with it may remove others
+    listeners.erase(place);
+    return true;
 }
 
 void ExampleApplication::initSimulation(hyxSDK::Simulation* simulation, bool applyOptions) {

@@ -376,22 +376,6 @@ std::mutex* ExampleApplication::getFrameMutex() {
     return &m_implementation->frameMutex;
 }
 
-void ExampleApplication::addListener(ExampleApplicationListener* listener) {
-    auto& listeners = m_implementation->listeners;
-    if (listener && std::ranges::find(listeners, listener, &ListenerHold::get) == listeners.end())
-        listeners.emplace_back(listener);
-}
-
-bool ExampleApplication::removeListener(ExampleApplicationListener* listener) {
-    auto& listeners = m_implementation->listeners;
-    auto const place = std::ranges::find(listeners, listener, &ListenerHold::get);
-    if (place == listeners.end())
-        return false;
-    ListenerHold const last = *place; // what ends with it may remove others
-    listeners.erase(place);
-    return true;
-}
-
 void ExampleApplication::handleReactiveScriptErrors(bool pause) {
     size_t const errors = Implementation::countScriptErrors();
     bool const anyNew = errors > m_implementation->errorsSeen;

@@ -90,9 +90,52 @@ def test_points_appear_where_the_calibration_says(app, things, distortion):
         depth = frame.depth[mask]
         points = numpy.stack([x * depth, y * depth, depth], axis=-1) @ camera.pose[:3, :3].T + camera.pose[:3, 3]
         outside = numpy.abs(points - numpy.array(place)) - numpy.array((0.3, 0.4, 0.5))
-        # A tenth of a pixel at this distance; with a lens a channel is the one of the nearest drawn pixel.
+        # A tenth of a pixel at this distance; with a lens an edge is that of the nearest drawn pixel.
         pixel = depth.max() / 600
-        assert outside.max() < (0.1 if not distortion else 0.75) * pixel + 1e-4
+        off = numpy.abs(outside.max(axis=-1)) / pixel
+        assert outside.max() < (0.1 if not distortion else 1) * pixel + 1e-4
+        assert numpy.mean(off < 0.1) > (0.999 if not distortion else 0.97) and numpy.median(off) < 0.01
+
+
+@pytest.mark.parametrize("distortion", DISTORTIONS, ids=["straight", "barrel", "pincushion"])
+def test_the_middle_of_a_ball_is_where_its_projection_is(app, things, distortion):
+    camera = SensorCamera(app, 640, 480, K=[[600, 0, 300], [0, 620, 250], [0, 0, 1]], distortion=distortion)
+    camera.look_at((0.5, -4, 1.5), (0, 0, 0.4))
+    ball = things["ball"]
+    things["box"].setPosition(hyx.Vec3(50, 0, 0))
+    for place in ((-1.1, 0, 1.1), (1.3, -0.3, 0.9)):
+        ball.setPosition(hyx.Vec3(*place))
+        frame = camera.read("identity")
+        rows, columns = numpy.nonzero(frame.identity == next(n for n, body in frame.bodies.items() if body is ball))
+        x, y = undistort((columns - 300) / 600, (rows - 250) / 620, distortion)
+        # A ball's rays fill a cone round its middle: the mean over its solid angle is its axis.
+        rays = numpy.stack([x, y, numpy.ones_like(x)], axis=-1)
+        length = numpy.linalg.norm(rays, axis=-1)
+        area = solid_angle(x, y, distortion) / length**3
+        axis = (rays / length[:, None] * area[:, None]).sum(axis=0)
+        middle = (numpy.array(place) - camera.pose[:3, 3]) @ camera.pose[:3, :3]
+        assert numpy.abs(600 * (axis[:2] / axis[2] - middle[:2] / middle[2])).max() < 0.1
+
+
+def solid_angle(x, y, distortion):
+    """How much of the straight picture a pixel of the bent one takes, by differences."""
+    if not distortion:
+        return numpy.ones_like(x)
+    step = 1e-5
+    right, down = distort(x + step, y, distortion), distort(x, y + step, distortion)
+    here = distort(x, y, distortion)
+    xx, yx, xy, yy = right[0] - here[0], right[1] - here[1], down[0] - here[0], down[1] - here[1]
+    return step**2 / (xx * yy - xy * yx)
+
+
+def distort(x, y, coefficients):
+    k1, k2, p1, p2, k3 = (*coefficients, *[0] * (5 - len(coefficients)))
+    square = x * x + y * y
+    radial = 1 + square * (k1 + square * (k2 + square * k3))
+    return (
+        x * radial + 2 * p1 * x * y + p2 * (square + 2 * x * x),
+        y * radial + p1 * (square + 2 * y * y) + 2 * p2 * x * y,
+    )
 
 
 def undistort(x, y, coefficients):
