@@ -5,6 +5,7 @@ from __future__ import annotations
 import ast
 import re
 import textwrap
+from collections.abc import Iterator
 from pathlib import Path
 
 SPECIAL = re.compile(r"([*|_])(?=\W|$)|(?<!\w)([*|])")
@@ -12,18 +13,38 @@ SPECIAL = re.compile(r"([*|_])(?=\W|$)|(?<!\w)([*|])")
 
 def write_pages(packages: Path, folder: Path) -> None:
     folder.mkdir(parents=True, exist_ok=True)
-    for stub in sorted(packages.glob("*/__init__.pyi")):
+    for stub in [*sorted(packages.glob("*/__init__.pyi")), packages / "hyxsweep" / "__init__.py"]:
         name = stub.parent.name
         module = ast.parse(stub.read_text())
         summary = ast.get_docstring(ast.parse((stub.parent / "__init__.py").read_text())) or ""
         lines = [name, "=" * len(name), "", f".. py:module:: {name}", "", _text(summary), ""]
         shown: set[str] = set()
-        for statement in module.body:
+        for statement in [*module.body, *_written_by_hand(module, stub.parent)]:
             lines += _directive(statement, "", shown)
         (folder / f"{name}.rst").write_text("\n".join(lines) + "\n")
 
 
+def _written_by_hand(module: ast.Module, package: Path) -> Iterator[ast.stmt]:
+    """What a package offers of its parts, or of others as `import x as x` says, where it is defined."""
+    for statement in module.body:
+        if not isinstance(statement, ast.ImportFrom) or not statement.module:
+            continue
+        own = statement.level == 1
+        names = {alias.name for alias in statement.names if own or alias.name == alias.asname}
+        if names:
+            folder = package if own else package.parent
+            source = folder / Path(*statement.module.split(".")).with_suffix(".py")
+            yield from (found for found in ast.parse(source.read_text()).body if getattr(found, "name", "") in names)
+
+
+def _is_public(statement: ast.stmt) -> bool:
+    name = getattr(statement, "name", "")
+    return not name.startswith("_") or name.startswith("__")
+
+
 def _directive(statement: ast.stmt, indent: str, shown: set[str]) -> list[str]:
+    if not _is_public(statement):
+        return []
     if isinstance(statement, ast.ClassDef):
         return _class(statement, indent)
     if isinstance(statement, ast.FunctionDef):
