@@ -1,6 +1,8 @@
 // Keeps the tree of components in order: parents, names, one place for each object.
 #include "platform/hyx/objects/component.h"
 
+#include "reference/hyxPython/script_errors.h"
+
 #include <algorithm>
 #include <iostream>
 #include <stdexcept>
@@ -49,8 +51,13 @@ void requireContainable(Component const& container, Component const& part) {
 
 Component::~Component() {
     for (auto const& object : m_objects)
-        if (auto* component = dynamic_cast<Component*>(object.get()))
-            component->Component::setContext(nullptr); // an override of a script could not tell of its errors here
+        if (auto* component = dynamic_cast<Component*>(object.get())) {
+            try {
+                component->setContext(nullptr);
+            } catch (...) { // an override of a script: nobody is there to be told but the log
+                hyxPython::takeScriptError("setContext");
+            }
+        }
 }
 
 void Component::printSubtree() const {
