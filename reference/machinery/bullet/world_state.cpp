@@ -9,6 +9,7 @@
 #include <BulletCollision/BroadphaseCollision/btBroadphaseProxy.h>
 
 #include <algorithm>
+#include <cstring>
 #include <numeric>
 #include <tuple>
 #include <unordered_map>
@@ -29,6 +30,21 @@ struct SavedContacts {
                parts[1] == manifold.m_companionIdB && numPoints >= 1 && numPoints <= MANIFOLD_CACHE_SIZE;
     }
 };
+
+/// Into cleared memory, one by one: between a point's values are bytes that nobody set, and the same contacts are to be
+/// the same state.
+void keepPoint(btManifoldPoint const& point, btManifoldPoint& kept) {
+    auto const take = [&](auto... members) { ((kept.*members = point.*members), ...); };
+    using Point = btManifoldPoint;
+    take(&Point::m_localPointA, &Point::m_localPointB, &Point::m_positionWorldOnA, &Point::m_positionWorldOnB,
+         &Point::m_normalWorldOnB, &Point::m_distance1, &Point::m_lateralFrictionDir1, &Point::m_lateralFrictionDir2);
+    take(&Point::m_combinedFriction, &Point::m_combinedRollingFriction, &Point::m_combinedSpinningFriction,
+         &Point::m_combinedRestitution, &Point::m_contactCFM, &Point::m_contactERP, &Point::m_frictionCFM);
+    take(&Point::m_partId0, &Point::m_partId1, &Point::m_index0, &Point::m_index1, &Point::m_contactPointFlags,
+         &Point::m_lifeTime);
+    take(&Point::m_appliedImpulse, &Point::m_appliedImpulseLateral1, &Point::m_appliedImpulseLateral2,
+         &Point::m_prevRHS, &Point::m_contactMotion1, &Point::m_contactMotion2);
+}
 
 int numberOf(btCollisionObject const& object) {
     return object.getBroadphaseHandle() ? object.getBroadphaseHandle()->m_uniqueId : -1;
@@ -76,15 +92,15 @@ void PhysicsWorld::exchangeState(StateBytes& bytes, std::vector<RigidBody*> cons
             btPersistentManifold const& manifold = *m_dispatcher->getManifoldByIndexInternal(i);
             if (manifold.getNumContacts() == 0)
                 continue;
-            SavedContacts saved{};
+            SavedContacts& saved = contacts.emplace_back();
+            std::memset(static_cast<void*>(&saved), 0, sizeof saved);
             saved.objects[0] = numbers[manifold.getBody0()];
             saved.objects[1] = numbers[manifold.getBody1()];
             saved.parts[0] = manifold.m_companionIdA;
             saved.parts[1] = manifold.m_companionIdB;
             saved.numPoints = manifold.getNumContacts();
             for (int k = 0; k < saved.numPoints; ++k)
-                saved.points[k] = manifold.getContactPoint(k);
-            contacts.push_back(saved);
+                keepPoint(manifold.getContactPoint(k), saved.points[k]);
         }
     bytes(contacts);
     if (!bytes.restores())
