@@ -24,8 +24,7 @@ std::string nextScreenshotName() {
 void ExampleApplication::takeScreenShot(hyx::String const& fileName) {
     auto const kept = Implementation::keep(*this);
     auto const window = m_implementation->ensureWindow(*this);
-    if (m_implementation->debug.enabled())
-        m_implementation->debug.update(m_implementation->ensureSimulation());
+    m_implementation->showPresentState(*this);
     osg::ref_ptr<osg::Image> const image = window->grab(getTimeStamp());
     writeImageFile(*image, fileName.empty() ? nextScreenshotName() : std::string(fileName));
 }
@@ -42,8 +41,8 @@ void ExampleApplication::readPicture(unsigned char* rgb, hyx::Vec2u size, bool f
     if (hyx::Vec2u const drawn = getPictureSize(); !rgb || size.x != drawn.x || size.y != drawn.y)
         throw std::invalid_argument("the picture has " + std::to_string(drawn.x) + " x " + std::to_string(drawn.y) +
                                     " pixels: give memory of that size");
-    if (fresh && m_implementation->debug.enabled())
-        m_implementation->debug.update(m_implementation->ensureSimulation());
+    if (fresh)
+        m_implementation->showPresentState(*this);
     auto const window = m_implementation->window;
     window->readPicture(getTimeStamp(), fresh, rgb);
 }

@@ -190,6 +190,8 @@ struct ExampleApplication::Implementation {
     /// Whether this frame draws: a paused loop draws what has changed.
     bool drawingDue();
     void updateNotes(ExampleApplication const& application);
+    /// Brings what is shown beside the bodies up to date, for a picture out of the loop's turn.
+    void showPresentState(ExampleApplication const& application);
     /// All that follows a simulation step.
     void followStep(ExampleApplication& application);
     /// The settings that belong to the scene that changes them, as they are now.

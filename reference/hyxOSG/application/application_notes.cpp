@@ -148,6 +148,14 @@ void ExampleApplication::Implementation::updateNotes(ExampleApplication const& a
     notes.layOut(traits->width, traits->height);
 }
 
+void ExampleApplication::Implementation::showPresentState(ExampleApplication const& application) {
+    hyxSDK::Simulation& shown = ensureSimulation();
+    if (debug.enabled())
+        debug.update(shown);
+    statusMade = {};
+    updateNotes(application);
+}
+
 bool ExampleApplication::tryScene(std::function<void()> const& change) {
     std::string reason;
     try {

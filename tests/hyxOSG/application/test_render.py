@@ -40,6 +40,20 @@ def test_a_picture_is_an_array_of_the_present_state(staged, tmp_path):
     assert staged.getTimeStamp() == time, "nothing steps"
 
 
+def test_notes_in_a_picture_are_of_the_present(app):
+    app.initViewer(400, 300)
+    bare = app.render()
+    app.setEnableStatus(True)
+    first = app.render()
+    assert (first != bare).any()
+    app.getSimulation().stepTo(1.5)
+    assert (app.render() != first).any(), "the time stands in the status"
+    app.setEnableStatus(False)
+    assert numpy.array_equal(app.render(), bare)
+    app.setEnableHelp(True)
+    assert (app.render() != bare).any()
+
+
 def test_the_pixels_are_those_of_the_last_frame(staged):
     staged.executeOneStepWithGraphics(hyx.HighAccuracyTimer())
     drawn = staged.pixels
