@@ -12,6 +12,8 @@ constexpr Declared picture_quality_rows[] = {
     FUNCTION(SceneDecorator_getShadowMapSize, METHOD(hyxOSG::SceneDecorator, getShadowMapSize, () const)),
     FUNCTION(SceneDecorator_setEnableSkyLight, METHOD(hyxOSG::SceneDecorator, setEnableSkyLight, (bool))),
     FUNCTION(SceneDecorator_getEnableSkyLight, METHOD(hyxOSG::SceneDecorator, getEnableSkyLight, () const)),
+    FUNCTION(SceneDecorator_setEnableContactShade, METHOD(hyxOSG::SceneDecorator, setEnableContactShade, (bool))),
+    FUNCTION(SceneDecorator_getEnableContactShade, METHOD(hyxOSG::SceneDecorator, getEnableContactShade, () const)),
 };
 
 } // namespace

@@ -47,8 +47,8 @@ class ExampleApplication:
         """Chooses how pictures look without further tuning. What a script sets later stands.
 
         - "plain": the defaults of all operations.
-        - "talk": for slides. Light at each pixel, shadows that are softer the farther they fall, a fill light, ambient
-          light from sky and ground, no logo.
+        - "talk": for slides. Light at each pixel, shadows, a fill light, ambient light from sky and ground, darker
+          where bodies touch, no logo.
         - "paper": for print. As "talk", before white and as smooth as the driver can; the samples hold for the next
           window.
         """
@@ -63,6 +63,7 @@ class ExampleApplication:
         decorator.setShadowMethod(decorator.SOFT_SHADOWMAP)
         decorator.setShadowMapSize(2048 if paper else 1024)
         decorator.setEnableSkyLight(tuned)
+        decorator.setEnableContactShade(tuned)
         decorator.setEnableLights(decorator.LIGHT0 | decorator.LIGHT1 if tuned else decorator.LIGHT0)
         decorator.setEnableLogo(not tuned)
         upper, lower = ((1, 1, 1), (1, 1, 1)) if paper else ((0.55, 0.66, 0.80), (0.87, 0.89, 0.92))

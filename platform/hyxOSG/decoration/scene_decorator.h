@@ -102,6 +102,12 @@ public:
     /// Whether ambient light has the colours of the background.
     bool getEnableSkyLight() const;
 
+    /// Darkens places that things near them hide from the sky: under bodies, in corners and grooves. Default off. Parts
+    /// that one sees through take no part in it. Where the graphics driver has no programs nothing changes.
+    void setEnableContactShade(bool enable);
+    /// Whether hidden places are darker.
+    bool getEnableContactShade() const;
+
     /// Lights each pixel by the library's program, also where no shadow method needs it. Default off: without shadows,
     /// and where the graphics driver has no programs, light is computed at the corners of the meshes. Nodes with a
     /// program of their own keep it.

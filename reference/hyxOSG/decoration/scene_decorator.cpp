@@ -100,6 +100,15 @@ bool SceneDecorator::getEnableSkyLight() const {
     return m_implementation->skyLight;
 }
 
+void SceneDecorator::setEnableContactShade(bool enable) {
+    m_implementation->contactShade = enable;
+    m_implementation->updateParts();
+}
+
+bool SceneDecorator::getEnableContactShade() const {
+    return m_implementation->contactShade;
+}
+
 void SceneDecorator::setEnableShaderState(bool enable, bool perPixelHighlights) {
     m_implementation->shaderState = enable;
     m_implementation->perPixelHighlights = perPixelHighlights;

@@ -51,6 +51,7 @@ SceneDecorator::Implementation::Implementation(int width, int height, int mapSiz
     lit->addChild(shadowed);
     lit->addChild(aside);
     aside->addChild(unshadowed);
+    scene->addChild(contacts);
     overlay->getOrCreateStateSet()->setMode(GL_BLEND, osg::StateAttribute::ON);
     for (osg::Node* node : {logo.node(), rows.node(), static_cast<osg::Node*>(hud.get()), cursor.node()})
         overlay->addChild(node);
@@ -76,6 +77,7 @@ bool SceneDecorator::Implementation::fits(osg::Node const* node) const {
 
 void SceneDecorator::Implementation::updateParts() {
     background.node()->setNodeMask(enabled ? unsigned(ExampleApplication::DECORATOR_MASK) : 0u);
+    contacts->setNodeMask(enabled && contactShade ? unsigned(ExampleApplication::DECORATOR_MASK) : 0u);
     overlay->setNodeMask(enabled ? unsigned(ExampleApplication::HUD_MASK) : 0u);
     lit->setStateSet(shaderState ? decorator::createShadingState(shading()) : osg::ref_ptr<osg::StateSet>());
     bool const shadows = enabled && shadowsEnabled;

@@ -3,6 +3,7 @@
 
 #include "platform/hyxOSG/decoration/scene_decorator.h"
 #include "reference/hyxOSG/decoration/background.h"
+#include "reference/hyxOSG/decoration/contact_shade.h"
 #include "reference/hyxOSG/decoration/decorator_lights.h"
 #include "reference/hyxOSG/decoration/drawn_cursor.h"
 #include "reference/hyxOSG/decoration/logo.h"
@@ -56,6 +57,7 @@ struct SceneDecorator::Implementation {
     bool shaderState = false;
     bool perPixelHighlights = true;
     bool skyLight = false;
+    bool contactShade = false;
     float pixelScale = 1;
 
     osg::ref_ptr<decorator::ShadowSupportProbe> shadowSupport = new decorator::ShadowSupportProbe;
@@ -69,6 +71,7 @@ struct SceneDecorator::Implementation {
     // State that comes and goes lies on groups of its own, out of the way of what a script sets.
     osg::ref_ptr<osg::Group> lit = new osg::Group;
     osg::ref_ptr<osg::Group> aside = new osg::Group;
+    osg::ref_ptr<decorator::ContactShade> contacts = new decorator::ContactShade;
     osg::ref_ptr<osg::Group> unshadowed = new osg::Group;
     osg::ref_ptr<osg::Camera> overlay;
     osg::ref_ptr<osg::MatrixTransform> hud = new osg::MatrixTransform;

@@ -1,9 +1,6 @@
 // Copies depth buffers, and holds the program that compares with them.
 #include "reference/machinery/shading/peeled_layers.h"
 
-#include <osg/FrameBufferObject>
-#include <osg/Texture2DMultisample>
-
 #include <string>
 
 namespace hyxOSG {
@@ -41,18 +38,6 @@ void main() {
 }
 )";
 
-GLuint boundFrameBuffer(GLenum which) {
-    GLint bound = 0;
-    glGetIntegerv(which, &bound);
-    return static_cast<GLuint>(bound);
-}
-
-GLsizei boundSamples() {
-    GLint samples = 0;
-    glGetIntegerv(GL_SAMPLES_ARB, &samples);
-    return samples;
-}
-
 void forgetErrors() {
     while (glGetError() != GL_NO_ERROR) {
     }
@@ -60,37 +45,38 @@ void forgetErrors() {
 
 } // namespace
 
-PeeledLayers::PeeledLayers(unsigned int context) : m_gl(*osg::GLExtensions::Get(context, true)) {
-    m_able = m_gl.isFrameBufferObjectSupported && m_gl.isPackedDepthStencilSupported && m_gl.glBlitFramebuffer &&
-             m_gl.isARBOcclusionQuerySupported && m_gl.isGlslSupported;
-}
+PeeledLayers::PeeledLayers(unsigned int context)
+    : m_gl(*osg::GLExtensions::Get(context, true)),
+      m_opaque(m_gl),
+      m_lastLayer(m_gl),
+      m_able(DepthCopy::isPossible(m_gl) && m_gl.isARBOcclusionQuerySupported) {}
 
 bool PeeledLayers::begin(osg::State& state, osg::Viewport const& viewport) {
-    GLint drawn = GL_NONE;
-    glGetIntegerv(GL_DRAW_BUFFER, &drawn);
-    m_target = boundFrameBuffer(GL_DRAW_FRAMEBUFFER_BINDING_EXT);
-    if (!m_able || drawn == GL_NONE || boundFrameBuffer(GL_READ_FRAMEBUFFER_BINDING_EXT) != m_target)
+    m_target = drawnFrame();
+    if (!m_able || !m_target.hasColors)
         return false;
-    auto const width = static_cast<GLsizei>(viewport.x() + viewport.width());
-    auto const height = static_cast<GLsizei>(viewport.y() + viewport.height());
-    GLsizei const samples = boundSamples();
     forgetErrors();
-    if (samples != m_samples) {
-        m_samples = samples;
-        m_width = 0;
-        m_able = makeProgram(state);
-    }
-    if (m_able && (width != m_width || height != m_height)) {
-        m_width = width;
-        m_height = height;
-        m_able = makeCopies();
-    }
+    m_able = prepare(state, static_cast<GLsizei>(viewport.x() + viewport.width()),
+                     static_cast<GLsizei>(viewport.y() + viewport.height()));
     if (!m_able)
         return false;
-    copyDepths(m_target, m_frameBuffers[OPAQUE_DEPTHS]);
-    m_behind = OPAQUE_DEPTHS;
-    m_able = glGetError() == GL_NO_ERROR;
+    m_opaque.copyFrom(m_target.id);
+    m_behind = &m_opaque;
+    m_able = glGetError() == GL_NO_ERROR; // windows may have depths of another kind, which cannot be copied
     return m_able;
+}
+
+bool PeeledLayers::prepare(osg::State& state, GLsizei width, GLsizei height) {
+    m_width = width;
+    m_height = height;
+    if (m_query == 0)
+        m_gl.glGenQueries(1, &m_query);
+    if (m_target.samples != m_samples) {
+        m_samples = m_target.samples;
+        if (!makeProgram(state))
+            return false;
+    }
+    return m_opaque.resize(m_samples, width, height) && m_lastLayer.resize(m_samples, width, height);
 }
 
 void PeeledLayers::beginDepths(osg::State& state) {
@@ -99,8 +85,7 @@ void PeeledLayers::beginDepths(osg::State& state) {
     glClearDepth(0);
     glClear(GL_DEPTH_BUFFER_BIT);
     glClearDepth(1);
-    state.setActiveTextureUnit(behindUnit);
-    glBindTexture(m_samples > 0 ? GL_TEXTURE_2D_MULTISAMPLE : GL_TEXTURE_2D, m_textures[m_behind]);
+    m_behind->bindTexture(state, behindUnit);
     m_gl.glBeginQuery(GL_SAMPLES_PASSED_ARB, m_query);
 }
 
@@ -118,15 +103,14 @@ bool PeeledLayers::endDepths() {
     m_gl.glGetQueryObjectuiv(m_query, GL_QUERY_RESULT_ARB, &passed);
     if (passed == 0)
         return false;
-    m_behind = LAST_LAYER;
-    copyDepths(m_target, m_frameBuffers[LAST_LAYER]);
+    m_behind = &m_lastLayer;
+    m_lastLayer.copyFrom(m_target.id);
     return true;
 }
 
 void PeeledLayers::end(osg::State& state) {
-    state.setActiveTextureUnit(behindUnit);
-    glBindTexture(m_samples > 0 ? GL_TEXTURE_2D_MULTISAMPLE : GL_TEXTURE_2D, 0);
-    copyDepths(m_frameBuffers[OPAQUE_DEPTHS], m_target);
+    m_opaque.unbindTexture(state, behindUnit);
+    m_opaque.copyTo(m_target.id);
 }
 
 bool PeeledLayers::makeProgram(osg::State& state) {
@@ -137,46 +121,6 @@ bool PeeledLayers::makeProgram(osg::State& state) {
         new osg::Shader(osg::Shader::FRAGMENT, std::string(m_samples > 0 ? sampleDepth : pixelDepth) + comparison));
     state.applyAttribute(m_program);
     return m_program->getPCP(state)->isLinked();
-}
-
-bool PeeledLayers::makeCopies() {
-    GLenum const target = m_samples > 0 ? GL_TEXTURE_2D_MULTISAMPLE : GL_TEXTURE_2D;
-    if (m_query == 0) {
-        m_gl.glGenQueries(1, &m_query);
-        m_gl.glGenFramebuffers(NUM_COPIES, m_frameBuffers);
-    }
-    if (m_textures[0] != 0)
-        glDeleteTextures(NUM_COPIES, m_textures);
-    glGenTextures(NUM_COPIES, m_textures);
-    bool complete = true;
-    for (int copy = 0; copy < NUM_COPIES; ++copy) {
-        glBindTexture(target, m_textures[copy]);
-        if (m_samples > 0) {
-            m_gl.glTexImage2DMultisample(target, m_samples, GL_DEPTH24_STENCIL8_EXT, m_width, m_height, GL_TRUE);
-        } else {
-            glTexImage2D(target, 0, GL_DEPTH24_STENCIL8_EXT, m_width, m_height, 0, GL_DEPTH_STENCIL_EXT,
-                         GL_UNSIGNED_INT_24_8_EXT, nullptr);
-            glTexParameteri(target, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
-            glTexParameteri(target, GL_TEXTURE_MAG_FILTER, GL_NEAREST);
-        }
-        m_gl.glBindFramebuffer(GL_DRAW_FRAMEBUFFER_EXT, m_frameBuffers[copy]);
-        m_gl.glFramebufferTexture2D(GL_DRAW_FRAMEBUFFER_EXT, GL_DEPTH_ATTACHMENT_EXT, target, m_textures[copy], 0);
-        m_gl.glFramebufferTexture2D(GL_DRAW_FRAMEBUFFER_EXT, GL_STENCIL_ATTACHMENT_EXT, target, m_textures[copy], 0);
-        glDrawBuffer(GL_NONE);
-        complete = complete && m_gl.glCheckFramebufferStatus(GL_DRAW_FRAMEBUFFER_EXT) == GL_FRAMEBUFFER_COMPLETE_EXT;
-    }
-    m_gl.glBindFramebuffer(GL_DRAW_FRAMEBUFFER_EXT, m_target);
-    glBindTexture(target, 0);
-    return complete;
-}
-
-void PeeledLayers::copyDepths(GLuint from, GLuint to) const {
-    m_gl.glBindFramebuffer(GL_READ_FRAMEBUFFER_EXT, from);
-    m_gl.glBindFramebuffer(GL_DRAW_FRAMEBUFFER_EXT, to);
-    // Stencil values, which stay the same, share memory with depths: all of it is copied faster than a part.
-    m_gl.glBlitFramebuffer(0, 0, m_width, m_height, 0, 0, m_width, m_height,
-                           GL_DEPTH_BUFFER_BIT | GL_STENCIL_BUFFER_BIT, GL_NEAREST);
-    m_gl.glBindFramebuffer(GL_FRAMEBUFFER_EXT, m_target);
 }
 
 } // namespace hyxOSG

@@ -1,6 +1,8 @@
 // Keeps copies of depths, by which surfaces that one sees through are drawn layer by layer.
 #pragma once
 
+#include "reference/machinery/shading/depth_copy.h"
+
 #include <osg/GLExtensions>
 #include <osg/Program>
 #include <osg/State>
@@ -33,19 +35,17 @@ public:
     void end(osg::State& state);
 
 private:
-    enum Copy { OPAQUE_DEPTHS, LAST_LAYER, NUM_COPIES };
-
+    bool prepare(osg::State& state, GLsizei width, GLsizei height);
     bool makeProgram(osg::State& state);
-    bool makeCopies();
-    void copyDepths(GLuint from, GLuint to) const;
 
     osg::GLExtensions const& m_gl;
     osg::ref_ptr<osg::Program> m_program;
-    GLsizei m_samples = -1, m_width = 0, m_height = 0; ///< of the copies
-    GLuint m_frameBuffers[NUM_COPIES]{}, m_textures[NUM_COPIES]{};
-    GLuint m_target = 0; ///< the frame buffer that is drawn into
+    DrawnFrame m_target;
+    GLsizei m_samples = -1; ///< of the program
+    GLsizei m_width = 0, m_height = 0;
+    DepthCopy m_opaque, m_lastLayer;
+    DepthCopy const* m_behind = &m_opaque;
     GLuint m_query = 0;
-    Copy m_behind = OPAQUE_DEPTHS;
     bool m_able = true;
 };
 
