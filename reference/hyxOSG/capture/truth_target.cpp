@@ -283,12 +283,17 @@ TruthSamples TruthTarget::Implementation::drawn() const {
 
 void TruthTarget::read(Channels const& channels) const {
     Implementation const& own = *m_implementation;
+    auto const write = [&](auto const& sample) {
+        hyx::forChunks(own.size.y, rowsPerChunk, [&](std::size_t first, std::size_t end) {
+            for (std::size_t row = first; row < end; ++row)
+                for (std::size_t column = 0; column < own.size.x; ++column)
+                    sample(row, column).write(channels, row * own.size.x + column);
+        });
+    };
+    if (own.forms.empty()) // no pixel needs those around it
+        return write([&](std::size_t row, std::size_t column) { return own.drawn(row, column); });
     TruthSamples const samples = own.drawn();
-    hyx::forChunks(own.size.y, rowsPerChunk, [&](std::size_t first, std::size_t end) {
-        for (std::size_t row = first; row < end; ++row)
-            for (std::size_t column = 0; column < own.size.x; ++column)
-                samples.exact(row, column).write(channels, row * own.size.x + column);
-    });
+    write([&](std::size_t row, std::size_t column) { return samples.exact(row, column); });
 }
 
 } // namespace hyxOSG
