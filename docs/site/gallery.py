@@ -27,9 +27,9 @@ PARTS = {
 def prepare(root: Path, folder: Path) -> None:
     """Copies the examples, with their first sentences as titles."""
     shutil.rmtree(folder, ignore_errors=True)
-    _write_heading(folder, "Gallery", "One thing each, in at most 30 lines.")
+    _write_heading(folder, "Gallery", "=", "One thing each, in at most 30 lines.")
     for part, heading in PARTS.items():
-        _write_heading(folder / part, heading, "")
+        _write_heading(folder / part, heading, "-")
         for script in sorted((root / "examples" / "short" / part).glob("*.py")):
             (folder / part / script.name).write_text(_titled(script.read_text()))
 
@@ -46,9 +46,9 @@ def scrape(block: Any, variables: dict[str, Any], configuration: dict[str, Any])
     return str(figure_rst([target], configuration["src_dir"]))
 
 
-def _write_heading(folder: Path, heading: str, text: str) -> None:
+def _write_heading(folder: Path, heading: str, underline: str, text: str = "") -> None:
     folder.mkdir(parents=True, exist_ok=True)
-    (folder / "GALLERY_HEADER.rst").write_text(f"{heading}\n{'=' * len(heading)}\n\n{text}\n")
+    (folder / "GALLERY_HEADER.rst").write_text(f"{heading}\n{underline * len(heading)}\n\n{text}\n")
 
 
 def _titled(source: str) -> str:
