@@ -17,8 +17,9 @@ import hyx
 import hyxOSG
 from application_stage import read_picture
 
-# The modules that are built for the tests; an installed wheel is tested without them, see tools/wheel/test_installed.
-BUILT = re.compile(r"^(import|from) (_sample|_probe|plain_sibling)\b", re.MULTILINE)
+# What takes modules that are built for the tests, the build's description of the interface, or stubs outside of an
+# environment: an installed wheel is tested without it, see tools/wheel/test_installed.
+BUILT = re.compile(r"^(import|from) (_sample|_probe|plain_sibling)\b|interface\.json|MYPYPATH", re.MULTILINE)
 INSTALLED = not (BUILD / "test_modules").is_dir()
 
 

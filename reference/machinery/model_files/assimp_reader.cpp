@@ -218,17 +218,35 @@ public:
     }
 };
 
+/// COLLADA is read by the scene-graph library where its reader is installed; self-contained packages have none.
+bool isLeftToOthers(std::string const& extension) {
+    auto* const registry = osgDB::Registry::instance();
+    return extension == "dae" &&
+           osgDB::fileType(registry->findLibraryFile(registry->createLibraryNameForExtension(extension), nullptr,
+                                                     osgDB::CASE_SENSITIVE)) == osgDB::REGULAR_FILE;
+}
+
+/// Numbers are metres whatever unit the file names, as the reader of the scene-graph library has it.
+void leaveOutUnit(aiScene const& scene) {
+    aiVector3D scale, place;
+    aiQuaternion turn; // unit and axes are all that the importer puts there
+    scene.mRootNode->mTransformation.Decompose(scale, turn, place);
+    scene.mRootNode->mTransformation = aiMatrix4x4(turn.GetMatrix());
+}
+
 class AssetReader : public osgDB::ReaderWriter {
 public:
     AssetReader() {
         for (char const* const extension : extensions)
             supportsExtension(extension, "through the asset importer");
+        supportsExtension("dae", "through the asset importer, where there is no other reader");
     }
 
     char const* className() const override { return "Asset importer"; }
 
     ReadResult readNode(std::string const& file, Options const* options) const override {
-        if (!acceptsExtension(osgDB::getLowerCaseFileExtension(file)))
+        std::string const extension = osgDB::getLowerCaseFileExtension(file);
+        if (!acceptsExtension(extension) || isLeftToOthers(extension))
             return ReadResult::FILE_NOT_HANDLED;
         std::string const path = osgDB::findDataFile(file, options);
         if (path.empty())
@@ -241,13 +259,14 @@ public:
                       aiProcess_SortByPType | aiProcess_ValidateDataStructure);
         if (!scene || !scene->mRootNode)
             return ReadResult(std::string(importer.GetErrorString()));
+        if (extension == "dae")
+            leaveOutUnit(*scene);
         osg::ref_ptr<osg::Node> const model =
             SceneConverter(*scene, osgDB::getFilePath(path)).convert(*scene->mRootNode);
-        std::string const kind = osgDB::getLowerCaseFileExtension(path);
-        if (kind != "gltf" && kind != "glb")
+        if (extension != "gltf" && extension != "glb" && extension != "dae")
             return model.get();
         osg::ref_ptr<osg::MatrixTransform> const upright =
-            new osg::MatrixTransform(osg::Matrixd::rotate(osg::PI_2, osg::Vec3d(1, 0, 0))); // Y is up in these files
+            new osg::MatrixTransform(osg::Matrixd::rotate(osg::PI_2, osg::Vec3d(1, 0, 0))); // Y is up in these scenes
         upright->addChild(model);
         return upright.get();
     }
