@@ -2,34 +2,32 @@
 
 from __future__ import annotations
 
-from dataclasses import dataclass, field
-
 TYPE_CHECKING = False  # for checkers only: importing `typing` would cost more than the whole package
 if TYPE_CHECKING:
     import os
     from typing import Any
 
 
-@dataclass
 class Shape:
     """Triangles of one colour."""
 
-    vertices: Any
-    indices: Any
-    color: tuple[float, ...]
+    def __init__(self, vertices: Any, indices: Any, color: tuple[float, ...]) -> None:
+        self.vertices = vertices
+        self.indices = indices
+        self.color = color
 
 
-@dataclass
 class Place:
     """A node of the scene, its parts, and where it was at each moment."""
 
-    name: str
-    node: Any  # held, so that no other takes its address
-    children: dict[int, Place] = field(default_factory=dict)
-    shapes: dict[int, Shape | None] = field(default_factory=dict)
-    drawn: list[Any] = field(default_factory=list)
-    times: list[float] = field(default_factory=list)
-    matrices: list[Any] = field(default_factory=list)
+    def __init__(self, name: str, node: Any) -> None:
+        self.name = name
+        self.node = node  # held, so that no other takes its address
+        self.children: dict[int, Place] = {}
+        self.shapes: dict[int, Shape | None] = {}
+        self.drawn: list[Any] = []
+        self.times: list[float] = []
+        self.matrices: list[Any] = []
 
     def add_shape(self, drawable: Any, color: tuple[float, ...] | None) -> None:
         import hyxCollide

@@ -2,7 +2,6 @@
 
 from __future__ import annotations
 
-import asyncio
 import functools
 
 TYPE_CHECKING = False
@@ -85,6 +84,8 @@ def _view_class() -> type[Any]:
             picture = application.pixels
             same = self._shown is not None and numpy.array_equal(picture, self._shown)
             self._shown = picture
+            import asyncio  # of the notebook, which has loaded it
+
             asyncio.get_running_loop().call_later(1 / FRAME_RATE, self.request_draw)
             return None if same else picture
 
