@@ -6,6 +6,7 @@
 #include "reference/machinery/meshes/conversions.h"
 #include "reference/machinery/meshes/crease_normals.h"
 #include "reference/machinery/meshes/mesh_builder.h"
+#include "reference/machinery/meshes/triangle_order.h"
 
 #include <algorithm>
 #include <cmath>
@@ -45,6 +46,7 @@ osg::ref_ptr<osg::Geometry> trimeshSurface(hyxCollide::Trimesh const& mesh) {
     surface->addPrimitiveSet(new osg::DrawElementsUInt(GL_TRIANGLES, indices.begin(), indices.end()));
     setCreaseNormals(*surface);
     projectTexture(*surface);
+    orderTriangles(*surface);
     useVertexBuffers(*surface);
     return surface;
 }

@@ -2,6 +2,7 @@
 #include "reference/machinery/model_files/hidden_faces.h"
 
 #include "reference/machinery/meshes/closed_mesh.h"
+#include "reference/machinery/meshes/triangle_order.h"
 
 #include <osg/Geode>
 #include <osg/NodeVisitor>
@@ -31,8 +32,10 @@ public:
 
     void apply(osg::Drawable& drawable) override {
         osg::Geometry* const mesh = drawable.asGeometry();
-        if (mesh && !mesh->getStateSet() && isClosedOutwards(*mesh))
-            mesh->setStateSet(frontFacesOnly());
+        if (!mesh || mesh->getStateSet() || !isClosedOutwards(*mesh))
+            return;
+        mesh->setStateSet(frontFacesOnly());
+        orderTriangles(*mesh); // nothing shows through: in any order it looks the same
     }
 
 private:
