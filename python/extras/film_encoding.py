@@ -21,7 +21,7 @@ _SOFTWARE = {
     "prores": ("prores_ks", "prores"),
     "ffv1": ("ffv1",),
     "gif": ("gif",),
-    "webp": ("libwebp_anim", "libwebp"),
+    "webp": ("libwebp", "libwebp_anim"),  # the latter joins images that look alike
     "png": ("png",),
 }
 # What a container takes where nobody has said.
