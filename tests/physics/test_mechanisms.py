@@ -4,9 +4,10 @@ import math
 import random
 
 import hyx
+import hyxCollide
 import hyxSDK
 import pytest
-from physics_scene import GRAVITY, bare_body, run, simulation
+from physics_scene import GRAVITY, bare_body, ground, run, simulation
 
 SOLVERS = pytest.mark.parametrize(
     "solver",
@@ -163,3 +164,37 @@ def test_a_four_bar_follows_its_geometry_for_a_minute(measured, step, solver):
         worst = max(worst, abs((error + 180) % 360 - 180))
     measured("crank, rad", 120, hinges[0].getAngle(), 1e-3)
     measured("rocker error, deg", 0, worst, 0.04)
+
+
+def test_wheels_that_overlap_what_carries_them_roll():
+    floor = ground()
+    base = hyx.RigidBody(hyxCollide.Geometry(hyxCollide.Box(0.3, 0.2, 0.05)))
+    base.setPosition((0, 0, 0.2))
+    world = simulation(floor, base)
+    for side in (-0.28, 0.28):
+        wheel = hyx.RigidBody(hyxCollide.Geometry(hyxCollide.Sphere(0.15)))
+        wheel.setPosition((-0.15, side, 0.15))
+        axle = hyx.Hinge(wheel.getPosition(), (0, 1, 0), wheel, base)
+        axle.getMotor1D().setSpeed(5.0)
+        axle.getMotor1D().setEnable(True)
+        world.add(wheel)
+        world.add(axle)
+    run(world, 5)
+    assert base.getVelocity().x == pytest.approx(5 * 0.15, rel=1e-3)
+
+
+@SOLVERS
+def test_a_chain_without_slack_stays_where_it_hangs(solver):
+    world, links = simulation(), []
+    world.setSolver(solver)
+    for place in range(16):
+        link = hyx.RigidBody(hyxCollide.Geometry(hyxCollide.Box(0.13, 0.05, 0.05)))
+        link.setPosition((0.3 * place + 0.15, 0, 2))
+        world.add(link)
+        world.add(hyx.BallJoint((0.3 * place, 0, 2), link, links[-1] if links else None))
+        links.append(link)
+    world.add(hyx.BallJoint((4.8, 0, 2), links[-1]))
+    for _ in range(60):
+        run(world, 0.1)
+        assert max(abs(link.getPosition().x - 0.3 * place - 0.15) for place, link in enumerate(links)) < 0.02
+        assert max(abs(link.getPosition().z - 2) for link in links) < 0.3

@@ -16,6 +16,8 @@ constexpr int mostRounds = 30;
 constexpr int mostCorrections = 8;
 /// Metres or radians.
 constexpr double exactPlace = 1e-11;
+/// What rows may miss their places by, where corrections make it no better.
+constexpr double openPlace = 1e-6;
 constexpr double exactSpeed = 1e-9;
 /// m/s or rad/s; a bounded row that lacks more is at its bound.
 constexpr double heldSpeed = 1e-3;
@@ -308,39 +310,59 @@ void Mechanism::letFollow() {
             apply(*m_rows[i].row, *m_rows[i].joint, m_values[i] * m_rows[i].row->scale);
 }
 
+/// Joints that no places satisfy, such as a chain that is too short, would be paid with ever greater speeds: then the
+/// bodies keep those that they had, and the joints stay open.
 void Mechanism::correctPlaces(double substep) {
+    m_before.clear();
+    for (MovingBody const* body : m_bodies)
+        m_before.push_back(*body);
+    m_impulses.clear();
+    for (Row const& each : m_rows)
+        m_impulses.push_back(each.row->impulse);
+    double const first = missPlaces(substep);
+    double left = first;
     double former = SIMD_INFINITY;
-    for (int round = 0; round < mostCorrections; ++round) {
-        m_saved.clear();
-        for (MovingBody* body : m_bodies) {
-            m_saved.push_back(*body);
-            body->drift(substep);
-        }
-        for (Constraint::Implementation* joint : m_joints)
-            joint->measure(substep);
-        for (std::size_t i = 0; i < m_bodies.size(); ++i)
-            *m_bodies[i] = m_saved[i];
-        if (m_outdated)
-            factor();
-        double greatest = 0;
-        for (std::size_t i = 0; i < m_rows.size(); ++i) {
-            auto const& [row, joint] = m_rows[i];
-            m_values[i] = 0;
-            if (row->hold != ConstraintRow::FREE)
-                continue;
-            if (row->softness > 0) {
-                m_values[i] = lack(*row, *joint) * row->scale;
-                continue;
-            }
-            double const left = row->startValue + row->targetSpeed * substep - row->value;
-            greatest = std::max(greatest, std::abs(left));
-            m_values[i] = left / substep * row->scale;
-        }
-        if (greatest < exactPlace || greatest > 2 * former)
-            return;
-        former = greatest;
+    for (int round = 0; round < mostCorrections && left >= exactPlace && left <= 2 * former; ++round) {
+        former = left;
         m_outdated = push() || m_outdated;
+        left = missPlaces(substep);
     }
+    if (left < openPlace || left < first / 10)
+        return;
+    for (std::size_t i = 0; i < m_bodies.size(); ++i)
+        *m_bodies[i] = m_before[i];
+    for (std::size_t i = 0; i < m_rows.size(); ++i)
+        m_rows[i].row->impulse = m_impulses[i];
+}
+
+/// By how much the rows will miss their places at the end of the substep, at most; readies the pushes against it.
+double Mechanism::missPlaces(double substep) {
+    m_saved.clear();
+    for (MovingBody* body : m_bodies) {
+        m_saved.push_back(*body);
+        body->drift(substep);
+    }
+    for (Constraint::Implementation* joint : m_joints)
+        joint->measure(substep);
+    for (std::size_t i = 0; i < m_bodies.size(); ++i)
+        *m_bodies[i] = m_saved[i];
+    if (m_outdated)
+        factor();
+    double greatest = 0;
+    for (std::size_t i = 0; i < m_rows.size(); ++i) {
+        auto const& [row, joint] = m_rows[i];
+        m_values[i] = 0;
+        if (row->hold != ConstraintRow::FREE)
+            continue;
+        if (row->softness > 0) {
+            m_values[i] = lack(*row, *joint) * row->scale;
+            continue;
+        }
+        double const left = row->startValue + row->targetSpeed * substep - row->value;
+        greatest = std::max(greatest, std::abs(left));
+        m_values[i] = left / substep * row->scale;
+    }
+    return greatest;
 }
 
 } // namespace hyx

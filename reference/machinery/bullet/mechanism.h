@@ -57,6 +57,7 @@ private:
     bool keepBounds();
     bool letGo();
     double speedOf(ConstraintRow const& row, Constraint::Implementation const& joint) const;
+    double missPlaces(double substep);
     double lack(ConstraintRow const& row, Constraint::Implementation const& joint) const;
     void apply(ConstraintRow& row, Constraint::Implementation const& joint, double impulse);
 
@@ -75,6 +76,9 @@ private:
     std::vector<int> m_sizes;
     std::vector<double> m_values;
     std::vector<MovingBody> m_saved;
+    /// Before the places were corrected.
+    std::vector<MovingBody> m_before;
+    std::vector<double> m_impulses;
     bool m_outdated = true;
 };
 

@@ -77,6 +77,7 @@ void StepSolver::takeBodies(btDiscreteDynamicsWorld& world) {
         m_bodies.push_back(stateOf(source));
     }
     m_touching.assign(m_bodies.size(), 0);
+    m_mechanismOf.assign(m_bodies.size(), nullptr);
 }
 
 void StepSolver::takeMechanisms(std::vector<Constraint::Implementation*> const& constraints) {
@@ -178,6 +179,14 @@ void StepSolver::findTouching(Island const& island) {
         return;
     m_contacts.forPairs([&](MovingBody const& first, MovingBody const& second) {
         m_touching[&first - m_bodies.data()] = m_touching[&second - m_bodies.data()] = 1;
+    });
+    for (Mechanism* mechanism : island.mechanisms)
+        for (MovingBody const* body : mechanism->bodies())
+            if (body->isFree())
+                m_mechanismOf[body - m_bodies.data()] = mechanism;
+    m_contacts.findLinked([&](MovingBody const& first, MovingBody const& second) {
+        Mechanism const* const mechanism = m_mechanismOf[&first - m_bodies.data()];
+        return mechanism && mechanism == m_mechanismOf[&second - m_bodies.data()];
     });
     for (Mechanism* mechanism : island.mechanisms)
         for (MovingBody const* body : mechanism->bodies())

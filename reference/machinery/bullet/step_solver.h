@@ -46,6 +46,7 @@ private:
     std::vector<MovingBody> m_bodies;
     /// By body.
     std::vector<char> m_touching;
+    std::vector<Mechanism const*> m_mechanismOf;
     /// Of one island after the other.
     ContactSolver m_contacts;
     std::vector<std::unique_ptr<Mechanism>> m_mechanisms;

@@ -52,6 +52,10 @@ void ContactSolver::aimPoint(Patch const& patch, Point& point, double substep) {
         return;
     }
     double const left = point.gap + point.slop;
+    if (patch.linked && left < 0) {
+        point.softness = point.target = point.half = 0;
+        return;
+    }
     double const turn = 2 * std::numbers::pi * 0.125 / substep;
     double const slowness = 2 * contactDamping + substep * turn;
     double const softness = point.stiffness / (substep * turn * slowness);

@@ -50,6 +50,14 @@ public:
     /// Writes the forces of the step into the points.
     void finish();
 
+    /// Patches whose bodies joints hold together are those for which `linked` says so: they stop each other, but
+    /// where they overlap they are not pushed apart against their joints.
+    template <class Linked>
+    void findLinked(Linked const& linked) {
+        for (Patch& patch : m_patches)
+            patch.linked = linked(*patch.first, *patch.second);
+    }
+
     /// Calls `visit` with the bodies of each patch.
     template <class Visit>
     void forPairs(Visit const& visit) const {
@@ -89,6 +97,7 @@ private:
     struct Patch {
         MovingBody* first;
         MovingBody* second;
+        bool linked = false;
         btVector3 normal;
         btVector3 tangents[2];
         int start;
