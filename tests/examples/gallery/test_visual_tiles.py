@@ -83,7 +83,9 @@ TEXTURES = {
     "scaled 2 by half": lambda t, all: (
         turns(row(t, cream(t))) > 1.5 * turns(row(all["diffuse map"], cream(all["diffuse map"])))
     ),
-    "edge drawn out": lambda t, all: t.flat_shades(300) > all["diffuse map"].flat_shades(300),
+    "edge drawn out": lambda t, all: (
+        t.light[58:68, 96:110].std() < 3 and all["diffuse map"].light[58:68, 96:110].std() > 10
+    ),
     "shadow map": lambda t, all: turns(row(t, t.light > t.light[60][t.shown[60]].mean())) >= 6,
     "shadow jitter": lambda t, all: 100 < t.differs(all["shadow map"], 4).sum() < 0.3 * t.shown.sum(),
     "normal map": lambda t, all: t.light[50:90, 70:90].std() > 3 * all["box"].light[50:90, 70:90].std(),
