@@ -3,6 +3,7 @@
 
 #include <osgUtil/Tessellator>
 
+#include <algorithm>
 #include <cstdint>
 #include <map>
 #include <unordered_map>
@@ -39,7 +40,10 @@ public:
             m_heights.push_back(plane.distance(osg::Vec3d(position)));
     }
 
+    /// Triangles of vertices that there are not are left out.
     void add(unsigned int const (&corners)[3]) {
+        if (std::max({corners[0], corners[1], corners[2]}) >= m_heights.size())
+            return;
         Edge from = 0, to = 0;
         int crossings = 0;
         for (int i = 0; i < 3; ++i) {
