@@ -5,6 +5,8 @@
 #include "binding/vocabulary/rows.h"
 #include "platform/hyxTerrain/terrain_cells.h"
 
+#include <stdexcept>
+
 namespace {
 
 // A row of heights for each y, in metres.
@@ -28,6 +30,7 @@ PyObject* voxels(hyxTerrain::Terrain const& self, hyx::UInt x, hyx::UInt y) {
 // world.
 PyObject* cells(hyxTerrain::Terrain const& self, hyx::Real height) {
     constexpr std::size_t columns = 7;
+    constexpr std::size_t most_cells = 10'000'000;
     std::vector<double> numbers;
     for (hyx::UInt y = 0; y < self.getNumColumnsY(); ++y)
         for (hyx::UInt x = 0; x < self.getNumColumnsX(); ++x)
@@ -36,6 +39,8 @@ PyObject* cells(hyxTerrain::Terrain const& self, hyx::Real height) {
                 hyx::Vec3 const middle =
                     self.getPosition() +
                     hyx::Vec3(static_cast<double>(x) * size, static_cast<double>(y) * size, cell.bottom + height / 2);
+                if (numbers.size() >= most_cells * columns)
+                    throw std::invalid_argument("soil has at most 10 million cells: choose a larger size");
                 numbers.insert(numbers.end(), {middle.x, middle.y, middle.z, cell.solidMass, cell.fluidMass,
                                                cell.compaction, static_cast<double>(cell.material)});
             }

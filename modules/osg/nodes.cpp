@@ -49,6 +49,12 @@ bool set_child(osg::Group& self, unsigned int place, osg::Node* node) {
     return fits(self, node) && self.setChild(place, node);
 }
 
+// The library would make room for as many choices as the number says.
+void show_only(osg::Switch& self, unsigned int place) {
+    child(self, place);
+    self.setSingleChildOn(place);
+}
+
 bool add_child(osg::Group& self, osg::Node* node) {
     return fits(self, node) && self.addChild(node);
 }
@@ -193,7 +199,7 @@ constexpr Declared nodes_rows[] = {
     FUNCTION(new_Switch, NEW(osg::Switch, ())),
     FUNCTION(Switch_setAllChildrenOn, METHOD(osg::Switch, setAllChildrenOn, ())),
     FUNCTION(Switch_setAllChildrenOff, METHOD(osg::Switch, setAllChildrenOff, ())),
-    FUNCTION(Switch_setSingleChildOn, METHOD(osg::Switch, setSingleChildOn, (unsigned int))),
+    FUNCTION(Switch_setSingleChildOn, CONTAINER(ADAPTER(osg::Switch, setSingleChildOn, show_only, (unsigned int)))),
     SHARED_CLASS_ROWS(osg::Switch, Switch),
 
     SHARED_CLASS_ROWS(osg::Transform, Transform),

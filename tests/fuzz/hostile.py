@@ -5,11 +5,13 @@ from __future__ import annotations
 import signal
 
 import _hyxOSG
+import _osg
 import hyx
 import hyxOSG
 import hyxSDK
 
 pool: dict[int, object] = {}  # the values of the running program
+KEEPER = _osg.new_Group()  # of nodes that are handed over uncounted: with it each lives as long as programs know it
 LONGEST = 10  # seconds of a processor that a program may take; it may wait six times as long
 
 
@@ -158,6 +160,11 @@ MAKERS = {
     "nan": lambda: float("nan"),
     "class": lambda: hyx.Vec3,
 }
+
+
+def kept(node: object) -> object:
+    _osg.Group_addChild(KEEPER, node)
+    return node
 
 
 def make(name: str) -> object:

@@ -27,6 +27,7 @@ DIRECTORS = {
     "hyxOSG::ExampleApplicationListener": "frames",
     "hyxOSG::LidarOutputRendererColorFunctionCallback": "colors",
 }
+UNCOUNTED = ("_hyxOSG.new_SplineShader(", "_hyxOSG.new_ParticleSystemDrawable(")
 VALUES = {"legend", "hyxOSG::CameraData", "hyxOSG::LidarOutputRendererLegendPoint", "osg::Vec4f", "osg::Matrixd"}
 VALUES |= {"hyx::Vec3", "hyx::Vec4", "hyx::Quat", "hyx::AffineMatrix4x4", "hyx::Event"}
 MODULES = ", ".join([*FAMILY, *PACKAGES, "numpy"])
@@ -107,7 +108,8 @@ class Maker:
             return self.deletion(operation)
         arguments = [self.argument(name) for name in operation.parameters]
         place = len(self.lines)
-        line = f"v[{place}] = {self.call(operation, arguments)}"
+        call = self.call(operation, arguments)
+        line = f"v[{place}] = {f'hostile.kept({call})' if call.startswith(UNCOUNTED) else call}"
         if not self.proxies and LETS_GO.fullmatch(operation.name.partition("_")[2] or operation.name):
             line += self.without_borrowed()
         self.lines.append(line)

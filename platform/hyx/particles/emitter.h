@@ -31,7 +31,7 @@ public:
     /// The velocity in m/s that things start with.
     void setVelocity(Vec3 const& velocity);
     Vec3 getVelocity() const;
-    /// How many things are made a second, 10 at first; one step makes 100 000 grains or 1000 bodies at most. Throws
+    /// How many things are made a second, 10 at first; one step makes 10 000 grains or 1000 bodies at most. Throws
     /// `std::invalid_argument` below 0.
     void setRate(Real perSecond);
     Real getRate() const;

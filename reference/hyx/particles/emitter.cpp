@@ -110,7 +110,7 @@ bool Emitter::emit(Vec3 const& position, Vec3 const& velocity) {
 }
 
 UInt Emitter::mostAtOnce() const {
-    return 100000;
+    return 10000;
 }
 
 // Scaled by hand: the distributions of the standard library differ from one library to the next.
