@@ -1,5 +1,6 @@
 // The camera, the viewer and its windows.
 #include "modules/osg/scene_graph_rows.h"
+#include "platform/osg/attachment.h"
 
 #include <osg/Camera>
 #include <osg/Viewport>
@@ -67,6 +68,8 @@ void set_manipulator(osgViewer::Viewer& self, osgGA::CameraManipulator* manipula
 }
 
 void set_scene(osgViewer::Viewer& self, osg::Node* node) {
+    if (node)
+        osg::requireAttachable(*self.getCamera(), *node);
     self.setSceneData(node);
 }
 

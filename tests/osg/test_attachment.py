@@ -4,6 +4,7 @@ import time
 
 import hyxOSG
 import osg
+import osgViewer
 import pytest
 
 RING, DEPTH = "cannot stand below itself", "at most 1000 groups deep"
@@ -95,3 +96,19 @@ def test_shared_groups_are_passed_once():
             above.addChild(side)
         top = above
     assert time.monotonic() - begun < 5
+
+
+def test_a_viewer_shows_no_scene_that_its_own_camera_is_in():
+    viewer, above = osgViewer.Viewer(), osg.Group()
+    above.addChild(viewer.getCamera())
+    for scene in (viewer.getCamera(), above):
+        with pytest.raises(RuntimeError, match=RING):
+            viewer.setSceneData(scene)
+    viewer.setSceneData(osg.Group())
+
+
+def test_a_switch_turns_on_only_children_that_it_has():
+    choice = osg.Switch()
+    for place in (0, 2**32 - 1):
+        with pytest.raises(IndexError):
+            choice.setSingleChildOn(place)
