@@ -10,6 +10,7 @@
 #include "binding/runtime/values.h"
 #include "binding/vocabulary/argument_values.h"
 #include "binding/vocabulary/conversions.h"
+#include "binding/vocabulary/own_turns.h"
 #include "binding/vocabulary/refusal.h"
 #include "platform/hyxPython/native_work.h"
 
@@ -166,7 +167,7 @@ inline PyObject* invoke(Form const& form, Slot const* slots, PyObject* const* ar
     }
     PyObject* result = nullptr;
     if (hyxPython::nativeWorkRuns.load(std::memory_order_relaxed)) [[unlikely]]
-        hyxPython::waitForNativeWork();
+        wait_before(form);
     try {
         result = form.thunk(Call{slots, arguments, count});
     } catch (...) {

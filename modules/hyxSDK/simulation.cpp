@@ -1,10 +1,12 @@
 // Rows of the simulation.
 #include "platform/hyxSDK/simulation.h"
 
+#include "binding/vocabulary/own_turns.h"
 #include "binding/vocabulary/python_values.h"
 #include "binding/vocabulary/rows.h"
 #include "modules/hyx/joints/derived_constraint.h"
 #include "modules/hyx/objects/derived_process.h"
+#include "platform/hyxPython/native_work.h"
 
 namespace {
 
@@ -102,8 +104,6 @@ constexpr Declared simulation_rows[] = {
     FUNCTION(Simulation_getTimeStep, METHOD(hyxSDK::Simulation, getTimeStep, () const)),
     FUNCTION(Simulation_getTimeStamp, METHOD(hyxSDK::Simulation, getTimeStamp, () const)),
     FUNCTION(Simulation_setTimeStamp, METHOD(hyxSDK::Simulation, setTimeStamp, (hyx::TimeStamp))),
-    FUNCTION(Simulation_step, METHOD(hyxSDK::Simulation, step, ())),
-    FUNCTION(Simulation_stepTo, METHOD(hyxSDK::Simulation, stepTo, (hyx::TimeStamp))),
     FUNCTION(Simulation_setSolver, METHOD(hyxSDK::Simulation, setSolver, (hyxSDK::Simulation::SolverType))),
     FUNCTION(Simulation_getSolver, METHOD(hyxSDK::Simulation, getSolver, () const)),
     FUNCTION(Simulation_setNumIterations, METHOD(hyxSDK::Simulation, setNumIterations, (int))),
@@ -120,6 +120,24 @@ constexpr Declared simulation_rows[] = {
     INIT(Simulation),
 };
 
+void step_simulation(hyxSDK::Simulation& simulation) {
+    hyxPython::OwnTurn const turn(&simulation);
+    simulation.step();
+}
+
+hyx::UInt step_simulation_to(hyxSDK::Simulation& simulation, hyx::TimeStamp time) {
+    hyxPython::OwnTurn const turn(&simulation);
+    return simulation.stepTo(time);
+}
+
+// Threads may step simulations at the same time.
+constexpr Declared step_rows[] = {
+    FUNCTION(Simulation_step, ADAPTER(hyxSDK::Simulation, step, step_simulation, ())),
+    FUNCTION(Simulation_stepTo, ADAPTER(hyxSDK::Simulation, stepTo, step_simulation_to, (hyx::TimeStamp))),
+};
+vocabulary::WaitThemselves const step_turns(step_rows);
+
 } // namespace
 
 ROWS(simulation_rows);
+ROWS(step_rows);

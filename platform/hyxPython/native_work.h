@@ -12,4 +12,17 @@ extern std::atomic<bool> nativeWorkRuns;
 /// Returns when no other thread works so; must hold the interpreter's lock, and lets go of it while it waits.
 void waitForNativeWork();
 
+/// A call that touches one simulation and nothing that another one steps with. It waits as every call does, but not for
+/// the steps of other simulations that were called so, and they not for its own. Must hold the interpreter's lock.
+class OwnTurn {
+public:
+    explicit OwnTurn(void const* simulation);
+    ~OwnTurn();
+    OwnTurn(OwnTurn const&) = delete;
+    OwnTurn& operator=(OwnTurn const&) = delete;
+
+private:
+    void const* m_former;
+};
+
 } // namespace hyxPython

@@ -4,10 +4,12 @@
 #include "platform/hyxPython/native_work.h"
 #include "reference/hyxPython/interpreter.h"
 
+#include <algorithm>
 #include <chrono>
 #include <condition_variable>
 #include <mutex>
 #include <thread>
+#include <vector>
 
 namespace hyxPython {
 
@@ -17,13 +19,27 @@ namespace {
 
 constexpr std::chrono::milliseconds longestPass{20};
 
+/// What a thread does without the interpreter's lock.
+struct Work {
+    std::thread::id worker;
+    void const* own; ///< the only simulation that it touches; null when it may touch all
+};
+
 /// Lives to the end of the process: daemon threads may wait until then.
 struct Turnstile {
     std::mutex mutex;
-    std::condition_variable ended;
-    std::condition_variable passed;
-    int waiting = 0; ///< threads that want to call the library
-    std::thread::id worker;
+    std::condition_variable changed;
+    std::vector<Work> works;
+    int waiting = 0;       ///< threads that want to call the library
+    int waitingForAll = 0; ///< those of them that may touch all
+
+    /// Whether this thread's call, of one simulation or of all, meets no work of another thread.
+    bool isFree(void const* own) const {
+        return std::none_of(works.begin(), works.end(), [own](Work const& work) {
+            bool const apart = own && work.own && own != work.own;
+            return work.worker != std::this_thread::get_id() && !apart;
+        });
+    }
 };
 
 Turnstile& turnstile() {
@@ -31,13 +47,48 @@ Turnstile& turnstile() {
     return *made;
 }
 
+/// The simulation of the thread's innermost `OwnTurn`.
+thread_local void const* ownTurn = nullptr;
+
+/// Returns when this thread's call of one simulation, or of all, meets no work.
+void waitFor(void const* own) {
+    Turnstile& gate = turnstile();
+    std::unique_lock lock(gate.mutex);
+    // Steps that pass each other would never leave a gap for those who wait for all.
+    bool const letPass = own && gate.waitingForAll > 0;
+    if (gate.isFree(own) && !letPass)
+        return;
+    int const forAll = own ? 0 : 1;
+    ++gate.waiting;
+    gate.waitingForAll += forAll;
+    do {
+        PyThreadState* const state = PyEval_SaveThread();
+        if (letPass)
+            gate.changed.wait_for(lock, longestPass, [&] { return gate.waitingForAll == 0; });
+        gate.changed.wait(lock, [&] { return gate.isFree(own); });
+        lock.unlock();
+        PyEval_RestoreThread(state);
+        lock.lock();
+    } while (!gate.isFree(own));
+    --gate.waiting;
+    gate.waitingForAll -= forAll;
+    gate.changed.notify_all();
+}
+
 } // namespace
 
-NativeWork::NativeWork() {
+NativeWork::NativeWork(void const* simulation) {
     if (!interpreterAnswers())
         return;
-    turnstile().worker = std::this_thread::get_id();
-    nativeWorkRuns = true; // set and read under the interpreter's lock: no call can slip in between
+    void const* const own = simulation == ownTurn ? simulation : nullptr;
+    waitFor(own);
+    Turnstile& gate = turnstile();
+    {
+        // Under the interpreter's lock since the wait ended: no call can slip in between.
+        std::lock_guard const lock(gate.mutex);
+        gate.works.push_back({std::this_thread::get_id(), own});
+        nativeWorkRuns = true;
+    }
     m_state = PyEval_SaveThread();
 }
 
@@ -47,29 +98,30 @@ NativeWork::~NativeWork() {
     Turnstile& gate = turnstile();
     {
         std::unique_lock lock(gate.mutex);
-        nativeWorkRuns = false;
+        auto const mine = [](Work const& work) { return work.worker == std::this_thread::get_id(); };
+        gate.works.erase(std::find_if(gate.works.rbegin(), gate.works.rend(), mine).base() - 1);
+        nativeWorkRuns = !gate.works.empty();
         if (gate.waiting > 0) { // they pass first: a loop that works all the time would never let them
-            gate.ended.notify_all();
-            gate.passed.wait_for(lock, longestPass, [&] { return gate.waiting == 0; });
+            gate.changed.notify_all();
+            gate.changed.wait(lock, [&] { return gate.waiting == 0 || gate.isFree(nullptr); });
+            gate.changed.wait_for(lock, longestPass, [&] { return gate.waiting == 0; });
         }
     }
     PyEval_RestoreThread(m_state);
 }
 
 void waitForNativeWork() {
-    Turnstile& gate = turnstile();
-    while (nativeWorkRuns && gate.worker != std::this_thread::get_id()) {
-        PyThreadState* const state = PyEval_SaveThread();
-        {
-            std::unique_lock lock(gate.mutex);
-            ++gate.waiting;
-            gate.ended.wait(lock, [] { return !nativeWorkRuns; });
-        }
-        PyEval_RestoreThread(state);
-        std::lock_guard const lock(gate.mutex);
-        if (--gate.waiting == 0)
-            gate.passed.notify_all();
-    }
+    if (nativeWorkRuns)
+        waitFor(nullptr);
+}
+
+OwnTurn::OwnTurn(void const* simulation) : m_former(ownTurn) {
+    waitFor(simulation);
+    ownTurn = simulation;
+}
+
+OwnTurn::~OwnTurn() {
+    ownTurn = m_former;
 }
 
 ScriptCall::ScriptCall() {

@@ -11,10 +11,14 @@ namespace hyxPython {
 constexpr std::chrono::milliseconds longestSleep{50};
 
 /// Gives the interpreter's lock away until the end of its scope, and keeps other threads from calling the library
-/// meanwhile. Nothing in the scope may call a script. Does nothing on a thread that does not hold the lock.
+/// meanwhile. First waits for their work to end. Nothing in the scope may call a script. Does nothing on a thread that
+/// does not hold the lock.
 class NativeWork {
 public:
-    NativeWork();
+    NativeWork() : NativeWork(nullptr) {}
+
+    /// A step of a simulation. While the thread's call is the `OwnTurn` of just this one, others may step meanwhile.
+    explicit NativeWork(void const* simulation);
     ~NativeWork();
     NativeWork(NativeWork const&) = delete;
     NativeWork& operator=(NativeWork const&) = delete;

@@ -1,4 +1,5 @@
 // A step of the simulation in its order: listeners, processes, the physics, time.
+#include "platform/hyxPython/native_work.h"
 #include "platform/hyxSDK/simulation.h"
 #include "reference/hyx/values/number_checks.h"
 #include "reference/hyxPython/native_work.h"
@@ -53,6 +54,8 @@ private:
 void Simulation::Implementation::callListeners(int mask, void (EventListener::*hook)(hyx::TimeStamp)) {
     auto const start = Clock::now();
     hyx::TimeStamp const time = owner.getTimeStamp();
+    if (!listeners.empty())
+        hyxPython::waitForNativeWork(); // they may look at another simulation
     EventListenerPtrVector const called = listeners;
     for (auto const& listener : called)
         if (listener->isEnabled() && (listener->getMask() & mask) && listener->getSimulation() == &owner)
@@ -100,15 +103,19 @@ void Simulation::step() {
     // PRE_STEP listeners run behind all PRE_COLLIDE_STEP ones, both before the world moves.
     self.callListeners(EventListener::PRE_COLLIDE_STEP, &EventListener::preCollide);
     self.callListeners(EventListener::PRE_STEP, &EventListener::pre);
+    if (!self.processes.empty())
+        hyxPython::waitForNativeWork();
     ProcessPtrVector const processes = self.processes;
     for (auto const& process : processes)
         process->preStep(getTimeStamp(), self.timeStep);
     hyx::StepTimes times;
     {
-        hyxPython::NativeWork const work;
+        hyxPython::NativeWork const work(self.world.standsAlone() ? this : nullptr);
         times = self.world.step(self.timeStep);
     }
     ++self.numSteps;
+    if (!processes.empty())
+        hyxPython::waitForNativeWork();
     for (auto const& process : processes)
         if (process->getSimulation() == this)
             process->postStep(getTimeStamp(), self.timeStep);

@@ -1,6 +1,7 @@
 // Adds to Bullet's world what moves and collides, and steps it.
 #include "reference/machinery/bullet/physics_world.h"
 
+#include "platform/hyx/bodies/observer_frame.h"
 #include "platform/hyxCollide/shape.h"
 #include "reference/machinery/bullet/box_contacts.h"
 #include "reference/machinery/bullet/bullet_values.h"
@@ -45,6 +46,17 @@ void requireMovable(RigidBody::Implementation const& body) {
             throw std::invalid_argument(
                 "a body with a plane or a height field cannot move by forces; set its motion control to STATIC first");
     }
+}
+
+/// The world of the body that a frame follows; null when it follows none.
+PhysicsWorld const* worldOf(Frame const* frame) {
+    RigidBody const* body = nullptr;
+    for (; frame && !body; frame = frame->getParent())
+        if (auto const* const own = dynamic_cast<BodyFrame const*>(frame))
+            body = own->body();
+        else if (auto const* const observer = dynamic_cast<ObserverFrame const*>(frame))
+            body = observer->getRigidBody();
+    return body ? body->implementation().carrier.world : nullptr;
 }
 
 } // namespace
@@ -261,6 +273,15 @@ ContactMaterial* PhysicsWorld::contactMaterial(Material const* first, Material c
         return nullptr;
     auto const entry = contactMaterials.find(std::minmax(first, second));
     return entry == contactMaterials.end() ? nullptr : entry->second.get();
+}
+
+bool PhysicsWorld::standsAlone() const {
+    return std::all_of(m_constraints.begin(), m_constraints.end(), [this](Constraint::Implementation const* joint) {
+        return std::all_of(std::begin(joint->frames), std::end(joint->frames), [this](ref_ptr<Frame> const& end) {
+            PhysicsWorld const* const other = worldOf(end.get());
+            return !other || other == this;
+        });
+    });
 }
 
 StepTimes PhysicsWorld::step(Real timeStep) {

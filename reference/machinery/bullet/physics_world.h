@@ -69,6 +69,9 @@ public:
     /// One exact step. Throws std::runtime_error, and moves nothing, when a state would not be finite.
     StepTimes step(Real timeStep);
 
+    /// Whether a step looks at nothing that another world moves: joints may be attached to its bodies.
+    bool standsAlone() const;
+
     /// How bodies would answer to pushes in the next step of `timeStep` seconds, contacts apart.
     BodyResponse respond(std::vector<RigidBody*> const& bodies, Real timeStep);
 

@@ -1,0 +1,18 @@
+// Rows whose functions wait themselves for native work of other threads, by an `OwnTurn`.
+#pragma once
+
+#include "binding/vocabulary/record.h"
+
+#include <span>
+
+namespace vocabulary {
+
+// Made beside the rows, before the first call.
+struct WaitThemselves {
+    explicit WaitThemselves(std::span<Declared const> rows);
+};
+
+// Waits for native work of other threads, unless the form does so itself.
+void wait_before(Form const& form);
+
+} // namespace vocabulary
