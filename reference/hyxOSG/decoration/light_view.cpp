@@ -28,6 +28,11 @@ struct Range {
         high = std::min(high, other.high);
     }
 
+    void grow(double margin) {
+        low -= margin;
+        high += margin;
+    }
+
     bool empty() const { return !(low < high); }
 
     double size() const { return high - low; }
@@ -78,9 +83,7 @@ void settle(Range& range, unsigned int mapSize) {
 }
 
 void widen(Range& range, unsigned int mapSize) {
-    double const margin = 2 * range.size() / mapSize;
-    range.low -= margin;
-    range.high += margin;
+    range.grow(2 * range.size() / mapSize);
 }
 
 osg::Vec3d anyNormalTo(osg::Vec3d const& direction) {
@@ -121,10 +124,22 @@ std::optional<LightView> fitLightView(LightViewNeeds const& needs) {
     fit.view.makeLookAt(eye, eye - toLight, upFor(needs, -toLight));
     double const nearest = 0.01 * radius;
     Extent extent = measure(corners(needs.casters), fit.view, directional, nearest);
-    Extent const seen = measure(needs.visible, fit.view, directional, nearest);
+    if (extent.depth.high <= nearest)
+        return std::nullopt;
+    double const margin = 0.01 * radius;
+    double const farDepth = extent.depth.high + margin;
+    double const nearDepth = directional ? extent.depth.low - margin : std::max(extent.depth.low - margin, nearest);
+    // Rays to the rim of the lamp go aside of those to its middle by this, between the first depth and the last: in
+    // metres, or in slopes from a point. Either is in proportion to differences of the depths that a map keeps.
+    double const depths = directional ? farDepth - nearDepth : distance / nearDepth - distance / farDepth;
+    double const aside = needs.lampSpread / 2 * depths;
+
+    Extent seen = measure(needs.visible, fit.view, directional, nearest);
+    seen.x.grow(aside);
+    seen.y.grow(aside);
     extent.x.intersect(seen.x);
     extent.y.intersect(seen.y);
-    if (extent.x.empty() || extent.y.empty() || extent.depth.high <= nearest)
+    if (extent.x.empty() || extent.y.empty())
         return std::nullopt;
     for (Range* range : {&extent.x, &extent.y})
         if (needs.alignWithCamera)
@@ -133,14 +148,11 @@ std::optional<LightView> fitLightView(LightViewNeeds const& needs) {
             settle(*range, needs.mapSize);
 
     double const texel = std::max(extent.x.size(), extent.y.size()) / needs.mapSize;
-    double const margin = 0.01 * radius;
-    double const farDepth = extent.depth.high + margin;
+    fit.penumbra.set(aside / extent.x.size(), aside / extent.y.size());
     if (directional) {
         fit.texelSize = texel;
-        fit.projection.makeOrtho(extent.x.low, extent.x.high, extent.y.low, extent.y.high, extent.depth.low - margin,
-                                 farDepth);
+        fit.projection.makeOrtho(extent.x.low, extent.x.high, extent.y.low, extent.y.high, nearDepth, farDepth);
     } else {
-        double const nearDepth = std::max(extent.depth.low - margin, nearest);
         fit.texelSize = texel * farDepth;
         fit.projection.makeFrustum(extent.x.low * nearDepth, extent.x.high * nearDepth, extent.y.low * nearDepth,
                                    extent.y.high * nearDepth, nearDepth, farDepth);

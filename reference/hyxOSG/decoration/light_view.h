@@ -3,6 +3,7 @@
 
 #include <osg/BoundingBox>
 #include <osg/Matrixd>
+#include <osg/Vec2d>
 #include <osg/Vec3d>
 #include <osg/Vec4d>
 
@@ -11,11 +12,16 @@
 
 namespace hyxOSG::decorator {
 
+/// The width of the lamp that throws soft shadows, by its distance from the middle of the casters; for a light far away
+/// its angle in radians. A caster that is h above the ground has a half shadow of about this times h.
+inline constexpr double LAMP_SPREAD = 0.06;
+
 /// View and projection from a light.
 struct LightView {
     osg::Matrixd view;
     osg::Matrixd projection;
     double texelSize = 0; ///< width of a texel where the shadows fall, in metres
+    osg::Vec2d penumbra;  ///< its half width, in shares of the map, by the difference of the depths in the map
 
     /// From the scene to texture coordinates and depth.
     osg::Matrixd textureMatrix() const;
@@ -28,6 +34,7 @@ struct LightViewNeeds {
     std::vector<osg::Vec3d> visible; ///< corners of what the camera sees of the scene
     osg::Vec3d cameraDirection;
     unsigned int mapSize = 0;
+    double lampSpread = 0;        ///< as LAMP_SPREAD; 0 for hard shadows
     bool alignWithCamera = false; ///< turn the map with the camera, for the tightest fit; else it keeps still
 };
 

@@ -31,17 +31,17 @@ struct ShadowMap::Maps {
 
 namespace {
 
-osg::ref_ptr<osg::Texture2D> createDepthTexture(unsigned int size, bool smooth) {
+// Soft shadows read the depths themselves, hard ones what comparing with them gives.
+osg::ref_ptr<osg::Texture2D> createDepthTexture(unsigned int size, bool compared) {
     osg::ref_ptr<osg::Texture2D> texture = new osg::Texture2D;
     texture->setTextureSize(static_cast<int>(size), static_cast<int>(size));
     texture->setInternalFormat(GL_DEPTH_COMPONENT24);
     texture->setSourceFormat(GL_DEPTH_COMPONENT);
     texture->setSourceType(GL_UNSIGNED_INT);
-    texture->setShadowComparison(true);
+    texture->setShadowComparison(compared);
     texture->setShadowTextureMode(osg::Texture2D::LUMINANCE);
-    auto const filter = smooth ? osg::Texture2D::LINEAR : osg::Texture2D::NEAREST;
-    texture->setFilter(osg::Texture2D::MIN_FILTER, filter);
-    texture->setFilter(osg::Texture2D::MAG_FILTER, filter);
+    texture->setFilter(osg::Texture2D::MIN_FILTER, osg::Texture2D::NEAREST);
+    texture->setFilter(osg::Texture2D::MAG_FILTER, osg::Texture2D::NEAREST);
     texture->setWrap(osg::Texture2D::WRAP_S, osg::Texture2D::CLAMP_TO_BORDER);
     texture->setWrap(osg::Texture2D::WRAP_T, osg::Texture2D::CLAMP_TO_BORDER);
     texture->setBorderColor(osg::Vec4(1, 1, 1, 1));
@@ -87,11 +87,13 @@ public:
         : m_matrix(new osg::Uniform(osg::Uniform::FLOAT_MAT4, "hyx_shadowMatrix", static_cast<int>(maps))),
           m_texel(new osg::Uniform(osg::Uniform::FLOAT, "hyx_shadowTexel", static_cast<int>(maps))),
           m_depth(new osg::Uniform(osg::Uniform::FLOAT, "hyx_splitDepth", static_cast<int>(maps))),
+          m_penumbra(new osg::Uniform(osg::Uniform::FLOAT_VEC2, "hyx_penumbra", static_cast<int>(maps))),
           m_size(new osg::Uniform("hyx_shadowMapSize", static_cast<float>(mapSize))) {}
 
-    void setMap(unsigned int map, osg::Matrixd const& eyeToMap, double texelSize) {
-        m_matrix->setElement(map, osg::Matrixf(eyeToMap));
-        m_texel->setElement(map, static_cast<float>(texelSize));
+    void setMap(unsigned int map, osg::Matrixd const& eyeToScene, LightView const& fit) {
+        m_matrix->setElement(map, osg::Matrixf(eyeToScene * fit.textureMatrix()));
+        m_texel->setElement(map, static_cast<float>(fit.texelSize));
+        m_penumbra->setElement(map, osg::Vec2f(fit.penumbra));
     }
 
     /// A map on which nothing lies: w is never positive there.
@@ -102,12 +104,12 @@ public:
     void setDepth(unsigned int map, double depth) { m_depth->setElement(map, static_cast<float>(depth)); }
 
     void addTo(osg::StateSet& state) const {
-        for (osg::Uniform* uniform : {m_matrix.get(), m_texel.get(), m_depth.get(), m_size.get()})
+        for (osg::Uniform* uniform : {m_matrix.get(), m_texel.get(), m_depth.get(), m_penumbra.get(), m_size.get()})
             state.addUniform(uniform);
     }
 
 private:
-    osg::ref_ptr<osg::Uniform> m_matrix, m_texel, m_depth, m_size;
+    osg::ref_ptr<osg::Uniform> m_matrix, m_texel, m_depth, m_penumbra, m_size;
 };
 
 } // namespace
@@ -158,6 +160,7 @@ void ShadowMap::cull(osgUtil::CullVisitor& visitor) {
     needs.cameraDirection = osg::Vec3d(-eyeToScene(2, 0), -eyeToScene(2, 1), -eyeToScene(2, 2));
     needs.mapSize = m_settings.mapSize;
     needs.alignWithCamera = m_settings.alignWithCamera;
+    needs.lampSpread = m_settings.shading.softShadows ? LAMP_SPREAD : 0;
 
     double const unlimited = std::numeric_limits<double>::max();
     std::vector<osg::Vec3d> const visible = visibleCorners(scene.getBoundingBox(), view, projection, 0, unlimited);
@@ -182,7 +185,7 @@ void ShadowMap::cull(osgUtil::CullVisitor& visitor) {
         if (!state)
             state = new osg::StateSet(*m_shadowed);
         drawMap(visitor, maps.maps[i], fit->view, fit->projection);
-        uniforms.setMap(i, eyeToScene * fit->textureMatrix(), fit->texelSize);
+        uniforms.setMap(i, eyeToScene, *fit);
         state->setTextureAttribute(SHADOW_MAP_UNIT + i, maps.maps[i].texture);
     }
     if (!state) {
@@ -210,7 +213,7 @@ void ShadowMap::forgetUnused(unsigned int frame) {
 void ShadowMap::drawMap(osgUtil::CullVisitor& visitor, Map& map, osg::Matrixd const& view,
                         osg::Matrixd const& projection) {
     if (!map.camera) {
-        map.texture = createDepthTexture(m_settings.mapSize, m_settings.shading.softShadows);
+        map.texture = createDepthTexture(m_settings.mapSize, !m_settings.shading.softShadows);
         map.camera = new osg::Camera;
         map.camera->setStateSet(createCasterState()); // first: the camera keeps its viewport in it
         map.camera->setReferenceFrame(osg::Camera::ABSOLUTE_RF_INHERIT_VIEWPOINT);

@@ -12,48 +12,100 @@ char const* const shadowLookup = R"(#version 120
 #pragma import_defines(SHADOW_MAPS, SOFT_SHADOWS)
 #ifdef SHADOW_MAPS
 uniform bool hyx_receivesShadow;
-uniform sampler2DShadow hyx_shadowMap0;
+#ifdef SOFT_SHADOWS
+#define MAP sampler2D
+#else
+#define MAP sampler2DShadow
+#endif
+uniform MAP hyx_shadowMap0;
 uniform mat4 hyx_shadowMatrix[SHADOW_MAPS];
 uniform float hyx_shadowTexel[SHADOW_MAPS];
-uniform float hyx_shadowMapSize;
 #if SHADOW_MAPS > 1
-uniform sampler2DShadow hyx_shadowMap1;
-uniform sampler2DShadow hyx_shadowMap2;
+uniform MAP hyx_shadowMap1;
+uniform MAP hyx_shadowMap2;
 uniform float hyx_splitDepth[SHADOW_MAPS];
 #endif
 
-float lookUp(sampler2DShadow map, vec4 place)
-{
-    if (place.w <= 0.0)
-        return 1.0;
-    vec3 p = place.xyz / place.w;
+struct Receiver { vec3 place, normal, right, up; }; // in eye coordinates; to the next pixels
+
 #ifdef SOFT_SHADOWS
-    float d = 0.75 / hyx_shadowMapSize;
-    return 0.25 * (shadow2D(map, p + vec3(-d, -d, 0.0)).r + shadow2D(map, p + vec3(d, -d, 0.0)).r +
-                   shadow2D(map, p + vec3(-d, d, 0.0)).r + shadow2D(map, p + vec3(d, d, 0.0)).r);
-#else
-    return shadow2D(map, p).r;
-#endif
+uniform vec2 hyx_penumbra[SHADOW_MAPS]; // its half width in the map, for a gap of all depths
+uniform float hyx_shadowMapSize;
+
+const mat2 goldenTurn = mat2(-0.737369, 0.675490, -0.675490, -0.737369);
+const int SEARCHED = 16, FILTERED = 24;
+
+vec2 firstTap()
+{
+    float angle = 6.2831853 * fract(52.9829189 * fract(dot(gl_FragCoord.xy, vec2(0.06711056, 0.00583715))));
+    return vec2(cos(angle), sin(angle));
 }
 
-// Half way out of the surface, by the size of a texel: a surface must not shade itself.
-vec4 shadowPlace(int map, vec3 eyePosition, vec3 eyeNormal)
+// How the depth of the receiver's own plane changes over the map: taps aside must not take it for a caster.
+vec2 depthSlope(mat4 toMap, vec4 place, Receiver at)
 {
-    return hyx_shadowMatrix[map] * vec4(eyePosition + eyeNormal * (1.5 * hyx_shadowTexel[map]), 1.0);
+    vec4 right = toMap * vec4(at.right, 0.0), up = toMap * vec4(at.up, 0.0);
+    vec3 r = right.xyz - place.xyz / place.w * right.w, u = up.xyz - place.xyz / place.w * up.w;
+    float area = r.x * u.y - r.y * u.x;
+    if (area == 0.0)
+        return vec2(0.0);
+    vec2 slope = vec2(r.z * u.y - u.z * r.y, u.z * r.x - r.z * u.x) / area;
+    return slope * min(1.0, 8.0 / max(length(slope), 1e-6));
+}
+
+// The lamp is a disc. Taps all over it first find how far the casters are off, then what the half shadow that follows
+// from this leaves of the light. Receivers may lie behind the map's last depth.
+float lookUp(MAP map, int index, vec4 place, Receiver at)
+{
+    vec3 p = place.xyz / place.w;
+    vec2 slope = depthSlope(hyx_shadowMatrix[index], place, at);
+    vec2 least = vec2(1.25 / hyx_shadowMapSize);
+    vec2 reach = max(hyx_penumbra[index] * p.z, least);
+    vec2 turned = firstTap();
+    float casters = 0.0, depths = 0.0;
+    for (int i = 0; i < SEARCHED; ++i) {
+        vec2 aside = reach * sqrt((float(i) + 0.5) / float(SEARCHED)) * turned;
+        float depth = texture2D(map, p.xy + aside).r;
+        float nearer = 1.0 - step(min(p.z + dot(slope, aside), 1.0), depth);
+        casters += nearer;
+        depths += nearer * depth;
+        turned = goldenTurn * turned;
+    }
+    if (casters == 0.0 || casters == float(SEARCHED))
+        return casters == 0.0 ? 1.0 : 0.0;
+    reach = max(hyx_penumbra[index] * max(p.z - depths / casters, 0.0), least);
+    float open = 0.0;
+    for (int i = 0; i < FILTERED; ++i) {
+        vec2 aside = reach * sqrt((float(i) + 0.5) / float(FILTERED)) * turned;
+        open += step(min(p.z + dot(slope, aside), 1.0), texture2D(map, p.xy + aside).r);
+        turned = goldenTurn * turned;
+    }
+    return open / float(FILTERED);
+}
+#else
+float lookUp(MAP map, int index, vec4 place, Receiver at) { return shadow2D(map, place.xyz / place.w).r; }
+#endif
+
+// Half way out of the surface, by the size of a texel: a surface must not shade itself.
+float mapVisibility(MAP map, int index, Receiver at)
+{
+    vec4 place = hyx_shadowMatrix[index] * vec4(at.place + at.normal * (1.5 * hyx_shadowTexel[index]), 1.0);
+    return place.w <= 0.0 ? 1.0 : lookUp(map, index, place, at);
 }
 
 float shadowVisibility(vec3 eyePosition, vec3 eyeNormal)
 {
     if (!hyx_receivesShadow)
         return 1.0;
+    Receiver at = Receiver(eyePosition, eyeNormal, dFdx(eyePosition), dFdy(eyePosition));
 #if SHADOW_MAPS > 1
     float depth = -eyePosition.z;
     if (depth > hyx_splitDepth[1])
-        return lookUp(hyx_shadowMap2, shadowPlace(2, eyePosition, eyeNormal));
+        return mapVisibility(hyx_shadowMap2, 2, at);
     if (depth > hyx_splitDepth[0])
-        return lookUp(hyx_shadowMap1, shadowPlace(1, eyePosition, eyeNormal));
+        return mapVisibility(hyx_shadowMap1, 1, at);
 #endif
-    return lookUp(hyx_shadowMap0, shadowPlace(0, eyePosition, eyeNormal));
+    return mapVisibility(hyx_shadowMap0, 0, at);
 }
 #else
 float shadowVisibility(vec3 eyePosition, vec3 eyeNormal) { return 1.0; }
