@@ -27,6 +27,7 @@ DIRECTORS = {
     "hyxOSG::ExampleApplicationListener": "frames",
     "hyxOSG::LidarOutputRendererColorFunctionCallback": "colors",
 }
+DESTROYING = "hostile.make('destroying')"
 UNCOUNTED = ("_hyxOSG.new_SplineShader(", "_hyxOSG.new_ParticleSystemDrawable(")
 VALUES = {"legend", "hyxOSG::CameraData", "hyxOSG::LidarOutputRendererLegendPoint", "osg::Vec4f", "osg::Matrixd"}
 VALUES |= {"hyx::Vec3", "hyx::Vec4", "hyx::Quat", "hyx::AffineMatrix4x4", "hyx::Event"}
@@ -107,6 +108,8 @@ class Maker:
         if operation.role == "destructor":
             return self.deletion(operation)
         arguments = [self.argument(name) for name in operation.parameters]
+        if not self.proxies and any(DESTROYING in argument for argument in arguments) and self.borrowed:
+            self.lines.append("pass" + self.without_borrowed())  # it would end while the call uses it
         place = len(self.lines)
         call = self.call(operation, arguments)
         line = f"v[{place}] = {f'hostile.kept({call})' if call.startswith(UNCOUNTED) else call}"
