@@ -134,7 +134,7 @@ SHADOWS = {
     "shadow volume": lambda t, all: (
         t.light[85, 12] < 0.7 * all["shadow map"].light[85, 12] and all["shadow map"].differs(t)[62:].sum() > 200
     ),
-    "parallel split map": lambda t, all: 0 < half_dark(t, all) < 0.5 * half_dark(all["soft shadow map"], all),
+    "parallel split map": lambda t, all: 0 < half_dark(t, all) < half_dark(all["soft shadow map"], all),
     "light space map": lambda t, all: t.differs(all["soft shadow map"], 5).sum() > 50 and half_dark(t, all) > 100,
     "shadow texture": lambda t, all: t.near((0, 0, 0), 2).sum() > 900,
     "no shadows": lambda t, all: len(numpy.unique(t.light[GROUND][20:, 60:])) == 1,

@@ -19,8 +19,11 @@ SHOW = """new Promise((done, failed) => {
   film.onloadeddata = async () => {
     const seen = [], pen = Object.assign(document.createElement("canvas"), {width: 160, height: 120}).getContext("2d");
     for (const time of TIMES) {
+      const shown = new Promise(done => film.requestVideoFrameCallback(done));
+      const sought = new Promise(done => film.onseeked = done);
       film.currentTime = time;
-      await new Promise(sought => film.onseeked = sought);
+      await sought;
+      await Promise.race([shown, new Promise(done => setTimeout(done, 500))]);
       pen.drawImage(film, 0, 0);
       seen.push([...pen.getImageData(80, 60, 1, 1).data].slice(0, 3));
     }
