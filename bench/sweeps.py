@@ -2,8 +2,8 @@
 
     tools/bench sweeps
 
-A run steps 60 boxes for two seconds. Sweeps of one and of two processes take turns; the starts of the processes, which a
-sweep of any length pays once, are counted too. Exits with 1 below 1.8 times the runs, or above 5 ms a run.
+A run steps 60 boxes for two seconds. Sweeps of one and of two processes take turns; the starts of the processes, which
+a sweep of any length pays once, are counted too. Exits with 1 below 1.8 times the runs, or above 5 ms a run.
 """
 
 import statistics

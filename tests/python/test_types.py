@@ -31,7 +31,7 @@ MEANT = {
 
 def mypy(module, *arguments, cwd):
     environment = {**os.environ, "PYTHONPATH": str(BUILD / "python"), "MYPYPATH": str(BUILD / "python")}
-    environment["MYPY_CACHE_DIR"] = str(BUILD / "mypy")
+    environment["MYPY_CACHE_DIR"] = str(BUILD / "mypy-strict")  # options shape what is kept
     command = [sys.executable, "-m", module, *map(str, arguments)]
     return subprocess.run(command, capture_output=True, text=True, env=environment, cwd=cwd)
 
