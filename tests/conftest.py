@@ -11,6 +11,7 @@ from subprocesses import BUILD
 for folder in (BUILD / "test_modules", BUILD / "python"):
     sys.path.insert(0, str(folder))
 os.environ.setdefault("HYX_DISPLAY", "offscreen")
+os.environ.setdefault("HYX_LOOK", "plain")
 signal.signal(signal.SIGINT, signal.default_int_handler)  # a shell's background jobs start with Ctrl-C ignored
 
 import hyx

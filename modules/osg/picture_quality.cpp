@@ -10,6 +10,8 @@ constexpr Declared picture_quality_rows[] = {
     FUNCTION(ExampleApplication_getNumSamples, METHOD(hyxOSG::ExampleApplication, getNumSamples, () const)),
     FUNCTION(SceneDecorator_setShadowMapSize, METHOD(hyxOSG::SceneDecorator, setShadowMapSize, (int))),
     FUNCTION(SceneDecorator_getShadowMapSize, METHOD(hyxOSG::SceneDecorator, getShadowMapSize, () const)),
+    FUNCTION(SceneDecorator_setShadowCasterLimit, METHOD(hyxOSG::SceneDecorator, setShadowCasterLimit, (int))),
+    FUNCTION(SceneDecorator_getShadowCasterLimit, METHOD(hyxOSG::SceneDecorator, getShadowCasterLimit, () const)),
     FUNCTION(SceneDecorator_setEnableSkyLight, METHOD(hyxOSG::SceneDecorator, setEnableSkyLight, (bool))),
     FUNCTION(SceneDecorator_getEnableSkyLight, METHOD(hyxOSG::SceneDecorator, getEnableSkyLight, () const)),
     FUNCTION(SceneDecorator_setEnableContactShade, METHOD(hyxOSG::SceneDecorator, setEnableContactShade, (bool))),

@@ -40,12 +40,24 @@ if TYPE_CHECKING:
     from .hints import Bytes, Floats, Self
 
 _DEPTH_COMPONENT, _RGB = 0x1902, 0x1907  # pixel formats of OpenGL
+_LOOKS = ("default", "plain", "talk", "paper")
 
 
 class ExampleApplication:
+    def __init__(self, simulation: hyxSDK.Simulation | None = None, look: str | None = None) -> None:
+        """An application around `simulation`, or one that makes its own when it is first needed. `look` is what
+        `setLook` takes; left out, it is what the environment variable HYX_LOOK says, or "default".
+        """
+        import os
+
+        self._native___init__(simulation)  # type: ignore[attr-defined]
+        self.setLook(os.environ.get("HYX_LOOK", "default") if look is None else look)
+
     def setLook(self, look: str) -> None:
         """Chooses how pictures look without further tuning. What a script sets later stands.
 
+        - "default": light at each pixel, ambient light from sky and ground, and soft shadows; where no graphics
+          processor draws, these end when more than 64 meshes throw them.
         - "plain": the defaults of all operations.
         - "talk": for slides. Light at each pixel, shadows, a fill light, ambient light from sky and ground, darker
           where bodies touch, no logo.
@@ -54,15 +66,16 @@ class ExampleApplication:
         """
         import hyx
 
-        if look not in ("plain", "talk", "paper"):
-            raise ValueError(f"there is no look {look!r}: choose 'plain', 'talk' or 'paper'")
-        tuned, paper = look != "plain", look == "paper"
+        if look not in _LOOKS:
+            raise ValueError(f"there is no look {look!r}: choose {', '.join(map(repr, _LOOKS[:-1]))} or {_LOOKS[-1]!r}")
+        lit, tuned, paper = look != "plain", look in ("talk", "paper"), look == "paper"
         decorator = self.getSceneDecorator()  # type: ignore[attr-defined]
-        decorator.setEnableShaderState(tuned)
-        decorator.setEnableShadows(tuned)
+        decorator.setEnableShaderState(lit)
+        decorator.setEnableShadows(lit)
         decorator.setShadowMethod(decorator.SOFT_SHADOWMAP)
         decorator.setShadowMapSize(2048 if paper else 1024)
-        decorator.setEnableSkyLight(tuned)
+        decorator.setShadowCasterLimit(64 if look == "default" else 0)
+        decorator.setEnableSkyLight(lit)
         decorator.setEnableContactShade(tuned)
         decorator.setEnableLights(decorator.LIGHT0 | decorator.LIGHT1 if tuned else decorator.LIGHT0)
         decorator.setEnableLogo(not tuned)

@@ -26,7 +26,7 @@ class Shown(NamedTuple):
 
 @pytest.fixture
 def shown(tmp_path):
-    with hyxOSG.ExampleApplication() as application:
+    with hyxOSG.ExampleApplication(look="plain") as application:
         application.init(None)
         application.initSimulation(hyxSDK.Simulation())
         application.initViewer(SIZE, SIZE, True)
@@ -67,5 +67,52 @@ def test_paper_is_white_behind_and_smoother(shown):
 
 
 def test_other_words_are_refused(shown):
-    with pytest.raises(ValueError, match="'plain', 'talk' or 'paper'"):
+    with pytest.raises(ValueError, match="'default', 'plain', 'talk' or 'paper'"):
         shown.app.setLook("glossy")
+    with pytest.raises(ValueError, match="'glossy'"):
+        hyxOSG.ExampleApplication(look="glossy")
+
+
+def shapes_on_a_plane(number, look=None):
+    """The picture of so many balls above an endless ground, as floats of 0 to 1."""
+    with hyxOSG.ExampleApplication(look=look) as application:
+        simulation = application.getSimulation()
+        ground = hyx.RigidBody(hyxCollide.Geometry(hyxCollide.Plane()))
+        ground.setMotionControl(hyx.RigidBody.STATIC)
+        simulation.add(ground)
+        for i in range(number):
+            ball = hyx.RigidBody(hyxCollide.Geometry(hyxCollide.Sphere(0.3)))
+            ball.setPosition((0.7 * (i % 10), 0.7 * (i // 10), 0.6))
+            simulation.add(ball)
+        application.initViewer(320, 240)
+        application.createVisual(simulation)
+        return application.render() / 255
+
+
+def test_who_chooses_nothing_gets_a_lit_scene_with_shadows(monkeypatch):
+    monkeypatch.delenv("HYX_LOOK")
+    default, plain = shapes_on_a_plane(5), shapes_on_a_plane(5, "plain")
+    assert (default == shapes_on_a_plane(5, "default")).all() and (default != plain).mean() > 0.5
+    ground, shade = numpy.median(default[200:].reshape(-1, 3), axis=0), default[100:].min(axis=(0, 1))
+    assert 0.25 * ground.mean() < shade.mean() < 0.6 * ground.mean(), "shadows, and never black ones"
+    assert shade[2] > shade[0], "in the colour of the sky"
+    shades = [len(numpy.unique(picture[:100, 5].mean(axis=1))) for picture in (default, plain)]
+    assert shades[0] > 10 > shades[1], "the ground fades"
+    monkeypatch.setenv("HYX_LOOK", "plain")
+    assert (shapes_on_a_plane(5) == plain).all()
+
+
+def test_many_casters_throw_no_shadows_where_the_processor_draws(shown):
+    decorator = shown.app.getSceneDecorator()
+    plain = shown.picture()
+    decorator.setEnableShadows(True)
+    shadowed = shown.picture()
+    decorator.setShadowCasterLimit(2)
+    assert (shown.picture() == shadowed).all() and (shadowed != plain).any()
+    decorator.setShadowCasterLimit(1)  # the box and what it stands on are two
+    without = shown.picture()
+    decorator.setEnableShadows(False)
+    decorator.setEnableShaderState(True)
+    assert (without == shown.picture()).all()
+    with pytest.raises(RuntimeError, match="not negative"):
+        decorator.setShadowCasterLimit(-1)

@@ -30,7 +30,8 @@ public:
 
     /// Copies the pixels into a buffer.
     /// \param buffer where to; null gives false.
-    /// \param size its size in bytes; false when it is less than the image needs, nothing is copied then.
+    /// \param size its size in bytes; false when it is less than the image needs, or when the buffer is a target's
+    /// pixels and these have less; nothing is copied then.
     bool extractImageData(unsigned char* buffer, int size) const;
     /// The pixels themselves; owned by the target. The memory lives as long as the target and its image; after a change
     /// of the size a larger image may lie elsewhere from the next frame on.
@@ -51,11 +52,9 @@ private:
     /// The last block holds the pixels. Earlier, smaller ones are kept for those who still look at them; each is at
     /// least double its predecessor, so that together they are no larger than the last. The image holds them, too, for
     /// it may outlive the target.
-    struct Blocks : osg::Referenced {
-        std::vector<std::vector<unsigned char>> all;
-    };
+    struct Blocks;
 
-    osg::ref_ptr<Blocks> m_blocks = new Blocks;
+    osg::ref_ptr<Blocks> m_blocks;
     osg::ref_ptr<osg::Image> m_image;
 };
 

@@ -42,6 +42,12 @@ void watchDecorator(SceneChanges& changes, SceneDecorator& decorator) {
     changes.watch([&] { return decorator.getShadowMethod(); }, [&](auto method) { decorator.setShadowMethod(method); });
     changes.watch([&] { return decorator.getEnableShaderState(); },
                   [&](bool on) { decorator.setEnableShaderState(on); });
+    changes.watch([&] { return decorator.getShadowMapSize(); }, [&](int size) { decorator.setShadowMapSize(size); });
+    changes.watch([&] { return decorator.getShadowCasterLimit(); },
+                  [&](int meshes) { decorator.setShadowCasterLimit(meshes); });
+    changes.watch([&] { return decorator.getEnableSkyLight(); }, [&](bool on) { decorator.setEnableSkyLight(on); });
+    changes.watch([&] { return decorator.getEnableContactShade(); },
+                  [&](bool on) { decorator.setEnableContactShade(on); });
     changes.watch([&] { return decorator.getEnableLogo(); }, [&](bool on) { decorator.setEnableLogo(on); });
     changes.watch([&] { return osg::ref_ptr<osg::Texture2D>(decorator.getLogo()); },
                   [&](auto const& logo) { decorator.setLogo(logo); });

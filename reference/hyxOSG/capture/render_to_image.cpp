@@ -12,8 +12,11 @@
 #include <cmath>
 #include <cstdint>
 #include <cstring>
+#include <functional>
 #include <limits>
+#include <set>
 #include <stdexcept>
+#include <vector>
 
 namespace hyxOSG {
 namespace {
@@ -39,9 +42,34 @@ osg::ref_ptr<osg::Image> greysFor(std::string const& file, osg::Image const& dep
 
 } // namespace
 
+struct RenderToImage::Blocks : osg::Referenced {
+    Blocks() { living().insert(this); }
+
+    /// How much memory there is from `place` on: what scripts know by its address alone is mostly a target's pixels.
+    static std::size_t roomFrom(unsigned char const* place) {
+        for (Blocks const* const blocks : living())
+            for (auto const& block : blocks->all)
+                if (std::less_equal<>()(block.data(), place) && std::less<>()(place, block.data() + block.size()))
+                    return std::size_t(block.data() + block.size() - place);
+        return std::numeric_limits<std::size_t>::max();
+    }
+
+    std::vector<std::vector<unsigned char>> all;
+
+protected:
+    ~Blocks() override { living().erase(this); }
+
+private:
+    static std::set<Blocks const*>& living() {
+        static auto* const all = new std::set<Blocks const*>; // targets may end after the static objects
+        return *all;
+    }
+};
+
 RenderToImage::RenderToImage(hyx::UInt width, hyx::UInt height, BufferComponent bufferComponent, hyx::UInt samples,
                              TextureFormat textureFormat)
-    : RenderTarget(width, height, bufferComponent, samples, textureFormat), m_image(new osg::Image) {
+    : RenderTarget(width, height, bufferComponent, samples, textureFormat), m_blocks(new Blocks),
+      m_image(new osg::Image) {
     m_image->setUserData(m_blocks);
     allocatePixels(hyx::Vec2u(width, height));
 }
@@ -54,10 +82,10 @@ osg::Image* RenderToImage::getImage() const {
 
 bool RenderToImage::extractImageData(unsigned char* buffer, int size) const {
     std::size_t const needed = m_image->getTotalSizeInBytes();
-    if (!buffer || size < 0 || std::size_t(size) < needed) {
+    if (!buffer || size < 0 || std::min(std::size_t(size), Blocks::roomFrom(buffer)) < needed) {
         return false;
     }
-    std::memcpy(buffer, m_image->data(), needed);
+    std::memmove(buffer, m_image->data(), needed);
     return true;
 }
 

@@ -91,6 +91,17 @@ int SceneDecorator::getShadowMapSize() const {
     return static_cast<int>(m_implementation->shadowMapSize);
 }
 
+void SceneDecorator::setShadowCasterLimit(int meshes) {
+    if (meshes < 0)
+        throw std::invalid_argument("setShadowCasterLimit: a number of meshes is not negative");
+    m_implementation->shadowCasterLimit = static_cast<unsigned int>(meshes);
+    m_implementation->updateParts();
+}
+
+int SceneDecorator::getShadowCasterLimit() const {
+    return static_cast<int>(m_implementation->shadowCasterLimit);
+}
+
 void SceneDecorator::setEnableSkyLight(bool enable) {
     m_implementation->skyLight = enable;
     m_implementation->updateParts();

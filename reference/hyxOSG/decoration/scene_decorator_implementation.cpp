@@ -86,8 +86,8 @@ void SceneDecorator::Implementation::updateParts() {
         warnOfReplacement();
     aside->setStateSet(drawnMethod == SHADOWVOLUME ? decorator::ShadowVolume::leaveOutState()
                                                    : osg::ref_ptr<osg::StateSet>());
-    shadowed->setShadowTechnique(
-        decorator::createShadowTechnique(drawnMethod, shading(), shadowMapSize, lights.light(lights.shadowLight())));
+    shadowed->setShadowTechnique(decorator::createShadowTechnique(
+        drawnMethod, shading(), {shadowMapSize, shadowCasterLimit}, lights.light(lights.shadowLight())));
 }
 
 void SceneDecorator::Implementation::followSupport() {
@@ -107,7 +107,7 @@ void SceneDecorator::Implementation::warnOfReplacement() {
 void SceneDecorator::Implementation::setBackground(osg::Vec4 const& upperLeft, osg::Vec4 const& upperRight,
                                                    osg::Vec4 const& lowerLeft, osg::Vec4 const& lowerRight) {
     background.setColors(upperLeft, upperRight, lowerLeft, lowerRight);
-    constexpr float groundShare = 0.45f; // of the light of the horizon
+    constexpr float groundShare = 0.62f; // of the light of the horizon
     osg::Vec4 const sky = (upperLeft + upperRight + lowerLeft + lowerRight) * 0.25f;
     osg::Vec4 const ground = (lowerLeft + lowerRight) * (0.5f * groundShare);
     osg::StateSet& state = *scene->getOrCreateStateSet();

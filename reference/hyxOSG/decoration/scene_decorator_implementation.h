@@ -49,6 +49,7 @@ struct SceneDecorator::Implementation {
 
     osg::Vec2f window;
     unsigned int shadowMapSize;
+    unsigned int shadowCasterLimit = 0;
     bool enabled = true;
     bool shadowsEnabled = false;
     ShadowMethod method = SOFT_SHADOWMAP;

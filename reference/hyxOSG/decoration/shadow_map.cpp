@@ -4,6 +4,7 @@
 #include "platform/hyxOSG/application/example_application.h"
 #include "reference/hyxOSG/decoration/light_view.h"
 #include "reference/machinery/shading/node_state.h"
+#include "reference/machinery/shading/shadow_support.h"
 
 #include <osg/ColorMask>
 #include <osg/ComputeBoundsVisitor>
@@ -80,6 +81,22 @@ std::array<double, MAX_SHADOW_MAPS> splitDepths(std::vector<osg::Vec3d> const& v
     return depths;
 }
 
+/// Bounds and number of the meshes that throw shadows.
+class Casters : public osg::ComputeBoundsVisitor {
+public:
+    Casters() { setTraversalMask(ExampleApplication::CASTS_SHADOWS_MASK); }
+
+    void apply(osg::Drawable& drawable) override {
+        ++m_number;
+        osg::ComputeBoundsVisitor::apply(drawable);
+    }
+
+    unsigned int number() const { return m_number; }
+
+private:
+    unsigned int m_number = 0;
+};
+
 /// What the shadowed state needs besides its maps, gathered map by map.
 class MapUniforms {
 public:
@@ -146,12 +163,15 @@ void ShadowMap::cull(osgUtil::CullVisitor& visitor) {
     osg::Matrixd const eyeToScene = osg::Matrixd::inverse(view);
     osg::Matrixd const projection = *visitor.getProjectionMatrix();
 
-    osg::ComputeBoundsVisitor casters;
-    casters.setTraversalMask(ExampleApplication::CASTS_SHADOWS_MASK);
+    Casters casters;
     osg::ComputeBoundsVisitor scene;
     for (unsigned int i = 0; i < _shadowedScene->getNumChildren(); ++i) {
         _shadowedScene->getChild(i)->accept(casters);
         _shadowedScene->getChild(i)->accept(scene);
+    }
+    if (m_settings.casterLimit > 0 && casters.number() > m_settings.casterLimit && processorDraws()) {
+        drawScene(visitor, *m_unshadowed);
+        return;
     }
 
     LightViewNeeds needs;

@@ -19,6 +19,7 @@ public:
     struct Settings {
         ShadingOptions shading; ///< with 1 or MAX_SHADOW_MAPS maps
         unsigned int mapSize = 1024;
+        unsigned int casterLimit = 0; ///< see SceneDecorator::setShadowCasterLimit
         bool alignWithCamera = false; ///< see LightViewNeeds
     };
 

@@ -11,8 +11,9 @@ namespace hyxOSG::decorator {
 namespace {
 
 ShadowMap::Settings mapSettings(SceneDecorator::ShadowMethod method, ShadingOptions const& shading,
-                                unsigned int mapSize) {
-    ShadowMap::Settings settings{shading, mapSize, method == SceneDecorator::LIGHTSPACEPERSPECTIVE_SHADOWMAP};
+                                ShadowMapCost cost) {
+    ShadowMap::Settings settings{shading, cost.size, cost.casterLimit,
+                                 method == SceneDecorator::LIGHTSPACEPERSPECTIVE_SHADOWMAP};
     settings.shading.shadowMaps = method == SceneDecorator::PARALLELLSPLIT_SHADOWMAP ? MAX_SHADOW_MAPS : 1;
     settings.shading.blackShadows = method == SceneDecorator::SHADOWTEXTURE;
     settings.shading.softShadows = method != SceneDecorator::SHADOWMAP && method != SceneDecorator::SHADOWTEXTURE;
@@ -28,7 +29,7 @@ void requireShadowMethod(SceneDecorator::ShadowMethod method) {
 }
 
 osg::ref_ptr<osgShadow::ShadowTechnique> createShadowTechnique(SceneDecorator::ShadowMethod method,
-                                                               ShadingOptions shading, unsigned int mapSize,
+                                                               ShadingOptions shading, ShadowMapCost cost,
                                                                osg::LightSource* light) {
     switch (method) {
     case SceneDecorator::NO_SHADOWS:
@@ -36,7 +37,7 @@ osg::ref_ptr<osgShadow::ShadowTechnique> createShadowTechnique(SceneDecorator::S
     case SceneDecorator::SHADOWVOLUME:
         return new ShadowVolume(light);
     default:
-        return new ShadowMap(mapSettings(method, shading, mapSize), light);
+        return new ShadowMap(mapSettings(method, shading, cost), light);
     }
 }
 

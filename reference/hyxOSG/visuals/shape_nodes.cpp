@@ -18,6 +18,7 @@
 #include "reference/machinery/meshes/shape_meshes.h"
 #include "reference/machinery/meshes/surface_meshes.h"
 #include "reference/machinery/shading/material_colors.h"
+#include "reference/machinery/shading/surface_program.h"
 
 #include <osg/CullFace>
 #include <osg/Geode>
@@ -100,7 +101,8 @@ osg::ref_ptr<osg::Node> planeNode(hyxCollide::Plane const& plane) {
     if (!shared.lock(square)) {
         square = new EndlessGeode;
         square->addDrawable(unitSquareMesh(1));
-        square->setStateSet(shapeState(false));
+        square->setStateSet(new osg::StateSet(*shapeState(false)));
+        declareFading(*square->getStateSet());
         square->setNodeMask(~ExampleApplication::CASTS_SHADOWS_MASK); // a ground that casts shadows darkens itself
         shared = square;
     }

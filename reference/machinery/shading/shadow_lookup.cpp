@@ -54,7 +54,8 @@ vec2 depthSlope(mat4 toMap, vec4 place, Receiver at)
 }
 
 // The lamp is a disc. Taps all over it first find how far the casters are off, then what the half shadow that follows
-// from this leaves of the light. Receivers may lie behind the map's last depth.
+// from this leaves of the light. Receivers may lie behind the map's last depth. Where nothing is to be looked at the
+// loops end at once: software rasterizers leave out loops, not branches.
 float lookUp(MAP map, int index, vec4 place, Receiver at)
 {
     vec3 p = place.xyz / place.w;
@@ -63,24 +64,25 @@ float lookUp(MAP map, int index, vec4 place, Receiver at)
     vec2 reach = max(hyx_penumbra[index] * p.z, least);
     vec2 turned = firstTap();
     float casters = 0.0, depths = 0.0;
-    for (int i = 0; i < SEARCHED; ++i) {
-        vec2 aside = reach * sqrt((float(i) + 0.5) / float(SEARCHED)) * turned;
-        float depth = texture2D(map, p.xy + aside).r;
-        float nearer = 1.0 - step(min(p.z + dot(slope, aside), 1.0), depth);
+    bool aside = any(greaterThan(abs(p.xy - 0.5), 0.5 + reach)); // of all casters, which the map holds
+    int taps = aside ? 0 : SEARCHED;
+    for (int i = 0; i < taps; ++i) {
+        vec2 way = reach * sqrt((float(i) + 0.5) / float(SEARCHED)) * turned;
+        float depth = texture2D(map, p.xy + way).r;
+        float nearer = 1.0 - step(min(p.z + dot(slope, way), 1.0), depth);
         casters += nearer;
         depths += nearer * depth;
         turned = goldenTurn * turned;
     }
-    if (casters == 0.0 || casters == float(SEARCHED))
-        return casters == 0.0 ? 1.0 : 0.0;
-    reach = max(hyx_penumbra[index] * max(p.z - depths / casters, 0.0), least);
+    taps = casters == 0.0 || casters == float(SEARCHED) ? 0 : FILTERED;
+    reach = max(hyx_penumbra[index] * max(p.z - depths / max(casters, 1.0), 0.0), least);
     float open = 0.0;
-    for (int i = 0; i < FILTERED; ++i) {
-        vec2 aside = reach * sqrt((float(i) + 0.5) / float(FILTERED)) * turned;
-        open += step(min(p.z + dot(slope, aside), 1.0), texture2D(map, p.xy + aside).r);
+    for (int i = 0; i < taps; ++i) {
+        vec2 way = reach * sqrt((float(i) + 0.5) / float(FILTERED)) * turned;
+        open += step(min(p.z + dot(slope, way), 1.0), texture2D(map, p.xy + way).r);
         turned = goldenTurn * turned;
     }
-    return open / float(FILTERED);
+    return taps > 0 ? open / float(FILTERED) : casters == 0.0 ? 1.0 : 0.0;
 }
 #else
 float lookUp(MAP map, int index, vec4 place, Receiver at) { return shadow2D(map, place.xyz / place.w).r; }

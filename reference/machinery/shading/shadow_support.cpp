@@ -6,6 +6,9 @@
 #include <osg/GraphicsContext>
 #include <osg/State>
 
+#include <algorithm>
+#include <string_view>
+
 namespace hyxOSG::decorator {
 namespace {
 
@@ -35,6 +38,13 @@ ShadowSupport supportOf(osg::State const& state) {
 }
 
 } // namespace
+
+bool processorDraws() {
+    auto const* const text = reinterpret_cast<char const*>(glGetString(GL_RENDERER));
+    std::string_view const renderer = text ? text : "";
+    auto const names = {"llvmpipe", "softpipe", "SWR", "Software"};
+    return std::any_of(names.begin(), names.end(), [&](char const* name) { return renderer.find(name) != renderer.npos; });
+}
 
 SceneDecorator::ShadowMethod nearestMethod(SceneDecorator::ShadowMethod method, ShadowSupport const& support) {
     if (method == SceneDecorator::NO_SHADOWS)

@@ -16,6 +16,9 @@ struct ShadowSupport {
     bool operator==(ShadowSupport const&) const = default;
 };
 
+/// Whether a software rasterizer draws in the current context; false while there is none.
+bool processorDraws();
+
 /// The method itself, or the nearest one that is possible.
 SceneDecorator::ShadowMethod nearestMethod(SceneDecorator::ShadowMethod method, ShadowSupport const& support);
 

@@ -5,6 +5,7 @@
 #include "reference/machinery/shading/node_state.h"
 #include "reference/machinery/shading/shadow_lookup.h"
 
+#include <osg/BlendFunc>
 #include <osg/NodeVisitor>
 #include <osg/Program>
 #include <osg/Uniform>
@@ -16,14 +17,21 @@ namespace hyxOSG {
 namespace {
 
 char const* const vertexSource = R"(#version 120
+#pragma import_defines(FADES)
 uniform bool hyx_unlit, hyx_vertexColors;
 varying vec3 position;
 varying vec3 normal;
 varying vec2 texcoord;
 varying vec2 basePlace;
 varying vec4 tint;
+#ifdef FADES
+varying vec2 fromMiddle;
+#endif
 
 void main() {
+#ifdef FADES
+    fromMiddle = gl_Vertex.xy;
+#endif
     vec4 eye = gl_ModelViewMatrix * gl_Vertex;
     position = eye.xyz;
     normal = gl_NormalMatrix * gl_Normal;
@@ -38,13 +46,16 @@ void main() {
 // Tangents come from screen-space derivatives, so that meshes need none of their own.
 char const* const fragmentSource = R"(#version 120
 #pragma import_defines(DIFFUSE_MAP, SHADOW_MAP, SHADOW_JITTER_MAP, NORMAL_MAP, HEIGHT_MAP, SPECULAR_MAP, SPHERE_MAP, CUBE_MAP)
-#pragma import_defines(METAL_ROUGHNESS, METAL_ROUGHNESS_MAP, GLOW_MAP)
+#pragma import_defines(METAL_ROUGHNESS, METAL_ROUGHNESS_MAP, GLOW_MAP, FADES)
 uniform bool hyx_unlit, hyx_vertexColors;
 varying vec3 position;
 varying vec3 normal;
 varying vec2 texcoord;
 varying vec2 basePlace;
 varying vec4 tint;
+#ifdef FADES
+varying vec2 fromMiddle;
+#endif
 uniform sampler2D map0, map1, map2, map3, map4, map5, map6;
 uniform samplerCube cubeMap;
 uniform float hyx_reflection;
@@ -135,7 +146,11 @@ void main() {
     vec3 inWorld = mat3(osg_ViewMatrixInverse[0].xyz, osg_ViewMatrixInverse[1].xyz, osg_ViewMatrixInverse[2].xyz) * mirrored;
     color = mix(color, textureCube(cubeMap, vec3(inWorld.x, inWorld.z, -inWorld.y)).rgb, hyx_reflection);
 #endif
-    gl_FragColor = vec4(color, tint.a * texel.a);
+    float alpha = tint.a * texel.a;
+#ifdef FADES
+    alpha *= 1.0 - smoothstep(0.15, 1.0, length(fromMiddle));
+#endif
+    gl_FragColor = vec4(color, alpha);
 }
 )";
 
@@ -190,6 +205,14 @@ void useSurfaceProgram(osg::Node& node) {
 
 void declareCubeMap(osg::Node& node) {
     writableStateSet(node).setDefine("CUBE_MAP");
+}
+
+void declareFading(osg::StateSet& state) {
+    state.setDefine("FADES");
+    // Behind all that is opaque, not among what is sorted: nothing can be seen through a ground but what it ends at.
+    state.setRenderBinDetails(1, "RenderBin");
+    state.setMode(GL_BLEND, osg::StateAttribute::ON);
+    state.setAttribute(new osg::BlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA, GL_ONE, GL_ONE_MINUS_SRC_ALPHA));
 }
 
 void setNormalMap(osg::StateSet& state, osg::Texture2D& texture) {

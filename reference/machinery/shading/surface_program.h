@@ -24,6 +24,9 @@ void declareTexture(osg::Node& node, TextureMode mode);
 /// Draws what is below `node` with the program. Colour textures that came with a model stay in the picture.
 void useSurfaceProgram(osg::Node& node);
 
+/// Lets the program fade a mesh whose x and y go from -1 to 1 into what is behind it, from its middle on.
+void declareFading(osg::StateSet& state);
+
 // Parts of a model's material. The fixed functions see none of these textures.
 
 void setNormalMap(osg::StateSet& state, osg::Texture2D& texture);

@@ -138,6 +138,7 @@ def test_extracting_copies_into_a_buffer_that_is_large_enough(window, sphere):
     assert (larger.pixels[:16] == source.pixels).all()
     assert not larger.pixels[16].any()
     assert not source.extractImageData(larger.getImageData(), 16 * 16 * 4 - 1)
+    assert not larger.extractImageData(source.getImageData(), 10**6), "it has less than was said"
     assert not source.extractImageData(None, 5000)
     assert not source.extractImageData(larger.getImageData(), -1)
 
