@@ -23,7 +23,7 @@ def memory():
 
 def overhead():
     """Of a frame without bodies, drawing and listeners, beside the step of the simulation."""
-    app = hyxOSG.ExampleApplication()
+    app = hyxOSG.ExampleApplication(look="plain")
     app.init(hyxIO.ArgumentParser(["--no-graphics"]))
     app.initSimulation()
     bare = hyxSDK.Simulation()
@@ -32,7 +32,7 @@ def overhead():
 
 def growth(steps, bodies=500):
     """Mebibytes that a run gains after its first tenth."""
-    app = hyxOSG.ExampleApplication()
+    app = hyxOSG.ExampleApplication(look="plain")
     app.init(hyxIO.ArgumentParser(["--no-graphics"]))
     ground = hyx.RigidBody(hyxCollide.Geometry(hyxCollide.Plane()))
     ground.setMotionControl(hyx.RigidBody.STATIC)

@@ -35,7 +35,7 @@ def field(count):
 
 class Stage:
     def __init__(self, count, samples):
-        self.app = hyxOSG.ExampleApplication()
+        self.app = hyxOSG.ExampleApplication(look="plain")
         self.app.init(None)
         self.simulation = hyxSDK.Simulation()
         self.app.initSimulation(self.simulation)

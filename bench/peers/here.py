@@ -1,4 +1,4 @@
-"""This project's turn: as it comes, with smooth edges, or with `unsmoothed` as last argument as most of the others."""
+"""This project's turn in its plain look, as the others light, with smooth edges, or with `unsmoothed` as last argument."""
 
 import sys
 
@@ -14,7 +14,7 @@ LIGHTING = 0x0B50  # of OpenGL
 
 
 def stage():
-    app = hyxOSG.ExampleApplication()
+    app = hyxOSG.ExampleApplication(look="plain")
     app.init(None)
     simulation = hyxSDK.Simulation()
     app.initSimulation(simulation)

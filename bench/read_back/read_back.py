@@ -25,7 +25,7 @@ STEP = 1 / 60
 
 def demo_application():
     example = importlib.import_module("01_falling_boxes")
-    app = hyxOSG.ExampleApplication()
+    app = hyxOSG.ExampleApplication(look="plain")
     app.init(None)
     simulation = hyxSDK.Simulation()
     app.initSimulation(simulation)

@@ -65,7 +65,7 @@ def eyes():
 
 class Ours:
     def __init__(self):
-        self.app = hyxOSG.ExampleApplication()
+        self.app = hyxOSG.ExampleApplication(look="plain")
         self.app.init(None)
         self.app.initViewer(64, 48)
         self.bodies = []

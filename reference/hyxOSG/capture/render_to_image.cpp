@@ -68,7 +68,8 @@ private:
 
 RenderToImage::RenderToImage(hyx::UInt width, hyx::UInt height, BufferComponent bufferComponent, hyx::UInt samples,
                              TextureFormat textureFormat)
-    : RenderTarget(width, height, bufferComponent, samples, textureFormat), m_blocks(new Blocks),
+    : RenderTarget(width, height, bufferComponent, samples, textureFormat),
+      m_blocks(new Blocks),
       m_image(new osg::Image) {
     m_image->setUserData(m_blocks);
     allocatePixels(hyx::Vec2u(width, height));

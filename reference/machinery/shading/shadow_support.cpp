@@ -43,7 +43,8 @@ bool processorDraws() {
     auto const* const text = reinterpret_cast<char const*>(glGetString(GL_RENDERER));
     std::string_view const renderer = text ? text : "";
     auto const names = {"llvmpipe", "softpipe", "SWR", "Software"};
-    return std::any_of(names.begin(), names.end(), [&](char const* name) { return renderer.find(name) != renderer.npos; });
+    return std::any_of(names.begin(), names.end(),
+                       [&](char const* name) { return renderer.find(name) != renderer.npos; });
 }
 
 SceneDecorator::ShadowMethod nearestMethod(SceneDecorator::ShadowMethod method, ShadowSupport const& support) {
