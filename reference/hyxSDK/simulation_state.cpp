@@ -23,7 +23,7 @@ namespace {
 
 constexpr std::string_view kind = "hyxstat";
 /// The last digit changes with whatever a state holds.
-constexpr std::string_view magic = "hyxstat3";
+constexpr std::string_view magic = "hyxstat4";
 
 /// Fowler-Noll-Vo: finds damage, not intent.
 std::uint64_t checkSum(std::string_view bytes) {
@@ -119,11 +119,12 @@ void exchange(StateBytes& bytes, hyx::Constraint::Implementation& joint,
     exchange(bytes, *direction.motor);
     exchange(bytes, *direction.range);
     exchange(bytes, *direction.lock);
-    double values[] = {direction.motor->getSpeed(), direction.lock->getPosition()};
+    double values[] = {direction.motor->getSpeed(), direction.lock->getPosition(), direction.motor->getMaximumSpeed()};
     hyx::RangeReal range = direction.range->getRange();
     bytes(values, range, direction.resistance, direction.turns, direction.lastAngle);
     direction.motor->setSpeed(values[0]);
     direction.lock->setPosition(values[1]);
+    direction.motor->setMaximumSpeed(values[2]);
     direction.range->setRange(range);
     for (int part = 0; part < Joint::NUM_PARTS; ++part) {
         bool made = direction.rows[part] != nullptr;

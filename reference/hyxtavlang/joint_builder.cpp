@@ -24,6 +24,7 @@ hyx::ref_ptr<hyx::Constraint> complete(hyx::ref_ptr<hyx::Constraint1DOF> constra
     }
     if (std::isfinite(joint.maximumEffort))
         constraint->getMotor1D()->setForceRange(hyx::RangeReal(joint.maximumEffort));
+    constraint->getMotor1D()->setMaximumSpeed(joint.maximumSpeed);
     if (joint.speed) {
         constraint->getMotor1D()->setSpeed(*joint.speed);
         constraint->getMotor1D()->setEnable(true);

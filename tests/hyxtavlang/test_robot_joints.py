@@ -90,6 +90,25 @@ def test_friction_of_a_slide_holds_its_load_on_a_slope(load):
     assert world.getConstraints()[0].getCurrentSpeed() == pytest.approx(-(18 - 10) / 2, rel=1e-3)
 
 
+@pytest.mark.parametrize("kind, axis", [("revolute", "0 0 1"), ("prismatic", "0 1 0"), ("continuous", "1 0 0")])
+def test_motors_keep_the_velocity_limit(load, kind, axis):
+    limit = '<limit lower="-99" upper="99" effort="1e4" velocity="1.5"/>'
+    world = load(WHEEL + joint(kind, axis=axis, inside=limit))
+    axle = world.getConstraints()[0]
+    motor = axle.getMotor1D()
+    motor.setEnable(True)
+    assert motor.getMaximumSpeed() == 1.5
+    for wanted, reached in ((1e9, 1.5), (-7.0, -1.5), (0.7, 0.7)):
+        motor.setSpeed(wanted)
+        world.step()
+        start = axle.getAngle()
+        for _ in range(60):
+            world.step()
+        assert motor.getSpeed() == wanted and motor.getTargetSpeed() == reached
+        assert axle.getCurrentSpeed() == pytest.approx(reached, rel=1e-6)
+        assert axle.getAngle() - start == pytest.approx(reached, rel=1e-6)
+
+
 @pytest.mark.parametrize("value", [-1.0, math.nan, math.inf])
 def test_resistance_must_be_a_number_that_is_not_negative(load, value):
     axle = load(WHEEL + joint("continuous")).getConstraints()[0]
@@ -120,6 +139,7 @@ def test_products_of_inertia_turn_a_torque_aside(load, turn):
     expected = numpy.linalg.solve(tensor, [0, 0, 1]) * world.getTimeStep()
     assert tuple(body.getAngularVelocity()) == pytest.approx(expected, rel=1e-2, abs=1e-5)
     assert tuple(body.getInertia()) == pytest.approx(numpy.diag(tensor))
+    assert tuple(body.getProductsOfInertia()) == pytest.approx(tensor[numpy.triu_indices(3, 1)])
 
 
 def test_a_planar_joint_leaves_the_plane_and_the_turn_about_its_normal(load):

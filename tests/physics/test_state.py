@@ -147,6 +147,7 @@ def test_a_state_holds_what_scripts_set():
         (lambda: tuple(link.getInertia()), lambda: link.setInertia(hyx.Vec3(1, 2, 3))),
         (motor.isEnabled, lambda: motor.setEnable(True)),
         (motor.getSpeed, lambda: motor.setSpeed(3.0)),
+        (motor.getMaximumSpeed, lambda: motor.setMaximumSpeed(2.0)),
         (lambda: motor.getForceRange().upper(), lambda: motor.setForceRange(hyx.RangeReal(-1, 1))),
         (lock.getPosition, lambda: lock.setPosition(0.3)),
         (lock.getCompliance, lambda: lock.setCompliance(1e-4)),

@@ -76,10 +76,12 @@ public:
     /// std::invalid_argument unless positive and finite.
     void setMass(Real mass);
     Real getMass() const;
-    /// The principal moments about the centre of mass, in kg m2, along the axes of the model frame. Fixes them. Throws
-    /// std::invalid_argument unless all are positive and finite.
-    void setInertia(Vec3 const& inertia);
+    /// The moments about the centre of mass, in kg m2, along the axes of the model frame, and the products: the
+    /// elements xy, xz and yz of the tensor. Fixes them. Throws std::invalid_argument unless the principal moments are
+    /// positive and finite.
+    void setInertia(Vec3 const& inertia, Vec3 const& products = Vec3());
     Vec3 getInertia() const;
+    Vec3 getProductsOfInertia() const;
     /// Metres, in the model frame. Fixes it.
     void setCenterOfMass(Vec3 const& localPoint);
     Vec3 getCenterOfMass() const;

@@ -171,15 +171,21 @@ Real RigidBody::getMass() const {
     return m_implementation->mass;
 }
 
-void RigidBody::setInertia(Vec3 const& inertia) {
-    m_implementation->setInertiaTensor(btMatrix3x3(inertia.x, 0, 0, 0, inertia.y, 0, 0, 0, inertia.z));
+void RigidBody::setInertia(Vec3 const& inertia, Vec3 const& products) {
+    requireFinite(inertia, "the moments of inertia of a body");
+    requireFinite(products, "the products of inertia of a body");
+    m_implementation->setInertiaTensor(btMatrix3x3(inertia.x, products.x, products.y, products.x, inertia.y, products.z,
+                                                   products.y, products.z, inertia.z));
 }
 
 Vec3 RigidBody::getInertia() const {
-    Implementation const& self = *m_implementation;
-    btMatrix3x3 const& axes = self.massFrame.getBasis();
-    btMatrix3x3 const tensor = axes.scaled(self.inertia) * axes.transpose();
+    btMatrix3x3 const tensor = m_implementation->inertiaTensor();
     return Vec3(tensor[0][0], tensor[1][1], tensor[2][2]);
+}
+
+Vec3 RigidBody::getProductsOfInertia() const {
+    btMatrix3x3 const tensor = m_implementation->inertiaTensor();
+    return Vec3(tensor[0][1], tensor[0][2], tensor[1][2]);
 }
 
 void RigidBody::setCenterOfMass(Vec3 const& localPoint) {

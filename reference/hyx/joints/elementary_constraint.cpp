@@ -5,6 +5,8 @@
 #include "platform/hyx/joints/motor1d.h"
 #include "reference/hyx/values/number_checks.h"
 
+#include <stdexcept>
+
 namespace hyx {
 
 void ElementaryConstraint::setCompliance(Real compliance) {
@@ -17,6 +19,12 @@ void ElementaryConstraint::setDamping(Real time) {
 
 void Motor1D::setSpeed(Real speed) {
     m_speed = requireFinite(speed, "the speed of a motor");
+}
+
+void Motor1D::setMaximumSpeed(Real speed) {
+    if (!(speed >= 0))
+        throw std::invalid_argument("the maximum speed of a motor must not be negative");
+    m_maximumSpeed = speed;
 }
 
 void Lock1D::setPosition(Real position) {

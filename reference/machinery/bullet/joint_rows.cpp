@@ -146,7 +146,7 @@ void Constraint::Implementation::aimFree(FreeDirection& direction, Pose const& p
     };
     Motor1D const& motor = *direction.motor;
     if (motor.isEnabled())
-        use(MOTOR, motor, motor.getSpeed(),
+        use(MOTOR, motor, motor.getTargetSpeed(),
             Give(0, motor.getCompliance(), motor.getDamping(), atPlaces, substep, step).softness);
     Lock1D const& lock = *direction.lock;
     if (lock.isEnabled()) {

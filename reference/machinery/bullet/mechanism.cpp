@@ -51,7 +51,7 @@ double Mechanism::greatestSpin() const {
     for (Constraint::Implementation const* joint : m_joints)
         for (auto const& direction : joint->free)
             if (direction.kind == Constraint::Implementation::ABOUT_Z && direction.motor->isEnabled())
-                greatest = std::max(greatest, std::abs(direction.motor->getSpeed()));
+                greatest = std::max(greatest, std::abs(direction.motor->getTargetSpeed()));
     return greatest;
 }
 

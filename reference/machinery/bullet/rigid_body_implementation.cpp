@@ -99,6 +99,11 @@ void RigidBody::Implementation::setInertiaTensor(btMatrix3x3 tensor) {
     rebuildShape();
 }
 
+btMatrix3x3 RigidBody::Implementation::inertiaTensor() const {
+    btMatrix3x3 const& axes = massFrame.getBasis();
+    return axes.scaled(inertia) * axes.transpose();
+}
+
 void RigidBody::Implementation::updateMass() {
     ShapeMass const spread = massOf(geometries);
     bool const solid = spread.volume > 0;

@@ -42,6 +42,7 @@ struct RigidBody::Implementation {
     /// Fixes the inertia about the centre of mass, along the axes of the model frame. Throws std::invalid_argument for
     /// a tensor that no body has.
     void setInertiaTensor(btMatrix3x3 tensor);
+    btMatrix3x3 inertiaTensor() const;
 
     /// Computes what of mass, inertia and centre is not fixed.
     void updateMass();

@@ -4,6 +4,7 @@ import math
 
 import hyx
 import hyxCollide
+import numpy
 import pytest
 from physics_scene import GRAVITY, body, box, ground, run, simulation
 
@@ -71,6 +72,23 @@ def test_forces_act_for_one_step_and_add_up():
     world.step()
     assert tuple(pushed.getVelocity()) == pytest.approx((3 / 60, 3 / 60, 0))
     assert pushed.getForce() == hyx.Vec3()
+
+
+@pytest.mark.parametrize("products", [(0.1, -0.05, 0.08), (0, 0.2, 0), (0, 0, 0)])
+def test_products_of_inertia_turn_a_torque_aside(products):
+    moments, torque = (0.5, 0.4, 0.3), (0.3, -1, 2)
+    pushed = box(0.5)
+    pushed.setInertia(hyx.Vec3(*moments), hyx.Vec3(*products))
+    assert tuple(pushed.getInertia()) == pytest.approx(moments)
+    assert tuple(pushed.getProductsOfInertia()) == pytest.approx(products)
+    world = simulation(pushed)
+    world.setGravity(hyx.Vec3())
+    world.setTimeStep(1e-3)
+    pushed.addTorque(hyx.Vec3(*torque))
+    world.step()
+    xy, xz, yz = products
+    tensor = numpy.diag(moments) + [[0, xy, xz], [xy, 0, yz], [xz, yz, 0]]
+    assert tuple(pushed.getAngularVelocity()) == pytest.approx(numpy.linalg.solve(tensor, torque) * 1e-3, rel=1e-4)
 
 
 def test_a_force_beside_the_centre_of_mass_turns_the_body():
@@ -144,6 +162,8 @@ def test_kinetic_energy_of_motion_and_spin():
         lambda b: b.setMass(0.0),
         lambda b: b.setMass(math.nan),
         lambda b: b.setInertia(hyx.Vec3(1, -1, 1)),
+        lambda b: b.setInertia(hyx.Vec3(1, 1, 1), hyx.Vec3(2, 0, 0)),
+        lambda b: b.setInertia(hyx.Vec3(1, 1, 1), hyx.Vec3(math.nan, 0, 0)),
         lambda b: b.setPosition(hyx.Vec3(math.inf, 0, 0)),
         lambda b: b.setRotation(hyx.Quat(0, 0, 0, 0)),
         lambda b: b.addForce(hyx.Vec3(0, math.nan, 0)),
