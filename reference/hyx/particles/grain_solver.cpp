@@ -2,6 +2,8 @@
 #include "reference/hyx/particles/grain_solver.h"
 
 #include "reference/hyx/particles/body_obstacle.h"
+#include "reference/machinery/bullet/bullet_values.h"
+#include "reference/machinery/dynamics/lanes.h"
 #include "reference/machinery/files/state_bytes.h"
 
 #include <algorithm>
@@ -35,8 +37,10 @@ Real frictionOfPair(Real friction) {
     return y0 + (y1 - y0) * (friction - x0) / (x1 - x0);
 }
 
-bool isBefore(std::uint32_t first, std::uint32_t second, std::uint32_t otherFirst, std::uint32_t otherSecond) {
-    return first != otherFirst ? first < otherFirst : second < otherSecond;
+btVector3 toBullet(Vec3 const& vector, Real fourth) {
+    btVector3 result = toBullet(vector);
+    result.setW(fourth);
+    return result;
 }
 
 } // namespace
@@ -56,34 +60,33 @@ void GrainSolver::step(std::vector<Particle>& grains, Obstacles const& obstacles
     m_substep = timeStep / numSubsteps;
     followRemovals(grains);
     for (int k = 0; k < numSubsteps; ++k) {
-        m_velocities.clear();
-        m_inverseMasses.clear();
-        m_predicted.clear();
-        m_starts.clear();
-        for (Particle const& grain : grains) {
-            m_velocities.push_back(grain.velocity + gravity * m_substep);
-            m_inverseMasses.push_back(1 / grain.mass);
-            m_starts.push_back(grain.position);
-            m_predicted.push_back(grain.position + m_velocities.back() * m_substep);
-        }
-        findPairs(grains, m_substep);
-        findTouches(grains, obstacles, m_substep);
-        start(m_pairs, m_formerPairs, true);
-        start(m_touches, m_formerTouches, false);
+        predict(grains, gravity);
+        findPairs();
+        findTouches(grains, obstacles);
+        start(m_pairs, m_formerPairs);
+        start(m_touches, m_formerTouches);
         m_change = 1;
         for (int i = 0; i < numSweeps && m_change > leastChange * leastChange; ++i) {
             m_change = 0;
-            sweep<true>(m_pairs, i % 2);
-            sweep<false>(m_touches, i % 2);
+            sweep(m_pairs, m_pairFriction, i % 2);
+            sweep(m_touches, m_friction, i % 2);
         }
-        move(grains, m_substep);
-        for (Contact const& touch : m_touches)
-            if (auto* body = dynamic_cast<BodyObstacle*>(obstacles[touch.second >> 16].get());
-                body && touch.impulse > 0)
-                body->push((touch.normal * touch.impulse + touch.rubbing) * -1.0,
-                           grains[touch.first].position - touch.normal * grains[touch.first].radius, timeStep);
+        move(grains);
+        push(obstacles, timeStep);
         keep(m_pairs, m_formerPairs);
         keep(m_touches, m_formerTouches);
+    }
+}
+
+void GrainSolver::predict(std::vector<Particle> const& grains, Vec3 const& gravity) {
+    m_moving.clear();
+    m_starts.clear();
+    m_predicted.clear();
+    for (Particle const& grain : grains) {
+        Vec3 const velocity = grain.velocity + gravity * m_substep;
+        m_moving.push_back(toBullet(velocity, 1 / grain.mass));
+        m_starts.push_back(toBullet(grain.position, grain.radius));
+        m_predicted.push_back(toBullet(grain.position + velocity * m_substep, grain.radius));
     }
 }
 
@@ -115,175 +118,201 @@ void GrainSolver::followRemovals(std::vector<Particle> const& grains) {
     m_ids.swap(ids);
 }
 
-void GrainSolver::findPairs(std::vector<Particle> const& grains, Real h) {
-    m_pairs.clear();
-    Real largest = 0;
-    for (Particle const& grain : grains)
-        largest = std::max(largest, grain.radius);
-    if (largest == 0)
-        return;
-    m_grid.build(m_predicted, (2 + reach) * largest);
-    m_grid.forEachPair([&](std::size_t i, std::size_t j) {
-        Real const touching = grains[i].radius + grains[j].radius;
-        Real const near = touching + reach * std::min(grains[i].radius, grains[j].radius);
-        if ((m_predicted[i] - m_predicted[j]).length2() > near * near)
-            return;
-        Vec3 const apart = grains[i].position - grains[j].position;
-        Real const distance = apart.length();
-        Contact contact;
-        contact.first = static_cast<std::uint32_t>(i);
-        contact.second = static_cast<std::uint32_t>(j);
+HYX_WIDE_LANES void GrainSolver::findPairs() {
+    m_grid.findPairs(m_predicted, reach, m_near);
+    m_pairs.resize(m_near.size());
+    for (std::size_t i = 0; i < m_near.size(); ++i) {
+        Contact& contact = m_pairs[i];
+        btVector3 const& first = m_starts[contact.first = m_near[i].first];
+        btVector3 const& second = m_starts[contact.second = m_near[i].second];
+        Lanes apart = lanes(first) - lanes(second);
+        apart[3] = 0;
+        Real const distance = std::sqrt(dot(apart, apart));
         // Grains in one and the same place are parted upwards.
-        contact.normal = distance > 0 ? apart / distance : Vec3(0, 0, 1);
-        contact.gap = distance - touching;
-        contact.targetSpeed = -std::max(contact.gap, 0.0) / h;
-        contact.mass = 1 / (m_inverseMasses[i] + m_inverseMasses[j]);
-        m_pairs.push_back(contact);
-    });
+        lanes(contact.normal) = distance > 0 ? apart / distance : Lanes{0, 0, 1, 0};
+        lanes(contact.rubbing) = Lanes{};
+        contact.targetSpeed = -std::max(distance - first.w() - second.w(), 0.0) / m_substep;
+        contact.mass = 1 / (m_moving[contact.first].w() + m_moving[contact.second].w());
+        contact.impulse = 0;
+    }
 }
 
-void GrainSolver::findTouches(std::vector<Particle> const& grains, Obstacles const& obstacles, Real h) {
+void GrainSolver::findTouches(std::vector<Particle> const& grains, Obstacles const& obstacles) {
     m_touches.clear();
+    m_surfaces.clear();
     for (std::size_t o = 0; o < obstacles.size(); ++o) {
         auto* body = dynamic_cast<BodyObstacle*>(obstacles[o].get());
         if (body)
             body->prepare();
         for (std::size_t i = 0; i < grains.size(); ++i) {
-            Real const near = grains[i].radius * (1 + reach) + m_velocities[i].length() * h;
-            m_surfaces.clear();
+            Real const near = grains[i].radius * (1 + reach) + fromBullet(m_moving[i]).length() * m_substep;
+            m_found.clear();
             ParticleObstacle::Surface found;
             if (body)
-                body->findAll(grains[i].position, near, m_surfaces);
+                body->findAll(grains[i].position, near, m_found);
             else if (obstacles[o]->find(grains[i].position, near, found))
-                m_surfaces.push_back(found);
-            for (std::size_t s = 0; s < m_surfaces.size(); ++s) {
-                Contact touch;
-                touch.first = static_cast<std::uint32_t>(i);
-                touch.second = static_cast<std::uint32_t>(o << 16 | s);
-                touch.normal = m_surfaces[s].normal;
-                touch.surface = m_surfaces[s].velocity;
-                touch.gap = m_surfaces[s].distance - grains[i].radius;
-                touch.targetSpeed = -std::max(touch.gap, 0.0) / h;
-                touch.mass = grains[i].mass;
-                m_touches.push_back(touch);
+                m_found.push_back(found);
+            for (std::size_t s = 0; s < m_found.size(); ++s) {
+                Real const gap = m_found[s].distance - grains[i].radius;
+                m_touches.push_back({toBullet(m_found[s].normal), btVector3(0, 0, 0), static_cast<std::uint32_t>(i),
+                                     static_cast<std::uint32_t>(m_moving.size()), -std::max(gap, 0.0) / m_substep,
+                                     grains[i].mass, 0});
+                m_moving.push_back(toBullet(m_found[s].velocity));
+                m_surfaces.push_back({static_cast<std::uint32_t>(o << 16 | s), gap});
             }
         }
     }
 }
 
-/// Contacts come in no order of their second side, so each finds its former self among those of its first grain.
-void GrainSolver::start(std::vector<Contact>& contacts, std::vector<Former> const& former, bool pairs) {
-    m_begin.assign(m_velocities.size() + 1, 0);
+/// What stays the same from one substep to the next.
+std::uint32_t GrainSolver::keyOf(Contact const& contact) const {
+    return contact.second < m_starts.size() ? contact.second : m_surfaces[contact.second - m_starts.size()].key;
+}
+
+/// Where the contacts of each first grain begin.
+void GrainSolver::countFirsts(std::vector<Former> const& former) {
+    m_begin.assign(m_starts.size() + 1, 0);
     for (Former const& one : former)
         ++m_begin[one.first + 1];
     for (std::size_t i = 0; i + 1 < m_begin.size(); ++i)
         m_begin[i + 1] += m_begin[i];
-    for (Contact& contact : contacts)
+}
+
+/// Each contact finds its former self among those of its first grain.
+void GrainSolver::start(std::vector<Contact>& contacts, std::vector<Former> const& former) {
+    countFirsts(former);
+    for (Contact& contact : contacts) {
+        std::uint32_t const key = keyOf(contact);
         for (std::uint32_t k = m_begin[contact.first]; k < m_begin[contact.first + 1]; ++k)
-            if (former[k].second == contact.second) {
+            if (former[k].second == key) {
+                Vec3 const normal = fromBullet(contact.normal);
+                Vec3 const rubbing = former[k].rubbing - normal * former[k].rubbing.dot(normal);
                 contact.impulse = former[k].impulse;
-                contact.rubbing = former[k].rubbing - contact.normal * former[k].rubbing.dot(contact.normal);
-                apply(contact, pairs, contact.normal * contact.impulse + contact.rubbing);
+                contact.rubbing = toBullet(rubbing);
+                apply(contact, contact.normal * contact.impulse + contact.rubbing);
             }
+    }
 }
 
 void GrainSolver::keep(std::vector<Contact> const& contacts, std::vector<Former>& former) {
-    former.clear();
+    m_unsorted.clear();
     for (Contact const& contact : contacts)
         if (contact.impulse > 0)
-            former.push_back({contact.first, contact.second, contact.impulse, contact.rubbing});
-    std::sort(former.begin(), former.end(),
-              [](Former const& a, Former const& b) { return isBefore(a.first, a.second, b.first, b.second); });
+            m_unsorted.push_back({contact.first, keyOf(contact), contact.impulse, fromBullet(contact.rubbing)});
+    countFirsts(m_unsorted);
+    former.resize(m_unsorted.size());
+    for (Former const& one : m_unsorted)
+        former[m_begin[one.first]++] = one;
 }
 
-void GrainSolver::apply(Contact const& contact, bool pair, Vec3 const& impulse) {
-    m_velocities[contact.first] += impulse * m_inverseMasses[contact.first];
-    if (pair)
-        m_velocities[contact.second] -= impulse * m_inverseMasses[contact.second];
-}
-
-template <bool pairs>
-void GrainSolver::sweep(std::vector<Contact>& contacts, bool backwards) {
+HYX_WIDE_LANES void GrainSolver::sweep(std::vector<Contact>& contacts, Real friction, bool backwards) {
     if (backwards)
         for (auto contact = contacts.rbegin(); contact != contacts.rend(); ++contact)
-            solve<pairs>(*contact);
+            solve(*contact, friction);
     else
         for (Contact& contact : contacts)
-            solve<pairs>(contact);
+            solve(contact, friction);
 }
 
-template <bool pair>
-inline void GrainSolver::solve(Contact& contact) {
-    Vec3& first = m_velocities[contact.first];
-    Vec3 const speed = first - (pair ? m_velocities[contact.second] : contact.surface);
-    Real const along = speed.dot(contact.normal);
+HYX_INLINED void GrainSolver::solve(Contact& contact, Real friction) {
+    Lanes const& normal = lanes(contact.normal);
+    Lanes speed = lanes(m_moving[contact.first]) - lanes(m_moving[contact.second]);
+    speed[3] = 0;
+    Real const along = dot(speed, normal);
     Real const impulse = std::max(contact.impulse + (contact.targetSpeed - along) * contact.mass, 0.0);
     if (impulse == 0 && contact.impulse == 0)
         return;
-    Vec3 rubbing = contact.rubbing - (speed - contact.normal * along) * contact.mass;
-    Real const most = (pair ? m_pairFriction : m_friction) * impulse;
-    if (Real const size2 = rubbing.length2(); size2 > most * most)
+    Lanes rubbing = lanes(contact.rubbing) - (speed - normal * along) * contact.mass;
+    Real const most = friction * impulse;
+    if (Real const size2 = dot(rubbing, rubbing); size2 > most * most)
         rubbing *= most / std::sqrt(size2);
-    Vec3 const change = contact.normal * (impulse - contact.impulse) + rubbing - contact.rubbing;
-    first += change * m_inverseMasses[contact.first];
-    if (pair)
-        m_velocities[contact.second] -= change * m_inverseMasses[contact.second];
-    m_change = std::max(m_change, change.length2() / (contact.mass * contact.mass));
+    btVector3 change;
+    lanes(change) = normal * (impulse - contact.impulse) + rubbing - lanes(contact.rubbing);
+    apply(contact, change);
+    m_change = std::max(m_change, dot(change, change) / (contact.mass * contact.mass));
     contact.impulse = impulse;
-    contact.rubbing = rubbing;
+    lanes(contact.rubbing) = rubbing;
 }
 
-void GrainSolver::move(std::vector<Particle>& grains, Real h) {
+HYX_INLINED void GrainSolver::apply(Contact const& contact, btVector3 const& impulse) {
+    btVector3& first = m_moving[contact.first];
+    btVector3& second = m_moving[contact.second];
+    lanes(first) += lanes(impulse) * first.w();
+    lanes(second) -= lanes(impulse) * second.w();
+}
+
+/// The bodies feel what their surfaces gave.
+void GrainSolver::push(Obstacles const& obstacles, Real timeStep) {
+    for (std::size_t i = 0; i < m_touches.size(); ++i) {
+        Contact const& touch = m_touches[i];
+        if (auto* body = dynamic_cast<BodyObstacle*>(obstacles[m_surfaces[i].key >> 16].get());
+            body && touch.impulse > 0) {
+            btVector3 const& place = m_places[touch.first];
+            body->push(fromBullet(touch.normal * -touch.impulse - touch.rubbing),
+                       fromBullet(place - touch.normal * place.w()), timeStep);
+        }
+    }
+}
+
+void GrainSolver::move(std::vector<Particle>& grains) {
+    m_places.clear();
     for (std::size_t i = 0; i < grains.size(); ++i) {
-        grains[i].velocity = m_velocities[i];
-        grains[i].position += m_velocities[i] * h;
+        grains[i].velocity = fromBullet(m_moving[i]);
+        m_places.push_back(toBullet(grains[i].position + grains[i].velocity * m_substep, grains[i].radius));
     }
     for (Contact const& touch : m_touches)
         if (touch.impulse > 0) {
             Particle& grain = grains[touch.first];
-            Vec3 const turn = touch.normal.cross(grain.velocity - touch.surface) * (h / grain.radius);
+            Vec3 const speed = grain.velocity - fromBullet(m_moving[touch.second]);
+            Vec3 const turn = fromBullet(touch.normal).cross(speed) * (m_substep / grain.radius);
             if (Real const angle = turn.length(); angle > 0)
                 grain.rotation = (grain.rotation * Quat(angle, turn)).normal();
         }
     bool apart = false;
     for (int round = 0; round < mostPartings && !apart; ++round) {
-        bool const parted = partPairs(grains);
-        bool const left = leaveObstacles(grains, h);
+        bool const parted = partPairs();
+        bool const left = leaveObstacles();
         apart = !parted && !left;
     }
+    for (std::size_t i = 0; i < grains.size(); ++i)
+        grains[i].position = fromBullet(m_places[i]);
 }
 
 /// Overlaps are parted without giving speed. Whether there were any.
-bool GrainSolver::partPairs(std::vector<Particle>& grains) {
+HYX_WIDE_LANES bool GrainSolver::partPairs() {
     bool parted = false;
-    for (Contact const& pair : m_pairs) {
-        Particle& a = grains[pair.first];
-        Particle& b = grains[pair.second];
-        Vec3 const apart = a.position - b.position;
-        Real const touching = a.radius + b.radius - toleratedOverlap * std::min(a.radius, b.radius);
-        if (apart.length2() >= touching * touching)
+    for (std::size_t i = 0; i < m_near.size(); ++i) {
+        btVector3& first = m_places[m_near[i].first];
+        btVector3& second = m_places[m_near[i].second];
+        Lanes apart = lanes(first) - lanes(second);
+        apart[3] = 0;
+        Real const touching = first.w() + second.w() - toleratedOverlap * std::min(first.w(), second.w());
+        Real const square = dot(apart, apart);
+        if (square >= touching * touching)
             continue;
         parted = true;
-        Real const distance = apart.length();
-        Vec3 const shift =
-            (distance > 0 ? apart / distance : pair.normal) * ((touching - distance) / (a.mass + b.mass));
-        a.position += shift * b.mass;
-        b.position -= shift * a.mass;
+        Contact const& pair = m_pairs[i];
+        Real const distance = std::sqrt(square);
+        Lanes const shift =
+            (distance > 0 ? apart / distance : lanes(pair.normal)) * ((touching - distance) * pair.mass);
+        lanes(first) += shift * m_moving[pair.first].w();
+        lanes(second) -= shift * m_moving[pair.second].w();
     }
     return parted;
 }
 
-bool GrainSolver::leaveObstacles(std::vector<Particle>& grains, Real h) {
+bool GrainSolver::leaveObstacles() {
     bool left = false;
-    for (Contact const& touch : m_touches) {
-        Particle& grain = grains[touch.first];
+    for (std::size_t i = 0; i < m_touches.size(); ++i) {
+        Contact const& touch = m_touches[i];
+        btVector3& place = m_places[touch.first];
         // The surface goes on evenly, and is taken as flat.
-        Vec3 const way = grain.position - m_starts[touch.first] - touch.surface * h;
-        Real const deep = -(touch.gap + way.dot(touch.normal)) - toleratedOverlap * grain.radius;
+        btVector3 const way = place - m_starts[touch.first] - m_moving[touch.second] * m_substep;
+        Real const deep = -(m_surfaces[i].gap + dot(way, touch.normal)) - toleratedOverlap * place.w();
         if (deep <= 0)
             continue;
         left = true;
-        grain.position += touch.normal * deep;
+        lanes(place) += lanes(touch.normal) * deep;
     }
     return left;
 }
@@ -293,13 +322,13 @@ void GrainSolver::tellContacts(std::vector<Particle> const& grains, std::vector<
     for (Contact const& pair : m_pairs)
         if (pair.impulse > 0)
             contacts.push_back({pair.first, pair.second,
-                                grains[pair.second].position + pair.normal * grains[pair.second].radius, pair.normal,
-                                pair.impulse / m_substep});
+                                grains[pair.second].position + fromBullet(pair.normal) * grains[pair.second].radius,
+                                fromBullet(pair.normal), pair.impulse / m_substep});
     for (Contact const& touch : m_touches)
         if (touch.impulse > 0)
             contacts.push_back({touch.first, ParticleContact::surroundings,
-                                grains[touch.first].position - touch.normal * grains[touch.first].radius, touch.normal,
-                                touch.impulse / m_substep});
+                                grains[touch.first].position - fromBullet(touch.normal) * grains[touch.first].radius,
+                                fromBullet(touch.normal), touch.impulse / m_substep});
 }
 
 void GrainSolver::exchangeState(StateBytes& bytes) {

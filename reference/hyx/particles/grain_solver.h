@@ -25,45 +25,53 @@ public:
     void exchangeState(StateBytes& bytes);
 
 private:
-    /// Between two grains, or one and an obstacle.
+    /// Between two of `m_moving`.
     struct Contact {
+        /// Towards the first.
+        btVector3 normal;
+        btVector3 rubbing;
+        /// A grain.
         std::uint32_t first;
-        /// A grain, or an obstacle and the number of the surface found on it.
+        /// A grain, or where the surface of a touch is.
         std::uint32_t second;
-        /// Towards the first grain.
-        Vec3 normal;
-        /// m/s, of the obstacle's surface.
-        Vec3 surface;
-        /// Between the surfaces at the start of the substep, metres.
-        Real gap;
         Real targetSpeed;
         /// Of both grains together: kg.
         Real mass;
-        Real impulse = 0;
-        Vec3 rubbing;
+        Real impulse;
+    };
+
+    /// What else there is to know of each touch.
+    struct Surface {
+        /// The obstacle, and the number of the surface found on it.
+        std::uint32_t key;
+        /// To the grain at the start of the substep, metres.
+        Real gap;
     };
 
     /// What is kept of a contact for the next substep, by place of the grains.
     struct Former {
         std::uint32_t first;
+        /// A grain, or the key of a surface.
         std::uint32_t second;
         Real impulse;
         Vec3 rubbing;
     };
 
     void followRemovals(std::vector<Particle> const& grains);
-    void findPairs(std::vector<Particle> const& grains, Real h);
-    void findTouches(std::vector<Particle> const& grains, Obstacles const& obstacles, Real h);
-    void start(std::vector<Contact>& contacts, std::vector<Former> const& former, bool pairs);
-    void apply(Contact const& contact, bool pair, Vec3 const& impulse);
-    template <bool pairs>
-    void sweep(std::vector<Contact>& contacts, bool backwards);
-    template <bool pair>
-    void solve(Contact& contact);
-    void move(std::vector<Particle>& grains, Real h);
-    bool partPairs(std::vector<Particle>& grains);
-    bool leaveObstacles(std::vector<Particle>& grains, Real h);
-    static void keep(std::vector<Contact> const& contacts, std::vector<Former>& former);
+    void predict(std::vector<Particle> const& grains, Vec3 const& gravity);
+    void findPairs();
+    void findTouches(std::vector<Particle> const& grains, Obstacles const& obstacles);
+    void start(std::vector<Contact>& contacts, std::vector<Former> const& former);
+    std::uint32_t keyOf(Contact const& contact) const;
+    void sweep(std::vector<Contact>& contacts, Real friction, bool backwards);
+    void solve(Contact& contact, Real friction);
+    void apply(Contact const& contact, btVector3 const& impulse);
+    void push(Obstacles const& obstacles, Real timeStep);
+    void move(std::vector<Particle>& grains);
+    bool partPairs();
+    bool leaveObstacles();
+    void keep(std::vector<Contact> const& contacts, std::vector<Former>& former);
+    void countFirsts(std::vector<Former> const& former);
 
     Real m_friction = 0;
     Real m_pairFriction = 0;
@@ -72,16 +80,24 @@ private:
     Real m_change = 0;
     NeighbourGrid m_grid;
     std::vector<Index> m_ids;
-    std::vector<Vec3> m_starts;
-    std::vector<Vec3> m_predicted;
-    std::vector<Vec3> m_velocities;
-    std::vector<Real> m_inverseMasses;
+    /// The velocities of the grains, then those of the touched surfaces; the fourth part is the inverse mass.
+    std::vector<btVector3> m_moving;
+    /// Of the grains at the start of a substep, where their velocities lead them, and where they are in its course; the
+    /// fourth part is the radius.
+    std::vector<btVector3> m_starts;
+    std::vector<btVector3> m_predicted;
+    std::vector<btVector3> m_places;
+    /// The sides of each of `m_pairs`, together in little memory.
+    std::vector<NeighbourGrid::Pair> m_near;
     std::vector<Contact> m_pairs;
     std::vector<Contact> m_touches;
     std::vector<Former> m_formerPairs;
     std::vector<Former> m_formerTouches;
+    /// Of each of `m_touches`.
+    std::vector<Surface> m_surfaces;
     std::vector<std::uint32_t> m_begin;
-    std::vector<ParticleObstacle::Surface> m_surfaces;
+    std::vector<Former> m_unsorted;
+    std::vector<ParticleObstacle::Surface> m_found;
 };
 
 } // namespace hyx

@@ -24,9 +24,13 @@ HYX_INLINED Lanes& lanes(btVector3& vector) {
     return reinterpret_cast<Lanes&>(vector);
 }
 
-HYX_INLINED double dot(btVector3 const& first, btVector3 const& second) {
-    Lanes const parts = lanes(first) * lanes(second);
+HYX_INLINED double dot(Lanes const& first, Lanes const& second) {
+    Lanes const parts = first * second;
     return parts[0] + parts[1] + parts[2];
+}
+
+HYX_INLINED double dot(btVector3 const& first, btVector3 const& second) {
+    return dot(lanes(first), lanes(second));
 }
 
 } // namespace hyx
