@@ -57,7 +57,7 @@ def slope_of(grains):
     return -math.degrees(math.atan(numpy.polyfit(away, height, 1)[0]))
 
 
-@pytest.mark.parametrize("friction", [0.3, 0.4, 0.6])
+@pytest.mark.parametrize("friction", [0.2, 0.3, 0.4, 0.6, 0.8])
 def test_a_heap_stands_at_the_angle_of_friction(measured, friction):
     grains = hyx.ParticleSystem()
     grains.addObstacle(ground())
@@ -101,4 +101,4 @@ def test_many_grains_take_little_time():
     start = time.process_time()
     for _ in range(20):
         grains.step(1 / 60)
-    assert (time.process_time() - start) / 20 < 0.03
+    assert (time.process_time() - start) / 20 < 0.02

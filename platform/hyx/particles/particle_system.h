@@ -91,7 +91,8 @@ public:
     /// Density in kg/m3 of grains to come, 1500 at first.
     void setDensity(Real density);
     Real getDensity() const;
-    /// Coefficient of dry friction in all contacts, 0.6 at first. Throws `std::invalid_argument` below 0.
+    /// Coefficient of dry friction in all contacts, 0.6 at first: heaps stand at its angle. Throws
+    /// `std::invalid_argument` below 0.
     void setFriction(Real friction);
     Real getFriction() const;
     /// Gravity in m/s2 while this is in no simulation, standard gravity along -Z at first; in a simulation, that one's

@@ -24,18 +24,13 @@ constexpr Real toleratedOverlap = 0.01;
 /// Grains whose surfaces come this near, in radii, may touch.
 constexpr Real reach = 0.2;
 
-/// A heap of balls that do not roll stands steeper than they slide: the friction between two balls (second) by which
-/// heaps stand at the angle of a friction (first), as measured on heaps of 1500 balls.
-constexpr Real frictionOfPairs[][2] = {{0, 0}, {0.3, 0.012}, {0.4, 0.07}, {0.6, 0.155}, {0.8, 0.25}, {1, 0.305}};
-
-Real frictionOfPair(Real friction) {
-    std::size_t i = 1;
-    while (i + 1 < std::size(frictionOfPairs) && frictionOfPairs[i][0] < friction)
-        ++i;
-    auto const& [x0, y0] = frictionOfPairs[i - 1];
-    auto const& [x1, y1] = frictionOfPairs[i];
-    return y0 + (y1 - y0) * (friction - x0) / (x1 - x0);
-}
+/// A heap of balls that do not roll stands steeper than they slide: the friction between two balls, and of balls on
+/// surfaces, by which heaps stand at the angle of a friction, as measured on heaps of 1500 balls. Flat heaps slide
+/// apart on their ground.
+constexpr struct {
+    Real given, ofPairs, ofSurfaces;
+} calibrated[] = {{0, 0, 0},        {0.15, 0, 0.15},   {0.2, 0, 0.18},   {0.25, 0.006, 0.25}, {0.3, 0.012, 0.3},
+                  {0.4, 0.07, 0.4}, {0.6, 0.155, 0.6}, {0.8, 0.25, 0.8}, {1, 0.305, 1}};
 
 btVector3 toBullet(Vec3 const& vector, Real fourth) {
     btVector3 result = toBullet(vector);
@@ -55,8 +50,7 @@ void GrainSolver::clear() {
 
 void GrainSolver::step(std::vector<Particle>& grains, Obstacles const& obstacles, Vec3 const& gravity, Real friction,
                        Real timeStep) {
-    m_friction = friction;
-    m_pairFriction = frictionOfPair(friction);
+    setFriction(friction);
     m_substep = timeStep / numSubsteps;
     followRemovals(grains);
     for (int k = 0; k < numSubsteps; ++k) {
@@ -88,6 +82,18 @@ void GrainSolver::predict(std::vector<Particle> const& grains, Vec3 const& gravi
         m_starts.push_back(toBullet(grain.position, grain.radius));
         m_predicted.push_back(toBullet(grain.position + velocity * m_substep, grain.radius));
     }
+}
+
+void GrainSolver::setFriction(Real friction) {
+    std::size_t i = 1;
+    while (i + 1 < std::size(calibrated) && calibrated[i].given < friction)
+        ++i;
+    auto const& low = calibrated[i - 1];
+    auto const& high = calibrated[i];
+    // Beyond the last the line goes on.
+    Real const part = (friction - low.given) / (high.given - low.given);
+    m_pairFriction = std::lerp(low.ofPairs, high.ofPairs, part);
+    m_friction = std::lerp(low.ofSurfaces, high.ofSurfaces, part);
 }
 
 /// Places change when grains go; those that stay keep their order.

@@ -57,6 +57,7 @@ private:
         Vec3 rubbing;
     };
 
+    void setFriction(Real friction);
     void followRemovals(std::vector<Particle> const& grains);
     void predict(std::vector<Particle> const& grains, Vec3 const& gravity);
     void findPairs();

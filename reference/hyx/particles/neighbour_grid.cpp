@@ -12,7 +12,7 @@ namespace {
 
 /// Bits of a cell's number that say how far it is along an axis. What lies beyond is in the outermost cells.
 constexpr int bits = 21;
-constexpr double mostCells = (1 << bits) - 3;
+constexpr double farthestCell = (1 << bits) - 3;
 
 /// Cells above each other have numbers that follow each other.
 constexpr std::uint64_t cellAt(std::uint64_t x, std::uint64_t y, std::uint64_t z) {
@@ -42,7 +42,7 @@ void NeighbourGrid::sort(std::vector<btVector3> const& spheres, Real cellSize) {
     for (btVector3 const& sphere : spheres) {
         auto const cell = [&](int axis) {
             // One more, so that every cell has a neighbour on each side.
-            return 1 + static_cast<std::uint64_t>(std::min((sphere[axis] - lowest[axis]) / cellSize, mostCells));
+            return 1 + static_cast<std::uint64_t>(std::min((sphere[axis] - lowest[axis]) / cellSize, farthestCell));
         };
         m_entries.push_back({cellAt(cell(0), cell(1), cell(2)), static_cast<std::uint32_t>(m_entries.size())});
     }
