@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 import math
+import os
 from collections.abc import Mapping
 from pathlib import Path
 
@@ -13,7 +14,9 @@ MARGIN = 6
 CAPTION = 18
 
 
-def contact_sheet(pictures: Mapping[str, str | Path], file: str | Path, columns: int = 0) -> Path:
+def contact_sheet(
+    pictures: Mapping[str, str | os.PathLike[str]], file: str | os.PathLike[str], columns: int = 0
+) -> Path:
     """Writes `pictures` (by caption) as tiles into `file`; `columns` 0 chooses about as many as rows. Needs Pillow."""
     from PIL import Image, ImageDraw
 

@@ -43,5 +43,14 @@ def runs_of(design: Mapping[str, Iterable[Any]] | Iterable[Mapping[str, Any]]) -
 
 
 def plain(value: Any) -> Any:
-    """NumPy's numbers and arrays as Python's, which the record can hold."""
-    return value.tolist() if hasattr(value, "tolist") else value
+    """Numbers, texts, lists and mappings of them, as the record can hold them: NumPy's and vectors become lists.
+    TypeError for anything else."""
+    if hasattr(value, "tolist"):
+        return value.tolist()
+    if value is None or isinstance(value, (bool, int, float, str)):
+        return value
+    if isinstance(value, Mapping):
+        return {str(name): plain(item) for name, item in value.items()}
+    if isinstance(value, Iterable):
+        return [plain(item) for item in value]
+    raise TypeError(f"a sweep keeps numbers, texts, and lists and mappings of them, not a {type(value).__name__}")

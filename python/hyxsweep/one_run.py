@@ -23,10 +23,18 @@ def run_one(task: Task, run: Run) -> Outcome:
         _seed(run.parameters["seed"])
     try:
         outcome.results = _results(task, run)
+        _refuse_two_meanings(outcome)
     except Exception:
         outcome.error = traceback.format_exc()
     outcome.seconds = time.perf_counter() - begin
     return outcome
+
+
+def _refuse_two_meanings(outcome: Outcome) -> None:
+    """Parameters and results stand in one row of the table."""
+    for name in outcome.parameters.keys() & outcome.results.keys():
+        if outcome.parameters[name] != outcome.results[name]:
+            raise ValueError(f"{name!r} is a parameter and a result: give the result another name")
 
 
 def _seed(seed: Any) -> None:

@@ -80,16 +80,30 @@ class Record:
                     f"{self.folder} holds another sweep ({' and '.join(different)} differ): "
                     "give another folder, or resume=False to start it anew"
                 )
-            done = {outcome.number: outcome for outcome in self.outcomes() if not outcome.error}
-        else:
+            done = {outcome.number: outcome for outcome in self.outcomes() if self._is_whole(outcome, task)}
+        self._make_folders(task)
+        if not done:
             for old in (self.folder / "runs").glob("*.json"):
                 old.unlink()
-            for folder in ("runs", *(["pictures"] if task.pictures else []), *(["journals"] if task.journals else [])):
-                (self.folder / folder).mkdir(parents=True, exist_ok=True)
             with whole_file(self.folder / "functions.pkl") as file:
                 file.write_bytes(cloudpickle.dumps(task))
             write_whole(place, json.dumps(present, indent=1))
         return done
+
+    def _make_folders(self, task: Task) -> None:
+        for folder in ("runs", *(["pictures"] if task.pictures else []), *(["journals"] if task.journals else [])):
+            (self.folder / folder).mkdir(parents=True, exist_ok=True)
+
+    def _is_whole(self, outcome: Outcome, task: Task) -> bool:
+        """Whether the run ended well, with everything that the task keeps of it."""
+        kept = [self.picture(outcome.number)] * task.pictures + [self.journal(outcome.number)] * task.journals
+        return not outcome.error and all(file.exists() for file in kept)
+
+    def picture(self, number: int) -> Path:
+        return self.folder / "pictures" / f"{number:04}.png"
+
+    def journal(self, number: int) -> Path:
+        return self.folder / "journals" / f"{number:04}.h5"
 
     def write(self, outcome: Outcome) -> None:
         write_whole(self.folder / "runs" / f"{outcome.number:04}.json", json.dumps(asdict(outcome)))
@@ -136,8 +150,14 @@ def code_digest(task: Task) -> str:
 def _code_of(code: Any) -> Any:
     if code is None:
         return None
-    constants = [_code_of(value) if hasattr(value, "co_code") else repr(value) for value in code.co_consts]
-    return code.co_code.hex(), constants, code.co_names
+    return code.co_code.hex(), [_constant(value) for value in code.co_consts], code.co_names
+
+
+def _constant(value: Any) -> Any:
+    if hasattr(value, "co_code"):
+        return _code_of(value)
+    # The order of a set is another in each process.
+    return sorted(map(repr, value)) if isinstance(value, frozenset) else repr(value)
 
 
 def write_whole(path: Path, text: str) -> None:

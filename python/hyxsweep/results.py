@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import os
 from pathlib import Path
 from typing import TYPE_CHECKING, Any
 
@@ -15,9 +16,10 @@ if TYPE_CHECKING:
 class Result:
     """The outcomes of a sweep, also of one that has been stopped, from its folder."""
 
-    def __init__(self, folder: str | Path, outcomes: list[Outcome] | None = None) -> None:
-        self.folder = Path(folder)
-        self.outcomes = Record(folder).outcomes() if outcomes is None else outcomes
+    def __init__(self, folder: str | os.PathLike[str], outcomes: list[Outcome] | None = None) -> None:
+        self.record = Record(folder)
+        self.folder = self.record.folder
+        self.outcomes = self.record.outcomes() if outcomes is None else outcomes
 
     def __len__(self) -> int:
         return len(self.outcomes)
@@ -39,31 +41,38 @@ class Result:
 
     def dataset(self) -> xarray.Dataset:
         """An xarray dataset with a dimension a parameter, for a grid. Results that are lists get dimensions
-        of their own (`<result>_0`, ...); runs that failed are NaN."""
+        of their own (`<result>_0`, ...); runs that failed are NaN. Parameters that are no numbers or texts are
+        coordinates by their text."""
         import numpy
         import xarray
 
         rows = self.rows()
         names = list(self.outcomes[0].parameters) if self.outcomes else []
-        values = {name: list(dict.fromkeys(outcome.parameters[name] for outcome in self.outcomes)) for name in names}
+        runs = [outcome.parameters for outcome in self.outcomes]
+        values = {name: list(dict.fromkeys(_coordinate(run[name]) for run in runs)) for name in names}
         places = {name: {value: place for place, value in enumerate(values[name])} for name in names}
         variables = {}
         for result in dict.fromkeys(key for row in rows for key in row if key not in values):
-            shape = next(numpy.shape(row[result]) for row in rows if result in row)
-            table = numpy.full((*map(len, values.values()), *shape), numpy.nan)
-            for row in rows:
-                if result in row:
-                    table[tuple(places[name][row[name]] for name in names)] = row[result]
-            variables[result] = ([*names, *(f"{result}_{axis}" for axis in range(len(shape)))], table)
+            found = {self._place(places, row): numpy.asarray(row[result]) for row in rows if result in row}
+            some = next(iter(found.values()))
+            kind = float if all(value.dtype.kind in "biuf" for value in found.values()) else object
+            table = numpy.full((*map(len, values.values()), *some.shape), numpy.nan, kind)
+            for place, value in found.items():
+                table[place] = value
+            variables[result] = ([*names, *(f"{result}_{axis}" for axis in range(some.ndim))], table)
         return xarray.Dataset(variables, coords=values)
 
+    @staticmethod
+    def _place(places: dict[str, dict[Any, int]], row: dict[str, Any]) -> tuple[int, ...]:
+        return tuple(place[_coordinate(row[name])] for name, place in places.items())
+
     def picture(self, number: int) -> Path:
-        return self.folder / "pictures" / f"{number:04}.png"
+        return self.record.picture(number)
 
     def journal(self, number: int) -> Path:
-        return self.folder / "journals" / f"{number:04}.h5"
+        return self.record.journal(number)
 
-    def contact_sheet(self, file: str | Path, columns: int = 0) -> Path:
+    def contact_sheet(self, file: str | os.PathLike[str], columns: int = 0) -> Path:
         """All pictures in one, with their parameters; see `hyxsweep.contact_sheet`."""
         from .contact_sheet import contact_sheet
 
@@ -73,6 +82,10 @@ class Result:
             if (picture := self.picture(outcome.number)).exists()
         }
         return contact_sheet(pictures, file, columns)
+
+
+def _coordinate(value: Any) -> Any:
+    return str(value) if isinstance(value, (list, dict)) else value
 
 
 def _short(value: Any) -> str:

@@ -63,18 +63,19 @@ def in_processes(task: Task, runs: list[Run], count: int, retries: int) -> Itera
 
 def on_cluster(task: Task, runs: list[Run], cluster: Any, retries: int) -> Iterator[Outcome]:
     """Dask starts a run anew elsewhere when its worker dies; `retries` is its limit of deaths of one run."""
-    from distributed import Client, KilledWorker, as_completed
+    import distributed
 
-    client = Client(cluster) if isinstance(cluster, str) else cluster
+    dask: Any = distributed  # its functions have no types
+    client = dask.Client(cluster) if isinstance(cluster, str) else cluster
     try:
         # Once for all runs, not with each.
         common = client.scatter(task, broadcast=True)
         futures = {client.submit(run_one, common, run, pure=False): run for run in runs}
-        for future in as_completed(futures):
+        for future in dask.as_completed(futures):
             run = futures[future]
             try:
                 yield future.result()
-            except KilledWorker as error:
+            except distributed.KilledWorker as error:
                 yield Outcome(run.number, run.parameters, {}, attempts=retries + 1, error=f"its worker died: {error}")
     finally:
         if client is not cluster:

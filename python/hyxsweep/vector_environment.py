@@ -56,7 +56,8 @@ class VectorEnvironment:
             raise ValueError(f"{len(actions)} actions for {len(self)} environments")
         answers = self._ask("step", actions)
         columns = list(zip(*answers))
-        return (*(_stack(column) for column in columns[:4]), list(columns[4]))  # type: ignore[return-value]
+        observations, rewards, over, cut = (_stack(column) for column in columns[:4])
+        return observations, rewards, over, cut, list(columns[4])
 
     def close(self) -> None:
         for worker in self.workers:

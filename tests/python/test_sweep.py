@@ -141,3 +141,49 @@ def test_a_stopped_sweep_goes_on_where_it_was(tmp_path):
         sweep(note, {"number": range(7)}, scheduler=0, folder=tmp_path / "sweep")
     assert len(sweep(note, {"number": range(7)}, scheduler=0, folder=tmp_path / "sweep", resume=False)) == 7
     assert set(json.loads((tmp_path / "sweep" / "sweep.json").read_text())) >= {"versions", "code", "runs"}
+
+
+def fall_from(place):
+    return build(place[2] if place else 0)
+
+
+def whole_state(simulation):
+    ball = simulation.getRigidBody("ball")
+    return {"end": ball.getPosition(), "name": ball.getName()}
+
+
+def test_vectors_go_in_and_come_out(tmp_path):
+    design = {"place": [(0, 0, 1), numpy.array([0, 0, 2.0])], "seed": [0]}
+    sweep(lambda place, seed: fall_from(place), design, whole_state, scheduler=0, folder=tmp_path)
+    data = hyxsweep.Result(tmp_path).dataset()
+    assert data["end"].shape == (2, 1, 3)
+    assert data["place"].values.tolist() == ["[0, 0, 1]", "[0.0, 0.0, 2.0]"]
+    assert hyxsweep.Result(tmp_path).rows()[1]["name"] == "ball" == data["name"].values[0, 0]
+
+
+def test_what_cannot_be_kept_is_told(tmp_path):
+    with pytest.raises(hyxsweep.RunFailed, match="keeps numbers, texts.* not a RigidBody"):
+        sweep(build, {"height": [1]}, lambda sim: sim.getRigidBody("ball"), scheduler=0, folder=tmp_path)
+    with pytest.raises(hyxsweep.RunFailed, match="'height' is a parameter and a result"):
+        sweep(build, {"height": [1]}, lambda sim: {"height": 2}, scheduler=0, folder=tmp_path / "two")
+
+
+def test_pictures_that_are_asked_for_later_are_made(tmp_path):
+    design = {"height": [1, 2]}
+    sweep(build, design, measure, scheduler=0, folder=tmp_path)
+    result = sweep(build, design, measure, scheduler=0, folder=tmp_path, pictures=True, size=(32, 24))
+    assert [result.picture(number).exists() for number in range(2)] == [True, True]
+
+
+def test_a_sweep_goes_on_in_another_process_whatever_its_code_holds(tmp_path):
+    script = tmp_path / "script.py"
+    script.write_text(
+        "import hyxsweep\n"
+        "def build(kind):\n"
+        "    return kind in {'box', 'ball', 'rod', 'cone', 'plane', 'mesh'}\n"
+        f"hyxsweep.sweep(build, {{'kind': ['box', 'well']}}, scheduler=0, folder={str(tmp_path / 'sweep')!r})\n"
+    )
+    for seed in "123":
+        environment = {**os.environ, "PYTHONPATH": str(BUILD / "python"), "PYTHONHASHSEED": seed}
+        subprocess.run([sys.executable, script], env=environment, check=True)
+    assert [row["value"] for row in hyxsweep.Result(tmp_path / "sweep").rows()] == [True, False]
