@@ -29,3 +29,4 @@ if TYPE_CHECKING:
     Floats: TypeAlias = NDArray[numpy.float32]
     Indices: TypeAlias = NDArray[numpy.uint32]
     Bytes: TypeAlias = NDArray[numpy.uint8]
+    Table: TypeAlias = NDArray[numpy.void]  # a row of named fields each

@@ -9,12 +9,13 @@ __all__ = ["save_points"]
 TYPE_CHECKING = False
 if TYPE_CHECKING:
     import os
-    from typing import Any
+
+    from .hints import Table
 
 
 class Lidar:
     @property
-    def cloud(self) -> Any:
+    def cloud(self) -> Table:
         """The returns of the last scan as a structured NumPy array of its own.
 
         Fields: `x`, `y`, `z` (metres, world), `time` (simulated seconds when the pulse left), `intensity`, `distance`

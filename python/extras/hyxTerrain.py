@@ -4,11 +4,11 @@ from __future__ import annotations
 
 TYPE_CHECKING = False
 if TYPE_CHECKING:
-    from typing import Any
+    from .hints import Table
 
 
 class Terrain:
-    def cells(self, height: float | None = None) -> Any:
+    def cells(self, height: float | None = None) -> Table:
         """The soil in cells of one size, `height` metres high, as a structured NumPy array of its own; cubes where the
         height is left out.
 

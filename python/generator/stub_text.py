@@ -16,7 +16,7 @@ from .signature import docstring
 # What native classes may do and Python's typing rules refuse: overrides with other parameters, overloads
 # that a number could match twice, operators of one side only.
 # Of _hyx_extras.hints.
-HINTS = ("Array", "Pointer", "Row", "Rows", "Values", "Doubles", "Floats", "Indices", "Bytes", "Self")
+HINTS = ("Array", "Pointer", "Row", "Rows", "Values", "Doubles", "Floats", "Indices", "Bytes", "Table", "Self")
 HEAD = '# mypy: disable-error-code="override, misc, overload-overlap, overload-cannot-match, assignment"'
 
 

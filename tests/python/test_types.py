@@ -57,6 +57,16 @@ EXPRESSIONS = {
     "next(iter(hyx.Vec3Vector()))": "hyx.Vec3",
     "hyxOSG.ExampleApplication().getSimulation()": "hyxSDK.Simulation",
     "osg.Vec3d(1, 2, 3).x": "float",
+    "[constraint.getName() for constraint in sim.getConstraints()]": "list[str]",
+    "sim.getAssemblies()[0].getRigidBodies()[0]": "hyx.RigidBody",
+    "sim.getMaterials()[0]": "hyx.Material",
+    "sim.getRigidBodies()[0].getGeometries()[0].getShape()": "hyxCollide.Shape | None",
+    "hyxOSG.createVisual(hyx.RigidBody(), osg.Group())": "osg.Group | None",
+    "hyxOSG.ExampleApplication().getCameraData()": "hyxOSG.CameraData",
+    "hyx.Quat() * (2 * hyx.Vec3(1, 2, 3))": "hyx.Vec3",
+    "hyx.Vec3(1, 2, 3)[0]": "float",
+    "[tuple(vertex) for vertex in hyxCollide.Trimesh([(0, 0, 0)], [0, 0, 0]).getVertices()]": "list[tuple[float, ...]]",
+    "hyxSensor.Lidar().cloud.shape": "tuple[int, ...]",
     "sim.positions.shape": "tuple[int, ...]",
     "hyx.Hinge((0, 0, 0), (0, 0, 1), None).getMotor1D()": "hyx.Motor1D",
 }
@@ -85,10 +95,11 @@ def strictly_checked(tmp_path_factory):
     assert len(examples) >= 7
     folder = tmp_path_factory.mktemp("types")
     script = folder / "script.py"
-    head = "import hyx, hyxCollide, hyxOSG, hyxSDK, osg\nsim = hyxSDK.Simulation()\n"
+    head = "import hyx, hyxCollide, hyxOSG, hyxSDK, hyxSensor, osg\nsim = hyxSDK.Simulation()\n"
     script.write_text(head + "".join(f"reveal_type({expression})\n" for expression in EXPRESSIONS))
     options = ["--strict", "--follow-imports=silent", "--ignore-missing-imports", "--allow-subclassing-any"]
-    found = mypy("mypy", *options, *examples, script, cwd=folder).stdout
+    sources = [script, *examples, ROOT / "python" / "hyxsweep"]
+    found = mypy("mypy", *options, *sources, cwd=folder).stdout
     types = dict(re.findall(r'script\.py:(\d+): note: Revealed type is "(.*)"', found))
     plain = {
         expression: types[str(line)].replace("builtins.", "").replace("Union[", "").replace("?", "")
