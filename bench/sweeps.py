@@ -17,7 +17,7 @@ import hyxCollide
 import hyxSDK
 from hyxsweep import sweep
 
-RUNS, ROUNDS, TRIFLES = 60, 3, 400
+RUNS, ROUNDS, TRIFLES = 60, 3, 2000
 LIMITS = {"throughput of 2 processes": 1.8, "cost of a run": 5.0}  # times that of one process; milliseconds
 
 

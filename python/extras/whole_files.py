@@ -12,15 +12,17 @@ if TYPE_CHECKING:
 
 
 @contextmanager
-def whole_file(path: str | os.PathLike[str]) -> Iterator[Path]:
+def whole_file(path: str | os.PathLike[str], lasting: bool = True) -> Iterator[Path]:
     """A place beside `path` to write to; it becomes `path` where the block ends without an error. A reader finds the
-    whole file or the one before, also when this process dies or the disk is full. OSError names `path`."""
+    whole file or the one before, also when this process dies or the disk is full, and where `lasting` when the machine
+    does: waiting for the disk takes some milliseconds. OSError names `path`."""
     target = Path(path)
     place = target.with_name(f".{os.getpid()}.{target.name}")
     try:
         yield place
-        with open(place, "rb") as written:
-            os.fsync(written.fileno())
+        if lasting:
+            with open(place, "rb") as written:
+                os.fsync(written.fileno())
         place.replace(target)
     except OSError as error:
         error.filename = str(target)

@@ -8,6 +8,7 @@ pictures/, journals/
 
 from __future__ import annotations
 
+import contextlib
 import hashlib
 import json
 import os
@@ -87,7 +88,8 @@ class Record:
                 old.unlink()
             with whole_file(self.folder / "functions.pkl") as file:
                 file.write_bytes(cloudpickle.dumps(task))
-            write_whole(place, json.dumps(present, indent=1))
+            with whole_file(place) as file:
+                file.write_text(json.dumps(present, indent=1))
         return done
 
     def _make_folders(self, task: Task) -> None:
@@ -106,12 +108,17 @@ class Record:
         return self.folder / "journals" / f"{number:04}.h5"
 
     def write(self, outcome: Outcome) -> None:
-        write_whole(self.folder / "runs" / f"{outcome.number:04}.json", json.dumps(asdict(outcome)))
+        # A run that the machine took with it is run again; to wait for the disk would take longer than many a run.
+        with whole_file(self.folder / "runs" / f"{outcome.number:04}.json", lasting=False) as file:
+            file.write_text(json.dumps(asdict(outcome)))
 
     def outcomes(self) -> list[Outcome]:
-        """The runs that have ended, by number."""
-        files = sorted((self.folder / "runs").glob("*.json"))
-        return sorted((Outcome(**json.loads(file.read_text())) for file in files), key=lambda run: run.number)
+        """The runs that have ended, by number, but those whose files broke when the machine stopped."""
+        found = []
+        for file in (self.folder / "runs").glob("*.json"):
+            with contextlib.suppress(ValueError):
+                found.append(Outcome(**json.loads(file.read_text())))
+        return sorted(found, key=lambda run: run.number)
 
     def task(self) -> Task:
         task: Task = cloudpickle.loads((self.folder / "functions.pkl").read_bytes())
@@ -158,8 +165,3 @@ def _constant(value: Any) -> Any:
         return _code_of(value)
     # The order of a set is another in each process.
     return sorted(map(repr, value)) if isinstance(value, frozenset) else repr(value)
-
-
-def write_whole(path: Path, text: str) -> None:
-    with whole_file(path) as file:
-        file.write_text(text)

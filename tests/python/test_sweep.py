@@ -137,6 +137,9 @@ def test_a_stopped_sweep_goes_on_where_it_was(tmp_path):
     assert [row["value"] for row in result.rows()] == list(range(6))
     numbers = sorted(int(name.name.split("-")[0]) for name in calls.iterdir())
     assert numbers == [0, 1, 2, 3, 3, 4, 5]
+    (tmp_path / "sweep" / "runs" / "0002.json").write_text("")  # as after a power cut
+    assert len(sweep(note, {"number": range(6)}, scheduler=0, folder=tmp_path / "sweep")) == 6
+    assert len(list(calls.iterdir())) == 8
     with pytest.raises(ValueError, match="another sweep .*runs"):
         sweep(note, {"number": range(7)}, scheduler=0, folder=tmp_path / "sweep")
     assert len(sweep(note, {"number": range(7)}, scheduler=0, folder=tmp_path / "sweep", resume=False)) == 7
