@@ -36,6 +36,7 @@ if TYPE_CHECKING:
 
     import hyxIO
     import hyxOSG
+    import hyxSDK
 
     from .hints import Bytes, Floats, Self
 

@@ -11,7 +11,7 @@ from PIL import Image
 from video_file import frames
 
 # One worker draws for all of them.
-pytestmark = pytest.mark.xdist_group("sensor_and_force")
+pytestmark = pytest.mark.xdist_group("heavy")  # one at a time: each takes 400 MB
 
 ROOT = Path(__file__).resolve().parents[2]
 PACKAGES = Path(os.environ.get("HYX_BUILD", ROOT / "build")) / "python"

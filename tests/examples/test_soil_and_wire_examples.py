@@ -10,7 +10,7 @@ import pytest
 from PIL import Image
 
 # One worker draws for all of them.
-pytestmark = pytest.mark.xdist_group("soil_and_wire")
+pytestmark = pytest.mark.xdist_group("heavy")  # one at a time: each takes 400 MB
 
 ROOT = Path(__file__).resolve().parents[2]
 PACKAGES = Path(os.environ.get("HYX_BUILD", ROOT / "build")) / "python"

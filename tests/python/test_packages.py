@@ -126,7 +126,7 @@ def test_values_given_to_python_can_be_deleted():
     assert leaking == set()
 
 
-@pytest.mark.xdist_group("checker")
+@pytest.mark.xdist_group("heavy")
 def test_the_stubs_are_sound_and_know_the_interface(tmp_path):
     script = tmp_path / "script.py"
     script.write_text(

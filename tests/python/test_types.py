@@ -36,7 +36,7 @@ def mypy(module, *arguments, cwd):
     return subprocess.run(command, capture_output=True, text=True, env=environment, cwd=cwd)
 
 
-MEMORY = pytest.mark.xdist_group("checker")  # one run of the type checker at a time: each takes 400 MB
+MEMORY = pytest.mark.xdist_group("heavy")  # one at a time: each takes 400 MB
 
 
 @MEMORY

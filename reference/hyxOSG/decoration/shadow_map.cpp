@@ -97,6 +97,16 @@ private:
     unsigned int m_number = 0;
 };
 
+/// What does not depend on the scene.
+LightViewNeeds needsOf(ShadowMap::Settings const& settings, osg::Matrixd const& eyeToScene) {
+    LightViewNeeds needs;
+    needs.cameraDirection = osg::Vec3d(-eyeToScene(2, 0), -eyeToScene(2, 1), -eyeToScene(2, 2));
+    needs.mapSize = settings.mapSize;
+    needs.alignWithCamera = settings.alignWithCamera;
+    needs.lampSpread = settings.shading.softShadows ? LAMP_SPREAD : 0;
+    return needs;
+}
+
 /// What the shadowed state needs besides its maps, gathered map by map.
 class MapUniforms {
 public:
@@ -174,14 +184,9 @@ void ShadowMap::cull(osgUtil::CullVisitor& visitor) {
         return;
     }
 
-    LightViewNeeds needs;
+    LightViewNeeds needs = needsOf(m_settings, eyeToScene);
     needs.light = lightPosition(*light, eyeToScene);
     needs.casters = casters.getBoundingBox();
-    needs.cameraDirection = osg::Vec3d(-eyeToScene(2, 0), -eyeToScene(2, 1), -eyeToScene(2, 2));
-    needs.mapSize = m_settings.mapSize;
-    needs.alignWithCamera = m_settings.alignWithCamera;
-    needs.lampSpread = m_settings.shading.softShadows ? LAMP_SPREAD : 0;
-
     double const unlimited = std::numeric_limits<double>::max();
     std::vector<osg::Vec3d> const visible = visibleCorners(scene.getBoundingBox(), view, projection, 0, unlimited);
     unsigned int const count = m_settings.shading.shadowMaps;

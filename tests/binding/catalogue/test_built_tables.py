@@ -7,6 +7,7 @@ import subprocess
 import sysconfig
 
 import hyxOSG  # noqa: F401  links all modules into one chain
+import pytest
 from subprocesses import BUILD, ROOT
 
 
@@ -46,6 +47,7 @@ def spellings():
     return sorted(name.strip() for name in found if "sample::" not in name)
 
 
+@pytest.mark.xdist_group("heavy")  # the compiler takes 500 MB
 def test_every_type_of_the_built_modules_compiles(tmp_path):
     described = json.loads((BUILD / "interface.json").read_text())["types"]
     headers = {d["header"] for d in described.values() if not d["header"].startswith("/")}

@@ -12,6 +12,7 @@ from test_listener_life import DESTROY
 PROGRAM = pathlib.Path(__file__).parent / "destructive_callbacks.py"
 
 
+@pytest.mark.xdist_group("heavy")  # one at a time: each takes up to 400 MB
 @pytest.mark.parametrize("act", [act.__name__ for act in ACTS])
 def test_every_callback_may_do_it(act):
     done = run_python(str(PROGRAM), act, HYX_DISPLAY="offscreen")
