@@ -1,4 +1,4 @@
-"""This project's turn in its plain look, as the others light; `unsmoothed` as last argument leaves edges as they are."""
+"""This project's turn in its plain look, as the others light; with `unsmoothed` edges are as they are."""
 
 import sys
 
