@@ -16,6 +16,8 @@
 namespace hyxOSG {
 namespace {
 
+constexpr char const* usualFunction = "buildScene";
+
 bool hasEnding(std::string const& path, char const* ending) {
     return std::filesystem::path(path).extension().string() == ending;
 }
@@ -25,7 +27,7 @@ bool isScript(SceneDescription const& description) {
 }
 
 std::string functionOf(SceneDescription const& description) {
-    return description.scriptFunction.empty() ? "buildScene" : description.scriptFunction;
+    return description.scriptFunction.empty() ? usualFunction : description.scriptFunction;
 }
 
 void requireFile(std::string const& path) {
@@ -232,7 +234,7 @@ bool ExampleApplication::openFile(std::string const& path) {
         requireFile(path);
     switch (kind) {
     case FileKind::SCRIPT:
-        return addScene(path, "buildScene");
+        return addScene(path, usualFunction);
     case FileKind::SCENE:
     case FileKind::MODEL:
         return addScene(SceneDescription(path));
@@ -255,8 +257,9 @@ bool ExampleApplication::showFile(std::string const& path) {
 }
 
 void ExampleApplication::Implementation::showFile(ExampleApplication& application, std::string const& path) {
-    size_t const index = scenes.size();
-    if (!application.openFile(path))
+    char const* const function = fileKind(path) == FileKind::SCRIPT ? usualFunction : "";
+    size_t const index = scenes.indexOf(path, function).value_or(scenes.size());
+    if (index == scenes.size() && !application.openFile(path)) // which adds one scene at most
         throw std::invalid_argument("'" + path + "' is of no kind that can be opened");
     switch (fileKind(path)) {
     case FileKind::JOURNAL:

@@ -53,4 +53,11 @@ std::optional<size_t> SceneList::indexOf(int key) const {
     return entry - m_entries.begin();
 }
 
+std::optional<size_t> SceneList::indexOf(std::string const& file, std::string const& function) const {
+    for (size_t index = 0; index < m_entries.size(); ++index)
+        if (at(index).fileName == file && at(index).scriptFunction == function)
+            return index;
+    return std::nullopt;
+}
+
 } // namespace hyxOSG

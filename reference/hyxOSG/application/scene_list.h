@@ -26,6 +26,9 @@ public:
 
     std::optional<size_t> indexOf(int key) const;
 
+    /// Of the first scene that this file describes or, as a script, builds by this function.
+    std::optional<size_t> indexOf(std::string const& file, std::string const& function) const;
+
 private:
     struct Entry {
         int key;

@@ -34,6 +34,9 @@ def test_a_script_takes_the_place_of_a_scene(shown, tmp_path):
     assert shown.showFile(str(tmp_path / "ball.py")) and names(shown) == ["ball"]
     shown.createPreviousScene()
     assert names(shown) == ["box"], "both stay in the list"
+    for name in ("ball", "box"):
+        assert shown.showFile(str(tmp_path / ("ball.py" if name == "ball" else "box.json"))) and names(shown) == [name]
+    assert shown.getNumScenes() == 2, "each once, however often it is shown"
 
 
 def test_a_state_is_restored_into_the_scene(shown, tmp_path):
