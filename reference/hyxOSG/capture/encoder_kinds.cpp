@@ -8,10 +8,11 @@ namespace {
 
 using Options = std::vector<std::string>;
 
-// One frame looked ahead and one out of order; each thread holds a frame back, too.
+// Few frames are looked ahead, for what an encoder holds back is lost when it is killed; each thread holds one back,
+// too.
 Options const x264Pace{"-preset",      "veryfast",         "-bf",      "1", "-rc-lookahead", "1",
                        "-x264-params", "sync-lookahead=0", "-threads", "4"};
-constexpr char const* x265Parameters = "log-level=error:rc-lookahead=3:bframes=1:frame-threads=1";
+constexpr char const* x265Parameters = "log-level=error:rc-lookahead=1:bframes=0:frame-threads=1";
 
 /// The first whose name is part of an encoder's stands for it; the last for all.
 std::array const kinds{
@@ -19,7 +20,8 @@ std::array const kinds{
     EncoderKind{"libx264", "yuv420p", x264Pace, "-crf", 0, 51, Options{"-qp", "0"}},
     EncoderKind{"libx265", "yuv420p", Options{"-preset", "veryfast", "-x265-params", x265Parameters}, "-crf", 0, 51,
                 Options{"-x265-params", std::string(x265Parameters) + ":lossless=1"}},
-    EncoderKind{"libsvtav1", "yuv420p", Options{"-preset", "9"}, "-crf", 1, 63},
+    EncoderKind{"libsvtav1", "yuv420p", Options{"-preset", "9", "-svtav1-params", "pred-struct=1:lookahead=0"}, "-crf",
+                1, 63},
     EncoderKind{"libaom-av1", "yuv420p", Options{"-usage", "realtime", "-cpu-used", "8", "-row-mt", "1", "-b:v", "0"},
                 "-crf", 1, 63},
     EncoderKind{"libvpx-vp9", "yuv420p",

@@ -58,6 +58,7 @@ public:
         sigset_t all;
         sigemptyset(&none);
         sigfillset(&all);
+        sigdelset(&all, SIGXFSZ); // the interpreter ignores it: a file too large is an error to tell, not a death
         posix_spawnattr_setsigmask(&attributes, &none);
         posix_spawnattr_setsigdefault(&attributes, &all);
         posix_spawnattr_setpgroup(&attributes, 0);

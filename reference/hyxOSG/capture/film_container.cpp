@@ -1,6 +1,8 @@
 // The table of film files.
 #include "reference/hyxOSG/capture/film_container.h"
 
+#include "reference/hyxOSG/capture/webp_film.h"
+
 #include <algorithm>
 #include <array>
 
@@ -20,7 +22,7 @@ std::array const containers{
     FilmContainer{".mkv", 1000, clusters},
     FilmContainer{".webm", 1000, clusters, "libvpx-vp9"},
     FilmContainer{".gif", 50, {}, "gif"}, // browsers slow down what is shown for less than two hundredths
-    FilmContainer{".webp", 1000, {}, "libwebp_anim"},
+    FilmContainer{".webp", 1000, {}, "libwebp", closeWebpFilm},
     FilmContainer{""},
 };
 

@@ -16,6 +16,8 @@ struct FilmContainer {
     std::vector<std::string> pieces = {};
     /// The only encoder that browsers play in it; "" where it takes those of the codecs.
     std::string_view encoder = "";
+    /// Makes what an encoder has left readable, however it ended; nothing where `pieces` are enough.
+    void (*mend)(std::string const& file) = nullptr;
 };
 
 /// By the ending of a file, with its dot. Unknown ones are left to the encoder's own knowledge.
