@@ -3,6 +3,7 @@
 
 #include "platform/hyx/bodies/observer_frame.h"
 #include "platform/hyxCollide/shape.h"
+#include "reference/machinery/bullet/ball_contacts.h"
 #include "reference/machinery/bullet/box_contacts.h"
 #include "reference/machinery/bullet/bullet_values.h"
 #include "reference/machinery/bullet/constraint_implementation.h"
@@ -23,6 +24,7 @@
 #include <chrono>
 #include <cmath>
 #include <stdexcept>
+#include <string>
 
 namespace hyx {
 
@@ -33,9 +35,22 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
+/// Together, and by body: heaps have a tenth of that.
+constexpr int mostPairs = 1000000;
+constexpr int mostPairsOfEach = 100;
+
 double secondsSince(Clock::time_point start) {
     return std::chrono::duration<double>(Clock::now() - start).count();
 }
+
+/// Lets pairs go that have parted, which the search does over several steps.
+struct Parting : btOverlapCallback {
+    bool processOverlap(btBroadphasePair& pair) override {
+        auto const* const first = static_cast<btDbvtProxy const*>(pair.m_pProxy0);
+        auto const* const second = static_cast<btDbvtProxy const*>(pair.m_pProxy1);
+        return !Intersect(first->leaf->volume, second->leaf->volume);
+    }
+};
 
 void requireMovable(RigidBody::Implementation const& body) {
     if (!body.movesByForces())
@@ -89,6 +104,21 @@ public:
 
     StepSolver solver;
 
+    /// Throws std::runtime_error before so many contacts that they would take minutes and fill the memory.
+    void performDiscreteCollisionDetection() override {
+        updateAabbs();
+        computeOverlappingPairs();
+        btOverlappingPairCache& pairs = *getPairCache();
+        Parting parting;
+        if (pairs.getNumOverlappingPairs() > mostPairs)
+            pairs.processAllOverlappingPairs(&parting, getDispatcher());
+        int const numPairs = pairs.getNumOverlappingPairs();
+        if (numPairs > mostPairs && numPairs / mostPairsOfEach > getNumCollisionObjects())
+            throw std::runtime_error("the bodies of the simulation are too near each other: " +
+                                     std::to_string(numPairs) + " pairs may touch; put them apart");
+        getDispatcher()->dispatchAllCollisionPairs(&pairs, getDispatchInfo(), getDispatcher());
+    }
+
     /// For the boxes that the search for pairs looks at.
     void predictMotion(double timeStep) {
         for (int i = 0; i < m_nonStaticRigidBodies.size(); ++i) {
@@ -138,6 +168,7 @@ PhysicsWorld::PhysicsWorld()
       m_world(std::make_unique<World>(m_dispatcher.get(), m_broadphase.get(), &m_solver, m_configuration.get())) {
     btGImpactCollisionAlgorithm::registerAlgorithm(m_dispatcher.get());
     registerPlaneContacts(*m_dispatcher);
+    registerBallContacts(*m_dispatcher);
     registerBoxContacts(*m_dispatcher);
     registerSurfaceContacts(*m_dispatcher);
     registerFlatEndContacts(*m_dispatcher);

@@ -114,6 +114,11 @@ bool isBetween(btVector3 const& point, btVector3 const& normal, std::vector<Low>
     return true;
 }
 
+bool canRoll(btCollisionShape const& shape) {
+    int const type = shape.getShapeType();
+    return type == CYLINDER_SHAPE_PROXYTYPE || type == CAPSULE_SHAPE_PROXYTYPE;
+}
+
 class SurfaceAlgorithm : public btConvexConcaveCollisionAlgorithm {
 public:
     SurfaceAlgorithm(btCollisionAlgorithmConstructionInfo const& info, btCollisionObjectWrapper const* first,
@@ -122,12 +127,13 @@ public:
 
     void processCollision(btCollisionObjectWrapper const* first, btCollisionObjectWrapper const* second,
                           btDispatcherInfo const& info, btManifoldResult* result) override {
-        FormerContacts const former = formerContacts();
+        btCollisionObjectWrapper const& solid = m_swapped ? *second : *first;
+        bool const rolls = canRoll(*solid.getCollisionShape());
+        FormerContacts const former = formerContacts(rolls);
         btConvexConcaveCollisionAlgorithm::processCollision(first, second, info, result);
         if (!result->getPersistentManifold())
             return;
         btPersistentManifold& manifold = *result->getPersistentManifold();
-        btCollisionObjectWrapper const& solid = m_swapped ? *second : *first;
         btCollisionObjectWrapper const& ground = m_swapped ? *first : *second;
         btTransform const& surface = ground.getWorldTransform();
         double const reach = manifold.getContactBreakingThreshold();
@@ -154,15 +160,20 @@ public:
         // Bullet's manifolds of solids and surfaces have the solid first, however the pair came.
         for (Low const& low : finder.found)
             addPoint(*result, low.normal, low.point, low.distance);
-        former.goOn(manifold, numOthers);
+        former.goOn(manifold, rolls ? 0 : numOthers);
     }
 
 private:
-    /// Before bullet's search, which forgets points that slid on.
-    FormerContacts formerContacts() {
+    /// Before bullet's search, which forgets points that slid on, and would keep those that rolled on.
+    FormerContacts formerContacts(bool rolls) {
         btManifoldArray known;
         getAllContactManifolds(known);
-        return known.size() > 0 ? FormerContacts(*known[0]) : FormerContacts();
+        if (known.size() == 0)
+            return {};
+        FormerContacts const former(*known[0]);
+        if (rolls)
+            known[0]->clearManifold();
+        return former;
     }
 
     bool m_swapped;
