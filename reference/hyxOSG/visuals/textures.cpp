@@ -6,6 +6,7 @@
 #include "platform/hyxOSG/nodes/texture2d.h"
 #include "platform/hyxOSG/visuals/finders.h"
 #include "reference/hyxOSG/visuals/image_files.h"
+#include "reference/machinery/meshes/notices.h"
 #include "reference/machinery/shading/node_state.h"
 #include "reference/machinery/shading/surface_program.h"
 
@@ -91,7 +92,11 @@ bool setTexture(GeometryNode* node, Texture2D* texture, bool repeat, TextureMode
 
 bool setTexture(hyxCollide::Geometry const* geometry, osg::Group* root, std::string const& file, bool repeat,
                 TextureMode mode) {
-    return setTexture(static_cast<osg::Node*>(findGeometryNode(geometry, root)), file, repeat, mode);
+    checkMode(mode);
+    osg::Node* const visual = findGeometryNode(geometry, root);
+    if (!visual)
+        warn("no visual of the geometry is under that root");
+    return setTexture(visual, file, repeat, mode);
 }
 
 bool setTexture(hyx::RigidBody const* body, osg::Group* root, std::string const& file, bool repeat, TextureMode mode) {

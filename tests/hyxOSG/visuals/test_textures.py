@@ -59,6 +59,13 @@ def test_every_form_of_setting_a_texture_is_seen(studio, tmp_path, form):
     assert studio.picture().count(green) > 1000
 
 
+def test_a_body_without_a_visual_there_is_told(tmp_path):
+    file = picture_files.one_colour(tmp_path / "green.png", 0, 1, 0)
+    body = hyx.RigidBody(hyxCollide.Geometry(hyxCollide.Box(1, 1, 1)))
+    with pytest.warns(RuntimeWarning, match="no visual of the geometry is under that root"):
+        assert not hyxOSG.setTexture(body, osg.Group(), file)
+
+
 def test_scales_repeat_the_picture(studio, box, tmp_path):
     file = picture_files.write(tmp_path / "half.png", lambda x, y: (1, 0, 0) if x < 16 else (0, 0, 1))
     hyxOSG.setTexture(box[1], file, True)
