@@ -104,7 +104,10 @@ EncoderProcess::EncoderProcess(std::vector<std::string> const& command, std::str
         m_child = -1;
         closeDescriptor(m_input);
         closeDescriptor(m_errors);
-        throw std::runtime_error("the program \"" + m_program + "\" cannot be started: " + std::strerror(reason));
+        char const* const advice =
+            reason == ENOENT && m_program == "ffmpeg" ? " (install ffmpeg, or the Python package imageio-ffmpeg)" : "";
+        throw std::runtime_error("the program \"" + m_program + "\" cannot be started: " + std::strerror(reason) +
+                                 advice);
     }
 }
 

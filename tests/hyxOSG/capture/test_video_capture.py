@@ -192,7 +192,7 @@ def test_two_videos_at_once_both_end(stage, video, tmp_path):
 
 def test_a_missing_encoder_is_an_error_at_the_start(stage, video, monkeypatch):
     monkeypatch.setenv("PATH", "/nowhere")
-    with pytest.raises(RuntimeError, match='"ffmpeg" cannot be started'):
+    with pytest.raises(RuntimeError, match='"ffmpeg" cannot be started.*imageio-ffmpeg'):
         video.startCapture()
     assert not video.hasActiveVideo()
     assert not video.getCaptureStarted()
