@@ -33,7 +33,7 @@ nitpick_ignore_regex = [
     (r"py:.*", r"(builtins\.)?(int|float|str|bool|None|bytes|object|slice|tuple|list|dict|type|memoryview|property)"),
     (r"py:.*", r"(Any|Callable|Iterable|Iterator|Sequence|MutableSequence|Buffer|IntEnum|TracebackType|Self)"),
     (r"py:.*", r"(typing|collections|enum|types|numpy|_hyx_extras|os|xarray|random|pandas)\..*"),
-    (r"py:.*", r"(Array|Row|Rows|Values|Pointer|Doubles|Floats|Bytes|Indices|AbstractContextManager)"),
+    (r"py:.*", r"(Array|Row|Rows|Values|Pointer|Doubles|Floats|Bytes|Indices|Table|AbstractContextManager)"),
     (
         r"py:.*",
         r"(SensorCamera|Imu|Path|Outcome|Task|Run|Parameters|Design|Handle|Items|Numbers|NumberList|_hyx_proxy\..*|.*\._\w+|ArrayLike)",
