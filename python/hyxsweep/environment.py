@@ -34,6 +34,14 @@ class Environment(Base):
     #: draws this environment's random numbers; `reset(seed=...)` starts it anew
     random: random.Random = random.Random()
     _steps = 0
+    _shown: Any = None  # the application that draws this episode
+    _shown_size = (0, 0)
+
+    def __init__(self, render_mode: str | None = None) -> None:
+        """`render_mode`: None or "rgb_array", as `gymnasium.make` gives it."""
+        if render_mode not in (None, *self.metadata["render_modes"]):
+            raise ValueError(f"no render mode {render_mode!r}: there is {', '.join(self.metadata['render_modes'])}")
+        self.render_mode = render_mode or self.render_mode
 
     def build(self) -> hyxSDK.Simulation:
         """The simulation of a new episode, its start drawn from `self.random`."""
@@ -62,6 +70,7 @@ class Environment(Base):
             super().reset(seed=seed, options=options)  # type: ignore[misc]
         if seed is not None or "random" not in vars(self):
             self.random = random.Random(seed)
+        self.close()
         self.simulation = self.build()
         self._steps = 0
         return self.observe(), self.information()
@@ -76,14 +85,21 @@ class Environment(Base):
         return self.observe(), float(self.reward()), bool(self.is_over()), cut, self.information()
 
     def render(self, width: int = 320, height: int = 240) -> Any:
-        """The present state as an array of shape (height, width, 3), uint8, its first row on top."""
+        """The present state as an array of shape (height, width, 3), uint8, its first row on top. The first picture of
+        an episode chooses the view, so that what moves is seen to move."""
         import hyxOSG
 
-        with hyxOSG.ExampleApplication(self.simulation) as application:
-            application.initViewer(width, height, True)
-            application.createVisual(self.simulation)
-            application.fitSceneIntoView()
-            target = hyxOSG.RenderToImage(width, height)
-            application.addRenderTarget(target)
-            application.step()
-            return target.pixels[::-1, :, :3].copy()
+        if self._shown is None or self._shown_size != (width, height):
+            self.close()
+            self._shown_size = (width, height)
+            self._shown = hyxOSG.ExampleApplication(self.simulation)
+            self._shown.initViewer(width, height, True)
+            self._shown.createVisual(self.simulation)
+            self._shown.fitSceneIntoView()
+        return self._shown.render()
+
+    def close(self) -> None:
+        """Lets go of what draws."""
+        shown, self._shown = self._shown, None
+        if shown is not None:
+            shown.close()

@@ -56,6 +56,26 @@ def test_it_shows_its_state():
     picture = environment.render(64, 48)
     assert picture.shape == (48, 64, 3) and picture.dtype == numpy.uint8
     assert abs(picture[24, 32].astype(int) - picture[2, 2]).max() > 20
+    time = environment.simulation.getTimeStamp()
+    assert (environment.render(64, 48) == picture).all() and environment.simulation.getTimeStamp() == time
+    for _ in range(4):
+        environment.step([-20])
+    assert (environment.render(64, 48) != picture).any()  # the view stays: the ball is seen to have fallen
+    assert environment.reset(seed=1) and (environment.render(64, 48) == picture).all()
+    environment.close()
+
+
+def test_it_is_made_by_its_name():
+    gymnasium.register("Rise-v0", entry_point=Rise, max_episode_steps=20)
+    environment = gymnasium.make("Rise-v0", render_mode="rgb_array")
+    environment.reset(seed=1)
+    assert environment.render().shape == (240, 320, 3)
+    environment.close()
+    many = gymnasium.make_vec("Rise-v0", 2, vectorization_mode="async")
+    assert many.reset(seed=1)[0].shape == (2, 2) and many.step(many.action_space.sample())[1].shape == (2,)
+    many.close()
+    with pytest.raises(ValueError, match="no render mode 'human': there is rgb_array"):
+        Rise(render_mode="human")
 
 
 def test_a_vector_of_them_equals_them_one_by_one_and_survives_a_death():
