@@ -10,6 +10,8 @@ import sys
 import time
 from collections.abc import Callable
 
+from _hyx_extras.film_encoding import program, works
+
 DRAW = """
 import hyx, hyxOSG, sys
 app = hyxOSG.ExampleApplication()
@@ -43,8 +45,11 @@ def display() -> tuple[bool, str]:
     return draws("window")
 
 
-def program(name: str) -> Callable[[], tuple[bool, str]]:
-    return lambda: (bool(shutil.which(name)), shutil.which(name) or "not found")
+def films() -> tuple[bool, str]:
+    found = shutil.which(program())
+    if not found:
+        return False, "ffmpeg is not found"
+    return (True, found) if works("libx264") else (False, f"{found} has no encoder for H.264")
 
 
 def fonts() -> tuple[bool, str]:
@@ -61,7 +66,7 @@ def module(name: str) -> Callable[[], tuple[bool, str]]:
 CHECKS = (
     ("drawing off-screen", lambda: draws("offscreen"), "apt-get install libegl1 libgl1-mesa-dri"),
     ("a window", display, "a display, and apt-get install libgl1-mesa-dri"),
-    ("films", program("ffmpeg"), "apt-get install ffmpeg"),
+    ("films", films, "apt-get install ffmpeg, or pip install imageio-ffmpeg"),
     ("text", fonts, "apt-get install fontconfig fonts-dejavu-core"),
     ("arrays", module("numpy"), "pip install numpy"),
     ("live windows in notebooks", module("jupyter_rfb"), "pip install jupyter_rfb"),
@@ -71,12 +76,12 @@ CHECKS = (
 
 def doctor() -> int:
     """Prints a line for each thing; 1 when nothing can be drawn."""
-    works = {}
+    working = {}
     for name, check, remedy in CHECKS:
         try:
-            works[name], detail = check()
+            working[name], detail = check()
         except (OSError, subprocess.SubprocessError) as error:
-            works[name], detail = False, str(error)
-        mark = "works  " if works[name] else "missing"
-        print(f"{mark}  {name}{': ' + detail if detail else ''}{'' if works[name] else f'  ({remedy})'}")
-    return 0 if works["drawing off-screen"] else 1
+            working[name], detail = False, str(error)
+        mark = "works  " if working[name] else "missing"
+        print(f"{mark}  {name}{': ' + detail if detail else ''}{'' if working[name] else f'  ({remedy})'}")
+    return 0 if working["drawing off-screen"] else 1

@@ -1,5 +1,7 @@
 """What the options of the command line do."""
 
+import re
+
 import hyxIO
 import hyxOSG
 import pytest
@@ -114,6 +116,20 @@ def test_a_programs_wrong_arguments_end_it_with_a_line(tmp_path, wrong):
     done = run_python(str(program), *wrong)
     assert done.returncode == 2 and "Traceback" not in done.stderr
     assert done.stderr.startswith(str(program)) and "--help" in done.stderr
+
+
+TEXTS = {"capture", "capture-video", "journal-record", "journal-play", "journal-session", "rpc-token", "script"}
+TEXTS |= {"model", "bundle-path", "profile"}
+
+
+def test_each_option_that_the_help_lists_refuses_what_it_cannot_take(capfd):
+    assert not hyxOSG.ExampleApplication().init(hyxIO.ArgumentParser(["--help"]))
+    options = set(re.findall(r"--([a-z-]+) TEXT", capfd.readouterr().out))
+    assert options > TEXTS
+    for option in options - TEXTS:
+        for value in ("bad", "nan", "5x", "-1e999"):
+            with pytest.raises((ValueError, RuntimeError), match=value):
+                hyxOSG.ExampleApplication().init(hyxIO.ArgumentParser(["--no-graphics", f"--{option}={value}"]))
 
 
 def test_a_film_by_option_has_the_size_of_the_window_and_the_rate_asked_for(started, tmp_path):
