@@ -3,7 +3,7 @@
 from __future__ import annotations
 
 import math
-from dataclasses import dataclass
+from collections import namedtuple
 
 TYPE_CHECKING = False
 if TYPE_CHECKING:
@@ -13,16 +13,10 @@ if TYPE_CHECKING:
     from .hints import Doubles
 
 
-@dataclass(frozen=True)
-class Intrinsics:
+class Intrinsics(namedtuple("Intrinsics", "width height fx fy cx cy")):
     """A pin-hole camera: focal lengths and principal point in pixels, the centre of the upper left pixel is (0, 0)."""
 
-    width: int
-    height: int
-    fx: float
-    fy: float
-    cx: float
-    cy: float
+    __slots__ = ()
 
     @staticmethod
     def of(width: int, height: int, K: Any, field_of_view: float) -> Intrinsics:

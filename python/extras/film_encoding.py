@@ -3,7 +3,6 @@
 from __future__ import annotations
 
 import functools
-import subprocess
 
 # By codec: hardware encoders first, then those of every ffmpeg.
 _HARDWARE = {
@@ -54,6 +53,8 @@ def program() -> str:
 @functools.lru_cache(maxsize=None)
 def works(encoder: str) -> bool:
     """Whether ffmpeg has the encoder, and it encodes: a hardware encoder is known also where its device is missing."""
+    import subprocess
+
     command = [program(), "-v", "error", "-nostdin", "-f", "lavfi", "-i", "color=size=320x240:rate=10:duration=0.2"]
     try:
         done = subprocess.run(

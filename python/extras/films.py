@@ -4,7 +4,6 @@ from __future__ import annotations
 
 import threading
 from contextlib import contextmanager
-from pathlib import Path
 
 from .film_encoding import USUAL, USUAL_WITH_ALPHA, chosen_encoder
 
@@ -56,6 +55,8 @@ class Encoding:
           ProRes 4444 then, ".webm" VP9.
         - `hardware`: an encoder of the graphics processor where one works, else the usual one.
         """
+        from pathlib import Path
+
         video: Any = self
         if path is not None:
             file = Path(path)
@@ -86,6 +87,8 @@ class Encoding:
     @contextmanager
     def progress(self, seconds: float | None = None, **options: Any) -> Iterator[Any]:
         """`with` it, a bar of tqdm shows the images taken, of so many seconds where told. `options` are tqdm's."""
+        from pathlib import Path
+
         from tqdm.auto import tqdm  # type: ignore[import-untyped]
 
         video: Any = self

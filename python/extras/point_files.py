@@ -4,7 +4,6 @@ from __future__ import annotations
 
 import math
 import struct
-from pathlib import Path
 
 from .whole_files import whole_file
 
@@ -45,6 +44,8 @@ def save_points(path: str | os.PathLike[str], points: Any, single: bool = False)
     that LAS has no place for as extra bytes), `.npz`. With `single` the coordinates have single precision, which some
     readers of PCD insist on. ValueError for other endings and fields that are no numbers; OSError as `open` raises it.
     """
+    from pathlib import Path
+
     import numpy
 
     path, points = Path(path), numpy.asarray(points)

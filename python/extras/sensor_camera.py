@@ -6,11 +6,10 @@ pixel is (0, 0). Poses are 4x4 matrices that take points of the camera to the wo
 
 from __future__ import annotations
 
-from dataclasses import dataclass, field
-
 import _osg  # type: ignore[import-not-found]
 
 from .camera_models import Intrinsics, Lens, look_at
+from .fields import Fields
 
 TYPE_CHECKING = False
 if TYPE_CHECKING:
@@ -36,8 +35,7 @@ _FINER = 3  # times the pixels to each side that truth is drawn with for a lens,
 _MOST_WIDENING = 4  # times as many pixels to each side as a distorted picture may need from the straight one
 
 
-@dataclass
-class SensorFrame:
+class SensorFrame(Fields):
     """One reading. Channels that were not asked for are None."""
 
     time: float
@@ -46,17 +44,34 @@ class SensorFrame:
     """Camera matrix (3, 3), in pixels."""
     pose: Doubles
     """Camera to world (4, 4), in metres."""
-    rgb: Bytes = None  # type: ignore[assignment]
+    rgb: Bytes
     """uint8, (height, width, 3)."""
-    depth: Floats = None  # type: ignore[assignment]
+    depth: Floats
     """float32, (height, width): metres along the view; infinite where nothing is."""
-    identity: Indices = None  # type: ignore[assignment]
+    identity: Indices
     """uint32, (height, width): see `bodies`; 0 for what is no body."""
-    normals: Floats = None  # type: ignore[assignment]
+    normals: Floats
     """float32, (height, width, 3): unit vectors in the camera's axes, on the side that is seen; 0 where nothing is."""
-    flow: Floats = None  # type: ignore[assignment]
+    flow: Floats
     """float32, (height, width, 2): pixels by which each surface moved in the picture since the last reading."""
-    extra: dict[str, Any] = field(default_factory=dict)
+    extra: dict[str, Any]
+
+    def __init__(
+        self,
+        time: float,
+        K: Doubles,
+        pose: Doubles,
+        rgb: Bytes | None = None,
+        depth: Floats | None = None,
+        identity: Indices | None = None,
+        normals: Floats | None = None,
+        flow: Floats | None = None,
+        extra: dict[str, Any] | None = None,
+    ) -> None:
+        self.time, self.K, self.pose = time, K, pose
+        self.rgb, self.depth, self.identity = rgb, depth, identity  # type: ignore[assignment]
+        self.normals, self.flow = normals, flow  # type: ignore[assignment]
+        self.extra = {} if extra is None else extra
 
     @property
     def bodies(self) -> dict[int, hyx.RigidBody]:
@@ -115,19 +130,14 @@ class SensorFrame:
             picture.save(place, "PNG")
 
 
-@dataclass
-class SensorNoise:
+class SensorNoise(Fields):
     """Normal noise with a seed of its own: standard deviations for `rgb` (of 0 to 255) and `depth` (metres, growing by
     `depth_per_square` with the square of the distance, as of stereo cameras)."""
 
-    rgb: float = 0.0
-    depth: float = 0.0
-    depth_per_square: float = 0.0
-    seed: int = 0
-
-    def __post_init__(self) -> None:
+    def __init__(self, rgb: float = 0.0, depth: float = 0.0, depth_per_square: float = 0.0, seed: int = 0) -> None:
         import numpy
 
+        self.rgb, self.depth, self.depth_per_square, self.seed = rgb, depth, depth_per_square, seed
         self._random = numpy.random.default_rng(self.seed)
 
     def __call__(self, frame: SensorFrame) -> None:

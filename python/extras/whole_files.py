@@ -4,11 +4,11 @@ from __future__ import annotations
 
 import os
 from contextlib import contextmanager
-from pathlib import Path
 
 TYPE_CHECKING = False  # for checkers only: importing `typing` would cost more than the whole package
 if TYPE_CHECKING:
     from collections.abc import Iterator
+    from pathlib import Path
 
 
 @contextmanager
@@ -16,6 +16,8 @@ def whole_file(path: str | os.PathLike[str], lasting: bool = True) -> Iterator[P
     """A place beside `path` to write to; it becomes `path` where the block ends without an error. A reader finds the
     whole file or the one before, also when this process dies or the disk is full, and where `lasting` when the machine
     does: waiting for the disk takes some milliseconds. OSError names `path`."""
+    from pathlib import Path
+
     target = Path(path)
     place = target.with_name(f".{os.getpid()}.{target.name}")
     try:

@@ -11,7 +11,7 @@ import _hyx_proxy
 import hyxOSG
 import pytest
 from _hyx_proxy import Handle
-from subprocesses import BUILD
+from subprocesses import BUILD, run_python
 
 MODULES = [
     name
@@ -200,3 +200,10 @@ def test_describe_prints_all_modules_as_json():
     described = json.loads(printed)
     assert len(described["_hyxOSG"]) == 845
     assert {row["name"] for row in described["_hyxOSG"]} == {row["name"] for row in DESCRIBED["_hyxOSG"]}
+
+
+def test_an_import_leaves_out_what_only_writing_files_and_films_needs():
+    slow = {"dataclasses", "inspect", "pathlib", "subprocess", "typing", "numpy"}
+    code = f"import sys; before = set(sys.modules); import hyxOSG; print(*({slow!r} & (set(sys.modules) - before)))"
+    done = run_python(code)
+    assert (done.stdout.split(), done.returncode) == ([], 0)
