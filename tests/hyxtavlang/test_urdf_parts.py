@@ -1,7 +1,9 @@
 """What the parser of robot descriptions does not tell: capsules, transmissions, several roots, lines."""
 
 import hyx
+import hyxOSG
 import pytest
+from PIL import Image
 
 ROBOT = """<robot name="r">
   <link name="base"/>
@@ -70,6 +72,29 @@ def test_what_many_files_leave_out_is_completed(app, load, tmp_path):
     assert app.getSimulation().getRigidBody("world").getMotionControl() == hyx.RigidBody.STATIC
     (arm,) = [node for node in result.model.children if node.name == "arm"]
     assert [part.properties["scale"] for part in arm.children if "scale" in part.properties] == [(0.5, 0.5, 0.5)]
+
+
+@pytest.mark.parametrize(
+    "shape", ['<box size="1 1 1"/>', '<sphere radius="0.6"/>', '<cylinder radius="1" length="1"/>']
+)
+@pytest.mark.parametrize("own", [True, False])
+def test_textures_of_materials_are_drawn(app, load, tmp_path, shape, own):
+    tiles = Image.new("RGB", (64, 64), (220, 20, 20))
+    for corner in ((0, 0), (32, 32)):
+        tiles.paste((20, 20, 220), (*corner, corner[0] + 32, corner[1] + 32))
+    tiles.save(tmp_path / "tiles.png")
+    material = '<material name="tiles"><texture filename="tiles.png"/></material>'
+    result = load(
+        f'<robot name="r">{"" if own else material}<link name="base"><visual><geometry>{shape}</geometry>'
+        f'{material if own else """<material name="tiles"/>"""}</visual></link></robot>'
+    )
+    assert result.getErrors() == ()
+    camera = hyxOSG.SensorCamera(app, 120, 90, field_of_view=45, near=0.1, far=50)
+    camera.look_at((1, -2.5, 1.5), (0, 0, 0))
+    seen = camera.read("rgb").rgb.astype(int)
+    camera.close()
+    reddish, bluish = seen[..., 0] > 2 * seen[..., 2], seen[..., 2] > 4 * seen[..., 0]
+    assert reddish.sum() > 200 and bluish.sum() > 200  # of 10,800; none without the picture
 
 
 @pytest.mark.parametrize(
