@@ -98,12 +98,13 @@ public:
 
     /// Draws no shadows while more than this many meshes would throw them and the processor draws, not a graphics
     /// processor. 0, the default, draws them always. Shadow volumes and shadow textures know no limit.
-    /// 	hrows std::invalid_argument for a negative number
+    /// \throws std::invalid_argument for a negative number
     void setShadowCasterLimit(int meshes);
     /// How many meshes may throw shadows where the processor draws; 0 means any number.
     int getShadowCasterLimit() const;
 
-    /// Ambient light in the colours of the background: from the sky above, darker from the ground below. Default off:
+    /// Ambient light in the colours of the background: from the sky above, darker from the ground below, or the same
+    /// from all sides for a background of one colour. Without lamps it is all the light of the sky. Default off:
     /// the same grey from everywhere.
     void setEnableSkyLight(bool enable);
     /// Whether ambient light has the colours of the background.

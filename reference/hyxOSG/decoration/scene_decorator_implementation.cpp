@@ -107,7 +107,9 @@ void SceneDecorator::Implementation::warnOfReplacement() {
 void SceneDecorator::Implementation::setBackground(osg::Vec4 const& upperLeft, osg::Vec4 const& upperRight,
                                                    osg::Vec4 const& lowerLeft, osg::Vec4 const& lowerRight) {
     background.setColors(upperLeft, upperRight, lowerLeft, lowerRight);
-    constexpr float groundShare = 0.62f; // of the light of the horizon
+    // The ground gives back a part of the light of the horizon. A background of one colour has no ground.
+    bool const even = upperLeft == upperRight && upperLeft == lowerLeft && upperLeft == lowerRight;
+    float const groundShare = even ? 1.0f : 0.62f;
     osg::Vec4 const sky = (upperLeft + upperRight + lowerLeft + lowerRight) * 0.25f;
     osg::Vec4 const ground = (lowerLeft + lowerRight) * (0.5f * groundShare);
     osg::StateSet& state = *scene->getOrCreateStateSet();

@@ -45,10 +45,17 @@ vec3 skyLight(vec3 way, float softness)
 }
 #endif
 
+#if defined(LIGHT0_OFF) && defined(LIGHT1_OFF) && defined(LIGHT2_OFF)
+// Alone the sky gives all light: what is white is as bright as an even sky. 0.3 is the light model's first value.
+const float skyShare = 1.0 / 0.3;
+#else
+const float skyShare = 1.6; // leaves room for the lamps
+#endif
+
 vec3 ambientLight(vec3 normal)
 {
 #ifdef SKY_LIGHT
-    return 1.6 * gl_LightModel.ambient.rgb * skyLight(normal, 1.0);
+    return skyShare * gl_LightModel.ambient.rgb * skyLight(normal, 1.0);
 #else
     return gl_LightModel.ambient.rgb;
 #endif
