@@ -1,4 +1,4 @@
-"""Printing and comparing what is its named values, as `dataclasses` do: importing those takes longer than this package."""
+"""Printing and comparing what is its named values, as `dataclasses` do: importing those takes long."""
 
 from __future__ import annotations
 

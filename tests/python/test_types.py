@@ -24,7 +24,6 @@ MEANT = {
     r"is inconsistent, stub is a staticmethod but runtime is not": "descriptors of the support module are faster",
     r'positional or keyword \(remove "/"\)': "what scripts override may name its parameters as it likes",
     r"has a default value of Ellipsis": "inspect can only show literals",
-    r"^hyxOSG\.SensorFrame\.": "arrays that were not asked for are None; those asked for need no check",
     r"^hyxOSG\.(_doctor|_journal_page|__main__)\.": "programs, which nobody imports",
 }
 
