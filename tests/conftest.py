@@ -1,5 +1,6 @@
 """Import root and test modules on the path for every test; applications off-screen, and their pictures."""
 
+import ctypes
 import os
 import re
 import signal
@@ -35,6 +36,13 @@ def pytest_ignore_collect(collection_path):
 def pytest_collection_modifyitems(items):
     """What one worker has to run by itself comes first, so that none works alone at the end."""
     items.sort(key=lambda item: item.get_closest_marker("xdist_group") is None)
+
+
+@pytest.fixture(autouse=True, scope="module")
+def give_back_memory():
+    """The allocator keeps what large pictures took, in each of the workers that run side by side."""
+    yield
+    ctypes.CDLL(None).malloc_trim(0)
 
 
 @pytest.fixture
