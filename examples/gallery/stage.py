@@ -18,7 +18,7 @@ CASTS_SHADOWS = hyxOSG.ExampleApplication.CASTS_SHADOWS_MASK
 class Stage:
     def __init__(self, folder):
         self.folder = folder
-        self.app = hyxOSG.ExampleApplication()
+        self.app = hyxOSG.ExampleApplication(look="plain")
         self.app.init(None)
         self.simulation = hyxSDK.Simulation()
         self.app.initSimulation(self.simulation)

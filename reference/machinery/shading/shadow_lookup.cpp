@@ -67,7 +67,7 @@ float lookUp(MAP map, int index, vec4 place, Receiver at)
     bool aside = any(greaterThan(abs(p.xy - 0.5), 0.5 + reach)); // of all casters, which the map holds
     int taps = aside ? 0 : SEARCHED;
     for (int i = 0; i < taps; ++i) {
-        vec2 way = reach * sqrt((float(i) + 0.5) / float(SEARCHED)) * turned;
+        vec2 way = reach * ((float(i) + 0.5) / float(SEARCHED)) * turned; // densest within: near casters are narrow
         float depth = texture2D(map, p.xy + way).r;
         float nearer = 1.0 - step(min(p.z + dot(slope, way), 1.0), depth);
         casters += nearer;
