@@ -5,7 +5,7 @@
 #include "platform/hyxCollide/space.h"
 #include "platform/hyxSDK/simulation.h"
 #include "reference/hyx/journal/contact_rows.h"
-#include "reference/hyx/journal/journal_part.h"
+#include "reference/hyx/journal/journal_file.h"
 #include "reference/hyx/journal/journal_session.h"
 #include "reference/machinery/files/exit_work.h"
 
@@ -26,8 +26,9 @@ void warn(std::string const& text) {
 
 /// The name given, or the first `session_` with a number that is free; the file's sessions when it will be extended.
 std::string freeSessionName(std::string const& session, std::string const& path, bool extends) {
-    Hdf5Handle const file = extends ? openHdf5File(path, false) : Hdf5Handle();
-    auto const isTaken = [&](std::string const& name) { return file && hasHdf5Link(file, name); };
+    JournalFormat const& format = journalFormat(); // what it lacks is learned before anything is recorded
+    std::unique_ptr<JournalFile> const file = extends ? format.open(path) : nullptr;
+    auto const isTaken = [&](std::string const& name) { return file && file->hasSession(name); };
     if (session.find('/') != std::string::npos || session == ".")
         throw std::invalid_argument("'" + session + "' is no name for a session of a journal");
     if (isTaken(session))
@@ -49,7 +50,7 @@ struct Journal::Implementation {
     std::unique_ptr<SessionRecorder> recorder; ///< null unless recording
 
     // Playback
-    Hdf5Handle session;
+    std::unique_ptr<JournalFile> file;
 
     struct Part {
         std::string name;
@@ -112,12 +113,11 @@ void Journal::play(std::string const& path, std::string const& session) {
     std::vector<std::string> const sessions = listSessions(path);
     if (sessions.empty())
         throw std::runtime_error("the journal '" + path + "' has no sessions");
-    Hdf5Handle const file = openHdf5File(path, false);
+    next->file = journalFormat().open(path);
     next->path = path;
     next->sessionName = session.empty() ? sessions.front() : session;
-    if (!hasHdf5Link(file, next->sessionName))
+    if (!next->file->hasSession(next->sessionName))
         throw std::runtime_error("the journal '" + path + "' has no session '" + next->sessionName + "'");
-    next->session = openHdf5Group(file, next->sessionName);
     next->findParts();
     next->playing = true;
     m_implementation = std::move(next);
@@ -126,12 +126,13 @@ void Journal::play(std::string const& path, std::string const& session) {
 /// Parts that cannot be read are passed over, unless that leaves none.
 void Journal::Implementation::findParts() {
     std::string reason;
-    for (std::string const& name : listHdf5Groups(session)) {
+    for (std::string const& name : file->listParts(sessionName)) {
         try {
-            JournalPartReader const part(session, name);
-            numStates += part.numStates();
-            if (part.numStates() > 0)
-                parts.push_back({name, part.numStates(), part.time(0), part.time(part.numStates() - 1)});
+            auto const part = file->openPart(sessionName, name);
+            size_t const states = part->numStates();
+            numStates += states;
+            if (states > 0)
+                parts.push_back({name, states, part->time(0), part->time(states - 1)});
         } catch (std::runtime_error const& failure) {
             passOver(name, failure);
             reason = failure.what();
@@ -264,7 +265,7 @@ void Journal::Implementation::openPart() {
     found.reset();
     reader = nullptr;
     try {
-        reader = std::make_unique<JournalPartReader>(session, name);
+        reader = file->openPart(sessionName, name);
     } catch (std::runtime_error const& failure) {
         passOver(name, failure);
     }
@@ -388,7 +389,7 @@ std::vector<std::string> Journal::listSessions(std::string const& path) {
             throw;
         warn(failure.what());
     }
-    return listHdf5Groups(openHdf5File(path, false));
+    return journalFormat().open(path)->listSessions();
 }
 
 } // namespace hyx

@@ -1,7 +1,7 @@
 // From the simulation into the log, from the log into the journal.
 #include "reference/hyx/journal/journal_session.h"
 
-#include "reference/hyx/journal/journal_part.h"
+#include "reference/hyx/journal/journal_file.h"
 #include "reference/machinery/files/whole_file.h"
 
 #include <unistd.h>
@@ -28,49 +28,6 @@ std::string textOf(json const& content) {
     return content.dump(-1, ' ', false, json::error_handler_t::replace);
 }
 
-std::string partName(size_t number) {
-    char name[24];
-    std::snprintf(name, sizeof name, "part_%06zu", number);
-    return name;
-}
-
-/// Copies the records behind the first into a session. What does not fit together ends it, as does the end of the log.
-void copyRecords(JournalLog& log, hid_t session, Hdf5Storage storage) {
-    std::unique_ptr<JournalPartWriter> part;
-    size_t numParts = 0;
-    Kind kind;
-    std::string content;
-    while (log.next(kind, content)) {
-        if (kind == Kind::PART) {
-            if (part)
-                part->flush();
-            part = std::make_unique<JournalPartWriter>(session, partName(numParts++), json::parse(content), storage);
-        } else if (kind == Kind::STATE && part) {
-            std::vector<double> numbers(content.size() / sizeof(double));
-            std::memcpy(numbers.data(), content.data(), numbers.size() * sizeof(double));
-            part->store(numbers);
-        }
-    }
-    if (part)
-        part->flush();
-}
-
-/// Adds the session to an HDF5 file, in which HDF5 has nothing left to write afterwards.
-void addSession(JournalLog& log, json const& plan, Hdf5Handle file) {
-    try {
-        Hdf5Storage const storage{.single = plan.at("single").get<bool>(),
-                                  .compressed = plan.at("compressed").get<bool>()};
-        Hdf5Handle session = createHdf5Group(file, plan.at("session").get<std::string>());
-        copyRecords(log, session, storage);
-        session.close(unwritten);
-        requireHdf5(H5Fflush(file, H5F_SCOPE_GLOBAL) >= 0, unwritten);
-    } catch (...) {
-        discardHdf5File(file);
-        throw;
-    }
-    file.close(unwritten);
-}
-
 /// The first record of a log; null where it has none.
 json planOf(JournalLog& log) {
     Kind kind;
@@ -81,19 +38,15 @@ json planOf(JournalLog& log) {
     return json::parse(content, nullptr, false);
 }
 
-bool hasSession(std::filesystem::path const& journal, std::string const& session) {
-    return hasHdf5Link(openHdf5File(journal.string(), false), session);
-}
-
 void makeJournal(JournalLog& log, json const& plan, std::filesystem::path const& journal) {
     bool const extends = plan.at("append").get<bool>() && std::filesystem::exists(journal);
     // Killed between the two, an earlier attempt left a finished journal and its log.
-    if (!extends || !hasSession(journal, plan.at("session").get<std::string>())) {
+    if (!extends || !journalFormat().open(journal)->hasSession(plan.at("session").get<std::string>())) {
         NewFile file(journal);
         std::string const path = file.temporaryPath().string();
         if (extends)
             std::filesystem::copy_file(journal, path, std::filesystem::copy_options::overwrite_existing);
-        addSession(log, plan, extends ? openHdf5File(path, true) : createHdf5File(path));
+        journalFormat().addSession(log, plan, path, extends);
         file.commit();
     }
     log.remove();

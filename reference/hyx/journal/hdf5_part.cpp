@@ -1,5 +1,5 @@
 // Bodies and their states as datasets.
-#include "reference/hyx/journal/journal_part.h"
+#include "reference/hyx/journal/hdf5_part.h"
 
 #include "platform/hyxCollide/geometry.h"
 #include "reference/hyx/journal/contact_rows.h"
@@ -21,8 +21,7 @@ std::runtime_error disagreement() {
 
 } // namespace
 
-JournalPartWriter::JournalPartWriter(hid_t session, std::string const& name, json const& description,
-                                     Hdf5Storage storage)
+Hdf5PartWriter::Hdf5PartWriter(hid_t session, std::string const& name, json const& description, Hdf5Storage storage)
     : m_group(createHdf5Group(session, name)) {
     auto const keys = description.at("bodies").get<std::vector<std::string>>();
     writeHdf5Texts(m_group, "bodies", keys);
@@ -50,12 +49,12 @@ JournalPartWriter::JournalPartWriter(hid_t session, std::string const& name, jso
         addCounted("particles", "particleCount", systems, grainColumns(), storage);
 }
 
-void JournalPartWriter::addRows(std::string const& name, size_t items, size_t components, Hdf5Storage storage) {
+void Hdf5PartWriter::addRows(std::string const& name, size_t items, size_t components, Hdf5Storage storage) {
     m_rows.push_back({.name = name, .items = items, .components = components, .storage = storage});
 }
 
-void JournalPartWriter::addCounted(std::string const& name, std::string const& countName, size_t owners,
-                                   std::vector<std::string> const& columns, Hdf5Storage storage) {
+void Hdf5PartWriter::addCounted(std::string const& name, std::string const& countName, size_t owners,
+                                std::vector<std::string> const& columns, Hdf5Storage storage) {
     std::string const singular = name.substr(0, name.size() - 1);
     writeHdf5Texts(m_group, singular + "Columns", columns);
     addRows(countName, owners, 1, {.compressed = storage.compressed});
@@ -63,7 +62,7 @@ void JournalPartWriter::addCounted(std::string const& name, std::string const& c
     m_rows.back().counted = true;
 }
 
-void JournalPartWriter::store(std::span<double const> state) {
+void Hdf5PartWriter::store(std::span<double const> state) {
     constexpr size_t mostWaiting = 1024, mostNumbers = 1 << 20;
     std::vector<std::span<double const>> pieces;
     for (Rows const& rows : m_rows) {
@@ -84,13 +83,13 @@ void JournalPartWriter::store(std::span<double const> state) {
         flush();
 }
 
-void JournalPartWriter::flush() {
+void Hdf5PartWriter::flush() {
     for (Rows& rows : m_rows)
         write(rows);
     m_waiting = 0;
 }
 
-void JournalPartWriter::write(Rows& rows) {
+void Hdf5PartWriter::write(Rows& rows) {
     size_t const width = std::max<size_t>(rows.items * rows.components, 1);
     if (!rows.data)
         rows.data = Hdf5Rows::create(m_group, rows.name, rows.items, rows.components, rows.storage,
@@ -99,7 +98,7 @@ void JournalPartWriter::write(Rows& rows) {
     rows.waiting.clear();
 }
 
-JournalPartReader::JournalPartReader(Hdf5Handle const& group)
+Hdf5PartReader::Hdf5PartReader(Hdf5Handle const& group)
     : m_particles(group, "particles", "particleCount", grainColumns().size()),
       m_contacts(group, "contacts", "contactCount", contactColumns().size()) {
     m_keys = readHdf5Texts(group, "bodies");
@@ -140,14 +139,14 @@ JournalPartReader::JournalPartReader(Hdf5Handle const& group)
         m_numStates = std::min(m_numStates, m_particles.numStates());
 }
 
-Hdf5Rows JournalPartReader::openBodyRows(hid_t group, char const* name, size_t components) const {
+Hdf5Rows Hdf5PartReader::openBodyRows(hid_t group, char const* name, size_t components) const {
     Hdf5Rows rows = Hdf5Rows::open(group, name, components);
     if (rows.numItems() != m_keys.size())
         throw disagreement();
     return rows;
 }
 
-ref_ptr<RigidBody> JournalPartReader::makeBody(size_t body) const {
+ref_ptr<RigidBody> Hdf5PartReader::makeBody(size_t body) const {
     std::string const& key = m_keys.at(body);
     ref_ptr<RigidBody> made = new RigidBody(key[0] == '#' ? Name() : Name(key));
     try {
@@ -172,7 +171,7 @@ ref_ptr<RigidBody> JournalPartReader::makeBody(size_t body) const {
     return made;
 }
 
-ConstraintPtrVector JournalPartReader::makeJoints(RigidBodyPtrVector const& bodies) const {
+ConstraintPtrVector Hdf5PartReader::makeJoints(RigidBodyPtrVector const& bodies) const {
     ConstraintPtrVector joints;
     try {
         for (json const& description : m_mechanism)
@@ -183,11 +182,11 @@ ConstraintPtrVector JournalPartReader::makeJoints(RigidBodyPtrVector const& bodi
     return joints;
 }
 
-double JournalPartReader::time(size_t row) const {
+double Hdf5PartReader::time(size_t row) const {
     return m_time.read(row).at(0);
 }
 
-size_t JournalPartReader::rowAt(double time) const {
+size_t Hdf5PartReader::rowAt(double time) const {
     size_t first = 0, count = m_numStates; // the first of those later than the time
     while (count > 0) {
         size_t const half = count / 2;
@@ -201,7 +200,7 @@ size_t JournalPartReader::rowAt(double time) const {
     return first > 0 ? first - 1 : 0;
 }
 
-JournalPartReader::State JournalPartReader::read(size_t row) const {
+JournalPartReader::State Hdf5PartReader::read(size_t row) const {
     State state;
     state.time = m_time.read(row).at(0);
     state.positions = m_position.read(row);

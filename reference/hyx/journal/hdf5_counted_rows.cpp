@@ -1,5 +1,5 @@
 // Finds the rows of a state by adding up how many came before.
-#include "reference/hyx/journal/counted_rows.h"
+#include "reference/hyx/journal/hdf5_counted_rows.h"
 
 #include <algorithm>
 #include <stdexcept>
