@@ -292,14 +292,15 @@ bool SceneDecorator::removeChildren(unsigned int index, unsigned int count) {
 }
 
 void SceneDecorator::traverse(osg::NodeVisitor& visitor) {
-    if (visitor.getVisitorType() == osg::NodeVisitor::UPDATE_VISITOR) {
+    bool const updates = visitor.getVisitorType() == osg::NodeVisitor::UPDATE_VISITOR;
+    if (updates) {
         m_implementation->layOut();
         m_implementation->followSupport();
         m_implementation->lights.declareSpots(*m_implementation->scene->getOrCreateStateSet());
-        if (m_implementation->drawsWithProgram())
-            decorator::markShading(*m_implementation->scene, m_implementation->drawnMethod != SHADOWTEXTURE);
     }
     osg::Group::traverse(visitor);
+    if (updates && m_implementation->drawsWithProgram()) // with what the update has made
+        decorator::markShading(*m_implementation->scene, m_implementation->drawnMethod != SHADOWTEXTURE);
 }
 
 osg::BoundingSphere SceneDecorator::computeBound() const {

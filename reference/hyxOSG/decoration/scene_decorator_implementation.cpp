@@ -9,6 +9,7 @@
 #include "reference/machinery/meshes/notices.h"
 #include "reference/machinery/shading/material_colors.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace hyxOSG {
@@ -116,6 +117,10 @@ void SceneDecorator::Implementation::setBackground(osg::Vec4 const& upperLeft, o
     state.getOrCreateUniform("hyx_skyColor", osg::Uniform::FLOAT_VEC3)->set(osg::Vec3(sky.r(), sky.g(), sky.b()));
     state.getOrCreateUniform("hyx_groundColor", osg::Uniform::FLOAT_VEC3)
         ->set(osg::Vec3(ground.r(), ground.g(), ground.b()));
+    // Beside lamps a dark background, as of a studio, leaves the ambient light that there is without sky light.
+    constexpr float enough = 0.625f;
+    float const luminance = 0.2126f * sky.r() + 0.7152f * sky.g() + 0.0722f * sky.b();
+    state.getOrCreateUniform("hyx_skyLack", osg::Uniform::FLOAT)->set(std::max(0.0f, enough - luminance));
 }
 
 void SceneDecorator::Implementation::layOut() {

@@ -47,15 +47,16 @@ vec3 skyLight(vec3 way, float softness)
 
 #if defined(LIGHT0_OFF) && defined(LIGHT1_OFF) && defined(LIGHT2_OFF)
 // Alone the sky gives all light: what is white is as bright as an even sky. 0.3 is the light model's first value.
-const float skyShare = 1.0 / 0.3;
+const float skyShare = 1.0 / 0.3, hyx_skyLack = 0.0;
 #else
+uniform float hyx_skyLack; // how much darker it is than what lamps need beside them, lest shades be black
 const float skyShare = 1.6; // leaves room for the lamps
 #endif
 
 vec3 ambientLight(vec3 normal)
 {
 #ifdef SKY_LIGHT
-    return skyShare * gl_LightModel.ambient.rgb * skyLight(normal, 1.0);
+    return skyShare * gl_LightModel.ambient.rgb * (skyLight(normal, 1.0) + hyx_skyLack);
 #else
     return gl_LightModel.ambient.rgb;
 #endif

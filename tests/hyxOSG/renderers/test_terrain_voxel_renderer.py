@@ -233,3 +233,12 @@ def test_a_terrain_dug_down_to_the_rock_is_still_drawn(stage):
     renderer.setRenderCompaction(True)
     renderer.setRenderTerrainMaterials(True)
     assert covered(stage.shoot()) > 300
+
+
+def test_colors_are_those_of_the_first_picture_with_a_program(stage):
+    stage.app.getSceneDecorator().setEnableShaderState(True)
+    renderer = TerrainVoxelRenderer(soil(), stage.root)
+    renderer.setRenderHeightField(False)
+    renderer.setRenderVoxelSolidMass(True)
+    renderer.setMaxVoxelValueColor(hyx.Vec4f(1, 0, 0, 1))
+    assert stage.shoot().reddish() > 500
