@@ -1,7 +1,7 @@
-// Model files that the scene-graph library has no reader for, or no good one, through the asset importer.
+// Turns what the asset importer reads into nodes.
 
-#include "reference/machinery/files/only_reader.h"
 #include "reference/machinery/meshes/mesh_builder.h"
+#include "reference/machinery/model_files/asset_reader.h"
 #include "reference/machinery/model_files/file_look_up.h"
 #include "reference/machinery/model_files/model_picture.h"
 #include "reference/machinery/shading/surface_program.h"
@@ -25,7 +25,6 @@
 #include <osgDB/FileNameUtils>
 #include <osgDB/FileUtils>
 #include <osgDB/ReadFile>
-#include <osgDB/Registry>
 
 #include <algorithm>
 #include <array>
@@ -35,12 +34,7 @@
 namespace hyxOSG {
 namespace {
 
-// Left out: formats that the importer crashes on or never ends with when they are damaged (mdl, cob, md5mesh, off),
-// obj, ply, and those that the scene-graph library reads well itself.
-constexpr std::array extensions{"gltf", "glb", "fbx",  "blend", "3mf",     "amf", "ase", "assbin", "b3d", "bvh",
-                                "csm",  "hmp", "ifc",  "irr",   "irrmesh", "lxo", "m3d", "md3",    "mdc", "ms3d",
-                                "ndo",  "nff", "ogex", "pk3",   "q3o",     "q3s", "raw", "scn",    "sib", "smd",
-                                "step", "ter", "uc",   "vta",   "x3d",     "xgl", "zgl"};
+using ReadResult = osgDB::ReaderWriter::ReadResult;
 
 osg::Vec4 toOsg(aiColor4D const& color) {
     return {color.r, color.g, color.b, color.a};
@@ -218,14 +212,6 @@ public:
     }
 };
 
-/// COLLADA is read by the scene-graph library where its reader is installed; self-contained packages have none.
-bool isLeftToOthers(std::string const& extension) {
-    auto* const registry = osgDB::Registry::instance();
-    return extension == "dae" &&
-           osgDB::fileType(registry->findLibraryFile(registry->createLibraryNameForExtension(extension), nullptr,
-                                                     osgDB::CASE_SENSITIVE)) == osgDB::REGULAR_FILE;
-}
-
 /// Numbers are metres whatever unit the file names, as the reader of the scene-graph library has it.
 void leaveOutUnit(aiScene const& scene) {
     aiVector3D scale, place;
@@ -234,45 +220,27 @@ void leaveOutUnit(aiScene const& scene) {
     scene.mRootNode->mTransformation = aiMatrix4x4(turn.GetMatrix());
 }
 
-class AssetReader : public osgDB::ReaderWriter {
-public:
-    AssetReader() {
-        for (char const* const extension : extensions)
-            supportsExtension(extension, "through the asset importer");
-        supportsExtension("dae", "through the asset importer, where there is no other reader");
-    }
-
-    char const* className() const override { return "Asset importer"; }
-
-    ReadResult readNode(std::string const& file, Options const* options) const override {
-        std::string const extension = osgDB::getLowerCaseFileExtension(file);
-        if (!acceptsExtension(extension) || isLeftToOthers(extension))
-            return ReadResult::FILE_NOT_HANDLED;
-        std::string const path = osgDB::findDataFile(file, options);
-        if (path.empty())
-            return ReadResult::FILE_NOT_FOUND;
-        Assimp::Importer importer;
-        importer.SetIOHandler(new GuardedFiles); // the importer deletes it
-        importer.SetPropertyFloat(AI_CONFIG_PP_GSN_MAX_SMOOTHING_ANGLE, 45);
-        aiScene const* const scene = importer.ReadFile(
-            path, aiProcess_Triangulate | aiProcess_GenSmoothNormals | aiProcess_JoinIdenticalVertices |
-                      aiProcess_SortByPType | aiProcess_ValidateDataStructure);
-        if (!scene || !scene->mRootNode)
-            return ReadResult(std::string(importer.GetErrorString()));
-        if (extension == "dae")
-            leaveOutUnit(*scene);
-        osg::ref_ptr<osg::Node> const model =
-            SceneConverter(*scene, osgDB::getFilePath(path)).convert(*scene->mRootNode);
-        if (extension != "gltf" && extension != "glb" && extension != "dae")
-            return model.get();
-        osg::ref_ptr<osg::MatrixTransform> const upright =
-            new osg::MatrixTransform(osg::Matrixd::rotate(osg::PI_2, osg::Vec3d(1, 0, 0))); // Y is up in these scenes
-        upright->addChild(model);
-        return upright.get();
-    }
-};
-
-osgDB::RegisterReaderWriterProxy<AssetReader> assimpRegistration;
+ReadResult readAssets(std::string const& path, std::string const& extension) {
+    Assimp::Importer importer;
+    importer.SetIOHandler(new GuardedFiles); // the importer deletes it
+    importer.SetPropertyFloat(AI_CONFIG_PP_GSN_MAX_SMOOTHING_ANGLE, 45);
+    aiScene const* const scene =
+        importer.ReadFile(path, aiProcess_Triangulate | aiProcess_GenSmoothNormals | aiProcess_JoinIdenticalVertices |
+                                    aiProcess_SortByPType | aiProcess_ValidateDataStructure);
+    if (!scene || !scene->mRootNode)
+        return ReadResult(std::string(importer.GetErrorString()));
+    if (extension == "dae")
+        leaveOutUnit(*scene);
+    osg::ref_ptr<osg::Node> const model = SceneConverter(*scene, osgDB::getFilePath(path)).convert(*scene->mRootNode);
+    if (extension != "gltf" && extension != "glb" && extension != "dae")
+        return model.get();
+    osg::ref_ptr<osg::MatrixTransform> const upright =
+        new osg::MatrixTransform(osg::Matrixd::rotate(osg::PI_2, osg::Vec3d(1, 0, 0))); // Y is up in these scenes
+    upright->addChild(model);
+    return upright.get();
+}
 
 } // namespace
 } // namespace hyxOSG
+
+extern "C" __attribute__((visibility("default"))) hyxOSG::AssetFileReader* const hyxReadAssets = &hyxOSG::readAssets;
