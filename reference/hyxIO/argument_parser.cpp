@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <iostream>
 #include <map>
 #include <numeric>
@@ -14,7 +15,7 @@ namespace hyxIO {
 
 namespace {
 
-enum class Value { none, text, number, positiveNumber, wholeNumber, size };
+enum class Value { none, text, positiveNumber, wholeNumber, port, size };
 
 struct KnownOption {
     char const* name;
@@ -52,12 +53,11 @@ constexpr KnownOption knownOptions[] = {
     {"--journal-loop", "Begin the played file again at its end", Value::none},
     {"--journal-session", "Name of the session to record or play", Value::text},
     {"--journal-frequency", "States recorded for each simulated second", Value::positiveNumber},
-    {"--rpc-port", "Serve remote control on this port of the local machine", Value::wholeNumber, "Other processes"},
+    {"--rpc-port", "Serve remote control on this port of the local machine", Value::port, "Other processes"},
     {"--rpc-token", "Word that remote callers must know", Value::text},
     {"--co-simulation-port", "Let another process step the simulation, through this port of the local machine",
-     Value::wholeNumber},
-    {"--click-port", "Let another process drive the joints, through this port of the local machine",
-     Value::wholeNumber},
+     Value::port},
+    {"--click-port", "Let another process drive the joints, through this port of the local machine", Value::port},
     {"--script", "Script whose function buildScene builds the first scene", Value::text, "Scripts and models"},
     {"--model", "Name of the model to load from a file of several", Value::text},
     {"--bundle-path", "Folders to look for models in, with colons between them", Value::text},
@@ -86,12 +86,16 @@ std::string fault(std::string const& text, Value value) {
     double number = 0;
     long width = 0;
     long height = 0;
-    if ((value == Value::number || value == Value::positiveNumber) && !readNumber(text, number))
+    if (value == Value::positiveNumber && !readNumber(text, number))
         return "'" + text + "' is not a number";
     if (value == Value::positiveNumber && !(number > 0))
         return "'" + text + "' is not above zero";
-    if (value == Value::wholeNumber && !readInteger(text, width))
+    if (value == Value::positiveNumber && std::isinf(number))
+        return "'" + text + "' is not finite";
+    if ((value == Value::wholeNumber || value == Value::port) && !readInteger(text, width))
         return "'" + text + "' is not a whole number";
+    if (value == Value::port && (width < 0 || width > 65535))
+        return "'" + text + "' is not a port from 0 to 65535";
     if (value == Value::size && !readSize(text, width, height))
         return "'" + text + "' is not a size such as 640x480";
     return {};
@@ -175,6 +179,24 @@ struct ArgumentParser::Implementation {
         }
     }
 
+    /// As the library takes them: from the back. It would give "--name=" the next argument for its value, so that an
+    /// empty value becomes an argument of its own.
+    std::vector<std::string> reversed(hyx::Vector<hyx::String> const& given) const {
+        std::vector<std::string> words;
+        bool optionsEnded = false;
+        for (std::string const& word : given) {
+            optionsEnded = optionsEnded || word == "--";
+            std::string const name = word.ends_with('=') ? word.substr(0, word.size() - 1) : "";
+            auto const found = entries.find(name);
+            if (!optionsEnded && found != entries.end() && found->second.option->get_expected_min() > 0)
+                words.insert(words.end(), {name, ""});
+            else
+                words.push_back(word);
+        }
+        std::ranges::reverse(words);
+        return words;
+    }
+
     Entry const& entry(hyx::String const& name) const {
         auto const found = entries.find(name);
         if (found == entries.end())
@@ -210,10 +232,8 @@ void ArgumentParser::addFlag(hyx::String const& name, hyx::String const& descrip
 void ArgumentParser::parse(hyx::Vector<hyx::String> const& arguments) {
     Implementation& self = *m_implementation;
     self.arguments = arguments;
-    // The library takes the arguments from the back.
-    std::vector<std::string> reversed(arguments.rbegin(), arguments.rend());
     try {
-        self.commandLine.parse(std::move(reversed));
+        self.commandLine.parse(self.reversed(arguments));
     } catch (CLI::CallForHelp const&) {
         self.helpRequested = true;
         std::cout << getHelp() << std::flush;

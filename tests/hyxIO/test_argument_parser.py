@@ -44,12 +44,24 @@ def test_a_program_adds_options_of_its_own():
         (["--time-step", "-1"], "not above zero"),
         (["--window-size", "800"], "640x480"),
         (["--rpc-port", "1.5"], "whole number"),
+        (["--stop-after=", "2"], "'' is not a number"),
+        (["--stop-after", "inf"], "not finite"),
+        (["--click-port", "-1"], "'-1' is not a port"),
+        (["--co-simulation-port", "65536"], "'65536' is not a port"),
         (["--time-step"], "time-step"),
     ],
 )
 def test_malformed_options_are_refused_with_the_reason(arguments, reason):
     with pytest.raises(ValueError, match=reason):
         hyxIO.ArgumentParser(arguments)
+
+
+def test_an_empty_value_is_empty_and_leaves_the_next_argument():
+    parser = hyxIO.ArgumentParser()
+    parser.addOption("--title", "Of the plot", "none")
+    parser.parse(["--title=", "model.json", "--", "--title="])
+    assert parser.has("--title") and parser.getString("--title") == ""
+    assert parser.getPositional() == ["model.json", "--title="]
 
 
 def test_an_undeclared_option_cannot_be_asked_for():

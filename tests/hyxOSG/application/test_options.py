@@ -127,7 +127,7 @@ def test_each_option_that_the_help_lists_refuses_what_it_cannot_take(capfd):
     options = set(re.findall(r"--([a-z-]+) TEXT", capfd.readouterr().out))
     assert options > TEXTS
     for option in options - TEXTS:
-        for value in ("bad", "nan", "5x", "-1e999"):
+        for value in ("bad", "nan", "inf", "5x", "-1e999"):
             with pytest.raises((ValueError, RuntimeError), match=value):
                 hyxOSG.ExampleApplication().init(hyxIO.ArgumentParser(["--no-graphics", f"--{option}={value}"]))
 
