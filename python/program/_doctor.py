@@ -21,12 +21,28 @@ app.step()
 print("window" if not app.hasOffscreenWindow() else "off-screen")
 """
 
+WRITE = """
+import hyx, hyxOSG
+app = hyxOSG.ExampleApplication()
+app.init(None)
+app.initViewer(128, 64)
+app.step()
+before = app._repr_png_()
+text = hyxOSG.Text("Text", hyx.Vec3(10, 10, 1), hyx.Vec4(1, 0, 0, 1))
+text.setCharacterSize(40)
+text.setAxisAlignment(hyxOSG.Text.XY_PLANE)
+app.getSceneDecorator().getHud().addChild(text)
+app.step()
+if app._repr_png_() == before:
+    raise SystemExit("no letter is drawn")
+"""
 
-def draws(kind: str) -> tuple[bool, str]:
-    """Draws a frame in a process of its own, so that a broken driver ends only that."""
+
+def draws(kind: str, script: str = DRAW) -> tuple[bool, str]:
+    """Draws in a process of its own, so that a broken driver ends only that."""
     start = time.monotonic()
     done = subprocess.run(
-        [sys.executable, "-c", DRAW],
+        [sys.executable, "-c", script],
         env={**os.environ, "HYX_DISPLAY": kind},
         capture_output=True,
         text=True,
@@ -52,11 +68,9 @@ def films() -> tuple[bool, str]:
     return (True, found) if works("libx264") else (False, f"{found} has no encoder for H.264")
 
 
-def fonts() -> tuple[bool, str]:
-    if not shutil.which("fc-match"):
-        return False, "fontconfig is not there"
-    found = subprocess.run(["fc-match", "DejaVuSans"], capture_output=True, text=True).stdout.strip()
-    return "DejaVu" in found, found
+def text() -> tuple[bool, str]:
+    drawn, detail = draws("offscreen", WRITE)
+    return drawn, "" if drawn else detail
 
 
 def module(name: str) -> Callable[[], tuple[bool, str]]:
@@ -67,7 +81,7 @@ CHECKS = (
     ("drawing off-screen", lambda: draws("offscreen"), "apt-get install libegl1 libgl1-mesa-dri"),
     ("a window", display, "a display, and apt-get install libgl1-mesa-dri"),
     ("films", films, "apt-get install ffmpeg, or pip install imageio-ffmpeg"),
-    ("text", fonts, "apt-get install fontconfig fonts-dejavu-core"),
+    ("text", text, "apt-get install fontconfig fonts-dejavu-core"),
     ("arrays", module("numpy"), "pip install numpy"),
     ("live windows in notebooks", module("jupyter_rfb"), "pip install jupyter_rfb"),
     ("journals in Python", module("h5py"), "pip install h5py"),
