@@ -1,8 +1,9 @@
 """Makes the library through which the others reach those that a driver, a display or nobody brings.
 
 It has a function for each that they need. The first call looks the real one up, so that nothing but drawing needs a
-graphics driver, and a driver without the old libGL serves as well through EGL. The journals' library names libcurl for
-remote files, and that of messages names tickets: nothing here uses these.
+graphics driver, and a driver without the old libGL serves as well through EGL. The journals' library names libcurl and
+OpenSSL for remote files, that of the remote page names OpenSSL for encrypted pages, and that of messages names tickets:
+nothing here uses these.
 """
 
 import subprocess
@@ -15,6 +16,22 @@ UNUSED = {
     "libcurl.so.4": ("curl_",),
     "libgssapi_krb5.so.2": ("gss_", "GSS_"),
     "libnorm.so.1": ("Norm",),
+    "libssl.so.3": ("SSL_", "TLS_", "OPENSSL_init_ssl"),
+    "libcrypto.so.3": (
+        "BIO_",
+        "CRYPTO_",
+        "EC_",
+        "ERR_",
+        "EVP_",
+        "HMAC",
+        "OBJ_",
+        "OPENSSL_",
+        "PEM_",
+        "SHA",
+        "X509_",
+        "d2i_",
+        "i2d_",
+    ),
 }
 # What an absent function answers: nothing, which every caller takes for "there is no such thing".
 RESOLVER = r"""

@@ -49,9 +49,9 @@ def take_late(folder: Path, work: Path) -> None:
     (libraries,) = folder.glob("*.libs")
     shutil.copy(make_library(wanted, work), libraries / NAME)
     for path, names in users.items():
-        subprocess.run(["patchelf", "--replace-needed", names[0], NAME, path], check=True)
-        for name in names[1:]:
-            subprocess.run(["patchelf", "--remove-needed", name, path], check=True)
+        # Each is renamed, none removed: the loader looks for the library that a function's version was asked of.
+        swaps = [word for name in names for word in ("--replace-needed", name, NAME)]
+        subprocess.run(["patchelf", *swaps, path], check=True)
 
 
 def repair(built: Path, folder: Path) -> Path:
