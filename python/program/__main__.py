@@ -84,7 +84,7 @@ def main(arguments: list[str] | None = None) -> int:
             return wrong("name a file to open")
         for file in files:
             if not os.path.isfile(file):
-                return wrong(f"there is no file '{file}'")
+                return wrong(f"'{file}' is a folder" if os.path.isdir(file) else f"there is no file '{file}'")
         return show(parser, files)
     except (RuntimeError, ValueError, OSError) as error:
         return wrong(str(error))

@@ -3,6 +3,7 @@
 
 #include "platform/hyxPython/script_conversions.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -34,12 +35,22 @@ bool addToSearchPath(std::string const& folder) {
 }
 
 bool readText(std::string const& path, std::string& text) {
+    if (std::filesystem::is_directory(path)) {
+        PyErr_Format(PyExc_IsADirectoryError, "the script '%s' is a folder", path.c_str());
+        return false;
+    }
     std::ifstream file(path, std::ios::binary);
     if (!file || !std::filesystem::is_regular_file(path)) {
         PyErr_Format(PyExc_FileNotFoundError, "the script '%s' cannot be read", path.c_str());
         return false;
     }
     text.assign(std::istreambuf_iterator<char>(file), {});
+    if (size_t const end = text.find('\0'); end != std::string::npos) { // where the compiler would stop in silence
+        PyErr_SetString(PyExc_SyntaxError, "source code cannot contain null bytes");
+        int const line = 1 + static_cast<int>(std::count(text.begin(), text.begin() + end, '\n'));
+        PyErr_SyntaxLocationEx(path.c_str(), line, -1);
+        return false;
+    }
     return true;
 }
 

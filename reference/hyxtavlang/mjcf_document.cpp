@@ -2,6 +2,7 @@
 #include "reference/hyxtavlang/mjcf_document.h"
 
 #include "reference/hyxtavlang/model_reader.h"
+#include "reference/machinery/files/missing_file.h"
 
 #include <osg/Math>
 
@@ -46,7 +47,7 @@ MjcfDocument::MjcfDocument(std::string const& path) : m_root(load(path, "", 0)) 
 MjcfElement MjcfDocument::load(std::string const& path, std::string const& from, int line) {
     std::string const where = from.empty() ? "" : placeOf(from, line);
     if (!fs::is_regular_file(path))
-        throw ModelError(where + "the file '" + path + "' cannot be read");
+        throw ModelError(where + "the file '" + path + (hyxOSG::isFolder(path) ? "' is a folder" : "' cannot be read"));
     if (!m_files.insert(fs::weakly_canonical(path).string()).second)
         throw ModelError(where + "the file '" + path + "' is included twice");
     auto document = std::make_unique<tinyxml2::XMLDocument>();

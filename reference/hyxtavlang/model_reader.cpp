@@ -1,6 +1,8 @@
 // Tells by the ending of a model file, and what it begins with, which reader is for it.
 #include "reference/hyxtavlang/model_reader.h"
 
+#include "reference/machinery/files/missing_file.h"
+
 #include <tinyxml2.h>
 
 #include <filesystem>
@@ -33,7 +35,7 @@ bool isModelFile(std::string const& path) {
 
 ModelTree readModel(std::string const& path, OptParams const& params) {
     if (!std::filesystem::is_regular_file(path))
-        throw ModelError("the file '" + path + "' cannot be read");
+        throw ModelError("the file '" + path + (hyxOSG::isFolder(path) ? "' is a folder" : "' cannot be read"));
     if (!isModelFile(path))
         throw ModelError(
             "the file '" + path +

@@ -3,6 +3,7 @@
 
 #include "platform/hyxSDK/simulation.h"
 #include "reference/hyxtavlang/model_builder.h"
+#include "reference/machinery/files/missing_file.h"
 #include "reference/machinery/meshes/notices.h"
 
 #include <osg/Group>
@@ -15,8 +16,7 @@ bool readFile(std::string const& file, hyxSDK::Simulation* simulation, osg::Grou
     ShapeLook const look(static_cast<float>(detailRatio), evenIfSensor, cache); // refuses before anything is read
     std::string const path = osgDB::findDataFile(file);
     if (!simulation || osgDB::fileType(path) != osgDB::REGULAR_FILE) {
-        warn(simulation ? "there is no scene file \"" + file + "\""
-                        : "a scene file needs a simulation to be read into");
+        warn(simulation ? missingFile("scene file", file) : "a scene file needs a simulation to be read into");
         return false;
     }
     hyxtavlang::BuiltModel const model = hyxtavlang::loadModel(path, "", hyxtavlang::OptParams());

@@ -1,6 +1,7 @@
 // Reads single files for scripts that want them as they are.
 #include "platform/osg/file_reading.h"
 
+#include "reference/machinery/files/missing_file.h"
 #include "reference/machinery/meshes/notices.h"
 #include "reference/machinery/model_files/guarded_reading.h"
 
@@ -13,7 +14,7 @@ template <class Thing, class Read>
 Thing* readFound(std::string const& file, Read const& read) {
     std::string const path = osgDB::findDataFile(file);
     if (osgDB::fileType(path) != osgDB::REGULAR_FILE) {
-        hyxOSG::warn("there is no file \"" + file + "\"");
+        hyxOSG::warn(hyxOSG::missingFile("file", file));
         return nullptr;
     }
     hyxOSG::Reading<Thing> reading = read(path);

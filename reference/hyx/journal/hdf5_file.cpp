@@ -97,6 +97,9 @@ Hdf5Handle openHdf5File(std::string const& path, bool forWriting) {
     if (stat(path.c_str(), &found) != 0)
         throw std::filesystem::filesystem_error("the journal cannot be read", path,
                                                 std::error_code(errno, std::generic_category()));
+    if (S_ISDIR(found.st_mode))
+        throw std::filesystem::filesystem_error("the journal cannot be read", path,
+                                                std::make_error_code(std::errc::is_a_directory));
     if (!S_ISREG(found.st_mode)) // a pipe would be waited for
         throw std::runtime_error("the journal '" + path + "' cannot be read: it is no ordinary file");
     return Hdf5Handle(H5Fopen(path.c_str(), forWriting ? H5F_ACC_RDWR : H5F_ACC_RDONLY, fileAccess()), H5Fclose,

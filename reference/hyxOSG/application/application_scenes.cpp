@@ -6,6 +6,7 @@
 #include "reference/hyxOSG/application/removed_geometry.h"
 #include "reference/hyxOSG/application/scene_backup.h"
 #include "reference/hyxPython/script_file.h"
+#include "reference/machinery/files/missing_file.h"
 #include "reference/machinery/meshes/notices.h"
 
 #include <filesystem>
@@ -30,16 +31,10 @@ std::string functionOf(SceneDescription const& description) {
     return description.scriptFunction.empty() ? usualFunction : description.scriptFunction;
 }
 
-void requireFile(std::string const& path) {
-    if (!std::filesystem::is_regular_file(path))
-        throw std::filesystem::filesystem_error("there is no such file", path,
-                                                std::make_error_code(std::errc::no_such_file_or_directory));
-}
-
 // A scene may be added before its file is written, but is not likely to be.
 void expectFile(SceneDescription const& description) {
     if (!description.fileName.empty() && !std::filesystem::is_regular_file(description.fileName))
-        warn("there is no scene file \"" + description.fileName + "\" yet");
+        warn(missingFile("scene file", description.fileName) + (isFolder(description.fileName) ? "" : " yet"));
 }
 
 } // namespace
@@ -342,7 +337,7 @@ std::string ExampleApplication::getSaveSceneFilename() const {
 
 bool ExampleApplication::restoreFromFile(std::string const& fileName) {
     if (!std::filesystem::is_regular_file(fileName)) {
-        warn("there is no saved state \"" + fileName + "\"");
+        warn(missingFile("saved state", fileName));
         return false;
     }
     m_implementation->ensureSimulation().restore(fileName);

@@ -1,6 +1,7 @@
 // Reads pictures and textures from files, each once.
 #include "reference/hyxOSG/visuals/image_files.h"
 
+#include "reference/machinery/files/missing_file.h"
 #include "reference/machinery/meshes/notices.h"
 #include "reference/machinery/model_files/guarded_reading.h"
 
@@ -16,7 +17,7 @@ namespace hyxOSG {
 osg::ref_ptr<osg::Image> readImage(std::string const& file) {
     std::string const path = osgDB::findDataFile(file);
     if (osgDB::fileType(path) != osgDB::REGULAR_FILE) {
-        warn("there is no image file \"" + file + "\"");
+        warn(missingFile("image file", file));
         return nullptr;
     }
     Reading<osg::Image> const reading = readPicture(path);

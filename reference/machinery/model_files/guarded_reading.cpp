@@ -5,6 +5,7 @@
 #include "reference/machinery/model_files/file_look_up.h"
 #include "reference/machinery/model_files/hidden_faces.h"
 #include "reference/machinery/model_files/reader_process.h"
+#include "reference/machinery/model_files/stl_length.h"
 
 #include <osgDB/FileNameUtils>
 #include <osgDB/ReadFile>
@@ -58,6 +59,8 @@ Reading<Thing> readTried(TrialKind kind, std::string const& path, std::string co
 
 Reading<osg::Node> readModelHere(std::string const& path, osgDB::Options const* options) {
     return guarded<osg::Node>(path, [&]() -> Reading<osg::Node> {
+        if (std::string const fault = stlLengthFault(path); !fault.empty())
+            return {nullptr, "it is damaged: it " + fault};
         auto result = osgDB::Registry::instance()->readNode(path, options);
         osg::ref_ptr<osg::Node> const model = result.getNode();
         if (!model)

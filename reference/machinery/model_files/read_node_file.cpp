@@ -1,5 +1,6 @@
 // Reads model files, strange ones only after a child process has survived them.
 #include "platform/hyxOSG/visuals/read_file.h"
+#include "reference/machinery/files/missing_file.h"
 #include "reference/machinery/meshes/notices.h"
 #include "reference/machinery/model_files/guarded_reading.h"
 #include "reference/machinery/model_files/model_state.h"
@@ -18,7 +19,7 @@ osg::Node* readNodeFile(std::string const& file, bool useCache) {
 osg::Node* readNodeFile(std::string const& file, osgDB::Options const* options, bool useCache) {
     std::string const path = osgDB::findDataFile(file, options);
     if (osgDB::fileType(path) != osgDB::REGULAR_FILE) {
-        warn("there is no model file \"" + file + "\"");
+        warn(missingFile("model file", file));
         return nullptr;
     }
     osg::ref_ptr<osgDB::Options> const present = options ? options->cloneOptions() : new osgDB::Options;

@@ -4,6 +4,8 @@ import json
 import pathlib
 
 import hyx
+import hyxOSG
+import osgDB
 import pytest
 from application_stage import add_box
 from subprocesses import has_display, run_python
@@ -86,3 +88,23 @@ def test_files_are_dragged_onto_the_window(tmp_path):
     (tmp_path / "notes.txt").write_text("x")
     report = dropped(tmp_path / "notes.txt")
     assert report["bodies"] == [] and "of no kind that can be opened" in report["error"]
+
+
+@pytest.mark.parametrize("ending", ["py", "json", "urdf", "stl", "journal", "h5", "png"])
+def test_a_folder_is_said_to_be_one(shown, tmp_path, ending):
+    folder = tmp_path / f"folder.{ending}"
+    folder.mkdir()
+    with pytest.raises(IsADirectoryError):
+        shown.showFile(str(folder))
+    for read in (hyxOSG.readNodeFile, osgDB.readImageFile):
+        with pytest.warns(RuntimeWarning, match="is a folder"):
+            assert read(str(folder)) is None
+    assert names(shown) == ["box"]
+
+
+@pytest.mark.parametrize("text, line", [("\0" + SCRIPT, 1), (SCRIPT + "\0pass", 5)])
+def test_a_script_with_a_null_byte_is_a_syntax_error(shown, tmp_path, capfd, text, line):
+    (tmp_path / "null.py").write_text(text)
+    assert not shown.showFile(str(tmp_path / "null.py")) and names(shown) == ["box"]
+    said = capfd.readouterr().err
+    assert "SyntaxError" in said and f'null.py", line {line}' in said

@@ -3,6 +3,7 @@
 import os
 import resource
 import shutil
+import struct
 
 import hyxOSG
 import hyxSDK
@@ -83,3 +84,17 @@ def test_words_that_are_none_are_told_readably(tmp_path):
     (tmp_path / "bad.json").write_bytes(b'{"bodies": [{"\xe5')
     with pytest.warns(RuntimeWarning, match="it is no JSON"):
         assert not hyxOSG.readFile(str(tmp_path / "bad.json"), hyxSDK.Simulation(), osg.Group())
+
+
+@pytest.mark.parametrize("cut, triangles", [(0, 2), (-1, 2), (-50, 2), (1, None), (50, None), (100, None)])
+def test_a_binary_mesh_that_ends_early_is_refused(tmp_path, cut, triangles):
+    """What comes after the last triangle does no harm."""
+    facet = struct.pack("<12fH", 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 1, 0, 0)
+    whole = b"binary".ljust(80, b"\0") + struct.pack("<I", 2) + 2 * facet
+    path = tmp_path / "mesh.stl"
+    path.write_bytes(whole[: len(whole) - cut] if cut > 0 else whole + b"\0" * -cut)
+    if triangles:
+        assert hyxOSG.readNodeFile(str(path))
+    else:
+        with pytest.warns(RuntimeWarning, match="of its 2 triangles"):
+            assert hyxOSG.readNodeFile(str(path)) is None
