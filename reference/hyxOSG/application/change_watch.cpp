@@ -12,6 +12,7 @@
 #include <osg/Uniform>
 #include <osgText/Text>
 
+#include <algorithm>
 #include <string_view>
 #include <utility>
 
@@ -19,7 +20,8 @@ namespace hyxOSG {
 namespace {
 
 constexpr std::chrono::milliseconds settling{300}; ///< a picture is one frame late, and scripts answer later still
-constexpr std::chrono::milliseconds longestRest{500};
+constexpr std::chrono::milliseconds leastRest{500};
+constexpr int restShare = 150;          ///< rests are so many times as long as what is drawn between them takes
 constexpr unsigned int mostRead = 1024; ///< bytes
 
 /// Fowler-Noll-Vo over words: tells apart, hides nothing.
@@ -128,12 +130,16 @@ bool ChangeWatch::isDue(osg::Camera& camera, osg::Node& scene, hyxSDK::Simulatio
     scene.accept(visitor);
 
     auto const now = Clock::now();
+    if (std::exchange(m_justDrawn, false))
+        m_cost = now - m_drawn;
     if (sum.get() != m_seen)
         m_changed = now;
     m_seen = sum.get();
-    bool const due = now - m_changed < settling || now - m_drawn > longestRest;
+    bool const due =
+        now - m_changed < settling || now - m_drawn > std::max<Clock::duration>(leastRest, restShare * m_cost);
     if (due)
         m_drawn = now;
+    m_justDrawn = due;
     return due;
 }
 

@@ -30,6 +30,8 @@ private:
     std::uint64_t m_seen = 0;
     Clock::time_point m_changed{};
     Clock::time_point m_drawn{};
+    Clock::duration m_cost{}; ///< of drawing the last picture, with what the loop did besides
+    bool m_justDrawn = false;
 };
 
 } // namespace hyxOSG
