@@ -60,8 +60,7 @@ struct traits_asptr_stdseq {
                 return SWIG_OK;
             }
         }
-        ++runtime::user_code_runs;
-        auto const iterator = runtime::Reference::take(PyObject_GetIter(object));
+        auto const iterator = runtime::iterate(object);
         if (!iterator) {
             if (is_of_user())
                 return SWIG_UserError;
@@ -78,7 +77,7 @@ private:
     static int collect(PyObject* iterator, Sequence** seq) {
         try {
             auto filled = std::make_unique<Sequence>();
-            while (auto const item = runtime::Reference::take(PyIter_Next(iterator)))
+            while (auto const item = runtime::next_item(iterator))
                 filled->push_back(element(item.get()));
             if (PyErr_Occurred())
                 return is_of_user() ? SWIG_UserError : SWIG_ERROR;

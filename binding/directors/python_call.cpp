@@ -1,6 +1,7 @@
 // Calls a Python method for an override, and reports or raises what goes wrong.
 #include "binding/directors/python_call.h"
 
+#include "binding/runtime/user_code.h"
 #include "platform/hyx/objects/notify.h"
 #include "platform/hyxPython/script_manager.h"
 
@@ -74,7 +75,8 @@ runtime::Reference call_python(Callee const& callee, DirectorMethod& method, PyO
         method.text = PyUnicode_InternFromString(method.name);
     runtime::Reference result;
     if (method.text && all_converted(arguments, count))
-        result = runtime::Reference::take(PyObject_VectorcallMethod(method.text, arguments, count + 1, nullptr));
+        result = runtime::Reference::take(runtime::run_user_code(
+            [&] { return PyObject_VectorcallMethod(method.text, arguments, count + 1, nullptr); }));
     if (!result && PyErr_Occurred()) {
         if (!method.qualified)
             raise_method_error(method);

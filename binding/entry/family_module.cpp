@@ -9,6 +9,7 @@
 #include "binding/runtime/type_chain.h"
 #include "binding/vocabulary/call.h"
 #include "binding/vocabulary/describe.h"
+#include "binding/vocabulary/own_turns.h"
 #include "binding/vocabulary/refusal.h"
 #include "binding/vocabulary/results.h"
 
@@ -115,6 +116,8 @@ PyObject* initialise(Contents const& contents) noexcept {
     SWIG_InitializeModule(swig_type_initial, swig_cast_initial);
     SWIG_Python_InstallConstants(dict, swig_const_table);
     if (contents.install && !contents.install(dict))
+        return nullptr;
+    if (!vocabulary::watch_exit())
         return nullptr;
 #if PY_VERSION_HEX < 0x030C0000
     Py_AddPendingCall(forget_copy, nullptr);

@@ -5,6 +5,7 @@
 #include "binding/runtime/reference.h"
 #include "binding/runtime/state.h"
 #include "binding/runtime/type_chain.h"
+#include "binding/runtime/user_code.h"
 
 #include <structmember.h>
 
@@ -112,7 +113,9 @@ Reference call_destroy(SwigPyClientData const& data, PyObject* self) noexcept {
     }
     // self is already dying: the callable gets a stand-in.
     Reference stand_in = Reference::take(SwigPyObject_Create(object->ptr, object->ty, 0));
-    return stand_in ? Reference::take(PyObject_CallOneArg(data.destroy, stand_in.get())) : Reference();
+    return stand_in ? Reference::take(
+                          runtime::run_user_code([&] { return PyObject_CallOneArg(data.destroy, stand_in.get()); }))
+                    : Reference();
 }
 
 struct Destroyer {

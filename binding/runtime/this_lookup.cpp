@@ -66,13 +66,14 @@ std::size_t parking_place = 0;
 
 // Borrowed: the instance keeps its attribute alive.
 PyObject* ask(PyObject* object) noexcept {
-    ++user_code_runs;
     PyObject* value = nullptr;
+    int const found = run_user_code([&] {
 #if PY_VERSION_HEX >= 0x030D0000
-    int const found = PyObject_GetOptionalAttr(object, SWIG_This(), &value);
+        return PyObject_GetOptionalAttr(object, SWIG_This(), &value);
 #else
-    int const found = _PyObject_LookupAttr(object, SWIG_This(), &value);
+        return _PyObject_LookupAttr(object, SWIG_This(), &value);
 #endif
+    });
     if (found < 0)
         clear_error();
     if (value && Py_REFCNT(value) == 1)

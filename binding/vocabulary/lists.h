@@ -2,6 +2,7 @@
 #pragma once
 
 #include "binding/containers/list.h"
+#include "binding/runtime/user_code.h"
 #include "binding/vocabulary/number_arrays.h"
 
 #include <memory>
@@ -35,7 +36,7 @@ template <class Number>
     requires std::is_arithmetic_v<Number>
 struct ListReader<Number> {
     static Number read(PyObject* item) {
-        double const number = PyFloat_AsDouble(item);
+        double const number = runtime::read_float(item);
         if (number == -1 && PyErr_Occurred())
             throw PythonError();
         return static_cast<Number>(number);
@@ -92,10 +93,10 @@ List read_list(PyObject* iterable) {
             return list;
         }
     }
-    runtime::Reference const iterator = runtime::Reference::take(PyObject_GetIter(iterable));
+    runtime::Reference const iterator = runtime::iterate(iterable);
     if (!iterator)
         throw PythonError();
-    while (runtime::Reference const item = runtime::Reference::take(PyIter_Next(iterator.get())))
+    while (runtime::Reference const item = runtime::next_item(iterator.get()))
         list.push_back(ListReader<typename List::value_type>::read(item.get()));
     if (PyErr_Occurred())
         throw PythonError();

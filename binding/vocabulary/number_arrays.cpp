@@ -1,6 +1,8 @@
 // Reads numbers out of buffers of any type and layout.
 #include "binding/vocabulary/number_arrays.h"
 
+#include "binding/runtime/user_code.h"
+
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -178,7 +180,7 @@ void read_each_index(PyObject* iterable, std::vector<unsigned int>& indices, boo
             read_each_index(item, indices, false);
             continue;
         }
-        Py_ssize_t const index = PyNumber_AsSsize_t(item, PyExc_OverflowError);
+        Py_ssize_t const index = runtime::run_user_code([&] { return PyNumber_AsSsize_t(item, PyExc_OverflowError); });
         if (index == -1 && PyErr_Occurred())
             throw PythonError();
         if (index < 0 || index > UINT32_MAX)

@@ -1,6 +1,7 @@
 // Keeps who waits itself, and lets all others wait.
 #include "binding/vocabulary/own_turns.h"
 
+#include "binding/runtime/user_code.h"
 #include "platform/hyxPython/native_work.h"
 
 #include <algorithm>
@@ -27,6 +28,11 @@ void wait_before(Form const& form) {
     auto const& forms = waiting_themselves();
     if (std::find(forms.begin(), forms.end(), &form) == forms.end())
         hyxPython::waitForNativeWork();
+}
+
+bool watch_exit() {
+    runtime::rest_for_good = hyxPython::restForGood;
+    return hyxPython::watchExit();
 }
 
 } // namespace vocabulary

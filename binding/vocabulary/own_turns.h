@@ -15,4 +15,7 @@ struct WaitThemselves {
 // Waits for native work of other threads, unless the form does so itself.
 void wait_before(Form const& form);
 
+// Has threads that still run at the interpreter's exit rest in the library; false with a Python error set.
+bool watch_exit();
+
 } // namespace vocabulary

@@ -3,6 +3,7 @@
 
 #include "binding/runtime/pointers.h"
 #include "binding/runtime/reference.h"
+#include "binding/runtime/user_code.h"
 #include "binding/vocabulary/native_types.h"
 #include "binding/vocabulary/record.h"
 #include "binding/vocabulary/results.h"
@@ -20,7 +21,8 @@ struct PythonError : std::runtime_error {
 // The items of any iterable as a tuple of their own: reading an item runs Python code, which may change the iterable.
 // TypeError in the words of `refusal` for what is none.
 inline runtime::Reference read_items(PyObject* iterable, char const* refusal) {
-    runtime::Reference const fast = runtime::Reference::take(PySequence_Fast(iterable, refusal));
+    runtime::Reference const fast =
+        runtime::Reference::take(runtime::run_user_code([&] { return PySequence_Fast(iterable, refusal); }));
     runtime::Reference items = runtime::Reference::take(fast ? PySequence_Tuple(fast.get()) : nullptr);
     if (!items)
         throw PythonError();
@@ -31,7 +33,7 @@ inline runtime::Reference read_items(PyObject* iterable, char const* refusal) {
 inline runtime::Reference read_first_items(PyObject* iterable, Py_ssize_t most, char const* refusal) {
     if (PyList_Check(iterable) || PyTuple_Check(iterable))
         return read_items(iterable, refusal);
-    runtime::Reference const iterator = runtime::Reference::take(PyObject_GetIter(iterable));
+    runtime::Reference const iterator = runtime::iterate(iterable);
     if (!iterator) {
         if (PyErr_ExceptionMatches(PyExc_TypeError))
             PyErr_SetString(PyExc_TypeError, refusal);
@@ -39,7 +41,7 @@ inline runtime::Reference read_first_items(PyObject* iterable, Py_ssize_t most, 
     }
     runtime::Reference items = runtime::Reference::take(PyList_New(0));
     while (items && PyList_GET_SIZE(items.get()) < most) {
-        runtime::Reference const item = runtime::Reference::take(PyIter_Next(iterator.get()));
+        runtime::Reference const item = runtime::next_item(iterator.get());
         if (!item || PyList_Append(items.get(), item.get()) != 0)
             break;
     }
@@ -58,7 +60,7 @@ inline void read_numbers(PyObject* iterable, std::size_t count, double* numbers)
         throw PythonError();
     }
     for (std::size_t i = 0; i < count; ++i) {
-        numbers[i] = PyFloat_AsDouble(PyTuple_GET_ITEM(items.get(), static_cast<Py_ssize_t>(i)));
+        numbers[i] = runtime::read_float(PyTuple_GET_ITEM(items.get(), static_cast<Py_ssize_t>(i)));
         if (numbers[i] == -1 && PyErr_Occurred())
             throw PythonError();
     }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "binding/runtime/reference.h"
+#include "binding/runtime/user_code.h"
 #include "binding/vocabulary/python_values.h"
 #include "platform/hyxPython/script_manager.h"
 
@@ -20,8 +21,8 @@ inline runtime::KeptReference keep_function(PyObject* function, char const* refu
 // script manager under the name of the native caller, or stays set where there is no manager.
 inline void call_function(runtime::KeptReference const& function, PyObject* argument, char const* caller) {
     PyObject* const arguments[] = {argument};
-    auto const result = runtime::Reference::take(
-        PyObject_Vectorcall(function.get(), arguments, argument ? std::size_t(1) : std::size_t(0), nullptr));
+    auto const result = runtime::Reference::take(runtime::run_user_code(
+        [&] { return PyObject_Vectorcall(function.get(), arguments, argument ? 1u : 0u, nullptr); }));
     if (result)
         return;
     if (auto* manager = hyxPython::ScriptManager::instance("", "", "", false))

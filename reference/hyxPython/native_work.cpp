@@ -4,6 +4,8 @@
 #include "platform/hyxPython/native_work.h"
 #include "reference/hyxPython/interpreter.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <chrono>
 #include <condition_variable>
@@ -18,6 +20,7 @@ std::atomic<bool> nativeWorkRuns = false;
 namespace {
 
 constexpr std::chrono::milliseconds longestPass{20};
+constexpr std::chrono::milliseconds longestFarewell{100};
 
 /// What a thread does without the interpreter's lock.
 struct Work {
@@ -30,8 +33,14 @@ struct Turnstile {
     std::mutex mutex;
     std::condition_variable changed;
     std::vector<Work> works;
-    int waiting = 0;       ///< threads that want to call the library
-    int waitingForAll = 0; ///< those of them that may touch all
+    int waiting = 0;                   ///< threads that want to call the library
+    int waitingForAll = 0;             ///< those of them that may touch all
+    int resting = 0;                   ///< threads that do not come back
+    std::atomic<std::thread::id> last; ///< the only thread that may go on since the interpreter's exit has begun
+
+    bool exits() const { return last != std::thread::id(); }
+
+    bool letsThisThread() const { return !exits() || last == std::this_thread::get_id(); }
 
     /// Whether this thread's call, of one simulation or of all, meets no work of another thread.
     bool isFree(void const* own) const {
@@ -47,12 +56,28 @@ Turnstile& turnstile() {
     return *made;
 }
 
+void restore(PyThreadState* state) {
+    if (!turnstile().letsThisThread())
+        restForGood();
+    restWhereEnded([state] { PyEval_RestoreThread(state); });
+}
+
 /// The simulation of the thread's innermost `OwnTurn`.
 thread_local void const* ownTurn = nullptr;
+
+/// Threads of the library's own have nothing to tell a script any more once the interpreter's exit has begun: they go
+/// on without it, as others wait for their end.
+bool mayAsk() {
+    return turnstile().letsThisThread() || PyGILState_GetThisThreadState();
+}
 
 /// Returns when this thread's call of one simulation, or of all, meets no work.
 void waitFor(void const* own) {
     Turnstile& gate = turnstile();
+    if (!gate.letsThisThread()) {
+        PyEval_SaveThread();
+        restForGood();
+    }
     std::unique_lock lock(gate.mutex);
     // Steps that pass each other would never leave a gap for those who wait for all.
     bool const letPass = own && gate.waitingForAll > 0;
@@ -67,7 +92,7 @@ void waitFor(void const* own) {
             gate.changed.wait_for(lock, longestPass, [&] { return gate.waitingForAll == 0; });
         gate.changed.wait(lock, [&] { return gate.isFree(own); });
         lock.unlock();
-        PyEval_RestoreThread(state);
+        restore(state);
         lock.lock();
     } while (!gate.isFree(own));
     --gate.waiting;
@@ -76,6 +101,33 @@ void waitFor(void const* own) {
 }
 
 } // namespace
+
+void restForGood() noexcept {
+    Turnstile& gate = turnstile();
+    {
+        std::lock_guard const lock(gate.mutex);
+        std::erase_if(gate.works, [](Work const& work) { return work.worker == std::this_thread::get_id(); });
+        ++gate.resting;
+        gate.changed.notify_all();
+    }
+    for (;;)
+        ::pause();
+}
+
+void restOtherThreads() {
+    int others = 0;
+    for (auto* state = PyInterpreterState_ThreadHead(PyInterpreterState_Get()); state;
+         state = PyThreadState_Next(state))
+        others += state != PyThreadState_Get();
+    if (others == 0)
+        return;
+    Turnstile& gate = turnstile();
+    gate.last = std::this_thread::get_id();
+    nativeWorkRuns = true;
+    IdleWait const wait;
+    std::unique_lock lock(gate.mutex);
+    gate.changed.wait_for(lock, longestFarewell, [&] { return gate.resting >= others; });
+}
 
 NativeWork::NativeWork(void const* simulation) {
     if (!interpreterAnswers())
@@ -100,14 +152,14 @@ NativeWork::~NativeWork() {
         std::unique_lock lock(gate.mutex);
         auto const mine = [](Work const& work) { return work.worker == std::this_thread::get_id(); };
         gate.works.erase(std::find_if(gate.works.rbegin(), gate.works.rend(), mine).base() - 1);
-        nativeWorkRuns = !gate.works.empty();
+        nativeWorkRuns = !gate.works.empty() || gate.exits();
         if (gate.waiting > 0) { // they pass first: a loop that works all the time would never let them
             gate.changed.notify_all();
             gate.changed.wait(lock, [&] { return gate.waiting == 0 || gate.isFree(nullptr); });
             gate.changed.wait_for(lock, longestPass, [&] { return gate.waiting == 0; });
         }
     }
-    PyEval_RestoreThread(m_state);
+    restore(m_state);
 }
 
 void waitForNativeWork() {
@@ -125,8 +177,8 @@ OwnTurn::~OwnTurn() {
 }
 
 ScriptCall::ScriptCall() {
-    if (Py_IsInitialized() && !PyGILState_Check())
-        m_former = PyGILState_Ensure();
+    if (Py_IsInitialized() && !PyGILState_Check() && mayAsk())
+        m_former = restWhereEnded(PyGILState_Ensure);
 }
 
 ScriptCall::~ScriptCall() {
@@ -138,7 +190,7 @@ IdleWait::IdleWait() : m_state(interpreterAnswers() ? PyEval_SaveThread() : null
 
 IdleWait::~IdleWait() {
     if (m_state)
-        PyEval_RestoreThread(m_state);
+        restore(m_state);
 }
 
 bool InterruptWatch::interrupted() {

@@ -1,6 +1,10 @@
 // Lets other threads of the interpreter run while this one computes, waits or writes.
 #pragma once
 
+#include "platform/hyxPython/native_work.h"
+
+#include <cxxabi.h>
+
 #include <chrono>
 
 struct _ts; // the interpreter's state of a thread
@@ -51,6 +55,21 @@ public:
 private:
     _ts* m_state = nullptr;
 };
+
+/// Lets no thread but the calling one go on with the library, and waits a moment for the others to rest. Must hold the
+/// interpreter's lock.
+void restOtherThreads();
+
+/// Calls the interpreter. Where a thread still runs at the interpreter's exit, that ends it by unwinding its stack,
+/// past destructors that need the lock: such a thread rests instead.
+template <class Call>
+decltype(auto) restWhereEnded(Call call) {
+    try {
+        return call();
+    } catch (abi::__forced_unwind const&) {
+        restForGood();
+    }
+}
 
 /// Asks once in `longestSleep`, so that a loop may ask in each round, whether the interpreter wants the caller to
 /// return: Ctrl-C, an error that a script has left.

@@ -2,6 +2,7 @@
 #include "reference/hyxPython/script_file.h"
 
 #include "platform/hyxPython/script_conversions.h"
+#include "reference/hyxPython/native_work.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -141,7 +142,7 @@ ScriptObject ScriptFile::callWith(std::string const& name, PyObject* argumentTup
         PyErr_Format(PyExc_AttributeError, "the script '%s' has no function '%s'", m_path.c_str(), name.c_str());
         return {};
     }
-    return ScriptObject(PyObject_CallObject(function.get(), argumentTuple));
+    return ScriptObject(restWhereEnded([&] { return PyObject_CallObject(function.get(), argumentTuple); }));
 }
 
 } // namespace hyxPython

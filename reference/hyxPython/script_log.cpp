@@ -46,8 +46,8 @@ bool logForScripts(int level, std::string const& text) {
     ScriptObject const log = logger();
     ScriptObject const words = log ? readable(text) : ScriptObject();
     // Python counts in tens, from 10 for what helps to find faults.
-    ScriptObject const done(words ? PyObject_CallMethod(log.get(), "log", "isO", level * 10, "%s", words.get())
-                                  : nullptr);
+    auto const write = [&] { return PyObject_CallMethod(log.get(), "log", "isO", level * 10, "%s", words.get()); };
+    ScriptObject const done(words ? restWhereEnded(write) : nullptr);
     PyErr_Clear();
     return bool(done);
 }

@@ -1,6 +1,7 @@
 // The stream of notices.
 #include "platform/hyx/objects/notify.h"
 
+#include "binding/runtime/user_code.h"
 #include "binding/vocabulary/rows.h"
 #include "binding/vocabulary/script_function.h"
 
@@ -16,8 +17,9 @@ void set_sink(hyx::Notify& self, PyObject* function) {
             return;
         // A notice may be about an error that is pending, and a failing sink must not replace it.
         runtime::SavedError const pending;
-        auto const result = runtime::Reference::take(
-            PyObject_CallFunction(kept.get(), "is#", level, text.data(), static_cast<Py_ssize_t>(text.size())));
+        auto const result = runtime::Reference::take(runtime::run_user_code([&] {
+            return PyObject_CallFunction(kept.get(), "is#", level, text.data(), static_cast<Py_ssize_t>(text.size()));
+        }));
         if (!result)
             PyErr_WriteUnraisable(kept.get());
     });
