@@ -9,6 +9,7 @@ import time
 import urllib.request
 
 from web_client import WebSocket
+from subprocesses import plain_environment
 
 # As root the sandbox cannot be set up, and the shared memory of containers is small.
 COMMAND = [
@@ -31,6 +32,7 @@ class Browser:
             stdout=subprocess.DEVNULL,
             stderr=subprocess.DEVNULL,
             start_new_session=True,
+            env=plain_environment(),
         )
         try:
             self.page = self.connect(folder / "DevToolsActivePort")

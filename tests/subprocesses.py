@@ -6,8 +6,24 @@ import shutil
 import subprocess
 import sys
 
+import pytest
+
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 BUILD = pathlib.Path(os.environ.get("HYX_BUILD", ROOT / "build"))
+SANITIZED = "ASAN_OPTIONS" in os.environ
+weighs_memory = pytest.mark.skipif(SANITIZED, reason="the sanitizers keep freed memory")
+
+
+def plain_environment() -> dict[str, str]:
+    """For programs of others, which the sanitizers' libraries must not be loaded into."""
+    return {name: value for name, value in os.environ.items() if name != "LD_PRELOAD"}
+
+
+def encoders() -> list[int]:
+    """The encoders that this process runs."""
+    command = ["pgrep", "-P", str(os.getpid()), "ffmpeg"]
+    found = subprocess.run(command, capture_output=True, text=True, env=plain_environment())
+    return [int(line) for line in found.stdout.split()]
 
 
 def run_python(

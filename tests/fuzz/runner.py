@@ -24,6 +24,7 @@ from fuzz import hostile
 from fuzz.programs import HEAD, MODULES, Generator, Program
 from fuzz.worlds import world_program
 
+SANITIZED = "ASAN_OPTIONS" in os.environ  # needs terabytes of addresses, and much memory of its own
 MEMORY = 6 << 30  # bytes of addresses: more raises MemoryError
 MOST_RESIDENT = 2 << 30  # bytes that programs may fill, which have no use for so many
 
@@ -42,17 +43,12 @@ class Outcome:
 
     @property
     def kind(self) -> str:
-        if self.status == 0 and self.resident > MOST_RESIDENT and not is_sanitized():
+        if self.status == 0 and self.resident > MOST_RESIDENT and not SANITIZED:
             return "memory"
         if os.WIFSIGNALED(self.status):
             number = os.WTERMSIG(self.status)
             return "hang" if number in (signal.SIGALRM, signal.SIGPROF) else signal.Signals(number).name
         return f"exit {os.WEXITSTATUS(self.status)}"
-
-
-def is_sanitized() -> bool:
-    """The sanitizers need terabytes of addresses, and much memory of their own."""
-    return "ASAN_OPTIONS" in os.environ
 
 
 def load() -> None:
@@ -64,7 +60,7 @@ def load() -> None:
 def execute(program: Program) -> None:
     """The child's part: ends as the program does, the end of the interpreter included."""
     resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
-    if not is_sanitized():
+    if not SANITIZED:
         resource.setrlimit(resource.RLIMIT_AS, (MEMORY, MEMORY))
     faulthandler.enable()
     for number in (signal.SIGALRM, signal.SIGPROF):

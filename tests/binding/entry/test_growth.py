@@ -3,9 +3,10 @@
 import pathlib
 
 import pytest
-from subprocesses import ROOT, run_python
+from subprocesses import ROOT, run_python, weighs_memory
 
 
+@weighs_memory
 @pytest.mark.parametrize(("program", "seconds", "kinds"), [("growth.py", 0.1, 150), ("drawn_growth.py", 0.3, 14)])
 def test_nothing_grows(program, seconds, kinds):
     script = pathlib.Path(__file__).with_name(program)

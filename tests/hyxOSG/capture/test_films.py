@@ -13,7 +13,7 @@ import osg
 import pytest
 from mounts import mounted
 from PIL import Image, ImageSequence
-from subprocesses import run_python
+from subprocesses import encoders, run_python
 from video_file import frame_count, frames, probe
 
 Video = hyxOSG.VideoFFMPEGPipeCapture
@@ -179,11 +179,6 @@ def readable_frames(path):
         return 0
 
 
-def encoder_of_this_process():
-    found = subprocess.run(["pgrep", "-P", str(os.getpid()), "ffmpeg"], capture_output=True, text=True, check=True)
-    return int(found.stdout)
-
-
 KILLED = [(ending, "") for ending in (".mp4", ".mov", ".mkv", ".avi", ".webp")]
 
 
@@ -198,7 +193,8 @@ def test_a_killed_encoder_leaves_all_but_the_last_ten_images(tmp_path, postfix, 
         video.writeImage(flat((number * 2, 255 - number, 90), (320, 240)), number)
         time.sleep(0.005)
     time.sleep(1)  # what it has, it has
-    os.kill(encoder_of_this_process(), signal.SIGKILL)
+    (encoder,) = encoders()
+    os.kill(encoder, signal.SIGKILL)
     with pytest.raises(RuntimeError, match="signal 9"):
         video.stopProcess()
     assert readable_frames(tmp_path / f"killed{postfix}") >= 80
@@ -254,7 +250,7 @@ def test_an_interrupt_leaves_a_slow_encoder_to_end_by_itself(tmp_path, slow_enco
     while not (tmp_path / "left.mp4").exists() and time.monotonic() < deadline:
         time.sleep(0.1)
     assert (tmp_path / "left.mp4").read_text() == "written\n"
-    left = encoder_of_this_process()
+    (left,) = encoders()
     os.kill(left, signal.SIGKILL)
     os.waitpid(left, 0)
 

@@ -12,6 +12,7 @@ import pytest
 from capture_stage import BLUE, GREEN, RED
 from PIL import Image
 from video_file import frame_count, frames, probe
+from subprocesses import encoders
 
 Video = hyxOSG.VideoFFMPEGPipeCapture
 
@@ -31,12 +32,6 @@ def record(stage, video, steps=60):
     video.startCapture()
     stage.draw(steps)
     assert video.stopCapture()
-
-
-def children():
-    """The encoders that this process runs."""
-    found = subprocess.run(["pgrep", "-P", str(os.getpid()), "ffmpeg"], capture_output=True, text=True).stdout
-    return [int(line) for line in found.split()]
 
 
 @pytest.mark.parametrize(
@@ -203,7 +198,7 @@ def test_an_encoder_that_dies_is_reported_once_and_the_simulation_goes_on(stage,
     video.setVideoPostFix(".mkv")
     video.startCapture()
     stage.draw(240)
-    (encoder,) = children()
+    (encoder,) = encoders()
     os.kill(encoder, signal.SIGKILL)
     begin = time.monotonic()
     stage.draw(60)
@@ -214,7 +209,7 @@ def test_an_encoder_that_dies_is_reported_once_and_the_simulation_goes_on(stage,
     with pytest.raises(RuntimeError, match="ended by signal 9"):
         video.stopCapture()
     assert not video.stopCapture()
-    assert children() == []
+    assert encoders() == []
     assert frame_count(tmp_path / "video.mkv") > 30  # as far as it went
     record(stage, video)
     assert frame_count(tmp_path / "video.mkv") == 30
@@ -222,7 +217,7 @@ def test_an_encoder_that_dies_is_reported_once_and_the_simulation_goes_on(stage,
 
 def test_an_encoder_that_stops_reading_by_itself_is_seen_without_a_frame(video):
     video.init()
-    (encoder,) = children()
+    (encoder,) = encoders()
     os.kill(encoder, signal.SIGKILL)
     limit = time.monotonic() + 10
     while video.hasActiveVideo() and time.monotonic() < limit:
@@ -239,7 +234,7 @@ def test_a_full_disk_is_reported(stage, video, tmp_path):
     stage.draw(120)
     with pytest.raises(RuntimeError, match="No space left on device"):
         video.stopCapture()
-    assert children() == []
+    assert encoders() == []
 
 
 def test_a_folder_that_cannot_be_made_is_an_error_at_the_start(video, tmp_path):
@@ -260,7 +255,7 @@ def test_an_encoder_that_refuses_gives_its_own_words(stage, video):
 def test_an_interrupt_at_the_terminal_does_not_reach_the_encoder(stage, video, tmp_path):
     video.startCapture()
     stage.draw(30)
-    (encoder,) = children()
+    (encoder,) = encoders()
     assert os.getpgid(encoder) != os.getpgid(0)
     video.stopCapture()
     assert frame_count(tmp_path / "video.mp4") == 15

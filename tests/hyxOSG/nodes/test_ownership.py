@@ -21,6 +21,7 @@ import osg
 import osgViewer
 import picture_files
 import pytest
+from subprocesses import weighs_memory
 
 
 def node_count(node):
@@ -174,6 +175,7 @@ def resident_mebibytes():
         return int(memory.read().split()[1]) * os.sysconf("SC_PAGE_SIZE") / 2**20
 
 
+@weighs_memory
 @pytest.mark.parametrize("name", RECORDS)
 def test_records_are_deleted_with_their_proxies(name):
     count, make = RECORDS[name]

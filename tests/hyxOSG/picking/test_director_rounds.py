@@ -8,6 +8,7 @@ import hyxSDK
 import pytest
 from overrides import BOOL, RAISING, VIRTUAL, good_answer, native
 from test_listener_life import resident_pages
+from subprocesses import weighs_memory
 
 ROUNDS = 10_000
 
@@ -58,6 +59,7 @@ def call(alias, name, arguments, error):
         assert error is None and (type(result) is bool or name not in BOOL)
 
 
+@weighs_memory
 @pytest.mark.parametrize("base", VIRTUAL)
 @pytest.mark.parametrize("kind", DERIVED)
 def test_ten_thousand_rounds_leave_nothing_behind(base, kind, capfd):

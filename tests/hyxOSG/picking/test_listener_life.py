@@ -11,7 +11,7 @@ import hyxSDK
 import pytest
 from overrides import VIRTUAL, native
 from playground import playground
-from subprocesses import run_python
+from subprocesses import run_python, weighs_memory
 
 STEP_LISTENERS = [hyxSDK.EventListener, hyxOSG.GuiEventListener]
 
@@ -316,6 +316,7 @@ def call_and_drop(listener, simulation):
         getattr(alias, name)(*arguments)
 
 
+@weighs_memory
 @pytest.mark.parametrize(
     "cls, use",
     [

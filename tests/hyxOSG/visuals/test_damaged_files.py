@@ -12,6 +12,7 @@ import osgDB
 import pytest
 from good_files import good_files
 from mutations import Trial
+from subprocesses import weighs_memory
 
 TRIED = int(os.environ.get("HYX_MUTATIONS", 2))  # of each kind; `mutations.py` tries as many as one likes
 
@@ -59,6 +60,7 @@ def test_what_comes_back_is_whole(tmp_path, name, text):
     osgDB.readNodeFile(str(path))
 
 
+@weighs_memory
 def test_a_picture_of_a_few_bytes_does_not_take_the_memory(tmp_path):
     """A header that promises 30,000 pixels each way."""
     before = resource.getrusage(resource.RUSAGE_SELF).ru_maxrss

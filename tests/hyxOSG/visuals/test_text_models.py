@@ -8,7 +8,7 @@ import numpy
 import picture_files
 import pytest
 from off_screen import OffScreen
-from subprocesses import run_python
+from subprocesses import run_python, weighs_memory
 
 SQUARE = "v -1 0 -1\nv 1 0 -1\nv 1 0 1\nv -1 0 1\n"
 TEXCOORDS = "vt 0 0\nvt 1 0\nvt 1 1\nvt 0 1\n"
@@ -174,6 +174,7 @@ print(time.process_time() - start, mesh.getNumTriangles())
 """
 
 
+@weighs_memory
 def test_a_million_triangles_are_read_in_a_moment_and_little_memory(tmp_path):
     """In the time of the processor: machines are busy."""
     side = 708
