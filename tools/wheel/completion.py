@@ -5,8 +5,8 @@ import subprocess
 from pathlib import Path
 
 # Pictures, fonts and models; what else there is comes from the libraries themselves.
-PLUGINS = """png jpeg tiff bmp tga rgb pnm dds hdr freetype obj stl 3ds osg glsl serializers_osg
-    serializers_osgtext deprecated_osg""".split()
+PLUGINS = """png jpeg gif tiff bmp tga rgb pnm dds hdr freetype obj stl 3ds ac dxf lwo lws md2 x osg ive glsl
+    serializers_osg serializers_osgtext deprecated_osg""".split()
 FONT = Path("/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf")
 
 

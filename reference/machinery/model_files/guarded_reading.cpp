@@ -24,9 +24,19 @@ bool hasProvenItself(std::string const& path) {
     return proven.contains(osgDB::getLowerCaseFileExtension(path));
 }
 
-std::string faultOf(osgDB::ReaderWriter::ReadResult const& result) {
+/// Why no reader took the file.
+std::string refusal(std::string const& path) {
+    std::string const ending = osgDB::getLowerCaseFileExtension(path);
+    if (ending.empty())
+        return "no ending of its name says of what kind it is";
+    if (!osgDB::Registry::instance()->getReaderWriterForExtension(ending))
+        return "there is no reader for the ending \"." + ending + "\"";
+    return "it is damaged, or not of the kind that its name says";
+}
+
+std::string faultOf(std::string const& path, osgDB::ReaderWriter::ReadResult const& result) {
     if (result.notHandled())
-        return "it is damaged, or there is no reader for its kind";
+        return refusal(path);
     return result.message().empty() ? "it is damaged" : result.message();
 }
 
@@ -64,7 +74,7 @@ Reading<osg::Node> readModelHere(std::string const& path, osgDB::Options const* 
         auto result = osgDB::Registry::instance()->readNode(path, options);
         osg::ref_ptr<osg::Node> const model = result.getNode();
         if (!model)
-            return {nullptr, faultOf(result)};
+            return {nullptr, faultOf(path, result)};
         if (std::string const fault = sceneFault(*model); !fault.empty())
             return {nullptr, "it is damaged: it " + fault};
         leaveOutHiddenFaces(*model);
@@ -77,7 +87,7 @@ Reading<osg::Image> readPictureHere(std::string const& path) {
         auto result = osgDB::Registry::instance()->readImage(path, nullptr);
         osg::ref_ptr<osg::Image> const image = result.getImage();
         if (!image)
-            return {nullptr, faultOf(result)};
+            return {nullptr, faultOf(path, result)};
         return isWhole(*image) ? Reading<osg::Image>{image, ""} : Reading<osg::Image>{nullptr, "it is damaged"};
     });
 }

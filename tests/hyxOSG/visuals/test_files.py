@@ -112,6 +112,20 @@ def test_damaged_and_unknown_files_give_nothing(tmp_path, name, text):
     assert hyxOSG.readNodeFile(str(tmp_path)) is None and hyxOSG.readNodeFile(str(tmp_path / "missing.obj")) is None
 
 
+@pytest.mark.parametrize(
+    "name, reason",
+    [
+        ("m.unknown", r'there is no reader for the ending "\.unknown"'),
+        ("model", "no ending of its name says of what kind it is"),
+    ],
+)
+def test_a_kind_that_nothing_reads_is_told_from_damage(tmp_path, name, reason):
+    file = tmp_path / name
+    file.write_text("what")
+    with pytest.warns(RuntimeWarning, match=reason):
+        assert hyxOSG.readNodeFile(str(file)) is None
+
+
 SCENE = {
     "gravity": [0, 0, -1.5],
     "materials": [{"name": "ice", "friction": 0.05, "density": 500}],
