@@ -2,6 +2,7 @@
 
 #include "reference/hyxOSG/capture/encoder_process.h"
 
+#include "reference/hyxOSG/capture/film_container.h"
 #include "reference/hyxPython/native_work.h"
 
 #include <fcntl.h>
@@ -18,7 +19,9 @@
 #include <chrono>
 #include <csignal>
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
+#include <filesystem>
 #include <stdexcept>
 #include <utility>
 
@@ -43,6 +46,20 @@ void closeDescriptor(int& descriptor) {
         close(descriptor);
         descriptor = -1;
     }
+}
+
+/// A quiet AV1 encoder: what it tells of itself at each start would stand before the reason of a failure.
+char quietEncoders[] = "SVT_LOG=1";
+
+/// That of this process, and quiet encoders where it does not say otherwise. Null at its end.
+std::vector<char*> childEnvironment() {
+    std::vector<char*> settings;
+    for (char** setting = environ; setting && *setting; ++setting)
+        settings.push_back(*setting);
+    if (!std::getenv("SVT_LOG"))
+        settings.push_back(quietEncoders);
+    settings.push_back(nullptr);
+    return settings;
 }
 
 /// What the child gets: the three standard streams, no inherited signal settings, a process group of its own.
@@ -95,7 +112,8 @@ EncoderProcess::EncoderProcess(std::vector<std::string> const& command, std::str
     }
     arguments.push_back(nullptr);
     SpawnPlan plan(input[1], errors[1]);
-    int const reason = posix_spawnp(&m_child, arguments[0], &plan.actions, &plan.attributes, arguments.data(), environ);
+    int const reason = posix_spawnp(&m_child, arguments[0], &plan.actions, &plan.attributes, arguments.data(),
+                                    childEnvironment().data());
     close(input[1]);
     close(errors[1]);
     m_input = input[0];
@@ -182,6 +200,12 @@ void EncoderProcess::drainMessages() {
     }
 }
 
+/// The child's last act, which it may have been kept from: makes readable what it has written.
+void EncoderProcess::mendFilm() const {
+    if (auto const mend = filmContainer(std::filesystem::path(m_file).extension().string()).mend)
+        mend(m_file);
+}
+
 /// Whether the child has ended, or was left to do so. It has `seconds` from the last time that its file grew.
 bool EncoderProcess::waitForEnd(double seconds, bool mayLeave) {
     using Clock = std::chrono::steady_clock;
@@ -198,10 +222,12 @@ bool EncoderProcess::waitForEnd(double seconds, bool mayLeave) {
         pid_t const ended = waitpid(m_child, &m_status, WNOHANG);
         if (ended == m_child) {
             m_child = -1;
+            mendFilm();
         } else if (ended < 0 && errno == ECHILD) {
             // Somebody else has waited for all children of the process: only the words tell how it went.
             m_child = -1;
             m_status = m_messages.empty() ? 0 : SIGKILL;
+            mendFilm();
         } else if (mayLeave && watch.interrupted()) {
             m_child = -1;
             m_status = 0;

@@ -12,7 +12,8 @@
 namespace hyxOSG {
 
 /// Starts the program at construction; `finish` or the destructor ends it. No call waits for ever: a child that takes
-/// no data, or does not end while its file does not grow either, is killed. Not for use by several threads at once.
+/// no data, or does not end while its file does not grow either, is killed. When it has ended its film is mended, so
+/// that what it wrote can be read before anybody asks for more. Not for use by several threads at once.
 ///
 /// The child runs in its own process group with default signal handling, so that an interrupt typed at the terminal
 /// does not cut its file. It reads from a socket and not from a pipe, because a write to a socket can be told not to
@@ -41,6 +42,7 @@ public:
 
 private:
     void drainMessages();
+    void mendFilm() const;
     bool waitForEnd(double seconds, bool mayLeave);
     void endChild();
     void closeStreams();

@@ -6,7 +6,6 @@
 #include "reference/hyx/values/number_checks.h"
 #include "reference/hyxOSG/capture/encoder_command.h"
 #include "reference/hyxOSG/capture/encoder_feeder.h"
-#include "reference/hyxOSG/capture/film_container.h"
 #include "reference/hyxOSG/capture/image_pixels.h"
 #include "reference/hyxOSG/capture/output_folder.h"
 #include "reference/machinery/files/exit_work.h"
@@ -29,16 +28,6 @@ void requireRate(double fps) {
         throw std::invalid_argument("the frames a second of a video must be 0.001 to 10000");
     }
 }
-
-/// Mends the film when it goes.
-struct FilmMender {
-    std::string const& file;
-
-    ~FilmMender() {
-        if (auto const mend = filmContainer(std::filesystem::path(file).extension().string()).mend)
-            mend(file);
-    }
-};
 
 } // namespace
 
@@ -240,8 +229,7 @@ bool VideoFFMPEGPipeCapture::stopProcess() {
     if (!m_implementation->feeder) {
         return false;
     }
-    // Whether it ends well or not, this encoder is done with, and its film is mended after it.
-    FilmMender const mender{m_implementation->file};
+    // Whether it ends well or not, this encoder is done with.
     std::unique_ptr<EncoderFeeder> const feeder = std::move(m_implementation->feeder);
     hyx::setExitWork(this, {});
     if (auto const size = std::exchange(m_implementation->nextSize, std::nullopt)) {

@@ -214,9 +214,20 @@ def test_a_full_disk_ends_the_film_with_an_error_and_keeps_what_fits(tmp_path, p
                 image.setData(random.bytes(320 * 240 * 3))
                 video.writeImage(image, number)
             video.stopProcess()
-        del video  # an error while writing leaves the film open
-        path = tmp_path / f"film{postfix}"
+        path = tmp_path / f"film{postfix}"  # readable at once, while the video is not stopped yet
         assert path.stat().st_size > 500_000 and readable_frames(path) >= 10  # of 43 kB each
+
+
+def test_an_encoder_that_talks_says_only_what_went_wrong(tmp_path):
+    video = Video(48, 32, 30.0)
+    video.setFilename(str(tmp_path / "small"))
+    video.setEncoder("libsvtav1")
+    with pytest.raises(RuntimeError, match="Width must be at least 64") as refusal:
+        video.init()
+        for number in range(20):
+            video.writeImage(flat((9, 9, 9), (48, 32)), number)
+        video.stopProcess()
+    assert "version" not in str(refusal.value) and "[info]" not in str(refusal.value)
 
 
 SLOW = """#!/bin/sh
