@@ -33,6 +33,7 @@ _SHAPES = {
 _MOST_PIXELS = 8192  # to a side of what is drawn finer
 _FINER = 3  # times the pixels to each side that truth is drawn with for a lens, which takes the nearest of them
 _MOST_WIDENING = 4  # times as many pixels to each side as a distorted picture may need from the straight one
+_TRUE_TURN = 1e-5  # by which the rows of a rotation may miss unit length and right angles
 
 
 class SensorFrame(Fields):
@@ -211,7 +212,7 @@ class SensorCamera:
         return _matrix(place()) @ self._offset
 
     @pose.setter
-    def pose(self, pose: Rows) -> None:
+    def pose(self, pose: Rows | hyx.AffineMatrix4x4) -> None:
         self._followed, self._offset = None, _pose(pose)
 
     CHANNELS = CHANNELS
@@ -225,8 +226,11 @@ class SensorCamera:
         """Stands at `eye` and looks at `target`, in world coordinates."""
         self.pose = look_at(eye, target, up)
 
-    def follow(self, body: hyx.RigidBody | hyxCollide.Geometry | hyx.Frame, offset: Rows | None = None) -> None:
-        """Moves with a body (or geometry, or frame): `offset`, (4, 4), takes the camera's points to the body's."""
+    def follow(
+        self, body: hyx.RigidBody | hyxCollide.Geometry | hyx.Frame, offset: Rows | hyx.AffineMatrix4x4 | None = None
+    ) -> None:
+        """Moves with a body (or geometry, or frame): `offset`, (4, 4), takes the camera's points to the body's. An
+        `AffineMatrix4x4`, which multiplies rows, is taken for what it means."""
         import numpy
 
         self._offset = numpy.eye(4) if offset is None else _pose(offset)
@@ -342,11 +346,15 @@ def _finer(drawn: Intrinsics) -> int:
 
 
 def _pose(values: Any) -> Any:
+    import hyx
     import numpy
 
-    pose = numpy.array(values, float)
-    if pose.shape != (4, 4) or not numpy.isfinite(pose).all() or abs(numpy.linalg.det(pose[:3, :3]) - 1) > 1e-6:
-        raise ValueError("a pose is a matrix of 4 x 4 numbers: a rotation and a place")
+    pose = _matrix(values) if isinstance(values, hyx.AffineMatrix4x4) else numpy.array(values, float)
+    if pose.shape != (4, 4) or not numpy.isfinite(pose).all() or (pose[3] != (0, 0, 0, 1)).any():
+        raise ValueError("a pose is a matrix of 4 x 4 numbers: a rotation and a place, and (0, 0, 0, 1) below them")
+    turn = pose[:3, :3]
+    if abs(turn @ turn.T - numpy.eye(3)).max() > _TRUE_TURN or numpy.linalg.det(turn) < 0:
+        raise ValueError("a pose turns and moves: its first 3 x 3 numbers must be a rotation")
     return pose
 
 

@@ -87,11 +87,14 @@ class SpinningDepthLidar:
         return self._mount.pose
 
     @pose.setter
-    def pose(self, pose: Rows) -> None:
+    def pose(self, pose: Rows | hyx.AffineMatrix4x4) -> None:
         self._mount.pose = pose
 
-    def follow(self, body: hyx.RigidBody | hyxCollide.Geometry | hyx.Frame, offset: Rows | None = None) -> None:
-        """Moves with a body (or geometry, or frame): `offset`, (4, 4), takes the lidar's points to the body's."""
+    def follow(
+        self, body: hyx.RigidBody | hyxCollide.Geometry | hyx.Frame, offset: Rows | hyx.AffineMatrix4x4 | None = None
+    ) -> None:
+        """Moves with a body (or geometry, or frame): `offset`, (4, 4), takes the lidar's points to the body's. An
+        `AffineMatrix4x4`, which multiplies rows, is taken for what it means."""
         self._mount.follow(body, offset)
 
     def scan(self) -> Any:

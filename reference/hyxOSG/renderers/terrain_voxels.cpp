@@ -5,6 +5,8 @@
 #include "reference/machinery/meshes/conversions.h"
 #include "reference/machinery/shading/vertex_colors.h"
 
+#include <osg/PolygonOffset>
+
 #include <algorithm>
 
 namespace hyxOSG {
@@ -21,6 +23,8 @@ osg::Vec4 const edgeColor(0.1f, 0.1f, 0.1f, 1);
 
 TerrainVoxels::TerrainVoxels(hyxTerrain::Terrain const& terrain) : m_terrain(terrain) {
     useVertexColors(*m_boxes.node(), m_boxColors.get());
+    // Edges lie in the faces, which would hide parts of them.
+    m_boxes.node()->getOrCreateStateSet()->setAttributeAndModes(new osg::PolygonOffset(1, 1));
     m_lines->setName("terrain lines");
     m_lines->setUseDisplayList(false);
     m_lines->setUseVertexBufferObjects(true);

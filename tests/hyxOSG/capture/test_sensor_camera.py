@@ -263,3 +263,33 @@ def test_what_cannot_be_a_camera_is_refused(app, things, wrong):
         camera.read("heat")
     with pytest.raises(ValueError):
         camera.look_at((0, 0, 0), (0, 0, 1))
+
+
+WRONG_POSES = {
+    "a shift in the last row": [[1, 0, 0, 0], [0, 1, 0, 0], [0, 0, 1, 0], [1, 2, 3, 1]],
+    "mirrored": numpy.diag([1, 1, -1, 1]),
+    "sheared": [[1, 0.5, 0, 0], [0, 1, 0, 0], [0, 0, 1, 0], [0, 0, 0, 1]],
+    "scaled": numpy.diag([2, 1, 0.5, 1]),
+    "no number": numpy.full((4, 4), math.nan),
+    "too small": numpy.eye(3),
+}
+
+
+def test_a_pose_is_what_a_matrix_of_either_kind_means(app, things):
+    by_rows, by_columns = SensorCamera(app, 64, 48), SensorCamera(app, 64, 48)
+    turn = hyx.AffineMatrix4x4.rotate(hyx.Quat(0.3, hyx.Vec3(1, 2, 3)))
+    offset = turn * hyx.AffineMatrix4x4.translate(hyx.Vec3(0.1, 0.2, 0.9))
+    columns = numpy.array([[offset.get(row, column) for row in range(4)] for column in range(4)])
+    by_rows.follow(things["box"], offset)
+    by_columns.follow(things["box"], columns)
+    assert (by_rows.pose == by_columns.pose).all()
+    assert numpy.allclose(by_rows.pose[:3, 3], (-1.1, 0.7, 1.4))
+    for camera in (by_rows, hyxOSG.SpinningDepthLidar(app, 2, 8)):
+        camera.pose = offset
+        assert (camera.pose == columns).all()
+        for wrong in WRONG_POSES.values():
+            with pytest.raises(ValueError, match="pose"):
+                camera.pose = wrong
+            with pytest.raises(ValueError, match="pose"):
+                camera.follow(things["box"], wrong)
+        assert (camera.pose == columns).all()

@@ -242,3 +242,17 @@ def test_colors_are_those_of_the_first_picture_with_a_program(stage):
     renderer.setRenderVoxelSolidMass(True)
     renderer.setMaxVoxelValueColor(hyx.Vec4f(1, 0, 0, 1))
     assert stage.shoot().reddish() > 500
+
+
+def test_the_edges_of_boxes_are_seen_along_both_axes(tmp_path):
+    stage = Stage(tmp_path, eye=(1.5, 1.3, 3), center=(1.5, 1.5, 0))
+    renderer = stage.renderer = TerrainVoxelRenderer(hyxTerrain.Terrain(8, 8, 0.4, 0.8), stage.root)
+    renderer.setRenderHeightField(False)
+    renderer.setRenderVoxelSolidMass(True)
+    bare = stage.shoot()
+    renderer.setRenderVoxelBoundingBox(True)
+    drawn, width = stage.shoot(), bare.size[0]
+    dark = [a != b and max(b) < 60 for a, b in zip(bare.pixels, drawn.pixels, strict=True)]
+    rows = [sum(dark[y * width + 60 : y * width + 140]) for y in range(40, 110)]
+    columns = [sum(dark[y * width + x] for y in range(40, 110)) for x in range(60, 140)]
+    assert max(rows) > 70 and max(columns) > 35  # whole lines from side to side
