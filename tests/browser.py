@@ -8,8 +8,8 @@ import subprocess
 import time
 import urllib.request
 
-from web_client import WebSocket
 from subprocesses import plain_environment
+from web_client import WebSocket
 
 # As root the sandbox cannot be set up, and the shared memory of containers is small.
 COMMAND = [

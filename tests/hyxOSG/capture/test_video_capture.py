@@ -11,8 +11,8 @@ import numpy
 import pytest
 from capture_stage import BLUE, GREEN, RED
 from PIL import Image
-from video_file import frame_count, frames, probe
 from subprocesses import encoders
+from video_file import frame_count, frames, probe
 
 Video = hyxOSG.VideoFFMPEGPipeCapture
 

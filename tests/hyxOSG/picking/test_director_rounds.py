@@ -7,8 +7,8 @@ import hyxOSG
 import hyxSDK
 import pytest
 from overrides import BOOL, RAISING, VIRTUAL, good_answer, native
-from test_listener_life import resident_pages
 from subprocesses import weighs_memory
+from test_listener_life import resident_pages
 
 ROUNDS = 10_000
 
