@@ -52,6 +52,7 @@ PyObject* attach_native(Constructor* self, PyObject* object, PyObject* native) {
         hold_constructed(handle, self->constructed);
         Py_RETURN_NONE;
     }
+    keep_constructed(native);
     PyObject* const attached[] = {object, native};
     PyObject* result = self->attach.call(self->operation.spoken, attached, 2);
     Py_DECREF(native);

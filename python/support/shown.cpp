@@ -20,6 +20,12 @@ std::unordered_map<swig_type_info*, SharedClass> classes;
 // The most derived class by what the compiler calls the complete object; null for none.
 std::unordered_map<std::type_index, SharedClass const*> exact_classes;
 
+// Null for anything else.
+SwigPyObject const* as_pointer_object(PyObject* object) {
+    bool const is_one = std::strcmp(Py_TYPE(object)->tp_name, pointer_object_type_name) == 0;
+    return is_one ? reinterpret_cast<SwigPyObject const*>(object) : nullptr;
+}
+
 SharedClass const* find_class(swig_type_info* type) {
     static swig_type_info* last_type = nullptr;
     static SharedClass const* last_class = nullptr;
@@ -232,6 +238,14 @@ void hold_constructed(Handle* handle, ConstructedClass& known) {
     hold(handle, family, root, family.whole(root));
 }
 
+void keep_constructed(PyObject* pointer) {
+    auto const* object = as_pointer_object(pointer);
+    SharedClass const* shared = object ? find_class(object->ty) : nullptr;
+    void* const root = shared ? shared->operations->to_root(object->ptr) : nullptr;
+    if (root && shared->operations->family->count(root) == 0)
+        shared->operations->family->take(root); // for good: nothing tells when the last of several ends
+}
+
 void empty(Handle* handle) {
     PyObject* const pointer = std::exchange(handle->pointer, nullptr);
     PyObject* const container = std::exchange(handle->container, nullptr);
@@ -250,10 +264,8 @@ void empty(Handle* handle) {
 }
 
 void release(PyObject* pointer) {
-    if (std::strcmp(Py_TYPE(pointer)->tp_name, pointer_object_type_name) != 0)
-        return;
-    auto const* object = reinterpret_cast<SwigPyObject const*>(pointer);
-    if (SharedClass const* shared = find_class(object->ty))
+    auto const* object = as_pointer_object(pointer);
+    if (SharedClass const* shared = object ? find_class(object->ty) : nullptr)
         shared->operations->release(object->ptr);
 }
 

@@ -33,6 +33,9 @@ struct ConstructedClass {
 // For a proxy that its constructor has just given its native object. `known` is of the calls before, at first empty.
 void hold_constructed(Handle* handle, ConstructedClass& known);
 
+// For a further native object that a constructor gives to an object that has one already: the first is what that holds.
+void keep_constructed(PyObject* pointer);
+
 // Drops what a proxy holds, and "this" with it.
 void empty(Handle* handle);
 

@@ -141,6 +141,15 @@ OUTLIVE = {
         app.step()
         camera.setName("left")
     """,
+    "a second native object of one Python object": """
+        node = hyxOSG.RigidBodyRenderCache()
+        node.__class__ = hyxOSG.SplineShader
+        node.__init__()
+        for _ in range(3):
+            assert node.asGeode() is not None
+            churn()
+        node.className()
+    """,
     "members of an object that has gone": """
         data = hyxOSG.LidarOutputRendererLegendPoint(1, osg.Vec4f(1, 2, 3, 4)).color
         churn()

@@ -23,7 +23,8 @@ void ExampleApplication::initViewer(int width, int height, bool offscreen) {
 void ExampleApplication::Implementation::openWindow(WindowRequest const& request) {
     // The new window is made first: when that fails the old one stays.
     auto next = std::make_shared<ViewerWindow>(request, graph.root());
-    graph.root()->releaseGLObjects();
+    if (window) // only what lies in its context: other applications draw with the same programs
+        graph.root()->releaseGLObjects(window->window()->getState());
     window = std::move(next);
     drops = window->offscreen() ? nullptr : std::make_unique<FileDrops>(nativeWindow(window->window()));
     windowRequest = request;

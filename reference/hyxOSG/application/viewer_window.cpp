@@ -2,6 +2,7 @@
 #include "reference/hyxOSG/application/viewer_window.h"
 
 #include "reference/hyxPython/native_work.h"
+#include "reference/machinery/context/driver_memory.h"
 #include "reference/machinery/context/resolved_frame.h"
 #include "reference/machinery/viewing/drawing_failure.h"
 #include "reference/machinery/viewing/processors.h"
@@ -104,6 +105,8 @@ ViewerWindow::~ViewerWindow() {
     m_viewer->getEventHandlers().clear();
     m_viewer->setDone(true);
     m_window->close();
+    // A camera without a context releases what it draws in all contexts: those of other applications too.
+    camera()->removeChildren(0, camera()->getNumChildren());
     // Whatever is not in the scene now, shared shaders and nodes that a script holds, remembers what it had in this
     // context by its number. That is free now; taking it for good keeps it from later windows.
     osg::GraphicsContext::createNewContextID();
@@ -147,6 +150,7 @@ void ViewerWindow::draw(Pass pass) {
 }
 
 void ViewerWindow::drawScene(Pass pass) {
+    requireMemory(frameMemory);
     m_window->makeCurrent(); // the viewer only remembers that it did; another window may have taken its place
     {
         hyxPython::NativeWork const work;

@@ -1,6 +1,7 @@
 // Chooses between a window on the display and an off-screen one.
 #include "reference/machinery/context/graphics_window.h"
 
+#include "reference/machinery/context/driver_memory.h"
 #include "reference/machinery/context/egl_window.h"
 #include "reference/machinery/context/owner_process.h"
 #include "reference/machinery/context/picture_size.h"
@@ -41,6 +42,7 @@ void coverScreen(osg::GraphicsContext::Traits& traits) {
 }
 
 osg::ref_ptr<osg::GraphicsContext::Traits> makeTraits(WindowRequest const& request, bool onDisplay) {
+    requireMemory(contextMemory);
     osg::ref_ptr<osg::GraphicsContext::Traits> traits = new osg::GraphicsContext::Traits;
     if (onDisplay)
         traits->readDISPLAY();
