@@ -83,7 +83,7 @@ hyx::RigidBody* identified_body(unsigned int identity) {
 namespace {
 
 constexpr Declared truth_target_rows[] = {
-    FUNCTION(newTruthTarget, FREE(osgViewer::make_truth_target, (unsigned int, unsigned int))),
+    FUNCTION(newTruthTarget, SHARED(FREE(osgViewer::make_truth_target, (unsigned int, unsigned int)))),
     FUNCTION(prepareTruth, FREE(osgViewer::prepare_truth, (hyxOSG::RenderTarget&))),
     FUNCTION(readTruth,
              FREE(osgViewer::read_truth, (hyxOSG::RenderTarget&, PyObject*, PyObject*, PyObject*, PyObject*))),

@@ -13,6 +13,11 @@ if TYPE_CHECKING:
     from .hints import Doubles
 
 
+MOST_PIXELS = 16384  # to a side of a picture
+_LARGEST = 1e9  # pixels, of what stands in a camera matrix
+_LEAST_FOCAL = 1e-6  # pixels
+
+
 class Intrinsics(namedtuple("Intrinsics", "width height fx fy cx cy")):
     """A pin-hole camera: focal lengths and principal point in pixels, the centre of the upper left pixel is (0, 0)."""
 
@@ -22,17 +27,20 @@ class Intrinsics(namedtuple("Intrinsics", "width height fx fy cx cy")):
     def of(width: int, height: int, K: Any, field_of_view: float) -> Intrinsics:
         import numpy
 
-        if not (1 <= width <= 16384 and 1 <= height <= 16384):
-            raise ValueError("a camera has 1 to 16384 pixels each way")
+        if not all(1 <= size <= MOST_PIXELS and size == int(size) for size in (width, height)):
+            raise ValueError(f"a camera has 1 to {MOST_PIXELS} whole pixels each way, not {width} x {height}")
+        width, height = int(width), int(height)
         if K is None:
             if not 0 < field_of_view < 180:
                 raise ValueError("the field of view is an angle between 0 and 180 degrees")
             focal = height / 2 / math.tan(math.radians(field_of_view) / 2)
-            return Intrinsics(width, height, focal, focal, (width - 1) / 2, (height - 1) / 2)
+            K = [[focal, 0, (width - 1) / 2], [0, focal, (height - 1) / 2], [0, 0, 1]]
         K = numpy.array(K, float)
         bare = K.shape == (3, 3) and K[0, 1] == K[1, 0] == K[2, 0] == K[2, 1] == 0 and K[2, 2] == 1
         if not bare or not numpy.isfinite(K).all() or K[0, 0] <= 0 or K[1, 1] <= 0:
             raise ValueError("K must be [[fx, 0, cx], [0, fy, cy], [0, 0, 1]] with focal lengths above 0")
+        if numpy.abs(K).max() > _LARGEST or min(K[0, 0], K[1, 1]) < _LEAST_FOCAL:
+            raise ValueError(f"focal lengths are {_LEAST_FOCAL} to {_LARGEST} pixels, and the centre no farther away")
         return Intrinsics(width, height, K[0, 0], K[1, 1], K[0, 2], K[1, 2])
 
     def finer(self, times: int) -> Intrinsics:
@@ -68,12 +76,21 @@ class Intrinsics(namedtuple("Intrinsics", "width height fx fy cx cy")):
 class Lens:
     """Radial and tangential distortion after Brown and Conrady: k1, k2, p1, p2, k3."""
 
+    @staticmethod
+    def of(intrinsics: Intrinsics, coefficients: Any) -> Lens | None:
+        """The lens with up to five coefficients, in any shape, as calibrations give them. None for one that bends
+        nothing. ValueError for what is no lens."""
+        import numpy
+
+        numbers = numpy.ravel(numpy.array(() if coefficients is None else coefficients, float))
+        if len(numbers) > 5 or not numpy.isfinite(numbers).all():
+            raise ValueError("a distortion has up to five coefficients: k1, k2, p1, p2, k3")
+        return Lens(intrinsics, numbers.tolist()) if numbers.any() else None
+
     def __init__(self, intrinsics: Intrinsics, coefficients: Sequence[float]) -> None:
         import numpy
 
-        if len(coefficients) > 5 or not all(map(math.isfinite, coefficients)):
-            raise ValueError("a distortion has up to five coefficients: k1, k2, p1, p2, k3")
-        self._coefficients = (*map(float, coefficients), *[0.0] * (5 - len(coefficients)))
+        self._coefficients = (*coefficients, *[0.0] * (5 - len(coefficients)))
         self._intrinsics = intrinsics
         rows, columns = numpy.mgrid[0 : intrinsics.height, 0 : intrinsics.width].astype(float)
         x, y = (columns - intrinsics.cx) / intrinsics.fx, (rows - intrinsics.cy) / intrinsics.fy
@@ -99,6 +116,8 @@ class Lens:
         width, height = int(right - left) + 1, int(bottom - top) + 1
         if width > most * own.width or height > most * own.height:
             raise ValueError(f"the distortion shows more than {most} times the width or height of a straight picture")
+        if max(width, height) > MOST_PIXELS:
+            raise ValueError(f"the distortion shows more than {MOST_PIXELS} pixels of a straight picture each way")
         return Intrinsics(width, height, own.fx, own.fy, -left, -top)
 
     def bend(self, drawn: Intrinsics, arrays: dict[str, Any]) -> dict[str, Any]:
@@ -159,9 +178,11 @@ def look_at(eye: Sequence[float], target: Sequence[float], up: Sequence[float] =
     """The pose (4, 4) of a camera at `eye` that looks at `target`. ValueError when `up` points along the view."""
     import numpy
 
-    place = numpy.array(list(eye), float)
-    forward = numpy.array(list(target), float) - place
-    right = numpy.cross(forward, numpy.array(list(up), float))
+    place, seen, above = (numpy.array(list(point), float) for point in (eye, target, up))
+    if any(point.shape != (3,) or not numpy.isfinite(point).all() for point in (place, seen, above)):
+        raise ValueError("eye, target and up are three finite numbers each")
+    forward = seen - place
+    right = numpy.cross(forward, above)
     if not numpy.linalg.norm(right) > 1e-9 * numpy.linalg.norm(forward):
         raise ValueError("eye and target must differ, and up must not point along the view")
     forward, right = forward / numpy.linalg.norm(forward), right / numpy.linalg.norm(right)

@@ -25,6 +25,8 @@ def write_exr(path: str | os.PathLike[str], layers: dict[str, Any], header: dict
         raise ValueError("the frame has no channels to write")
     layers = {name: numpy.ascontiguousarray(values) for name, values in layers.items()}
     if "RGB" in layers:
+        if layers["RGB"].dtype != numpy.uint8:
+            raise ValueError("the colours of a frame are uint8")
         layers["RGB"] = _linear(layers["RGB"]).astype(numpy.float16)
     kind = {"compression": OpenEXR.ZIP_COMPRESSION, "type": OpenEXR.scanlineimage}
     with whole_file(path) as place:

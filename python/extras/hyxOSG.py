@@ -11,7 +11,9 @@ from .live_view import live_view
 from .png import png_bytes
 from .records import Record
 from .scalar_colors import ColorBar, ColorScale, colorBy
-from .sensor_camera import SensorCamera, SensorFrame, SensorNoise, read_cameras
+from .sensor_camera import SensorCamera, read_cameras
+from .sensor_frames import SensorFrame
+from .sensor_noise import SensorNoise
 from .spinning_lidar import SpinningDepthLidar
 
 __all__ = [

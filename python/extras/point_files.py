@@ -34,6 +34,7 @@ _LAS_POINT = [  # point record format 6 of LAS 1.4
 ]
 _LAS_HEADER, _LAS_RECORD, _LAS_EXTRA = 375, 54, 192  # bytes
 _FINEST = 1e-6  # metres, in LAS files
+_LONGEST_NAME = 31  # letters
 
 
 def save_points(path: str | os.PathLike[str], points: Any, single: bool = False) -> None:
@@ -54,9 +55,18 @@ def save_points(path: str | os.PathLike[str], points: Any, single: bool = False)
     write = {".ply": _write_ply, ".pcd": _write_pcd, ".las": _write_las, ".npz": _write_npz}.get(path.suffix.lower())
     if write is None:
         raise ValueError(f"points are written as .ply, .pcd, .las or .npz, not as {path.suffix!r}")
+    if write is not _write_npz:
+        _require_words(points.dtype.names)
     points = _packed(points.ravel(), single)
     with whole_file(path) as place, open(place, "wb") as file:
         write(file, points)
+
+
+def _require_words(names: tuple[str, ...]) -> None:
+    """Files of points keep names as words between spaces."""
+    for name in names:
+        if not (name.isascii() and name.isprintable() and " " not in name and 0 < len(name) <= _LONGEST_NAME):
+            raise ValueError(f"{name!r} is no name of a field: use up to {_LONGEST_NAME} ASCII letters without spaces")
 
 
 def _packed(points: Any, single: bool) -> Any:
@@ -132,9 +142,8 @@ def _write_las(file: BinaryIO, points: Any) -> None:
         scale.append(max(_FINEST, 10.0 ** math.ceil(math.log10(max(high[-1] - low[-1], 1e-9) / 2**31))))
         records[axis.upper()] = numpy.rint((values - offset[-1]) / scale[-1])
     if "intensity" in names:
-        records["intensity"] = numpy.rint(65535 * numpy.clip(points["intensity"], 0, 1))
-    first = points["return"] if "return" in names else numpy.ones(len(points), "u1")
-    number = points["returns"] if "returns" in names else numpy.ones(len(points), "u1")
+        records["intensity"] = numpy.rint(65535 * numpy.clip(numpy.nan_to_num(points["intensity"]), 0, 1))
+    first, number = (_return_numbers(points, name) for name in ("return", "returns"))
     records["returns"] = first | number << 4
     if "time" in names:
         records["time"] = points["time"]
@@ -144,6 +153,17 @@ def _write_las(file: BinaryIO, points: Any) -> None:
     file.write(_las_header(records, len(extra), scale, offset, low, high, by_return))
     file.write(_las_extra_bytes(extra))
     file.write(records.tobytes())
+
+
+def _return_numbers(points: Any, name: str) -> Any:
+    """Of a pulse, from 1, which LAS keeps in four bits. ValueError for more."""
+    import numpy
+
+    if name not in points.dtype.names:
+        return numpy.ones(len(points), "u1")
+    if not ((points[name] >= 0) & (points[name] <= 15)).all():
+        raise ValueError(f"the field {name!r} has numbers that LAS cannot hold: it has 15 returns")
+    return points[name].astype("u1")
 
 
 def _las_header(

@@ -9,11 +9,10 @@ from __future__ import annotations
 import _osg  # type: ignore[import-not-found]
 
 from .camera_models import Intrinsics, Lens, look_at
-from .fields import Fields
+from .sensor_frames import CHANNELS, SensorFrame
 
 TYPE_CHECKING = False
 if TYPE_CHECKING:
-    import os
     from collections.abc import Callable, Iterable, Sequence
     from typing import Any
 
@@ -21,136 +20,21 @@ if TYPE_CHECKING:
     import hyxCollide
     import hyxOSG
 
-    from .hints import Bytes, Doubles, Floats, Indices, Rows
+    from .hints import Doubles, Rows
 
-CHANNELS = ("rgb", "depth", "identity", "normals", "flow")
 _SHAPES = {
     "depth": ((), "float32"),
     "normals": ((3,), "float32"),
     "flow": ((2,), "float32"),
     "identity": ((), "uint32"),
 }
+_MOST_SAMPLES = 16
+_FARTHEST = 1e12  # metres
+_MOST_PLANES = 1e9  # by which far may exceed near: the buffer of depths has no more
 _MOST_PIXELS = 8192  # to a side of what is drawn finer
 _FINER = 3  # times the pixels to each side that truth is drawn with for a lens, which takes the nearest of them
 _MOST_WIDENING = 4  # times as many pixels to each side as a distorted picture may need from the straight one
 _TRUE_TURN = 1e-5  # by which the rows of a rotation may miss unit length and right angles
-
-
-class SensorFrame(Fields):
-    """One reading. Channels that were not asked for are None."""
-
-    time: float
-    """Simulated time in seconds."""
-    K: Doubles
-    """Camera matrix (3, 3), in pixels."""
-    pose: Doubles
-    """Camera to world (4, 4), in metres."""
-    rgb: Bytes
-    """uint8, (height, width, 3)."""
-    depth: Floats
-    """float32, (height, width): metres along the view; infinite where nothing is."""
-    identity: Indices
-    """uint32, (height, width): see `bodies`; 0 for what is no body."""
-    normals: Floats
-    """float32, (height, width, 3): unit vectors in the camera's axes, on the side that is seen; 0 where nothing is."""
-    flow: Floats
-    """float32, (height, width, 2): pixels by which each surface moved in the picture since the last reading."""
-    extra: dict[str, Any]
-
-    def __init__(
-        self,
-        time: float,
-        K: Doubles,
-        pose: Doubles,
-        rgb: Bytes | None = None,
-        depth: Floats | None = None,
-        identity: Indices | None = None,
-        normals: Floats | None = None,
-        flow: Floats | None = None,
-        extra: dict[str, Any] | None = None,
-    ) -> None:
-        self.time, self.K, self.pose = time, K, pose
-        self.rgb, self.depth, self.identity = rgb, depth, identity  # type: ignore[assignment]
-        self.normals, self.flow = normals, flow  # type: ignore[assignment]
-        self.extra = {} if extra is None else extra
-
-    @property
-    def bodies(self) -> dict[int, hyx.RigidBody]:
-        """The bodies in the picture by their identities."""
-        import numpy
-        import osgViewer
-
-        if self.identity is None:
-            raise ValueError("the frame has no identities: read the channel 'identity'")
-        numbers = (int(number) for number in numpy.unique(self.identity) if number)
-        bodies = {number: osgViewer.identifiedBody(number) for number in numbers}
-        return {number: body for number, body in bodies.items() if body}
-
-    def channels(self) -> dict[str, Any]:
-        """The arrays that were read, by channel."""
-        return {name: getattr(self, name) for name in CHANNELS if getattr(self, name) is not None}
-
-    def save_npz(self, path: str | os.PathLike[str]) -> None:
-        """Writes all channels, K, pose and time; read it with `numpy.load`."""
-        import numpy
-
-        from .whole_files import whole_file
-
-        with whole_file(path) as place, open(place, "wb") as file:  # numpy would put an ending to a name
-            numpy.savez_compressed(file, time=self.time, K=self.K, pose=self.pose, **self.channels())
-
-    def save_exr(self, path: str | os.PathLike[str]) -> None:
-        """Writes all channels as OpenEXR: R, G, B (linear light, 16 bits), Z (metres, infinite where nothing is), N.X,
-        N.Y, N.Z, flow.X, flow.Y (all float32) and id (uint32), with `time`, `pose` and `K` in the header. Needs the
-        package OpenEXR."""
-        from .exr import write_exr
-
-        layers: dict[str, Any] = {}
-        if self.rgb is not None:
-            layers["RGB"] = self.rgb
-        for name, own in (("Z", self.depth), ("id", self.identity)):
-            if own is not None:
-                layers[name] = own
-        for name, own in (("N", self.normals), ("flow", self.flow)):
-            if own is not None:
-                layers |= {f"{name}.{axis}": own[..., i] for i, axis in zip(range(own.shape[-1]), "XYZ")}
-        write_exr(path, layers, {"time": float(self.time), "K": self.K, "pose": self.pose})
-
-    def save_depth_png(self, path: str | os.PathLike[str], unit: float = 0.001) -> None:
-        """Writes the distances as a PNG of 16 bits in steps of `unit` metres; 0 where nothing is or it is too far."""
-        import numpy
-        from PIL import Image
-
-        from .whole_files import whole_file
-
-        if self.depth is None:
-            raise ValueError("the frame has no distances: read the channel 'depth'")
-        steps = numpy.where(numpy.isfinite(self.depth), numpy.rint(self.depth / unit), 0)
-        picture = Image.fromarray(numpy.where(steps > 65535, 0, steps).astype(numpy.uint16))
-        with whole_file(path) as place:
-            picture.save(place, "PNG")
-
-
-class SensorNoise(Fields):
-    """Normal noise with a seed of its own: standard deviations for `rgb` (of 0 to 255) and `depth` (metres, growing by
-    `depth_per_square` with the square of the distance, as of stereo cameras)."""
-
-    def __init__(self, rgb: float = 0.0, depth: float = 0.0, depth_per_square: float = 0.0, seed: int = 0) -> None:
-        import numpy
-
-        self.rgb, self.depth, self.depth_per_square, self.seed = rgb, depth, depth_per_square, seed
-        self._random = numpy.random.default_rng(self.seed)
-
-    def __call__(self, frame: SensorFrame) -> None:
-        import numpy
-
-        if frame.rgb is not None and self.rgb > 0:
-            noisy = frame.rgb + self._random.normal(0, self.rgb, frame.rgb.shape)
-            frame.rgb = numpy.clip(numpy.rint(noisy), 0, 255).astype(numpy.uint8)
-        if frame.depth is not None and (self.depth > 0 or self.depth_per_square > 0):
-            seen = numpy.where(numpy.isfinite(frame.depth), frame.depth, 0)
-            deviation = self.depth + self.depth_per_square * seen**2
-            frame.depth = (frame.depth + deviation * self._random.standard_normal(seen.shape)).astype(numpy.float32)
 
 
 class SensorCamera:
@@ -161,10 +45,10 @@ class SensorCamera:
         frame = camera.read("rgb", "depth", "identity")
 
     Without K the picture's height takes `field_of_view` degrees. `distortion` has the coefficients k1, k2, p1, p2, k3
-    of Brown and Conrady, as camera calibrations give them (D. C. Brown, Photogrammetric Engineering 37, 1971).
-    Nothing nearer than `near` or farther than `far` metres is seen. `samples` smooth the edges of `rgb`.
-    `noise` is called with every frame, and may change it: a `SensorNoise`, say. Texts on the screen and debug marks are
-    left out. ValueError for what cannot be a camera.
+    of Brown and Conrady, as camera calibrations give them (D. C. Brown, Photogrammetric Engineering 37, 1971), in an
+    array of any shape. Nothing nearer than `near` or farther than `far` metres is seen. `samples` smooth the edges of
+    `rgb`. `noise` is called with every frame, and may change it: a `SensorNoise`, say. Texts on the screen and debug
+    marks are left out. ValueError for what cannot be a camera.
     """
 
     def __init__(
@@ -175,7 +59,7 @@ class SensorCamera:
         *,
         K: Rows | None = None,
         field_of_view: float = 60.0,
-        distortion: Sequence[float] = (),
+        distortion: Sequence[float] | Rows | None = (),
         near: float = 0.05,
         far: float = 1000.0,
         samples: int = 4,
@@ -183,12 +67,14 @@ class SensorCamera:
     ) -> None:
         import numpy
 
-        if not 0 < near < far:
-            raise ValueError("near and far must be distances above 0, far the larger")
-        self.intrinsics = Intrinsics.of(int(width), int(height), K, field_of_view)
+        require_application(application)
+        require_planes(near, far)
+        if not 0 <= samples <= _MOST_SAMPLES:
+            raise ValueError(f"a camera takes 0 to {_MOST_SAMPLES} samples a pixel, not {samples}")
+        self.intrinsics = Intrinsics.of(width, height, K, field_of_view)
         self.noise = noise
         self._application = application
-        self._lens = Lens(self.intrinsics, distortion) if any(distortion) else None
+        self._lens = Lens.of(self.intrinsics, distortion)
         self._drawn = self._lens.straight(_MOST_WIDENING) if self._lens else self.intrinsics
         self._drawn_truth = self._drawn.finer(_finer(self._drawn)) if self._lens else self._drawn
         self._planes = (float(near), float(far))
@@ -208,7 +94,7 @@ class SensorCamera:
         """Camera to world, (4, 4). Setting it ends following."""
         if self._followed is None:
             return self._offset.copy()
-        place = getattr(self._followed, "getTransform", None) or self._followed.getMatrix
+        place = _place_of(self._followed)
         return _matrix(place()) @ self._offset
 
     @pose.setter
@@ -233,6 +119,8 @@ class SensorCamera:
         `AffineMatrix4x4`, which multiplies rows, is taken for what it means."""
         import numpy
 
+        if _place_of(body) is None:
+            raise TypeError(f"a camera follows a body, a geometry or a frame, not {type(body).__name__}")
         self._offset = numpy.eye(4) if offset is None else _pose(offset)
         self._followed = body
 
@@ -244,7 +132,7 @@ class SensorCamera:
     def close(self) -> None:
         """Gives back what the graphics driver keeps for it. It can be read again."""
         for target in (self._rgb, self._truth):
-            if target is not None:
+            if target is not None and hasattr(self._application, "this"):  # else it is closed already
                 self._application.removeRenderTarget(target)
         self._rgb = self._truth = None
 
@@ -311,15 +199,14 @@ class SensorCamera:
             arrays = self._lens.bend(self._drawn_truth, arrays) | self._lens.bend(self._drawn, colors)
             for name in slopes - channels:
                 del arrays[name]
-        frame = SensorFrame(self._application.getSimulation().getTimeStamp(), self.K, self.pose, **arrays)
-        if self.noise:
-            self.noise(frame)
-        return frame
+        return SensorFrame(self._application.getSimulation().getTimeStamp(), self.K, self.pose, **arrays)
 
 
 def read_cameras(cameras: Iterable[SensorCamera], *channels: str) -> list[SensorFrame]:
     """Reads several cameras of one application in one drawing; see `SensorCamera.read`."""
     cameras = list(cameras)
+    if not all(isinstance(camera, SensorCamera) for camera in cameras):
+        raise TypeError("only sensor cameras are read together")
     wanted = set(channels or ("rgb",))
     if unknown := wanted - set(CHANNELS):
         raise ValueError(f"there is no channel {sorted(unknown)[0]!r}: use {', '.join(CHANNELS)}")
@@ -328,16 +215,38 @@ def read_cameras(cameras: Iterable[SensorCamera], *channels: str) -> list[Sensor
     application = cameras[0]._application
     if any(camera._application != application for camera in cameras):
         raise ValueError("the cameras belong to several applications: read each application's on their own")
+    if not hasattr(application, "this"):
+        raise RuntimeError("the application of the cameras is closed")
     for camera in cameras:
         camera._prepare(wanted)
     try:
         _osg.drawRenderTargets(application)
-        return [camera._frame(wanted) for camera in cameras]
+        frames = [camera._frame(wanted) for camera in cameras]
     finally:
         for camera in cameras:
             for target in (camera._rgb, camera._truth):
                 if target is not None:
                     target.getCamera().setNodeMask(0)
+    for camera, frame in zip(cameras, frames):
+        if camera.noise:  # a function of the script's, which may read cameras itself
+            camera.noise(frame)
+    return frames
+
+
+def require_application(application: object) -> None:
+    """TypeError for what cameras cannot look into."""
+    import hyxOSG
+
+    if not isinstance(application, hyxOSG.ExampleApplication):
+        raise TypeError(f"a camera looks into an ExampleApplication, not {type(application).__name__}")
+
+
+def require_planes(near: float, far: float) -> None:
+    """ValueError for distances that no picture can have."""
+    if not 0 < near < far:
+        raise ValueError("near and far must be distances above 0, far the larger")
+    if far > _FARTHEST or far > _MOST_PLANES * near:
+        raise ValueError(f"far is {_FARTHEST:g} metres at most, and {_MOST_PLANES:g} times near")
 
 
 def _finer(drawn: Intrinsics) -> int:
@@ -356,6 +265,11 @@ def _pose(values: Any) -> Any:
     if abs(turn @ turn.T - numpy.eye(3)).max() > _TRUE_TURN or numpy.linalg.det(turn) < 0:
         raise ValueError("a pose turns and moves: its first 3 x 3 numbers must be a rotation")
     return pose
+
+
+def _place_of(thing: Any) -> Any:
+    """What gives the matrix of a thing that has a place in the world; None for others."""
+    return getattr(thing, "getTransform", None) or getattr(thing, "getMatrix", None)
 
 
 def _matrix(transform: Any) -> Any:

@@ -5,7 +5,7 @@ from __future__ import annotations
 import math
 
 from .point_files import CLOUD
-from .sensor_camera import SensorCamera, read_cameras
+from .sensor_camera import SensorCamera, read_cameras, require_application, require_planes
 
 TYPE_CHECKING = False
 if TYPE_CHECKING:
@@ -21,6 +21,7 @@ if TYPE_CHECKING:
 _FACES = 4
 _STEEPEST = math.radians(75)
 _OVERSAMPLING = 1.5  # pixels a column, in the middle of a picture
+_MOST_BEAMS = 1 << 24  # of a turn
 _GRAZING = 0.02  # cosine below which the distance is that of the pixel, not of the plane in it
 
 
@@ -49,13 +50,16 @@ class SpinningDepthLidar:
     ) -> None:
         import numpy
 
-        if rings < 1 or columns < 4:
+        require_application(application)
+        require_planes(near, far)
+        if not (rings >= 1 and columns >= 4 and rings == int(rings) and columns == int(columns)):
             raise ValueError("a spinning lidar has at least one ring and four columns")
+        if (rings if elevations is None else len(elevations)) * columns > _MOST_BEAMS:
+            raise ValueError(f"a spinning lidar has at most {_MOST_BEAMS} beams")
+        rings, columns = int(rings), int(columns)
         angles = numpy.linspace(*vertical, rings) if elevations is None else numpy.array(list(elevations), float)
-        if not len(angles) or not (numpy.abs(angles) <= _STEEPEST).all():
+        if angles.ndim != 1 or not len(angles) or not (numpy.abs(angles) <= _STEEPEST).all():
             raise ValueError("the elevations of rings are within 75 degrees of the horizon")
-        if not 0 < near < far:
-            raise ValueError("near and far must be distances above 0, far the larger")
         self._application, self._range = application, (float(near), float(far))
         azimuths = 2 * math.pi * (numpy.arange(columns) / columns - 0.5)
         azimuth, elevation = (part.ravel() for part in numpy.meshgrid(azimuths, angles, indexing="ij"))

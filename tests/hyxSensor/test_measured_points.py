@@ -261,6 +261,22 @@ def test_files_are_whole_and_other_fields_are_kept(cloud, tmp_path):
     assert len(list(tmp_path.iterdir())) == 6
 
 
+@pytest.mark.parametrize("ending", ["ply", "pcd", "las"])
+def test_what_a_file_cannot_hold_is_not_written(tmp_path, ending):
+    path = tmp_path / f"points.{ending}"
+    places = [(axis, "f8") for axis in "xyz"]
+    for name in ("two words", "line\n", "größe", "n" * 40):
+        with pytest.raises(ValueError, match="name of a field"):
+            hyxSensor.save_points(path, numpy.zeros(3, [*places, (name, "f4")]))
+    if ending == "las":
+        for place in (math.nan, math.inf):
+            with pytest.raises(ValueError, match="finite"):
+                hyxSensor.save_points(path, numpy.full(3, place, places))
+        with pytest.raises(ValueError, match="15 returns"):
+            hyxSensor.save_points(path, numpy.full(3, 20, [*places, ("return", "u1")]))
+    assert not any(tmp_path.iterdir())
+
+
 def test_what_no_scanner_has_is_refused():
     lidar = hyxSensor.Lidar()
     for wrong in (

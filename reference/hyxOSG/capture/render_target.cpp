@@ -178,6 +178,8 @@ RenderTarget::RenderTarget(hyx::UInt width, hyx::UInt height, BufferComponent co
     camera.setClearMask(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT | GL_STENCIL_BUFFER_BIT);
     camera.setClearColor(osg::Vec4(0, 0, 0, 1));
     camera.setCullMask(~ExampleApplication::HUD_MASK);
+    // What is smaller than a pixel may still be at its middle.
+    camera.setCullingMode(camera.getCullingMode() & ~osg::CullSettings::SMALL_FEATURE_CULLING);
     camera.setProjectionMatrixAsPerspective(60, double(width) / double(height), 0.1, 100);
     camera.setInitialDrawCallback(m_implementation->first);
     camera.setPreDrawCallback(m_implementation->before);

@@ -9,10 +9,7 @@ namespace hyxOSG {
 SimpleDepthBufferLidar::SimpleDepthBufferLidar(hyx::UInt horizontalBeams, hyx::UInt verticalBeams,
                                                bool worldCoordinates)
     : RenderToImage(horizontalBeams, verticalBeams, DEPTH_BUFFER, 0, DEPTH_COMPONENT),
-      m_worldCoordinates(worldCoordinates) {
-    // A beam hits small things too.
-    getCamera()->setCullingMode(getCamera()->getCullingMode() & ~osg::CullSettings::SMALL_FEATURE_CULLING);
-}
+      m_worldCoordinates(worldCoordinates) {}
 
 SimpleDepthBufferLidar::~SimpleDepthBufferLidar() = default;
 

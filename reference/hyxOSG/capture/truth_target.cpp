@@ -57,7 +57,7 @@ void main() {
     vec3 color = fract(hyxIdentity * vec3(0.61803, 0.41421, 0.73205));
     gl_FragData[0] = vec4(hyxIdentity > 0.0 ? color : vec3(0.0), 1.0);
     gl_FragData[1] = vec4(outward.x, -outward.y, -outward.z, -eye.z);
-    gl_FragData[2] = vec4(flow.x, -flow.y, hyxIdentity, 1.0);
+    gl_FragData[2] = vec4(flow.x, -flow.y, hyxIdentity, gl_FragCoord.z);
 }
 )";
 
@@ -150,11 +150,7 @@ private:
 
 constexpr std::size_t rowsPerChunk = 16;
 
-/// What 32 bits of depth may tell wrongly at this distance.
-double depthTolerance(double distance, osg::Matrixd const& projection) {
-    double const nearest = distanceOfDepth(0, projection);
-    return 1e-4 * distance + 4e-7 * distance * distance / nearest;
-}
+constexpr float depthStep = 1.2e-7f; // of the buffer, where it is coarsest
 
 } // namespace
 
@@ -179,7 +175,7 @@ struct TruthTarget::Implementation {
     std::string const motion;
     hyx::Vec2u size;
     Layer surface{GL_RGBA, GL_RGBA32F_ARB, 4};                 ///< normal and depth
-    Layer body{GL_RGBA, GL_RGBA32F_ARB, 4};                    ///< flow and identity
+    Layer body{GL_RGBA, GL_RGBA32F_ARB, 4};                    ///< flow, identity, value in the depth buffer
     Layer depth{GL_DEPTH_COMPONENT, GL_DEPTH_COMPONENT32F, 1}; ///< also of what other programs draw
     Places places;
     ExactForms forms;
@@ -262,12 +258,11 @@ TruthSample TruthTarget::Implementation::drawn(std::size_t row, std::size_t colu
     float const deep = *depth.pixel(row, column);
     if (!(deep < 1))
         return {};
-    double const seen = distanceOfDepth(deep, projection);
     float const* const facet = surface.pixel(row, column);
-    // Elsewhere another program has drawn, and what it left in the other layers means nothing.
-    if (std::abs(facet[3] - seen) > depthTolerance(seen, projection))
-        return {float(seen)};
     float const* const own = body.pixel(row, column);
+    // Another program has drawn where the depth is not the own one, and what is in the other layers means nothing.
+    if (std::abs(own[3] - deep) > depthStep)
+        return {float(distanceOfDepth(deep, projection))};
     return {facet[3], {facet[0], facet[1], facet[2]}, {own[0], own[1]}, std::uint32_t(own[2] + 0.5f)};
 }
 
