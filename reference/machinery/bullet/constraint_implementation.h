@@ -14,6 +14,9 @@
 
 namespace hyx {
 
+struct Give;
+struct SubstepHalf;
+
 class PhysicsWorld;
 struct MovingBody;
 
@@ -63,6 +66,10 @@ struct Constraint::Implementation {
     /// Finds the values of all working rows where the bodies are now, `time` after the substep's start.
     void measure(Real time);
     void finishHalf();
+    /// Finds how the bodies answer to a row, by the inertia that they have now.
+    void respond(ConstraintRow& row) const;
+    /// Whether it leaves its bodies a way to swing: one that is neither driven nor held rigidly.
+    bool swings() const;
     /// Tells the forces of a step.
     void collect(Real timeStep);
     /// No row works until the next step.
@@ -98,11 +105,13 @@ private:
     Pose pose() const;
     Pose movingPose() const;
     std::unique_ptr<ConstraintRow> makeRow(RowType type);
-    void start(ConstraintRow& row, Real substep, Real lowerForce, Real upperForce);
-    void aimHeld(Pose const& pose, bool atPlaces, Real substep, Real step);
-    void aimFree(FreeDirection& direction, Pose const& pose, bool atPlaces, Real substep, Real step);
-    void aimRange(FreeDirection& direction, ConstraintRow& row, bool atPlaces, Real substep, Real step);
-    void aimResistance(FreeDirection& direction, Pose const& pose, Real substep);
+    void start(ConstraintRow& row, Give const& give, Real substep, Real lowerForce, Real upperForce);
+    void aimHeld(Pose const& pose, SubstepHalf const& half);
+    void aimFree(FreeDirection& direction, Pose const& pose, SubstepHalf const& half);
+    void aimRange(FreeDirection& direction, ConstraintRow& row, SubstepHalf const& half);
+    void aimResistance(FreeDirection& direction, Pose const& pose, SubstepHalf const& half);
+    /// The row of a part of a free direction, placed where the bodies are.
+    ConstraintRow& along(FreeDirection const& direction, Part part, Pose const& pose) const;
     void linearize(ConstraintRow& row) const;
 };
 

@@ -47,6 +47,8 @@ struct ConstraintRow {
     btVector3 angular[2] = {{0, 0, 0}, {0, 0, 0}};
     /// The spin that a unit of impulse gives.
     btVector3 response[2] = {{0, 0, 0}, {0, 0, 0}};
+    /// The speed that a unit of impulse gives, were there no other rows.
+    double mobility = 0;
     /// Makes the diagonal of the system one.
     double scale = 1;
 };

@@ -1,8 +1,10 @@
 // What the rows of a joint aim at during a step.
 #include "reference/machinery/bullet/bullet_values.h"
 #include "reference/machinery/bullet/joint_pose.h"
+#include "reference/machinery/bullet/row_give.h"
 #include "reference/machinery/dynamics/moving_body.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <numbers>
@@ -12,9 +14,6 @@ namespace hyx {
 namespace {
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
-/// Metres or radians. Smaller errors are taken back within a substep, larger ones by half in each, as a script may have
-/// put bodies anywhere.
-constexpr double coarseError = 1e-3;
 /// How near a bound a direction is at it, metres or radians.
 constexpr double boundReach = 1e-6;
 
@@ -25,24 +24,6 @@ btVector3 rotationBetween(btMatrix3x3 const& from, btMatrix3x3 const& to) {
     Quat const q = fromBullet(turn);
     return toBullet(q.getAxis() * q.getAngle());
 }
-
-/// How a row takes an error back: without compliance and damping exactly; else as a spring of 1 / compliance whose
-/// error dies out in `damping` seconds. Each half of a substep has half of its force.
-struct Give {
-    double speed;
-    double softness;
-
-    Give(double error, double compliance, double damping, bool atPlaces, double substep, double step) {
-        if (compliance == 0 && damping == 0) {
-            speed = atPlaces ? -error / (std::abs(error) > coarseError ? 2 * substep : substep) : 0;
-            softness = 0;
-            return;
-        }
-        double const time = (damping > 0 ? damping : step) + (atPlaces ? substep : 0);
-        speed = -error / time;
-        softness = 2 * compliance / (substep * time);
-    }
-};
 
 double sumOrZero(double force, double time) {
     return force == 0 ? 0 : force * time;
@@ -69,19 +50,27 @@ void Constraint::Implementation::begin(MovingBody& first, MovingBody& second) {
         direction.position = position(direction);
 }
 
+bool Constraint::Implementation::swings() const {
+    auto const isHeld = [](FreeDirection const& direction) {
+        return direction.motor->isEnabled() || (direction.lock->isEnabled() && direction.lock->getCompliance() == 0);
+    };
+    return compliance > 0 || numRotations == 0 || !std::all_of(free.begin(), free.end(), isHeld);
+}
+
 Constraint::Implementation::Pose Constraint::Implementation::movingPose() const {
     return {moving[0]->transform() * places[0], moving[1]->transform() * places[1]};
 }
 
 void Constraint::Implementation::aimAtPlaces(Real substep, Real step) {
+    SubstepHalf const half{true, substep, step};
     Pose const now = movingPose();
     for (ConstraintRow* row : allRows)
         row->working = false;
     for (FreeDirection& direction : free)
         direction.startPosition = direction.position;
-    aimHeld(now, true, substep, step);
+    aimHeld(now, half);
     for (FreeDirection& direction : free)
-        aimFree(direction, now, true, substep, step);
+        aimFree(direction, now, half);
     measure(0);
     for (ConstraintRow* row : allRows) {
         row->startValue = row->value;
@@ -90,32 +79,42 @@ void Constraint::Implementation::aimAtPlaces(Real substep, Real step) {
 }
 
 void Constraint::Implementation::aimAtSpeeds(Real substep, Real step) {
+    SubstepHalf const half{false, substep, step};
     measure(substep);
     Pose const now = movingPose();
     for (ConstraintRow* row : allRows)
         row->working = false;
-    aimHeld(now, false, substep, step);
+    aimHeld(now, half);
     for (FreeDirection& direction : free)
-        aimFree(direction, now, false, substep, step);
+        aimFree(direction, now, half);
 }
 
-void Constraint::Implementation::start(ConstraintRow& row, Real substep, Real lowerForce, Real upperForce) {
+void Constraint::Implementation::start(ConstraintRow& row, Give const& give, Real substep, Real lowerForce,
+                                       Real upperForce) {
     row.working = true;
     row.hold = ConstraintRow::FREE;
+    row.targetSpeed = give.speed;
+    row.softness = give.softness;
     row.lowerImpulse = sumOrZero(lowerForce, substep / 2);
     row.upperImpulse = sumOrZero(upperForce, substep / 2);
-    linearize(row);
 }
 
 void Constraint::Implementation::linearize(ConstraintRow& row) const {
     row.linear = row.type == TRANSLATIONAL ? row.axis : btVector3(0, 0, 0);
-    for (int i : {0, 1}) {
+    for (int i : {0, 1})
         row.angular[i] = row.type == TRANSLATIONAL ? (row.anchors[i] - moving[i]->position).cross(row.axis) : row.axis;
+    respond(row);
+}
+
+void Constraint::Implementation::respond(ConstraintRow& row) const {
+    row.mobility = 0;
+    for (int i : {0, 1}) {
         row.response[i] = moving[i]->inverseInertia * row.angular[i];
+        row.mobility += row.linear.length2() * moving[i]->inverseMass + row.angular[i].dot(row.response[i]);
     }
 }
 
-void Constraint::Implementation::aimHeld(Pose const& pose, bool atPlaces, Real substep, Real step) {
+void Constraint::Implementation::aimHeld(Pose const& pose, SubstepHalf const& half) {
     // A joint that turns about Z only sees how far the two Z axes are apart.
     btVector3 const turn = numRotations == 3 ? rotationBetween(pose.second.getBasis(), pose.first.getBasis())
                                              : pose.second.getBasis().getColumn(2).cross(pose.axis(2));
@@ -125,59 +124,59 @@ void Constraint::Implementation::aimHeld(Pose const& pose, bool atPlaces, Real s
         // Both bodies are held at the second frame's origin, so that the row is exact while the second frame slides far
         // from the first.
         row.anchors[0] = row.anchors[1] = pose.second.getOrigin();
+        linearize(row);
         double const error = (row.type == TRANSLATIONAL ? pose.gap() : turn).dot(row.axis);
-        Give const give(error, compliance, damping, atPlaces, substep, step);
-        row.targetSpeed = give.speed;
-        row.softness = give.softness;
-        start(row, substep, row.lowerForce, row.upperForce);
+        start(row, Give(row, error, compliance, damping, half), half.substep, row.lowerForce, row.upperForce);
     }
 }
 
-void Constraint::Implementation::aimFree(FreeDirection& direction, Pose const& pose, bool atPlaces, Real substep,
-                                         Real step) {
-    auto const use = [&](Part part, ElementaryConstraint const& element, double speed, double softness) {
-        ConstraintRow& row = *direction.rows[part];
-        row.axis = direction.kind == ALONG_LINE ? pose.line() : pose.axis(2);
-        row.anchors[0] = direction.kind == ALONG_LINE ? pose.first.getOrigin() : pose.second.getOrigin();
-        row.anchors[1] = pose.second.getOrigin();
-        row.targetSpeed = speed;
-        row.softness = softness;
-        start(row, substep, element.getForceRange().lower(), element.getForceRange().upper());
+ConstraintRow& Constraint::Implementation::along(FreeDirection const& direction, Part part, Pose const& pose) const {
+    ConstraintRow& row = *direction.rows[part];
+    row.axis = direction.kind == ALONG_LINE ? pose.line() : pose.axis(2);
+    row.anchors[0] = direction.kind == ALONG_LINE ? pose.first.getOrigin() : pose.second.getOrigin();
+    row.anchors[1] = pose.second.getOrigin();
+    linearize(row);
+    return row;
+}
+
+void Constraint::Implementation::aimFree(FreeDirection& direction, Pose const& pose, SubstepHalf const& half) {
+    auto const use = [&](Part part, ElementaryConstraint const& element, auto const& giveOf) {
+        ConstraintRow& row = along(direction, part, pose);
+        RangeReal const forces = element.getForceRange();
+        start(row, giveOf(row), half.substep, forces.lower(), forces.upper());
     };
     Motor1D const& motor = *direction.motor;
     if (motor.isEnabled())
-        use(MOTOR, motor, motor.getTargetSpeed(),
-            Give(0, motor.getCompliance(), motor.getDamping(), atPlaces, substep, step).softness);
+        use(MOTOR, motor, [&](ConstraintRow const& row) {
+            return Give::drive(row, motor.getTargetSpeed(), motor.getCompliance(), motor.getDamping(), half);
+        });
     Lock1D const& lock = *direction.lock;
-    if (lock.isEnabled()) {
-        Give const give(direction.position - lock.getPosition(), lock.getCompliance(), lock.getDamping(), atPlaces,
-                        substep, step);
-        use(LOCK, lock, give.speed, give.softness);
-    }
+    if (lock.isEnabled())
+        use(LOCK, lock, [&](ConstraintRow const& row) {
+            return Give(row, direction.position - lock.getPosition(), lock.getCompliance(), lock.getDamping(), half);
+        });
     if (direction.range->isEnabled()) {
-        use(RANGE, *direction.range, 0, 0);
-        aimRange(direction, *direction.rows[RANGE], atPlaces, substep, step);
+        use(RANGE, *direction.range, [](ConstraintRow const&) { return Give(); });
+        aimRange(direction, *direction.rows[RANGE], half);
     }
-    aimResistance(direction, pose, substep);
+    aimResistance(direction, pose, half);
 }
 
-void Constraint::Implementation::aimRange(FreeDirection& direction, ConstraintRow& row, bool atPlaces, Real substep,
-                                          Real step) {
+void Constraint::Implementation::aimRange(FreeDirection& direction, ConstraintRow& row, SubstepHalf const& half) {
     Real const now = direction.position;
     RangeReal const range = direction.range->getRange();
     bool const atLower = now - range.lower() <= range.upper() - now;
     double const beyond = now - (atLower ? range.lower() : range.upper());
     bool const within = atLower ? beyond > 0 : beyond < 0;
-    if (!std::isfinite(beyond) || (!atPlaces && within && std::abs(beyond) > boundReach)) {
+    if (!std::isfinite(beyond) || (!half.atPlaces && within && std::abs(beyond) > boundReach)) {
         row.working = false;
         return;
     }
     if (within) {
         // The row only keeps the substep from passing the bound.
-        row.targetSpeed = atPlaces ? -beyond / substep : 0;
+        row.targetSpeed = half.atPlaces ? -beyond / half.substep : 0;
     } else {
-        Give const give(beyond, direction.range->getCompliance(), direction.range->getDamping(), atPlaces, substep,
-                        step);
+        Give const give(row, beyond, direction.range->getCompliance(), direction.range->getDamping(), half);
         row.targetSpeed = give.speed;
         row.softness = give.softness;
     }
@@ -185,21 +184,14 @@ void Constraint::Implementation::aimRange(FreeDirection& direction, ConstraintRo
         (atLower ? row.lowerImpulse : row.upperImpulse) = 0;
 }
 
-void Constraint::Implementation::aimResistance(FreeDirection& direction, Pose const& pose, Real substep) {
-    auto const use = [&](Part part, Real greatestForce, Real softness) {
-        ConstraintRow& row = *direction.rows[part];
-        row.axis = direction.kind == ALONG_LINE ? pose.line() : pose.axis(2);
-        row.anchors[0] = direction.kind == ALONG_LINE ? pose.first.getOrigin() : pose.second.getOrigin();
-        row.anchors[1] = pose.second.getOrigin();
-        row.targetSpeed = 0;
-        row.softness = softness;
-        start(row, substep, -greatestForce, greatestForce);
-    };
+void Constraint::Implementation::aimResistance(FreeDirection& direction, Pose const& pose, SubstepHalf const& half) {
     auto const [friction, viscosity] = direction.resistance;
     if (friction > 0)
-        use(FRICTION, friction, 0);
-    if (viscosity > 0)
-        use(VISCOSITY, infinity, 2 / (viscosity * substep));
+        start(along(direction, FRICTION, pose), Give(), half.substep, -friction, friction);
+    if (viscosity > 0) {
+        ConstraintRow& row = along(direction, VISCOSITY, pose);
+        start(row, Give::brake(row, viscosity, half), half.substep, -infinity, infinity);
+    }
 }
 
 void Constraint::Implementation::measure(Real time) {

@@ -55,6 +55,16 @@ double Mechanism::greatestSpin() const {
     return greatest;
 }
 
+bool Mechanism::swings() const {
+    return std::any_of(m_joints.begin(), m_joints.end(), [](auto const* joint) { return joint->swings(); });
+}
+
+void Mechanism::loosen() {
+    for (MovingBody* body : m_bodies)
+        if (body->leastMoment > 0)
+            body->stiffen(0);
+}
+
 void Mechanism::aimAtPlaces(double substep, double step) {
     for (Constraint::Implementation* joint : m_joints)
         joint->aimAtPlaces(substep, step);
@@ -142,19 +152,14 @@ void Mechanism::startAgain(double substep) {
 
 void Mechanism::solvePlaces(double substep) {
     m_saved.clear();
-    for (MovingBody* body : m_bodies) {
+    for (MovingBody const* body : m_bodies)
         m_saved.push_back(*body);
-        if (body->leastMoment > 0)
-            body->stiffen(0);
-    }
-    startAgain(substep);
     solve();
     if (!stiffen(substep))
         return;
     startAgain(substep);
     for (auto const& [row, joint] : m_rows) {
-        for (int i : {0, 1})
-            row->response[i] = joint->moving[i]->inverseInertia * row->angular[i];
+        joint->respond(*row);
         startRow(*row, *joint);
     }
     m_outdated = true;
@@ -211,9 +216,7 @@ void Mechanism::couple(int first, int second, BlockMatrix::Coupling const& coupl
 void Mechanism::factor() {
     m_matrix.reset(m_sizes);
     for (auto const& [row, joint] : m_rows) {
-        double diagonal = row->softness;
-        for (int i : {0, 1})
-            diagonal += row->linear.length2() * joint->moving[i]->inverseMass + row->angular[i].dot(row->response[i]);
+        double const diagonal = row->softness + row->mobility;
         row->scale = diagonal > 0 ? 1 / std::sqrt(diagonal) : 0;
     }
     for (std::size_t j = 0; j < m_joints.size(); ++j) {

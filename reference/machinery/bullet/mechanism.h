@@ -23,7 +23,11 @@ public:
     void begin();
     /// The greatest spin of a body; its turn bounds the substep.
     double greatestSpin() const;
+    /// Whether some of it swings by its own weight or springs.
+    bool swings() const;
 
+    /// Before a substep: bodies turn by their own inertia again.
+    void loosen();
     void aimAtPlaces(double substep, double step);
     void aimAtSpeeds(double substep, double step);
     /// Gives the bodies the velocities that the joints allow.

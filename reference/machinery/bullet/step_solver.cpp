@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <map>
 #include <stdexcept>
 
@@ -20,6 +21,8 @@ constexpr double longestOfContacts = 1.0 / 480;
 /// Metres; smaller bodies fall over in less time, by the root of their size.
 constexpr double smallRadius = 0.07;
 constexpr double longestOfJoints = 1.0 / 60;
+/// Of joints that let their bodies swing: their energy is right by the square of it, and as long as it stays the same.
+constexpr double longestOfSwings = 1.0 / 240;
 /// Radians that a joined body may turn in a substep.
 constexpr double greatestTurn = 0.25;
 constexpr int mostSubsteps = 128;
@@ -141,7 +144,9 @@ int StepSolver::numSubsteps(Island const& island, double step) const {
         longest = (effort == USUAL ? longestOfContacts : longestOfContacts / 2) *
                   std::sqrt(std::min(1.0, m_contacts.smallestRadius() / smallRadius));
     else if (!island.mechanisms.empty())
-        longest = longestOfJoints;
+        longest = std::any_of(island.mechanisms.begin(), island.mechanisms.end(), std::mem_fn(&Mechanism::swings))
+                      ? longestOfSwings
+                      : longestOfJoints;
     double number = step / longest;
     for (Mechanism const* mechanism : island.mechanisms)
         number = std::max(number, step * mechanism->greatestSpin() / greatestTurn);
@@ -195,6 +200,8 @@ void StepSolver::findTouching(Island const& island) {
 
 void StepSolver::substep(Island const& island, double substep, double step, int numSubsteps) {
     int const numSweeps = std::max(1, (numIterations + numSubsteps) / (2 * numSubsteps));
+    for (Mechanism* mechanism : island.mechanisms)
+        mechanism->loosen();
     for (MovingBody* body : island.bodies)
         body->accelerate(substep / 2);
     for (Mechanism* mechanism : island.mechanisms)
