@@ -232,6 +232,10 @@ void ContactSolver::addFriction(Patch& patch, double step) {
     patch.lateralInverse[1][1] = k[0][0] / determinant;
     patch.lateralInverse[0][1] = patch.lateralInverse[1][0] = -k[0][1] / determinant;
     patch.torsionMass = torsion > 0 ? 1 / torsion : 0;
+    double const mean = (patch.lateralInverse[0][0] + patch.lateralInverse[1][1]) / 2;
+    patch.slipMass = mean - std::hypot(mean - patch.lateralInverse[0][0], patch.lateralInverse[0][1]);
+    if (torsion > 0 && patch.reach > 0)
+        patch.slipMass = std::min(patch.slipMass, patch.torsionMass / (patch.reach * patch.reach));
     for (int t : {0, 1})
         patch.rollingMass[t] = rolling[t] > 0 ? 1 / rolling[t] : 0;
     for (int i = patch.start; i < patch.start + patch.count; ++i) {

@@ -11,6 +11,7 @@
 #include <BulletCollision/CollisionDispatch/btConvexConcaveCollisionAlgorithm.h>
 #include <BulletCollision/CollisionDispatch/btManifoldResult.h>
 #include <BulletCollision/CollisionShapes/btConcaveShape.h>
+#include <BulletCollision/NarrowPhaseCollision/btVoronoiSimplexSolver.h>
 
 #include <algorithm>
 #include <vector>
@@ -23,6 +24,12 @@ namespace {
 constexpr double deepest = 0.3;
 
 constexpr double samePlane = 0.999;
+
+/// Of the reach: how exactly a point is known to lie on a triangle.
+constexpr double nearby = 0.05;
+
+/// A normal that leans over a surface by more than this sine is none of its normals there.
+constexpr double leaningSine = 0.05;
 
 /// Whether a point lies over or under a triangle.
 bool isOver(btVector3 const& point, btVector3 const* corners, btVector3 const& normal) {
@@ -114,6 +121,42 @@ bool isBetween(btVector3 const& point, btVector3 const& normal, std::vector<Low>
     return true;
 }
 
+/// Whether the surface rises towards the side to which a normal leans, or goes on as flat: then what touches an edge or
+/// a corner of one triangle there meets another one first.
+struct Continuation : btTriangleCallback {
+    Continuation(btVector3 const& point, btVector3 const& normal, double near)
+        : point(point), normal(normal), near(near) {}
+
+    void processTriangle(btVector3* corners, int, int) override {
+        btSubSimplexClosestResult nearest;
+        solver.closestPtPointTriangle(point, corners[0], corners[1], corners[2], nearest);
+        btVector3 const& place = nearest.m_closestPointOnSimplex;
+        if (place.distance2(point) > near * near)
+            return;
+        for (int i = 0; i < 3; ++i) {
+            btVector3 const way = corners[i] - place;
+            double const length = way.length();
+            found = found || (length > near && way.dot(normal) > leaningSine * length);
+        }
+    }
+
+    btVector3 const point;
+    btVector3 const normal;
+    double const near;
+    btVoronoiSimplexSolver solver;
+    bool found = false;
+};
+
+bool leansOver(btManifoldPoint const& point, btCollisionObjectWrapper const& ground, double reach) {
+    btTransform const& place = ground.getWorldTransform();
+    auto const& surface = static_cast<btConcaveShape const&>(*ground.getCollisionShape());
+    double const near = surface.getMargin() + nearby * reach;
+    Continuation search(place.invXform(point.getPositionWorldOnB()), point.m_normalWorldOnB * place.getBasis(), near);
+    btVector3 const around(near, near, near);
+    surface.processAllTriangles(&search, search.point - around, search.point + around);
+    return search.found;
+}
+
 bool canRoll(btCollisionShape const& shape) {
     int const type = shape.getShapeType();
     return type == CYLINDER_SHAPE_PROXYTYPE || type == CAPSULE_SHAPE_PROXYTYPE;
@@ -153,7 +196,8 @@ public:
             // A point off the lowest moves against its plane by the spin of what rolls.
             bool const replaced = (point.m_contactPointFlags & leaningContact) && finder.meets(point.m_normalWorldOnB);
             if (replaced || finder.has(point.getPositionWorldOnB()) ||
-                isBetween(point.getPositionWorldOnB(), point.m_normalWorldOnB, finder.found, reach))
+                isBetween(point.getPositionWorldOnB(), point.m_normalWorldOnB, finder.found, reach) ||
+                leansOver(point, ground, usualReach(solid.getCollisionShape()->getAngularMotionDisc())))
                 manifold.removeContactPoint(i);
         }
         int const numOthers = manifold.getNumContacts();

@@ -118,6 +118,8 @@ private:
         btVector3 rollingResponse[2][2];
         double lateralInverse[2][2];
         double torsionMass;
+        /// That of the way in which it is pushed most easily.
+        double slipMass;
         double rollingMass[2];
         double load = 0;
         Friction now;
@@ -140,6 +142,7 @@ private:
     void forImpulses(Visit const& visit);
     double sweepPoints(Patch& patch);
     void sweepFriction(Patch& patch);
+    static Friction slipping(Patch const& patch, double sliding0, double sliding1, double most);
     static double mobilized(Patch const& patch, Friction const& holding, double sliding0, double sliding1, double most);
     void sweepRolling(Patch& patch);
     double speedOf(Patch const& patch, Point const& point) const;

@@ -91,6 +91,26 @@ HYX_INLINED double ContactSolver::sweepPoints(Patch& patch) {
     return greatest;
 }
 
+/// Sliding and turning share the friction that there is, which is against both as they are: a patch that is easier to
+/// push one way than the other does not turn aside.
+HYX_INLINED ContactSolver::Friction ContactSolver::slipping(Patch const& patch, double sliding0, double sliding1,
+                                                            double most) {
+    Friction const& now = patch.now;
+    Friction next{{now.lateral[0] - patch.slipMass * sliding0, now.lateral[1] - patch.slipMass * sliding1}, 0};
+    double square = next.lateral[0] * next.lateral[0] + next.lateral[1] * next.lateral[1];
+    if (patch.reach > 0) {
+        double const turning = dot(patch.normal, patch.first->spin) - dot(patch.normal, patch.second->spin);
+        double const part = now.torsion / patch.reach - patch.slipMass * turning * patch.reach;
+        next.torsion = part * patch.reach;
+        square += part * part;
+    }
+    if (square > most * most) {
+        double const scale = most / std::sqrt(square);
+        next = {{next.lateral[0] * scale, next.lateral[1] * scale}, next.torsion * scale};
+    }
+    return next;
+}
+
 HYX_INLINED void ContactSolver::sweepFriction(Patch& patch) {
     double const most = patch.friction * patch.load;
     Friction const& now = patch.now;
@@ -114,11 +134,8 @@ HYX_INLINED void ContactSolver::sweepFriction(Patch& patch) {
             next = {{next.lateral[0] * part, next.lateral[1] * part}, next.torsion * part};
             square *= part * part;
         }
-        // Sliding and turning share the friction that there is.
-        if (square > 1) {
-            double const scale = 1 / std::sqrt(square);
-            next = {{next.lateral[0] * scale, next.lateral[1] * scale}, next.torsion * scale};
-        }
+        if (square > 1)
+            next = slipping(patch, s0, s1, most);
     }
     rubAt(patch, next.lateral[0] - now.lateral[0], next.lateral[1] - now.lateral[1], next.torsion - now.torsion);
     patch.now = next;
