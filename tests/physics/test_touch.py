@@ -1,6 +1,7 @@
 """Bodies that rest, slide, roll and bounce."""
 
 import math
+import random
 
 import hyx
 import hyxCollide
@@ -222,3 +223,28 @@ def test_thousands_of_bodies_in_one_place_are_refused():
     for i, ball in enumerate(world.getRigidBodies()):
         ball.setPosition(hyx.Vec3(i, 0, 0))
     world.step()
+
+
+def thin_slab():
+    return body(hyxCollide.Box(20, 20, 0.01), (0, 0, -0.01), control=hyx.RigidBody.STATIC)
+
+
+@pytest.mark.parametrize("floor", [ground, slab, thin_slab, field, mesh])
+@pytest.mark.parametrize("kind", ["Sphere", "Box", "plate", "Cylinder", "Capsule"])
+def test_nothing_falls_through_a_floor(floor, kind):
+    chance = random.Random(kind)
+    for _ in range(30):
+        size, height = math.exp(chance.uniform(math.log(0.02), math.log(0.3))), chance.uniform(0.1, 6)
+        shape = {
+            "Sphere": lambda size=size: hyxCollide.Sphere(size),
+            "Box": lambda size=size: hyxCollide.Box(size, 2 * size, size),
+            "plate": lambda size=size: hyxCollide.Box(5 * size, 5 * size, 0.2 * size),
+            "Cylinder": lambda size=size: hyxCollide.Cylinder(size, 2 * size),
+            "Capsule": lambda size=size: hyxCollide.Capsule(size, 2 * size),
+        }[kind]()
+        falling = body(shape, (chance.uniform(-3, 3), chance.uniform(-3, 3), height + 2 * size))
+        if kind == "Cylinder":
+            falling.setRotation(UPRIGHT)
+        world = simulation(floor(), falling)
+        run(world, 2)
+        assert falling.getPosition().z > 0.1 * size, f"of size {size} from {height} m"

@@ -20,6 +20,8 @@ struct CollisionCarrier {
     hyx::PhysicsWorld* world = nullptr;
     /// Of a ball about the object's centre that holds its shape; known while in a world.
     double radius = 0;
+    /// Half of what is least thick of the shape; 0 of a surface.
+    double core = 0;
 };
 
 } // namespace hyxCollide

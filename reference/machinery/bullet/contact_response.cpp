@@ -27,6 +27,8 @@ namespace {
 /// Of 45 degrees.
 constexpr double straightCosine = 0.7071;
 constexpr double upright = 0.9999;
+/// Of the thickness of two bodies: what they may overlap by and still be parted to the side that they came from.
+constexpr double harmlessWay = 0.5;
 /// How far a height field may lie from the plane of one of its triangles, in radii of the ball over it, and still
 /// continue that triangle.
 constexpr double smoothStep = 0.01;
@@ -174,12 +176,13 @@ bool partsMayCollide(btCollisionShape const* first, btCollisionShape const* seco
     return Geometry::Implementation::mayCollide(hyxCollide::geometryOf(first), hyxCollide::geometryOf(second));
 }
 
-/// Further for bodies that come nearer in a step by a good part of their size: they must not pass through each other.
+/// Further for bodies that come nearer in a step by a good part of their thickness: they must not pass through each
+/// other.
 double ContactDispatcher::reachOf(btCollisionObject const& first, btCollisionObject const& second) const {
     double const radius = smallerRadius(first, second);
-    bool const surface = first.getCollisionShape()->isConcave() || second.getCollisionShape()->isConcave();
     double const way = (velocityOf(first) - velocityOf(second)).length() * m_timeStep;
-    return way > (surface ? 1 : 0.5) * radius ? std::max(usualReach(radius), 1.1 * way) : usualReach(radius);
+    double const harmless = harmlessWay * (carrierOf(&first).core + carrierOf(&second).core);
+    return way > harmless ? std::max(usualReach(radius), 1.1 * way) : usualReach(radius);
 }
 
 ContactDispatcher::ContactDispatcher(btCollisionConfiguration* configuration) : btCollisionDispatcher(configuration) {
@@ -197,6 +200,14 @@ btPersistentManifold* ContactDispatcher::getNewManifold(btCollisionObject const*
     manifold->m_companionIdA = m_parts[first == m_entered ? 0 : 1];
     manifold->m_companionIdB = m_parts[first == m_entered ? 1 : 0];
     return manifold;
+}
+
+btCollisionAlgorithm* ContactDispatcher::findAlgorithm(btCollisionObjectWrapper const* first,
+                                                       btCollisionObjectWrapper const* second,
+                                                       btPersistentManifold* shared, ebtDispatcherQueryType type) {
+    if (m_shared)
+        return btCollisionDispatcher::findAlgorithm(first, second, m_shared, BT_CONTACT_POINT_ALGORITHMS);
+    return btCollisionDispatcher::findAlgorithm(first, second, shared, type);
 }
 
 void ContactDispatcher::enter(btCollisionObjectWrapper const& first, btCollisionObjectWrapper const& second) {

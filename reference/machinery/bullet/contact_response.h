@@ -21,6 +21,18 @@ public:
     void dispatchAllCollisionPairs(btOverlappingPairCache* pairs, btDispatcherInfo const& info,
                                    btDispatcher* dispatcher) override;
 
+    /// What is searched within `share` adds to one manifold. Bullet's own look ahead at surfaces would put what it
+    /// finds into manifolds that end with the search.
+    btCollisionAlgorithm* findAlgorithm(btCollisionObjectWrapper const* first, btCollisionObjectWrapper const* second,
+                                        btPersistentManifold* shared, ebtDispatcherQueryType type) override;
+
+    template <class Search>
+    void share(btPersistentManifold& manifold, Search const& search) {
+        m_shared = &manifold;
+        search();
+        m_shared = nullptr;
+    }
+
     /// Says for which parts contacts are looked for; manifolds remember the numbers of the parts that they are made
     /// for.
     void enter(btCollisionObjectWrapper const& first, btCollisionObjectWrapper const& second);
@@ -32,6 +44,7 @@ private:
     static void findContacts(btBroadphasePair& pair, btCollisionDispatcher& dispatcher, btDispatcherInfo const& info);
 
     double m_timeStep = 0;
+    btPersistentManifold* m_shared = nullptr;
     btCollisionObject const* m_entered = nullptr;
     int m_parts[2] = {0, 0};
 };

@@ -8,9 +8,13 @@
 #include <BulletCollision/CollisionShapes/btCylinderShape.h>
 #include <BulletCollision/CollisionShapes/btSphereShape.h>
 
+#include <algorithm>
+
 namespace hyx {
 
 namespace {
+
+constexpr std::size_t mostOfFew = 4;
 
 /// Four points of a circle about Y: the lowest and the highest, and those between.
 void addRim(std::vector<btVector3>& points, double radius, double height, btVector3 const& down) {
@@ -58,7 +62,13 @@ std::vector<btVector3> lowPoints(btCollisionShape const& shape, btVector3 const&
         auto const& hull = static_cast<btConvexHullShape const&>(shape);
         for (int i = 0; i < hull.getNumPoints(); ++i)
             points.push_back(hull.getScaledPoint(i));
+        return points;
     }
+    }
+    if (points.size() > mostOfFew) {
+        std::stable_sort(points.begin(), points.end(),
+                         [&down](btVector3 const& a, btVector3 const& b) { return down.dot(a) > down.dot(b); });
+        points.resize(mostOfFew);
     }
     return points;
 }

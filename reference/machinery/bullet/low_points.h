@@ -9,7 +9,8 @@ class btCollisionShape;
 
 namespace hyx {
 
-/// The points of a solid that may touch a plane, in the solid's coordinates; `down` leads to the plane.
+/// The points of a solid that may touch a plane, in the solid's coordinates; `down` leads to the plane. Of solids with
+/// few corners the four lowest; all of a hull, of which manifolds keep the four that span most.
 std::vector<btVector3> lowPoints(btCollisionShape const& shape, btVector3 const& down);
 
 } // namespace hyx

@@ -7,17 +7,9 @@
 
 #include <BulletCollision/CollisionShapes/btStaticPlaneShape.h>
 
-#include <algorithm>
-#include <vector>
-
 namespace hyx {
 
 namespace {
-
-struct Place {
-    btVector3 point;
-    double distance;
-};
 
 struct FindOnPlane {
     void operator()(btCollisionObjectWrapper const& solid, btCollisionObjectWrapper const& flat, bool swapped,
@@ -26,21 +18,12 @@ struct FindOnPlane {
         btVector3 const normal = flat.getWorldTransform().getBasis() * plane.getPlaneNormal();
         double const height = plane.getPlaneConstant() + normal.dot(flat.getWorldTransform().getOrigin());
         btTransform const& place = solid.getWorldTransform();
-        std::vector<Place> near;
-        for (btVector3 const& point : lowPoints(*solid.getCollisionShape(), -normal * place.getBasis())) {
-            btVector3 const inWorld = place * point;
-            double const distance = normal.dot(inWorld) - height;
+        for (btVector3 const& low : lowPoints(*solid.getCollisionShape(), -normal * place.getBasis())) {
+            btVector3 const point = place * low;
+            double const distance = normal.dot(point) - height;
             if (distance < reach)
-                near.push_back({inWorld, distance});
+                addPoint(result, swapped ? -normal : normal, swapped ? point : point - normal * distance, distance);
         }
-        // Solids of few corners show their lowest; of others the manifold keeps the four that span most.
-        if (near.size() > 4 && solid.getCollisionShape()->getShapeType() != CONVEX_HULL_SHAPE_PROXYTYPE) {
-            std::stable_sort(near.begin(), near.end(),
-                             [](Place const& a, Place const& b) { return a.distance < b.distance; });
-            near.resize(4);
-        }
-        for (auto const& [point, distance] : near)
-            addPoint(result, swapped ? -normal : normal, swapped ? point : point - normal * distance, distance);
     }
 };
 

@@ -5,13 +5,13 @@
 #include "reference/machinery/bullet/contact_response.h"
 #include "reference/machinery/bullet/former_contacts.h"
 #include "reference/machinery/bullet/low_points.h"
+#include "reference/machinery/bullet/triangles.h"
 
 #include <BulletCollision/CollisionDispatch/btCollisionDispatcher.h>
 #include <BulletCollision/CollisionDispatch/btCollisionObjectWrapper.h>
 #include <BulletCollision/CollisionDispatch/btConvexConcaveCollisionAlgorithm.h>
 #include <BulletCollision/CollisionDispatch/btManifoldResult.h>
 #include <BulletCollision/CollisionShapes/btConcaveShape.h>
-#include <BulletCollision/NarrowPhaseCollision/btVoronoiSimplexSolver.h>
 
 #include <algorithm>
 #include <vector>
@@ -27,8 +27,7 @@ constexpr double samePlane = 0.999;
 
 /// Of the reach: how exactly a point is known to lie on a triangle.
 constexpr double nearby = 0.05;
-
-/// A normal that leans over a surface by more than this sine is none of its normals there.
+/// How exactly a normal is known.
 constexpr double leaningSine = 0.05;
 
 /// Whether a point lies over or under a triangle.
@@ -121,40 +120,11 @@ bool isBetween(btVector3 const& point, btVector3 const& normal, std::vector<Low>
     return true;
 }
 
-/// Whether the surface rises towards the side to which a normal leans, or goes on as flat: then what touches an edge or
-/// a corner of one triangle there meets another one first.
-struct Continuation : btTriangleCallback {
-    Continuation(btVector3 const& point, btVector3 const& normal, double near)
-        : point(point), normal(normal), near(near) {}
-
-    void processTriangle(btVector3* corners, int, int) override {
-        btSubSimplexClosestResult nearest;
-        solver.closestPtPointTriangle(point, corners[0], corners[1], corners[2], nearest);
-        btVector3 const& place = nearest.m_closestPointOnSimplex;
-        if (place.distance2(point) > near * near)
-            return;
-        for (int i = 0; i < 3; ++i) {
-            btVector3 const way = corners[i] - place;
-            double const length = way.length();
-            found = found || (length > near && way.dot(normal) > leaningSine * length);
-        }
-    }
-
-    btVector3 const point;
-    btVector3 const normal;
-    double const near;
-    btVoronoiSimplexSolver solver;
-    bool found = false;
-};
-
 bool leansOver(btManifoldPoint const& point, btCollisionObjectWrapper const& ground, double reach) {
     btTransform const& place = ground.getWorldTransform();
     auto const& surface = static_cast<btConcaveShape const&>(*ground.getCollisionShape());
-    double const near = surface.getMargin() + nearby * reach;
-    Continuation search(place.invXform(point.getPositionWorldOnB()), point.m_normalWorldOnB * place.getBasis(), near);
-    btVector3 const around(near, near, near);
-    surface.processAllTriangles(&search, search.point - around, search.point + around);
-    return search.found;
+    return goesOn(surface, place.invXform(point.getPositionWorldOnB()), point.m_normalWorldOnB * place.getBasis(),
+                  surface.getMargin() + nearby * reach, leaningSine);
 }
 
 bool canRoll(btCollisionShape const& shape) {
@@ -172,11 +142,19 @@ public:
                           btDispatcherInfo const& info, btManifoldResult* result) override {
         btCollisionObjectWrapper const& solid = m_swapped ? *second : *first;
         bool const rolls = canRoll(*solid.getCollisionShape());
-        FormerContacts const former = formerContacts(rolls);
-        btConvexConcaveCollisionAlgorithm::processCollision(first, second, info, result);
-        if (!result->getPersistentManifold())
+        btManifoldArray known;
+        getAllContactManifolds(known);
+        if (known.size() == 0)
             return;
-        btPersistentManifold& manifold = *result->getPersistentManifold();
+        btPersistentManifold& manifold = *known[0];
+        FormerContacts const former(manifold);
+        // Bullet's search forgets points that slid on, and would keep those that rolled on.
+        if (rolls)
+            manifold.clearManifold();
+        static_cast<ContactDispatcher*>(m_dispatcher)->share(manifold, [&] {
+            btConvexConcaveCollisionAlgorithm::processCollision(first, second, info, result);
+        });
+        result->setPersistentManifold(&manifold);
         btCollisionObjectWrapper const& ground = m_swapped ? *first : *second;
         btTransform const& surface = ground.getWorldTransform();
         double const reach = manifold.getContactBreakingThreshold();
@@ -208,18 +186,6 @@ public:
     }
 
 private:
-    /// Before bullet's search, which forgets points that slid on, and would keep those that rolled on.
-    FormerContacts formerContacts(bool rolls) {
-        btManifoldArray known;
-        getAllContactManifolds(known);
-        if (known.size() == 0)
-            return {};
-        FormerContacts const former(*known[0]);
-        if (rolls)
-            known[0]->clearManifold();
-        return former;
-    }
-
     bool m_swapped;
 };
 
