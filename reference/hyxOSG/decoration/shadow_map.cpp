@@ -2,6 +2,8 @@
 #include "reference/hyxOSG/decoration/shadow_map.h"
 
 #include "platform/hyxOSG/application/example_application.h"
+#include "reference/hyxOSG/decoration/caster_grid.h"
+#include "reference/hyxOSG/decoration/casters.h"
 #include "reference/hyxOSG/decoration/light_view.h"
 #include "reference/machinery/shading/node_state.h"
 #include "reference/machinery/shading/shadow_support.h"
@@ -27,6 +29,7 @@ struct ShadowMap::Map {
 /// The maps of one viewing camera.
 struct ShadowMap::Maps {
     std::array<Map, MAX_SHADOW_MAPS> maps;
+    CasterGrid grid;
     unsigned int lastFrame = 0;
 };
 
@@ -80,22 +83,6 @@ std::array<double, MAX_SHADOW_MAPS> splitDepths(std::vector<osg::Vec3d> const& v
     }
     return depths;
 }
-
-/// Bounds and number of the meshes that throw shadows.
-class Casters : public osg::ComputeBoundsVisitor {
-public:
-    Casters() { setTraversalMask(ExampleApplication::CASTS_SHADOWS_MASK); }
-
-    void apply(osg::Drawable& drawable) override {
-        ++m_number;
-        osg::ComputeBoundsVisitor::apply(drawable);
-    }
-
-    unsigned int number() const { return m_number; }
-
-private:
-    unsigned int m_number = 0;
-};
 
 /// What does not depend on the scene.
 LightViewNeeds needsOf(ShadowMap::Settings const& settings, osg::Matrixd const& eyeToScene) {
@@ -179,7 +166,7 @@ void ShadowMap::cull(osgUtil::CullVisitor& visitor) {
         _shadowedScene->getChild(i)->accept(casters);
         _shadowedScene->getChild(i)->accept(scene);
     }
-    if (m_settings.casterLimit > 0 && casters.number() > m_settings.casterLimit && processorDraws()) {
+    if (m_settings.casterLimit > 0 && casters.all().size() > m_settings.casterLimit && processorDraws()) {
         drawScene(visitor, *m_unshadowed);
         return;
     }
@@ -210,6 +197,8 @@ void ShadowMap::cull(osgUtil::CullVisitor& visitor) {
         if (!state)
             state = new osg::StateSet(*m_shadowed);
         drawMap(visitor, maps.maps[i], fit->view, fit->projection);
+        if (count == 1)
+            maps.grid.fill(casters.all(), *fit, m_settings.mapSize);
         uniforms.setMap(i, eyeToScene, *fit);
         state->setTextureAttribute(SHADOW_MAP_UNIT + i, maps.maps[i].texture);
     }
@@ -218,6 +207,7 @@ void ShadowMap::cull(osgUtil::CullVisitor& visitor) {
         return;
     }
     uniforms.addTo(*state);
+    state->setTextureAttribute(CASTER_GRID_UNIT, maps.grid.texture());
     drawScene(visitor, *state);
 }
 
@@ -269,23 +259,27 @@ void ShadowMap::drawScene(osgUtil::CullVisitor& visitor, osg::StateSet& state) {
 }
 
 void ShadowMap::resizeGLObjectBuffers(unsigned int maxSize) {
-    for (auto const& [camera, maps] : m_maps)
+    for (auto const& [camera, maps] : m_maps) {
+        maps->grid.texture()->resizeGLObjectBuffers(maxSize);
         for (Map const& map : maps->maps)
             if (map.camera) {
                 map.camera->resizeGLObjectBuffers(maxSize);
                 map.texture->resizeGLObjectBuffers(maxSize);
             }
+    }
     m_shadowed->resizeGLObjectBuffers(maxSize);
     m_unshadowed->resizeGLObjectBuffers(maxSize);
 }
 
 void ShadowMap::releaseGLObjects(osg::State* state) const {
-    for (auto const& [camera, maps] : m_maps)
+    for (auto const& [camera, maps] : m_maps) {
+        maps->grid.texture()->releaseGLObjects(state);
         for (Map const& map : maps->maps)
             if (map.camera) {
                 map.camera->releaseGLObjects(state);
                 map.texture->releaseGLObjects(state);
             }
+    }
     m_shadowed->releaseGLObjects(state);
     m_unshadowed->releaseGLObjects(state);
 }

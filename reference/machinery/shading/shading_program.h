@@ -9,9 +9,13 @@ namespace hyxOSG::decorator {
 enum ShadingUnit : unsigned int {
     BASE_TEXTURE_UNIT = 0,
     SHADOW_MAP_UNIT = 8, ///< the first shadow map; the others follow
+    CASTER_GRID_UNIT = 11,
 };
 
 inline constexpr unsigned int MAX_SHADOW_MAPS = 3;
+
+/// What white stands for in the grid that tells at which depth in a shadow map casters may be met.
+inline constexpr float CASTER_GRID_DEPTH = 4;
 
 /// What surrounds a scene and is the same for all its surfaces.
 struct ShadingOptions {

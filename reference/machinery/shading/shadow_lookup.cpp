@@ -9,7 +9,7 @@ namespace hyxOSG::decorator {
 namespace {
 
 char const* const shadowLookup = R"(#version 120
-#pragma import_defines(SHADOW_MAPS, SOFT_SHADOWS)
+#pragma import_defines(SHADOW_MAPS, SHADOW_LIGHT, SOFT_SHADOWS, BLACK_SHADOWS, CASTER_GRID_DEPTH)
 #ifdef SHADOW_MAPS
 uniform bool hyx_receivesShadow;
 #ifdef SOFT_SHADOWS
@@ -26,7 +26,33 @@ uniform MAP hyx_shadowMap2;
 uniform float hyx_splitDepth[SHADOW_MAPS];
 #endif
 
+uniform sampler2D hyx_casterGrid;
+
 struct Receiver { vec3 place, normal, right, up; }; // in eye coordinates; to the next pixels
+
+// Of what turns away from the light nothing is seen in it, whatever its shadow.
+bool facesLight(Receiver at)
+{
+#ifdef BLACK_SHADOWS
+    return true;
+#else
+    vec4 from = gl_LightSource[SHADOW_LIGHT].position;
+    return dot(at.normal, from.xyz - at.place * from.w) > 0.0;
+#endif
+}
+
+// Whether it must be looked whether a caster is between the light and a place in the map. Software rasterizers take
+// both sides of every branch, so where there is nothing to look for, loops end at once, and what they still look up is
+// one and the same texel: to fetch others takes longer than all the rest. Where the rasterizer looks into several maps
+// anyway, a grid for each would take longer than it saves.
+bool castersNear(vec3 place, Receiver at)
+{
+#if SHADOW_MAPS > 1
+    return facesLight(at);
+#else
+    return facesLight(at) && place.z >= CASTER_GRID_DEPTH * texture2D(hyx_casterGrid, place.xy).r;
+#endif
+}
 
 #ifdef SOFT_SHADOWS
 uniform vec2 hyx_penumbra[SHADOW_MAPS]; // its half width in the map, for a gap of all depths
@@ -54,8 +80,7 @@ vec2 depthSlope(mat4 toMap, vec4 place, Receiver at)
 }
 
 // The lamp is a disc. Taps all over it first find how far the casters are off, then what the half shadow that follows
-// from this leaves of the light. Receivers may lie behind the map's last depth. Where nothing is to be looked at the
-// loops end at once: software rasterizers leave out loops, not branches.
+// from this leaves of the light. Receivers may lie behind the map's last depth.
 float lookUp(MAP map, int index, vec4 place, Receiver at)
 {
     vec3 p = place.xyz / place.w;
@@ -65,27 +90,36 @@ float lookUp(MAP map, int index, vec4 place, Receiver at)
     vec2 turned = firstTap();
     float casters = 0.0, depths = 0.0;
     bool aside = any(greaterThan(abs(p.xy - 0.5), 0.5 + reach)); // of all casters, which the map holds
-    int taps = aside ? 0 : SEARCHED;
+    int taps = aside || !castersNear(p, at) ? 0 : SEARCHED;
+    vec2 middle = taps > 0 ? p.xy : vec2(0.0);
+    reach = taps > 0 ? reach : vec2(0.0);
     for (int i = 0; i < taps; ++i) {
         vec2 way = reach * ((float(i) + 0.5) / float(SEARCHED)) * turned; // densest within: near casters are narrow
-        float depth = texture2D(map, p.xy + way).r;
+        float depth = texture2D(map, middle + way).r;
         float nearer = 1.0 - step(min(p.z + dot(slope, way), 1.0), depth);
         casters += nearer;
         depths += nearer * depth;
         turned = goldenTurn * turned;
     }
     taps = casters == 0.0 || casters == float(SEARCHED) ? 0 : FILTERED;
-    reach = max(hyx_penumbra[index] * max(p.z - depths / max(casters, 1.0), 0.0), least);
+    middle = taps > 0 ? p.xy : vec2(0.0);
+    reach = taps > 0 ? max(hyx_penumbra[index] * max(p.z - depths / max(casters, 1.0), 0.0), least) : vec2(0.0);
     float open = 0.0;
     for (int i = 0; i < taps; ++i) {
         vec2 way = reach * sqrt((float(i) + 0.5) / float(FILTERED)) * turned;
-        open += step(min(p.z + dot(slope, way), 1.0), texture2D(map, p.xy + way).r);
+        open += step(min(p.z + dot(slope, way), 1.0), texture2D(map, middle + way).r);
         turned = goldenTurn * turned;
     }
     return taps > 0 ? open / float(FILTERED) : casters == 0.0 ? 1.0 : 0.0;
 }
 #else
-float lookUp(MAP map, int index, vec4 place, Receiver at) { return shadow2D(map, place.xyz / place.w).r; }
+float lookUp(MAP map, int index, vec4 place, Receiver at)
+{
+    vec3 p = place.xyz / place.w;
+    bool near = castersNear(p, at);
+    float open = shadow2D(map, near ? p : vec3(0.0)).r;
+    return near ? open : 1.0;
+}
 #endif
 
 // Half way out of the surface, by the size of a texel: a surface must not shade itself.
@@ -126,6 +160,8 @@ void declareShadowMaps(osg::StateSet& state, ShadingOptions const& options) {
         return;
     state.setDefine("SHADOW_MAPS", std::to_string(options.shadowMaps));
     state.setDefine("SHADOW_LIGHT", std::to_string(options.shadowLight));
+    state.setDefine("CASTER_GRID_DEPTH", std::to_string(CASTER_GRID_DEPTH));
+    state.addUniform(new osg::Uniform("hyx_casterGrid", static_cast<int>(CASTER_GRID_UNIT)));
     if (options.softShadows)
         state.setDefine("SOFT_SHADOWS");
     if (options.blackShadows)
