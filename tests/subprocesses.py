@@ -19,6 +19,12 @@ def plain_environment() -> dict[str, str]:
     return {name: value for name, value in os.environ.items() if name != "LD_PRELOAD"}
 
 
+def bare_environment() -> dict[str, str]:
+    """What a script finds that knows nothing of the tests."""
+    kept = {name: value for name, value in os.environ.items() if name in ("LD_PRELOAD", "ASAN_OPTIONS")}
+    return {**kept, "PYTHONPATH": str(BUILD / "python"), "PATH": "/usr/bin:/bin"}
+
+
 def encoders() -> list[int]:
     """The encoders that this process runs."""
     command = ["pgrep", "-P", str(os.getpid()), "ffmpeg"]

@@ -235,6 +235,8 @@ struct DeleteForm : FormBase<void> {
         if (auto* object = static_cast<Class*>(call.slots[0].pointer)) {
             if (runtime::holds_lent(call.arguments[0]))
                 throw std::invalid_argument("the object lies inside of another one and cannot be deleted");
+            if (shower.let_go && shower.let_go(call.arguments[0]))
+                Py_RETURN_NONE;
             if (ends_when_dropped(object))
                 runtime::forget_deleted(call.arguments[0], object, descriptor<Class>());
             ReferencePolicy<Class>::drop(object);

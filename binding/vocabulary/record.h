@@ -114,6 +114,9 @@ struct Trial {
 struct Shower {
     PyObject* const* arguments;
     PyObject* (*show)(void* object, swig_type_info* type); // a new reference, or NULL to leave it to the caller
+    // Before a delete function drops the constructor's reference: whether the proxy has dropped one of its own instead.
+    // What a proxy shows then may end at any time: it shows nothing more, unless native code calls it.
+    bool (*let_go)(PyObject* proxy);
 };
 
 // One of the two families of objects that count references, each under a root class. The functions take the root.

@@ -192,6 +192,15 @@ PyObject* show_native(void* object, swig_type_info* type) {
     return declared ? show_shared(*declared, object, nullptr) : nullptr;
 }
 
+bool let_go(PyObject* proxy) {
+    auto* handle = reinterpret_cast<Handle*>(proxy);
+    if (!PyObject_TypeCheck(proxy, &handle_type) || !handle->held || handle->is_called)
+        return false;
+    bool const had_reference = handle->has_reference;
+    empty(handle);
+    return had_reference;
+}
+
 } // namespace
 
 void learn_classes(vocabulary::RecordTable const& records) {
@@ -205,6 +214,7 @@ void learn_classes(vocabulary::RecordTable const& records) {
         }
     exact_classes.clear();
     records.shower->show = show_native;
+    records.shower->let_go = let_go;
     *records.show = [](PyObject* proxy) { return show(proxy, nullptr); };
 }
 

@@ -7,7 +7,7 @@ import sys
 import textwrap
 
 import pytest
-from subprocesses import BUILD, ROOT
+from subprocesses import ROOT, bare_environment
 
 # Prints no code of users: these pages are for those who work on the project.
 INNER = {"one_call.md"}
@@ -81,7 +81,7 @@ def test_the_snippets_of_a_page_run_one_after_the_other(page, tmp_path):
         pytest.skip("no code")
     script = tmp_path / "page.py"
     script.write_text(PRELUDES.get(page.name, "") + "\n".join(programs))
-    environment = {"PYTHONPATH": str(BUILD / "python"), "PATH": "/usr/bin:/bin", "HYX_DISPLAY": "offscreen"}
+    environment = {**bare_environment(), "HYX_DISPLAY": "offscreen"}
     done = subprocess.run(
         [sys.executable, script], cwd=tmp_path, env=environment, capture_output=True, text=True, timeout=120
     )

@@ -5,14 +5,14 @@ import sys
 
 import numpy
 from PIL import Image
-from subprocesses import BUILD, ROOT
+from subprocesses import ROOT, bare_environment
 
 
 def test_the_script_draws_the_box_on_its_ground(tmp_path):
     text = (ROOT / "README.md").read_text()
     script = tmp_path / "script.py"
     script.write_text(text.split("## A script")[1].split("```python\n")[1].split("```")[0])
-    environment = {"PYTHONPATH": str(BUILD / "python"), "PATH": "/usr/bin:/bin", "HYX_DISPLAY": "offscreen"}
+    environment = {**bare_environment(), "HYX_DISPLAY": "offscreen"}
     subprocess.run([sys.executable, script], cwd=tmp_path, env=environment, check=True, timeout=60)
     picture = numpy.asarray(Image.open(tmp_path / "out.png").convert("RGB")).astype(int)
     height, width, _ = picture.shape

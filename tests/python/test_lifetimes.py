@@ -150,6 +150,27 @@ OUTLIVE = {
             churn()
         node.className()
     """,
+    "what a flat function has deleted, while others held it": """
+        import _hyx
+        simulation, body = hyxSDK.Simulation(), hyx.RigidBody()
+        simulation.add(body)
+        for given in (body, simulation.getRigidBodies()[0]):
+            for _ in range(3):
+                try:
+                    _hyx.delete_Referenced(given)
+                except TypeError:
+                    pass
+        (left,) = simulation.getRigidBodies()
+        simulation.remove(left)
+        del left, simulation
+        churn()
+        try:
+            body.getPosition()
+        except TypeError as error:
+            assert "holds no native one" in str(error)
+        else:
+            raise AssertionError("the body has ended")
+    """,
     "members of an object that has gone": """
         data = hyxOSG.LidarOutputRendererLegendPoint(1, osg.Vec4f(1, 2, 3, 4)).color
         churn()
