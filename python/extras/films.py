@@ -63,8 +63,10 @@ class Encoding:
             video.setFilename(str(file.with_suffix("")))
             video.setVideoPostFix(file.suffix or ".mp4")
         ending = video.getVideoPostFix().lower()
+        if codec is None and alpha and ending not in USUAL_WITH_ALPHA:
+            raise ValueError(f"films in {ending!r} keep no alpha: choose {', '.join(USUAL_WITH_ALPHA)}, or a codec")
         if codec is None:
-            codec = (USUAL_WITH_ALPHA if alpha else USUAL).get(ending, "ffv1" if alpha else "h264")
+            codec = (USUAL_WITH_ALPHA if alpha else USUAL).get(ending, "h264")
             if lossless and codec == "h264":
                 codec = "h264rgb"
         if fps is not None:
@@ -76,6 +78,8 @@ class Encoding:
         video.setPreset(preset)
         video.setPixelFormat(pixel_format)
         video.setEnableAlpha(alpha)
+        if options is not None and not hasattr(options, "items"):
+            raise TypeError("options of encoders are a dictionary: {'tune': 'animation'}")
         words = [word for name, value in (options or {}).items() for word in (f"-{name.lstrip('-')}", str(value))]
         if any("\n" in word for word in words):
             raise ValueError("options of encoders have no line breaks")
@@ -113,18 +117,36 @@ class Encoding:
 class Film:
     """A film of an application's window while it lasts; see `ExampleApplication.film`."""
 
-    def __init__(self, app: hyxOSG.ExampleApplication, title: str, clock: bool, color_bar: Any, label: str) -> None:
-        self.video = app.getVideoServerCapture()
-        self._app = app
+    def __init__(
+        self,
+        app: hyxOSG.ExampleApplication,
+        size: tuple[int, int],
+        encoding: Mapping[str, Any],
+        title: str,
+        clock: bool,
+        color_bar: ColorScale | None,
+        label: str,
+    ) -> None:
+        self.video: Any = app.getVideoServerCapture()
+        self._size, self._encoding = size, encoding
         self._overlay = _Overlay(app, title, clock, color_bar, label)
+        self._prepare()
+
+    def _prepare(self) -> None:
+        """The capture is the window's: each of its films says anew what it is."""
+        if self.video.getCaptureStarted():
+            raise RuntimeError("the window is being filmed already: end that film first")
+        self.video.setImageResolution(*self._size)
+        self.video.encode(**self._encoding)
 
     def progress(self, seconds: float | None = None, **options: Any) -> Any:
         """See `VideoFFMPEGPipeCapture.progress`."""
         return self.video.progress(seconds, **options)
 
     def __enter__(self) -> Self:
-        self._overlay.show()
+        self._prepare()
         try:
+            self._overlay.show()
             self.video.startCapture()
         except BaseException:
             self._overlay.remove()
@@ -181,6 +203,8 @@ class _Overlay:
         return text
 
     def remove(self) -> None:
+        if not hasattr(self._app, "this"):  # closed, and the overlay with it
+            return
         hud: Any = self._app.getSceneDecorator().getHud()
         for text in self._texts:
             hud.removeChild(text)

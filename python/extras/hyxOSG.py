@@ -176,10 +176,9 @@ class ExampleApplication:
         """
         import _osg
 
-        film = Film(self, title, clock, color_bar, label)  # type: ignore[arg-type]
-        film.video.setImageResolution(*(size or _osg.getPictureSize(self)))
-        film.video.encode(codec, path=path, **encoding)  # type: ignore[attr-defined]
-        return film
+        size = size or _osg.getPictureSize(self)
+        encoding |= {"codec": codec, "path": path}
+        return Film(self, size, encoding, title, clock, color_bar, label)  # type: ignore[arg-type]
 
     def liveView(self) -> Any:
         """A widget for notebooks that shows the window live and takes the mouse and the keys as it does: as the value

@@ -212,8 +212,8 @@ class ColorBar:
         self._letters, self._color, self._label = letters, color, label
         self._hud = app.getSceneDecorator().getHud()
         self._node = osg.Group()
-        self._hud.addChild(self._node)
         self.scale = scale
+        self._hud.addChild(self._node)
 
     @property
     def scale(self) -> ColorScale:
@@ -222,6 +222,8 @@ class ColorBar:
 
     @scale.setter
     def scale(self, scale: ColorScale) -> None:
+        if not isinstance(scale, ColorScale):
+            raise TypeError(f"a colour bar shows a ColorScale, not {type(scale).__name__}")
         self._scale = scale
         while self._node.getNumChildren():
             self._node.removeChild(self._node.getChild(0))

@@ -104,6 +104,10 @@ Options container(EncoderSettings const& settings, FilmContainer const& kind) {
                                  "\" can have " + std::to_string(std::lround(kind.mostFrames)) +
                                  " frames a second at most: choose \".mp4\", or a lower rate");
     }
+    for (std::string_view const name : kind.unreadable)
+        if (settings.encoderName.find(name) != std::string::npos)
+            throw std::runtime_error("films of \"" + settings.encoderName + "\" cannot be read from \"" +
+                                     std::string(kind.ending) + "\": choose another ending or encoder");
     Options options{"-flush_packets", "1"};
     options.insert(options.end(), kind.pieces.begin(), kind.pieces.end());
     return options;
@@ -154,6 +158,9 @@ std::vector<std::string> encoderCommand(EncoderSettings const& asked) {
           Options{"file:" + settings.file}}) {
         command.insert(command.end(), options.begin(), options.end());
     }
+    for (std::string const& word : command)
+        if (word.find('\0') != std::string::npos) // the program would see what stands before it
+            throw std::invalid_argument("the name of a film, its encoder and options have no null bytes");
     return command;
 }
 

@@ -175,8 +175,7 @@ void EncoderProcess::finish() {
     }
     closeStreams();
     // ffmpeg calls it a success when only the end of the file did not fit on the disk.
-    bool const success =
-        WIFEXITED(m_status) && WEXITSTATUS(m_status) == 0 && m_messages.find("Error ") == std::string::npos;
+    bool const success = WIFEXITED(m_status) && WEXITSTATUS(m_status) == 0 && !hasToldFailure();
     if (!success) {
         throw std::runtime_error(failureText("failed"));
     }
@@ -206,11 +205,14 @@ void EncoderProcess::mendFilm() const {
         mend(m_file);
 }
 
+bool EncoderProcess::hasToldFailure() const {
+    return m_messages.find("Error ") != std::string::npos;
+}
+
 /// Whether the child has ended, or was left to do so. It has `seconds` from the last time that its file grew.
 bool EncoderProcess::waitForEnd(double seconds, bool mayLeave) {
     using Clock = std::chrono::steady_clock;
     hyxPython::InterruptWatch watch;
-    auto const patience = std::chrono::duration<double>(seconds);
     Clock::time_point lastGrowth = Clock::now();
     std::uintmax_t size = 0;
     while (m_child >= 0) {
@@ -231,7 +233,8 @@ bool EncoderProcess::waitForEnd(double seconds, bool mayLeave) {
         } else if (mayLeave && watch.interrupted()) {
             m_child = -1;
             m_status = 0;
-        } else if (Clock::now() - lastGrowth > patience) {
+        } else if (double const patience = hasToldFailure() ? std::min(seconds, terminatePatience) : seconds;
+                   Clock::now() - lastGrowth > std::chrono::duration<double>(patience)) {
             return false;
         } else {
             hyxPython::IdleWait const idle;

@@ -43,6 +43,7 @@ public:
 private:
     void drainMessages();
     void mendFilm() const;
+    bool hasToldFailure() const;
     bool waitForEnd(double seconds, bool mayLeave);
     void endChild();
     void closeStreams();

@@ -19,10 +19,11 @@ std::array const containers{
     FilmContainer{".mp4", 10000, fragments},
     FilmContainer{".m4v", 10000, fragments},
     FilmContainer{".mov", 10000, fragments},
-    FilmContainer{".mkv", 1000, clusters},
+    FilmContainer{".mkv", 1000, clusters, "", nullptr, {"gif"}},
     FilmContainer{".webm", 1000, clusters, "libvpx-vp9"},
     FilmContainer{".gif", 50, {}, "gif"}, // browsers slow down what is shown for less than two hundredths
     FilmContainer{".webp", 1000, {}, "libwebp", closeWebpFilm},
+    FilmContainer{".avi", 1000, {}, "", nullptr, {"265", "hevc", "gif", "webp"}},
     FilmContainer{""},
 };
 

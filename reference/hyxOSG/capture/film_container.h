@@ -18,6 +18,8 @@ struct FilmContainer {
     std::string_view encoder = "";
     /// Makes what an encoder has left readable, however it ended; nothing where `pieces` are enough.
     void (*mend)(std::string const& file) = nullptr;
+    /// Parts of the names of encoders whose films nothing reads from it, although it takes them.
+    std::vector<std::string_view> unreadable = {};
 };
 
 /// By the ending of a file, with its dot. Unknown ones are left to the encoder's own knowledge.
