@@ -2,6 +2,8 @@
 
 from __future__ import annotations
 
+import errno
+import itertools
 import os
 from contextlib import contextmanager
 
@@ -9,6 +11,8 @@ TYPE_CHECKING = False  # for checkers only: importing `typing` would cost more t
 if TYPE_CHECKING:
     from collections.abc import Iterator
     from pathlib import Path
+
+_numbers = itertools.count(1)
 
 
 @contextmanager
@@ -19,7 +23,11 @@ def whole_file(path: str | os.PathLike[str], lasting: bool = True) -> Iterator[P
     from pathlib import Path
 
     target = Path(path)
-    place = target.with_name(f".{os.getpid()}.{target.name}")
+    if not target.name:
+        raise FileNotFoundError(errno.ENOENT, os.strerror(errno.ENOENT), str(path))
+    place = target.with_name(
+        f".hyx-{os.getpid()}-p{next(_numbers)}{target.suffix}"
+    )  # short: it fits where the other does
     try:
         yield place
         if lasting:

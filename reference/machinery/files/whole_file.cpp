@@ -7,6 +7,8 @@
 
 #include <atomic>
 #include <cerrno>
+#include <stdexcept>
+#include <string>
 #include <system_error>
 #include <utility>
 
@@ -31,6 +33,8 @@ void syncFolder(std::filesystem::path const& folder) {
 } // namespace
 
 NewFile::NewFile(std::filesystem::path target) : m_target(std::move(target)) {
+    if (m_target.native().find('\0') != std::string::npos) // the system would see what stands before it
+        throw std::invalid_argument("the name of a file holds a null byte");
     std::error_code unresolved;
     if (std::filesystem::is_symlink(m_target, unresolved))
         if (auto const place = std::filesystem::canonical(m_target, unresolved); !unresolved)

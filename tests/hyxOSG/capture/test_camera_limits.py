@@ -220,3 +220,28 @@ def test_depths_that_are_none_are_kept_or_left_out(app, tmp_path):
     with pytest.raises(ValueError, match="height"):
         frame.save_depth_png(tmp_path / "none.png")
     assert not (tmp_path / "none.png").exists()
+
+
+def test_long_names_fit_and_null_bytes_do_not(app, tmp_path):
+    frame = SensorCamera(app, 40, 30).read("rgb", "depth")
+    for ending in (".npz", ".png", ".exr"):
+        path = tmp_path / ("n" * (255 - len(ending)) + ending)
+        save = {".npz": frame.save_npz, ".png": frame.save_depth_png, ".exr": frame.save_exr}[ending]
+        save(path)
+        assert path.stat().st_size > 100
+        path.unlink()
+        with pytest.raises(ValueError, match="null byte"):
+            save(tmp_path / f"a{ending}\0{ending}")
+        with pytest.raises(FileNotFoundError):
+            save("")
+    with pytest.raises(RuntimeError, match="null byte"):
+        app.takeScreenShot(str(tmp_path / "a.png\0.png"))
+    images = app.getImageCapture()
+    images.setDirectoryPath(str(tmp_path))
+    images.setPrefix("a\0")
+    images.startCapture()
+    for _ in range(3):
+        app.executeOneStepWithGraphics(hyx.HighAccuracyTimer())
+    with pytest.raises(RuntimeError, match="null byte"):
+        images.stopCapture()
+    assert not any(tmp_path.iterdir())
