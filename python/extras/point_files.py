@@ -142,7 +142,7 @@ def _write_las(file: BinaryIO, points: Any) -> None:
         scale.append(max(_FINEST, 10.0 ** math.ceil(math.log10(max(high[-1] - low[-1], 1e-9) / 2**31))))
         records[axis.upper()] = numpy.rint((values - offset[-1]) / scale[-1])
     if "intensity" in names:
-        records["intensity"] = numpy.rint(65535 * numpy.clip(numpy.nan_to_num(points["intensity"]), 0, 1))
+        records["intensity"] = numpy.rint(65535 * numpy.clip(numpy.nan_to_num(points["intensity"].astype(float)), 0, 1))
     first, number = (_return_numbers(points, name) for name in ("return", "returns"))
     records["returns"] = first | number << 4
     if "time" in names:
