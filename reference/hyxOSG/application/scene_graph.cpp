@@ -44,6 +44,8 @@ SceneGraph::SceneGraph(int width, int height)
     m_sceneRoot->setNodeMask(App::MAIN_SCENE_MASK | App::OSG_RENDER_MASK | App::CASTS_SHADOWS_MASK |
                              App::RECIEVES_SHADOWS_MASK);
     m_libraryRoot->setNodeMask(m_sceneRoot->getNodeMask());
+    // Bounds of all that moves would be worked out anew for each picture, to leave out what one mostly looks at.
+    m_sceneRoot->setCullingActive(false);
     m_markers->setNodeMask(App::OSG_RENDER_MASK);
     m_debugTransform->setNodeMask(App::DEBUG_RENDER_MASK);
     m_markers->getOrCreateStateSet()->setMode(GL_LIGHTING, keptOff);
