@@ -16,7 +16,9 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdint>
 #include <limits>
+#include <optional>
 
 namespace hyxOSG::decorator {
 
@@ -24,6 +26,7 @@ namespace hyxOSG::decorator {
 struct ShadowMap::Map {
     osg::ref_ptr<osg::Texture2D> texture;
     osg::ref_ptr<osg::Camera> camera;
+    std::optional<std::uint64_t> stamp; ///< of the casters as they are drawn in it
 };
 
 /// The maps of one viewing camera.
@@ -82,6 +85,10 @@ std::array<double, MAX_SHADOW_MAPS> splitDepths(std::vector<osg::Vec3d> const& v
         depths[i] = 0.5 * (nearest + (farthest - nearest) * part) + 0.5 * nearest * std::pow(farthest / nearest, part);
     }
     return depths;
+}
+
+unsigned int contextOf(osgUtil::CullVisitor& visitor) {
+    return visitor.getState() ? visitor.getState()->getContextID() : 0;
 }
 
 /// What does not depend on the scene.
@@ -196,7 +203,7 @@ void ShadowMap::cull(osgUtil::CullVisitor& visitor) {
         }
         if (!state)
             state = new osg::StateSet(*m_shadowed);
-        drawMap(visitor, maps.maps[i], fit->view, fit->projection);
+        drawMap(visitor, maps.maps[i], *fit, casters.stamp());
         if (count == 1)
             maps.grid.fill(casters.all(), *fit, m_settings.mapSize);
         uniforms.setMap(i, eyeToScene, *fit);
@@ -225,8 +232,8 @@ void ShadowMap::forgetUnused(unsigned int frame) {
     std::erase_if(m_maps, [frame](auto const& entry) { return entry.second->lastFrame + 60 < frame; });
 }
 
-void ShadowMap::drawMap(osgUtil::CullVisitor& visitor, Map& map, osg::Matrixd const& view,
-                        osg::Matrixd const& projection) {
+void ShadowMap::drawMap(osgUtil::CullVisitor& visitor, Map& map, LightView const& fit,
+                        std::optional<std::uint64_t> casters) {
     if (!map.camera) {
         map.texture = createDepthTexture(m_settings.mapSize, !m_settings.shading.softShadows);
         map.camera = new osg::Camera;
@@ -244,9 +251,15 @@ void ShadowMap::drawMap(osgUtil::CullVisitor& visitor, Map& map, osg::Matrixd co
         map.camera->attach(osg::Camera::DEPTH_BUFFER, map.texture);
         map.camera->setCullMask(ExampleApplication::CASTS_SHADOWS_MASK);
     }
-    map.camera->setViewMatrix(view);
-    map.camera->setProjectionMatrix(projection);
     unsigned int const mask = visitor.getTraversalMask();
+    if (!(mask & ExampleApplication::CASTS_SHADOWS_MASK) || !map.texture->getTextureObject(contextOf(visitor)))
+        map.stamp.reset();
+    bool const same = fit.view == map.camera->getViewMatrix() && fit.projection == map.camera->getProjectionMatrix();
+    if (same && map.stamp && map.stamp == casters)
+        return;
+    map.stamp = casters;
+    map.camera->setViewMatrix(fit.view);
+    map.camera->setProjectionMatrix(fit.projection);
     visitor.setTraversalMask(mask & ExampleApplication::CASTS_SHADOWS_MASK);
     map.camera->accept(visitor);
     visitor.setTraversalMask(mask);
@@ -274,10 +287,11 @@ void ShadowMap::resizeGLObjectBuffers(unsigned int maxSize) {
 void ShadowMap::releaseGLObjects(osg::State* state) const {
     for (auto const& [camera, maps] : m_maps) {
         maps->grid.texture()->releaseGLObjects(state);
-        for (Map const& map : maps->maps)
+        for (Map& map : maps->maps)
             if (map.camera) {
                 map.camera->releaseGLObjects(state);
                 map.texture->releaseGLObjects(state);
+                map.stamp.reset();
             }
     }
     m_shadowed->releaseGLObjects(state);

@@ -1,14 +1,17 @@
 // Shadows from depth maps drawn from the light.
 #pragma once
 
+#include "reference/hyxOSG/decoration/light_view.h"
 #include "reference/machinery/shading/shading_program.h"
 
 #include <osg/LightSource>
 #include <osg/observer_ptr>
 #include <osgShadow/ShadowTechnique>
 
+#include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 
 namespace hyxOSG::decorator {
 
@@ -47,7 +50,8 @@ private:
 
     Maps& mapsFor(osgUtil::CullVisitor& visitor);
     void forgetUnused(unsigned int frame);
-    void drawMap(osgUtil::CullVisitor& visitor, Map& map, osg::Matrixd const& view, osg::Matrixd const& projection);
+    /// \param casters their stamp: a map of the same ones is not drawn again
+    void drawMap(osgUtil::CullVisitor& visitor, Map& map, LightView const& fit, std::optional<std::uint64_t> casters);
     void drawScene(osgUtil::CullVisitor& visitor, osg::StateSet& state);
 
     Settings m_settings;
