@@ -36,8 +36,8 @@ public:
 
     /// Where the drives hold the joints; not a number where none does.
     hyx::RealVector getTargets() const;
-    /// Lets the drives hold the joints at these positions, with the gain of the file, else stiffly, and up to the
-    /// greatest effort. Not a number lets go.
+    /// Lets the drives hold the joints at these positions, with the gain of the file, else stiffly and no faster than
+    /// the joints' greatest speeds, and up to the greatest effort. Not a number lets go.
     void setTargets(hyx::RealVector const& targets);
 
     /// The greatest and least positions; infinite where there is none.

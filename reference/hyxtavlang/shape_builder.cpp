@@ -14,6 +14,7 @@
 #include "platform/hyxOSG/visuals/trimesh_conversion.h"
 #include "reference/hyxOSG/visuals/shape_nodes.h"
 #include "reference/hyxtavlang/model_reader.h"
+#include "reference/machinery/meshes/notices.h"
 #include "reference/machinery/shading/material_colors.h"
 #include "reference/machinery/shading/node_state.h"
 
@@ -156,12 +157,13 @@ void paint(osg::Node& node, tavlang::Visuals::Material const& look) {
     hyxOSG::setOpacity(state, look.color[3]);
     if (look.texture.empty())
         return;
-    if (osg::ref_ptr<osg::Image> const image = osgDB::readRefImageFile(look.texture)) {
-        osg::ref_ptr<osg::Texture2D> texture = new osg::Texture2D(image);
-        texture->setWrap(osg::Texture::WRAP_S, osg::Texture::REPEAT);
-        texture->setWrap(osg::Texture::WRAP_T, osg::Texture::REPEAT);
-        state.setTextureAttributeAndModes(0, texture);
-    }
+    osg::ref_ptr<osg::Image> const image = osgDB::readRefImageFile(look.texture);
+    if (!image)
+        return hyxOSG::warn("the texture '" + look.texture + "' cannot be read");
+    osg::ref_ptr<osg::Texture2D> texture = new osg::Texture2D(image);
+    texture->setWrap(osg::Texture::WRAP_S, osg::Texture::REPEAT);
+    texture->setWrap(osg::Texture::WRAP_T, osg::Texture::REPEAT);
+    state.setTextureAttributeAndModes(0, texture);
 }
 
 osg::ref_ptr<osg::Node> makeVisual(tavlang::Visuals::Visual const& visual) {

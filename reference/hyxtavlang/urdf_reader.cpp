@@ -5,6 +5,7 @@
 #include "reference/hyxtavlang/model_reader.h"
 #include "reference/hyxtavlang/resource_paths.h"
 #include "reference/hyxtavlang/urdf_document.h"
+#include "reference/machinery/meshes/notices.h"
 
 #include <console_bridge/console.h>
 #include <urdf_parser/urdf_parser.h>
@@ -158,12 +159,27 @@ private:
             if (named || !texture.empty()) {
                 visual->material = std::make_shared<tavlang::Visuals::Material>();
                 visual->material->name = given.material->name;
-                visual->material->texture = texture.empty() ? "" : findResource(texture, m_path, m_searchPaths);
+                visual->material->texture = texture.empty() ? "" : findTexture(texture);
                 if (named)
                     visual->material->color = hyx::Vec4f(color.r, color.g, color.b, color.a);
             }
         }
         body.children.push_back(visual);
+    }
+
+    /// A robot is of use without its textures: what is not found is told once.
+    std::string findTexture(std::string const& file) const {
+        std::string found = findResource(file, m_path, m_searchPaths);
+        if (!found.empty())
+            return found;
+        std::string const text = "the texture '" + file + "' was not found";
+        for (auto const& known : m_tree->annotations)
+            if (known->text == text)
+                return found;
+        auto const remark = std::make_shared<tavlang::Annotation>(text, m_path, lineOfName(text, m_path));
+        m_tree->annotations.push_back(remark);
+        hyxOSG::warn(m_path + ":" + std::to_string(remark->line) + ": " + text);
+        return found;
     }
 
     static std::shared_ptr<joints::Joint> make(urdf::Joint const& joint) {

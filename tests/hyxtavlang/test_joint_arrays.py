@@ -71,6 +71,24 @@ def test_a_drive_holds_its_target_with_the_gain_of_the_file(app, load):
     assert abs(joints.position[1]) < 0.05  # hangs
 
 
+ROBOT = """<robot name="r"><link name="base"/><link name="arm"><inertial><mass value="2"/>
+<inertia ixx="1" iyy="1" izz="1" ixy="0" ixz="0" iyz="0"/></inertial></link>
+<joint name="turn" type="{}"><parent link="base"/><child link="arm"/><axis xyz="0 1 0"/>
+<limit lower="-3" upper="3" effort="500" velocity="0.8"/></joint></robot>"""
+
+
+@pytest.mark.parametrize("kind", ["revolute", "prismatic"])
+@pytest.mark.parametrize("step", [1 / 60, 1 / 240])
+def test_targets_are_gone_to_no_faster_than_the_limits(app, load, kind, step):
+    joints = load(ROBOT.format(kind), "robot.urdf").joints
+    app.getSimulation().setTimeStep(step)
+    joints.target = [-1.0]
+    run(app, 1)
+    assert joints.position == pytest.approx([-0.8], abs=0.02) and joints.velocity == pytest.approx([-0.8], abs=1e-3)
+    run(app, 0.5)
+    assert joints.position == pytest.approx([-1.0], abs=1e-6) and joints.velocity == pytest.approx([0], abs=1e-3)
+
+
 def test_an_effort_acts_until_it_is_changed(app, load):
     joints = load().joints
     weight = 9.81 * app.getSimulation().getRigidBody("hand").getMass()

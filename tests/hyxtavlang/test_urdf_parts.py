@@ -98,6 +98,19 @@ def test_textures_of_materials_are_drawn(app, load, tmp_path, shape, own):
 
 
 @pytest.mark.parametrize(
+    "content, told", [(None, "robot.urdf:3: the texture 'tiles.png' was not found"), (b"no", "read")]
+)
+def test_a_texture_that_is_missing_or_damaged_is_told_of(app, load, tmp_path, content, told):
+    if content:
+        (tmp_path / "tiles.png").write_bytes(content)
+    look = '<visual><geometry><sphere radius="1"/></geometry>\n<material name="a"><texture filename="tiles.png"/>'
+    with pytest.warns(Warning, match=told) as caught:
+        result = load(f'<robot name="r">\n<link name="base">{2 * (look + "</material></visual>")}</link></robot>')
+    assert result.isSuccess() and result.getErrors() == ()
+    assert content or (len(caught) == 1 and result.model.getRemarks() == (f"{tmp_path}/{told}",))
+
+
+@pytest.mark.parametrize(
     "old, new, line, told",
     [
         ('<link name="base"/>', '<link name="base"/><link name="free"/>', 2, "nor the link 'base'; expected one root"),

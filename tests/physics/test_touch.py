@@ -191,7 +191,7 @@ def test_what_is_round_rolls_or_slips_down_a_slope(measured, floor, shape, degre
 
 @pytest.mark.parametrize("floor", ["plane", "box", "mesh", "field"])
 @pytest.mark.parametrize("shape", ROUND)
-@pytest.mark.parametrize("speed, step", [(2, 1 / 60), (10, 1 / 60), (10, 1 / 240)])
+@pytest.mark.parametrize("speed, step", [(2, 1 / 60), (10, 1 / 60), (10, 1 / 240), (4, 1 / 1000)])
 def test_a_cart_drives_as_its_wheels_turn(measured, floor, shape, speed, step):
     material = hyx.Material("road")
     material.setFriction(0.6)
@@ -214,15 +214,27 @@ def test_a_cart_drives_as_its_wheels_turn(measured, floor, shape, speed, step):
     start = cart.getPosition().x
     run(world, 1)
     measured.relative("way in 1 s, m", speed, cart.getPosition().x - start, 0.003)
+    measured("aside, m", 0, cart.getPosition().y, 1e-3)
 
 
-def test_thousands_of_bodies_in_one_place_are_refused():
-    world = simulation(*(body(hyxCollide.Sphere(0.1)) for _ in range(1600)))
+@pytest.mark.parametrize("count", [600, 1600])
+def test_hundreds_of_bodies_in_one_place_are_refused(count):
+    world = simulation(*(body(hyxCollide.Sphere(0.1)) for _ in range(count)))
     with pytest.raises(RuntimeError, match="too near each other"):
         world.step()
     for i, ball in enumerate(world.getRigidBodies()):
         ball.setPosition(hyx.Vec3(i, 0, 0))
     world.step()
+
+
+def test_a_bundle_of_long_rods_is_no_crowd():
+    """Their boxes overlap far more often than they themselves."""
+    chance = random.Random(1)
+    rods = [body(hyxCollide.Capsule(0.01, 3)) for _ in range(500)]
+    for rod in rods:
+        rod.setPosition(hyx.Vec3(*(chance.uniform(-2, 2) for _ in range(3))))
+        rod.setRotation(hyx.Quat(chance.uniform(0, 3), hyx.Vec3(*(chance.gauss(0, 1) for _ in range(3))).normal()))
+    simulation(*rods).step()
 
 
 def thin_slab():

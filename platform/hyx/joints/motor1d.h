@@ -15,7 +15,8 @@ public:
 
     Real getSpeed() const { return m_speed; }
 
-    /// The greatest speed that the motor drives at, whatever `setSpeed` says: m/s or rad/s. Infinite at the start.
+    /// The greatest speed that the motor drives at, whatever `setSpeed` says, and that the joint's lock goes to its
+    /// position at, where it is rigid: m/s or rad/s. Infinite at the start.
     /// Throws std::invalid_argument when negative or not a number.
     void setMaximumSpeed(Real speed);
 

@@ -153,7 +153,11 @@ void Constraint::Implementation::aimFree(FreeDirection& direction, Pose const& p
     Lock1D const& lock = *direction.lock;
     if (lock.isEnabled())
         use(LOCK, lock, [&](ConstraintRow const& row) {
-            return Give(row, direction.position - lock.getPosition(), lock.getCompliance(), lock.getDamping(), half);
+            Real const error = direction.position - lock.getPosition();
+            Real const fastest = motor.getMaximumSpeed();
+            if (lock.getCompliance() == 0 && std::abs(error) > fastest * half.substep)
+                return Give::drive(row, -std::copysign(fastest, error), 0, 0, half);
+            return Give(row, error, lock.getCompliance(), lock.getDamping(), half);
         });
     if (direction.range->isEnabled()) {
         use(RANGE, *direction.range, [](ConstraintRow const&) { return Give(); });

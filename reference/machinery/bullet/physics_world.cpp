@@ -23,6 +23,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
+#include <iterator>
 #include <stdexcept>
 #include <string>
 
@@ -35,9 +36,11 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-/// Together, and by body: heaps have a tenth of that.
-constexpr int mostPairs = 1000000;
-constexpr int mostPairsOfEach = 100;
+/// More pairs than these, together and by body, are a crowd; heaps have a tenth of that, thin rods less than either.
+constexpr struct {
+    int pairs;
+    int ofEach;
+} crowds[] = {{100000, 200}, {1000000, 100}};
 
 double secondsSince(Clock::time_point start) {
     return std::chrono::duration<double>(Clock::now() - start).count();
@@ -133,10 +136,10 @@ public:
         computeOverlappingPairs();
         btOverlappingPairCache& pairs = *getPairCache();
         Parting parting;
-        if (pairs.getNumOverlappingPairs() > mostPairs)
+        if (isCrowd(pairs.getNumOverlappingPairs()))
             pairs.processAllOverlappingPairs(&parting, getDispatcher());
         int const numPairs = pairs.getNumOverlappingPairs();
-        if (numPairs > mostPairs && numPairs / mostPairsOfEach > getNumCollisionObjects())
+        if (isCrowd(numPairs))
             throw std::runtime_error("the bodies of the simulation are too near each other: " +
                                      std::to_string(numPairs) + " pairs may touch; put them apart");
         getDispatcher()->dispatchAllCollisionPairs(&pairs, getDispatchInfo(), getDispatcher());
@@ -154,6 +157,12 @@ public:
     }
 
 private:
+    bool isCrowd(int numPairs) const {
+        return std::any_of(std::begin(crowds), std::end(crowds), [&](auto const& crowd) {
+            return numPairs > crowd.pairs && numPairs / crowd.ofEach > getNumCollisionObjects();
+        });
+    }
+
     void takeAllManifolds() {
         btDispatcher& dispatcher = *getDispatcher();
         for (int i = 0; i < dispatcher.getNumManifolds(); ++i) {
