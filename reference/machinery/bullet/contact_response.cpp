@@ -3,6 +3,7 @@
 
 #include "platform/hyxCollide/height_field.h"
 #include "reference/machinery/bullet/contact_points.h"
+#include "reference/machinery/bullet/former_contacts.h"
 #include "reference/machinery/bullet/geometry_implementation.h"
 #include "reference/machinery/bullet/physics_world.h"
 #include "reference/machinery/bullet/rigid_body_implementation.h"
@@ -16,6 +17,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
+#include <vector>
 
 namespace hyx {
 
@@ -162,6 +165,35 @@ int partOf(btCollisionObjectWrapper const& wrapper) {
     return number;
 }
 
+/// Of a pair that comes near fast: what was near is no longer, but the forces go on.
+class FormerManifolds {
+public:
+    explicit FormerManifolds(btCollisionAlgorithm& search) {
+        for (btPersistentManifold* manifold : manifoldsOf(search)) {
+            m_points.emplace(manifold, *manifold);
+            manifold->clearManifold();
+        }
+    }
+
+    void goOn(btCollisionAlgorithm& search) const {
+        for (btPersistentManifold* manifold : manifoldsOf(search))
+            if (auto const former = m_points.find(manifold); former != m_points.end())
+                former->second.goOn(*manifold);
+    }
+
+private:
+    static std::vector<btPersistentManifold*> manifoldsOf(btCollisionAlgorithm& search) {
+        btManifoldArray known;
+        search.getAllContactManifolds(known);
+        std::vector<btPersistentManifold*> found;
+        for (int i = 0; i < known.size(); ++i)
+            found.push_back(known[i]);
+        return found;
+    }
+
+    std::map<btPersistentManifold*, FormerContacts> m_points;
+};
+
 void forget(btBroadphasePair& pair, btCollisionDispatcher& dispatcher) {
     if (!pair.m_algorithm)
         return;
@@ -221,12 +253,7 @@ void ContactDispatcher::dispatchAllCollisionPairs(btOverlappingPairCache* pairs,
     m_timeStep = info.m_timeStep;
     for (int i = 0; i < getNumManifolds(); ++i) {
         btPersistentManifold& manifold = *getManifoldByIndexInternal(i);
-        double const radius = manifold.getContactProcessingThreshold();
-        double const reach = reachOf(*manifold.getBody0(), *manifold.getBody1());
-        // What was near a fast body is no longer.
-        if (reach > usualReach(radius))
-            manifold.clearManifold();
-        manifold.setContactBreakingThreshold(reach);
+        manifold.setContactBreakingThreshold(reachOf(*manifold.getBody0(), *manifold.getBody1()));
     }
     btCollisionDispatcher::dispatchAllCollisionPairs(pairs, info, dispatcher);
 }
@@ -256,9 +283,12 @@ void ContactDispatcher::findContacts(btBroadphasePair& pair, btCollisionDispatch
     if (!pair.m_algorithm)
         return;
     btManifoldResult result(&wrapped0, &wrapped1);
-    if (ahead)
-        result.m_closestPointDistanceThreshold = reach;
+    if (!ahead)
+        return pair.m_algorithm->processCollision(&wrapped0, &wrapped1, info, &result);
+    result.m_closestPointDistanceThreshold = reach;
+    FormerManifolds const former(*pair.m_algorithm);
     pair.m_algorithm->processCollision(&wrapped0, &wrapped1, info, &result);
+    former.goOn(*pair.m_algorithm);
 }
 
 bool ContactDispatcher::needsCollision(btCollisionObject const* first, btCollisionObject const* second) {

@@ -37,10 +37,12 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 /// More pairs than these, together and by body, are a crowd; heaps have a tenth of that, thin rods less than either.
-constexpr struct {
+struct Crowd {
     int pairs;
     int ofEach;
-} crowds[] = {{100000, 200}, {1000000, 100}};
+};
+
+constexpr Crowd crowds[] = {{100000, 200}, {1000000, 100}};
 
 double secondsSince(Clock::time_point start) {
     return std::chrono::duration<double>(Clock::now() - start).count();
