@@ -7,6 +7,8 @@ if TYPE_CHECKING:
     from collections.abc import Callable, Sequence
     from typing import Any
 
+    from .hints import Rows, Self
+
 _PRESETS = {
     "rainbow": "RAINBOW",
     "coolwarm": "COOLWARM",
@@ -26,17 +28,29 @@ _TRIANGLES = 4  # of OpenGL's modes
 
 
 class ColorScale:
-    """A named map over an interval of numbers.
+    """A map over an interval of numbers: a name, or evenly spaced colours, rows of three or four numbers from 0 to 1.
 
     Maps are "rainbow", "coolwarm", "viridis", "inferno", "plasma", "gray", "bwr", "cividis", "bone",
     "copper", "afmhot"; where matplotlib is installed, all of its maps. With "_r" at its end a map is turned around.
     """
 
-    def __init__(self, map: str = "viridis", low: float = 0.0, high: float = 1.0) -> None:
+    def __init__(self, map: str | Rows = "viridis", low: float = 0.0, high: float = 1.0) -> None:
         if not low <= high:
             raise ValueError(f"the interval of a scale goes upwards, not from {low} to {high}")
         self.map, self.low, self.high = map, float(low), float(high)
-        self._table = _table(map)
+        self._table = _table(map) if isinstance(map, str) else _rows(map)
+
+    @classmethod
+    def of(cls, source: Any) -> Self:
+        """That of a `ScalarColorMap`, or of a renderer as it draws now: of a lidar, terrain, pressure or cable damage.
+
+        A renderer whose colours tell no numbers is a `ValueError`.
+        """
+        native = _native_scale(source)
+        if native is None:
+            raise ValueError("the renderer colours nothing by a number: choose what, for example with setRenderHeights")
+        colors = [(color.r, color.g, color.b, color.a) for color in native.getColors()]
+        return cls(colors, native.getMinScalar(), native.getMaxScalar())
 
     def colors(self, values: Any) -> Any:
         """float32 of shape (n, 4), one colour for each value; beyond the ends those of the ends, grey for NaN."""
@@ -45,10 +59,11 @@ class ColorScale:
         values = numpy.asarray(values, dtype=float).ravel()
         known = numpy.isfinite(values) | numpy.isinf(values)
         part = (numpy.where(known, values, self.low) - self.low) / ((self.high - self.low) or 1.0)
-        place = numpy.clip(part, 0, 1) * (_STEPS - 1)
+        last = len(self._table) - 1
+        place = numpy.clip(part, 0, 1) * last
         under = place.astype(int)
         rest = (place - under)[:, None]
-        mixed = self._table[under] * (1 - rest) + self._table[numpy.minimum(under + 1, _STEPS - 1)] * rest
+        mixed = self._table[under] * (1 - rest) + self._table[numpy.minimum(under + 1, last)] * rest
         return numpy.where(known[:, None], mixed, _UNKNOWN).astype(numpy.float32)
 
     def ticks(self, most: int = 6) -> list[float]:
@@ -64,7 +79,27 @@ class ColorScale:
         return [number * step for number in range(first, last + 1)]
 
     def __repr__(self) -> str:
-        return f"hyxOSG.ColorScale({self.map!r}, {self.low:g}, {self.high:g})"
+        name = repr(self.map) if isinstance(self.map, str) else f"{len(self._table)} colours"
+        return f"hyxOSG.ColorScale({name}, {self.low:g}, {self.high:g})"
+
+
+def _native_scale(source: Any) -> Any:
+    import hyxOSG
+
+    if isinstance(source, hyxOSG.ScalarColorMap):
+        return source
+    if not hasattr(source, "getColorScale"):
+        raise TypeError(f"a scale is that of a ScalarColorMap or of a renderer, not of {source!r}")
+    return source.getColorScale()
+
+
+def _rows(colors: Any) -> Any:
+    import numpy
+
+    table = numpy.array(colors, dtype=float)
+    if table.ndim != 2 or len(table) == 0 or table.shape[1] not in (3, 4):
+        raise ValueError("the colours of a scale are rows of three or four numbers")
+    return table if table.shape[1] == 4 else numpy.column_stack([table, numpy.ones(len(table))])
 
 
 def _table(name: str) -> Any:
@@ -187,7 +222,7 @@ def _show_vertex_colors(mesh: Any, lit: bool) -> None:
 
 
 class ColorBar:
-    """A scale with ticks on the right of the picture, until `remove`.
+    """A scale with ticks on the right of the picture, until `remove`. `ColorBar.of` is that of a renderer.
 
     `label` stands above it. `place` and `size` are in pixels, from the lower left; without them the bar has three
     fifths of the height.
@@ -207,50 +242,97 @@ class ColorBar:
 
         width, height = _osg.getPictureSize(app)
         letters = max(10.0, height / 40)
-        self._size = size or (letters, 0.6 * height)
-        self._place = place or (width - 6.5 * letters, 0.2 * height)
-        self._letters, self._color, self._label = letters, color, label
+        self._drawn = _DrawnBar(
+            label, place or (width - 6.5 * letters, 0.2 * height), size or (letters, 0.6 * height), letters, color
+        )
         self._hud = app.getSceneDecorator().getHud()
         self._node = osg.Group()
-        self.scale = scale
+        self._node.addChild(self._drawn.node)
+        self._drawn.show(scale)
         self._hud.addChild(self._node)
+
+    @classmethod
+    def of(cls, app: Any, renderer: Any, label: str = "", **options: Any) -> Self:
+        """The bar of a lidar, terrain, pressure or cable damage renderer, or of a `ScalarColorMap` as it is now.
+
+        It has the colours that are drawn, over the numbers that they stand for, and follows a renderer in every
+        picture; it keeps the renderer. `options` are those of `ColorBar`.
+        """
+        bar = cls(app, ColorScale.of(renderer), label, **options)
+        bar._node.setUpdateFunction(_follower(bar._drawn, renderer))
+        return bar
 
     @property
     def scale(self) -> ColorScale:
-        """What the bar shows; another one can be assigned."""
-        return self._scale
+        """What the bar shows; another one can be assigned, and stays."""
+        return self._drawn.scale
 
     @scale.setter
     def scale(self, scale: ColorScale) -> None:
-        if not isinstance(scale, ColorScale):
-            raise TypeError(f"a colour bar shows a ColorScale, not {type(scale).__name__}")
-        self._scale = scale
-        while self._node.getNumChildren():
-            self._node.removeChild(self._node.getChild(0))
-        self._node.addChild(self._strip())
-        (left, bottom), (wide, high) = self._place, self._size
-        span = (scale.high - scale.low) or 1.0
-        for tick in scale.ticks():
-            self._write(
-                f"{tick:.6g}", left + wide + 0.5 * self._letters, bottom + high * (tick - scale.low) / span, False
-            )
-        if self._label:
-            self._write(self._label, left + wide / 2, bottom + high + self._letters, True)
+        self._node.setUpdateFunction(None)
+        self._drawn.show(scale)
 
     def remove(self) -> None:
         """Takes the bar out of the picture."""
+        self._node.setUpdateFunction(None)
         self._hud.removeChild(self._node)
+
+
+def _follower(drawn: _DrawnBar, source: Any) -> Callable[[], None]:
+    """Draws the scale of `source` whenever it is another one."""
+    last = _native_scale(source)
+
+    def follow() -> None:
+        nonlocal last
+        native = _native_scale(source)
+        if native is None:
+            drawn.clear()
+        elif last is None or int(native.this) != int(last.this):
+            drawn.show(ColorScale.of(native))
+        last = native
+
+    return follow
+
+
+class _DrawnBar:
+    """The nodes of a bar."""
+
+    def __init__(
+        self, label: str, place: tuple[float, float], size: tuple[float, float], letters: float, color: Any
+    ) -> None:
+        import osg
+
+        self.node = osg.Group()
+        self._label, self._place, self._size, self._letters, self._color = label, place, size, letters, color
+
+    def clear(self) -> None:
+        while self.node.getNumChildren():
+            self.node.removeChild(self.node.getChild(0))
+
+    def show(self, scale: ColorScale) -> None:
+        if not isinstance(scale, ColorScale):
+            raise TypeError(f"a colour bar shows a ColorScale, not {type(scale).__name__}")
+        self.scale = scale
+        self.clear()
+        self.node.addChild(self._strip())
+        (left, bottom), (wide, high) = self._place, self._size
+        span = (scale.high - scale.low) or 1.0
+        for tick in scale.ticks():
+            height = bottom + high * (tick - scale.low) / span
+            self._write(f"{tick:.6g}", left + wide + 0.5 * self._letters, height, False)
+        if self._label:
+            self._write(self._label, left + wide / 2, bottom + high + self._letters, True)
 
     def _strip(self) -> Any:
         import numpy
         import osg
 
-        (left, bottom), (wide, high), scale = self._place, self._size, self._scale
-        rows = numpy.linspace(0, 1, 65)
+        (left, bottom), (wide, high), scale = self._place, self._size, self.scale
+        rows = numpy.linspace(0, 1, _STEPS + 1)
         strip = osg.Geometry()
         strip.vertices = [(left + wide * side, bottom + high * row, 0) for row in rows for side in (0, 1)]
         strip.colors = numpy.repeat(scale.colors(scale.low + (scale.high - scale.low) * rows), 2, axis=0)
-        strip.addElements(5, numpy.arange(130))  # GL_TRIANGLE_STRIP
+        strip.addElements(5, numpy.arange(2 * len(rows)))  # GL_TRIANGLE_STRIP
         lines = osg.Geometry()
         span = (scale.high - scale.low) or 1.0
         heights = [bottom + high * (tick - scale.low) / span for tick in scale.ticks()]
@@ -274,4 +356,4 @@ class ColorBar:
         words.setCharacterSize(self._letters)
         words.setAxisAlignment(hyxOSG.Text.XY_PLANE)
         words.setAlignment(hyxOSG.Text.CENTER_BOTTOM if centered else hyxOSG.Text.LEFT_CENTER)
-        self._node.addChild(words)
+        self.node.addChild(words)

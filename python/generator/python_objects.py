@@ -152,6 +152,7 @@ ARGUMENTS: dict[str, dict[str, str]] = {
     "osg.Geometry.setTexCoordArray": {"coordinates": "Rows"},
     "osg.Geometry.setVertexArray": {"vertices": "Rows"},
     "osg.Image.setData": {"data": "bytes | bytearray | memoryview | Array"},
+    "osg.Node.setUpdateFunction": {"function": "Callable[[], object] | None"},
     "osg.readPicture": {"out": _PICTURE},
     "osg.readTruth": {name: f"{_PICTURE} | None" for name in ("depth", "normals", "flow", "identity")},
 }

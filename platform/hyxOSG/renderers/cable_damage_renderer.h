@@ -1,6 +1,7 @@
 // A cable in the colours of its wear.
 #pragma once
 
+#include "platform/hyx/objects/ref_ptr.h"
 #include "platform/hyx/values/types.h"
 #include "platform/hyxCable/cable_damage.h"
 #include "platform/hyxSDK/event_listener.h"
@@ -15,6 +16,7 @@ class Group;
 namespace hyxOSG {
 
 class GeometryNode;
+class ScalarColorMap;
 
 /// Draws a cable with each segment coloured by its damage, from blue (none) through green to red (the colour range's
 /// maximum).
@@ -39,6 +41,9 @@ public:
     /// Throws `std::invalid_argument` below 0.
     void setColorRangeMax(double damage);
     double getColorRangeMax() const;
+    /// The colours of the present picture, over damage. The same object until they change; writing to it changes no
+    /// picture.
+    hyx::ref_ptr<ScalarColorMap> getColorScale() const;
     /// The node that draws segment `segment`, null past the end.
     GeometryNode* getOsgNode(std::size_t segment);
 

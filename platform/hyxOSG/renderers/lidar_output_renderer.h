@@ -1,6 +1,7 @@
 // Draws what a lidar has hit as points coloured by the returned intensity.
 #pragma once
 
+#include "platform/hyx/objects/ref_ptr.h"
 #include "platform/hyxOSG/renderers/lidar_output_renderer_legend_point.h"
 
 #include <osg/Group>
@@ -17,6 +18,7 @@ class Lidar;
 namespace hyxOSG {
 
 class LidarOutputRendererColorFunctionCallback;
+class ScalarColorMap;
 
 /// A scene node that shows the hit points of a lidar. Put it under the scene root: every update traversal takes the
 /// lidar's new output, if there is any, so no further call is needed. All points that are shown lie in one vertex
@@ -102,6 +104,11 @@ public:
     /// of gray take over when the callback ends.
     /// \throws std::invalid_argument for null
     void setIntensityColorFunctionReplacement(LidarOutputRendererColorFunctionCallback* callback);
+
+    /// The colours over the intensities that the lidar measured, before they are scaled: for a legend up to its last
+    /// point or `maxIntensity`, for others where the scaled intensity is 0 to 1. A function is asked at even places.
+    /// The same object until they change; writing to it changes no picture. Passes on what the function throws.
+    hyx::ref_ptr<ScalarColorMap> getColorScale() const;
 
     void traverse(osg::NodeVisitor& visitor) override;
 

@@ -1,6 +1,7 @@
 // Shows the pressure in a contact as coloured triangles.
 #pragma once
 
+#include "platform/hyx/objects/ref_ptr.h"
 #include "platform/hyx/objects/referenced.h"
 #include "platform/hyx/values/affine_matrix4x4.h"
 #include "platform/hyx/values/types.h"
@@ -11,6 +12,8 @@
 #include <memory>
 
 namespace hyxOSG {
+
+class ScalarColorMap;
 
 /// Collects the triangles of a pressure field and draws them, coloured from blue at no pressure to red at the highest.
 /// One round is clear(), addTriangle() for each triangle, done(); what is on screen changes at done() only.
@@ -35,6 +38,9 @@ public:
     /// Moves the whole field.
     /// \param transform from the frame of the field to the world
     virtual void updateTransform(hyx::AffineMatrix4x4 const& transform);
+
+    /// The colours of what is shown, over pascal. The same object until they change; writing to it changes no picture.
+    hyx::ref_ptr<ScalarColorMap> getColorScale() const;
 
 protected:
     ~PressureFieldRenderer() override;

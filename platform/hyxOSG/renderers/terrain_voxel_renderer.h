@@ -1,6 +1,7 @@
 // Terrain and its layers of soil, down to single voxels.
 #pragma once
 
+#include "platform/hyx/objects/ref_ptr.h"
 #include "platform/hyx/values/range_real.h"
 #include "platform/hyx/values/string.h"
 #include "platform/hyx/values/types.h"
@@ -24,6 +25,7 @@ class TerrainInstance;
 namespace hyxOSG {
 
 class GeometryNode;
+class ScalarColorMap;
 
 /// Draws a terrain: its surface, its voxels with their values, its velocity field and its loose grains.
 /// Follows the terrain by itself in each frame; only rows that changed are computed anew.
@@ -105,6 +107,11 @@ public:
     hyx::String getSoilParticleMeshModelFilename() const;
     /// The picture on that model; empty for none.
     hyx::String getSoilParticleMeshTextureFilename() const;
+
+    /// The colours of the surface over its compaction or its height (metres, world), or else those of the voxels over
+    /// their compaction or mass (kg), at rest before on the move; null where no number is a colour. The same object
+    /// until they change; writing to it changes no picture.
+    hyx::ref_ptr<ScalarColorMap> getColorScale();
 
     /// Brings what is drawn up to date now.
     void update();

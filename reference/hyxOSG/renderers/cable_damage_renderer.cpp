@@ -5,6 +5,7 @@
 #include "platform/hyxOSG/renderers/scalar_color_map.h"
 #include "reference/hyx/values/number_checks.h"
 #include "reference/hyxOSG/renderers/frame_update.h"
+#include "reference/hyxOSG/renderers/told_scale.h"
 #include "reference/machinery/meshes/conversions.h"
 #include "reference/machinery/meshes/shape_meshes.h"
 #include "reference/machinery/shading/material_colors.h"
@@ -33,6 +34,7 @@ struct CableDamageRenderer::Implementation {
     std::vector<osg::ref_ptr<osg::Material>> materials;
     hyx::UInt drawnCable = 0;
     hyx::UInt drawnDamage = 0;
+    ToldScale scale;
     ShownNode shown;
 
     Implementation(hyxCable::CableDamage* damage, double radius, osg::Group* parent)
@@ -44,6 +46,7 @@ struct CableDamageRenderer::Implementation {
     void makeSegments(std::size_t count);
     void place();
     void color();
+    DrawnScale drawnScale() const;
 
     double damageOf(std::size_t segment) const {
         return accumulated ? damage->getAccumulatedDamage(segment) : damage->getCurrentDamage(segment);
@@ -93,6 +96,11 @@ void CableDamageRenderer::setColorRangeMax(double damage) {
 
 double CableDamageRenderer::getColorRangeMax() const {
     return m_implementation->rangeMax;
+}
+
+hyx::ref_ptr<ScalarColorMap> CableDamageRenderer::getColorScale() const {
+    m_implementation->follow();
+    return m_implementation->scale.tell(m_implementation->drawnScale());
 }
 
 GeometryNode* CableDamageRenderer::getOsgNode(std::size_t segment) {
@@ -151,14 +159,16 @@ void CableDamageRenderer::Implementation::place() {
 }
 
 void CableDamageRenderer::Implementation::color() {
+    hyx::ref_ptr<ScalarColorMap> const map = newColorMap(drawnScale());
+    for (std::size_t i = 0; i < segments.size(); ++i)
+        setDiffuse(*materials[i], map->getColorOSG(damageOf(i), true));
+}
+
+DrawnScale CableDamageRenderer::Implementation::drawnScale() const {
     double most = rangeMax;
     for (std::size_t i = 0; rangeMax == 0 && i < segments.size(); ++i)
         most = std::max(most, damageOf(i));
-    hyxRender::ColorVector colors;
-    colors.assign({hyxRender::Color(0, 0, 1), hyxRender::Color(0, 1, 0), hyxRender::Color(1, 0, 0)});
-    hyx::ref_ptr<ScalarColorMap> const map = new ScalarColorMap(colors, 0, most > 0 ? most : 1);
-    for (std::size_t i = 0; i < segments.size(); ++i)
-        setDiffuse(*materials[i], map->getColorOSG(damageOf(i), true));
+    return {{{0, 0, 1, 1}, {0, 1, 0, 1}, {1, 0, 0, 1}}, 0, most > 0 ? most : 1};
 }
 
 } // namespace hyxOSG

@@ -46,6 +46,17 @@ LidarOutputRenderer::IntensityState::ColorFunc legendFunction(LidarOutputRendere
     return [legend = std::move(legend)](float intensity) { return legendColor(legend, intensity); };
 }
 
+std::pair<float, float> legendEnds(LidarOutputRendererLegend const& legend, float maxIntensity) {
+    float low = 0, high = 1;
+    for (auto const& point : legend) {
+        if (!std::isfinite(point.intensity))
+            continue;
+        low = std::min(low, point.intensity);
+        high = std::max(high, point.intensity);
+    }
+    return {low * maxIntensity, high * maxIntensity};
+}
+
 osg::Vec4ub colorBytes(osg::Vec4f const& color) {
     return {toByte(color.r()), toByte(color.g()), toByte(color.b()), toByte(color.a())};
 }

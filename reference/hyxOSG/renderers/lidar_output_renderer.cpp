@@ -7,6 +7,7 @@
 #include "reference/hyx/values/number_checks.h"
 #include "reference/hyxOSG/renderers/lidar_colors.h"
 #include "reference/hyxOSG/renderers/lidar_point_cloud.h"
+#include "reference/hyxOSG/renderers/told_scale.h"
 #include "reference/machinery/shading/node_state.h"
 #include "reference/machinery/shading/shading_marks.h"
 
@@ -24,6 +25,7 @@ namespace {
 
 constexpr float pixelsAtScaleOne = 3.0f;
 constexpr int onTopBin = 1000;
+constexpr int scaleSamples = 1025; // more than a bar has pixels
 
 } // namespace
 
@@ -31,6 +33,9 @@ struct LidarOutputRenderer::Implementation {
     hyx::ref_ptr<hyxSensor::Lidar const> lidar;
     LidarPointCloud cloud;
     IntensityState::ColorFunc color = presetFunction(IntensityState::RAINBOW);
+    std::pair<float, float> colored{0, 1}; // scaled intensities between which colours change
+    ToldScale scale;
+    bool scaleTold = false; // since the last change
     osg::ref_ptr<osg::Point> point = new osg::Point(pixelsAtScaleOne);
     float pointScale = 1;
     float intensityScale = 1;
@@ -41,7 +46,8 @@ struct LidarOutputRenderer::Implementation {
     double time = 0;
 
     void setUpState(osg::StateSet& state);
-    void setColor(IntensityState::ColorFunc next);
+    void setColor(IntensityState::ColorFunc next, std::pair<float, float> ends = {0.0f, 1.0f});
+    DrawnScale drawnScale() const;
     void takeOutput(osg::FrameStamp const* frame);
     double now(osg::FrameStamp const* frame) const;
 };
@@ -54,9 +60,22 @@ void LidarOutputRenderer::Implementation::setUpState(osg::StateSet& state) {
     state.setAttributeAndModes(point);
 }
 
-void LidarOutputRenderer::Implementation::setColor(IntensityState::ColorFunc next) {
+void LidarOutputRenderer::Implementation::setColor(IntensityState::ColorFunc next, std::pair<float, float> ends) {
     color = std::move(next);
+    colored = ends;
     recolorAll = true;
+    scaleTold = false;
+}
+
+DrawnScale LidarOutputRenderer::Implementation::drawnScale() const {
+    auto const factor = intensityScale != 0 ? 1.0 / intensityScale : 1.0;
+    auto const [low, high] = std::minmax({colored.first * factor, colored.second * factor});
+    DrawnScale drawn{{}, low, high};
+    for (int i = 0; i < scaleSamples; ++i) {
+        auto const intensity = low + (high - low) * i / (scaleSamples - 1);
+        drawn.colors.push_back(color(static_cast<float>(intensity * intensityScale)));
+    }
+    return drawn;
 }
 
 double LidarOutputRenderer::Implementation::now(osg::FrameStamp const* frame) const {
@@ -104,6 +123,7 @@ LidarOutputRenderer::LidarOutputRenderer(LidarOutputRenderer const& other)
     m_implementation->intensityScale = other.m_implementation->intensityScale;
     m_implementation->lifetime = other.m_implementation->lifetime;
     m_implementation->color = other.m_implementation->color;
+    m_implementation->colored = other.m_implementation->colored;
 }
 
 LidarOutputRenderer::~LidarOutputRenderer() = default;
@@ -122,6 +142,7 @@ void LidarOutputRenderer::setIntensityScale(float scale) {
     hyx::requireArgument(std::isfinite(scale), "the intensity scale must be finite");
     m_implementation->intensityScale = scale;
     m_implementation->recolorAll = true;
+    m_implementation->scaleTold = false;
 }
 
 float LidarOutputRenderer::getIntensityScale() const {
@@ -166,7 +187,7 @@ void LidarOutputRenderer::setIntensityColorFunctionFromLegend(LidarOutputRendere
                                                               float maxIntensity) {
     hyx::requireArgument(maxIntensity > 0 && std::isfinite(maxIntensity),
                          "the largest intensity must be positive and finite");
-    m_implementation->setColor(legendFunction(legend, maxIntensity));
+    m_implementation->setColor(legendFunction(legend, maxIntensity), legendEnds(legend, maxIntensity));
 }
 
 void LidarOutputRenderer::setIntensityColorFunction(IntensityState::ColorFunc function) {
@@ -178,6 +199,14 @@ void LidarOutputRenderer::setIntensityColorFunctionReplacement(LidarOutputRender
     hyx::requireArgument(callback != nullptr,
                          "the colour callback is None: give a LidarOutputRendererColorFunctionCallback");
     setIntensityColorFunction(*callback->getColorFunction());
+}
+
+hyx::ref_ptr<ScalarColorMap> LidarOutputRenderer::getColorScale() const {
+    auto& state = *m_implementation;
+    if (!state.scaleTold)
+        state.scale.tell(state.drawnScale());
+    state.scaleTold = true;
+    return state.scale.last();
 }
 
 void LidarOutputRenderer::traverse(osg::NodeVisitor& visitor) {

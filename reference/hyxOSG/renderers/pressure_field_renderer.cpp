@@ -2,6 +2,7 @@
 #include "platform/hyxOSG/renderers/pressure_field_renderer.h"
 
 #include "reference/hyxOSG/renderers/color_presets.h"
+#include "reference/hyxOSG/renderers/told_scale.h"
 #include "reference/machinery/shading/node_state.h"
 #include "reference/machinery/shading/shading_marks.h"
 
@@ -35,6 +36,8 @@ bool drawable(hyxModel::TriangleData const& triangle, hyx::AffineMatrix4x4 const
 struct PressureFieldRenderer::Implementation {
     osg::observer_ptr<osg::Group> root;
     double maxPressure = 0; // 0: that of the round
+    double shownLimit = 0;  // of the last colour
+    ToldScale scale;
     osg::ref_ptr<osg::MatrixTransform> node = new osg::MatrixTransform;
     osg::ref_ptr<osg::Geometry> geometry = new osg::Geometry;
     osg::ref_ptr<osg::Vec3Array> positions = new osg::Vec3Array;
@@ -69,7 +72,8 @@ void PressureFieldRenderer::Implementation::setUp() {
 
 void PressureFieldRenderer::Implementation::show() {
     auto const highest = pressures.empty() ? 0.0 : *std::max_element(pressures.begin(), pressures.end());
-    auto const limit = maxPressure > 0 ? maxPressure : highest;
+    auto const limit = maxPressure > 0 ? maxPressure : std::max(highest, 0.0);
+    shownLimit = limit;
     auto const& table = presetColors(coolwarm);
     positions->assign(corners.begin(), corners.end());
     colors->clear();
@@ -90,6 +94,7 @@ PressureFieldRenderer::PressureFieldRenderer(osg::Group* root, hyx::Real maxPres
         throw std::invalid_argument("the highest pressure must be 0 (automatic) or more pascal");
     m_implementation->root = root;
     m_implementation->maxPressure = maxPressure;
+    m_implementation->shownLimit = maxPressure;
     m_implementation->setUp();
     if (root)
         root->addChild(m_implementation->node);
@@ -121,6 +126,10 @@ void PressureFieldRenderer::done() {
 
 void PressureFieldRenderer::updateTransform(hyx::AffineMatrix4x4 const& transform) {
     m_implementation->node->setMatrix(osg::Matrixd(transform.ptr()));
+}
+
+hyx::ref_ptr<ScalarColorMap> PressureFieldRenderer::getColorScale() const {
+    return m_implementation->scale.tell({presetColors(coolwarm), 0, m_implementation->shownLimit});
 }
 
 } // namespace hyxOSG

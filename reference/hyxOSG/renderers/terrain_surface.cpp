@@ -2,6 +2,7 @@
 #include "reference/hyxOSG/renderers/terrain_surface.h"
 
 #include "platform/hyxOSG/renderers/scalar_color_map.h"
+#include "reference/hyxOSG/renderers/color_presets.h"
 #include "reference/machinery/shading/vertex_colors.h"
 
 #include <algorithm>
@@ -23,16 +24,21 @@ osg::Vec4ub toBytes(hyx::Vec4f const& color) {
 }
 
 Table tableOf(ScalarColorMap::ColorRangePreset preset) {
-    hyx::ref_ptr<ScalarColorMap> const map = new ScalarColorMap(preset, 0, shades - 1);
+    auto const& colors = presetColors(preset);
     Table table;
     for (int i = 0; i < shades; ++i)
-        table[i] = toBytes(map->getColor(i, true));
+        table[i] = toBytes(hyx::Vec4f(colors[i].r(), colors[i].g(), colors[i].b(), colors[i].a()));
     return table;
 }
 
 osg::Vec4ub shade(Table const& table, double value, double lowest, double highest) {
     double const share = highest > lowest ? (value - lowest) / (highest - lowest) : 0;
-    return table[static_cast<int>(std::clamp(share, 0.0, 1.0) * (shades - 1))];
+    return table[std::lround(std::clamp(share, 0.0, 1.0) * (shades - 1))];
+}
+
+// Of the colours of compaction, where the range that is asked for has an end.
+std::pair<double, double> compactionEnds(hyx::RangeReal const& range) {
+    return {std::isfinite(range.lower()) ? range.lower() : 0.7, std::isfinite(range.upper()) ? range.upper() : 1.3};
 }
 
 osg::Vec4ub materialColor(TerrainColoring const& coloring, hyx::UInt material) {
@@ -130,9 +136,7 @@ void TerrainSurface::writeColors(hyx::UInt row, TerrainColoring const& coloring)
     static Table const compactionTable = tableOf(ScalarColorMap::COOLWARM);
     hyx::UInt const nx = m_terrain.getNumColumnsX();
     osg::Vec4ub* colors = &(*m_colors)[row * nx];
-    hyx::RangeReal const& range = coloring.compactionRange;
-    double const loosest = std::isfinite(range.lower()) ? range.lower() : 0.7;
-    double const densest = std::isfinite(range.upper()) ? range.upper() : 1.3;
+    auto const [loosest, densest] = compactionEnds(coloring.compactionRange);
     osg::Vec4ub const plain = toBytes(coloring.color);
     for (hyx::UInt x = 0; x < nx; ++x)
         colors[x] = coloring.materials ? materialColor(coloring, m_terrain.getSurfaceMaterial(x, row))
@@ -140,6 +144,17 @@ void TerrainSurface::writeColors(hyx::UInt row, TerrainColoring const& coloring)
                         ? shade(compactionTable, m_terrain.getSurfaceCompaction(x, row), loosest, densest)
                     : coloring.heights ? shade(heightTable, m_terrain.getHeights()[row * nx + x], m_lowest, m_highest)
                                        : plain;
+}
+
+std::optional<DrawnScale> TerrainSurface::scale(TerrainColoring const& coloring) const {
+    if (coloring.materials || (!coloring.compaction && !coloring.heights))
+        return std::nullopt;
+    if (coloring.compaction) {
+        auto const [loosest, densest] = compactionEnds(coloring.compactionRange);
+        return DrawnScale{presetColors(ScalarColorMap::COOLWARM), loosest, densest};
+    }
+    double const base = m_terrain.getPosition().z;
+    return DrawnScale{presetColors(ScalarColorMap::VIRIDIS), base + m_lowest, base + m_highest};
 }
 
 } // namespace hyxOSG

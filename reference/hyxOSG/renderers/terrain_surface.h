@@ -6,6 +6,9 @@
 #include "platform/hyxRender/color.h"
 #include "platform/hyxTerrain/terrain.h"
 #include "reference/hyxOSG/renderers/surface_mesh.h"
+#include "reference/hyxOSG/renderers/told_scale.h"
+
+#include <optional>
 
 namespace hyxOSG {
 
@@ -29,6 +32,9 @@ public:
 
     /// Rewrites the rows that changed since the last time, or all where `all` is set; whether there were any.
     bool update(TerrainColoring const& coloring, bool all);
+
+    /// What colours the surface as of the last update; nothing where no number does.
+    std::optional<DrawnScale> scale(TerrainColoring const& coloring) const;
 
 private:
     void makeTriangles();

@@ -9,6 +9,7 @@
 #include "reference/hyxOSG/renderers/soil_meshes.h"
 #include "reference/hyxOSG/renderers/terrain_surface.h"
 #include "reference/hyxOSG/renderers/terrain_voxels.h"
+#include "reference/hyxOSG/renderers/told_scale.h"
 #include "reference/machinery/meshes/conversions.h"
 
 #include <osg/Geode>
@@ -59,6 +60,7 @@ struct TerrainVoxelRenderer::Implementation {
     bool restyled = true; ///< colours or selection changed since the last update
     hyx::String modelFile, textureFile;
     hyx::UInt drawnRevision = 0;
+    ToldScale scale;
 
     osg::ref_ptr<GeometryNode> node = new GeometryNode;
     osg::ref_ptr<osg::MatrixTransform> content = new osg::MatrixTransform;
@@ -303,6 +305,15 @@ hyx::String TerrainVoxelRenderer::getSoilParticleMeshModelFilename() const {
 
 hyx::String TerrainVoxelRenderer::getSoilParticleMeshTextureFilename() const {
     return m_implementation->textureFile;
+}
+
+hyx::ref_ptr<ScalarColorMap> TerrainVoxelRenderer::getColorScale() {
+    m_implementation->update();
+    auto scale = m_implementation->heightField ? m_implementation->surface.scale(m_implementation->coloring)
+                                               : std::optional<DrawnScale>();
+    if (!scale)
+        scale = m_implementation->voxels.scale(m_implementation->voxelLook);
+    return scale ? m_implementation->scale.tell(*std::move(scale)) : hyx::ref_ptr<ScalarColorMap>();
 }
 
 void TerrainVoxelRenderer::update() {

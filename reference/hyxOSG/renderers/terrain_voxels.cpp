@@ -50,11 +50,11 @@ void TerrainVoxels::update(VoxelLook const& look) {
         return voxel.solidMass > 0 && !(look.fluidMass && voxel.fluidMass > 0);
     };
     if (look.compaction)
-        addBoxes([&](Voxel const& voxel) { return isAtRest(voxel) ? voxel.compaction : 0; }, most);
+        m_largestAtRest = addBoxes([&](Voxel const& voxel) { return isAtRest(voxel) ? voxel.compaction : 0; }, most);
     else if (look.solidMass)
-        addBoxes([&](Voxel const& voxel) { return isAtRest(voxel) ? voxel.solidMass : 0; }, most);
+        m_largestAtRest = addBoxes([&](Voxel const& voxel) { return isAtRest(voxel) ? voxel.solidMass : 0; }, most);
     if (look.fluidMass)
-        addBoxes([](Voxel const& voxel) { return voxel.fluidMass; }, most);
+        m_largestMoving = addBoxes([](Voxel const& voxel) { return voxel.fluidMass; }, most);
     if (look.edges)
         addEdges();
     if (look.velocities)
@@ -75,8 +75,8 @@ std::vector<Voxel> TerrainVoxels::cells(UInt x, UInt y) const {
 }
 
 // Boxes for the voxels with a value, coloured by its part of the largest one. Boxes that stand on the rock in one pile
-// hide the sides of those beside them.
-void TerrainVoxels::addBoxes(Value const& value, osg::Vec4 const& maximumColor) {
+// hide the sides of those beside them. Returns the largest value.
+double TerrainVoxels::addBoxes(Value const& value, osg::Vec4 const& maximumColor) {
     UInt const nx = m_terrain.getNumColumnsX(), ny = m_terrain.getNumColumnsY();
     std::vector<Box> boxes;
     std::vector<double> covered(nx * ny, -m_terrain.getDepth());
@@ -96,6 +96,14 @@ void TerrainVoxels::addBoxes(Value const& value, osg::Vec4 const& maximumColor) 
         auto const share = static_cast<float>(box.value / largest);
         addBox(box, covered, smallestColor * (1 - share) + maximumColor * share);
     }
+    return largest;
+}
+
+std::optional<DrawnScale> TerrainVoxels::scale(VoxelLook const& look) const {
+    bool const atRest = look.compaction || look.solidMass;
+    if (!atRest && !look.fluidMass)
+        return std::nullopt;
+    return DrawnScale{{smallestColor, toOsg(look.maximumColor)}, 0, atRest ? m_largestAtRest : m_largestMoving};
 }
 
 // Faces that lie against another box are left out; the lowest one, on the rock, too.

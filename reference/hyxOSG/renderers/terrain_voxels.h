@@ -4,10 +4,12 @@
 #include "platform/hyx/values/vec4f.h"
 #include "platform/hyxTerrain/terrain.h"
 #include "reference/hyxOSG/renderers/surface_mesh.h"
+#include "reference/hyxOSG/renderers/told_scale.h"
 
 #include <osg/Group>
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 namespace hyxOSG {
@@ -34,6 +36,9 @@ public:
     /// Draws everything anew.
     void update(VoxelLook const& look);
 
+    /// What colours the boxes as of the last update; nothing where there are none. Soil at rest comes first.
+    std::optional<DrawnScale> scale(VoxelLook const& look) const;
+
 private:
     using Value = std::function<double(hyxTerrain::Voxel const&)>;
 
@@ -44,7 +49,7 @@ private:
     };
 
     std::vector<hyxTerrain::Voxel> cells(hyx::UInt x, hyx::UInt y) const;
-    void addBoxes(Value const& value, osg::Vec4 const& maximumColor);
+    double addBoxes(Value const& value, osg::Vec4 const& maximumColor);
     void addBox(Box const& box, std::vector<double> const& covered, osg::Vec4 const& color);
     void addFace(osg::Vec3 const& a, osg::Vec3 const& u, osg::Vec3 const& v, osg::Vec4 const& color);
     void addEdges();
@@ -59,6 +64,7 @@ private:
     osg::ref_ptr<osg::Vec4Array> m_lineColors = new osg::Vec4Array;
     osg::ref_ptr<osg::DrawArrays> m_lineRange = new osg::DrawArrays(GL_LINES, 0, 0);
     osg::ref_ptr<osg::Group> m_group = new osg::Group;
+    double m_largestAtRest = 0, m_largestMoving = 0; ///< of the values that are colours
 };
 
 } // namespace hyxOSG
