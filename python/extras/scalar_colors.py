@@ -298,7 +298,12 @@ class _DrawnBar:
     """The nodes of a bar."""
 
     def __init__(
-        self, label: str, place: tuple[float, float], size: tuple[float, float], letters: float, color: Any
+        self,
+        label: str,
+        place: tuple[float, float],
+        size: tuple[float, float],
+        letters: float,
+        color: tuple[float, float, float],
     ) -> None:
         import osg
 
@@ -352,7 +357,8 @@ class _DrawnBar:
         import hyx
         import hyxOSG
 
-        words = hyxOSG.Text(text, hyx.Vec3(x, y, 1), hyx.Vec4(*self._color, 1))
+        r, g, b = self._color
+        words = hyxOSG.Text(text, hyx.Vec3(x, y, 1), hyx.Vec4(r, g, b, 1))
         words.setCharacterSize(self._letters)
         words.setAxisAlignment(hyxOSG.Text.XY_PLANE)
         words.setAlignment(hyxOSG.Text.CENTER_BOTTOM if centered else hyxOSG.Text.LEFT_CENTER)

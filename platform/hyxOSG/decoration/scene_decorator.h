@@ -103,9 +103,9 @@ public:
     /// How many meshes may throw shadows where the processor draws; 0 means any number.
     int getShadowCasterLimit() const;
 
-    /// Ambient light in the colours of the background: from the sky above, darker from the ground below, or the same
-    /// from all sides for a background of one colour. Without lamps it is all the light of the sky. Default off:
-    /// the same grey from everywhere.
+    /// Ambient light in the colours of the background, or of a sky box in the scene: from the sky above, darker from
+    /// the ground below, or the same from all sides for a background of one colour. Without lamps it is all the light
+    /// of the sky. Default off: the same grey from everywhere.
     void setEnableSkyLight(bool enable);
     /// Whether ambient light has the colours of the background.
     bool getEnableSkyLight() const;

@@ -2,14 +2,15 @@
 #pragma once
 
 #include <osg/Group>
+#include <osg/Vec3f>
 
 #include <string>
 
 namespace hyxOSG {
 
 /// A box that shows a cube map and always surrounds the camera, so that it seems endlessly far away. It is drawn behind
-/// everything, does not count in the scene's bounds and takes no part in lights and shadows. The Z axis of the scene
-/// points to the map's upper side.
+/// everything, does not count in the scene's bounds and takes no part in shadows. The Z axis of the scene points to the
+/// map's upper side. In a decorated scene the sky light (`SceneDecorator::setEnableSkyLight`) has its colours.
 class SkyBox : public osg::Group {
 public:
     /// \param name the node's name
@@ -22,6 +23,16 @@ public:
     SkyBox(std::string const& name, std::string const& imagePath, std::string const& imageExtension,
            double heading = 0.0, float brightness = 1.0f);
 
+    /// The light from above and from below: the mean colours of the map's halves, by solid angle, times the brightness.
+    struct Light {
+        osg::Vec3f upper, lower;
+    };
+
+    Light const& getLight() const { return m_light; }
+
+    /// The sky box below `scene`, of several the last made; null for none.
+    static SkyBox const* find(osg::Node const& scene);
+
     char const* libraryName() const override { return "hyxOSG"; }
 
     char const* className() const override { return "SkyBox"; }
@@ -30,6 +41,9 @@ public:
 
 protected:
     ~SkyBox() override;
+
+private:
+    Light m_light;
 };
 
 } // namespace hyxOSG

@@ -296,6 +296,7 @@ void SceneDecorator::traverse(osg::NodeVisitor& visitor) {
     if (updates) {
         m_implementation->layOut();
         m_implementation->followSupport();
+        m_implementation->followSky();
         m_implementation->lights.declareSpots(*m_implementation->scene->getOrCreateStateSet());
     }
     osg::Group::traverse(visitor);

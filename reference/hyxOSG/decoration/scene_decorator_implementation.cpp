@@ -2,6 +2,7 @@
 #include "reference/hyxOSG/decoration/scene_decorator_implementation.h"
 
 #include "platform/hyxOSG/application/example_application.h"
+#include "platform/hyxOSG/decoration/sky_box.h"
 #include "platform/osg/attachment.h"
 #include "reference/hyxOSG/decoration/screen_layer.h"
 #include "reference/hyxOSG/decoration/shadow_method.h"
@@ -108,18 +109,28 @@ void SceneDecorator::Implementation::warnOfReplacement() {
 void SceneDecorator::Implementation::setBackground(osg::Vec4 const& upperLeft, osg::Vec4 const& upperRight,
                                                    osg::Vec4 const& lowerLeft, osg::Vec4 const& lowerRight) {
     background.setColors(upperLeft, upperRight, lowerLeft, lowerRight);
+    followSky();
+}
+
+void SceneDecorator::Implementation::followSky() {
+    if (SkyBox const* const box = SkyBox::find(*scene))
+        return setSkyLight(box->getLight().upper, box->getLight().lower);
+    auto const& [upperLeft, upperRight, lowerLeft, lowerRight] = background.colors();
     // The ground gives back a part of the light of the horizon. A background of one colour has no ground.
     bool const even = upperLeft == upperRight && upperLeft == lowerLeft && upperLeft == lowerRight;
     float const groundShare = even ? 1.0f : 0.62f;
     osg::Vec4 const sky = (upperLeft + upperRight + lowerLeft + lowerRight) * 0.25f;
     osg::Vec4 const ground = (lowerLeft + lowerRight) * (0.5f * groundShare);
+    setSkyLight(osg::Vec3(sky.r(), sky.g(), sky.b()), osg::Vec3(ground.r(), ground.g(), ground.b()));
+}
+
+void SceneDecorator::Implementation::setSkyLight(osg::Vec3 const& sky, osg::Vec3 const& ground) {
     osg::StateSet& state = *scene->getOrCreateStateSet();
-    state.getOrCreateUniform("hyx_skyColor", osg::Uniform::FLOAT_VEC3)->set(osg::Vec3(sky.r(), sky.g(), sky.b()));
-    state.getOrCreateUniform("hyx_groundColor", osg::Uniform::FLOAT_VEC3)
-        ->set(osg::Vec3(ground.r(), ground.g(), ground.b()));
+    state.getOrCreateUniform("hyx_skyColor", osg::Uniform::FLOAT_VEC3)->set(sky);
+    state.getOrCreateUniform("hyx_groundColor", osg::Uniform::FLOAT_VEC3)->set(ground);
     // Beside lamps a dark background, as of a studio, leaves the ambient light that there is without sky light.
     constexpr float enough = 0.625f;
-    float const luminance = 0.2126f * sky.r() + 0.7152f * sky.g() + 0.0722f * sky.b();
+    float const luminance = 0.2126f * sky.x() + 0.7152f * sky.y() + 0.0722f * sky.z();
     state.getOrCreateUniform("hyx_skyLack", osg::Uniform::FLOAT)->set(std::max(0.0f, enough - luminance));
 }
 

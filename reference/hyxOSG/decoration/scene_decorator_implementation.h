@@ -36,6 +36,9 @@ struct SceneDecorator::Implementation {
     /// Follows what the window's driver has turned out to do.
     void followSupport();
 
+    /// Takes the light of a sky box in the scene, or else of the background.
+    void followSky();
+
     /// Once for each method in a row.
     void warnOfReplacement();
 
@@ -46,6 +49,8 @@ struct SceneDecorator::Implementation {
     /// The colours behind the scene, which are those of the sky and the ground around it, too.
     void setBackground(osg::Vec4 const& upperLeft, osg::Vec4 const& upperRight, osg::Vec4 const& lowerLeft,
                        osg::Vec4 const& lowerRight);
+
+    void setSkyLight(osg::Vec3 const& sky, osg::Vec3 const& ground);
 
     osg::Vec2f window;
     unsigned int shadowMapSize;

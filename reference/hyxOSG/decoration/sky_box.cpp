@@ -10,8 +10,10 @@
 #include <osg/Quat>
 #include <osg/TextureCubeMap>
 
+#include <algorithm>
 #include <cmath>
 #include <stdexcept>
+#include <vector>
 
 namespace hyxOSG {
 namespace {
@@ -76,7 +78,60 @@ void main()
     return program;
 }
 
+// All that live, for `find`; they neither own nor are owned here.
+std::vector<SkyBox const*>& skies() {
+    static std::vector<SkyBox const*> living;
+    return living;
+}
+
+bool isShownIn(osg::Node const& node, osg::Node const& scene) {
+    if (&node == &scene)
+        return true;
+    auto const& parents = node.getParents();
+    return node.getNodeMask() != 0 && std::any_of(parents.begin(), parents.end(), [&scene](osg::Group const* parent) {
+               return isShownIn(*parent, scene);
+           });
+}
+
+// Sums of colours and of their weights.
+struct Sum {
+    osg::Vec3f colors;
+    float weights = 0;
+
+    osg::Vec3f mean() const { return weights > 0 ? colors / weights : osg::Vec3f(); }
+};
+
+// The solid angle of a pixel at (u, v), from -1 to 1, goes with (1 + u^2 + v^2)^-1.5. Sides have their upper row first.
+SkyBox::Light lightOf(osg::TextureCubeMap const& map, float brightness) {
+    constexpr int enoughPixels = 128;
+    Sum upper, lower;
+    for (unsigned int side = 0; side < 6; ++side) {
+        osg::Image const& image = *map.getImage(side);
+        int const size = image.s(), step = std::max(1, size / enoughPixels);
+        for (int row = 0; row < size; row += step)
+            for (int column = 0; column < size; column += step) {
+                auto const size2 = static_cast<float>(size);
+                float const u = (2.0f * static_cast<float>(column) + 1) / size2 - 1;
+                float const v = (2.0f * static_cast<float>(row) + 1) / size2 - 1;
+                bool const isUpper =
+                    side == osg::TextureCubeMap::POSITIVE_Y || (side != osg::TextureCubeMap::NEGATIVE_Y && v < 0);
+                float const weight = std::pow(1 + u * u + v * v, -1.5f);
+                osg::Vec4 const color = image.getColor(column, row);
+                Sum& sum = isUpper ? upper : lower;
+                sum.colors += osg::Vec3f(color.r(), color.g(), color.b()) * weight;
+                sum.weights += weight;
+            }
+    }
+    return {upper.mean() * brightness, lower.mean() * brightness};
+}
+
 } // namespace
+
+SkyBox const* SkyBox::find(osg::Node const& scene) {
+    auto const found =
+        std::find_if(skies().rbegin(), skies().rend(), [&scene](SkyBox const* sky) { return isShownIn(*sky, scene); });
+    return found != skies().rend() ? *found : nullptr;
+}
 
 SkyBox::SkyBox(std::string const& name, std::string const& imagePath, std::string const& imageExtension, double heading,
                float brightness) {
@@ -101,8 +156,12 @@ SkyBox::SkyBox(std::string const& name, std::string const& imagePath, std::strin
     state->setMode(GL_CULL_FACE, osg::StateAttribute::OFF);
     state->setAttributeAndModes(new osg::Depth(osg::Depth::ALWAYS, 0, 1, false));
     state->setRenderBinDetails(skyBin, "RenderBin");
+    m_light = lightOf(*map, brightness);
+    skies().push_back(this);
 }
 
-SkyBox::~SkyBox() = default;
+SkyBox::~SkyBox() {
+    std::erase(skies(), this);
+}
 
 } // namespace hyxOSG

@@ -3,8 +3,10 @@
 import hyx
 import hyxCollide
 import hyxOSG
+import numpy
 import pytest
 from off_screen import OffScreen
+from PIL import Image
 
 SIZE = 120
 
@@ -44,6 +46,48 @@ def test_the_ground_gives_back_less_than_the_sky(ball):
     ball.decorator.setBackgroundColor(hyx.Vec3(1, 1, 1), hyx.Vec3(0.8, 0.8, 0.8))
     rows = face(ball).mean(axis=(1, 2))
     assert (rows[:-1] >= rows[1:]).all() and rows[0] > 1.2 * rows[-1]
+
+
+def write_sky(folder, upper, lower, size=32):
+    """The six pictures of a sky with one colour above the horizon and one below."""
+    sides = numpy.full((size, size, 3), lower, numpy.uint8)
+    sides[: size // 2] = upper
+    for name in ("posx", "negx", "posy", "negy", "posz", "negz"):
+        even = {"posy": upper, "negy": lower}.get(name)
+        Image.fromarray(sides if even is None else numpy.full_like(sides, even)).save(folder / f"{name}.png")
+    return str(folder) + "/"
+
+
+@pytest.mark.parametrize("color, brightness", [((255, 255, 255), 1.0), ((255, 255, 255), 0.6), ((200, 120, 60), 1.0)])
+def test_a_sky_box_lights_what_is_white_like_itself(ball, tmp_path, color, brightness):
+    ball.decorator.setEnableLights(0)
+    sky = hyxOSG.SkyBox("sky", write_sky(tmp_path, color, color), ".png", 0.0, brightness)
+    ball.root.addChild(sky)
+    assert abs(face(ball) - numpy.array(color) * brightness).max() < 0.02 * 255
+
+
+def test_halves_of_a_sky_box_light_from_above_and_below(ball, tmp_path):
+    ball.decorator.setEnableLights(0)
+    ball.decorator.setBackgroundColor(hyx.Vec3(0, 0.5, 0))
+    sky = hyxOSG.SkyBox("sky", write_sky(tmp_path, (240, 0, 0), (0, 0, 120)), ".png", 1.0)
+    ball.root.addChild(sky)
+    rows = face(ball).mean(axis=1)
+    assert (rows[:, 1] < 1).all() and rows[0, 0] > 3 * rows[-1, 0] and rows[-1, 2] > 3 * rows[0, 2]
+    assert rows[len(rows) // 2] == pytest.approx((120, 0, 60), abs=6), "half of both at the height of the eye"
+
+
+def test_without_its_sky_box_a_scene_has_the_light_of_the_background(ball, tmp_path):
+    ball.decorator.setEnableLights(0)
+    ball.decorator.setBackgroundColor(hyx.Vec3(0.2, 0.4, 0.6))
+    before = face(ball)
+    sky = hyxOSG.SkyBox("sky", write_sky(tmp_path, (250, 80, 80), (250, 80, 80)), ".png")
+    ball.root.addChild(sky)
+    assert abs(face(ball) - before).min(axis=(0, 1))[0] > 100
+    sky.setNodeMask(0)
+    assert (face(ball) == before).all(), "hidden"
+    sky.setNodeMask(0xFFFFFFFF)
+    ball.root.removeChild(sky)
+    assert (face(ball) == before).all(), "taken out"
 
 
 def test_lamps_leave_shade_below_a_white_sky(ball):
