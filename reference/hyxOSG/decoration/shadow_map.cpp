@@ -169,10 +169,8 @@ void ShadowMap::cull(osgUtil::CullVisitor& visitor) {
 
     Casters casters;
     osg::ComputeBoundsVisitor scene;
-    for (unsigned int i = 0; i < _shadowedScene->getNumChildren(); ++i) {
-        _shadowedScene->getChild(i)->accept(casters);
-        _shadowedScene->getChild(i)->accept(scene);
-    }
+    _shadowedScene->osg::Group::traverse(casters);
+    _shadowedScene->osg::Group::traverse(scene);
     if (m_settings.casterLimit > 0 && casters.all().size() > m_settings.casterLimit && processorDraws()) {
         drawScene(visitor, *m_unshadowed);
         return;
@@ -184,6 +182,7 @@ void ShadowMap::cull(osgUtil::CullVisitor& visitor) {
     double const unlimited = std::numeric_limits<double>::max();
     std::vector<osg::Vec3d> const visible = visibleCorners(scene.getBoundingBox(), view, projection, 0, unlimited);
     unsigned int const count = m_settings.shading.shadowMaps;
+    bool const usesGrid = m_settings.shading.softShadows && count == 1; // to look up once is not worth a grid
     MapUniforms uniforms(count, m_settings.mapSize);
     std::array<double, MAX_SHADOW_MAPS> depths{unlimited, unlimited, unlimited};
     if (count > 1 && !visible.empty())
@@ -204,7 +203,7 @@ void ShadowMap::cull(osgUtil::CullVisitor& visitor) {
         if (!state)
             state = new osg::StateSet(*m_shadowed);
         drawMap(visitor, maps.maps[i], *fit, casters.stamp());
-        if (count == 1)
+        if (usesGrid)
             maps.grid.fill(casters.all(), *fit, m_settings.mapSize);
         uniforms.setMap(i, eyeToScene, *fit);
         state->setTextureAttribute(SHADOW_MAP_UNIT + i, maps.maps[i].texture);
@@ -214,7 +213,8 @@ void ShadowMap::cull(osgUtil::CullVisitor& visitor) {
         return;
     }
     uniforms.addTo(*state);
-    state->setTextureAttribute(CASTER_GRID_UNIT, maps.grid.texture());
+    if (usesGrid)
+        state->setTextureAttribute(CASTER_GRID_UNIT, maps.grid.texture());
     drawScene(visitor, *state);
 }
 

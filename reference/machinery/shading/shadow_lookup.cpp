@@ -9,7 +9,7 @@ namespace hyxOSG::decorator {
 namespace {
 
 char const* const shadowLookup = R"(#version 120
-#pragma import_defines(SHADOW_MAPS, SHADOW_LIGHT, SOFT_SHADOWS, BLACK_SHADOWS, CASTER_GRID_DEPTH)
+#pragma import_defines(SHADOW_MAPS, SHADOW_LIGHT, SOFT_SHADOWS, CASTER_GRID_DEPTH)
 #ifdef SHADOW_MAPS
 uniform bool hyx_receivesShadow;
 #ifdef SOFT_SHADOWS
@@ -26,37 +26,12 @@ uniform MAP hyx_shadowMap2;
 uniform float hyx_splitDepth[SHADOW_MAPS];
 #endif
 
-uniform sampler2D hyx_casterGrid;
-
 struct Receiver { vec3 place, normal, right, up; }; // in eye coordinates; to the next pixels
-
-// Of what turns away from the light nothing is seen in it, whatever its shadow.
-bool facesLight(Receiver at)
-{
-#ifdef BLACK_SHADOWS
-    return true;
-#else
-    vec4 from = gl_LightSource[SHADOW_LIGHT].position;
-    return dot(at.normal, from.xyz - at.place * from.w) > 0.0;
-#endif
-}
-
-// Whether it must be looked whether a caster is between the light and a place in the map. Software rasterizers take
-// both sides of every branch, so where there is nothing to look for, loops end at once, and what they still look up is
-// one and the same texel: to fetch others takes longer than all the rest. Where the rasterizer looks into several maps
-// anyway, a grid for each would take longer than it saves.
-bool castersNear(vec3 place, Receiver at)
-{
-#if SHADOW_MAPS > 1
-    return facesLight(at);
-#else
-    return facesLight(at) && place.z >= CASTER_GRID_DEPTH * texture2D(hyx_casterGrid, place.xy).r;
-#endif
-}
 
 #ifdef SOFT_SHADOWS
 uniform vec2 hyx_penumbra[SHADOW_MAPS]; // its half width in the map, for a gap of all depths
 uniform float hyx_shadowMapSize;
+uniform sampler2D hyx_casterGrid;
 
 const mat2 goldenTurn = mat2(-0.737369, 0.675490, -0.675490, -0.737369);
 const int SEARCHED = 16, FILTERED = 24;
@@ -77,6 +52,26 @@ vec2 depthSlope(mat4 toMap, vec4 place, Receiver at)
         return vec2(0.0);
     vec2 slope = vec2(r.z * u.y - u.z * r.y, u.z * r.x - r.z * u.x) / area;
     return slope * min(1.0, 8.0 / max(length(slope), 1e-6));
+}
+
+// Of what turns away from the light nothing is seen in it, whatever its shadow.
+bool facesLight(Receiver at)
+{
+    vec4 from = gl_LightSource[SHADOW_LIGHT].position;
+    return dot(at.normal, from.xyz - at.place * from.w) > 0.0;
+}
+
+// Whether it must be looked whether a caster is between the light and a place in the map. Software rasterizers take
+// both sides of every branch, so where there is nothing to look for, loops end at once, and what they still look up is
+// one and the same texel: to fetch others takes longer than all the rest. Where the rasterizer looks into several maps
+// anyway, a grid for each would take longer than it saves.
+bool castersNear(vec3 place, Receiver at)
+{
+#if SHADOW_MAPS > 1
+    return facesLight(at);
+#else
+    return facesLight(at) && place.z >= CASTER_GRID_DEPTH * texture2D(hyx_casterGrid, place.xy).r;
+#endif
 }
 
 // The lamp is a disc. Taps all over it first find how far the casters are off, then what the half shadow that follows
@@ -113,13 +108,7 @@ float lookUp(MAP map, int index, vec4 place, Receiver at)
     return taps > 0 ? open / float(FILTERED) : casters == 0.0 ? 1.0 : 0.0;
 }
 #else
-float lookUp(MAP map, int index, vec4 place, Receiver at)
-{
-    vec3 p = place.xyz / place.w;
-    bool near = castersNear(p, at);
-    float open = shadow2D(map, near ? p : vec3(0.0)).r;
-    return near ? open : 1.0;
-}
+float lookUp(MAP map, int index, vec4 place, Receiver at) { return shadow2D(map, place.xyz / place.w).r; }
 #endif
 
 // Half way out of the surface, by the size of a texel: a surface must not shade itself.
@@ -160,10 +149,11 @@ void declareShadowMaps(osg::StateSet& state, ShadingOptions const& options) {
         return;
     state.setDefine("SHADOW_MAPS", std::to_string(options.shadowMaps));
     state.setDefine("SHADOW_LIGHT", std::to_string(options.shadowLight));
-    state.setDefine("CASTER_GRID_DEPTH", std::to_string(CASTER_GRID_DEPTH));
-    state.addUniform(new osg::Uniform("hyx_casterGrid", static_cast<int>(CASTER_GRID_UNIT)));
-    if (options.softShadows)
+    if (options.softShadows) {
         state.setDefine("SOFT_SHADOWS");
+        state.setDefine("CASTER_GRID_DEPTH", std::to_string(CASTER_GRID_DEPTH));
+        state.addUniform(new osg::Uniform("hyx_casterGrid", static_cast<int>(CASTER_GRID_UNIT)));
+    }
     if (options.blackShadows)
         state.setDefine("BLACK_SHADOWS");
     for (unsigned int map = 0; map < options.shadowMaps; ++map)
