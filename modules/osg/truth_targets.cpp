@@ -32,11 +32,15 @@ public:
             return;
         if (PyObject_GetBuffer(object, &view_, PyBUF_C_CONTIGUOUS | PyBUF_WRITABLE) != 0)
             throw vocabulary::PythonError();
-        if (std::size_t(view_.len) != bytes) {
+        if (bytes != any_size && std::size_t(view_.len) != bytes) {
             PyBuffer_Release(&view_);
             throw std::invalid_argument("a channel takes " + std::to_string(bytes) + " bytes");
         }
     }
+
+    static constexpr std::size_t any_size = -1;
+
+    std::size_t size() const { return std::size_t(view_.len); }
 
     Memory(Memory const&) = delete;
     Memory& operator=(Memory const&) = delete;
@@ -55,14 +59,23 @@ private:
     Py_buffer view_{};
 };
 
-// Arrays of the target's size, or None for what is not wanted; see TruthTarget::Channels.
-void read_truth(hyxOSG::RenderTarget& target, PyObject* depth, PyObject* normals, PyObject* flow,
-                PyObject* identities) {
+// Arrays of the target's size, or None for what is not wanted; see TruthTarget::Channels. Of the size of `places` where
+// there are some: rows and columns between pixels, as doubles.
+void read_truth(hyxOSG::RenderTarget& target, PyObject* depth, PyObject* normals, PyObject* flow, PyObject* identities,
+                PyObject* places) {
     TruthTarget const& source = truth(target);
-    std::size_t const layer = 4 * std::size_t(target.getSize().x) * target.getSize().y;
-    Memory const depths(depth, layer), directions(normals, 3 * layer), motion(flow, 2 * layer),
-        bodies(identities, layer);
-    source.read({depths.as<float>(), directions.as<float>(), motion.as<float>(), bodies.as<std::uint32_t>()});
+    Memory const spots(places, Memory::any_size);
+    bool const everywhere = places == Py_None;
+    std::size_t const count =
+        everywhere ? std::size_t(target.getSize().x) * target.getSize().y : spots.size() / sizeof(TruthTarget::Place);
+    Memory const depths(depth, 4 * count), directions(normals, 12 * count), motion(flow, 8 * count),
+        bodies(identities, 4 * count);
+    TruthTarget::Channels const channels{depths.as<float>(), directions.as<float>(), motion.as<float>(),
+                                         bodies.as<std::uint32_t>()};
+    if (everywhere)
+        source.read(channels);
+    else
+        source.read(channels, spots.as<TruthTarget::Place>(), count);
 }
 
 void draw_render_targets(hyxOSG::ExampleApplication& application) {
@@ -85,8 +98,8 @@ namespace {
 constexpr Declared truth_target_rows[] = {
     FUNCTION(newTruthTarget, SHARED(FREE(osgViewer::make_truth_target, (unsigned int, unsigned int)))),
     FUNCTION(prepareTruth, FREE(osgViewer::prepare_truth, (hyxOSG::RenderTarget&))),
-    FUNCTION(readTruth,
-             FREE(osgViewer::read_truth, (hyxOSG::RenderTarget&, PyObject*, PyObject*, PyObject*, PyObject*))),
+    FUNCTION(readTruth, FREE(osgViewer::read_truth,
+                             (hyxOSG::RenderTarget&, PyObject*, PyObject*, PyObject*, PyObject*, PyObject*))),
     FUNCTION(drawRenderTargets, FREE(osgViewer::draw_render_targets, (hyxOSG::ExampleApplication&))),
     FUNCTION(bodyIdentity, FREE(osgViewer::body_identity, (hyx::RigidBody&))),
     FUNCTION(identifiedBody, SHARED(FREE(osgViewer::identified_body, (unsigned int)))),

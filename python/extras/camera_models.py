@@ -120,26 +120,23 @@ class Lens:
             raise ValueError(f"the distortion shows more than {MOST_PIXELS} pixels of a straight picture each way")
         return Intrinsics(width, height, own.fx, own.fy, -left, -top)
 
-    def bend(self, drawn: Intrinsics, arrays: dict[str, Any]) -> dict[str, Any]:
-        """Channels as the lens shows them, from those of the straight picture: of its nearest pixel, colours between
-        its pixels, and depth, where normals tell how the surface goes on, to where it is met."""
+    def places(self, drawn: Intrinsics) -> Any:
+        """Rows and columns of the straight picture that the pixels show, (height, width, 2)."""
         import numpy
 
         x, y = self._straight
-        columns, rows = x * drawn.fx + drawn.cx, y * drawn.fy + drawn.cy
-        near = numpy.rint(rows).astype(int), numpy.rint(columns).astype(int)
-        bent = {name: values[near] for name, values in arrays.items() if name != "rgb"}
-        if "depth" in arrays and "normals" in arrays:
-            directions = numpy.stack([x, y, numpy.ones_like(x)], axis=-1)
-            drawn_at = numpy.stack(
-                [(near[1] - drawn.cx) / drawn.fx, (near[0] - drawn.cy) / drawn.fy, directions[..., 2]], axis=-1
-            )
-            slope = numpy.where(_smooth(arrays["normals"], rows, columns)[..., None], bent["normals"], 0)
-            bent["depth"] = _along_surface(bent["depth"], slope, drawn_at, directions)
+        return numpy.stack([y * drawn.fy + drawn.cy, x * drawn.fx + drawn.cx], axis=-1)
+
+    def bend(self, drawn: Intrinsics, drawn_truth: Intrinsics, arrays: dict[str, Any]) -> dict[str, Any]:
+        """What else the lens does: colours between the pixels of the straight picture, and flow in the bent one."""
+        import numpy
+
+        bent = {}
         if "rgb" in arrays:
-            bent["rgb"] = _between(arrays["rgb"], rows, columns)
+            bent["rgb"] = _between(arrays["rgb"], *numpy.moveaxis(self.places(drawn), -1, 0))
         if "flow" in arrays:
-            bent["flow"] = self._bend_flow(drawn, bent["flow"], columns, rows)
+            rows, columns = numpy.moveaxis(self.places(drawn_truth), -1, 0)
+            bent["flow"] = self._bend_flow(drawn_truth, arrays["flow"], columns, rows)
         return bent
 
     def _bend_flow(self, drawn: Intrinsics, flow: Any, columns: Any, rows: Any) -> Any:
@@ -189,24 +186,6 @@ def look_at(eye: Sequence[float], target: Sequence[float], up: Sequence[float] =
     pose = numpy.eye(4)
     pose[:3] = numpy.stack([right, numpy.cross(forward, right), forward, place], axis=1)
     return pose
-
-
-def _smooth(normals: Any, rows: Any, columns: Any) -> Any:
-    """Where the four pixels around are of one surface without an edge."""
-    import numpy
-
-    top, left = numpy.floor(rows).astype(int), numpy.floor(columns).astype(int)
-    around = normals[top, left] + normals[top + 1, left] + normals[top, left + 1] + normals[top + 1, left + 1]
-    return (around**2).sum(-1) > 15.9  # of 16
-
-
-def _along_surface(depth: Any, normals: Any, drawn_at: Any, directions: Any) -> Any:
-    """Depth along directions beside those in which it was drawn, on the plane that touches the surface there."""
-    import numpy
-
-    with numpy.errstate(all="ignore"):
-        ratio = (normals * drawn_at).sum(-1) / (normals * directions).sum(-1)
-    return depth * numpy.where((ratio > 0.5) & (ratio < 2), ratio, 1).astype(depth.dtype)  # else it is no neighbour
 
 
 def _between(values: Any, rows: Any, columns: Any) -> Any:

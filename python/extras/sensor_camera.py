@@ -184,21 +184,19 @@ class SensorCamera:
     def _frame(self, channels: set[str]) -> SensorFrame:
         import numpy
 
-        shape = (self._drawn_truth.height, self._drawn_truth.width)
+        shape = (self.intrinsics.height, self.intrinsics.width)
         arrays: dict[str, Any] = {}
-        slopes = {"normals"} if self._lens and "depth" in channels else set()
-        for name in (channels | slopes) - {"rgb"}:
+        for name in channels - {"rgb"}:
             more, kind = _SHAPES[name]
             arrays[name] = numpy.empty(shape + more, kind)
+        places = self._lens.places(self._drawn_truth) if self._lens else None
         if arrays:
-            _osg.readTruth(self._truth, *(arrays.get(name) for name in ("depth", "normals", "flow", "identity")))
+            found = (arrays.get(name) for name in ("depth", "normals", "flow", "identity"))
+            _osg.readTruth(self._truth, *found, places)
         if "rgb" in channels:
             arrays["rgb"] = numpy.array(self._rgb.pixels)[::-1].copy()
         if self._lens:
-            colors = {"rgb": arrays.pop("rgb")} if "rgb" in arrays else {}
-            arrays = self._lens.bend(self._drawn_truth, arrays) | self._lens.bend(self._drawn, colors)
-            for name in slopes - channels:
-                del arrays[name]
+            arrays |= self._lens.bend(self._drawn, self._drawn_truth, arrays)
         return SensorFrame(self._application.getSimulation().getTimeStamp(), self.K, self.pose, **arrays)
 
 

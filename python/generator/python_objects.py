@@ -154,7 +154,7 @@ ARGUMENTS: dict[str, dict[str, str]] = {
     "osg.Image.setData": {"data": "bytes | bytearray | memoryview | Array"},
     "osg.Node.setUpdateFunction": {"function": "Callable[[], object] | None"},
     "osg.readPicture": {"out": _PICTURE},
-    "osg.readTruth": {name: f"{_PICTURE} | None" for name in ("depth", "normals", "flow", "identity")},
+    "osg.readTruth": {name: f"{_PICTURE} | None" for name in ("depth", "normals", "flow", "identity", "places")},
 }
 OBJECT = re.compile(r"\b(PyObject|_object)\s*\*")
 

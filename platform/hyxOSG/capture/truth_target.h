@@ -3,6 +3,7 @@
 
 #include "platform/hyxOSG/capture/render_target.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 
@@ -32,6 +33,15 @@ public:
     };
 
     void read(Channels const& channels) const;
+
+    /// A place between pixels: the middle of the first one is (0, 0).
+    struct Place {
+        double row;
+        double column;
+    };
+
+    /// What rays through any places meet, in their order: round forms exactly, others as the nearest pixel shows them.
+    void read(Channels const& channels, Place const* places, std::size_t count) const;
 
 protected:
     ~TruthTarget() override;

@@ -19,6 +19,11 @@ bool isOtherPart(TruthSample const& drawn, ExactForms::Surface const& exact) {
     return exact.depth > drawn.depth * (1 + 1e-4) && along < 0.97;
 }
 
+/// How fast the plane of a sample rises along directions, up to a factor of its own.
+double rise(TruthSample const& sample, osg::Vec2d const& way) {
+    return sample.normal[0] * way.x() - sample.normal[1] * way.y() + sample.normal[2];
+}
+
 } // namespace
 
 double distanceOfDepth(double depth, osg::Matrixd const& projection) {
@@ -37,27 +42,60 @@ void TruthSample::write(TruthTarget::Channels const& channels, std::size_t to) c
         channels.identities[to] = identity;
 }
 
-TruthSample TruthSamples::exact(std::size_t row, std::size_t column) const {
-    TruthSample const& drawn = at(row, column);
-    if (m_forms.empty())
-        return drawn;
+TruthSample TruthSamples::exact(TruthTarget::Place place) const {
+    Pixel const pixel = nearest(place);
+    TruthSample const& drawn = at(pixel.row, pixel.column);
     TruthSample result = drawn;
-    if (m_forms.has(drawn.identity) && !meet(row, column, drawn, result) && m_forms.isWhole(drawn.identity) &&
-        !m_forms.meet(drawn.identity, direction(row, column), distanceOfDepth(1, m_projection)))
-        result = behind(row, column);
+    result.depth = depthAt(place);
+    if (m_forms.empty())
+        return result;
+    if (m_forms.has(drawn.identity) && !meet(place, drawn, result) && m_forms.isWhole(drawn.identity) &&
+        !m_forms.meet(drawn.identity, direction(place), distanceOfDepth(1, m_projection)))
+        result = behind(place);
     std::uint32_t tried = drawn.identity;
-    lookAround(row, column, [&](TruthSample const& around, std::size_t, std::size_t) {
+    lookAround(pixel, [&](TruthSample const& around, Pixel) {
         if (around.identity == tried || !m_forms.has(around.identity))
             return;
         tried = around.identity;
-        meet(row, column, around, result);
+        meet(place, around, result);
     });
     return result;
 }
 
+TruthSamples::Pixel TruthSamples::nearest(TruthTarget::Place place) const {
+    auto const within = [](double value, hyx::UInt size) {
+        return std::size_t(std::clamp(std::round(value), 0.0, double(size - 1)));
+    };
+    return {within(place.row, m_size.y), within(place.column, m_size.x)};
+}
+
+/// Whether the four pixels around a place are of one surface without an edge.
+bool TruthSamples::isEven(TruthTarget::Place place) const {
+    std::array<float, 3> sum{};
+    for (double const down : {0.0, 1.0})
+        for (double const right : {0.0, 1.0}) {
+            Pixel const pixel = nearest({std::floor(place.row) + down, std::floor(place.column) + right});
+            for (std::size_t i = 0; i < 3; ++i)
+                sum[i] += at(pixel.row, pixel.column).normal[i];
+        }
+    constexpr float nearlyAlike = 15.9f; // of 16
+    return sum[0] * sum[0] + sum[1] * sum[1] + sum[2] * sum[2] > nearlyAlike;
+}
+
+/// Where a ray meets the plane that touches the surface in the pixel beside it.
+float TruthSamples::depthAt(TruthTarget::Place place) const {
+    Pixel const pixel = nearest(place);
+    TruthSample const& drawn = at(pixel.row, pixel.column);
+    TruthTarget::Place const middle{double(pixel.row), double(pixel.column)};
+    if ((middle.row == place.row && middle.column == place.column) || !std::isfinite(drawn.depth) || !isEven(place))
+        return drawn.depth;
+    double const ratio = rise(drawn, direction(middle)) / rise(drawn, direction(place));
+    return ratio > 0.5 && ratio < 2 ? float(drawn.depth * ratio) : drawn.depth; // else it is no neighbour
+}
+
 /// Takes over what the ray meets of the form that drew the pixel itself or one beside it.
-bool TruthSamples::meet(std::size_t row, std::size_t column, TruthSample const& around, TruthSample& result) const {
-    auto const met = m_forms.meet(around.identity, direction(row, column), distanceOfDepth(1, m_projection));
+bool TruthSamples::meet(TruthTarget::Place place, TruthSample const& around, TruthSample& result) const {
+    auto const met = m_forms.meet(around.identity, direction(place), distanceOfDepth(1, m_projection));
     if (!met || met->depth < distanceOfDepth(0, m_projection))
         return false;
     // What hides the form, or was cut from it, stays as it was drawn.
@@ -69,49 +107,48 @@ bool TruthSamples::meet(std::size_t row, std::size_t column, TruthSample const& 
         return false;
     result = {float(met->depth),
               {float(met->normal.x()), float(-met->normal.y()), float(-met->normal.z())},
-              flow(row, column, met->before),
+              flow(place, met->before),
               around.identity};
     return true;
 }
 
 /// What lies behind a facet that is drawn where its form is not: the plane of the farthest pixel around.
-TruthSample TruthSamples::behind(std::size_t row, std::size_t column) const {
-    TruthSample result = at(row, column);
+TruthSample TruthSamples::behind(TruthTarget::Place place) const {
+    Pixel const pixel = nearest(place);
+    TruthSample result = at(pixel.row, pixel.column);
     std::uint32_t const own = result.identity;
-    osg::Vec2d const way = direction(row, column);
-    lookAround(row, column, [&](TruthSample const& around, std::size_t y, std::size_t x) {
+    osg::Vec2d const way = direction(place);
+    lookAround(pixel, [&](TruthSample const& around, Pixel beside) {
         if (around.identity == own || around.depth <= result.depth)
             return;
         result = around;
-        osg::Vec2d const place = direction(y, x);
-        auto const rise = [&around](osg::Vec2d const& through) {
-            return around.normal[0] * through.x() - around.normal[1] * through.y() + around.normal[2];
-        };
-        if (std::isfinite(around.depth) && std::abs(rise(way)) > 0.1 * std::abs(rise(place)))
-            result.depth = float(around.depth * rise(place) / rise(way));
+        double const there = rise(around, direction({double(beside.row), double(beside.column)}));
+        if (std::isfinite(around.depth) && std::abs(rise(around, way)) > 0.1 * std::abs(there))
+            result.depth = float(around.depth * there / rise(around, way));
     });
     return result;
 }
 
-/// Where the ray through a pixel's middle is one metre before the camera, y up.
-osg::Vec2d TruthSamples::direction(std::size_t row, std::size_t column) const {
-    double const right = (2 * double(column) + 1) / double(m_size.x) - 1;
-    double const up = 1 - (2 * double(row) + 1) / double(m_size.y);
+/// Where the ray through a place is one metre before the camera, y up.
+osg::Vec2d TruthSamples::direction(TruthTarget::Place place) const {
+    double const right = (2 * place.column + 1) / double(m_size.x) - 1;
+    double const up = 1 - (2 * place.row + 1) / double(m_size.y);
     return {(right + m_projection(2, 0)) / m_projection(0, 0), (up + m_projection(2, 1)) / m_projection(1, 1)};
 }
 
 /// In pixels, x to the right and y down.
-std::array<float, 2> TruthSamples::flow(std::size_t row, std::size_t column, osg::Vec3d const& before) const {
+std::array<float, 2> TruthSamples::flow(TruthTarget::Place place, osg::Vec3d const& before) const {
     osg::Vec3d const came = before * m_projection; // divided by w
-    return {float(double(column) + 0.5 - (came.x() + 1) / 2 * double(m_size.x)),
-            float(double(row) + 0.5 - (1 - came.y()) / 2 * double(m_size.y))};
+    return {float(place.column + 0.5 - (came.x() + 1) / 2 * double(m_size.x)),
+            float(place.row + 0.5 - (1 - came.y()) / 2 * double(m_size.y))};
 }
 
 template <class Look>
-void TruthSamples::lookAround(std::size_t row, std::size_t column, Look const& look) const {
+void TruthSamples::lookAround(Pixel pixel, Look const& look) const {
+    auto const [row, column] = pixel;
     for (std::size_t y = row > 0 ? row - 1 : 0; y <= std::min<std::size_t>(row + 1, m_size.y - 1); ++y)
         for (std::size_t x = column > 0 ? column - 1 : 0; x <= std::min<std::size_t>(column + 1, m_size.x - 1); ++x)
-            look(at(y, x), y, x);
+            look(at(y, x), {y, x});
 }
 
 } // namespace hyxOSG

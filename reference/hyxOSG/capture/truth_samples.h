@@ -34,16 +34,24 @@ public:
 
     TruthSample const& at(std::size_t row, std::size_t column) const { return m_samples[row * m_size.x + column]; }
 
-    /// The pixel as the ray through its middle meets it.
-    TruthSample exact(std::size_t row, std::size_t column) const;
+    /// What the ray through a place meets.
+    TruthSample exact(TruthTarget::Place place) const;
 
 private:
-    osg::Vec2d direction(std::size_t row, std::size_t column) const;
-    std::array<float, 2> flow(std::size_t row, std::size_t column, osg::Vec3d const& before) const;
-    bool meet(std::size_t row, std::size_t column, TruthSample const& around, TruthSample& result) const;
-    TruthSample behind(std::size_t row, std::size_t column) const;
+    struct Pixel {
+        std::size_t row;
+        std::size_t column;
+    };
+
+    Pixel nearest(TruthTarget::Place place) const;
+    osg::Vec2d direction(TruthTarget::Place place) const;
+    std::array<float, 2> flow(TruthTarget::Place place, osg::Vec3d const& before) const;
+    bool isEven(TruthTarget::Place place) const;
+    float depthAt(TruthTarget::Place place) const;
+    bool meet(TruthTarget::Place place, TruthSample const& around, TruthSample& result) const;
+    TruthSample behind(TruthTarget::Place place) const;
     template <class Look>
-    void lookAround(std::size_t row, std::size_t column, Look const& look) const;
+    void lookAround(Pixel pixel, Look const& look) const;
 
     hyx::Vec2u m_size;
     osg::Matrixd m_projection;

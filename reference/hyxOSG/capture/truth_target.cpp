@@ -79,12 +79,12 @@ osg::ref_ptr<osg::Texture2D> makeTexture(GLenum format, GLenum internalFormat) {
 }
 
 /// Where a node stood when its target was prepared last.
-struct Place {
+struct Standing {
     osg::observer_ptr<GeometryNode> node;
     osg::Matrixd world;
 };
 
-using Places = std::map<GeometryNode*, Place>;
+using Places = std::map<GeometryNode*, Standing>;
 
 class NodeCollector : public osg::NodeVisitor {
 public:
@@ -149,6 +149,7 @@ private:
 };
 
 constexpr std::size_t rowsPerChunk = 16;
+constexpr std::size_t placesPerChunk = 4096;
 
 constexpr float depthStep = 1.2e-7f; // of the buffer, where it is coarsest
 
@@ -235,7 +236,7 @@ void TruthTarget::prepare() {
         setUniform(state, own.motion, osg::Matrixf(motion));
         if (body)
             own.forms.add(*node, world * view, motion, identity);
-        places.emplace(node, Place{node, world});
+        places.emplace(node, Standing{node, world});
     }
     setUniform(*camera.getOrCreateStateSet(), own.motion, osg::Matrixf(fromEye * before));
     own.places = std::move(places);
@@ -288,7 +289,15 @@ void TruthTarget::read(Channels const& channels) const {
     if (own.forms.empty()) // no pixel needs those around it
         return write([&](std::size_t row, std::size_t column) { return own.drawn(row, column); });
     TruthSamples const samples = own.drawn();
-    write([&](std::size_t row, std::size_t column) { return samples.exact(row, column); });
+    write([&](std::size_t row, std::size_t column) { return samples.exact({double(row), double(column)}); });
+}
+
+void TruthTarget::read(Channels const& channels, Place const* places, std::size_t count) const {
+    TruthSamples const samples = m_implementation->drawn();
+    hyx::forChunks(count, placesPerChunk, [&](std::size_t first, std::size_t end) {
+        for (std::size_t i = first; i < end; ++i)
+            samples.exact(places[i]).write(channels, i);
+    });
 }
 
 } // namespace hyxOSG

@@ -293,3 +293,22 @@ def test_a_pose_is_what_a_matrix_of_either_kind_means(app, things):
             with pytest.raises(ValueError, match="pose"):
                 camera.follow(things["box"], wrong)
         assert (camera.pose == columns).all()
+
+
+@pytest.mark.parametrize("distortion", DISTORTIONS, ids=["straight", "barrel", "pincushion"])
+def test_an_outline_through_a_lens_is_that_of_exact_rays(app, things, distortion):
+    camera = SensorCamera(app, 320, 240, K=K, distortion=distortion)
+    camera.look_at((0.5, -4, 1.5), (0, 0, 0.4))
+    things["box"].setPosition(hyx.Vec3(50, 0, 0))
+    rows, columns = numpy.mgrid[0:240, 0:320]
+    x, y = undistort((columns - K[0, 2]) / K[0, 0], (rows - K[1, 2]) / K[1, 1], distortion)
+    directions = numpy.stack([x, y, numpy.ones_like(x)], axis=-1) @ camera.pose[:3, :3].T
+    for place in ((-0.8, 0, 1.1), (1.0, -0.3, 0.9), (0.2, 0.4, 0.6)):
+        things["ball"].setPosition(hyx.Vec3(*place))
+        frame = camera.read("identity", "depth", "normals")
+        expected = sphere_distance(camera.pose[:3, 3], directions, numpy.array(place), 0.5)
+        number = next(n for n, body in frame.bodies.items() if body is things["ball"])
+        seen = frame.identity == number
+        assert (seen != numpy.isfinite(expected)).sum() <= 1  # a ray may touch it
+        both = seen & numpy.isfinite(expected)
+        assert numpy.abs(frame.depth[both] - expected[both]).max() < 1e-4
