@@ -5,7 +5,7 @@ from __future__ import annotations
 import errno
 import itertools
 import os
-from contextlib import contextmanager
+from contextlib import contextmanager, suppress
 
 TYPE_CHECKING = False  # for checkers only: importing `typing` would cost more than the whole package
 if TYPE_CHECKING:
@@ -25,9 +25,8 @@ def whole_file(path: str | os.PathLike[str], lasting: bool = True) -> Iterator[P
     target = Path(path)
     if not target.name:
         raise FileNotFoundError(errno.ENOENT, os.strerror(errno.ENOENT), str(path))
-    place = target.with_name(
-        f".hyx-{os.getpid()}-p{next(_numbers)}{target.suffix}"
-    )  # short: it fits where the other does
+    # A short name, so that it fits where the other does.
+    place = target.with_name(f".hyx-{os.getpid()}-p{next(_numbers)}{target.suffix}")
     try:
         yield place
         if lasting:
@@ -38,4 +37,5 @@ def whole_file(path: str | os.PathLike[str], lasting: bool = True) -> Iterator[P
         error.filename = str(target)
         raise
     finally:
-        place.unlink(missing_ok=True)
+        with suppress(OSError):  # nothing is there where nothing could be written
+            place.unlink()
