@@ -88,12 +88,33 @@ private:
             material->setShininess(both, std::clamp(value, 0.0f, 128.0f));
         if (source.Get(AI_MATKEY_OPACITY, value) == AI_SUCCESS && value < 1)
             material->setAlpha(both, value);
+        if (isOfGltf(source))
+            showLinearColors(*material);
         setTransparency(source, *state, *material);
         state->setAttributeAndModes(material);
         if (osg::ref_ptr<osg::Texture2D> const texture = textureOf(source, aiTextureType_DIFFUSE))
             state->setTextureAttributeAndModes(DIFFUSE_TEXTURE, texture);
         setSurface(source, *state);
         return state;
+    }
+
+    static bool isOfGltf(aiMaterial const& source) {
+        aiString mode;
+        return source.Get(AI_MATKEY_GLTF_ALPHAMODE, mode) == AI_SUCCESS;
+    }
+
+    /// Factors of glTF are shares of light; drawn colours are as a screen shows them.
+    static void showLinearColors(osg::Material& material) {
+        auto const both = osg::Material::FRONT_AND_BACK, front = osg::Material::FRONT;
+        material.setAmbient(both, onScreen(material.getAmbient(front)));
+        material.setDiffuse(both, onScreen(material.getDiffuse(front)));
+        material.setEmission(both, onScreen(material.getEmission(front)));
+    }
+
+    static osg::Vec4 onScreen(osg::Vec4 color) {
+        for (int i = 0; i < 3; ++i)
+            color[i] = color[i] <= 0.0031308f ? 12.92f * color[i] : 1.055f * std::pow(color[i], 1 / 2.4f) - 0.055f;
+        return color;
     }
 
     /// A material that says how it lets light through decides; of others the opacity does.
@@ -123,9 +144,8 @@ private:
             setNormalMap(state, *normals);
         if (osg::ref_ptr<osg::Texture2D> const glow = textureOf(source, aiTextureType_EMISSIVE))
             setGlowMap(state, *glow);
-        aiString mode;
         float metal = 1, roughness = 1;
-        if (source.Get(AI_MATKEY_GLTF_ALPHAMODE, mode) != AI_SUCCESS || // others mean other things by these numbers
+        if (!isOfGltf(source) || // others mean other things by these numbers
             source.Get(AI_MATKEY_METALLIC_FACTOR, metal) != AI_SUCCESS ||
             source.Get(AI_MATKEY_ROUGHNESS_FACTOR, roughness) != AI_SUCCESS)
             return;

@@ -38,10 +38,23 @@ vec4 lightIncidence(int light, vec3 place)
 uniform vec3 hyx_skyColor, hyx_groundColor;
 uniform mat4 osg_ViewMatrix;
 
-// What comes from above and from below, blurred over `softness` of the height.
-vec3 skyLight(vec3 way, float softness)
+#ifdef METAL_ROUGHNESS
+// Mirrored light is added as light adds up, all else as screens show it.
+vec3 toLight(vec3 color) { return pow(max(color, 0.0), vec3(2.2)); }
+vec3 toScreen(vec3 light) { return pow(max(light, 0.0), vec3(1.0 / 2.2)); }
+#else
+vec3 toLight(vec3 color) { return color; }
+vec3 toScreen(vec3 light) { return light; }
+#endif
+
+vec3 skyMix(float upperShare)
 {
-    return mix(hyx_groundColor, hyx_skyColor, smoothstep(-softness, softness, dot(way, osg_ViewMatrix[2].xyz)));
+    return toScreen(mix(toLight(hyx_groundColor), toLight(hyx_skyColor), upperShare));
+}
+
+float rise(vec3 way)
+{
+    return dot(way, osg_ViewMatrix[2].xyz);
 }
 #endif
 
@@ -56,7 +69,12 @@ const float skyShare = 1.6; // leaves room for the lamps
 vec3 ambientLight(vec3 normal)
 {
 #ifdef SKY_LIGHT
-    return skyShare * gl_LightModel.ambient.rgb * (skyLight(normal, 1.0) + hyx_skyLack);
+#ifdef METAL_ROUGHNESS
+    vec3 sky = skyMix(0.5 + 0.5 * rise(normal)); // the irradiance of two even halves
+#else
+    vec3 sky = skyMix(smoothstep(-1.0, 1.0, rise(normal)));
+#endif
+    return skyShare * gl_LightModel.ambient.rgb * (sky + hyx_skyLack);
 #else
     return gl_LightModel.ambient.rgb;
 #endif
@@ -73,6 +91,23 @@ float highlightStrength(vec3 normal, vec3 toLight, vec3 toEye, float a)
     float spread = nh * nh * (a * a - 1.0) + 1.0;
     float k = 0.5 * a;
     return 0.25 * a * a / (spread * spread * (nl * (1.0 - k) + k) * (nv * (1.0 - k) + k));
+}
+
+// How much of even surroundings a surface of the microfacet model mirrors: Lazarov's fit in the form of Karis (2014),
+// and what comes out after several bounces, as by Fdez-Aguera (2019): a white mirror sends back all.
+vec3 mirrorShare(vec3 mirror, float roughness, float nv)
+{
+    vec4 r = roughness * vec4(-1.0, -0.0275, -0.572, 0.022) + vec4(1.0, 0.0425, 1.04, -0.04);
+    float edge = min(r.x * r.x, exp2(-9.28 * nv)) * r.x + r.y;
+    vec3 once = mirror * (r.z - 1.04 * edge) + r.w + 1.04 * edge;
+    return clamp(once * (1.0 + mirror * (1.0 / (r.z + r.w) - 1.0)), 0.0, 1.0);
+}
+
+// The horizon is blurred by the lobe of the roughness, which has long tails; 1.2 is fitted to prefiltered surroundings.
+vec3 mirroredSky(vec3 way, float roughness)
+{
+    float blur = 1.2 * roughness * roughness + 0.01, up = rise(way);
+    return skyMix(0.5 + 0.5 * up / sqrt(up * up + blur * blur));
 }
 #else
 float highlightStrength(vec3 normal, vec3 toLight, vec3 toEye)
@@ -147,12 +182,11 @@ vec3 litColor(vec3 place, vec3 normal, vec3 ambient, vec3 diffuse, vec3 texel, v
     Sum sum = lightAt(place, normal, open, roughness);
     vec3 toEye = -normalize(place);
     vec3 base = diffuse * texel;
-    vec3 mirror = mix(vec3(0.04), base, metal);
-    vec3 edge = max(vec3(1.0 - roughness), mirror) - mirror;
-    vec3 fresnel = mirror + edge * pow(1.0 - max(dot(normal, toEye), 0.0), 5.0);
-    vec3 mirrored = skyLight(reflect(-toEye, normal), max(roughness, 0.1));
-    vec3 color = base * (1.0 - metal) * (sum.ambient * open + sum.direct) + fresnel * mirrored * open +
-                 mirror * sum.highlight + glow;
+    vec3 mirror = mix(vec3(0.04), toLight(base), metal);
+    vec3 reflected = mirrorShare(mirror, roughness, max(dot(normal, toEye), 0.0));
+    vec3 mirrored = mirroredSky(reflect(-toEye, normal), roughness);
+    vec3 matt = toLight(base * (sum.ambient * open + sum.direct)) * (1.0 - metal) * (1.0 - reflected);
+    vec3 color = toScreen(matt + reflected * toLight(mirrored) * open + mirror * sum.highlight + toLight(glow));
 #else
     Sum sum = lightAt(place, normal, open, 1.0);
     vec3 matt = glow + ambient * sum.ambient + diffuse * sum.direct;

@@ -88,12 +88,46 @@ def test_a_metal_mirrors_the_sky_in_its_colour_and_plastic_does_not(studio, show
     assert metal[0] > metal[1] > 2 * metal[2]
 
 
+def on_screen(light):
+    """Of sRGB: factors of glTF are shares of light."""
+    return 12.92 * light if light <= 0.0031308 else 1.055 * light ** (1 / 2.4) - 0.055
+
+
+@pytest.fixture
+def even_sky(studio):
+    """No light but that of a white sky all around, in which what sends back all light is white."""
+    studio.decorator.setEnableLights(0)
+    studio.decorator.setEnableSkyLight(True)
+    studio.decorator.setBackgroundColor(hyx.Vec3(1, 1, 1))
+    yield
+    studio.decorator.setEnableSkyLight(False)
+    studio.decorator.setEnableLights(studio.decorator.LIGHT0)
+
+
+@pytest.mark.parametrize("roughness", [0, 0.3, 0.6, 1])
+@pytest.mark.parametrize("color", [(1, 1, 1), (0.9, 0.5, 0.1)])
+def test_metal_in_an_even_sky_has_its_own_colour(show, even_sky, color, roughness):
+    """Of a microfacet surface without loss; many bounces of a rough one make its colour a little deeper."""
+    center = show(colored(*color, 1, metal=1.0, roughness=roughness)).center()
+    expected = [255 * on_screen(share) for share in color]
+    assert max(center[i] - expected[i] for i in range(3)) < 4
+    assert all(center[i] > expected[i] - (4 if color[i] == 1 else 4 + 30 * roughness) for i in range(3))
+
+
+@pytest.mark.parametrize("color", [(1, 1, 1), (0.6, 0.2, 0.05)])
+def test_matt_plastic_in_an_even_sky_has_its_own_colour_and_some_white(show, even_sky, color):
+    center = show(colored(*color, 1, metal=0.0, roughness=1.0)).center()
+    # A fiftieth to a twentieth of the light is mirrored.
+    least, most = ([255 * on_screen(0.98 * share + white) for share in color] for white in (0, 0.05))
+    assert all(low - 5 < value < min(high, 255) + 5 for low, value, high in zip(least, center, most))
+
+
 def test_a_glow_needs_no_light(studio, show):
     studio.decorator.setEnableLights(0)
     glowing = show(colored(0, 0, 0, 1, emissiveFactor=[0, 0, 0.6])).center()
     dark = show(colored(0, 0, 0, 1)).center()
     studio.decorator.setEnableLights(studio.decorator.LIGHT0)
-    assert glowing[2] - dark[2] == pytest.approx(153, abs=3) and glowing[0] == dark[0]
+    assert glowing[2] - dark[2] == pytest.approx(255 * on_screen(0.6), abs=3) and glowing[0] == dark[0]
 
 
 @pytest.mark.parametrize("mode", ["OPAQUE", "BLEND", "MASK"])
