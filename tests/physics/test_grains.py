@@ -57,7 +57,7 @@ def slope_of(grains):
     return -math.degrees(math.atan(numpy.polyfit(away, height, 1)[0]))
 
 
-@pytest.mark.parametrize("friction", [0.2, 0.3, 0.4, 0.6, 0.8])
+@pytest.mark.parametrize("friction", [0.2, 0.25, 0.3, 0.35, 0.4, 0.6, 0.8])
 def test_a_heap_stands_at_the_angle_of_friction(measured, friction):
     grains = hyx.ParticleSystem()
     grains.addObstacle(ground())

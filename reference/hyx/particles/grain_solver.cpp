@@ -29,8 +29,8 @@ constexpr Real reach = 0.2;
 /// apart on their ground.
 constexpr struct {
     Real given, ofPairs, ofSurfaces;
-} calibrated[] = {{0, 0, 0},        {0.15, 0, 0.15},   {0.2, 0, 0.18},   {0.25, 0.006, 0.25}, {0.3, 0.012, 0.3},
-                  {0.4, 0.07, 0.4}, {0.6, 0.155, 0.6}, {0.8, 0.25, 0.8}, {1, 0.305, 1}};
+} calibrated[] = {{0, 0, 0},          {0.15, 0, 0.15},  {0.2, 0, 0.165},   {0.25, 0, 0.185}, {0.3, 0.012, 0.3},
+                  {0.35, 0.03, 0.33}, {0.4, 0.07, 0.4}, {0.6, 0.155, 0.6}, {0.8, 0.25, 0.8}, {1, 0.305, 1}};
 
 btVector3 toBullet(Vec3 const& vector, Real fourth) {
     btVector3 result = toBullet(vector);
