@@ -62,6 +62,7 @@ BodyResponse StepSolver::respond(btDiscreteDynamicsWorld& world,
         Mechanism* const mechanism = mechanisms[i];
         bool const first = std::find(mechanisms.begin(), mechanisms.begin() + i, mechanism) == mechanisms.begin() + i;
         if (mechanism && first) {
+            mechanism->aimAtPlaces(step, step); // from where springs count their way
             mechanism->aimAtSpeeds(step, step);
             mechanism->holdAsNow();
         }
