@@ -8,6 +8,7 @@ if TYPE_CHECKING:
     from typing import Any, Protocol, TypeAlias
 
     import numpy
+    from hyxRender import Color
     from numpy.typing import NDArray
     from typing_extensions import Self as Self
 
@@ -22,7 +23,7 @@ if TYPE_CHECKING:
 
         def __int__(self) -> int: ...
 
-    Row: TypeAlias = Sequence[float] | Array  # a vector, a colour, ...
+    Row: TypeAlias = Sequence[float] | Array | Color  # a vector, a colour, ...
     Rows: TypeAlias = Iterable[Iterable[float]] | Array  # a row for each of many
     Values: TypeAlias = Iterable[float] | Array  # a number for each of many
     Doubles: TypeAlias = NDArray[numpy.float64]

@@ -21,7 +21,8 @@ bool has(PyTypeObject* type, char const* name) {
 
 bool is_sequence_of_numbers(PyObject* object) {
     return PyTuple_Check(object) || PyList_Check(object) ||
-           (has(Py_TYPE(object), "__array__") && !PyObject_TypeCheck(object, &handle_type));
+           (has(Py_TYPE(object), "__array__") &&
+            (!PyObject_TypeCheck(object, &handle_type) || has(Py_TYPE(object), "__stands_for_numbers__")));
 }
 
 PyObject* truth(PyObject* object) {

@@ -159,7 +159,7 @@ def test_the_stubs_are_sound_and_know_the_interface(tmp_path):
     plain = checked.stdout.replace("hyxOSG.", "").replace("hyx.", "")
     assert "Camera" in plain and "None" in plain.splitlines()[0]
     assert 'has incompatible type "str"; expected "float"' in plain
-    assert 'has incompatible type "Vec4f"; expected "Vec4 | Sequence[float] | Array"' in plain
+    assert 'has incompatible type "Vec4f"; expected "Vec4 | Sequence[float] | Array | Color"' in plain
     assert plain.count("error:") == 2
 
 

@@ -4,8 +4,10 @@ import copy
 import pickle
 
 import hyx
+import hyxOSG
 import hyxRender
 import numpy
+import osg
 import pytest
 from hypothesis import given
 from hypothesis import strategies as st
@@ -86,3 +88,13 @@ def test_lists_of_points_come_from_arrays_and_go_to_them():
     vector = hyx.Vec3Vector(points)
     assert len(vector) == 4 and vector[2] == hyx.Vec3(6, 7, 8)
     assert numpy.array_equal(numpy.array(vector), points)
+
+
+def test_colours_are_taken_where_a_vector_is_a_colour():
+    red = hyxRender.Color(1, 0, 0)
+    node = osg.Group()
+    hyxOSG.setDiffuseColor(node, red)
+    assert tuple(node.getStateSet().getMaterial().getDiffuse()) == (1, 0, 0, 1)
+    hyxOSG.Text("a", hyx.Vec3(), red).setColor(hyxRender.Color.Blue())
+    with pytest.raises(TypeError, match="not Vec4"):
+        hyxOSG.setDiffuseColor(node, hyx.Vec4(1, 0, 0, 1))

@@ -366,7 +366,7 @@ public:
     /// Opens a file by its ending: a script (.py) with a function buildScene, a scene (.json), a robot or world (.urdf,
     /// .xml, .mjcf, .sdf, .world) or a model (.gltf, .obj, .stl and more) becomes a scene; a journal (.h5) is played,
     /// and a saved state (.state) restored, when the first scene has been built. Returns false for other endings;
-    /// throws std::filesystem::filesystem_error when there is no such file.
+    /// throws std::filesystem::filesystem_error when there is no such file, or a folder.
     bool openFile(std::string const& path);
     /// Opens a file in place of what is shown now, as dropping it on the window does: a scene is added and built, a
     /// journal played in an empty scene, a state restored. Returns whether that went well; the reason is otherwise

@@ -222,7 +222,7 @@ public:
     /// The font of the text rows.
     std::string getFontName() const;
     /// Chooses the font of the text rows by name or file. A font that is not found leaves the rows in the built-in
-    /// font. Default DejaVuSans.
+    /// font, with a warning. Default DejaVuSans.
     void setFontName(std::string const& name);
     /// Height of a text row's characters in pixels.
     float getFontSize() const;

@@ -83,7 +83,7 @@ public:
 
     char const* className() const override { return "Text"; }
 
-    /// Chooses the font by name or file; one that is not found leaves the font as it is.
+    /// Chooses the font by name or file; one that is not found leaves the font as it is, with a warning.
     void setFont(hyx::String const& font);
     /// Height of the characters.
     /// \throws std::invalid_argument unless the size is positive and finite

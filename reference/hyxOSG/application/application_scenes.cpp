@@ -225,7 +225,7 @@ osg::ref_ptr<osg::Group> ExampleApplication::Implementation::readSceneFile(std::
 
 bool ExampleApplication::openFile(std::string const& path) {
     FileKind const kind = fileKind(path);
-    if (kind != FileKind::NONE)
+    if (kind != FileKind::NONE || isFolder(path))
         requireFile(path);
     switch (kind) {
     case FileKind::SCRIPT:

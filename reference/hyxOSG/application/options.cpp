@@ -1,5 +1,6 @@
 // What each command-line option does.
 #include "reference/hyxOSG/application/application_implementation.h"
+#include "reference/machinery/files/missing_file.h"
 
 #include <filesystem>
 #include <sstream>
@@ -56,7 +57,8 @@ void ExampleApplication::Implementation::applyOptions(ExampleApplication& applic
         profiler.setTaskProfile(true);
     }
     for (hyx::String const& file : options.getPositional())
-        application.openFile(file); // what is no such file is the program's own
+        if (!isFolder(file)) // the program's own, as what is of no known kind
+            application.openFile(file);
     applyLoopOptions(application, options);
     applyRecordingOptions(application, options);
 }

@@ -10,4 +10,7 @@ namespace hyxOSG::decorator {
 /// The font of a name, as the system's font list knows it, or of a file; null when there is none. A font is read once.
 osg::ref_ptr<osgText::Font> findFont(std::string const& name);
 
+/// The same for a script, which is warned where there is none.
+osg::ref_ptr<osgText::Font> wantedFont(std::string const& name);
+
 } // namespace hyxOSG::decorator

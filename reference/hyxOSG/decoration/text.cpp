@@ -48,7 +48,7 @@ Text::Text(hyx::String const& text, hyx::Vec3 const& position, hyx::Vec4 const& 
 Text::~Text() = default;
 
 void Text::setFont(hyx::String const& font) {
-    if (osg::ref_ptr<osgText::Font> const found = decorator::findFont(font))
+    if (osg::ref_ptr<osgText::Font> const found = decorator::wantedFont(font))
         m_text->setFont(found);
 }
 

@@ -96,6 +96,8 @@ def test_a_folder_is_said_to_be_one(shown, tmp_path, ending):
     folder.mkdir()
     with pytest.raises(IsADirectoryError):
         shown.showFile(str(folder))
+    with pytest.raises(IsADirectoryError):
+        shown.openFile(str(folder))
     for read in (hyxOSG.readNodeFile, osgDB.readImageFile):
         with pytest.warns(RuntimeWarning, match="is a folder"):
             assert read(str(folder)) is None

@@ -203,3 +203,12 @@ def test_a_text_in_the_scene_outlives_its_proxy(stage, show):
     assert near(stage.picture(), MAGENTA).any()
     assert group.getChild(0).referenceCount() == 2, "the group's and that of the proxy just made"
     stage.decorator.removeChild(group)
+
+
+@pytest.mark.parametrize("content", [None, b"no letters"])
+def test_a_font_that_is_none_is_told_of(tmp_path, content):
+    file = tmp_path / "letters.ttf"
+    if content:
+        file.write_bytes(content)
+    with pytest.warns(RuntimeWarning, match="cannot be read" if content else "there is no font"):
+        hyxOSG.Text().setFont(str(file))
