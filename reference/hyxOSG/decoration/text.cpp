@@ -4,7 +4,7 @@
 #include "platform/hyxOSG/application/example_application.h"
 #include "reference/hyxOSG/decoration/fonts.h"
 #include "reference/machinery/meshes/conversions.h"
-#include "reference/machinery/meshes/text_length.h"
+#include "reference/machinery/meshes/drawn_text.h"
 
 #include <osgText/Text>
 
@@ -86,7 +86,7 @@ void Text::setDrawMode(DrawModeMask mask) {
 }
 
 void Text::setText(hyx::String const& text) {
-    m_text->setText(requireDrawable(text), osgText::String::ENCODING_UTF8);
+    m_text->setText(drawnText(text));
 }
 
 void Text::setAlignment(AlignmentType alignment) {

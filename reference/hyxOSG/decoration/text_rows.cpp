@@ -2,7 +2,7 @@
 #include "reference/hyxOSG/decoration/text_rows.h"
 
 #include "reference/hyxOSG/decoration/fonts.h"
-#include "reference/machinery/meshes/text_length.h"
+#include "reference/machinery/meshes/drawn_text.h"
 
 #include <cmath>
 
@@ -35,7 +35,7 @@ void TextRows::setText(int row, std::string const& text, osg::Vec4 const& color)
         m_geode->addChild(entry);
         m_changed = true;
     }
-    entry->setText(requireDrawable(text), osgText::String::ENCODING_UTF8);
+    entry->setText(drawnText(text));
     entry->setColor(color);
 }
 

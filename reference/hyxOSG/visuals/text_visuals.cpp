@@ -5,8 +5,8 @@
 #include "platform/hyxOSG/nodes/geometry_node.h"
 #include "platform/hyxOSG/visuals/finders.h"
 #include "reference/machinery/meshes/conversions.h"
+#include "reference/machinery/meshes/drawn_text.h"
 #include "reference/machinery/meshes/line_meshes.h"
-#include "reference/machinery/meshes/text_length.h"
 #include "reference/machinery/shading/node_state.h"
 
 #include <osg/Geode>
@@ -24,7 +24,7 @@ osg::Geode* createText(std::string const& text, hyx::Vec3 const& position, hyx::
     letters->setFont("DejaVuSans.ttf"); // without it the built-in font has ASCII only
     letters->setDataVariance(osg::Object::DYNAMIC);
     letters->setFontResolution(48, 48);
-    letters->setText(requireDrawable(text), osgText::String::ENCODING_UTF8);
+    letters->setText(drawnText(text));
     letters->setCharacterSize(static_cast<float>(size));
     letters->setPosition(toOsg(position));
     letters->setColor(toOsg(color));

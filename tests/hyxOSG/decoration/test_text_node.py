@@ -212,3 +212,21 @@ def test_a_font_that_is_none_is_told_of(tmp_path, content):
         file.write_bytes(content)
     with pytest.warns(RuntimeWarning, match="cannot be read" if content else "there is no font"):
         hyxOSG.Text().setFont(str(file))
+
+
+@pytest.mark.parametrize(
+    "text, from_left",
+    [
+        ("שלום", "םולש"),
+        ("ab שלום cd", "ab םולש cd"),
+        ("שלום 12 (a)", "(a) 12 םולש"),
+        ("one\nשלום", "one\nםולש"),
+        ("سلام", "\ufee1\ufefc\ufeb3"),  # of the three drawn forms the middle one is two letters
+    ],
+)
+def test_right_to_left_lines_are_turned_and_joined(show, text, from_left):
+    """As if their letters were given from left to right, which the mark for that order makes stay."""
+    given = show("\n".join("\u202d" + line for line in from_left.split("\n")))
+    assert given.any() and not changed(show(text), given).any()
+    backwards = "\n".join("\u202d" + line for line in text.split("\n"))
+    assert changed(show(backwards), given).any()
