@@ -102,6 +102,22 @@ def test_who_chooses_nothing_gets_a_lit_scene_with_shadows(monkeypatch):
     assert (shapes_on_a_plane(5) == plain).all()
 
 
+def test_things_are_seen_before_a_ground_of_their_colour(tmp_path):
+    with hyxOSG.ExampleApplication(look="default") as application:
+        shapes = [hyxCollide.Plane(hyx.Vec3(0, 0, 1), hyx.Vec3()), hyxCollide.Box(0.5, 0.5, 0.5)]
+        ground, box = (hyx.RigidBody(hyxCollide.Geometry(shape)) for shape in shapes)
+        application.initViewer(160, 120, True)
+        visuals = [hyxOSG.createVisual(body, application.getSceneRoot()) for body in (ground, box)]
+        application.setCameraHome((0, -0.1, 8), (0, 0, 0))
+        application.getSceneDecorator().setEnableShadows(False)
+        top, beside = (application.render()[y, 80].astype(int) for y in (60, 100))
+        assert (top - beside).min() > 20
+        for visual in visuals:
+            hyxOSG.setDiffuseColor(visual, (0.5, 0.3, 0.2, 1))
+        top, beside = (application.render()[y, 80].astype(int) for y in (60, 100))
+        assert abs(top - beside).max() < 15, "a colour that a script gives is that of the ground"
+
+
 def test_many_casters_throw_no_shadows_where_the_processor_draws(shown):
     decorator = shown.app.getSceneDecorator()
     plain = shown.picture()

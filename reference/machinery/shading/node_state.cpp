@@ -22,11 +22,13 @@ public:
     void apply(osg::Node& node) override {
         if (!found)
             found = materialOf(node.getStateSet());
+        isGround = isGround || (node.getStateSet() && node.getStateSet()->getDefinePair("FADES"));
         if (!found)
             traverse(node);
     }
 
     osg::Material* found = nullptr;
+    bool isGround = false; // as far as it has looked
 };
 
 } // namespace
@@ -38,6 +40,10 @@ osg::StateSet& writableStateSet(osg::Node& node) {
     return *node.getStateSet();
 }
 
+void setGroundTone(osg::StateSet& state, float tone, osg::StateAttribute::GLModeValue mode) {
+    state.addUniform(new osg::Uniform("hyx_groundTone", tone), mode);
+}
+
 osg::Material& writableMaterial(osg::Node& node) {
     FirstMaterial first;
     node.accept(first);
@@ -45,6 +51,8 @@ osg::Material& writableMaterial(osg::Node& node) {
     osg::ref_ptr<osg::Material> material = materialOf(&state);
     if (!material || material->getNumParents() > 1)
         material = copyOf(first.found ? *first.found : defaultMaterial());
+    if (first.isGround)
+        setGroundTone(state, 1); // of the colour that it is given
     material->setColorMode(osg::Material::OFF);
     state.setAttributeAndModes(material, setByScript);
     return *material;

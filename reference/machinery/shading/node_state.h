@@ -26,6 +26,9 @@ osg::StateSet& writableStateSet(osg::Node& node);
 /// the default material, so that changing one colour keeps the rest of the look.
 osg::Material& writableMaterial(osg::Node& node);
 
+/// How bright grounds below are in sky light, as a share of their colour.
+void setGroundTone(osg::StateSet& state, float tone, osg::StateAttribute::GLModeValue mode = setByScript);
+
 /// Blends `state` with what lies behind, far to near; or, with 1, makes it opaque again.
 void setOpacity(osg::StateSet& state, float alpha);
 

@@ -46,7 +46,7 @@ void main() {
 // Tangents come from screen-space derivatives, so that meshes need none of their own.
 char const* const fragmentSource = R"(#version 120
 #pragma import_defines(DIFFUSE_MAP, SHADOW_MAP, SHADOW_JITTER_MAP, NORMAL_MAP, HEIGHT_MAP, SPECULAR_MAP, SPHERE_MAP, CUBE_MAP)
-#pragma import_defines(METAL_ROUGHNESS, METAL_ROUGHNESS_MAP, GLOW_MAP, FADES)
+#pragma import_defines(METAL_ROUGHNESS, METAL_ROUGHNESS_MAP, GLOW_MAP, FADES, SKY_LIGHT)
 uniform bool hyx_unlit, hyx_vertexColors;
 varying vec3 position;
 varying vec3 normal;
@@ -55,6 +55,7 @@ varying vec2 basePlace;
 varying vec4 tint;
 #ifdef FADES
 varying vec2 fromMiddle;
+uniform float hyx_groundTone;
 #endif
 uniform sampler2D map0, map1, map2, map3, map4, map5, map6;
 uniform samplerCube cubeMap;
@@ -149,6 +150,9 @@ void main() {
     float alpha = tint.a * texel.a;
 #ifdef FADES
     alpha *= 1.0 - smoothstep(0.15, 1.0, length(fromMiddle));
+#ifdef SKY_LIGHT
+    color *= hyx_groundTone;
+#endif
 #endif
     gl_FragColor = vec4(color, alpha);
 }
@@ -209,6 +213,7 @@ void declareCubeMap(osg::Node& node) {
 
 void declareFading(osg::StateSet& state) {
     state.setDefine("FADES");
+    setGroundTone(state, 0.8f, osg::StateAttribute::ON); // what stands on it and has its colour is seen before it
     // Behind all that is opaque, not among what is sorted: nothing can be seen through a ground but what it ends at.
     state.setRenderBinDetails(1, "RenderBin");
     state.setMode(GL_BLEND, osg::StateAttribute::ON);
