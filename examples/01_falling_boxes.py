@@ -79,7 +79,7 @@ def decorate(app):
     light = decorator.getLightSource(hyxOSG.SceneDecorator.LIGHT0)
     light.setPosition(hyx.Vec4(-9, -6, 14, 1))
     light.setDiffuse(hyx.Vec4f(1, 1, 0.95, 1))
-    light.setAmbient(hyx.Vec4f(0.3, 0.3, 0.33, 1))
+    light.setAmbient(hyx.Vec4f(0.15, 0.15, 0.17, 1))
     decorator.setEnableCalculateLightPositions(hyxOSG.SceneDecorator.LIGHT0, False)
     decorator.setEnableShadows(True)
     decorator.setFontSize(18)
@@ -131,6 +131,7 @@ def main():
     progress.bar.close()
     video.stopCapture()
     picture = options.output / "falling_boxes.png"
+    app.getSceneDecorator().setShadowCasterLimit(0)  # a still may take the time that shadows of so many bodies cost
     app.takeScreenShot(str(picture))
     print(f"picture: {picture}\nvideo:   {options.output / 'falling_boxes.mp4'}")
 
