@@ -2,6 +2,7 @@
 #include "platform/hyxOSG/nodes/geometry_node.h"
 #include "platform/hyxOSG/visuals/grid_axes.h"
 #include "platform/hyxSDK/simulation.h"
+#include "platform/osg/attachment.h"
 #include "reference/hyxtavlang/model_builder.h"
 #include "reference/hyxtavlang/shape_builder.h"
 #include "reference/hyxtavlang/tree_parts.h"
@@ -116,7 +117,7 @@ void BuiltModel::createVisuals(osg::Group& root, bool frames, hyxOSG::ShapeLook 
     if (frames)
         for (auto const& body : result.assembly->getRigidBodies())
             hyxOSG::createAxes(body.get(), static_cast<hyx::Frame*>(nullptr), group.get(), thickness, length);
-    root.addChild(group);
+    osg::attach(root, *group);
     shine(*group, lights);
 }
 

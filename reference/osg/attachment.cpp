@@ -73,8 +73,15 @@ unsigned int longestWay(Node const& start) {
 void requireAttachable(Group const& parent, Node const& child) {
     if (&parent == &child || (Downwards::count(child) > 0 && hyxOSG::isAbove(&child, parent)))
         throw std::invalid_argument("a group cannot stand below itself");
+    if (parent.asGeode() && !child.asDrawable())
+        throw std::invalid_argument("a Geode holds drawables only: other nodes stand in a Group");
     if (longestWay<Upwards>(parent) + longestWay<Downwards>(child) > mostLevels)
         throw std::invalid_argument("a scene can be at most " + std::to_string(mostLevels) + " groups deep");
+}
+
+void attach(Group& parent, Node& child) {
+    requireAttachable(parent, child);
+    parent.addChild(&child);
 }
 
 } // namespace osg

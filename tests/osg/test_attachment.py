@@ -2,6 +2,8 @@
 
 import time
 
+import hyx
+import hyxCollide
 import hyxOSG
 import osg
 import osgViewer
@@ -112,3 +114,22 @@ def test_a_switch_turns_on_only_children_that_it_has():
     for place in (0, 2**32 - 1):
         with pytest.raises(IndexError):
             choice.setSingleChildOn(place)
+
+
+@pytest.mark.parametrize("geode", [osg.Geode, hyxOSG.Text, hyxOSG.SplineShader])
+def test_geodes_take_drawables_only(geode):
+    """Whose visitors take all that they hold for drawables."""
+    parent, body = geode(), hyx.RigidBody(hyxCollide.Geometry(hyxCollide.Box(0.5, 0.5, 0.5)))
+    before = parent.getNumChildren()
+    attempts = [
+        lambda: parent.addChild(osg.Group()),
+        lambda: parent.insertChild(0, osg.Group()),
+        lambda: hyxOSG.createVisual(body, parent),
+        lambda: hyxOSG.createAxes(hyx.AffineMatrix4x4(), parent),
+        lambda: hyxOSG.PressureFieldRenderer(parent),
+        lambda: hyxOSG.PickHandler(osgViewer.Viewer(), parent),
+    ]
+    for attempt in attempts:
+        with pytest.raises((ValueError, RuntimeError), match="holds drawables only"):
+            attempt()
+    assert parent.getNumChildren() == before

@@ -194,12 +194,3 @@ def test_text_keeps_letters_beyond_ascii():
 def test_classes_of_other_packages_are_refused():
     with pytest.raises(TypeError):
         osg.Group().addChild(hyx.Vec3())
-
-
-@pytest.mark.parametrize("ending", ["obj", "osgt", "ive", "stl"])
-def test_geodes_with_nodes_that_are_no_drawables_are_not_written(tmp_path, capfd, ending):
-    root, geode = osg.Group(), osg.Geode()
-    root.addChild(geode)
-    geode.addChild(osg.Group())
-    assert not osgDB.writeNodeFile(root, str(tmp_path / f"model.{ending}"))
-    assert "no drawable" in capfd.readouterr().err and list(tmp_path.iterdir()) == []

@@ -3,6 +3,7 @@
 
 #include "platform/hyxOSG/visuals/camera_functions.h"
 #include "platform/hyxSDK/simulation.h"
+#include "platform/osg/attachment.h"
 #include "reference/hyxOSG/picking/mouse_spring.h"
 #include "reference/hyxOSG/picking/ray_pick.h"
 #include "reference/machinery/meshes/conversions.h"
@@ -151,7 +152,7 @@ void PickHandler::createMouseSpringRendering(float radius) {
     if (!m_implementation->root.lock(group))
         return;
     m_implementation->picture = std::make_unique<input::SpringPicture>(radius);
-    group->addChild(m_implementation->picture->node());
+    osg::attach(*group, *m_implementation->picture->node());
     m_implementation->showSpring();
 }
 

@@ -4,6 +4,7 @@
 #include "platform/hyxModel/height_field_deformer.h"
 #include "platform/hyxOSG/nodes/geometry_node.h"
 #include "platform/hyxOSG/visuals/render_state.h"
+#include "platform/osg/attachment.h"
 #include "reference/hyxOSG/renderers/height_field_tile.h"
 
 #include <osg/observer_ptr>
@@ -63,7 +64,7 @@ DeformableHeightFieldRenderer::DeformableHeightFieldRenderer(hyxModel::HeightFie
     m_implementation->node = new GeometryNode(deformer->getGeometry());
     m_implementation->makeTiles(*deformer->getHeightField());
     if (root)
-        root->addChild(m_implementation->node);
+        osg::attach(*root, *m_implementation->node);
 }
 
 DeformableHeightFieldRenderer::~DeformableHeightFieldRenderer() {

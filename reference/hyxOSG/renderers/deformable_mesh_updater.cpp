@@ -2,6 +2,7 @@
 #include "platform/hyxOSG/renderers/deformable_mesh_updater.h"
 
 #include "platform/hyxCollide/trimesh.h"
+#include "platform/osg/attachment.h"
 #include "reference/hyxOSG/renderers/surface_mesh.h"
 
 #include <osg/observer_ptr>
@@ -38,7 +39,7 @@ DeformableMeshUpdater::DeformableMeshUpdater(hyxCollide::Trimesh* mesh, osg::Gro
     m_implementation->mesh = mesh;
     m_implementation->root = root;
     if (root)
-        root->addChild(m_implementation->surface.node());
+        osg::attach(*root, *m_implementation->surface.node());
     update(true);
 }
 

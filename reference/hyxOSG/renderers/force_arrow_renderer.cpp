@@ -4,6 +4,7 @@
 #include "platform/hyx/bodies/rigid_body.h"
 #include "platform/hyx/joints/constraint1dof.h"
 #include "platform/hyxSDK/simulation.h"
+#include "platform/osg/attachment.h"
 #include "reference/hyx/values/number_checks.h"
 #include "reference/hyxOSG/renderers/arrow_mesh.h"
 #include "reference/machinery/shading/shading_marks.h"
@@ -93,7 +94,7 @@ void ForceArrowRenderer::Implementation::attach(hyxSDK::Simulation const* simula
         return;
     root = findSimulationScene(simulation);
     if (root.valid())
-        root->addChild(node);
+        osg::attach(*root, *node);
 }
 
 void ForceArrowRenderer::Implementation::detach() {

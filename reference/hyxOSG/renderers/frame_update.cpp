@@ -1,6 +1,8 @@
 // Puts nodes into a scene and takes them out again.
 #include "reference/hyxOSG/renderers/frame_update.h"
 
+#include "platform/osg/attachment.h"
+
 #include <stdexcept>
 #include <string>
 
@@ -10,8 +12,8 @@ ShownNode::ShownNode(osg::Node* node, osg::Group* parent, char const* what, std:
     : m_node(node), m_parent(parent), m_update(new FrameUpdate(std::move(update))) {
     if (!parent)
         throw std::invalid_argument(std::string(what) + " needs a group to draw under");
+    osg::attach(*parent, *m_node);
     m_node->addUpdateCallback(m_update);
-    parent->addChild(m_node);
 }
 
 ShownNode::~ShownNode() {

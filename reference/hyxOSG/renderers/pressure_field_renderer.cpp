@@ -1,6 +1,7 @@
 // Gathers triangles of a round, and shows them at its end.
 #include "platform/hyxOSG/renderers/pressure_field_renderer.h"
 
+#include "platform/osg/attachment.h"
 #include "reference/hyxOSG/renderers/color_presets.h"
 #include "reference/hyxOSG/renderers/told_scale.h"
 #include "reference/machinery/shading/node_state.h"
@@ -97,7 +98,7 @@ PressureFieldRenderer::PressureFieldRenderer(osg::Group* root, hyx::Real maxPres
     m_implementation->shownLimit = maxPressure;
     m_implementation->setUp();
     if (root)
-        root->addChild(m_implementation->node);
+        osg::attach(*root, *m_implementation->node);
 }
 
 PressureFieldRenderer::~PressureFieldRenderer() {

@@ -4,6 +4,7 @@
 #include "platform/hyx/joints/constraint.h"
 #include "platform/hyxCollide/geometry.h"
 #include "platform/hyxOSG/visuals/grid_axes.h"
+#include "platform/osg/attachment.h"
 #include "reference/hyxOSG/visuals/follow_callback.h"
 #include "reference/machinery/meshes/conversions.h"
 #include "reference/machinery/meshes/shape_meshes.h"
@@ -60,7 +61,7 @@ void addArrows(osg::MatrixTransform& place, float scale, float length) {
 osg::MatrixTransform* followingAxes(osg::Group& root, float scale, float length, std::function<osg::Matrixd()> place) {
     osg::ref_ptr<osg::MatrixTransform> const axes = following(std::move(place));
     addArrows(*axes, scale, length);
-    root.addChild(axes);
+    osg::attach(root, *axes);
     return axes;
 }
 
@@ -119,7 +120,7 @@ osg::MatrixTransform* createAxes(hyx::AffineMatrix4x4 transform, osg::Group* roo
         return nullptr;
     osg::MatrixTransform* const axes = createAxes(scale, length);
     axes->setMatrix(toOsg(transform));
-    root->addChild(axes);
+    osg::attach(*root, *axes);
     return axes;
 }
 

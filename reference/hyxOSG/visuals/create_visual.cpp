@@ -14,6 +14,7 @@
 #include "platform/hyxOSG/visuals/rigid_body_render_cache.h"
 #include "platform/hyxSDK/simulation.h"
 #include "platform/hyxSDK/terrain_instance.h"
+#include "platform/osg/attachment.h"
 #include "reference/hyxOSG/visuals/follow_callback.h"
 #include "reference/hyxOSG/visuals/geometry_visual.h"
 #include "reference/hyxOSG/visuals/shape_nodes.h"
@@ -41,7 +42,7 @@ osg::ref_ptr<osg::Node> shapeNode(hyxCollide::Geometry const& geometry, ShapeLoo
 osg::Group* addGroup(hyx::Name const& name, osg::Group& root) {
     osg::ref_ptr<osg::Group> const group = new osg::Group;
     group->setName(name);
-    root.addChild(group);
+    osg::attach(root, *group);
     return group;
 }
 
@@ -123,7 +124,7 @@ GeometryNode* createGeometryVisual(hyxCollide::Geometry const& geometry, osg::Gr
                 self->setRenderChild(GeometryNode::GEOMETRY_DATA, createShapeNode(*changed->getShape(), detailRatio));
             }};
     }
-    root.addChild(node);
+    osg::attach(root, *node);
     return node;
 }
 
@@ -179,7 +180,7 @@ osg::Geode* createVisual(hyx::ParticleSystem* particleSystem, osg::Group* root,
     osg::ref_ptr<osg::Geode> const geode = new osg::Geode;
     geode->setName(particleSystem->getName());
     geode->addDrawable(new ParticleSystemDrawable(particleSystem, renderingMode, shaderMode));
-    root->addChild(geode);
+    osg::attach(*root, *geode);
     return geode;
 }
 
@@ -224,7 +225,7 @@ osg::MatrixTransform* createVisual(hyx::ObserverFrame* observerFrame, osg::Group
         following([kept = hyx::ref_ptr<hyx::ObserverFrame>(observerFrame)] { return toOsg(kept->getMatrix()); });
     place->setName(observerFrame->getName());
     place->addChild(createAxes(1, length));
-    root->addChild(place);
+    osg::attach(*root, *place);
     return place;
 }
 

@@ -1,6 +1,7 @@
 // Grids in the plane and in space.
 
 #include "platform/hyxOSG/visuals/grid_axes.h"
+#include "platform/osg/attachment.h"
 #include "reference/machinery/meshes/conversions.h"
 #include "reference/machinery/meshes/line_meshes.h"
 #include "reference/machinery/meshes/mesh_builder.h"
@@ -82,7 +83,10 @@ osg::Geode* createGrid(unsigned int numCellsU, unsigned int numCellsV, hyx::Vec3
                        hyx::Vec3 const& edgeV, osg::Group* root) {
     osg::ref_ptr<osg::Geode> geode = geodeWith(
         createGrid(numCellsU, numCellsV, osg::Vec3(toOsg(corner)), osg::Vec3(toOsg(edgeU)), osg::Vec3(toOsg(edgeV))));
-    return root && root->addChild(geode) ? geode.get() : geode.release();
+    if (!root)
+        return geode.release();
+    osg::attach(*root, *geode);
+    return geode.get();
 }
 
 osg::Geometry* create3DGrid(unsigned int numCellsU, unsigned int numCellsV, unsigned int numCellsW,

@@ -7,6 +7,7 @@
 #include "platform/hyxOSG/nodes/frame_trajectory_drawable.h"
 #include "platform/hyxOSG/renderers/scalar_color_map.h"
 #include "platform/hyxSDK/simulation.h"
+#include "platform/osg/attachment.h"
 #include "reference/machinery/meshes/conversions.h"
 #include "reference/machinery/meshes/trajectory_lines.h"
 
@@ -175,7 +176,7 @@ osg::Geode* addLines(osg::Group& root, osg::ref_ptr<osg::Geometry> const& lines,
     lines->setUpdateCallback(update);
     osg::ref_ptr<osg::Geode> const geode = new osg::Geode;
     geode->addDrawable(lines);
-    root.addChild(geode);
+    osg::attach(root, *geode);
     return geode;
 }
 

@@ -5,8 +5,6 @@
 #include "reference/machinery/files/only_reader.h"
 #include "reference/machinery/files/whole_file.h"
 
-#include <osg/Drawable>
-#include <osg/Geode>
 #include <osg/Image>
 #include <osg/Node>
 #include <osg/NodeVisitor>
@@ -21,20 +19,6 @@ namespace osg {
 namespace {
 
 using osgDB::ReaderWriter;
-
-/// Geodes take any node, but writers take what is in them for drawables.
-class StrangeChildren : public osg::NodeVisitor {
-public:
-    StrangeChildren() : osg::NodeVisitor(TRAVERSE_ALL_CHILDREN) { setNodeMaskOverride(~0u); }
-
-    void apply(osg::Geode& geode) override {
-        for (unsigned i = 0; i < geode.getNumChildren(); ++i)
-            found = found || !geode.getChild(i)->asDrawable();
-        traverse(geode);
-    }
-
-    bool found = false;
-};
 
 std::runtime_error refusal(std::string const& path, ReaderWriter::WriteResult const& result) {
     std::string const reason = result.notHandled()
@@ -110,10 +94,6 @@ void writeImage(osg::Image const& image, std::string const& path, bool oneOfMany
 }
 
 void writeNode(osg::Node const& node, std::string const& path) {
-    StrangeChildren check;
-    const_cast<osg::Node&>(node).accept(check);
-    if (check.found)
-        throw std::runtime_error("cannot write \"" + path + "\": a geode below the node holds what is no drawable");
     osgDB::Registry& registry = *osgDB::Registry::instance();
     ReaderWriter* const hidden = hyxOSG::hiddenWriter(osgDB::getLowerCaseFileExtension(path));
     writeByName(path, hyx::Durability::SYNCED, [&](std::string const& name) {
