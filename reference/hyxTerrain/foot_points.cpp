@@ -18,11 +18,13 @@ namespace {
 
 /// Metres that a corner may hang above the ground that bears it.
 constexpr Real hanging = 0.01;
-constexpr int rimPoints = 16;
+constexpr int rimPoints = 32;
 /// Cosine of the lean up to which a cylinder stands on its end.
 constexpr Real standing = 0.95;
 
+// Around the circles rather than on them, so that no ground under a shape is left out.
 std::vector<Vec3> rims(Real radius, Real height) {
+    radius /= std::cos(std::numbers::pi / rimPoints);
     std::vector<Vec3> points;
     for (int i = 0; i < rimPoints; ++i) {
         Real const angle = 2 * std::numbers::pi * i / rimPoints;

@@ -19,12 +19,6 @@ Real turn(Vec3 const& a, Vec3 const& b, Vec3 const& c) {
     return (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
 }
 
-Vec3 wayTo(Vec3 const& place, Vec3 const& from, Vec3 const& to) {
-    Vec3 const edge = to - from;
-    Real const along = edge.length2() > 0 ? std::clamp((place - from).dot(edge) / edge.length2(), 0.0, 1.0) : 0;
-    return place - from - edge * along;
-}
-
 } // namespace
 
 LoadedPatch::LoadedPatch(std::vector<Vec3> places) {
@@ -75,16 +69,20 @@ std::pair<Vec3, Vec3> LoadedPatch::bound() const {
     return {lower - around, upper + around};
 }
 
+// A square and a convex patch are apart only where a side of the one or of the other has the whole other beyond it.
 bool LoadedPatch::bears(Vec3 const& center, Real elementSize) const {
-    bool inside = m_corners.size() > 2;
-    Vec3 nearest(1e150, 0, 0);
-    for (std::size_t i = 0; i < m_corners.size(); ++i) {
+    auto const [lower, upper] = bound();
+    for (std::size_t i = 0; i < 2; ++i)
+        if (center[i] + elementSize <= lower[i] || center[i] - elementSize >= upper[i])
+            return false;
+    for (std::size_t i = 0; m_corners.size() > 1 && i < m_corners.size(); ++i) {
         Vec3 const& next = m_corners[(i + 1) % m_corners.size()];
-        inside = inside && turn(m_corners[i], next, center) >= 0;
-        if (Vec3 const way = wayTo(center, m_corners[i], next); way.length2() < nearest.length2())
-            nearest = way;
+        Vec3 const side = next - m_corners[i];
+        Real const reach = (elementSize + m_margin) * (std::abs(side.x) + std::abs(side.y));
+        if (turn(m_corners[i], next, center) <= -reach)
+            return false;
     }
-    return inside || std::max(std::abs(nearest.x), std::abs(nearest.y)) < m_margin + elementSize;
+    return true;
 }
 
 } // namespace hyxTerrain
