@@ -147,6 +147,7 @@ class Maker:
             line = f"{operation.module}.{operation.name}(v.get({place}))"
             if operation.parameters[0] not in VALUES:
                 self.forget(operation.parameters[0], place)
+                line += f"; v.pop({place}, None)"  # wrong arguments are any of the values
             self.lines.append(line + self.without_borrowed())
         return len(self.lines) - 1
 

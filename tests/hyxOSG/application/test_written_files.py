@@ -220,6 +220,8 @@ def test_a_killed_recorder_loses_no_step(form, by, tmp_path, app, capfd):
         counter.write_bytes(bytes(8))
         kill_soon(RECORDER, journal, counter, form, by=by)
         stored = int.from_bytes(counter.read_bytes(), "little")
+        if stored == 0 and not journal.exists():
+            continue  # killed before it began
         app.listSessionNames(str(journal))
         assert stored <= number_of_states(journal) <= stored + 1
         assert not journal.with_suffix(".h5.log").exists()

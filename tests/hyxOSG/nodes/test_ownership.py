@@ -165,8 +165,8 @@ def test_other_scene_objects_are_counted_by_their_proxy_alone(tmp_path, name):
     made = UNCOUNTED[name](tmp_path)
     assert node_count(made) == 1
     assert not hasattr(_hyxOSG, f"delete_{name}")
-    geode = osg.Geode()
-    geode.addDrawable(made) if name == "ParticleSystemDrawable" else geode.addChild(made)
+    holder = osg.Geode() if name == "ParticleSystemDrawable" else osg.Group()
+    holder.addChild(made)
     assert node_count(made) == 2
 
 
