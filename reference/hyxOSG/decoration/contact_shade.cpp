@@ -15,8 +15,23 @@ namespace {
 constexpr unsigned int depthsUnit = 11; // no texture of a scene or of its shadows
 constexpr int shadeBin = 5;             // before what one sees through
 
+// Software rasterizers fetch uniforms for each pixel anew, at the price of much arithmetic.
 char const* const wholeView = R"(#version 120
-void main() { gl_Position = gl_Vertex; }
+uniform vec2 hyx_size;
+uniform vec4 hyx_lens; // of the projection: x, y of the scale and x, y of the shift
+uniform vec3 hyx_range; // makes distances of depths; the last is 1 for a perspective view, else 0
+uniform float hyx_reach; // pixels
+varying vec2 size;
+varying vec4 lens;
+varying vec3 range;
+varying float reach;
+void main() {
+    size = hyx_size;
+    lens = hyx_lens;
+    range = hyx_range;
+    reach = hyx_reach;
+    gl_Position = gl_Vertex;
+}
 )";
 
 // The scalable estimate of McGuire, Mara and Luebke, "Scalable Ambient Obscurance" (2012): places around that stand out
@@ -24,25 +39,25 @@ void main() { gl_Position = gl_Vertex; }
 // and share what they find.
 char const* const hiddenPart = R"(#version 120
 uniform sampler2D hyx_depths;
-uniform vec2 hyx_size;
-uniform vec4 hyx_lens; // of the projection: x, y of the scale and x, y of the shift
-uniform vec3 hyx_range; // makes distances of depths; the last is 1 for a perspective view, else 0
-uniform float hyx_reach; // pixels
+varying vec2 size;
+varying vec4 lens;
+varying vec3 range;
+varying float reach;
 const int steps = 10;
 
 vec3 placeAt(vec2 pixel) {
-    float depth = 2.0 * texture2D(hyx_depths, pixel / hyx_size).r - 1.0;
-    float away = hyx_range.z > 0.5 ? hyx_range.y / (depth + hyx_range.x) : (depth - hyx_range.x) / hyx_range.y;
-    vec2 onScreen = 2.0 * pixel / hyx_size - 1.0;
-    float wide = hyx_range.z > 0.5 ? away : 1.0;
-    return vec3((onScreen + hyx_lens.zw) / hyx_lens.xy * wide, -away);
+    float depth = 2.0 * texture2D(hyx_depths, pixel / size).r - 1.0;
+    float away = range.z > 0.5 ? range.y / (depth + range.x) : (depth - range.x) / range.y;
+    vec2 onScreen = 2.0 * pixel / size - 1.0;
+    float wide = range.z > 0.5 ? away : 1.0;
+    return vec3((onScreen + lens.zw) / lens.xy * wide, -away);
 }
 
 vec3 shorter(vec3 a, vec3 b) { return dot(a, a) < dot(b, b) ? a : b; }
 
 void main() {
     vec2 here = gl_FragCoord.xy;
-    if (texture2D(hyx_depths, here / hyx_size).r >= 1.0) {
+    if (texture2D(hyx_depths, here / size).r >= 1.0) {
         gl_FragColor = vec4(1.0);
         return;
     }
@@ -50,15 +65,15 @@ void main() {
     vec3 right = shorter(placeAt(here + vec2(1.0, 0.0)) - place, place - placeAt(here - vec2(1.0, 0.0)));
     vec3 up = shorter(placeAt(here + vec2(0.0, 1.0)) - place, place - placeAt(here - vec2(0.0, 1.0)));
     vec3 normal = normalize(cross(right, up));
-    float pixel = 2.0 * (hyx_range.z > 0.5 ? -place.z : 1.0) / (hyx_lens.y * hyx_size.y); // metres
-    float radius = hyx_reach * pixel;
+    float pixel = 2.0 * (range.z > 0.5 ? -place.z : 1.0) / (lens.y * size.y); // metres
+    float radius = reach * pixel;
     vec2 block = mod(floor(here), 2.0);
     float turn = 1.5707963 * 0.25 * (2.0 * block.x + block.y);
     float hidden = 0.0;
     for (int i = 0; i < steps; ++i) {
         float part = (float(i) + 0.5) / float(steps);
         float angle = turn + part * 6.2831853 * 3.0;
-        vec3 way = placeAt(floor(here + hyx_reach * part * vec2(cos(angle), sin(angle))) + 0.5) - place;
+        vec3 way = placeAt(floor(here + reach * part * vec2(cos(angle), sin(angle))) + 0.5) - place;
         float square = dot(way, way);
         float near = max(1.0 - square / (radius * radius), 0.0);
         hidden += near * near * near * max(dot(way, normal) - 0.5 * pixel, 0.0) * radius / (square + 0.01 * radius * radius);
@@ -108,7 +123,7 @@ ContactShade::ContactShade() : m_program(new osg::Program) {
     osg::StateSet& state = *getOrCreateStateSet();
     state.setAttributeAndModes(m_program);
     state.setAttributeAndModes(new osg::BlendFunc(GL_ZERO, GL_SRC_COLOR));
-    state.setAttributeAndModes(new osg::Depth(osg::Depth::ALWAYS, 0, 1, false));
+    state.setAttributeAndModes(new osg::Depth(osg::Depth::GREATER, 0, 1, false));
     state.setAttribute(new osg::ColorMask(true, true, true, false));
     state.setMode(GL_CULL_FACE, osg::StateAttribute::OFF);
     state.setRenderBinDetails(shadeBin, "RenderBin");
@@ -137,7 +152,7 @@ void ContactShade::drawImplementation(osg::RenderInfo& info) const {
     glBegin(GL_TRIANGLE_STRIP);
     for (float const y : {-1.0f, 1.0f})
         for (float const x : {-1.0f, 1.0f})
-            glVertex3f(x, y, 0);
+            glVertex3f(x, y, 1); // lies behind all but the background, which is left out so
     glEnd();
     copies.depths.unbindTexture(state, depthsUnit);
 }

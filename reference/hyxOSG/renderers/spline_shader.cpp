@@ -3,6 +3,7 @@
 
 #include "reference/hyx/values/number_checks.h"
 #include "reference/machinery/meshes/conversions.h"
+#include "reference/machinery/shading/drawing_values.h"
 #include "reference/machinery/shading/light_equation.h"
 #include "reference/machinery/shading/node_state.h"
 #include "reference/machinery/shading/shadow_lookup.h"
@@ -137,6 +138,7 @@ void SplineShader::createState() {
     osg::StateSet* const state = getOrCreateStateSet();
     // What draws the scene may bring its own program, which cannot make tubes of lines.
     state->setAttributeAndModes(m_program, keptOn);
+    decorator::declareDrawingValues(*state, false); // the tubes' corners are not the vertex shader's
     for (osg::Uniform* uniform :
          {m_circleResolution.get(), m_cylinderColor.get(), m_circleNormal.get(), m_useRedShift.get()})
         state->addUniform(uniform);

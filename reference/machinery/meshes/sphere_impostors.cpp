@@ -3,6 +3,7 @@
 
 #include "reference/machinery/meshes/mesh_builder.h"
 #include "reference/machinery/meshes/shape_meshes.h"
+#include "reference/machinery/shading/drawing_values.h"
 #include "reference/machinery/shading/light_equation.h"
 #include "reference/machinery/shading/node_state.h"
 #include "reference/machinery/shading/shadow_lookup.h"
@@ -39,6 +40,8 @@ varying vec3 across; // from the centre to the form's surface; of a point half i
 varying vec4 tint;
 varying vec4 turn;
 
+void setDrawingValues();
+
 // A square around the ball's outline as it is seen, upright to the way to its centre.
 vec3 squareCorner(vec3 center, float radius) {
     vec3 way = vec3(0.0, 0.0, -1.0);
@@ -66,6 +69,7 @@ void main() {
     ball = vec4(center, sphere.w);
     tint = color;
     turn = rotation;
+    setDrawingValues();
     gl_ClipVertex = vec4(surface, 1.0);
     gl_Position = gl_ProjectionMatrix * vec4(surface, 1.0);
     gl_PointSize = cover * gl_ProjectionMatrix[1][1] * viewportHeight / gl_Position.w;
@@ -133,6 +137,7 @@ osg::Program& impostorProgram() {
         made->setName("sphere impostors");
         made->addShader(new osg::Shader(osg::Shader::VERTEX, vertexSource));
         made->addShader(new osg::Shader(osg::Shader::FRAGMENT, fragmentSource));
+        made->addShader(decorator::drawingValuesShader());
         made->addShader(decorator::lightEquationShader());
         made->addShader(decorator::shadowLookupShader());
         made->addBindAttribLocation("place", placeAttribute);

@@ -1,29 +1,29 @@
 // The texts of the equation by which every program lights surfaces.
 #include "reference/machinery/shading/light_equation.h"
 
+#include "reference/machinery/shading/drawing_values.h"
+
 namespace hyxOSG::decorator {
 namespace {
 
 // A material is either one of colours and shininess or, with METAL_ROUGHNESS, one of a metal's share and roughness,
 // which also mirrors the sky and the ground. Software rasterizers take both sides of every branch, so what is off is
 // left out by defines.
-char const* const lightEquationSource = R"(#version 120
-#pragma import_defines(SHADOW_LIGHT, BLACK_SHADOWS, NO_HIGHLIGHTS, SKY_LIGHT, METAL_ROUGHNESS)
-#pragma import_defines(LIGHT0_OFF, LIGHT1_OFF, LIGHT2_OFF, NO_SPOTS)
-uniform bool hyx_lightOff0, hyx_lightOff1, hyx_lightOff2; // a node's own switches
-
+char const* const lightEquationSource = R"(
+#pragma import_defines(BLACK_SHADOWS, NO_HIGHLIGHTS, NO_SPOTS)
 float shadowVisibility(vec3 eyePosition, vec3 eyeNormal);
 
-vec4 lightIncidence(int light, vec3 place)
+struct Lamp { vec4 position; vec3 ambient, diffuse, specular, fading; };
+
+vec4 lightIncidence(int light, Lamp lamp, vec3 place)
 {
-    vec4 from = gl_LightSource[light].position;
+    vec4 from = lamp.position;
     vec3 way = from.xyz - place * from.w;
     float d = length(way);
     way /= max(d, 1e-6);
     float strength = 1.0;
     if (from.w != 0.0) {
-        strength = 1.0 / (gl_LightSource[light].constantAttenuation +
-                          d * (gl_LightSource[light].linearAttenuation + d * gl_LightSource[light].quadraticAttenuation));
+        strength = 1.0 / (lamp.fading.x + d * (lamp.fading.y + d * lamp.fading.z));
 #ifndef NO_SPOTS
         if (gl_LightSource[light].spotCutoff < 180.0) {
             float c = dot(-way, normalize(gl_LightSource[light].spotDirection));
@@ -35,9 +35,6 @@ vec4 lightIncidence(int light, vec3 place)
 }
 
 #if defined(SKY_LIGHT) || defined(METAL_ROUGHNESS)
-uniform vec3 hyx_skyColor, hyx_groundColor;
-uniform mat4 osg_ViewMatrix;
-
 #ifdef METAL_ROUGHNESS
 // Mirrored light is added as light adds up, all else as screens show it.
 vec3 toLight(vec3 color) { return pow(max(color, 0.0), vec3(2.2)); }
@@ -49,21 +46,20 @@ vec3 toScreen(vec3 light) { return light; }
 
 vec3 skyMix(float upperShare)
 {
-    return toScreen(mix(toLight(hyx_groundColor), toLight(hyx_skyColor), upperShare));
+    return toScreen(mix(toLight(groundColor), toLight(skyColor), upperShare));
 }
 
 float rise(vec3 way)
 {
-    return dot(way, osg_ViewMatrix[2].xyz);
+    return dot(way, skyward);
 }
 #endif
 
 #if defined(LIGHT0_OFF) && defined(LIGHT1_OFF) && defined(LIGHT2_OFF)
 // Alone the sky gives all light: what is white is as bright as an even sky. 0.3 is the light model's first value.
-const float skyShare = 1.0 / 0.3, hyx_skyLack = 0.0;
+const float skyShare = 1.0 / 0.3, skyLackShare = 0.0;
 #else
-uniform float hyx_skyLack; // how much darker it is than what lamps need beside them, lest shades be black
-const float skyShare = 1.6; // leaves room for the lamps
+const float skyShare = 1.6, skyLackShare = 1.0; // leaves room for the lamps
 #endif
 
 vec3 ambientLight(vec3 normal)
@@ -74,15 +70,13 @@ vec3 ambientLight(vec3 normal)
 #else
     vec3 sky = skyMix(smoothstep(-1.0, 1.0, rise(normal)));
 #endif
-    return skyShare * gl_LightModel.ambient.rgb * (sky + hyx_skyLack);
+    return skyShare * ambientLightColor * (sky + skyLackShare * skyLack);
 #else
-    return gl_LightModel.ambient.rgb;
+    return ambientLightColor;
 #endif
 }
 
 #ifdef METAL_ROUGHNESS
-uniform vec2 hyx_metalRoughness; // of glTF's definition, both 0 to 1
-
 float highlightStrength(vec3 normal, vec3 toLight, vec3 toEye, float a)
 {
     vec3 between = normalize(toLight + toEye);
@@ -113,48 +107,45 @@ vec3 mirroredSky(vec3 way, float roughness)
 float highlightStrength(vec3 normal, vec3 toLight, vec3 toEye)
 {
     // Nearly the power of the cosine, at half its price.
-    return exp2(1.442695 * gl_FrontMaterial.shininess * (dot(normal, normalize(toLight + toEye)) - 1.0));
+    return exp2(1.442695 * materialShininess * (dot(normal, normalize(toLight + toEye)) - 1.0));
 }
 #endif
 
 struct Sum { vec3 ambient; vec3 direct; vec3 highlight; };
 
-void addLight(inout Sum sum, int light, float lit, vec3 place, vec3 normal, vec3 toEye, float roughness)
+void addLight(inout Sum sum, int light, Lamp lamp, float lit, vec3 place, vec3 normal, vec3 toEye, float roughness)
 {
-    vec4 way = lightIncidence(light, place);
+    vec4 way = lightIncidence(light, lamp, place);
     float slope = max(dot(normal, way.xyz), 0.0);
-    sum.ambient += way.w * gl_LightSource[light].ambient.rgb;
-    sum.direct += way.w * lit * slope * gl_LightSource[light].diffuse.rgb;
+    sum.ambient += way.w * lamp.ambient;
+    sum.direct += way.w * lit * slope * lamp.diffuse;
 #ifndef NO_HIGHLIGHTS
 #ifdef METAL_ROUGHNESS
-    sum.highlight += way.w * lit * slope * gl_LightSource[light].specular.rgb *
+    sum.highlight += way.w * lit * slope * lamp.specular *
                      highlightStrength(normal, way.xyz, toEye, roughness * roughness);
 #else
     if (slope > 0.0)
-        sum.highlight += way.w * lit * gl_LightSource[light].specular.rgb * highlightStrength(normal, way.xyz, toEye);
+        sum.highlight += way.w * lit * lamp.specular * highlightStrength(normal, way.xyz, toEye);
 #endif
 #endif
 }
 
 Sum lightAt(vec3 place, vec3 normal, float open, float roughness)
 {
-    vec3 toEye = gl_ProjectionMatrix[2][3] != 0.0 ? -normalize(place) : vec3(0.0, 0.0, 1.0);
+    vec3 toEye = perspective > 0.5 ? -normalize(place) : vec3(0.0, 0.0, 1.0);
     vec3 lit = vec3(open);
 #ifdef SHADOW_LIGHT
     lit[SHADOW_LIGHT] *= shadowVisibility(place, normal);
 #endif
     Sum sum = Sum(ambientLight(normal), vec3(0.0), vec3(0.0));
 #ifndef LIGHT0_OFF
-    if (!hyx_lightOff0)
-        addLight(sum, 0, lit[0], place, normal, toEye, roughness);
+    addLight(sum, 0, Lamp(lampPosition0, lampAmbient0, lampDiffuse0, lampSpecular0, lampFading0), lit[0], place, normal, toEye, roughness);
 #endif
 #ifndef LIGHT1_OFF
-    if (!hyx_lightOff1)
-        addLight(sum, 1, lit[1], place, normal, toEye, roughness);
+    addLight(sum, 1, Lamp(lampPosition1, lampAmbient1, lampDiffuse1, lampSpecular1, lampFading1), lit[1], place, normal, toEye, roughness);
 #endif
 #ifndef LIGHT2_OFF
-    if (!hyx_lightOff2)
-        addLight(sum, 2, lit[2], place, normal, toEye, roughness);
+    addLight(sum, 2, Lamp(lampPosition2, lampAmbient2, lampDiffuse2, lampSpecular2, lampFading2), lit[2], place, normal, toEye, roughness);
 #endif
     return sum;
 }
@@ -177,8 +168,8 @@ vec3 litColor(vec3 place, vec3 normal, vec3 ambient, vec3 diffuse, vec3 texel, v
               vec3 glow, float open)
 {
 #ifdef METAL_ROUGHNESS
-    float metal = hyx_metalRoughness.x * metalRoughness.x;
-    float roughness = clamp(hyx_metalRoughness.y * metalRoughness.y, 0.05, 1.0);
+    float metal = metalRoughnessFactors.x * metalRoughness.x;
+    float roughness = clamp(metalRoughnessFactors.y * metalRoughness.y, 0.05, 1.0);
     Sum sum = lightAt(place, normal, open, roughness);
     vec3 toEye = -normalize(place);
     vec3 base = diffuse * texel;
@@ -190,7 +181,7 @@ vec3 litColor(vec3 place, vec3 normal, vec3 ambient, vec3 diffuse, vec3 texel, v
 #else
     Sum sum = lightAt(place, normal, open, 1.0);
     vec3 matt = glow + ambient * sum.ambient + diffuse * sum.direct;
-    vec3 color = clamp(matt, 0.0, 1.0) * texel + gl_FrontMaterial.specular.rgb * shine * sum.highlight;
+    vec3 color = clamp(matt, 0.0, 1.0) * texel + materialSpecular * shine * sum.highlight;
 #endif
     return blackened(color, place, normal);
 }
@@ -199,7 +190,8 @@ vec3 litColor(vec3 place, vec3 normal, vec3 ambient, vec3 diffuse, vec3 texel, v
 } // namespace
 
 osg::ref_ptr<osg::Shader> lightEquationShader() {
-    static osg::ref_ptr<osg::Shader> const shader = new osg::Shader(osg::Shader::FRAGMENT, lightEquationSource);
+    static osg::ref_ptr<osg::Shader> const shader =
+        new osg::Shader(osg::Shader::FRAGMENT, withDrawingValues(lightEquationSource));
     return shader;
 }
 

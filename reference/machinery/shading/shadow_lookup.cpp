@@ -1,6 +1,8 @@
 // The shader's part that reads shadow maps.
 #include "reference/machinery/shading/shadow_lookup.h"
 
+#include "reference/machinery/shading/drawing_values.h"
+
 #include <osg/Uniform>
 
 #include <string>
@@ -8,29 +10,27 @@
 namespace hyxOSG::decorator {
 namespace {
 
-char const* const shadowLookup = R"(#version 120
-#pragma import_defines(SHADOW_MAPS, SHADOW_LIGHT, SOFT_SHADOWS, CASTER_GRID_DEPTH)
+char const* const shadowLookup = R"(
+#pragma import_defines(CASTER_GRID_DEPTH)
 #ifdef SHADOW_MAPS
-uniform bool hyx_receivesShadow;
 #ifdef SOFT_SHADOWS
 #define MAP sampler2D
+#define PENUMBRA(of) of
 #else
 #define MAP sampler2DShadow
+#define PENUMBRA(of) vec2(0.0)
 #endif
 uniform MAP hyx_shadowMap0;
-uniform mat4 hyx_shadowMatrix[SHADOW_MAPS];
-uniform float hyx_shadowTexel[SHADOW_MAPS];
 #if SHADOW_MAPS > 1
 uniform MAP hyx_shadowMap1;
 uniform MAP hyx_shadowMap2;
 uniform float hyx_splitDepth[SHADOW_MAPS];
 #endif
 
+struct View { mat4 matrix; float texel; vec2 penumbra; }; // that a map has of the scene
 struct Receiver { vec3 place, normal, right, up; }; // in eye coordinates; to the next pixels
 
 #ifdef SOFT_SHADOWS
-uniform vec2 hyx_penumbra[SHADOW_MAPS]; // its half width in the map, for a gap of all depths
-uniform float hyx_shadowMapSize;
 uniform sampler2D hyx_casterGrid;
 
 const mat2 goldenTurn = mat2(-0.737369, 0.675490, -0.675490, -0.737369);
@@ -57,7 +57,7 @@ vec2 depthSlope(mat4 toMap, vec4 place, Receiver at)
 // Of what turns away from the light nothing is seen in it, whatever its shadow.
 bool facesLight(Receiver at)
 {
-    vec4 from = gl_LightSource[SHADOW_LIGHT].position;
+    vec4 from = shadowLampPosition;
     return dot(at.normal, from.xyz - at.place * from.w) > 0.0;
 }
 
@@ -76,12 +76,12 @@ bool castersNear(vec3 place, Receiver at)
 
 // The lamp is a disc. Taps all over it first find how far the casters are off, then what the half shadow that follows
 // from this leaves of the light. Receivers may lie behind the map's last depth.
-float lookUp(MAP map, int index, vec4 place, Receiver at)
+float lookUp(MAP map, View view, vec4 place, Receiver at)
 {
     vec3 p = place.xyz / place.w;
-    vec2 slope = depthSlope(hyx_shadowMatrix[index], place, at);
-    vec2 least = vec2(1.25 / hyx_shadowMapSize);
-    vec2 reach = max(hyx_penumbra[index] * p.z, least);
+    vec2 slope = depthSlope(view.matrix, place, at);
+    vec2 least = vec2(1.25 / shadowMapSize);
+    vec2 reach = max(view.penumbra * p.z, least);
     vec2 turned = firstTap();
     float casters = 0.0, depths = 0.0;
     bool aside = any(greaterThan(abs(p.xy - 0.5), 0.5 + reach)); // of all casters, which the map holds
@@ -98,7 +98,7 @@ float lookUp(MAP map, int index, vec4 place, Receiver at)
     }
     taps = casters == 0.0 || casters == float(SEARCHED) ? 0 : FILTERED;
     middle = taps > 0 ? p.xy : vec2(0.0);
-    reach = taps > 0 ? max(hyx_penumbra[index] * max(p.z - depths / max(casters, 1.0), 0.0), least) : vec2(0.0);
+    reach = taps > 0 ? max(view.penumbra * max(p.z - depths / max(casters, 1.0), 0.0), least) : vec2(0.0);
     float open = 0.0;
     for (int i = 0; i < taps; ++i) {
         vec2 way = reach * sqrt((float(i) + 0.5) / float(FILTERED)) * turned;
@@ -108,29 +108,29 @@ float lookUp(MAP map, int index, vec4 place, Receiver at)
     return taps > 0 ? open / float(FILTERED) : casters == 0.0 ? 1.0 : 0.0;
 }
 #else
-float lookUp(MAP map, int index, vec4 place, Receiver at) { return shadow2D(map, place.xyz / place.w).r; }
+float lookUp(MAP map, View view, vec4 place, Receiver at) { return shadow2D(map, place.xyz / place.w).r; }
 #endif
 
 // Half way out of the surface, by the size of a texel: a surface must not shade itself.
-float mapVisibility(MAP map, int index, Receiver at)
+float mapVisibility(MAP map, View view, Receiver at)
 {
-    vec4 place = hyx_shadowMatrix[index] * vec4(at.place + at.normal * (1.5 * hyx_shadowTexel[index]), 1.0);
-    return place.w <= 0.0 ? 1.0 : lookUp(map, index, place, at);
+    vec4 place = view.matrix * vec4(at.place + at.normal * (1.5 * view.texel), 1.0);
+    return place.w <= 0.0 ? 1.0 : lookUp(map, view, place, at);
 }
 
 float shadowVisibility(vec3 eyePosition, vec3 eyeNormal)
 {
-    if (!hyx_receivesShadow)
+    if (receivesShadow < 0.5)
         return 1.0;
     Receiver at = Receiver(eyePosition, eyeNormal, dFdx(eyePosition), dFdy(eyePosition));
 #if SHADOW_MAPS > 1
     float depth = -eyePosition.z;
     if (depth > hyx_splitDepth[1])
-        return mapVisibility(hyx_shadowMap2, 2, at);
+        return mapVisibility(hyx_shadowMap2, View(hyx_shadowMatrix[2], hyx_shadowTexel[2], PENUMBRA(hyx_penumbra[2])), at);
     if (depth > hyx_splitDepth[0])
-        return mapVisibility(hyx_shadowMap1, 1, at);
+        return mapVisibility(hyx_shadowMap1, View(hyx_shadowMatrix[1], hyx_shadowTexel[1], PENUMBRA(hyx_penumbra[1])), at);
 #endif
-    return mapVisibility(hyx_shadowMap0, 0, at);
+    return mapVisibility(hyx_shadowMap0, View(shadowMatrix, shadowTexel, PENUMBRA(penumbra)), at);
 }
 #else
 float shadowVisibility(vec3 eyePosition, vec3 eyeNormal) { return 1.0; }
@@ -140,7 +140,8 @@ float shadowVisibility(vec3 eyePosition, vec3 eyeNormal) { return 1.0; }
 } // namespace
 
 osg::ref_ptr<osg::Shader> shadowLookupShader() {
-    static osg::ref_ptr<osg::Shader> const shader = new osg::Shader(osg::Shader::FRAGMENT, shadowLookup);
+    static osg::ref_ptr<osg::Shader> const shader =
+        new osg::Shader(osg::Shader::FRAGMENT, withDrawingValues(shadowLookup));
     return shader;
 }
 

@@ -1,6 +1,7 @@
 // The text of the program that draws every lit surface.
 #include "reference/machinery/shading/surface_program.h"
 
+#include "reference/machinery/shading/drawing_values.h"
 #include "reference/machinery/shading/light_equation.h"
 #include "reference/machinery/shading/node_state.h"
 #include "reference/machinery/shading/shadow_lookup.h"
@@ -18,6 +19,7 @@ namespace {
 
 char const* const vertexSource = R"(#version 120
 #pragma import_defines(FADES)
+void setDrawingValues();
 uniform bool hyx_unlit, hyx_vertexColors;
 varying vec3 position;
 varying vec3 normal;
@@ -38,16 +40,16 @@ void main() {
     texcoord = gl_MultiTexCoord0.xy;
     basePlace = (gl_TextureMatrix[0] * gl_MultiTexCoord0).xy;
     tint = hyx_unlit || hyx_vertexColors ? gl_Color : gl_FrontMaterial.diffuse;
+    setDrawingValues();
     gl_ClipVertex = eye;
     gl_Position = ftransform();
 }
 )";
 
 // Tangents come from screen-space derivatives, so that meshes need none of their own.
-char const* const fragmentSource = R"(#version 120
+char const* const fragmentSource = R"(
 #pragma import_defines(DIFFUSE_MAP, SHADOW_MAP, SHADOW_JITTER_MAP, NORMAL_MAP, HEIGHT_MAP, SPECULAR_MAP, SPHERE_MAP, CUBE_MAP)
-#pragma import_defines(METAL_ROUGHNESS, METAL_ROUGHNESS_MAP, GLOW_MAP, FADES, SKY_LIGHT)
-uniform bool hyx_unlit, hyx_vertexColors;
+#pragma import_defines(METAL_ROUGHNESS_MAP, GLOW_MAP, FADES)
 varying vec3 position;
 varying vec3 normal;
 varying vec2 texcoord;
@@ -106,7 +108,7 @@ void main() {
 #ifdef DIFFUSE_MAP
     texel = texture2D(map0, diffusePlace);
 #endif
-    if (hyx_unlit) {
+    if (unlit > 0.5) {
         gl_FragColor = tint * texel;
         return;
     }
@@ -130,11 +132,11 @@ void main() {
 #ifdef METAL_ROUGHNESS_MAP
     metalRoughness = texture2D(map5, scaled(gl_TextureMatrix[5], place)).bg;
 #endif
-    vec3 glow = gl_FrontMaterial.emission.rgb;
+    vec3 glow = materialGlow;
 #ifdef GLOW_MAP
     glow *= texture2D(map2, scaled(gl_TextureMatrix[2], place)).rgb;
 #endif
-    vec3 ambient = hyx_vertexColors ? tint.rgb : gl_FrontMaterial.ambient.rgb;
+    vec3 ambient = coloredByVertices > 0.5 ? tint.rgb : materialAmbient;
     vec3 color = litColor(position, n, ambient, tint.rgb, texel.rgb, shine, metalRoughness, glow, open);
 #if defined(SPHERE_MAP) || defined(CUBE_MAP)
     vec3 mirrored = reflect(-toEye, n);
@@ -181,7 +183,8 @@ osg::Program& surfaceProgram() {
         osg::ref_ptr<osg::Program> const made = new osg::Program;
         made->setName("surface");
         made->addShader(new osg::Shader(osg::Shader::VERTEX, vertexSource));
-        made->addShader(new osg::Shader(osg::Shader::FRAGMENT, fragmentSource));
+        made->addShader(new osg::Shader(osg::Shader::FRAGMENT, decorator::withDrawingValues(fragmentSource)));
+        made->addShader(decorator::drawingValuesShader());
         made->addShader(decorator::lightEquationShader());
         made->addShader(decorator::shadowLookupShader());
         return made;
@@ -193,6 +196,7 @@ void addSurfaceUniforms(osg::StateSet& state) {
     for (int unit = 0; unit < static_cast<int>(defineNames.size()); ++unit)
         state.addUniform(new osg::Uniform(("map" + std::to_string(unit)).c_str(), unit));
     state.addUniform(new osg::Uniform("cubeMap", static_cast<int>(cubeMapUnit)));
+    decorator::declareDrawingValues(state);
 }
 
 void declareTexture(osg::Node& node, TextureMode mode) {
