@@ -54,7 +54,7 @@ std::vector<Candidate> findCandidates(EglLibrary const& egl) {
 
 /// A driver may initialize on a card that the process may not use, so only a context made current counts.
 bool canDraw(EglLibrary const& egl, EGLDisplay display) {
-    EGLConfig const config = chooseEglConfig(display, false, true);
+    EGLConfig const config = chooseEglConfig(display, true);
     if (!config || !egl.bindApi(EGL_OPENGL_API))
         return false;
     EGLint const size[] = {EGL_WIDTH, 1, EGL_HEIGHT, 1, EGL_NONE};
@@ -98,7 +98,7 @@ EGLDisplay eglDisplay() {
     return display;
 }
 
-EGLConfig chooseEglConfig(EGLDisplay display, bool alpha, bool stencil) {
+EGLConfig chooseEglConfig(EGLDisplay display, bool stencil) {
     EGLint const attributes[] = {EGL_SURFACE_TYPE,
                                  EGL_PBUFFER_BIT,
                                  EGL_RENDERABLE_TYPE,
@@ -110,7 +110,7 @@ EGLConfig chooseEglConfig(EGLDisplay display, bool alpha, bool stencil) {
                                  EGL_BLUE_SIZE,
                                  8,
                                  EGL_ALPHA_SIZE,
-                                 alpha ? 8 : 0,
+                                 8, // stored anyway, and read back at half the speed where it does not count
                                  EGL_DEPTH_SIZE,
                                  24,
                                  EGL_STENCIL_SIZE,

@@ -11,6 +11,6 @@ namespace hyxOSG {
 EGLDisplay eglDisplay();
 
 /// A configuration of `display` for off-screen windows; null when there is none.
-EGLConfig chooseEglConfig(EGLDisplay display, bool alpha, bool stencil);
+EGLConfig chooseEglConfig(EGLDisplay display, bool stencil);
 
 } // namespace hyxOSG

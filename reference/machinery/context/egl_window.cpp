@@ -19,7 +19,7 @@ EglWindow::EglWindow(osg::GraphicsContext::Traits* traits) : m_width(traits->wid
     _traits = traits;
     EglLibrary const& egl = EglLibrary::instance();
     m_display = eglDisplay();
-    m_config = chooseEglConfig(m_display, traits->alpha > 0, traits->stencil > 0);
+    m_config = chooseEglConfig(m_display, traits->stencil > 0);
     if (!m_config || !egl.bindApi(EGL_OPENGL_API))
         throw std::runtime_error("no pixel format for an off-screen window");
 

@@ -11,6 +11,10 @@ class ResolvedFrame {
 public:
     ResolvedFrame(osg::State& state, int width, int height);
     ~ResolvedFrame();
+
+    /// Whether the samples were mixed into a frame buffer of GL_RGBA8, which is read now.
+    bool isCopy() const { return m_frameBuffer != 0; }
+
     ResolvedFrame(ResolvedFrame const&) = delete;
     ResolvedFrame& operator=(ResolvedFrame const&) = delete;
 
