@@ -1,17 +1,10 @@
 // Letters in the scene.
 #include "modules/osg/scene_graph_rows.h"
+#include "platform/osg/texts.h"
 
 #include <osgText/Text>
 
 namespace {
-
-void set_text(osgText::TextBase& self, std::string const& text) {
-    self.setText(text, osgText::String::ENCODING_UTF8);
-}
-
-std::string text_of(osgText::TextBase const& self) {
-    return self.getText().createUTF8EncodedString();
-}
 
 void set_size(osgText::TextBase& self, float height) {
     self.setCharacterSize(height);
@@ -34,8 +27,8 @@ osg::Vec4f text_color(osgText::TextBase const& self) {
 }
 
 constexpr Declared text_rows[] = {
-    FUNCTION(TextBase_setText, ADAPTER(osgText::TextBase, setText, set_text, (std::string const&))),
-    FUNCTION(TextBase_getText, ADAPTER(osgText::TextBase, getText, text_of, () const)),
+    FUNCTION(TextBase_setText, ADAPTER(osgText::TextBase, setText, osg::writeText, (std::string const&))),
+    FUNCTION(TextBase_getText, ADAPTER(osgText::TextBase, getText, osg::writtenText, () const)),
     FUNCTION(TextBase_setCharacterSize, ADAPTER(osgText::TextBase, setCharacterSize, set_size, (float))),
     FUNCTION(TextBase_getCharacterHeight, METHOD(osgText::TextBase, getCharacterHeight, () const)),
     FUNCTION(TextBase_setPosition, ADAPTER(osgText::TextBase, setPosition, set_position, (osg::Vec3f const&))),
@@ -43,7 +36,7 @@ constexpr Declared text_rows[] = {
     FUNCTION(TextBase_setColor, ADAPTER(osgText::TextBase, setColor, set_text_color, (osg::Vec4f const&))),
     FUNCTION(TextBase_getColor, ADAPTER(osgText::TextBase, getColor, text_color, () const)),
     SHARED_CLASS_ROWS(osgText::TextBase, TextBase),
-    FUNCTION(new_Text, NEW(osgText::Text, ())),
+    FUNCTION(new_Text, MAKE(osgText::Text, osg::createLettering, ())),
     SHARED_CLASS_ROWS(osgText::Text, Text),
 };
 

@@ -9,11 +9,9 @@
 #include <osg/Geode>
 #include <osg/ref_ptr>
 
-namespace osgText {
-class Text;
-} // namespace osgText
-
 namespace hyxOSG {
+
+class Lettering;
 
 /// A node that shows one text, UTF-8, with line breaks at newlines. Its character size is in metres, or in pixels where
 /// it stands on the head-up display. It is not lit.
@@ -112,7 +110,7 @@ protected:
     ~Text() override;
 
 private:
-    osg::ref_ptr<osgText::Text> m_text;
+    osg::ref_ptr<Lettering> m_text;
 };
 
 /// Takes a reference on a text; null is ignored.

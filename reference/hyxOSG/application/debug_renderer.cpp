@@ -4,10 +4,11 @@
 #include "platform/hyx/bodies/rigid_body.h"
 #include "platform/hyxSDK/simulation.h"
 #include "reference/hyxOSG/application/debug_lines.h"
+#include "reference/machinery/text/fonts.h"
+#include "reference/machinery/text/lettering.h"
 
 #include <osg/Geode>
 #include <osg/Geometry>
-#include <osgText/Text>
 
 #include <vector>
 
@@ -46,7 +47,7 @@ struct LineDrawing {
 struct DebugRenderer::Drawing {
     osg::ref_ptr<osg::Geode> geode = new osg::Geode;
     LineDrawing lines{*geode}, forces{*geode};
-    std::vector<osg::ref_ptr<osgText::Text>> names; ///< one a body, in their order
+    std::vector<osg::ref_ptr<Lettering>> names; ///< one a body, in their order
 
     Drawing() {
         constexpr int behindAll = 100;
@@ -71,8 +72,8 @@ struct DebugRenderer::Drawing {
             std::string const name =
                 bodies[i]->getName().empty() ? "#" + std::to_string(i) : std::string(bodies[i]->getName());
             names[i]->setPosition(osg::Vec3(place.x, place.y, place.z));
-            if (names[i]->getText().createUTF8EncodedString() != name)
-                names[i]->setText(name, osgText::String::ENCODING_UTF8);
+            if (names[i]->written() != name)
+                names[i]->write(name);
         }
     }
 
@@ -81,12 +82,11 @@ struct DebugRenderer::Drawing {
             geode->removeDrawable(names.back());
         while (names.size() < count) {
             constexpr float pixels = 16;
-            osg::ref_ptr<osgText::Text> text = new osgText::Text;
-            text->setFont("DejaVuSans.ttf");
+            osg::ref_ptr<Lettering> text = new Lettering;
+            text->setFont(findFont(usualFont));
             text->setCharacterSizeMode(osgText::TextBase::SCREEN_COORDS);
             text->setCharacterSize(pixels);
             text->setAxisAlignment(osgText::TextBase::SCREEN);
-            text->setDataVariance(osg::Object::DYNAMIC);
             geode->addDrawable(text);
             names.push_back(text);
         }

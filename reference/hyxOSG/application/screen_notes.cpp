@@ -2,8 +2,8 @@
 #include "reference/hyxOSG/application/screen_notes.h"
 
 #include "platform/hyxOSG/application/example_application.h"
-#include "reference/hyxOSG/decoration/fonts.h"
 #include "reference/hyxOSG/decoration/screen_layer.h"
+#include "reference/machinery/text/fonts.h"
 
 #include <osg/Geode>
 
@@ -18,13 +18,11 @@ constexpr float margin = 12;
 constexpr double padding = 6;       ///< between a text and the edges of its panel, pixels
 constexpr float characterSize = 14; ///< pixels
 
-osg::ref_ptr<osgText::Text> makeNote(ScreenNotes::Place place) {
-    osg::ref_ptr<osgText::Text> text = new osgText::Text;
-    text->setFont(decorator::findFont("DejaVuSansMono"));
+osg::ref_ptr<Lettering> makeNote(ScreenNotes::Place place) {
+    osg::ref_ptr<Lettering> text = new Lettering;
+    text->setFont(findFont("DejaVuSansMono"));
     text->setCharacterSize(characterSize);
     text->setFontResolution(unsigned(characterSize), unsigned(characterSize));
-    text->setDataVariance(osg::Object::DYNAMIC);
-    text->setUseDisplayList(false);
     text->setColor(osg::Vec4(1, 1, 1, 1));
     constexpr osgText::Text::AlignmentType alignments[] = {osgText::Text::LEFT_TOP, osgText::Text::CENTER_TOP,
                                                            osgText::Text::LEFT_BOTTOM, osgText::Text::RIGHT_TOP};
@@ -59,7 +57,7 @@ void ScreenNotes::setText(Place place, std::string const& text) {
     note.text = text;
     if (!note.drawn)
         note.drawn = makeNote(place);
-    note.drawn->setText(text, osgText::String::ENCODING_UTF8);
+    note.drawn->write(text);
     bool const there = m_geode->containsDrawable(note.drawn);
     if (text.empty())
         m_geode->removeDrawable(note.drawn);

@@ -2,9 +2,9 @@
 #pragma once
 
 #include "platform/hyxOSG/decoration/panel.h"
+#include "reference/machinery/text/lettering.h"
 
 #include <osg/Camera>
-#include <osgText/Text>
 
 #include <array>
 #include <memory>
@@ -36,7 +36,7 @@ public:
 private:
     struct Note {
         std::string text;
-        osg::ref_ptr<osgText::Text> drawn; ///< made when first needed
+        osg::ref_ptr<Lettering> drawn; ///< made when first needed
         std::unique_ptr<Panel> panel;
         hyx::Vec2 corner, size{100, 20}; ///< of the panel, as they were laid out
         osg::Vec3 moved;                 ///< by how much the text went with the panel

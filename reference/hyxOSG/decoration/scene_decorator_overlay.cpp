@@ -1,8 +1,8 @@
 // The operations of the decorator on what lies over the scene: logo, text rows, head-up display, cursor.
-#include "reference/hyxOSG/decoration/fonts.h"
 #include "reference/hyxOSG/decoration/scene_decorator_implementation.h"
 #include "reference/hyxOSG/decoration/texture_file.h"
 #include "reference/machinery/meshes/conversions.h"
+#include "reference/machinery/text/fonts.h"
 
 #include <cmath>
 #include <stdexcept>
@@ -88,7 +88,7 @@ std::string SceneDecorator::getFontName() const {
 }
 
 void SceneDecorator::setFontName(std::string const& name) {
-    decorator::wantedFont(name);
+    wantedFont(name);
     m_implementation->rows.setFontName(name);
 }
 

@@ -2,11 +2,9 @@
 #include "platform/hyxOSG/decoration/text.h"
 
 #include "platform/hyxOSG/application/example_application.h"
-#include "reference/hyxOSG/decoration/fonts.h"
 #include "reference/machinery/meshes/conversions.h"
-#include "reference/machinery/meshes/drawn_text.h"
-
-#include <osgText/Text>
+#include "reference/machinery/text/fonts.h"
+#include "reference/machinery/text/lettering.h"
 
 #include <cmath>
 #include <stdexcept>
@@ -20,11 +18,9 @@ void requireEnumerator(int value, int last, char const* what) {
                                     "; use one of 0 to " + std::to_string(last));
 }
 
-osg::ref_ptr<osgText::Text> createDrawable() {
-    osg::ref_ptr<osgText::Text> text = new osgText::Text;
-    text->setDataVariance(osg::Object::DYNAMIC);
-    text->setUseDisplayList(false);
-    text->setFont(decorator::findFont("DejaVuSans"));
+osg::ref_ptr<Lettering> createDrawable() {
+    osg::ref_ptr<Lettering> text = new Lettering;
+    text->setFont(findFont(usualFont));
     text->setCharacterSize(1);
     text->setAxisAlignment(osgText::Text::XZ_PLANE);
     text->setBackdropColor(osg::Vec4(0, 0, 0, 1));
@@ -48,7 +44,7 @@ Text::Text(hyx::String const& text, hyx::Vec3 const& position, hyx::Vec4 const& 
 Text::~Text() = default;
 
 void Text::setFont(hyx::String const& font) {
-    if (osg::ref_ptr<osgText::Font> const found = decorator::wantedFont(font))
+    if (osg::ref_ptr<osgText::Font> const found = wantedFont(font))
         m_text->setFont(found);
 }
 
@@ -86,7 +82,7 @@ void Text::setDrawMode(DrawModeMask mask) {
 }
 
 void Text::setText(hyx::String const& text) {
-    m_text->setText(drawnText(text));
+    m_text->write(text);
 }
 
 void Text::setAlignment(AlignmentType alignment) {

@@ -1,8 +1,7 @@
 // Lays rows of text out from the upper left corner.
 #include "reference/hyxOSG/decoration/text_rows.h"
 
-#include "reference/hyxOSG/decoration/fonts.h"
-#include "reference/machinery/meshes/drawn_text.h"
+#include "reference/machinery/text/fonts.h"
 
 #include <cmath>
 
@@ -18,24 +17,23 @@ constexpr float topMargin = 6;
 TextRows::TextRows() : m_geode(new osg::Geode) {
     m_geode->setName("SceneDecorator text");
     m_geode->setCullingActive(false);
-    setFontName("DejaVuSans");
+    setFontName(usualFont);
 }
 
 void TextRows::setText(int row, std::string const& text, osg::Vec4 const& color) {
-    osg::ref_ptr<osgText::Text>& entry = m_rows[row];
+    osg::ref_ptr<Lettering>& entry = m_rows[row];
     if (text.empty()) {
         m_geode->removeChild(entry);
         m_rows.erase(row);
         return;
     }
     if (!entry) {
-        entry = new osgText::Text;
-        entry->setDataVariance(osg::Object::DYNAMIC);
-        entry->setUseDisplayList(false);
+        entry = new Lettering;
+        entry->setFont(findFont(m_fontName));
         m_geode->addChild(entry);
         m_changed = true;
     }
-    entry->setText(drawnText(text));
+    entry->write(text);
     entry->setColor(color);
 }
 
@@ -67,7 +65,6 @@ void TextRows::layOut(osg::Vec2f const& window, float scale) {
     for (auto const& [row, text] : m_rows) {
         text->setFont(font);
         text->setCharacterSize(size);
-        text->setFontResolution(std::lround(size), std::lround(size));
         // On whole pixels, so that glyphs stay sharp.
         text->setPosition(osg::Vec3(std::round(leftMargin * scale),
                                     std::round(window.y() - topMargin * scale - (row * lineSpacing + 1) * size), 0));

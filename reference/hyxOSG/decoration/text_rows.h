@@ -1,11 +1,12 @@
 // Rows of text over the scene, counted from the upper edge of the window.
 #pragma once
 
+#include "reference/machinery/text/lettering.h"
+
 #include <osg/Geode>
 #include <osg/Vec2f>
 #include <osg/Vec4>
 #include <osg/ref_ptr>
-#include <osgText/Text>
 
 #include <map>
 #include <string>
@@ -36,7 +37,7 @@ public:
     void layOut(osg::Vec2f const& window, float scale);
 
 private:
-    std::map<int, osg::ref_ptr<osgText::Text>> m_rows;
+    std::map<int, osg::ref_ptr<Lettering>> m_rows;
     osg::ref_ptr<osg::Geode> m_geode;
     std::string m_fontName;
     float m_fontSize = 14;

@@ -5,12 +5,12 @@
 #include "platform/hyxOSG/nodes/geometry_node.h"
 #include "platform/hyxOSG/visuals/finders.h"
 #include "reference/machinery/meshes/conversions.h"
-#include "reference/machinery/meshes/drawn_text.h"
 #include "reference/machinery/meshes/line_meshes.h"
 #include "reference/machinery/shading/node_state.h"
+#include "reference/machinery/text/fonts.h"
+#include "reference/machinery/text/lettering.h"
 
 #include <osg/Geode>
-#include <osgText/Text>
 
 #include <cmath>
 #include <stdexcept>
@@ -20,11 +20,9 @@ namespace hyxOSG {
 osg::Geode* createText(std::string const& text, hyx::Vec3 const& position, hyx::Vec4f const& color, double size) {
     if (!(size > 0) || !std::isfinite(size))
         throw std::invalid_argument("the size of a text must be a positive number of metres");
-    osg::ref_ptr<osgText::Text> const letters = new osgText::Text;
-    letters->setFont("DejaVuSans.ttf"); // without it the built-in font has ASCII only
-    letters->setDataVariance(osg::Object::DYNAMIC);
-    letters->setFontResolution(48, 48);
-    letters->setText(drawnText(text));
+    osg::ref_ptr<Lettering> const letters = new Lettering;
+    letters->setFont(findFont(usualFont));
+    letters->write(text);
     letters->setCharacterSize(static_cast<float>(size));
     letters->setPosition(toOsg(position));
     letters->setColor(toOsg(color));

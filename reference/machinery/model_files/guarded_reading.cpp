@@ -94,7 +94,8 @@ Reading<osg::Image> readPictureHere(std::string const& path) {
 
 Reading<osgText::Font> readFontHere(std::string const& path) {
     return guarded<osgText::Font>(path, [&]() -> Reading<osgText::Font> {
-        osg::ref_ptr<osgText::Font> const font = osgText::readRefFontFile(path);
+        osg::ref_ptr<osgDB::Options> const anew = new osgDB::Options; // fonts of one file differ in their filters
+        osg::ref_ptr<osgText::Font> const font = osgText::readRefFontFile(path, anew);
         return font ? Reading<osgText::Font>{font, ""} : Reading<osgText::Font>{nullptr, "it is no font"};
     });
 }

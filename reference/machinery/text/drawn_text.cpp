@@ -1,7 +1,7 @@
 // Orders and joins letters, line by line.
-#include "reference/machinery/meshes/drawn_text.h"
+#include "reference/machinery/text/drawn_text.h"
 
-#include "reference/machinery/meshes/text_length.h"
+#include "reference/machinery/text/text_length.h"
 
 #include <fribidi.h>
 

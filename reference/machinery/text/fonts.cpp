@@ -1,16 +1,18 @@
 // Looks fonts up in the system's list.
-#include "reference/hyxOSG/decoration/fonts.h"
+#include "reference/machinery/text/fonts.h"
 
 #include "reference/machinery/files/missing_file.h"
+#include "reference/machinery/files/own_files.h"
 #include "reference/machinery/meshes/notices.h"
 #include "reference/machinery/model_files/guarded_reading.h"
+#include "reference/machinery/text/fallback_font.h"
 
 #include <osgDB/FileUtils>
 
 #include <filesystem>
 #include <map>
 
-namespace hyxOSG::decorator {
+namespace hyxOSG {
 namespace {
 
 std::string findOwn(std::string const& file) {
@@ -26,6 +28,11 @@ std::string findInSystem(std::string const& file) {
     return isFile && std::filesystem::path(found).filename() != asked.filename() ? "" : found;
 }
 
+bool comesAlong(std::string const& path) {
+    std::string const folder = ownFolder("fonts");
+    return !folder.empty() && path.starts_with(folder);
+}
+
 } // namespace
 
 osg::ref_ptr<osgText::Font> findFont(std::string const& name) {
@@ -34,13 +41,12 @@ osg::ref_ptr<osgText::Font> findFont(std::string const& name) {
     if (known != fonts.end())
         return known->second;
     osg::ref_ptr<osgText::Font> font;
-    // The system's list of fonts is asked last: where there is none, that makes noise.
+    // The system's list of fonts is asked last: where there is none, that makes noise. Who lists a font has read it.
     for (auto const find : {&findOwn, &findInSystem})
         for (std::string const& file : {name, name + ".ttf"})
             if (std::string const path = font ? "" : find(file); !path.empty())
-                font = readFont(path).thing;
-    fonts[name] = font;
-    return font;
+                font = (find == &findInSystem || comesAlong(path) ? readFontHere(path) : readFont(path)).thing;
+    return fonts[name] = font ? new FallbackFont(font) : nullptr;
 }
 
 osg::ref_ptr<osgText::Font> wantedFont(std::string const& name) {
@@ -51,4 +57,4 @@ osg::ref_ptr<osgText::Font> wantedFont(std::string const& name) {
     return font;
 }
 
-} // namespace hyxOSG::decorator
+} // namespace hyxOSG
