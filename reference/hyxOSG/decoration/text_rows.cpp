@@ -12,9 +12,18 @@ constexpr float lineSpacing = 1.3f;
 constexpr float leftMargin = 8; // pixels
 constexpr float topMargin = 6;
 
+/// The part of every scene that is there as long as its context.
+class RowsGeode : public osg::Geode {
+public:
+    void releaseGLObjects(osg::State* state) const override {
+        osg::Geode::releaseGLObjects(state);
+        releaseFonts(state);
+    }
+};
+
 } // namespace
 
-TextRows::TextRows() : m_geode(new osg::Geode) {
+TextRows::TextRows() : m_geode(new RowsGeode) {
     m_geode->setName("SceneDecorator text");
     m_geode->setCullingActive(false);
     setFontName(usualFont);

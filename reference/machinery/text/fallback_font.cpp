@@ -191,12 +191,18 @@ osg::ref_ptr<osgText::Font> FallbackFont::onPixels() {
 void FallbackFont::resizeGLObjectBuffers(unsigned int count) {
     for (auto const& font : m_sources->used())
         font->resizeGLObjectBuffers(count);
+    if (m_onPixels)
+        m_onPixels->resizeGLObjectBuffers(count);
     osgText::Font::resizeGLObjectBuffers(count);
 }
 
 void FallbackFont::releaseGLObjects(osg::State* state) const {
     for (auto const& font : m_sources->used())
         font->releaseGLObjects(state);
+    for (auto const& programs : getCachedStateSets())
+        programs->releaseGLObjects(state);
+    if (m_onPixels)
+        m_onPixels->releaseGLObjects(state);
     osgText::Font::releaseGLObjects(state);
 }
 

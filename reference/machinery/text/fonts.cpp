@@ -33,12 +33,16 @@ bool comesAlong(std::string const& path) {
     return !folder.empty() && path.starts_with(folder);
 }
 
+std::map<std::string, osg::ref_ptr<osgText::Font>>& fonts() {
+    static std::map<std::string, osg::ref_ptr<osgText::Font>> byName;
+    return byName;
+}
+
 } // namespace
 
 osg::ref_ptr<osgText::Font> findFont(std::string const& name) {
-    static std::map<std::string, osg::ref_ptr<osgText::Font>> fonts;
-    auto const known = fonts.find(name);
-    if (known != fonts.end())
+    auto const known = fonts().find(name);
+    if (known != fonts().end())
         return known->second;
     osg::ref_ptr<osgText::Font> font;
     // The system's list of fonts is asked last: where there is none, that makes noise. Who lists a font has read it.
@@ -46,7 +50,13 @@ osg::ref_ptr<osgText::Font> findFont(std::string const& name) {
         for (std::string const& file : {name, name + ".ttf"})
             if (std::string const path = font ? "" : find(file); !path.empty())
                 font = (find == &findInSystem || comesAlong(path) ? readFontHere(path) : readFont(path)).thing;
-    return fonts[name] = font ? new FallbackFont(font) : nullptr;
+    return fonts()[name] = font ? new FallbackFont(font) : nullptr;
+}
+
+void releaseFonts(osg::State* state) {
+    for (auto const& [name, font] : fonts())
+        if (font)
+            font->releaseGLObjects(state);
 }
 
 osg::ref_ptr<osgText::Font> wantedFont(std::string const& name) {

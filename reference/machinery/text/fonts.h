@@ -17,4 +17,8 @@ osg::ref_ptr<osgText::Font> findFont(std::string const& name);
 /// The same for a script, which is warned where there is none.
 osg::ref_ptr<osgText::Font> wantedFont(std::string const& name);
 
+/// Gives back what fonts hold in a context that ends, or in all. Texts that are gone, or have changed, cannot tell
+/// them.
+void releaseFonts(osg::State* state);
+
 } // namespace hyxOSG
