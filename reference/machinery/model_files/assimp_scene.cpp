@@ -202,7 +202,25 @@ private:
         useVertexBuffers(*mesh);
         geode->addDrawable(mesh);
         geode->setStateSet(m_states.at(source.mMaterialIndex));
+        if (!colors->empty() && isOfGltf(*m_scene.mMaterials[source.mMaterialIndex]))
+            tint(*mesh, *colors, *m_scene.mMaterials[source.mMaterialIndex], *geode->getStateSet());
         return geode;
+    }
+
+    /// Vertex colours of glTF are shares of light, too, by which the material's is multiplied.
+    static void tint(osg::Geometry& mesh, osg::Vec4Array& colors, aiMaterial const& source,
+                     osg::StateSet const& state) {
+        aiColor4D factor(1, 1, 1, 1);
+        source.Get(AI_MATKEY_COLOR_DIFFUSE, factor);
+        for (osg::Vec4& color : colors)
+            color = onScreen(osg::componentMultiply(color, toOsg(factor)));
+        auto const& plain = static_cast<osg::Material const&>(*state.getAttribute(osg::StateAttribute::MATERIAL));
+        osg::ref_ptr<osg::Material> const material = new osg::Material(plain);
+        material->setColorMode(osg::Material::AMBIENT_AND_DIFFUSE);
+        mesh.getOrCreateStateSet()->setAttributeAndModes(material);
+        if (!state.getAttribute(osg::StateAttribute::BLENDFUNC) && !state.getAttribute(osg::StateAttribute::ALPHAFUNC))
+            for (osg::Vec4& color : colors)
+                color.a() = 1; // an opaque material's alpha means nothing
     }
 
     /// The importer sorts faces by their number of corners, so one mesh has one kind.

@@ -14,12 +14,14 @@ from studio import blue, red
 CORNERS = [(-0.9, -0.9, 0), (0.9, -0.9, 0), (0.9, 0.9, 0), (-0.9, 0.9, 0)]
 
 
-def plate(path, material, corners=CORNERS):
+def plate(path, material, corners=CORNERS, tint=None):
+    """A file with the square of a material; `tint`: the colour of its vertices."""
     data = b"".join(struct.pack("<3f", *corner) for corner in corners)
     data += (
         struct.pack("<3f", 0, 0, 1) * 4
         + struct.pack("<8f", 0, 0, 1, 0, 1, 1, 0, 1)
         + struct.pack("<6H", 0, 1, 2, 0, 2, 3)
+        + struct.pack("<4f", *(tint or (1, 1, 1, 1))) * 4
     )
     uri = "data:application/octet-stream;base64," + base64.b64encode(data).decode()
     parts = [
@@ -28,11 +30,14 @@ def plate(path, material, corners=CORNERS):
         (96, 32, 5126, 4, "VEC2"),
         (128, 12, 5123, 6, "SCALAR"),
     ]
+    if tint:
+        parts.append((140, 64, 5126, 4, "VEC4"))
     accessors = [{"bufferView": i, "componentType": p[2], "count": p[3], "type": p[4]} for i, p in enumerate(parts)]
     accessors[0].update(
         min=[min(c[i] for c in corners) for i in range(3)], max=[max(c[i] for c in corners) for i in range(3)]
     )
-    primitive = {"attributes": {"POSITION": 0, "NORMAL": 1, "TEXCOORD_0": 2}, "indices": 3, "material": 0}
+    attributes = {"POSITION": 0, "NORMAL": 1, "TEXCOORD_0": 2, **({"COLOR_0": 4} if tint else {})}
+    primitive = {"attributes": attributes, "indices": 3, "material": 0}
     path.write_text(
         json.dumps(
             {
@@ -62,10 +67,10 @@ def show(studio, tmp_path):
     studio.decorator.setEnableShaderState(True)
     numbers = itertools.count()
 
-    def shown(material, corners=CORNERS):
+    def shown(material, corners=CORNERS, tint=None):
         studio.clear()
         file = tmp_path / f"plate{next(numbers)}.gltf"  # a file that was read is not read again
-        studio.root.addChild(hyxOSG.readNodeFile(plate(file, material, corners)))
+        studio.root.addChild(hyxOSG.readNodeFile(plate(file, material, corners, tint)))
         return studio.picture()
 
     yield shown
@@ -120,6 +125,24 @@ def test_matt_plastic_in_an_even_sky_has_its_own_colour_and_some_white(show, eve
     # A fiftieth to a twentieth of the light is mirrored.
     least, most = ([255 * on_screen(0.98 * share + white) for share in color] for white in (0, 0.05))
     assert all(low - 5 < value < min(high, 255) + 5 for low, value, high in zip(least, center, most))
+
+
+@pytest.mark.parametrize("metal", [0.0, 1.0])
+def test_colours_of_vertices_are_shares_of_light_too(show, even_sky, metal):
+    factor, tint = (0.9, 0.7, 0.3, 1), (0.6, 0.2, 0.9, 1)
+    product = [a * b for a, b in zip(factor, tint)]
+    meant = show(colored(*product, metal=metal, roughness=0.3)).center()
+    center = show(colored(*factor, metal=metal, roughness=0.3), tint=tint).center()
+    assert center == pytest.approx(meant, abs=1)
+    if metal:
+        assert center == pytest.approx([255 * on_screen(share) for share in product[:3]], abs=12)
+
+
+@pytest.mark.parametrize("mode, seen", [("OPAQUE", False), ("BLEND", True)])
+def test_alpha_of_vertices_counts_where_the_material_lets_it(studio, show, mode, seen):
+    studio.decorator.setBackgroundColor(hyx.Vec3(0, 0, 1))
+    color = show(colored(1, 0, 0, 0.6, alphaMode=mode), tint=(1, 1, 1, 0.5)).center()
+    assert (color[2] > 120) == seen
 
 
 def test_a_glow_needs_no_light(studio, show):
