@@ -81,6 +81,15 @@ void Casters::apply(osg::Drawable& drawable) {
     m_steady = m_steady && !drawable.getDrawCallback();
 }
 
+std::vector<osg::Vec3d> Casters::corners() const {
+    std::vector<osg::Vec3d> places;
+    places.reserve(8 * m_all.size());
+    for (Caster const& caster : m_all)
+        for (unsigned int i = 0; caster.box.valid() && i < 8; ++i)
+            places.push_back(osg::Vec3d(caster.box.corner(i)) * caster.toScene);
+    return places;
+}
+
 std::optional<std::uint64_t> Casters::stamp() const {
     return m_steady ? std::optional(m_stamp) : std::nullopt;
 }

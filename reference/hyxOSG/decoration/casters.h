@@ -30,6 +30,9 @@ public:
 
     std::vector<Caster> const& all() const { return m_all; }
 
+    /// The corners of the bounds of each caster, in the scene.
+    std::vector<osg::Vec3d> corners() const;
+
     /// A number that is another one when places, meshes or the state that shapes them are; none where these may change
     /// without a sign, as where programs place vertices and callbacks choose what is drawn.
     std::optional<std::uint64_t> stamp() const;

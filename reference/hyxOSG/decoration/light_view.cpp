@@ -42,13 +42,6 @@ struct Extent {
     Range x, y, depth;
 };
 
-std::vector<osg::Vec3d> corners(osg::BoundingBox const& box) {
-    std::vector<osg::Vec3d> all;
-    for (unsigned int i = 0; i < 8; ++i)
-        all.push_back(box.corner(i));
-    return all;
-}
-
 // Points behind a point light, or at it, take the whole width.
 Extent measure(std::vector<osg::Vec3d> const& points, osg::Matrixd const& view, bool directional, double nearest) {
     Extent extent;
@@ -107,7 +100,7 @@ osg::Matrixd LightView::textureMatrix() const {
 }
 
 std::optional<LightView> fitLightView(LightViewNeeds const& needs) {
-    if (!needs.casters.valid() || needs.visible.empty())
+    if (needs.casterCorners.empty() || needs.visible.empty())
         return std::nullopt;
     bool const directional = needs.light.w() == 0.0;
     osg::Vec3d const center = needs.casters.center();
@@ -123,7 +116,7 @@ std::optional<LightView> fitLightView(LightViewNeeds const& needs) {
     LightView fit;
     fit.view.makeLookAt(eye, eye - toLight, upFor(needs, -toLight));
     double const nearest = 0.01 * radius;
-    Extent extent = measure(corners(needs.casters), fit.view, directional, nearest);
+    Extent extent = measure(needs.casterCorners, fit.view, directional, nearest);
     if (extent.depth.high <= nearest)
         return std::nullopt;
     double const margin = 0.01 * radius;

@@ -31,7 +31,8 @@ struct LightView {
 struct LightViewNeeds {
     osg::Vec4d light; ///< homogeneous position
     osg::BoundingBox casters;
-    std::vector<osg::Vec3d> visible; ///< corners of what the camera sees of the scene
+    std::vector<osg::Vec3d> casterCorners; ///< of each one's own box: a box of all may reach up to the light
+    std::vector<osg::Vec3d> visible;       ///< corners of what the camera sees of the scene
     osg::Vec3d cameraDirection;
     unsigned int mapSize = 0;
     double lampSpread = 0;        ///< as LAMP_SPREAD; 0 for hard shadows

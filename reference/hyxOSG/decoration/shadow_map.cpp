@@ -91,9 +91,11 @@ unsigned int contextOf(osgUtil::CullVisitor& visitor) {
     return visitor.getState() ? visitor.getState()->getContextID() : 0;
 }
 
-/// What does not depend on the scene.
-LightViewNeeds needsOf(ShadowMap::Settings const& settings, osg::Matrixd const& eyeToScene) {
+/// What is the same for all maps but the light.
+LightViewNeeds needsOf(ShadowMap::Settings const& settings, Casters& casters, osg::Matrixd const& eyeToScene) {
     LightViewNeeds needs;
+    needs.casters = casters.getBoundingBox();
+    needs.casterCorners = casters.corners();
     needs.cameraDirection = osg::Vec3d(-eyeToScene(2, 0), -eyeToScene(2, 1), -eyeToScene(2, 2));
     needs.mapSize = settings.mapSize;
     needs.alignWithCamera = settings.alignWithCamera;
@@ -176,9 +178,8 @@ void ShadowMap::cull(osgUtil::CullVisitor& visitor) {
         return;
     }
 
-    LightViewNeeds needs = needsOf(m_settings, eyeToScene);
+    LightViewNeeds needs = needsOf(m_settings, casters, eyeToScene);
     needs.light = lightPosition(*light, eyeToScene);
-    needs.casters = casters.getBoundingBox();
     double const unlimited = std::numeric_limits<double>::max();
     std::vector<osg::Vec3d> const visible = visibleCorners(scene.getBoundingBox(), view, projection, 0, unlimited);
     unsigned int const count = m_settings.shading.shadowMaps;

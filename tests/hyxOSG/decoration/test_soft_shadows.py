@@ -102,3 +102,24 @@ def test_hard_shadows_stay_hard(tmp_path):
     edge = Edge(tmp_path, 1.4, (-1, 0, 1, 0))
     assert edge.width(SceneDecorator.SHADOWMAP) < edge.expected_width() / 5
     edge.app.close()
+
+
+def test_a_wide_ground_below_high_bodies_leaves_no_speckles():
+    """All casters together reach up to the lamp, though none does."""
+    stage = OffScreen(SIZE, SIZE)
+    bodies = [static_box((12, 12, 0.5), (0, 0, -0.5))]
+    bodies += [static_box((0.3, 0.3, 0.3), (math.sin(i), math.cos(2 * i), 0.5 + 0.5 * i)) for i in range(16)]
+    for body in bodies:
+        hyxOSG.createVisual(body, stage.root)
+    stage.decorator.setEnableCalculateLightPositions(SceneDecorator.ALL, False)
+    stage.decorator.getLightSource(SceneDecorator.LIGHT0).setPosition(hyx.Vec4(-9, -6, 14, 1))
+    stage.decorator.setEnableShaderState(True)
+    stage.look_from(hyx.Vec3(4, 2.999, 6), hyx.Vec3(4, 3, 0))  # to the shadows beside the bodies
+    stage.decorator.setShadowMethod(SceneDecorator.SOFT_SHADOWMAP)
+    stage.decorator.setEnableShadows(True)
+    light = stage.app.render()[..., :3].mean(axis=2)
+    around = numpy.stack([numpy.roll(light, (y, x), (0, 1)) for y in (-1, 0, 1) for x in (-1, 0, 1)])
+    speckled = numpy.abs(light - numpy.median(around, axis=0))[2:-2, 2:-2] > 0.15 * (light.max() - light.min())
+    stage.app.close()
+    assert numpy.ptp(light) > 60, "there are shadows"
+    assert speckled.mean() < 0.005
