@@ -39,10 +39,10 @@ double averageRadiusByWeight(hyxSDK::Simulation const& simulation) {
 
 } // namespace
 
-void DebugLines::draw(hyxSDK::Simulation& simulation) {
+void DebugLines::drawInside(hyxSDK::Simulation& simulation) {
     m_points.clear();
     m_colors.clear();
-    drawShapes(simulation);
+    drawForces(simulation);
     drawContacts(simulation);
     drawConstraints(simulation);
     for (auto const& frame : simulation.getFrames())
@@ -50,6 +50,8 @@ void DebugLines::draw(hyxSDK::Simulation& simulation) {
 }
 
 void DebugLines::drawShapes(hyxSDK::Simulation const& simulation) {
+    m_points.clear();
+    m_colors.clear();
     btCollisionWorld drawer(nullptr, nullptr, nullptr); // empty: only its drawing of shapes is used
     drawer.setDebugDrawer(this);
     for (auto const& geometry : simulation.getSpace()->getGeometries()) {
@@ -74,8 +76,6 @@ void DebugLines::drawContactPoint(btVector3 const& point, btVector3 const& norma
 }
 
 void DebugLines::drawForces(hyxSDK::Simulation const& simulation) {
-    m_points.clear();
-    m_colors.clear();
     double const metersPerNewton = averageRadiusByWeight(simulation);
     auto const drawForce = [&](hyx::Vec3 const& point, hyx::Vec3 const& force) {
         drawLine(hyx::toBullet(point), hyx::toBullet(point + force * metersPerNewton), forceColor);

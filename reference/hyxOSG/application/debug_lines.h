@@ -15,11 +15,12 @@ class DebugLines : public btIDebugDraw {
 public:
     DebugLines(osg::Vec3Array& points, osg::Vec4Array& colors) : m_points(points), m_colors(colors) {}
 
-    /// Shapes and boxes of all geometries, contacts, attachment frames of constraints, and frames.
-    void draw(hyxSDK::Simulation& simulation);
-    /// The forces of contacts and constraints on their second bodies. The force that carries a body of average weight
-    /// is as long as an average body's radius.
-    void drawForces(hyxSDK::Simulation const& simulation);
+    /// Shapes of all geometries.
+    void drawShapes(hyxSDK::Simulation const& simulation);
+    /// What lies inside bodies: contacts, attachment frames of constraints, frames, and the forces of contacts and
+    /// constraints on their second bodies. The force that carries a body of average weight is as long as an average
+    /// body's radius.
+    void drawInside(hyxSDK::Simulation& simulation);
 
     void drawLine(btVector3 const& from, btVector3 const& to, btVector3 const& color) override;
     void drawContactPoint(btVector3 const& point, btVector3 const& normal, btScalar distance, int,
@@ -34,7 +35,7 @@ public:
     int getDebugMode() const override { return m_mode; }
 
 private:
-    void drawShapes(hyxSDK::Simulation const& simulation);
+    void drawForces(hyxSDK::Simulation const& simulation);
     void drawContacts(hyxSDK::Simulation const& simulation);
     void drawConstraints(hyxSDK::Simulation const& simulation);
 

@@ -9,6 +9,7 @@
 
 #include <osg/Geode>
 #include <osg/Geometry>
+#include <osg/LineWidth>
 
 #include <vector>
 
@@ -42,26 +43,35 @@ struct LineDrawing {
     }
 };
 
+/// What lies inside the bodies is seen through them.
+void showThrough(osg::StateSet& state, int bin) {
+    state.setMode(GL_DEPTH_TEST, osg::StateAttribute::OFF);
+    // Texts would go to the bin of what is seen through.
+    state.setRenderBinDetails(bin, "RenderBin", osg::StateSet::OVERRIDE_RENDERBIN_DETAILS);
+}
+
 } // namespace
 
 struct DebugRenderer::Drawing {
-    osg::ref_ptr<osg::Geode> geode = new osg::Geode;
-    LineDrawing lines{*geode}, forces{*geode};
+    osg::ref_ptr<osg::Group> node = new osg::Group;
+    osg::ref_ptr<osg::Geode> lineGeode = new osg::Geode, nameGeode = new osg::Geode;
+    LineDrawing shapes{*lineGeode}, inner{*lineGeode};
     std::vector<osg::ref_ptr<Lettering>> names; ///< one a body, in their order
 
     Drawing() {
-        constexpr int behindAll = 100;
-        // Forces act inside the bodies.
-        osg::StateSet* state = forces.geometry->getOrCreateStateSet();
-        state->setMode(GL_DEPTH_TEST, osg::StateAttribute::OFF);
-        state->setRenderBinDetails(behindAll, "RenderBin");
+        constexpr int afterAll = 100;
+        showThrough(*inner.geometry->getOrCreateStateSet(), afterAll);
+        inner.geometry->getStateSet()->setAttributeAndModes(new osg::LineWidth(2));
+        showThrough(*nameGeode->getOrCreateStateSet(), afterAll + 1);
+        node->addChild(lineGeode);
+        node->addChild(nameGeode);
     }
 
     void updateLines(hyxSDK::Simulation& simulation) const {
-        DebugLines(*lines.points, *lines.colors).draw(simulation);
-        lines.changed();
-        DebugLines(*forces.points, *forces.colors).drawForces(simulation);
-        forces.changed();
+        DebugLines(*shapes.points, *shapes.colors).drawShapes(simulation);
+        shapes.changed();
+        DebugLines(*inner.points, *inner.colors).drawInside(simulation);
+        inner.changed();
     }
 
     void updateNames(hyxSDK::Simulation const& simulation, bool shown) {
@@ -79,7 +89,7 @@ struct DebugRenderer::Drawing {
 
     void setNumNames(size_t count) {
         for (; names.size() > count; names.pop_back())
-            geode->removeDrawable(names.back());
+            nameGeode->removeDrawable(names.back());
         while (names.size() < count) {
             constexpr float pixels = 16;
             osg::ref_ptr<Lettering> text = new Lettering;
@@ -87,7 +97,10 @@ struct DebugRenderer::Drawing {
             text->setCharacterSizeMode(osgText::TextBase::SCREEN_COORDS);
             text->setCharacterSize(pixels);
             text->setAxisAlignment(osgText::TextBase::SCREEN);
-            geode->addDrawable(text);
+            text->setAlignment(osgText::TextBase::CENTER_CENTER);
+            text->setBackdropType(osgText::Text::OUTLINE); // to be read before any colour
+            text->setBackdropColor(osg::Vec4(0, 0, 0, 1));
+            nameGeode->addDrawable(text);
             names.push_back(text);
         }
     }
@@ -102,12 +115,12 @@ void DebugRenderer::setEnable(bool enable) {
         return;
     m_enabled = enable;
     if (!enable) {
-        m_root->removeChild(m_drawing->geode);
+        m_root->removeChild(m_drawing->node);
         m_drawing.reset();
         return;
     }
     m_drawing = std::make_unique<Drawing>();
-    m_root->addChild(m_drawing->geode);
+    m_root->addChild(m_drawing->node);
 }
 
 void DebugRenderer::update(hyxSDK::Simulation& simulation) {

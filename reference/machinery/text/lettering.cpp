@@ -67,7 +67,7 @@ float Lettering::heightIn(osg::CullStack& view) const {
 unsigned int Lettering::resolutionIn(osg::CullStack& view) {
     float const pixels = heightIn(view);
     bool const onPixels =
-        getCharacterSizeMode() == OBJECT_COORDS && std::abs(pixels - getCharacterHeight()) < 1e-3f * pixels;
+        getCharacterSizeMode() == SCREEN_COORDS || std::abs(pixels - getCharacterHeight()) < 1e-3f * pixels;
     if (!onPixels)
         return nextStep(pixels);
     if (auto* const font = dynamic_cast<FallbackFont*>(getFont()))

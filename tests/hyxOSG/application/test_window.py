@@ -2,6 +2,7 @@
 
 import os
 
+import hyx
 import hyxOSG
 import pytest
 from application_stage import add_box, difference
@@ -64,6 +65,27 @@ def test_debug_rendering_draws_lines_and_names(window, shoot):
     assert window.getEnableTextDebugRendering() and difference(lines, shoot(window)) > 10
     assert not window.setEnableDebugRenderer(False)
     assert difference(empty, shoot(window)) == 0
+
+
+def test_names_contacts_and_joints_are_seen_through_bodies(window, shoot):
+    floor, box = add_box(window, "floor", (0, 0, -1), static=True), add_box(window, "WWW", (0, 0, -0.001))
+    window.getSimulation().add(hyx.LockJoint(box, None))
+    window.createVisual(window.getSimulation())
+    window.setCameraHome(hyx.Vec3(1.5, -4, 2), hyx.Vec3(0, 0, 0))
+    for _ in range(3):
+        window.step()
+    assert floor.getPosition().z == -1
+
+    def seen(wanted):
+        return (abs(shoot(window).astype(int) - wanted).max(axis=2) < 60).sum()
+
+    white, contact, axis = (255, 255, 255), (255, 255, 0), (77, 77, 255)
+    before = [seen(color) for color in (white, contact, axis)]
+    window.setEnableDebugRenderer(True)
+    lines = [seen(color) for color in (white, contact, axis)]
+    assert lines[1] > before[1] + 10 and lines[2] > before[2] + 4
+    window.setEnableTextDebugRendering(True)
+    assert seen(white) > lines[0] + 30
 
 
 def test_the_scene_can_be_switched_off(window, shoot):
