@@ -38,8 +38,9 @@ Lettering::Lettering(Lettering const& other, osg::CopyOp const& copying)
     : osgText::Text(other, copying), m_written(other.m_written) {}
 
 void Lettering::write(std::string const& text) {
-    setText(drawnText(text));
+    osgText::String const drawn = drawnText(text);
     m_written = text;
+    setText(drawn);
 }
 
 void Lettering::accept(osg::NodeVisitor& visitor) {
