@@ -174,25 +174,25 @@ FallbackFont::FallbackFont(Sources* sources) : osgText::Font(sources), m_sources
 
 FallbackFont::~FallbackFont() = default;
 
-osg::ref_ptr<osgText::Font> FallbackFont::onPixels() {
+osg::ref_ptr<osgText::Font> FallbackFont::unfiltered() {
     constexpr float none = 1;
     if (getMaxAnisotropy() == none)
         return this;
-    if (!m_onPixels) {
+    if (!m_unfiltered) {
         osg::ref_ptr<osgText::Font> const again = readFontHere(getFileName()).thing;
         if (!again)
             return this;
         again->setMaxAnisotropy(none);
-        m_onPixels = new FallbackFont(again);
+        m_unfiltered = new FallbackFont(again);
     }
-    return m_onPixels;
+    return m_unfiltered;
 }
 
 void FallbackFont::resizeGLObjectBuffers(unsigned int count) {
     for (auto const& font : m_sources->used())
         font->resizeGLObjectBuffers(count);
-    if (m_onPixels)
-        m_onPixels->resizeGLObjectBuffers(count);
+    if (m_unfiltered)
+        m_unfiltered->resizeGLObjectBuffers(count);
     osgText::Font::resizeGLObjectBuffers(count);
 }
 
@@ -201,8 +201,8 @@ void FallbackFont::releaseGLObjects(osg::State* state) const {
         font->releaseGLObjects(state);
     for (auto const& programs : getCachedStateSets())
         programs->releaseGLObjects(state);
-    if (m_onPixels)
-        m_onPixels->releaseGLObjects(state);
+    if (m_unfiltered)
+        m_unfiltered->releaseGLObjects(state);
     osgText::Font::releaseGLObjects(state);
 }
 

@@ -12,9 +12,9 @@ class FallbackFont : public osgText::Font {
 public:
     explicit FallbackFont(osg::ref_ptr<osgText::Font> const& own);
 
-    /// The same for texts on whole pixels. Anisotropic filters, which keep slanting texts legible, blur those: software
-    /// renderers take a round mean of three pixels.
-    osg::ref_ptr<osgText::Font> onPixels();
+    /// The same for texts that face the eye. Anisotropic filters, which keep slanting texts legible, blur those:
+    /// software renderers take a round mean of three pixels.
+    osg::ref_ptr<osgText::Font> unfiltered();
 
     void resizeGLObjectBuffers(unsigned int count) override;
     void releaseGLObjects(osg::State* state) const override;
@@ -27,7 +27,7 @@ private:
     explicit FallbackFont(Sources* sources);
 
     osg::ref_ptr<Sources> m_sources;
-    osg::ref_ptr<osgText::Font> m_onPixels;
+    osg::ref_ptr<osgText::Font> m_unfiltered;
 };
 
 } // namespace hyxOSG

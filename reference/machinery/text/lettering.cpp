@@ -15,11 +15,9 @@ namespace {
 constexpr unsigned int finest = 512; ///< height of a glyph in pixels; two fit in the width of the fonts' textures
 constexpr unsigned int coarsest = 8;
 
-/// Four sizes an octave: letters that come nearer are not made anew in each frame. Drawn a little smaller than they are
-/// made they stay sharp between the pixels.
+/// Four sizes an octave: letters that come nearer are not made anew in each frame.
 unsigned int nextStep(float pixels) {
-    constexpr float spare = 1.15f;
-    auto const height = unsigned(std::ceil(spare * pixels));
+    auto const height = unsigned(std::ceil(pixels));
     unsigned int octave = coarsest;
     while (2 * octave <= height)
         octave *= 2;
@@ -64,16 +62,20 @@ float Lettering::heightIn(osg::CullStack& view) const {
     return std::min(largest, float(finest));
 }
 
-// Layers over the scene are measured in pixels, and letters on them stand on whole ones.
+// Texts that face the eye need no filter for slanting ones. Layers over the scene are measured in pixels, and letters
+// on them stand on whole ones.
 unsigned int Lettering::resolutionIn(osg::CullStack& view) {
+    constexpr float spare =
+        1.15f; // filtered letters stay sharp where they are made a little larger than they are drawn
     float const pixels = heightIn(view);
     bool const onPixels =
         getCharacterSizeMode() == SCREEN_COORDS || std::abs(pixels - getCharacterHeight()) < 1e-3f * pixels;
-    if (!onPixels)
-        return nextStep(pixels);
-    if (auto* const font = dynamic_cast<FallbackFont*>(getFont()))
-        setFont(font->onPixels());
-    return std::max(unsigned(std::lround(pixels)), coarsest);
+    bool const facing = onPixels || getAxisAlignment() == SCREEN;
+    if (auto* const font = facing ? dynamic_cast<FallbackFont*>(getFont()) : nullptr)
+        setFont(font->unfiltered());
+    if (onPixels)
+        return std::max(unsigned(std::lround(pixels)), coarsest);
+    return nextStep(facing ? pixels : spare * pixels);
 }
 
 // One resolution serves all cameras that have drawn the text of late.
