@@ -1,6 +1,8 @@
 // The way back from Bullet's collision objects to ours.
 #pragma once
 
+#include <LinearMath/btVector3.h>
+
 #include <vector>
 
 namespace hyx {
@@ -22,6 +24,8 @@ struct CollisionCarrier {
     double radius = 0;
     /// Half of what is least thick of the shape; 0 of a surface.
     double core = 0;
+    /// How far from each of the object's axes is what turns about it and stands out.
+    btVector3 arms{0, 0, 0};
 };
 
 } // namespace hyxCollide

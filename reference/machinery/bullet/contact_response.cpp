@@ -57,6 +57,15 @@ btVector3 velocityOf(btCollisionObject const& object) {
     return body ? body->implementation().velocity() : btVector3(0, 0, 0);
 }
 
+/// How far a turn may bring an object's corners nearer to others in `time`: no farther than they stand out.
+double turningWay(btCollisionObject const& object, double time) {
+    CollisionCarrier const& carrier = carrierOf(&object);
+    if (!carrier.body)
+        return 0;
+    btVector3 const spin = carrier.body->implementation().spin() * object.getWorldTransform().getBasis();
+    return std::min((spin * carrier.arms).length() * time, std::max(carrier.radius - carrier.core, 0.0));
+}
+
 bool isShape(btCollisionObjectWrapper const* wrapper, int type) {
     return wrapper->getCollisionShape()->getShapeType() == type;
 }
@@ -212,7 +221,8 @@ bool partsMayCollide(btCollisionShape const* first, btCollisionShape const* seco
 /// other.
 double ContactDispatcher::reachOf(btCollisionObject const& first, btCollisionObject const& second) const {
     double const radius = smallerRadius(first, second);
-    double const way = (velocityOf(first) - velocityOf(second)).length() * m_timeStep;
+    double const way = (velocityOf(first) - velocityOf(second)).length() * m_timeStep + turningWay(first, m_timeStep) +
+                       turningWay(second, m_timeStep);
     double const harmless = harmlessWay * (carrierOf(&first).core + carrierOf(&second).core);
     return way > harmless ? std::max(usualReach(radius), 1.1 * way) : usualReach(radius);
 }

@@ -1,6 +1,8 @@
 // The corners and rims of solids.
 #include "reference/machinery/bullet/low_points.h"
 
+#include "reference/machinery/bullet/contact_points.h"
+
 #include <BulletCollision/CollisionShapes/btBoxShape.h>
 #include <BulletCollision/CollisionShapes/btCapsuleShape.h>
 #include <BulletCollision/CollisionShapes/btConeShape.h>
@@ -14,8 +16,6 @@ namespace hyx {
 
 namespace {
 
-constexpr std::size_t mostOfFew = 4;
-
 /// Four points of a circle about Y: the lowest and the highest, and those between.
 void addRim(std::vector<btVector3>& points, double radius, double height, btVector3 const& down) {
     btVector3 lowest(down.x(), 0, down.z());
@@ -25,9 +25,7 @@ void addRim(std::vector<btVector3>& points, double radius, double height, btVect
     points.insert(points.end(), {middle + lowest, middle - lowest, middle + aside, middle - aside});
 }
 
-} // namespace
-
-std::vector<btVector3> lowPoints(btCollisionShape const& shape, btVector3 const& down) {
+std::vector<btVector3> cornersOf(btCollisionShape const& shape, btVector3 const& down) {
     std::vector<btVector3> points;
     switch (shape.getShapeType()) {
     case SPHERE_SHAPE_PROXYTYPE:
@@ -62,15 +60,34 @@ std::vector<btVector3> lowPoints(btCollisionShape const& shape, btVector3 const&
         auto const& hull = static_cast<btConvexHullShape const&>(shape);
         for (int i = 0; i < hull.getNumPoints(); ++i)
             points.push_back(hull.getScaledPoint(i));
-        return points;
+        break;
     }
-    }
-    if (points.size() > mostOfFew) {
-        std::stable_sort(points.begin(), points.end(),
-                         [&down](btVector3 const& a, btVector3 const& b) { return down.dot(a) > down.dot(b); });
-        points.resize(mostOfFew);
     }
     return points;
+}
+
+/// Manifolds take points for one that are no farther apart than this.
+bool isAboveOneOf(std::vector<btVector3> const& lower, btVector3 const& point, btVector3 const& down, double apart) {
+    return std::any_of(lower.begin(), lower.end(), [&](btVector3 const& other) {
+        btVector3 const way = point - other;
+        return (way - down * down.dot(way)).length2() < apart * apart;
+    });
+}
+
+} // namespace
+
+std::vector<btVector3> lowPoints(btCollisionShape const& shape, btVector3 const& down, std::size_t most) {
+    std::vector<btVector3> corners = cornersOf(shape, down);
+    if (shape.getShapeType() == CONVEX_HULL_SHAPE_PROXYTYPE)
+        return corners;
+    std::stable_sort(corners.begin(), corners.end(),
+                     [&down](btVector3 const& a, btVector3 const& b) { return down.dot(a) > down.dot(b); });
+    std::vector<btVector3> lowest;
+    double const apart = usualReach(shape.getAngularMotionDisc());
+    for (btVector3 const& corner : corners)
+        if (lowest.size() < most && !isAboveOneOf(lowest, corner, down, apart))
+            lowest.push_back(corner);
+    return lowest;
 }
 
 } // namespace hyx

@@ -13,6 +13,7 @@
 #include "reference/machinery/bullet/part_contacts.h"
 #include "reference/machinery/bullet/plane_contacts.h"
 #include "reference/machinery/bullet/rigid_body_implementation.h"
+#include "reference/machinery/bullet/shape_size.h"
 #include "reference/machinery/bullet/surface_contacts.h"
 
 #include <BulletCollision/BroadphaseCollision/btDbvtBroadphase.h>
@@ -66,29 +67,6 @@ void requireMovable(RigidBody::Implementation const& body) {
             throw std::invalid_argument(
                 "a body with a plane or a height field cannot move by forces; set its motion control to STATIC first");
     }
-}
-
-/// Half of what is least thick of a shape.
-double coreOf(btCollisionShape const& shape) {
-    if (shape.isConcave())
-        return 0;
-    btVector3 lower;
-    btVector3 upper;
-    if (!shape.isCompound()) {
-        shape.getAabb(btTransform::getIdentity(), lower, upper);
-        btVector3 const size = upper - lower;
-        return size[size.minAxis()] / 2;
-    }
-    auto const& compound = static_cast<btCompoundShape const&>(shape);
-    double least = shape.getAngularMotionDisc();
-    for (int i = 0; i < compound.getNumChildShapes(); ++i)
-        least = std::min(least, coreOf(*compound.getChildShape(i)));
-    return least;
-}
-
-void measure(hyxCollide::CollisionCarrier& carrier, btCollisionShape const& shape) {
-    carrier.radius = shape.getAngularMotionDisc();
-    carrier.core = coreOf(shape);
 }
 
 /// The world of the body that a frame follows; null when it follows none.
@@ -218,7 +196,7 @@ void PhysicsWorld::add(RigidBody::Implementation& body) {
         return;
     bool const awake = !m_autoSleep || body.control == RigidBody::KINEMATICS;
     body.bullet.forceActivationState(awake ? DISABLE_DEACTIVATION : ACTIVE_TAG);
-    measure(body.carrier, *body.bullet.getCollisionShape());
+    measureShape(body.carrier, *body.bullet.getCollisionShape());
     if (body.geometries.empty()) // meets nothing, so it is in no pairs
         m_world->addRigidBody(&body.bullet, 0, 0);
     else
@@ -248,7 +226,7 @@ void PhysicsWorld::add(Geometry& geometry) {
     self.index = 0;
     self.object.setCollisionShape(self.bulletShape(false));
     self.object.setWorldTransform(toBullet(self.local));
-    measure(self.carrier, *self.object.getCollisionShape());
+    measureShape(self.carrier, *self.object.getCollisionShape());
     m_world->addCollisionObject(&self.object, btBroadphaseProxy::StaticFilter,
                                 btBroadphaseProxy::AllFilter ^ btBroadphaseProxy::StaticFilter);
 }

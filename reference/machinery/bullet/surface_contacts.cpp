@@ -5,6 +5,7 @@
 #include "reference/machinery/bullet/contact_response.h"
 #include "reference/machinery/bullet/former_contacts.h"
 #include "reference/machinery/bullet/low_points.h"
+#include "reference/machinery/bullet/shape_size.h"
 #include "reference/machinery/bullet/triangles.h"
 
 #include <BulletCollision/CollisionDispatch/btCollisionDispatcher.h>
@@ -14,6 +15,7 @@
 #include <BulletCollision/CollisionShapes/btConcaveShape.h>
 
 #include <algorithm>
+#include <cmath>
 #include <vector>
 
 namespace hyx {
@@ -22,6 +24,9 @@ namespace {
 
 /// Of the solid's radius: corners that lie deeper below a triangle belong to another side of the surface.
 constexpr double deepest = 0.3;
+
+constexpr std::size_t fewCorners = 4;
+constexpr std::size_t allCorners = 9;
 
 constexpr double samePlane = 0.999;
 
@@ -46,24 +51,97 @@ struct Low {
     double distance;
 };
 
+/// Whether a way crosses a surface.
+struct Crossing : btTriangleCallback {
+    Crossing(btVector3 const& from, btVector3 const& to) : from(from), way(to - from) {}
+
+    void processTriangle(btVector3* corners, int, int) override {
+        btVector3 const one = corners[1] - corners[0];
+        btVector3 const other = corners[2] - corners[0];
+        btVector3 const across = way.cross(other);
+        double const volume = one.dot(across);
+        if (volume == 0)
+            return;
+        btVector3 const start = from - corners[0];
+        double const u = start.dot(across) / volume;
+        double const v = way.dot(start.cross(one)) / volume;
+        double const share = other.dot(start.cross(one)) / volume;
+        found = found || (u >= -onEdge && v >= -onEdge && u + v <= 1 + onEdge && share >= 0 && share <= 1);
+    }
+
+    bool in(btConcaveShape const& surface) {
+        btVector3 lower = from;
+        btVector3 upper = from;
+        lower.setMin(from + way);
+        upper.setMax(from + way);
+        surface.processAllTriangles(this, lower, upper);
+        return found;
+    }
+
+    static constexpr double onEdge = 1e-9;
+    btVector3 from;
+    btVector3 way;
+    bool found = false;
+};
+
 /// Finds the low points over each triangle, in the coordinates of the surface.
 struct Finder : btTriangleCallback {
-    Finder(btCollisionShape const& shape, btTransform const& place, double reach)
-        : shape(shape), place(place), reach(reach), depth(deepest * shape.getAngularMotionDisc()) {}
+    Finder(btConcaveShape const& surface, btCollisionShape const& shape, btTransform const& place, double reach)
+        : surface(surface),
+          shape(shape),
+          place(place),
+          reach(reach),
+          depth(deepest * shape.getAngularMotionDisc()),
+          core(coreOf(shape)),
+          most(reach > usualReach(shape.getAngularMotionDisc()) ? allCorners : fewCorners) {}
 
     void processTriangle(btVector3* corners, int, int) override {
         btVector3 normal = (corners[1] - corners[0]).cross(corners[2] - corners[0]);
         if (normal.length2() == 0)
             return;
         normal.normalize();
-        double const side = normal.dot(place.getOrigin() - corners[0]) < 0 ? -1 : 1;
-        btVector3 const up = normal * side;
-        for (btVector3 const& low : lowPoints(shape, -up * place.getBasis())) {
+        double const middle = normal.dot(place.getOrigin() - corners[0]);
+        btVector3 const up = normal * (middle < 0 ? -1 : 1);
+        std::vector<Low> lows = lowsOver(corners, normal, up);
+        if (deepestOf(lows) > core)
+            if (std::vector<Low> const others = lowsOver(corners, normal, -up); areBeyond(lows, others, middle))
+                lows = others;
+        for (Low const& low : lows)
+            if (low.distance < reach && low.distance > -depth)
+                add(low);
+    }
+
+    std::vector<Low> lowsOver(btVector3 const* corners, btVector3 const& normal, btVector3 const& up) const {
+        std::vector<Low> lows;
+        for (btVector3 const& low : lowPoints(shape, -up * place.getBasis(), most)) {
             btVector3 const point = place * low;
             double const distance = up.dot(point - corners[0]);
-            if (distance < reach && distance > -depth && isOver(point, corners, normal))
-                add({point - up * distance, up, distance});
+            if (isOver(point, corners, normal))
+                lows.push_back({point - up * distance, up, distance});
         }
+        return lows;
+    }
+
+    /// Whether what lies over a triangle belongs to the other side of its plane than the solid's middle, of which
+    /// points are `others`: where it lies less deep there, as the ends of what is long and thin do that lies across a
+    /// ridge. But ends that went through the surface are drawn back to the middle.
+    bool areBeyond(std::vector<Low> const& lows, std::vector<Low> const& others, double middle) const {
+        if (others.empty() || deepestOf(others) >= deepestOf(lows))
+            return false;
+        return std::abs(middle) < 2 * core ||
+               std::none_of(
+                   lows.begin(), lows.end(),
+                   [this](Low const& low) {
+                       btVector3 const point = low.point + low.normal * low.distance;
+                       return low.distance < 0 && Crossing(place.getOrigin(), point).in(surface);
+                   });
+    }
+
+    static double deepestOf(std::vector<Low> const& lows) {
+        double depth = 0;
+        for (Low const& low : lows)
+            depth = std::max(depth, -low.distance);
+        return depth;
     }
 
     /// A point over the edge of two triangles belongs to both.
@@ -86,10 +164,13 @@ struct Finder : btTriangleCallback {
                            [&normal](Low const& low) { return low.normal.dot(normal) > samePlane; });
     }
 
+    btConcaveShape const& surface;
     btCollisionShape const& shape;
     btTransform const place;
     double reach;
     double depth;
+    double core;
+    std::size_t most; ///< of what is fast, a higher end may touch in the same step
     std::vector<Low> found;
 };
 
@@ -148,6 +229,8 @@ public:
             return;
         btPersistentManifold& manifold = *known[0];
         FormerContacts const former(manifold);
+        btCollisionObjectWrapper const& ground = m_swapped ? *first : *second;
+        btTransform const& surface = ground.getWorldTransform();
         // Bullet's search forgets points that slid on, and would keep those that rolled on.
         if (rolls)
             manifold.clearManifold();
@@ -155,16 +238,14 @@ public:
             btConvexConcaveCollisionAlgorithm::processCollision(first, second, info, result);
         });
         result->setPersistentManifold(&manifold);
-        btCollisionObjectWrapper const& ground = m_swapped ? *first : *second;
-        btTransform const& surface = ground.getWorldTransform();
         double const reach = manifold.getContactBreakingThreshold();
-        Finder finder(*solid.getCollisionShape(), surface.inverse() * solid.getWorldTransform(), reach);
+        auto const& triangles = static_cast<btConcaveShape const&>(*ground.getCollisionShape());
+        Finder finder(triangles, *solid.getCollisionShape(), surface.inverse() * solid.getWorldTransform(), reach);
         btVector3 lower;
         btVector3 upper;
         solid.getCollisionShape()->getAabb(finder.place, lower, upper);
         btVector3 const around(reach, reach, reach);
-        static_cast<btConcaveShape const*>(ground.getCollisionShape())
-            ->processAllTriangles(&finder, lower - around, upper + around);
+        triangles.processAllTriangles(&finder, lower - around, upper + around);
         for (Low& low : finder.found) {
             low.point = surface * low.point;
             low.normal = surface.getBasis() * low.normal;
