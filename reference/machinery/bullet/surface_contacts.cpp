@@ -29,6 +29,7 @@ constexpr std::size_t fewCorners = 4;
 constexpr std::size_t allCorners = 9;
 
 constexpr double samePlane = 0.999;
+constexpr double sameSide = 0.5;
 
 /// Of the reach: how exactly a point is known to lie on a triangle.
 constexpr double nearby = 0.05;
@@ -84,12 +85,26 @@ struct Crossing : btTriangleCallback {
     bool found = false;
 };
 
+/// The direction in which a surface has held a solid, where it has held it from one side; else zero.
+btVector3 formerSideOf(btPersistentManifold const& manifold) {
+    btVector3 sum(0, 0, 0);
+    for (int i = 0; i < manifold.getNumContacts(); ++i) {
+        btVector3 const& normal = manifold.getContactPoint(i).m_normalWorldOnB;
+        if (normal.dot(sum) < 0)
+            return {0, 0, 0};
+        sum += normal;
+    }
+    return sum.fuzzyZero() ? sum : sum.normalized();
+}
+
 /// Finds the low points over each triangle, in the coordinates of the surface.
 struct Finder : btTriangleCallback {
-    Finder(btConcaveShape const& surface, btCollisionShape const& shape, btTransform const& place, double reach)
+    Finder(btConcaveShape const& surface, btCollisionShape const& shape, btTransform const& place,
+           btVector3 const& formerSide, double reach)
         : surface(surface),
           shape(shape),
           place(place),
+          formerSide(formerSide),
           reach(reach),
           depth(deepest * shape.getAngularMotionDisc()),
           core(coreOf(shape)),
@@ -100,11 +115,12 @@ struct Finder : btTriangleCallback {
         if (normal.length2() == 0)
             return;
         normal.normalize();
-        double const middle = normal.dot(place.getOrigin() - corners[0]);
-        btVector3 const up = normal * (middle < 0 ? -1 : 1);
+        bool const known = std::abs(normal.dot(formerSide)) > sameSide;
+        double const side = normal.dot(known ? formerSide : place.getOrigin() - corners[0]);
+        btVector3 const up = normal * (side < 0 ? -1 : 1);
         std::vector<Low> lows = lowsOver(corners, normal, up);
-        if (deepestOf(lows) > core)
-            if (std::vector<Low> const others = lowsOver(corners, normal, -up); areBeyond(lows, others, middle))
+        if (!known && deepestOf(lows) > core)
+            if (std::vector<Low> const others = lowsOver(corners, normal, -up); areBeyond(lows, others))
                 lows = others;
         for (Low const& low : lows)
             if (low.distance < reach && low.distance > -depth)
@@ -125,16 +141,13 @@ struct Finder : btTriangleCallback {
     /// Whether what lies over a triangle belongs to the other side of its plane than the solid's middle, of which
     /// points are `others`: where it lies less deep there, as the ends of what is long and thin do that lies across a
     /// ridge. But ends that went through the surface are drawn back to the middle.
-    bool areBeyond(std::vector<Low> const& lows, std::vector<Low> const& others, double middle) const {
+    bool areBeyond(std::vector<Low> const& lows, std::vector<Low> const& others) const {
         if (others.empty() || deepestOf(others) >= deepestOf(lows))
             return false;
-        return std::abs(middle) < 2 * core ||
-               std::none_of(
-                   lows.begin(), lows.end(),
-                   [this](Low const& low) {
-                       btVector3 const point = low.point + low.normal * low.distance;
-                       return low.distance < 0 && Crossing(place.getOrigin(), point).in(surface);
-                   });
+        return std::none_of(lows.begin(), lows.end(), [this](Low const& low) {
+            btVector3 const point = low.point + low.normal * low.distance;
+            return low.distance < 0 && Crossing(place.getOrigin(), point).in(surface);
+        });
     }
 
     static double deepestOf(std::vector<Low> const& lows) {
@@ -167,6 +180,7 @@ struct Finder : btTriangleCallback {
     btConcaveShape const& surface;
     btCollisionShape const& shape;
     btTransform const place;
+    btVector3 const formerSide;
     double reach;
     double depth;
     double core;
@@ -229,6 +243,7 @@ public:
             return;
         btPersistentManifold& manifold = *known[0];
         FormerContacts const former(manifold);
+        btVector3 const formerSide = formerSideOf(manifold);
         btCollisionObjectWrapper const& ground = m_swapped ? *first : *second;
         btTransform const& surface = ground.getWorldTransform();
         // Bullet's search forgets points that slid on, and would keep those that rolled on.
@@ -240,7 +255,8 @@ public:
         result->setPersistentManifold(&manifold);
         double const reach = manifold.getContactBreakingThreshold();
         auto const& triangles = static_cast<btConcaveShape const&>(*ground.getCollisionShape());
-        Finder finder(triangles, *solid.getCollisionShape(), surface.inverse() * solid.getWorldTransform(), reach);
+        Finder finder(triangles, *solid.getCollisionShape(), surface.inverse() * solid.getWorldTransform(),
+                      formerSide * surface.getBasis(), reach);
         btVector3 lower;
         btVector3 upper;
         solid.getCollisionShape()->getAabb(finder.place, lower, upper);
@@ -254,7 +270,9 @@ public:
             btManifoldPoint const& point = manifold.getContactPoint(i);
             // A point off the lowest moves against its plane by the spin of what rolls.
             bool const replaced = (point.m_contactPointFlags & leaningContact) && finder.meets(point.m_normalWorldOnB);
-            if (replaced || finder.has(point.getPositionWorldOnB()) ||
+            // Of what is thinner than its contacts are deep, bullet finds the shorter way out, through the surface.
+            bool const through = point.m_normalWorldOnB.dot(formerSide) < -sameSide;
+            if (replaced || through || finder.has(point.getPositionWorldOnB()) ||
                 isBetween(point.getPositionWorldOnB(), point.m_normalWorldOnB, finder.found, reach) ||
                 leansOver(point, ground, usualReach(solid.getCollisionShape()->getAngularMotionDisc())))
                 manifold.removeContactPoint(i);
