@@ -3,13 +3,41 @@
 
 #include "reference/hyxOSG/decoration/screen_layer.h"
 
+#include <osg/State>
+#include <osg/Viewport>
+
+#include <algorithm>
+
 namespace hyxOSG::decorator {
 namespace {
 
 constexpr int firstBin = -100;
 
+/// The corners' colours, mixed between them. One colour is cleared to, which software does at a fraction of the price.
+class BackgroundRectangle : public osg::Geometry {
+public:
+    void drawImplementation(osg::RenderInfo& info) const override {
+        auto const& colors = static_cast<osg::Vec4Array const&>(*getColorArray());
+        osg::Viewport const* const viewport = info.getState()->getCurrentViewport();
+        if (viewport && std::all_of(colors.begin(), colors.end(), [&](auto& color) { return color == colors[0]; }))
+            clear(*viewport, colors[0]);
+        else
+            osg::Geometry::drawImplementation(info);
+    }
+
+private:
+    static void clear(osg::Viewport const& viewport, osg::Vec4 const& color) {
+        glPushAttrib(GL_SCISSOR_BIT | GL_COLOR_BUFFER_BIT); // the clear colour is not among what osg::State follows
+        glScissor(GLint(viewport.x()), GLint(viewport.y()), GLsizei(viewport.width()), GLsizei(viewport.height()));
+        glEnable(GL_SCISSOR_TEST);
+        glClearColor(color.r(), color.g(), color.b(), color.a());
+        glClear(GL_COLOR_BUFFER_BIT);
+        glPopAttrib();
+    }
+};
+
 osg::ref_ptr<osg::Geometry> createBackgroundRectangle() {
-    osg::ref_ptr<osg::Geometry> rectangle = new osg::Geometry;
+    osg::ref_ptr<osg::Geometry> rectangle = new BackgroundRectangle;
     auto* vertices = new osg::Vec3Array;
     for (float y : {0.0f, 1.0f})
         for (float x : {0.0f, 1.0f})

@@ -43,6 +43,17 @@ def test_background_shows_its_colors_in_the_corners(empty, kind, colors, seen):
         assert numpy.abs(picture[corner] - numpy.array(color) * 255).max() < 12, (corner, picture[corner])
 
 
+@pytest.mark.parametrize("color", [(0.1, 0.503, 0.9), (1.4, -0.2, 0.777), (0.0, 1 / 3, 1.0)])
+def test_one_color_is_that_of_equal_corners(empty, color):
+    """One colour is cleared to, different ones are drawn."""
+    nearly = tuple(numpy.nextafter(numpy.float32(part), numpy.float32(2)) for part in color)
+    empty.decorator.setBackgroundColor(*map(single, [color, color, color, map(float, nearly)]))
+    drawn = empty.picture()
+    empty.decorator.setBackgroundColor(single(color))
+    assert not changed(empty.picture(), drawn).any()
+    assert numpy.abs(drawn - 255 * numpy.clip(color, 0, 1)).max() <= 1
+
+
 def test_two_colors_run_into_each_other(empty):
     empty.decorator.setBackgroundColor(double((1, 1, 1)), double((0, 0, 0)))
     column = empty.picture()[:, WIDTH // 2, 0]
