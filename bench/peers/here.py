@@ -1,4 +1,4 @@
-"""This project's turn in its plain look, as the others light; with `unsmoothed` edges are as they are."""
+"""This project's turn in its plain look before one colour, as the others; with `unsmoothed` edges are as they are."""
 
 import sys
 
@@ -21,6 +21,7 @@ def stage():
     if sys.argv[-1] == "unsmoothed":
         app.setNumSamples(0)
     app.initViewer(scenes.WIDTH, scenes.HEIGHT)
+    app.getSceneDecorator().setBackgroundColor(hyx.Vec4f(0.55, 0.67, 0.8, 1))  # as Panda3D's
     return app, simulation
 
 
