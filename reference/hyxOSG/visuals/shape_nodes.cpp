@@ -14,6 +14,7 @@
 #include "reference/machinery/meshes/closed_mesh.h"
 #include "reference/machinery/meshes/conversions.h"
 #include "reference/machinery/meshes/endless_geode.h"
+#include "reference/machinery/meshes/facing_elements.h"
 #include "reference/machinery/meshes/round_form.h"
 #include "reference/machinery/meshes/shape_meshes.h"
 #include "reference/machinery/meshes/surface_meshes.h"
@@ -161,7 +162,10 @@ osg::ref_ptr<osg::Node> meshNode(hyxCollide::Trimesh const& mesh) {
         geode = found->second.first;
     } else {
         osg::ref_ptr<osg::Geometry> const surface = trimeshSurface(mesh);
-        geode = geodeOf(surface, isClosedOutwards(*surface));
+        bool const closed = isClosedOutwards(*surface);
+        if (closed)
+            drawFacingPatches(*surface);
+        geode = geodeOf(surface, closed);
         osg::ref_ptr<DrawnMesh> const drawn = new DrawnMesh(mesh);
         geode->setUserData(drawn);
         DrawnMesh::all()[&mesh] = {geode, drawn};

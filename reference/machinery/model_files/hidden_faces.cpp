@@ -2,6 +2,7 @@
 #include "reference/machinery/model_files/hidden_faces.h"
 
 #include "reference/machinery/meshes/closed_mesh.h"
+#include "reference/machinery/meshes/facing_elements.h"
 #include "reference/machinery/meshes/triangle_order.h"
 
 #include <osg/Geode>
@@ -36,6 +37,7 @@ public:
             return;
         mesh->setStateSet(frontFacesOnly());
         orderTriangles(*mesh); // nothing shows through: in any order it looks the same
+        drawFacingPatches(*mesh);
     }
 
 private:
