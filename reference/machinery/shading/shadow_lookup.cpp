@@ -27,7 +27,7 @@ uniform MAP hyx_shadowMap2;
 uniform float hyx_splitDepth[SHADOW_MAPS];
 #endif
 
-struct View { mat4 matrix; float texel; vec2 penumbra; }; // that a map has of the scene
+struct View { mat4 matrix; float texel; vec2 spread; }; // that a map has of the scene
 struct Receiver { vec3 place, normal, right, up; }; // in eye coordinates; to the next pixels
 
 #ifdef SOFT_SHADOWS
@@ -81,7 +81,7 @@ float lookUp(MAP map, View view, vec4 place, Receiver at)
     vec3 p = place.xyz / place.w;
     vec2 slope = depthSlope(view.matrix, place, at);
     vec2 least = vec2(1.25 / shadowMapSize);
-    vec2 reach = max(view.penumbra * p.z, least);
+    vec2 reach = max(view.spread * p.z, least);
     vec2 turned = firstTap();
     float casters = 0.0, depths = 0.0;
     bool aside = any(greaterThan(abs(p.xy - 0.5), 0.5 + reach)); // of all casters, which the map holds
@@ -98,7 +98,7 @@ float lookUp(MAP map, View view, vec4 place, Receiver at)
     }
     taps = casters == 0.0 || casters == float(SEARCHED) ? 0 : FILTERED;
     middle = taps > 0 ? p.xy : vec2(0.0);
-    reach = taps > 0 ? max(view.penumbra * max(p.z - depths / max(casters, 1.0), 0.0), least) : vec2(0.0);
+    reach = taps > 0 ? max(view.spread * max(p.z - depths / max(casters, 1.0), 0.0), least) : vec2(0.0);
     float open = 0.0;
     for (int i = 0; i < taps; ++i) {
         vec2 way = reach * sqrt((float(i) + 0.5) / float(FILTERED)) * turned;

@@ -75,14 +75,17 @@ mat3 tangentFrame(vec3 n, vec2 place) {
     vec3 perpendicular1 = cross(n, dp1), perpendicular2 = cross(dp2, n);
     vec3 t = perpendicular2 * duv1.x + perpendicular1 * duv2.x;
     vec3 b = perpendicular2 * duv1.y + perpendicular1 * duv2.y;
-    float size = max(max(dot(t, t), dot(b, b)), 1e-20);
-    return mat3(t * inversesqrt(size), b * inversesqrt(size), n);
+    float size = sign(dot(dp1, perpendicular2)) * inversesqrt(max(max(dot(t, t), dot(b, b)), 1e-20));
+    return mat3(t * size, b * size, n);
 }
 
-// Surfaces are lit from the side that is seen, whichever way round their corners and normals are.
+// Surfaces are lit from the side that is seen, whichever way round their corners and normals are. Of the plane that the
+// derivatives span no sign counts: drivers take that of dFdy from the frame buffer before, where nothing else changed.
 vec3 facingNormal() {
     vec3 n = normalize(normal);
-    return dot(n, cross(dFdx(position), dFdy(position))) < 0.0 ? -n : n;
+    vec3 across = cross(dFdx(position), dFdy(position));
+    float seen = perspective > 0.5 ? -dot(across, position) : across.z;
+    return dot(n, across) * seen < 0.0 ? -n : n;
 }
 
 void main() {
