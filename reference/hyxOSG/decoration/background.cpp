@@ -20,19 +20,17 @@ public:
         auto const& colors = static_cast<osg::Vec4Array const&>(*getColorArray());
         osg::Viewport const* const viewport = info.getState()->getCurrentViewport();
         if (viewport && std::all_of(colors.begin(), colors.end(), [&](auto& color) { return color == colors[0]; }))
-            clear(*viewport, colors[0]);
+            clear(*info.getState(), *viewport, colors[0]);
         else
             osg::Geometry::drawImplementation(info);
     }
 
 private:
-    static void clear(osg::Viewport const& viewport, osg::Vec4 const& color) {
-        glPushAttrib(GL_SCISSOR_BIT | GL_COLOR_BUFFER_BIT); // the clear colour is not among what osg::State follows
+    static void clear(osg::State& state, osg::Viewport const& viewport, osg::Vec4 const& color) {
+        state.applyMode(GL_SCISSOR_TEST, true);
         glScissor(GLint(viewport.x()), GLint(viewport.y()), GLsizei(viewport.width()), GLsizei(viewport.height()));
-        glEnable(GL_SCISSOR_TEST);
-        glClearColor(color.r(), color.g(), color.b(), color.a());
+        glClearColor(color.r(), color.g(), color.b(), color.a()); // all who clear set it
         glClear(GL_COLOR_BUFFER_BIT);
-        glPopAttrib();
     }
 };
 
