@@ -58,7 +58,11 @@ class FenceCallback : public osg::Camera::DrawCallback {
 public:
     explicit FenceCallback(FrameFence& fence) : m_fence(fence) {}
 
-    void operator()(osg::RenderInfo& info) const override { m_fence.endFrame(*info.getState()); }
+    void operator()(osg::RenderInfo& info) const override {
+        // The state knows arrays by their address, which later ones may have that come when these are gone.
+        info.getState()->disableAllVertexArrays();
+        m_fence.endFrame(*info.getState());
+    }
 
 private:
     FrameFence& m_fence;

@@ -3,7 +3,9 @@
 import os
 
 import hyx
+import hyxCollide
 import hyxOSG
+import osg
 import pytest
 from application_stage import add_box, difference
 from subprocesses import has_display, run_python
@@ -50,6 +52,26 @@ def test_a_second_window_takes_the_place_of_the_first(window, shoot):
     first = shoot(window)
     window.initViewer(160, 120, True)
     assert difference(first, shoot(window)) < 20
+
+
+@pytest.mark.parametrize("look", ["default", "plain"])
+def test_meshes_come_in_the_memory_of_those_that_went(window, look):
+    """Nothing else is drawn that would make the driver forget them."""
+    window.setLook(look)
+    window.getSceneDecorator().setEnable(False)
+    root = window.getSceneRoot()
+    window.setCameraHome(hyx.Vec3(0, -6, 5), hyx.Vec3(0, 0, 0))
+    for count in range(2, 8):
+        board = osg.Geode()
+        edges = osg.Vec3(-3, -3, 0), osg.Vec3(6, 0, 0), osg.Vec3(0, 6, 0)
+        board.addDrawable(hyxOSG.createGrid(count, count, *edges, True))
+        root.addChild(board)
+        assert window.render().any()
+        root.removeChild(board)
+        del board
+        ball = hyxOSG.createVisual(hyxCollide.Geometry(hyxCollide.Sphere(1 + 0.1 * count)), root)
+        assert window.render().any()
+        root.removeChild(ball)
 
 
 def test_debug_rendering_draws_lines_and_names(window, shoot):
