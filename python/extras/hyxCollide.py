@@ -2,7 +2,7 @@
 
 from __future__ import annotations
 
-from .numbers import rows
+from .numbers import assign, rows
 
 TYPE_CHECKING = False
 if TYPE_CHECKING:
@@ -17,7 +17,7 @@ class Trimesh:
 
     @vertices.setter
     def vertices(self, values: Rows) -> None:
-        self.updateVertices(values)  # type: ignore[attr-defined]
+        assign("vertices", self.updateVertices, values)  # type: ignore[attr-defined]
 
     @property
     def triangles(self) -> Indices:
@@ -33,4 +33,4 @@ class HeightField:
 
     @heights.setter
     def heights(self, values: Values | Rows) -> None:
-        self.setHeights(values)  # type: ignore[attr-defined]
+        assign("heights", self.setHeights, values)  # type: ignore[attr-defined]

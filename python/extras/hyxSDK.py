@@ -3,7 +3,7 @@
 from __future__ import annotations
 
 from .names import named
-from .numbers import rows
+from .numbers import assign, rows
 
 TYPE_CHECKING = False
 if TYPE_CHECKING:
@@ -43,7 +43,7 @@ class Simulation:
 
     @positions.setter
     def positions(self, values: Rows) -> None:
-        self.setPositions(values)  # type: ignore[attr-defined]
+        assign("positions", self.setPositions, values)  # type: ignore[attr-defined]
 
     @property
     def rotations(self) -> Doubles:
@@ -52,7 +52,7 @@ class Simulation:
 
     @rotations.setter
     def rotations(self, values: Rows) -> None:
-        self.setRotations(values)  # type: ignore[attr-defined]
+        assign("rotations", self.setRotations, values)  # type: ignore[attr-defined]
 
     @property
     def velocities(self) -> Doubles:
@@ -61,7 +61,7 @@ class Simulation:
 
     @velocities.setter
     def velocities(self, values: Rows) -> None:
-        self.setVelocities(values)  # type: ignore[attr-defined]
+        assign("velocities", self.setVelocities, values)  # type: ignore[attr-defined]
 
     @property
     def angularVelocities(self) -> Doubles:
@@ -70,7 +70,7 @@ class Simulation:
 
     @angularVelocities.setter
     def angularVelocities(self, values: Rows) -> None:
-        self.setAngularVelocities(values)  # type: ignore[attr-defined]
+        assign("angularVelocities", self.setAngularVelocities, values)  # type: ignore[attr-defined]
 
     @property
     def jointPositions(self) -> Doubles:

@@ -2,7 +2,7 @@
 
 from __future__ import annotations
 
-from .numbers import rows
+from .numbers import assign, rows
 
 TYPE_CHECKING = False  # for checkers only: importing `typing` would cost more than the whole package
 if TYPE_CHECKING:
@@ -27,7 +27,7 @@ class JointArray:
 
     @position.setter
     def position(self, values: Values) -> None:
-        self.setPositions(values)  # type: ignore[attr-defined]
+        assign("position", self.setPositions, values)  # type: ignore[attr-defined]
 
     @property
     def velocity(self) -> Doubles:
@@ -36,7 +36,7 @@ class JointArray:
 
     @velocity.setter
     def velocity(self, values: Values) -> None:
-        self.setVelocities(values)  # type: ignore[attr-defined]
+        assign("velocity", self.setVelocities, values)  # type: ignore[attr-defined]
 
     @property
     def effort(self) -> Doubles:
@@ -45,7 +45,7 @@ class JointArray:
 
     @effort.setter
     def effort(self, values: Values) -> None:
-        self.setEfforts(values)  # type: ignore[attr-defined]
+        assign("effort", self.setEfforts, values)  # type: ignore[attr-defined]
 
     @property
     def target(self) -> Doubles:
@@ -54,7 +54,7 @@ class JointArray:
 
     @target.setter
     def target(self, values: Values) -> None:
-        self.setTargets(values)  # type: ignore[attr-defined]
+        assign("target", self.setTargets, values)  # type: ignore[attr-defined]
 
     @property
     def names(self) -> tuple[str, ...]:

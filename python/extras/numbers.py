@@ -4,7 +4,7 @@ from __future__ import annotations
 
 TYPE_CHECKING = False  # for checkers only: importing `typing` would cost more than the whole package
 if TYPE_CHECKING:
-    from collections.abc import Iterator
+    from collections.abc import Callable, Iterator
     from typing import Any
 
     from .hints import Self
@@ -49,6 +49,18 @@ def rows(memory: Any, columns: int) -> Any:
 
     array = numpy.asarray(memory)
     return array.reshape(-1, columns) if columns else array
+
+
+def assign(name: str, setter: Callable[[Any], object], values: Any) -> None:
+    """Sets an array that is an attribute. What is wrong with the values is told with its name: TypeError, ValueError."""
+    try:
+        setter(values)
+    except (RuntimeError, TypeError, ValueError) as error:
+        if isinstance(values, str | bytes):
+            raise TypeError(f"{name}: expected numbers, not {type(values).__name__}") from None
+        reason = error.__cause__ or error
+        kind = TypeError if isinstance(reason, TypeError) else ValueError
+        raise kind(f"{name}: {reason}") from None
 
 
 def component(index: int) -> Any:

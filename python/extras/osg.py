@@ -3,7 +3,7 @@
 from __future__ import annotations
 
 from .lists import Items
-from .numbers import Numbers, component, rows
+from .numbers import Numbers, assign, component, rows
 
 TYPE_CHECKING = False
 if TYPE_CHECKING:
@@ -52,7 +52,7 @@ class Geometry:
 
     @vertices.setter
     def vertices(self, values: Rows) -> None:
-        self.setVertexArray(values)  # type: ignore[attr-defined]
+        assign("vertices", self.setVertexArray, values)  # type: ignore[attr-defined]
 
     @property
     def normals(self) -> Floats:
@@ -61,7 +61,7 @@ class Geometry:
 
     @normals.setter
     def normals(self, values: Rows) -> None:
-        self.setNormalArray(values)  # type: ignore[attr-defined]
+        assign("normals", self.setNormalArray, values)  # type: ignore[attr-defined]
 
     @property
     def colors(self) -> Floats | Bytes:
@@ -70,7 +70,7 @@ class Geometry:
 
     @colors.setter
     def colors(self, values: Rows) -> None:
-        self.setColorArray(values)  # type: ignore[attr-defined]
+        assign("colors", self.setColorArray, values)  # type: ignore[attr-defined]
 
     @property
     def texcoords(self) -> Floats:
@@ -79,7 +79,7 @@ class Geometry:
 
     @texcoords.setter
     def texcoords(self, values: Rows) -> None:
-        self.setTexCoordArray(values)  # type: ignore[attr-defined]
+        assign("texcoords", self.setTexCoordArray, values)  # type: ignore[attr-defined]
 
     @property
     def elements(self) -> Indices:
