@@ -2,6 +2,8 @@
 
 from __future__ import annotations
 
+from .applications import require_application
+
 TYPE_CHECKING = False  # for checkers only: importing `typing` would cost more than the whole package
 if TYPE_CHECKING:
     import os
@@ -63,6 +65,7 @@ class GltfRecording:
     """
 
     def __init__(self, application: Any, root: Any = None) -> None:
+        require_application(application)
         self._application = application
         scene = [application.getSceneRoot(), application.getSceneHyxOSGRoot()]
         self._shown = scene if root is None else [root]

@@ -4,6 +4,7 @@ from __future__ import annotations
 
 import _hyxOSG
 
+from .applications import require_application
 from .films import Encoding, Film
 from .gltf import GltfRecording
 from .lists import Items
@@ -176,6 +177,7 @@ class ExampleApplication:
         """
         import _osg
 
+        require_application(self)
         size = size or _osg.getPictureSize(self)
         encoding |= {"codec": codec, "path": path}
         return Film(self, size, encoding, title, clock, color_bar, label)  # type: ignore[arg-type]
@@ -197,6 +199,7 @@ def _picture(application: Any, out: Bytes | None, fresh: bool) -> Bytes:
     import _osg
     import numpy
 
+    require_application(application)
     size = _osg.getPictureSize(application)
     shape = (size[1], size[0], 3)
     if out is None:

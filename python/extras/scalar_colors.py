@@ -2,6 +2,8 @@
 
 from __future__ import annotations
 
+from .applications import require_application
+
 TYPE_CHECKING = False
 if TYPE_CHECKING:
     from collections.abc import Callable, Sequence
@@ -240,6 +242,7 @@ class ColorBar:
         import _osg  # type: ignore[import-not-found]
         import osg
 
+        require_application(app)
         width, height = _osg.getPictureSize(app)
         letters = max(10.0, height / 40)
         self._drawn = _DrawnBar(

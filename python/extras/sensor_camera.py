@@ -8,6 +8,7 @@ from __future__ import annotations
 
 import _osg  # type: ignore[import-not-found]
 
+from .applications import require_application
 from .camera_models import Intrinsics, Lens, look_at
 from .sensor_frames import CHANNELS, SensorFrame
 
@@ -229,14 +230,6 @@ def read_cameras(cameras: Iterable[SensorCamera], *channels: str) -> list[Sensor
         if camera.noise:  # a function of the script's, which may read cameras itself
             camera.noise(frame)
     return frames
-
-
-def require_application(application: object) -> None:
-    """TypeError for what cameras cannot look into."""
-    import hyxOSG
-
-    if not isinstance(application, hyxOSG.ExampleApplication):
-        raise TypeError(f"a camera looks into an ExampleApplication, not {type(application).__name__}")
 
 
 def require_planes(near: float, far: float) -> None:
