@@ -22,6 +22,15 @@ if TYPE_CHECKING:
 _LOOK_AGAIN = 0.1  # seconds
 
 
+@contextmanager
+def _values() -> Iterator[None]:
+    """What native setters refuse is a wrong value of the one call that sets them all: ValueError."""
+    try:
+        yield
+    except RuntimeError as error:
+        raise ValueError(str(error)) from None
+
+
 class Encoding:
     """What a capture of films has beyond its native operations."""
 
@@ -69,15 +78,16 @@ class Encoding:
             codec = (USUAL_WITH_ALPHA if alpha else USUAL).get(ending, "h264")
             if lossless and codec == "h264":
                 codec = "h264rgb"
-        if fps is not None:
-            video.setFps(fps)
-            video.setVideoFPS(fps)
-        video.setVideoCRF(18 if quality is None else quality)
-        video.setBitrate(0 if bitrate is None else bitrate)
-        video.setEnableLossless(lossless)
-        video.setPreset(preset)
-        video.setPixelFormat(pixel_format)
-        video.setEnableAlpha(alpha)
+        with _values():
+            if fps is not None:
+                video.setFps(fps)
+                video.setVideoFPS(fps)
+            video.setVideoCRF(18 if quality is None else quality)
+            video.setBitrate(0 if bitrate is None else bitrate)
+            video.setEnableLossless(lossless)
+            video.setPreset(preset)
+            video.setPixelFormat(pixel_format)
+            video.setEnableAlpha(alpha)
         if options is not None and not hasattr(options, "items"):
             raise TypeError("options of encoders are a dictionary: {'tune': 'animation'}")
         words = [word for name, value in (options or {}).items() for word in (f"-{name.lstrip('-')}", str(value))]
@@ -136,7 +146,8 @@ class Film:
         """The capture is the window's: each of its films says anew what it is."""
         if self.video.getCaptureStarted():
             raise RuntimeError("the window is being filmed already: end that film first")
-        self.video.setImageResolution(*self._size)
+        with _values():
+            self.video.setImageResolution(*self._size)
         self.video.encode(**self._encoding)
 
     def progress(self, seconds: float | None = None, **options: Any) -> Any:

@@ -20,10 +20,13 @@ namespace {
 
 using osgDB::ReaderWriter;
 
-std::runtime_error refusal(std::string const& path, ReaderWriter::WriteResult const& result) {
+constexpr auto picturesTo = ".png, .jpg, .bmp, .tga and .tif can be written";
+constexpr auto modelsTo = ".osgt, .obj and .stl can be written";
+
+std::runtime_error refusal(std::string const& path, ReaderWriter::WriteResult const& result, std::string const& known) {
     std::string const reason = result.notHandled()
-                                   ? "no writer for the extension \"" + osgDB::getFileExtension(path) + "\""
-                               : result.message().empty() ? "its writer fails; .osgt, .obj and .stl can be written"
+                                   ? "no writer for the extension \"" + osgDB::getFileExtension(path) + "\"; " + known
+                               : result.message().empty() ? "its writer fails; " + known
                                                           : result.message();
     return std::runtime_error("cannot write \"" + path + "\": " + reason);
 }
@@ -50,14 +53,14 @@ ref_ptr<osg::Image> colorsOf(osg::Image const& image) {
 
 /// For writers that write only to files by name.
 template <class Write>
-void writeByName(std::string const& path, hyx::Durability durability, Write const& write) {
+void writeByName(std::string const& path, hyx::Durability durability, std::string const& known, Write const& write) {
     ReaderWriter::WriteResult result;
     hyx::WrittenFiles const files = hyx::captureFiles(path, [&](std::string const& name) {
         result = write(name);
         return result.success();
     });
     if (!files.success || files.content.empty())
-        throw refusal(path, result);
+        throw refusal(path, result, known);
     std::filesystem::path const folder = std::filesystem::path(path).parent_path();
     std::list<hyx::NewFile> ready;
     auto const prepare = [&](std::filesystem::path const& target, std::string const& content) {
@@ -81,11 +84,11 @@ void writeImage(osg::Image const& image, std::string const& path, bool oneOfMany
     osgDB::Registry& registry = *osgDB::Registry::instance();
     ReaderWriter* const writer = registry.getReaderWriterForExtension(osgDB::getLowerCaseFileExtension(path));
     if (!writer)
-        throw refusal(path, ReaderWriter::WriteResult::FILE_NOT_HANDLED);
+        throw refusal(path, ReaderWriter::WriteResult::FILE_NOT_HANDLED, picturesTo);
     std::ostringstream bytes;
     ReaderWriter::WriteResult const result = writer->writeImage(image, bytes, options);
     if (!result.success())
-        writeByName(path, durability,
+        writeByName(path, durability, picturesTo,
                     [&](std::string const& name) { return registry.writeImage(image, name, options); });
     else if (std::string const content = std::move(bytes).str(); !content.empty())
         hyx::writeWholeFile(path, content, durability);
@@ -96,7 +99,7 @@ void writeImage(osg::Image const& image, std::string const& path, bool oneOfMany
 void writeNode(osg::Node const& node, std::string const& path) {
     osgDB::Registry& registry = *osgDB::Registry::instance();
     ReaderWriter* const hidden = hyxOSG::hiddenWriter(osgDB::getLowerCaseFileExtension(path));
-    writeByName(path, hyx::Durability::SYNCED, [&](std::string const& name) {
+    writeByName(path, hyx::Durability::SYNCED, modelsTo, [&](std::string const& name) {
         return hidden ? hidden->writeNode(node, name, registry.getOptions())
                       : registry.writeNode(node, name, registry.getOptions());
     });

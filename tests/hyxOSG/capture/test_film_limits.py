@@ -90,6 +90,9 @@ def test_what_is_no_setting_is_told_at_once():
         video.encode(path="film.mp4", alpha=True)
     with pytest.raises(TypeError, match="dictionary"):
         video.encode(options="-tune animation")
+    for wrong in ({"fps": -1}, {"fps": float("nan")}, {"quality": 52}, {"bitrate": -1.0}):
+        with pytest.raises(ValueError, match="must be"):
+            video.encode(path="film.mp4", **wrong)
 
 
 @pytest.fixture
