@@ -31,6 +31,15 @@ def _values() -> Iterator[None]:
         raise ValueError(str(error)) from None
 
 
+def _option_lines(options: Mapping[str, object]) -> str:
+    if not hasattr(options, "items"):
+        raise TypeError("options of encoders are a dictionary: {'tune': 'animation'}")
+    words = [word for name, value in options.items() for word in (f"-{name.lstrip('-')}", str(value))]
+    if any("\n" in word for word in words):
+        raise ValueError("options of encoders have no line breaks")
+    return "\n".join(words)
+
+
 class Encoding:
     """What a capture of films has beyond its native operations."""
 
@@ -88,12 +97,7 @@ class Encoding:
             video.setPreset(preset)
             video.setPixelFormat(pixel_format)
             video.setEnableAlpha(alpha)
-        if options is not None and not hasattr(options, "items"):
-            raise TypeError("options of encoders are a dictionary: {'tune': 'animation'}")
-        words = [word for name, value in (options or {}).items() for word in (f"-{name.lstrip('-')}", str(value))]
-        if any("\n" in word for word in words):
-            raise ValueError("options of encoders have no line breaks")
-        video.setEncoderOptions("\n".join(words))
+        video.setEncoderOptions(_option_lines(options or {}))
         encoder = chosen_encoder(codec, hardware)
         video.setEncoder(encoder)
         return encoder

@@ -52,7 +52,7 @@ def rows(memory: Any, columns: int) -> Any:
 
 
 def assign(name: str, setter: Callable[[Any], object], values: Any) -> None:
-    """Sets an array that is an attribute. What is wrong with the values is told with its name: TypeError, ValueError."""
+    """Sets an array that is an attribute. TypeError or ValueError, with its name, for values that are wrong."""
     try:
         setter(values)
     except (RuntimeError, TypeError, ValueError) as error:

@@ -4,8 +4,8 @@ from __future__ import annotations
 
 import math
 
-from .point_files import CLOUD
 from .applications import require_application
+from .point_files import CLOUD
 from .sensor_camera import SensorCamera, read_cameras, require_planes
 
 TYPE_CHECKING = False
