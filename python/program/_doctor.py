@@ -22,18 +22,26 @@ print("window" if not app.hasOffscreenWindow() else "off-screen")
 """
 
 WRITE = """
-import hyx, hyxOSG
+import os, tempfile, hyx, hyxOSG
+file = os.path.join(tempfile.mkdtemp(), "text.png")
+def picture():
+    app.takeScreenShot(file)
+    with open(file, "rb") as drawn:
+        return drawn.read()
 app = hyxOSG.ExampleApplication()
 app.init(None)
 app.initViewer(128, 64)
 app.step()
-before = app._repr_png_()
+before = picture()
 text = hyxOSG.Text("Text", hyx.Vec3(10, 10, 1), hyx.Vec4(1, 0, 0, 1))
 text.setCharacterSize(40)
 text.setAxisAlignment(hyxOSG.Text.XY_PLANE)
 app.getSceneDecorator().getHud().addChild(text)
 app.step()
-if app._repr_png_() == before:
+after = picture()
+os.remove(file)
+os.rmdir(os.path.dirname(file))
+if after == before:
     raise SystemExit("no letter is drawn")
 """
 

@@ -72,9 +72,11 @@ def test_the_help_is_in_groups_and_the_doctor_says_what_works():
     assert done.returncode == 0 and "works    drawing off-screen" in done.stdout
 
 
-def test_the_doctor_finds_text_without_the_tools_of_fontconfig(tmp_path, monkeypatch):
+def test_the_doctor_finds_text_without_the_tools_of_fontconfig_and_without_numpy(tmp_path, monkeypatch):
     monkeypatch.setenv("PATH", str(tmp_path))
-    assert "works    text" in open_file("--doctor").stdout
+    (tmp_path / "numpy.py").write_text("raise ModuleNotFoundError('there is no numpy')")
+    done = run_python("-m", "hyxOSG", "--doctor", extra_path=str(tmp_path))
+    assert "works    text" in done.stdout
 
 
 def test_a_changed_script_is_built_anew(tmp_path):
