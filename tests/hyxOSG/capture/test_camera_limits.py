@@ -186,9 +186,11 @@ def test_cameras_end_with_their_application():
     camera.read("rgb", "depth")
     lidar.scan()
     app.close()
-    for call in (lambda: camera.read("depth"), lidar.scan, SensorCamera(app, 8, 8).read):
+    for call in (lambda: camera.read("depth"), lidar.scan):
         with pytest.raises(RuntimeError, match="closed"):
             call()
+    with pytest.raises(TypeError, match="closed"):
+        SensorCamera(app, 8, 8)
     camera.close()
     lidar.close()
 
