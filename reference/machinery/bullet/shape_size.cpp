@@ -39,8 +39,8 @@ btVector3 armsOf(btCollisionShape const& shape) {
     int const type = shape.getShapeType();
     bool const isRound =
         type == CYLINDER_SHAPE_PROXYTYPE || type == CAPSULE_SHAPE_PROXYTYPE || type == CONE_SHAPE_PROXYTYPE;
-    auto const far = [](double a, double b) { return std::hypot(a, b); };
-    return {far(corner.y(), corner.z()), isRound ? 0 : far(corner.x(), corner.z()), far(corner.x(), corner.y())};
+    return {std::hypot(corner.y(), corner.z()), isRound ? 0 : std::hypot(corner.x(), corner.z()),
+            std::hypot(corner.x(), corner.y())};
 }
 
 } // namespace

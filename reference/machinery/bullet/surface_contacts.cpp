@@ -52,39 +52,6 @@ struct Low {
     double distance;
 };
 
-/// Whether a way crosses a surface.
-struct Crossing : btTriangleCallback {
-    Crossing(btVector3 const& from, btVector3 const& to) : from(from), way(to - from) {}
-
-    void processTriangle(btVector3* corners, int, int) override {
-        btVector3 const one = corners[1] - corners[0];
-        btVector3 const other = corners[2] - corners[0];
-        btVector3 const across = way.cross(other);
-        double const volume = one.dot(across);
-        if (volume == 0)
-            return;
-        btVector3 const start = from - corners[0];
-        double const u = start.dot(across) / volume;
-        double const v = way.dot(start.cross(one)) / volume;
-        double const share = other.dot(start.cross(one)) / volume;
-        found = found || (u >= -onEdge && v >= -onEdge && u + v <= 1 + onEdge && share >= 0 && share <= 1);
-    }
-
-    bool in(btConcaveShape const& surface) {
-        btVector3 lower = from;
-        btVector3 upper = from;
-        lower.setMin(from + way);
-        upper.setMax(from + way);
-        surface.processAllTriangles(this, lower, upper);
-        return found;
-    }
-
-    static constexpr double onEdge = 1e-9;
-    btVector3 from;
-    btVector3 way;
-    bool found = false;
-};
-
 /// The direction in which a surface has held a solid, where it has held it from one side; else zero.
 btVector3 formerSideOf(btPersistentManifold const& manifold) {
     btVector3 sum(0, 0, 0);
@@ -146,7 +113,7 @@ struct Finder : btTriangleCallback {
             return false;
         return std::none_of(lows.begin(), lows.end(), [this](Low const& low) {
             btVector3 const point = low.point + low.normal * low.distance;
-            return low.distance < 0 && Crossing(place.getOrigin(), point).in(surface);
+            return low.distance < 0 && crosses(surface, place.getOrigin(), point);
         });
     }
 

@@ -1,6 +1,7 @@
 // Nearest points of triangles, and what lies around a point of a surface.
 #include "reference/machinery/bullet/triangles.h"
 
+#include <BulletCollision/NarrowPhaseCollision/btRaycastCallback.h>
 #include <BulletCollision/NarrowPhaseCollision/btVoronoiSimplexSolver.h>
 
 namespace hyx {
@@ -29,6 +30,17 @@ struct Continuation : btTriangleCallback {
     bool found = false;
 };
 
+struct Meeting : btTriangleRaycastCallback {
+    using btTriangleRaycastCallback::btTriangleRaycastCallback;
+
+    btScalar reportHit(btVector3 const&, btScalar fraction, int, int) override {
+        found = true;
+        return fraction;
+    }
+
+    bool found = false;
+};
+
 } // namespace
 
 btVector3 nearestOfTriangle(btVector3 const& point, btVector3 const* corners) {
@@ -36,6 +48,16 @@ btVector3 nearestOfTriangle(btVector3 const& point, btVector3 const* corners) {
     btSubSimplexClosestResult nearest;
     solver.closestPtPointTriangle(point, corners[0], corners[1], corners[2], nearest);
     return nearest.m_closestPointOnSimplex;
+}
+
+bool crosses(btConcaveShape const& surface, btVector3 const& from, btVector3 const& to) {
+    Meeting meeting(from, to);
+    btVector3 lower = from;
+    btVector3 upper = from;
+    lower.setMin(to);
+    upper.setMax(to);
+    surface.processAllTriangles(&meeting, lower, upper);
+    return meeting.found;
 }
 
 bool goesOn(btConcaveShape const& surface, btVector3 const& point, btVector3 const& normal, double near,
