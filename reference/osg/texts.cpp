@@ -1,15 +1,15 @@
 // Writes texts of the scene graph, those that models bring along, too.
 #include "platform/osg/texts.h"
 
-#include "reference/machinery/text/drawn_text.h"
 #include "reference/machinery/text/fonts.h"
 #include "reference/machinery/text/lettering.h"
+#include "reference/machinery/text/text_length.h"
 
 namespace osg {
 
 osgText::Text* createLettering() {
     osg::ref_ptr<hyxOSG::Lettering> text = new hyxOSG::Lettering;
-    text->setFont(hyxOSG::findFont(hyxOSG::usualFont));
+    text->setTypeface(hyxOSG::findFont(hyxOSG::usualFont));
     return text.release();
 }
 
@@ -17,7 +17,7 @@ void writeText(osgText::TextBase& text, std::string const& written) {
     if (auto* const lettering = dynamic_cast<hyxOSG::Lettering*>(&text))
         lettering->write(written);
     else
-        text.setText(hyxOSG::drawnText(written));
+        text.setText(osgText::String(hyxOSG::requireDrawable(written), osgText::String::ENCODING_UTF8));
 }
 
 std::string writtenText(osgText::TextBase const& text) {

@@ -93,7 +93,7 @@ struct DebugRenderer::Drawing {
         while (names.size() < count) {
             constexpr float pixels = 16;
             osg::ref_ptr<Lettering> text = new Lettering;
-            text->setFont(findFont(usualFont));
+            text->setTypeface(findFont(usualFont));
             text->setCharacterSizeMode(osgText::TextBase::SCREEN_COORDS);
             text->setCharacterSize(pixels);
             text->setAxisAlignment(osgText::TextBase::SCREEN);

@@ -20,9 +20,9 @@ constexpr float characterSize = 14; ///< pixels
 
 osg::ref_ptr<Lettering> makeNote(ScreenNotes::Place place) {
     osg::ref_ptr<Lettering> text = new Lettering;
-    text->setFont(findFont("DejaVuSansMono"));
+    text->setTypeface(findFont("DejaVuSansMono"));
     text->setCharacterSize(characterSize);
-    text->setFontResolution(unsigned(characterSize), unsigned(characterSize));
+    text->standOnPixels();
     text->setColor(osg::Vec4(1, 1, 1, 1));
     constexpr osgText::Text::AlignmentType alignments[] = {osgText::Text::LEFT_TOP, osgText::Text::CENTER_TOP,
                                                            osgText::Text::LEFT_BOTTOM, osgText::Text::RIGHT_TOP};

@@ -20,7 +20,7 @@ void requireEnumerator(int value, int last, char const* what) {
 
 osg::ref_ptr<Lettering> createDrawable() {
     osg::ref_ptr<Lettering> text = new Lettering;
-    text->setFont(findFont(usualFont));
+    text->setTypeface(findFont(usualFont));
     text->setCharacterSize(1);
     text->setAxisAlignment(osgText::Text::XZ_PLANE);
     text->setBackdropColor(osg::Vec4(0, 0, 0, 1));
@@ -44,8 +44,8 @@ Text::Text(hyx::String const& text, hyx::Vec3 const& position, hyx::Vec4 const& 
 Text::~Text() = default;
 
 void Text::setFont(hyx::String const& font) {
-    if (osg::ref_ptr<osgText::Font> const found = wantedFont(font))
-        m_text->setFont(found);
+    if (osg::ref_ptr<Typeface> const found = wantedFont(font))
+        m_text->setTypeface(found);
 }
 
 void Text::setCharacterSize(float size) {

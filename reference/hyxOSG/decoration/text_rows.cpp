@@ -17,7 +17,7 @@ class RowsGeode : public osg::Geode {
 public:
     void releaseGLObjects(osg::State* state) const override {
         osg::Geode::releaseGLObjects(state);
-        releaseFonts(state);
+        releaseLetters(state);
     }
 };
 
@@ -38,7 +38,7 @@ void TextRows::setText(int row, std::string const& text, osg::Vec4 const& color)
     }
     if (!entry) {
         entry = new Lettering;
-        entry->setFont(findFont(m_fontName));
+        entry->setTypeface(findFont(m_fontName));
         m_geode->addChild(entry);
         m_changed = true;
     }
@@ -69,10 +69,10 @@ void TextRows::layOut(osg::Vec2f const& window, float scale) {
     m_scale = scale;
     if (m_rows.empty())
         return; // many scenes show no text, and a font is looked up and tried in the time of a few frames
-    osg::ref_ptr<osgText::Font> const font = findFont(m_fontName);
+    osg::ref_ptr<Typeface> const font = findFont(m_fontName);
     float const size = m_fontSize * scale;
     for (auto const& [row, text] : m_rows) {
-        text->setFont(font);
+        text->setTypeface(font);
         text->setCharacterSize(size);
         // On whole pixels, so that glyphs stay sharp.
         text->setPosition(osg::Vec3(std::round(leftMargin * scale),

@@ -21,7 +21,7 @@ osg::Geode* createText(std::string const& text, hyx::Vec3 const& position, hyx::
     if (!(size > 0) || !std::isfinite(size))
         throw std::invalid_argument("the size of a text must be a positive number of metres");
     osg::ref_ptr<Lettering> const letters = new Lettering;
-    letters->setFont(findFont(usualFont));
+    letters->setTypeface(findFont(usualFont));
     letters->write(text);
     letters->setCharacterSize(static_cast<float>(size));
     letters->setPosition(toOsg(position));

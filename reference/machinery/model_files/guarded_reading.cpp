@@ -92,11 +92,10 @@ Reading<osg::Image> readPictureHere(std::string const& path) {
     });
 }
 
-Reading<osgText::Font> readFontHere(std::string const& path) {
-    return guarded<osgText::Font>(path, [&]() -> Reading<osgText::Font> {
-        osg::ref_ptr<osgDB::Options> const anew = new osgDB::Options; // fonts of one file differ in their filters
-        osg::ref_ptr<osgText::Font> const font = osgText::readRefFontFile(path, anew);
-        return font ? Reading<osgText::Font>{font, ""} : Reading<osgText::Font>{nullptr, "it is no font"};
+Reading<Face> readFontHere(std::string const& path) {
+    return guarded<Face>(path, [&]() -> Reading<Face> {
+        osg::ref_ptr<Face> const font = Face::open(path);
+        return font ? Reading<Face>{font, ""} : Reading<Face>{nullptr, "it is no font with outlines"};
     });
 }
 
@@ -109,8 +108,8 @@ Reading<osg::Image> readPicture(std::string const& path) {
     return readTried<osg::Image>(TrialKind::PICTURE, path, "", [&] { return readPictureHere(path); });
 }
 
-Reading<osgText::Font> readFont(std::string const& path) {
-    return readTried<osgText::Font>(TrialKind::FONT, path, "", [&] { return readFontHere(path); });
+Reading<Face> readFont(std::string const& path) {
+    return readTried<Face>(TrialKind::FONT, path, "", [&] { return readFontHere(path); });
 }
 
 } // namespace hyxOSG

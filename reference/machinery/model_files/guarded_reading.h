@@ -1,10 +1,11 @@
 // Reads model, image and font files that come from anywhere.
 #pragma once
 
+#include "reference/machinery/faces/face.h"
+
 #include <osg/Image>
 #include <osg/Node>
 #include <osgDB/Options>
-#include <osgText/Font>
 
 #include <string>
 
@@ -23,11 +24,11 @@ struct Reading {
 /// A pending interrupt ends the reading without a thing.
 Reading<osg::Node> readModel(std::string const& path, osgDB::Options const* options);
 Reading<osg::Image> readPicture(std::string const& path);
-Reading<osgText::Font> readFont(std::string const& path);
+Reading<Face> readFont(std::string const& path);
 
 /// The same without the trial, for the process that makes it.
 Reading<osg::Node> readModelHere(std::string const& path, osgDB::Options const* options);
 Reading<osg::Image> readPictureHere(std::string const& path);
-Reading<osgText::Font> readFontHere(std::string const& path);
+Reading<Face> readFontHere(std::string const& path);
 
 } // namespace hyxOSG

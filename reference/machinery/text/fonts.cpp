@@ -5,9 +5,11 @@
 #include "reference/machinery/files/own_files.h"
 #include "reference/machinery/meshes/notices.h"
 #include "reference/machinery/model_files/guarded_reading.h"
-#include "reference/machinery/text/fallback_font.h"
+#include "reference/machinery/text/glyph_sheet.h"
+#include "reference/machinery/text/letters_program.h"
 
 #include <osgDB/FileUtils>
+#include <osgText/Font>
 
 #include <filesystem>
 #include <map>
@@ -33,38 +35,33 @@ bool comesAlong(std::string const& path) {
     return !folder.empty() && path.starts_with(folder);
 }
 
-std::map<std::string, osg::ref_ptr<osgText::Font>>& fonts() {
-    static std::map<std::string, osg::ref_ptr<osgText::Font>> byName;
-    return byName;
-}
-
 } // namespace
 
-osg::ref_ptr<osgText::Font> findFont(std::string const& name) {
-    auto const known = fonts().find(name);
-    if (known != fonts().end())
-        return known->second;
-    osg::ref_ptr<osgText::Font> font;
+osg::ref_ptr<Typeface> findFont(std::string const& name) {
+    static std::map<std::string, osg::ref_ptr<Typeface>> fonts;
+    auto const [place, isNew] = fonts.try_emplace(name);
+    if (!isNew)
+        return place->second;
+    osg::ref_ptr<Face> face;
     // The system's list of fonts is asked last: where there is none, that makes noise. Who lists a font has read it.
     for (auto const find : {&findOwn, &findInSystem})
         for (std::string const& file : {name, name + ".ttf"})
-            if (std::string const path = font ? "" : find(file); !path.empty())
-                font = (find == &findInSystem || comesAlong(path) ? readFontHere(path) : readFont(path)).thing;
-    return fonts()[name] = font ? new FallbackFont(font) : nullptr;
+            if (std::string const path = face ? "" : find(file); !path.empty())
+                face = (find == &findInSystem || comesAlong(path) ? readFontHere(path) : readFont(path)).thing;
+    return place->second = face ? new Typeface(face) : nullptr;
 }
 
-void releaseFonts(osg::State* state) {
-    for (auto const& [name, font] : fonts())
-        if (font)
-            font->releaseGLObjects(state);
-}
-
-osg::ref_ptr<osgText::Font> wantedFont(std::string const& name) {
-    osg::ref_ptr<osgText::Font> const font = findFont(name);
+osg::ref_ptr<Typeface> wantedFont(std::string const& name) {
+    osg::ref_ptr<Typeface> const font = findFont(name);
     if (!font)
         warn(std::filesystem::is_regular_file(name) ? "the font \"" + name + "\" cannot be read"
                                                     : missingFile("font", name));
     return font;
+}
+
+void releaseLetters(osg::State* state) {
+    GlyphSheet::releaseAll(state);
+    lettersState()->releaseGLObjects(state);
 }
 
 } // namespace hyxOSG

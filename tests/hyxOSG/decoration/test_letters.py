@@ -1,6 +1,7 @@
 """Letters of texts: in every script that an installed font has, sharp in every size, read as they were written."""
 
 import math
+import resource
 import sys
 
 import hyx
@@ -11,6 +12,7 @@ import osg
 import osgText
 import pytest
 from off_screen import OffScreen
+from PIL import Image, ImageDraw, ImageFont
 from subprocesses import run_python
 
 WIDTH, HEIGHT, DISTANCE = 600, 450, 4.0
@@ -106,6 +108,40 @@ def test_small_letters_are_told_apart(screen, road):
     assert across.min() < 0.4 * across.max()
 
 
+@pytest.mark.parametrize("pixels", [40, 150, 300])
+def test_outlines_are_equally_wide_all_round(screen, pixels):
+    screen.clear()
+    screen.decorator.setBackgroundColor(hyx.Vec3(1, 1, 1))
+    letter = hyxOSG.Text("I", hyx.Vec3(200, 60, 0), hyx.Vec4(0, 1, 0, 1))
+    letter.setAxisAlignment(hyxOSG.Text.XY_PLANE)
+    letter.setCharacterSize(pixels)
+    letter.setBackdropType(hyxOSG.Text.OUTLINE)
+    screen.decorator.getHud().addChild(letter)
+    screen.look_from(hyx.Vec3(0, -DISTANCE, 0))
+    picture = screen.app.render()[..., :3].astype(float)
+    screen.decorator.setBackgroundColor(hyx.Vec3(0, 0, 0))
+    rows, columns = numpy.nonzero((picture[..., 1] > 128) & (picture[..., 0] < 128))
+    top, left = rows.min(), columns.min()
+    black = picture.max(axis=2) < 128
+    beside, above = black[(top + rows.max()) // 2, :left].sum(), black[:top, (left + columns.max()) // 2].sum()
+    assert abs(beside - above) <= 1 and 0.03 * pixels < beside < 0.07 * pixels
+    corner = black[:top, :left].sum() / (math.pi / 4 * beside**2)
+    assert 0.8 < corner < 1.25, "a quarter of a disk"
+
+
+def test_letters_that_are_gone_take_no_memory(screen):
+    def resident():
+        with open("/proc/self/statm") as pages:
+            return int(pages.read().split()[1]) * resource.getpagesize() / 2**20
+
+    screen.write(label, "Hamburg", 400)
+    before = resident()
+    for pixels in range(100, 420, 4):
+        screen.write(label, "Hamburg", pixels)
+        screen.write(row, "Hamburg", pixels)
+    assert resident() - before < 60, "MB; each of the 162 has a page of more than 2"
+
+
 def test_a_label_is_sharp_from_the_first_picture_nearby(screen):
     def draw(distance):
         screen.clear()
@@ -117,6 +153,19 @@ def test_a_label_is_sharp_from_the_first_picture_nearby(screen):
     assert widest_edge(near) <= 2
     assert numpy.abs(screen.view() - away).max() < 0.02, "and again as it was far away"
     assert numpy.abs(draw(DISTANCE / 10) - near).max() < 0.02
+
+
+@pytest.mark.parametrize("mode", [hyxOSG.Text.TEXT, hyxOSG.Text.TEXT | hyxOSG.Text.BOUNDINGBOX])
+def test_nothing_is_left_of_a_text_that_becomes_empty(screen, mode):
+    screen.clear()
+    letters = hyxOSG.Text("H")
+    letters.setDrawMode(mode)
+    screen.scene.addChild(letters)
+    assert screen.view().max() > 0.9
+    letters.setText("")
+    assert screen.view().max() == 0
+    letters.setText("H")
+    assert screen.view().max() > 0.9
 
 
 HEBREW, ARABIC = "שלום abc", "سلام\n12"
@@ -135,6 +184,60 @@ def test_texts_are_read_as_they_were_written(written):
     assert found.getText() == written
     found.setText(HEBREW)
     assert found.getText() == HEBREW
+
+
+NOTO = "/usr/share/fonts/truetype/noto/NotoSans{}-Regular.ttf"
+WRITTEN = {
+    "Devanagari": "नमस्ते क्षेत्र हिन्दी",
+    "Thai": "สวัสดี น้ำ ที่นี่",
+    "Arabic": "السلام عليكم",
+    "Hebrew": "שָׁלוֹם עוֹלָם",
+    "Tamil": "வணக்கம் கௌ",
+    "Bengali": "বাংলা ভাষা ক্ষ",
+    "Khmer": "ភាសាខ្មែរ",
+    "Myanmar": "မြန်မာ ဘာသာ",
+}
+
+
+def ink(light):
+    rows, columns = numpy.nonzero(light > 0.3)
+    return light[rows.min() : rows.max() + 1, columns.min() : columns.max() + 1] > 0.4
+
+
+def share_near(picture, other, pixels=2):
+    """Of the ink of a picture, the share that has ink of the other one at most so far away."""
+    height, width = numpy.maximum(picture.shape, other.shape)
+    near = numpy.zeros((height + 2 * pixels, width + 2 * pixels), bool)
+    for down in range(2 * pixels + 1):
+        for right in range(2 * pixels + 1):
+            near[down : down + other.shape[0], right : right + other.shape[1]] |= other
+    rows, columns = numpy.nonzero(picture)
+    return near[rows + pixels, columns + pixels].mean()
+
+
+def alike(picture, other):
+    return min(share_near(picture, other), share_near(other, picture))
+
+
+def drawn_elsewhere(text, font, pixels, engine):
+    picture = Image.new("L", (WIDTH, HEIGHT))
+    other = ImageFont.truetype(font, pixels, layout_engine=engine)
+    ImageDraw.Draw(picture).text((20, 100), text, 255, other)
+    return ink(numpy.asarray(picture) / 255)
+
+
+@pytest.mark.parametrize("script", WRITTEN)
+def test_scripts_are_set_as_another_program_sets_them(screen, script):
+    """Letters join, stack and change places; marks stand over and under them."""
+    font, text, pixels = NOTO.format(script), WRITTEN[script], 40
+    shaped, unshaped = (drawn_elsewhere(text, font, pixels, engine) for engine in reversed(ImageFont.Layout))
+    screen.decorator.setFontName(font)
+    seen = ink(screen.write(row, text, pixels))
+    screen.decorator.setFontName("DejaVuSans")
+    assert alike(seen, shaped) > 0.97
+    assert alike(seen, unshaped) < 0.9
+    if script not in ("Arabic", "Hebrew"):  # the usual font has these itself
+        assert alike(ink(screen.write(label, text, pixels)), shaped) > 0.97, "from a font that is found"
 
 
 def make_font(folder, letters):
@@ -195,7 +298,7 @@ def drawn(folder, letter):
 
 
 @pytest.mark.parametrize(
-    "letter, package", [("ก", "fonts-noto-core"), ("日", "fonts-noto-cjk"), ("한", "fonts-noto-cjk"), ("\ue123", None)]
+    "letter, package", [("ก", "fonts-noto-core"), ("日", "fonts-noto-cjk"), ("한", "fonts-nanum"), ("\ue123", None)]
 )
 def test_letters_come_from_a_font_that_has_them(tmp_path, letter, package):
     lacking, having = tmp_path / "lacking", tmp_path / "having"
