@@ -2,8 +2,8 @@
 
 It has a function for each that they need. The first call looks the real one up, so that nothing but drawing needs a
 graphics driver, and a driver without the old libGL serves as well through EGL. The journals' library names libcurl and
-OpenSSL for remote files, that of the remote page names OpenSSL for encrypted pages, and that of messages names tickets:
-nothing here uses these.
+OpenSSL for remote files, that of the remote page names OpenSSL for encrypted pages, that of messages names tickets, and that
+of letters names GLib for programs that use it: nothing here uses these.
 """
 
 import subprocess
@@ -14,6 +14,7 @@ NAME = "libhyx_late.so"
 DRIVERS = {"libGL.so.1": ("",), "libX11.so.6": ("X",)}
 UNUSED = {
     "libcurl.so.4": ("curl_",),
+    "libglib-2.0.so.0": ("g_",),
     "libgssapi_krb5.so.2": ("gss_", "GSS_"),
     "libnorm.so.1": ("Norm",),
     "libssl.so.3": ("SSL_", "TLS_", "OPENSSL_init_ssl"),
