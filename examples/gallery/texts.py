@@ -1,4 +1,4 @@
-"""Text nodes: alignments, planes, backdrops and draw modes."""
+"""Text nodes: alignments, planes, backdrops, draw modes and scripts."""
 
 import hyx
 from hyxOSG import Text
@@ -96,6 +96,8 @@ MODES = {
     "everything": Text.TEXT | Text.BOUNDINGBOX | Text.FILLEDBOUNDINGBOX | Text.ALIGNMENT,
 }
 
+SCRIPTS = {"Arabic": "محمد", "Hindi": "हिन्दी", "Thai": "ที่นี่", "Chinese": "中国"}
+
 TILES = {
     **{readable(name): aligned(name) for name in ALIGNMENTS},
     **{readable(name): turned(name) for name in PLANES},
@@ -106,4 +108,5 @@ TILES = {
     "character size": centered(lambda node: node.setCharacterSize(0.5)),
     "position": centered(lambda node: node.setPosition(hyx.Vec3(-0.3, 0, 0.5))),
     "changed text": centered(lambda node: node.setText("new")),
+    **{name: centered(lambda node: None, written) for name, written in SCRIPTS.items()},
 }

@@ -139,6 +139,16 @@ REST = {
     "changed text": lambda t, plain: runs(ink(t).any(axis=0)) == 3 and size(t)[1] < 0.7 * size(plain)[1],
 }
 
+# How many parts the letters of a word make from left to right: by itself each would be one.
+SCRIPTS = {"Arabic": 1, "Hindi": 1, "Thai": 2, "Chinese": 2}
+
+
+@pytest.mark.parametrize("label", SCRIPTS)
+def test_script(drawn, label):
+    letters = ink(drawn[1]["text"][label])
+    assert runs(letters.any(axis=0)) == SCRIPTS[label]
+    assert runs(letters.any(axis=1)) == (3 if label == "Thai" else 1), "vowels and tones stand over each other"
+
 
 @pytest.mark.parametrize("label", REST)
 def test_rest(drawn, label):
@@ -146,4 +156,4 @@ def test_rest(drawn, label):
 
 
 def test_every_tile_has_a_test():
-    assert {*ALIGNMENTS, *PLANES, *BACKDROPS, *MODES, *REST} == set(tiles_of("text"))
+    assert {*ALIGNMENTS, *PLANES, *BACKDROPS, *MODES, *SCRIPTS, *REST} == set(tiles_of("text"))
