@@ -1,9 +1,9 @@
 """Makes the library through which the others reach those that a driver, a display or nobody brings.
 
 It has a function for each that they need. The first call looks the real one up, so that nothing but drawing needs a
-graphics driver, and a driver without the old libGL serves as well through EGL. The journals' library names libcurl and
-OpenSSL for remote files, that of the remote page names OpenSSL for encrypted pages, that of messages names tickets, and that
-of letters names GLib for programs that use it: nothing here uses these.
+graphics driver, and a driver without the old libGL serves as well through EGL. Nothing here uses what else is named:
+libcurl and OpenSSL by the library of journals for remote files, OpenSSL by that of the remote page for encrypted pages,
+tickets by that of messages, GLib by that of letters for programs that use it.
 """
 
 import subprocess
