@@ -28,7 +28,7 @@ bool moves(osg::Transform const& node) {
     return body && body->getMotionControl() != hyx::RigidBody::STATIC;
 }
 
-/// The boxes around all content and around what moves, and where planes are.
+/// The boxes around what rests and around each thing that moves, and where planes are.
 class Surveyor : public osg::ComputeBoundsVisitor {
 public:
     void apply(osg::Transform& transform) override {
@@ -50,29 +50,45 @@ public:
     }
 
     void apply(osg::Drawable& drawable) override {
-        osg::BoundingBox const former = _bb;
-        if (m_moving) {
-            _bb = moving;
-            osg::ComputeBoundsVisitor::apply(drawable);
-            moving = _bb;
-            _bb = former;
-        }
+        osg::BoundingBox const resting = _bb;
+        if (m_moving)
+            _bb.init();
         osg::ComputeBoundsVisitor::apply(drawable);
+        if (m_moving) {
+            moving.push_back(_bb);
+            _bb = resting;
+        }
     }
 
-    osg::BoundingBox moving;
+    std::vector<osg::BoundingBox> moving;
     std::vector<osg::Plane> planes;
 
 private:
     bool m_moving = false;
 };
 
+/// The boxes around what moves and around all, without the few things that have fallen past what rests.
+struct Framed {
+    explicit Framed(Surveyor& seen) : all(seen.getBoundingBox()) {
+        auto const isBelow = [&](osg::BoundingBox const& box) { return all.valid() && box.zMax() < all.zMin(); };
+        auto const numBelow = std::count_if(seen.moving.begin(), seen.moving.end(), isBelow);
+        bool const fewFell = 2 * std::size_t(numBelow) < seen.moving.size(); // what hangs is below, too
+        for (osg::BoundingBox const& box : seen.moving)
+            if (!fewFell || !isBelow(box))
+                moving.expandBy(box);
+        all.expandBy(moving);
+    }
+
+    osg::BoundingBox all, moving;
+};
+
 /// The height of the ground below `place`: of the highest plane, or of what lies lowest.
-std::optional<double> groundBelow(osg::Vec3d const& place, Surveyor& seen) {
+std::optional<double> groundBelow(osg::Vec3d const& place, osg::BoundingBox const& all,
+                                  std::vector<osg::Plane> const& planes) {
     std::optional<double> ground;
-    if (seen.getBoundingBox().zMin() < place.z())
-        ground = seen.getBoundingBox().zMin();
-    for (osg::Plane const& plane : seen.planes) {
+    if (all.zMin() < place.z())
+        ground = all.zMin();
+    for (osg::Plane const& plane : planes) {
         if (std::abs(plane[2]) < 0.5)
             continue;
         double const height = place.z() - plane.distance(place) / plane[2];
@@ -82,24 +98,23 @@ std::optional<double> groundBelow(osg::Vec3d const& place, Surveyor& seen) {
     return ground;
 }
 
-osg::BoundingBox withGround(osg::BoundingBox box, Surveyor& seen) {
-    auto const ground = groundBelow(box.center(), seen);
-    if (ground && *ground < box.zMin() && box.center().z() - *ground < farthestGround * box.radius())
-        box.zMin() = static_cast<float>(*ground);
-    return box;
-}
-
 osg::BoundingBox framed(Surveyor& seen) {
-    osg::BoundingBox const all = seen.getBoundingBox();
-    if (!seen.moving.valid())
-        return all;
-    osg::BoundingBox const subject = withGround(seen.moving, seen);
-    if (all.radius() < muchLarger * subject.radius())
-        return withGround(all, seen);
+    Framed const boxes(seen);
+    auto const withGround = [&](osg::BoundingBox box) {
+        auto const ground = groundBelow(box.center(), boxes.all, seen.planes);
+        if (ground && *ground < box.zMin() && box.center().z() - *ground < farthestGround * box.radius())
+            box.zMin() = static_cast<float>(*ground);
+        return box;
+    };
+    if (!boxes.moving.valid())
+        return boxes.all;
+    osg::BoundingBox const subject = withGround(boxes.moving);
+    if (boxes.all.radius() < muchLarger * subject.radius())
+        return withGround(boxes.all);
     osg::Vec3 const reach = osg::Vec3(subject.radius(), subject.radius(), 0) * surroundings;
     osg::BoundingBox wide(subject.center() - reach, subject.center() + reach);
     wide.expandBy(subject);
-    return wide.intersect(all);
+    return wide.intersect(boxes.all);
 }
 
 } // namespace

@@ -61,6 +61,22 @@ def test_falling_bodies_stay_in_the_first_view_until_they_lie_on_a_wide_ground(s
     assert_in_the_picture(stage.app.render(), 0.01)
 
 
+def test_what_has_fallen_off_does_not_count(stage):
+    add(stage, hyxCollide.Box(2, 2, 0.1), (0, 0, -0.1), static=True)
+    for x in range(3):
+        add(stage, hyxCollide.Box(0.4, 0.4, 0.4), (1.2 * x - 1.2, 0, 0.4))
+    add(stage, hyxCollide.Box(0.4, 0.4, 0.4), (3, 0, -60))
+    assert_in_the_picture(stage.app.render(), 0.03)
+
+
+def test_what_hangs_below_what_rests_is_in_the_first_view(stage):
+    add(stage, hyxCollide.Box(0.1, 0.1, 0.1), (0, 0, 8), static=True)
+    for z in range(4):
+        add(stage, hyxCollide.Box(0.3, 0.3, 0.9), (0, 0, 2 * z))
+    assert_in_the_picture(stage.app.render(), 0.02)
+    assert numpy.ptp(red(stage.app.render())[:, 0]) > 0.5 * HEIGHT
+
+
 def test_later_pictures_keep_the_view(stage):
     stage.app.render()  # nothing to see yet
     body = add(stage, hyxCollide.Box(0.5, 0.5, 0.5), (0, 0, 0))
