@@ -76,8 +76,10 @@ class ColorScale:
         if not span > 0 or not math.isfinite(span):
             return [self.low]
         size = 10.0 ** math.floor(math.log10(span / most))
-        step = next(size * m for m in (1, 2, 2.5, 5, 10, 20) if span / (size * m) <= most - 1)
-        first, last = math.ceil(self.low / step - 1e-9), math.floor(self.high / step + 1e-9)
+        for step in (size * factor for factor in (1, 2, 2.5, 5, 10, 20, 50)):
+            first, last = math.ceil(self.low / step - 1e-9), math.floor(self.high / step + 1e-9)
+            if last - first < most:
+                break
         return [number * step for number in range(first, last + 1)]
 
     def __repr__(self) -> str:
