@@ -61,7 +61,7 @@ osg::ref_ptr<Typeface> wantedFont(std::string const& name) {
 
 void releaseLetters(osg::State* state) {
     GlyphSheet::releaseAll(state);
-    lettersState()->releaseGLObjects(state);
+    releaseLettersPrograms(state);
 }
 
 } // namespace hyxOSG

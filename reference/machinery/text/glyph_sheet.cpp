@@ -102,9 +102,6 @@ osg::ref_ptr<osg::Texture2D> GlyphSheet::makeTexture(int width, int height) cons
     bool const onPixels = m_meeting == Meeting::ON_PIXELS;
     texture->setFilter(osg::Texture::MAG_FILTER, osg::Texture::LINEAR);
     texture->setFilter(osg::Texture::MIN_FILTER, onPixels ? osg::Texture::LINEAR : osg::Texture::LINEAR_MIPMAP_LINEAR);
-    // Anisotropic filters keep slanting texts legible. Facing ones they blur: software renderers take a mean of three
-    // pixels.
-    texture->setMaxAnisotropy(m_meeting == Meeting::SLANTING ? 16 : 1);
     return texture;
 }
 

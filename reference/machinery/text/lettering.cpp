@@ -68,7 +68,7 @@ Lettering::Lettering(Lettering const& other, osg::CopyOp const& copying)
 }
 
 osg::StateSet* Lettering::createStateSet() {
-    return lettersState();
+    return lettersState(m_sheet && m_sheet->meeting() == Meeting::SLANTING);
 }
 
 void Lettering::write(std::string const& text) {
@@ -188,6 +188,7 @@ void Lettering::fitSheet(osgUtil::CullVisitor& view) {
                       m_sheet->pixels() < (onPixels ? needed + 1 : needed * 3 / 2);
     if (!fits) {
         m_sheet = GlyphSheet::share(needed, meeting);
+        assignStateSet();
         m_laid = false;
     }
     if (Grain const grain = onPixels ? Grain{needed, true} : unhinted; grain != m_grain) {
