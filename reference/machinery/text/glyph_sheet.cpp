@@ -13,6 +13,12 @@ std::map<std::pair<unsigned int, Meeting>, GlyphSheet*>& sheets() {
     return *shared;
 }
 
+/// Glyphs begin at multiples of this, so that they look alike in the coarser levels wherever they are.
+int wholeBlocks(int texels) {
+    constexpr int block = 4;
+    return (texels + block - 1) / block * block;
+}
+
 } // namespace
 
 osg::ref_ptr<GlyphSheet> GlyphSheet::share(unsigned int pixels, Meeting meeting) {
@@ -45,7 +51,8 @@ SheetGlyph const& GlyphSheet::find(Face& face, unsigned int glyph, float stroke)
 SheetGlyph GlyphSheet::lay(GlyphPicture const& picture) {
     if (picture.coverage.empty())
         return {};
-    int const width = int(picture.width) + 2 * m_margin, height = int(picture.height) + 2 * m_margin;
+    int const width = wholeBlocks(int(picture.width) + 2 * m_margin);
+    int const height = wholeBlocks(int(picture.height) + 2 * m_margin);
     Page& page = pageWithRoom(width, height);
     osg::Image& image = *page.texture->getImage();
     for (unsigned int row = 0; row < picture.height; ++row)

@@ -34,11 +34,11 @@ float coverageAt(vec2 place) {
     vec2 across = dFdx(place), up = dFdy(place);
     vec2 longer = dot(across, across) > dot(up, up) ? across : up;
     float ratio = length(longer) / max(min(length(across), length(up)), 1e-9);
-    float finer = -log2(clamp(ratio, 1.0, reads));
-    longer *= min(1.0, farthest / max(length(longer), 1e-9));
+    float parts = clamp(ratio, 1.0, reads);
+    longer *= (1.0 - 1.0 / parts) * min(1.0, farthest / max(length(longer), 1e-9));
     float sum = 0.0;
-    for (float part = 0.5; part < reads; part += 1.0)
-        sum += texture2D(page, place + longer * (part / reads - 0.5), finer).a;
+    for (float read = 0.0; read < reads; read += 1.0)
+        sum += texture2D(page, place + longer * (read / (reads - 1.0) - 0.5), -log2(parts)).a;
     return sum / reads;
 }
 )";

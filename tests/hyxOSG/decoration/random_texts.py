@@ -1,4 +1,4 @@
-"""random_texts.py SEED: makes, changes and removes texts at random in up to three applications, and draws them."""
+"""Makes, changes and removes texts at random in up to three applications, and draws them: random_texts.py SEED."""
 
 import gc
 import random
