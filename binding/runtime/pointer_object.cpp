@@ -24,6 +24,8 @@ SwigPyObject* as_pointer_object(PyObject* object) noexcept {
 
 // Tells what is lent from the undefined padding that stands there in objects of siblings.
 constexpr std::int32_t lent_mark = 0x6c656e74;
+constexpr std::int32_t used_mark = 0x75730000; // plus how many calls use it
+constexpr std::int32_t most_uses = 0x3fff;     // more than the stack has room for
 
 // A pointer into the memory of another object.
 struct View {
@@ -64,9 +66,9 @@ PyObject* disown(PyObject* self, PyObject*) noexcept {
 }
 
 bool refuse_owning(SwigPyObject const* object) noexcept {
-    if (object->lent == lent_mark)
+    if (object->mark == lent_mark)
         PyErr_SetString(PyExc_ValueError, "the object lies inside of another one and cannot be owned");
-    return object->lent == lent_mark;
+    return object->mark == lent_mark;
 }
 
 PyObject* acquire(PyObject* self, PyObject*) noexcept {
@@ -174,7 +176,7 @@ void deallocate(PyObject* self) noexcept {
             return;
         }
     }
-    object->lent = 0; // nothing of the mark for who gets the memory next
+    object->mark = 0; // nothing of the mark for who gets the memory next
     PyTypeObject* type = Py_TYPE(self);
     release_views(object->next);
     if (type == view_type()) {
@@ -250,7 +252,7 @@ void fill(SwigPyObject* object, void* ptr, swig_type_info* ty, int own) noexcept
     object->ptr = ptr;
     object->ty = ty;
     object->own = own;
-    object->lent = 0;
+    object->mark = 0;
     object->next = nullptr;
 }
 
@@ -274,11 +276,31 @@ void runtime::set_destroyer(swig_type_info* type, void (*destroy)(void*)) {
 
 void runtime::lend(PyObject* pointer_object) noexcept {
     if (Py_IS_TYPE(pointer_object, SwigPyObject_type()) || Py_IS_TYPE(pointer_object, view_type()))
-        as_pointer_object(pointer_object)->lent = lent_mark;
+        as_pointer_object(pointer_object)->mark = lent_mark;
 }
 
 bool runtime::is_lent(PyObject* pointer_object) noexcept {
-    return as_pointer_object(pointer_object)->lent == lent_mark;
+    return as_pointer_object(pointer_object)->mark == lent_mark;
+}
+
+bool runtime::is_used(SwigPyObject const* pointer_object) noexcept {
+    return pointer_object->mark > used_mark && pointer_object->mark <= used_mark + most_uses;
+}
+
+runtime::Use::Use(SwigPyObject* pointer_object) noexcept : object_(pointer_object) {
+    if (!object_)
+        return;
+    Py_INCREF(object_);
+    if (object_->mark != lent_mark)
+        object_->mark = is_used(object_) ? object_->mark + 1 : used_mark + 1;
+}
+
+runtime::Use::~Use() {
+    if (!object_)
+        return;
+    if (is_used(object_) && --object_->mark == used_mark)
+        object_->mark = 0;
+    Py_DECREF(object_);
 }
 
 PyTypeObject* SwigPyObject_type() noexcept {
@@ -305,7 +327,7 @@ PyObject* SwigPyObject_CreateView(void* ptr, swig_type_info* ty, PyObject* conta
     if (!view)
         return nullptr;
     fill(&view->object, ptr, ty, 0);
-    view->object.lent = lent_mark;
+    view->object.mark = lent_mark;
     view->container = Py_XNewRef(container);
     return reinterpret_cast<PyObject*>(view);
 }

@@ -5,12 +5,14 @@
 
 #include <Python.h>
 
+#include <utility>
+
 // Read by sibling modules in this order after the object header.
 struct SwigPyObject {
     PyObject_HEAD void* ptr; // the native object
     swig_type_info* ty;      // its descriptor, may be NULL
     std::int32_t own;        // exactly 1: Python deletes the native object with this one
-    std::int32_t lent;       // marks memory that is another object's, which nobody may own; undefined in siblings
+    std::int32_t mark;       // lent or used, see below; undefined in siblings
     PyObject* next;          // further views of the same Python instance, owned; may be NULL
 };
 
@@ -65,6 +67,28 @@ inline void (*view_ended)(SwigPyObject* view) = nullptr;
 // Marks what points into another object's memory: nobody can own it.
 void lend(PyObject* pointer_object) noexcept;
 bool is_lent(PyObject* pointer_object) noexcept;
+
+// Holds the pointer object of an object that a call uses while code of the user runs: meanwhile nobody may delete the
+// native one. Calls nest.
+class Use {
+public:
+    explicit Use(SwigPyObject* pointer_object = nullptr) noexcept;
+    Use(Use const&) = delete;
+
+    Use(Use&& other) noexcept : object_(std::exchange(other.object_, nullptr)) {}
+
+    Use& operator=(Use other) noexcept {
+        std::swap(object_, other.object_);
+        return *this;
+    }
+
+    ~Use();
+
+private:
+    SwigPyObject* object_;
+};
+
+bool is_used(SwigPyObject const* pointer_object) noexcept;
 
 } // namespace runtime
 

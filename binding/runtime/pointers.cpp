@@ -111,7 +111,7 @@ PyObject* new_typed_object(PyTypeObject* type, void* ptr, swig_type_info* ty, in
     object->ptr = ptr;
     object->ty = ty;
     object->own = own;
-    object->lent = 0;
+    object->mark = 0;
     object->next = nullptr;
     return reinterpret_cast<PyObject*>(object);
 }

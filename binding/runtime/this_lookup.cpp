@@ -91,9 +91,7 @@ PyObject* from_dict(PyObject* object, Py_ssize_t offset) noexcept {
 // Attributes "this" that lead to further ones, perhaps in a ring, are not followed longer than this.
 constexpr int longest_way = 1000;
 
-} // namespace
-
-SwigPyObject* SWIG_Python_GetSwigThis(PyObject* object) noexcept {
+SwigPyObject* follow(PyObject* object, bool may_ask) noexcept {
     for (int steps = 0; object; ++steps) {
         Route const& route = route_of(Py_TYPE(object));
         if (route.road == Road::pointer_object)
@@ -110,9 +108,19 @@ SwigPyObject* SWIG_Python_GetSwigThis(PyObject* object) noexcept {
         case Road::nowhere:
             return nullptr;
         default:
-            object = ask(object);
+            object = may_ask ? ask(object) : nullptr;
             break;
         }
     }
     return reinterpret_cast<SwigPyObject*>(object);
+}
+
+} // namespace
+
+SwigPyObject* SWIG_Python_GetSwigThis(PyObject* object) noexcept {
+    return follow(object, true);
+}
+
+SwigPyObject* runtime::find_kept_this(PyObject* object) noexcept {
+    return follow(object, false);
 }

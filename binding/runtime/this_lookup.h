@@ -73,4 +73,7 @@ inline SwigPyObject* find_this(PyObject* object) noexcept {
     return handle ? handle : SWIG_Python_GetSwigThis(object);
 }
 
+// The pointer object that an object keeps, found without running code of the user; NULL where that would be needed.
+SwigPyObject* find_kept_this(PyObject* object) noexcept;
+
 } // namespace runtime

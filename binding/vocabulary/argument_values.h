@@ -42,6 +42,16 @@ inline int convert_uint32(PyObject* object, Slot& slot) noexcept {
     return status == SWIG_OK && slot.natural > UINT_MAX ? int(SWIG_OverflowError) : status;
 }
 
+// For who deletes the native object. Another call that has not ended may use it.
+inline int convert_disowned(PyObject* object, swig_type_info* type, void** result) noexcept {
+    SwigPyObject const* const handle = runtime::find_kept_this(object);
+    if (handle && runtime::is_used(handle)) {
+        PyErr_SetString(PyExc_RuntimeError, "the object is used by a call that has not ended and cannot be deleted");
+        return SWIG_UserError;
+    }
+    return SWIG_Python_ConvertPtrAndOwn(object, result, type, PointerConversion::disowning);
+}
+
 inline int convert_text(PyObject* object, Slot& slot) noexcept {
     char* text = nullptr;
     int const status = SWIG_AsCharPtrAndSize(object, &text, nullptr, nullptr);
@@ -85,8 +95,7 @@ inline int convert_value(Parameter const& parameter, PyObject* object, Slot& slo
     case Kind::untyped:
         return SWIG_Python_ConvertPtrAndOwn(object, &slot.pointer, nullptr);
     case Kind::disowned:
-        return SWIG_Python_ConvertPtrAndOwn(object, &slot.pointer, swig_types[parameter.type],
-                                            PointerConversion::disowning);
+        return convert_disowned(object, swig_types[parameter.type], &slot.pointer);
     case Kind::pointer:
         break;
     }

@@ -9,6 +9,7 @@
 #include "binding/runtime/user_code.h"
 #include "binding/runtime/values.h"
 #include "binding/vocabulary/argument_values.h"
+#include "binding/vocabulary/candidates.h"
 #include "binding/vocabulary/conversions.h"
 #include "binding/vocabulary/own_turns.h"
 #include "binding/vocabulary/refusal.h"
@@ -76,53 +77,6 @@ private:
     std::uint32_t null_ = 0;
 };
 
-// The arguments of a dispatched call with their pointer objects, each looked up at most once.
-struct Candidates {
-    PyObject* const* arguments;
-    SwigPyObject* handles[most_arguments];
-    std::uint32_t known = 0;
-    // The last type that an argument converted to, for those in `converted`: several forms often want the same.
-    std::uint32_t converted = 0;
-    swig_type_info* types[most_arguments];
-    void* pointers[most_arguments];
-    unsigned long runs = runtime::user_code_runs;
-    bool may_have_raised = false; // a conversion that has left an error of the user's own
-
-    void forget_what_may_have_ended() noexcept {
-        if (runs == runtime::user_code_runs)
-            return;
-        known = converted = 0;
-        runs = runtime::user_code_runs;
-        may_have_raised = true;
-    }
-
-    SwigPyObject* handle(std::size_t index) noexcept {
-        forget_what_may_have_ended();
-        if (!(known & 1u << index)) {
-            handles[index] = runtime::find_this(arguments[index]);
-            forget_what_may_have_ended();
-            known |= 1u << index;
-        }
-        return handles[index];
-    }
-
-    bool convert(std::size_t index, swig_type_info* type, Slot& slot) noexcept {
-        if (PyUnicode_CheckExact(arguments[index])) // often the first argument that tells forms apart
-            return false;
-        SwigPyObject* const found = handle(index);
-        if (!found)
-            return false;
-        if (!(converted & 1u << index) || types[index] != type) {
-            if (convert_handles(found, type, &pointers[index]) != SWIG_OK)
-                return false;
-            types[index] = type;
-            converted |= 1u << index;
-        }
-        slot.pointer = pointers[index];
-        return true;
-    }
-};
-
 // Refuses a null pointer where the parameter is a reference.
 bool refuse_null(Parameter const& parameter, Slot slot) noexcept {
     if (slot.pointer || !parameter.reference)
@@ -159,6 +113,14 @@ inline bool convert_at_once(Parameter const& parameter, PyObject* object, Slot& 
     return parameter.kind == Kind::boolean && PyBool_Check(object);
 }
 
+// Makes a native call that can run code of the user, which must not end what the call uses.
+[[gnu::noinline]] PyObject* call_with_uses(Form const& form, Call const& call) {
+    runtime::Use uses[most_arguments];
+    for (std::size_t i = 0; i < call.count; ++i)
+        uses[i] = runtime::Use(runtime::find_kept_this(call.arguments[i]));
+    return form.thunk(call);
+}
+
 // Makes the native call with converted arguments.
 inline PyObject* invoke(Form const& form, Slot const* slots, PyObject* const* arguments, std::size_t count) {
     if (form.needs_self && !slots[0].pointer) [[unlikely]] {
@@ -169,7 +131,8 @@ inline PyObject* invoke(Form const& form, Slot const* slots, PyObject* const* ar
     if (hyxPython::nativeWorkRuns.load(std::memory_order_relaxed)) [[unlikely]]
         wait_before(form);
     try {
-        result = form.thunk(Call{slots, arguments, count});
+        Call const call{slots, arguments, count};
+        result = form.reads_objects ? call_with_uses(form, call) : form.thunk(call);
     } catch (...) {
         form.translate();
         return fail();
@@ -183,27 +146,47 @@ inline PyObject* invoke(Form const& form, Slot const* slots, PyObject* const* ar
     return result;
 }
 
-// Code of the user that ran in between may have deleted or exchanged what earlier arguments held: a pointer that they
-// hold no more is converted again, and one that is gone is null. False with an error set.
+// Code of the user that ran in between may have deleted or exchanged what earlier arguments held: their pointers are
+// taken anew, last those that need no code for it. False with an error set.
 [[gnu::noinline]] bool renew(Form const& form, Slot* slots, PyObject* const* arguments, std::size_t count) {
-    for (std::size_t i = 0; i < count; ++i)
-        if (form.parameters[i].kind == Kind::pointer && runtime::find_this_at_once(arguments[i]) &&
-            convert_argument(form.parameters[i], arguments[i], slots[i]) < 0)
-            return false;
+    for (bool at_once : {false, true})
+        for (std::size_t i = 0; i < count; ++i)
+            if (form.parameters[i].kind == Kind::pointer &&
+                (runtime::find_this_at_once(arguments[i]) != nullptr) == at_once &&
+                convert_argument(form.parameters[i], arguments[i], slots[i]) < 0)
+                return false;
     return true;
 }
 
+// How many of a call's arguments had been converted when code of the user last ran.
+class Earlier {
+public:
+    void converted(std::size_t index) noexcept {
+        if (runs_ == runtime::user_code_runs)
+            return;
+        runs_ = runtime::user_code_runs;
+        count_ = index;
+    }
+
+    std::size_t count() const noexcept { return count_; }
+
+private:
+    unsigned long runs_ = runtime::user_code_runs;
+    std::size_t count_ = 0;
+};
+
 PyObject* call_form(Form const& form, PyObject* const* arguments, std::size_t count) {
     Slots slots(form);
-    unsigned long const runs = runtime::user_code_runs;
+    Earlier earlier;
     for (std::size_t i = 0; i < count; ++i) {
         int const status = convert_argument(form.parameters[i], arguments[i], slots.slots[i]);
+        earlier.converted(i);
         if (status == SWIG_NEWOBJ)
             slots.mark_made(i);
         if (status < 0)
             return refuse_argument(status, i, arguments, count);
     }
-    if (runs != runtime::user_code_runs && !renew(form, slots.slots, arguments, count))
+    if (earlier.count() != 0 && !renew(form, slots.slots, arguments, earlier.count()))
         return fail();
     return invoke(form, slots.slots, arguments, count);
 }
@@ -211,15 +194,16 @@ PyObject* call_form(Form const& form, PyObject* const* arguments, std::size_t co
 // The same for a form without temporaries.
 PyObject* call_direct(Form const& form, PyObject* const* arguments, std::size_t count) {
     Slot slots[most_arguments];
-    unsigned long const runs = runtime::user_code_runs;
+    Earlier earlier;
     for (std::size_t i = 0; i < count; ++i) {
         Parameter const& parameter = form.parameters[i];
         if (convert_at_once(parameter, arguments[i], slots[i]))
             continue;
         if (int const status = convert_argument(parameter, arguments[i], slots[i]); status < 0)
             return refuse_argument(status, i, arguments, count);
+        earlier.converted(i);
     }
-    if (runs != runtime::user_code_runs && !renew(form, slots, arguments, count)) [[unlikely]]
+    if (earlier.count() != 0 && !renew(form, slots, arguments, earlier.count())) [[unlikely]]
         return fail();
     return invoke(form, slots, arguments, count);
 }

@@ -36,6 +36,11 @@ class FormOf {
         return ((ParameterOf<P>::kind == Kind::converted) || ...);
     }
 
+    template <class... P>
+    static constexpr bool reads_objects(Types<P...>) {
+        return ((ParameterOf<P>::kind == Kind::object || ParameterOf<P>::kind == Kind::slice) || ...);
+    }
+
     static PyObject* thunk(Call const& call) { return F::finish(F::template invoke<F::hold>(call), call); }
 
 public:
@@ -46,6 +51,7 @@ public:
         F::required,
         F::may_call_back,
         makes_temporaries(Parameters{}),
+        reads_objects(Parameters{}),
         F::has_self && !F::disowns && F::role != Role::disown,
         thunk,
         F::template translate<Name>,

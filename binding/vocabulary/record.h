@@ -76,6 +76,7 @@ struct Form {
     std::uint8_t minimum;   // without those that have defaults
     bool may_call_back;     // the native call can run Python code, which can leave an error pending
     bool makes_temporaries; // some argument's conversion can make an object that is released after the call
+    bool reads_objects;     // the native call reads Python objects itself, which can run code of the user
     bool needs_self;        // a null self is refused once all arguments have converted
     PyObject* (*thunk)(Call const& call); // makes the native call; may throw
     void (*translate)();                  // called in a handler: turns the native exception into a Python one
@@ -114,8 +115,9 @@ struct Trial {
 struct Shower {
     PyObject* const* arguments;
     PyObject* (*show)(void* object, swig_type_info* type); // a new reference, or NULL to leave it to the caller
-    // Before a delete function drops the constructor's reference: whether the proxy has dropped one of its own instead.
-    // What a proxy shows then may end at any time: it shows nothing more, unless native code calls it.
+    // Before a delete function drops the constructor's reference: whether the proxy has dropped one of its own instead,
+    // or has had that one dropped before. What a proxy shows then may end at any time: it shows nothing more, unless
+    // native code calls it.
     bool (*let_go)(PyObject* proxy);
 };
 
