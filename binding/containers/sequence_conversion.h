@@ -60,6 +60,8 @@ struct traits_asptr_stdseq {
                 return SWIG_OK;
             }
         }
+        if (runtime::is_ending())
+            return SWIG_UserError;
         auto const iterator = runtime::iterate(object);
         if (!iterator) {
             if (is_of_user())

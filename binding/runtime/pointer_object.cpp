@@ -2,6 +2,7 @@
 #include "binding/runtime/pointer_object.h"
 
 #include "binding/runtime/client_data.h"
+#include "binding/runtime/errors.h"
 #include "binding/runtime/reference.h"
 #include "binding/runtime/state.h"
 #include "binding/runtime/type_chain.h"
@@ -86,7 +87,9 @@ PyObject* own(PyObject* self, PyObject* args) noexcept {
     bool const before = object->own;
     if (value) {
         bool const owned = PyObject_IsTrue(value) != 0; // a failing truth test counts as true
-        PyErr_Clear();
+        runtime::clear_error();
+        if (PyErr_Occurred())
+            return nullptr;
         if (owned && refuse_owning(object))
             return nullptr;
         object->own = owned;

@@ -2,6 +2,8 @@
 #include "binding/vocabulary/guards.h"
 
 #include "binding/directors/director.h"
+#include "binding/runtime/reference.h"
+#include "binding/runtime/values.h"
 #include "platform/hyx/objects/notify.h"
 
 #include <Python.h>
@@ -16,9 +18,12 @@
 
 namespace {
 
+using runtime::Reference;
+
 void set_error(PyObject* type, char const* text) {
-    if (!PyErr_Occurred())
-        PyErr_SetString(type, text);
+    Reference const decoded = PyErr_Occurred() ? Reference() : Reference::take(SWIG_FromCharPtr(text));
+    if (decoded)
+        PyErr_SetObject(type, decoded.get());
 }
 
 bool set_attribute(PyObject* error, char const* name, PyObject* value) {
@@ -31,10 +36,10 @@ bool set_attribute(PyObject* error, char const* name, PyObject* value) {
 // the proxies turn it. An error that is set already stays.
 template <class Describe>
 void set_described_error(char const* text, Describe describe) {
-    PyObject* error = PyErr_Occurred() ? nullptr : PyObject_CallFunction(PyExc_RuntimeError, "s", text);
-    if (error && describe(error))
-        PyErr_SetObject(PyExc_RuntimeError, error);
-    Py_XDECREF(error);
+    Reference const decoded = PyErr_Occurred() ? Reference() : Reference::take(SWIG_FromCharPtr(text));
+    Reference const error = Reference::take(decoded ? PyObject_CallOneArg(PyExc_RuntimeError, decoded.get()) : nullptr);
+    if (error && describe(error.get()))
+        PyErr_SetObject(PyExc_RuntimeError, error.get());
 }
 
 void set_system_error(std::system_error const& failure, std::string const& path) {

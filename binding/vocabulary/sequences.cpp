@@ -8,6 +8,7 @@
 #include "binding/runtime/reference.h"
 #include "binding/runtime/state.h"
 #include "binding/runtime/type_chain.h"
+#include "binding/runtime/values.h"
 #include "binding/vocabulary/guards.h"
 
 #include <stdexcept>
@@ -31,7 +32,7 @@ void raise_invalid_argument(std::invalid_argument const& error) {
     PyObject* const cls = exception_class(type);
     Reference const native =
         Reference::take(SWIG_Python_NewPointerObj(new std::invalid_argument(error), type, PointerResult::owned_bare));
-    Reference const arguments = Reference::take(Py_BuildValue("(s)", error.what()));
+    Reference const arguments = Reference::take(Py_BuildValue("(N)", SWIG_FromCharPtr(error.what())));
     if (!native || !arguments)
         return;
     Reference const raised = Reference::take(

@@ -3,6 +3,7 @@
 import gc
 import weakref
 
+import _hyxOSG
 import _sample
 import pytest
 from subprocesses import run_python
@@ -114,15 +115,29 @@ assert _sample.live_bases() < 100
 """)
 
 
-def test_an_interrupt_while_this_is_computed_arrives():
+@pytest.mark.parametrize("interrupt", [KeyboardInterrupt, SystemExit, GeneratorExit])
+@pytest.mark.parametrize(
+    "function", [_sample.base_value, _sample.which, _sample.delete_Base, _hyxOSG.new_LidarOutputRendererLegend]
+)
+def test_an_interrupt_while_this_is_computed_arrives(function, interrupt):
     class Interrupted:
         @property
         def this(self):
+            raise interrupt
+
+    with pytest.raises(interrupt):
+        function(Interrupted())
+
+
+def test_an_interrupted_truth_test_is_no_truth():
+    class Interrupted:
+        def __bool__(self):
             raise KeyboardInterrupt
 
-    for function in (_sample.base_value, _sample.which):
-        with pytest.raises(KeyboardInterrupt):
-            function(Interrupted())
+    handle = pointer()
+    with pytest.raises(KeyboardInterrupt):
+        handle.own(Interrupted())
+    assert handle.own() is False
 
 
 def test_a_deleted_object_is_null_to_its_pointer_object():

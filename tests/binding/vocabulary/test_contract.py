@@ -1,5 +1,7 @@
 """What every wrapped function does: conventions, messages, ownership, exceptions, choice among forms."""
 
+import ctypes
+
 import _sample
 import pytest
 from subprocesses import run_python
@@ -80,6 +82,12 @@ def test_native_exceptions_become_python_errors():
     assert message(_sample.throw_other, error=RuntimeError) == "Unknown exception"
     assert message(_sample.throw_out_of_range, error=RuntimeError) == "beyond"
     assert message(_sample.throw_from_container, error=IndexError) == "beyond"
+
+
+def test_texts_of_native_exceptions_may_be_no_utf8():
+    bytes_ = ctypes.create_string_buffer(b"caf\xe9 \xff")
+    text = _sample.wrap_address(ctypes.addressof(bytes_), "char *")
+    assert message(_sample.throw_standard, text, error=RuntimeError) == "caf\udce9 \udcff"
 
 
 def test_listener_style_functions_notify_and_return_nothing():
