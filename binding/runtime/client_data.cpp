@@ -75,6 +75,10 @@ PyObject* SWIG_Python_NewShadowInstance(SwigPyClientData* data, PyObject* swig_t
     if (!keywords)
         return nullptr;
     auto* type = reinterpret_cast<PyTypeObject*>(data->newargs);
+    if (!PyType_Check(data->newargs) || !type->tp_new) {
+        PyErr_Format(PyExc_TypeError, "cannot create instances of the proxy class %R", data->newargs);
+        return nullptr;
+    }
     Reference instance = Reference::take(type->tp_new(type, arguments.get(), keywords.get()));
     if (!instance || PyObject_SetAttr(instance.get(), SWIG_This(), swig_this) != 0)
         return nullptr;

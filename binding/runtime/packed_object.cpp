@@ -26,17 +26,22 @@ struct Encoding {
     char text[longest_encoding] = "";
 };
 
+// Objects that a script makes by calling the type are empty.
+char const* type_name_of(SwigPyPacked const& packed) noexcept {
+    return packed.ty ? packed.ty->name : "unknown";
+}
+
 PyObject* represent(PyObject* self) noexcept {
     SwigPyPacked& packed = *as_packed(self);
     Encoding const encoding(packed);
-    return encoding.fits() ? PyUnicode_FromFormat("<Swig Packed at %s%s>", encoding.text, packed.ty->name)
-                           : PyUnicode_FromFormat("<Swig Packed %s>", packed.ty->name);
+    return encoding.fits() ? PyUnicode_FromFormat("<Swig Packed at %s%s>", encoding.text, type_name_of(packed))
+                           : PyUnicode_FromFormat("<Swig Packed %s>", type_name_of(packed));
 }
 
 PyObject* to_text(PyObject* self) noexcept {
     SwigPyPacked& packed = *as_packed(self);
     Encoding const encoding(packed);
-    return PyUnicode_FromFormat("%s%s", encoding.text, packed.ty->name);
+    return PyUnicode_FromFormat("%s%s", encoding.text, type_name_of(packed));
 }
 
 PyTypeObject* make_type() noexcept;

@@ -169,11 +169,21 @@ void release_views(PyObject* view) noexcept {
     Py_XDECREF(view);
 }
 
+// An object that was acquired gives back a reference that it has never taken, but never the published one.
+void release_capsule() noexcept {
+    if (Swig_Capsule_global && Py_REFCNT(Swig_Capsule_global) == 1) {
+        runtime::SavedError const pending;
+        if (SWIG_Python_GetModuleChain() == &swig_module)
+            return;
+    }
+    Py_XDECREF(Swig_Capsule_global);
+}
+
 void deallocate(PyObject* self) noexcept {
     SwigPyObject* object = as_pointer_object(self);
     if (object->own == 1) {
         destroy_native(self);
-        Py_XDECREF(Swig_Capsule_global);
+        release_capsule();
         if (Py_REFCNT(self) > 0) { // the destroy function has kept it
             object->own = 0;
             return;

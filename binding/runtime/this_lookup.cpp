@@ -35,7 +35,8 @@ Route find_route(PyTypeObject* type) noexcept {
         PyObject* attribute = _PyType_Lookup(type, SWIG_This()); // borrowed; gives the type a version tag
         if (attribute && Py_IS_TYPE(attribute, &PyMemberDescr_Type)) {
             PyMemberDef const* member = reinterpret_cast<PyMemberDescrObject*>(attribute)->d_member;
-            if (member->type == T_OBJECT_EX) {
+            // A class may bear the descriptor of another one, whose slots its instances lack.
+            if (member->type == T_OBJECT_EX && PyType_IsSubtype(type, PyDescr_TYPE(attribute))) {
                 route.road = Road::slot;
                 route.offset = member->offset;
             }

@@ -129,6 +129,63 @@ def test_an_interrupt_while_this_is_computed_arrives(function, interrupt):
         function(Interrupted())
 
 
+def test_a_borrowed_descriptor_leads_nowhere():
+    survives("""
+class Proxy:
+    __slots__ = ("one", "two", "three", "this")
+class Bare:
+    __slots__ = ()
+    this = Proxy.this
+class Other:
+    __slots__ = ("one",)
+    this = Proxy.this
+for cls in (Bare, Other, type("Derived", (Other, Bare), {}), type("Number", (int,), {"this": Proxy.this})):
+    for use in (_sample.base_value, _sample.which, _sample.delete_Base):
+        try:
+            use(cls())
+        except TypeError:
+            pass
+""")
+
+
+@pytest.mark.parametrize(
+    "cls", ["type(iter([]))", "Nameless()", "int", "type", "5", "None", "print", "Refusing", "type(_sample.new_Base())"]
+)
+def test_whatever_is_registered_as_a_proxy_class(cls):
+    survives(f"""
+class Nameless:
+    def __getattribute__(self, name):
+        raise AttributeError(name)
+class Refusing:
+    def __new__(cls):
+        raise TypeError("no")
+_sample.Base_swigregister({cls})
+base = _sample.new_Base()
+for _ in range(3):
+    try:
+        _sample.Base_self(base)
+    except (AttributeError, TypeError):
+        pass
+base.disown()
+""")
+
+
+def test_an_empty_packed_object_has_texts():
+    empty = type(_sample.new_packed(3, "int *"))()
+    assert str(empty) == "_unknown" and repr(empty) == "<Swig Packed at _unknown>"
+
+
+def test_acquired_objects_never_take_the_published_table_away():
+    survives("""
+import sys
+for _ in range(20):
+    _sample.wrap_address(8, "sample::Other *").acquire()
+import hyxOSG
+assert sys.getrefcount(sys.modules["swig_runtime_data4"].type_pointer_capsule) >= 2
+assert len(_sample.chain_sizes()) > 3
+""")
+
+
 def test_an_interrupted_truth_test_is_no_truth():
     class Interrupted:
         def __bool__(self):
