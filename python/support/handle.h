@@ -16,6 +16,7 @@ struct Handle {
     void* shown;        // its address; set with `held`
     bool has_reference; // a reference of its own; else the pointer object's is enough, as long as that owns
     bool is_called;     // by native code: a script's class with a director
+    bool let_go;        // a called one whose constructor's reference has been dropped
     Handle* next_shown; // in the table of the objects that Python sees
 };
 

@@ -194,8 +194,10 @@ PyObject* show_native(void* object, swig_type_info* type) {
 
 bool let_go(PyObject* proxy) {
     auto* handle = reinterpret_cast<Handle*>(proxy);
-    if (!PyObject_TypeCheck(proxy, &handle_type) || !handle->held || handle->is_called)
+    if (!PyObject_TypeCheck(proxy, &handle_type) || !handle->held)
         return false;
+    if (handle->is_called)
+        return std::exchange(handle->let_go, true);
     bool const had_reference = handle->has_reference;
     empty(handle);
     return had_reference;

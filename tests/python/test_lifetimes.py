@@ -171,6 +171,25 @@ OUTLIVE = {
         else:
             raise AssertionError("the body has ended")
     """,
+    "a listener that flat functions have deleted, before and while it is called": """
+        import _hyxSDK
+        class Listener(hyxSDK.EventListener):
+            def pre(self, time):
+                called.append(_hyxSDK.delete_EventListener(self))
+        called, listener, simulation = [], Listener(), hyxSDK.Simulation()
+        simulation.add(listener)
+        for _ in range(3):
+            _hyxSDK.delete_EventListener(listener)
+        for _ in range(3):
+            simulation.step()
+            churn()
+        assert len(called) == 3
+        simulation.remove(listener)
+        del listener
+        churn()
+        simulation.step()
+        assert len(called) == 3
+    """,
     "members of an object that has gone": """
         data = hyxOSG.LidarOutputRendererLegendPoint(1, osg.Vec4f(1, 2, 3, 4)).color
         churn()
