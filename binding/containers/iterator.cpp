@@ -7,6 +7,13 @@ namespace swig {
 
 SwigPyIterator::~SwigPyIterator() = default;
 
+void SwigPyIterator::hold(PyObject* sequence) {
+    SwigPyObject* const pointer_object = SWIG_Python_GetSwigThis(sequence);
+    sequence_ = SwigPtr_PyObject::share(sequence);
+    pointer_object_ = SwigPtr_PyObject::share(reinterpret_cast<PyObject*>(pointer_object));
+    watch(pointer_object);
+}
+
 SwigPyIterator* SwigPyIterator::decr(std::size_t) {
     throw stop_iteration();
 }

@@ -1,12 +1,13 @@
 // Python's view of a position in a native sequence.
 //
 // Life: an iterator keeps its sequence's Python object alive, and counts positions in the sequence as it is, so that it
-// follows storage that moves. A closed iterator stops at both ends of the sequence; an open one, as `begin` and `end`
-// make it, may leave it, and has no value there.
-// Failure: running past an end throws stop_iteration, operands that do not fit std::invalid_argument.
+// follows storage that moves. A sequence that was deleted all the same is an empty one to its iterators. A closed
+// iterator stops at both ends of the sequence; an open one, as `begin` and `end` make it, may leave it, and has no
+// value there. Failure: running past an end throws stop_iteration, operands that do not fit std::invalid_argument.
 #pragma once
 
 #include "binding/containers/element_types.h"
+#include "binding/runtime/pointers.h"
 #include "binding/runtime/reference.h"
 
 #include <cstddef>
@@ -30,6 +31,9 @@ public:
     Position(Sequence& sequence, std::size_t index)
         : sequence_(&sequence), index_(static_cast<std::ptrdiff_t>(index)) {}
 
+    // The pointer object of the sequence, which shows its end.
+    void watch(SwigPyObject const* pointer_object) { pointer_object_ = pointer_object; }
+
     // One past the last element, wherever that is.
     static Position live_end(Sequence& sequence) { return Position(sequence, most); }
 
@@ -37,7 +41,7 @@ public:
         std::ptrdiff_t const at = Reverse ? index() - 1 : index();
         if (at < 0 || at >= size())
             throw stop_iteration();
-        return (*sequence_)[static_cast<std::size_t>(at)];
+        return sequence()[static_cast<std::size_t>(at)];
     }
 
     Position& operator+=(std::ptrdiff_t n) { return Reverse ? back(n) : forth(n); }
@@ -55,7 +59,7 @@ public:
     // For the sequence's own operations, which refuse the iterator that stands for positions outside.
     typename Sequence::iterator native() const {
         bool const inside = index() >= 0 && index() <= size();
-        return sequence_->begin() + (inside ? index() : size() + 1);
+        return sequence().begin() + (inside ? index() : size() + 1);
     }
 
 private:
@@ -73,12 +77,18 @@ private:
         return *this;
     }
 
-    std::ptrdiff_t size() const { return static_cast<std::ptrdiff_t>(sequence_->size()); }
+    Sequence& sequence() const {
+        static Sequence ended;
+        return pointer_object_ && !pointer_object_->ptr ? ended : *sequence_;
+    }
+
+    std::ptrdiff_t size() const { return static_cast<std::ptrdiff_t>(sequence().size()); }
 
     std::ptrdiff_t index() const { return index_ == most ? size() : index_; }
 
     Sequence* sequence_;
-    std::ptrdiff_t index_; // of the element behind a reverse position
+    SwigPyObject const* pointer_object_ = nullptr; // kept by the iterator
+    std::ptrdiff_t index_;                         // of the element behind a reverse position
 };
 
 class SwigPyIterator {
@@ -99,7 +109,7 @@ public:
     virtual SwigPyIterator* copy() const = 0;
 
     // Keeps the Python object of the sequence alive as long as this iterator.
-    void hold(PyObject* sequence) { sequence_ = SwigPtr_PyObject::share(sequence); }
+    void hold(PyObject* sequence);
 
     PyObject* next();
 
@@ -128,7 +138,10 @@ protected:
     SwigPyIterator(SwigPyIterator const&) = default;
 
 private:
-    SwigPtr_PyObject sequence_; // empty for an iterator that native code has made
+    virtual void watch(SwigPyObject const* pointer_object) = 0;
+
+    SwigPtr_PyObject sequence_;       // empty for an iterator that native code has made
+    SwigPtr_PyObject pointer_object_; // of the sequence
 };
 
 template <class OutIter>
@@ -143,6 +156,8 @@ public:
     std::ptrdiff_t distance(SwigPyIterator const& other) const override { return same_class(other).current - current; }
 
 protected:
+    void watch(SwigPyObject const* pointer_object) override { current.watch(pointer_object); }
+
     OutIter current;
 
 private:
@@ -205,6 +220,11 @@ public:
     }
 
 protected:
+    void watch(SwigPyObject const* pointer_object) override {
+        for (OutIter* position : {&this->current, &begin, &end})
+            position->watch(pointer_object);
+    }
+
     OutIter begin;
     OutIter end;
 };

@@ -251,3 +251,29 @@ def test_views_follow_their_elements_and_say_when_those_are_gone():
     for gone in (lambda: view.intensity, lambda: color[0]):
         with pytest.raises(TypeError, match="an object that holds no native one"):
             gone()
+
+
+@pytest.mark.parametrize("make", ["begin", "end", "rbegin", "rend", "iterator"])
+def test_a_deleted_sequence_is_empty_to_its_iterators(make):
+    sequence, other = legend([1, 2, 3]), legend([4])
+    iterator, same = getattr(sequence, make)(), getattr(sequence, make)()
+    _hyxOSG.delete_LidarOutputRendererLegend(sequence)
+    kept = [legend(range(3)) for _ in range(20)]  # takes the memory that was freed
+    for place in (iterator, same, iterator.copy(), iterator + 0):
+        for move in (place.value, place.next, place.previous, place.__next__):
+            with pytest.raises(StopIteration):
+                move()
+        assert list(place) == []
+        for use in (lambda: other.erase(place), lambda: other.insert(place, other[0])):  # noqa: B023
+            with pytest.raises((IndexError, TypeError)):
+                use()
+    assert (iterator - same, len(other), len(kept)) == (0, 1, 20)
+
+
+@pytest.mark.parametrize("make", ["begin", "iterator"])
+def test_iterators_keep_the_sequence_that_its_object_gives_up(make):
+    sequence = legend(range(2000))
+    iterator = getattr(sequence, make)()
+    del sequence.this
+    kept = [legend(range(2000)) for _ in range(5)]
+    assert [iterator.next().intensity for _ in range(2000)] == list(range(2000)) and kept
