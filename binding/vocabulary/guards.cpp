@@ -32,8 +32,8 @@ bool set_attribute(PyObject* error, char const* name, PyObject* value) {
     return set;
 }
 
-// RuntimeError with the text; `describe` adds what the system said as attributes named as those of OSError, into which
-// the proxies turn it. An error that is set already stays.
+// RuntimeError with the text; `describe` adds as attributes what the proxies turn it into another type by: what the
+// system said, named as in OSError, or the type itself. An error that is set already stays.
 template <class Describe>
 void set_described_error(char const* text, Describe describe) {
     Reference const decoded = PyErr_Occurred() ? Reference() : Reference::take(SWIG_FromCharPtr(text));
@@ -60,6 +60,11 @@ void set_memory_error(std::bad_alloc const& failure) {
                         [](PyObject* error) { return set_attribute(error, "errno", PyLong_FromLong(ENOMEM)); });
 }
 
+void set_meant_error(std::exception const& failure, PyObject* type) {
+    set_described_error(failure.what(),
+                        [&](PyObject* error) { return set_attribute(error, "meant", Py_NewRef(type)); });
+}
+
 } // namespace
 
 void vocabulary::translate_native_exception() {
@@ -71,6 +76,10 @@ void vocabulary::translate_native_exception() {
         set_system_error(error, "");
     } catch (std::bad_alloc const& error) {
         set_memory_error(error);
+    } catch (std::invalid_argument const& error) {
+        set_meant_error(error, PyExc_ValueError);
+    } catch (std::out_of_range const& error) {
+        set_meant_error(error, PyExc_IndexError);
     } catch (std::exception const& error) {
         set_error(PyExc_RuntimeError, error.what());
     } catch (...) {

@@ -6,7 +6,8 @@
 
 namespace vocabulary {
 
-// RuntimeError with what(), or "Unknown exception"; that of a std::system_error has `errno`, `strerror` and `filename`.
+// RuntimeError with what(), or "Unknown exception"; that of a std::system_error has `errno`, `strerror` and `filename`,
+// that of a std::invalid_argument or std::out_of_range has `meant`, the type for it in Python (see python/support).
 // A Python error that is pending already (a script that the native side ran has failed) is kept.
 void translate_native_exception();
 

@@ -2,6 +2,8 @@
 
 from __future__ import annotations
 
+import errno
+import os
 import threading
 from contextlib import contextmanager
 
@@ -9,7 +11,6 @@ from .film_encoding import USUAL, USUAL_WITH_ALPHA, chosen_encoder
 
 TYPE_CHECKING = False
 if TYPE_CHECKING:
-    import os
     from collections.abc import Iterator, Mapping
     from types import TracebackType
     from typing import Any
@@ -20,15 +21,6 @@ if TYPE_CHECKING:
     from .scalar_colors import ColorScale
 
 _LOOK_AGAIN = 0.1  # seconds
-
-
-@contextmanager
-def _values() -> Iterator[None]:
-    """What native setters refuse is a wrong value of the one call that sets them all: ValueError."""
-    try:
-        yield
-    except RuntimeError as error:
-        raise ValueError(str(error)) from None
 
 
 def _option_lines(options: Mapping[str, object]) -> str:
@@ -78,6 +70,9 @@ class Encoding:
         video: Any = self
         if path is not None:
             file = Path(path)
+            if file.is_dir() or str(path).endswith(os.sep):
+                place = file / f"film{file.suffix or '.mp4'}"
+                raise IsADirectoryError(errno.EISDIR, f"is a folder: name a file in it, such as '{place}'", str(path))
             video.setFilename(str(file.with_suffix("")))
             video.setVideoPostFix(file.suffix or ".mp4")
         ending = video.getVideoPostFix().lower()
@@ -87,16 +82,15 @@ class Encoding:
             codec = (USUAL_WITH_ALPHA if alpha else USUAL).get(ending, "h264")
             if lossless and codec == "h264":
                 codec = "h264rgb"
-        with _values():
-            if fps is not None:
-                video.setFps(fps)
-                video.setVideoFPS(fps)
-            video.setVideoCRF(18 if quality is None else quality)
-            video.setBitrate(0 if bitrate is None else bitrate)
-            video.setEnableLossless(lossless)
-            video.setPreset(preset)
-            video.setPixelFormat(pixel_format)
-            video.setEnableAlpha(alpha)
+        if fps is not None:
+            video.setFps(fps)
+            video.setVideoFPS(fps)
+        video.setVideoCRF(18 if quality is None else quality)
+        video.setBitrate(0 if bitrate is None else bitrate)
+        video.setEnableLossless(lossless)
+        video.setPreset(preset)
+        video.setPixelFormat(pixel_format)
+        video.setEnableAlpha(alpha)
         video.setEncoderOptions(_option_lines(options or {}))
         encoder = chosen_encoder(codec, hardware)
         video.setEncoder(encoder)
@@ -150,8 +144,7 @@ class Film:
         """The capture is the window's: each of its films says anew what it is."""
         if self.video.getCaptureStarted():
             raise RuntimeError("the window is being filmed already: end that film first")
-        with _values():
-            self.video.setImageResolution(*self._size)
+        self.video.setImageResolution(*self._size)
         self.video.encode(**self._encoding)
 
     def progress(self, seconds: float | None = None, **options: Any) -> Any:

@@ -4,8 +4,12 @@ from __future__ import annotations
 
 from collections.abc import Iterator
 
+from _hyx_proxy import ArgumentError, PlaceError
+
 from .lists import Items, NumberList
 from .numbers import Numbers
+
+__all__ = ["ArgumentError", "PlaceError"]
 
 
 class Vec2(Numbers): ...

@@ -13,7 +13,8 @@ from .library_texts import LibraryTexts
 from .natives import Natives
 from .python_types import plain_type
 
-RAISED = re.compile(r"`?std::(invalid_argument|runtime_error|logic_error|domain_error|length_error)`?")
+RAISED = re.compile(r"`?std::(runtime_error|logic_error|domain_error|length_error)`?")
+RAISED_BY_VALUE = re.compile(r"`?std::invalid_argument`?")
 RAISED_BY_SYSTEM = re.compile(r"`?std::(filesystem::filesystem_error|system_error)`?")
 RAISED_RANGE = re.compile(r"`?std::out_of_range`?")
 PARAMETER_LINE = re.compile(r"^[\\@]param(?:\[\w+\])?\s+(\w+)\s*", re.MULTILINE)
@@ -270,6 +271,7 @@ def readable(comment: str) -> str:
     text = THROWS_LINE.sub(r"Raises \1 ", text)
     text = RETURN_LINE.sub("Returns ", text)
     text = RAISED.sub("RuntimeError", text)
+    text = RAISED_BY_VALUE.sub("ValueError", text)
     text = RAISED_BY_SYSTEM.sub("OSError", text)
     text = RAISED_RANGE.sub("IndexError", text)
     text = re.sub(r"\b([Tt])hrows\b", lambda found: "Raises" if found[1] == "T" else "raises", text)

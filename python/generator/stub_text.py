@@ -64,7 +64,7 @@ def _wanted(statement: ast.stmt) -> bool:
     names = {alias.name.split(".")[0] for alias in getattr(statement, "names", ())}
     module = getattr(statement, "module", None)
     return not names & {*PACKAGES, *MODULES} and module not in (
-        *("__future__", "typing", "collections.abc", "_hyx_proxy", "_hyx_extras.hints"),
+        *("__future__", "typing", "collections.abc", "_hyx_extras.hints"),
     )
 
 

@@ -3,6 +3,12 @@
 from types import ModuleType
 from typing import Any
 
+class ArgumentError(ValueError, RuntimeError):
+    """A value that the native side refuses: a ValueError, and a RuntimeError as the flat functions raise it."""
+
+class PlaceError(IndexError, RuntimeError):
+    """A place where the native side has nothing: an IndexError, and a RuntimeError as the flat functions raise it."""
+
 class Handle:
     """The base of every proxy class: holds one native object."""
 

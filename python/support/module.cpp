@@ -62,8 +62,8 @@ PyModuleDef definition = {
 
 PyMODINIT_FUNC PyInit__hyx_proxy() {
     PyObject* module = PyModule_Create(&definition);
-    if (module && !(proxy::add_operations(module) && proxy::add_members(module) && proxy::add_constructor(module) &&
-                    proxy::add_handle(module))) {
+    if (module && !(proxy::add_errors(module) && proxy::add_operations(module) && proxy::add_members(module) &&
+                    proxy::add_constructor(module) && proxy::add_handle(module))) {
         Py_DECREF(module);
         return nullptr;
     }

@@ -178,7 +178,7 @@ PyObject* recover(Row const& row, Spoken const& spoken, PyObject* const* argumen
     Recovery recovery(row, spoken, {arguments, count, keyword_names});
     PyObject* const result = recovery.run();
     if (!result)
-        speak_of_files();
+        raise_as_python();
     return result;
 }
 
@@ -192,7 +192,7 @@ PyObject* Row::after(PyObject* result, Spoken const& spoken) const {
     }
     if (function->form_count > 0 && refusal.by_arguments)
         return recover(*this, spoken, refusal.arguments, refusal.count, nullptr);
-    speak_of_files();
+    raise_as_python();
     return nullptr;
 }
 

@@ -1,6 +1,7 @@
 // Finding the record that belongs to a flat function: it has the same index as its method-table row.
 #include "python/support/row.h"
 
+#include "python/support/keywords.h"
 #include "python/support/shown.h"
 
 #include <algorithm>
@@ -19,32 +20,64 @@ PyObject* attribute(PyObject* error, char const* name) {
     return found;
 }
 
+PyObject *argument_error, *place_error; // owned by the module for good
+
+PyObject* new_error(char const* name, PyObject* kind, char const* text) {
+    PyObject* bases = PyTuple_Pack(2, kind, PyExc_RuntimeError);
+    PyObject* error = bases ? PyErr_NewExceptionWithDoc(name, text, bases, nullptr) : nullptr;
+    Py_XDECREF(bases);
+    return error;
+}
+
+// Of an error number; a new reference. The RuntimeError, which tells what was being done, becomes its cause.
+PyObject* system_error(PyObject* error, PyObject* number) {
+    if (PyLong_AsLong(number) == ENOMEM)
+        return PyObject_CallNoArgs(PyExc_MemoryError);
+    Owned const reason(attribute(error, "strerror")), path(attribute(error, "filename"));
+    if (!reason || !path)
+        return nullptr;
+    PyObject* found = PyObject_CallFunctionObjArgs(PyExc_OSError, number, reason.get(), path.get(), nullptr);
+    if (found)
+        PyException_SetCause(found, Py_NewRef(error));
+    return found;
+}
+
+// What a RuntimeError of the flat functions is in Python: a new reference, or null where it is just that.
+PyObject* python_error(PyObject* error) {
+    PyObject* found = nullptr;
+    if (Owned const meant(attribute(error, "meant")); meant)
+        found = PyObject_Call(meant.get() == PyExc_IndexError ? place_error : argument_error,
+                              reinterpret_cast<PyBaseExceptionObject*>(error)->args, nullptr);
+    else if (Owned const number(attribute(error, "errno")); number && PyLong_Check(number.get()))
+        found = system_error(error, number.get());
+    if (!found)
+        PyErr_Clear();
+    return found;
+}
+
 } // namespace
 
-void speak_of_files() {
+bool add_errors(PyObject* module) {
+    argument_error = new_error("hyx.ArgumentError", PyExc_ValueError,
+                               "A value that the native side refuses: a ValueError, and a RuntimeError as the flat "
+                               "functions raise it.");
+    place_error = new_error("hyx.PlaceError", PyExc_IndexError,
+                            "A place where the native side has nothing: an IndexError, and a RuntimeError as the flat "
+                            "functions raise it.");
+    return argument_error && place_error && PyModule_AddObjectRef(module, "ArgumentError", argument_error) == 0 &&
+           PyModule_AddObjectRef(module, "PlaceError", place_error) == 0;
+}
+
+void raise_as_python() {
     PyObject *type = nullptr, *value = nullptr, *traceback = nullptr;
     if (PyErr_Occurred() != PyExc_RuntimeError)
         return;
     PyErr_Fetch(&type, &value, &traceback);
     PyErr_NormalizeException(&type, &value, &traceback);
-    PyObject* number = attribute(value, "errno");
-    if (number && PyLong_Check(number) && PyLong_AsLong(number) == ENOMEM) {
-        Py_DECREF(number);
-        PyErr_Restore(type, value, traceback);
-        PyErr_Clear();
-        PyErr_NoMemory();
-        return;
-    }
-    PyObject* reason = number ? attribute(value, "strerror") : nullptr;
-    PyObject* path = reason ? attribute(value, "filename") : nullptr;
-    if (PyObject* error = path ? PyObject_CallFunctionObjArgs(PyExc_OSError, number, reason, path, nullptr) : nullptr) {
+    if (PyObject* error = python_error(value)) {
         Py_SETREF(type, Py_NewRef(reinterpret_cast<PyObject*>(Py_TYPE(error))));
-        PyException_SetCause(error, value); // it tells what was being done
-        value = error;
+        Py_SETREF(value, error);
     }
-    Py_XDECREF(number);
-    Py_XDECREF(reason);
-    Py_XDECREF(path);
     PyErr_Restore(type, value, traceback);
 }
 

@@ -29,10 +29,13 @@ struct Spoken {
 
 struct Row;
 
-// Turns a pending RuntimeError that says what the system refused (as the flat functions leave it) into the OSError that
-// Python's own functions would raise, FileNotFoundError, PermissionError and so on, with the RuntimeError as its cause.
-// Any other error stays.
-void speak_of_files();
+// Adds the errors below to the support module. False with an error set.
+bool add_errors(PyObject* module);
+
+// Turns a pending RuntimeError, as the flat functions leave it, into what Python's own functions would raise: of what
+// the system refused FileNotFoundError, PermissionError and so on, with the RuntimeError as its cause; of a value
+// ArgumentError, of a place PlaceError. Any other error stays.
+void raise_as_python();
 
 // What a call gives that the row did not take as it stands: one with keywords (their names as in a vector call), with a
 // wrong count, or one that has just failed, with its error set. Tries it with what Python's users write for native
