@@ -18,9 +18,21 @@ struct PythonError : std::runtime_error {
     PythonError() : std::runtime_error("a Python error is set") {}
 };
 
+[[noreturn]] inline void refuse_type(char const* refusal, PyObject* given) {
+    PyErr_Format(PyExc_TypeError, "%s, not %s", refusal, Py_TYPE(given)->tp_name);
+    throw PythonError();
+}
+
+// A text is iterable, but what it has are letters.
+inline bool is_text(PyObject* object) {
+    return PyUnicode_Check(object) || PyBytes_Check(object);
+}
+
 // The items of any iterable as a tuple of their own: reading an item runs Python code, which may change the iterable.
 // TypeError in the words of `refusal` for what is none.
 inline runtime::Reference read_items(PyObject* iterable, char const* refusal) {
+    if (is_text(iterable) || !(Py_TYPE(iterable)->tp_iter || PySequence_Check(iterable)))
+        refuse_type(refusal, iterable);
     runtime::Reference const fast =
         runtime::Reference::take(runtime::run_user_code([&] { return PySequence_Fast(iterable, refusal); }));
     runtime::Reference items = runtime::Reference::take(fast ? PySequence_Tuple(fast.get()) : nullptr);
@@ -34,11 +46,10 @@ inline runtime::Reference read_first_items(PyObject* iterable, Py_ssize_t most, 
     if (PyList_Check(iterable) || PyTuple_Check(iterable))
         return read_items(iterable, refusal);
     runtime::Reference const iterator = runtime::iterate(iterable);
-    if (!iterator) {
-        if (PyErr_ExceptionMatches(PyExc_TypeError))
-            PyErr_SetString(PyExc_TypeError, refusal);
+    if (is_text(iterable) || (!iterator && PyErr_ExceptionMatches(PyExc_TypeError)))
+        refuse_type(refusal, iterable);
+    if (!iterator)
         throw PythonError();
-    }
     runtime::Reference items = runtime::Reference::take(PyList_New(0));
     while (items && PyList_GET_SIZE(items.get()) < most) {
         runtime::Reference const item = runtime::next_item(iterator.get());

@@ -47,3 +47,14 @@ def test_a_flat_function_raises_nothing_but_runtime_error(call):
     with pytest.raises(RuntimeError) as refused:
         call()
     assert type(refused.value) is RuntimeError
+
+
+@pytest.mark.parametrize(
+    "take",
+    [hyx.Vec3, hyx.Vec4f, hyx.RealVector, hyx.Vec3Vector, lambda text: hyxCollide.Trimesh(text, [0, 1, 2])],
+    ids=["value", "colour", "list", "rows", "mesh"],
+)
+@pytest.mark.parametrize("text", ["a", "abc", "abcd"])
+def test_a_text_is_no_sequence_of_numbers(take, text):
+    with pytest.raises(TypeError, match="number.* not str"):
+        take(text)
