@@ -118,15 +118,19 @@ void extend_list(List& self, PyObject* iterable) {
     swig::ListMethods<List>::extend(self, read_list<List>(iterable));
 }
 
-// A memoryview of a copy: the list's own storage moves when the list grows. What is written would be lost, so it is
-// not let.
+// A copy: the list's own storage moves when the list grows.
 template <class List>
-PyObject* list_buffer(List const& self, int) {
+PyObject* list_array(List const& self, Shown shown = as_array) {
     using Element = typename List::value_type;
     using Numbers = PlainNumbers<Element>;
-    runtime::Reference const copy =
-        runtime::Reference::take(copied_array(reinterpret_cast<typename Numbers::Number const*>(self.data()),
-                                              self.size(), std::is_arithmetic_v<Element> ? 0 : Numbers::columns));
+    return copied_array(reinterpret_cast<typename Numbers::Number const*>(self.data()), self.size(),
+                        std::is_arithmetic_v<Element> ? 0 : Numbers::columns, shown);
+}
+
+// What were written to it would be lost, so it is not let.
+template <class List>
+PyObject* list_buffer(List const& self, int) {
+    runtime::Reference const copy = runtime::Reference::take(list_array(self, view_memory));
     return PyObject_CallMethod(copy.get(), "toreadonly", nullptr);
 }
 

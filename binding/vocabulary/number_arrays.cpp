@@ -236,4 +236,20 @@ PyObject* view_memory(PyObject* memory, char const* format, std::size_t rows, st
     return result;
 }
 
+PyObject* as_array(PyObject* memory, char const* format, std::size_t rows, std::size_t columns) {
+    runtime::Reference const numpy = runtime::Reference::take(PyImport_ImportModule("numpy"));
+    if (!numpy && PyErr_ExceptionMatches(PyExc_ImportError)) {
+        PyErr_Clear();
+        return view_memory(memory, format, rows, columns);
+    }
+    auto const height = static_cast<Py_ssize_t>(rows), width = static_cast<Py_ssize_t>(columns);
+    PyObject* const result = !numpy ? nullptr
+                             : columns
+                                 ? PyObject_CallMethod(numpy.get(), "ndarray", "(nn)sO", height, width, format, memory)
+                                 : PyObject_CallMethod(numpy.get(), "ndarray", "nsO", height, format, memory);
+    if (!result)
+        throw PythonError();
+    return result;
+}
+
 } // namespace vocabulary

@@ -82,13 +82,16 @@ std::vector<double> read_all_numbers(PyObject* numbers);
 // Whole numbers out of an array of any shape, or of any iterable, as they are or in groups.
 std::vector<unsigned int> read_indices(PyObject* indices);
 
-// Memory of Python's for an array, and the memoryview of it; one dimension for no columns and for no rows.
+// Memory of Python's for an array, and what shows it: a memoryview, which has one dimension for no columns and for no
+// rows, and whose rows cannot be indexed; or an array of NumPy's, a memoryview where that is not installed.
 PyObject* new_memory(std::size_t bytes, char** memory);
 PyObject* view_memory(PyObject* memory, char const* format, std::size_t rows, std::size_t columns);
+PyObject* as_array(PyObject* memory, char const* format, std::size_t rows, std::size_t columns);
+using Shown = decltype(&as_array);
 
 // A new array that the script may write to. `fill` writes its numbers, row by row.
 template <class Number, class Fill>
-PyObject* new_array(std::size_t rows, std::size_t columns, Fill const& fill) {
+PyObject* new_array(std::size_t rows, std::size_t columns, Fill const& fill, Shown shown = as_array) {
     static_assert(std::is_same_v<Number, float> || std::is_same_v<Number, double> || std::is_same_v<Number, int> ||
                   std::is_same_v<Number, unsigned int> || std::is_same_v<Number, unsigned char>);
     constexpr char const* format = std::is_same_v<Number, float>          ? "f"
@@ -100,14 +103,14 @@ PyObject* new_array(std::size_t rows, std::size_t columns, Fill const& fill) {
     std::size_t const count = rows * (columns ? columns : 1);
     runtime::Reference const owner = runtime::Reference::take(new_memory(count * sizeof(Number), &memory));
     fill(reinterpret_cast<Number*>(memory));
-    return view_memory(owner.get(), format, rows, columns);
+    return shown(owner.get(), format, rows, columns);
 }
 
 // A copy of numbers that lie one after the other.
 template <class Number>
-PyObject* copied_array(Number const* numbers, std::size_t rows, std::size_t columns) {
-    return new_array<Number>(rows, columns,
-                             [&](Number* to) { std::copy_n(numbers, rows * (columns ? columns : 1), to); });
+PyObject* copied_array(Number const* numbers, std::size_t rows, std::size_t columns, Shown shown = as_array) {
+    return new_array<Number>(
+        rows, columns, [&](Number* to) { std::copy_n(numbers, rows * (columns ? columns : 1), to); }, shown);
 }
 
 } // namespace vocabulary

@@ -33,7 +33,7 @@ PyObject* indices(hyxCollide::Trimesh const& self) {
 }
 
 PyObject* vertex_array(hyxCollide::Trimesh const& self) {
-    return vocabulary::list_buffer(self.getVertices(), 0);
+    return vocabulary::list_array(self.getVertices());
 }
 
 // Three to a row.
@@ -56,7 +56,7 @@ PyObject* heights(hyxCollide::HeightField const& self) {
 
 // A row for each place along x, as `setHeights` takes them.
 PyObject* height_array(hyxCollide::HeightField const& self) {
-    return vocabulary::copied_array(self.getHeights().data(), self.getHeights().size(), 0);
+    return vocabulary::copied_array(self.getHeights().data(), self.getResolutionY(), self.getResolutionX());
 }
 
 void set_heights(hyxCollide::HeightField& self, PyObject* heights) {

@@ -2,7 +2,7 @@
 
 from __future__ import annotations
 
-from .numbers import assign, rows
+from .numbers import assign
 
 TYPE_CHECKING = False
 if TYPE_CHECKING:
@@ -13,7 +13,7 @@ class Trimesh:
     @property
     def vertices(self) -> Doubles:
         """float64 of shape (n, 3): a copy. What is assigned moves the vertices."""
-        return rows(self.getVertexArray(), 3)  # type: ignore[attr-defined]
+        return self.getVertexArray()  # type: ignore[attr-defined, no-any-return]
 
     @vertices.setter
     def vertices(self, values: Rows) -> None:
@@ -22,14 +22,14 @@ class Trimesh:
     @property
     def triangles(self) -> Indices:
         """The vertices of each triangle: uint32 of shape (n, 3), a copy."""
-        return rows(self.getIndexArray(), 3)  # type: ignore[attr-defined]
+        return self.getIndexArray()  # type: ignore[attr-defined, no-any-return]
 
 
 class HeightField:
     @property
     def heights(self) -> Doubles:
         """Metres: float64 of shape (resolutionY, resolutionX), a copy. What is assigned is set."""
-        return rows(self.getHeightArray(), self.getResolutionX())  # type: ignore[attr-defined]
+        return self.getHeightArray()  # type: ignore[attr-defined, no-any-return]
 
     @heights.setter
     def heights(self, values: Values | Rows) -> None:

@@ -3,7 +3,7 @@
 from __future__ import annotations
 
 from .names import named
-from .numbers import assign, rows
+from .numbers import assign
 
 TYPE_CHECKING = False
 if TYPE_CHECKING:
@@ -39,7 +39,7 @@ class Simulation:
     @property
     def positions(self) -> Doubles:
         """Metres, shape (n, 3)."""
-        return rows(self.getPositions(), 3)  # type: ignore[attr-defined]
+        return self.getPositions()  # type: ignore[attr-defined, no-any-return]
 
     @positions.setter
     def positions(self, values: Rows) -> None:
@@ -48,7 +48,7 @@ class Simulation:
     @property
     def rotations(self) -> Doubles:
         """Quaternions x y z w, shape (n, 4)."""
-        return rows(self.getRotations(), 4)  # type: ignore[attr-defined]
+        return self.getRotations()  # type: ignore[attr-defined, no-any-return]
 
     @rotations.setter
     def rotations(self, values: Rows) -> None:
@@ -57,7 +57,7 @@ class Simulation:
     @property
     def velocities(self) -> Doubles:
         """m/s, shape (n, 3)."""
-        return rows(self.getVelocities(), 3)  # type: ignore[attr-defined]
+        return self.getVelocities()  # type: ignore[attr-defined, no-any-return]
 
     @velocities.setter
     def velocities(self, values: Rows) -> None:
@@ -66,7 +66,7 @@ class Simulation:
     @property
     def angularVelocities(self) -> Doubles:
         """rad/s, shape (n, 3)."""
-        return rows(self.getAngularVelocities(), 3)  # type: ignore[attr-defined]
+        return self.getAngularVelocities()  # type: ignore[attr-defined, no-any-return]
 
     @angularVelocities.setter
     def angularVelocities(self, values: Rows) -> None:
@@ -75,18 +75,16 @@ class Simulation:
     @property
     def jointPositions(self) -> Doubles:
         """Radians or metres of the joints with one free direction, in their order."""
-        return rows(self.getJointPositions(), 0)  # type: ignore[attr-defined]
+        return self.getJointPositions()  # type: ignore[attr-defined, no-any-return]
 
     @property
     def jointSpeeds(self) -> Doubles:
         """rad/s or m/s of the joints with one free direction."""
-        return rows(self.getJointSpeeds(), 0)  # type: ignore[attr-defined]
+        return self.getJointSpeeds()  # type: ignore[attr-defined, no-any-return]
 
     @property
     def contacts(self) -> dict[str, Doubles]:
         """The contact points of the last step, an array for each: `bodies` (places in `getRigidBodies`, -1 for none),
         `points`, `normals` (from the first body to the second), `depths`, `forces` (on the second body, newtons).
         """
-        columns = {"bodies": 2, "depths": 0}
-        arrays = self.getContactArrays()  # type: ignore[attr-defined]
-        return {name: rows(array, columns.get(name, 3)) for name, array in arrays.items()}
+        return self.getContactArrays()  # type: ignore[attr-defined, no-any-return]

@@ -2,7 +2,7 @@
 
 from __future__ import annotations
 
-from .numbers import assign, rows
+from .numbers import array, assign
 
 TYPE_CHECKING = False  # for checkers only: importing `typing` would cost more than the whole package
 if TYPE_CHECKING:
@@ -23,7 +23,7 @@ class JointArray:
     @property
     def position(self) -> Doubles:
         """rad or m."""
-        return rows(self.getPositions(), 0)  # type: ignore[attr-defined]
+        return array(self.getPositions())  # type: ignore[attr-defined]
 
     @position.setter
     def position(self, values: Values) -> None:
@@ -32,7 +32,7 @@ class JointArray:
     @property
     def velocity(self) -> Doubles:
         """rad/s or m/s."""
-        return rows(self.getVelocities(), 0)  # type: ignore[attr-defined]
+        return array(self.getVelocities())  # type: ignore[attr-defined]
 
     @velocity.setter
     def velocity(self, values: Values) -> None:
@@ -41,7 +41,7 @@ class JointArray:
     @property
     def effort(self) -> Doubles:
         """Nm or N."""
-        return rows(self.getEfforts(), 0)  # type: ignore[attr-defined]
+        return array(self.getEfforts())  # type: ignore[attr-defined]
 
     @effort.setter
     def effort(self, values: Values) -> None:
@@ -50,7 +50,7 @@ class JointArray:
     @property
     def target(self) -> Doubles:
         """rad or m; nan: not held."""
-        return rows(self.getTargets(), 0)  # type: ignore[attr-defined]
+        return array(self.getTargets())  # type: ignore[attr-defined]
 
     @target.setter
     def target(self, values: Values) -> None:

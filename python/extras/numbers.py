@@ -43,12 +43,11 @@ class Numbers:
         return type(self), (tuple(self),)
 
 
-def rows(memory: Any, columns: int) -> Any:
-    """A memoryview of rows of numbers as a NumPy array over it; no columns for one dimension."""
+def array(numbers: Any) -> Any:
+    """A native list of numbers as an array of NumPy's."""
     import numpy
 
-    array = numpy.asarray(memory)
-    return array.reshape(-1, columns) if columns else array
+    return numpy.asarray(numbers)
 
 
 def assign(name: str, setter: Callable[[Any], object], values: Any) -> None:

@@ -3,7 +3,7 @@
 from __future__ import annotations
 
 from .lists import Items
-from .numbers import Numbers, assign, component, rows
+from .numbers import Numbers, assign, component
 
 TYPE_CHECKING = False
 if TYPE_CHECKING:
@@ -48,7 +48,7 @@ class Geometry:
     @property
     def vertices(self) -> Floats:
         """float32 of shape (n, 3): a copy. What is assigned moves the vertices."""
-        return rows(self.getVertexArray(), 3)  # type: ignore[attr-defined]
+        return self.getVertexArray()  # type: ignore[attr-defined, no-any-return]
 
     @vertices.setter
     def vertices(self, values: Rows) -> None:
@@ -57,7 +57,7 @@ class Geometry:
     @property
     def normals(self) -> Floats:
         """float32 of shape (n, 3): a copy."""
-        return rows(self.getNormalArray(), 3)  # type: ignore[attr-defined]
+        return self.getNormalArray()  # type: ignore[attr-defined, no-any-return]
 
     @normals.setter
     def normals(self, values: Rows) -> None:
@@ -66,7 +66,7 @@ class Geometry:
     @property
     def colors(self) -> Floats | Bytes:
         """A copy of shape (n, 4): float32 up to 1, or uint8 up to 255 where bytes were set."""
-        return rows(self.getColorArray(), 4)  # type: ignore[attr-defined]
+        return self.getColorArray()  # type: ignore[attr-defined, no-any-return]
 
     @colors.setter
     def colors(self, values: Rows) -> None:
@@ -75,7 +75,7 @@ class Geometry:
     @property
     def texcoords(self) -> Floats:
         """float32 of shape (n, 2): a copy."""
-        return rows(self.getTexCoordArray(), 2)  # type: ignore[attr-defined]
+        return self.getTexCoordArray()  # type: ignore[attr-defined, no-any-return]
 
     @texcoords.setter
     def texcoords(self, values: Rows) -> None:
@@ -84,7 +84,7 @@ class Geometry:
     @property
     def elements(self) -> Indices:
         """The places of the vertices in all that is drawn, one after the other: uint32, a copy."""
-        return rows(self.getElements(), 0)  # type: ignore[attr-defined]
+        return self.getElements()  # type: ignore[attr-defined, no-any-return]
 
 
 class Image:

@@ -90,7 +90,7 @@ def test_heights_cross_as_an_array_both_ways():
     soil = terrain(4)
     soil.setHeight(1, 2, 0.5)
     view = soil.getHeights()
-    assert view.shape == (4, 4) and view.format == "f" and view[2, 1] == 0.5
+    assert view.shape == (4, 4) and view.dtype == "float32" and view[2, 1] == 0.5
     other = terrain(4)
     other.setHeights(view)
     assert other.getHeight(1, 2) == 0.5 and other.getHeight(0, 0) == 0

@@ -6,6 +6,7 @@ import hyxSDK
 import numpy
 import osg
 import pytest
+from subprocesses import run_python
 
 POINTS = numpy.arange(12).reshape(4, 3)
 LAYOUTS = {
@@ -173,3 +174,18 @@ def test_joints_give_and_take_their_state_at_once(simulation):
     assert numpy.allclose(simulation.jointSpeeds, [1, -2], atol=0.02)
     assert numpy.allclose(simulation.jointPositions, [0.5, -1], atol=0.05)
     assert numpy.allclose(simulation.getJointPositions(simulation.getConstraints()[1:]), simulation.jointPositions[1:])
+
+
+def test_native_arrays_have_rows_with_and_without_numpy(tmp_path):
+    sim = hyxSDK.Simulation()
+    for height in (1, 2):
+        body = hyx.RigidBody()
+        body.setPosition((0, 0, height))
+        sim.add(body)
+    rows = sim.getPositions()
+    assert rows[1].tolist() == [0, 0, 2] and rows[:, 2].sum() == 3 and [row[2] for row in rows] == [1, 2]
+    assert sim.getPositions([]).shape == (0, 3)
+    (tmp_path / "numpy.py").write_text("raise ModuleNotFoundError('there is no numpy')")
+    script = "import hyx, hyxSDK; s = hyxSDK.Simulation(); s.add(hyx.RigidBody()); print(s.getPositions().tolist())"
+    done = run_python("-c", script, extra_path=str(tmp_path))
+    assert done.stdout == "[[0.0, 0.0, 0.0]]\n", done.stderr

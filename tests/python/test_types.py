@@ -11,6 +11,7 @@ import hyx
 import hyxCollide
 import hyxOSG
 import hyxSDK
+import numpy
 import pytest
 from subprocesses import BUILD, ROOT
 
@@ -128,8 +129,9 @@ def scene():
     return [sim, sim.getSpace(), box, box.getGeometries()[0], contact, mesh, field, hit, hyx.StringTable()]
 
 
-TOLD = re.compile(r"(list|dict|tuple|memoryview|bytes)(?:\[(.+)\])?")
-PLAIN = {"list": list, "dict": dict, "tuple": tuple, "memoryview": memoryview, "bytes": bytes}
+TOLD = re.compile(r"(list|dict|tuple|Doubles|Floats|Indices|bytes)(?:\[(.+)\])?")
+PLAIN = {"list": list, "dict": dict, "tuple": tuple, "bytes": bytes}
+NUMBERS = {"Doubles": "float64", "Floats": "float32", "Indices": "uint32"}
 
 
 def test_results_are_of_the_types_of_the_stubs():
@@ -145,7 +147,8 @@ def test_results_are_of_the_types_of_the_stubs():
             if not told or len(method.args.args) - len(method.args.defaults) > 1:
                 continue
             result = getattr(thing, method.name)()
-            assert type(result) is PLAIN[told[1]], f"{kind.__name__}.{method.name}"
+            found = str(result.dtype) if isinstance(result, numpy.ndarray) else type(result)
+            assert found == (NUMBERS | PLAIN)[told[1]], f"{kind.__name__}.{method.name}"
             checked += 1
             if told[1] == "list" and result:
                 wanted = eval(told[2], {name: sys.modules[name] for name in PACKAGES})
