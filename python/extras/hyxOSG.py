@@ -40,6 +40,8 @@ if TYPE_CHECKING:
     import hyxIO
     import hyxOSG
     import hyxSDK
+    import hyxtavlang
+    import osg
 
     from .hints import Bytes, Floats, Self
 
@@ -153,6 +155,23 @@ class ExampleApplication:
                 raise
             print(f"{sys.argv[0]}: {error}\n(--help lists the options)", file=sys.stderr)
             raise SystemExit(2) from error
+
+    def loadTavLangFile(
+        self, path: str | os.PathLike[str], root: osg.Group | None, params: hyxtavlang.OptParams | None = None
+    ) -> hyxtavlang.LoadResult:
+        """Loads a robot description (URDF), a model in MJCF, a model or world in SDF, or a scene of JSON into the
+        simulation, with visuals under `root` (None for none). What is wrong with it is listed in the result; then the
+        simulation is as before. FileNotFoundError where there is no such file.
+        """
+        import errno
+        import os
+
+        params = () if params is None else (params,)
+        result = self._native_loadTavLangFile(path, root, *params)  # type: ignore[attr-defined]
+        if not result.isSuccess() and not os.path.isfile(path):
+            number = errno.EISDIR if os.path.isdir(path) else errno.ENOENT
+            raise OSError(number, os.strerror(number), os.fspath(path))
+        return result
 
     def film(
         self,

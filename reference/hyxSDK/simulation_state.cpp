@@ -3,6 +3,7 @@
 #include "reference/hyxSDK/simulation_implementation.h"
 #include "reference/machinery/bullet/constraint_implementation.h"
 #include "reference/machinery/bullet/rigid_body_implementation.h"
+#include "reference/machinery/files/missing_file.h"
 #include "reference/machinery/files/state_keepers.h"
 #include "reference/machinery/files/whole_file.h"
 
@@ -211,6 +212,7 @@ void Simulation::save(hyx::String const& fileName) const {
 }
 
 void Simulation::restore(hyx::String const& fileName) {
+    hyxOSG::requireFile(std::string(fileName));
     std::ifstream file(fileName, std::ios::binary);
     if (!file)
         throw std::filesystem::filesystem_error("cannot read the state", std::string(fileName),

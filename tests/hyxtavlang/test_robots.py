@@ -3,6 +3,7 @@
 import math
 import textwrap
 
+import _hyxOSG
 import hyx
 import hyxIO
 import hyxtavlang
@@ -114,8 +115,14 @@ def test_what_cannot_be_loaded_is_listed_and_nothing_changes(app, description, t
     assert capfd.readouterr() == ("", "")
 
 
-def test_a_missing_file_is_listed(app):
-    assert "nowhere" in app.loadTavLangFile("/nowhere/arm.urdf", None).getErrors()[0]
+def test_a_missing_file_is_an_error_which_the_flat_function_lists(app, tmp_path):
+    assert "nowhere" in _hyxOSG.ExampleApplication_loadTavLangFile(app, "/nowhere/arm.urdf", None).getErrors()[0]
+    with pytest.raises(FileNotFoundError, match="/nowhere/arm.urdf"):
+        app.loadTavLangFile("/nowhere/arm.urdf", None)
+    with pytest.raises(IsADirectoryError):
+        app.loadTavLangFile(tmp_path, None)
+    (tmp_path / "empty.urdf").touch()
+    assert "empty.urdf' is empty" in app.loadTavLangFile(tmp_path / "empty.urdf", None).getErrors()[0]
 
 
 def test_the_name_of_the_model_is_checked(app, description):

@@ -12,6 +12,11 @@ inline bool isFolder(std::string const& path) {
     return std::filesystem::is_directory(path, error);
 }
 
+inline bool isEmptyFile(std::string const& path) {
+    std::error_code error;
+    return std::filesystem::is_regular_file(path, error) && std::filesystem::file_size(path, error) == 0 && !error;
+}
+
 /// `kind` says what was looked for, as in "model file".
 inline std::string missingFile(std::string const& kind, std::string const& path) {
     return isFolder(path) ? "the " + kind + " \"" + path + "\" is a folder"

@@ -265,8 +265,12 @@ ReadResult readAssets(std::string const& path, std::string const& extension) {
     aiScene const* const scene =
         importer.ReadFile(path, aiProcess_Triangulate | aiProcess_GenSmoothNormals | aiProcess_JoinIdenticalVertices |
                                     aiProcess_SortByPType | aiProcess_ValidateDataStructure);
-    if (!scene || !scene->mRootNode)
-        return ReadResult(std::string(importer.GetErrorString()));
+    if (!scene || !scene->mRootNode) {
+        std::string_view const fault = importer.GetErrorString();
+        // None of its readers knows the first bytes.
+        bool const isOther = fault.starts_with("No suitable reader");
+        return isOther ? ReadResult(ReadResult::FILE_NOT_HANDLED) : ReadResult(std::string(fault));
+    }
     if (extension == "dae")
         leaveOutUnit(*scene);
     osg::ref_ptr<osg::Node> const model = SceneConverter(*scene, osgDB::getFilePath(path)).convert(*scene->mRootNode);

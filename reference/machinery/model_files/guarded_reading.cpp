@@ -1,6 +1,7 @@
 // Reads behind a trial, below the file's own folder, and checks what comes back.
 #include "reference/machinery/model_files/guarded_reading.h"
 
+#include "reference/machinery/files/missing_file.h"
 #include "reference/machinery/meshes/mesh_check.h"
 #include "reference/machinery/model_files/file_look_up.h"
 #include "reference/machinery/model_files/hidden_faces.h"
@@ -31,7 +32,7 @@ std::string refusal(std::string const& path) {
         return "no ending of its name says of what kind it is";
     if (!osgDB::Registry::instance()->getReaderWriterForExtension(ending))
         return "there is no reader for the ending \"." + ending + "\"";
-    return "it is damaged, or not of the kind that its name says";
+    return "it is damaged, or not of the kind that its name says: export or copy it again";
 }
 
 std::string faultOf(std::string const& path, osgDB::ReaderWriter::ReadResult const& result) {
@@ -59,6 +60,8 @@ Reading<Thing> guarded(std::string const& path, Read const& read) {
 /// Reads here what has survived its trial.
 template <class Thing, class Read>
 Reading<Thing> readTried(TrialKind kind, std::string const& path, std::string const& options, Read const& read) {
+    if (isEmptyFile(path))
+        return {nullptr, "it is empty: export or copy it again"};
     if (!hasProvenItself(path))
         if (std::string const fault = tryReading(kind, path, options); !fault.empty())
             return {nullptr, fault};

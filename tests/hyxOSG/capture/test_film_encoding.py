@@ -75,6 +75,14 @@ def test_what_cannot_be_encoded_is_an_error(tmp_path, encoding):
         film(tmp_path / "film.mp4", images=60, **encoding)
 
 
+def test_a_film_is_a_file_not_a_folder(tmp_path):
+    folder = tmp_path / "films"
+    for path in (f"{folder}/", tmp_path):
+        with pytest.raises(IsADirectoryError, match=r"name a file in it, such as '.*film\.mp4'"):
+            Video(64, 48, 30.0).encode(path=path)
+    assert list(tmp_path.iterdir()) == []
+
+
 def test_one_rate_rules_until_another_is_asked_for():
     video = Video(64, 48, 30.0)
     video.setFps(50)

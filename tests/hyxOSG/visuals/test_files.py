@@ -112,6 +112,18 @@ def test_damaged_and_unknown_files_give_nothing(tmp_path, name, text):
     assert hyxOSG.readNodeFile(str(tmp_path)) is None and hyxOSG.readNodeFile(str(tmp_path / "missing.obj")) is None
 
 
+@pytest.mark.parametrize("ending", "glb gltf obj stl ply dae fbx off 3ds osgt".split())
+def test_an_empty_file_is_told_from_damage(tmp_path, ending):
+    file = tmp_path / f"m.{ending}"
+    file.touch()
+    with pytest.warns(RuntimeWarning, match="it is empty: export or copy it again"):
+        assert hyxOSG.readNodeFile(file) is None
+    file.write_text("hello world")
+    with pytest.warns(RuntimeWarning, match="cannot be read: ") as told:
+        assert hyxOSG.readNodeFile(file) is None
+    assert "is empty" not in str(told[0].message) and "No suitable" not in str(told[0].message)
+
+
 @pytest.mark.parametrize(
     "name, reason",
     [
