@@ -9,7 +9,30 @@
 #include <osgViewer/GraphicsWindow>
 #include <osgViewer/Viewer>
 
+#include <cmath>
+#include <stdexcept>
+
 namespace {
+
+void perspective(osg::Camera& self, double degrees, double ratio, double near, double far) {
+    if (!(degrees > 0 && degrees < 180 && ratio > 0 && near > 0 && far > near && std::isfinite(ratio * far)))
+        throw std::invalid_argument("a perspective needs an angle of 0 to 180 degrees, a positive ratio of width to "
+                                    "height, and a far plane beyond its near plane, which lies before the eye");
+    self.setProjectionMatrixAsPerspective(degrees, ratio, near, far);
+}
+
+void parallel(osg::Camera& self, double left, double right, double bottom, double top, double near, double far) {
+    double const volume = (right - left) * (top - bottom) * (far - near);
+    if (volume == 0 || !std::isfinite(volume))
+        throw std::invalid_argument("a parallel projection needs a volume that is not empty");
+    self.setProjectionMatrixAsOrtho(left, right, bottom, top, near, far);
+}
+
+void set_viewport(osg::Camera& self, int x, int y, int width, int height) {
+    if (width < 1 || height < 1)
+        throw std::invalid_argument("a viewport is at least a pixel wide and high");
+    self.setViewport(x, y, width, height);
+}
 
 void look_at(osg::Camera& self, osg::Vec3d const& eye, osg::Vec3d const& center, osg::Vec3d const& up) {
     self.setViewMatrixAsLookAt(eye, center, up);
@@ -107,16 +130,16 @@ constexpr Declared viewer_rows[] = {
     FUNCTION(Camera_setProjectionMatrix,
              ADAPTER(osg::Camera, setProjectionMatrix, set_projection_matrix, (osg::Matrixd const&))),
     FUNCTION(Camera_setProjectionMatrixAsPerspective,
-             METHOD(osg::Camera, setProjectionMatrixAsPerspective, (double, double, double, double))),
-    FUNCTION(Camera_setProjectionMatrixAsOrtho,
-             METHOD(osg::Camera, setProjectionMatrixAsOrtho, (double, double, double, double, double, double))),
+             ADAPTER(osg::Camera, setProjectionMatrixAsPerspective, perspective, (double, double, double, double))),
+    FUNCTION(Camera_setProjectionMatrixAsOrtho, ADAPTER(osg::Camera, setProjectionMatrixAsOrtho, parallel,
+                                                        (double, double, double, double, double, double))),
     FUNCTION(Camera_setClearColor, METHOD(osg::Camera, setClearColor, (osg::Vec4f const&))),
     FUNCTION(Camera_setFinalDrawCallback,
              ADAPTER(osg::Camera, setFinalDrawCallback, set_final_draw_callback, (osg::Camera::DrawCallback*))),
     FUNCTION(Camera_getCullMask, ADAPTER(osg::Camera, getCullMask, cull_mask, () const)),
     FUNCTION(Camera_setCullMask, ADAPTER(osg::Camera, setCullMask, set_cull_mask, (unsigned int))),
     FUNCTION(Camera_getClearColor, ADAPTER(osg::Camera, getClearColor, clear_color, () const)),
-    FUNCTION(Camera_setViewport, METHOD(osg::Camera, setViewport, (int, int, int, int))),
+    FUNCTION(Camera_setViewport, ADAPTER(osg::Camera, setViewport, set_viewport, (int, int, int, int))),
     FUNCTION(Camera_getViewport, SHARED(METHOD(osg::Camera, getViewport, ()))),
     FUNCTION(Camera_getGraphicsWindow, SHARED(ADAPTER(osg::Camera, getGraphicsWindow, window, ()))),
     SHARED_CLASS_ROWS(osg::Camera, Camera),

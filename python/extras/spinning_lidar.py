@@ -5,6 +5,7 @@ from __future__ import annotations
 import math
 
 from .applications import require_application
+from .camera_models import MOST_PIXELS
 from .point_files import CLOUD
 from .sensor_camera import SensorCamera, read_cameras, require_planes
 
@@ -81,6 +82,13 @@ class SpinningDepthLidar:
         width = max(8, math.ceil(_OVERSAMPLING * columns / math.pi)) + 4
         focal = (width - 4) / 2  # 90 degrees, and two pixels more at each side
         height = 2 * math.ceil(focal * math.tan(steepest) * math.sqrt(2)) + 6
+        if max(width, height) > MOST_PIXELS:
+            fitting = int(columns * (MOST_PIXELS - 12) / max(width, height))
+            raise ValueError(
+                f"{columns} columns, with rings up to {math.degrees(steepest):.0f} degrees from the horizon, need "
+                f"depth pictures of {width} x {height} pixels, which have at most {MOST_PIXELS} each way: choose at "
+                f"most {fitting} columns, or rings nearer to the horizon"
+            )
         K: list[list[float]] = [[focal, 0, (width - 1) / 2], [0, focal, (height - 1) / 2], [0, 0, 1]]
         # A beam near a picture's corner is longer than its distance along the view.
         near = self._range[0] * math.cos(steepest) / math.sqrt(2)

@@ -1,6 +1,7 @@
 """The scene graph's own classes, as far as scripts need them."""
 
 import gc
+import math
 
 import hyx
 import osg
@@ -167,6 +168,27 @@ def test_cameras_and_viewers():
     orbit.setCenter(osg.Vec3d(1, 2, 3))
     orbit.setDistance(7.0)
     assert list(orbit.getCenter()) == [1, 2, 3] and orbit.getDistance() == 7
+
+
+@pytest.mark.parametrize(
+    "name, good",
+    [
+        ("setProjectionMatrixAsPerspective", (45.0, 1.0, 0.1, 10.0)),
+        ("setProjectionMatrixAsOrtho", (-1.0, 1.0, -1.0, 1.0, 0.1, 10.0)),
+        ("setViewport", (0, 0, 64, 48)),
+    ],
+)
+def test_a_camera_refuses_what_gives_no_picture(name, good):
+    camera = osgViewer.Viewer().getCamera()
+    getattr(camera, name)(*good)
+    before = list(camera.getProjectionMatrix().transform(osg.Vec3d(0.1, 0.2, -3)))
+    bad = [good[:-1] + (good[-2] * (name != "setViewport"),)]
+    if name != "setViewport":
+        bad += [good[:i] + (value,) + good[i + 1 :] for i in range(len(good)) for value in (math.nan, math.inf)]
+    for wrong in bad:
+        with pytest.raises(ValueError):
+            getattr(camera, name)(*wrong)
+    assert list(camera.getProjectionMatrix().transform(osg.Vec3d(0.1, 0.2, -3))) == before
 
 
 def test_events_are_put_into_the_queue():

@@ -52,6 +52,8 @@ SceneDecorator::LogoLocation SceneDecorator::getLogoLocation() const {
 }
 
 void SceneDecorator::setLogoPosition(float x, float y) {
+    if (!std::isfinite(x) || !std::isfinite(y))
+        throw std::invalid_argument("the logo's position must be finite");
     m_implementation->logo.setPosition(osg::Vec2f(x, y));
 }
 

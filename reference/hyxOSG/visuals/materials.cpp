@@ -12,8 +12,8 @@
 #include <osg/NodeVisitor>
 
 #include <algorithm>
-#include <cmath>
 #include <functional>
+#include <sstream>
 #include <stdexcept>
 
 namespace hyxOSG {
@@ -52,10 +52,16 @@ void changeMaterial(osg::Node* node, bool recursive, Change const& change) {
     }
 }
 
+/// Of a colour, an opacity or a sharpness. What is beyond by no more than rounding is taken for the bound.
 float checkedPart(float value, float highest) {
-    if (std::isnan(value))
-        throw std::invalid_argument("a colour or material value must be a number, not NaN");
-    return std::clamp(value, 0.0f, highest);
+    float const rounding = highest / 1000;
+    if (value >= -rounding && value <= highest + rounding)
+        return std::clamp(value, 0.0f, highest);
+    std::ostringstream text;
+    text << (highest == 1 ? "the parts of a colour, and opacity, are numbers from 0 to 1, not "
+                          : "shininess is a number from 0 (wide) to 128 (narrow), not ")
+         << value;
+    throw std::invalid_argument(text.str());
 }
 
 osg::Vec4f checkedColor(hyx::Vec4f const& color) {

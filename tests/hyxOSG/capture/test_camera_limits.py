@@ -1,6 +1,7 @@
 """Sensor cameras of any size, matrix and lens show what rays meet, or say in words what they are not."""
 
 import math
+import re
 
 import hyx
 import hyxCollide
@@ -137,6 +138,18 @@ def test_what_is_no_camera_is_told_when_it_is_made(app, wrong):
 def test_what_is_no_spinning_lidar_is_told_when_it_is_made(app, wrong):
     with pytest.raises(ValueError):
         SpinningDepthLidar(app, **wrong)
+
+
+@pytest.mark.parametrize("steepest", [0.1, 0.7, 1.3])
+def test_a_spinning_lidar_of_too_many_columns_says_how_many_it_may_have(app, steepest):
+    rings = {"rings": 2, "vertical": (-steepest, steepest)}
+    with pytest.raises(ValueError, match="100000 columns, .* degrees .* at most 16384 each way") as refused:
+        SpinningDepthLidar(app, columns=100_000, **rings)
+    most = int(re.search(r"at most (\d+) columns", str(refused.value))[1])
+    assert most > 2000
+    SpinningDepthLidar(app, columns=most, **rings)
+    with pytest.raises(ValueError, match="columns"):
+        SpinningDepthLidar(app, columns=most + 60, **rings)
 
 
 @pytest.mark.parametrize("name", ["rgb", "depth", "depth_per_square"])

@@ -39,15 +39,28 @@ def test_each_colour_setter_changes_its_part_only():
     assert material(node).getShininess() == 42
 
 
-def test_colours_outside_their_range_are_clamped_and_nan_is_refused():
+@pytest.mark.parametrize("wrong", [255, -1, 1.01, float("nan"), float("inf")])
+@pytest.mark.parametrize("part", range(4))
+@pytest.mark.parametrize("name", ["Diffuse", "Ambient", "Specular"])
+def test_a_colour_outside_its_range_is_refused_and_changes_nothing(name, part, wrong):
     node = ball(osg.Group())
-    hyxOSG.setDiffuseColor(node, hyx.Vec4f(7, -1, 0.5, 1))
-    assert list(material(node).getDiffuse()) == [1, 0, 0.5, 1]
-    hyxOSG.setShininess(node, 1000.0)
-    assert material(node).getShininess() == 128
-    with pytest.raises(RuntimeError, match="NaN"):
-        hyxOSG.setDiffuseColor(node, hyx.Vec4f(float("nan"), 0, 0, 1))
-    assert list(material(node).getDiffuse()) == [1, 0, 0.5, 1]
+    getattr(hyxOSG, f"set{name}Color")(node, (1.0000001, -1e-7, 0.5, 1))
+    color = [1, 0, 0.5, 1]
+    color[part] = wrong
+    with pytest.raises(ValueError, match="from 0 to 1, not"):
+        getattr(hyxOSG, f"set{name}Color")(node, color)
+    assert list(getattr(material(node), f"get{name}")()) == [1, 0, 0.5, 1]
+
+
+def test_opacity_and_shininess_outside_their_ranges_are_refused():
+    node = ball(osg.Group())
+    hyxOSG.setShininess(node, 128)
+    for wrong in (129, -1, float("nan")):
+        with pytest.raises(ValueError, match="128"):
+            hyxOSG.setShininess(node, wrong)
+        with pytest.raises(ValueError, match="0 to 1"):
+            hyxOSG.setAlpha(node, wrong)
+    assert material(node).getShininess() == 128 and material(node).getDiffuse()[3] == 1
 
 
 def test_wrong_colours_are_refused_and_no_node_is_no_error():
