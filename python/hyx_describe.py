@@ -6,6 +6,7 @@ python -m hyx_describe [MODULE ...]
 import importlib
 import importlib.util
 import json
+import signal
 import sys
 
 MODULES = ("_hyx", "_hyxCollide", "_hyxSDK", "_hyxModel", "_osg", "_hyxOSG")
@@ -21,4 +22,5 @@ def main() -> None:
 
 
 if __name__ == "__main__":
+    signal.signal(signal.SIGPIPE, signal.SIG_DFL)  # a reader such as `head` may have enough
     main()

@@ -5,6 +5,7 @@ from __future__ import annotations
 import ast
 import os
 import runpy
+import signal
 import sys
 import time
 from pathlib import Path
@@ -65,6 +66,7 @@ def wrong(text: str) -> int:
 def main(arguments: list[str] | None = None) -> int:
     words = sys.argv[1:] if arguments is None else arguments
     if "--doctor" in words:
+        signal.signal(signal.SIGPIPE, signal.SIG_DFL)  # a reader such as `head` may have enough
         return doctor()
     if words and is_program(words[0]):
         sys.argv = list(words)

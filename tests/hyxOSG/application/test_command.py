@@ -3,6 +3,8 @@
 import io
 import re
 import shutil
+import subprocess
+import sys
 
 import hyx
 import hyxOSG
@@ -11,7 +13,7 @@ import pytest
 from application_stage import add_box
 from browser import Browser
 from PIL import Image
-from subprocesses import ROOT, run_python
+from subprocesses import ROOT, bare_environment, run_python
 
 SCRIPT = """
 import hyx, hyxCollide, hyxOSG
@@ -70,6 +72,13 @@ def test_the_help_is_in_groups_and_the_doctor_says_what_works():
     assert [group for group in groups if f"{group}:" in help_text] == groups and "F1" in help_text
     done = open_file("--doctor")
     assert done.returncode == 0 and "works    drawing off-screen" in done.stdout
+
+
+@pytest.mark.parametrize("program", ["hyx_describe", "hyxOSG --doctor", "hyxOSG --help", "hyxsweep --help"])
+def test_a_reader_that_has_enough_ends_a_program_quietly(program):
+    command = f"{sys.executable} -m {program} | head -n 1"
+    done = subprocess.run(["sh", "-c", command], capture_output=True, text=True, timeout=60, env=bare_environment())
+    assert len(done.stdout.splitlines()) == 1 and not done.stderr
 
 
 def test_the_doctor_finds_text_without_the_tools_of_fontconfig_and_without_numpy(tmp_path, monkeypatch):
