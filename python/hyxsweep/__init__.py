@@ -12,6 +12,11 @@ result = sweep(build, {"friction": [0.1, 0.5], "seed": range(10)}, measure=measu
 result.dataset()                   # xarray.Dataset with the dimensions friction and seed
 """
 
+try:
+    import cloudpickle as _cloudpickle  # noqa: F401
+except ImportError as error:
+    raise ImportError('sweeps need the package cloudpickle: pip install "hyxosg[sweep]"') from error
+
 from .contact_sheet import contact_sheet
 from .designs import grid, sample
 from .environment import Environment
