@@ -71,3 +71,27 @@ def test_a_mesh_that_is_cut_open_shows_its_inside(stage):
     stage.setCameraHome(hyx.Vec3(0, -0.1, 8), hyx.Vec3(0, 0, 0))
     middle = stage.render()[60, 60]
     assert tuple(middle) != (0, 0, 255), "one looks at the floor of the box, not through it"
+
+
+@pytest.mark.parametrize("program", [False, True])
+@pytest.mark.parametrize("closed", [True, False])
+@pytest.mark.parametrize("scales", [[(-1, 1, 1)], [(1, 1, -1)], [(-1, -1, -1)], [(-1, 1, 1), (1, -1, 1)]])
+def test_what_is_mirrored_looks_as_its_mirror_image(stage, program, closed, scales):
+    stage.getSceneDecorator().setEnableShaderState(program)
+    mesh = hyxCollide.Trimesh(CORNERS * [1, 1.5, 0.6], FACES if closed else FACES[:-2])
+    body = hyx.RigidBody(hyxCollide.Geometry(mesh))
+    stage.setCameraHome(hyx.Vec3(2, -5, 4), hyx.Vec3(0, 0, 0))
+    pictures = []
+    for mirrors in ([], scales):
+        below = stage.getSceneRoot()
+        for scale in mirrors:
+            below.addChild(transform := osg.MatrixTransform(osg.Matrix.scale(*scale)))
+            below = transform
+        if not closed:  # the open side stays above
+            upright = osg.MatrixTransform(osg.Matrix.scale(1, 1, numpy.prod([scale[2] for scale in mirrors])))
+            below.addChild(upright)
+            below = upright
+        visual = hyxOSG.createVisual(body, below)
+        pictures.append(stage.render().astype(int))
+        below.removeChild(visual)
+    assert abs(pictures[0] - pictures[1]).max() <= 4 and len(numpy.unique(pictures[0][..., 0])) > 3
