@@ -2,6 +2,8 @@
 
 from __future__ import annotations
 
+import math
+
 from .applications import require_application
 
 TYPE_CHECKING = False
@@ -26,6 +28,7 @@ _PRESETS = {
 }
 _STEPS = 256
 _UNKNOWN = (0.5, 0.5, 0.5, 1.0)  # of what is no number
+_LETTER_WIDTH = 0.65  # of digits and most letters, as a share of their height
 _TRIANGLES = 4  # of OpenGL's modes
 
 
@@ -37,9 +40,11 @@ class ColorScale:
     """
 
     def __init__(self, map: str | Rows = "viridis", low: float = 0.0, high: float = 1.0) -> None:
-        if not low <= high:
-            raise ValueError(f"the interval of a scale goes upwards, not from {low} to {high}")
+        if not -math.inf < low <= high < math.inf:
+            raise ValueError(f"the interval of a scale goes upwards between finite ends, not from {low} to {high}")
         self.map, self.low, self.high = map, float(low), float(high)
+        # The colours of other libraries' maps are those of steps, as there, for many are lists of unlike colours.
+        self._stepped = isinstance(map, str) and _base(map) not in _PRESETS
         self._table = _table(map) if isinstance(map, str) else _rows(map)
 
     @classmethod
@@ -63,6 +68,8 @@ class ColorScale:
         part = (numpy.where(known, values, self.low) - self.low) / ((self.high - self.low) or 1.0)
         last = len(self._table) - 1
         place = numpy.clip(part, 0, 1) * last
+        if self._stepped:
+            place = numpy.minimum(numpy.floor(numpy.clip(part, 0, 1) * (last + 1)), last)
         under = place.astype(int)
         rest = (place - under)[:, None]
         mixed = self._table[under] * (1 - rest) + self._table[numpy.minimum(under + 1, last)] * rest
@@ -70,8 +77,6 @@ class ColorScale:
 
     def ticks(self, most: int = 6) -> list[float]:
         """Round numbers of the interval, `most` at most."""
-        import math
-
         span = self.high - self.low
         if not span > 0 or not math.isfinite(span):
             return [self.low]
@@ -106,11 +111,15 @@ def _rows(colors: Any) -> Any:
     return table if table.shape[1] == 4 else numpy.column_stack([table, numpy.ones(len(table))])
 
 
+def _base(name: str) -> str:
+    return name[:-2] if name.endswith("_r") else name
+
+
 def _table(name: str) -> Any:
     import hyxOSG
     import numpy
 
-    base = name[:-2] if name.endswith("_r") else name
+    base = _base(name)
     if base in _PRESETS:
         preset = hyxOSG.ScalarColorMap(getattr(hyxOSG.ScalarColorMap, _PRESETS[base]), 0.0, 1.0)
         table = numpy.array([tuple(preset.getColor(i / (_STEPS - 1))) for i in range(_STEPS)])
@@ -118,7 +127,7 @@ def _table(name: str) -> Any:
         try:
             import matplotlib  # type: ignore[import-not-found]
 
-            table = matplotlib.colormaps[base](numpy.linspace(0, 1, _STEPS))
+            table = matplotlib.colormaps[base](numpy.arange(matplotlib.colormaps[base].N))
         except (ImportError, KeyError):
             raise ValueError(f"there is no colour map {name!r}: choose one of {', '.join(_PRESETS)}") from None
     return table[::-1].copy() if name.endswith("_r") else table
@@ -247,8 +256,10 @@ class ColorBar:
         require_application(app)
         width, height = _osg.getPictureSize(app)
         letters = max(10.0, height / 40)
+        widest = max(map(len, _tick_texts(scale.ticks())))
+        room = max(6.5, 2 + _LETTER_WIDTH * widest, 1 + _LETTER_WIDTH * len(label) / 2)  # in letters, to the right
         self._drawn = _DrawnBar(
-            label, place or (width - 6.5 * letters, 0.2 * height), size or (letters, 0.6 * height), letters, color
+            label, place or (width - room * letters, 0.2 * height), size or (letters, 0.6 * height), letters, color
         )
         self._hud = app.getSceneDecorator().getHud()
         self._node = osg.Group()
@@ -299,6 +310,16 @@ def _follower(drawn: _DrawnBar, source: Any) -> Callable[[], None]:
     return follow
 
 
+def _tick_texts(ticks: Sequence[float]) -> list[str]:
+    """With as many digits as tell neighbours apart."""
+    error = min((after - before for before, after in zip(ticks, ticks[1:])), default=math.inf) / 100
+    for digits in range(6, 17):
+        texts = [f"{tick:.{digits}g}" for tick in ticks]
+        if all(abs(float(text) - tick) < error for text, tick in zip(texts, ticks)):
+            break
+    return texts
+
+
 class _DrawnBar:
     """The nodes of a bar."""
 
@@ -327,9 +348,10 @@ class _DrawnBar:
         self.node.addChild(self._strip())
         (left, bottom), (wide, high) = self._place, self._size
         span = (scale.high - scale.low) or 1.0
-        for tick in scale.ticks():
+        ticks = scale.ticks()
+        for tick, text in zip(ticks, _tick_texts(ticks)):
             height = bottom + high * (tick - scale.low) / span
-            self._write(f"{tick:.6g}", left + wide + 0.5 * self._letters, height, False)
+            self._write(text, left + wide + 0.5 * self._letters, height, False)
         if self._label:
             self._write(self._label, left + wide / 2, bottom + high + self._letters, True)
 

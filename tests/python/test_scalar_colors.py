@@ -1,5 +1,7 @@
 """Meshes and points coloured by arrays of numbers, and the bar that says which colour is which."""
 
+import math
+
 import hyx
 import hyxCollide
 import hyxOSG
@@ -120,7 +122,7 @@ def test_the_bar_shows_the_map_and_goes(stage):
     "call, words",
     [
         (lambda: hyxOSG.ColorScale("virdis"), "no colour map 'virdis': choose one of rainbow"),
-        (lambda: hyxOSG.ColorScale("gray", 2, 1), "upwards, not from 2 to 1"),
+        (lambda: hyxOSG.ColorScale("gray", 2, 1), "upwards between finite ends, not from 2 to 1"),
         (lambda: hyxOSG.colorBy(osg.Group(), [1]), "no mesh below"),
     ],
 )
@@ -134,3 +136,41 @@ def test_numbers_and_vertices_must_agree(stage):
     visual = shape_visual(stage, vertices, faces)
     with pytest.raises(ValueError, match="80 values for 81 vertices"):
         hyxOSG.colorBy(visual, vertices[:80, 0])
+
+
+@pytest.mark.parametrize("turned", ["", "_r"])
+@pytest.mark.parametrize("name", ["tab10", "Set3", "tab20c", "flag", "gist_ncar", "turbo"])
+def test_maps_of_matplotlib_are_those_of_matplotlib(name, turned):
+    matplotlib = pytest.importorskip("matplotlib")
+    values = numpy.linspace(-3, 5, 1001)
+    theirs = matplotlib.colormaps[name + turned]((values + 3) / 8)
+    assert abs(hyxOSG.ColorScale(name + turned, -3, 5).colors(values) - theirs).max() < 1e-6
+
+
+@pytest.mark.parametrize("low, high", [(0, math.inf), (-math.inf, 0), (math.nan, 1)])
+def test_a_scale_has_finite_ends(low, high):
+    with pytest.raises(ValueError, match="finite ends"):
+        hyxOSG.ColorScale("viridis", low, high)
+
+
+@pytest.mark.parametrize(
+    "low, high, label", [(1e6, 1.00001e6, "p"), (-1e-7, 3e-7, "p"), (0, 1, "equivalent stress, MPa")]
+)
+def test_what_a_bar_says_stays_in_the_picture(low, high, label):
+    made = OffScreen(400, 300)
+    without = made.app.render().astype(int)
+    bar = hyxOSG.ColorBar(made.app, hyxOSG.ColorScale("gray", low, high), label)
+    written = abs(made.app.render().astype(int) - without).max(axis=(0, 2)) > 24
+    made.app.close()
+    assert written.any() and not written[-2:].any() and written[-60:].any()
+    assert bar.scale.high == high
+
+
+@pytest.mark.parametrize("low, high", [(1e6, 1.00001e6), (273.15, 273.1501), (-2e-9, 1e-9), (0, 1)])
+def test_numbers_beside_a_bar_are_told_apart(stage, monkeypatch, low, high):
+    said, text = [], hyxOSG.Text
+    stand_in = type("Text", (text,), {"__init__": lambda self, *a: (said.append(a[0]), text.__init__(self, *a))[1]})
+    monkeypatch.setattr(hyxOSG, "Text", stand_in)
+    bar = hyxOSG.ColorBar(stage.app, hyxOSG.ColorScale("gray", low, high))
+    assert len(said) == len(set(said)) >= 3
+    assert numpy.allclose([float(number) for number in said], bar.scale.ticks(), rtol=0, atol=(high - low) / 100)
