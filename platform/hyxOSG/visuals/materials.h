@@ -20,8 +20,8 @@ namespace hyxOSG {
 
 // Material of a node and what is below it. The material set nearest to a shape wins, also over the materials that come
 // with loaded models. With `recursive`, the value is also written into every material below the node. A null
-// node, as finders give where there is no visual, is a warning. Colours are red, green, blue, alpha from 0 to 1;
-// anything else raises std::invalid_argument.
+// node, as finders give where there is no visual, is a warning. Colours are red, green, blue, alpha from 0 to 1,
+// clamped with a warning; NaN raises std::invalid_argument.
 
 /// The colour under light. Its alpha is the node's opacity, as by setAlpha.
 void setDiffuseColor(osg::Node* node, hyx::Vec4f const& color, bool recursive = false);
@@ -38,7 +38,7 @@ void setAmbientColor(osg::Node* node, hyx::Vec4f const& color, bool recursive = 
 /// The colour of the highlight.
 void setSpecularColor(osg::Node* node, hyx::Vec4f const& color, bool recursive = false);
 
-/// The sharpness of the highlight, 0 (wide) to 128 (narrow).
+/// The sharpness of the highlight, 0 (wide) to 128 (narrow), clamped with a warning.
 void setShininess(osg::Node* node, float shininess, bool recursive = false);
 
 /// Opacity, 0 (invisible) to 1. Below 1 the node is drawn after all opaque ones, far to near, without writing depth.

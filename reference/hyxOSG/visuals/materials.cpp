@@ -12,6 +12,7 @@
 #include <osg/NodeVisitor>
 
 #include <algorithm>
+#include <cmath>
 #include <functional>
 #include <sstream>
 #include <stdexcept>
@@ -52,16 +53,19 @@ void changeMaterial(osg::Node* node, bool recursive, Change const& change) {
     }
 }
 
-/// Of a colour, an opacity or a sharpness. What is beyond by no more than rounding is taken for the bound.
+/// Of a colour, an opacity or a sharpness.
 float checkedPart(float value, float highest) {
-    float const rounding = highest / 1000;
-    if (value >= -rounding && value <= highest + rounding)
-        return std::clamp(value, 0.0f, highest);
-    std::ostringstream text;
-    text << (highest == 1 ? "the parts of a colour, and opacity, are numbers from 0 to 1, not "
-                          : "shininess is a number from 0 (wide) to 128 (narrow), not ")
-         << value;
-    throw std::invalid_argument(text.str());
+    if (std::isnan(value))
+        throw std::invalid_argument("a colour or material value must be a number, not NaN");
+    float const taken = std::clamp(value, 0.0f, highest), rounding = highest / 1000;
+    if (std::abs(value - taken) > rounding) {
+        std::ostringstream notice;
+        notice << (highest == 1 ? "the parts of a colour, and opacity, are numbers from 0 to 1; "
+                                : "shininess is a number from 0 (wide) to 128 (narrow); ")
+               << value << " is taken for " << taken;
+        warn(notice.str());
+    }
+    return taken;
 }
 
 osg::Vec4f checkedColor(hyx::Vec4f const& color) {
