@@ -44,12 +44,18 @@ inline int convert_uint32(PyObject* object, Slot& slot) noexcept {
 
 // For who deletes the native object. Another call that has not ended may use it.
 inline int convert_disowned(PyObject* object, swig_type_info* type, void** result) noexcept {
-    SwigPyObject const* const handle = runtime::find_kept_this(object);
-    if (handle && runtime::is_used(handle)) {
+    *result = nullptr;
+    if (object == Py_None)
+        return SWIG_OK;
+    SwigPyObject* const handle = runtime::find_this(object);
+    if (!handle)
+        return SWIG_ERROR;
+    if (runtime::is_used(handle)) {
         PyErr_SetString(PyExc_RuntimeError, "the object is used by a call that has not ended and cannot be deleted");
         return SWIG_UserError;
     }
-    return SWIG_Python_ConvertPtrAndOwn(object, result, type, PointerConversion::disowning);
+    return SWIG_Python_ConvertPtrAndOwn(reinterpret_cast<PyObject*>(handle), result, type,
+                                        PointerConversion::disowning);
 }
 
 inline int convert_text(PyObject* object, Slot& slot) noexcept {

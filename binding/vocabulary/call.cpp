@@ -147,46 +147,49 @@ inline PyObject* invoke(Form const& form, Slot const* slots, PyObject* const* ar
 }
 
 // Code of the user that ran in between may have deleted or exchanged what earlier arguments held: their pointers are
-// taken anew, last those that need no code for it. False with an error set.
-[[gnu::noinline]] bool renew(Form const& form, Slot* slots, PyObject* const* arguments, std::size_t count) {
-    for (bool at_once : {false, true})
-        for (std::size_t i = 0; i < count; ++i)
-            if (form.parameters[i].kind == Kind::pointer &&
-                (runtime::find_this_at_once(arguments[i]) != nullptr) == at_once &&
-                convert_argument(form.parameters[i], arguments[i], slots[i]) < 0)
-                return false;
+// taken anew, but for those that the call holds. False with an error set.
+[[gnu::noinline]] bool renew(Form const& form, Slot* slots, PyObject* const* arguments, std::size_t count,
+                             Given const& given) {
+    for (std::size_t i = 0; i < count; ++i)
+        if (form.parameters[i].kind == Kind::pointer && !given.has(i) &&
+            convert_argument(form.parameters[i], arguments[i], slots[i]) < 0)
+            return false;
     return true;
 }
 
-// How many of a call's arguments had been converted when code of the user last ran.
-class Earlier {
-public:
-    void converted(std::size_t index) noexcept {
-        if (runs_ == runtime::user_code_runs)
-            return;
-        runs_ = runtime::user_code_runs;
-        count_ = index;
+// Whether code of the user may be asked for the argument's pointer object.
+bool may_ask(Parameter const& parameter, PyObject* object) noexcept {
+    return parameter.kind == Kind::pointer && object != Py_None && !runtime::find_this_at_once(object);
+}
+
+// The conversion of such an argument, whose pointer object the call holds from now on.
+[[gnu::noinline]] int convert_given(Parameter const& parameter, PyObject* object, Slot& slot, Given& given,
+                                    std::size_t index) {
+    SwigPyObject* const handle = runtime::find_this(object);
+    if (!handle) {
+        runtime::raise_argument_error(argument_error(SWIG_ERROR), parameter.message());
+        return SWIG_TypeError;
     }
-
-    std::size_t count() const noexcept { return count_; }
-
-private:
-    unsigned long runs_ = runtime::user_code_runs;
-    std::size_t count_ = 0;
-};
+    given.hold(index, handle);
+    return convert_argument(parameter, reinterpret_cast<PyObject*>(handle), slot);
+}
 
 PyObject* call_form(Form const& form, PyObject* const* arguments, std::size_t count) {
+    Given given;
     Slots slots(form);
     Earlier earlier;
     for (std::size_t i = 0; i < count; ++i) {
-        int const status = convert_argument(form.parameters[i], arguments[i], slots.slots[i]);
+        Parameter const& parameter = form.parameters[i];
+        int const status = may_ask(parameter, arguments[i])
+                               ? convert_given(parameter, arguments[i], slots.slots[i], given, i)
+                               : convert_argument(parameter, arguments[i], slots.slots[i]);
         earlier.converted(i);
         if (status == SWIG_NEWOBJ)
             slots.mark_made(i);
         if (status < 0)
             return refuse_argument(status, i, arguments, count);
     }
-    if (earlier.count() != 0 && !renew(form, slots.slots, arguments, earlier.count()))
+    if (earlier.count() != 0 && !renew(form, slots.slots, arguments, earlier.count(), given))
         return fail();
     return invoke(form, slots.slots, arguments, count);
 }
@@ -199,11 +202,13 @@ PyObject* call_direct(Form const& form, PyObject* const* arguments, std::size_t 
         Parameter const& parameter = form.parameters[i];
         if (convert_at_once(parameter, arguments[i], slots[i]))
             continue;
+        if (may_ask(parameter, arguments[i]))
+            return call_form(form, arguments, count);
         if (int const status = convert_argument(parameter, arguments[i], slots[i]); status < 0)
             return refuse_argument(status, i, arguments, count);
         earlier.converted(i);
     }
-    if (earlier.count() != 0 && !renew(form, slots, arguments, earlier.count())) [[unlikely]]
+    if (earlier.count() != 0 && !renew(form, slots, arguments, earlier.count(), Given())) [[unlikely]]
         return fail();
     return invoke(form, slots, arguments, count);
 }
@@ -294,7 +299,8 @@ PyObject* call_chosen(Form const& form, Slots const& slots, PyObject* const* arg
             return call_form(*trial.form, arguments, count);
         Slots slots(*trial.form);
         if (accepts_all(*trial.form, candidates, slots, count))
-            return runs != runtime::user_code_runs && !renew(*trial.form, slots.slots, arguments, count)
+            return runs != runtime::user_code_runs &&
+                           !renew(*trial.form, slots.slots, arguments, count, candidates.given)
                        ? fail()
                        : call_chosen(*trial.form, slots, arguments, count);
         if (candidates.may_have_raised && PyErr_Occurred() && !PyErr_ExceptionMatches(PyExc_TypeError))
