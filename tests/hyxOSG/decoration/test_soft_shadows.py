@@ -3,6 +3,7 @@
 import math
 
 import hyx
+import hyxCollide
 import hyxOSG
 import numpy
 import pytest
@@ -123,3 +124,29 @@ def test_a_wide_ground_below_high_bodies_leaves_no_speckles():
     stage.app.close()
     assert numpy.ptp(light) > 60, "there are shadows"
     assert speckled.mean() < 0.005
+
+
+@pytest.mark.parametrize("method", [*SOFT, SceneDecorator.SHADOWMAP])
+@pytest.mark.parametrize(
+    "shape", [hyxCollide.Sphere(1), hyxCollide.Capsule(0.5, 2), hyxCollide.Cylinder(1, 2)], ids=["ball", "rod", "drum"]
+)
+def test_round_bodies_do_not_shade_themselves_however_small(shape, method):
+    """What stands alone and is round looks the same with shadows and without."""
+    made = OffScreen(SIZE, SIZE)
+    made.decorator.setEnableShaderState(True)
+    made.decorator.setShadowMethod(method)
+    body = hyx.RigidBody(hyxCollide.Geometry(shape))
+    body.setRotation(hyx.Quat(0.9, hyx.Vec3(0, 1, 0.3)))
+    visual = hyxOSG.createVisual(body, made.root)
+    hyxOSG.setDiffuseColor(visual, hyx.Vec4f(0.9, 0.9, 0.9, 1))
+    changed = []
+    for distance in (5, 12, 25, 50):
+        made.look_from(hyx.Vec3(0, -distance, 0.6 * distance), hyx.Vec3(0, 0, 0))
+        pictures = []
+        for shadows in (False, True):
+            made.decorator.setEnableShadows(shadows)
+            made.app.render()
+            pictures.append(made.app.render().astype(int))
+        changed.append((abs(pictures[0] - pictures[1]).max(axis=2) > 30).sum())
+    made.app.close()
+    assert max(changed) <= 3, changed
