@@ -34,6 +34,8 @@ def _written_by_hand(module: ast.Module, package: Path) -> Iterator[ast.stmt]:
         if names:
             folder = package if own else package.parent
             source = folder / Path(*statement.module.split(".")).with_suffix(".py")
+            if not source.exists():  # an extension module
+                source = source.with_suffix(".pyi")
             yield from (found for found in ast.parse(source.read_text()).body if getattr(found, "name", "") in names)
 
 
