@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import math
 import os
 import sys
 from collections.abc import Callable, Iterable, Mapping
@@ -48,6 +49,10 @@ def sweep(
     progress: shows a bar (needs tqdm); None where standard error is a terminal.
     strict: raises RunFailed at the end when runs have failed; their outcomes are in the folder in any case.
     """
+    if not 0 <= seconds < math.inf:
+        raise ValueError(f"a run takes 0 or more seconds, not {seconds}")
+    if (isinstance(scheduler, int) and scheduler < 0) or retries < 0:
+        raise ValueError("the numbers of processes and retries are 0 or more")
     runs = [Run(number, parameters) for number, parameters in enumerate(runs_of(design))]
     task = Task(build, measure, seconds, pictures, journals, size, os.path.abspath(folder))
     record = Record(folder)

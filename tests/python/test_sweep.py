@@ -190,3 +190,14 @@ def test_a_sweep_goes_on_in_another_process_whatever_its_code_holds(tmp_path):
         environment = {**os.environ, "PYTHONPATH": str(BUILD / "python"), "PYTHONHASHSEED": seed}
         subprocess.run([sys.executable, script], env=environment, check=True)
     assert [row["value"] for row in hyxsweep.Result(tmp_path / "sweep").rows()] == [True, False]
+
+
+@pytest.mark.parametrize(
+    "wrong",
+    [{"seconds": -1}, {"seconds": float("nan")}, {"seconds": float("inf")}, {"scheduler": -1}, {"retries": -1}],
+    ids=str,
+)
+def test_what_would_never_end_or_run_backwards_is_refused(tmp_path, wrong):
+    with pytest.raises(ValueError, match="0 or more"):
+        hyxsweep.sweep(lambda a: a, {"a": [1]}, folder=tmp_path / "sweep", **wrong)
+    assert list(tmp_path.iterdir()) == []
