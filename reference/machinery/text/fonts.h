@@ -16,7 +16,7 @@ constexpr char const* usualFont = "DejaVuSans";
 /// Letters that it lacks are taken from others.
 osg::ref_ptr<Typeface> findFont(std::string const& name);
 
-/// The same for a script, which is warned where there is none.
+/// The same for a script, which is warned where there is none, or another one stands for it.
 osg::ref_ptr<Typeface> wantedFont(std::string const& name);
 
 /// Gives back what letters hold in a context that ends, or in all. Texts that are gone, or have changed, cannot tell

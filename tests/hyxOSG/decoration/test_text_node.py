@@ -2,6 +2,7 @@
 
 import gc
 import math
+import warnings
 
 import _hyxOSG
 import hyx
@@ -212,6 +213,23 @@ def test_a_font_that_is_none_is_told_of(tmp_path, content):
         file.write_bytes(content)
     with pytest.warns(RuntimeWarning, match="cannot be read" if content else "there is no font"):
         hyxOSG.Text().setFont(str(file))
+
+
+@pytest.mark.parametrize(
+    "name", ["DejaVuSans", "DejaVu Sans", "dejavu sans:bold", "DejaVuSerif.ttf", "DejaVu Sans Mono", "sans-serif"]
+)
+def test_fonts_that_are_installed_are_found_in_silence(name):
+    with warnings.catch_warnings():
+        warnings.simplefilter("error")
+        hyxOSG.Text().setFont(name)
+
+
+@pytest.mark.parametrize("name", ["No Such Family", "NoSuchFamily:bold"])
+def test_a_font_that_stands_for_another_is_told_of(name):
+    with pytest.warns(RuntimeWarning, match=f'there is no font "{name}"; ".*" stands for it'):
+        hyxOSG.Text().setFont(name)
+    with pytest.warns(RuntimeWarning, match="there is no font"):
+        hyxOSG.Text().setFont("NoSuchFile.ttf")
 
 
 @pytest.mark.parametrize(
