@@ -103,15 +103,25 @@ LightViewNeeds needsOf(ShadowMap::Settings const& settings, Casters& casters, os
     return needs;
 }
 
+/// The width of a pixel in metres: for each metre of distance, and besides.
+osg::Vec2f pixelSize(osgUtil::CullVisitor& visitor) {
+    osg::Matrixd const& projection = *visitor.getProjectionMatrix();
+    osg::Viewport const* const viewport = visitor.getViewport();
+    double const height = std::abs(projection(1, 1)) * (viewport ? viewport->height() : 0);
+    auto const size = height > 0 ? static_cast<float>(2 / height) : 0.0f;
+    return projection(2, 3) != 0 ? osg::Vec2f(size, 0) : osg::Vec2f(0, size);
+}
+
 /// What the shadowed state needs besides its maps, gathered map by map.
 class MapUniforms {
 public:
-    explicit MapUniforms(unsigned int maps, unsigned int mapSize)
+    MapUniforms(unsigned int maps, unsigned int mapSize, osg::Vec2f const& pixel)
         : m_matrix(new osg::Uniform(osg::Uniform::FLOAT_MAT4, "hyx_shadowMatrix", static_cast<int>(maps))),
           m_texel(new osg::Uniform(osg::Uniform::FLOAT, "hyx_shadowTexel", static_cast<int>(maps))),
           m_depth(new osg::Uniform(osg::Uniform::FLOAT, "hyx_splitDepth", static_cast<int>(maps))),
           m_penumbra(new osg::Uniform(osg::Uniform::FLOAT_VEC2, "hyx_penumbra", static_cast<int>(maps))),
-          m_size(new osg::Uniform("hyx_shadowMapSize", static_cast<float>(mapSize))) {}
+          m_size(new osg::Uniform("hyx_shadowMapSize", static_cast<float>(mapSize))),
+          m_pixel(new osg::Uniform("hyx_pixelSize", pixel)) {}
 
     void setMap(unsigned int map, osg::Matrixd const& eyeToScene, LightView const& fit) {
         m_matrix->setElement(map, osg::Matrixf(eyeToScene * fit.textureMatrix()));
@@ -127,12 +137,13 @@ public:
     void setDepth(unsigned int map, double depth) { m_depth->setElement(map, static_cast<float>(depth)); }
 
     void addTo(osg::StateSet& state) const {
-        for (osg::Uniform* uniform : {m_matrix.get(), m_texel.get(), m_depth.get(), m_penumbra.get(), m_size.get()})
+        for (osg::Uniform* uniform :
+             {m_matrix.get(), m_texel.get(), m_depth.get(), m_penumbra.get(), m_size.get(), m_pixel.get()})
             state.addUniform(uniform);
     }
 
 private:
-    osg::ref_ptr<osg::Uniform> m_matrix, m_texel, m_depth, m_penumbra, m_size;
+    osg::ref_ptr<osg::Uniform> m_matrix, m_texel, m_depth, m_penumbra, m_size, m_pixel;
 };
 
 } // namespace
@@ -184,7 +195,7 @@ void ShadowMap::cull(osgUtil::CullVisitor& visitor) {
     std::vector<osg::Vec3d> const visible = visibleCorners(scene.getBoundingBox(), view, projection, 0, unlimited);
     unsigned int const count = m_settings.shading.shadowMaps;
     bool const usesGrid = m_settings.shading.softShadows && count == 1; // to look up once is not worth a grid
-    MapUniforms uniforms(count, m_settings.mapSize);
+    MapUniforms uniforms(count, m_settings.mapSize, pixelSize(visitor));
     std::array<double, MAX_SHADOW_MAPS> depths{unlimited, unlimited, unlimited};
     if (count > 1 && !visible.empty())
         depths = splitDepths(visible, view);

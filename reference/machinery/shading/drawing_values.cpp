@@ -29,6 +29,7 @@ uniform mat4 hyx_shadowMatrix[SHADOW_MAPS];
 uniform float hyx_shadowTexel[SHADOW_MAPS];
 uniform vec2 hyx_penumbra[SHADOW_MAPS]; // its half width in the map, for a gap of all depths
 uniform float hyx_shadowMapSize;
+uniform vec2 hyx_pixelSize; // in metres: for each metre of distance, and besides
 #endif
 )";
 
@@ -73,6 +74,7 @@ std::vector<Value> drawingValues() {
         {inShadow, "float", "receivesShadow", "hyx_receivesShadow ? 1.0 : 0.0"},
         {inShadow, "mat4", "shadowMatrix", "hyx_shadowMatrix[0]"},
         {inShadow, "float", "shadowTexel", "hyx_shadowTexel[0]"},
+        {inShadow, "vec2", "pixelSize", "hyx_pixelSize"},
         {inSoftShadow, "vec2", "penumbra", "hyx_penumbra[0]"},
         {inSoftShadow, "float", "shadowMapSize", "hyx_shadowMapSize"},
         {inSoftShadow, "vec4", "shadowLampPosition", "gl_LightSource[SHADOW_LIGHT].position"},

@@ -111,12 +111,12 @@ float lookUp(MAP map, View view, vec4 place, Receiver at)
 float lookUp(MAP map, View view, vec4 place, Receiver at) { return shadow2D(map, place.xyz / place.w).r; }
 #endif
 
-// Out of the surface, by the size of a texel: a surface must not shade itself. And by half a pixel, as round shapes may
-// be finer in the map than in the picture, and stand out of what one sees.
+// Out of the surface, by the size of a texel: a surface must not shade itself. And by a third of a pixel, as round
+// shapes may be finer in the map than in the picture, and stand out of what one sees.
 float mapVisibility(MAP map, View view, Receiver at)
 {
-    float pixel = sqrt(min(dot(at.right, at.right), dot(at.up, at.up)));
-    vec4 place = view.matrix * vec4(at.place + at.normal * (1.5 * view.texel + 0.5 * pixel), 1.0);
+    float pixel = pixelSize.y - pixelSize.x * at.place.z;
+    vec4 place = view.matrix * vec4(at.place + at.normal * (1.5 * view.texel + 0.35 * pixel), 1.0);
     return place.w <= 0.0 ? 1.0 : lookUp(map, view, place, at);
 }
 
