@@ -1,5 +1,6 @@
 """The looks that a script chooses by one word."""
 
+import colorsys
 from typing import NamedTuple
 
 import hyx
@@ -116,6 +117,26 @@ def test_things_are_seen_before_a_ground_of_their_colour(tmp_path):
             hyxOSG.setDiffuseColor(visual, (0.5, 0.3, 0.2, 1))
         top, beside = (application.render()[y, 80].astype(int) for y in (60, 100))
         assert abs(top - beside).max() < 15, "a colour that a script gives is that of the ground"
+
+
+@pytest.mark.parametrize("look", ["default", "plain", "talk", "paper"])
+def test_colours_keep_their_hue_in_the_shade(look):
+    """Of all hues, half as saturated as can be, on the sides of a box all around."""
+    with hyxOSG.ExampleApplication(look=look) as application:
+        application.initViewer(48, 48, True)
+        box = hyx.RigidBody(hyxCollide.Geometry(hyxCollide.Box(0.5, 0.5, 0.5)))
+        visual = hyxOSG.createVisual(box, application.getSceneRoot())
+        for hue in range(0, 360, 30):
+            hyxOSG.setDiffuseColor(visual, (*colorsys.hsv_to_rgb(hue / 360, 0.5, 0.8), 1))
+            sides = []
+            for x, y in ((0.3, -3), (3, 0.3), (-0.3, 3), (-3, -0.3)):
+                application.setCameraHome((x, y, 1.2), (0, 0, 0))
+                application.render()
+                sides.append(tuple(application.render()[24, 24] / 255))
+            hues = [360 * colorsys.rgb_to_hsv(*side)[0] for side in sides]
+            lit, shade = (end(range(4), key=lambda side: sum(sides[side])) for end in (max, min))
+            assert abs((hues[lit] - hues[shade] + 180) % 360 - 180) < 5.5, (hue, sides)
+            assert 0.25 < sum(sides[shade]) / sum(sides[lit]) < 0.9
 
 
 def test_many_casters_throw_no_shadows_where_the_processor_draws(shown):

@@ -57,9 +57,10 @@ float rise(vec3 way)
 
 #if defined(LIGHT0_OFF) && defined(LIGHT1_OFF) && defined(LIGHT2_OFF)
 // Alone the sky gives all light: what is white is as bright as an even sky. 0.3 is the light model's first value.
-const float skyShare = 1.0 / 0.3, skyLackShare = 0.0;
+const float skyShare = 1.0 / 0.3, skyLackShare = 0.0, skyGrey = 0.0;
 #else
-const float skyShare = 1.6, skyLackShare = 1.0; // leaves room for the lamps
+// Leaves room for the lamps, and half as colourful, for what is purple to be so in the shade as in the light.
+const float skyShare = 1.6, skyLackShare = 1.0, skyGrey = 0.5;
 #endif
 
 vec3 ambientLight(vec3 normal)
@@ -70,6 +71,7 @@ vec3 ambientLight(vec3 normal)
 #else
     vec3 sky = skyMix(smoothstep(-1.0, 1.0, rise(normal)));
 #endif
+    sky = mix(sky, vec3(dot(sky, vec3(0.2126, 0.7152, 0.0722))), skyGrey);
     return skyShare * ambientLightColor * (sky + skyLackShare * skyLack);
 #else
     return ambientLightColor;
