@@ -19,8 +19,11 @@ inline bool isEmptyFile(std::string const& path) {
 
 /// `kind` says what was looked for, as in "model file".
 inline std::string missingFile(std::string const& kind, std::string const& path) {
-    return isFolder(path) ? "the " + kind + " \"" + path + "\" is a folder"
-                          : "there is no " + kind + " \"" + path + "\"";
+    if (isFolder(path))
+        return "the " + kind + " \"" + path + "\" is a folder";
+    std::error_code error;
+    return std::filesystem::exists(path, error) ? "\"" + path + "\" is a device or pipe, not the " + kind
+                                                : "there is no " + kind + " \"" + path + "\"";
 }
 
 /// Refuses a path at which there is no file, as Python's own functions would: IsADirectoryError for a folder.

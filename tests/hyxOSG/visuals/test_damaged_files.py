@@ -100,3 +100,10 @@ def test_a_binary_mesh_that_ends_early_is_refused(tmp_path, cut, triangles):
     else:
         with pytest.warns(RuntimeWarning, match="of its 2 triangles"):
             assert hyxOSG.readNodeFile(str(path)) is None
+
+
+@pytest.mark.parametrize("read", [hyxOSG.readNodeFile, hyxOSG.createTexture])
+def test_pipes_are_told_from_missing_files(read, tmp_path):
+    os.mkfifo(tmp_path / "pipe.png")
+    with pytest.warns(RuntimeWarning, match="is a device or pipe, not the (image|model) file"):
+        assert read(str(tmp_path / "pipe.png")) is None
