@@ -52,17 +52,17 @@ int LightSource::getLightNum() const {
 
 void LightSource::setAmbient(hyx::Vec4f const& color) {
     if (osg::Light* target = light())
-        target->setAmbient(toOsg(color));
+        target->setAmbient(toOsg(requireColor(color)));
 }
 
 void LightSource::setDiffuse(hyx::Vec4f const& color) {
     if (osg::Light* target = light())
-        target->setDiffuse(toOsg(color));
+        target->setDiffuse(toOsg(requireColor(color)));
 }
 
 void LightSource::setSpecular(hyx::Vec4f const& color) {
     if (osg::Light* target = light())
-        target->setSpecular(toOsg(color));
+        target->setSpecular(toOsg(requireColor(color)));
 }
 
 hyx::Vec4f LightSource::getAmbient() const {

@@ -16,7 +16,7 @@ namespace hyxOSG {
 namespace {
 
 osg::Vec4 opaque(hyx::Vec3 const& color) {
-    return osg::Vec4(osg::Vec3(toOsg(color)), 1);
+    return toOsg(requireColor(hyx::Vec4f(hyx::Vec4(color.x, color.y, color.z, 1))));
 }
 
 // -1 unless exactly one light is meant.
@@ -213,7 +213,8 @@ void SceneDecorator::setBackgroundColor(hyx::Vec3 upper, hyx::Vec3 lower) {
 
 void SceneDecorator::setBackgroundColor(hyx::Vec4f const& upperLeft, hyx::Vec4f const& upperRight,
                                         hyx::Vec4f const& lowerLeft, hyx::Vec4f const& lowerRight) {
-    m_implementation->setBackground(toOsg(upperLeft), toOsg(upperRight), toOsg(lowerLeft), toOsg(lowerRight));
+    m_implementation->setBackground(toOsg(requireColor(upperLeft)), toOsg(requireColor(upperRight)),
+                                    toOsg(requireColor(lowerLeft)), toOsg(requireColor(lowerRight)));
 }
 
 std::array<osg::Vec4, 4> SceneDecorator::getBackgroundColors() const {

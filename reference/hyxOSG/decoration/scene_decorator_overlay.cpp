@@ -78,7 +78,7 @@ osg::Vec2f SceneDecorator::getDefaultLogoPosition() {
 void SceneDecorator::setText(int row, hyx::String const& text, hyx::Vec4f const& color) {
     if (row < 0 || row > decorator::TextRows::maximumRow)
         throw std::invalid_argument("a text row must be 0 to 999");
-    m_implementation->rows.setText(row, text, toOsg(color));
+    m_implementation->rows.setText(row, text, toOsg(requireColor(color)));
 }
 
 void SceneDecorator::clearText() {

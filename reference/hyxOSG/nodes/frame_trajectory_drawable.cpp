@@ -11,7 +11,8 @@
 namespace hyxOSG {
 
 struct FrameTrajectoryDrawable::Implementation {
-    Implementation(hyx::UInt numPoints, hyx::Vec4f const& color) : lines(numPoints), color(toOsg(color)) {}
+    Implementation(hyx::UInt numPoints, hyx::Vec4f const& color)
+        : lines(numPoints), color(toOsg(requireColor(color))) {}
 
     static TrajectoryLines::Key keyOf(hyx::Frame const* frame) { return reinterpret_cast<TrajectoryLines::Key>(frame); }
 

@@ -55,7 +55,7 @@ void SplineDisplay::setSegmentsPerMetre(double count) {
 }
 
 void SplineDisplay::setColor(hyx::Vec4f const& color) {
-    m_color = color;
+    m_color = requireColor(color);
     draw();
 }
 

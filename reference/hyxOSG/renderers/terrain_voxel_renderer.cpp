@@ -278,7 +278,7 @@ hyxRender::ColorVector TerrainVoxelRenderer::getTerrainMaterialColors() const {
 }
 
 void TerrainVoxelRenderer::setColor(hyx::Vec4f color) {
-    restyle(m_implementation->coloring.color, color);
+    restyle(m_implementation->coloring.color, requireColor(color));
 }
 
 hyx::Vec4f TerrainVoxelRenderer::getColor() const {
@@ -286,11 +286,11 @@ hyx::Vec4f TerrainVoxelRenderer::getColor() const {
 }
 
 void TerrainVoxelRenderer::setVelocityFieldLineColor(hyx::Vec4 const& color) {
-    restyle(m_implementation->voxelLook.velocityColor, hyx::Vec4f(color));
+    restyle(m_implementation->voxelLook.velocityColor, requireColor(hyx::Vec4f(color)));
 }
 
 void TerrainVoxelRenderer::setMaxVoxelValueColor(hyx::Vec4f const& color) {
-    restyle(m_implementation->voxelLook.maximumColor, color);
+    restyle(m_implementation->voxelLook.maximumColor, requireColor(color));
 }
 
 void TerrainVoxelRenderer::setSoilParticleMeshData(hyx::String model, hyx::String texture) {

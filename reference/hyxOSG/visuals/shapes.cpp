@@ -57,14 +57,14 @@ osg::Geode* createLine(hyx::Vec3 const& start, hyx::Vec3 const& end, hyx::Vec4 c
     osg::ref_ptr<osg::Vec3Array> const points = new osg::Vec3Array;
     points->push_back(toOsg(start));
     points->push_back(toOsg(end));
-    return geodeWith(lineMesh(points, GL_LINES, toOsg(color), width)).release();
+    return geodeWith(lineMesh(points, GL_LINES, toOsg(requireColor(hyx::Vec4f(color))), width)).release();
 }
 
 osg::Geode* createPolyline(hyx::Vec3Vector const& points, hyx::Vec4 const& color, float width) {
     osg::ref_ptr<osg::Vec3Array> const corners = new osg::Vec3Array;
     for (hyx::Vec3 const& point : points)
         corners->push_back(toOsg(point));
-    return geodeWith(lineMesh(corners, GL_LINE_STRIP, toOsg(color), width)).release();
+    return geodeWith(lineMesh(corners, GL_LINE_STRIP, toOsg(requireColor(hyx::Vec4f(color))), width)).release();
 }
 
 osg::Geode* createCubeLines(hyx::Vec3 const& minCorner, hyx::Vec3 const& maxCorner, hyxRender::Color const& color,

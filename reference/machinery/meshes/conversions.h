@@ -6,11 +6,14 @@
 #include "platform/hyx/values/vec3.h"
 #include "platform/hyx/values/vec4.h"
 #include "platform/hyx/values/vec4f.h"
+#include "reference/hyx/values/number_checks.h"
 
 #include <osg/Matrixd>
 #include <osg/Quat>
 #include <osg/Vec3d>
 #include <osg/Vec4f>
+
+#include <cmath>
 
 namespace hyxOSG {
 
@@ -24,6 +27,13 @@ inline osg::Vec4f toOsg(hyx::Vec4f const& vector) {
 
 inline osg::Vec4f toOsg(hyx::Vec4 const& vector) {
     return toOsg(hyx::Vec4f(vector));
+}
+
+/// Of a colour as it is set, so that no frame has to refuse it.
+inline hyx::Vec4f requireColor(hyx::Vec4f const& color) {
+    for (float const part : {color.x, color.y, color.z, color.w})
+        hyx::requireArgument(std::isfinite(part), "the parts of a colour must be finite");
+    return color;
 }
 
 inline osg::Quat toOsg(hyx::Quat const& rotation) {
