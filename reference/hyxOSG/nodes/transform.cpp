@@ -3,6 +3,7 @@
 
 #include "platform/hyxOSG/nodes/geometry_node.h"
 #include "platform/osg/attachment.h"
+#include "reference/hyx/values/number_checks.h"
 #include "reference/machinery/meshes/conversions.h"
 
 #include <cmath>
@@ -36,7 +37,7 @@ bool Transform::addChild(GeometryNode* child) {
 }
 
 void Transform::setMatrix(hyx::AffineMatrix4x4 const& matrix) {
-    osg::Matrixd const value = toOsg(matrix);
+    osg::Matrixd const value = toOsg(hyx::requireFinite(matrix, "a transform's matrix"));
     osg::Quat scaleOrientation;
     value.decompose(m_translation, m_rotation, m_scale, scaleOrientation);
     osg::MatrixTransform::setMatrix(value);
@@ -51,7 +52,7 @@ void Transform::setScale(hyx::Vec3 const& scale) {
 }
 
 void Transform::setTranslate(hyx::Vec3 const& translation) {
-    m_translation = toOsg(translation);
+    m_translation = toOsg(hyx::requireFinite(translation, "a translation"));
     compose();
 }
 

@@ -42,6 +42,18 @@ def test_scales_that_flatten_are_refused(scale):
     assert where(node, (1, 1, 1)) == [1, 1, 1]
 
 
+@pytest.mark.parametrize("wrong", [float("nan"), float("inf")])
+def test_places_that_are_no_numbers_are_refused(wrong):
+    node = hyxOSG.Transform()
+    node.setTranslate(hyx.Vec3(1, 2, 3))
+    place = hyx.Vec3(0, wrong, 0)
+    with pytest.raises(RuntimeError, match="translation must be finite"):
+        node.setTranslate(place)
+    with pytest.raises(RuntimeError, match="matrix must be finite"):
+        node.setMatrix(hyx.AffineMatrix4x4(hyx.Quat(), place))
+    assert where(node, (0, 0, 0)) == [1, 2, 3]
+
+
 def test_the_zero_rotation_is_refused_and_others_are_normalised():
     node = hyxOSG.Transform()
     with pytest.raises(RuntimeError, match="quaternion"):
