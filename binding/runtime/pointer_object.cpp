@@ -304,16 +304,20 @@ runtime::Use::Use(SwigPyObject* pointer_object) noexcept : object_(pointer_objec
     if (!object_)
         return;
     Py_INCREF(object_);
-    if (object_->mark != lent_mark)
+    marked_ = object_->mark != lent_mark;
+    if (marked_)
         object_->mark = is_used(object_) ? object_->mark + 1 : used_mark + 1;
 }
 
-runtime::Use::~Use() {
-    if (!object_)
-        return;
-    if (is_used(object_) && --object_->mark == used_mark)
+void runtime::Use::let_end() noexcept {
+    if (marked_ && is_used(object_) && --object_->mark == used_mark)
         object_->mark = 0;
-    Py_DECREF(object_);
+    marked_ = false;
+}
+
+runtime::Use::~Use() {
+    let_end();
+    Py_XDECREF(object_);
 }
 
 PyTypeObject* SwigPyObject_type() noexcept {

@@ -75,17 +75,23 @@ public:
     explicit Use(SwigPyObject* pointer_object = nullptr) noexcept;
     Use(Use const&) = delete;
 
-    Use(Use&& other) noexcept : object_(std::exchange(other.object_, nullptr)) {}
+    Use(Use&& other) noexcept
+        : object_(std::exchange(other.object_, nullptr)), marked_(std::exchange(other.marked_, false)) {}
 
     Use& operator=(Use other) noexcept {
         std::swap(object_, other.object_);
+        std::swap(marked_, other.marked_);
         return *this;
     }
 
     ~Use();
 
+    // From now on the native object may be deleted; its pointer object is held on.
+    void let_end() noexcept;
+
 private:
     SwigPyObject* object_;
+    bool marked_ = false;
 };
 
 bool is_used(SwigPyObject const* pointer_object) noexcept;

@@ -191,6 +191,8 @@ PyObject* call_form(Form const& form, PyObject* const* arguments, std::size_t co
     }
     if (earlier.count() != 0 && !renew(form, slots.slots, arguments, earlier.count(), given))
         return fail();
+    if (!form.reads_objects)
+        given.let_end();
     return invoke(form, slots.slots, arguments, count);
 }
 
@@ -298,11 +300,13 @@ PyObject* call_chosen(Form const& form, Slots const& slots, PyObject* const* arg
         if (function.by_count)
             return call_form(*trial.form, arguments, count);
         Slots slots(*trial.form);
-        if (accepts_all(*trial.form, candidates, slots, count))
-            return runs != runtime::user_code_runs &&
-                           !renew(*trial.form, slots.slots, arguments, count, candidates.given)
-                       ? fail()
-                       : call_chosen(*trial.form, slots, arguments, count);
+        if (accepts_all(*trial.form, candidates, slots, count)) {
+            if (runs != runtime::user_code_runs && !renew(*trial.form, slots.slots, arguments, count, candidates.given))
+                return fail();
+            if (!trial.form->reads_objects)
+                candidates.given.let_end();
+            return call_chosen(*trial.form, slots, arguments, count);
+        }
         if (candidates.may_have_raised && PyErr_Occurred() && !PyErr_ExceptionMatches(PyExc_TypeError))
             return fail(); // of the user's own code
     }

@@ -19,6 +19,12 @@ public:
         uses_.emplace_back(pointer_object);
     }
 
+    // Before a native call that may call back: code of the user may end there what it is called for.
+    void let_end() noexcept {
+        for (runtime::Use& use : uses_)
+            use.let_end();
+    }
+
     bool has(std::size_t index) const noexcept { return which_ & 1u << index; }
 
     std::uint32_t which() const noexcept { return which_; }

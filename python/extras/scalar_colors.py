@@ -254,6 +254,8 @@ class ColorBar:
         import osg
 
         require_application(app)
+        if not isinstance(scale, ColorScale):
+            raise TypeError(f"a colour bar shows a ColorScale, such as hyxOSG.colorBy gives, not {scale!r}")
         width, height = _osg.getPictureSize(app)
         letters = max(10.0, height / 40)
         widest = max(map(len, _tick_texts(scale.ticks())))

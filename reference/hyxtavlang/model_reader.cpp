@@ -40,10 +40,10 @@ ModelTree readModel(std::string const& path, OptParams const& params) {
         throw ModelError(
             "the file '" + path +
             "' is of a closed format; models with the endings .json, .urdf, .xml, .mjcf, .sdf and .world are read");
-    if (hyxOSG::isEmptyFile(path))
-        throw ModelError("the file '" + path + "' is empty: export or copy it again");
     if (endingOf(path) == ".json")
         return readScene(path, params.searchPaths);
+    if (hyxOSG::isEmptyFile(path))
+        throw ModelError("the file '" + path + "' is empty: export or copy it again");
     if (endingOf(path) == ".sdf" || endingOf(path) == ".world")
         return readSdf(path, params.searchPaths);
     if (endingOf(path) == ".urdf")

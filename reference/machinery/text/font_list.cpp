@@ -1,4 +1,4 @@
-// Asks fontconfig.
+// Asks fontconfig which installed face has a name.
 #include "reference/machinery/text/font_list.h"
 
 #include <fontconfig/fontconfig.h>
