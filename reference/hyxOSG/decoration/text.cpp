@@ -38,7 +38,7 @@ Text::Text() : m_text(createDrawable()) {
 Text::Text(hyx::String const& text, hyx::Vec3 const& position, hyx::Vec4 const& color) : Text() {
     setText(text);
     setPosition(position);
-    m_text->setColor(toOsg(color));
+    m_text->setColor(toOsg(requireColor(hyx::Vec4f(color))));
 }
 
 Text::~Text() = default;
@@ -55,7 +55,7 @@ void Text::setCharacterSize(float size) {
 }
 
 void Text::setColor(hyx::Vec4f const& color) {
-    m_text->setColor(toOsg(color));
+    m_text->setColor(toOsg(requireColor(color)));
 }
 
 void Text::setPosition(hyx::Vec3 const& position) {

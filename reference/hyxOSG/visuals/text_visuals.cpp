@@ -4,6 +4,7 @@
 #include "platform/hyxOSG/application/example_application.h"
 #include "platform/hyxOSG/nodes/geometry_node.h"
 #include "platform/hyxOSG/visuals/finders.h"
+#include "reference/hyx/values/number_checks.h"
 #include "reference/machinery/meshes/conversions.h"
 #include "reference/machinery/meshes/line_meshes.h"
 #include "reference/machinery/shading/node_state.h"
@@ -24,8 +25,8 @@ osg::Geode* createText(std::string const& text, hyx::Vec3 const& position, hyx::
     letters->setTypeface(findFont(usualFont));
     letters->write(text);
     letters->setCharacterSize(static_cast<float>(size));
-    letters->setPosition(toOsg(position));
-    letters->setColor(toOsg(color));
+    letters->setPosition(toOsg(hyx::requireFinite(position, "the place of a text")));
+    letters->setColor(toOsg(requireColor(color)));
     letters->setAlignment(osgText::Text::CENTER_BOTTOM);
     letters->setAxisAlignment(osgText::Text::SCREEN);
     osg::ref_ptr<osg::Geode> geode = new osg::Geode;

@@ -13,6 +13,9 @@ BACKGROUND = hyxOSG.SceneDecorator.setBackgroundColor
 TAKERS = {
     "line": (hyx.Vec4, lambda things, color: hyxOSG.createLine(ORIGIN, AHEAD, color, 1)),
     "trajectory": (hyx.Vec4f, lambda t, color: hyxOSG.createFrameTrajectoryDrawable(t["sim"], t["root"], 3, color)),
+    "label": (hyx.Vec4f, lambda things, color: hyxOSG.createText("a", ORIGIN, color, 1)),
+    "text": (hyx.Vec4, lambda things, color: hyxOSG.Text("a", ORIGIN, color)),
+    "changed text": (hyx.Vec4f, lambda things, color: hyxOSG.Text("a").setColor(color)),
     "row of text": (hyx.Vec4f, lambda things, color: things["decorator"].setText(0, "a", color)),
     "background": (hyx.Vec4f, lambda things, color: BACKGROUND(things["decorator"], color)),
     "opaque background": (hyx.Vec3, lambda things, color: BACKGROUND(things["decorator"], color, ORIGIN)),
